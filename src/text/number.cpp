@@ -1,0 +1,74 @@
+#include "text/number.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace larkspin {
+
+namespace {
+
+std::string_view withoutBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+bool isDigitsAndPoint(std::string_view text) {
+    const auto point = text.find('.');
+    return text.find_first_not_of("0123456789.") == std::string_view::npos &&
+           text.find_first_of("0123456789") != std::string_view::npos &&
+           (point == std::string_view::npos || text.find('.', point + 1) == std::string_view::npos);
+}
+
+} // namespace
+
+std::optional<double> number(std::string_view text) {
+    text = withoutBlanks(text);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+'))
+        text.remove_prefix(1);
+    if (!isDigitsAndPoint(text))
+        return std::nullopt;
+    double value = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (read.ec != std::errc())
+        return std::nullopt;
+    return negative ? -value : value;
+}
+
+double numberOrZero(std::string_view text) {
+    return number(text).value_or(0);
+}
+
+std::string numberText(double value) {
+    char buffer[400]; // the largest double has 309 digits
+    const auto written =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
+    return written.ec == std::errc() ? std::string(buffer, written.ptr) : "0";
+}
+
+std::int64_t rounded(double value) {
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    if (value >= limit)
+        return std::numeric_limits<std::int64_t>::max();
+    if (value < -limit)
+        return std::numeric_limits<std::int64_t>::min();
+    const double whole = std::floor(value), rest = value - whole;
+    const bool up = rest > 0.5 || (rest == 0.5 && std::fmod(whole, 2) != 0);
+    return static_cast<std::int64_t>(up ? whole + 1 : whole);
+}
+
+std::optional<std::int16_t> wholeNumber16(std::string_view text) {
+    const auto value = number(text);
+    if (!value)
+        return std::nullopt;
+    const auto whole = rounded(*value);
+    if (whole < std::numeric_limits<std::int16_t>::min() ||
+        whole > std::numeric_limits<std::int16_t>::max())
+        return std::nullopt;
+    return static_cast<std::int16_t>(whole);
+}
+
+} // namespace larkspin

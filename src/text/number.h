@@ -1,0 +1,25 @@
+// Numbers in text. This unit alone says what is numeric, how a number becomes text and how
+// a half rounds.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+// Numeric: blanks around, a sign, digits, one decimal point; at least one digit.
+std::optional<double> number(std::string_view text);
+double numberOrZero(std::string_view text);
+
+// Decimal, without trailing zeros and without an exponent.
+std::string numberText(double value);
+
+// To the nearest whole number, a half to the even one. Past the range of 64 bits: its end.
+std::int64_t rounded(double value);
+
+// A numeric text as a whole number of 16 bits, rounded; nothing when it doesn't fit.
+std::optional<std::int16_t> wholeNumber16(std::string_view text);
+
+} // namespace larkspin

@@ -1,0 +1,216 @@
+#include "text/row_list.h"
+
+#include "text/fold.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// Small enough that moving a block's rows aside costs little, large enough that a full list
+// has few blocks.
+constexpr std::size_t blockLimit = 512;
+
+const std::string noText;
+
+} // namespace
+
+RowText::RowText(std::string text) : text_(std::move(text)) {
+    std::string folded = foldCase(text_);
+    differs_ = folded != text_;
+    if (differs_)
+        folded_ = std::move(folded);
+}
+
+Row makeRow(std::string text) {
+    return std::make_shared<const RowText>(std::move(text));
+}
+
+bool RowList::add(Row row) {
+    if (full())
+        return false;
+    if (occurrences_)
+        ++(*occurrences_)[row->folded()];
+    const bool goesLast =
+        order_ == Order::ofAddition || empty() || row->folded() >= blocks_.back().back()->folded();
+    const Place place = goesLast ? placeOf(count_) : placeFor(*row);
+    if (!goesLast && current_ >= 0 && indexOf(place) <= current_)
+        ++current_;
+    insert(place, std::move(row));
+    return true;
+}
+
+void RowList::insert(Place place, Row row) {
+    if (place.block == blocks_.size())
+        blocks_.emplace_back().reserve(blockLimit);
+    Block& block = blocks_[place.block];
+    const bool atEnd =
+        place.block + 1 == blocks_.size() && place.offset == block.size() && !block.empty();
+    if (block.size() < blockLimit) {
+        block.insert(block.begin() + static_cast<std::ptrdiff_t>(place.offset), std::move(row));
+    } else if (atEnd) {
+        // Rows that come in order fill their blocks to the brim.
+        Block next;
+        next.reserve(blockLimit);
+        next.push_back(std::move(row));
+        blocks_.push_back(std::move(next));
+    } else {
+        Block upper;
+        upper.reserve(blockLimit);
+        const auto middle = block.begin() + blockLimit / 2;
+        upper.assign(std::make_move_iterator(middle), std::make_move_iterator(block.end()));
+        block.erase(middle, block.end());
+        const bool below = place.offset <= block.size();
+        Block& target = below ? block : upper;
+        const auto offset = below ? place.offset : place.offset - block.size();
+        target.insert(target.begin() + static_cast<std::ptrdiff_t>(offset), std::move(row));
+        blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block) + 1,
+                       std::move(upper));
+    }
+    ++count_;
+    if (lastBlock_ > place.block || lastBlock_ >= blocks_.size())
+        lastBlock_ = 0, lastBlockStart_ = 0;
+}
+
+void RowList::removeAt(int index) {
+    if (index < 0 || index >= count_)
+        return;
+    const Place place = placeOf(index);
+    Block& block = blocks_[place.block];
+    if (occurrences_) {
+        const auto entry = occurrences_->find(block[place.offset]->folded());
+        // The map's key is a view into some row of that text, perhaps this one.
+        const int left = entry->second - 1;
+        occurrences_->erase(entry);
+        if (left > 0)
+            occurrences_.reset();
+    }
+    block.erase(block.begin() + static_cast<std::ptrdiff_t>(place.offset));
+    if (block.empty())
+        blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block));
+    --count_;
+    if (index == current_)
+        current_ = -1;
+    else if (index < current_)
+        --current_;
+    if (lastBlock_ > place.block || lastBlock_ >= blocks_.size())
+        lastBlock_ = 0, lastBlockStart_ = 0;
+}
+
+void RowList::clear() {
+    blocks_.clear();
+    occurrences_.reset();
+    count_ = 0;
+    current_ = -1;
+    lastBlock_ = 0, lastBlockStart_ = 0;
+}
+
+const RowText* RowList::find(int index) const {
+    if (index < 0 || index >= count_)
+        return nullptr;
+    const Place place = placeOf(index);
+    return blocks_[place.block][place.offset].get();
+}
+
+const std::string& RowList::row(int index) const {
+    const RowText* found = find(index);
+    return found ? found->text() : noText;
+}
+
+const std::string& RowList::folded(int index) const {
+    const RowText* found = find(index);
+    return found ? found->folded() : noText;
+}
+
+Row RowList::share(int index) const {
+    if (index < 0 || index >= count_)
+        return nullptr;
+    const Place place = placeOf(index);
+    return blocks_[place.block][place.offset];
+}
+
+bool RowList::setCurrentIndex(int index) {
+    if (index < -1 || index >= count_)
+        return false;
+    current_ = index;
+    return true;
+}
+
+// The place of an index in the list, or behind the last row for the count.
+RowList::Place RowList::placeOf(int index) const {
+    if (index == count_) {
+        if (blocks_.empty())
+            return {0, 0};
+        return {blocks_.size() - 1, blocks_.back().size()};
+    }
+    std::size_t block = 0;
+    int start = 0;
+    if (lastBlock_ < blocks_.size() && lastBlockStart_ <= index) {
+        block = lastBlock_;
+        start = lastBlockStart_;
+    }
+    while (index >= start + static_cast<int>(blocks_[block].size()))
+        start += static_cast<int>(blocks_[block++].size());
+    lastBlock_ = block;
+    lastBlockStart_ = start;
+    return {block, static_cast<std::size_t>(index - start)};
+}
+
+int RowList::indexOf(Place place) const {
+    int index = static_cast<int>(place.offset);
+    for (std::size_t block = 0; block < place.block; ++block)
+        index += static_cast<int>(blocks_[block].size());
+    return index;
+}
+
+// Behind all rows that don't sort after this one; the list isn't empty.
+RowList::Place RowList::placeFor(const RowText& row) const {
+    const auto after = [](const RowText& text, const Row& other) {
+        return text.folded() < other->folded();
+    };
+    const auto block =
+        std::partition_point(blocks_.begin(), blocks_.end(),
+                             [&](const Block& candidate) { return !after(row, candidate.back()); });
+    if (block == blocks_.end())
+        return placeOf(count_);
+    const auto place = std::upper_bound(block->begin(), block->end(), row, after);
+    return {static_cast<std::size_t>(block - blocks_.begin()),
+            static_cast<std::size_t>(place - block->begin())};
+}
+
+bool RowList::contains(std::string_view text) const {
+    return containsFolded(foldCase(text));
+}
+
+bool RowList::contains(const RowText& row) const {
+    return containsFolded(row.folded());
+}
+
+bool RowList::containsFolded(std::string_view folded) const {
+    if (order_ == Order::sorted) {
+        const auto before = [](const Row& row, std::string_view text) {
+            return row->folded() < text;
+        };
+        const auto block =
+            std::partition_point(blocks_.begin(), blocks_.end(), [&](const Block& candidate) {
+                return before(candidate.back(), folded);
+            });
+        if (block == blocks_.end())
+            return false;
+        const auto found = std::lower_bound(block->begin(), block->end(), folded, before);
+        return (*found)->folded() == folded;
+    }
+    if (!occurrences_) {
+        occurrences_ = std::make_unique<std::unordered_map<std::string_view, int>>();
+        occurrences_->reserve(static_cast<std::size_t>(count_));
+        for (const Block& block : blocks_)
+            for (const Row& row : block)
+                ++(*occurrences_)[row->folded()];
+    }
+    return occurrences_->contains(folded);
+}
+
+} // namespace larkspin

@@ -1,0 +1,101 @@
+// RowList: the list of text rows that all lists of the program are made of.
+//
+// Indexes count from 0. A list holds at most 32,767 rows, so that an index fits 16 bits; an
+// addition past that is refused. A sorted list places each row by its folded text, ascending,
+// behind rows that fold to the same. The current index is the list's own selection: it stays
+// with its row when others come or go before it, and is -1 when there is none.
+//
+// Rows are shared, not copied: the same row in several lists is held once. They stand in
+// blocks of bounded size, so that adding, removing and reading stay cheap at any length.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace larkspin {
+
+// The text of one row with its folded form. Never changes.
+class RowText {
+public:
+    explicit RowText(std::string text);
+
+    const std::string& text() const { return text_; }
+    const std::string& folded() const { return differs_ ? folded_ : text_; }
+
+private:
+    std::string text_;
+    std::string folded_; // empty where folding changes nothing
+    bool differs_;
+};
+
+using Row = std::shared_ptr<const RowText>;
+
+Row makeRow(std::string text);
+
+class RowList {
+public:
+    enum class Order { ofAddition, sorted };
+    static constexpr int limit = 32767;
+
+    explicit RowList(Order order = Order::ofAddition) : order_(order) {}
+
+    // False when the list is full.
+    bool add(std::string text) { return add(makeRow(std::move(text))); }
+    bool add(Row row);
+
+    // An index outside the list does nothing. Removing the current row leaves none current.
+    void removeAt(int index);
+    void clear();
+
+    int count() const { return count_; }
+    bool empty() const { return count_ == 0; }
+    bool full() const { return count_ == limit; }
+
+    // Outside the list: an empty text. References end with the next change of the list.
+    const std::string& row(int index) const;
+    const std::string& folded(int index) const;
+    Row share(int index) const; // nothing outside the list
+
+    int currentIndex() const { return current_; }
+    // -1 for none. False, and nothing changes, for an index outside the list.
+    bool setCurrentIndex(int index);
+    const std::string& currentRow() const { return row(current_); }
+
+    // Whether a row equals the whole text, without regard to case.
+    bool contains(std::string_view text) const;
+    bool contains(const RowText& row) const;
+    bool containsFolded(std::string_view folded) const; // for a text that is folded already
+
+private:
+    using Block = std::vector<Row>;
+    struct Place {
+        std::size_t block;
+        std::size_t offset;
+    };
+
+    const RowText* find(int index) const;
+    Place placeOf(int index) const;
+    Place placeFor(const RowText& row) const;
+    int indexOf(Place place) const;
+    void insert(Place place, Row row);
+
+    Order order_;
+    std::vector<Block> blocks_; // none of them empty
+    int count_ = 0;
+    int current_ = -1;
+
+    // The block that was read last and the index of its first row: a walk by index needs no
+    // search. Counts from the front again after a change.
+    mutable std::size_t lastBlock_ = 0;
+    mutable int lastBlockStart_ = 0;
+
+    // For contains() on an unsorted list: how often each folded text occurs. Made when first
+    // asked for and kept up to date from then on.
+    mutable std::unique_ptr<std::unordered_map<std::string_view, int>> occurrences_;
+};
+
+} // namespace larkspin

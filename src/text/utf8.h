@@ -1,0 +1,30 @@
+// Walking through UTF-8 text character by character. A byte that belongs to no valid
+// character counts as a character of its own, so that any bytes can be walked and rebuilt.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+struct Character {
+    char32_t code;      // the code point; meaningless when !valid
+    std::size_t length; // bytes, at least 1
+    bool valid;
+};
+
+// The character at the start of a text that isn't empty.
+Character firstCharacter(std::string_view text);
+
+void appendCharacter(std::string& text, char32_t code);
+
+// How many bytes the first `count` characters take; all of them when there are fewer.
+std::size_t prefixLength(std::string_view text, std::size_t count);
+
+// The text without its last `count` characters, and those alone. With fewer characters the
+// first is empty and the second all there is.
+std::string_view withoutLast(std::string_view text, std::size_t count);
+std::string_view lastCharacters(std::string_view text, std::size_t count);
+
+} // namespace larkspin
