@@ -1,0 +1,47 @@
+// The event loop port: one thread, timers and posted tasks, and waits that serve both.
+// Behind it stands a poll(2) loop, a toolkit's loop, or a virtual clock in the tests.
+//
+// Handlers nest: a task that waits here is overtaken by the tasks that come due meanwhile.
+// Nothing here throws.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <ctime>
+#include <functional>
+
+namespace larkspin {
+
+using Nanoseconds = std::chrono::nanoseconds;
+using Task = std::function<void()>;
+
+enum class TimerId : std::uint64_t { none = 0 };
+
+class EventLoop {
+public:
+    virtual ~EventLoop() = default;
+
+    // Time since some fixed moment. It never goes back, whatever happens to the wall clock.
+    virtual Nanoseconds now() const = 0;
+
+    // The owner's date and time of day.
+    virtual std::tm localTime() const = 0;
+
+    // Runs the task in a later turn, behind those posted before it.
+    virtual void post(Task task) = 0;
+
+    // Runs the task once per interval until it is cancelled; rounds that came late because
+    // the thread was busy are not made up for.
+    virtual TimerId every(Nanoseconds interval, Task task) = 0;
+
+    // Cancelling a timer that is gone, or TimerId::none, does nothing.
+    virtual void cancel(TimerId timer) = 0;
+
+    // Runs what is due now and returns without waiting.
+    virtual void serveTurn() = 0;
+
+    // Serves events until the moment has come; in between the thread sleeps.
+    virtual void waitUntil(Nanoseconds moment) = 0;
+};
+
+} // namespace larkspin

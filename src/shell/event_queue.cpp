@@ -1,0 +1,92 @@
+#include "shell/event_queue.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+// Counts a running handler, also when it is left by the end of the program.
+class Nested {
+public:
+    explicit Nested(int& depth) : depth_(depth) { ++depth_; }
+    ~Nested() { --depth_; }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+
+private:
+    int& depth_;
+};
+
+} // namespace
+
+void EventQueue::post(Task task) {
+    posted_.push_back(std::move(task));
+}
+
+TimerId EventQueue::every(Nanoseconds interval, Nanoseconds now, Task task) {
+    const TimerId id{++lastTimer_};
+    arm(now + interval, Timer{id, interval, std::move(task)});
+    return id;
+}
+
+void EventQueue::cancel(TimerId timer) {
+    std::erase_if(timers_, [timer](const auto& entry) { return entry.second.id == timer; });
+}
+
+bool EventQueue::runDue(Nanoseconds now) {
+    if (!canNest())
+        return false;
+    bool ran = false;
+    for (auto waiting = posted_.size(); waiting > 0 && !posted_.empty(); --waiting) {
+        const Task task = std::move(posted_.front());
+        posted_.pop_front();
+        runNested(task);
+        ran = true;
+    }
+    const auto armedBefore = armings_;
+    for (auto due = timers_.begin(); due != timers_.end() && due->first.first <= now;) {
+        if (due->first.second >= armedBefore) {
+            ++due; // armed during this turn: its next round belongs to a later one
+            continue;
+        }
+        runTimer(due, now);
+        ran = true;
+        due = timers_.begin(); // the handler may have changed any timer
+    }
+    return ran;
+}
+
+std::optional<Nanoseconds> EventQueue::nextDue() const {
+    if (!canNest())
+        return std::nullopt;
+    if (!posted_.empty())
+        return Nanoseconds::min();
+    if (timers_.empty())
+        return std::nullopt;
+    return timers_.begin()->first.first;
+}
+
+void EventQueue::runNested(const Task& task) {
+    const Nested nested(depth_);
+    task();
+}
+
+void EventQueue::arm(Nanoseconds moment, Timer timer) {
+    timers_.emplace(DueKey{moment, armings_++}, std::move(timer));
+}
+
+// The next round is armed before the handler runs, so that a handler which waits can be
+// overtaken by its own timer and can cancel it.
+void EventQueue::runTimer(std::map<DueKey, Timer>::iterator due, Nanoseconds now) {
+    const Task task = due->second.task;
+    Timer again = std::move(due->second);
+    const Nanoseconds scheduled = due->first.first;
+    timers_.erase(due);
+    const auto missed = std::max<std::int64_t>((now - scheduled) / again.interval, 0);
+    const Nanoseconds next = scheduled + (missed + 1) * again.interval;
+    arm(next, std::move(again));
+    runNested(task);
+}
+
+} // namespace larkspin

@@ -1,0 +1,61 @@
+// Posted tasks and repeating timers in the order in which they come due. Every event loop
+// keeps one, so that nesting and timing are the same under a real clock and a virtual one.
+// It knows no clock of its own: the loop says what time it is.
+#pragma once
+
+#include "shell/event_loop.h"
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace larkspin {
+
+class EventQueue {
+public:
+    void post(Task task);
+    TimerId every(Nanoseconds interval, Nanoseconds now, Task task);
+    void cancel(TimerId timer);
+
+    // Runs the tasks posted before this call and each timer that is due, once. True if
+    // anything ran. Nothing runs when handlers are nested too deep.
+    bool runDue(Nanoseconds now);
+
+    // The earliest moment at which runDue has something to do; nothing when there is neither
+    // task nor timer, or when nothing may run now.
+    std::optional<Nanoseconds> nextDue() const;
+
+    // Handlers wait inside each other's waits. Past this limit events stay queued until one
+    // of them returns, so that a flood of lines can't exhaust the stack.
+    static constexpr int nestingLimit = 64;
+    bool canNest() const { return depth_ < nestingLimit; }
+
+    // How many handlers are running inside each other; 0 when the program is idle.
+    int depth() const { return depth_; }
+
+    // Runs a handler that comes from elsewhere, such as a readable file, and counts it.
+    void runNested(const Task& task);
+
+private:
+    struct Timer {
+        TimerId id;
+        Nanoseconds interval;
+        Task task;
+    };
+    // Ordered by the moment, then by the number of the arming, so that equal moments fire in
+    // the order in which they were set.
+    using DueKey = std::pair<Nanoseconds, std::uint64_t>;
+
+    void arm(Nanoseconds moment, Timer timer);
+    void runTimer(std::map<DueKey, Timer>::iterator due, Nanoseconds now);
+
+    std::deque<Task> posted_;
+    std::map<DueKey, Timer> timers_;
+    std::uint64_t armings_ = 0;
+    std::uint64_t lastTimer_ = 0;
+    int depth_ = 0;
+};
+
+} // namespace larkspin

@@ -1,0 +1,46 @@
+#include "shell/splash.h"
+
+#include "shell/app_state.h"
+#include "shell/event_loop.h"
+
+namespace larkspin {
+
+Splash::Splash(AppState& state, EventLoop& loop, bool fades)
+    : state_(state), loop_(loop), pause_(loop), fades_(fades) {
+    dire.name = "dire";
+    dire.place = {0, 0, 4500, 900};
+    dire.controls = {
+        {.name = "title",
+         .place = {0, 0, 4500, 450},
+         .font = "Trebuchet MS",
+         .text = [] { return std::string("  larkspin player            version 4.3"); }},
+        {.name = "statusLine",
+         .place = {0, 450, 4500, 450},
+         .font = "Arial",
+         .text = [this] { return state_.searchTerm; },
+         .visible = false},
+    };
+}
+
+void Splash::open() {
+    keepontop(dire);
+    if (fades_)
+        fadeIn();
+    dire.visible = true;
+}
+
+void Splash::fadeIn() {
+    dire.alpha = 0;
+    dire.visible = true;
+    for (int alpha = 1; alpha <= 255; ++alpha) {
+        loop_.serveTurn();
+        dire.alpha = alpha;
+        if (alpha == 100)
+            state_.searchTerm = buildText() + "Applying Settings...";
+        if (alpha == 200)
+            state_.searchTerm = buildText() + "Starting Up...";
+        pause_(0.0001);
+    }
+}
+
+} // namespace larkspin
