@@ -1,0 +1,52 @@
+#include "chat/dispatch.h"
+
+#include "chat/room.h"
+#include "shell/app_state.h"
+#include "text/fold.h"
+#include "text/utf8.h"
+#include "text/wildcard.h"
+
+namespace larkspin {
+
+namespace {
+
+bool takesArgument(const CommandRow& row) {
+    return row.pattern.find('*') != std::string_view::npos;
+}
+
+} // namespace
+
+void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) const {
+    if (line.speaker != room_.currentScreenName())
+        return;
+    const std::string lowered = foldCase(line.text);
+    for (const CommandRow& row : rows) {
+        if (!matches(row, lowered))
+            continue;
+        if (row.run)
+            row.run(takesArgument(row) ? argument(row, line.text) : std::string());
+        return; // no line fits two rows
+    }
+}
+
+// The trigger is part of the pattern, unescaped: none that the owner can choose is a wildcard.
+bool Dispatch::matches(const CommandRow& row, std::string_view lowered) const {
+    if (!row.behindTrigger)
+        return lowered == row.pattern;
+    const std::string& trigger = state_.trigger;
+    if (takesArgument(row))
+        return fits(lowered, trigger + std::string(row.pattern));
+    return lowered.size() == trigger.size() + row.pattern.size() && lowered.starts_with(trigger) &&
+           lowered.ends_with(row.pattern);
+}
+
+// Cut from the line as typed. Counted in characters, since folding keeps their number but not
+// always their length.
+std::string Dispatch::argument(const CommandRow& row, std::string_view line) const {
+    std::size_t skipped = row.pattern.find(' ') + 1;
+    for (std::string_view trigger = state_.trigger; !trigger.empty(); ++skipped)
+        trigger.remove_prefix(firstCharacter(trigger).length);
+    return std::string(line.substr(prefixLength(line, skipped)));
+}
+
+} // namespace larkspin

@@ -1,0 +1,41 @@
+// The door through which commands come in: takes a chat line, drops it unless the owner said
+// it, and runs the first row of the command table that it fits.
+#pragma once
+
+#include "chat/scanner.h"
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+struct AppState;
+class Room;
+
+// One row of the command table. A pattern with a star takes an argument: all that stands
+// behind the word and one blank, as typed. A pattern without one fits only the bare word.
+struct CommandRow {
+    std::string_view pattern;                             // in lower case
+    std::function<void(const std::string& argument)> run; // may be empty: the row does nothing
+    bool behindTrigger = true;                            // false: the line is the pattern alone
+};
+
+class Dispatch {
+public:
+    Dispatch(const AppState& state, Room& room) : state_(state), room_(room) {}
+
+    // The owner is whoever bears the screen name at this moment, to the letter. A line that
+    // fits no row has no effect at all.
+    void handle(const ChatLine& line, std::span<const CommandRow> rows) const;
+
+private:
+    bool matches(const CommandRow& row, std::string_view lowered) const;
+    std::string argument(const CommandRow& row, std::string_view line) const;
+
+    const AppState& state_;
+    Room& room_;
+};
+
+} // namespace larkspin

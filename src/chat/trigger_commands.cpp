@@ -1,0 +1,33 @@
+#include "chat/trigger_commands.h"
+
+#include "chat/reply.h"
+#include "shell/app_state.h"
+#include "shell/dialogs.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace larkspin {
+
+void TriggerCommands::trig(const std::string& wanted) {
+    if (reply_.silentguard())
+        return;
+    // None of these is a wildcard, and none opens the program's own lines.
+    constexpr std::array<std::string_view, 6> accepted = {"'", ".", "-", "`", ",", "none"};
+    if (std::find(accepted.begin(), accepted.end(), wanted) == accepted.end()) {
+        reply_.saychat("that trigger is retarded, choose another");
+        return;
+    }
+    state_.trigger = wanted == "none" ? "" : wanted;
+    reply_.saychat("new trigger:  " + wanted);
+}
+
+void TriggerCommands::tellTrigger() {
+    if (state_.silnt)
+        dialogs_.box("your trigger is " + state_.trigger);
+    else
+        reply_.saychat("your trigger is " + (state_.trigger.empty() ? "disabled" : state_.trigger));
+}
+
+} // namespace larkspin
