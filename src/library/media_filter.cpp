@@ -1,0 +1,82 @@
+#include "library/media_filter.h"
+
+#include "chat/reply.h"
+#include "library/listers.h"
+#include "shell/app_state.h"
+#include "shell/dialogs.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace larkspin {
+
+namespace {
+
+struct Filter {
+    std::string_view word;
+    std::string_view pattern;
+    bool AppState::*checkMark;
+    std::string_view typedWord; // as the command takes it
+};
+
+constexpr Filter filters[] = {
+    {"mp3", "*.mp3", &AppState::fmp3, "mp3"},
+    {"wav", "*.wav", &AppState::fwav, "wav"},
+    {"wma", "*.wma", &AppState::fwma, "wma"},
+    {"midi", "*.mid", &AppState::fmid, "midi"},
+    {"all types", "*.mp3;*.wav;*.wma;*.mid", &AppState::fallt, "all"},
+};
+
+const Filter* find(std::string_view word) {
+    const auto found = std::find_if(std::begin(filters), std::end(filters),
+                                    [word](const Filter& filter) { return filter.word == word; });
+    return found == std::end(filters) ? nullptr : found;
+}
+
+} // namespace
+
+void MediaFilter::choose(std::string_view word) {
+    if (!apply(word))
+        return;
+    for (const Filter& filter : filters)
+        state_.*filter.checkMark = filter.word == word;
+}
+
+bool MediaFilter::apply(std::string_view word) {
+    const Filter* filter = find(word);
+    if (!filter)
+        return false;
+    File1_.setPattern(filter->pattern);
+    state_.mediaFilter = filter->word;
+    state_.scanpcf = "scan pc for " + state_.mediaFilter;
+    return true;
+}
+
+void MediaFilter::restorepattern() {
+    const Filter* filter = find(state_.mediaFilter);
+    File1_.setPattern(filter ? filter->pattern : find("all types")->pattern);
+}
+
+// The check mark in the menu stays where it is until an entry there is chosen.
+void MediaFilter::filter(const std::string& word) {
+    if (reply_.silentguard())
+        return;
+    const auto typed = std::find_if(std::begin(filters), std::end(filters),
+                                    [&](const Filter& f) { return f.typedWord == word; });
+    if (typed == std::end(filters)) {
+        reply_.saychat("invalid. choose mp3, wav, wma, midi, or all");
+        return;
+    }
+    apply(typed->word);
+    reply_.saychat("new media filter:  <b>" + state_.mediaFilter);
+}
+
+void MediaFilter::tellFilter() {
+    if (state_.silnt)
+        dialogs_.box("current media filter:  " + state_.mediaFilter);
+    else
+        reply_.saychat("current media filter:  <b>" + state_.mediaFilter + "</b> (<b>" +
+                       File1_.pattern() + "</b>)");
+}
+
+} // namespace larkspin

@@ -1,0 +1,41 @@
+// The playlist: the operations that keep masterList and playlistView in step, and those that
+// look through them. Nobody else adds to the two lists or takes from them, so that the same
+// index always names the same row in both.
+#pragma once
+
+#include "text/row_list.h"
+
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+struct AppState;
+
+// False when the lists are full; they stay as they are then.
+bool addToPlaylist(AppState& state, const Row& row);
+
+// The same, unless the row is there already, compared as a whole without regard to case.
+bool addToPlaylistOnce(AppState& state, const Row& row);
+
+void clearPlaylist(AppState& state);
+
+// The row count on the media window, in the tray menu's entry, and in both.
+void showFileCountLabel(AppState& state);
+void showFileCountEntry(AppState& state);
+void showfilecount(AppState& state);
+
+// Whether the list holds a row that equals the text as a whole, without regard to case. An
+// empty text is in no list.
+bool isinlist(const RowList& list, std::string_view text);
+
+// Fills choiceList with the rows whose name contains the text, without regard to case, and
+// leaves the list's current index on the last of them. True when there is one. An empty text
+// is contained in every name.
+bool searchrows(AppState& state, RowList& list, std::string_view text);
+
+// Fills knownDirs with the directories of the playlist's rows, each once, in the order of the
+// rows. Leaves masterIndex on the last row.
+void collectdirs(AppState& state);
+
+} // namespace larkspin

@@ -1,0 +1,82 @@
+#include "library/playlist_row.h"
+
+#include "text/utf8.h"
+#include "text/wildcard.h"
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t blankCount = 78;
+constexpr std::size_t extensionLength = 4;
+const std::string gap = std::string(blankCount, ' ') + "{ ";
+
+// What stands between the name and the "|": the gap, the extension and one blank.
+constexpr std::size_t betweenNameAndBar = blankCount + 2 + extensionLength + 1;
+
+} // namespace
+
+std::string makerow(std::string_view name, std::string_view extension, std::string_view directory) {
+    std::string row;
+    row.reserve(name.size() + gap.size() + extension.size() + 3 + directory.size());
+    row.append(name).append(gap).append(extension).append(" | ").append(directory);
+    return row;
+}
+
+std::string_view rowname(std::string_view row) {
+    const auto bar = row.find('|');
+    if (bar == std::string_view::npos)
+        return {};
+    return withoutLast(row.substr(0, bar), betweenNameAndBar);
+}
+
+std::string_view rowext(std::string_view row) {
+    const auto brace = row.find('{');
+    if (brace == std::string_view::npos || brace + 2 > row.size())
+        return {};
+    const std::string_view rest = row.substr(brace + 2);
+    const auto bar = rest.find('|');
+    return bar == std::string_view::npos || bar == 0 ? std::string_view() : rest.substr(0, bar - 1);
+}
+
+std::string_view rowdir(std::string_view row) {
+    const auto bar = row.find('|');
+    return bar == std::string_view::npos || bar + 2 > row.size() ? std::string_view()
+                                                                 : row.substr(bar + 2);
+}
+
+std::string rowpath(std::string_view row) {
+    return songOfRow(row).path();
+}
+
+std::string joinPath(std::string_view directory, std::string_view fileName) {
+    std::string path(directory);
+    if (!isDriveRoot(directory))
+        path += '\\';
+    return path.append(fileName);
+}
+
+bool isDriveRoot(std::string_view directory) {
+    return fits(directory, "*:\\");
+}
+
+bool isWellFormed(std::string_view row) {
+    const auto bar = row.find('|');
+    const auto brace = row.find('{');
+    if (bar == std::string_view::npos || brace == std::string_view::npos || bar < brace)
+        return false;
+    const std::string_view name = rowname(row);
+    return brace == name.size() + blankCount && row.substr(name.size(), gap.size()) == gap &&
+           row[bar - 1] == ' ' && row.substr(bar + 1).starts_with(' ');
+}
+
+Song songOfRow(std::string_view row) {
+    return {std::string(rowname(row)), std::string(rowext(row)), std::string(rowdir(row))};
+}
+
+Song songOfFile(std::string_view fileName, std::string_view directory) {
+    return {std::string(withoutLast(fileName, extensionLength)),
+            std::string(lastCharacters(fileName, extensionLength)), std::string(directory)};
+}
+
+} // namespace larkspin

@@ -1,0 +1,48 @@
+// PlaylistRow: one song as one line of text, the only record of where its file lies.
+//
+//     name, 78 blanks, "{ ", extension, " | ", directory
+//
+// The name is the file name without its last four characters, the extension those four, dot
+// included. The blanks push all but the name out of a list's sight. The directory stands in
+// any of its spellings, with or without trailing backslashes; two spellings are two
+// directories.
+//
+// A name that holds "{" takes the extension apart wrongly, so that the song can be listed but
+// not played. A line without "|" is no row: all its parts read empty.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+std::string makerow(std::string_view name, std::string_view extension, std::string_view directory);
+
+// The parts, as views into the row.
+std::string_view rowname(std::string_view row);
+std::string_view rowext(std::string_view row);
+std::string_view rowdir(std::string_view row);
+
+// The full path of the file.
+std::string rowpath(std::string_view row);
+
+// Directory and file name, with a backslash between them unless the directory is the root of
+// a drive.
+std::string joinPath(std::string_view directory, std::string_view fileName);
+bool isDriveRoot(std::string_view directory);
+
+// Whether makerow of the row's parts gives the row again.
+bool isWellFormed(std::string_view row);
+
+// A row taken apart, to be kept across a wait.
+struct Song {
+    std::string name, extension, directory;
+
+    std::string title() const { return name + extension; } // the file's name
+    std::string path() const { return joinPath(directory, title()); }
+};
+
+Song songOfRow(std::string_view row);
+Song songOfFile(std::string_view fileName, std::string_view directory);
+
+} // namespace larkspin

@@ -1,0 +1,114 @@
+#include "library/scan.h"
+
+#include "chat/reply.h"
+#include "library/listers.h"
+#include "library/playlist.h"
+#include "library/playlist_row.h"
+#include "shell/app_state.h"
+#include "shell/event_loop.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+namespace {
+
+// As many subdirectories of one directory as a walk enters.
+constexpr std::size_t entryLimit = 1001;
+
+} // namespace
+
+void Scan::Command4_Click() {
+    state_.knownDirs.clear();
+    state_.scanRows.clear();
+    Command4z();
+    sayFound();
+}
+
+void Scan::Command4z() {
+    state_.dirQueue.clear();
+    state_.dirQueue.add(state_.scanRoot);
+    listQueue(walkdirs(state_.scanRoot));
+}
+
+void Scan::scanpc() {
+    state_.driveRoots.clear();
+    state_.knownDirs.clear();
+    state_.scanRows.clear();
+    reply_.saychat("scanning pc for <b>" + state_.mediaFilter + "</b>, please wait..");
+    for (const std::string& drive : directories_.drives()) {
+        const std::string root = drive.substr(0, drive.find(':')) + ":\\";
+        if (!isinlist(state_.driveRoots, root))
+            state_.driveRoots.add(root);
+    }
+    for (int index = 0; index < state_.driveRoots.count(); ++index) {
+        state_.scanRoot = state_.driveRoots.row(index);
+        Command4z();
+        pause_(0.6);
+    }
+    sayFound();
+}
+
+// Depth-first below the path, into dirQueue. A directory that can't be entered has no
+// subdirectories. With the queue full there is nothing left to find.
+Scan::ReadAhead Scan::walkdirs(const std::string& path) {
+    ReadAhead read{listers_.File1.pattern(), {}};
+    std::vector<std::string> pending; // the next to enter stands last
+    std::string directory = path;
+    for (;;) {
+        if (listers_.Dir1.setPath(directory)) {
+            const auto& entries = listers_.Dir1.list();
+            const auto end =
+                entries.begin() + static_cast<std::ptrdiff_t>(std::min(entries.size(), entryLimit));
+            std::copy(std::make_reverse_iterator(end), std::make_reverse_iterator(entries.begin()),
+                      std::back_inserter(pending));
+            DirectoryListing listing = listers_.Dir1.giveListing();
+            listers_.File1.filter(listing.files);
+            read.listings.insert_or_assign(directory, std::move(listing));
+        }
+        loop_.serveTurn();
+        if (pending.empty() || !state_.dirQueue.add(pending.back()))
+            return read;
+        directory = std::move(pending.back());
+        pending.pop_back();
+    }
+}
+
+void Scan::listQueue(ReadAhead read) {
+    FileLister& File1 = listers_.File1;
+    const int last = state_.dirQueue.count() - 1;
+    for (int queued = 0; queued <= last; ++queued) {
+        enter(state_.dirQueue.row(queued), read);
+        for (int index = 0; index < File1.count(); ++index) {
+            const Song song = songOfFile(File1.name(index), File1.path());
+            loop_.serveTurn();
+            if (!state_.scanRows.full())
+                state_.scanRows.add(makerow(song.name, song.extension, song.directory));
+            if (!state_.knownDirs.contains(song.directory))
+                state_.knownDirs.add(song.directory);
+        }
+    }
+}
+
+// A directory that can't be entered leaves File1 where it was, so that the one before it is
+// listed once more.
+void Scan::enter(const std::string& directory, ReadAhead& read) {
+    const auto known = read.listings.find(directory);
+    if (known != read.listings.end() && read.pattern == listers_.File1.pattern()) {
+        listers_.File1.take(std::move(known->second));
+        read.listings.erase(known);
+    } else {
+        listers_.File1.setPath(directory);
+    }
+}
+
+void Scan::sayFound() {
+    reply_.saychat("found <b>" + std::to_string(state_.scanRows.count()) + "</b> (<b>" +
+                   state_.mediaFilter + "</b>) in <b>" + std::to_string(state_.knownDirs.count()) +
+                   "</b> directories");
+}
+
+} // namespace larkspin

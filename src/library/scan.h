@@ -1,0 +1,56 @@
+// Scans: finding media files on disk. A scan walks a directory with its whole subtree, or
+// every drive, and leaves what the media filter lets through in scanRows. No playlist changes.
+//
+// Events run at every file, so that a command can arrive in the middle of a scan; one that
+// scans, lists or changes the filter itself then changes what this scan goes on with.
+#pragma once
+
+#include "library/directories.h"
+#include "shell/pause.h"
+
+#include <string>
+#include <unordered_map>
+
+namespace larkspin {
+
+struct AppState;
+class EventLoop;
+struct Listers;
+class Reply;
+
+class Scan {
+public:
+    Scan(AppState& state, Listers& listers, Directories& directories, EventLoop& loop, Reply& reply)
+        : state_(state), listers_(listers), directories_(directories), loop_(loop), pause_(loop),
+          reply_(reply) {}
+
+    // The tree under scanRoot, from empty results, with an answer in the room.
+    void Command4_Click();
+
+    // The same without the answer, added to the results that are there.
+    void Command4z();
+
+    // Every drive of the machine.
+    void scanpc();
+
+private:
+    // What the walk has read, for the listing behind it: each directory is read once.
+    struct ReadAhead {
+        std::string pattern; // the listings hold only what fits it
+        std::unordered_map<std::string, DirectoryListing> listings;
+    };
+
+    ReadAhead walkdirs(const std::string& path);
+    void listQueue(ReadAhead read);
+    void enter(const std::string& directory, ReadAhead& read);
+    void sayFound();
+
+    AppState& state_;
+    Listers& listers_;
+    Directories& directories_;
+    EventLoop& loop_;
+    Pause pause_;
+    Reply& reply_;
+};
+
+} // namespace larkspin
