@@ -1,0 +1,20 @@
+// Where the random picks get their numbers from.
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+namespace larkspin {
+
+class Chance {
+public:
+    explicit Chance(std::uint64_t seed) : generator_(seed) {}
+
+    // One of 0 to count - 1, each as likely as the other; the count is at least 1.
+    int below(int count) { return std::uniform_int_distribution(0, count - 1)(generator_); }
+
+private:
+    std::mt19937_64 generator_;
+};
+
+} // namespace larkspin

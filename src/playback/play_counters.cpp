@@ -1,0 +1,37 @@
+#include "playback/play_counters.h"
+
+#include "chat/reply.h"
+#include "shell/app_state.h"
+#include "shell/settings.h"
+#include "text/number.h"
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::string_view section = "times played";
+
+} // namespace
+
+double PlayCounters::count(const std::string& title) {
+    return numberOrZero(settings_.getini(section, title, countsFile_));
+}
+
+void PlayCounters::bumpcount() {
+    const std::string title = reply_.yochoose(Choice::play);
+    const double counted = count(title) + 1;
+    settings_.putini(section, title, numberText(counted), countsFile_);
+    show(counted);
+}
+
+void PlayCounters::bumpPlayed() {
+    const double played = numberOrZero(reply_.yochoose(Choice::played)) + 1;
+    settings_.put("played", numberText(played));
+    state_.mpp = "mp3s played:  " + numberText(played);
+}
+
+void PlayCounters::show(double count) {
+    state_.playtz = "played " + numberText(count) + " times";
+}
+
+} // namespace larkspin

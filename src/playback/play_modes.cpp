@@ -1,0 +1,52 @@
+#include "playback/play_modes.h"
+
+#include "chat/reply.h"
+#include "playback/transport.h"
+#include "shell/app_state.h"
+
+namespace larkspin {
+
+void PlayModes::repeat() {
+    switchOn(&AppState::rep, "repeat", "repeat");
+}
+void PlayModes::shuffle() {
+    switchOn(&AppState::crand, "shuffle", "shuffled play");
+}
+void PlayModes::cont() {
+    switchOn(&AppState::cintz, "continuous", "continuous play");
+}
+
+void PlayModes::repeatoff() {
+    switchOff(&AppState::rep, "repeat");
+}
+void PlayModes::soff() {
+    switchOff(&AppState::crand, "shuffled play");
+}
+void PlayModes::contoff() {
+    switchOff(&AppState::cintz, "continuous play");
+}
+
+void PlayModes::switchOn(bool AppState::*mode, const std::string& word, const std::string& label) {
+    if (reply_.refusedInSilence("to use " + word +
+                                " in silent mode, go to player ops in the system tray menu"))
+        return;
+    reply_.saychat(label + " - <b>on");
+    state_.rep = state_.crand = state_.cintz = false;
+    state_.*mode = true;
+    if (!transport_.nothingLoaded())
+        state_.Timer1.enable();
+}
+
+void PlayModes::switchOff(bool AppState::*mode, const std::string& label) {
+    if (reply_.silentguard())
+        return;
+    if (!(state_.*mode)) {
+        reply_.saychat(label + " not on, genius");
+        return;
+    }
+    state_.Timer1.disable();
+    state_.*mode = false;
+    reply_.saychat(label + " - <b>off");
+}
+
+} // namespace larkspin

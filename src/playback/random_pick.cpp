@@ -1,0 +1,119 @@
+#include "playback/random_pick.h"
+
+#include "chat/scanner.h"
+#include "library/playlist_row.h"
+#include "shell/app_state.h"
+#include "shell/event_loop.h"
+#include "shell/settings.h"
+#include "text/number.h"
+
+#include <vector>
+
+namespace larkspin {
+
+namespace {
+
+// What the setting "play" holds until the caller writes the song's name over it.
+constexpr std::string_view takenFlag = "1";
+constexpr std::string_view rejectedFlag = "0";
+
+} // namespace
+
+void RandomPick::randompick() {
+    bool taken = false;
+    for (int tried = 0; tried < tries && !taken; ++tried) {
+        loop_.serveTurn();
+        if (state_.masterList.empty())
+            return;
+        taken = offerRow(chance_.below(state_.masterList.count()));
+    }
+    if (!taken)
+        offerRow(anyOf(state_.masterList.count(), [this](int index) {
+            return !isRemembered(state_.masterList.folded(index));
+        }));
+    if (state_.playedMemory.count() >= state_.masterList.count())
+        state_.playedMemory.clear();
+}
+
+bool RandomPick::offerRow(int index) {
+    state_.setMasterIndex(index);
+    const std::string title = songOfRow(state_.masterList.currentRow()).title();
+    state_.choiceList.clear();
+    NiteScan2_.stopscan();
+    state_.choiceList.add(title);
+    state_.choiceList.setCurrentIndex(0);
+    if (state_.playedMemory.contains(title)) {
+        settings_.put("play", rejectedFlag);
+        return false;
+    }
+    settings_.put("play", takenFlag);
+    state_.playedMemory.add(title);
+    return true;
+}
+
+bool RandomPick::isRemembered(std::string_view foldedRow) {
+    title_.assign(rowname(foldedRow)).append(rowext(foldedRow));
+    return state_.playedMemory.containsFolded(title_);
+}
+
+void RandomPick::pickFromChoices() {
+    bool taken = false;
+    for (int tried = 0; tried < tries && !taken; ++tried) {
+        loop_.serveTurn();
+        if (state_.choiceList.empty())
+            return;
+        taken = offerChoice(chance_.below(state_.choiceList.count()));
+    }
+    if (!taken)
+        offerChoice(anyOf(state_.choiceList.count(), [this](int index) {
+            return !state_.playedMemory.containsFolded(state_.choiceList.folded(index));
+        }));
+}
+
+bool RandomPick::offerChoice(int index) {
+    state_.choiceList.setCurrentIndex(index);
+    if (meetsMemory(index)) {
+        settings_.put("play", rejectedFlag);
+        return false;
+    }
+    settings_.put("play", takenFlag);
+    state_.playedMemory.add(state_.choiceList.share(index));
+    return true;
+}
+
+// Whether the memory holds the choice. Each remembered row that contains it is counted; when
+// there have been as many as there are choices, all of them have had their turn, and the
+// memory is emptied.
+bool RandomPick::meetsMemory(int index) {
+    const std::string& wanted = state_.choiceList.folded(index);
+    bool met = false;
+    for (int turn = 0; turn < state_.playedMemory.count(); ++turn) {
+        const std::string& remembered = state_.playedMemory.folded(turn);
+        met = met || remembered == wanted;
+        if (remembered.find(wanted) == std::string::npos)
+            continue;
+        const double hits = numberOrZero(state_.pickHits) + 1;
+        state_.pickHits = numberText(hits);
+        if (hits == state_.choiceList.count()) {
+            state_.playedMemory.clear();
+            state_.pickHits = "0";
+        }
+    }
+    return met;
+}
+
+// One of the indexes that are left, each as likely as the other. With none left the memory
+// is emptied, and all of them are.
+int RandomPick::anyOf(int count, const std::function<bool(int)>& isLeft) {
+    std::vector<int> left;
+    for (int index = 0; index < count; ++index)
+        if (isLeft(index))
+            left.push_back(index);
+    if (!left.empty())
+        return left[static_cast<std::size_t>(chance_.below(static_cast<int>(left.size())))];
+    state_.playedMemory.clear();
+    state_.pickHits = "0";
+    return chance_.below(count);
+}
+
+} // namespace larkspin
