@@ -1,0 +1,181 @@
+#include "app/command_rows.h"
+
+#include "app/program.h"
+
+namespace larkspin {
+
+namespace {
+
+// A word that is known and kept free, but has no effect so far.
+constexpr std::nullptr_t notYet = nullptr;
+
+constexpr bool atAnyTrigger = false; // CommandRow::behindTrigger
+
+std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
+    return {
+        // clang-format off
+        {"play *", [&p](const auto& text) { p.selection.play(text); }},
+        {"yes", notYet},
+        {"no", notYet},
+        {"view", notYet},
+        {"num *", [&p](const auto& text) { p.selection.num(text); }},
+        {"dir?", notYet},
+        {"media?", notYet},
+        {"rename *", notYet},
+        {"delete", notYet},
+        {"kw *", notYet},
+        {"url *", notYet},
+        {"scrn", notYet},
+        {"nshow", notYet},
+        {"sn *", notYet},
+        {"note *", notYet},
+        {"notes?", notYet},
+        {"clrn", notYet},
+        {"rn *", notYet},
+        {"del *", notYet},
+        {"ut", notYet},
+        {"rstart", notYet},
+        {"sdown", notYet},
+        {"ot", notYet},
+        {"rnd *", [&p](const auto& text) { p.selection.rnd(text); }},
+        {"len", notYet},
+        {"pos", notYet},
+        {"signoff", notYet},
+        {"closeaol", notYet},
+        {"pt", notYet},
+        {"rt", notYet},
+        {"ver", notYet},
+        {"pr *", notYet},
+        {"color", notYet},
+        {"edit *, *", notYet},
+        {"apps", notYet},
+        {"load *", notYet},
+        {"rmva *", notYet},
+        {"scan *", [&p](const auto& text) { p.adding.scan(text); }},
+        {"xlist *", notYet},
+        {"list *", notYet},
+        {"save *", notYet},
+        {"listadd *", [&p](const auto& text) { p.adding.listadd(text); }},
+        {"ref *", notYet},
+        {"listrmv *", notYet},
+        {"ref", notYet},
+        {"clra", notYet},
+        {"ap?", notYet},
+        {"ap *, *", notYet},
+        {"scra", notYet},
+        {"cinfo", notYet},
+        {"free *", notYet},
+        {"count *", notYet},
+        {"fwd *", notYet},
+        {"rew *", notYet},
+        {"pos *", notYet},
+        {"end", notYet},
+        {"first", notYet},
+        {"transfer", [&p](const auto&) { p.adding.transfer(); }},
+        {"scanpc", [&p](const auto&) { p.scan.scanpc(); }},
+        {"rec *, *", notYet},
+        // clang-format on
+    };
+}
+
+// The two words that count only while the owner has a choice to make.
+std::vector<CommandRow> rowsOfNiteScan2(Program&) {
+    return {
+        {"cancel", notYet},
+        {"m *", notYet},
+    };
+}
+
+std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
+    return {
+        // clang-format off
+        {"stop", [&p](const auto&) { p.transport.stop(); }},
+        {"rnd", [&p](const auto&) { p.selection.rnd(); }},
+        {"tempo *", [&p](const auto& text) { p.sliders.tempo(text); }},
+        {"exit", [&p](const auto&) { p.exit(); }},
+        {"stats", notYet},
+        {"volume *", [&p](const auto& text) { p.sliders.volume(text); }},
+        {"coms", notYet},
+        {"info", notYet},
+        {"amp", notYet},
+        {"play", [&p](const auto&) { p.transport.tempp3(); }},
+        {"repeat", [&p](const auto&) { p.modes.repeat(); }},
+        {"shuffle", [&p](const auto&) { p.modes.shuffle(); }},
+        {"cont", [&p](const auto&) { p.modes.cont(); }},
+        {"repeatoff", [&p](const auto&) { p.modes.repeatoff(); }},
+        {"soff", [&p](const auto&) { p.modes.soff(); }},
+        {"contoff", [&p](const auto&) { p.modes.contoff(); }},
+        {"media", notYet},
+        {"ustat", notYet},
+        {"wstop", notYet},
+        {"wpre", notYet},
+        {"wplay", notYet},
+        {"wnext", notYet},
+        {"time", notYet},
+        {"date", notYet},
+        {"hidewelc", notYet},
+        {"imson", notYet},
+        {"imsoff", notYet},
+        {"ac *", notYet},
+        {"fc *", notYet},
+        {"font *", notYet},
+        {"af *", notYet},
+        {"ascii *", notYet},
+        {"ec *", notYet},
+        {"ef *", notYet},
+        {"eascii *", notYet},
+        {"pstat", notYet},
+        {"total", notYet},
+        {"idle *", notYet},
+        {"idleoff", notYet},
+        {"x *", notYet},
+        {"ban *", notYet},
+        {"unban *", notYet},
+        {"unx *", notYet},
+        {"trig *", [&p](const auto& text) { p.triggerCommands.trig(text); }},
+        // Under any trigger, so that an owner who has forgotten his can ask.
+        {"'trig?", [&p](const auto&) { p.triggerCommands.tellTrigger(); }, atAnyTrigger},
+        {"silent", [&p](const auto&) { p.silentMode.silent(); }},
+        {"silentoff", [&p](const auto&) { p.silentMode.silentoff(); }},
+        {"new", notYet},
+        {"old", notYet},
+        {"sent", notYet},
+        {"dstat", notYet},
+        {"next", [&p](const auto&) { p.transport.nexp3(); }},
+        {"pre", [&p](const auto&) { p.transport.prep3(); }},
+        {"pause", [&p](const auto&) { p.transport.pause(); }},
+        {"resume", [&p](const auto&) { p.transport.resume(); }},
+        {"adv", notYet},
+        {"filter *", [&p](const auto& text) { p.mediaFilter.filter(text); }},
+        {"filter?", [&p](const auto&) { p.mediaFilter.tellFilter(); }},
+        {"clearpl", notYet},
+        {"clear", notYet},
+        {"newpl", notYet},
+        {"times", notYet},
+        {"aim?", notYet},
+        {"tops", notYet},
+        {"top *", notYet},
+        {"pl?", notYet},
+        {"sela", notYet},
+        {"scrd", notYet},
+        {"scrpl", notYet},
+        {"pl", notYet},
+        // clang-format on
+    };
+}
+
+} // namespace
+
+std::vector<CommandRow> commandRows(Program& program, HandledBy handler) {
+    switch (handler) {
+    case HandledBy::NiteScan1:
+        return rowsOfNiteScan1(program);
+    case HandledBy::NiteScan2:
+        return rowsOfNiteScan2(program);
+    case HandledBy::NiteScan3:
+        return rowsOfNiteScan3(program);
+    }
+    return {};
+}
+
+} // namespace larkspin

@@ -1,0 +1,29 @@
+// All that the program needs of the machine it runs on, as one hand of ports. A front end
+// makes them and hands them over; they must outlive the program.
+#pragma once
+
+#include <string>
+
+namespace larkspin {
+
+class Dialogs;
+class Directories;
+class EventLoop;
+class Files;
+class MediaControl;
+class Process;
+class Room;
+
+struct Machine {
+    EventLoop& loop;
+    Files& files;
+    Directories& directories;
+    Dialogs& dialogs;
+    Room& room;
+    MediaControl& player;
+    Process& process;
+    std::string dataDirectory; // drive path without a trailing backslash
+    bool fadesWindows;         // the desktop can draw the splash half transparent
+};
+
+} // namespace larkspin
