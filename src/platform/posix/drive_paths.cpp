@@ -1,0 +1,95 @@
+#include "platform/posix/drive_paths.h"
+
+#include "text/utf8.h"
+
+#include <filesystem>
+
+namespace larkspin {
+
+namespace {
+
+constexpr char32_t privateBase = 0xF000;
+// No name holds the character that this would stand for, so it is free to mark a private
+// character that is meant as such.
+constexpr char32_t escapeMark = privateBase;
+
+bool needsDisguise(char byte) {
+    constexpr std::string_view reserved = "|\\:*?\"<>\x7F";
+    return static_cast<unsigned char>(byte) < 0x20 || reserved.find(byte) != std::string_view::npos;
+}
+
+bool isDisguise(char32_t code) {
+    if (code <= privateBase || code > privateBase + 0x7F)
+        return false;
+    const char byte = static_cast<char>(code - privateBase);
+    return byte == ' ' || needsDisguise(byte);
+}
+
+bool isSeparator(char byte) {
+    return byte == '\\' || byte == '/';
+}
+
+void appendNativeName(std::string& path, std::string_view name) {
+    while (!name.empty()) {
+        Character character = firstCharacter(name);
+        if (character.valid && character.code == escapeMark && character.length < name.size()) {
+            name.remove_prefix(character.length);
+            character = firstCharacter(name);
+            path += name.substr(0, character.length);
+        } else if (character.valid && isDisguise(character.code)) {
+            path += static_cast<char>(character.code - privateBase);
+        } else {
+            path += name.substr(0, character.length);
+        }
+        name.remove_prefix(character.length);
+    }
+}
+
+} // namespace
+
+std::string nativePath(std::string_view drivePath) {
+    if (drivePath.size() < 2 || (drivePath[0] != 'c' && drivePath[0] != 'C') || drivePath[1] != ':')
+        return {};
+    drivePath.remove_prefix(2);
+    std::string path;
+    while (!drivePath.empty()) {
+        std::size_t length = 0;
+        while (length < drivePath.size() && !isSeparator(drivePath[length]))
+            ++length;
+        if (length > 0) {
+            path += '/';
+            appendNativeName(path, drivePath.substr(0, length));
+        }
+        drivePath.remove_prefix(length < drivePath.size() ? length + 1 : length);
+    }
+    return path.empty() ? "/" : path;
+}
+
+std::string driveName(std::string_view nativeName) {
+    std::string name;
+    name.reserve(nativeName.size());
+    for (std::size_t at = 0; at < nativeName.size();) {
+        const Character character = firstCharacter(nativeName.substr(at));
+        const bool atAnEnd = at == 0 || at + 1 == nativeName.size();
+        if (needsDisguise(nativeName[at]) || (nativeName[at] == ' ' && atAnEnd)) {
+            appendCharacter(name, privateBase + character.code);
+        } else {
+            if (character.valid && (character.code == escapeMark || isDisguise(character.code)))
+                appendCharacter(name, escapeMark);
+            name += nativeName.substr(at, character.length);
+        }
+        at += character.length;
+    }
+    return name;
+}
+
+std::string drivePath(std::string_view nativePath) {
+    const auto normal = std::filesystem::path(nativePath).lexically_normal();
+    std::string path = "c:";
+    for (const auto& name : normal.relative_path())
+        if (!name.empty())
+            path += '\\' + driveName(name.native());
+    return path.size() == 2 ? "c:\\" : path;
+}
+
+} // namespace larkspin

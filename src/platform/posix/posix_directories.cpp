@@ -1,0 +1,90 @@
+#include "platform/posix/posix_directories.h"
+
+#include "platform/posix/drive_paths.h"
+
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace larkspin {
+
+namespace {
+
+struct CloseDirectory {
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
+enum class Kind { file, directory, other };
+
+Kind kindOf(DIR* directory, const dirent& entry) {
+    if (entry.d_type == DT_REG)
+        return Kind::file;
+    if (entry.d_type == DT_DIR)
+        return Kind::directory;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
+        return Kind::other;
+    struct stat facts {};
+    if (::fstatat(::dirfd(directory), entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
+        return Kind::other;
+    const bool isLink = S_ISLNK(facts.st_mode);
+    if (isLink && ::fstatat(::dirfd(directory), entry.d_name, &facts, 0) != 0)
+        return Kind::other;
+    if (S_ISREG(facts.st_mode))
+        return Kind::file;
+    return S_ISDIR(facts.st_mode) && !isLink ? Kind::directory : Kind::other;
+}
+
+bool isMadeUp(std::string_view native, std::string_view name) {
+    return native == "/" && (name == "proc" || name == "sys" || name == "dev" || name == "run");
+}
+
+std::string ownHome() {
+    if (const char* home = std::getenv("HOME"); home && *home == '/')
+        return home;
+    const passwd* user = ::getpwuid(::geteuid());
+    return user && user->pw_dir ? user->pw_dir : "/";
+}
+
+} // namespace
+
+PosixDirectories::PosixDirectories() : home_(ownHome()) {}
+
+std::optional<DirectoryListing> PosixDirectories::list(const std::string& path) {
+    const std::string native = nativePath(path);
+    if (native.empty())
+        return std::nullopt;
+    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(native.c_str()));
+    if (!directory)
+        return std::nullopt;
+    DirectoryListing listing;
+    listing.path = larkspin::drivePath(native);
+    while (const dirent* entry = ::readdir(directory.get())) {
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == ".." || isMadeUp(native, name))
+            continue;
+        const Kind kind = kindOf(directory.get(), *entry);
+        if (kind == Kind::file)
+            listing.files.push_back(driveName(name));
+        else if (kind == Kind::directory)
+            listing.directories.push_back(driveName(name));
+    }
+    return listing;
+}
+
+std::vector<std::string> PosixDirectories::drives() {
+    return {"c:"};
+}
+
+std::string PosixDirectories::drivePath(std::string_view typed) {
+    if (typed == "~" || typed.starts_with("~/"))
+        return larkspin::drivePath(home_ + std::string(typed.substr(1)));
+    if (typed.starts_with('/'))
+        return larkspin::drivePath(typed);
+    return std::string(typed);
+}
+
+} // namespace larkspin

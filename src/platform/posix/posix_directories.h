@@ -1,0 +1,24 @@
+// The directories port on a POSIX system: one drive, `c:`, which is the root directory.
+//
+// Links to directories are not followed, so that a walk can't run in circles; links to files
+// are files. From the root, a walk doesn't enter the directories that the system makes up.
+#pragma once
+
+#include "library/directories.h"
+
+namespace larkspin {
+
+class PosixDirectories : public Directories {
+public:
+    PosixDirectories(); // with the user's own home directory
+    explicit PosixDirectories(std::string home) : home_(std::move(home)) {}
+
+    std::optional<DirectoryListing> list(const std::string& path) override;
+    std::vector<std::string> drives() override;
+    std::string drivePath(std::string_view typed) override;
+
+private:
+    std::string home_; // native
+};
+
+} // namespace larkspin
