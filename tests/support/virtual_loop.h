@@ -1,0 +1,28 @@
+// A loop on a virtual clock: waiting costs no time, it moves the clock and fires what comes
+// due on the way, in order.
+#pragma once
+
+#include "shell/event_queue.h"
+
+namespace larkspin {
+
+class VirtualLoop : public EventLoop {
+public:
+    Nanoseconds now() const override { return now_; }
+    std::tm localTime() const override;
+    void post(Task task) override { queue_.post(std::move(task)); }
+    TimerId every(Nanoseconds interval, Task task) override {
+        return queue_.every(interval, now_, std::move(task));
+    }
+    void cancel(TimerId timer) override { queue_.cancel(timer); }
+    void serveTurn() override { queue_.runDue(now_); }
+    void waitUntil(Nanoseconds moment) override;
+
+    bool isIdle() const { return queue_.depth() == 0; }
+
+private:
+    EventQueue queue_;
+    Nanoseconds now_ = std::chrono::seconds(1);
+};
+
+} // namespace larkspin

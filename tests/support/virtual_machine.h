@@ -1,0 +1,173 @@
+// A whole running program in one line, on a machine that a test controls: temporary disk,
+// virtual clock, recorded room and boxes, a silent player whose songs have given lengths.
+//
+//     VirtualMachine machine;
+//     machine.song("rock", "ride.mp3", 180s);
+//     machine.start();
+//     machine.owner("'play ride");
+//     EXPECT_SAID(machine, "playing:  <b>1</b>.  <b><u>ride</b></u>");
+#pragma once
+
+#include "app/machine.h"
+#include "app/process.h"
+#include "app/program.h"
+#include "chat/room.h"
+#include "library/directories.h"
+#include "platform/posix/posix_directories.h"
+#include "platform/posix/posix_files.h"
+#include "playback/media_control.h"
+#include "shell/dialogs.h"
+#include "support/temp_directory.h"
+#include "support/virtual_loop.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+using namespace std::chrono_literals;
+
+// The real files of a temporary disk, with faults on demand.
+class FaultyFiles : public PosixFiles {
+public:
+    bool replace(const std::string& path, const std::string& contents) override;
+    bool makeDirectory(const std::string& path) override;
+    bool full = false; // every write fails
+    int writes = 0;
+};
+
+// What was said in the room. The owner is signed on as "Owner".
+class RecordedRoom : public Room {
+public:
+    explicit RecordedRoom(EventLoop& loop) : loop_(loop) {}
+
+    std::string currentScreenName() override { return screenName; }
+    void sendChatLine(const std::string& line) override;
+    void clearChatInput() override { input.clear(); }
+
+    std::string screenName = "Owner";
+    std::string input = "half a line";
+    bool open = true;
+    std::vector<std::string> lines;
+    std::function<void(const ChatLine&)> hear;
+
+private:
+    EventLoop& loop_;
+};
+
+class ScriptedDialogs : public Dialogs {
+public:
+    void box(const std::string& text) override { boxes.push_back(text); }
+    void stopBox(const std::string& text) override { boxes.push_back(text); }
+    bool ask(const std::string& question) override;
+
+    std::vector<std::string> boxes;
+    std::vector<bool> answers; // to the questions, in order; No when there are none left
+};
+
+// Plays without sound on the virtual clock. Lengths are told by the path that was opened;
+// a file without one can't be decoded.
+class SilentPlayer : public MediaControl {
+public:
+    explicit SilentPlayer(EventLoop& loop) : loop_(loop) {}
+
+    void Open(const std::string& fileName) override;
+    void Play() override;
+    void Pause() override;
+    void Stop() override;
+    larkspin::PlayState PlayState() override;
+    std::string FileName() override { return fileName_; }
+    double Duration() override { return duration_; }
+    double CurrentPosition() override;
+    void setCurrentPosition(double seconds) override;
+    void setRate(double rate) override;
+    void setVolume(int v) override { volume = v; }
+    void setMute(bool m) override { mute = m; }
+    void setOwnControlsVisible(bool visible) override { ownControls = visible; }
+    void setSize(int, int) override {}
+
+    std::map<std::string, double> lengths; // seconds, by drive path
+    std::vector<std::string> opened;
+    int volume = 0;
+    bool mute = false;
+    double rate = 1;
+    bool ownControls = true;
+
+private:
+    void advance();
+
+    EventLoop& loop_;
+    std::string fileName_;
+    double duration_ = 0, position_ = 0;
+    Nanoseconds asOf_{}; // the moment of position_
+    larkspin::PlayState state_ = larkspin::PlayState::closed;
+};
+
+// Ends by being thrown: nothing between the program's end and the machine catches it.
+struct ProcessEnded {};
+
+class VirtualProcess : public Process {
+public:
+    bool claimOnlyCopy() override { return onlyCopy; }
+    [[noreturn]] void end() override { throw ProcessEnded(); }
+
+    bool onlyCopy = true;
+};
+
+class VirtualMachine {
+public:
+    VirtualMachine();
+
+    // The disk.
+    std::string dataFile(const std::string& name) const; // contents, "" when missing
+    void writeDataFile(const std::string& name, const std::string& contents);
+    std::string drive(const std::string& below) const; // drive path of a path on the disk
+    // Puts a song of that length on the disk, below music\<directory>, and gives its row.
+    std::string song(const std::string& directory, const std::string& name,
+                     std::chrono::duration<double> length = 180s);
+    // The same for many, in the playlist that the next start loads.
+    void playlist(const std::vector<std::string>& names,
+                  std::chrono::duration<double> length = 180s);
+    std::string setting(const std::string& key);
+
+    // The program. Each of these is true while the process lives.
+    bool start();
+    bool owner(const std::string& line); // the owner says a line, and its effects run
+    bool owner(const std::string& line, std::chrono::duration<double> wait);
+    bool somebody(const std::string& name, const std::string& line);
+    bool advance(std::chrono::duration<double> span);
+    bool run(const std::function<void()>& action);
+
+    // What the program has said, without the style around it; the owner's own lines are not
+    // among them. The last one, and all since `forget`.
+    std::string said() const;
+    std::vector<std::string> allSaid() const;
+    bool hasSaid(std::string_view text) const;
+    std::string lastBox() const { return dialogs.boxes.empty() ? "" : dialogs.boxes.back(); }
+    void forget();
+
+    TempDirectory disk;
+    VirtualLoop loop;
+    FaultyFiles files;
+    PosixDirectories directories;
+    ScriptedDialogs dialogs;
+    RecordedRoom room;
+    SilentPlayer player;
+    VirtualProcess process;
+    bool fadesWindows = false;
+    std::unique_ptr<Program> program; // made at start
+    AppState& state() { return program->state; }
+};
+
+// The message of a styled line in the default style; the line itself in any other.
+std::string messageOf(const std::string& line);
+
+#define EXPECT_SAID(machine, text) EXPECT_EQ((machine).said(), (text))
+
+} // namespace larkspin
