@@ -13,7 +13,7 @@ Program::Program(const Machine& m)
       triggerCommands(state, reply, m.dialogs), silentMode(state, reply), listers(m.directories),
       mediaFilter(state, listers.File1, reply, m.dialogs),
       scan(state, listers, m.directories, m.loop, reply), adding(state, m.directories, scan, reply),
-      splash(state, m.loop, m.fadesWindows), mediaWindow(state, settings, m.player),
+      splash(state, m.loop, m.fadesWindows), mediaWindow(state, settings, m.player, m.loop),
       sliders(state, m.player, reply), counters(state, settings, reply, directory),
       transport(state, settings, m.files, m.player, reply, sliders, counters, mediaWindow,
                 NiteScan2),

@@ -22,14 +22,14 @@ int storedEdge(const std::string& value) {
 
 } // namespace
 
-MediaWindow::MediaWindow(AppState& state, Settings& settings, MediaControl& player)
+MediaWindow::MediaWindow(AppState& state, Settings& settings, MediaControl& player, EventLoop& loop)
     : state_(state), settings_(settings), player_(player) {
     mp3s.name = "mp3s";
     mp3s.controls = {
         {.name = "mediaCaption",
          .place = {0, 0, width, miniHeight},
          .text = [this] { return state_.mediaCaption; },
-         .onMouseDown = [this] { mp3s.dragged = true; },
+         .onMouseDown = [this, &loop] { dragwindow(loop, mp3s); },
          .onDoubleClick = [this] { toggleHeight(); }},
     };
 }

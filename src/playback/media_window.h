@@ -8,12 +8,13 @@
 namespace larkspin {
 
 struct AppState;
+class EventLoop;
 class MediaControl;
 class Settings;
 
 class MediaWindow {
 public:
-    MediaWindow(AppState& state, Settings& settings, MediaControl& player);
+    MediaWindow(AppState& state, Settings& settings, MediaControl& player, EventLoop& loop);
 
     // Takes place and height from the settings, and gives them back at the end of a run.
     void load();

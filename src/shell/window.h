@@ -5,6 +5,8 @@
 // Places and sizes are in twips, 1/1440 of an inch.
 #pragma once
 
+#include "shell/event_loop.h"
+
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -46,8 +48,15 @@ struct Window {
     }
 };
 
+// Stays above the windows of all other programs from now on.
 inline void keepontop(Window& window) {
     window.onTop = true;
+}
+
+// Lets a label serve as title bar: called when the mouse goes down on it.
+inline void dragwindow(EventLoop& loop, Window& window) {
+    loop.serveTurn();
+    window.dragged = true;
 }
 
 } // namespace larkspin
