@@ -33,10 +33,7 @@ int loadlines(Files& files, const std::string& path, RowList& list) {
     const auto contents = files.read(path);
     if (!contents)
         return 0;
-    return forEachLine(*contents, [&list](std::string_view line) {
-        if (!list.full())
-            list.add(std::string(line));
-    });
+    return forEachLine(*contents, [&list](std::string_view line) { list.add(line); });
 }
 
 void savelines(Files& files, const std::string& path, const RowList& list) {

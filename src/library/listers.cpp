@@ -17,24 +17,25 @@ bool FileLister::setPath(const std::string& path) {
     auto listing = directories_.list(path);
     if (!listing)
         return false;
-    take(std::move(*listing));
+    select(listing->files);
+    show(std::move(listing->path), std::move(listing->files));
     return true;
 }
 
-void FileLister::take(DirectoryListing listing) {
-    path_ = std::move(listing.path);
-    names_ = std::move(listing.files);
-    filter(names_);
-    std::sort(names_.begin(), names_.end(), lessFolded);
+void FileLister::show(std::string path, std::vector<std::string> selected) {
+    path_ = std::move(path);
+    names_ = std::move(selected);
 }
 
-void FileLister::filter(std::vector<std::string>& names) const {
+void FileLister::select(std::vector<std::string>& names) const {
     std::erase_if(names,
                   [this](const std::string& name) { return !fitsAny(foldCase(name), pattern_); });
+    std::sort(names.begin(), names.end(), lessFolded);
 }
 
-std::string FileLister::name(int index) const {
-    return index >= 0 && index < count() ? names_[static_cast<std::size_t>(index)] : "";
+const std::string& FileLister::name(int index) const {
+    static const std::string none;
+    return index >= 0 && index < count() ? names_[static_cast<std::size_t>(index)] : none;
 }
 
 bool DirectoryLister::setPath(const std::string& path) {

@@ -25,19 +25,19 @@ public:
 
     // False, and nothing changes, when the directory can't be entered.
     bool setPath(const std::string& path);
-    // The same for a directory that has just been read.
-    void take(DirectoryListing listing);
+    // The same for a directory whose files have just been read and selected.
+    void show(std::string path, std::vector<std::string> selected);
     // Without a trailing backslash, but for a root; empty before the first setPath.
     const std::string& path() const { return path_; }
 
     void refresh() { setPath(path_); }
 
-    // Drops the names that the pattern doesn't let through.
-    void filter(std::vector<std::string>& names) const;
+    // Leaves the names that the pattern lets through, in order.
+    void select(std::vector<std::string>& names) const;
 
     // The files that fit, by name without regard to case. Outside the list: an empty text.
     int count() const { return static_cast<int>(names_.size()); }
-    std::string name(int index) const;
+    const std::string& name(int index) const;
 
 private:
     Directories& directories_;

@@ -11,7 +11,7 @@ bool addToPlaylist(AppState& state, const Row& row) {
 }
 
 bool addToPlaylistOnce(AppState& state, const Row& row) {
-    return !row->text().empty() && !state.masterList.contains(*row) && addToPlaylist(state, row);
+    return !row.text().empty() && !state.masterList.contains(row) && addToPlaylist(state, row);
 }
 
 void clearPlaylist(AppState& state) {
@@ -43,7 +43,7 @@ bool searchrows(AppState& state, RowList& list, std::string_view text) {
         if (rowname(list.folded(index)).find(wanted) == std::string_view::npos)
             continue;
         list.setCurrentIndex(index);
-        const std::string& row = list.row(index);
+        const std::string_view row = list.row(index);
         if (isWellFormed(row))
             state.choiceList.add(list.share(index));
         else
@@ -57,7 +57,7 @@ void collectdirs(AppState& state) {
     for (int index = 0; index < state.masterList.count(); ++index) {
         const std::string_view directory = rowdir(state.masterList.row(index));
         if (!isinlist(state.knownDirs, directory))
-            state.knownDirs.add(std::string(directory));
+            state.knownDirs.add(directory);
     }
     state.setMasterIndex(state.masterList.count() - 1);
 }

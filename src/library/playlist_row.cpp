@@ -3,6 +3,8 @@
 #include "text/utf8.h"
 #include "text/wildcard.h"
 
+#include <algorithm>
+
 namespace larkspin {
 
 namespace {
@@ -23,11 +25,21 @@ std::string makerow(std::string_view name, std::string_view extension, std::stri
     return row;
 }
 
+std::string rowOfFile(std::string_view fileName, std::string_view directory) {
+    return makerow(withoutLast(fileName, extensionLength),
+                   lastCharacters(fileName, extensionLength), directory);
+}
+
 std::string_view rowname(std::string_view row) {
     const auto bar = row.find('|');
     if (bar == std::string_view::npos)
         return {};
-    return withoutLast(row.substr(0, bar), betweenNameAndBar);
+    const std::string_view head = row.substr(0, bar);
+    // As a rule characters are bytes here; counting them is the slow way.
+    const auto gapStart = head.size() - std::min(head.size(), betweenNameAndBar);
+    if (head.substr(gapStart, gap.size()) == gap)
+        return head.substr(0, gapStart);
+    return withoutLast(head, betweenNameAndBar);
 }
 
 std::string_view rowext(std::string_view row) {

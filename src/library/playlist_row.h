@@ -17,6 +17,7 @@
 namespace larkspin {
 
 std::string makerow(std::string_view name, std::string_view extension, std::string_view directory);
+std::string rowOfFile(std::string_view fileName, std::string_view directory);
 
 // The parts, as views into the row.
 std::string_view rowname(std::string_view row);

@@ -24,14 +24,20 @@ constexpr std::size_t entryLimit = 1001;
 void Scan::Command4_Click() {
     state_.knownDirs.clear();
     state_.scanRows.clear();
-    Command4z();
+    ReadAhead read = queueTree();
+    listers_.File1.refresh();
+    listQueue(std::move(read));
     sayFound();
 }
 
 void Scan::Command4z() {
+    listQueue(queueTree());
+}
+
+Scan::ReadAhead Scan::queueTree() {
     state_.dirQueue.clear();
     state_.dirQueue.add(state_.scanRoot);
-    listQueue(walkdirs(state_.scanRoot));
+    return walkdirs(state_.scanRoot);
 }
 
 void Scan::scanpc() {
@@ -59,15 +65,17 @@ Scan::ReadAhead Scan::walkdirs(const std::string& path) {
     std::vector<std::string> pending; // the next to enter stands last
     std::string directory = path;
     for (;;) {
-        if (listers_.Dir1.setPath(directory)) {
+        const bool entered = listers_.Dir1.setPath(directory);
+        read.visits.push_back({std::move(directory), entered, {}});
+        if (entered) {
             const auto& entries = listers_.Dir1.list();
             const auto end =
                 entries.begin() + static_cast<std::ptrdiff_t>(std::min(entries.size(), entryLimit));
             std::copy(std::make_reverse_iterator(end), std::make_reverse_iterator(entries.begin()),
                       std::back_inserter(pending));
-            DirectoryListing listing = listers_.Dir1.giveListing();
-            listers_.File1.filter(listing.files);
-            read.listings.insert_or_assign(directory, std::move(listing));
+            DirectoryListing& listing = read.visits.back().listing;
+            listing = listers_.Dir1.giveListing();
+            listers_.File1.select(listing.files);
         }
         loop_.serveTurn();
         if (pending.empty() || !state_.dirQueue.add(pending.back()))
@@ -81,28 +89,38 @@ void Scan::listQueue(ReadAhead read) {
     FileLister& File1 = listers_.File1;
     const int last = state_.dirQueue.count() - 1;
     for (int queued = 0; queued <= last; ++queued) {
-        enter(state_.dirQueue.row(queued), read);
+        enter(queued, read);
         for (int index = 0; index < File1.count(); ++index) {
-            const Song song = songOfFile(File1.name(index), File1.path());
             loop_.serveTurn();
-            if (!state_.scanRows.full())
-                state_.scanRows.add(makerow(song.name, song.extension, song.directory));
-            if (!state_.knownDirs.contains(song.directory))
-                state_.knownDirs.add(song.directory);
+            if (index < File1.count())
+                noteFile(File1.name(index), File1.path());
         }
     }
 }
 
 // A directory that can't be entered leaves File1 where it was, so that the one before it is
 // listed once more.
-void Scan::enter(const std::string& directory, ReadAhead& read) {
-    const auto known = read.listings.find(directory);
-    if (known != read.listings.end() && read.pattern == listers_.File1.pattern()) {
-        listers_.File1.take(std::move(known->second));
-        read.listings.erase(known);
+void Scan::enter(int queued, ReadAhead& read) {
+    FileLister& File1 = listers_.File1;
+    const std::string directory(state_.dirQueue.row(queued));
+    const auto visited = static_cast<std::size_t>(queued);
+    if (visited < read.visits.size() && read.visits[visited].queued == directory &&
+        read.pattern == File1.pattern()) {
+        ReadAhead::Visit& visit = read.visits[visited];
+        if (visit.entered)
+            File1.show(std::move(visit.listing.path), std::move(visit.listing.files));
     } else {
-        listers_.File1.setPath(directory);
+        File1.setPath(directory);
     }
+}
+
+void Scan::noteFile(const std::string& fileName, const std::string& directory) {
+    if (!state_.scanRows.full())
+        state_.scanRows.add(rowOfFile(fileName, directory));
+    // Most files lie where the one before them did.
+    const RowList& known = state_.knownDirs;
+    if (known.row(known.count() - 1) != directory && !known.contains(directory))
+        state_.knownDirs.add(directory);
 }
 
 void Scan::sayFound() {

@@ -9,7 +9,7 @@
 #include "shell/pause.h"
 
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 namespace larkspin {
 
@@ -36,13 +36,20 @@ public:
 private:
     // What the walk has read, for the listing behind it: each directory is read once.
     struct ReadAhead {
-        std::string pattern; // the listings hold only what fits it
-        std::unordered_map<std::string, DirectoryListing> listings;
+        struct Visit {
+            std::string queued;
+            bool entered;
+            DirectoryListing listing;
+        };
+        std::string pattern;       // the listings hold only what fits it
+        std::vector<Visit> visits; // in the order of the queue
     };
 
+    ReadAhead queueTree();
     ReadAhead walkdirs(const std::string& path);
     void listQueue(ReadAhead read);
-    void enter(const std::string& directory, ReadAhead& read);
+    void enter(int queued, ReadAhead& read);
+    void noteFile(const std::string& fileName, const std::string& directory);
     void sayFound();
 
     AppState& state_;

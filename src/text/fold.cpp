@@ -36,19 +36,19 @@ char foldedAscii(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
 }
 
-std::size_t asciiLength(std::string_view text) {
-    const auto end = std::find_if_not(text.begin(), text.end(), isAscii);
-    return static_cast<std::size_t>(end - text.begin());
-}
-
 } // namespace
 
 std::string foldCase(std::string_view text) {
-    const std::size_t plain = asciiLength(text);
-    std::string result(plain, '\0');
-    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain), result.begin(),
-                   foldedAscii);
-    text.remove_prefix(plain);
+    std::string result(text);
+    char bits = 0;
+    for (char& byte : result) {
+        bits = static_cast<char>(bits | byte);
+        byte = foldedAscii(byte);
+    }
+    if (isAscii(bits))
+        return result;
+
+    result.clear();
     while (!text.empty()) {
         const Character character = firstCharacter(text);
         if (character.length == 1)

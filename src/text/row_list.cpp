@@ -14,29 +14,29 @@ namespace {
 // has few blocks.
 constexpr std::size_t blockLimit = 512;
 
-const std::string noText;
+const Row noRow;
 
 } // namespace
 
-RowText::RowText(std::string text) : text_(std::move(text)) {
-    std::string folded = foldCase(text_);
-    differs_ = folded != text_;
-    if (differs_)
-        folded_ = std::move(folded);
-}
-
-Row makeRow(std::string text) {
-    return std::make_shared<const RowText>(std::move(text));
+Row::Row(std::string_view text) {
+    std::string folded = foldCase(text);
+    if (folded == text)
+        folded.clear();
+    textSize_ = static_cast<std::uint32_t>(text.size());
+    foldedSize_ = static_cast<std::uint32_t>(folded.size());
+    auto bytes = std::make_shared_for_overwrite<char[]>(text.size() + folded.size());
+    std::copy(folded.begin(), folded.end(), std::copy(text.begin(), text.end(), bytes.get()));
+    bytes_ = std::move(bytes);
 }
 
 bool RowList::add(Row row) {
     if (full())
         return false;
     if (occurrences_)
-        ++(*occurrences_)[row->folded()];
+        ++(*occurrences_)[row.folded()];
     const bool goesLast =
-        order_ == Order::ofAddition || empty() || row->folded() >= blocks_.back().back()->folded();
-    const Place place = goesLast ? placeOf(count_) : placeFor(*row);
+        order_ == Order::ofAddition || empty() || row.folded() >= blocks_.back().back().folded();
+    const Place place = goesLast ? placeOf(count_) : placeFor(row);
     if (!goesLast && current_ >= 0 && indexOf(place) <= current_)
         ++current_;
     insert(place, std::move(row));
@@ -81,7 +81,7 @@ void RowList::removeAt(int index) {
     const Place place = placeOf(index);
     Block& block = blocks_[place.block];
     if (occurrences_) {
-        const auto entry = occurrences_->find(block[place.offset]->folded());
+        const auto entry = occurrences_->find(block[place.offset].folded());
         // The map's key is a view into some row of that text, perhaps this one.
         const int left = entry->second - 1;
         occurrences_->erase(entry);
@@ -108,26 +108,9 @@ void RowList::clear() {
     lastBlock_ = 0, lastBlockStart_ = 0;
 }
 
-const RowText* RowList::find(int index) const {
+const Row& RowList::share(int index) const {
     if (index < 0 || index >= count_)
-        return nullptr;
-    const Place place = placeOf(index);
-    return blocks_[place.block][place.offset].get();
-}
-
-const std::string& RowList::row(int index) const {
-    const RowText* found = find(index);
-    return found ? found->text() : noText;
-}
-
-const std::string& RowList::folded(int index) const {
-    const RowText* found = find(index);
-    return found ? found->folded() : noText;
-}
-
-Row RowList::share(int index) const {
-    if (index < 0 || index >= count_)
-        return nullptr;
+        return noRow;
     const Place place = placeOf(index);
     return blocks_[place.block][place.offset];
 }
@@ -167,9 +150,9 @@ int RowList::indexOf(Place place) const {
 }
 
 // Behind all rows that don't sort after this one; the list isn't empty.
-RowList::Place RowList::placeFor(const RowText& row) const {
-    const auto after = [](const RowText& text, const Row& other) {
-        return text.folded() < other->folded();
+RowList::Place RowList::placeFor(const Row& row) const {
+    const auto after = [](const Row& text, const Row& other) {
+        return text.folded() < other.folded();
     };
     const auto block =
         std::partition_point(blocks_.begin(), blocks_.end(),
@@ -185,14 +168,10 @@ bool RowList::contains(std::string_view text) const {
     return containsFolded(foldCase(text));
 }
 
-bool RowList::contains(const RowText& row) const {
-    return containsFolded(row.folded());
-}
-
 bool RowList::containsFolded(std::string_view folded) const {
     if (order_ == Order::sorted) {
         const auto before = [](const Row& row, std::string_view text) {
-            return row->folded() < text;
+            return row.folded() < text;
         };
         const auto block =
             std::partition_point(blocks_.begin(), blocks_.end(), [&](const Block& candidate) {
@@ -201,14 +180,14 @@ bool RowList::containsFolded(std::string_view folded) const {
         if (block == blocks_.end())
             return false;
         const auto found = std::lower_bound(block->begin(), block->end(), folded, before);
-        return (*found)->folded() == folded;
+        return found->folded() == folded;
     }
     if (!occurrences_) {
         occurrences_ = std::make_unique<std::unordered_map<std::string_view, int>>();
         occurrences_->reserve(static_cast<std::size_t>(count_));
         for (const Block& block : blocks_)
             for (const Row& row : block)
-                ++(*occurrences_)[row->folded()];
+                ++(*occurrences_)[row.folded()];
     }
     return occurrences_->contains(folded);
 }

@@ -18,23 +18,22 @@
 
 namespace larkspin {
 
-// The text of one row with its folded form. Never changes.
-class RowText {
+// The text of one row with its folded form. Copies share the text, which never changes.
+class Row {
 public:
-    explicit RowText(std::string text);
+    Row() = default; // an empty row
+    explicit Row(std::string_view text);
 
-    const std::string& text() const { return text_; }
-    const std::string& folded() const { return differs_ ? folded_ : text_; }
+    std::string_view text() const { return {bytes_.get(), textSize_}; }
+    std::string_view folded() const {
+        return foldedSize_ == 0 ? text() : std::string_view(bytes_.get() + textSize_, foldedSize_);
+    }
 
 private:
-    std::string text_;
-    std::string folded_; // empty where folding changes nothing
-    bool differs_;
+    std::shared_ptr<const char[]> bytes_; // the text, and behind it the folded form
+    std::uint32_t textSize_ = 0;
+    std::uint32_t foldedSize_ = 0; // 0 where folding changes nothing
 };
-
-using Row = std::shared_ptr<const RowText>;
-
-Row makeRow(std::string text);
 
 class RowList {
 public:
@@ -44,7 +43,7 @@ public:
     explicit RowList(Order order = Order::ofAddition) : order_(order) {}
 
     // False when the list is full.
-    bool add(std::string text) { return add(makeRow(std::move(text))); }
+    bool add(std::string_view text) { return !full() && add(Row(text)); }
     bool add(Row row);
 
     // An index outside the list does nothing. Removing the current row leaves none current.
@@ -55,19 +54,20 @@ public:
     bool empty() const { return count_ == 0; }
     bool full() const { return count_ == limit; }
 
-    // Outside the list: an empty text. References end with the next change of the list.
-    const std::string& row(int index) const;
-    const std::string& folded(int index) const;
-    Row share(int index) const; // nothing outside the list
+    // Outside the list: an empty text. A view ends with the next change of the list; a shared
+    // row doesn't.
+    std::string_view row(int index) const { return share(index).text(); }
+    std::string_view folded(int index) const { return share(index).folded(); }
+    const Row& share(int index) const;
 
     int currentIndex() const { return current_; }
     // -1 for none. False, and nothing changes, for an index outside the list.
     bool setCurrentIndex(int index);
-    const std::string& currentRow() const { return row(current_); }
+    std::string_view currentRow() const { return row(current_); }
 
     // Whether a row equals the whole text, without regard to case.
     bool contains(std::string_view text) const;
-    bool contains(const RowText& row) const;
+    bool contains(const Row& row) const { return containsFolded(row.folded()); }
     bool containsFolded(std::string_view folded) const; // for a text that is folded already
 
 private:
@@ -77,9 +77,8 @@ private:
         std::size_t offset;
     };
 
-    const RowText* find(int index) const;
     Place placeOf(int index) const;
-    Place placeFor(const RowText& row) const;
+    Place placeFor(const Row& row) const;
     int indexOf(Place place) const;
     void insert(Place place, Row row);
 

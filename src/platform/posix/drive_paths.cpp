@@ -2,7 +2,8 @@
 
 #include "text/utf8.h"
 
-#include <filesystem>
+#include <algorithm>
+#include <vector>
 
 namespace larkspin {
 
@@ -23,6 +24,14 @@ bool isDisguise(char32_t code) {
         return false;
     const char byte = static_cast<char>(code - privateBase);
     return byte == ' ' || needsDisguise(byte);
+}
+
+// No disguise and no blank at an end: what nearly all names are like.
+bool isPlain(std::string_view name) {
+    constexpr char privateLead = '\xEF'; // of U+F000 to U+FFFF in UTF-8
+    return std::none_of(name.begin(), name.end(),
+                        [](char byte) { return needsDisguise(byte) || byte == privateLead; }) &&
+           !name.starts_with(' ') && !name.ends_with(' ');
 }
 
 bool isSeparator(char byte) {
@@ -66,8 +75,9 @@ std::string nativePath(std::string_view drivePath) {
 }
 
 std::string driveName(std::string_view nativeName) {
+    if (isPlain(nativeName))
+        return std::string(nativeName);
     std::string name;
-    name.reserve(nativeName.size());
     for (std::size_t at = 0; at < nativeName.size();) {
         const Character character = firstCharacter(nativeName.substr(at));
         const bool atAnEnd = at == 0 || at + 1 == nativeName.size();
@@ -84,12 +94,19 @@ std::string driveName(std::string_view nativeName) {
 }
 
 std::string drivePath(std::string_view nativePath) {
-    const auto normal = std::filesystem::path(nativePath).lexically_normal();
-    std::string path = "c:";
-    for (const auto& name : normal.relative_path())
-        if (!name.empty())
-            path += '\\' + driveName(name.native());
-    return path.size() == 2 ? "c:\\" : path;
+    std::vector<std::string_view> names;
+    while (!nativePath.empty()) {
+        const auto name = nativePath.substr(0, nativePath.find('/'));
+        nativePath.remove_prefix(std::min(nativePath.size(), name.size() + 1));
+        if (name == ".." && !names.empty())
+            names.pop_back();
+        else if (!name.empty() && name != "." && name != "..")
+            names.push_back(name);
+    }
+    std::string path = names.empty() ? "c:\\" : "c:";
+    for (const auto name : names)
+        path.append("\\").append(driveName(name));
+    return path;
 }
 
 } // namespace larkspin
