@@ -40,7 +40,7 @@ void Program::secondTick() {
     const bool playing = machine.player.PlayState() == PlayState::playing;
     if (mediaWindow.isMini() && playing)
         mediaWindow.showPosition();
-    if (playing && state.pauseMark != paused)
+    if (playing && state.pauseMark != pausedMark)
         state.playedSeconds = numberText(numberOrZero(state.playedSeconds) + 1);
     state.programSeconds = numberText(numberOrZero(state.programSeconds) + 1);
     modeTick.checkEndWithoutMode();

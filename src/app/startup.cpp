@@ -166,8 +166,8 @@ void Program::unload() {
     settings.put("tempo", std::to_string(state.HScroll3));
     settings.put("volume", std::to_string(state.HScroll2));
     settings.put("repeat", yesNo(state.rep));
-    settings.put("shuffle", yesNo(state.crand));
-    settings.put("continue", yesNo(state.cintz));
+    settings.put("shuffle", yesNo(state.crand && !state.rep));
+    settings.put("continue", yesNo(state.cintz && !state.rep && !state.crand));
     settings.put("silent", yesNo(state.silnt));
     settings.put("scan pc on load", yesNo(state.spcol));
     settings.put("ref on load", yesNo(state.rol));

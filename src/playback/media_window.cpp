@@ -5,6 +5,8 @@
 #include "shell/settings.h"
 #include "text/number.h"
 
+#include <algorithm>
+
 namespace larkspin {
 
 namespace {
@@ -14,10 +16,11 @@ constexpr int fullHeight = 2520;
 constexpr int miniHeight = 315;
 constexpr int width = 4500;
 constexpr int defaultEdge = 4500;
+constexpr double furthestEdge = 1'000'000; // far outside any screen
 
 int storedEdge(const std::string& value) {
-    const auto edge = wholeNumber16(value);
-    return edge ? *edge : defaultEdge;
+    const auto edge = number(value);
+    return edge ? static_cast<int>(std::clamp(*edge, -furthestEdge, furthestEdge)) : defaultEdge;
 }
 
 } // namespace

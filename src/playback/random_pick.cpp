@@ -31,7 +31,7 @@ void RandomPick::randompick() {
         offerRow(anyOf(state_.masterList.count(), [this](int index) {
             return !isRemembered(state_.masterList.folded(index));
         }));
-    if (state_.playedMemory.count() >= state_.masterList.count())
+    if (state_.playedMemory.count() == state_.masterList.count())
         state_.playedMemory.clear();
 }
 
@@ -81,24 +81,27 @@ bool RandomPick::offerChoice(int index) {
     return true;
 }
 
-// Whether the memory holds the choice. Each remembered row that contains it is counted; when
-// there have been as many as there are choices, all of them have had their turn, and the
-// memory is emptied.
+// Whether the memory holds the choice. Each remembered row that is looked at counts how many of
+// them contain the choice; once the count has reached the number of choices all of them have had
+// their turn, and the memory is emptied.
 bool RandomPick::meetsMemory(int index) {
-    const std::string& wanted = state_.choiceList.folded(index);
+    const std::string_view wanted = state_.choiceList.folded(index);
+    RowList& memory = state_.playedMemory;
+    int containing = 0;
+    for (int entry = 0; entry < memory.count(); ++entry)
+        containing += memory.folded(entry).find(wanted) != std::string_view::npos;
+
     bool met = false;
-    for (int turn = 0; turn < state_.playedMemory.count(); ++turn) {
-        const std::string& remembered = state_.playedMemory.folded(turn);
-        met = met || remembered == wanted;
-        if (remembered.find(wanted) == std::string::npos)
-            continue;
-        const double hits = numberOrZero(state_.pickHits) + 1;
-        state_.pickHits = numberText(hits);
+    double hits = numberOrZero(state_.pickHits);
+    for (int entry = 0; entry < memory.count(); ++entry) {
+        met = met || memory.folded(entry) == wanted;
+        hits += containing;
         if (hits == state_.choiceList.count()) {
-            state_.playedMemory.clear();
-            state_.pickHits = "0";
+            memory.clear();
+            hits = 0;
         }
     }
+    state_.pickHits = numberText(hits);
     return met;
 }
 

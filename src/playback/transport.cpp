@@ -40,24 +40,24 @@ void Transport::stop() {
 void Transport::pause() {
     if (nothingLoaded()) {
         reply_.saychat("wtf are you gonna pause?");
-    } else if (state_.pauseMark == paused) {
+    } else if (state_.pauseMark == pausedMark) {
         reply_.saychat("already paused you dumbass");
     } else {
         reply_.saychat("paused:  " + currentName());
         player_.Pause();
-        state_.pauseMark = paused;
+        state_.pauseMark = pausedMark;
     }
 }
 
 void Transport::resume() {
     if (nothingLoaded()) {
         reply_.saychat("wtf are you gonna resume?");
-    } else if (state_.pauseMark == notPaused) {
+    } else if (state_.pauseMark == unpausedMark) {
         reply_.saychat("already playing something you dick");
     } else {
         reply_.saychat("resumed:  " + currentName());
         player_.Play();
-        state_.pauseMark = notPaused;
+        state_.pauseMark = unpausedMark;
     }
 }
 
@@ -118,8 +118,8 @@ void Transport::beginStart() {
 }
 
 void Transport::endPauseMark() {
-    if (state_.pauseMark == paused)
-        state_.pauseMark = notPaused;
+    if (state_.pauseMark == pausedMark)
+        state_.pauseMark = unpausedMark;
 }
 
 bool Transport::isThere(const Song& song) {

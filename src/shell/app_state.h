@@ -19,8 +19,8 @@ namespace larkspin {
 
 // Captions with a meaning. U+00B3 is drawn as a play mark by the pause button's font, U+0090
 // as a stop mark by the play button's.
-inline const std::string notPaused = "  II";
-inline const std::string paused = "  \u00B3";
+inline const std::string unpausedMark = "  II";
+inline const std::string pausedMark = "  \u00B3";
 inline const std::string idleMark = "  l>";
 inline const std::string playingMark = " \xC2\x90";
 inline const std::string commandsNormal = "        larkspin commands window";
@@ -50,7 +50,7 @@ struct AppState {
 
     // Playback
     std::string resumeIndex = "-1";               // row of masterList last started
-    std::string pauseMark = notPaused;            // the only record of a pause
+    std::string pauseMark = unpausedMark;         // the only record of a pause
     std::string playMark = idleMark;              // whether a song counts as started
     std::string tempTitle;                        // file name of a song opened straight from disk
     std::string sectionStart, sectionEnd;         // seconds; no end means no repeated section

@@ -23,10 +23,10 @@ struct Control {
 
     std::string name;
     Kind kind = Kind::label;
-    Place place; // within the window
-    std::string font;
-    std::function<std::string()> text; // what it shows now
-    std::function<void()> onMouseDown, onDoubleClick;
+    Place place = {}; // within the window
+    std::string font = {};
+    std::function<std::string()> text = {}; // what it shows now
+    std::function<void()> onMouseDown = {}, onDoubleClick = {};
     bool visible = true;
 };
 
