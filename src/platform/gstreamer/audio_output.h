@@ -1,0 +1,36 @@
+// Where the sound goes: a sound device, found once and used for all songs, or silence in real
+// time where there is none. Standard error is told once.
+#pragma once
+
+#include "platform/gstreamer/player_link.h"
+
+#include <chrono>
+#include <string>
+
+namespace larkspin {
+
+class AudioOutput {
+public:
+    explicit AudioOutput(std::string description);
+
+    // Gives the pipeline (whose reference it takes) an output, unless it has a good one.
+    void attach(GstElement* pipeline);
+
+    // The device is gone; the next `attach` looks anew.
+    void lose();
+
+    // Whether an error's text says that it came from an output.
+    static bool isNamedIn(const char* errorText);
+
+private:
+    GstElement* choose();
+    GstElement* silence();
+
+    std::string description_; // of a sink to use instead of a device
+    bool attached_ = false;
+    bool silent_ = false;
+    bool told_ = false;
+    std::chrono::steady_clock::time_point triedAt_;
+};
+
+} // namespace larkspin

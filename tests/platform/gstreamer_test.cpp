@@ -1,0 +1,273 @@
+// Real songs through GStreamer, into a sink that keeps time or into a file that is measured.
+#include "platform/gstreamer/gst_media_control.h"
+#include "platform/posix/drive_paths.h"
+#include "support/made_songs.h"
+#include "support/temp_directory.h"
+#include "support/virtual_loop.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <thread>
+#include <vector>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* clockedSink = "fakesink sync=true";
+constexpr const char* fastSink = "fakesink sync=false";
+
+class GstMediaControlTest : public testing::Test {
+protected:
+    std::string song(const std::string& name, double seconds) {
+        EXPECT_TRUE(makeSong(disk.path() / name, seconds));
+        return drivePath((disk.path() / name).native());
+    }
+
+    // Polls in real time, as the program's ticks do in theirs. The virtual clock stands, so
+    // that a song which failed would read waiting for ever.
+    template <typename Condition> bool comesTrue(Condition condition, Clock::duration limit = 5s) {
+        const auto end = Clock::now() + limit;
+        while (Clock::now() < end) {
+            if (condition())
+                return true;
+            std::this_thread::sleep_for(2ms);
+        }
+        return false;
+    }
+    bool reaches(GstMediaControl& player, PlayState state) {
+        return comesTrue([&] { return player.PlayState() == state; });
+    }
+    bool staysFor(GstMediaControl& player, PlayState state, Clock::duration span) {
+        return !comesTrue([&] { return player.PlayState() != state; }, span);
+    }
+
+    struct Sound {
+        double seconds = 0, amplitude = 0, frequency = 0;
+    };
+    std::string recordingSink() const {
+        return "audioconvert ! audioresample ! audio/x-raw,format=S16LE,rate=44100,channels=1 ! "
+               "filesink location=" +
+               (disk.path() / "sound").native();
+    }
+    Sound recordedSound() const {
+        const std::string bytes = disk.read("sound");
+        std::vector<std::int16_t> samples(bytes.size() / 2);
+        std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
+        int peak = 0, crossings = 0;
+        for (std::size_t at = 1; at < samples.size(); ++at) {
+            peak = std::max(peak, std::abs(int{samples[at]}));
+            crossings += samples[at - 1] < 0 && samples[at] >= 0;
+        }
+        const double seconds = static_cast<double>(samples.size()) / 44100;
+        return {seconds, peak / 32768.0, crossings / seconds};
+    }
+    Sound recordSong(GstMediaControl& player, const std::string& path) {
+        player.Open(path);
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        return recordedSound();
+    }
+
+    VirtualLoop loop;
+    TempDirectory disk;
+};
+
+TEST_F(GstMediaControlTest, PlaysEachFormatToItsEnd) {
+    GstMediaControl player(loop, clockedSink);
+    EXPECT_EQ(player.PlayState(), PlayState::closed);
+    for (const char* name : {"a.mp3", "a.wav", "a.wma", "a.mid"}) {
+        SCOPED_TRACE(name);
+        const std::string path = song(name, 0.3);
+        player.Open(path);
+        EXPECT_EQ(player.PlayState(), PlayState::waiting);
+        EXPECT_EQ(player.FileName(), path);
+        EXPECT_TRUE(reaches(player, PlayState::playing));
+        const auto begin = Clock::now();
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        EXPECT_GT(Clock::now() - begin, 250ms);
+        EXPECT_NEAR(player.Duration(), 0.35, 0.08);
+        EXPECT_EQ(player.CurrentPosition(), player.Duration());
+    }
+    player.Open("");
+    EXPECT_EQ(player.PlayState(), PlayState::closed);
+    EXPECT_EQ(player.Duration() + player.CurrentPosition(), 0);
+}
+
+TEST_F(GstMediaControlTest, GivesUpTwoSecondsAfterOpeningWhatIsNoSong) {
+    GstMediaControl player(loop, fastSink);
+    std::string noise(5000, '\0');
+    for (std::size_t at = 0; at < noise.size(); ++at)
+        noise[at] = static_cast<char>(at * at * 31 + at / 7);
+    disk.write("garbage.mp3", noise);
+    disk.write("empty.mp3", "");
+    disk.write("text.wma", "these are words, and no song\n");
+    disk.write("pixel.wav", "P6 1 1 255\nabc");
+    song("whole.wav", 0.1);
+    disk.write("cut.wav", disk.read("whole.wav").substr(0, 40));
+    fs::create_directory(disk.path() / "directory.mp3");
+    for (const char* name : {"garbage.mp3", "empty.mp3", "text.wma", "pixel.wav", "cut.wav",
+                             "directory.mp3", "missing.mp3"}) {
+        SCOPED_TRACE(name);
+        player.Open(drivePath((disk.path() / name).native()));
+        loop.waitUntil(loop.now() + 1999ms);
+        EXPECT_TRUE(staysFor(player, PlayState::waiting, 60ms));
+        loop.waitUntil(loop.now() + 1ms);
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+    }
+    player.Open(song("good.wav", 0.1));
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+}
+
+TEST_F(GstMediaControlTest, RateChangesTheTimeButNotThePitchAndSurvivesOpen) {
+    GstMediaControl player(loop, recordingSink());
+    const std::string path = song("a.wav", 1);
+    player.setRate(2);
+    player.setRate(0);
+    player.setRate(-1);
+    for (int round = 0; round < 2; ++round) {
+        const Sound fast = recordSong(player, path);
+        EXPECT_NEAR(fast.seconds, 0.5, 0.06);
+        EXPECT_NEAR(fast.frequency, 441, 10);
+    }
+    player.setRate(0.5);
+    EXPECT_NEAR(recordSong(player, path).seconds, 2, 0.1);
+    player.setRate(1);
+    EXPECT_NEAR(recordSong(player, path).seconds, 1, 0.01);
+}
+
+TEST_F(GstMediaControlTest, VolumeIsInHundredthsOfADecibelAndMuteApartFromIt) {
+    GstMediaControl player(loop, recordingSink());
+    const std::string path = song("a.wav", 0.1);
+    player.setVolume(-1500);
+    EXPECT_NEAR(recordSong(player, path).amplitude, 0.75 * std::pow(10, -0.75), 0.005);
+    player.setMute(true);
+    player.setVolume(0);
+    EXPECT_EQ(recordSong(player, path).amplitude, 0);
+    player.setMute(false);
+    EXPECT_NEAR(recordSong(player, path).amplitude, 0.75, 0.005);
+}
+
+TEST_F(GstMediaControlTest, PausesSeeksAndStops) {
+    GstMediaControl player(loop, clockedSink);
+    player.Open(song("a.wav", 10));
+    ASSERT_TRUE(reaches(player, PlayState::playing));
+    player.setCurrentPosition(5);
+    EXPECT_EQ(player.CurrentPosition(), 5);
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 5.05; }));
+    player.Pause();
+    player.setRate(2);
+    EXPECT_TRUE(staysFor(player, PlayState::paused, 100ms));
+    const double rest = player.CurrentPosition();
+    player.setCurrentPosition(8);
+    player.setCurrentPosition(7);
+    EXPECT_TRUE(staysFor(player, PlayState::paused, 100ms));
+    EXPECT_LT(rest, 5.5);
+    EXPECT_NEAR(player.CurrentPosition(), 7, 0.05);
+    player.Play();
+    const auto begin = Clock::now();
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 7.2; }));
+    EXPECT_LT(Clock::now() - begin, 190ms); // the rate that was set in the pause
+    player.Stop();
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+    player.Play();
+    EXPECT_TRUE(staysFor(player, PlayState::stopped, 50ms));
+    EXPECT_NEAR(player.Duration(), 10, 0.01);
+
+    player.Open(player.FileName());
+    player.setCurrentPosition(100); // while opening: to the end
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+}
+
+TEST_F(GstMediaControlTest, PausedWhileOpeningItStaysSilent) {
+    GstMediaControl player(loop, clockedSink);
+    player.Open(song("a.wav", 0.2));
+    player.Pause();
+    EXPECT_TRUE(reaches(player, PlayState::paused));
+    EXPECT_TRUE(staysFor(player, PlayState::paused, 100ms));
+    EXPECT_EQ(player.CurrentPosition(), 0);
+    player.Play();
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+}
+
+TEST_F(GstMediaControlTest, PlaysFilesOfAnyName) {
+    GstMediaControl player(loop, fastSink);
+    song("plain.wav", 0.05);
+    for (const char* name : {"a#b?c%41.wav", "'quotes\" & <>.wav", "line\nbreak.wav", "Füße.wav",
+                             "песня 歌.wav", "bad\xFF\xC3.wav", " back\\slash|:* .wav"}) {
+        SCOPED_TRACE(name);
+        fs::copy_file(disk.path() / "plain.wav", disk.path() / name);
+        player.Open(drivePath((disk.path() / name).native()));
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        EXPECT_NEAR(player.Duration(), 0.05, 0.001);
+    }
+}
+
+TEST_F(GstMediaControlTest, AnOlderSongNeverDisturbsANewerOne) {
+    GstMediaControl player(loop, clockedSink);
+    const std::string shorter = song("short.wav", 0.1), longer = song("long.wav", 0.4);
+    for (int delay = 60; delay <= 140; delay += 20) { // around the end of the shorter one
+        SCOPED_TRACE(delay);
+        player.Open("c:\\nowhere\\missing.mp3");
+        player.Open(longer);
+        player.Stop();
+        player.Open(shorter);
+        std::this_thread::sleep_for(std::chrono::milliseconds(delay));
+        player.Open(longer);
+        ASSERT_TRUE(reaches(player, PlayState::playing));
+        EXPECT_TRUE(staysFor(player, PlayState::playing, 150ms));
+        EXPECT_NEAR(player.Duration(), 0.4, 0.001);
+    }
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+}
+
+TEST_F(GstMediaControlTest, GoesOnSilentlyWithoutTheSoundDevice) {
+    GstMediaControl player(loop, "identity error-after=2 ! fakesink sync=true");
+    const std::string path = song("a.wav", 0.6);
+    testing::internal::CaptureStderr();
+    for (int round = 0; round < 2; ++round) {
+        player.Open(path);
+        EXPECT_TRUE(reaches(player, PlayState::playing));
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        EXPECT_NEAR(player.Duration(), 0.6, 0.001);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "larkspin: no sound device, songs play silently\n");
+}
+
+TEST_F(GstMediaControlTest, ASongThatHangsIsStopped) {
+    const std::string path = song("a.wav", 0.1);
+    const auto begin = Clock::now();
+    {
+        GstMediaControl player(loop, "valve drop=true ! fakesink");
+        player.Open(path);
+        for (int second = 0; second < 19; ++second) {
+            loop.waitUntil(loop.now() + 1s);
+            EXPECT_EQ(player.PlayState(), PlayState::waiting);
+        }
+        loop.waitUntil(loop.now() + 1s);
+        EXPECT_EQ(player.PlayState(), PlayState::stopped);
+    }
+    EXPECT_LT(Clock::now() - begin, 1s);
+}
+
+TEST_F(GstMediaControlTest, NeedsNoThreadBeforeTheFirstSong) {
+    const auto threads = [] {
+        const fs::directory_iterator tasks("/proc/self/task");
+        return std::distance(begin(tasks), end(tasks));
+    };
+    const auto before = threads();
+    GstMediaControl player(loop);
+    player.setRate(1.5);
+    player.setVolume(-500);
+    player.Open("");
+    EXPECT_LE(threads(), before);
+}
+
+} // namespace
+} // namespace larkspin

@@ -1,0 +1,12 @@
+// Short songs made on the spot: a tone of 441 Hz at three quarters of full amplitude.
+#pragma once
+
+#include <filesystem>
+
+namespace larkspin {
+
+// The format is told by the extension: .mp3, .wav, .wma or .mid. The length is in seconds; MP3
+// and WMA come out up to a tenth longer. False when GStreamer can't make it.
+bool makeSong(const std::filesystem::path& path, double seconds);
+
+} // namespace larkspin
