@@ -1,0 +1,122 @@
+#include "platform/posix/poll_loop.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Nanoseconds forever = Nanoseconds::max();
+
+// A long job serves a turn at each of its steps. It would spend its time in poll(2) if every
+// one of these asked for input.
+constexpr Nanoseconds pollInterval = 1ms;
+
+timespec timespecOf(Nanoseconds span) {
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(span);
+    return {static_cast<time_t>(seconds.count()), static_cast<long>((span - seconds).count())};
+}
+
+} // namespace
+
+PollLoop::~PollLoop() {
+    for (const int descriptor : signals_)
+        ::close(descriptor);
+}
+
+Nanoseconds PollLoop::now() const {
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+std::tm PollLoop::localTime() const {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    return local;
+}
+
+void PollLoop::watch(int descriptor, Task readable) {
+    watched_[descriptor] = std::make_shared<const Task>(std::move(readable));
+}
+
+void PollLoop::unwatch(int descriptor) {
+    watched_.erase(descriptor);
+}
+
+void PollLoop::onSignals(std::initializer_list<int> signals, Task task) {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : signals)
+        sigaddset(&set, number);
+    ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    const int descriptor = ::signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (descriptor < 0)
+        return;
+    signals_.push_back(descriptor);
+    watch(descriptor, [descriptor, task = std::move(task)] {
+        signalfd_siginfo received{};
+        if (::read(descriptor, &received, sizeof received) == sizeof received)
+            task();
+    });
+}
+
+void PollLoop::serveTurn() {
+    if (now() - polledAt_ >= pollInterval)
+        pollDescriptors(0ns);
+    queue_.runDue(now());
+}
+
+void PollLoop::waitUntil(Nanoseconds moment) {
+    do
+        turn(moment);
+    while (now() < moment);
+}
+
+void PollLoop::waitFor(const std::function<bool()>& condition, Nanoseconds latest) {
+    while (!condition() && now() < latest)
+        turn(latest);
+}
+
+// Runs what is due, or sleeps until something is, but not past the latest moment.
+void PollLoop::turn(Nanoseconds latest) {
+    if (queue_.runDue(now())) {
+        pollDescriptors(0ns);
+        return;
+    }
+    const Nanoseconds wake = std::min(queue_.nextDue().value_or(forever), latest);
+    const Nanoseconds moment = now();
+    pollDescriptors(wake == forever ? forever : std::max(wake, moment) - moment);
+}
+
+// Nested too deep, descriptors wait like all events.
+void PollLoop::pollDescriptors(Nanoseconds timeout) {
+    std::vector<pollfd> polled;
+    if (queue_.canNest())
+        for (const auto& entry : watched_)
+            polled.push_back({entry.first, POLLIN, 0});
+    const timespec limit = timespecOf(timeout);
+    const int ready =
+        ::ppoll(polled.data(), polled.size(), timeout == forever ? nullptr : &limit, nullptr);
+    polledAt_ = now();
+    if (ready <= 0)
+        return;
+    for (const pollfd& descriptor : polled) {
+        if (descriptor.revents == 0)
+            continue;
+        const auto found = watched_.find(descriptor.fd);
+        if (found == watched_.end())
+            continue; // an earlier handler of this turn has unwatched it
+        const auto task = found->second;
+        queue_.runNested(*task);
+    }
+}
+
+} // namespace larkspin

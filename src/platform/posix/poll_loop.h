@@ -1,0 +1,56 @@
+// The event loop on poll(2), for front ends without a toolkit. Between two events the thread
+// sleeps in the kernel. Descriptors and end signals are served by every wait, also by one inside
+// a handler.
+#pragma once
+
+#include "shell/event_queue.h"
+
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace larkspin {
+
+class PollLoop : public EventLoop {
+public:
+    PollLoop() = default;
+    ~PollLoop() override;
+    PollLoop(const PollLoop&) = delete;
+    PollLoop& operator=(const PollLoop&) = delete;
+
+    Nanoseconds now() const override;
+    std::tm localTime() const override;
+    void post(Task task) override { queue_.post(std::move(task)); }
+    TimerId every(Nanoseconds interval, Task task) override {
+        return queue_.every(interval, now(), std::move(task));
+    }
+    void cancel(TimerId timer) override { queue_.cancel(timer); }
+    void serveTurn() override;
+    void waitUntil(Nanoseconds moment) override;
+
+    // Calls back whenever the descriptor can be read, or its other end is gone, until it is
+    // unwatched. One watch per descriptor.
+    void watch(int descriptor, Task readable);
+    void unwatch(int descriptor);
+
+    // From now on these signals reach the task as events instead of their usual effect. Call it
+    // before other threads start, so that they leave the signals alone as well.
+    void onSignals(std::initializer_list<int> signals, Task task);
+
+    // Serves events until the condition holds or the moment has come. The condition is looked
+    // at behind each turn.
+    void waitFor(const std::function<bool()>& condition, Nanoseconds latest);
+
+private:
+    void turn(Nanoseconds latest);
+    void pollDescriptors(Nanoseconds timeout);
+
+    EventQueue queue_;
+    // Shared, since a handler may unwatch its own descriptor while it runs.
+    std::map<int, std::shared_ptr<const Task>> watched_;
+    std::vector<int> signals_; // descriptors
+    Nanoseconds polledAt_{};
+};
+
+} // namespace larkspin

@@ -1,0 +1,24 @@
+#include "platform/posix/user_directories.h"
+
+#include "platform/posix/drive_paths.h"
+
+#include <glib.h>
+
+namespace larkspin {
+
+std::string userDataDirectory() {
+    std::string home = g_get_user_data_dir();
+    if (!g_path_is_absolute(home.c_str())) // such a setting doesn't count
+        home = std::string(g_get_home_dir()) + "/.local/share";
+    return drivePath(home) + "\\larkspin";
+}
+
+std::string userLockFile() {
+    return std::string(g_get_user_runtime_dir()) + "/larkspin.lock";
+}
+
+std::string loginName() {
+    return g_get_user_name();
+}
+
+} // namespace larkspin

@@ -1,0 +1,12 @@
+// Where this user's programs keep their things, by the XDG base directory rules.
+#pragma once
+
+#include <string>
+
+namespace larkspin {
+
+std::string userDataDirectory(); // larkspin's own below the data home, as a drive path
+std::string userLockFile();      // native, in the runtime directory
+std::string loginName();
+
+} // namespace larkspin

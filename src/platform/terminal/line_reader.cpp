@@ -1,0 +1,56 @@
+#include "platform/terminal/line_reader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+namespace larkspin {
+
+LineReader::LineReader(PollLoop& loop, TerminalInput& input, int descriptor)
+    : loop_(loop), input_(input), descriptor_(descriptor) {
+    const auto watch = [this] {
+        if (!hasEnded_)
+            loop_.watch(descriptor_, [this] { readOn(); });
+    };
+    input_.onEmpty(watch);
+    watch();
+}
+
+void LineReader::readOn() {
+    char bytes[65536];
+    const ssize_t count = ::read(descriptor_, bytes, sizeof bytes);
+    if (count < 0 && (errno == EINTR || errno == EAGAIN))
+        return;
+    if (count > 0) {
+        take(bytes, static_cast<std::size_t>(count));
+    } else {
+        hasEnded_ = true;
+        if (!begun_.empty())
+            endLine();
+        input_.end();
+    }
+    if (hasEnded_ || !input_.empty())
+        loop_.unwatch(descriptor_);
+}
+
+void LineReader::take(const char* bytes, std::size_t count) {
+    const char* const end = bytes + count;
+    while (bytes != end) {
+        const char* const newline = std::find(bytes, end, '\n');
+        const auto room = longestLine - begun_.size();
+        begun_.append(bytes, std::min(static_cast<std::size_t>(newline - bytes), room));
+        if (newline == end)
+            return;
+        endLine();
+        bytes = newline + 1;
+    }
+}
+
+void LineReader::endLine() {
+    if (begun_.ends_with('\r'))
+        begun_.pop_back();
+    input_.bring(std::exchange(begun_, {}));
+}
+
+} // namespace larkspin

@@ -1,0 +1,30 @@
+// Reads lines from a pipe, a file, or a terminal that edits them itself, and brings them to the
+// input. It reads on when the input has none left, so that a long script isn't held in memory.
+#pragma once
+
+#include "platform/terminal/terminal_input.h"
+
+#include <string>
+
+namespace larkspin {
+
+class LineReader {
+public:
+    LineReader(PollLoop& loop, TerminalInput& input, int descriptor);
+
+    // The rest of a longer line is dropped: it must not fill the memory.
+    static constexpr std::size_t longestLine = 16 * 1024 * 1024;
+
+private:
+    void readOn();
+    void take(const char* bytes, std::size_t count);
+    void endLine();
+
+    PollLoop& loop_;
+    TerminalInput& input_;
+    int descriptor_;
+    std::string begun_; // of a line whose end hasn't come
+    bool hasEnded_ = false;
+};
+
+} // namespace larkspin
