@@ -1,0 +1,40 @@
+// The works that are measured, and how each is put on the table. Times are in seconds.
+//
+// A work's counters tell the table about it: "size", "budget", "amount" for what is measured
+// in another unit than time (the label says which), and any other for a time beside it.
+#pragma once
+
+#include "text/row_list.h"
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <functional>
+#include <string>
+
+namespace larkspin {
+
+using WorkRun = std::function<void(benchmark::State&)>;
+
+inline constexpr int fullSize = RowList::limit;
+inline constexpr double noBudget = 0;
+
+// A work over state.range(0) rows, at several sizes. The budget counts at the full one.
+benchmark::internal::Benchmark* addSizedWork(const std::string& name, double budget, WorkRun run);
+
+// A work of one size only.
+benchmark::internal::Benchmark* addWork(const std::string& name, double budget, WorkRun run);
+
+// The time of one iteration: that of the action alone, without what prepared it.
+template <typename Action> void timed(benchmark::State& state, Action&& action) {
+    const auto begin = std::chrono::steady_clock::now();
+    action();
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+    state.SetIterationTime(taken.count());
+}
+
+void addListWorks();
+void addChatWorks();
+void addScanWorks();
+void addTerminalWorks();
+
+} // namespace larkspin
