@@ -1,10 +1,10 @@
 // The scan of a tree on disk, against `find` on the same tree.
 #include "chat/reply.h"
-#include "child.h"
 #include "library/listers.h"
 #include "library/media_filter.h"
 #include "library/scan.h"
 #include "made_music.h"
+#include "support/child.h"
 #include "support/virtual_machine.h"
 #include "works.h"
 

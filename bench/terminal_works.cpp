@@ -1,10 +1,10 @@
 // What the terminal program takes as a process: to start, of memory, of the processor's sleep.
-#include "child.h"
 #include "library/line_files.h"
 #include "library/playlist_row.h"
 #include "made_music.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/posix_files.h"
+#include "support/child.h"
 #include "support/temp_directory.h"
 #include "works.h"
 

@@ -16,7 +16,8 @@ namespace larkspin {
 namespace {
 
 constexpr int historySize = 500;
-constexpr int sequenceTimeout = 50; // milliseconds, for the rest of what a key sends
+constexpr const char* eraseLine = "\r\x1b[J"; // and all below it
+constexpr int sequenceTimeout = 50;           // milliseconds, for the rest of what a key sends
 
 // One character of those that a key sends. The rest of a key may never come: a lone escape, or
 // half a character. Waiting for it would halt the program.
@@ -142,7 +143,7 @@ void LineEditor::hide() {
     const std::size_t rows = shownWidth(before) / terminalWidth();
     if (rows > 0)
         std::printf("\x1b[%zuA", rows);
-    std::fputs("\r\x1b[J", stdout);
+    std::fputs(eraseLine, stdout);
     std::fflush(stdout);
 }
 
@@ -160,6 +161,7 @@ void LineEditor::drawAnew() {
     prepare();
     if (!typed.empty())
         el_insertstr(library_->edit, typed.c_str());
+    std::fputs(eraseLine, stdout); // the prompt that stands there already
     show();
 }
 

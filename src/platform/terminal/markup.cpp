@@ -66,7 +66,7 @@ std::optional<std::string> sequenceOf(std::string_view tag) {
 
 void appendShown(std::string& shown, std::string_view bytes, const Character& character) {
     const char32_t code = character.code;
-    const bool isControl = code < 0x20 || (code >= 0x7F && code < 0xA0);
+    const bool isControl = (code < 0x20 && code != '\n') || (code >= 0x7F && code < 0xA0);
     if (code > 0xF01F && code < 0xF07F) // the stand-in of a printable character
         shown += static_cast<char>(code - 0xF000);
     else if (!character.valid || isControl)
@@ -88,10 +88,7 @@ std::string shownMarkup(std::string_view text) {
             continue;
         }
         const Character character = firstCharacter(text);
-        if (text[0] == '\n')
-            shown += "\r\n"; // the terminal may be in raw mode
-        else
-            appendShown(shown, text.substr(0, character.length), character);
+        appendShown(shown, text.substr(0, character.length), character);
         text.remove_prefix(character.length);
     }
     return shown.append(everythingOff);

@@ -28,7 +28,7 @@ void TerminalScreen::showLine(const std::string& speaker, const std::string& tex
     if (form_ == Form::protocol)
         put(onOneLine(speaker) + ": " + onOneLine(text) + '\n');
     else
-        put(shownMarkup(speaker + ": ") + shownMarkup(text) + "\r\n");
+        put(shownMarkup(speaker + ": ") + shownMarkup(text) + '\n');
 }
 
 void TerminalScreen::showEvent(std::string_view head, const std::string& text) {
@@ -36,7 +36,7 @@ void TerminalScreen::showEvent(std::string_view head, const std::string& text) {
     if (form_ == Form::protocol)
         put(start + onOneLine(text) + '\n');
     else
-        put(shownMarkup("<b>" + start + "</b>" + text) + "\r\n");
+        put(shownMarkup("<b>" + start + "</b>" + text) + '\n');
 }
 
 void TerminalScreen::aroundTypedLine(Task hide, Task show) {

@@ -1,0 +1,191 @@
+// The terminal program as a child process: by the protocol, by signals, and on a terminal.
+#include "support/child.h"
+#include "support/made_songs.h"
+#include "support/temp_directory.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 20s;
+constexpr std::string_view welcome = "[box] this must be your first time running this damn program";
+
+class TerminalTest : public testing::Test {
+protected:
+    // A home of its own, and no sound device.
+    std::vector<std::string> variables() const {
+        const std::string home = disk.path().native();
+        return {"HOME=" + home,      "XDG_DATA_HOME=" + home,      "XDG_RUNTIME_DIR=" + home,
+                "PULSE_SERVER=none", "PIPEWIRE_REMOTE=none",       "ALSA_CONFIG_PATH=/dev/null",
+                "TERM=xterm",        "LSAN_OPTIONS=detect_leaks=0"};
+    }
+    std::unique_ptr<Child> start() { return Child::start(LARKSPIN_TTY, variables()); }
+    std::unique_ptr<Child> startOnTerminal() {
+        return Child::startOnTerminal(LARKSPIN_TTY, variables());
+    }
+    std::unique_ptr<Child> running() {
+        auto child = start();
+        EXPECT_TRUE(child->says("load:  <b>", patience));
+        child->tell("'filter?"); // answered once the start is over
+        EXPECT_TRUE(child->says("current media filter", patience));
+        return child;
+    }
+    // What a whole script makes it say.
+    std::string output(const std::string& script) {
+        const auto child = start();
+        child->write(script);
+        child->endInput();
+        const std::string said = child->rest(patience);
+        EXPECT_EQ(child->ends(patience), 0);
+        return said;
+    }
+    std::string setting(const std::string& key) const {
+        const std::string all = disk.read("larkspin/larkspin.ini"), line = "\n" + key + "=";
+        const auto at = all.find(line);
+        if (at == std::string::npos)
+            return "(none)";
+        return all.substr(at + line.size(), all.find('\r', at) - at - line.size());
+    }
+    std::string line(const std::string& said) const { return owner + ": " + said + "\n"; }
+    std::string styled(const std::string& message) const {
+        return line("</html><font face=\"arial narrow\" color=#5083A9>'\u00AClks - <font "
+                    "face=\"arial narrow\" color=#0066BB>" +
+                    message + "</b><font face=\" \" color=#> ");
+    }
+
+    TempDirectory disk;
+    const std::string owner = ::getpwuid(::getuid())->pw_name;
+};
+
+TEST_F(TerminalTest, SpeaksTheProtocolAndSavesAtTheEndOfTheInput) {
+    const std::string first = output("'volume 30\r\n'trig?\n/as bob 'exit\nhalf a line");
+    EXPECT_TRUE(first.starts_with(welcome)) << first;
+    EXPECT_EQ(first.substr(first.find('\n') + 1),
+              styled("larkspin player - by moraine") +
+                  styled("load:  <b>1</b> - mp3s played:  <b>0</b>") + line("'volume 30") +
+                  styled("volume set:  <b>30</b>") + line("'trig?") + styled("your trigger is '") +
+                  "bob: 'exit\n" + line("half a line"));
+    EXPECT_EQ(setting("volume"), "30");
+
+    EXPECT_EQ(output("'silent\n'trig?\n/as \n/as bob\n/quit\n'volume 99\n"),
+              styled("larkspin player - by moraine") +
+                  styled("load:  <b>2</b> - mp3s played:  <b>0</b>") + line("'silent") +
+                  styled("silent mode - <b>on") + line("'trig?") + "[box] your trigger is '\n" +
+                  line("/as ") + line("/as bob"));
+    EXPECT_EQ(setting("volume"), "30");
+    EXPECT_EQ(setting("silent"), "yes");
+    EXPECT_EQ(setting("load"), "3");
+}
+
+TEST_F(TerminalTest, TakesLinesOfAnySize) {
+    const std::string huge(1 << 20, 'x');
+    const std::string said = output(huge + "\n'play " + huge + "\n\n'ver");
+    EXPECT_NE(said.find("\n" + line(huge) + line("'play " + huge) +
+                        styled("your gay song was not found") + line("") + line("'ver")),
+              std::string::npos);
+}
+
+TEST_F(TerminalTest, PlaysWhatItHasFoundAndComesBackWithIt) {
+    std::filesystem::create_directory(disk.path() / "Music");
+    for (const char* name : {"1 one.wav", "2: \"what?\".wav", "other.mp3"})
+        ASSERT_TRUE(makeSong(disk.path() / "Music" / name, 0.3));
+    ASSERT_TRUE(makeSong(disk.path() / "Music" / "3 long.wav", 60));
+    auto child = running();
+    child->tell("'filter wav");
+    child->tell("'scan ~/Music");
+    EXPECT_TRUE(child->says("found <b>3</b> (<b>wav</b>) in <b>1</b> directories", patience));
+    child->tell("'transfer");
+    child->tell("'tempo 150");
+    child->tell("'cont");
+    child->tell("'play one");
+    EXPECT_TRUE(child->says("playing:  <b>1</b>.  1 <b><u>one</b></u> (<b>.wav</b>)", patience));
+    EXPECT_TRUE(child->says("next:  <b>2</b>.  2", patience));
+    EXPECT_TRUE(child->says("next:  <b>3</b>.  3 long", patience));
+    child->tell("'pause");
+    EXPECT_TRUE(child->says("paused:  3 long", patience));
+    child->tell("'resume");
+    EXPECT_TRUE(child->says("resumed:  3 long", patience));
+    child->tell("'exit");
+    EXPECT_TRUE(child->says("larkspin player - unload", patience));
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_EQ(setting("played"), "2");
+    EXPECT_NE(disk.read("larkspin/played.ini").find("1 one.wav=1\r\n"), std::string::npos);
+
+    child = running();
+    child->tell("'num 3");
+    EXPECT_TRUE(child->says("playing:  <b>3</b>.  3 long", patience));
+    EXPECT_EQ(setting("tempo"), "150");
+    EXPECT_EQ(setting("continue"), "yes");
+    EXPECT_EQ(setting("media filter"), "wav");
+}
+
+TEST_F(TerminalTest, EndSignalsSaveWithoutAWord) {
+    for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+        SCOPED_TRACE(signal);
+        const auto child = running();
+        const std::string volume = std::to_string(signal + 20);
+        child->tell("'volume " + volume);
+        EXPECT_TRUE(child->says("volume set", patience));
+        ::kill(child->id(), signal);
+        EXPECT_EQ(child->ends(patience), 0);
+        EXPECT_EQ(child->rest(patience), "");
+        EXPECT_EQ(setting("volume"), volume);
+    }
+    const auto child = start();
+    EXPECT_TRUE(child->says("larkspin player - by moraine", patience));
+    ::kill(child->id(), SIGTERM); // while it starts: there is nothing to save
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_EQ(setting("load"), "4");
+}
+
+TEST_F(TerminalTest, ASecondCopyGivesWay) {
+    const auto first = running();
+    EXPECT_EQ(output("'exit\n"), "[box] i've unloaded myself because you're an idiot and you "
+                                 "already have one open\n");
+    first->tell("'trig?");
+    EXPECT_TRUE(first->says("your trigger is '", patience));
+    ::kill(first->id(), SIGKILL);
+    EXPECT_EQ(first->ends(patience), std::nullopt);
+    // The place is free again. Nobody has stored a trigger.
+    EXPECT_NE(output("'trig?\n").find("your trigger is disabled"), std::string::npos);
+}
+
+TEST_F(TerminalTest, IsARoomToTypeIn) {
+    const auto child = startOnTerminal();
+    EXPECT_TRUE(child->shows("load:  \x1b[1m1\x1b[22m", patience));
+    child->write("'trug?\x7f\x7f\x7fig?\n"); // corrected while typing
+    EXPECT_TRUE(child->shows("\x1b[38;2;80;131;169m'\u00AClks - \x1b[38;2;0;102;187myour trigger "
+                             "is '\x1b[22m",
+                             patience));
+    child->write("/as bob <b>hi</b> <3 \x16\x1b[31m\n");
+    EXPECT_TRUE(child->shows("bob: \x1b[0m\x1b[1mhi\x1b[22m <3 \uFFFD[31m\x1b[0m\r\n", patience));
+    child->write("\x1b"); // begins a key whose rest doesn't come
+    child->rest(100ms);
+    child->write("'volume 12\n\x1b[A");
+    EXPECT_TRUE(child->shows("volume set", patience));
+    EXPECT_TRUE(child->shows("'volume 12", patience)); // from the history
+    child->write("\x15\x04");                          // the line away, then the end
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_EQ(setting("volume"), "12");
+}
+
+TEST_F(TerminalTest, SavesWhenItsTerminalIsClosed) {
+    auto child = startOnTerminal();
+    EXPECT_TRUE(child->shows("load:  ", patience));
+    child->write("'volume 7\n");
+    EXPECT_TRUE(child->shows("volume set", patience));
+    const pid_t id = child->id();
+    child->hangUp();
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_NE(::kill(id, 0), 0);
+    EXPECT_EQ(setting("volume"), "7");
+}
+
+} // namespace
+} // namespace larkspin

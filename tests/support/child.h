@@ -1,0 +1,60 @@
+// Another program, run as a child process: its input is written, its lines are read as they
+// come. Programs are looked for as a shell does. Nothing throws.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <vector>
+
+namespace larkspin {
+
+// The exit status, with the output thrown away; -1 when it couldn't be run.
+int runToEnd(const std::vector<std::string>& command);
+
+class Child {
+public:
+    // With these variables ("NAME=value") in place of its own. Nothing when it can't be run.
+    static std::unique_ptr<Child> start(const std::string& program,
+                                        const std::vector<std::string>& variables);
+    // The same on a terminal of its own, 80 columns wide.
+    static std::unique_ptr<Child> startOnTerminal(const std::string& program,
+                                                  const std::vector<std::string>& variables);
+
+    // Ends its input, waits for its end, and kills it when that doesn't come.
+    ~Child();
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void tell(const std::string& line) { write(line + '\n'); }
+    void write(std::string_view bytes);
+    void endInput();
+    void hangUp(); // closes its terminal
+
+    // Reads on until a line holds the text; what is read is gone. False when that takes too
+    // long or it has ended.
+    bool says(std::string_view text, std::chrono::milliseconds within);
+    // The same for a text anywhere, not only in whole lines.
+    bool shows(std::string_view text, std::chrono::milliseconds within);
+    // All that is left, until it closes its output.
+    std::string rest(std::chrono::milliseconds within);
+
+    // The exit status, once it has ended; nothing when that takes too long or a signal ended it.
+    std::optional<int> ends(std::chrono::milliseconds within);
+
+    pid_t id() const { return id_; }
+
+private:
+    Child(pid_t id, int input, int output) : id_(id), input_(input), output_(output) {}
+    bool readMore(std::chrono::steady_clock::time_point until);
+
+    pid_t id_;
+    int input_, output_; // the same descriptor for a terminal
+    std::string unread_;
+    std::optional<int> status_; // as waitpid tells it
+};
+
+} // namespace larkspin
