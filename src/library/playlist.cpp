@@ -40,7 +40,10 @@ bool searchrows(AppState& state, RowList& list, std::string_view text) {
     state.choiceList.clear();
     const std::string wanted = foldCase(text);
     for (int index = 0; index < list.count(); ++index) {
-        if (rowname(list.folded(index)).find(wanted) == std::string_view::npos)
+        // Most rows don't hold the text anywhere, and needn't be taken apart.
+        const std::string_view folded = list.folded(index);
+        if (folded.find(wanted) == std::string_view::npos ||
+            rowname(folded).find(wanted) == std::string_view::npos)
             continue;
         list.setCurrentIndex(index);
         const std::string_view row = list.row(index);

@@ -1,6 +1,7 @@
 #include "text/row_list.h"
 
 #include "text/fold.h"
+#include "text/prefetch.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,7 +15,18 @@ namespace {
 // has few blocks.
 constexpr std::size_t blockLimit = 512;
 
+// Rows lie scattered in memory, and most reading is a walk by index: so that it doesn't wait for
+// each row in turn, the one so many places ahead is asked for meanwhile.
+constexpr std::size_t announced = 8;
+
 const Row noRow;
+
+void announce(std::string_view text) {
+    constexpr std::size_t cacheLine = 64, worthwhile = 4 * cacheLine;
+    text = text.substr(0, worthwhile);
+    for (std::size_t at = 0; at < text.size(); at += cacheLine)
+        prefetch(text.data() + at);
+}
 
 } // namespace
 
@@ -25,15 +37,15 @@ Row::Row(std::string_view text) {
     textSize_ = static_cast<std::uint32_t>(text.size());
     foldedSize_ = static_cast<std::uint32_t>(folded.size());
     auto bytes = std::make_shared_for_overwrite<char[]>(text.size() + folded.size());
-    std::copy(folded.begin(), folded.end(), std::copy(text.begin(), text.end(), bytes.get()));
+    std::copy(text.begin(), text.end(), std::copy(folded.begin(), folded.end(), bytes.get()));
     bytes_ = std::move(bytes);
 }
 
 bool RowList::add(Row row) {
     if (full())
         return false;
-    if (occurrences_)
-        ++(*occurrences_)[row.folded()];
+    if (known_)
+        known_->add(row.folded());
     const bool goesLast =
         order_ == Order::ofAddition || empty() || row.folded() >= blocks_.back().back().folded();
     const Place place = goesLast ? placeOf(count_) : placeFor(row);
@@ -80,14 +92,7 @@ void RowList::removeAt(int index) {
         return;
     const Place place = placeOf(index);
     Block& block = blocks_[place.block];
-    if (occurrences_) {
-        const auto entry = occurrences_->find(block[place.offset].folded());
-        // The map's key is a view into some row of that text, perhaps this one.
-        const int left = entry->second - 1;
-        occurrences_->erase(entry);
-        if (left > 0)
-            occurrences_.reset();
-    }
+    known_.reset();
     block.erase(block.begin() + static_cast<std::ptrdiff_t>(place.offset));
     if (block.empty())
         blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block));
@@ -102,7 +107,7 @@ void RowList::removeAt(int index) {
 
 void RowList::clear() {
     blocks_.clear();
-    occurrences_.reset();
+    known_.reset();
     count_ = 0;
     current_ = -1;
     lastBlock_ = 0, lastBlockStart_ = 0;
@@ -113,6 +118,16 @@ const Row& RowList::share(int index) const {
         return noRow;
     const Place place = placeOf(index);
     return blocks_[place.block][place.offset];
+}
+
+std::string_view RowList::read(int index, std::string_view (Row::*part)() const) const {
+    if (index < 0 || index >= count_)
+        return {};
+    const Place place = placeOf(index);
+    const Block& block = blocks_[place.block];
+    if (place.offset + announced < block.size())
+        announce((block[place.offset + announced].*part)());
+    return (block[place.offset].*part)();
 }
 
 bool RowList::setCurrentIndex(int index) {
@@ -182,14 +197,13 @@ bool RowList::containsFolded(std::string_view folded) const {
         const auto found = std::lower_bound(block->begin(), block->end(), folded, before);
         return found->folded() == folded;
     }
-    if (!occurrences_) {
-        occurrences_ = std::make_unique<std::unordered_map<std::string_view, int>>();
-        occurrences_->reserve(static_cast<std::size_t>(count_));
+    if (!known_) {
+        known_.emplace();
         for (const Block& block : blocks_)
             for (const Row& row : block)
-                ++(*occurrences_)[row.folded()];
+                known_->add(row.folded());
     }
-    return occurrences_->contains(folded);
+    return known_->contains(folded);
 }
 
 } // namespace larkspin

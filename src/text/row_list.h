@@ -9,11 +9,13 @@
 // blocks of bounded size, so that adding, removing and reading stay cheap at any length.
 #pragma once
 
+#include "text/fingerprint_set.h"
+
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace larkspin {
@@ -24,15 +26,15 @@ public:
     Row() = default; // an empty row
     explicit Row(std::string_view text);
 
-    std::string_view text() const { return {bytes_.get(), textSize_}; }
+    std::string_view text() const { return {bytes_.get() + foldedSize_, textSize_}; }
     std::string_view folded() const {
-        return foldedSize_ == 0 ? text() : std::string_view(bytes_.get() + textSize_, foldedSize_);
+        return {bytes_.get(), foldedSize_ == 0 ? textSize_ : foldedSize_};
     }
 
 private:
-    std::shared_ptr<const char[]> bytes_; // the text, and behind it the folded form
+    std::shared_ptr<const char[]> bytes_; // the folded form, and behind it the text
     std::uint32_t textSize_ = 0;
-    std::uint32_t foldedSize_ = 0; // 0 where folding changes nothing
+    std::uint32_t foldedSize_ = 0; // 0 where folding changes nothing: the text is there once
 };
 
 class RowList {
@@ -56,8 +58,8 @@ public:
 
     // Outside the list: an empty text. A view ends with the next change of the list; a shared
     // row doesn't.
-    std::string_view row(int index) const { return share(index).text(); }
-    std::string_view folded(int index) const { return share(index).folded(); }
+    std::string_view row(int index) const { return read(index, &Row::text); }
+    std::string_view folded(int index) const { return read(index, &Row::folded); }
     const Row& share(int index) const;
 
     int currentIndex() const { return current_; }
@@ -77,6 +79,7 @@ private:
         std::size_t offset;
     };
 
+    std::string_view read(int index, std::string_view (Row::*part)() const) const;
     Place placeOf(int index) const;
     Place placeFor(const Row& row) const;
     int indexOf(Place place) const;
@@ -92,9 +95,9 @@ private:
     mutable std::size_t lastBlock_ = 0;
     mutable int lastBlockStart_ = 0;
 
-    // For contains() on an unsorted list: how often each folded text occurs. Made when first
-    // asked for and kept up to date from then on.
-    mutable std::unique_ptr<std::unordered_map<std::string_view, int>> occurrences_;
+    // For contains() on an unsorted list: its folded texts. Made when first asked for, kept up to
+    // date by additions, and made anew after a removal.
+    mutable std::optional<FingerprintSet> known_;
 };
 
 } // namespace larkspin
