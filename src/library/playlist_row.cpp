@@ -75,11 +75,11 @@ bool isDriveRoot(std::string_view directory) {
 bool isWellFormed(std::string_view row) {
     const auto bar = row.find('|');
     const auto brace = row.find('{');
-    if (bar == std::string_view::npos || brace == std::string_view::npos || bar < brace)
+    if (bar == std::string_view::npos || brace == std::string_view::npos)
         return false;
     const std::string_view name = rowname(row);
     return brace == name.size() + blankCount && row.substr(name.size(), gap.size()) == gap &&
-           row[bar - 1] == ' ' && row.substr(bar + 1).starts_with(' ');
+           bar > brace + 2 && row[bar - 1] == ' ' && row.substr(bar + 1).starts_with(' ');
 }
 
 Song songOfRow(std::string_view row) {

@@ -19,7 +19,12 @@ constexpr FoldRange foldRanges[] = {
 #include "text/fold_table.inc"
 };
 
+constexpr char32_t standInBase = 0xF000;
+constexpr std::u32string_view plainCharacters = U" \"*:<>?";
+
 char32_t folded(char32_t code) {
+    if (code > standInBase && plainCharacters.find(code - standInBase) != plainCharacters.npos)
+        return code - standInBase;
     const auto range = std::lower_bound(std::begin(foldRanges), std::end(foldRanges), code,
                                         [](const FoldRange& r, char32_t c) { return r.last < c; });
     if (range == std::end(foldRanges) || code < range->first ||

@@ -1,5 +1,9 @@
 // Case folding: what "without regard to case" means everywhere here. Unicode simple folding,
 // so that Ä finds ä, one character for one; invalid bytes stay as they are.
+//
+// Names on disk may hold `" * : < > ?` and blanks that a path carries as U+F000 plus their code.
+// These stand-ins fold to the plain characters, which are what the owner types. Those of `|` and
+// `\` don't: rows and paths take the plain ones for separators.
 #pragma once
 
 #include <string>

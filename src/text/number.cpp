@@ -43,6 +43,8 @@ double numberOrZero(std::string_view text) {
 }
 
 std::string numberText(double value) {
+    if (value == 0)
+        return "0";   // also the negative one
     char buffer[400]; // the largest double has 309 digits
     const auto written =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);

@@ -56,11 +56,15 @@ std::optional<std::string> readWhole(const std::string& native) {
     return contents;
 }
 
-bool writeWhole(const std::string& native, const std::string& contents, mode_t mode) {
-    const Descriptor file(
-        ::open(native.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode));
+// Makes the file, in place of any that is there. Without a mode it gets the usual one.
+bool writeWhole(const std::string& native, const std::string& contents,
+                std::optional<mode_t> mode) {
+    ::unlink(native.c_str());
+    const Descriptor file(::open(native.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (!file.isOpen())
         return false;
+    if (mode)
+        ::fchmod(file.number(), *mode); // not every file system can keep it
     std::size_t put = 0;
     while (put < contents.size()) {
         const ssize_t count = ::write(file.number(), contents.data() + put, contents.size() - put);
@@ -73,11 +77,18 @@ bool writeWhole(const std::string& native, const std::string& contents, mode_t m
     return ::fsync(file.number()) == 0;
 }
 
-// A link stays a link: what it points to is replaced.
+// A link stays a link: what it points to is replaced, or made where there is nothing yet.
 std::string behindLinks(const std::string& native) {
+    constexpr int mostLinks = 40; // as many as the system follows
     std::error_code failed;
-    const auto target = std::filesystem::canonical(native, failed);
-    return failed ? native : target.native();
+    std::filesystem::path path = native;
+    for (int links = 0; links < mostLinks; ++links) {
+        const auto target = std::filesystem::read_symlink(path, failed);
+        if (failed)
+            break;
+        path = path.parent_path() / target;
+    }
+    return path.native();
 }
 
 } // namespace
@@ -96,7 +107,7 @@ bool PosixFiles::replace(const std::string& path, const std::string& contents) {
     const std::string native = behindLinks(nativePath(path));
     if (native.empty())
         return false;
-    mode_t mode = 0666;
+    std::optional<mode_t> mode;
     struct stat facts {};
     if (::stat(native.c_str(), &facts) == 0) {
         if (!S_ISREG(facts.st_mode) || facts.st_size > largestFile ||

@@ -1,0 +1,96 @@
+// Rows, the lists they stand in, and the file they are kept in.
+#include "library/playlist.h"
+#include "library/playlist_row.h"
+#include "support/virtual_machine.h"
+
+#include <array>
+#include <random>
+
+namespace larkspin {
+namespace {
+
+const std::string gap = std::string(78, ' ') + "{ ";
+
+struct PlaylistRows : testing::Test {
+    AppState& start(const std::string& lines) {
+        machine.writeDataFile("temp.lst", lines);
+        machine.start();
+        return machine.state();
+    }
+    VirtualMachine machine;
+};
+
+TEST_F(PlaylistRows, AreBuiltAndTakenApartByOneTemplate) {
+    // clang-format off
+    for (const auto& [directory, name, extension] : std::vector<std::array<std::string, 3>>{
+             {"c:\\a", "song", ".mp3"}, {"c:\\", "Ä", ".MP3"}, {"c:\\a\\", "x.", "midi"},
+             {"c:\\{a", "", ".mp3"}, {"c:\\a", "\xFF", "zÄÖÜ"}, {"c:\\a", "", "ab"}}) {
+        // clang-format on
+        const std::string row = rowOfFile(name + extension, directory);
+        EXPECT_EQ(row, name + gap + extension + " | " + directory);
+        EXPECT_TRUE(rowname(row) == name && rowext(row) == extension && rowdir(row) == directory);
+        EXPECT_EQ(rowpath(row), directory + (directory == "c:\\" ? "" : "\\") + name + extension);
+    }
+    std::mt19937 random(4);
+    const std::string pieces[] = {gap, "{", "|", " ", ".mp3", " | ", "ä", "\xFF", "\\"};
+    for (int round = 0; round < 20000; ++round) {
+        std::string row;
+        for (auto count = random() % 8; count > 0; --count)
+            row += pieces[random() % std::size(pieces)];
+        const std::string again = makerow(rowname(row), rowext(row), rowdir(row));
+        ASSERT_TRUE(again == row || !isWellFormed(row)) << row;
+    }
+}
+
+TEST_F(PlaylistRows, ComeFromAnyLinesAndAreKeptAsTheyStand) {
+    std::mt19937 random(6);
+    std::string noise, many;
+    for (int number = 0; number < 40000; ++number) {
+        many += std::to_string(number) + "\n";
+        noise += static_cast<char>(random() % 16 == 0 ? '\n' : random());
+    }
+    // clang-format off
+    for (const auto& [lines, saved] : std::map<std::string, std::string>{
+             {"b\r\na\n\r\n\nc", "\r\n\r\na\r\nb\r\nc\r\n"}, {"a\r\r\n", "a\r\r\n"}, {"", ""},
+             {"\xFF |\nÄ\xC4\n", "Ä\xC4\r\n\xFF |\r\n"}, {many, "any"}, {noise, "any"}}) {
+        // clang-format on
+        const AppState& state = start(lines);
+        const int count = state.masterList.count();
+        EXPECT_EQ(state.mp3z, "view " + std::to_string(count) + " files");
+        EXPECT_TRUE(lines != many || count == 32767);
+        for (int index = 0; index < count; ++index)
+            ASSERT_EQ(state.playlistView.row(index), state.masterList.row(index));
+        machine.owner("'exit");
+        const std::string kept = machine.dataFile("temp.lst");
+        EXPECT_TRUE(kept == saved || saved == "any") << kept;
+        EXPECT_EQ(start(kept).masterList.count(), count);
+        machine.owner("'exit");
+        EXPECT_EQ(machine.dataFile("temp.lst"), kept);
+    }
+}
+
+TEST_F(PlaylistRows, AreSearchedByNameAndComparedWhole) {
+    AppState& state =
+        start(makerow("mp3", ".mp3", "c:\\a") + "\nno row\n" + makerow("ride ", ".wav", "c:\\A") +
+              "\n" + makerow("Ride", ".mp3", "c:\\a\\\\") + "\n" + makerow("x{yz", ".mp3", "c:\\"));
+    const std::vector<std::tuple<std::string, int, int>> searches = {
+        {"RIDE", 2, 3}, {"ride ", 1, 2}, {"mp3", 1, 0}, {"c:", 0, 0}, {"", 5, 4}, {"{", 1, 4}};
+    for (const auto& [text, count, last] : searches) {
+        EXPECT_EQ(searchrows(state, state.masterList, text), count > 0) << text;
+        EXPECT_TRUE(state.choiceList.count() == count && state.masterIndex() == last) << text;
+    }
+    EXPECT_EQ(state.choiceList.row(0), makerow("x{yz", "z" + gap + ".mp3", "c:\\"));
+    EXPECT_TRUE(isinlist(state.masterList, makerow("RIDE", ".MP3", "C:\\A\\\\")));
+    EXPECT_FALSE(isinlist(state.masterList, "row") || isinlist(state.masterList, ""));
+    state.setMasterIndex(0);
+    collectdirs(state);
+    EXPECT_EQ(state.masterIndex(), 4);
+    const char* directories[] = {"c:\\a", "", "c:\\a\\\\", "c:\\", ""};
+    for (int index = 0; index < 5; ++index)
+        EXPECT_EQ(state.knownDirs.row(index), directories[index]);
+    EXPECT_EQ(machine.answer("'num 2"), "not found, refresh the directory (\\)");
+    EXPECT_EQ(machine.answer("'num 5"), "not found, refresh the directory (c:\\)");
+}
+
+} // namespace
+} // namespace larkspin

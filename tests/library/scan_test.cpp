@@ -1,0 +1,162 @@
+// Finding media: scans, the media filter, and what brings found rows into the playlist.
+#include "library/playlist_row.h"
+#include "support/virtual_machine.h"
+
+namespace larkspin {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts rowsOf(const RowList& list) {
+    Texts rows;
+    for (int index = 0; index < list.count(); ++index)
+        rows.emplace_back(list.row(index));
+    return rows;
+}
+
+// Directories by path, as a test puts them; one that isn't there can't be entered.
+struct MadeDirectories : Directories {
+    std::optional<DirectoryListing> list(const std::string& path) override {
+        return tree.contains(path) ? std::optional(tree[path]) : std::nullopt;
+    }
+    std::vector<std::string> drives() override { return {"c: [system]", "C:", "d:", "e:"}; }
+    std::string drivePath(std::string_view typed) override { return std::string(typed); }
+    std::map<std::string, DirectoryListing> tree;
+};
+
+struct ScanTest : testing::Test {
+    VirtualMachine machine;
+    const std::string root = machine.drive("music");
+};
+
+TEST_F(ScanTest, WalksTheTreeDepthFirstAndListsByName) {
+    for (const char* name : {"c/2.MP3", "c/10.mp3", "b/d/x.mp3", "b/d/.mp3", "b/D.mp3/z.mp3",
+                             "a.mp3", "B.mp3", "b/no.wav", "b/no.mp3.txt", "é/x.Mp3"})
+        machine.song("", name);
+    const auto native = machine.disk.path() / "music";
+    std::filesystem::create_directory_symlink(native, native / "c/circle");
+    machine.start();
+    for (const std::string& typed : {root + "\\", native.native() + "/c/..", root})
+        EXPECT_TRUE(machine.answer("'scan " + typed)
+                        .ends_with("\nfound <b>8</b> (<b>mp3</b>) in <b>5</b> directories"));
+    Texts queue, rows;
+    for (const char* below : {"", "\\b", "\\b\\d", "\\b\\D.mp3", "\\c", "\\é"})
+        queue.push_back(root + below);
+    for (const char* file :
+         {"0a.mp3", "0B.mp3", "2.mp3", "2x.mp3", "3z.mp3", "410.mp3", "42.MP3", "5x.Mp3"})
+        rows.push_back(rowOfFile(file + 1, queue[static_cast<std::size_t>(*file - '0')]));
+    EXPECT_EQ(rowsOf(machine.state().dirQueue), queue);
+    EXPECT_EQ(rowsOf(machine.state().scanRows), rows);
+}
+
+TEST_F(ScanTest, WhatCantBeEnteredListsTheDirectoryBeforeItAgain) {
+    MadeDirectories made;
+    made.tree = {{"c:\\", {"c:\\", {"a.mp3"}, {"x", "locked"}}},
+                 {"c:\\x", {"c:\\x", {"b.mp3"}, {}}},
+                 {"e:\\", {"e:\\", {"e.mp3"}, {}}}};
+    for (int number = 1001; number <= 2100; ++number) { // more than a walk enters
+        made.tree["e:\\"].directories.push_back(std::to_string(number));
+        const std::string path = "e:\\" + std::to_string(number);
+        made.tree[path] = {path, {"e.mp3"}, {}};
+    }
+    made.tree["e:\\1002"].path = "E:\\1001"; // known but for the case
+    machine.program.reset(
+        new Program({machine.loop, machine.files, made, machine.dialogs, machine.room,
+                     machine.player, machine.process, root, false}));
+    machine.program->start();
+    for (int round = 0; round < 2; ++round)
+        EXPECT_EQ(machine.answer("'scanpc"),
+                  "scanning pc for <b>mp3</b>, please wait..\n"
+                  "found <b>1006</b> (<b>mp3</b>) in <b>1003</b> directories");
+    for (const auto& [index, directory] : std::map<int, std::string>{
+             {0, "c:\\"}, {1, "c:\\"}, {2, "c:\\x"}, {3, "c:\\x"}, {4, "e:\\"}, {1005, "e:\\2001"}})
+        EXPECT_EQ(rowdir(machine.state().scanRows.row(index)), directory);
+    EXPECT_EQ(rowsOf(machine.state().driveRoots), (Texts{"c:\\", "d:\\", "e:\\"}));
+    made.tree["e:\\2001"].files.push_back("new.mp3");
+    EXPECT_EQ(machine.answer("'scan z:\\x"), "scanning directory <b>z:\\x</b> for <b>mp3\n"
+                                             "found <b>2</b> (<b>mp3</b>) in <b>1</b> directories");
+}
+
+TEST_F(ScanTest, TheFilterSaysWhichTypesAreSeen) {
+    for (const char* name : {"1.mp3", "2.wav", "3.wma", "4.mid", "5.midi", "mp3"})
+        machine.song("a", name);
+    machine.start();
+    for (const Texts& filter :
+         {Texts{"mp3", "*.mp3"}, Texts{"all", "*.mp3;*.wav;*.wma;*.mid"}, Texts{"midi", "*.mid"}}) {
+        const std::string name = filter[0] == "all" ? "all types" : filter[0];
+        EXPECT_EQ(machine.answer("'filter " + filter[0]), "new media filter:  <b>" + name);
+        EXPECT_EQ(machine.answer("'filter?"),
+                  "current media filter:  <b>" + name + "</b> (<b>" + filter[1] + "</b>)");
+        machine.owner("'scan " + root);
+        EXPECT_EQ(machine.state().scanRows.count(), filter[0] == "all" ? 4 : 1);
+        EXPECT_TRUE(machine.state().fmp3 && machine.state().scanpcf == "scan pc for " + name);
+    }
+    for (const char* word : {"MP3", "all types", "mid", "", " mp3"})
+        EXPECT_EQ(machine.answer(std::string("'filter ") + word),
+                  "invalid. choose mp3, wav, wma, midi, or all");
+    machine.owner("'silent");
+    for (const char* line : {"'scan x", "'listadd "})
+        EXPECT_EQ(machine.answer(line), "[box] scanning");
+    EXPECT_EQ(machine.answer("'transfer") + machine.state().mp3z, "view 1 files");
+}
+
+TEST_F(ScanTest, FoundRowsAreAddedOnceByTextOrAllTogether) {
+    for (const char* name : {"ride.mp3", "Rest.mp3", "ä/ride.mp3", "ä/x.mp3"})
+        machine.song("rock", name);
+    machine.writeDataFile("temp.lst", std::string(32763, '\n'));
+    machine.start();
+    EXPECT_EQ(machine.answer("'transfer"), "there's nothing to transfer, you dumbass");
+    EXPECT_EQ(machine.answer("'listadd x"), "added <b>0</b> items for <b>x</b> (<b>32763</b>)");
+    EXPECT_EQ(machine.answer("'scan " + root),
+              "scanning directory <b>" + root + "</b> for <b>mp3\n" +
+                  "found <b>4</b> (<b>mp3</b>) in <b>2</b> directories");
+    for (const char* added : {"2", "0"})
+        EXPECT_EQ(machine.answer("'listadd RIDE"),
+                  "added <b>" + std::string(added) + "</b> items for <b>RIDE</b> (<b>32765</b>)");
+    EXPECT_EQ(machine.answer("'listadd Ä"), "added <b>1</b> items for <b>Ä</b> (<b>32766</b>)");
+    for (int round = 0; round < 2; ++round)
+        EXPECT_EQ(machine.answer("'transfer"), "transferring <b>4</b> files over to playlist");
+    machine.song("rock", "new.mp3");
+    machine.song("rock", "RIDE.mp3"); // the same row but for the case
+    machine.owner("'scan " + root);
+    EXPECT_EQ(machine.answer("'listadd "), "added <b>0</b> items for <b></b> (<b>32767</b>)");
+    EXPECT_EQ(machine.state().fileCountLabel + machine.state().mp3z, "32767 filesview 32767 files");
+    EXPECT_EQ(rowsOf(machine.state().playlistView), rowsOf(machine.state().masterList));
+}
+
+TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
+    // clang-format off
+    const std::vector<Texts> songs = { // directory, file, and a part of its name as it is typed
+        {"дом", "Песня Ё.mp3", "песня ё"}, {"日本", "歌.mp3", "歌"}, {"a b ", "What?.mp3", "what?"},
+        {" x", " \"q\": <a*b>.mp3", " \"Q\": <A*B>"}, {"x|y\\z", "AC|DC.mp3", "dc"},
+        {"l\n", "line\nbreak\t.mp3", "break"}, {"\xFF", "\xC4rger.mp3", "\xC4RGER"},
+        {"مرحبا", "שלום 🎵.mp3", "שלום 🎵"}, {"{d}", " .mp3", " "}, {"..x", ". .mp3", ". "},
+        {"\uF03F", "\uF07C|.mp3", "\uF07C"}, {"tail", "blank .mp3", "blank "}};
+    // clang-format on
+    std::map<std::string, std::string> rows; // by what is typed
+    for (const Texts& song : songs)
+        rows[song[2]] = machine.song(song[0], song[1]);
+    machine.song("{d}", "a{b.mp3");
+    machine.start();
+    machine.owner("'scan " + root);
+    EXPECT_SAID(machine, "found <b>13</b> (<b>mp3</b>) in <b>12</b> directories");
+    machine.owner("'transfer");
+    for (int run = 0; run < 2; ++run) {
+        for (int row = 1; row <= 13; ++row) {
+            const std::string name(rowname(machine.state().masterList.row(row - 1)));
+            EXPECT_EQ(machine.answer("'num " + std::to_string(row)),
+                      name == "a{b" ? "not found, refresh the directory (" + root + "\\{d}\\)"
+                                    : "playing:  <b>" + std::to_string(row) + "</b>.  " + name);
+        }
+        for (const auto& [typed, row] : rows) {
+            machine.owner("'play " + typed);
+            EXPECT_TRUE(machine.state().choiceList.contains(row)) << row;
+        }
+        EXPECT_EQ(machine.answer("'play ac|"), "your gay song was not found");
+        machine.owner("'exit");
+        machine.start();
+    }
+}
+
+} // namespace
+} // namespace larkspin

@@ -1,0 +1,128 @@
+// The real disk behind drive paths: names, files, directories.
+#include "platform/posix/drive_paths.h"
+#include "platform/posix/posix_directories.h"
+#include "platform/posix/posix_files.h"
+#include "support/temp_directory.h"
+
+#include <algorithm>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace larkspin {
+namespace {
+
+namespace fs = std::filesystem;
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+using Names = std::vector<std::string>;
+
+struct PosixDisk : testing::Test {
+    std::string drive(const std::string& below) { return drivePath(native(below).native()); }
+    fs::path native(const std::string& below) { return disk.path() / below; }
+    std::ptrdiff_t entries() {
+        return std::distance(fs::recursive_directory_iterator(disk.path()), {});
+    }
+    TempDirectory disk;
+    PosixFiles files;
+    PosixDirectories directories{"/home/jo"};
+};
+
+// clang-format off
+TEST_F(PosixDisk, NamesAndPathsAreMappedBySyntaxAlone) {
+    for (const auto& [path, native] : Pairs{
+             {"c:\\", "/"}, {"c:", "/"}, {"C:\\Music", "/Music"}, {"c:\\\\a/\\b\\", "/a/b"},
+             {"", ""}, {"d:\\a", ""}, {"c", ""}, {"music", ""}, {"c:\\\uF000", "/\uF000"}})
+        EXPECT_EQ(nativePath(path), native) << path;
+    for (const auto& [typed, path] : Pairs{
+             {"/", "c:\\"}, {"/a/./b/../c//", "c:\\a\\c"}, {"/../..", "c:\\"}, {"a/b", "a/b"},
+             {"~", "c:\\home\\jo"}, {"~/../x", "c:\\home\\x"}, {"c:\\A", "c:\\A"}, {"~jo", "~jo"}})
+        EXPECT_EQ(directories.drivePath(typed), path) << typed;
+    for (const auto& [name, form] : Pairs{
+             {"AC|DC?.mp3", "AC\uF07CDC\uF03F.mp3"}, {" a b ", "\uF020a b\uF020"}, {" ", "\uF020"},
+             {"\xFF\\\n\x7F", "\xFF\uF05C\uF00A\uF07F"}, {"\uF03F", "\uF000\uF03F"}, {"Ä{", "Ä{"}})
+        EXPECT_EQ(driveName(name), form);
+    const Names pieces = {" ", "|", "\\", ":", "\n", "\xEF", "\x80", "\xBF", "\uF000", "\uF03F",
+                          "\uF020", "\uF00A", "ä", "{", ".", "\"", "<", ">", "*", "?", "\x7F"};
+    std::mt19937 random(2);
+    for (int round = 0; round < 50000; ++round) {
+        std::string name;
+        for (auto count = random() % 7 + 1; count > 0; --count)
+            name += pieces[random() % pieces.size()];
+        const std::string form = driveName(name);
+        ASSERT_EQ(nativePath("c:\\" + form + "\\y"), "/" + name + "/y");
+        ASSERT_FALSE(form.starts_with(' ') || form.ends_with(' ') ||
+                     form.find_first_of("|\\:*?\"<>\n\x7F") != form.npos) << form;
+    }
+}
+
+// clang-format on
+
+TEST_F(PosixDisk, ReplacingKeepsWhatTheFileIs) {
+    disk.write("a", "old");
+    disk.write("b", "old");
+    disk.write("b.new", "what a kill has left, longer than the new contents");
+    fs::create_directories(native("real"));
+    fs::create_symlink("b", native("link"));
+    fs::create_symlink("real/later", native("early"));
+    fs::create_symlink("a", native("a.new"));
+    EXPECT_EQ(::chmod(native("a").c_str(), 0464), 0);
+    for (const char* name : {"a", "link", "early", "made"}) {
+        EXPECT_TRUE(files.replace(drive(name), std::string("new\0", 4))) << name;
+        EXPECT_EQ(files.read(drive("") + "\\\\" + name), std::string("new\0", 4)) << name;
+    }
+    EXPECT_EQ(fs::status(native("a")).permissions(), fs::perms{0664});
+    EXPECT_TRUE(fs::is_symlink(native("link")) && fs::is_symlink(native("early")));
+    EXPECT_EQ(entries(), 7);
+}
+
+TEST_F(PosixDisk, WhatCantBeReplacedStays) {
+    disk.write("file", "old");
+    fs::create_directories(native("directory/below"));
+    fs::create_symlink("gone/x", native("dangling"));
+    fs::create_symlink("loop", native("loop"));
+    EXPECT_EQ(::mkfifo(native("pipe").c_str(), 0600), 0);
+    for (const std::string& path :
+         Names{drive("directory"), drive("dangling"), drive("loop"), "d:\\x", drive("pipe"),
+               drive("file/x"), drive("gone/x"), drive(std::string(300, 'x')), ""}) {
+        EXPECT_FALSE(files.replace(path, "new")) << path;
+        EXPECT_FALSE(files.exists(path) || files.read(path)) << path;
+    }
+    rlimit old{}; // a disk that fills up in the middle of the write
+    ::getrlimit(RLIMIT_FSIZE, &old);
+    const rlimit small{4096, old.rlim_max};
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const bool replaced = files.replace(drive("file"), std::string(10000, 'x'));
+    ::setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, before);
+    EXPECT_FALSE(replaced);
+    EXPECT_EQ(disk.read("file"), "old");
+    EXPECT_EQ(entries(), 6);
+    EXPECT_FALSE(files.makeDirectory(drive("file")) || files.makeDirectory(drive("file/x")));
+    EXPECT_TRUE(files.makeDirectory(drive("directory")) && files.makeDirectory(drive("a/b")));
+}
+
+TEST_F(PosixDisk, ListsADirectoryUnderItsOneSpelling) {
+    for (const char* name : {".hidden", "a|b", "sub/x", ".dot/x"})
+        disk.write(name, "");
+    for (const auto& [target, link] : Pairs{{"sub", "link"}, {"sub/x", "file"}, {"gone", "none"}})
+        fs::create_symlink(target, native(link));
+    EXPECT_EQ(::mkfifo(native("pipe").c_str(), 0600), 0);
+    auto listing = directories.list(drive("sub") + "\\..\\\\");
+    ASSERT_TRUE(listing && listing->path == drive(""));
+    std::ranges::sort(listing->files);
+    EXPECT_EQ(listing->files, (Names{".hidden", "a\uF07Cb", "file"}));
+    std::ranges::sort(listing->directories);
+    EXPECT_EQ(listing->directories, (Names{".dot", "sub"}));
+    for (const std::string& path : Names{drive("gone"), drive("file"), "", "d:\\"})
+        EXPECT_FALSE(directories.list(path)) << path;
+    listing = directories.list("C:\\\\");
+    ASSERT_TRUE(listing && listing->path == "c:\\");
+    for (const char* name : {"proc", "sys", "dev", "run"})
+        EXPECT_EQ(std::ranges::count(listing->directories, name), 0) << name;
+}
+
+} // namespace
+} // namespace larkspin

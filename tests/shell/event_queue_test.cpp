@@ -1,0 +1,80 @@
+#include "shell/event_queue.h"
+
+#include "support/virtual_loop.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct EventQueueTest : testing::Test {
+    Task logs(char letter) {
+        return [this, letter] { log += letter; };
+    }
+    std::string after(Nanoseconds span) {
+        loop.waitUntil(loop.now() + span);
+        return log;
+    }
+
+    VirtualLoop loop;
+    std::string log;
+};
+
+TEST_F(EventQueueTest, EqualMomentsFireInTheOrderInWhichTheyWereSet) {
+    loop.every(2s, logs('b'));
+    loop.every(1s, logs('a'));
+    loop.every(2s, logs('c'));
+    loop.post([this] { loop.post(logs('z')); });
+    loop.post(logs('x'));
+    loop.serveTurn();
+    EXPECT_EQ(log, "x");
+    EXPECT_EQ(after(4s), "xzabcaabca");
+    EventQueue queue;
+    queue.every(100ms, 0s, logs('.'));
+    EXPECT_TRUE(!queue.runDue(99ms) && queue.runDue(1050ms) && !queue.runDue(1099ms));
+    EXPECT_TRUE(log.ends_with("a.") && queue.nextDue() == 1100ms); // what was missed is not made up
+}
+
+TEST_F(EventQueueTest, AHandlerThatWaitsIsOvertakenAlsoByItsOwnTimer) {
+    loop.every(1s, [this] {
+        log += '(';
+        if (log == "(")
+            after(2500ms);
+        log += ')';
+    });
+    loop.every(2s, logs('.'));
+    EXPECT_EQ(after(2s), "(.()())");
+}
+
+TEST_F(EventQueueTest, HandlersCancelThemselvesAndOthersAndSetNewOnes) {
+    TimerId self{}, other{};
+    self = loop.every(1s, [&] {
+        log += 's';
+        for (const TimerId timer : {self, other, other, TimerId::none})
+            loop.cancel(timer);
+        loop.every(1s, logs('n'));
+    });
+    other = loop.every(1s, logs('o'));
+    EXPECT_EQ(after(3s), "snn");
+}
+
+TEST_F(EventQueueTest, AFloodNestsToTheLimitAndIsServedInOrder) {
+    int depth = 0, deepest = 0;
+    std::vector<int> begun;
+    for (int number = 0; number < 200; ++number)
+        loop.post([&, number] {
+            begun.push_back(number);
+            deepest = std::max(deepest, ++depth);
+            after(1ms);
+            --depth;
+        });
+    after(1s);
+    EXPECT_EQ(deepest, EventQueue::nestingLimit);
+    EXPECT_TRUE(begun.size() == 200 && std::ranges::is_sorted(begun) && loop.isIdle());
+}
+
+} // namespace
+} // namespace larkspin

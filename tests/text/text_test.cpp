@@ -1,0 +1,89 @@
+// Numbers, characters, folding, marking and patterns; also in bytes that are no text.
+#include "text/fold.h"
+#include "text/highlight.h"
+#include "text/number.h"
+#include "text/utf8.h"
+#include "text/wildcard.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace larkspin {
+namespace {
+
+using Names = std::vector<std::string>;
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+TEST(Text, HoldsNumbersThatRoundAHalfToTheEvenOne) {
+    for (const char* text : {"", "  ", ".", "-", "1e5", "0x10", "1 2", "1.2.3", "--1", "1,5", "\t1",
+                             "inf", "nan", "٣", "- 1", "1-", "yes"})
+        EXPECT_EQ(number(text), std::nullopt) << text;
+    for (const char* text : {"0", "0.1", "-2.5", "0.0000001", "1000000000000000", "-123456.75"})
+        EXPECT_EQ(numberText(numberOrZero(" " + std::string(text) + " ")), text);
+    EXPECT_TRUE(number("+.50") == 0.5 && number("07.") == 7 && numberText(*number("-0")) == "0");
+    for (const double half : {-2.5, -1.5, -0.5, 0.5, 1.5, 2.5})
+        EXPECT_EQ(rounded(half) % 2, 0) << half;
+    EXPECT_TRUE(rounded(-0.51) == -1 && rounded(1e30) == INT64_MAX && rounded(-1e30) == INT64_MIN);
+    EXPECT_TRUE(wholeNumber16("32767.4") == 32767 && wholeNumber16("-32768.5") == -32768);
+    EXPECT_FALSE(wholeNumber16("32767.5") || wholeNumber16("-32769") || wholeNumber16("one"));
+}
+
+Names charactersOf(std::string_view text) {
+    Names characters;
+    for (; !text.empty(); text.remove_prefix(characters.back().size()))
+        characters.emplace_back(text.substr(0, firstCharacter(text).length));
+    return characters;
+}
+
+TEST(Text, OfAnyBytesKeepsItsCharacters) {
+    for (const std::string& text : Names{"a\x80", "\xE3\x81", "\xC0\xAF", "\xED\xA0\x80",
+                                         "\xF4\x90\x80\x80", "\xF0\x80\x80\xAF"})
+        EXPECT_EQ(charactersOf(text).size(), text.size()) << testing::PrintToString(text);
+    // Broken ones among them, and such as change their length when folded.
+    const Names pieces = {"a",    "A",    "ä", "Ä", "\xC3",   "\x84", "\xE4",  "你",
+                          "\xF0", "\x9D", "𝄞", "ẞ", "\u212A", "?",    "\uF03F"};
+    std::mt19937 random(3);
+    for (unsigned round = 0; round < 20000; ++round) {
+        std::string text, find, before, marked;
+        for (auto count = random() % 9; count > 0; --count)
+            (count == 1 || count == round % 4 ? find : text) += pieces[random() % pieces.size()];
+        SCOPED_TRACE(testing::PrintToString(text) + testing::PrintToString(find));
+        const Names characters = charactersOf(text);
+        const std::size_t all = characters.size(), wanted = charactersOf(find).size();
+        for (std::size_t at = 0, markedTo = 0; at < all; ++at) {
+            ASSERT_EQ(withoutLast(text, all - at), before);
+            ASSERT_EQ(before + std::string(lastCharacters(text, all - at)), text);
+            const std::size_t length = prefixLength(text, at + wanted) - before.size();
+            const bool hit = wanted > 0 && equalFolded(text.substr(before.size(), length), find);
+            before += characters[at];
+            if (at >= markedTo) {
+                marked += hit ? "[]" : characters[at];
+                markedTo = at + (hit ? wanted : 1);
+            }
+        }
+        ASSERT_EQ(highlight(text, find, "[]"), marked);
+        ASSERT_EQ(charactersOf(foldCase(text)).size(), all);
+        ASSERT_EQ(equalFolded(text, find), foldCase(text) == foldCase(find));
+        ASSERT_EQ(lessFolded(text, find), foldCase(text) < foldCase(find));
+    }
+}
+
+// clang-format off
+TEST(Text, FoldsCapitalsAndStandIns) {
+    for (const auto& [text, folded] : Pairs{
+             {"RIDE {|}", "ride {|}"}, {"ÄÖ ÉŁ ΣΑΣς ЖЁ", "äö éł σασσ жё"}, {"ẞ ſ \u212A", "ß s k"},
+             {"Ä\xC4\xE4Z", "ä\xC4\xE4z"}, {"\uF07C\uF05C\uF00A\uF000", "\uF07C\uF05C\uF00A\uF000"},
+             {"A\uF022\uF02A\uF03A\uF03C\uF03E\uF03F\uF020", "a\"*:<>? "}})
+        EXPECT_EQ(foldCase(text), folded);
+}
+// clang-format on
+
+TEST(Text, FitsAPatternAsAWhole) {
+    EXPECT_TRUE(fits("aXbXc", "a*b*c") && fits("aabab", "*ab") && fits("", "*") && fits("", ""));
+    EXPECT_TRUE(fits("a?", "a?") && fits(".mp3", "*.mp3") && fitsAny("x.mid", "*.mp3;*.mid"));
+    EXPECT_FALSE(fits("ab", "a?") || fits("ab", "a*b*b") || fits("x.mp3x", "*.mp3"));
+    EXPECT_FALSE(fits("X", "x") || fits("abab", "ab") || fitsAny("x.wav", "*.mp3;*.mid;"));
+}
+
+} // namespace
+} // namespace larkspin
