@@ -3,7 +3,6 @@
 // before the media window shows; and the scanners start last, when all that a command touches
 // is in place.
 
-#include "app/process.h"
 #include "app/program.h"
 #include "chat/room.h"
 #include "library/line_files.h"
@@ -13,6 +12,7 @@
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
 #include "shell/files.h"
+#include "shell/process.h"
 #include "text/dates.h"
 #include "text/number.h"
 

@@ -66,11 +66,24 @@ private:
     DirectoryListing listing_;
 };
 
+class DriveLister {
+public:
+    explicit DriveLister(Directories& directories) : directories_(directories) {}
+
+    // One text per drive: letter, colon and perhaps a label behind them.
+    std::vector<std::string> list() { return directories_.drives(); }
+
+private:
+    Directories& directories_;
+};
+
 struct Listers {
-    explicit Listers(Directories& directories) : File1(directories), Dir1(directories) {}
+    explicit Listers(Directories& directories)
+        : File1(directories), Dir1(directories), Drive1(directories) {}
 
     FileLister File1;
     DirectoryLister Dir1;
+    DriveLister Drive1;
 };
 
 } // namespace larkspin

@@ -45,7 +45,7 @@ void Scan::scanpc() {
     state_.knownDirs.clear();
     state_.scanRows.clear();
     reply_.saychat("scanning pc for <b>" + state_.mediaFilter + "</b>, please wait..");
-    for (const std::string& drive : directories_.drives()) {
+    for (const std::string& drive : listers_.Drive1.list()) {
         const std::string root = drive.substr(0, drive.find(':')) + ":\\";
         if (!isinlist(state_.driveRoots, root))
             state_.driveRoots.add(root);

@@ -20,9 +20,8 @@ class Reply;
 
 class Scan {
 public:
-    Scan(AppState& state, Listers& listers, Directories& directories, EventLoop& loop, Reply& reply)
-        : state_(state), listers_(listers), directories_(directories), loop_(loop), pause_(loop),
-          reply_(reply) {}
+    Scan(AppState& state, Listers& listers, EventLoop& loop, Reply& reply)
+        : state_(state), listers_(listers), loop_(loop), pause_(loop), reply_(reply) {}
 
     // The tree under scanRoot, from empty results, with an answer in the room.
     void Command4_Click();
@@ -54,7 +53,6 @@ private:
 
     AppState& state_;
     Listers& listers_;
-    Directories& directories_;
     EventLoop& loop_;
     Pause pause_;
     Reply& reply_;

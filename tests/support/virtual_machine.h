@@ -9,7 +9,6 @@
 #pragma once
 
 #include "app/machine.h"
-#include "app/process.h"
 #include "app/program.h"
 #include "chat/room.h"
 #include "library/directories.h"
@@ -17,11 +16,13 @@
 #include "platform/posix/posix_files.h"
 #include "playback/media_control.h"
 #include "shell/dialogs.h"
+#include "shell/process.h"
 #include "support/temp_directory.h"
 #include "support/virtual_loop.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -32,14 +33,25 @@
 namespace larkspin {
 
 using namespace std::chrono_literals;
+using Lines = std::vector<std::string>;
 
 // The real files of a temporary disk, with faults on demand.
 class FaultyFiles : public PosixFiles {
 public:
     bool replace(const std::string& path, const std::string& contents) override;
     bool makeDirectory(const std::string& path) override;
-    bool full = false; // every write fails
+    bool full = false;                               // every write fails
+    int fullAfter = std::numeric_limits<int>::max(); // the disk fills up behind so many writes
     int writes = 0;
+};
+
+// The real directories of the temporary disk. A scan of all drives would walk the real disk,
+// so that the machine has only those that a test gives it.
+class ScriptedDirectories : public PosixDirectories {
+public:
+    using PosixDirectories::PosixDirectories;
+    std::vector<std::string> drives() override { return driveTexts; }
+    std::vector<std::string> driveTexts;
 };
 
 // What was said in the room. The owner is signed on as "Owner".
@@ -123,6 +135,8 @@ public:
 class VirtualMachine {
 public:
     VirtualMachine();
+    // In its first run on a playlist of these songs.
+    explicit VirtualMachine(const Lines& songs, std::chrono::duration<double> length = 180s);
 
     // The disk.
     std::string dataFile(const std::string& name) const; // contents, "" when missing
@@ -151,11 +165,14 @@ public:
     bool hasSaid(std::string_view text) const;
     std::string lastBox() const { return dialogs.boxes.empty() ? "" : dialogs.boxes.back(); }
     void forget();
+    std::vector<std::string> saidWithin(std::chrono::duration<double> span);
+    // All that a line brings about: what is said, then the boxes as "[box] text", a line each.
+    std::string answer(const std::string& line);
 
     TempDirectory disk;
     VirtualLoop loop;
     FaultyFiles files;
-    PosixDirectories directories;
+    ScriptedDirectories directories;
     ScriptedDialogs dialogs;
     RecordedRoom room;
     SilentPlayer player;
@@ -164,6 +181,21 @@ public:
     std::unique_ptr<Program> program; // made at start
     AppState& state() { return program->state; }
 };
+
+// A talk with the program: what the owner says, one line or each of several; what each of them
+// brings about at once, as `answer` tells it; and how long he then waits.
+struct Turn {
+    using Seconds = std::chrono::duration<double>;
+    Turn(const char* line, std::string said, Seconds time = 0s)
+        : Turn(Lines{line}, std::move(said), time) {}
+    Turn(Lines several, std::string said, Seconds time = 0s)
+        : lines(std::move(several)), answer(std::move(said)), wait(time) {}
+
+    Lines lines;
+    std::string answer;
+    Seconds wait;
+};
+void converse(VirtualMachine& machine, const std::vector<Turn>& turns);
 
 // The message of a styled line in the default style; the line itself in any other.
 std::string messageOf(const std::string& line);

@@ -56,11 +56,7 @@ std::optional<std::string> readWhole(const std::string& native) {
     return contents;
 }
 
-// Makes the file, in place of any that is there. Without a mode it gets the usual one.
-bool writeWhole(const std::string& native, const std::string& contents,
-                std::optional<mode_t> mode) {
-    ::unlink(native.c_str());
-    const Descriptor file(::open(native.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+bool writeTo(const Descriptor& file, const std::string& contents, std::optional<mode_t> mode) {
     if (!file.isOpen())
         return false;
     if (mode)
@@ -77,8 +73,25 @@ bool writeWhole(const std::string& native, const std::string& contents,
     return ::fsync(file.number()) == 0;
 }
 
+// The file gets its name when it is whole, so that a kill leaves no half of it behind. Not every
+// system can do that.
+bool writeThenName(const std::filesystem::path& path, const std::string& contents,
+                   std::optional<mode_t> mode) {
+    const Descriptor file(
+        ::open(path.parent_path().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666));
+    const std::string unnamed = "/proc/self/fd/" + std::to_string(file.number());
+    return writeTo(file, contents, mode) &&
+           ::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+bool nameThenWrite(const std::filesystem::path& path, const std::string& contents,
+                   std::optional<mode_t> mode) {
+    const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    return writeTo(file, contents, mode);
+}
+
 // A link stays a link: what it points to is replaced, or made where there is nothing yet.
-std::string behindLinks(const std::string& native) {
+std::filesystem::path behindLinks(const std::string& native) {
     constexpr int mostLinks = 40; // as many as the system follows
     std::error_code failed;
     std::filesystem::path path = native;
@@ -88,7 +101,7 @@ std::string behindLinks(const std::string& native) {
             break;
         path = path.parent_path() / target;
     }
-    return path.native();
+    return path;
 }
 
 } // namespace
@@ -104,10 +117,10 @@ std::optional<std::string> PosixFiles::read(const std::string& path) {
 }
 
 bool PosixFiles::replace(const std::string& path, const std::string& contents) {
-    const std::string native = behindLinks(nativePath(path));
+    const std::filesystem::path native = behindLinks(nativePath(path));
     if (native.empty())
         return false;
-    std::optional<mode_t> mode;
+    std::optional<mode_t> mode; // without one, the usual
     struct stat facts {};
     if (::stat(native.c_str(), &facts) == 0) {
         if (!S_ISREG(facts.st_mode) || facts.st_size > largestFile ||
@@ -117,13 +130,14 @@ bool PosixFiles::replace(const std::string& path, const std::string& contents) {
     } else if (errno != ENOENT) {
         return false;
     }
-    // Always the same name, so that what a kill leaves behind is overwritten the next time.
-    const std::string fresh = native + ".new";
-    if (!writeWhole(fresh, contents, mode) || ::rename(fresh.c_str(), native.c_str()) != 0) {
-        ::unlink(fresh.c_str());
-        return false;
-    }
-    return true;
+    // Always the same name, so that what a kill leaves behind goes the next time.
+    const auto fresh = native.parent_path() / ".larkspin.new";
+    ::unlink(fresh.c_str());
+    if ((writeThenName(fresh, contents, mode) || nameThenWrite(fresh, contents, mode)) &&
+        ::rename(fresh.c_str(), native.c_str()) == 0)
+        return true;
+    ::unlink(fresh.c_str());
+    return false;
 }
 
 bool PosixFiles::makeDirectory(const std::string& path) {

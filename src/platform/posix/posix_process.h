@@ -2,8 +2,8 @@
 // end.
 #pragma once
 
-#include "app/process.h"
 #include "shell/event_loop.h"
+#include "shell/process.h"
 
 #include <string>
 
