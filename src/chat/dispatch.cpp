@@ -17,7 +17,8 @@ bool takesArgument(const CommandRow& row) {
 } // namespace
 
 void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) const {
-    if (line.speaker != room_.currentScreenName())
+    const std::string owner = room_.currentScreenName();
+    if (owner.empty() || line.speaker != owner)
         return;
     const std::string lowered = foldCase(line.text);
     for (const CommandRow& row : rows) {

@@ -26,8 +26,8 @@ class Dispatch {
 public:
     Dispatch(const AppState& state, Room& room) : state_(state), room_(room) {}
 
-    // The owner is whoever bears the screen name at this moment, to the letter. A line that
-    // fits no row has no effect at all.
+    // The owner is whoever bears the screen name at this moment, to the letter; nobody is while
+    // it is empty. A line that fits no row has no effect at all.
     void handle(const ChatLine& line, std::span<const CommandRow> rows) const;
 
 private:

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace larkspin {
 
 bool FaultyFiles::replace(const std::string& path, const std::string& contents) {
+    full = full || writes >= fullAfter;
     ++writes;
     return !full && PosixFiles::replace(path, contents);
 }
@@ -101,12 +103,24 @@ void SilentPlayer::advance() {
     }
 }
 
+static TempDirectory quickDisk() {
+    if (std::filesystem::is_directory("/dev/shm"))
+        ::setenv("TMPDIR", "/dev/shm", 0); // in memory, where flushing costs nothing
+    return {};
+}
+
 VirtualMachine::VirtualMachine()
-    : directories((disk.path() / "home").native()), room(loop), player(loop) {
+    : disk(quickDisk()), directories((disk.path() / "home").native()), room(loop), player(loop) {
     room.hear = [this](const ChatLine& line) {
         if (program)
             program->hear(line);
     };
+}
+
+VirtualMachine::VirtualMachine(const Lines& songs, std::chrono::duration<double> length)
+    : VirtualMachine() {
+    playlist(songs, length);
+    start();
 }
 
 std::string VirtualMachine::drive(const std::string& below) const {
@@ -207,6 +221,33 @@ bool VirtualMachine::hasSaid(std::string_view text) const {
 void VirtualMachine::forget() {
     room.lines.clear();
     dialogs.boxes.clear();
+}
+
+std::vector<std::string> VirtualMachine::saidWithin(std::chrono::duration<double> span) {
+    forget();
+    advance(span);
+    return allSaid();
+}
+
+std::string VirtualMachine::answer(const std::string& line) {
+    forget();
+    owner(line);
+    std::string seen;
+    for (const std::string& message : allSaid())
+        seen += (seen.empty() ? "" : "\n") + message;
+    for (const std::string& text : dialogs.boxes)
+        seen += (seen.empty() ? "[box] " : "\n[box] ") + text;
+    return seen;
+}
+
+void converse(VirtualMachine& machine, const std::vector<Turn>& turns) {
+    for (const Turn& turn : turns) {
+        for (const std::string& line : turn.lines) {
+            SCOPED_TRACE(line);
+            EXPECT_EQ(machine.answer(line), turn.answer);
+        }
+        machine.advance(turn.wait);
+    }
 }
 
 } // namespace larkspin

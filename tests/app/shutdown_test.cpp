@@ -1,0 +1,57 @@
+#include "support/virtual_machine.h"
+
+namespace larkspin {
+
+TEST(Shutdown, EndsAtOnceInTheMiddleOfAWait) {
+    for (const std::string said : {"", "\nlarkspin player - unload"}) {
+        VirtualMachine machine(Lines{});
+        machine.directories.driveTexts = {"q:", "r:"};
+        machine.owner("'volume 7");
+        machine.loop.every(300ms, [&] {
+            if (said.empty())
+                machine.program->end(); // as a signal does
+            machine.program->hear({"Owner", "'exit"});
+        });
+        EXPECT_EQ(machine.answer("'scanpc"), "scanning pc for <b>mp3</b>, please wait.." + said);
+        EXPECT_EQ(machine.program, nullptr);
+        EXPECT_EQ(machine.setting("volume"), "7");
+        EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
+    }
+}
+
+TEST(Shutdown, SavesNothingWhileLoading) {
+    VirtualMachine machine;
+    machine.writeDataFile("larkspin.ini", "[lark]\r\ntrigger='\r\nload=3\r\n");
+    for (const auto moment : {50ms, 200ms, 350ms}) {
+        const auto once = machine.loop.every(moment, [&] { machine.program->end(); });
+        EXPECT_FALSE(machine.start());
+        machine.loop.cancel(once);
+    }
+    EXPECT_EQ(machine.dataFile("larkspin.ini"), "[lark]\r\ntrigger='\r\nload=4\r\n")
+        << "only the last start has come to the number of loads";
+}
+
+TEST(Shutdown, RestartsWithEverythingAnew) {
+    VirtualMachine machine({"a.mp3", "b.mp3"}, 9.9s);
+    for (const char* line :
+         {"'volume 7", "'trig .", ".cont", ".num 1", ".rnd b", ".play ", ".pause"})
+        machine.owner(line);
+    machine.forget();
+    ASSERT_TRUE(machine.run([&] { machine.program->restart(); }));
+    EXPECT_EQ(machine.allSaid(),
+              (Lines{"restarting larkspin player", "larkspin player - by moraine",
+                     "load:  <b>2</b> - mp3s played:  <b>0</b>"}));
+    const AppState& s = machine.state();
+    EXPECT_EQ((Lines{s.trigger, s.pauseMark, s.playMark, s.resumeIndex, s.volumeCaption}),
+              (Lines{".", "  II", "  l>", "-1", "     volume:  7"}));
+    EXPECT_TRUE(s.cintz && s.playedMemory.empty() && s.choiceList.empty());
+    EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
+    // Each scanner and each timer is there once, and no row is current.
+    const int before = std::stoi(s.programSeconds);
+    EXPECT_EQ(machine.answer(".next"), "next:  <b>1</b>.  a");
+    EXPECT_EQ(machine.saidWithin(20s), (Lines{"next:  <b>2</b>.  b", "next:  <b>1</b>.  a"}));
+    EXPECT_EQ(s.programSeconds, std::to_string(before + 20));
+    EXPECT_EQ(machine.setting("played"), "2");
+}
+
+} // namespace larkspin

@@ -1,0 +1,67 @@
+#include "app/command_rows.h"
+#include "support/virtual_machine.h"
+
+namespace larkspin {
+
+TEST(Dispatch, RunsOnlyTheOwnersOwnLines) {
+    VirtualMachine machine(Lines{});
+    machine.forget();
+    const char* const others[][2] = {{"Owner", "owner"}, {"Owner", "Owner "},
+                                     {"Owner", ""},      {"", "Owner"},
+                                     {"", ""},           {"Owner 2", "Owner"}};
+    for (const auto& [signedOn, speaker] : others) {
+        machine.room.screenName = signedOn;
+        machine.somebody(speaker, "'volume 7");
+        EXPECT_EQ(machine.said(), "") << signedOn << " / " << speaker;
+    }
+    EXPECT_EQ(machine.answer("'volume 7"), "volume set:  <b>7</b>");
+}
+
+TEST(Dispatch, TellsWordsFromPatternsAndCutsTheArgumentAsTyped) {
+    VirtualMachine machine({"Ride On.mp3", "Rest.mp3", "\u00C4pfel.mp3"});
+    converse(
+        machine,
+        {Turn("'STOP", "larkspin player [stopped]"),
+         Turn({"'stop ", " 'stop", "''stop", "stop", "'stopp", "'", "", "'m 1", "'cancel"}, ""),
+         Turn("'play", "nothing to play, fag"),
+         Turn("'play ", "scroll <b>3</b> choices?  <b>'yes </b>, <b>'no</b>, or <b>'view"),
+         Turn("'PLAY  oN", "playing:  <b>2</b>.  Ride<b><u> oN</b></u>"),
+         Turn("'play \u00E4PF", "playing:  <b>3</b>.  <b><u>\u00E4PF</b></u>el"),
+         Turn("'play on ", "your gay song was not found"),
+         Turn("'filter?", "current media filter:  <b>mp3</b> (<b>*.mp3</b>)"),
+         Turn("'filter ?", "invalid. choose mp3, wav, wma, midi, or all")});
+}
+
+TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
+    VirtualMachine machine({"ride.mp3", "rest.mp3"});
+    Lines lines{"'play " + std::string(1 << 20, 'R')};
+    for (const auto handler : {HandledBy::NiteScan1, HandledBy::NiteScan2, HandledBy::NiteScan3})
+        for (const CommandRow& row : commandRows(*machine.program, handler))
+            for (const char* argument : {"", "\xFF%n|{\x01, *", "-99999999999, 1e5"})
+                lines.push_back((row.behindTrigger ? "'" : "") +
+                                std::string(row.pattern.substr(0, row.pattern.find('*'))) +
+                                argument);
+    for (const std::string& line : lines) {
+        SCOPED_TRACE(line.substr(0, 40));
+        machine.program->NiteScan2.startscan();
+        for (const bool silent : {true, false}) {
+            machine.state().silnt = silent;
+            ASSERT_TRUE(line == "'exit" || machine.owner(line, 5s));
+        }
+        machine.state().silnt = false;
+        EXPECT_EQ(machine.answer("'trig?"), "your trigger is '");
+        machine.somebody("Stranger", line);
+        EXPECT_EQ(machine.room.lines.size(), 1u);
+    }
+}
+
+TEST(Dispatch, HearsLinesWhileACommandWaits) {
+    VirtualMachine machine(Lines{});
+    machine.directories.driveTexts = {"q:", "R: [label]", "q:"};
+    machine.loop.every(700ms, [&] { machine.program->hear({"Owner", "'volume 7"}); });
+    EXPECT_EQ(machine.answer("'scanpc"), "scanning pc for <b>mp3</b>, please wait..\n"
+                                         "volume set:  <b>7</b>\n"
+                                         "found <b>0</b> (<b>mp3</b>) in <b>0</b> directories");
+}
+
+} // namespace larkspin

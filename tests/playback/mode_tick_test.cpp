@@ -1,0 +1,113 @@
+#include "library/playlist.h"
+#include "support/virtual_machine.h"
+
+#include <set>
+
+namespace larkspin {
+
+namespace {
+
+// Takes a song off the disk, and gives what is said about that.
+std::string gone(VirtualMachine& machine, const std::string& title) {
+    std::filesystem::remove(machine.disk.path() / "music/rock" / title);
+    return "not found, refresh the directory (" + machine.drive("music/rock") + "\\)";
+}
+
+} // namespace
+
+TEST(ModeTick, RepeatsASongAndCountsEachTime) {
+    VirtualMachine machine({"ride.wav"}, 10s);
+    machine.writeDataFile("played.ini", "[times played]\r\nother.mp3=7\r\nRIDE.wav=many\r\n");
+    converse(machine, {Turn("'repeat", "repeat - <b>on"),
+                       Turn("'rnd", "random:  <b>1</b>.  ride (<b>.wav</b>)")});
+    const std::string again = "repeat:  ride (<b>.wav</b>)";
+    EXPECT_EQ(machine.saidWithin(35s), (Lines{again, again, again}));
+    EXPECT_EQ(machine.state().playtz + machine.state().mpp, "played 3 timesmp3s played:  3");
+    const Lines complaint{gone(machine, "ride.wav")};
+    EXPECT_EQ(machine.saidWithin(60s), complaint);
+    EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\nother.mp3=7\r\nride.wav=3\r\n");
+}
+
+TEST(ModeTick, ShufflesEverySongOncePerRound) {
+    VirtualMachine machine({"1.mp3", "2.mp3", "3.mp3", "4.mp3"}, 9.9s);
+    machine.owner("'shuffle");
+    machine.owner("'num 3");
+    std::map<std::string, int> counts{{"3.mp3", 1}};
+    for (int round = 1; round <= 4; ++round) {
+        std::set<std::string> picked;
+        for (int song = 0; song < 4; ++song) {
+            const Lines said = machine.saidWithin(10s);
+            const std::string title = machine.setting("play"), name = title.substr(0, 1);
+            EXPECT_EQ(said, Lines{"random:  <b>" + name + "</b>.  " + name});
+            EXPECT_EQ(machine.player.opened.back(), machine.drive("music/rock/" + title));
+            EXPECT_EQ(machine.state().playtz,
+                      "played " + std::to_string(counts[title]++) + " times");
+            picked.insert(title);
+        }
+        EXPECT_EQ(picked.size(), 4u);
+    }
+    EXPECT_EQ(machine.setting("played"), "16");
+}
+
+TEST(ModeTick, ContinuesThroughTheListForEver) {
+    VirtualMachine machine({"a.mp3", "b.mp3", "c.wav"}, 9.9s);
+    machine.owner("'num 2");
+    machine.owner("'cont");
+    for (int round = 0; round < 2; ++round)
+        EXPECT_EQ(machine.saidWithin(30s), (Lines{"next:  <b>3</b>.  c (<b>.wav</b>)",
+                                                  "next:  <b>1</b>.  a", "next:  <b>2</b>.  b"}));
+    EXPECT_EQ(machine.dataFile("played.ini"),
+              "[times played]\r\nb.mp3=2\r\nc.wav=2\r\na.mp3=2\r\n");
+    // A song that is gone silences the mode until the next start by hand.
+    const Lines complaint{gone(machine, "c.wav")};
+    EXPECT_EQ(machine.saidWithin(60s), complaint);
+    EXPECT_EQ(machine.setting("played"), "6");
+    converse(machine, {Turn("'next", "next:  <b>1</b>.  a")});
+    EXPECT_EQ(machine.saidWithin(11s), Lines{"next:  <b>2</b>.  b"});
+    EXPECT_EQ(machine.state().resumeIndex, "1");
+}
+
+TEST(ModeTick, IsPatientWithPausedAndUnplayableSongs) {
+    for (const std::string mode : {"'repeat", "'shuffle", "'cont"}) {
+        SCOPED_TRACE(mode);
+        VirtualMachine machine({"a.mp3", "b.mp3"}, 10s);
+        machine.player.lengths.erase(machine.drive("music/rock/b.mp3"));
+        machine.owner(mode);
+        machine.owner("'num 1");
+        machine.owner("'pause");
+        EXPECT_EQ(machine.saidWithin(60s), Lines{});
+        machine.owner("'num 2", 1.9s);
+        EXPECT_EQ(machine.player.opened.size(), 2u) << "two seconds to open";
+        const auto said = machine.saidWithin(60s).size();
+        EXPECT_TRUE(said >= 5 && said <= 31) << said;
+        // Only continuous play doesn't look whether there is a list.
+        machine.owner("'num 1");
+        machine.owner("'pause");
+        clearPlaylist(machine.state());
+        const Lines complaint = mode == "'cont" ? Lines{} : Lines{"no mp3s found, retard"};
+        EXPECT_EQ(machine.saidWithin(60s), complaint);
+        EXPECT_EQ(machine.state().Timer1.enabled(), complaint.empty());
+        machine.state().Timer1.enable();
+        machine.state().silnt = true;
+        EXPECT_EQ(machine.saidWithin(60s), Lines{});
+        EXPECT_EQ(machine.dialogs.boxes, complaint);
+    }
+}
+
+TEST(ModeTick, CountsASongThatEndsWithoutAModeOnce) {
+    VirtualMachine machine({"a.mp3", "b.mp3"}, 10s);
+    machine.owner("'num 1", 9s);
+    machine.owner("'next", 5s);
+    machine.owner("'stop", 60s);
+    EXPECT_EQ(machine.dataFile("played.ini"), "") << "neither left nor stopped songs count";
+    machine.owner("'num 1", 60s);
+    EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\na.mp3=1\r\n");
+    EXPECT_EQ(machine.state().mpp + machine.state().playMark, "mp3s played:  1  l>");
+    machine.owner("'play", 60s);
+    machine.owner("'exit");
+    machine.start();
+    EXPECT_EQ(machine.said(), "load:  <b>2</b> - mp3s played:  <b>2</b>");
+    EXPECT_EQ(machine.state().playtz, "played 2 times");
+}
+
+} // namespace larkspin

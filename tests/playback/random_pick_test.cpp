@@ -1,0 +1,55 @@
+#include "support/virtual_machine.h"
+
+#include <set>
+
+namespace larkspin {
+
+TEST(RandomPick, TakesEverySongOncePerRound) {
+    VirtualMachine machine({"a.mp3", "b.mp3", "C.mp3"});
+    for (int round = 1; round <= 5; ++round) {
+        std::set<std::string> said;
+        for (int song = 0; song < 3; ++song)
+            said.insert(machine.answer("'rnd"));
+        EXPECT_EQ(said, (std::set<std::string>{"random:  <b>1</b>.  a", "random:  <b>2</b>.  b",
+                                               "random:  <b>3</b>.  C"}));
+        EXPECT_TRUE(machine.state().playedMemory.empty());
+    }
+}
+
+TEST(RandomPick, FindsAWayOutWhenTwoSongsBearOneName) {
+    VirtualMachine machine;
+    machine.writeDataFile("temp.lst", machine.song("pop", "x.mp3") + "\r\n" +
+                                          machine.song("rock", "X.mp3") + "\r\n" +
+                                          machine.song("rock", "y.mp3") + "\r\n");
+    machine.start();
+    std::map<std::string, int> said;
+    for (int turn = 0; turn < 100; ++turn)
+        ++said[machine.answer("'rnd")];
+    EXPECT_EQ(said.size(), 3u);
+    EXPECT_GE(said["random:  <b>3</b>.  y"], 45) << "each round is y and one of the others";
+}
+
+TEST(RandomPick, GivesEachSongThatIsLeftTheSameChance) {
+    VirtualMachine empty(Lines{});
+    EXPECT_EQ(empty.answer("'rnd"), "no mp3s found, stupid");
+    empty.program->randomPick.randompick();
+    empty.state().silnt = true;
+    EXPECT_EQ(empty.answer("'rnd"), "[box] no mp3s found, stupid");
+    const Lines names{"a.mp3", "b.mp3", "c.mp3", "d.mp3", "e.mp3", "f.mp3", "g.mp3", "h.mp3"};
+    VirtualMachine machine(names);
+    machine.files.full = true; // nothing here needs the disk
+    for (const int left : {2, 8}) {
+        std::map<int, int> picked;
+        for (int turn = 0; turn < 4000; ++turn) {
+            machine.state().playedMemory.clear();
+            for (auto name = names.begin() + left; name != names.end(); ++name)
+                machine.state().playedMemory.add(*name);
+            machine.program->randomPick.randompick();
+            ++picked[machine.state().masterIndex()];
+        }
+        for (int row = 0; row < 8; ++row)
+            EXPECT_NEAR(picked[row], row < left ? 4000 / left : 0, row < left ? 100 : 0) << row;
+    }
+}
+
+} // namespace larkspin

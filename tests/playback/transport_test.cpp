@@ -1,0 +1,93 @@
+#include "library/playlist_row.h"
+#include "support/virtual_machine.h"
+
+namespace larkspin {
+
+TEST(Transport, StartsASongWithAllThatShowsIt) {
+    VirtualMachine machine;
+    machine.writeDataFile("larkspin.ini", "[lark]\r\nload=3\r\ntrigger='\r\nvolume=40\r\n");
+    machine.writeDataFile("played.ini", "[times played]\r\nride.wav=4\r\n");
+    machine.playlist({"Ride.WAV", "rest.MP3"});
+    machine.start();
+    EXPECT_EQ(machine.player.volume, -500);
+    EXPECT_EQ(machine.answer("'num 2"), "playing:  <b>2</b>.  Ride (<b>.wav</b>)");
+    const AppState& state = machine.state();
+    EXPECT_EQ((Lines{machine.setting("play"), machine.setting("playpath"), state.playtz,
+                     std::string(state.choiceList.row(0)), state.resumeIndex, state.playMark}),
+              (Lines{"Ride.WAV", machine.drive("music/rock"), "played 5 times", "Ride.WAV", "1",
+                     " \u0090"}));
+    EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\nride.wav=4\r\n");
+    EXPECT_EQ(machine.player.volume, -1800);
+    machine.player.setVolume(0);
+    converse(machine,
+             {Turn("'play", "playing temp:  Ride"), Turn("'shuffle", "shuffled play - <b>on"),
+              Turn("'next", "next:  <b>1</b>.  rest"),
+              Turn("'pre", "previous:  <b>2</b>.  Ride (<b>.wav</b>)")});
+    const std::string ride = machine.drive("music/rock/Ride.WAV");
+    EXPECT_EQ(machine.player.opened,
+              (Lines{ride, ride, machine.drive("music/rock/rest.MP3"), ride}));
+    EXPECT_EQ(machine.player.volume, -1800);
+}
+
+TEST(Transport, LeavesASongAloneWhenTheNextOneIsGone) {
+    VirtualMachine machine, empty(Lines{});
+    converse(empty, {Turn({"'next", "'pre"}, "not found, refresh the directory (\\)")});
+    machine.writeDataFile("temp.lst", machine.song("rock", "a.mp3") + "\r\n" +
+                                          makerow("b", ".mp3", "c:\\no\\dir") + "\r\n" +
+                                          makerow("no such song", ".mp3", "c:\\") + "\r\n");
+    machine.start();
+    converse(
+        machine,
+        {Turn("'cont", "continuous play - <b>on"), Turn("'num 1", "playing:  <b>1</b>.  a"),
+         Turn({"'next", "'play b", "'rnd b"}, "not found, refresh the directory (c:\\no\\dir\\)"),
+         Turn({"'next", "'num 3"}, "not found, refresh the directory (c:\\)", 60s)});
+    EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
+    EXPECT_FALSE(machine.state().Timer1.enabled());
+    // The song last started says it in a form of its own.
+    for (const std::string directory : {"c:\\no\\dir", "c:\\"}) {
+        machine.writeDataFile("larkspin.ini", "[lark]\nplay=b.mp3\nplaypath=" + directory + "\n");
+        EXPECT_EQ(machine.answer("'play"), "not found, refresh the directory (" + directory + ")");
+    }
+}
+
+TEST(Transport, PausesAndGoesOnInEveryState) {
+    VirtualMachine machine({"a.mp3", "c.mp3"}, 100s);
+    const std::string pauseWhat = "wtf are you gonna pause?",
+                      resumeWhat = "wtf are you gonna resume?",
+                      already = "already playing something you dick";
+    converse(machine,
+             {Turn("'pause", pauseWhat), Turn("'resume", resumeWhat),
+              Turn("'pre", "previous:  <b>2</b>.  c", 90s), Turn("'resume", already),
+              Turn("'pause", "paused:  c", 1h), Turn("'pause", "already paused you dumbass"),
+              Turn("'resume", "resumed:  c", 9s), Turn("'pause", "paused:  c"),
+              Turn({"'stop", "'stop"}, "larkspin player [stopped]"), Turn("'resume", resumeWhat),
+              Turn("'play", "playing temp:  c"), Turn("'pause", "paused:  c"),
+              Turn("'next", "next:  <b>1</b>.  a"), Turn("'resume", already, 101s),
+              Turn("'pause", pauseWhat)});
+    EXPECT_EQ(machine.setting("played"), "1") << "only one of these has come to its end";
+}
+
+TEST(Transport, SwitchesModes) {
+    VirtualMachine machine({"a.mp3"}, 10s);
+    const Lines cases[] = {{"'repeat", "repeat - <b>on", "r---"}, // modes, mode tick
+                           {"'next", "next:  <b>1</b>.  a", "r--t"},
+                           {"'shuffle", "shuffled play - <b>on", "-s-t"},
+                           {"'repeatoff", "repeat not on, genius", "-s-t"},
+                           {"'cont", "continuous play - <b>on", "--ct"},
+                           {"'stop", "larkspin player [stopped]", "--c-"},
+                           {"'shuffle", "shuffled play - <b>on", "-s--"},
+                           {"'contoff", "continuous play not on, genius", "-s--"},
+                           {"'play", "playing temp:  a", "-s-t"},
+                           {"'soff", "shuffled play - <b>off", "----"}};
+    const AppState& state = machine.state();
+    for (const Lines& c : cases) {
+        EXPECT_EQ(machine.answer(c[0]), c[1]);
+        EXPECT_EQ(c[2], std::string(state.rep ? "r" : "-") + (state.crand ? "s" : "-") +
+                            (state.cintz ? "c" : "-") + (state.Timer1.enabled() ? "t" : "-"))
+            << c[0];
+    }
+    machine.advance(12s);
+    EXPECT_EQ(machine.setting("played"), "1") << "the song goes on to its end and counts";
+}
+
+} // namespace larkspin
