@@ -9,8 +9,11 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace larkspin {
@@ -25,6 +28,12 @@ constexpr const char* fastSink = "fakesink sync=false";
 
 class GstMediaControlTest : public testing::Test {
 protected:
+    // GStreamer's list of its plug-ins is kept beside the tests, not in the home directory.
+    static void SetUpTestSuite() {
+        const fs::path cache = fs::read_symlink("/proc/self/exe").parent_path() / "cache";
+        ::setenv("XDG_CACHE_HOME", cache.c_str(), 1);
+    }
+
     std::string song(const std::string& name, double seconds) {
         EXPECT_TRUE(makeSong(disk.path() / name, seconds));
         return drivePath((disk.path() / name).native());
@@ -60,13 +69,18 @@ protected:
         const std::string bytes = disk.read("sound");
         std::vector<std::int16_t> samples(bytes.size() / 2);
         std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
-        int peak = 0, crossings = 0;
+        int peak = 0;
+        std::vector<std::size_t> crossings;
         for (std::size_t at = 1; at < samples.size(); ++at) {
             peak = std::max(peak, std::abs(int{samples[at]}));
-            crossings += samples[at - 1] < 0 && samples[at] >= 0;
+            if (samples[at - 1] < 0 && samples[at] >= 0)
+                crossings.push_back(at);
         }
-        const double seconds = static_cast<double>(samples.size()) / 44100;
-        return {seconds, peak / 32768.0, crossings / seconds};
+        Sound sound{static_cast<double>(samples.size()) / 44100, peak / 32768.0, 0};
+        if (crossings.size() > 1)
+            sound.frequency = static_cast<double>(crossings.size() - 1) * 44100 /
+                              static_cast<double>(crossings.back() - crossings.front());
+        return sound;
     }
     Sound recordSong(GstMediaControl& player, const std::string& path) {
         player.Open(path);
@@ -85,12 +99,9 @@ TEST_F(GstMediaControlTest, PlaysEachFormatToItsEnd) {
         SCOPED_TRACE(name);
         const std::string path = song(name, 0.3);
         player.Open(path);
-        EXPECT_EQ(player.PlayState(), PlayState::waiting);
         EXPECT_EQ(player.FileName(), path);
         EXPECT_TRUE(reaches(player, PlayState::playing));
-        const auto begin = Clock::now();
         EXPECT_TRUE(reaches(player, PlayState::stopped));
-        EXPECT_GT(Clock::now() - begin, 250ms);
         EXPECT_NEAR(player.Duration(), 0.35, 0.08);
         EXPECT_EQ(player.CurrentPosition(), player.Duration());
     }
@@ -116,7 +127,8 @@ TEST_F(GstMediaControlTest, GivesUpTwoSecondsAfterOpeningWhatIsNoSong) {
         SCOPED_TRACE(name);
         player.Open(drivePath((disk.path() / name).native()));
         loop.waitUntil(loop.now() + 1999ms);
-        EXPECT_TRUE(staysFor(player, PlayState::waiting, 60ms));
+        std::this_thread::sleep_for(50ms); // it may look like a song for a moment
+        EXPECT_TRUE(reaches(player, PlayState::waiting));
         loop.waitUntil(loop.now() + 1ms);
         EXPECT_TRUE(reaches(player, PlayState::stopped));
     }
@@ -126,14 +138,16 @@ TEST_F(GstMediaControlTest, GivesUpTwoSecondsAfterOpeningWhatIsNoSong) {
 
 TEST_F(GstMediaControlTest, RateChangesTheTimeButNotThePitchAndSurvivesOpen) {
     GstMediaControl player(loop, recordingSink());
-    const std::string path = song("a.wav", 1);
+    const std::string path = song("a.wav", 1), inStereo = song("a.mid", 1);
     player.setRate(2);
     player.setRate(0);
     player.setRate(-1);
     for (int round = 0; round < 2; ++round) {
+        EXPECT_NEAR(recordSong(player, inStereo).seconds, 0.5, 0.06);
         const Sound fast = recordSong(player, path);
         EXPECT_NEAR(fast.seconds, 0.5, 0.06);
-        EXPECT_NEAR(fast.frequency, 441, 10);
+        EXPECT_NEAR(fast.frequency, 441, 1);
+        EXPECT_NEAR(fast.amplitude, 0.75, 0.005);
     }
     player.setRate(0.5);
     EXPECT_NEAR(recordSong(player, path).seconds, 2, 0.1);
@@ -170,9 +184,13 @@ TEST_F(GstMediaControlTest, PausesSeeksAndStops) {
     EXPECT_LT(rest, 5.5);
     EXPECT_NEAR(player.CurrentPosition(), 7, 0.05);
     player.Play();
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 7.1; }));
     const auto begin = Clock::now();
-    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 7.2; }));
-    EXPECT_LT(Clock::now() - begin, 190ms); // the rate that was set in the pause
+    const double position = player.CurrentPosition();
+    EXPECT_TRUE(comesTrue([&] { return Clock::now() - begin > 200ms; }));
+    const std::chrono::duration<double> time = Clock::now() - begin;
+    EXPECT_NEAR((player.CurrentPosition() - position) / time.count(), 2,
+                0.4); // as set in the pause
     player.Stop();
     EXPECT_EQ(player.PlayState(), PlayState::stopped);
     player.Play();
@@ -210,8 +228,8 @@ TEST_F(GstMediaControlTest, PlaysFilesOfAnyName) {
 
 TEST_F(GstMediaControlTest, AnOlderSongNeverDisturbsANewerOne) {
     GstMediaControl player(loop, clockedSink);
-    const std::string shorter = song("short.wav", 0.1), longer = song("long.wav", 0.4);
-    for (int delay = 60; delay <= 140; delay += 20) { // around the end of the shorter one
+    const std::string shorter = song("short.wav", 0.1), longer = song("long.wav", 0.6);
+    for (int delay : {70, 100, 130}) { // around the end of the shorter one
         SCOPED_TRACE(delay);
         player.Open("c:\\nowhere\\missing.mp3");
         player.Open(longer);
@@ -221,39 +239,45 @@ TEST_F(GstMediaControlTest, AnOlderSongNeverDisturbsANewerOne) {
         player.Open(longer);
         ASSERT_TRUE(reaches(player, PlayState::playing));
         EXPECT_TRUE(staysFor(player, PlayState::playing, 150ms));
-        EXPECT_NEAR(player.Duration(), 0.4, 0.001);
+        EXPECT_NEAR(player.Duration(), 0.6, 0.001);
     }
     EXPECT_TRUE(reaches(player, PlayState::stopped));
 }
 
 TEST_F(GstMediaControlTest, GoesOnSilentlyWithoutTheSoundDevice) {
-    GstMediaControl player(loop, "identity error-after=2 ! fakesink sync=true");
-    const std::string path = song("a.wav", 0.6);
-    testing::internal::CaptureStderr();
-    for (int round = 0; round < 2; ++round) {
-        player.Open(path);
-        EXPECT_TRUE(reaches(player, PlayState::playing));
-        EXPECT_TRUE(reaches(player, PlayState::stopped));
-        EXPECT_NEAR(player.Duration(), 0.6, 0.001);
+    const std::string path = song("a.wav", 0.5);
+    for (const char* sink : {"identity error-after=2 ! fakesink sync=true", "nosuchsink"}) {
+        SCOPED_TRACE(sink);
+        GstMediaControl player(loop, sink);
+        testing::internal::CaptureStderr();
+        for (int round = 0; round < 2; ++round) {
+            const auto begin = Clock::now();
+            player.Open(path);
+            EXPECT_TRUE(reaches(player, PlayState::playing));
+            EXPECT_TRUE(reaches(player, PlayState::stopped));
+            EXPECT_GT(Clock::now() - begin, 500ms);
+            EXPECT_NEAR(player.Duration(), 0.5, 0.001);
+        }
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "larkspin: no sound device, songs play silently\n");
     }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "larkspin: no sound device, songs play silently\n");
 }
 
 TEST_F(GstMediaControlTest, ASongThatHangsIsStopped) {
-    const std::string path = song("a.wav", 0.1);
-    const auto begin = Clock::now();
-    {
-        GstMediaControl player(loop, "valve drop=true ! fakesink");
-        player.Open(path);
-        for (int second = 0; second < 19; ++second) {
-            loop.waitUntil(loop.now() + 1s);
-            EXPECT_EQ(player.PlayState(), PlayState::waiting);
-        }
+    // Opening the sink waits for somebody to read the pipe.
+    const fs::path pipe = disk.path() / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    GstMediaControl player(loop, "filesink location=" + pipe.native());
+    player.Open(song("a.wav", 0.1));
+    for (int second = 0; second < 19; ++second) {
+        std::this_thread::sleep_for(2ms);
         loop.waitUntil(loop.now() + 1s);
-        EXPECT_EQ(player.PlayState(), PlayState::stopped);
+        EXPECT_EQ(player.PlayState(), PlayState::waiting);
+        EXPECT_EQ(player.CurrentPosition() + player.Duration(), 0);
     }
-    EXPECT_LT(Clock::now() - begin, 1s);
+    loop.waitUntil(loop.now() + 1s);
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+    ::close(::open(pipe.c_str(), O_RDONLY | O_NONBLOCK));
 }
 
 TEST_F(GstMediaControlTest, NeedsNoThreadBeforeTheFirstSong) {

@@ -11,6 +11,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* outputName = "larkspin-output";
+constexpr const char* outputInPaths = "/GstBin:larkspin-output/";
 // A program that runs for weeks finds the device that was plugged in meanwhile.
 constexpr auto retryInterval = 60s;
 
@@ -60,38 +61,40 @@ GstElement* inLargeChunks(GstElement* sink) {
 AudioOutput::AudioOutput(std::string description) : description_(std::move(description)) {}
 
 void AudioOutput::attach(GstElement* pipeline) {
-    const GstRef<GstElement> owned(pipeline);
     const auto now = std::chrono::steady_clock::now();
-    if (attached_ && !(silent_ && description_.empty() && now - triedAt_ >= retryInterval))
+    if (attached_ && (!silent_ || now - triedAt_ < retryInterval))
         return;
     triedAt_ = now;
+    GstElement* sink = openOutput();
+    if (!sink && attached_)
+        return;
     attached_ = true;
-    g_object_set(pipeline, "audio-sink", inLargeChunks(choose()), nullptr);
+    silent_ = !sink;
+    if (silent_)
+        sink = silence();
+    g_object_set(pipeline, "audio-sink", inLargeChunks(sink), nullptr);
 }
 
 void AudioOutput::lose() {
     attached_ = false;
-    description_.clear();
+    lost_ = true;
 }
 
 bool AudioOutput::isNamedIn(const char* errorText) {
-    return errorText && std::strstr(errorText, outputName);
+    return errorText && std::strstr(errorText, outputInPaths);
 }
 
-GstElement* AudioOutput::choose() {
-    silent_ = false;
-    if (!description_.empty()) {
-        if (GstElement* const sink =
-                gst_parse_bin_from_description(description_.c_str(), TRUE, nullptr))
-            return sink;
-    } else if (GstElement* const sink = openDevice()) {
-        return sink;
-    }
-    return silence();
+// Null when there is none. A device that was lost may be back, or there is another one.
+GstElement* AudioOutput::openOutput() const {
+    if (description_.empty())
+        return openDevice();
+    if (lost_)
+        return nullptr;
+    return gst_parse_bin_from_description_full(description_.c_str(), TRUE, nullptr,
+                                               GST_PARSE_FLAG_FATAL_ERRORS, nullptr);
 }
 
 GstElement* AudioOutput::silence() {
-    silent_ = true;
     if (!std::exchange(told_, true))
         std::fputs("larkspin: no sound device, songs play silently\n", stderr);
     GstElement* const sink = gst_element_factory_make("fakesink", nullptr);

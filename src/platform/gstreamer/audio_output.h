@@ -13,21 +13,22 @@ class AudioOutput {
 public:
     explicit AudioOutput(std::string description);
 
-    // Gives the pipeline (whose reference it takes) an output, unless it has a good one.
+    // Gives the pipeline an output, unless it has a good one.
     void attach(GstElement* pipeline);
 
-    // The device is gone; the next `attach` looks anew.
+    // It broke; the next `attach` looks anew.
     void lose();
 
     // Whether an error's text says that it came from an output.
     static bool isNamedIn(const char* errorText);
 
 private:
-    GstElement* choose();
+    GstElement* openOutput() const;
     GstElement* silence();
 
     std::string description_; // of a sink to use instead of a device
     bool attached_ = false;
+    bool lost_ = false; // at least once
     bool silent_ = false;
     bool told_ = false;
     std::chrono::steady_clock::time_point triedAt_;

@@ -72,13 +72,7 @@ std::optional<double> GstPlayer::position(unsigned seek) const {
         return std::nullopt;
     GstPlay* const play = link_->play;
     guard.unlock();
-    const GstClockTime position = gst_play_get_position(play);
-    if (!GST_CLOCK_TIME_IS_VALID(position))
-        return std::nullopt;
-    const double seconds = static_cast<double>(position) / GST_SECOND;
-    guard.lock();
-    link_->lastPosition = seconds;
-    return seconds;
+    return seconds(gst_play_get_position(play));
 }
 
 } // namespace larkspin

@@ -1,6 +1,7 @@
 #include "platform/gstreamer/gst_setup.h"
 
 #include <filesystem>
+#include <malloc.h>
 #include <string_view>
 
 namespace larkspin {
@@ -34,17 +35,35 @@ void chooseDecoders() {
 
 // Left to itself, fluiddec takes the first soundfont of the directory, which may be one that
 // fills hundreds of megabytes.
-void chooseSoundfont(GstElement*, GstElement* element, gpointer) {
-    const GstElementFactory* const factory = gst_element_get_factory(element);
-    if (!factory || std::string_view(GST_OBJECT_NAME(factory)) != "fluiddec")
-        return;
+void chooseSoundfont(GstElement* fluiddec) {
     for (const char* path :
          {"/usr/share/sounds/sf2/TimGM6mb.sf2", "/usr/share/sounds/sf2/default-GM.sf2"}) {
         std::error_code error;
         if (std::filesystem::is_regular_file(path, error)) {
-            g_object_set(element, "soundfont", path, nullptr);
+            g_object_set(fluiddec, "soundfont", path, nullptr);
             return;
         }
+    }
+}
+
+// midiparse can seek, and play at any rate, but denies it.
+GstPadProbeReturn tellSeekable(GstPad*, GstPadProbeInfo* info, gpointer) {
+    GstQuery* const query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_SEEKING)
+        return GST_PAD_PROBE_OK;
+    gst_query_set_seeking(query, GST_FORMAT_TIME, TRUE, 0, -1);
+    return GST_PAD_PROBE_HANDLED;
+}
+
+void setUpMidi(GstElement*, GstElement* element, gpointer) {
+    const GstElementFactory* const factory = gst_element_get_factory(element);
+    const std::string_view name = factory ? GST_OBJECT_NAME(factory) : "";
+    if (name == "fluiddec") {
+        chooseSoundfont(element);
+    } else if (name == "midiparse") {
+        const GstRef<GstPad> pad(gst_element_get_static_pad(element, "src"));
+        gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_QUERY_UPSTREAM, tellSeekable, nullptr,
+                          nullptr);
     }
 }
 
@@ -54,6 +73,9 @@ bool startGStreamer() {
     if (!gst_init_check(nullptr, nullptr, nullptr))
         return false;
     chooseDecoders();
+    // Each song is played by other threads. With a heap for each of them, what MIDI songs give
+    // back would stay with the process many times over.
+    mallopt(M_ARENA_MAX, 1);
     return true;
 }
 
@@ -71,8 +93,13 @@ GstRef<GstPlay> makePlay() {
     gst_play_set_subtitle_track_enabled(play.get(), FALSE);
     gst_play_set_visualization_enabled(play.get(), FALSE);
     const GstRef<GstElement> pipeline(gst_play_get_pipeline(play.get()));
-    g_signal_connect(pipeline.get(), "element-setup", G_CALLBACK(chooseSoundfont), nullptr);
+    g_signal_connect(pipeline.get(), "element-setup", G_CALLBACK(setUpMidi), nullptr);
     return play;
+}
+
+void renewTempoFilter(GstElement* pipeline) {
+    if (GstElement* const filter = gst_element_factory_make("scaletempo", nullptr))
+        g_object_set(pipeline, "audio-filter", filter, nullptr);
 }
 
 } // namespace larkspin

@@ -9,4 +9,8 @@ namespace larkspin {
 bool startGStreamer();      // false when it can't be used; may take a second at the very first time
 GstRef<GstPlay> makePlay(); // empty when GStreamer lacks the parts for it
 
+// Has the next song's rate kept by a filter of its own: from one song to the next, it reads
+// behind its freed buffers.
+void renewTempoFilter(GstElement* pipeline);
+
 } // namespace larkspin

@@ -15,6 +15,10 @@ struct ObjectUnref {
 };
 template <typename Object> using GstRef = std::unique_ptr<Object, ObjectUnref>;
 
+inline double seconds(GstClockTime time) {
+    return GST_CLOCK_TIME_IS_VALID(time) ? static_cast<double>(time) / GST_SECOND : 0;
+}
+
 struct PlayerLink {
     std::mutex lock; // for all below
     PlayerWishes wishes;
@@ -22,8 +26,7 @@ struct PlayerLink {
 
     SongReport report;
     unsigned seekDone = 0;
-    bool moving = false;     // a seek or a change of rate is on its way
-    double lastPosition = 0; // that was read in this song
+    bool moving = false; // a seek or a change of rate is on its way
 
     // Set once GStreamer is up. The bus wakes the thread.
     GstPlay* play = nullptr;

@@ -10,9 +10,8 @@ namespace larkspin {
 
 namespace {
 
-double seconds(GstClockTime time) {
-    return GST_CLOCK_TIME_IS_VALID(time) ? static_cast<double>(time) / GST_SECOND : 0;
-}
+// GstPlay keeps the rate of a song that failed, but plays the next one at its normal speed.
+constexpr double unknownRate = 0;
 
 GstClockTime clockTime(double seconds) {
     return static_cast<GstClockTime>(seconds * GST_SECOND);
@@ -105,10 +104,13 @@ void SongWorker::load() {
     seekable_ = false;
     prerolled_ = false;
     moving_ = false;
-    rate_ = 1;
+    seeking_ = seekDone_;
     playing_ = false;
     ++loads_;
-    output_.attach(gst_play_get_pipeline(play_.get()));
+    publish(); // asked for its position now, GstPlay would answer late
+    const GstRef<GstElement> pipeline(gst_play_get_pipeline(play_.get()));
+    output_.attach(pipeline.get());
+    renewTempoFilter(pipeline.get());
     gst_play_set_uri(play_.get(), uri);
     gst_play_pause(play_.get());
     g_free(uri);
@@ -165,8 +167,8 @@ void SongWorker::handlePlayMessage(GstMessage* message, GstPlayMessage type) {
     if (type == GST_PLAY_MESSAGE_STATE_CHANGED) {
         GstPlayState state{};
         gst_play_message_parse_state_changed(message, &state);
-        if (state == GST_PLAY_STATE_PAUSED)
-            prerolled_ = true;
+        if (state == GST_PLAY_STATE_PAUSED && !std::exchange(prerolled_, true))
+            rate_ = gst_play_get_rate(play_.get()) == 1 ? 1 : unknownRate;
         if (state == GST_PLAY_STATE_PLAYING)
             phase_ = SongPhase::open;
     } else if (type == GST_PLAY_MESSAGE_DURATION_CHANGED) {
@@ -179,10 +181,19 @@ void SongWorker::handlePlayMessage(GstMessage* message, GstPlayMessage type) {
     } else if (type == GST_PLAY_MESSAGE_MEDIA_INFO_UPDATED) {
         readMedia(message);
     } else if (type == GST_PLAY_MESSAGE_END_OF_STREAM) {
-        finish(SongPhase::ended);
+        handleEnd();
     } else if (type == GST_PLAY_MESSAGE_ERROR) {
         failed(message);
     }
+}
+
+// Some files tell their length only by ending. One that ends without a sound is no song.
+void SongWorker::handleEnd() {
+    gint64 position = 0;
+    const GstRef<GstElement> pipeline(gst_play_get_pipeline(play_.get()));
+    if (duration_ == 0 && gst_element_query_position(pipeline.get(), GST_FORMAT_TIME, &position))
+        duration_ = seconds(static_cast<GstClockTime>(position));
+    finish(duration_ > 0 ? SongPhase::ended : SongPhase::failed);
 }
 
 void SongWorker::readMedia(GstMessage* message) {
@@ -207,10 +218,8 @@ void SongWorker::failed(GstMessage* message) {
         return;
     }
     triedAnotherOutput_ = true;
-    {
-        const std::lock_guard guard(link_.lock);
-        resumeAt_ = link_.lastPosition;
-    }
+    if (prerolled_)
+        resumeAt_ = seconds(gst_play_get_position(play_.get())); // the last one that was read
     output_.lose();
     load();
 }
@@ -225,8 +234,6 @@ void SongWorker::finish(SongPhase phase) {
 
 void SongWorker::publish() {
     const std::lock_guard guard(link_.lock);
-    if (link_.report.song != song_)
-        link_.lastPosition = 0;
     link_.report = {song_, phase_, duration_};
     link_.seekDone = seekDone_;
     link_.moving = moving_;

@@ -25,6 +25,7 @@ private:
     void seek(double target);
     void handle(GstMessage* message);
     void handlePlayMessage(GstMessage* message, GstPlayMessage type);
+    void handleEnd();
     void readMedia(GstMessage* message);
     void failed(GstMessage* message);
     void finish(SongPhase phase);
