@@ -44,7 +44,8 @@ void ModeTick::repeatSong() {
         return;
     }
     counters_.bumpcount();
-    reply_.saychat("repeat:  " + name + extensionTag(last.extension));
+    if (!transport_.tellStart("repeat:  " + name + extensionTag(last.extension)))
+        return;
     transport_.dressplayer();
     counters_.bumpPlayed();
     state_.playMark = playingMark;
@@ -61,9 +62,8 @@ void ModeTick::shuffleOn() {
     counters_.bumpcount();
     randomPick_.randompick();
     const Song song = songOfRow(state_.masterList.currentRow());
-    if (!openCurrentRow(song))
+    if (!openCurrentRow(song) || !showCurrentRow("random:  <b>", song))
         return;
-    showCurrentRow("random:  <b>", song);
     NiteScan2_.stopscan();
     counters_.bumpPlayed();
     store(song);
@@ -74,9 +74,8 @@ void ModeTick::continueOn() {
         return;
     transport_.moveToNextRow();
     const Song song = songOfRow(state_.masterList.currentRow());
-    if (!openCurrentRow(song))
+    if (!openCurrentRow(song) || !showCurrentRow("next:  <b>", song))
         return;
-    showCurrentRow("next:  <b>", song);
     counters_.bumpcount(); // of the finished song, which is still the stored one
     store(song);
     transport_.offerAsChoice(song.title());
@@ -93,10 +92,12 @@ bool ModeTick::openCurrentRow(const Song& song) {
     return true;
 }
 
-void ModeTick::showCurrentRow(const std::string& head, const Song& song) {
-    transport_.announce(head, std::to_string(state_.masterIndex() + 1), song.name, song);
+bool ModeTick::showCurrentRow(const std::string& head, const Song& song) {
+    if (!transport_.announce(head, std::to_string(state_.masterIndex() + 1), song.name, song))
+        return false;
     transport_.showStarted();
     transport_.keepPosition();
+    return true;
 }
 
 // Here the menu shows the stored count of the new song, not the coming one.

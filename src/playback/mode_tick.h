@@ -34,7 +34,7 @@ private:
     void continueOn();
     bool hasEnded();
     bool openCurrentRow(const Song& song);
-    void showCurrentRow(const std::string& head, const Song& song);
+    bool showCurrentRow(const std::string& head, const Song& song);
     void store(const Song& song);
 
     AppState& state_;

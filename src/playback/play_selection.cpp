@@ -33,8 +33,9 @@ void PlaySelection::playOnlyHit(const std::string& text) {
     if (!transport_.open(song))
         return;
     closeselection();
-    transport_.announce("playing:  <b>", std::to_string(state_.masterIndex() + 1),
-                        marked(song.name, text), song);
+    if (!transport_.announce("playing:  <b>", std::to_string(state_.masterIndex() + 1),
+                             marked(song.name, text), song))
+        return;
     transport_.showStarted();
     transport_.keepPosition();
     NiteScan2_.stopscan();
@@ -80,7 +81,9 @@ void PlaySelection::randp3() {
     const Song song = songOfRow(state_.masterList.currentRow());
     if (!transport_.open(song))
         return;
-    transport_.announce("random:  <b>", std::to_string(state_.masterIndex() + 1), song.name, song);
+    if (!transport_.announce("random:  <b>", std::to_string(state_.masterIndex() + 1), song.name,
+                             song))
+        return;
     transport_.showStarted();
     transport_.keepPosition();
     NiteScan2_.stopscan();
@@ -100,8 +103,9 @@ void PlaySelection::rnd(const std::string& text) {
     if (!transport_.open(song))
         return;
     const std::string hits = std::to_string(state_.choiceList.count());
-    transport_.announce("random:  <b>", std::to_string(picked + 1) + "/" + hits,
-                        marked(song.name, text), song);
+    if (!transport_.announce("random:  <b>", std::to_string(picked + 1) + "/" + hits,
+                             marked(song.name, text), song))
+        return;
     placeBehindRandomHit(text, picked);
     transport_.showStarted();
     NiteScan2_.stopscan();

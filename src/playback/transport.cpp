@@ -28,6 +28,7 @@ std::string extensionTag(std::string_view extension) {
 }
 
 void Transport::stop() {
+    ++turns_;
     endPauseMark();
     state_.Timer1.disable();
     player_.Stop();
@@ -85,7 +86,8 @@ void Transport::tempp3() {
     }
     openFile(song.path());
     counters_.show(counters_.count(song.title()) + 1);
-    reply_.saychat("playing temp:  " + song.name);
+    if (!tellStart("playing temp:  " + song.name))
+        return;
     showStarted();
     offerAsChoice(song.title());
     resumeModeTick();
@@ -95,7 +97,8 @@ bool Transport::startCurrentRow(const std::string& head) {
     const Song song = songOfRow(state_.masterList.currentRow());
     if (!open(song))
         return false;
-    announce(head, std::to_string(state_.masterIndex() + 1), song.name, song);
+    if (!announce(head, std::to_string(state_.masterIndex() + 1), song.name, song))
+        return false;
     showStarted();
     keepPosition();
     remember(song);
@@ -131,13 +134,20 @@ bool Transport::isThere(const Song& song) {
 }
 
 void Transport::openFile(const std::string& path) {
+    ++turns_;
     player_.Open(path);
     sliders_.HScroll2_Change();
 }
 
-void Transport::announce(const std::string& head, const std::string& number,
+bool Transport::tellStart(const std::string& message) {
+    const unsigned turn = turns_;
+    reply_.saychat(message);
+    return turn == turns_;
+}
+
+bool Transport::announce(const std::string& head, const std::string& number,
                          const std::string& name, const Song& song) {
-    reply_.saychat(head + number + "</b>.  " + name + extensionTag(song.extension));
+    return tellStart(head + number + "</b>.  " + name + extensionTag(song.extension));
 }
 
 void Transport::dressplayer() {

@@ -5,7 +5,8 @@
 //
 //     open, [a message], showStarted, [the position], remember, [the choice], resumeModeTick
 //
-// Messages serve events, so a start can be overtaken by another one in the middle.
+// Messages serve events, so a start can be overtaken by another one, or by a stop, in the middle.
+// What is left of it would then spoil what the later one has done, and is dropped.
 #pragma once
 
 #include "library/playlist_row.h"
@@ -44,7 +45,7 @@ public:
     void tempp3(); // play: the song last started
 
     // A whole start of the row at masterIndex, whose message begins with the head. False when
-    // its file is gone.
+    // its file is gone or the start has been overtaken.
     bool startCurrentRow(const std::string& head);
 
     // The pieces of a start.
@@ -52,8 +53,10 @@ public:
     // Ends a pause, stops the mode tick and opens the song at the slider's volume. False,
     // after saying so, when there is no such file: what plays goes on.
     bool open(const Song& song);
-    // Says head, number and marked name with the song's tag: "next:  <b>3</b>.  ride".
-    void announce(const std::string& head, const std::string& number, const std::string& name,
+    // Says what is started. False when the start has been overtaken meanwhile.
+    bool tellStart(const std::string& message);
+    // The same of head, number and marked name with the song's tag: "next:  <b>3</b>.  ride".
+    bool announce(const std::string& head, const std::string& number, const std::string& name,
                   const Song& song);
     // A song from the list counts as started.
     void showStarted();
@@ -91,6 +94,7 @@ private:
     PlayCounters& counters_;
     MediaWindow& window_;
     Scanner& NiteScan2_;
+    unsigned turns_ = 0; // songs opened and stopped so far; wraps around
 };
 
 } // namespace larkspin

@@ -90,4 +90,33 @@ TEST(Transport, SwitchesModes) {
     EXPECT_EQ(machine.setting("played"), "1") << "the song goes on to its end and counts";
 }
 
+// Both lines are there before the first one's message is said.
+TEST(Transport, AStartOvertakenInItsMessageLeavesTheLaterOneAlone) {
+    const struct {
+        const char *first, *second, *paused;
+        bool started;
+    } cases[] = {
+        {"'num 1", "'num 2", "paused:  b", true},
+        {"'play a", "'rnd b", "paused:  b", true},
+        {"'next", "'pre", "paused:  c", true},
+        {"'num 1", "'stop", "wtf are you gonna pause?", false},
+    };
+    for (const auto& turn : cases) {
+        SCOPED_TRACE(std::string(turn.first) + turn.second);
+        VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 10s);
+        const auto say = [&](const char* line) {
+            machine.loop.post([&, line] { machine.program->hear({"Owner", line}); });
+        };
+        machine.run([&] {
+            say(turn.first);
+            say(turn.second);
+            machine.loop.serveTurn();
+        });
+        EXPECT_EQ(machine.answer("'pause"), turn.paused);
+        EXPECT_EQ(machine.state().playMark == playingMark, turn.started);
+        machine.owner("'resume", 20s);
+        EXPECT_EQ(machine.setting("played"), turn.started ? "1" : "");
+    }
+}
+
 } // namespace larkspin
