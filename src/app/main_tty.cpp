@@ -17,7 +17,7 @@ int main() {
     Terminal terminal(loop, loginName());
     PosixFiles files;
     PosixDirectories directories;
-    GstMediaControl player(loop);
+    GstMediaControl player(loop, {}, [&](const std::string& line) { terminal.screen.note(line); });
     PosixProcess process(userLockFile());
     process.beforeEnd([&] { terminal.close(); });
 

@@ -1,6 +1,5 @@
 #include "platform/gstreamer/audio_output.h"
 
-#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -95,8 +94,6 @@ GstElement* AudioOutput::openOutput() const {
 }
 
 GstElement* AudioOutput::silence() {
-    if (!std::exchange(told_, true))
-        std::fputs("larkspin: no sound device, songs play silently\n", stderr);
     GstElement* const sink = gst_element_factory_make("fakesink", nullptr);
     g_object_set(sink, "sync", TRUE, nullptr);
     return sink;

@@ -1,5 +1,5 @@
 // Where the sound goes: a sound device, found once and used for all songs, or silence in real
-// time where there is none. Standard error is told once.
+// time where there is none.
 #pragma once
 
 #include "platform/gstreamer/player_link.h"
@@ -19,6 +19,8 @@ public:
     // It broke; the next `attach` looks anew.
     void lose();
 
+    bool isSilent() const { return silent_; }
+
     // Whether an error's text says that it came from an output.
     static bool isNamedIn(const char* errorText);
 
@@ -30,7 +32,6 @@ private:
     bool attached_ = false;
     bool lost_ = false; // at least once
     bool silent_ = false;
-    bool told_ = false;
     std::chrono::steady_clock::time_point triedAt_;
 };
 

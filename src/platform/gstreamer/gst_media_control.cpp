@@ -18,8 +18,8 @@ constexpr int standstillLimit = 20; // rounds of the watch
 
 } // namespace
 
-GstMediaControl::GstMediaControl(const EventLoop& loop, std::string audioSink)
-    : loop_(loop), audioSink_(std::move(audioSink)) {}
+GstMediaControl::GstMediaControl(const EventLoop& loop, std::string audioSink, Tell tell)
+    : loop_(loop), audioSink_(std::move(audioSink)), tell_(std::move(tell)) {}
 
 GstMediaControl::~GstMediaControl() = default;
 
@@ -144,6 +144,8 @@ SongPhase GstMediaControl::readPlayer() {
     const SongReport report = player_->report();
     if (report.song != wishes_.song)
         return SongPhase::opening;
+    if (report.withoutDevice && !std::exchange(hasTold_, true))
+        tell_("larkspin: no sound device, songs play silently");
     if (report.duration > 0)
         duration_ = report.duration;
     return report.phase;

@@ -7,6 +7,7 @@
 #include "playback/media_control.h"
 #include "shell/event_loop.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -15,8 +16,10 @@ namespace larkspin {
 class GstMediaControl : public MediaControl {
 public:
     // The loop tells the time. `audioSink` names where the sound goes, as GStreamer's launch
-    // lines do; without it, that is the sound device, or silence where there is none.
-    explicit GstMediaControl(const EventLoop& loop, std::string audioSink = {});
+    // lines do; without it, that is the sound device, or silence where there is none. Of that,
+    // the owner is told once, through `tell`.
+    using Tell = std::function<void(const std::string& line)>;
+    GstMediaControl(const EventLoop& loop, std::string audioSink, Tell tell);
     ~GstMediaControl() override;
 
     void Open(const std::string& fileName) override;
@@ -42,6 +45,8 @@ private:
 
     const EventLoop& loop_;
     std::string audioSink_;
+    Tell tell_;
+    bool hasTold_ = false;
     std::unique_ptr<GstPlayer> player_; // made by the first Open
     PlayerWishes wishes_;
 

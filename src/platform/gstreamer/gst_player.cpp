@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <malloc.h>
 #include <utility>
 
 namespace larkspin {
@@ -40,6 +41,9 @@ void runWorker(const std::shared_ptr<PlayerLink>& link, std::string audioSink) {
 } // namespace
 
 GstPlayer::GstPlayer(std::string audioSink) : link_(std::make_shared<PlayerLink>()) {
+    // Each song is played by other threads. With a heap for each of them, the soundfont of MIDI
+    // songs would stay in memory many times over.
+    mallopt(M_ARENA_MAX, 1);
     thread_ = std::thread(runWorker, link_, std::move(audioSink));
 }
 

@@ -26,7 +26,8 @@ enum class SongPhase { opening, open, ended, failed };
 struct SongReport {
     unsigned song = 0; // the song of the wishes that it is about
     SongPhase phase = SongPhase::opening;
-    double duration = 0; // 0 while unknown
+    double duration = 0;        // 0 while unknown
+    bool withoutDevice = false; // it plays into silence
 };
 
 struct PlayerLink;

@@ -1,7 +1,6 @@
 #include "platform/gstreamer/gst_setup.h"
 
 #include <filesystem>
-#include <malloc.h>
 #include <string_view>
 
 namespace larkspin {
@@ -73,9 +72,6 @@ bool startGStreamer() {
     if (!gst_init_check(nullptr, nullptr, nullptr))
         return false;
     chooseDecoders();
-    // Each song is played by other threads. With a heap for each of them, what MIDI songs give
-    // back would stay with the process many times over.
-    mallopt(M_ARENA_MAX, 1);
     return true;
 }
 

@@ -234,7 +234,7 @@ void SongWorker::finish(SongPhase phase) {
 
 void SongWorker::publish() {
     const std::lock_guard guard(link_.lock);
-    link_.report = {song_, phase_, duration_};
+    link_.report = {song_, phase_, duration_, output_.isSilent()};
     link_.seekDone = seekDone_;
     link_.moving = moving_;
 }

@@ -26,17 +26,21 @@ std::string onOneLine(std::string_view text) {
 
 void TerminalScreen::showLine(const std::string& speaker, const std::string& text) {
     if (form_ == Form::protocol)
-        put(onOneLine(speaker) + ": " + onOneLine(text) + '\n');
+        put(descriptor_, onOneLine(speaker) + ": " + onOneLine(text) + '\n');
     else
-        put(shownMarkup(speaker + ": ") + shownMarkup(text) + '\n');
+        put(descriptor_, shownMarkup(speaker + ": ") + shownMarkup(text) + '\n');
 }
 
 void TerminalScreen::showEvent(std::string_view head, const std::string& text) {
     const std::string start = std::string(head) + ' ';
     if (form_ == Form::protocol)
-        put(start + onOneLine(text) + '\n');
+        put(descriptor_, start + onOneLine(text) + '\n');
     else
-        put(shownMarkup("<b>" + start + "</b>" + text) + '\n');
+        put(descriptor_, shownMarkup("<b>" + start + "</b>" + text) + '\n');
+}
+
+void TerminalScreen::note(const std::string& line) {
+    put(STDERR_FILENO, line + '\n');
 }
 
 void TerminalScreen::aroundTypedLine(Task hide, Task show) {
@@ -45,10 +49,10 @@ void TerminalScreen::aroundTypedLine(Task hide, Task show) {
 }
 
 // A reader that has gone is no reason to stop: the music plays on.
-void TerminalScreen::put(const std::string& line) {
+void TerminalScreen::put(int descriptor, const std::string& line) {
     hide_();
     for (std::size_t at = 0; at < line.size();) {
-        const ssize_t written = ::write(descriptor_, line.data() + at, line.size() - at);
+        const ssize_t written = ::write(descriptor, line.data() + at, line.size() - at);
         if (written < 0 && errno != EINTR)
             break;
         at += static_cast<std::size_t>(written < 0 ? 0 : written);

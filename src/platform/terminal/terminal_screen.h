@@ -20,13 +20,16 @@ public:
     void showStopBox(const std::string& text) { showEvent("[stop]", text); }
     void showQuestion(const std::string& text) { showEvent("[ask]", text); }
 
+    // On standard error, for what belongs to neither.
+    void note(const std::string& line);
+
     // What takes the line that is being typed off the screen and puts it back, so that others
     // come above it.
     void aroundTypedLine(Task hide, Task show);
 
 private:
     void showEvent(std::string_view head, const std::string& text);
-    void put(const std::string& line);
+    void put(int descriptor, const std::string& line);
 
     int descriptor_;
     Form form_;
