@@ -56,14 +56,10 @@ private:
     Cache cache_;
 };
 
-// A line that is said while the program starts is dropped, so it is asked until it answers.
+// What is typed while the program starts is answered when it runs.
 bool comesUp(Child& child) {
-    for (auto asked = 0ms; asked < patience; asked += 5ms) {
-        child.tell("'filter?");
-        if (child.says("current media filter", 5ms))
-            return true;
-    }
-    return false;
+    child.tell("'filter?");
+    return child.says("current media filter", patience);
 }
 
 // The first start fills the cache: it isn't counted.
