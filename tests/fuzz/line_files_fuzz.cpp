@@ -1,0 +1,54 @@
+// Any bytes are loaded as a playlist and as an unsorted list, saved, and loaded again.
+#include "fuzz/fuzz.h"
+#include "library/line_files.h"
+#include "shell/app_state.h"
+#include "shell/files.h"
+
+#include <map>
+#include <sstream>
+
+using namespace larkspin;
+
+struct FilesInMemory : Files {
+    bool exists(const std::string& path) override { return contents.contains(path); }
+    std::optional<std::string> read(const std::string& path) override { return contents[path]; }
+    bool replace(const std::string& path, const std::string& text) override {
+        contents[path] = text;
+        return true;
+    }
+    bool makeDirectory(const std::string&) override { return true; }
+    void hide(const std::string&) override {}
+    std::map<std::string, std::string> contents;
+};
+
+static void demandSameRows(const RowList& a, const RowList& b) {
+    demand(a.count() == b.count());
+    for (int index = 0; index < a.count(); ++index)
+        demand(a.row(index) == b.row(index));
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FilesInMemory files;
+    files.contents["first"] = std::string(reinterpret_cast<const char*>(data), size);
+
+    RowList list;
+    demand(loadlines(files, "first", list) == list.count());
+    int count = 0;
+    std::istringstream lines(files.contents["first"]);
+    for (std::string line; std::getline(lines, line); ++count)
+        demand(list.row(count) == line.substr(0, line.size() - line.ends_with('\r')));
+    demand(list.count() == count);
+
+    AppState state, again;
+    loadPlaylist(files, "first", state);
+    demand(state.masterList.count() == count);
+    for (int index = 1; index < count; ++index)
+        demand(state.masterList.folded(index - 1) <= state.masterList.folded(index));
+    savelines(files, "second", state.masterList);
+    loadPlaylist(files, "second", again);
+    for (const RowList* same : {&state.playlistView, &again.masterList, &again.playlistView})
+        demandSameRows(state.masterList, *same);
+    savelines(files, "third", again.masterList);
+    demand(files.contents["second"] == files.contents["third"]);
+    return 0;
+}
