@@ -66,10 +66,10 @@ Found findKey(std::string_view contents, std::string_view section, std::string_v
 }
 
 std::string onOneLine(std::string_view text) {
-    std::string line(trimmed(text));
+    std::string line(text);
     std::replace_if(
         line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-    return line;
+    return std::string(trimmed(line));
 }
 
 void endLastLine(std::string& text) {
