@@ -81,7 +81,7 @@ void endLastLine(std::string& text) {
 
 std::string_view iniValue(std::string_view contents, std::string_view section,
                           std::string_view key) {
-    const Found found = findKey(contents, section, beforeEquals(key));
+    const Found found = findKey(contents, section, onOneLine(beforeEquals(key)));
     if (!found.line)
         return {};
     const std::string_view line = contents.substr(*found.line, found.lineEnd - *found.line);

@@ -27,7 +27,7 @@ TEST_F(SettingsTest, WritesOneLineAndKeepsAllOthers) {
          "\x7F\0[\xFF]\r\n[lark\r[lark\r\n[lark]\r\na=x\r\n"s},
         {"", "a=b.mp3", "3", "[lark]\r\na=3\r\n"},
         {"", "[x] Ä.mp3", "3", "[lark]\r\n[x] Ä.mp3=3\r\n"},
-        {"", "ascii", "a\r\n[other]\nb=\0"s, "[lark]\r\nascii=a  [other] b= \r\n"},
+        {"", "ascii", "a\r\n[other]\nb=\0"s, "[lark]\r\nascii=a  [other] b=\r\n"},
         {"as it is", "=", "x", "as it is"},
     };
     for (const auto& [before, key, value, after] : cases) {
