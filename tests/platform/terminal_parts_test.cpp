@@ -58,8 +58,11 @@ protected:
     TerminalDialogs dialogs{screen, input};
 };
 
-INSTANTIATE_TEST_SUITE_P(Paces, TypedLinesTest,
-                         testing::Values(TerminalInput::Pace::inTurn, TerminalInput::Pace::atOnce));
+INSTANTIATE_TEST_SUITE_P(, TypedLinesTest,
+                         testing::Values(TerminalInput::Pace::inTurn, TerminalInput::Pace::atOnce),
+                         [](const auto& pace) {
+                             return pace.param == TerminalInput::Pace::inTurn ? "InTurn" : "AtOnce";
+                         });
 
 TEST_P(TypedLinesTest, ComeInTurnOrInTheMiddleOfOthers) {
     type("early\nwait\nnext\r\n\nlast");
