@@ -58,9 +58,9 @@ bool searchrows(AppState& state, RowList& list, std::string_view text) {
 void collectdirs(AppState& state) {
     state.knownDirs.clear();
     for (int index = 0; index < state.masterList.count(); ++index) {
-        const std::string_view directory = rowdir(state.masterList.row(index));
-        if (!isinlist(state.knownDirs, directory))
-            state.knownDirs.add(directory);
+        const std::string_view folded = rowdir(state.masterList.folded(index));
+        if (folded.empty() || !state.knownDirs.containsFolded(folded))
+            state.knownDirs.add(rowdir(state.masterList.row(index)));
     }
     state.setMasterIndex(state.masterList.count() - 1);
 }
