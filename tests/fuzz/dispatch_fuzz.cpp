@@ -8,17 +8,27 @@
 
 using namespace larkspin;
 
-static std::string anyCommand(FuzzedDataProvider& input, VirtualMachine& machine) {
-    std::vector<CommandRow> words;
+static std::vector<std::string> wordsWithEffect(Program& program) {
+    std::vector<std::string> words;
     for (const auto handler : {HandledBy::NiteScan1, HandledBy::NiteScan2, HandledBy::NiteScan3})
-        for (const CommandRow& row : commandRows(*machine.program, handler))
-            words.push_back(row);
-    const auto word = input.ConsumeIntegralInRange<std::size_t>(0, words.size() - 1);
-    std::string text = machine.state().trigger + std::string(words[word].pattern);
+        for (const CommandRow& row : commandRows(program, handler))
+            if (row.run && row.pattern != "exit")
+                words.emplace_back(row.pattern);
+    return words;
+}
+
+static std::string anyCommand(FuzzedDataProvider& input, VirtualMachine& machine) {
+    static const std::vector<std::string> words = wordsWithEffect(*machine.program);
+    // Equal bytes, of which inputs are full, are different words.
+    const std::size_t place = input.remaining_bytes();
+    const std::size_t word = place + input.ConsumeIntegral<std::uint8_t>();
+    std::string text = machine.state().trigger + words[word % words.size()];
     if (text.ends_with('*')) {
         text.pop_back();
-        text += input.ConsumeBool() ? std::to_string(input.ConsumeIntegralInRange(-3, 210))
-                                    : input.ConsumeRandomLengthString(12);
+        const int kind = input.ConsumeIntegral<std::uint8_t>();
+        text += kind > 50   ? std::to_string(kind - 54)
+                : kind > 25 ? input.PickValueInArray({"none", ".", "wav", "R"})
+                            : input.ConsumeBytesAsString(6);
     }
     return text;
 }
@@ -45,22 +55,22 @@ static void demandSoundState(const AppState& state) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
-    VirtualMachine machine({"ride.mp3", "Walk {live}.wav", "rain.MP3"});
+    VirtualMachine machine({"ride.mp3", "Walk {live}.wav", "rain.MP3"}, 20s);
+    machine.song("rock", "New.mp3");
     machine.files.full = input.ConsumeBool();
     while (input.remaining_bytes() > 0) {
-        std::string text = input.ConsumeIntegralInRange(0, 3) ? anyCommand(input, machine)
-                                                              : input.ConsumeRandomLengthString(30);
+        const int how = input.ConsumeIntegral<std::uint8_t>();
+        std::string text = how % 8 ? anyCommand(input, machine) : input.ConsumeBytesAsString(8);
         if (foldCase(text).find("scan ") != text.npos) // not of the real disk
             text = machine.state().trigger + "scan " + machine.drive("music");
-        const std::string speaker =
-            input.PickValueInArray({"Owner", "Owner", "Owner", "owner", "", "Jo"});
+        const std::string speaker = how % 5 ? "Owner" : "owner";
         const bool counts = speaker == "Owner" && (text.starts_with(machine.state().trigger) ||
                                                    foldCase(text) == "'trig?");
         const auto before = effects(machine);
         if (!machine.somebody(speaker, text))
             return 0; // it was told to exit
         demand(counts || effects(machine) == before);
-        machine.advance(std::chrono::seconds(input.PickValueInArray({0, 1, 30, 200})));
+        machine.advance(std::chrono::seconds(how % 3 * 10));
         demandSoundState(machine.state());
     }
     return 0;

@@ -21,20 +21,16 @@ struct FilesInMemory : Files {
     std::map<std::string, std::string> contents;
 };
 
-static void demandSameRows(const RowList& a, const RowList& b) {
-    demand(a.count() == b.count());
-    for (int index = 0; index < a.count(); ++index)
-        demand(a.row(index) == b.row(index));
-}
-
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FilesInMemory files;
-    files.contents["first"] = std::string(reinterpret_cast<const char*>(data), size);
+    std::string& first = files.contents["first"];
+    for (; size > 0; ++data, --size) // many line ends
+        first += *data < 0xE0 ? static_cast<char>(*data) : *data % 2 == 0 ? '\r' : '\n';
 
     RowList list;
     demand(loadlines(files, "first", list) == list.count());
     int count = 0;
-    std::istringstream lines(files.contents["first"]);
+    std::istringstream lines(first);
     for (std::string line; std::getline(lines, line); ++count)
         demand(list.row(count) == line.substr(0, line.size() - line.ends_with('\r')));
     demand(list.count() == count);
@@ -46,9 +42,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         demand(state.masterList.folded(index - 1) <= state.masterList.folded(index));
     savelines(files, "second", state.masterList);
     loadPlaylist(files, "second", again);
-    for (const RowList* same : {&state.playlistView, &again.masterList, &again.playlistView})
-        demandSameRows(state.masterList, *same);
-    savelines(files, "third", again.masterList);
-    demand(files.contents["second"] == files.contents["third"]);
+    for (const RowList* same : {&state.playlistView, &again.masterList, &again.playlistView}) {
+        savelines(files, "third", *same);
+        demand(files.contents["second"] == files.contents["third"]);
+    }
     return 0;
 }

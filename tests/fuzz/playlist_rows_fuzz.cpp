@@ -6,8 +6,6 @@
 #include "text/fold.h"
 #include "text/utf8.h"
 
-#include <vector>
-
 using namespace larkspin;
 
 static std::string rebuilt(std::string_view row) {
@@ -27,21 +25,17 @@ static std::string rowOfAnyFile(const std::string& file, const std::string& dire
 }
 
 static void search(AppState& state, const std::string& text) {
-    const RowList& list = state.masterList;
-    std::vector<std::string> found;
-    int last = -1;
-    for (int index = 0; index < list.count(); ++index) {
-        demand(list.row(index) == state.playlistView.row(index));
-        if (foldCase(rowname(list.row(index))).find(foldCase(text)) != std::string::npos) {
-            found.push_back(rebuilt(list.row(index)));
-            last = index;
-        }
+    const bool found = searchrows(state, state.masterList, text);
+    int hits = 0, last = -1;
+    for (int index = 0; index < state.masterList.count(); ++index) {
+        const std::string_view row = state.masterList.row(index);
+        demand(row == state.playlistView.row(index));
+        if (foldCase(rowname(row)).find(foldCase(text)) == std::string::npos)
+            continue;
+        demand(state.choiceList.row(hits++) == rebuilt(row));
+        last = index;
     }
-    demand(searchrows(state, state.masterList, text) == !found.empty());
-    demand(state.masterIndex() == last);
-    demand(state.choiceList.count() == static_cast<int>(found.size()));
-    for (int index = 0; index < state.choiceList.count(); ++index)
-        demand(state.choiceList.row(index) == found[static_cast<std::size_t>(index)]);
+    demand(found == (hits > 0) && state.choiceList.count() == hits && state.masterIndex() == last);
 }
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
