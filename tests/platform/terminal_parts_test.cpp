@@ -23,7 +23,7 @@ struct Pipe {
     int ends[2]{};
 };
 
-class TypedLinesTest : public testing::TestWithParam<TerminalInput::Pace> {
+class TypedLinesTest : public testing::TestWithParam<Nanoseconds> {
 protected:
     void type(const std::string& text) {
         EXPECT_EQ(::write(in.ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
@@ -38,7 +38,7 @@ protected:
             [this](const std::string& line) {
                 log += line + "(";
                 if (line == "wait")
-                    loop.waitUntil(loop.now() + 20ms);
+                    loop.waitUntil(loop.now() + 100ms);
                 if (line == "ask")
                     log += dialogs.ask("sure?\nreally?") ? "yes" : "no";
                 log += ")";
@@ -58,10 +58,9 @@ protected:
     TerminalDialogs dialogs{screen, input};
 };
 
-INSTANTIATE_TEST_SUITE_P(, TypedLinesTest,
-                         testing::Values(TerminalInput::Pace::inTurn, TerminalInput::Pace::atOnce),
-                         [](const auto& pace) {
-                             return pace.param == TerminalInput::Pace::inTurn ? "InTurn" : "AtOnce";
+INSTANTIATE_TEST_SUITE_P(, TypedLinesTest, testing::Values(TerminalInput::never, 5ms),
+                         [](const auto& patience) {
+                             return patience.param == TerminalInput::never ? "Script" : "Owner";
                          });
 
 TEST_P(TypedLinesTest, ComeInTurnOrInTheMiddleOfOthers) {
@@ -71,8 +70,8 @@ TEST_P(TypedLinesTest, ComeInTurnOrInTheMiddleOfOthers) {
     EXPECT_EQ(log, "");
     open();
     runToEnd();
-    EXPECT_EQ(log, GetParam() == TerminalInput::Pace::inTurn ? "early()wait()next()()last()end"
-                                                             : "early()wait(next()()last()end)");
+    EXPECT_EQ(log, GetParam() == TerminalInput::never ? "early()wait()next()()last()end"
+                                                      : "early()wait(next()()last()end)");
 }
 
 TEST_P(TypedLinesTest, AnswerAQuestionInTheMiddleOfALine) {

@@ -10,6 +10,10 @@ namespace larkspin {
 
 namespace {
 
+// What a line is given to do its work undisturbed, so that several lines pasted at once run one
+// after the other, and a recital can still be broken off.
+constexpr Nanoseconds ownersPatience = std::chrono::milliseconds(300);
+
 bool inputIsTerminal() {
     return ::isatty(STDIN_FILENO) == 1;
 }
@@ -23,7 +27,7 @@ bool outputIsTerminal() {
 Terminal::Terminal(PollLoop& loop, const std::string& screenName)
     : screen(STDOUT_FILENO,
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
-      input(loop, inputIsTerminal() ? TerminalInput::Pace::atOnce : TerminalInput::Pace::inTurn),
+      input(loop, inputIsTerminal() ? ownersPatience : TerminalInput::never),
       room(loop, screen, screenName), dialogs(screen, input) {
     std::signal(SIGPIPE, SIG_IGN);
     if (!inputIsTerminal() || !outputIsTerminal()) {

@@ -1,5 +1,6 @@
 #include "platform/terminal/terminal_input.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -32,27 +33,32 @@ std::optional<std::string> TerminalInput::answer(Nanoseconds limit) {
 }
 
 void TerminalInput::deliverLater() {
-    const bool blocked = !take_ || delivering_ || working_ || questions_ > 0;
+    loop_.cancel(std::exchange(delivery_, TimerId::none));
+    const bool blocked = !take_ || questions_ > 0 || (working_ > 0 && overtakeAfter_ == never);
     if (blocked || (lines_.empty() && !hasEnded_))
         return;
-    delivering_ = true;
-    loop_.post([this] { deliver(); });
+    const Nanoseconds now = loop_.now();
+    const Nanoseconds due = working_ > 0 ? workBegan_ + overtakeAfter_ : now;
+    delivery_ = loop_.every(std::max(due - now, Nanoseconds(1)), [this] { deliver(); });
 }
 
 void TerminalInput::deliver() {
-    delivering_ = false;
+    loop_.cancel(std::exchange(delivery_, TimerId::none));
     if (questions_ > 0)
         return;
-    if (lines_.empty()) {
-        if (hasEnded_ && ended_)
-            std::exchange(ended_, nullptr)();
-        return;
-    }
-    const std::string line = pop();
-    working_ = pace_ == Pace::inTurn;
+    if (!lines_.empty())
+        work(pop());
+    else if (hasEnded_ && ended_)
+        std::exchange(ended_, nullptr)();
+}
+
+void TerminalInput::work(const std::string& line) {
+    const Nanoseconds outerBegan = std::exchange(workBegan_, loop_.now());
+    ++working_;
     deliverLater();
     take_(line);
-    working_ = false;
+    --working_;
+    workBegan_ = outerBegan;
     deliverLater();
 }
 

@@ -13,12 +13,13 @@ namespace larkspin {
 
 class TerminalInput {
 public:
-    // A script's lines come in turn: each once the one before it has done its work, waits
-    // included. An owner's line comes at once, also in the middle of another one's work.
-    enum class Pace { atOnce, inTurn };
-    using Take = std::function<void(const std::string& line)>;
+    // Lines come in turn: each once the one before it has done its work. Where that takes longer
+    // than this span, as a recital does, the next one comes in the middle of it.
+    TerminalInput(PollLoop& loop, Nanoseconds overtakeAfter)
+        : loop_(loop), overtakeAfter_(overtakeAfter) {}
 
-    TerminalInput(PollLoop& loop, Pace pace) : loop_(loop), pace_(pace) {}
+    static constexpr Nanoseconds never = Nanoseconds::max();
+    using Take = std::function<void(const std::string& line)>;
 
     // Until this call lines wait. `ended` is called once, behind the last line.
     void open(Take take, Task ended);
@@ -36,17 +37,19 @@ public:
 private:
     void deliverLater();
     void deliver();
+    void work(const std::string& line);
     std::string pop();
 
     PollLoop& loop_;
-    Pace pace_;
+    Nanoseconds overtakeAfter_;
     std::deque<std::string> lines_;
     Take take_;
     Task ended_;
     Task onEmpty_ = [] {};
     bool hasEnded_ = false;
-    bool delivering_ = false; // a delivery is posted
-    bool working_ = false;    // a line in turn does its work
+    TimerId delivery_ = TimerId::none; // the next one, when it is due
+    int working_ = 0;                  // lines that do their work, in the middle of each other
+    Nanoseconds workBegan_{};          // of the innermost one
     int questions_ = 0;
 };
 
