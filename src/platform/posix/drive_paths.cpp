@@ -3,6 +3,7 @@
 #include "text/utf8.h"
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 namespace larkspin {
@@ -14,9 +15,18 @@ constexpr char32_t privateBase = 0xF000;
 // character that is meant as such.
 constexpr char32_t escapeMark = privateBase;
 
+// By byte. A scan asks for every byte of every name.
+constexpr auto disguised = [] {
+    std::array<bool, 256> table{};
+    for (unsigned control = 0; control < 0x20; ++control)
+        table[control] = true;
+    for (const char reserved : std::string_view("|\\:*?\"<>\x7F"))
+        table[static_cast<unsigned char>(reserved)] = true;
+    return table;
+}();
+
 bool needsDisguise(char byte) {
-    constexpr std::string_view reserved = "|\\:*?\"<>\x7F";
-    return static_cast<unsigned char>(byte) < 0x20 || reserved.find(byte) != std::string_view::npos;
+    return disguised[static_cast<unsigned char>(byte)];
 }
 
 bool isDisguise(char32_t code) {
