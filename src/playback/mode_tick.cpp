@@ -44,10 +44,10 @@ void ModeTick::repeatSong() {
         return;
     }
     counters_.bumpcount();
+    counters_.bumpPlayed();
     if (!transport_.tellStart("repeat:  " + name + extensionTag(last.extension)))
         return;
     transport_.dressplayer();
-    counters_.bumpPlayed();
     state_.playMark = playingMark;
 }
 
@@ -62,10 +62,12 @@ void ModeTick::shuffleOn() {
     counters_.bumpcount();
     randomPick_.randompick();
     const Song song = songOfRow(state_.masterList.currentRow());
-    if (!openCurrentRow(song) || !showCurrentRow("random:  <b>", song))
+    if (!openCurrentRow(song))
+        return;
+    counters_.bumpPlayed();
+    if (!showCurrentRow("random:  <b>", song))
         return;
     NiteScan2_.stopscan();
-    counters_.bumpPlayed();
     store(song);
 }
 
@@ -74,12 +76,15 @@ void ModeTick::continueOn() {
         return;
     transport_.moveToNextRow();
     const Song song = songOfRow(state_.masterList.currentRow());
-    if (!openCurrentRow(song) || !showCurrentRow("next:  <b>", song))
+    if (!openCurrentRow(song))
         return;
-    counters_.bumpcount(); // of the finished song, which is still the stored one
+    // The finished song is still the stored one; behind the message it may not be.
+    counters_.bumpcount();
+    counters_.bumpPlayed();
+    if (!showCurrentRow("next:  <b>", song))
+        return;
     store(song);
     transport_.offerAsChoice(song.title());
-    counters_.bumpPlayed();
 }
 
 // A song that is gone silences the mode until the next start by hand.

@@ -110,4 +110,25 @@ TEST(ModeTick, CountsASongThatEndsWithoutAModeOnce) {
     EXPECT_EQ(machine.state().playtz, "played 2 times");
 }
 
+// The owner's line comes in the middle of the tick's message.
+TEST(ModeTick, CountsTheFinishedSongAlsoWhenItsSuccessorIsOvertaken) {
+    for (const char* mode : {"'repeat", "'shuffle", "'cont"}) {
+        SCOPED_TRACE(mode);
+        VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 10s);
+        converse(machine, {Turn("'num 1", "playing:  <b>1</b>.  a")});
+        machine.owner(mode);
+        machine.room.hear = [&](const ChatLine& line) {
+            const std::string message = messageOf(line.text);
+            if (message.starts_with("repeat:") || message.starts_with("random:") ||
+                message.starts_with("next:"))
+                machine.program->hear({"Owner", "'num 3"});
+        };
+        machine.advance(12s);
+        EXPECT_EQ(machine.said(), "playing:  <b>3</b>.  c");
+        EXPECT_EQ(machine.setting("play"), "c.mp3");
+        EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\na.mp3=1\r\n");
+        EXPECT_EQ(machine.setting("played"), "1");
+    }
+}
+
 } // namespace larkspin
