@@ -1,24 +1,55 @@
-// The port to what stops in front of the owner himself rather than in the room: boxes.
-// Each call returns when the owner has seen or answered it; a front end that can't wait for
-// a look returns at once.
+// The port to what stops in front of the owner himself rather than in the room: boxes, questions
+// and file dialogs. Each call returns when the owner has seen or answered it, and events run
+// meanwhile; a front end that can't wait for a look returns at once. A question that nobody answers
+// counts as dismissed. Paths are drive paths.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace larkspin {
+
+struct TextQuestion {
+    std::string title;
+    std::string prompt;
+    std::string preset = {}; // what the answer reads at first
+};
+
+struct FileType {
+    std::string description; // "wave files (*.wav)"
+    std::string patterns;    // joined by semicolons: "*.mp3;*.wav"
+};
+
+struct FileQuestion {
+    std::string title;
+    std::vector<FileType> types = {};
+    std::string directory = {}; // to start in; empty leaves it to the front end
+    std::string preset = {};    // a file name
+};
 
 class Dialogs {
 public:
     virtual ~Dialogs() = default;
 
     // Information icon, one OK button, the program's name as title.
-    virtual void box(const std::string& text) = 0;
+    void box(const std::string& text) { titledBox("larkspin", text); }
+    virtual void titledBox(const std::string& title, const std::string& text) = 0;
 
     // The same with a stop icon.
     virtual void stopBox(const std::string& text) = 0;
 
-    // Yes and No buttons; true for Yes. No answer at all counts as No.
+    // Yes and No buttons, no icon; true for Yes. No answer at all counts as No.
     virtual bool ask(const std::string& question) = 0;
+
+    // A line of text. Nothing when it is dismissed or left empty.
+    virtual std::optional<std::string> askText(const TextQuestion& question) = 0;
+
+    // Files on disk, as full paths; none when the dialog is dismissed. A file to open exists as a
+    // rule, but nobody vouches for it; one to save may exist.
+    virtual std::optional<std::string> openFile(const FileQuestion& question) = 0;
+    virtual std::vector<std::string> openFiles(const FileQuestion& question) = 0;
+    virtual std::optional<std::string> saveFile(const FileQuestion& question) = 0;
 };
 
 } // namespace larkspin

@@ -34,8 +34,16 @@ public:
     // the thread was busy are not made up for.
     virtual TimerId every(Nanoseconds interval, Task task) = 0;
 
+    // Runs the task once, when the span has passed.
+    virtual TimerId once(Nanoseconds span, Task task) = 0;
+
     // Cancelling a timer that is gone, or TimerId::none, does nothing.
     virtual void cancel(TimerId timer) = 0;
+
+    // From now on runs the task whenever nothing is due and the thread is about to sleep: what has
+    // changed since the last time can be shown at once. It must not wait; what it posts runs before
+    // the sleep.
+    virtual void beforeSleep(Task task) = 0;
 
     // Runs what is due now and returns without waiting.
     virtual void serveTurn() = 0;

@@ -30,6 +30,12 @@ TimerId EventQueue::every(Nanoseconds interval, Nanoseconds now, Task task) {
     return id;
 }
 
+TimerId EventQueue::once(Nanoseconds span, Nanoseconds now, Task task) {
+    const TimerId id{++lastTimer_};
+    arm(now + span, Timer{id, Nanoseconds::zero(), std::move(task)});
+    return id;
+}
+
 void EventQueue::cancel(TimerId timer) {
     std::erase_if(timers_, [timer](const auto& entry) { return entry.second.id == timer; });
 }
@@ -67,6 +73,12 @@ std::optional<Nanoseconds> EventQueue::nextDue() const {
     return timers_.begin()->first.first;
 }
 
+// By index: a task may bring another one.
+void EventQueue::runBeforeSleep() {
+    for (std::size_t at = 0; at < beforeSleep_.size(); ++at)
+        Task(beforeSleep_[at])();
+}
+
 void EventQueue::runNested(const Task& task) {
     const Nested nested(depth_);
     task();
@@ -83,6 +95,10 @@ void EventQueue::runTimer(std::map<DueKey, Timer>::iterator due, Nanoseconds now
     Timer again = std::move(due->second);
     const Nanoseconds scheduled = due->first.first;
     timers_.erase(due);
+    if (again.interval == Nanoseconds::zero()) {
+        runNested(task);
+        return;
+    }
     const auto missed = std::max<std::int64_t>((now - scheduled) / again.interval, 0);
     const Nanoseconds next = scheduled + (missed + 1) * again.interval;
     arm(next, std::move(again));

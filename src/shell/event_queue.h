@@ -1,4 +1,4 @@
-// Posted tasks and repeating timers in the order in which they come due. Every event loop
+// Posted tasks and timers in the order in which they come due. Every event loop
 // keeps one, so that nesting and timing are the same under a real clock and a virtual one.
 // It knows no clock of its own: the loop says what time it is.
 #pragma once
@@ -10,6 +10,7 @@
 #include <map>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace larkspin {
 
@@ -17,7 +18,9 @@ class EventQueue {
 public:
     void post(Task task);
     TimerId every(Nanoseconds interval, Nanoseconds now, Task task);
+    TimerId once(Nanoseconds span, Nanoseconds now, Task task);
     void cancel(TimerId timer);
+    void beforeSleep(Task task) { beforeSleep_.push_back(std::move(task)); }
 
     // Runs the tasks posted before this call and each timer that is due, once. True if
     // anything ran. Nothing runs when handlers are nested too deep.
@@ -26,6 +29,9 @@ public:
     // The earliest moment at which runDue has something to do; nothing when there is neither
     // task nor timer, or when nothing may run now.
     std::optional<Nanoseconds> nextDue() const;
+
+    // The loop calls it when nothing is due; nextDue is to be asked behind it.
+    void runBeforeSleep();
 
     // Handlers wait inside each other's waits. Past this limit events stay queued until one
     // of them returns, so that a flood of lines can't exhaust the stack.
@@ -41,7 +47,7 @@ public:
 private:
     struct Timer {
         TimerId id;
-        Nanoseconds interval;
+        Nanoseconds interval; // 0 for one that fires once
         Task task;
     };
     // Ordered by the moment, then by the number of the arming, so that equal moments fire in
@@ -52,6 +58,7 @@ private:
     void runTimer(std::map<DueKey, Timer>::iterator due, Nanoseconds now);
 
     std::deque<Task> posted_;
+    std::vector<Task> beforeSleep_;
     std::map<DueKey, Timer> timers_;
     std::uint64_t armings_ = 0;
     std::uint64_t lastTimer_ = 0;

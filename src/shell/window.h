@@ -1,12 +1,15 @@
 // Windows as data: a window is described once, without a toolkit, by the unit that owns it. A
-// desktop draws any such description and keeps it in step with the state; a test clicks a
-// control by its name. Without a desktop nothing is drawn and all else works.
+// desktop draws any such description and keeps it in step with the state; a terminal prints it and
+// works its controls by name, and so does a test. What a press or a stroke does to a control is
+// told in control_events.h, the same for all of them.
 //
-// Places and sizes are in twips, 1/1440 of an inch.
+// Places and sizes are in twips, 1/1440 of an inch. Nobody but its owner writes a window's place,
+// and whoever moves it for the owner.
 #pragma once
 
 #include "shell/event_loop.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -14,36 +17,74 @@
 
 namespace larkspin {
 
+class RowList;
+
+using Color = std::uint32_t; // red + 256 green + 65536 blue
+inline constexpr Color black = 0;
+inline constexpr Color aqua = 16776960;
+inline constexpr Color red = 255;
+
 struct Place {
     int left = 0, top = 0, width = 0, height = 0;
 };
 
+struct Font {
+    std::string family = "Arial";
+    int points = 8;
+};
+
+// The keys that mean something to a control. All others belong to the front end.
+enum class Key { enter, escape, del };
+
 struct Control {
-    enum class Kind { label, button, list, textField, slider };
+    enum class Kind { label, button, list, textField, slider, combo, swatch };
 
     std::string name;
     Kind kind = Kind::label;
     Place place = {}; // within the window
-    std::string font = {};
-    std::function<std::string()> text = {}; // what it shows now
-    std::function<void()> onMouseDown = {}, onDoubleClick = {};
+    // What a screen reader and a terminal call it where the caption is no word.
+    std::string spoken = {};
+    Font font = {};
+    Color foreground = aqua, background = black;
+
+    // What it shows now. Empty where there is nothing to show.
+    std::function<std::string()> text = {}; // label, button, text field
+    RowList* rows = nullptr;                // list, combo: rows and selection, which is the user's
+    bool selectsMany = false;               // list: more than its current row can be selected
+    std::function<int()> value = {};        // slider
+    int least = 0, most = 0;                // slider: the range of its value
+
+    // What its events call. Empty where nothing happens.
+    Task onClick = {}, onDoubleClick = {}, onMouseDown = {}, onMouseMove = {};
+    std::function<void(Key)> onKey = {};
+    std::function<void(int)> onChange = {};              // slider: moved to, or dragged over, a value
+    std::function<void(const std::string&)> onEdit = {}; // text field: what it reads now
+
     bool visible = true;
 };
 
 struct Window {
     std::string name;
-    Place place;
-    std::vector<Control> controls;
+    Place place = {};
+    std::vector<Control> controls = {};
+    Color background = black;
     bool visible = false;
     bool onTop = false;   // stays above the windows of all other programs
     bool dragged = false; // moves with the mouse until its button is released
     int alpha = 255;      // 0 see-through, 255 opaque
 
-    // The control must exist.
-    Control& control(const std::string& wanted) {
+    // Nothing when there is no control of that name.
+    Control* find(const std::string& wanted) {
         for (Control& candidate : controls)
             if (candidate.name == wanted)
-                return candidate;
+                return &candidate;
+        return nullptr;
+    }
+
+    // The control must exist.
+    Control& control(const std::string& wanted) {
+        if (Control* found = find(wanted))
+            return *found;
         std::abort();
     }
 };

@@ -21,6 +21,7 @@ void VirtualLoop::waitUntil(Nanoseconds moment) {
         queue_.runDue(now_);
         if (now_ >= moment)
             return;
+        queue_.runBeforeSleep();
         const auto due = queue_.nextDue();
         now_ = due ? std::clamp(*due, now_, moment) : moment;
     }

@@ -91,6 +91,7 @@ void PollLoop::turn(Nanoseconds latest) {
         pollDescriptors(0ns);
         return;
     }
+    queue_.runBeforeSleep();
     const Nanoseconds wake = std::min(queue_.nextDue().value_or(forever), latest);
     const Nanoseconds moment = now();
     pollDescriptors(wake == forever ? forever : std::max(wake, moment) - moment);

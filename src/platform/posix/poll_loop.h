@@ -25,7 +25,11 @@ public:
     TimerId every(Nanoseconds interval, Task task) override {
         return queue_.every(interval, now(), std::move(task));
     }
+    TimerId once(Nanoseconds span, Task task) override {
+        return queue_.once(span, now(), std::move(task));
+    }
     void cancel(TimerId timer) override { queue_.cancel(timer); }
+    void beforeSleep(Task task) override { queue_.beforeSleep(std::move(task)); }
     void serveTurn() override;
     void waitUntil(Nanoseconds moment) override;
 
