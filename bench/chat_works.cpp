@@ -1,4 +1,5 @@
 // The works that come with every line in the room, on a running program.
+#include "app/program.h"
 #include "support/virtual_machine.h"
 #include "works.h"
 
@@ -26,7 +27,7 @@ void hearLine(benchmark::State& state, const std::string& speaker, const std::st
     machine.forget();
     const ChatLine line{speaker, text};
     for (auto _ : state)
-        machine.program->hear(line);
+        machine.lines.heard(line);
     if (!machine.room.lines.empty())
         state.SkipWithError("answered");
 }
@@ -36,7 +37,7 @@ void reply(benchmark::State& state) {
     machine.writeDataFile("larkspin.ini", settings);
     machine.start();
     for (auto _ : state) {
-        machine.program->reply.saychat("playing:  <b>1</b>.  <b><u>Artist</b></u> 01 - Some Title");
+        machine.program->chat.reply.saychat("playing:  <b>1</b>.  <b><u>Artist</b></u> 01 - Some Title");
         if (machine.room.lines.empty())
             state.SkipWithError("nothing said");
         machine.forget();

@@ -1,4 +1,5 @@
 // The works over the whole playlist.
+#include "app/program.h"
 #include "library/line_files.h"
 #include "library/playlist.h"
 #include "library/playlist_row.h"
@@ -62,12 +63,12 @@ void transfer(benchmark::State& state, bool isThereAlready) {
         app.scanRows.add(row);
     const ChatLine line{machine.room.screenName, "'transfer"};
     if (isThereAlready)
-        machine.program->hear(line);
+        machine.lines.heard(line);
     for (auto _ : state) {
         if (!isThereAlready)
             clearPlaylist(app);
         forgetMemory();
-        timed(state, [&] { machine.program->hear(line); });
+        timed(state, [&] { machine.lines.heard(line); });
         machine.forget();
         if (app.masterList.count() != sizeOf(state))
             state.SkipWithError("rows lost");
@@ -98,12 +99,12 @@ void pick(benchmark::State& state) {
     for (int index : shuffledIndexes(app.masterList.count()))
         titles.push_back(Row(songOfRow(app.masterList.row(index)).title()));
     for (auto _ : state) {
-        machine.program->settings.put("play", "Artist 01 - Some Title");
+        machine.program->shell.settings.put("play", "Artist 01 - Some Title");
         app.playedMemory.clear();
         app.playedMemory.contains(""); // from here on it knows what it holds
         for (std::size_t index = 1; index < titles.size(); ++index)
             app.playedMemory.add(titles[index]);
-        timed(state, [&] { machine.program->randomPick.randompick(); });
+        timed(state, [&] { machine.program->playback.randomPick.randompick([] { return true; }); });
         if (app.choiceList.row(0) != titles[0].text())
             state.SkipWithError("wrong pick");
     }
@@ -115,7 +116,7 @@ void writeSetting(benchmark::State& state) {
     machine.start();
     bool odd = false;
     for (auto _ : state)
-        machine.program->settings.put("play", (odd = !odd) ? "1" : "0");
+        machine.program->shell.settings.put("play", (odd = !odd) ? "1" : "0");
 }
 
 } // namespace

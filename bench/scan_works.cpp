@@ -1,4 +1,5 @@
 // The scan of a tree on disk, against `find` on the same tree.
+#include "app/program.h"
 #include "chat/reply.h"
 #include "library/listers.h"
 #include "library/media_filter.h"
@@ -41,7 +42,7 @@ void scan(benchmark::State& state, std::shared_ptr<Tree>& tree) {
     double find = 0;
     for (auto _ : state) {
         find = secondsOf([&] { runToEnd({"find", root.native()}); });
-        timed(state, [&] { machine.program->scan.Command4_Click(); });
+        timed(state, [&] { machine.program->library.scan.Command4_Click(); });
     }
     state.counters["size"] = static_cast<double>(state.range(0));
     state.counters["find"] = find;

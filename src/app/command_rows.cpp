@@ -11,14 +11,18 @@ constexpr std::nullptr_t notYet = nullptr;
 
 constexpr bool atAnyTrigger = false; // CommandRow::behindTrigger
 
+// Why three handlers: each scanner brings every line to a handler of its own. The first and the
+// third run all the time and share the long vocabulary between them; that split means nothing. The
+// second runs only while the owner has a choice to make, so that its two words count only then.
+
 std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
     return {
         // clang-format off
-        {"play *", [&p](const auto& text) { p.selection.play(text); }},
+        {"play *", [&p](const auto& text) { p.playback.selection.play(text); }},
         {"yes", notYet},
         {"no", notYet},
         {"view", notYet},
-        {"num *", [&p](const auto& text) { p.selection.num(text); }},
+        {"num *", [&p](const auto& text) { p.playback.selection.num(text); }},
         {"dir?", notYet},
         {"media?", notYet},
         {"rename *", notYet},
@@ -37,7 +41,7 @@ std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
         {"rstart", notYet},
         {"sdown", notYet},
         {"ot", notYet},
-        {"rnd *", [&p](const auto& text) { p.selection.rnd(text); }},
+        {"rnd *", [&p](const auto& text) { p.playback.selection.rnd(text); }},
         {"len", notYet},
         {"pos", notYet},
         {"signoff", notYet},
@@ -51,11 +55,11 @@ std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
         {"apps", notYet},
         {"load *", notYet},
         {"rmva *", notYet},
-        {"scan *", [&p](const auto& text) { p.adding.scan(text); }},
+        {"scan *", [&p](const auto& text) { p.library.adding.scan(text); }},
         {"xlist *", notYet},
         {"list *", notYet},
         {"save *", notYet},
-        {"listadd *", [&p](const auto& text) { p.adding.listadd(text); }},
+        {"listadd *", [&p](const auto& text) { p.library.adding.listadd(text); }},
         {"ref *", notYet},
         {"listrmv *", notYet},
         {"ref", notYet},
@@ -71,14 +75,13 @@ std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
         {"pos *", notYet},
         {"end", notYet},
         {"first", notYet},
-        {"transfer", [&p](const auto&) { p.adding.transfer(); }},
-        {"scanpc", [&p](const auto&) { p.scan.scanpc(); }},
+        {"transfer", [&p](const auto&) { p.library.adding.transfer(); }},
+        {"scanpc", [&p](const auto&) { p.library.scan.scanpc(); }},
         {"rec *, *", notYet},
         // clang-format on
     };
 }
 
-// The two words that count only while the owner has a choice to make.
 std::vector<CommandRow> rowsOfNiteScan2(Program&) {
     return {
         {"cancel", notYet},
@@ -89,22 +92,22 @@ std::vector<CommandRow> rowsOfNiteScan2(Program&) {
 std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
     return {
         // clang-format off
-        {"stop", [&p](const auto&) { p.transport.stop(); }},
-        {"rnd", [&p](const auto&) { p.selection.rnd(); }},
-        {"tempo *", [&p](const auto& text) { p.sliders.tempo(text); }},
+        {"stop", [&p](const auto&) { p.playback.transport.stop(); }},
+        {"rnd", [&p](const auto&) { p.playback.selection.rnd(); }},
+        {"tempo *", [&p](const auto& text) { p.playback.sliders.tempo(text); }},
         {"exit", [&p](const auto&) { p.exit(); }},
         {"stats", notYet},
-        {"volume *", [&p](const auto& text) { p.sliders.volume(text); }},
+        {"volume *", [&p](const auto& text) { p.playback.sliders.volume(text); }},
         {"coms", notYet},
         {"info", notYet},
         {"amp", notYet},
-        {"play", [&p](const auto&) { p.transport.tempp3(); }},
-        {"repeat", [&p](const auto&) { p.modes.repeat(); }},
-        {"shuffle", [&p](const auto&) { p.modes.shuffle(); }},
-        {"cont", [&p](const auto&) { p.modes.cont(); }},
-        {"repeatoff", [&p](const auto&) { p.modes.repeatoff(); }},
-        {"soff", [&p](const auto&) { p.modes.soff(); }},
-        {"contoff", [&p](const auto&) { p.modes.contoff(); }},
+        {"play", [&p](const auto&) { p.playback.transport.tempp3(); }},
+        {"repeat", [&p](const auto&) { p.playback.modes.repeat(); }},
+        {"shuffle", [&p](const auto&) { p.playback.modes.shuffle(); }},
+        {"cont", [&p](const auto&) { p.playback.modes.cont(); }},
+        {"repeatoff", [&p](const auto&) { p.playback.modes.repeatoff(); }},
+        {"soff", [&p](const auto&) { p.playback.modes.soff(); }},
+        {"contoff", [&p](const auto&) { p.playback.modes.contoff(); }},
         {"media", notYet},
         {"ustat", notYet},
         {"wstop", notYet},
@@ -132,22 +135,22 @@ std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
         {"ban *", notYet},
         {"unban *", notYet},
         {"unx *", notYet},
-        {"trig *", [&p](const auto& text) { p.triggerCommands.trig(text); }},
+        {"trig *", [&p](const auto& text) { p.chat.triggerCommands.trig(text); }},
         // Under any trigger, so that an owner who has forgotten his can ask.
-        {"'trig?", [&p](const auto&) { p.triggerCommands.tellTrigger(); }, atAnyTrigger},
-        {"silent", [&p](const auto&) { p.silentMode.silent(); }},
-        {"silentoff", [&p](const auto&) { p.silentMode.silentoff(); }},
+        {"'trig?", [&p](const auto&) { p.chat.triggerCommands.tellTrigger(); }, atAnyTrigger},
+        {"silent", [&p](const auto&) { p.chat.silentMode.silent(); }},
+        {"silentoff", [&p](const auto&) { p.chat.silentMode.silentoff(); }},
         {"new", notYet},
         {"old", notYet},
         {"sent", notYet},
         {"dstat", notYet},
-        {"next", [&p](const auto&) { p.transport.nexp3(); }},
-        {"pre", [&p](const auto&) { p.transport.prep3(); }},
-        {"pause", [&p](const auto&) { p.transport.pause(); }},
-        {"resume", [&p](const auto&) { p.transport.resume(); }},
+        {"next", [&p](const auto&) { p.playback.transport.nexp3(); }},
+        {"pre", [&p](const auto&) { p.playback.transport.prep3(); }},
+        {"pause", [&p](const auto&) { p.playback.transport.pause(); }},
+        {"resume", [&p](const auto&) { p.playback.transport.resume(); }},
         {"adv", notYet},
-        {"filter *", [&p](const auto& text) { p.mediaFilter.filter(text); }},
-        {"filter?", [&p](const auto&) { p.mediaFilter.tellFilter(); }},
+        {"filter *", [&p](const auto& text) { p.library.mediaFilter.filter(text); }},
+        {"filter?", [&p](const auto&) { p.library.mediaFilter.tellFilter(); }},
         {"clearpl", notYet},
         {"clear", notYet},
         {"newpl", notYet},

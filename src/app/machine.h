@@ -6,6 +6,8 @@
 
 namespace larkspin {
 
+class ChatLines;
+class Desktop;
 class Dialogs;
 class Directories;
 class EventLoop;
@@ -19,7 +21,9 @@ struct Machine {
     Files& files;
     Directories& directories;
     Dialogs& dialogs;
+    Desktop& desktop;
     Room& room;
+    ChatLines& lines; // of the room; the program listens to them
     MediaControl& player;
     Process& process;
     std::string dataDirectory; // drive path without a trailing backslash

@@ -1,49 +1,44 @@
 #include "app/program.h"
 
 #include "app/command_rows.h"
-#include "playback/media_control.h"
 #include "shell/event_loop.h"
-#include "text/number.h"
 
 namespace larkspin {
 
 Program::Program(const Machine& m)
-    : machine(m), directory(m.dataDirectory), settings(m.files, directory), pause(m.loop),
-      reply(state, settings, m.room, m.dialogs), dispatch(state, m.room),
-      triggerCommands(state, reply, m.dialogs), silentMode(state, reply), listers(m.directories),
-      mediaFilter(state, listers.File1, reply, m.dialogs), scan(state, listers, m.loop, reply),
-      adding(state, m.directories, scan, reply), splash(state, m.loop, m.fadesWindows),
-      mediaWindow(state, settings, m.player, m.loop), sliders(state, m.player, reply),
-      counters(state, settings, reply, directory),
-      transport(state, settings, m.files, m.player, reply, sliders, counters, mediaWindow,
-                NiteScan2),
-      modes(state, reply, transport),
-      randomPick(state, settings, m.loop, NiteScan2,
-                 Chance(static_cast<std::uint64_t>(m.loop.now().count()))),
-      selection(state, reply, transport, randomPick, NiteScan2),
-      modeTick(state, m.player, reply, transport, counters, randomPick, NiteScan2),
+    : machine(m), shell(m.loop, m.files, m.dataDirectory, m.fadesWindows),
+      chat(shell, m.loop, m.dialogs, m.room),
+      library(chat.core, m.files, m.directories, shell.directory),
+      playback(chat.core, {.files = m.files,
+                           .player = m.player,
+                           .desktop = m.desktop,
+                           .directory = shell.directory,
+                           .splash = shell.splash,
+                           .adding = library.adding,
+                           .NiteScan2 = chat.NiteScan2}),
+      companions(shell.state, m.files, shell.directory),
       rows1_(commandRows(*this, HandledBy::NiteScan1)),
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
       rows3_(commandRows(*this, HandledBy::NiteScan3)) {
-    NiteScan1.connect([this](const ChatLine& line) { dispatch.handle(line, rows1_); });
-    NiteScan2.connect([this](const ChatLine& line) { dispatch.handle(line, rows2_); });
-    NiteScan3.connect([this](const ChatLine& line) { dispatch.handle(line, rows3_); });
+    chat.NiteScan1.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows1_); });
+    chat.NiteScan2.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows2_); });
+    chat.NiteScan3.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows3_); });
+    machine.lines.connect([this](const ChatLine& line) { chat.hear(line); });
 }
 
-void Program::hear(const ChatLine& line) {
-    NiteScan1.hear(line);
-    NiteScan3.hear(line);
-    NiteScan2.hear(line);
+Program::~Program() {
+    machine.lines.connect({});
 }
 
+std::vector<Window*> Program::windows() {
+    return {&playback.mediaWindow.mp3s, &shell.splash.dire};
+}
+
+// The order counts: the clock of the media window shows the song before its end is seen.
 void Program::secondTick() {
-    const bool playing = machine.player.PlayState() == PlayState::playing;
-    if (mediaWindow.isMini() && playing)
-        mediaWindow.showPosition();
-    if (playing && state.pauseMark != pausedMark)
-        state.playedSeconds = numberText(numberOrZero(state.playedSeconds) + 1);
-    state.programSeconds = numberText(numberOrZero(state.programSeconds) + 1);
-    modeTick.checkEndWithoutMode();
+    playback.showPosition();
+    shell.countSecond(playback.isPlaying());
+    playback.checkEnd();
 }
 
 } // namespace larkspin

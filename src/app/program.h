@@ -1,33 +1,18 @@
-// The program: all its parts, put together on the ports of one machine.
+// The program: all its folders, put together on the ports of one machine.
 //
-// Everything that happens comes in here: lines said in the room, ticks of the clocks, and the
-// machine's wish that the process end.
+// Everything that happens comes in from there: lines said in the room, ticks of the clocks, what
+// the owner does with windows and menus, and the machine's wish that the process end.
 #pragma once
 
 #include "app/machine.h"
-#include "chat/dispatch.h"
-#include "chat/reply.h"
-#include "chat/scanner.h"
-#include "chat/silent_mode.h"
-#include "chat/trigger_commands.h"
-#include "library/adding.h"
-#include "library/listers.h"
-#include "library/media_filter.h"
-#include "library/scan.h"
-#include "playback/media_window.h"
-#include "playback/mode_tick.h"
-#include "playback/play_counters.h"
-#include "playback/play_modes.h"
-#include "playback/play_selection.h"
-#include "playback/random_pick.h"
-#include "playback/sliders.h"
-#include "playback/transport.h"
-#include "shell/app_state.h"
-#include "shell/data_directory.h"
-#include "shell/pause.h"
-#include "shell/settings.h"
-#include "shell/splash.h"
+#include "chat/chat.h"
+#include "companions/companions.h"
+#include "library/library.h"
+#include "playback/playback.h"
+#include "shell/menu.h"
+#include "shell/shell.h"
 
+#include <string>
 #include <vector>
 
 namespace larkspin {
@@ -35,6 +20,7 @@ namespace larkspin {
 class Program {
 public:
     explicit Program(const Machine& machine);
+    ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -42,61 +28,40 @@ public:
     // runs. With another running copy the process ends instead.
     void start();
 
-    // A line said in the room, by anyone. While the program isn't running it is dropped.
-    void hear(const ChatLine& line);
-
     // Save and end the process: the owner's way, and the machine's, which says nothing. While
-    // the program is still starting there is nothing to save.
+    // the program is still starting there is nothing to save but a trigger that it has set.
     void exit();
     void end();
 
     // Saves, and starts again in the same process.
     void restart();
 
-    // Once a second: the counters, the clock of the media window, the end of a song.
-    void secondTick();
+    // Every window there is, shown or not. They live as long as the program.
+    std::vector<Window*> windows();
 
     Machine machine;
-    DataDirectory directory;
-    AppState state;
-    Settings settings;
-    Pause pause;
-
-    Scanner NiteScan1, NiteScan2, NiteScan3;
-    Reply reply;
-    Dispatch dispatch;
-    TriggerCommands triggerCommands;
-    SilentMode silentMode;
-
-    Listers listers;
-    MediaFilter mediaFilter;
-    Scan scan;
-    Adding adding;
-
-    Splash splash;
-    MediaWindow mediaWindow;
-    Sliders sliders;
-    PlayCounters counters;
-    Transport transport;
-    PlayModes modes;
-    RandomPick randomPick;
-    PlaySelection selection;
-    ModeTick modeTick;
+    Shell shell;
+    Chat chat;
+    Library library;
+    Playback playback;
+    Companions companions;
 
 private:
     enum class Phase { off, loading, running, saving };
 
+    void claimOnlyCopy();
     void loadWindows();
-    void unloadWindows();
     void welcomeFirstRun();
     void greet(const std::string& loadNumber);
-    void loadLists(const std::string& playlist);
-    void fillPlaylistMenu();
-    void loadCompanions();
+    void countLoad(const std::string& loadNumber);
+    void loadFolders(const StoredSettings& stored);
+    void listen();
+    void save();
     void unload();
-    void savePlaylist();
+    void secondTick();
 
     Phase phase_ = Phase::off;
+    bool hasCountedLoad_ = false;                   // in this start
     std::vector<CommandRow> rows1_, rows2_, rows3_; // what each scanner's lines are tried on
 };
 

@@ -12,21 +12,6 @@ class Dialogs;
 class Room;
 class Settings;
 
-// The settings that yochoose reads, by its index.
-enum class Choice {
-    openingFont = 1,
-    openingColor = 2,
-    opening = 3,
-    font = 4,
-    fontColor = 5,
-    played = 6,
-    playpath = 7,
-    play = 8,
-    closing = 9,
-    closingFont = 10,
-    closingColor = 11,
-};
-
 class Reply {
 public:
     Reply(AppState& state, Settings& settings, Room& room, Dialogs& dialogs)
@@ -36,16 +21,12 @@ public:
     // once, so that any state may have changed behind it.
     void saychat(std::string_view text);
 
-    // In silent mode the text comes as a box instead.
+    // In silent mode the text comes as a box instead. A box waits: what it tells of must be done.
     void sayOrBox(const std::string& text);
 
     // True in silent mode, after a box with the refusal: the command is over then.
     bool refusedInSilence(const std::string& refusal);
     bool silentguard() { return refusedInSilence("you are in silent mode"); }
-
-    // The setting's value, or its default when it is missing or empty. Reading `played`
-    // brings the menu's count of songs up to date; what isn't numeric reads 0.
-    std::string yochoose(Choice choice);
 
 private:
     std::string styled(std::string_view message);

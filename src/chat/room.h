@@ -12,9 +12,8 @@ public:
     // The name under which the owner is signed on; empty when he is not. Asked at every line.
     virtual std::string currentScreenName() = 0;
 
-    // Says the line in the room in the owner's name, tags and all, and lets events run once
-    // on the way. Every listener hears the line, the program's own scanners included. Without
-    // a room nothing happens.
+    // Says the line in the room in the owner's name, tags and all, and lets events run once on the
+    // way. The line comes back through ChatLines like any other. Without a room nothing happens.
     virtual void sendChatLine(const std::string& line) = 0;
 
     // Empties the line that the owner is about to say. Without a room nothing happens.

@@ -1,14 +1,13 @@
 // The commands that switch silent mode.
 #pragma once
 
-namespace larkspin {
+#include "chat/core.h"
 
-struct AppState;
-class Reply;
+namespace larkspin {
 
 class SilentMode {
 public:
-    SilentMode(AppState& state, Reply& reply) : state_(state), reply_(reply) {}
+    explicit SilentMode(const Core& core) : state_(core.state), reply_(core.reply) {}
 
     void silent();
     void silentoff();

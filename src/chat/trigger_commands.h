@@ -1,18 +1,16 @@
 // The commands that work on the trigger itself.
 #pragma once
 
+#include "chat/core.h"
+
 #include <string>
 
 namespace larkspin {
 
-struct AppState;
-class Dialogs;
-class Reply;
-
 class TriggerCommands {
 public:
-    TriggerCommands(AppState& state, Reply& reply, Dialogs& dialogs)
-        : state_(state), reply_(reply), dialogs_(dialogs) {}
+    explicit TriggerCommands(const Core& core)
+        : state_(core.state), reply_(core.reply), dialogs_(core.dialogs) {}
 
     void trig(const std::string& wanted);
     void tellTrigger();

@@ -5,6 +5,7 @@
 #include "library/playlist.h"
 #include "library/scan.h"
 #include "shell/app_state.h"
+#include "shell/dialogs.h"
 #include "text/fold.h"
 
 namespace larkspin {
@@ -37,9 +38,22 @@ void Adding::transfer() {
     }
     reply_.saychat("transferring <b>" + std::to_string(state_.scanRows.count()) +
                    "</b> files over to playlist");
+    addScanned();
+}
+
+void Adding::addScanned() {
     for (int index = 0; index < state_.scanRows.count(); ++index)
         addToPlaylistOnce(state_, state_.scanRows.share(index));
     showfilecount(state_);
+}
+
+void Adding::scanAndOffer() {
+    scan_.scanDrives();
+    if (dialogs_.ask("found " + std::to_string(state_.scanRows.count()) + " mp3s in " +
+                     std::to_string(state_.knownDirs.count()) +
+                     " directories, would you like to transfer them? or use add string on the "
+                     "mp3s window to add individual songs"))
+        addScanned();
 }
 
 bool Adding::addmatching(RowList& list, const std::string& text) {
@@ -53,6 +67,12 @@ bool Adding::addmatching(RowList& list, const std::string& text) {
         addToPlaylistOnce(state_, list.share(index));
     }
     return matched;
+}
+
+void Adding::addString(const std::string& text) {
+    addmatching(state_.scanRows, text);
+    showfilecount(state_);
+    state_.playedMemory.clear();
 }
 
 } // namespace larkspin

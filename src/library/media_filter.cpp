@@ -4,6 +4,7 @@
 #include "library/listers.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
+#include "shell/menu.h"
 
 #include <algorithm>
 #include <iterator>
@@ -17,14 +18,15 @@ struct Filter {
     std::string_view pattern;
     bool AppState::*checkMark;
     std::string_view typedWord; // as the command takes it
+    std::string_view entry;     // of the menu
 };
 
 constexpr Filter filters[] = {
-    {"mp3", "*.mp3", &AppState::fmp3, "mp3"},
-    {"wav", "*.wav", &AppState::fwav, "wav"},
-    {"wma", "*.wma", &AppState::fwma, "wma"},
-    {"midi", "*.mid", &AppState::fmid, "midi"},
-    {"all types", "*.mp3;*.wav;*.wma;*.mid", &AppState::fallt, "all"},
+    {"mp3", "*.mp3", &AppState::fmp3, "mp3", "fmp3"},
+    {"wav", "*.wav", &AppState::fwav, "wav", "fwav"},
+    {"wma", "*.wma", &AppState::fwma, "wma", "fwma"},
+    {"midi", "*.mid", &AppState::fmid, "midi", "fmid"},
+    {"all types", "*.mp3;*.wav;*.wma;*.mid", &AppState::fallt, "all", "fallt"},
 };
 
 const Filter* find(std::string_view word) {
@@ -55,6 +57,18 @@ bool MediaFilter::apply(std::string_view word) {
 void MediaFilter::restorepattern() {
     const Filter* filter = find(state_.mediaFilter);
     File1_.setPattern(filter ? filter->pattern : find("all types")->pattern);
+}
+
+std::vector<MenuEntry> MediaFilter::menu() {
+    std::vector<MenuEntry> entries;
+    for (const std::string_view shown : {"fmp3", "fwma", "fwav", "fmid", "fallt"})
+        for (const Filter& filter : filters)
+            if (filter.entry == shown)
+                entries.push_back({.name = std::string(filter.entry),
+                                   .caption = std::string(filter.word),
+                                   .action = [this, &filter] { choose(filter.word); },
+                                   .checked = state_.*filter.checkMark});
+    return entries;
 }
 
 // The check mark in the menu stays where it is until an entry there is chosen.

@@ -1,20 +1,21 @@
 // The media filter: one word that decides, for every listing of files, which types are seen.
 #pragma once
 
+#include "chat/core.h"
+
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larkspin {
 
-struct AppState;
-class Dialogs;
 class FileLister;
-class Reply;
+struct MenuEntry;
 
 class MediaFilter {
 public:
-    MediaFilter(AppState& state, FileLister& File1, Reply& reply, Dialogs& dialogs)
-        : state_(state), File1_(File1), reply_(reply), dialogs_(dialogs) {}
+    MediaFilter(const Core& core, FileLister& File1)
+        : state_(core.state), reply_(core.reply), dialogs_(core.dialogs), File1_(File1) {}
 
     // Sets the filter with the menu's check mark, as at start and from the menu. A word that
     // is none of the five does nothing.
@@ -22,6 +23,9 @@ public:
 
     // Gives File1 the pattern of the filter back. No filter lets all media types through.
     void restorepattern();
+
+    // The tray's entries, one per filter.
+    std::vector<MenuEntry> menu();
 
     // The commands.
     void filter(const std::string& word);
@@ -31,9 +35,9 @@ private:
     bool apply(std::string_view word);
 
     AppState& state_;
-    FileLister& File1_;
     Reply& reply_;
     Dialogs& dialogs_;
+    FileLister& File1_;
 };
 
 } // namespace larkspin

@@ -86,6 +86,14 @@ Song songOfRow(std::string_view row) {
     return {std::string(rowname(row)), std::string(rowext(row)), std::string(rowdir(row))};
 }
 
+Song songOfPath(std::string_view path) {
+    const auto slash = path.rfind('\\');
+    if (slash == std::string_view::npos)
+        return songOfFile(path, "");
+    const std::string_view directory = path.substr(0, slash), root = path.substr(0, slash + 1);
+    return songOfFile(path.substr(slash + 1), isDriveRoot(root) ? root : directory);
+}
+
 Song songOfFile(std::string_view fileName, std::string_view directory) {
     return {std::string(withoutLast(fileName, extensionLength)),
             std::string(lastCharacters(fileName, extensionLength)), std::string(directory)};

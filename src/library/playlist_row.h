@@ -45,5 +45,6 @@ struct Song {
 
 Song songOfRow(std::string_view row);
 Song songOfFile(std::string_view fileName, std::string_view directory);
+Song songOfPath(std::string_view path); // a full one
 
 } // namespace larkspin

@@ -41,10 +41,24 @@ Scan::ReadAhead Scan::queueTree() {
 }
 
 void Scan::scanpc() {
+    clearResults();
+    reply_.saychat("scanning pc for <b>" + state_.mediaFilter + "</b>, please wait..");
+    scanRoots();
+    sayFound();
+}
+
+void Scan::scanDrives() {
+    clearResults();
+    scanRoots();
+}
+
+void Scan::clearResults() {
     state_.driveRoots.clear();
     state_.knownDirs.clear();
     state_.scanRows.clear();
-    reply_.saychat("scanning pc for <b>" + state_.mediaFilter + "</b>, please wait..");
+}
+
+void Scan::scanRoots() {
     for (const std::string& drive : listers_.Drive1.list()) {
         const std::string root = drive.substr(0, drive.find(':')) + ":\\";
         if (!isinlist(state_.driveRoots, root))
@@ -55,7 +69,6 @@ void Scan::scanpc() {
         Command4z();
         pause_(0.6);
     }
-    sayFound();
 }
 
 // Depth-first below the path, into dirQueue. A directory that can't be entered has no

@@ -29,8 +29,9 @@ public:
     // The same without the answer, added to the results that are there.
     void Command4z();
 
-    // Every drive of the machine.
+    // Every drive of the machine, with answers and without.
     void scanpc();
+    void scanDrives();
 
 private:
     // What the walk has read, for the listing behind it: each directory is read once.
@@ -49,6 +50,8 @@ private:
     void listQueue(ReadAhead read);
     void enter(int queued, ReadAhead& read);
     void noteFile(const std::string& fileName, const std::string& directory);
+    void clearResults();
+    void scanRoots();
     void sayFound();
 
     AppState& state_;

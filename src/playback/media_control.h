@@ -34,6 +34,9 @@ public:
     virtual void Stop() = 0; // PlayState becomes stopped at once
 
     virtual larkspin::PlayState PlayState() = 0;
+    // Whether the song in hand reads stopped because it couldn't be played: none of it sounded, or
+    // the player under it failed.
+    virtual bool wasGivenUp() = 0;
     virtual std::string FileName() = 0; // as given to Open; empty when nothing is loaded
 
     virtual double Duration() = 0;        // seconds; 0 while unknown

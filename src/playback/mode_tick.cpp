@@ -1,7 +1,6 @@
 #include "playback/mode_tick.h"
 
 #include "chat/reply.h"
-#include "chat/scanner.h"
 #include "playback/media_control.h"
 #include "playback/play_counters.h"
 #include "playback/random_pick.h"
@@ -10,7 +9,31 @@
 
 namespace larkspin {
 
+namespace {
+
+class AtWork {
+public:
+    explicit AtWork(bool& isAtWork) : isAtWork_(isAtWork) { isAtWork_ = true; }
+    ~AtWork() { isAtWork_ = false; }
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
+
+private:
+    bool& isAtWork_;
+};
+
+} // namespace
+
+// A tick can come inside the one before, which waits in its pick or its message: the same end
+// would be counted twice.
 void ModeTick::tick() {
+    if (isAtWork_)
+        return;
+    const AtWork atWork(isAtWork_);
+    followMode();
+}
+
+void ModeTick::followMode() {
     const PlayState now = player_.PlayState();
     if (now == PlayState::playing || now == PlayState::waiting)
         return;
@@ -35,88 +58,78 @@ void ModeTick::repeatSong() {
             shuffleOn();
         return;
     }
+    const bool counts = !player_.wasGivenUp();
     const Song last = transport_.lastSong();
-    std::string name = last.name;
-    if (!state_.tempTitle.empty()) {
-        name = songOfFile(state_.tempTitle, "").name;
-        transport_.openFile(player_.FileName());
-    } else if (!openCurrentRow(last)) {
-        return;
-    }
-    counters_.bumpcount();
-    counters_.bumpPlayed();
-    if (!transport_.tellStart("repeat:  " + name + extensionTag(last.extension)))
-        return;
-    transport_.dressplayer();
-    state_.playMark = playingMark;
+    const std::string temp = state_.tempTitle;
+    const std::string name = temp.empty() ? last.name : songOfFile(temp, "").name;
+    transport_.start({.song = temp.empty() ? last : songOfPath(player_.FileName()),
+                      .message = "repeat:  " + name + extensionTag(last.extension),
+                      .position = SongStart::Position::leftAlone,
+                      .choices = SongStart::Choices::leftAlone,
+                      .count = SongStart::Count::leftAlone,
+                      .isRemembered = false,
+                      .endsPause = false,
+                      .tempTitle = temp,
+                      .whenOpened = [&] {
+                          if (counts)
+                              counters_.countEnd();
+                      }});
 }
 
+// The finished song is counted before its successor is picked and announced, since it is the
+// stored one only until then.
 void ModeTick::shuffleOn() {
     if (state_.playlistView.empty()) {
+        state_.Timer1.disable(); // a box waits for the owner
         reply_.sayOrBox("no mp3s found, retard");
-        state_.Timer1.disable();
         return;
     }
     if (!hasEnded())
         return;
-    counters_.bumpcount();
-    randomPick_.randompick();
-    const Song song = songOfRow(state_.masterList.currentRow());
-    if (!openCurrentRow(song))
-        return;
-    counters_.bumpPlayed();
-    if (!showCurrentRow("random:  <b>", song))
-        return;
-    NiteScan2_.stopscan();
-    store(song);
+    const bool counts = !player_.wasGivenUp();
+    if (counts)
+        counters_.bumpcount();
+    transport_.startPicked(
+        [this](const auto& stillWanted) { return randomPick_.randompick(stillWanted); },
+        [this, counts] {
+            const Song song = songOfRow(state_.masterList.currentRow());
+            return SongStart{.song = song,
+                             .message = startMessage("random:  <b>",
+                                                     std::to_string(state_.masterIndex() + 1),
+                                                     song.name, song),
+                             .choices = SongStart::Choices::ended,
+                             .count = SongStart::Count::stored,
+                             .endsPause = false,
+                             .whenOpened = [this, counts] {
+                                 if (counts)
+                                     counters_.bumpPlayed();
+                             }};
+        });
 }
 
 void ModeTick::continueOn() {
     if (!hasEnded())
         return;
+    const bool counts = !player_.wasGivenUp();
     transport_.moveToNextRow();
     const Song song = songOfRow(state_.masterList.currentRow());
-    if (!openCurrentRow(song))
-        return;
-    // The finished song is still the stored one; behind the message it may not be.
-    counters_.bumpcount();
-    counters_.bumpPlayed();
-    if (!showCurrentRow("next:  <b>", song))
-        return;
-    store(song);
-    transport_.offerAsChoice(song.title());
-}
-
-// A song that is gone silences the mode until the next start by hand.
-bool ModeTick::openCurrentRow(const Song& song) {
-    if (!transport_.isThere(song)) {
-        state_.Timer1.disable();
-        return false;
-    }
-    transport_.openFile(song.path());
-    return true;
-}
-
-bool ModeTick::showCurrentRow(const std::string& head, const Song& song) {
-    if (!transport_.announce(head, std::to_string(state_.masterIndex() + 1), song.name, song))
-        return false;
-    transport_.showStarted();
-    transport_.keepPosition();
-    return true;
-}
-
-// Here the menu shows the stored count of the new song, not the coming one.
-void ModeTick::store(const Song& song) {
-    transport_.store(song);
-    counters_.show(counters_.count(song.title()));
+    transport_.start({.song = song,
+                      .message = startMessage(
+                          "next:  <b>", std::to_string(state_.masterIndex() + 1), song.name, song),
+                      .count = SongStart::Count::stored,
+                      .endsPause = false,
+                      .whenOpened = [&] {
+                          if (counts)
+                              counters_.countEnd();
+                      }});
 }
 
 void ModeTick::checkEndWithoutMode() {
     if (state_.modeIsOn() || !hasEnded() || state_.playMark != playingMark)
         return;
     state_.playMark = idleMark;
-    counters_.bumpPlayed();
-    counters_.bumpcount();
+    if (!player_.wasGivenUp())
+        counters_.countEnd();
 }
 
 } // namespace larkspin

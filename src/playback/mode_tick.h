@@ -1,26 +1,25 @@
 // What happens at a song's end. The player doesn't tell: its state is polled, by the 500 ms
 // mode tick while a mode is on, and by the one-second tick while none is.
+//
+// A song that the player gave up on has not been played to its end and isn't counted; the mode
+// goes on all the same.
 #pragma once
 
-#include <string>
+#include "chat/core.h"
 
 namespace larkspin {
 
-struct AppState;
-struct Song;
 class MediaControl;
 class PlayCounters;
 class RandomPick;
-class Reply;
-class Scanner;
 class Transport;
 
 class ModeTick {
 public:
-    ModeTick(AppState& state, MediaControl& player, Reply& reply, Transport& transport,
-             PlayCounters& counters, RandomPick& randomPick, Scanner& NiteScan2)
-        : state_(state), player_(player), reply_(reply), transport_(transport), counters_(counters),
-          randomPick_(randomPick), NiteScan2_(NiteScan2) {}
+    ModeTick(const Core& core, MediaControl& player, Transport& transport, PlayCounters& counters,
+             RandomPick& randomPick)
+        : state_(core.state), reply_(core.reply), player_(player), transport_(transport),
+          counters_(counters), randomPick_(randomPick) {}
 
     // The mode tick: starts the next song by the mode once the one in hand has ended.
     void tick();
@@ -29,21 +28,19 @@ public:
     void checkEndWithoutMode();
 
 private:
+    void followMode();
     void repeatSong();
     void shuffleOn();
     void continueOn();
     bool hasEnded();
-    bool openCurrentRow(const Song& song);
-    bool showCurrentRow(const std::string& head, const Song& song);
-    void store(const Song& song);
 
     AppState& state_;
-    MediaControl& player_;
     Reply& reply_;
+    MediaControl& player_;
     Transport& transport_;
     PlayCounters& counters_;
     RandomPick& randomPick_;
-    Scanner& NiteScan2_;
+    bool isAtWork_ = false;
 };
 
 } // namespace larkspin

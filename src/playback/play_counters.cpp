@@ -1,6 +1,5 @@
 #include "playback/play_counters.h"
 
-#include "chat/reply.h"
 #include "shell/app_state.h"
 #include "shell/settings.h"
 #include "text/number.h"
@@ -18,16 +17,26 @@ double PlayCounters::count(const std::string& title) {
 }
 
 void PlayCounters::bumpcount() {
-    const std::string title = reply_.yochoose(Choice::play);
+    const std::string title = settings_.yochoose(Choice::play);
     const double counted = count(title) + 1;
     settings_.putini(section, title, numberText(counted), countsFile_);
     show(counted);
 }
 
 void PlayCounters::bumpPlayed() {
-    const double played = numberOrZero(reply_.yochoose(Choice::played)) + 1;
-    settings_.put("played", numberText(played));
-    state_.mpp = "mp3s played:  " + numberText(played);
+    settings_.put("played", numberText(numberOrZero(settings_.yochoose(Choice::played)) + 1));
+    played();
+}
+
+void PlayCounters::countEnd() {
+    bumpcount();
+    bumpPlayed();
+}
+
+std::string PlayCounters::played() {
+    const std::string played = settings_.yochoose(Choice::played);
+    state_.mpp = "mp3s played:  " + played;
+    return played;
 }
 
 void PlayCounters::show(double count) {

@@ -4,20 +4,17 @@
 // one name share a count. A count that isn't numeric is 0.
 #pragma once
 
+#include "chat/core.h"
 #include "shell/data_directory.h"
 
 #include <string>
 
 namespace larkspin {
 
-struct AppState;
-class Reply;
-class Settings;
-
 class PlayCounters {
 public:
-    PlayCounters(AppState& state, Settings& settings, Reply& reply, const DataDirectory& directory)
-        : state_(state), settings_(settings), reply_(reply), countsFile_(directory.countsFile()) {}
+    PlayCounters(const Core& core, const DataDirectory& directory)
+        : state_(core.state), settings_(core.settings), countsFile_(directory.countsFile()) {}
 
     double count(const std::string& title);
 
@@ -28,13 +25,18 @@ public:
     // One more song played in all.
     void bumpPlayed();
 
+    // Both.
+    void countEnd();
+
+    // How many songs have been played in all, which the menu then shows as well.
+    std::string played();
+
     // In the menu's entry for the current song.
     void show(double count);
 
 private:
     AppState& state_;
     Settings& settings_;
-    Reply& reply_;
     std::string countsFile_;
 };
 

@@ -3,6 +3,7 @@
 #include "chat/reply.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
+#include "shell/menu.h"
 
 namespace larkspin {
 
@@ -31,10 +32,42 @@ void PlayModes::switchOn(bool AppState::*mode, const std::string& word, const st
                                 " in silent mode, go to player ops in the system tray menu"))
         return;
     reply_.saychat(label + " - <b>on");
+    choose(mode);
+}
+
+void PlayModes::choose(bool AppState::*mode) {
     state_.rep = state_.crand = state_.cintz = false;
     state_.*mode = true;
     if (!transport_.nothingLoaded())
         state_.Timer1.enable();
+}
+
+void PlayModes::toggle(bool AppState::*mode) {
+    if (!(state_.*mode)) {
+        choose(mode);
+        return;
+    }
+    state_.Timer1.disable();
+    state_.*mode = false;
+}
+
+MenuEntry PlayModes::repeatEntry() {
+    return {.name = "rep",
+            .caption = "repeat",
+            .action = [this] { toggle(&AppState::rep); },
+            .checked = state_.rep};
+}
+MenuEntry PlayModes::continuousEntry() {
+    return {.name = "cintz",
+            .caption = "continuous",
+            .action = [this] { toggle(&AppState::cintz); },
+            .checked = state_.cintz};
+}
+MenuEntry PlayModes::shuffleEntry() {
+    return {.name = "crand",
+            .caption = "shuffle",
+            .action = [this] { toggle(&AppState::crand); },
+            .checked = state_.crand};
 }
 
 void PlayModes::switchOff(bool AppState::*mode, const std::string& label) {

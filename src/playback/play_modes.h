@@ -2,18 +2,19 @@
 // that switch them; what a mode does stands in the mode tick.
 #pragma once
 
+#include "chat/core.h"
+
 #include <string>
 
 namespace larkspin {
 
-struct AppState;
-class Reply;
+struct MenuEntry;
 class Transport;
 
 class PlayModes {
 public:
-    PlayModes(AppState& state, Reply& reply, Transport& transport)
-        : state_(state), reply_(reply), transport_(transport) {}
+    PlayModes(const Core& core, Transport& transport)
+        : state_(core.state), reply_(core.reply), transport_(transport) {}
 
     void repeat();
     void shuffle();
@@ -23,7 +24,14 @@ public:
     void soff();
     void contoff();
 
+    // The tray's entries: a mode goes on or off without a word, also in silent mode.
+    MenuEntry repeatEntry();
+    MenuEntry continuousEntry();
+    MenuEntry shuffleEntry();
+
 private:
+    void choose(bool AppState::*mode);
+    void toggle(bool AppState::*mode);
     void switchOn(bool AppState::*mode, const std::string& word, const std::string& label);
     void switchOff(bool AppState::*mode, const std::string& label);
 

@@ -1,8 +1,8 @@
 #include "playback/play_selection.h"
 
 #include "chat/reply.h"
-#include "chat/scanner.h"
 #include "library/playlist.h"
+#include "playback/choices.h"
 #include "playback/random_pick.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
@@ -11,43 +11,46 @@
 
 namespace larkspin {
 
+namespace {
+
+std::string marked(const std::string& name, const std::string& text) {
+    return highlight(name, text, "<b><u>" + text + "</b></u>");
+}
+
+} // namespace
+
 void PlaySelection::play(const std::string& text) {
     if (!searchrows(state_, state_.masterList, text)) {
         const bool silent = state_.silnt;
         reply_.sayOrBox("your gay song was not found");
         if (!silent)
-            closeselection();
+            choices_.closeselection();
         return;
     }
     state_.searchTerm = text;
     transport_.endPauseMark();
-    if (state_.choiceList.count() == 1)
-        playOnlyHit(text);
-    else
+    if (choices_.areOpen())
         askForChoice();
+    else
+        playOnlyHit(text);
 }
 
 void PlaySelection::playOnlyHit(const std::string& text) {
     state_.choiceList.setCurrentIndex(0);
     const Song song = songOfRow(state_.choiceList.currentRow());
-    if (!transport_.open(song))
-        return;
-    closeselection();
-    if (!transport_.announce("playing:  <b>", std::to_string(state_.masterIndex() + 1),
-                             marked(song.name, text), song))
-        return;
-    transport_.showStarted();
-    transport_.keepPosition();
-    NiteScan2_.stopscan();
-    transport_.remember(song);
-    transport_.resumeModeTick();
+    transport_.start(
+        {.song = song,
+         .message = startMessage("playing:  <b>", std::to_string(state_.masterIndex() + 1),
+                                 marked(song.name, text), song),
+         .choices = SongStart::Choices::ended,
+         .whenOpened = [this] { choices_.closeselection(); }});
 }
 
 // The song that plays goes on; masterIndex stands on the last hit.
 void PlaySelection::askForChoice() {
-    closeselection();
+    choices_.closeselection();
     if (state_.silnt) {
-        state_.commandsTitle = commandsChoosing;
+        choices_.show();
         return;
     }
     const std::string& trigger = state_.trigger;
@@ -63,8 +66,12 @@ void PlaySelection::num(const std::string& number) {
         return;
     }
     state_.setMasterIndex(wanted - 1);
-    if (transport_.startCurrentRow("playing:  <b>"))
-        NiteScan2_.stopscan();
+    const Song song = songOfRow(state_.masterList.currentRow());
+    transport_.start(
+        {.song = song,
+         .message = startMessage("playing:  <b>", std::to_string(state_.masterIndex() + 1),
+                                 song.name, song),
+         .behindMessage = [this] { choices_.stopListening(); }});
 }
 
 void PlaySelection::rnd() {
@@ -72,46 +79,44 @@ void PlaySelection::rnd() {
         reply_.sayOrBox("no mp3s found, stupid");
         return;
     }
-    closeselection();
+    choices_.closeselection();
     randp3();
 }
 
 void PlaySelection::randp3() {
-    randomPick_.randompick();
-    const Song song = songOfRow(state_.masterList.currentRow());
-    if (!transport_.open(song))
-        return;
-    if (!transport_.announce("random:  <b>", std::to_string(state_.masterIndex() + 1), song.name,
-                             song))
-        return;
-    transport_.showStarted();
-    transport_.keepPosition();
-    NiteScan2_.stopscan();
-    transport_.remember(song);
-    transport_.resumeModeTick();
+    transport_.startPicked(
+        [this](const auto& stillWanted) { return randomPick_.randompick(stillWanted); },
+        [this] {
+            const Song song = songOfRow(state_.masterList.currentRow());
+            return SongStart{.song = song,
+                             .message = startMessage("random:  <b>",
+                                                     std::to_string(state_.masterIndex() + 1),
+                                                     song.name, song),
+                             .choices = SongStart::Choices::ended};
+        });
 }
 
 void PlaySelection::rnd(const std::string& text) {
-    closeselection();
+    choices_.closeselection();
     if (!searchrows(state_, state_.masterList, text)) {
         reply_.sayOrBox("your gay song was not found");
         return;
     }
-    randomPick_.pickFromChoices();
+    transport_.startPicked(
+        [this](const auto& stillWanted) { return randomPick_.pickFromChoices(stillWanted); },
+        [this, &text] { return startOfRandomHit(text); });
+}
+
+SongStart PlaySelection::startOfRandomHit(const std::string& text) {
     const int picked = state_.choiceList.currentIndex();
     const Song song = songOfRow(state_.choiceList.currentRow());
-    if (!transport_.open(song))
-        return;
-    const std::string hits = std::to_string(state_.choiceList.count());
-    if (!transport_.announce("random:  <b>", std::to_string(picked + 1) + "/" + hits,
-                             marked(song.name, text), song))
-        return;
-    placeBehindRandomHit(text, picked);
-    transport_.showStarted();
-    NiteScan2_.stopscan();
-    transport_.remember(song);
-    transport_.replaceChoices(song.title());
-    transport_.resumeModeTick();
+    const std::string number =
+        std::to_string(picked + 1) + "/" + std::to_string(state_.choiceList.count());
+    return {.song = song,
+            .message = startMessage("random:  <b>", number, marked(song.name, text), song),
+            .position = SongStart::Position::leftAlone,
+            .choices = SongStart::Choices::replaced,
+            .behindMessage = [this, text, picked] { placeBehindRandomHit(text, picked); }};
 }
 
 // The search has left masterIndex on the last hit. Counting back from there finds the picked
@@ -125,16 +130,6 @@ void PlaySelection::placeBehindRandomHit(const std::string& text, int picked) {
     const int before = state_.masterIndex() - (state_.choiceList.count() - picked);
     state_.resumeIndex = std::to_string(before);
     state_.setMasterIndex(before + 1);
-}
-
-void PlaySelection::closeselection() {
-    if (state_.commandsTitle == commandsChoosing)
-        state_.commandsTitle = commandsNormal;
-    state_.stopsCaption = stopsResting;
-}
-
-std::string PlaySelection::marked(const std::string& name, const std::string& text) const {
-    return highlight(name, text, "<b><u>" + text + "</b></u>");
 }
 
 } // namespace larkspin

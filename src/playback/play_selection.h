@@ -1,22 +1,22 @@
 // Choosing a song by chat: by a part of its name, by its number, or at random.
 #pragma once
 
+#include "chat/core.h"
+
 #include <string>
 
 namespace larkspin {
 
-struct AppState;
+class Choices;
 class RandomPick;
-class Reply;
-class Scanner;
+struct SongStart;
 class Transport;
 
 class PlaySelection {
 public:
-    PlaySelection(AppState& state, Reply& reply, Transport& transport, RandomPick& randomPick,
-                  Scanner& NiteScan2)
-        : state_(state), reply_(reply), transport_(transport), randomPick_(randomPick),
-          NiteScan2_(NiteScan2) {}
+    PlaySelection(const Core& core, Transport& transport, Choices& choices, RandomPick& randomPick)
+        : state_(core.state), reply_(core.reply), transport_(transport), choices_(choices),
+          randomPick_(randomPick) {}
 
     // The commands.
     void play(const std::string& text);
@@ -27,20 +27,17 @@ public:
     // Starts a random row of the whole playlist.
     void randp3();
 
-    // Ends what shows of a selection: the choice list and the stop window.
-    void closeselection();
-
 private:
     void playOnlyHit(const std::string& text);
     void askForChoice();
+    SongStart startOfRandomHit(const std::string& text);
     void placeBehindRandomHit(const std::string& text, int picked);
-    std::string marked(const std::string& name, const std::string& text) const;
 
     AppState& state_;
     Reply& reply_;
     Transport& transport_;
+    Choices& choices_;
     RandomPick& randomPick_;
-    Scanner& NiteScan2_;
 };
 
 } // namespace larkspin

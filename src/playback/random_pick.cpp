@@ -1,7 +1,7 @@
 #include "playback/random_pick.h"
 
-#include "chat/scanner.h"
 #include "library/playlist_row.h"
+#include "playback/choices.h"
 #include "shell/app_state.h"
 #include "shell/event_loop.h"
 #include "shell/settings.h"
@@ -13,18 +13,21 @@ namespace larkspin {
 
 namespace {
 
-// What the setting "play" holds until the caller writes the song's name over it.
 constexpr std::string_view takenFlag = "1";
 constexpr std::string_view rejectedFlag = "0";
 
 } // namespace
 
-void RandomPick::randompick() {
+bool isPickFlag(std::string_view play) {
+    return play == takenFlag || play == rejectedFlag;
+}
+
+bool RandomPick::randompick(const StillWanted& stillWanted) {
     bool taken = false;
     for (int tried = 0; tried < tries && !taken; ++tried) {
         loop_.serveTurn();
-        if (state_.masterList.empty())
-            return;
+        if (!stillWanted() || state_.masterList.empty())
+            return false;
         taken = offerRow(chance_.below(state_.masterList.count()));
     }
     if (!taken)
@@ -33,15 +36,13 @@ void RandomPick::randompick() {
         }));
     if (state_.playedMemory.count() == state_.masterList.count())
         state_.playedMemory.clear();
+    return true;
 }
 
 bool RandomPick::offerRow(int index) {
     state_.setMasterIndex(index);
     const std::string title = songOfRow(state_.masterList.currentRow()).title();
-    state_.choiceList.clear();
-    NiteScan2_.stopscan();
-    state_.choiceList.add(title);
-    state_.choiceList.setCurrentIndex(0);
+    choices_.take(title);
     if (state_.playedMemory.contains(title)) {
         settings_.put("play", rejectedFlag);
         return false;
@@ -56,18 +57,19 @@ bool RandomPick::isRemembered(std::string_view foldedRow) {
     return state_.playedMemory.containsFolded(title_);
 }
 
-void RandomPick::pickFromChoices() {
+bool RandomPick::pickFromChoices(const StillWanted& stillWanted) {
     bool taken = false;
     for (int tried = 0; tried < tries && !taken; ++tried) {
         loop_.serveTurn();
-        if (state_.choiceList.empty())
-            return;
+        if (!stillWanted() || state_.choiceList.empty())
+            return false;
         taken = offerChoice(chance_.below(state_.choiceList.count()));
     }
     if (!taken)
         offerChoice(anyOf(state_.choiceList.count(), [this](int index) {
             return !state_.playedMemory.containsFolded(state_.choiceList.folded(index));
         }));
+    return true;
 }
 
 bool RandomPick::offerChoice(int index) {

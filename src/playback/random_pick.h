@@ -2,6 +2,7 @@
 // song last had its turn. Shuffle and the random commands share its memory.
 #pragma once
 
+#include "chat/core.h"
 #include "playback/chance.h"
 
 #include <functional>
@@ -11,25 +12,26 @@
 
 namespace larkspin {
 
-struct AppState;
-class EventLoop;
-class Scanner;
-class Settings;
+class Choices;
+
+// What the setting "play" holds behind a pick, until the song's name is written over it.
+bool isPickFlag(std::string_view play);
 
 class RandomPick {
 public:
-    RandomPick(AppState& state, Settings& settings, EventLoop& loop, Scanner& NiteScan2,
-               Chance chance)
-        : state_(state), settings_(settings), loop_(loop), NiteScan2_(NiteScan2),
+    RandomPick(const Core& core, Choices& choices, Chance chance)
+        : state_(core.state), settings_(core.settings), loop_(core.loop), choices_(choices),
           chance_(std::move(chance)) {}
 
     // Leaves masterIndex on the picked row and its file name in choiceList as the only entry.
-    // Events run at each try. With an empty playlist nothing is picked.
-    void randompick();
+    // Events run at each try. False when there is no row to pick, or when the pick isn't wanted
+    // any longer behind these events: then it has changed nothing but the flag.
+    using StillWanted = std::function<bool()>;
+    bool randompick(const StillWanted& stillWanted);
 
     // The same among the hits of a search: leaves choiceList's current index on the pick.
     // Here whole rows are remembered, so that the two kinds of picks never meet.
-    void pickFromChoices();
+    bool pickFromChoices(const StillWanted& stillWanted);
 
 private:
     // Random tries before the pick looks up which rows are left: each failed one is written
@@ -45,7 +47,7 @@ private:
     AppState& state_;
     Settings& settings_;
     EventLoop& loop_;
-    Scanner& NiteScan2_;
+    Choices& choices_;
     Chance chance_;
     std::string title_; // of the row last looked up; kept for its room
 };

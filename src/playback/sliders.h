@@ -2,18 +2,18 @@
 // only told.
 #pragma once
 
+#include "chat/core.h"
+
 #include <string>
 
 namespace larkspin {
 
-struct AppState;
 class MediaControl;
-class Reply;
 
 class Sliders {
 public:
-    Sliders(AppState& state, MediaControl& player, Reply& reply)
-        : state_(state), player_(player), reply_(reply) {}
+    Sliders(const Core& core, MediaControl& player)
+        : state_(core.state), reply_(core.reply), player_(player) {}
 
     // The commands.
     void tempo(const std::string& value);
@@ -29,8 +29,8 @@ public:
 
 private:
     AppState& state_;
-    MediaControl& player_;
     Reply& reply_;
+    MediaControl& player_;
 };
 
 } // namespace larkspin

@@ -1,15 +1,17 @@
 #include "playback/transport.h"
 
 #include "chat/reply.h"
-#include "chat/scanner.h"
+#include "playback/choices.h"
 #include "playback/media_control.h"
 #include "playback/media_window.h"
 #include "playback/play_counters.h"
+#include "playback/random_pick.h"
 #include "playback/sliders.h"
 #include "shell/app_state.h"
 #include "shell/files.h"
 #include "shell/settings.h"
 #include "text/fold.h"
+#include "text/number.h"
 #include "text/wildcard.h"
 
 namespace larkspin {
@@ -25,6 +27,11 @@ constexpr int controlHeight = 625;
 std::string extensionTag(std::string_view extension) {
     const std::string tag = foldCase(" (<b>" + std::string(extension) + "</b>)");
     return fits(tag, " (<b>.mp3*") ? "" : tag;
+}
+
+std::string startMessage(std::string_view head, const std::string& number, const std::string& name,
+                         const Song& song) {
+    return std::string(head) + number + "</b>.  " + name + extensionTag(song.extension);
 }
 
 void Transport::stop() {
@@ -79,45 +86,145 @@ void Transport::tempp3() {
         reply_.sayOrBox("nothing to play, fag");
         return;
     }
-    beginStart();
-    if (!files_.exists(song.path())) {
-        reply_.saychat("not found, refresh the directory (" + song.directory + ")");
-        return;
-    }
-    openFile(song.path());
-    counters_.show(counters_.count(song.title()) + 1);
-    if (!tellStart("playing temp:  " + song.name))
-        return;
-    showStarted();
-    offerAsChoice(song.title());
-    resumeModeTick();
+    start({.song = song,
+           .message = "playing temp:  " + song.name,
+           .position = SongStart::Position::leftAlone,
+           .count = SongStart::Count::leftAlone,
+           .isRemembered = false,
+           .notFound = "not found, refresh the directory (" + song.directory + ")",
+           .whenOpened = [&] { counters_.show(counters_.count(song.title()) + 1); }});
 }
 
-bool Transport::startCurrentRow(const std::string& head) {
+void Transport::startCurrentRow(std::string_view head) {
     const Song song = songOfRow(state_.masterList.currentRow());
-    if (!open(song))
-        return false;
-    if (!announce(head, std::to_string(state_.masterIndex() + 1), song.name, song))
-        return false;
-    showStarted();
-    keepPosition();
-    remember(song);
-    offerAsChoice(song.title());
-    resumeModeTick();
-    return true;
+    start(
+        {.song = song,
+         .message = startMessage(head, std::to_string(state_.masterIndex() + 1), song.name, song)});
 }
 
-bool Transport::open(const Song& song) {
-    beginStart();
-    if (!isThere(song))
-        return false;
-    openFile(song.path());
-    return true;
+void Transport::openFromDisk(const std::string& path) {
+    const Song song = songOfPath(path);
+    start({.song = song,
+           .message = "playing:  " + song.name,
+           .position = SongStart::Position::leftAlone,
+           .choices = SongStart::Choices::leftAlone,
+           .count = SongStart::Count::leftAlone,
+           .isRemembered = false,
+           .endsPause = false,
+           .sendsVolume = false,
+           .tempTitle = song.title(),
+           .whenOpened =
+               [&] {
+                   state_.playMark = playingMark;
+                   state_.tempTitle = song.title(); // so that a pause in the message names it
+               },
+           .behindMessage = [this] { state_.playtz = "played n/a times"; }});
 }
 
-void Transport::beginStart() {
-    endPauseMark();
+void Transport::startPicked(const std::function<bool(const StillWanted&)>& pick,
+                            const std::function<SongStart()>& describe) {
+    const unsigned turn = turns_;
+    const std::string playBefore = settings_.yochoose(Choice::play);
+    const auto stillWanted = [this, turn] { return turns_ == turn; };
+    if (pick(stillWanted)) {
+        if (begin(describe(), turn) != Outcome::overtaken)
+            return;
+    } else if (stillWanted()) {
+        return; // there was nothing to pick
+    }
+    takeBackPick(playBefore);
+}
+
+// Whoever has overtaken the pick may have stored a song of his own.
+void Transport::takeBackPick(const std::string& playBefore) {
+    if (isPickFlag(settings_.yochoose(Choice::play)))
+        settings_.put("play", playBefore);
+}
+
+Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
+    if (turn != turns_)
+        return Outcome::overtaken;
+    if (start.endsPause)
+        endPauseMark();
     state_.Timer1.disable();
+    if (!isThere(start))
+        return Outcome::notFound;
+    const unsigned own = ++turns_;
+    openFile(start);
+    if (start.whenOpened)
+        start.whenOpened();
+    if (!start.message.empty())
+        reply_.saychat(start.message);
+    if (own != turns_)
+        return Outcome::overtaken;
+    if (start.behindMessage)
+        start.behindMessage();
+    showStarted(start);
+    place(start.position);
+    remember(start);
+    settleChoices(start.choices, start.song.title());
+    if (state_.modeIsOn())
+        state_.Timer1.enable();
+    return Outcome::started;
+}
+
+bool Transport::isThere(const SongStart& start) {
+    if (!start.tempTitle.empty() || files_.exists(start.song.path()))
+        return true;
+    const std::string& directory = start.song.directory;
+    if (!start.notFound.empty())
+        reply_.saychat(start.notFound);
+    else
+        reply_.saychat("not found, refresh the directory (" + directory +
+                       (isDriveRoot(directory) ? ")" : "\\)"));
+    return false;
+}
+
+void Transport::openFile(const SongStart& start) {
+    player_.Open(start.song.path());
+    if (start.sendsVolume)
+        sliders_.HScroll2_Change();
+}
+
+void Transport::showStarted(const SongStart& start) {
+    dressplayer();
+    state_.tempTitle = start.tempTitle;
+    state_.playMark = playingMark;
+}
+
+// The player shows none of its own controls.
+void Transport::dressplayer() {
+    player_.setOwnControlsVisible(false);
+    player_.setSize(controlWidth, controlHeight);
+}
+
+void Transport::place(SongStart::Position position) {
+    if (position == SongStart::Position::kept)
+        state_.resumeIndex = std::to_string(state_.masterIndex());
+    else if (position == SongStart::Position::goneBack)
+        state_.setMasterIndex(resumeRow());
+}
+
+void Transport::remember(const SongStart& start) {
+    const std::string title = start.song.title();
+    if (start.isRemembered)
+        settings_.putAll({{"play", title}, {"playpath", start.song.directory}});
+    if (start.count != SongStart::Count::leftAlone)
+        counters_.show(counters_.count(title) + (start.count == SongStart::Count::coming ? 1 : 0));
+}
+
+void Transport::settleChoices(SongStart::Choices choices, const std::string& title) {
+    if (choices == SongStart::Choices::offered)
+        choices_.offer(title);
+    else if (choices == SongStart::Choices::replaced)
+        choices_.replace(title);
+    else if (choices == SongStart::Choices::ended)
+        choices_.stopListening();
+}
+
+void Transport::close() {
+    ++turns_;
+    player_.Open("");
 }
 
 void Transport::endPauseMark() {
@@ -125,74 +232,6 @@ void Transport::endPauseMark() {
         state_.pauseMark = unpausedMark;
 }
 
-bool Transport::isThere(const Song& song) {
-    if (files_.exists(song.path()))
-        return true;
-    reply_.saychat("not found, refresh the directory (" + song.directory +
-                   (isDriveRoot(song.directory) ? ")" : "\\)"));
-    return false;
-}
-
-void Transport::openFile(const std::string& path) {
-    ++turns_;
-    player_.Open(path);
-    sliders_.HScroll2_Change();
-}
-
-bool Transport::tellStart(const std::string& message) {
-    const unsigned turn = turns_;
-    reply_.saychat(message);
-    return turn == turns_;
-}
-
-bool Transport::announce(const std::string& head, const std::string& number,
-                         const std::string& name, const Song& song) {
-    return tellStart(head + number + "</b>.  " + name + extensionTag(song.extension));
-}
-
-void Transport::dressplayer() {
-    player_.setOwnControlsVisible(false);
-    player_.setSize(controlWidth, controlHeight);
-}
-
-void Transport::showStarted() {
-    dressplayer();
-    state_.tempTitle.clear();
-    state_.playMark = playingMark;
-}
-
-void Transport::keepPosition() {
-    state_.resumeIndex = std::to_string(state_.masterIndex());
-}
-
-void Transport::remember(const Song& song) {
-    store(song);
-    counters_.show(counters_.count(song.title()) + 1);
-}
-
-void Transport::store(const Song& song) {
-    settings_.put("play", song.title());
-    settings_.put("playpath", song.directory);
-}
-
-void Transport::offerAsChoice(const std::string& title) {
-    if (state_.choiceList.count() > 1)
-        return;
-    replaceChoices(title);
-    NiteScan2_.stopscan();
-}
-
-void Transport::replaceChoices(const std::string& title) {
-    state_.choiceList.clear();
-    state_.choiceList.add(title);
-}
-
-void Transport::resumeModeTick() {
-    if (state_.modeIsOn())
-        state_.Timer1.enable();
-}
-
-// Behind the last row the first one follows.
 void Transport::moveToNextRow() {
     const int next = state_.masterIndex() + 1;
     state_.setMasterIndex(next == state_.masterList.count() ? 0 : next);
@@ -203,8 +242,12 @@ bool Transport::nothingLoaded() {
     return now == PlayState::stopped || now == PlayState::closed;
 }
 
+int Transport::resumeRow() const {
+    return wholeNumber16(state_.resumeIndex).value_or(-1);
+}
+
 Song Transport::lastSong() {
-    return songOfFile(reply_.yochoose(Choice::play), reply_.yochoose(Choice::playpath));
+    return songOfFile(settings_.yochoose(Choice::play), settings_.yochoose(Choice::playpath));
 }
 
 std::string Transport::currentName() {

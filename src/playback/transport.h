@@ -1,40 +1,75 @@
 // The transport: starting, pausing and stopping songs.
 //
-// Every start of a song is made of the same pieces in the same order, which the ways to choose
-// a song put together as they need them:
-//
-//     open, [a message], showStarted, [the position], remember, [the choice], resumeModeTick
-//
-// Messages serve events, so a start can be overtaken by another one, or by a stop, in the middle.
-// What is left of it would then spoil what the later one has done, and is dropped.
+// Every start of a song goes through one operation, which is told in what this start differs from
+// the others. A start serves events while it says its message, and one that is picked at random
+// also before its song is known. Another start, or a stop, that comes in there wins: what is left
+// of the overtaken start is dropped.
 #pragma once
 
+#include "chat/core.h"
 #include "library/playlist_row.h"
+#include "shell/event_loop.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
 namespace larkspin {
 
-struct AppState;
+class Choices;
 class Files;
 class MediaControl;
 class MediaWindow;
 class PlayCounters;
-class Reply;
-class Scanner;
-class Settings;
 class Sliders;
 
 // What a message shows behind a song's name: " (<b>.wav</b>)", nothing for .mp3.
 std::string extensionTag(std::string_view extension);
 
+// One start. The defaults are those of a row that is started by hand.
+struct SongStart {
+    enum class Position {
+        kept, // the row at masterIndex is the one last started
+        leftAlone,
+        goneBack, // masterIndex returns to the row last started
+    };
+    enum class Choices {
+        offered, // the song becomes the only one, unless the owner has yet to choose
+        replaced,
+        ended, // an open selection stays, but an answer to it doesn't count any longer
+        leftAlone,
+    };
+    enum class Count {
+        coming, // the menu shows the count that the song will have at its end
+        stored, // the count that it has
+        leftAlone,
+    };
+
+    Song song;
+    std::string message = {}; // what is said of it; empty for a silent start
+    Position position = Position::kept;
+    Choices choices = Choices::offered;
+    Count count = Count::coming;
+    bool isRemembered = true; // as the list song last started, in the settings
+    bool endsPause = true;    // the mark of it, without a call of the player
+    bool sendsVolume = true;
+    std::string tempTitle = {}; // of a file that is no list song; such a file isn't looked for
+    std::string notFound = {};  // what is said when the file is gone; empty for the usual
+    Task whenOpened = {};       // in front of the message
+    Task behindMessage = {};
+};
+
+// "next:  <b>3</b>.  ride" with the song's tag: the number is shown as given.
+std::string startMessage(std::string_view head, const std::string& number, const std::string& name,
+                         const Song& song);
+
 class Transport {
 public:
-    Transport(AppState& state, Settings& settings, Files& files, MediaControl& player, Reply& reply,
-              Sliders& sliders, PlayCounters& counters, MediaWindow& window, Scanner& NiteScan2)
-        : state_(state), settings_(settings), files_(files), player_(player), reply_(reply),
-          sliders_(sliders), counters_(counters), window_(window), NiteScan2_(NiteScan2) {}
+    Transport(const Core& core, Files& files, MediaControl& player, Sliders& sliders,
+              PlayCounters& counters, MediaWindow& window, Choices& choices)
+        : state_(core.state), settings_(core.settings), reply_(core.reply), files_(files),
+          player_(player), sliders_(sliders), counters_(counters), window_(window),
+          choices_(choices) {}
 
     // The commands.
     void stop();
@@ -44,56 +79,53 @@ public:
     void prep3();  // pre
     void tempp3(); // play: the song last started
 
-    // A whole start of the row at masterIndex, whose message begins with the head. False when
-    // its file is gone or the start has been overtaken.
-    bool startCurrentRow(const std::string& head);
+    // False when the file is gone, which has been said, or the start has been overtaken.
+    bool start(const SongStart& start) { return begin(start, turns_) == Outcome::started; }
 
-    // The pieces of a start.
+    // A start whose song is picked first. The pick serves events, asks whether it is still wanted
+    // behind each time, and tells whether there is a song; the start is described only then.
+    using StillWanted = std::function<bool()>;
+    void startPicked(const std::function<bool(const StillWanted&)>& pick,
+                     const std::function<SongStart()>& describe);
 
-    // Ends a pause, stops the mode tick and opens the song at the slider's volume. False,
-    // after saying so, when there is no such file: what plays goes on.
-    bool open(const Song& song);
-    // Says what is started. False when the start has been overtaken meanwhile.
-    bool tellStart(const std::string& message);
-    // The same of head, number and marked name with the song's tag: "next:  <b>3</b>.  ride".
-    bool announce(const std::string& head, const std::string& number, const std::string& name,
-                  const Song& song);
-    // A song from the list counts as started.
-    void showStarted();
-    // The row at masterIndex is the one last started.
-    void keepPosition();
-    // Stores the song as the one last started, and shows the count it will have at its end.
-    void remember(const Song& song);
-    // The title becomes the only choice; `offerAsChoice` leaves an open selection alone.
-    void offerAsChoice(const std::string& title);
-    void replaceChoices(const std::string& title);
-    // The mode tick runs while a mode is on.
-    void resumeModeTick();
+    // A media file that is on no list, by its path.
+    void openFromDisk(const std::string& path);
 
-    // What these are made of, for the mode tick.
-    bool isThere(const Song& song); // says so when it isn't
-    void openFile(const std::string& path);
-    void dressplayer(); // the player shows none of its own controls
-    void store(const Song& song);
-    void moveToNextRow();
+    // The player lets go of its song, at the end of a run.
+    void close();
 
-    bool nothingLoaded(); // stopped or closed
-    Song lastSong();      // the list song last started, from the settings
-    void endPauseMark();  // without a call of the player
+    void moveToNextRow(); // behind the last row the first one follows
+    void startCurrentRow(std::string_view head);
+
+    bool nothingLoaded();  // stopped or closed
+    int resumeRow() const; // of masterList: the one last started, -1 for none
+    Song lastSong();       // the list song last started, from the settings
+    void endPauseMark();   // without a call of the player
 
 private:
-    void beginStart();
+    enum class Outcome { started, notFound, overtaken };
+
+    // `turn`: the one at which the start was wanted.
+    Outcome begin(const SongStart& start, unsigned turn);
+    bool isThere(const SongStart& start);
+    void openFile(const SongStart& start);
+    void showStarted(const SongStart& start);
+    void place(SongStart::Position position);
+    void remember(const SongStart& start);
+    void settleChoices(SongStart::Choices choices, const std::string& title);
+    void dressplayer();
+    void takeBackPick(const std::string& playBefore);
     std::string currentName();
 
     AppState& state_;
     Settings& settings_;
+    Reply& reply_;
     Files& files_;
     MediaControl& player_;
-    Reply& reply_;
     Sliders& sliders_;
     PlayCounters& counters_;
     MediaWindow& window_;
-    Scanner& NiteScan2_;
+    Choices& choices_;
     unsigned turns_ = 0; // songs opened and stopped so far; wraps around
 };
 

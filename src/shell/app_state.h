@@ -13,21 +13,24 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace larkspin {
 
 // Captions with a meaning. U+00B3 is drawn as a play mark by the pause button's font, U+0090
 // as a stop mark by the play button's.
-inline const std::string unpausedMark = "  II";
-inline const std::string pausedMark = "  \u00B3";
-inline const std::string idleMark = "  l>";
-inline const std::string playingMark = " \xC2\x90";
-inline const std::string commandsNormal = "        larkspin commands window";
-inline const std::string commandsChoosing = "             double click a choice to play";
-inline const std::string commandsReciting = "        larkspin commands window ";
-inline const std::string stopsResting = "     stop";
-inline const std::string unnamedPlaylistTitle = "                  larkspin playlist editor";
+inline constexpr std::string_view unpausedMark = "  II";
+inline constexpr std::string_view pausedMark = "  \u00B3";
+inline constexpr std::string_view idleMark = "  l>";
+inline constexpr std::string_view playingMark = " \xC2\x90";
+inline constexpr std::string_view commandsNormal = "        larkspin commands window";
+inline constexpr std::string_view commandsChoosing = "             double click a choice to play";
+inline constexpr std::string_view commandsReciting = "        larkspin commands window ";
+inline constexpr std::string_view stopsResting = "     stop";
+inline constexpr std::string_view resizeHint = "  [double click to resize]";
+inline constexpr std::string_view unnamedPlaylistTitle =
+    "                  larkspin playlist editor";
 
 struct AppState {
     // Flags: check marks of the tray menu. At most one of rep, crand, cintz is on.
@@ -43,15 +46,15 @@ struct AppState {
     std::string trigger;                                 // what opens a command; may be empty
     RowList commandNames, commandHelp;                   // the catalogue, parallel
     std::string commandText;                             // help of the selected row
-    std::string commandsTitle = commandsNormal;          // also the state of the choice dialogue
+    std::string commandsTitle{commandsNormal};           // also the state of the choice dialogue
     RowList choiceList;                                  // search hits, or the song last started
-    std::string stopsCaption = stopsResting;             // caption and state of the stop window
+    std::string stopsCaption{stopsResting};              // caption and state of the stop window
     std::string searchTerm = buildText() + "Loading..."; // last search; also the splash's status
 
     // Playback
     std::string resumeIndex = "-1";               // row of masterList last started
-    std::string pauseMark = unpausedMark;         // the only record of a pause
-    std::string playMark = idleMark;              // whether a song counts as started
+    std::string pauseMark{unpausedMark};          // the only record of a pause
+    std::string playMark{idleMark};               // whether a song counts as started
     std::string tempTitle;                        // file name of a song opened straight from disk
     std::string sectionStart, sectionEnd;         // seconds; no end means no repeated section
     std::string sectionSeconds = "0";             // counted while a section is being marked
@@ -71,7 +74,7 @@ struct AppState {
     std::string mediaFilter; // "mp3", "wav", "wma", "midi" or "all types"
     std::string matchCount;
     std::string fileCountLabel = "0 files";
-    std::string playlistTitle = unnamedPlaylistTitle;
+    std::string playlistTitle{unnamedPlaylistTitle};
 
     // Counters, in seconds over all runs
     std::string playedSeconds;
@@ -96,7 +99,7 @@ struct AppState {
     std::vector<std::string> p; // one entry per playlist file, behind the fixed separator
 
     // Captions of the media window that change
-    std::string mediaCaption = "  [double click to resize]";
+    std::string mediaCaption{resizeHint};
     std::string volumeCaption, tempoCaption;
 
     // The current row of masterList: the list's own selection, not a copy. -1 for none; an

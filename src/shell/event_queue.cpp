@@ -76,7 +76,7 @@ std::optional<Nanoseconds> EventQueue::nextDue() const {
 // By index: a task may bring another one.
 void EventQueue::runBeforeSleep() {
     for (std::size_t at = 0; at < beforeSleep_.size(); ++at)
-        Task(beforeSleep_[at])();
+        Task{beforeSleep_[at]}();
 }
 
 void EventQueue::runNested(const Task& task) {

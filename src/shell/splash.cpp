@@ -12,11 +12,10 @@ Splash::Splash(AppState& state, EventLoop& loop, bool fades)
     dire.controls = {
         {.name = "title",
          .place = {0, 0, 4500, 450},
-         .font = "Trebuchet MS",
+         .font = {.family = "Trebuchet MS"},
          .text = [] { return std::string("  larkspin player            version 4.3"); }},
         {.name = "statusLine",
          .place = {0, 450, 4500, 450},
-         .font = "Arial",
          .text = [this] { return state_.searchTerm; },
          .visible = false},
     };
@@ -26,6 +25,12 @@ void Splash::open() {
     keepontop(dire);
     if (fades_)
         fadeIn();
+    dire.visible = true;
+}
+
+void Splash::show(const std::string& status) {
+    state_.searchTerm = status;
+    showStatusLine(true);
     dire.visible = true;
 }
 

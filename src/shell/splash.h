@@ -5,6 +5,8 @@
 #include "shell/pause.h"
 #include "shell/window.h"
 
+#include <string>
+
 namespace larkspin {
 
 struct AppState;
@@ -15,9 +17,13 @@ public:
     // `fades`: the desktop can draw a window half transparent.
     Splash(AppState& state, EventLoop& loop, bool fades);
 
-    // Shows the window; the first time it fades in, and the call returns when it is opaque.
-    // Events run meanwhile.
+    // The first use of a run: the window fades in, and the call returns when it is opaque. Events
+    // run meanwhile.
     void open();
+
+    // Any later use: the window is there at once, with this status line.
+    void show(const std::string& status);
+
     void hide() { dire.visible = false; }
     void showStatusLine(bool shown) { dire.control("statusLine").visible = shown; }
 

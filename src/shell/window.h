@@ -57,7 +57,7 @@ struct Control {
     // What its events call. Empty where nothing happens.
     Task onClick = {}, onDoubleClick = {}, onMouseDown = {}, onMouseMove = {};
     std::function<void(Key)> onKey = {};
-    std::function<void(int)> onChange = {};              // slider: moved to, or dragged over, a value
+    std::function<void(int)> onChange = {}; // slider: moved to, or dragged over, a value
     std::function<void(const std::string&)> onEdit = {}; // text field: what it reads now
 
     bool visible = true;

@@ -1,4 +1,4 @@
-#include "support/virtual_machine.h"
+#include "support/talk.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,4 +1,5 @@
-#include "support/virtual_machine.h"
+#include "app/program.h"
+#include "support/talk.h"
 
 #include <algorithm>
 #include <csignal>
@@ -21,7 +22,7 @@ namespace {
         machine.owner("'num " + std::to_string(turn % 3 + 1), 25s);
         machine.owner("'volume " + std::to_string(turn % 101));
         machine.owner("'trig .");
-        machine.run([&] { machine.program->restart(); });
+        machine.restart();
         machine.owner(".trig '");
         machine.owner("'exit");
     }

@@ -1,4 +1,5 @@
-#include "support/virtual_machine.h"
+#include "app/program.h"
+#include "support/talk.h"
 
 namespace larkspin {
 
@@ -10,7 +11,7 @@ TEST(Shutdown, EndsAtOnceInTheMiddleOfAWait) {
         machine.loop.every(300ms, [&] {
             if (said.empty())
                 machine.program->end(); // as a signal does
-            machine.program->hear({"Owner", "'exit"});
+            machine.lines.heard({"Owner", "'exit"});
         });
         EXPECT_EQ(machine.answer("'scanpc"), "scanning pc for <b>mp3</b>, please wait.." + said);
         EXPECT_EQ(machine.program, nullptr);
@@ -22,13 +23,20 @@ TEST(Shutdown, EndsAtOnceInTheMiddleOfAWait) {
 TEST(Shutdown, SavesNothingWhileLoading) {
     VirtualMachine machine;
     machine.writeDataFile("larkspin.ini", "[lark]\r\ntrigger='\r\nload=3\r\n");
-    for (const auto moment : {50ms, 200ms, 350ms}) {
-        const auto once = machine.loop.every(moment, [&] { machine.program->end(); });
+    for (const auto moment : {50ms, 200ms}) {
+        machine.loop.once(moment, [&] { machine.program->end(); });
         EXPECT_FALSE(machine.start());
-        machine.loop.cancel(once);
     }
-    EXPECT_EQ(machine.dataFile("larkspin.ini"), "[lark]\r\ntrigger='\r\nload=4\r\n")
-        << "only the last start has come to the number of loads";
+    EXPECT_EQ(machine.dataFile("larkspin.ini"), "[lark]\r\ntrigger='\r\nload=3\r\n");
+}
+
+TEST(Shutdown, OfAFirstRunThatHasCountedItsLoadLeavesATrigger) {
+    VirtualMachine machine;
+    machine.files.afterWrite = [&](const std::string& contents) {
+        if (contents.find("load=2") != std::string::npos)
+            machine.process.end();
+    };
+    EXPECT_FALSE(machine.start());
 }
 
 TEST(Shutdown, RestartsWithEverythingAnew) {
@@ -37,7 +45,7 @@ TEST(Shutdown, RestartsWithEverythingAnew) {
          {"'volume 7", "'trig .", ".cont", ".num 1", ".rnd b", ".play ", ".pause"})
         machine.owner(line);
     machine.forget();
-    ASSERT_TRUE(machine.run([&] { machine.program->restart(); }));
+    ASSERT_TRUE(machine.restart());
     EXPECT_EQ(machine.allSaid(),
               (Lines{"restarting larkspin player", "larkspin player - by moraine",
                      "load:  <b>2</b> - mp3s played:  <b>0</b>"}));

@@ -1,4 +1,5 @@
-#include "support/virtual_machine.h"
+#include "shell/window.h"
+#include "support/talk.h"
 
 namespace larkspin {
 
@@ -31,7 +32,7 @@ TEST(Startup, BringsBackAllOfTheLastRun) {
               (Lines{"larkspin player - by moraine", "load:  <b>41</b> - mp3s played:  <b>12</b>"}))
         << "also behind a silent run";
     EXPECT_EQ(shown(machine.state()),
-              (Lines{"x-x-x", ".", "load number:  41", "mp3s played:  12", unnamedPlaylistTitle,
+              (Lines{"x-x-x", ".", "load number:  41", "mp3s played:  12", std::string(unnamedPlaylistTitle),
                      "view 2 files", "view 3 notes", "       tempo:  150", "     volume:  0", "100",
                      "200.5", "scan pc for all types"}));
     EXPECT_TRUE(machine.player.mute && machine.player.rate == 1.5);
@@ -59,7 +60,7 @@ TEST(Startup, TakesOddValuesAsTheyAreMeant) {
     machine.start();
     EXPECT_EQ(machine.dialogs.boxes.size(), 1u) << "without a number of loads it's a first run";
     EXPECT_EQ(shown(machine.state()),
-              (Lines{"-----", "'", "load number:  1", "mp3s played:  0", unnamedPlaylistTitle,
+              (Lines{"-----", "'", "load number:  1", "mp3s played:  0", std::string(unnamedPlaylistTitle),
                      "view 1 files", "view 0 notes", "       tempo:  100", "     volume:  50", "0",
                      "0", "scan pc for mp3"}));
 }
@@ -95,7 +96,7 @@ TEST(Startup, ShowsHowFarItHasCome) {
     Lines seen;
     std::string last;
     machine.loop.every(50us, [&] {
-        Window& dire = machine.program->splash.dire;
+        Window& dire = machine.window("dire");
         const Control& line = dire.control("statusLine");
         const std::string now = (line.visible ? " shown: " : " ") + line.text();
         if (now != last && dire.visible)
@@ -106,7 +107,7 @@ TEST(Startup, ShowsHowFarItHasCome) {
     EXPECT_EQ(seen, (Lines{"1 (build 11) Loading...", "100 (build 11) Applying Settings...",
                            "200 (build 11) Starting Up...", "255 shown: (build 11) Loading..",
                            "255 (build 11) Loading.."}));
-    EXPECT_FALSE(machine.program->splash.dire.visible);
+    EXPECT_FALSE(machine.window("dire").visible);
 }
 
 TEST(Clock, CountsSecondsOverAllRuns) {

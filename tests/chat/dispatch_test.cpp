@@ -1,5 +1,6 @@
 #include "app/command_rows.h"
-#include "support/virtual_machine.h"
+#include "app/program.h"
+#include "support/talk.h"
 
 namespace larkspin {
 
@@ -43,7 +44,7 @@ TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
                                 argument);
     for (const std::string& line : lines) {
         SCOPED_TRACE(line.substr(0, 40));
-        machine.program->NiteScan2.startscan();
+        machine.program->chat.NiteScan2.startscan();
         for (const bool silent : {true, false}) {
             machine.state().silnt = silent;
             ASSERT_TRUE(line == "'exit" || machine.owner(line, 5s));
@@ -58,7 +59,7 @@ TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
 TEST(Dispatch, HearsLinesWhileACommandWaits) {
     VirtualMachine machine(Lines{});
     machine.directories.driveTexts = {"q:", "R: [label]", "q:"};
-    machine.loop.every(700ms, [&] { machine.program->hear({"Owner", "'volume 7"}); });
+    machine.loop.every(700ms, [&] { machine.lines.heard({"Owner", "'volume 7"}); });
     EXPECT_EQ(machine.answer("'scanpc"), "scanning pc for <b>mp3</b>, please wait..\n"
                                          "volume set:  <b>7</b>\n"
                                          "found <b>0</b> (<b>mp3</b>) in <b>0</b> directories");

@@ -1,7 +1,7 @@
 // Rows, the lists they stand in, and the file they are kept in.
 #include "library/playlist.h"
 #include "library/playlist_row.h"
-#include "support/virtual_machine.h"
+#include "support/talk.h"
 
 #include <array>
 #include <random>

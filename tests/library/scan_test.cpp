@@ -1,6 +1,7 @@
 // Finding media: scans, the media filter, and what brings found rows into the playlist.
+#include "app/program.h"
 #include "library/playlist_row.h"
-#include "support/virtual_machine.h"
+#include "support/talk.h"
 
 namespace larkspin {
 namespace {
@@ -60,10 +61,7 @@ TEST_F(ScanTest, WhatCantBeEnteredListsTheDirectoryBeforeItAgain) {
         made.tree[path] = {path, {"e.mp3"}, {}};
     }
     made.tree["e:\\1002"].path = "E:\\1001"; // known but for the case
-    machine.program.reset(
-        new Program({machine.loop, machine.files, made, machine.dialogs, machine.room,
-                     machine.player, machine.process, root, false}));
-    machine.program->start();
+    machine.startOn(made);
     for (int round = 0; round < 2; ++round)
         EXPECT_EQ(machine.answer("'scanpc"),
                   "scanning pc for <b>mp3</b>, please wait..\n"

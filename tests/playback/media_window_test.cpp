@@ -1,11 +1,12 @@
-#include "support/virtual_machine.h"
+#include "shell/window.h"
+#include "support/talk.h"
 
 namespace larkspin {
 
 namespace {
 
 Control& title(VirtualMachine& machine) {
-    return machine.program->mediaWindow.mp3s.control("mediaCaption");
+    return machine.window("mp3s").control("mediaCaption");
 }
 
 } // namespace
@@ -16,7 +17,7 @@ TEST(MediaWindow, ComesBackAsItWasLeft) {
         "larkspin.ini",
         "[lark]\r\nload=3\r\ntrigger='\r\nmp3svis=yes\r\nmp3stpos=1200\r\nmp3slpos=-30\r\n");
     machine.start();
-    Window& window = machine.program->mediaWindow.mp3s;
+    Window& window = machine.window("mp3s");
     EXPECT_TRUE(window.visible);
     EXPECT_TRUE(window.onTop);
     EXPECT_EQ(window.place.top, 1200);
@@ -32,9 +33,9 @@ TEST(MediaWindow, ComesBackAsItWasLeft) {
     EXPECT_EQ(machine.setting("mp3stpos"), "4000");
 
     machine.start();
-    EXPECT_EQ(machine.program->mediaWindow.mp3s.place.height, 315);
+    EXPECT_EQ(machine.window("mp3s").place.height, 315);
     title(machine).onDoubleClick();
-    EXPECT_EQ(machine.program->mediaWindow.mp3s.place.height, 2520);
+    EXPECT_EQ(machine.window("mp3s").place.height, 2520);
 }
 
 TEST(MediaWindow, ServesAsAClockInItsMiniHeight) {

@@ -1,5 +1,5 @@
 #include "library/playlist.h"
-#include "support/virtual_machine.h"
+#include "support/talk.h"
 
 #include <set>
 
@@ -117,11 +117,10 @@ TEST(ModeTick, CountsTheFinishedSongAlsoWhenItsSuccessorIsOvertaken) {
         VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 10s);
         converse(machine, {Turn("'num 1", "playing:  <b>1</b>.  a")});
         machine.owner(mode);
-        machine.room.hear = [&](const ChatLine& line) {
-            const std::string message = messageOf(line.text);
+        machine.room.inMessage = [&](const std::string& message) {
             if (message.starts_with("repeat:") || message.starts_with("random:") ||
                 message.starts_with("next:"))
-                machine.program->hear({"Owner", "'num 3"});
+                machine.lines.heard({"Owner", "'num 3"});
         };
         machine.advance(12s);
         EXPECT_EQ(machine.said(), "playing:  <b>3</b>.  c");

@@ -1,4 +1,5 @@
-#include "support/virtual_machine.h"
+#include "app/program.h"
+#include "support/talk.h"
 
 #include <set>
 
@@ -32,7 +33,7 @@ TEST(RandomPick, FindsAWayOutWhenTwoSongsBearOneName) {
 TEST(RandomPick, GivesEachSongThatIsLeftTheSameChance) {
     VirtualMachine empty(Lines{});
     EXPECT_EQ(empty.answer("'rnd"), "no mp3s found, stupid");
-    empty.program->randomPick.randompick();
+    empty.program->playback.randomPick.randompick([] { return true; });
     empty.state().silnt = true;
     EXPECT_EQ(empty.answer("'rnd"), "[box] no mp3s found, stupid");
     const Lines names{"a.mp3", "b.mp3", "c.mp3", "d.mp3", "e.mp3", "f.mp3", "g.mp3", "h.mp3"};
@@ -44,7 +45,7 @@ TEST(RandomPick, GivesEachSongThatIsLeftTheSameChance) {
             machine.state().playedMemory.clear();
             for (auto name = names.begin() + left; name != names.end(); ++name)
                 machine.state().playedMemory.add(*name);
-            machine.program->randomPick.randompick();
+            machine.program->playback.randomPick.randompick([] { return true; });
             ++picked[machine.state().masterIndex()];
         }
         for (int row = 0; row < 8; ++row)

@@ -1,4 +1,4 @@
-#include "support/virtual_machine.h"
+#include "support/talk.h"
 
 namespace larkspin {
 

@@ -1,5 +1,5 @@
 #include "library/playlist_row.h"
-#include "support/virtual_machine.h"
+#include "support/talk.h"
 
 namespace larkspin {
 
@@ -105,7 +105,7 @@ TEST(Transport, AStartOvertakenInItsMessageLeavesTheLaterOneAlone) {
         SCOPED_TRACE(std::string(turn.first) + turn.second);
         VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 10s);
         const auto say = [&](const char* line) {
-            machine.loop.post([&, line] { machine.program->hear({"Owner", line}); });
+            machine.loop.post([&, line] { machine.lines.heard({"Owner", line}); });
         };
         machine.run([&] {
             say(turn.first);

@@ -1,6 +1,6 @@
 #include "shell/settings.h"
 
-#include "support/virtual_machine.h"
+#include "support/talk.h"
 
 namespace larkspin {
 namespace {

@@ -1,5 +1,6 @@
 #include "support/virtual_machine.h"
 
+#include "app/program.h"
 #include "platform/posix/drive_paths.h"
 
 #include <algorithm>
@@ -22,17 +23,55 @@ void RecordedRoom::sendChatLine(const std::string& line) {
     if (!open)
         return;
     lines.push_back(line);
-    loop_.post([this, line] { hear({screenName, line}); });
-    loop_.serveTurn();
+    if (inMessage)
+        loop_.post([this, line] { inMessage(messageOf(line)); });
+    hearers_.said({screenName, line});
+}
+
+void ScriptedDialogs::titledBox(const std::string& title, const std::string& text) {
+    boxes.push_back(text);
+    if (title != "larkspin")
+        titles.push_back(title);
+    whileOpen();
+}
+
+std::string ScriptedDialogs::nextAnswer() {
+    whileOpen();
+    if (answers.empty())
+        return {};
+    std::string answer = std::move(answers.front());
+    answers.pop_front();
+    return answer;
 }
 
 bool ScriptedDialogs::ask(const std::string& question) {
     boxes.push_back(question);
-    if (answers.empty())
-        return false;
-    const bool answer = answers.front();
-    answers.erase(answers.begin());
-    return answer;
+    return nextAnswer() == "yes";
+}
+
+std::optional<std::string> ScriptedDialogs::askText(const TextQuestion& question) {
+    boxes.push_back(question.prompt);
+    titles.push_back(question.title);
+    std::string answer = nextAnswer();
+    return answer.empty() ? std::nullopt : std::optional(std::move(answer));
+}
+
+std::optional<std::string> ScriptedDialogs::openFile(const FileQuestion& question) {
+    titles.push_back(question.title);
+    std::string answer = nextAnswer();
+    return answer.empty() ? std::nullopt : std::optional(std::move(answer));
+}
+
+std::vector<std::string> ScriptedDialogs::openFiles(const FileQuestion& question) {
+    titles.push_back(question.title);
+    std::vector<std::string> paths;
+    for (std::string answer = nextAnswer(); !answer.empty(); answer = nextAnswer())
+        paths.push_back(std::move(answer));
+    return paths;
+}
+
+std::optional<std::string> ScriptedDialogs::saveFile(const FileQuestion& question) {
+    return openFile(question);
 }
 
 void SilentPlayer::Open(const std::string& fileName) {
@@ -73,6 +112,10 @@ PlayState SilentPlayer::PlayState() {
     return state_;
 }
 
+bool SilentPlayer::wasGivenUp() {
+    return PlayState() == PlayState::stopped && !lengths.contains(fileName_);
+}
+
 double SilentPlayer::CurrentPosition() {
     advance();
     return position_;
@@ -110,12 +153,9 @@ static TempDirectory quickDisk() {
 }
 
 VirtualMachine::VirtualMachine()
-    : disk(quickDisk()), directories((disk.path() / "home").native()), room(loop), player(loop) {
-    room.hear = [this](const ChatLine& line) {
-        if (program)
-            program->hear(line);
-    };
-}
+    : disk(quickDisk()), directories((disk.path() / "home").native()), player(loop) {}
+
+VirtualMachine::~VirtualMachine() = default;
 
 VirtualMachine::VirtualMachine(const Lines& songs, std::chrono::duration<double> length)
     : VirtualMachine() {
@@ -146,10 +186,10 @@ std::string VirtualMachine::song(const std::string& directory, const std::string
 
 void VirtualMachine::playlist(const std::vector<std::string>& names,
                               std::chrono::duration<double> length) {
-    std::string lines;
+    std::string rows;
     for (const std::string& name : names)
-        lines += song("rock", name, length) + "\r\n";
-    writeDataFile("temp.lst", lines);
+        rows += song("rock", name, length) + "\r\n";
+    writeDataFile("temp.lst", rows);
 }
 
 std::string VirtualMachine::setting(const std::string& key) {
@@ -157,10 +197,31 @@ std::string VirtualMachine::setting(const std::string& key) {
 }
 
 bool VirtualMachine::start() {
+    return startOn(directories);
+}
+
+bool VirtualMachine::startOn(Directories& others) {
     program.reset();
-    program = std::make_unique<Program>(Machine{loop, files, directories, dialogs, room, player,
-                                                process, drive("data"), fadesWindows});
+    program = std::make_unique<Program>(Machine{.loop = loop,
+                                                .files = files,
+                                                .directories = others,
+                                                .dialogs = dialogs,
+                                                .desktop = desktop,
+                                                .room = room,
+                                                .lines = lines,
+                                                .player = player,
+                                                .process = process,
+                                                .dataDirectory = drive("data"),
+                                                .fadesWindows = fadesWindows});
     return run([this] { program->start(); });
+}
+
+bool VirtualMachine::restart() {
+    return run([this] { program->restart(); });
+}
+
+bool VirtualMachine::endProcess() {
+    return run([this] { program->end(); });
 }
 
 bool VirtualMachine::owner(const std::string& line) {
@@ -173,7 +234,7 @@ bool VirtualMachine::owner(const std::string& line, std::chrono::duration<double
 
 bool VirtualMachine::somebody(const std::string& name, const std::string& line) {
     return run([&] {
-        loop.post([this, name, line] { program->hear({name, line}); });
+        loop.post([this, name, line] { lines.heard({name, line}); });
         loop.serveTurn();
     });
 }
@@ -190,6 +251,50 @@ bool VirtualMachine::run(const std::function<void()>& action) {
         program.reset();
         return false;
     }
+}
+
+AppState& VirtualMachine::state() {
+    return program->shell.state;
+}
+
+Window& VirtualMachine::window(const std::string& name) {
+    for (Window* candidate : program->windows())
+        if (candidate->name == name)
+            return *candidate;
+    std::abort();
+}
+
+bool VirtualMachine::click(const std::string& windowName, const std::string& control) {
+    return run([&] { Task(window(windowName).control(control).onClick)(); });
+}
+
+bool VirtualMachine::doubleClick(const std::string& windowName, const std::string& control) {
+    return run([&] { Task(window(windowName).control(control).onDoubleClick)(); });
+}
+
+static std::optional<MenuEntry> findEntry(const std::vector<MenuEntry>& entries,
+                                          const std::string& name) {
+    for (const MenuEntry& entry : entries) {
+        if (entry.name == name)
+            return entry;
+        if (auto below = findEntry(entry.children, name))
+            return below;
+    }
+    return std::nullopt;
+}
+
+bool VirtualMachine::chooseFromTray(const std::string& entry) {
+    return run([&] { findEntry(desktop.icon.value().menu.entries(), entry).value().action(); });
+}
+
+bool VirtualMachine::chooseFromPopup(const std::string& entry) {
+    const Menu menu = std::exchange(desktop.popup, {}).value();
+    return run([&] { findEntry(menu.entries(), entry).value().action(); });
+}
+
+std::string VirtualMachine::trayEntry(const std::string& entry) const {
+    const auto found = findEntry(desktop.icon.value().menu.entries(), entry).value();
+    return (found.checked ? "*" : "") + found.caption;
 }
 
 std::string messageOf(const std::string& line) {
@@ -238,16 +343,6 @@ std::string VirtualMachine::answer(const std::string& line) {
     for (const std::string& text : dialogs.boxes)
         seen += (seen.empty() ? "[box] " : "\n[box] ") + text;
     return seen;
-}
-
-void converse(VirtualMachine& machine, const std::vector<Turn>& turns) {
-    for (const Turn& turn : turns) {
-        for (const std::string& line : turn.lines) {
-            SCOPED_TRACE(line);
-            EXPECT_EQ(machine.answer(line), turn.answer);
-        }
-        machine.advance(turn.wait);
-    }
 }
 
 } // namespace larkspin

@@ -4,24 +4,26 @@
 //     VirtualMachine machine;
 //     machine.song("rock", "ride.mp3", 180s);
 //     machine.start();
-//     machine.owner("'play ride");
-//     EXPECT_SAID(machine, "playing:  <b>1</b>.  <b><u>ride</b></u>");
+//     EXPECT_EQ(machine.answer("'play ride"), "playing:  <b>1</b>.  <b><u>ride</b></u>");
 #pragma once
 
 #include "app/machine.h"
-#include "app/program.h"
+#include "chat/chat_lines.h"
 #include "chat/room.h"
 #include "library/directories.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
 #include "playback/media_control.h"
+#include "shell/app_state.h"
+#include "shell/desktop.h"
 #include "shell/dialogs.h"
 #include "shell/process.h"
 #include "support/temp_directory.h"
 #include "support/virtual_loop.h"
 
 #include <chrono>
-#include <gtest/gtest.h>
+#include <deque>
+#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -31,6 +33,9 @@
 #include <vector>
 
 namespace larkspin {
+
+class Program;
+struct Window;
 
 using namespace std::chrono_literals;
 using Lines = std::vector<std::string>;
@@ -57,7 +62,7 @@ public:
 // What was said in the room. The owner is signed on as "Owner".
 class RecordedRoom : public Room {
 public:
-    explicit RecordedRoom(EventLoop& loop) : loop_(loop) {}
+    RecordedRoom(EventLoop& loop, ChatLines& hearers) : loop_(loop), hearers_(hearers) {}
 
     std::string currentScreenName() override { return screenName; }
     void sendChatLine(const std::string& line) override;
@@ -67,20 +72,43 @@ public:
     std::string input = "half a line";
     bool open = true;
     std::vector<std::string> lines;
-    std::function<void(const ChatLine&)> hear;
+    // Happens in the middle of each message, when the program lets events run.
+    std::function<void(const std::string& message)> inMessage;
 
 private:
     EventLoop& loop_;
+    ChatLines& hearers_;
 };
 
+// Answers come in order; a question without one is dismissed.
 class ScriptedDialogs : public Dialogs {
 public:
-    void box(const std::string& text) override { boxes.push_back(text); }
+    void titledBox(const std::string& title, const std::string& text) override;
     void stopBox(const std::string& text) override { boxes.push_back(text); }
     bool ask(const std::string& question) override;
+    std::optional<std::string> askText(const TextQuestion& question) override;
+    std::optional<std::string> openFile(const FileQuestion& question) override;
+    std::vector<std::string> openFiles(const FileQuestion& question) override;
+    std::optional<std::string> saveFile(const FileQuestion& question) override;
 
-    std::vector<std::string> boxes;
-    std::vector<bool> answers; // to the questions, in order; No when there are none left
+    std::vector<std::string> boxes;          // and the questions
+    std::vector<std::string> titles;         // of boxes with one of their own, and of dialogs
+    std::deque<std::string> answers;         // "yes" to a question, a text, a path
+    std::function<void()> whileOpen = [] {}; // what happens while one of them is open
+
+private:
+    std::string nextAnswer();
+};
+
+// The tray icon and the popup menu that are there, for choosing from by name.
+class RecordedDesktop : public Desktop {
+public:
+    void addTrayIcon(const TrayIcon& added) override { icon = added; }
+    void removeTrayIcon() override { icon.reset(); }
+    void popUp(const Menu& menu) override { popup = menu; }
+
+    std::optional<TrayIcon> icon;
+    std::optional<Menu> popup;
 };
 
 // Plays without sound on the virtual clock. Lengths are told by the path that was opened;
@@ -94,6 +122,7 @@ public:
     void Pause() override;
     void Stop() override;
     larkspin::PlayState PlayState() override;
+    bool wasGivenUp() override;
     std::string FileName() override { return fileName_; }
     double Duration() override { return duration_; }
     double CurrentPosition() override;
@@ -135,6 +164,7 @@ public:
 class VirtualMachine {
 public:
     VirtualMachine();
+    ~VirtualMachine();
     // In its first run on a playlist of these songs.
     explicit VirtualMachine(const Lines& songs, std::chrono::duration<double> length = 180s);
 
@@ -152,6 +182,9 @@ public:
 
     // The program. Each of these is true while the process lives.
     bool start();
+    bool startOn(Directories& others); // than the machine's own
+    bool restart();
+    bool endProcess(); // by a signal, say
     bool owner(const std::string& line); // the owner says a line, and its effects run
     bool owner(const std::string& line, std::chrono::duration<double> wait);
     bool somebody(const std::string& name, const std::string& line);
@@ -169,37 +202,31 @@ public:
     // All that a line brings about: what is said, then the boxes as "[box] text", a line each.
     std::string answer(const std::string& line);
 
+    // Windows and menus, by name. The window, the control and the entry must exist.
+    Window& window(const std::string& name);
+    bool click(const std::string& window, const std::string& control);
+    bool doubleClick(const std::string& window, const std::string& control);
+    bool chooseFromTray(const std::string& entry);
+    bool chooseFromPopup(const std::string& entry);
+    // How an entry of the tray's menu shows; check marks stand in front as "*".
+    std::string trayEntry(const std::string& entry) const;
+
     TempDirectory disk;
     VirtualLoop loop;
     FaultyFiles files;
     ScriptedDirectories directories;
     ScriptedDialogs dialogs;
-    RecordedRoom room;
+    RecordedDesktop desktop;
+    ChatLines lines{loop};
+    RecordedRoom room{loop, lines};
     SilentPlayer player;
     VirtualProcess process;
     bool fadesWindows = false;
     std::unique_ptr<Program> program; // made at start
-    AppState& state() { return program->state; }
+    AppState& state();
 };
-
-// A talk with the program: what the owner says, one line or each of several; what each of them
-// brings about at once, as `answer` tells it; and how long he then waits.
-struct Turn {
-    using Seconds = std::chrono::duration<double>;
-    Turn(const char* line, std::string said, Seconds time = 0s)
-        : Turn(Lines{line}, std::move(said), time) {}
-    Turn(Lines several, std::string said, Seconds time = 0s)
-        : lines(std::move(several)), answer(std::move(said)), wait(time) {}
-
-    Lines lines;
-    std::string answer;
-    Seconds wait;
-};
-void converse(VirtualMachine& machine, const std::vector<Turn>& turns);
 
 // The message of a styled line in the default style; the line itself in any other.
 std::string messageOf(const std::string& line);
-
-#define EXPECT_SAID(machine, text) EXPECT_EQ((machine).said(), (text))
 
 } // namespace larkspin

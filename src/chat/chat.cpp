@@ -1,0 +1,33 @@
+#include "chat/chat.h"
+
+#include "shell/shell.h"
+
+namespace larkspin {
+
+Chat::Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room)
+    : reply(shell.state, shell.settings, room, dialogs), core{shell.state, shell.settings, loop,
+                                                              dialogs, reply},
+      dispatch(shell.state, room), triggerCommands(core), silentMode(core) {}
+
+void Chat::hear(const ChatLine& line) {
+    NiteScan1.hear(line);
+    NiteScan3.hear(line);
+    NiteScan2.hear(line);
+}
+
+void Chat::loadSilence(const StoredSettings& stored) {
+    loadFlag(core.state.silnt, stored.get("silent"));
+}
+
+void Chat::save(SettingsChanges& changes) const {
+    changes.emplace_back("silent", yesNo(core.state.silnt));
+    changes.emplace_back("trigger", core.state.trigger);
+}
+
+void Chat::stopScanners() {
+    NiteScan1.stopscan();
+    NiteScan2.stopscan();
+    NiteScan3.stopscan();
+}
+
+} // namespace larkspin

@@ -1,0 +1,95 @@
+#include "playback/media_controls.h"
+
+#include "library/adding.h"
+#include "playback/media_window.h"
+#include "playback/transport.h"
+#include "shell/app_state.h"
+#include "shell/desktop.h"
+#include "shell/dialogs.h"
+#include "shell/pause.h"
+#include "shell/splash.h"
+
+namespace larkspin {
+
+std::vector<Control> MediaControls::list() {
+    using Kind = Control::Kind;
+    Window& mp3s = window_.mp3s;
+    return {
+        {.name = "mediaCaption",
+         .place = {0, 0, 4170, 315},
+         .text = [this] { return state_.mediaCaption; },
+         .onDoubleClick = [this] { window_.toggleHeight(); },
+         .onMouseDown = [this, &mp3s] { dragwindow(loop_, mp3s); },
+         .onMouseMove = [this] { hint(resizeHint); }},
+        {.name = "closeButton",
+         .kind = Kind::button,
+         .place = {4170, 0, 330, 315},
+         .spoken = "close",
+         .text = [] { return "  X"; },
+         .onClick = [&mp3s] { mp3s.visible = false; }},
+        {.name = "openButton",
+         .kind = Kind::button,
+         .place = {0, 345, 330, 285},
+         .spoken = "open a media file",
+         .font = {.family = "Webdings"},
+         .foreground = red,
+         .text = [] { return " \u00EA"; }, // a folder in that font
+         .onClick = [this] { openFile(); },
+         .onMouseMove = [this] { hint("  open a media file"); }},
+        {.name = "Command1",
+         .kind = Kind::button,
+         .place = {360, 345, 600, 285},
+         .text = [] { return "file"; },
+         .onClick = [this] { popUpFileMenu(); }},
+        {.name = "fileCountLabel",
+         .place = {990, 345, 3510, 285},
+         .text = [this] { return state_.fileCountLabel; }},
+        {.name = "playlistView",
+         .kind = Kind::list,
+         .place = {0, 660, 4500, 1860},
+         .rows = &state_.playlistView,
+         .selectsMany = true,
+         .onMouseMove = [this] { hint("  [double click or press delete]"); }},
+    };
+}
+
+// In the mini height the title label tells the song instead.
+void MediaControls::hint(std::string_view text) {
+    if (!window_.isMini())
+        state_.mediaCaption = text;
+}
+
+void MediaControls::openFile() {
+    const auto path = dialogs_.openFile(
+        {.title = "Open a media file",
+         .types = {{"media files (*.mid, *.mp3, *.wav, *.wma)", "*.mid;*.mp3;*.wav;*.wma"}}});
+    if (path)
+        transport_.openFromDisk(*path);
+}
+
+void MediaControls::popUpFileMenu() {
+    desktop_.popUp({.name = "filez2", .entries = [this] {
+                        return std::vector<MenuEntry>{{.name = "adstr",
+                                                       .caption = "add string",
+                                                       .action = [this] { addString(); }}};
+                    }});
+}
+
+void MediaControls::addString() {
+    const auto text = dialogs_.askText(
+        {.title = "string adder", .prompt = "what string would you like to add to the playlist?"});
+    if (text)
+        behindSplash([&] { adding_.addString(*text); });
+}
+
+// A long list job: the splash window tells of it in place of the media window.
+void MediaControls::behindSplash(const Task& work) {
+    window_.mp3s.visible = false;
+    splash_.show("adding directory...");
+    Pause{loop_}(0.2);
+    work();
+    splash_.hide();
+    window_.mp3s.visible = true;
+}
+
+} // namespace larkspin

@@ -1,0 +1,44 @@
+// What stands on the media window, so far: the title strip, the playlist, and the buttons that
+// open a file and the file menu.
+#pragma once
+
+#include "chat/core.h"
+#include "shell/window.h"
+
+#include <vector>
+
+namespace larkspin {
+
+class Adding;
+class Desktop;
+class MediaWindow;
+class Splash;
+class Transport;
+
+class MediaControls {
+public:
+    MediaControls(const Core& core, Desktop& desktop, MediaWindow& window, Splash& splash,
+                  Adding& adding, Transport& transport)
+        : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), desktop_(desktop),
+          window_(window), splash_(splash), adding_(adding), transport_(transport) {}
+
+    std::vector<Control> list();
+
+private:
+    void hint(std::string_view text);
+    void openFile();
+    void popUpFileMenu();
+    void addString();
+    void behindSplash(const Task& work);
+
+    AppState& state_;
+    EventLoop& loop_;
+    Dialogs& dialogs_;
+    Desktop& desktop_;
+    MediaWindow& window_;
+    Splash& splash_;
+    Adding& adding_;
+    Transport& transport_;
+};
+
+} // namespace larkspin
