@@ -29,7 +29,7 @@ public:
     void start();
 
     // Save and end the process: the owner's way, and the machine's, which says nothing. While
-    // the program is still starting there is nothing to save but a trigger that it has set.
+    // the settings and lists are being loaded there is nothing to save.
     void exit();
     void end();
 
@@ -61,7 +61,6 @@ private:
     void secondTick();
 
     Phase phase_ = Phase::off;
-    bool hasCountedLoad_ = false;                   // in this start
     std::vector<CommandRow> rows1_, rows2_, rows3_; // what each scanner's lines are tried on
 };
 

@@ -20,7 +20,6 @@ namespace larkspin {
 void Program::start() {
     claimOnlyCopy();
     phase_ = Phase::loading;
-    hasCountedLoad_ = false;
     const Pause pause(machine.loop);
     loadWindows();
     pause(0.1);
@@ -37,7 +36,9 @@ void Program::start() {
     countLoad(loadNumber);
     loadFolders(stored);
     machine.desktop.addTrayIcon(trayIcon(*this));
-    phase_ = Phase::running; // from here on there is something to save
+    // Nothing has been served since the load was counted: an end that comes in from here on saves
+    // the first run's trigger as well, which the next start needs.
+    phase_ = Phase::running;
 
     shell.splash.showStatusLine(false);
     pause(0.1);
@@ -82,7 +83,6 @@ void Program::greet(const std::string& loadNumber) {
 void Program::countLoad(const std::string& loadNumber) {
     shell.state.loads = "load number:  " + loadNumber;
     shell.settings.put("load", numberText(numberOrZero(loadNumber) + 1));
-    hasCountedLoad_ = true;
 }
 
 void Program::loadFolders(const StoredSettings& stored) {
@@ -126,13 +126,9 @@ void Program::exit() {
     end();
 }
 
-// The next start of a run that has counted this one isn't a first run any longer: it has to find
-// the trigger.
 void Program::end() {
     if (phase_ == Phase::running)
         unload();
-    else if (phase_ == Phase::loading && hasCountedLoad_)
-        shell.settings.put("trigger", shell.state.trigger);
     machine.process.end();
 }
 

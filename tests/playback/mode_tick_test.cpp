@@ -130,4 +130,41 @@ TEST(ModeTick, CountsTheFinishedSongAlsoWhenItsSuccessorIsOvertaken) {
     }
 }
 
+// A slow disk, or a command that waits inside the pick.
+TEST(ModeTick, CountsTheFinishedSongOnceHoweverLongThePickTakes) {
+    VirtualMachine machine({"a.mp3", "b.mp3"}, 9.9s);
+    machine.owner("'shuffle");
+    machine.owner("'num 1");
+    machine.loop.once(10s, [&] { machine.loop.waitUntil(machine.loop.now() + 2s); });
+    machine.advance(13s);
+    EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\na.mp3=1\r\n");
+    EXPECT_EQ(machine.setting("played"), "1");
+}
+
+TEST(ModeTick, AnnouncesAnEmptyListInOneBoxHoweverLongItStaysOpen) {
+    VirtualMachine machine({"a.mp3"}, 10s);
+    machine.owner("'shuffle");
+    machine.owner("'num 1");
+    machine.state().silnt = true;
+    machine.forget();
+    clearPlaylist(machine.state());
+    machine.dialogs.whileOpen = [&] { machine.loop.waitUntil(machine.loop.now() + 30s); };
+    machine.advance(60s);
+    EXPECT_EQ(machine.dialogs.boxes, Lines{"no mp3s found, retard"});
+}
+
+TEST(ModeTick, DoesntCountWhatCouldNotBePlayed) {
+    for (const std::string mode : {"", "'repeat", "'shuffle", "'cont"}) {
+        SCOPED_TRACE(mode);
+        VirtualMachine machine({"a.mp3", "b.mp3"});
+        machine.player.lengths.clear();
+        machine.owner(mode);
+        machine.owner("'num 1", 30s);
+        EXPECT_EQ(machine.setting("played"), "");
+        EXPECT_EQ(machine.dataFile("played.ini"), "");
+        const bool goesOn = machine.player.opened.size() > 10;
+        EXPECT_EQ(goesOn, !mode.empty());
+    }
+}
+
 } // namespace larkspin

@@ -119,4 +119,73 @@ TEST(Transport, AStartOvertakenInItsMessageLeavesTheLaterOneAlone) {
     }
 }
 
+// What comes in while a random start picks its song, or while it says its message, wins, and
+// nothing stays of that start.
+TEST(Transport, AnOvertakenRandomStartLeavesNothingBehind) {
+    const struct {
+        const char* first; // as typed; empty for the shuffle's own start at a song's end
+        bool inMessage;
+        const char* second;
+        const char *play, *opened;
+        bool ticks;
+    } cases[] = {
+        {"'rnd", false, "'stop", "a.mp3", "a.mp3", false},
+        {"'rnd", false, "'num 3", "c.mp3", "c.mp3", true},
+        {"'rnd", true, "'stop", "a.mp3", nullptr, false},
+        {"'rnd", true, "'num 3", "c.mp3", "c.mp3", true},
+        {"'rnd b", false, "'stop", "a.mp3", "a.mp3", false},
+        {"'rnd b", false, "'num 3", "c.mp3", "c.mp3", true},
+        {"'rnd b", true, "'stop", "a.mp3", "b.mp3", false},
+        {"", false, "'stop", "a.mp3", "a.mp3", false},
+        {"", false, "'num 3", "c.mp3", "c.mp3", true},
+        {"", true, "'stop", "a.mp3", nullptr, false},
+        {"", true, "'num 3", "c.mp3", "c.mp3", true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.first) + c.second + (c.inMessage ? " in the message" : ""));
+        VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 9.9s);
+        machine.owner("'shuffle");
+        machine.owner("'num 1");
+        const auto overtake = [&] { machine.lines.heard({"Owner", c.second}); };
+        if (c.inMessage)
+            machine.room.inMessage = [&](const std::string& message) {
+                if (message.starts_with("random:"))
+                    overtake();
+            };
+        if (*c.first) {
+            machine.run([&] {
+                machine.loop.post([&] { machine.lines.heard({"Owner", c.first}); });
+                if (!c.inMessage)
+                    machine.loop.post(overtake);
+                machine.loop.serveTurn();
+            });
+        } else {
+            if (!c.inMessage)
+                machine.loop.once(10s, overtake); // the moment of the shuffle's tick
+            machine.advance(10s);
+        }
+        EXPECT_EQ(machine.setting("play"), c.play);
+        if (c.opened) {
+            EXPECT_EQ(machine.player.opened.back(), machine.drive("music/rock/") + "\\" + c.opened);
+        }
+        EXPECT_EQ(machine.player.PlayState() == PlayState::playing, c.ticks);
+        EXPECT_EQ(machine.state().playMark == playingMark, c.ticks);
+        EXPECT_EQ(machine.state().Timer1.enabled(), c.ticks);
+    }
+}
+
+TEST(Transport, AStartThatFailsInsideAnotherOnesMessageDoesntOvertakeIt) {
+    VirtualMachine machine({"a.mp3", "b.mp3"}, 10s);
+    std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
+    machine.owner("'cont");
+    machine.room.inMessage = [&](const std::string& message) {
+        if (message.starts_with("playing:"))
+            machine.lines.heard({"Owner", "'num 2"});
+    };
+    machine.owner("'num 1");
+    EXPECT_EQ(machine.setting("play"), "a.mp3");
+    EXPECT_EQ(machine.state().playMark, playingMark);
+    EXPECT_TRUE(machine.state().Timer1.enabled());
+}
+
 } // namespace larkspin

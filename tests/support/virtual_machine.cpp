@@ -19,6 +19,11 @@ bool FaultyFiles::makeDirectory(const std::string& path) {
     return !full && PosixFiles::makeDirectory(path);
 }
 
+std::optional<DirectoryListing> ScriptedDirectories::list(const std::string& path) {
+    const bool isOther = !behindDrives.empty() && path.ends_with(":\\") && path != "c:\\";
+    return PosixDirectories::list(isOther ? behindDrives : path);
+}
+
 void RecordedRoom::sendChatLine(const std::string& line) {
     if (!open)
         return;

@@ -55,8 +55,10 @@ public:
 class ScriptedDirectories : public PosixDirectories {
 public:
     using PosixDirectories::PosixDirectories;
+    std::optional<DirectoryListing> list(const std::string& path) override;
     std::vector<std::string> drives() override { return driveTexts; }
     std::vector<std::string> driveTexts;
+    std::string behindDrives; // what the roots of drives other than c: show
 };
 
 // What was said in the room. The owner is signed on as "Owner".
@@ -184,7 +186,7 @@ public:
     bool start();
     bool startOn(Directories& others); // than the machine's own
     bool restart();
-    bool endProcess(); // by a signal, say
+    bool endProcess();                   // by a signal, say
     bool owner(const std::string& line); // the owner says a line, and its effects run
     bool owner(const std::string& line, std::chrono::duration<double> wait);
     bool somebody(const std::string& name, const std::string& line);
