@@ -135,8 +135,9 @@ TEST(ModeTick, CountsTheFinishedSongOnceHoweverLongThePickTakes) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 9.9s);
     machine.owner("'shuffle");
     machine.owner("'num 1");
-    machine.loop.once(10s, [&] { machine.loop.waitUntil(machine.loop.now() + 2s); });
-    machine.advance(13s);
+    machine.advance(9.9s);
+    machine.loop.once(100ms, [&] { machine.loop.waitUntil(machine.loop.now() + 2s); });
+    machine.advance(3s);
     EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\na.mp3=1\r\n");
     EXPECT_EQ(machine.setting("played"), "1");
 }
