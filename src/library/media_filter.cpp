@@ -22,6 +22,7 @@ struct Filter {
 };
 
 constexpr Filter filters[] = {
+    // the last one lets all through
     {"mp3", "*.mp3", &AppState::fmp3, "mp3", "fmp3"},
     {"wav", "*.wav", &AppState::fwav, "wav", "fwav"},
     {"wma", "*.wma", &AppState::fwma, "wma", "fwma"},
@@ -56,7 +57,7 @@ bool MediaFilter::apply(std::string_view word) {
 
 void MediaFilter::restorepattern() {
     const Filter* filter = find(state_.mediaFilter);
-    File1_.setPattern(filter ? filter->pattern : find("all types")->pattern);
+    File1_.setPattern(filter ? filter->pattern : std::rbegin(filters)->pattern);
 }
 
 std::vector<MenuEntry> MediaFilter::menu() {

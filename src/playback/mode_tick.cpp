@@ -37,11 +37,9 @@ void ModeTick::followMode() {
     const PlayState now = player_.PlayState();
     if (now == PlayState::playing || now == PlayState::waiting)
         return;
-    if (state_.rep)
-        repeatSong();
-    else if (state_.crand)
+    if (state_.crand && !state_.rep)
         shuffleOn();
-    else if (state_.cintz)
+    else if (state_.cintz && !state_.rep)
         continueOn();
     else
         repeatSong();

@@ -34,7 +34,7 @@ void PlayCounters::countEnd() {
 }
 
 std::string PlayCounters::played() {
-    const std::string played = settings_.yochoose(Choice::played);
+    std::string played = settings_.yochoose(Choice::played);
     state_.mpp = "mp3s played:  " + played;
     return played;
 }

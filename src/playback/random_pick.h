@@ -8,7 +8,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace larkspin {
 
@@ -19,9 +18,9 @@ bool isPickFlag(std::string_view play);
 
 class RandomPick {
 public:
-    RandomPick(const Core& core, Choices& choices, Chance chance)
+    RandomPick(const Core& core, Choices& choices, const Chance& chance)
         : state_(core.state), settings_(core.settings), loop_(core.loop), choices_(choices),
-          chance_(std::move(chance)) {}
+          chance_(chance) {}
 
     // Leaves masterIndex on the picked row and its file name in choiceList as the only entry.
     // Events run at each try. False when there is no row to pick, or when the pick isn't wanted
