@@ -43,6 +43,8 @@ TEST(Shutdown, RestartsWithEverythingAnew) {
     for (const char* line :
          {"'volume 7", "'trig .", ".cont", ".num 1", ".rnd b", ".play ", ".pause"})
         machine.owner(line);
+    machine.state().idleClock.connect(machine.loop, [] {});
+    machine.state().idleClock.enable();
     machine.forget();
     ASSERT_TRUE(machine.restart());
     EXPECT_EQ(machine.allSaid(),
@@ -51,7 +53,10 @@ TEST(Shutdown, RestartsWithEverythingAnew) {
     const AppState& s = machine.state();
     EXPECT_EQ((Lines{s.trigger, s.pauseMark, s.playMark, s.resumeIndex, s.volumeCaption}),
               (Lines{".", "  II", "  l>", "-1", "     volume:  7"}));
-    EXPECT_TRUE(s.cintz && s.playedMemory.empty() && s.choiceList.empty());
+    EXPECT_TRUE(s.cintz);
+    EXPECT_TRUE(s.playedMemory.empty());
+    EXPECT_TRUE(s.choiceList.empty());
+    EXPECT_FALSE(s.idleClock.enabled());
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
     // Each scanner and each timer is there once, and no row is current.
     const int before = std::stoi(s.programSeconds);

@@ -42,12 +42,13 @@ TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
                 lines.push_back((row.behindTrigger ? "'" : "") +
                                 std::string(row.pattern.substr(0, row.pattern.find('*'))) +
                                 argument);
+    std::erase(lines, "'exit");
     for (const std::string& line : lines) {
         SCOPED_TRACE(line.substr(0, 40));
         machine.program->chat.NiteScan2.startscan();
         for (const bool silent : {true, false}) {
             machine.state().silnt = silent;
-            ASSERT_TRUE(line == "'exit" || machine.owner(line, 5s));
+            ASSERT_TRUE(machine.owner(line, 5s));
         }
         machine.state().silnt = false;
         EXPECT_EQ(machine.answer("'trig?"), "your trigger is '");

@@ -60,6 +60,20 @@ TEST(PlaySelection, PicksAmongTheHitsOfASearch) {
     }
 }
 
+// A start by any of them runs the mode tick, and the mark of a pause goes.
+TEST(PlaySelection, GoesOnWithTheModeAndWithoutThePause) {
+    for (const char* line : {"'num 1", "'rnd", "'rnd a", "'play a", "'play", "'next", "'pre"}) {
+        SCOPED_TRACE(line);
+        VirtualMachine machine({"a.mp3"}, 9.9s);
+        machine.owner("'repeat");
+        machine.owner("'num 1");
+        machine.owner("'pause");
+        machine.owner(line);
+        EXPECT_EQ(machine.state().pauseMark, unpausedMark);
+        EXPECT_EQ(machine.saidWithin(10s), Lines{"repeat:  a"});
+    }
+}
+
 TEST(PlaySelection, EmptiesItsMemoryWhenAllHitsHaveBeenMet) {
     VirtualMachine machine({"a1.mp3", "a2.mp3", "b.mp3"});
     AppState& state = machine.state();

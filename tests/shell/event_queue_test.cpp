@@ -34,8 +34,11 @@ TEST_F(EventQueueTest, EqualMomentsFireInTheOrderInWhichTheyWereSet) {
     EXPECT_EQ(after(4s), "xzabcaabca");
     EventQueue queue;
     queue.every(100ms, 0s, logs('.'));
-    EXPECT_TRUE(!queue.runDue(99ms) && queue.runDue(1050ms) && !queue.runDue(1099ms));
-    EXPECT_TRUE(log.ends_with("a.") && queue.nextDue() == 1100ms); // what was missed is not made up
+    EXPECT_FALSE(queue.runDue(99ms));
+    EXPECT_TRUE(queue.runDue(1050ms));
+    EXPECT_FALSE(queue.runDue(1099ms));
+    EXPECT_TRUE(log.ends_with("a.")) << "what was missed is not made up";
+    EXPECT_EQ(queue.nextDue(), Nanoseconds(1100ms));
 }
 
 TEST_F(EventQueueTest, AHandlerThatWaitsIsOvertakenAlsoByItsOwnTimer) {
@@ -73,7 +76,28 @@ TEST_F(EventQueueTest, AFloodNestsToTheLimitAndIsServedInOrder) {
         });
     after(1s);
     EXPECT_EQ(deepest, EventQueue::nestingLimit);
-    EXPECT_TRUE(begun.size() == 200 && std::ranges::is_sorted(begun) && loop.isIdle());
+    EXPECT_EQ(begun.size(), 200u);
+    EXPECT_TRUE(std::ranges::is_sorted(begun));
+    EXPECT_TRUE(loop.isIdle());
+}
+
+TEST_F(EventQueueTest, ATimerForOneTimeFiresOnceUnlessItIsCancelled) {
+    loop.once(1s, logs('a'));
+    const TimerId never = loop.once(1s, logs('b'));
+    loop.once(0s, logs('c'));
+    loop.cancel(never);
+    EXPECT_EQ(after(5s), "ca");
+}
+
+TEST_F(EventQueueTest, WhatIsPostedBeforeTheSleepRunsBeforeIt) {
+    bool changed = true;
+    loop.beforeSleep([&] {
+        log += 'h';
+        if (std::exchange(changed, false))
+            loop.post(logs('p'));
+    });
+    loop.once(1s, logs('t'));
+    EXPECT_EQ(after(1s), "hpht");
 }
 
 } // namespace
