@@ -154,7 +154,7 @@ std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
         {"clearpl", notYet},
         {"clear", notYet},
         {"newpl", notYet},
-        {"times", notYet},
+        {"times", [&p](const auto&) { p.playback.counterCommands.times(); }},
         {"aim?", notYet},
         {"tops", notYet},
         {"top *", notYet},

@@ -14,8 +14,8 @@ constexpr int firstVolume = -500;
 } // namespace
 
 Playback::Playback(const Core& core, const Needs& needs)
-    : sliders(core, needs.player), counters(core, needs.directory), choices(core, needs.NiteScan2),
-      mediaWindow(core, needs.player),
+    : sliders(core, needs.player), counters(core, needs.directory), counterCommands(core, counters),
+      choices(core, needs.NiteScan2), mediaWindow(core, needs.player),
       transport(core, needs.files, needs.player, sliders, counters, mediaWindow, choices),
       modes(core, transport),
       randomPick(core, choices, Chance(static_cast<std::uint64_t>(core.loop.now().count()))),

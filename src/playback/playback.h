@@ -3,6 +3,7 @@
 
 #include "chat/core.h"
 #include "playback/choices.h"
+#include "playback/counter_commands.h"
 #include "playback/media_controls.h"
 #include "playback/media_window.h"
 #include "playback/mode_tick.h"
@@ -33,6 +34,7 @@ struct Playback {
 
     Sliders sliders;
     PlayCounters counters;
+    CounterCommands counterCommands;
     Choices choices;
     MediaWindow mediaWindow;
     Transport transport;
