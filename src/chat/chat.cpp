@@ -7,7 +7,7 @@ namespace larkspin {
 Chat::Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room)
     : reply(shell.state, shell.settings, room, dialogs), core{shell.state, shell.settings, loop,
                                                               dialogs, reply},
-      dispatch(shell.state, room), triggerCommands(core), silentMode(core) {}
+      dispatch(shell.state, room) {}
 
 void Chat::hear(const ChatLine& line) {
     NiteScan1.hear(line);

@@ -22,8 +22,8 @@ struct Chat {
     Core core;
     Dispatch dispatch;
     Scanner NiteScan1, NiteScan2, NiteScan3;
-    TriggerCommands triggerCommands;
-    SilentMode silentMode;
+    TriggerCommands triggerCommands{core};
+    SilentMode silentMode{core};
 
     // Every line goes to each scanner that runs.
     void hear(const ChatLine& line);

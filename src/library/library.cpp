@@ -14,12 +14,6 @@ constexpr std::string_view playlistEnding = ".lkl";
 
 } // namespace
 
-Library::Library(const Core& core, Files& files, Directories& directories,
-                 const DataDirectory& directory)
-    : listers(directories), mediaFilter(core, listers.File1),
-      scan(core.state, listers, core.loop, core.reply), adding(core, directories, scan),
-      core_(core), files_(files), directory_(directory) {}
-
 void Library::load(const StoredSettings& stored) {
     loadPlaylistOf(stored.get("playlist"));
     fillPlaylistMenu();

@@ -17,12 +17,20 @@ class Files;
 
 struct Library {
     Library(const Core& core, Files& files, Directories& directories,
-            const DataDirectory& directory);
+            const DataDirectory& directory)
+        : core_(core), files_(files), directories_(directories), directory_(directory) {}
 
-    Listers listers;
-    MediaFilter mediaFilter;
-    Scan scan;
-    Adding adding;
+private: // what the units are made with
+    Core core_;
+    Files& files_;
+    Directories& directories_;
+    const DataDirectory& directory_;
+
+public:
+    Listers listers{directories_};
+    MediaFilter mediaFilter{core_, listers.File1};
+    Scan scan{core_.state, listers, core_.loop, core_.reply};
+    Adding adding{core_, directories_, scan};
 
     // The playlist of the last run with the menu of all of them, and the media filter.
     void load(const StoredSettings& stored);
@@ -32,10 +40,6 @@ struct Library {
 private:
     void loadPlaylistOf(const std::string& name);
     void fillPlaylistMenu();
-
-    Core core_;
-    Files& files_;
-    const DataDirectory& directory_;
 };
 
 } // namespace larkspin

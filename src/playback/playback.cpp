@@ -13,16 +13,7 @@ constexpr int firstVolume = -500;
 
 } // namespace
 
-Playback::Playback(const Core& core, const Needs& needs)
-    : sliders(core, needs.player), counters(core, needs.directory), counterCommands(core, counters),
-      choices(core, needs.NiteScan2), mediaWindow(core, needs.player),
-      transport(core, needs.files, needs.player, sliders, counters, mediaWindow, choices),
-      modes(core, transport),
-      randomPick(core, choices, Chance(static_cast<std::uint64_t>(core.loop.now().count()))),
-      selection(core, transport, choices, randomPick),
-      modeTick(core, needs.player, transport, counters, randomPick),
-      mediaControls(core, needs.desktop, mediaWindow, needs.splash, needs.adding, transport),
-      core_(core), player_(needs.player) {
+Playback::Playback(const Core& core, const PlaybackNeeds& needs) : core_(core), its_(needs) {
     mediaWindow.mp3s.controls = mediaControls.list();
 }
 
@@ -35,7 +26,7 @@ void Playback::load(const StoredSettings& stored) {
     loadFlag(state.cintz, stored.get("continue"));
     mediaWindow.load(stored);
     counters.show(counters.count(core_.settings.yochoose(Choice::play)));
-    player_.setVolume(firstVolume);
+    its_.player.setVolume(firstVolume);
 }
 
 void Playback::save(SettingsChanges& changes) const {
@@ -59,7 +50,7 @@ void Playback::showPosition() {
 }
 
 bool Playback::isPlaying() {
-    return player_.PlayState() == PlayState::playing;
+    return its_.player.PlayState() == PlayState::playing;
 }
 
 } // namespace larkspin

@@ -19,30 +19,37 @@ namespace larkspin {
 
 class DataDirectory;
 
-struct Playback {
-    // Of the machine and of the floors below, what playback works with beside the core.
-    struct Needs {
-        Files& files;
-        MediaControl& player;
-        Desktop& desktop;
-        const DataDirectory& directory;
-        Splash& splash;
-        Adding& adding;
-        Scanner& NiteScan2;
-    };
-    Playback(const Core& core, const Needs& needs);
+// Of the machine and of the floors below, what playback works with beside the core.
+struct PlaybackNeeds {
+    Files& files;
+    MediaControl& player;
+    Desktop& desktop;
+    const DataDirectory& directory;
+    Splash& splash;
+    Adding& adding;
+    Scanner& NiteScan2;
+};
 
-    Sliders sliders;
-    PlayCounters counters;
-    CounterCommands counterCommands;
-    Choices choices;
-    MediaWindow mediaWindow;
-    Transport transport;
-    PlayModes modes;
-    RandomPick randomPick;
-    PlaySelection selection;
-    ModeTick modeTick;
-    MediaControls mediaControls;
+struct Playback {
+    Playback(const Core& core, const PlaybackNeeds& needs);
+
+private: // what the units are made with
+    Core core_;
+    PlaybackNeeds its_;
+
+public:
+    Sliders sliders{core_, its_.player};
+    PlayCounters counters{core_, its_.directory};
+    CounterCommands counterCommands{core_, counters};
+    Choices choices{core_, its_.NiteScan2};
+    MediaWindow mediaWindow{core_, its_.player};
+    Transport transport{core_, its_.files, its_.player, sliders, counters, mediaWindow, choices};
+    PlayModes modes{core_, transport};
+    RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
+    PlaySelection selection{core_, transport, choices, randomPick};
+    ModeTick modeTick{core_, its_.player, transport, counters, randomPick};
+    MediaControls mediaControls{core_,       its_.desktop, mediaWindow,
+                                its_.splash, its_.adding,  transport};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
@@ -52,10 +59,6 @@ struct Playback {
     void showPosition();
     void checkEnd() { modeTick.checkEndWithoutMode(); }
     bool isPlaying();
-
-private:
-    Core core_;
-    MediaControl& player_;
 };
 
 } // namespace larkspin
