@@ -13,7 +13,7 @@ constexpr int firstVolume = -500;
 
 } // namespace
 
-Playback::Playback(const Core& core, const PlaybackNeeds& needs) : core_(core), its_(needs) {
+Playback::Playback(const Core& core, const PlaybackNeeds& needs) : core_(core), needs_(needs) {
     mediaWindow.mp3s.controls = mediaControls.list();
 }
 
@@ -26,7 +26,7 @@ void Playback::load(const StoredSettings& stored) {
     loadFlag(state.cintz, stored.get("continue"));
     mediaWindow.load(stored);
     counters.show(counters.count(core_.settings.yochoose(Choice::play)));
-    its_.player.setVolume(firstVolume);
+    needs_.player.setVolume(firstVolume);
 }
 
 void Playback::save(SettingsChanges& changes) const {
@@ -50,7 +50,7 @@ void Playback::showPosition() {
 }
 
 bool Playback::isPlaying() {
-    return its_.player.PlayState() == PlayState::playing;
+    return needs_.player.PlayState() == PlayState::playing;
 }
 
 } // namespace larkspin

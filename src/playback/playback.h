@@ -35,21 +35,22 @@ struct Playback {
 
 private: // what the units are made with
     Core core_;
-    PlaybackNeeds its_;
+    PlaybackNeeds needs_;
 
 public:
-    Sliders sliders{core_, its_.player};
-    PlayCounters counters{core_, its_.directory};
+    Sliders sliders{core_, needs_.player};
+    PlayCounters counters{core_, needs_.directory};
     CounterCommands counterCommands{core_, counters};
-    Choices choices{core_, its_.NiteScan2};
-    MediaWindow mediaWindow{core_, its_.player};
-    Transport transport{core_, its_.files, its_.player, sliders, counters, mediaWindow, choices};
+    Choices choices{core_, needs_.NiteScan2};
+    MediaWindow mediaWindow{core_, needs_.player};
+    Transport transport{core_,    needs_.files, needs_.player, sliders,
+                        counters, mediaWindow,  choices};
     PlayModes modes{core_, transport};
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
-    ModeTick modeTick{core_, its_.player, transport, counters, randomPick};
-    MediaControls mediaControls{core_,       its_.desktop, mediaWindow,
-                                its_.splash, its_.adding,  transport};
+    ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
+    MediaControls mediaControls{core_,         needs_.desktop, mediaWindow,
+                                needs_.splash, needs_.adding,  transport};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
