@@ -33,7 +33,8 @@ int loadlines(Files& files, const std::string& path, RowList& list) {
     const auto contents = files.read(path);
     if (!contents)
         return 0;
-    return forEachLine(*contents, [&list](std::string_view line) { list.add(line); });
+    RowWriter rows;
+    return forEachLine(*contents, [&](std::string_view line) { list.add(rows.write(line)); });
 }
 
 void savelines(Files& files, const std::string& path, const RowList& list) {

@@ -6,12 +6,27 @@
 
 namespace larkspin {
 
+namespace {
+
+// Most rows are told by what stands far enough before their bar, and needn't be taken apart.
+bool nameContains(const Row& row, std::string_view folded) {
+    return row.folded().substr(0, longestName(row.bar())).find(folded) != std::string_view::npos &&
+           rowname(row.folded()).find(folded) != std::string_view::npos;
+}
+
+} // namespace
+
 bool addToPlaylist(AppState& state, const Row& row) {
     return state.masterList.add(row) && state.playlistView.add(row);
 }
 
 bool addToPlaylistOnce(AppState& state, const Row& row) {
     return !row.text().empty() && !state.masterList.contains(row) && addToPlaylist(state, row);
+}
+
+void removeFromPlaylist(AppState& state, int index) {
+    state.playlistView.removeAt(index);
+    state.masterList.removeAt(index);
 }
 
 void clearPlaylist(AppState& state) {
@@ -40,17 +55,15 @@ bool searchrows(AppState& state, RowList& list, std::string_view text) {
     state.choiceList.clear();
     const std::string wanted = foldCase(text);
     for (int index = 0; index < list.count(); ++index) {
-        // Most rows don't hold the text anywhere, and needn't be taken apart.
-        const std::string_view folded = list.folded(index);
-        if (folded.find(wanted) == std::string_view::npos ||
-            rowname(folded).find(wanted) == std::string_view::npos)
+        const Row& row = list.share(index);
+        if (!nameContains(row, wanted))
             continue;
         list.setCurrentIndex(index);
-        const std::string_view row = list.row(index);
-        if (isWellFormed(row))
-            state.choiceList.add(list.share(index));
+        const std::string_view line = row.text();
+        if (isWellFormed(line))
+            state.choiceList.add(row);
         else
-            state.choiceList.add(makerow(rowname(row), rowext(row), rowdir(row)));
+            state.choiceList.add(makerow(rowname(line), rowext(line), rowdir(line)));
     }
     return !state.choiceList.empty();
 }

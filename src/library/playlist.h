@@ -18,6 +18,9 @@ bool addToPlaylist(AppState& state, const Row& row);
 // The same, unless the row is there already, compared as a whole without regard to case.
 bool addToPlaylistOnce(AppState& state, const Row& row);
 
+// Takes the row at the index out of both lists; an index outside them does nothing.
+void removeFromPlaylist(AppState& state, int index);
+
 void clearPlaylist(AppState& state);
 
 // The row count on the media window, in the tray menu's entry, and in both.

@@ -30,13 +30,17 @@ std::string rowOfFile(std::string_view fileName, std::string_view directory) {
                    lastCharacters(fileName, extensionLength), directory);
 }
 
+std::size_t longestName(std::size_t bar) {
+    return bar - std::min(bar, betweenNameAndBar);
+}
+
 std::string_view rowname(std::string_view row) {
     const auto bar = row.find('|');
     if (bar == std::string_view::npos)
         return {};
     const std::string_view head = row.substr(0, bar);
     // As a rule characters are bytes here; counting them is the slow way.
-    const auto gapStart = head.size() - std::min(head.size(), betweenNameAndBar);
+    const auto gapStart = longestName(bar);
     if (head.substr(gapStart, gap.size()) == gap)
         return head.substr(0, gapStart);
     return withoutLast(head, betweenNameAndBar);

@@ -1,7 +1,6 @@
 #include "text/row_list.h"
 
 #include "text/fold.h"
-#include "text/prefetch.h"
 
 #include <algorithm>
 #include <iterator>
@@ -13,41 +12,19 @@ namespace {
 
 // Small enough that moving a block's rows aside costs little, large enough that a full list
 // has few blocks.
-constexpr std::size_t blockLimit = 512;
-
-// Rows lie scattered in memory, and most reading is a walk by index: so that it doesn't wait for
-// each row in turn, the one so many places ahead is asked for meanwhile.
-constexpr std::size_t announced = 8;
+constexpr std::size_t blockLimit = 256;
 
 const Row noRow;
 
-void announce(std::string_view text) {
-    constexpr std::size_t cacheLine = 64, worthwhile = 4 * cacheLine;
-    text = text.substr(0, worthwhile);
-    for (std::size_t at = 0; at < text.size(); at += cacheLine)
-        prefetch(text.data() + at);
-}
-
 } // namespace
-
-Row::Row(std::string_view text) {
-    std::string folded = foldCase(text);
-    if (folded == text)
-        folded.clear();
-    textSize_ = static_cast<std::uint32_t>(text.size());
-    foldedSize_ = static_cast<std::uint32_t>(folded.size());
-    auto bytes = std::make_shared_for_overwrite<char[]>(text.size() + folded.size());
-    std::copy(text.begin(), text.end(), std::copy(folded.begin(), folded.end(), bytes.get()));
-    bytes_ = std::move(bytes);
-}
 
 bool RowList::add(Row row) {
     if (full())
         return false;
     if (known_)
-        known_->add(row.folded());
+        known_->insert(row.folded());
     const bool goesLast =
-        order_ == Order::ofAddition || empty() || row.folded() >= blocks_.back().back().folded();
+        order_ == Order::ofAddition || empty() || row.folded() >= blocks_.back().back().row.folded();
     const Place place = goesLast ? placeOf(count_) : placeFor(row);
     if (!goesLast && current_ >= 0 && indexOf(place) <= current_)
         ++current_;
@@ -62,12 +39,12 @@ void RowList::insert(Place place, Row row) {
     const bool atEnd =
         place.block + 1 == blocks_.size() && place.offset == block.size() && !block.empty();
     if (block.size() < blockLimit) {
-        block.insert(block.begin() + static_cast<std::ptrdiff_t>(place.offset), std::move(row));
+        block.insert(block.begin() + static_cast<std::ptrdiff_t>(place.offset), {std::move(row)});
     } else if (atEnd) {
         // Rows that come in order fill their blocks to the brim.
         Block next;
         next.reserve(blockLimit);
-        next.push_back(std::move(row));
+        next.push_back({std::move(row)});
         blocks_.push_back(std::move(next));
     } else {
         Block upper;
@@ -78,7 +55,7 @@ void RowList::insert(Place place, Row row) {
         const bool below = place.offset <= block.size();
         Block& target = below ? block : upper;
         const auto offset = below ? place.offset : place.offset - block.size();
-        target.insert(target.begin() + static_cast<std::ptrdiff_t>(offset), std::move(row));
+        target.insert(target.begin() + static_cast<std::ptrdiff_t>(offset), {std::move(row)});
         blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block) + 1,
                        std::move(upper));
     }
@@ -88,11 +65,12 @@ void RowList::insert(Place place, Row row) {
 }
 
 void RowList::removeAt(int index) {
-    if (index < 0 || index >= count_)
+    if (!isInside(index))
         return;
+    setSelected(index, false);
+    known_.reset();
     const Place place = placeOf(index);
     Block& block = blocks_[place.block];
-    known_.reset();
     block.erase(block.begin() + static_cast<std::ptrdiff_t>(place.offset));
     if (block.empty())
         blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block));
@@ -106,28 +84,39 @@ void RowList::removeAt(int index) {
 }
 
 void RowList::clear() {
-    blocks_.clear();
-    known_.reset();
-    count_ = 0;
-    current_ = -1;
-    lastBlock_ = 0, lastBlockStart_ = 0;
+    *this = RowList(order_);
 }
 
 const Row& RowList::share(int index) const {
-    if (index < 0 || index >= count_)
-        return noRow;
-    const Place place = placeOf(index);
-    return blocks_[place.block][place.offset];
+    return isInside(index) ? slot(index).row : noRow;
 }
 
-std::string_view RowList::read(int index, std::string_view (Row::*part)() const) const {
-    if (index < 0 || index >= count_)
-        return {};
+bool RowList::isSelected(int index) const {
+    return isInside(index) && slot(index).selected;
+}
+
+void RowList::setSelected(int index, bool selected) {
+    if (isSelected(index) == selected || !isInside(index))
+        return;
     const Place place = placeOf(index);
-    const Block& block = blocks_[place.block];
-    if (place.offset + announced < block.size())
-        announce((block[place.offset + announced].*part)());
-    return (block[place.offset].*part)();
+    blocks_[place.block][place.offset].selected = selected;
+    selectedCount_ += selected ? 1 : -1;
+}
+
+void RowList::selectOnly(int index) {
+    if (!isInside(index))
+        return;
+    clearSelection();
+    setSelected(index, true);
+}
+
+void RowList::clearSelection() {
+    if (selectedCount_ == 0)
+        return;
+    for (Block& block : blocks_)
+        for (Slot& slot : block)
+            slot.selected = false;
+    selectedCount_ = 0;
 }
 
 bool RowList::setCurrentIndex(int index) {
@@ -135,6 +124,11 @@ bool RowList::setCurrentIndex(int index) {
         return false;
     current_ = index;
     return true;
+}
+
+const RowList::Slot& RowList::slot(int index) const {
+    const Place place = placeOf(index);
+    return blocks_[place.block][place.offset];
 }
 
 // The place of an index in the list, or behind the last row for the count.
@@ -166,15 +160,15 @@ int RowList::indexOf(Place place) const {
 
 // Behind all rows that don't sort after this one; the list isn't empty.
 RowList::Place RowList::placeFor(const Row& row) const {
-    const auto after = [](const Row& text, const Row& other) {
-        return text.folded() < other.folded();
+    const auto after = [](std::string_view folded, const Slot& slot) {
+        return folded < slot.row.folded();
     };
-    const auto block =
-        std::partition_point(blocks_.begin(), blocks_.end(),
-                             [&](const Block& candidate) { return !after(row, candidate.back()); });
+    const auto block = std::partition_point(
+        blocks_.begin(), blocks_.end(),
+        [&](const Block& candidate) { return !after(row.folded(), candidate.back()); });
     if (block == blocks_.end())
         return placeOf(count_);
-    const auto place = std::upper_bound(block->begin(), block->end(), row, after);
+    const auto place = std::upper_bound(block->begin(), block->end(), row.folded(), after);
     return {static_cast<std::size_t>(block - blocks_.begin()),
             static_cast<std::size_t>(place - block->begin())};
 }
@@ -184,26 +178,31 @@ bool RowList::contains(std::string_view text) const {
 }
 
 bool RowList::containsFolded(std::string_view folded) const {
-    if (order_ == Order::sorted) {
-        const auto before = [](const Row& row, std::string_view text) {
-            return row.folded() < text;
-        };
-        const auto block =
-            std::partition_point(blocks_.begin(), blocks_.end(), [&](const Block& candidate) {
-                return before(candidate.back(), folded);
-            });
-        if (block == blocks_.end())
-            return false;
-        const auto found = std::lower_bound(block->begin(), block->end(), folded, before);
-        return found->folded() == folded;
-    }
+    return order_ == Order::sorted ? sortedContains(folded) : known().contains(folded);
+}
+
+bool RowList::sortedContains(std::string_view folded) const {
+    const auto before = [](const Slot& slot, std::string_view text) {
+        return slot.row.folded() < text;
+    };
+    const auto block =
+        std::partition_point(blocks_.begin(), blocks_.end(), [&](const Block& candidate) {
+            return before(candidate.back(), folded);
+        });
+    if (block == blocks_.end())
+        return false;
+    const auto found = std::lower_bound(block->begin(), block->end(), folded, before);
+    return found->row.folded() == folded;
+}
+
+const RowList::FoldedTexts& RowList::known() const {
     if (!known_) {
         known_.emplace();
         for (const Block& block : blocks_)
-            for (const Row& row : block)
-                known_->add(row.folded());
+            for (const Slot& slot : block)
+                known_->insert(slot.row.folded());
     }
-    return known_->contains(folded);
+    return *known_;
 }
 
 } // namespace larkspin

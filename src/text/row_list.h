@@ -2,40 +2,24 @@
 //
 // Indexes count from 0. A list holds at most 32,767 rows, so that an index fits 16 bits; an
 // addition past that is refused. A sorted list places each row by its folded text, ascending,
-// behind rows that fold to the same. The current index is the list's own selection: it stays
-// with its row when others come or go before it, and is -1 when there is none.
+// behind rows that fold to the same.
+//
+// The current index and the selection, of any number of rows, are independent of each other. Both
+// stay with their rows when others come or go before them, and leave with them. The current index
+// is -1 when there is none.
 //
 // Rows are shared, not copied: the same row in several lists is held once. They stand in
 // blocks of bounded size, so that adding, removing and reading stay cheap at any length.
 #pragma once
 
-#include "text/fingerprint_set.h"
+#include "text/row.h"
 
-#include <cstdint>
-#include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace larkspin {
-
-// The text of one row with its folded form. Copies share the text, which never changes.
-class Row {
-public:
-    Row() = default; // an empty row
-    explicit Row(std::string_view text);
-
-    std::string_view text() const { return {bytes_.get() + foldedSize_, textSize_}; }
-    std::string_view folded() const {
-        return {bytes_.get(), foldedSize_ == 0 ? textSize_ : foldedSize_};
-    }
-
-private:
-    std::shared_ptr<const char[]> bytes_; // the folded form, and behind it the text
-    std::uint32_t textSize_ = 0;
-    std::uint32_t foldedSize_ = 0; // 0 where folding changes nothing: the text is there once
-};
 
 class RowList {
 public:
@@ -58,8 +42,8 @@ public:
 
     // Outside the list: an empty text. A view ends with the next change of the list; a shared
     // row doesn't.
-    std::string_view row(int index) const { return read(index, &Row::text); }
-    std::string_view folded(int index) const { return read(index, &Row::folded); }
+    std::string_view row(int index) const { return share(index).text(); }
+    std::string_view folded(int index) const { return share(index).folded(); }
     const Row& share(int index) const;
 
     int currentIndex() const { return current_; }
@@ -67,37 +51,53 @@ public:
     bool setCurrentIndex(int index);
     std::string_view currentRow() const { return row(current_); }
 
+    // Setting does nothing outside the list.
+    bool isSelected(int index) const;
+    void setSelected(int index, bool selected);
+    void selectOnly(int index);
+    void clearSelection();
+    int selectedCount() const { return selectedCount_; }
+
     // Whether a row equals the whole text, without regard to case.
     bool contains(std::string_view text) const;
     bool contains(const Row& row) const { return containsFolded(row.folded()); }
     bool containsFolded(std::string_view folded) const; // for a text that is folded already
 
 private:
-    using Block = std::vector<Row>;
+    struct Slot {
+        Row row;
+        bool selected = false;
+    };
+    using Block = std::vector<Slot>;
     struct Place {
         std::size_t block;
         std::size_t offset;
     };
+    using FoldedTexts = std::unordered_set<std::string_view>; // of rows in the list
 
-    std::string_view read(int index, std::string_view (Row::*part)() const) const;
+    bool isInside(int index) const { return index >= 0 && index < count_; }
+    const Slot& slot(int index) const; // of an index inside the list
     Place placeOf(int index) const;
     Place placeFor(const Row& row) const;
     int indexOf(Place place) const;
     void insert(Place place, Row row);
+    bool sortedContains(std::string_view folded) const;
+    const FoldedTexts& known() const;
 
     Order order_;
     std::vector<Block> blocks_; // none of them empty
     int count_ = 0;
     int current_ = -1;
+    int selectedCount_ = 0;
 
     // The block that was read last and the index of its first row: a walk by index needs no
     // search. Counts from the front again after a change.
     mutable std::size_t lastBlock_ = 0;
     mutable int lastBlockStart_ = 0;
 
-    // For contains() on an unsorted list: its folded texts. Made when first asked for, kept up to
-    // date by additions, and made anew after a removal.
-    mutable std::optional<FingerprintSet> known_;
+    // For contains() on an unsorted list. Made when first asked for, kept up to date by
+    // additions, and made anew after a removal.
+    mutable std::optional<FoldedTexts> known_;
 };
 
 } // namespace larkspin
