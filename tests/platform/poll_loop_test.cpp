@@ -3,6 +3,7 @@
 
 #include <csignal>
 #include <ctime>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -92,6 +93,32 @@ TEST_F(PollLoopTest, AFloodOfInputNestsNoDeeperThanTheLimit) {
     EXPECT_TRUE(waitUntilTrue([&] { return seen == 300; }));
     EXPECT_LE(deepest, EventQueue::nestingLimit);
     EXPECT_GT(deepest, 2);
+}
+
+TEST_F(PollLoopTest, TellsWhenAPipeTakesBytesAgainAlsoDeepInNestedHandlers) {
+    ::fcntl(pipe[1], F_SETFL, O_NONBLOCK);
+    const std::string full(1 << 20, 'x');
+    EXPECT_GT(::write(pipe[1], full.data(), full.size()), 0);
+    bool told = false;
+    loop.watchWritable(pipe[1], [&] {
+        told = true;
+        loop.unwatchWritable(pipe[1]);
+    });
+    loop.waitUntil(loop.now() + 5ms);
+    EXPECT_FALSE(told);
+    int depth = 0;
+    const std::function<void()> nest = [&] {
+        if (++depth < EventQueue::nestingLimit) {
+            loop.post(nest);
+        } else {
+            std::string read(full.size(), ' ');
+            EXPECT_GT(::read(pipe[0], read.data(), read.size()), 0);
+        }
+        loop.waitFor([&] { return told; }, loop.now() + 5s);
+    };
+    loop.post(nest);
+    EXPECT_TRUE(waitUntilTrue([&] { return told; }));
+    EXPECT_EQ(depth, EventQueue::nestingLimit);
 }
 
 TEST_F(PollLoopTest, SignalsComeAsEvents) {

@@ -51,6 +51,14 @@ void PollLoop::unwatch(int descriptor) {
     watched_.erase(descriptor);
 }
 
+void PollLoop::watchWritable(int descriptor, Task writable) {
+    watchedWritable_[descriptor] = std::make_shared<const Task>(std::move(writable));
+}
+
+void PollLoop::unwatchWritable(int descriptor) {
+    watchedWritable_.erase(descriptor);
+}
+
 void PollLoop::onSignals(std::initializer_list<int> signals, Task task) {
     sigset_t set;
     sigemptyset(&set);
@@ -97,9 +105,11 @@ void PollLoop::turn(Nanoseconds latest) {
     pollDescriptors(wake == forever ? forever : std::max(wake, moment) - moment);
 }
 
-// Nested too deep, descriptors wait like all events.
+// Nested too deep, what can be read waits like all events.
 void PollLoop::pollDescriptors(Nanoseconds timeout) {
     std::vector<pollfd> polled;
+    for (const auto& entry : watchedWritable_)
+        polled.push_back({entry.first, POLLOUT, 0});
     if (queue_.canNest())
         for (const auto& entry : watched_)
             polled.push_back({entry.first, POLLIN, 0});
@@ -112,11 +122,16 @@ void PollLoop::pollDescriptors(Nanoseconds timeout) {
     for (const pollfd& descriptor : polled) {
         if (descriptor.revents == 0)
             continue;
-        const auto found = watched_.find(descriptor.fd);
-        if (found == watched_.end())
+        const bool toWrite = descriptor.events == POLLOUT;
+        const Watches& watches = toWrite ? watchedWritable_ : watched_;
+        const auto found = watches.find(descriptor.fd);
+        if (found == watches.end())
             continue; // an earlier handler of this turn has unwatched it
         const auto task = found->second;
-        queue_.runNested(*task);
+        if (toWrite)
+            (*task)();
+        else
+            queue_.runNested(*task);
     }
 }
 

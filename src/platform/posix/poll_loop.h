@@ -38,6 +38,11 @@ public:
     void watch(int descriptor, Task readable);
     void unwatch(int descriptor);
 
+    // The same for a descriptor that takes bytes again, or whose reader is gone. It is served
+    // however deep handlers are nested, so that the task must not wait.
+    void watchWritable(int descriptor, Task writable);
+    void unwatchWritable(int descriptor);
+
     // From now on these signals reach the task as events instead of their usual effect. Call it
     // before other threads start, so that they leave the signals alone as well.
     void onSignals(std::initializer_list<int> signals, Task task);
@@ -47,12 +52,14 @@ public:
     void waitFor(const std::function<bool()>& condition, Nanoseconds latest);
 
 private:
+    // Shared, since a handler may unwatch its own descriptor while it runs.
+    using Watches = std::map<int, std::shared_ptr<const Task>>;
+
     void turn(Nanoseconds latest);
     void pollDescriptors(Nanoseconds timeout);
 
     EventQueue queue_;
-    // Shared, since a handler may unwatch its own descriptor while it runs.
-    std::map<int, std::shared_ptr<const Task>> watched_;
+    Watches watched_, watchedWritable_;
     std::vector<int> signals_; // descriptors
     Nanoseconds polledAt_{};
 };
