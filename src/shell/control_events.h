@@ -1,0 +1,58 @@
+// What the owner's hand does to a described control: one place for all that show windows, so that a
+// press means the same on a desktop, in a terminal and in a test.
+//
+// Controls are told by window and name, rows count from 0. Each call is true when it reached the
+// control; with nothing there to reach (no such control, one that isn't shown, another kind, a row
+// outside its list) nothing happens. An event that the control has no use for reaches it without
+// effect. Handlers may wait, close the window, change its rows or its controls: nothing is held
+// across one, and what belongs to the same gesture behind it is left out when it has lost its aim.
+#pragma once
+
+#include "shell/window.h"
+
+#include <string>
+#include <vector>
+
+namespace larkspin {
+
+// Visible, and not cut off by the window's edge: a window that has been made small shows only what
+// lies within.
+bool isOnWindow(const Window& window, const Control& control);
+
+// The same on a window that is visible itself.
+bool isShown(const Window& window, const Control& control);
+
+// A row of a list or combo that nothing is pressed on.
+inline constexpr int noRow = -1;
+
+// The button going down on the control: its mouse-down event, and in a list the row under the mouse
+// becomes current and the only one selected.
+bool mouseDown(Window& window, const std::string& control, int row = noRow);
+
+// Down and up again: a click behind the mouse-down. A list takes one on a row only; in a combo it
+// takes the row.
+bool press(Window& window, const std::string& control, int row = noRow);
+
+// A press, and the double click behind it.
+bool pressTwice(Window& window, const std::string& control, int row = noRow);
+
+// Selects these rows of a list and no others; the last of them becomes current. A list that doesn't
+// select many takes one row. To the list it is a click.
+bool selectRows(Window& window, const std::string& control, const std::vector<int>& rows);
+
+bool pressKey(Window& window, const std::string& control, Key key);
+
+// The mouse moving over the control.
+bool hover(Window& window, const std::string& control);
+
+// Moves a slider; a value outside its range moves it to the nearer end. Where it stands already
+// nothing happens.
+bool moveSlider(Window& window, const std::string& control, int value);
+
+// Takes a row of a combo.
+bool chooseRow(Window& window, const std::string& control, int row);
+
+// Makes a text field read this.
+bool editText(Window& window, const std::string& control, const std::string& text);
+
+} // namespace larkspin

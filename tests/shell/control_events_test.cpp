@@ -1,0 +1,140 @@
+// What the owner's hand does to a described control.
+#include "shell/control_events.h"
+
+#include "text/row_list.h"
+
+#include <gtest/gtest.h>
+#include <utility>
+
+namespace larkspin {
+namespace {
+
+using Kind = Control::Kind;
+
+class ControlEventsTest : public testing::Test {
+protected:
+    ControlEventsTest() {
+        for (const char* row : {"one", "two", "three"})
+            rows.add(row);
+        window.name = "toy";
+        window.place = {0, 0, 1000, 500};
+        window.visible = true;
+        window.controls = {
+            logged({.name = "button", .kind = Kind::button}),
+            logged({.name = "list", .kind = Kind::list, .rows = &rows, .selectsMany = true}),
+            logged({.name = "combo", .kind = Kind::combo, .rows = &rows}),
+            logged({.name = "slider", .kind = Kind::slider, .least = -10, .most = 10}),
+            logged({.name = "field", .kind = Kind::textField}),
+            {.name = "still"},
+            logged({.name = "below", .place = {0, 500, 100, 100}}),
+        };
+        window.control("slider").value = [this] { return value; };
+    }
+
+    Control logged(Control control) {
+        control.onMouseDown = [this] { log += "down "; };
+        control.onClick = [this] { log += "click" + std::to_string(rows.currentIndex()) + ' '; };
+        control.onDoubleClick = [this] { log += "double "; };
+        control.onMouseMove = [this] { log += "move "; };
+        control.onKey = [this](Key key) { log += key == Key::del ? "delete " : "key "; };
+        control.onChange = [this](int now) { log += std::to_string(value = now) + ' '; };
+        control.onEdit = [this](const std::string& text) { log += text + ' '; };
+        return control;
+    }
+    // What reached the handlers, or that nothing was reached.
+    std::string after(bool reached) {
+        return reached ? std::exchange(log, {}) : "nothing" + std::exchange(log, {});
+    }
+
+    RowList rows;
+    Window window;
+    std::string log;
+    int value = 0;
+};
+
+TEST_F(ControlEventsTest, EachGestureCallsWhatItMeans) {
+    EXPECT_EQ(after(mouseDown(window, "button")), "down ");
+    EXPECT_EQ(after(press(window, "button")), "down click-1 ");
+    EXPECT_EQ(after(pressTwice(window, "button")), "down click-1 double ");
+    EXPECT_EQ(after(press(window, "list", 1)), "down click1 ");
+    EXPECT_EQ(after(pressTwice(window, "list", 2)), "down click2 double ");
+    EXPECT_EQ(after(selectRows(window, "list", {2, 0})), "click0 ");
+    EXPECT_EQ(after(chooseRow(window, "combo", 1)), "click1 ");
+    EXPECT_EQ(after(press(window, "combo", 2)), "click2 ");
+    EXPECT_EQ(after(pressKey(window, "list", Key::del)), "delete ");
+    EXPECT_EQ(after(hover(window, "button")), "move ");
+    EXPECT_EQ(after(editText(window, "field", "words")), "words ");
+    EXPECT_EQ(after(press(window, "still")), "");
+    EXPECT_EQ(after(hover(window, "still")), "");
+}
+
+TEST_F(ControlEventsTest, SelectsTheRowsThatArePressed) {
+    press(window, "list", 1);
+    EXPECT_TRUE(rows.isSelected(1));
+    selectRows(window, "list", {2, 0});
+    EXPECT_TRUE(rows.isSelected(0));
+    EXPECT_FALSE(rows.isSelected(1));
+    EXPECT_TRUE(rows.isSelected(2));
+    EXPECT_EQ(rows.currentIndex(), 0);
+    pressTwice(window, "list", 2);
+    EXPECT_EQ(rows.selectedCount(), 1);
+    EXPECT_TRUE(rows.isSelected(2));
+}
+
+TEST_F(ControlEventsTest, ASliderStaysInItsRangeAndIsQuietWhereItStands) {
+    EXPECT_EQ(after(moveSlider(window, "slider", 7)), "7 ");
+    EXPECT_EQ(after(moveSlider(window, "slider", 7)), "");
+    EXPECT_EQ(after(moveSlider(window, "slider", 1000)), "10 ");
+    EXPECT_EQ(after(moveSlider(window, "slider", -1000)), "-10 ");
+}
+
+TEST_F(ControlEventsTest, NothingIsReachedWhereThereIsNothing) {
+    EXPECT_EQ(after(press(window, "gone")), "nothing");
+    EXPECT_EQ(after(press(window, "Button")), "nothing");
+    EXPECT_EQ(after(press(window, "below")), "nothing");
+    EXPECT_EQ(after(press(window, "button", 0)), "nothing");
+    EXPECT_EQ(after(editText(window, "button", "words")), "nothing");
+    EXPECT_EQ(after(moveSlider(window, "button", 1)), "nothing");
+    EXPECT_EQ(after(selectRows(window, "list", {})), "nothing");
+    for (const int outside : {-1, 3}) {
+        EXPECT_EQ(after(press(window, "list", outside)), "nothing");
+        EXPECT_EQ(after(selectRows(window, "list", {0, outside})), "nothing");
+        EXPECT_EQ(after(chooseRow(window, "combo", outside)), "nothing");
+    }
+    window.control("list").selectsMany = false;
+    EXPECT_EQ(after(selectRows(window, "list", {0, 1})), "nothing");
+    EXPECT_EQ(rows.currentIndex(), -1);
+
+    window.control("button").visible = false;
+    EXPECT_EQ(after(press(window, "button")), "nothing");
+    window.visible = false;
+    EXPECT_EQ(after(pressKey(window, "list", Key::del)), "nothing");
+    EXPECT_EQ(after(hover(window, "still")), "nothing");
+}
+
+// Each handler here does away with what comes behind it.
+TEST_F(ControlEventsTest, AGestureEndsWhenItHasLostItsAim) {
+    window.control("list").onMouseDown = [this] { rows.clear(); };
+    EXPECT_EQ(after(pressTwice(window, "list", 2)), "");
+    rows.add("one");
+    window.control("list").onMouseDown = [this] { window.visible = false; };
+    EXPECT_EQ(after(press(window, "list", 0)), "");
+    EXPECT_EQ(rows.currentIndex(), -1);
+    window.visible = true;
+    window.control("button").onClick = [this] {
+        window.controls.clear();
+        log += "cleared";
+    };
+    EXPECT_EQ(after(pressTwice(window, "button")), "down cleared");
+}
+
+TEST_F(ControlEventsTest, AWindowIsLetGoWhenTheButtonIsUp) {
+    window.control("still").onMouseDown = [this] { window.dragged = true; };
+    mouseDown(window, "still");
+    EXPECT_TRUE(window.dragged);
+    press(window, "still");
+    EXPECT_FALSE(window.dragged);
+}
+
+} // namespace
+} // namespace larkspin
