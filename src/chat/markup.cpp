@@ -1,0 +1,156 @@
+#include "chat/markup.h"
+
+#include "text/fold.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace larkspin {
+
+namespace {
+
+// Finds where tags end, for openings that are asked about from left to right. A bracket inside
+// quotation marks closes nothing, and quotation marks count from the opening on: so it is the next
+// bracket with an even number of them in between. There is a cursor for either parity, and none
+// ever goes back.
+class TagEnds {
+public:
+    explicit TagEnds(std::string_view line) : line_(line) {}
+
+    // One past the closing bracket; nothing where none closes the tag.
+    std::optional<std::size_t> endOf(std::size_t opening) {
+        for (; counted_ < opening; ++counted_)
+            quotedAtOpening_ ^= line_[counted_] == '"';
+        Cursor& cursor = cursors_[quotedAtOpening_ ? 1 : 0];
+        while (cursor.at < line_.size() && (cursor.at <= opening || line_[cursor.at] != '>' ||
+                                            cursor.quoted != quotedAtOpening_)) {
+            cursor.quoted ^= line_[cursor.at] == '"';
+            ++cursor.at;
+        }
+        if (cursor.at == line_.size())
+            return std::nullopt;
+        return cursor.at + 1;
+    }
+
+private:
+    struct Cursor {
+        std::size_t at = 0;
+        bool quoted = false; // an odd number of marks stands before it
+    };
+
+    std::string_view line_;
+    std::size_t counted_ = 0;
+    bool quotedAtOpening_ = false;
+    Cursor cursors_[2];
+};
+
+bool isBlank(char byte) {
+    return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
+}
+
+struct Attribute {
+    std::string_view name, value;
+};
+
+// Takes the next `name=value` off the front; without a name there is none left.
+Attribute takeAttribute(std::string_view& text) {
+    const auto take = [&text](auto&& ends) {
+        const auto end = std::find_if(text.begin(), text.end(), ends);
+        const std::string_view taken = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+        text.remove_prefix(taken.size());
+        return taken;
+    };
+    take([](char byte) { return !isBlank(byte); });
+    Attribute attribute{take([](char byte) { return byte == '=' || isBlank(byte); }), {}};
+    if (!text.starts_with('='))
+        return attribute;
+    text.remove_prefix(1);
+    if (!text.starts_with('"')) {
+        attribute.value = take(isBlank);
+        return attribute;
+    }
+    text.remove_prefix(1);
+    attribute.value = take([](char byte) { return byte == '"'; });
+    text.remove_prefix(text.empty() ? 0 : 1);
+    return attribute;
+}
+
+// Of "#0066BB"; what isn't six digits behind the mark is no colour.
+std::optional<std::uint32_t> colorOf(std::string_view text) {
+    constexpr std::size_t size = 7;
+    std::uint32_t rgb = 0;
+    if (text.size() != size || text[0] != '#' ||
+        std::from_chars(text.data() + 1, text.data() + size, rgb, 16).ptr != text.data() + size)
+        return std::nullopt;
+    return rgb;
+}
+
+void applyFont(MarkupStyle& style, std::string_view attributes) {
+    while (!attributes.empty()) {
+        const Attribute attribute = takeAttribute(attributes);
+        if (equalFolded(attribute.name, "color"))
+            style.color = colorOf(attribute.value);
+        else if (equalFolded(attribute.name, "face"))
+            style.face = attribute.value;
+        else if (attribute.name.empty() && attribute.value.empty())
+            return;
+    }
+}
+
+// What stands between the brackets of a tag. False when it is none of the client's.
+bool applyTag(MarkupStyle& style, std::string_view tag) {
+    constexpr std::string_view font = "font ";
+    if (equalFolded(tag.substr(0, font.size()), font)) {
+        applyFont(style, tag.substr(font.size()));
+        return true;
+    }
+    constexpr std::size_t longestName = 5;
+    if (tag.size() > longestName)
+        return false;
+    const bool opens = !tag.starts_with('/');
+    const std::string name = foldCase(opens ? tag : tag.substr(1));
+    if (name == "html") {
+        if (!opens)
+            style = {};
+        return true;
+    }
+    if (name == "b")
+        style.bold = opens;
+    else if (name == "u")
+        style.underlined = opens;
+    else if (name == "i")
+        style.italic = opens;
+    else if (name == "font" && !opens)
+        style.color.reset(), style.face = {};
+    else
+        return false;
+    return true;
+}
+
+} // namespace
+
+std::vector<MarkupPiece> readMarkup(std::string_view line) {
+    std::vector<MarkupPiece> pieces;
+    MarkupStyle style;
+    TagEnds ends(line);
+    std::size_t begun = 0; // of the piece that is being read
+    const auto endPiece = [&](std::size_t end) {
+        if (end > begun)
+            pieces.push_back({line.substr(begun, end - begun), style});
+    };
+    for (std::size_t at = line.find('<'); at != std::string_view::npos; at = line.find('<', at)) {
+        const auto end = ends.endOf(at);
+        MarkupStyle changed = style;
+        if (!end || !applyTag(changed, line.substr(at + 1, *end - at - 2))) {
+            ++at;
+            continue;
+        }
+        endPiece(at);
+        style = changed;
+        at = begun = *end;
+    }
+    endPiece(line.size());
+    return pieces;
+}
+
+} // namespace larkspin

@@ -1,0 +1,30 @@
+// The markup of the chat client that lines are said in: bold, underline, italics, font and colour.
+// A room or a window that shows a line reads it here into pieces of plain text with a style each.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+struct MarkupStyle {
+    bool bold = false, underlined = false, italic = false;
+    std::optional<std::uint32_t> color = {}; // 0xRRGGBB; nothing for the reader's own
+    std::string_view face = {};              // of the font; blank for the reader's own
+
+    bool operator==(const MarkupStyle&) const = default;
+};
+
+struct MarkupPiece {
+    std::string_view text; // never empty
+    MarkupStyle style;
+};
+
+// The text without its tags, in order. What is no tag of the client's stays in the text as it is:
+// "<3", a tag of another kind, one that nobody closes. The pieces are views into the line. Takes
+// time in proportion to the line's length, whatever it holds.
+std::vector<MarkupPiece> readMarkup(std::string_view line);
+
+} // namespace larkspin
