@@ -14,9 +14,11 @@ using namespace larkspin;
 
 int main() {
     PollLoop loop;
-    Terminal terminal(loop, loginName());
+    ChatLines lines(loop);
     PosixFiles files;
     PosixDirectories directories;
+    Terminal terminal(loop, lines, loginName(),
+                      [&](std::string_view typed) { return directories.drivePath(typed); });
     GstMediaControl player(loop, {}, [&](const std::string& line) { terminal.screen.note(line); });
     PosixProcess process(userLockFile());
     process.beforeEnd([&] { terminal.close(); });
@@ -25,14 +27,15 @@ int main() {
                      .files = files,
                      .directories = directories,
                      .dialogs = terminal.dialogs,
+                     .desktop = terminal.desktop,
                      .room = terminal.room,
+                     .lines = lines,
                      .player = player,
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = false});
     loop.onSignals({SIGTERM, SIGHUP, SIGINT}, [&] { program.end(); });
-    terminal.room.connect([&](const ChatLine& line) { program.hear(line); });
     program.start();
-    terminal.open([&] { program.end(); });
+    terminal.open(program.windows(), [&] { program.end(); });
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

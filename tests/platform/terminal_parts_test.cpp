@@ -1,61 +1,60 @@
-// The parts of the terminal front end on pipes: lines in turn or at once, questions, markup.
+// The parts of the terminal front end on pipes: lines in turn or at once, questions, windows and
+// menus worked by name.
+#include "chat/own_room.h"
 #include "platform/terminal/line_reader.h"
-#include "platform/terminal/markup.h"
+#include "platform/terminal/terminal_commands.h"
+#include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_dialogs.h"
 #include "platform/terminal/terminal_screen.h"
+#include "support/pipe.h"
+#include "text/row_list.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
-#include <unistd.h>
-#include <utility>
 
 namespace larkspin {
 namespace {
 
 using namespace std::chrono_literals;
+using Kind = Control::Kind;
 
-struct Pipe {
-    Pipe() { EXPECT_EQ(::pipe(ends), 0); }
-    ~Pipe() {
-        ::close(ends[0]);
-        closeIn();
-    }
-    void closeIn() { ::close(std::exchange(ends[1], -1)); }
-    int ends[2]{};
-};
+std::string slashes(std::string_view typed) {
+    std::string path(typed);
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path.starts_with('\\') ? "c:" + path : path;
+}
 
 class TypedLinesTest : public testing::TestWithParam<Nanoseconds> {
 protected:
-    void type(const std::string& text) {
-        EXPECT_EQ(::write(in.ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
-    }
-    std::string shown() {
-        char bytes[1000];
-        const ssize_t count = ::read(out.ends[0], bytes, sizeof bytes);
-        return {bytes, static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
-    }
+    void type(const std::string& text) { EXPECT_TRUE(in.write(text)); }
     void open() {
-        input.open(
-            [this](const std::string& line) {
-                log += line + "(";
-                if (line == "wait")
-                    loop.waitUntil(loop.now() + 100ms);
-                if (line == "ask")
-                    log += dialogs.ask("sure?\nreally?") ? "yes" : "no";
-                log += ")";
-            },
-            [this] { log += "end"; });
+        input.open({.actsAtOnce = [](const std::string& line) { return line.starts_with('/'); },
+                    .take = [this](const std::string& line) { take(line); },
+                    .ended = [this] { log += "end"; }});
+    }
+    void take(const std::string& line) {
+        log += line + "(";
+        if (line == "wait")
+            loop.waitUntil(loop.now() + 100ms);
+        if (line.ends_with("ask"))
+            log += dialogs.ask("sure?\nreally?") ? "yes" : "no";
+        if (line == "/cut")
+            input.cut();
+        log += ")";
     }
     void runToEnd() {
         loop.waitFor([this] { return log.find("end") != std::string::npos; }, loop.now() + 5s);
     }
+    bool isScript() const { return GetParam() == TerminalInput::never; }
 
     Pipe in, out;
     PollLoop loop;
     std::string log;
+    QueuedOutput output{loop, out.in()};
     TerminalInput input{loop, GetParam()};
-    LineReader reader{loop, input, in.ends[0]};
-    TerminalScreen screen{out.ends[1], TerminalScreen::Form::protocol};
-    TerminalDialogs dialogs{screen, input};
+    LineReader reader{loop, input, in.out()};
+    TerminalScreen screen{output, output, TerminalScreen::Form::protocol};
+    TerminalDialogs dialogs{screen, input, slashes};
 };
 
 INSTANTIATE_TEST_SUITE_P(, TypedLinesTest, testing::Values(TerminalInput::never, 5ms),
@@ -70,38 +69,286 @@ TEST_P(TypedLinesTest, ComeInTurnOrInTheMiddleOfOthers) {
     EXPECT_EQ(log, "");
     open();
     runToEnd();
-    EXPECT_EQ(log, GetParam() == TerminalInput::never ? "early()wait()next()()last()end"
-                                                      : "early()wait(next()()last()end)");
+    EXPECT_EQ(log,
+              isScript() ? "early()wait()next()()last()end" : "early()wait(next()()last()end)");
+}
+
+TEST_P(TypedLinesTest, ThoseForTheTerminalWaitForNoneAtWork) {
+    open();
+    type("wait\n/a\nlast\n");
+    in.closeIn();
+    runToEnd();
+    EXPECT_EQ(log, isScript() ? "wait(/a())last()end" : "wait(/a()last()end)");
 }
 
 TEST_P(TypedLinesTest, AnswerAQuestionInTheMiddleOfALine) {
     open();
-    type("ask\nYes!\nask\nsomething else\nask\n");
+    type("ask\nYes!\nask\nsomething else\n/ask\n/a\nyes\nask\n");
     in.closeIn();
     runToEnd();
-    EXPECT_EQ(log, "ask(yes)ask(no)ask(no)end");
-    EXPECT_EQ(shown(), "[ask] sure?\\nreally?\n[ask] sure?\\nreally?\n[ask] sure?\\nreally?\n");
+    EXPECT_EQ(log, "ask(yes)ask(no)/ask(/a()yes)ask(no)end");
+    EXPECT_TRUE(out.readNow().starts_with("[ask] sure?\\nreally?\n[ask] sure?\\nreally?\n"));
 }
 
-TEST(Markup, BecomesWhatATerminalShows) {
-    const struct {
-        std::string_view text, shown;
-    } cases[] = {
-        {"plain <3 a<b and >", "plain <3 a<b and >"},
-        {"<b>a</b> <U>b</U> <i>c</i>", "\x1b[1ma\x1b[22m \x1b[4mb\x1b[24m \x1b[3mc\x1b[23m"},
-        {"</html><font face=\"a > b\" color=#5083a9>x", "\x1b[0m\x1b[38;2;80;131;169mx"},
-        {"<font face=\" \" color=#>x</font>", "\x1b[39mx\x1b[39m"},
-        {"<font color=#12345>x<font color=#12345G>y", "\x1b[39mx\x1b[39my"},
-        {"<font face=\"open>x", "<font face=\"open>x"},
-        {"<br>", "<br>"},
-        {"one\ntwo", "one\ntwo"},
-        {"\x1b]0;title\x07 \x7f \u009b31m \xff", "\uFFFD]0;title\uFFFD \uFFFD \uFFFD31m \uFFFD"},
-        {"what\uF03F \uF03Cb> \uF00A", "what? <b> \uF00A"},
-    };
-    for (const auto& [text, shown] : cases) {
-        SCOPED_TRACE(text);
-        EXPECT_EQ(shownMarkup(text), std::string(shown) + "\x1b[0m");
+TEST_P(TypedLinesTest, TheEndTakesAwayWhatIsLeftAndAnyQuestion) {
+    open();
+    type("ask\n/cut\nmore\n");
+    runToEnd();
+    EXPECT_EQ(log, "ask(/cut()no)end");
+}
+
+TEST_P(TypedLinesTest, AreHeldBackUntilAMoment) {
+    const auto moment = loop.now() + 30ms;
+    input.holdUntil([moment] { return moment; });
+    open();
+    type("one\n");
+    loop.waitFor([this] { return !log.empty(); }, loop.now() + 5s);
+    EXPECT_GE(loop.now(), moment);
+}
+
+class DialogsTest : public TypedLinesTest {};
+INSTANTIATE_TEST_SUITE_P(, DialogsTest, testing::Values(TerminalInput::never));
+
+TEST_P(DialogsTest, ShowBoxesWithATitleOfTheirOwn) {
+    dialogs.box("one\r\ntwo");
+    dialogs.titledBox("news", "three");
+    dialogs.stopBox("four");
+    EXPECT_EQ(out.readNow(), "[box] one\\r\\ntwo\n[box] news: three\n[stop] four\n");
+}
+
+TEST_P(DialogsTest, TakeTexts) {
+    type("a text \n\n");
+    EXPECT_EQ(dialogs.askText({"larkspin", "name?", "old"}), "a text ");
+    EXPECT_EQ(dialogs.askText({"count", "how many?"}), std::nullopt);
+    EXPECT_EQ(out.readNow(), "[input] name? (old)\n[input] count: how many? ()\n");
+}
+
+TEST_P(DialogsTest, TakePathsAndAnEmptyLineDismissesThem) {
+    const FileQuestion open{"Open it"}, save{.title = "Save it", .directory = "c:\\lists"};
+    type(" /home/a | b.mp3 \nb.lkl\n\n \nd:\\x\n/a/b| c:\\d |\n\n");
+    EXPECT_EQ(dialogs.openFile(open), "c:\\home\\a | b.mp3");
+    EXPECT_EQ(dialogs.saveFile(save), "c:\\lists\\b.lkl");
+    EXPECT_EQ(dialogs.openFile(open), std::nullopt);
+    EXPECT_EQ(dialogs.saveFile(save), std::nullopt);
+    EXPECT_EQ(dialogs.saveFile(save), "d:\\x");
+    EXPECT_EQ(dialogs.openFiles(open), (std::vector<std::string>{"c:\\a\\b", "c:\\d"}));
+    EXPECT_EQ(dialogs.openFiles(open), std::vector<std::string>());
+    EXPECT_TRUE(out.readNow().starts_with("[open] Open it\n[save] Save it\n"));
+}
+
+// A toy program: a window with one control of each kind, a tray icon, and a popup.
+class TerminalCommandsTest : public testing::Test {
+protected:
+    TerminalCommandsTest() {
+        for (int number = 1; number <= 45; ++number)
+            rows.add("row " + std::to_string(number));
+        for (const char* face : {"arial", "12", "webdings"})
+            faces.add(face);
+        toy.name = "Toy";
+        toy.visible = true;
+        toy.controls = {
+            {.name = "title",
+             .text = [] { return std::string("  a\ntitle"); },
+             .onDoubleClick = [this] { log += "resized "; }},
+            {.name = "close",
+             .kind = Kind::button,
+             .spoken = "close",
+             .text = [] { return std::string("  X"); },
+             .onClick = [this] { toy.visible = false; }},
+            {.name = "list",
+             .kind = Kind::list,
+             .rows = &rows,
+             .selectsMany = true,
+             .onClick = [this] { log += "at " + std::to_string(rows.currentIndex()) + ' '; },
+             .onDoubleClick = [this] { log += "played "; },
+             .onMouseMove = [this] { log += "hint "; },
+             .onKey = [this](Key key) { log += key == Key::del ? "delete " : "key "; }},
+            {.name = "faces", .kind = Kind::combo, .rows = &faces},
+            {.name = "volume",
+             .kind = Kind::slider,
+             .value = [this] { return volume; },
+             .most = 100,
+             .onChange = [this](int value) { volume = value; }},
+            {.name = "words",
+             .kind = Kind::textField,
+             .text = [this] { return words; },
+             .onEdit = [this](const std::string& text) { words = text; }},
+            {.name = "color", .kind = Kind::swatch, .background = 0x332211},
+            {.name = "secret", .visible = false},
+        };
+        other.name = "other";
+        commands.connect({&toy, &other}, [this] { log += "quit "; });
+        lines.connect(
+            [this](const ChatLine& line) { log += line.speaker + '=' + line.text + ' '; });
     }
+    // What it prints.
+    std::string run(const std::string& line) {
+        commands.run(line);
+        return out.readNow();
+    }
+    // What it does.
+    std::string effect(const std::string& line) {
+        run(line);
+        return std::exchange(log, {});
+    }
+    static std::vector<MenuEntry> menuOf(std::string& log) {
+        return {{.name = "what", .caption = "played 3 times"},
+                separator("a"),
+                {.name = "more",
+                 .caption = "more",
+                 .children = {{.name = "on",
+                               .caption = "switch",
+                               .action = [&log] { log += "switched "; },
+                               .checked = true}},
+                 .isSubmenu = true}};
+    }
+
+    Pipe out;
+    PollLoop loop;
+    QueuedOutput output{loop, out.in()};
+    TerminalScreen screen{output, output, TerminalScreen::Form::protocol};
+    ChatLines lines{loop};
+    OwnRoom room{lines, "jo",
+                 [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); }};
+    TerminalDesktop desktop{screen};
+    TerminalCommands commands{screen, desktop, room};
+    Window toy, other;
+    RowList rows, faces;
+    int volume = 50;
+    std::string words = "old", log;
+};
+
+TEST_F(TerminalCommandsTest, KnowsItsWordsFromOtherLines) {
+    for (const char* line : {"/show", "/SHOW x", "/quit"})
+        EXPECT_TRUE(TerminalCommands::knows(line)) << line;
+    for (const char* line : {"/shows", "/", "/ show", "show", "", "//show", "/1"})
+        EXPECT_FALSE(TerminalCommands::knows(line)) << line;
+    EXPECT_TRUE(TerminalCommands::isMeantForIt("/shows"));
+    EXPECT_FALSE(TerminalCommands::isMeantForIt("/1"));
+    EXPECT_EQ(run("/shows x"), "[terminal] /shows is unknown, /help tells what there is\n");
+    EXPECT_TRUE(run("/help").find("[terminal] /set WINDOW.CONTROL VALUE") != std::string::npos);
+}
+
+TEST_F(TerminalCommandsTest, PrintsWindowsAPageAtATime) {
+    EXPECT_EQ(run("/windows"), "[window] Toy\n[window] other (hidden)\n");
+    EXPECT_EQ(run("/show other"), "[window] other (hidden)\n");
+    EXPECT_EQ(run("/show other 2"), "[terminal] other has one page\n");
+    rows.setCurrentIndex(44);
+    rows.setSelected(43, true);
+    const std::string first = run("/show toy");
+    EXPECT_TRUE(first.starts_with("[window] Toy\n"
+                                  "[window] Toy.title: label \"  a\\ntitle\"\n"
+                                  "[window] Toy.close: button \"  X\" (close)\n"
+                                  "[window] Toy.list: list, 45 rows, page 1 of 3\n"
+                                  "[window]       1 row 1\n"))
+        << first;
+    EXPECT_TRUE(first.ends_with("[window]      20 row 20\n"
+                                "[window] Toy.faces: combo, 3 rows\n"
+                                "[window]       1 arial\n"
+                                "[window]       2 12\n"
+                                "[window]       3 webdings\n"
+                                "[window] Toy.volume: slider 50 (0 to 100)\n"
+                                "[window] Toy.words: text field \"old\"\n"
+                                "[window] Toy.color: swatch #112233\n"))
+        << first;
+    const std::string last = run("/show toy 3");
+    EXPECT_TRUE(last.starts_with("[window] Toy.list: list, 45 rows, page 3 of 3\n"
+                                 "[window]      41 row 41\n"))
+        << last;
+    EXPECT_NE(last.find("[window]  *   44 row 44\n[window] >    45 row 45\n"), std::string::npos)
+        << last;
+}
+
+TEST_F(TerminalCommandsTest, WorksControls) {
+    EXPECT_EQ(effect("/double toy.TITLE"), "resized ");
+    EXPECT_EQ(effect("/click toy.list 3"), "at 2 ");
+    EXPECT_EQ(effect("/double toy.list"), "at 2 played ");
+    EXPECT_EQ(effect("/select toy.list 1 44-45 7"), "at 6 ");
+    EXPECT_EQ(effect("/key toy.list Delete"), "delete ");
+    EXPECT_EQ(effect("/hover toy.list"), "hint ");
+    run("/set toy.volume 200");
+    EXPECT_EQ(volume, 100);
+    run("/set toy.words  two words ");
+    EXPECT_EQ(words, " two words ");
+    run("/set toy.words ");
+    EXPECT_EQ(words, "");
+    run("/set toy.faces Webdings");
+    EXPECT_EQ(faces.currentIndex(), 2);
+    run("/set toy.faces 1");
+    EXPECT_EQ(faces.currentIndex(), 0);
+    run("/set toy.faces 12"); // a row that reads so
+    EXPECT_EQ(faces.currentIndex(), 1);
+    run("/click toy.close");
+    EXPECT_FALSE(toy.visible);
+}
+
+TEST_F(TerminalCommandsTest, TellsWhatCantBeDone) {
+    const struct {
+        std::string_view line, told;
+    } cases[] = {
+        {"/show", "/show WINDOW [PAGE]"},
+        {"/show toy 0", "/show WINDOW [PAGE]"},
+        {"/show nothing", "there is no window nothing"},
+        {"/click toy", "Toy has no control "},
+        {"/click toy.x", "Toy has no control x"},
+        {"/click toy.secret", "Toy.secret is hidden"},
+        {"/click other.x", "other has no control x"},
+        {"/click toy.list", "no row of Toy.list is current: which one?"},
+        {"/click toy.list 46", "Toy.list has the rows 1 to 45"},
+        {"/click toy.list 0", "Toy.list has the rows 1 to 45"},
+        {"/click toy.list -1", "Toy.list has the rows 1 to 45"},
+        {"/click toy.list 99999999999", "Toy.list has the rows 1 to 45"},
+        {"/click toy.title 1", "Toy.title has no rows"},
+        {"/click toy.list 1 2", "/click WINDOW.CONTROL [ROW]"},
+        {"/select toy.list", "/select WINDOW.CONTROL ROW..."},
+        {"/select toy.list 1-", "Toy.list has the rows 1 to 45"},
+        {"/select toy.list 3-1", "/select WINDOW.CONTROL ROW..."},
+        {"/select toy.faces 1", "Toy.faces is no list"},
+        {"/key toy.list x", "/key WINDOW.CONTROL delete|enter|escape"},
+        {"/set toy.volume loud", "Toy.volume takes a number"},
+        {"/set toy.volume", "/set WINDOW.CONTROL VALUE"},
+        {"/set toy.title x", "Toy.title has no value to set"},
+        {"/set toy.faces x", "Toy.faces has the rows 1 to 3"},
+        {"/choose what", "no menu is open"},
+        {"/menu", "there is no tray icon"},
+        {"/tray", "there is no tray icon"},
+        {"/as bob", "/as NAME TEXT"},
+        {"/now", "/now LINE"},
+    };
+    for (const auto& [line, told] : cases) {
+        SCOPED_TRACE(line);
+        EXPECT_EQ(run(std::string(line)), "[terminal] " + std::string(told) + '\n');
+    }
+    EXPECT_EQ(log, "");
+    toy.visible = false;
+    EXPECT_EQ(run("/click toy.close"), "[terminal] Toy is hidden\n");
+}
+
+TEST_F(TerminalCommandsTest, PrintsMenusAndChoosesFromThem) {
+    desktop.addTrayIcon({.menu = {"file", [this] { return menuOf(log); }},
+                         .onDoubleClick = [this] { log += "shown "; }});
+    EXPECT_EQ(run("/menu"), "[menu] file\n[menu]   what: played 3 times\n[menu]   a: -\n"
+                            "[menu]   more: more\n[menu]     on: switch (checked)\n");
+    EXPECT_EQ(run("/menu more"), "[menu] more: more\n[menu]   on: switch (checked)\n");
+    EXPECT_EQ(run("/menu of"), "[terminal] the menu has no entry of\n");
+    EXPECT_EQ(run("/menu what"), "");
+    EXPECT_EQ(effect("/menu ON"), "switched ");
+    EXPECT_EQ(effect("/tray"), "shown ");
+
+    desktop.popUp({"lists", [this] { return menuOf(log); }});
+    EXPECT_TRUE(out.readNow().starts_with("[menu] lists\n[menu]   what:"));
+    EXPECT_EQ(effect("/choose more"), "");
+    EXPECT_EQ(effect("/choose on"), "switched ");
+    EXPECT_EQ(run("/choose on"), "[terminal] no menu is open\n");
+    desktop.removeTrayIcon();
+    EXPECT_EQ(run("/menu on"), "[terminal] there is no tray icon\n");
+}
+
+TEST_F(TerminalCommandsTest, SaysLinesAtOnceAndForOthers) {
+    EXPECT_EQ(effect("/now  'stop /x"), "jo= 'stop /x ");
+    EXPECT_EQ(run("/as bob  hi"), "bob:  hi\n");
+    EXPECT_EQ(std::exchange(log, {}), "bob= hi ");
+    EXPECT_EQ(effect("/quit"), "quit ");
 }
 
 } // namespace

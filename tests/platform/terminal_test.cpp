@@ -77,11 +77,13 @@ TEST_F(TerminalTest, SpeaksTheProtocolAndSavesAtTheEndOfTheInput) {
                   "bob: 'exit\n" + line("half a line"));
     EXPECT_EQ(setting("volume"), "30");
 
-    EXPECT_EQ(output("'silent\n'trig?\n/as \n/as bob\n/quit\n'volume 99\n"),
+    EXPECT_EQ(output("'silent\n'trig?\n/as bob\n/bob\n/ x\n/quit\n'volume 99\n"),
               styled("larkspin player - by moraine") +
                   styled("load:  <b>2</b> - mp3s played:  <b>0</b>") + line("'silent") +
                   styled("silent mode - <b>on") + line("'trig?") + "[box] your trigger is '\n" +
-                  line("/as ") + line("/as bob"));
+                  "[terminal] /as NAME TEXT\n"
+                  "[terminal] /bob is unknown, /help tells what there is\n" +
+                  line("/ x"));
     EXPECT_EQ(setting("volume"), "30");
     EXPECT_EQ(setting("silent"), "yes");
     EXPECT_EQ(setting("load"), "3");
@@ -166,10 +168,10 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     EXPECT_TRUE(child->shows("load:  \x1b[1m1\x1b[22m", patience));
     child->write("'trug?\x7f\x7f\x7fig?\n"); // corrected while typing
     EXPECT_TRUE(child->shows("\x1b[38;2;80;131;169m'\u00AClks - \x1b[38;2;0;102;187myour trigger "
-                             "is '\x1b[22m",
+                             "is '",
                              patience));
     child->write("/as bob <b>hi</b> <3 \x16\x1b[31m\n");
-    EXPECT_TRUE(child->shows("bob: \x1b[0m\x1b[1mhi\x1b[22m <3 \uFFFD[31m\x1b[0m\r\n", patience));
+    EXPECT_TRUE(child->shows("bob: \x1b[1mhi\x1b[22m <3 \uFFFD[31m\x1b[0m\r\n", patience));
     child->write("\x1b"); // begins a key whose rest doesn't come
     child->rest(100ms);
     child->write("'volume 12\n\x1b[A");
@@ -178,6 +180,80 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     child->write("\x15\x04");                          // the line away, then the end
     EXPECT_EQ(child->ends(patience), 0);
     EXPECT_EQ(setting("volume"), "12");
+}
+
+TEST_F(TerminalTest, WorksWindowsMenusAndDialogs) {
+    std::filesystem::create_directory(disk.path() / "Music");
+    ASSERT_TRUE(makeSong(disk.path() / "Music" / "one.wav", 60));
+    const auto child = running();
+    child->tell("/tray\n/windows\n/show mp3s\n/menu");
+    EXPECT_TRUE(child->says("[window] mp3s", patience));
+    EXPECT_TRUE(child->says("[window] mp3s.mediaCaption: label", patience));
+    EXPECT_TRUE(child->says("[menu] file", patience));
+    child->tell("/menu epver\n/menu fmid\n/menu mfilt");
+    EXPECT_TRUE(child->says("[menu]   fmid: midi (checked)", patience));
+    child->tell("/click mp3s.openButton\n/windows"); // the question is open meanwhile
+    EXPECT_TRUE(child->says("[open] Open a media file", patience));
+    EXPECT_TRUE(child->says("[window] mp3s", patience));
+    child->tell("~/Music/one.wav");
+    EXPECT_TRUE(child->says("playing:  one", patience));
+    child->tell("/click mp3s.closeButton\n/windows");
+    EXPECT_TRUE(child->says("[window] mp3s (hidden)", patience));
+}
+
+TEST_F(TerminalTest, EndsAndSavesAlthoughNobodyReads) {
+    const auto child = running();
+    child->tell("'volume 33");
+    for (int line = 0; line < 1000; ++line)
+        child->tell("'trig?");
+    EXPECT_GT(child->jams(patience), 60'000); // nearly all that a pipe holds
+    ::kill(child->id(), SIGTERM);
+    EXPECT_EQ(child->ends(3s), 0);
+    EXPECT_EQ(setting("volume"), "33");
+}
+
+TEST_F(TerminalTest, EndsAndSavesOnATerminalThatHasBeenStopped) {
+    const auto child = startOnTerminal();
+    EXPECT_TRUE(child->shows("load:", patience));
+    letFinish(*child);
+    child->rest(100ms);
+    child->write("\x13'volume 35\n/help\n");
+    EXPECT_EQ(child->rest(300ms), "");
+    ::kill(child->id(), SIGTERM);
+    EXPECT_EQ(child->ends(3s), 0);
+    EXPECT_EQ(setting("volume"), "35");
+}
+
+TEST_F(TerminalTest, NoKeyDoesHarm) {
+    const auto child = startOnTerminal();
+    EXPECT_TRUE(child->shows("load:", patience));
+    child->write("\x1bx\"\n");
+    EXPECT_TRUE(child->shows(owner + ": ", patience));
+    for (int byte = 1; byte < 256; ++byte) {
+        if (byte == 3 || byte == 4 || byte == 19 || byte == 26 || byte == 28)
+            continue; // they end, or stop, the program
+        const char key = static_cast<char>(byte);
+        child->write(std::string("ab \x01") + key + "\x1b" + key + "12\x1b[" + key + "\x18" + key);
+    }
+    child->rest(100ms);
+    child->write("\x15\n'trig?\n");
+    EXPECT_TRUE(child->shows("your trigger is", patience));
+    child->write(std::string(100'000, 'x') + "\n");
+    EXPECT_TRUE(child->shows("xxx", patience));
+    child->write("'volume 3\n");
+    EXPECT_TRUE(child->shows("volume set", patience));
+}
+
+TEST_F(TerminalTest, BelievesInNoTerminalOfAnySize) {
+    const auto child = startOnTerminal();
+    EXPECT_TRUE(child->shows("load:", patience));
+    child->resize(65535, 65535);
+    child->write("'trig?\n");
+    EXPECT_TRUE(child->shows("your trigger is", patience));
+    child->resize(0, 0);
+    child->write("'volume 3\n");
+    EXPECT_TRUE(child->shows("volume set", patience));
+    EXPECT_LT(child->mostMemory(), 400'000); // KB; the sanitizers take most of it
 }
 
 TEST_F(TerminalTest, SavesWhenItsTerminalIsClosed) {

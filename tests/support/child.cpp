@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/ioctl.h>
@@ -161,6 +162,11 @@ void Child::hangUp() {
     input_ = output_ = -1;
 }
 
+void Child::resize(unsigned short rows, unsigned short columns) {
+    const winsize size{rows, columns, 0, 0};
+    ::ioctl(output_, TIOCSWINSZ, &size);
+}
+
 // It may have to say something before it takes more.
 void Child::write(std::string_view bytes) {
     ::fcntl(input_, F_SETFL, O_NONBLOCK);
@@ -192,6 +198,27 @@ bool Child::readMore(std::chrono::steady_clock::time_point until) {
     if (got > 0)
         unread_.append(bytes, static_cast<std::size_t>(got));
     return got > 0;
+}
+
+int Child::jams(std::chrono::milliseconds within) const {
+    constexpr auto quiet = std::chrono::milliseconds(200);
+    const auto until = std::chrono::steady_clock::now() + within;
+    int waiting = 0, before = -1;
+    while (::ioctl(output_, FIONREAD, &waiting) == 0 && (waiting == 0 || waiting != before) &&
+           std::chrono::steady_clock::now() < until) {
+        before = waiting;
+        std::this_thread::sleep_for(quiet);
+    }
+    return waiting;
+}
+
+long Child::mostMemory() const {
+    std::ifstream status("/proc/" + std::to_string(id_) + "/status");
+    long size = 0;
+    for (std::string word; status >> word;)
+        if (word == "VmHWM:" && status >> size)
+            return size;
+    return 0;
 }
 
 bool Child::says(std::string_view text, std::chrono::milliseconds within) {

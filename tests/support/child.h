@@ -32,7 +32,8 @@ public:
     void tell(const std::string& line) { write(line + '\n'); }
     void write(std::string_view bytes);
     void endInput();
-    void hangUp(); // closes its terminal
+    void hangUp();                                            // closes its terminal
+    void resize(unsigned short rows, unsigned short columns); // of its terminal
 
     // Reads on until a line holds the text; what is read is gone. False when that takes too
     // long or it has ended.
@@ -45,7 +46,12 @@ public:
     // The exit status, once it has ended; nothing when that takes too long or a signal ended it.
     std::optional<int> ends(std::chrono::milliseconds within);
 
+    // Waits until its output, of which nobody reads any, comes to a halt. How many bytes stand
+    // there.
+    int jams(std::chrono::milliseconds within) const;
+
     pid_t id() const { return id_; }
+    long mostMemory() const; // KB that it has held at once; 0 when it has ended
 
 private:
     Child(pid_t id, int input, int output) : id_(id), input_(input), output_(output) {}

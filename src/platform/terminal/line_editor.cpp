@@ -1,177 +1,134 @@
 #include "platform/terminal/line_editor.h"
 
-#include <clocale>
-#include <cstdio>
-#include <cstdlib>
-#include <cwchar>
-#include <histedit.h>
-#include <poll.h>
-#include <string_view>
-#include <sys/ioctl.h>
-#include <termios.h>
+#include "platform/terminal/typed_keys.h"
+
+#include <cerrno>
 #include <unistd.h>
+#include <utility>
 
 namespace larkspin {
 
 namespace {
 
-constexpr int historySize = 500;
-constexpr const char* eraseLine = "\r\x1b[J"; // and all below it
-constexpr int sequenceTimeout = 50;           // milliseconds, for the rest of what a key sends
+using namespace std::chrono_literals;
 
-// One character of those that a key sends. The rest of a key may never come: a lone escape, or
-// half a character. Waiting for it would halt the program.
-int readCharacter(EditLine*, wchar_t* character) {
-    std::mbstate_t state{};
-    for (;;) {
-        pollfd readable{STDIN_FILENO, POLLIN, 0};
-        char byte = 0;
-        if (::poll(&readable, 1, sequenceTimeout) <= 0 || ::read(STDIN_FILENO, &byte, 1) != 1)
-            return 0;
-        const std::size_t length = std::mbrtowc(character, &byte, 1, &state);
-        if (length == static_cast<std::size_t>(-2))
-            continue;
-        if (length == static_cast<std::size_t>(-1))
-            *character = L'\uFFFD';
-        return 1;
-    }
-}
-
-std::size_t shownWidth(std::string_view text) {
-    std::size_t width = 0;
-    std::mbstate_t state{};
-    while (!text.empty()) {
-        wchar_t character = 0;
-        const std::size_t length = std::mbrtowc(&character, text.data(), text.size(), &state);
-        if (length == 0 || length > text.size())
-            return width + text.size();
-        const int columns = ::wcwidth(character);
-        width += columns > 0 ? static_cast<std::size_t>(columns) : 0;
-        text.remove_prefix(length);
-    }
-    return width;
-}
-
-std::size_t terminalWidth() {
-    winsize size{};
-    return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
-}
+constexpr auto sequenceTimeout = 50ms; // for the rest of what a key sends
+constexpr std::string_view endKey = "\x04", asItIsKey = "\x16", beep = "\a";
 
 } // namespace
 
-struct LineEditor::Library {
-    explicit Library(std::string p)
-        : prompt(std::move(p)), edit(el_init("larkspin", stdin, stdout, stderr)),
-          history(history_init()) {
-        HistEvent event;
-        ::history(history, &event, H_SETSIZE, historySize);
-        ::history(history, &event, H_SETUNIQUE, 1);
-        el_set(edit, EL_CLIENTDATA, this);
-        el_set(edit, EL_PROMPT, &promptOf);
-        el_set(edit, EL_EDITOR, "emacs");
-        el_set(edit, EL_HIST, ::history, history);
-        el_set(edit, EL_GETCFN, &readCharacter);
-        el_set(edit, EL_BIND, "\\e[1~", "ed-move-to-beg", nullptr);
-        el_set(edit, EL_BIND, "\\e[4~", "ed-move-to-end", nullptr);
-        el_set(edit, EL_BIND, "\\e[3~", "ed-delete-next-char", nullptr);
-    }
-    ~Library() {
-        history_end(history);
-        el_end(edit);
-    }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
+std::unique_ptr<LineEditor> LineEditor::open(PollLoop& loop, TerminalInput& input,
+                                             QueuedOutput& output, const std::string& prompt) {
+    auto library =
+        EditLibrary::open(prompt, [&output](std::string_view bytes) { output.putPassing(bytes); });
+    if (!library)
+        return nullptr;
+    return std::unique_ptr<LineEditor>(new LineEditor(loop, input, output, std::move(library)));
+}
 
-    static char* promptOf(EditLine* edit) {
-        Library* library = nullptr;
-        el_get(edit, EL_CLIENTDATA, &library);
-        return library->prompt.data();
-    }
-
-    std::string prompt;
-    EditLine* edit;
-    ::History* history;
-};
-
-LineEditor::LineEditor(PollLoop& loop, TerminalInput& input, std::string prompt)
-    : loop_(loop), input_(input), library_(std::make_unique<Library>(std::move(prompt))) {
-    prepare();
-    loop_.watch(STDIN_FILENO, [this] { keyPressed(); });
+LineEditor::LineEditor(PollLoop& loop, TerminalInput& input, QueuedOutput& output,
+                       std::unique_ptr<EditLibrary> library)
+    : loop_(loop), input_(input), output_(output), library_(std::move(library)) {
+    library_->begin();
+    loop_.watch(STDIN_FILENO, [this] { bytesCame(); });
 }
 
 LineEditor::~LineEditor() {
     close();
 }
 
-// Puts the terminal into the mode for single keys and shows the prompt with an empty line.
-void LineEditor::prepare() {
-    el_set(library_->edit, EL_UNBUFFERED, 0);
-    el_set(library_->edit, EL_UNBUFFERED, 1);
-}
-
-void LineEditor::keyPressed() {
-    int count = 0;
-    const char* const bytes = el_gets(library_->edit, &count);
-    const std::string_view typed(bytes ? bytes : "",
-                                 bytes && count > 0 ? static_cast<std::size_t>(count) : 0);
-    pollfd readable{STDIN_FILENO, POLLIN, 0};
-    const bool isGone = ::poll(&readable, 1, 0) > 0 && (readable.revents & POLLHUP);
-    constexpr std::string_view endKey = "\x04";
-    if (typed == endKey || isGone) {
+// A terminal whose other end has gone reads as ended or fails.
+void LineEditor::bytesCame() {
+    char bytes[4096];
+    const ssize_t count = ::read(STDIN_FILENO, bytes, sizeof bytes);
+    if (count < 0 && (errno == EINTR || errno == EAGAIN))
+        return;
+    if (count <= 0) {
         close();
         input_.end();
         return;
     }
-    if (!typed.ends_with('\n') && !typed.ends_with('\r'))
-        return;
-    const std::string line(typed.substr(0, typed.size() - 1));
-    if (!line.empty()) {
-        HistEvent event;
-        ::history(library_->history, &event, H_ENTER, line.c_str());
+    bytes_.append(bytes, static_cast<std::size_t>(count));
+    takeKeys();
+    loop_.cancel(std::exchange(incomplete_, TimerId::none));
+    if (isOpen_ && !bytes_.empty())
+        incomplete_ = loop_.once(sequenceTimeout, [this] {
+            incomplete_ = TimerId::none;
+            take(std::exchange(bytes_, {}));
+        });
+}
+
+// Characters that come together, as in a line that is pasted, are typed together.
+void LineEditor::takeKeys() {
+    std::string_view left = bytes_;
+    while (isOpen_ && !left.empty()) {
+        std::size_t length = takesNextAsItIs_ ? 0 : plainLength(left);
+        if (length > 0) {
+            if (!library_->insert(left.substr(0, length)))
+                output_.putPassing(beep);
+        } else {
+            // As it is, an escape opens no longer key.
+            length = takesNextAsItIs_ && left[0] == '\x1b' ? 1 : keyLength(left);
+            if (length == 0)
+                break;
+            take(left.substr(0, length));
+        }
+        left.remove_prefix(length);
     }
-    prepare();
+    bytes_ = std::string(left);
+}
+
+void LineEditor::take(std::string_view key) {
+    if (std::exchange(takesNextAsItIs_, false)) {
+        library_->insert(key);
+    } else if (key == asItIsKey) {
+        takesNextAsItIs_ = true;
+    } else if (key == endKey && library_->line().empty()) {
+        close();
+        input_.end();
+    } else if (key == "\n" || key == "\r") {
+        endLine();
+    } else {
+        library_->strike(key);
+    }
+}
+
+void LineEditor::endLine() {
+    const std::string line = library_->line();
+    if (!line.empty())
+        library_->remember(line);
+    library_->strike("\n");
+    library_->begin();
     input_.bring(line);
 }
 
 void LineEditor::hide() {
-    if (!isOpen_)
-        return;
-    const LineInfo* const line = el_line(library_->edit);
-    const std::string before =
-        library_->prompt +
-        std::string(line->buffer, static_cast<std::size_t>(line->cursor - line->buffer));
-    const std::size_t rows = shownWidth(before) / terminalWidth();
-    if (rows > 0)
-        std::printf("\x1b[%zuA", rows);
-    std::fputs(eraseLine, stdout);
-    std::fflush(stdout);
+    if (isOpen_)
+        library_->erase();
 }
 
 void LineEditor::show() {
     if (isOpen_)
-        el_set(library_->edit, EL_REFRESH);
+        library_->draw();
 }
 
 void LineEditor::drawAnew() {
     if (!isOpen_)
         return;
-    hide();
-    const LineInfo* const line = el_line(library_->edit);
-    const std::string typed(line->buffer, line->lastchar);
-    prepare();
-    if (!typed.empty())
-        el_insertstr(library_->edit, typed.c_str());
-    std::fputs(eraseLine, stdout); // the prompt that stands there already
-    show();
+    const std::string typed = library_->line();
+    library_->erase();
+    library_->begin();
+    library_->insert(typed);
 }
 
 void LineEditor::close() {
     if (!isOpen_)
         return;
-    hide();
+    library_->erase();
     isOpen_ = false;
     loop_.unwatch(STDIN_FILENO);
-    el_set(library_->edit, EL_UNBUFFERED, 0);
+    loop_.cancel(std::exchange(incomplete_, TimerId::none));
+    library_->end();
 }
 
 } // namespace larkspin

@@ -1,18 +1,24 @@
 // The line that the owner types on a terminal, with the usual keys and a history, at the bottom
-// of the screen. Finished lines are brought to the input.
+// of the screen. Finished lines are brought to the input. A line holds a thousand characters, far
+// more than a room takes; what is typed past that is refused with a beep.
 #pragma once
 
+#include "platform/terminal/edit_library.h"
+#include "platform/terminal/queued_output.h"
 #include "platform/terminal/terminal_input.h"
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
 class LineEditor {
 public:
-    // Standard input and output must be a terminal.
-    LineEditor(PollLoop& loop, TerminalInput& input, std::string prompt);
+    // On standard input; what is drawn goes to the output. Nothing when that is no terminal to
+    // edit on.
+    static std::unique_ptr<LineEditor> open(PollLoop& loop, TerminalInput& input,
+                                            QueuedOutput& output, const std::string& prompt);
     ~LineEditor();
     LineEditor(const LineEditor&) = delete;
     LineEditor& operator=(const LineEditor&) = delete;
@@ -28,14 +34,20 @@ public:
     void close();
 
 private:
-    struct Library;
-
-    void keyPressed();
-    void prepare();
+    LineEditor(PollLoop& loop, TerminalInput& input, QueuedOutput& output,
+               std::unique_ptr<EditLibrary> library);
+    void bytesCame();
+    void takeKeys();
+    void take(std::string_view key);
+    void endLine();
 
     PollLoop& loop_;
     TerminalInput& input_;
-    std::unique_ptr<Library> library_;
+    QueuedOutput& output_;
+    std::unique_ptr<EditLibrary> library_;
+    std::string bytes_;                  // that make no whole key so far
+    TimerId incomplete_ = TimerId::none; // when the rest of that key won't come any more
+    bool takesNextAsItIs_ = false;       // the next character is no key
     bool isOpen_ = true;
 };
 

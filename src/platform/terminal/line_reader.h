@@ -13,7 +13,7 @@ public:
     LineReader(PollLoop& loop, TerminalInput& input, int descriptor);
 
     // The rest of a longer line is dropped: it must not fill the memory.
-    static constexpr std::size_t longestLine = 16 * 1024 * 1024;
+    static constexpr std::size_t longestLine = std::size_t{16} << 20; // bytes
 
 private:
     void readOn();

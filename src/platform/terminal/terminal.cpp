@@ -3,6 +3,7 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -22,40 +23,66 @@ bool outputIsTerminal() {
     return ::isatty(STDOUT_FILENO) == 1;
 }
 
-} // namespace
-
-Terminal::Terminal(PollLoop& loop, const std::string& screenName)
-    : screen(STDOUT_FILENO,
-             outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
-      input(loop, inputIsTerminal() ? ownersPatience : TerminalInput::never),
-      room(loop, screen, screenName), dialogs(screen, input) {
-    std::signal(SIGPIPE, SIG_IGN);
-    if (!inputIsTerminal() || !outputIsTerminal()) {
-        reader_.emplace(loop, input, STDIN_FILENO);
-        return;
-    }
-    // The editor thinks in characters; without a locale that knows them, in Debian's own.
-    if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-    editor_.emplace(loop, input, screenName + ": ");
-    screen.aroundTypedLine([this] { editor_->hide(); }, [this] { editor_->show(); });
-    loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
+bool errorsGoWithOutput() {
+    struct stat output {
+    }, errors{};
+    return ::fstat(STDOUT_FILENO, &output) == 0 && ::fstat(STDERR_FILENO, &errors) == 0 &&
+           output.st_dev == errors.st_dev && output.st_ino == errors.st_ino;
 }
 
-void Terminal::open(Task quit) {
-    input.open(
-        [this, quit](const std::string& line) {
-            if (line == "/quit")
-                quit();
-            else
-                room.typed(line, editor_.has_value());
-        },
-        quit);
+} // namespace
+
+Terminal::Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenName,
+                   TerminalDialogs::ReadPath readPath)
+    : output_(loop, STDOUT_FILENO), errors_(loop, STDERR_FILENO),
+      input_(loop, inputIsTerminal() ? ownersPatience : TerminalInput::never),
+      screen(output_, errorsGoWithOutput() ? output_ : errors_,
+             outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
+      dialogs(screen, input_, std::move(readPath)), desktop(screen),
+      room(lines, screenName,
+           [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); }),
+      commands_(screen, desktop, room) {
+    std::signal(SIGPIPE, SIG_IGN);
+    if (inputIsTerminal() && outputIsTerminal()) {
+        // The editor thinks in characters; without a locale that knows them, in Debian's own.
+        if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
+            std::setlocale(LC_CTYPE, "C.UTF-8");
+        editor_ = LineEditor::open(loop, input_, output_, screenName + ": ");
+    }
+    if (editor_) {
+        screen.aroundTypedLine([this] { editor_->hide(); }, [this] { editor_->show(); });
+        loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
+        return;
+    }
+    reader_.emplace(loop, input_, STDIN_FILENO);
+    if (inputIsTerminal())
+        return;
+    // A script doesn't run ahead of whoever reads what it brings about.
+    input_.holdUntil([this] { return output_.busyUntil(); });
+    output_.whenTaken([this] { input_.deliverLater(); });
+}
+
+void Terminal::open(std::vector<Window*> windows, Task quit) {
+    commands_.connect(std::move(windows), [this] { input_.cut(); });
+    input_.open(
+        {.actsAtOnce = [](const std::string& line) { return TerminalCommands::knows(line); },
+         .take = [this](const std::string& line) { take(line); },
+         .ended = std::move(quit)});
+}
+
+void Terminal::take(const std::string& line) {
+    if (TerminalCommands::isMeantForIt(line))
+        commands_.run(line);
+    else if (editor_)
+        room.sayShown(line);
+    else
+        room.say(line);
 }
 
 void Terminal::close() {
     if (editor_)
         editor_->close();
+    output_.finish();
 }
 
 } // namespace larkspin

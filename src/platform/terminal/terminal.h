@@ -1,37 +1,53 @@
-// The terminal front end, put together: a styled room with a line to type in where both ends
-// are a terminal, a protocol for scripts where the output isn't one.
+// The terminal front end, put together: a styled screen with a line to type in where both ends
+// are a terminal, a protocol for scripts where the output isn't one; dialogs, the tray and windows
+// on it; and a room of the owner's own.
 #pragma once
 
+#include "chat/own_room.h"
 #include "platform/terminal/line_editor.h"
 #include "platform/terminal/line_reader.h"
+#include "platform/terminal/queued_output.h"
+#include "platform/terminal/terminal_commands.h"
+#include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_dialogs.h"
 #include "platform/terminal/terminal_input.h"
-#include "platform/terminal/terminal_room.h"
 #include "platform/terminal/terminal_screen.h"
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace larkspin {
 
 class Terminal {
 public:
-    Terminal(PollLoop& loop, const std::string& screenName);
+    // Lines said in the room come in through `lines`.
+    Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenName,
+             TerminalDialogs::ReadPath readPath);
 
-    // From now on lines are taken and said in the room. `/quit` and the end of the input call
-    // `quit`.
-    void open(Task quit);
+    // From now on lines are taken: said in the room, or done by the terminal itself, which works
+    // these windows. `/quit` and the end of the input call `quit`.
+    void open(std::vector<Window*> windows, Task quit);
 
     // Gives the terminal back, before the process ends.
     void close();
 
+private:
+    QueuedOutput output_, errors_;
+    TerminalInput input_;
+
+public:
     TerminalScreen screen;
-    TerminalInput input;
-    TerminalRoom room;
     TerminalDialogs dialogs;
+    TerminalDesktop desktop;
+    OwnRoom room;
 
 private:
-    std::optional<LineEditor> editor_;
+    void take(const std::string& line);
+
+    TerminalCommands commands_;
+    std::unique_ptr<LineEditor> editor_;
     std::optional<LineReader> reader_;
 };
 

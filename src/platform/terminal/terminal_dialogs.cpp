@@ -8,21 +8,85 @@ namespace larkspin {
 namespace {
 
 constexpr std::chrono::minutes answerLimit{10};
+constexpr std::string_view ownTitle = "larkspin";
+
+// The title where it says more than whose box it is.
+std::string titled(const std::string& title, const std::string& text) {
+    return title.empty() || title == ownTitle ? text : title + ": " + text;
+}
+
+std::string_view withoutBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') + 1 - first);
+}
+
+bool isDrivePath(std::string_view path) {
+    return path.size() >= 2 && path[1] == ':';
+}
 
 } // namespace
 
-void TerminalDialogs::box(const std::string& text) {
-    screen_.showBox(text);
+void TerminalDialogs::titledBox(const std::string& title, const std::string& text) {
+    screen_.show("box", titled(title, text));
 }
 
 void TerminalDialogs::stopBox(const std::string& text) {
-    screen_.showStopBox(text);
+    screen_.show("stop", text);
 }
 
 bool TerminalDialogs::ask(const std::string& question) {
-    screen_.showQuestion(question);
-    const auto answer = input_.answer(answerLimit);
-    return answer && (answer->starts_with('y') || answer->starts_with('Y'));
+    screen_.show("ask", question);
+    const auto line = answer();
+    return line && (line->starts_with('y') || line->starts_with('Y'));
+}
+
+std::optional<std::string> TerminalDialogs::askText(const TextQuestion& question) {
+    screen_.show("input", titled(question.title, question.prompt) + " (" + question.preset + ')');
+    return answer();
+}
+
+std::optional<std::string> TerminalDialogs::openFile(const FileQuestion& question) {
+    return askPath("open", question);
+}
+
+std::optional<std::string> TerminalDialogs::saveFile(const FileQuestion& question) {
+    return askPath("save", question);
+}
+
+std::vector<std::string> TerminalDialogs::openFiles(const FileQuestion& question) {
+    screen_.show("open", question.title);
+    const std::string line = answer().value_or("");
+    std::vector<std::string> paths;
+    for (std::string_view rest = line; !rest.empty();) {
+        const auto path = rest.substr(0, rest.find('|'));
+        rest.remove_prefix(std::min(rest.size(), path.size() + 1));
+        if (!withoutBlanks(path).empty())
+            paths.push_back(pathOf(path, question));
+    }
+    return paths;
+}
+
+std::optional<std::string> TerminalDialogs::answer() {
+    auto line = input_.answer(answerLimit);
+    return line && !line->empty() ? line : std::nullopt;
+}
+
+std::optional<std::string> TerminalDialogs::askPath(std::string_view head,
+                                                    const FileQuestion& question) {
+    screen_.show(head, question.title);
+    const auto line = answer();
+    if (!line || withoutBlanks(*line).empty())
+        return std::nullopt;
+    return pathOf(*line, question);
+}
+
+std::string TerminalDialogs::pathOf(std::string_view typed, const FileQuestion& question) const {
+    std::string path = readPath_(withoutBlanks(typed));
+    if (isDrivePath(path) || question.directory.empty())
+        return path;
+    return question.directory + (question.directory.ends_with('\\') ? "" : "\\") + path;
 }
 
 } // namespace larkspin

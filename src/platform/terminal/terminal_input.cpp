@@ -5,13 +5,15 @@
 
 namespace larkspin {
 
-void TerminalInput::open(Take take, Task ended) {
-    take_ = std::move(take);
-    ended_ = std::move(ended);
+void TerminalInput::open(Taker taker) {
+    taker_ = std::move(taker);
+    isOpen_ = true;
     deliverLater();
 }
 
 void TerminalInput::bring(std::string line) {
+    if (hasEnded_)
+        return;
     lines_.push_back(std::move(line));
     deliverLater();
 }
@@ -21,42 +23,65 @@ void TerminalInput::end() {
     deliverLater();
 }
 
+void TerminalInput::cut() {
+    lines_.clear();
+    end();
+}
+
 std::optional<std::string> TerminalInput::answer(Nanoseconds limit) {
     ++questions_;
-    loop_.waitFor([this] { return !lines_.empty() || hasEnded_; }, loop_.now() + limit);
+    deliverLater();
+    const auto isAnswered = [this] { return lines_.empty() ? hasEnded_ : !nextActsAtOnce(); };
+    loop_.waitFor(isAnswered, loop_.now() + limit);
     --questions_;
     std::optional<std::string> line;
-    if (!lines_.empty())
+    if (!lines_.empty() && !nextActsAtOnce())
         line = pop();
     deliverLater();
     return line;
 }
 
+bool TerminalInput::nextActsAtOnce() const {
+    return isOpen_ && !lines_.empty() && taker_.actsAtOnce(lines_.front());
+}
+
+// Nothing while something else has to happen first.
+std::optional<Nanoseconds> TerminalInput::nextDelivery() const {
+    if (!isOpen_ || (lines_.empty() && !hasEnded_))
+        return std::nullopt;
+    Nanoseconds due = loop_.now();
+    if (!nextActsAtOnce()) {
+        if (questions_ > 0 || (working_ > 0 && overtakeAfter_ == never))
+            return std::nullopt;
+        if (working_ > 0)
+            due = workBegan_ + overtakeAfter_;
+    }
+    return std::max(due, heldUntil_());
+}
+
 void TerminalInput::deliverLater() {
     loop_.cancel(std::exchange(delivery_, TimerId::none));
-    const bool blocked = !take_ || questions_ > 0 || (working_ > 0 && overtakeAfter_ == never);
-    if (blocked || (lines_.empty() && !hasEnded_))
-        return;
-    const Nanoseconds now = loop_.now();
-    const Nanoseconds due = working_ > 0 ? workBegan_ + overtakeAfter_ : now;
-    delivery_ = loop_.every(std::max(due - now, Nanoseconds(1)), [this] { deliver(); });
+    if (const auto due = nextDelivery())
+        delivery_ =
+            loop_.once(std::max(*due - loop_.now(), Nanoseconds::zero()), [this] { deliver(); });
 }
 
 void TerminalInput::deliver() {
-    loop_.cancel(std::exchange(delivery_, TimerId::none));
-    if (questions_ > 0)
-        return;
-    if (!lines_.empty())
+    delivery_ = TimerId::none;
+    const auto due = nextDelivery();
+    if (!due || *due > loop_.now())
+        deliverLater();
+    else if (!lines_.empty())
         work(pop());
-    else if (hasEnded_ && ended_)
-        std::exchange(ended_, nullptr)();
+    else if (taker_.ended)
+        std::exchange(taker_.ended, nullptr)();
 }
 
 void TerminalInput::work(const std::string& line) {
     const Nanoseconds outerBegan = std::exchange(workBegan_, loop_.now());
     ++working_;
     deliverLater();
-    take_(line);
+    taker_.take(line);
     --working_;
     workBegan_ = outerBegan;
     deliverLater();

@@ -1,5 +1,7 @@
-// The lines that the owner types or a script sends, on their way to whoever takes them: the
-// room, or a question that waits for its answer.
+// The lines that the owner types or a script sends, on their way to whoever takes them: the room,
+// a question that waits for its answer, or the front end itself, whose own words act at once.
+//
+// Lines are never put out of their order: one that has to wait holds up those behind it.
 #pragma once
 
 #include "platform/posix/poll_loop.h"
@@ -13,16 +15,22 @@ namespace larkspin {
 
 class TerminalInput {
 public:
-    // Lines come in turn: each once the one before it has done its work. Where that takes longer
+    // Lines come in turn: each once those before it have done their work. Where that takes longer
     // than this span, as a recital does, the next one comes in the middle of it.
     TerminalInput(PollLoop& loop, Nanoseconds overtakeAfter)
         : loop_(loop), overtakeAfter_(overtakeAfter) {}
 
     static constexpr Nanoseconds never = Nanoseconds::max();
-    using Take = std::function<void(const std::string& line)>;
 
-    // Until this call lines wait. `ended` is called once, behind the last line.
-    void open(Take take, Task ended);
+    struct Taker {
+        // Whether a line waits for no other one's work and answers no question.
+        std::function<bool(const std::string& line)> actsAtOnce;
+        std::function<void(const std::string& line)> take;
+        Task ended; // once, behind the last line
+    };
+
+    // Until this call lines wait, but for answers.
+    void open(Taker taker);
 
     // From the source of the lines. It is told when there are none left and may then bring more.
     void bring(std::string line);
@@ -30,12 +38,21 @@ public:
     void onEmpty(Task task) { onEmpty_ = std::move(task); }
     bool empty() const { return lines_.empty(); }
 
+    // What it has not delivered so far is dropped, and the input has ended.
+    void cut();
+
+    // No line is delivered before the moment that this tells when asked. When the moment has moved
+    // forward, `deliverLater` is to be called.
+    void holdUntil(std::function<Nanoseconds()> moment) { heldUntil_ = std::move(moment); }
+    void deliverLater();
+
     // The next line, for a question that is asked in the middle of a line's work. Nothing when
     // none comes in that time or the input has ended.
     std::optional<std::string> answer(Nanoseconds limit);
 
 private:
-    void deliverLater();
+    bool nextActsAtOnce() const;
+    std::optional<Nanoseconds> nextDelivery() const;
     void deliver();
     void work(const std::string& line);
     std::string pop();
@@ -43,9 +60,10 @@ private:
     PollLoop& loop_;
     Nanoseconds overtakeAfter_;
     std::deque<std::string> lines_;
-    Take take_;
-    Task ended_;
+    Taker taker_;
     Task onEmpty_ = [] {};
+    std::function<Nanoseconds()> heldUntil_ = [] { return Nanoseconds::min(); };
+    bool isOpen_ = false;
     bool hasEnded_ = false;
     TimerId delivery_ = TimerId::none; // the next one, when it is due
     int working_ = 0;                  // lines that do their work, in the middle of each other

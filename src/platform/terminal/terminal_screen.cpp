@@ -1,9 +1,8 @@
 #include "platform/terminal/terminal_screen.h"
 
-#include "platform/terminal/markup.h"
+#include "platform/terminal/terminal_text.h"
 
-#include <cerrno>
-#include <unistd.h>
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -16,31 +15,59 @@ std::string onOneLine(std::string_view text) {
     for (const char byte : text) {
         if (byte == '\n')
             line += "\\n";
+        else if (byte == '\r')
+            line += "\\r";
         else
             line += byte;
     }
     return line;
 }
 
+// Rows of lists keep parts of themselves out of sight by a great many blanks.
+std::string withoutGaps(std::string_view text) {
+    constexpr std::size_t gap = 10, left = 2;
+    std::string closed;
+    while (!text.empty()) {
+        const std::size_t blanks = std::min(text.find_first_not_of(' '), text.size());
+        closed.append(blanks < gap ? blanks : left, ' ');
+        text.remove_prefix(blanks);
+        const auto word = text.substr(0, text.find(' '));
+        closed += word;
+        text.remove_prefix(word.size());
+    }
+    return closed;
+}
+
 } // namespace
+
+TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form form)
+    : output_(output), notes_(notes), form_(form) {
+    output_.afterDrops([this](int count) {
+        if (count > 0)
+            tell(std::to_string(count) + (count == 1 ? " line was" : " lines were") +
+                 " dropped here, since nobody read on");
+        else
+            put(output_, {}); // draws what is being typed
+    });
+}
 
 void TerminalScreen::showLine(const std::string& speaker, const std::string& text) {
     if (form_ == Form::protocol)
-        put(descriptor_, onOneLine(speaker) + ": " + onOneLine(text) + '\n');
+        put(output_, onOneLine(speaker) + ": " + onOneLine(text) + '\n');
     else
-        put(descriptor_, shownMarkup(speaker + ": ") + shownMarkup(text) + '\n');
+        put(output_, shownName(speaker) + ": " + shownMarkup(text) + '\n');
 }
 
-void TerminalScreen::showEvent(std::string_view head, const std::string& text) {
-    const std::string start = std::string(head) + ' ';
+void TerminalScreen::show(std::string_view head, const std::string& text) {
+    const std::string bracketed = '[' + std::string(head) + "] ";
     if (form_ == Form::protocol)
-        put(descriptor_, start + onOneLine(text) + '\n');
+        put(output_, bracketed + onOneLine(text) + '\n');
     else
-        put(descriptor_, shownMarkup("<b>" + start + "</b>" + text) + '\n');
+        put(output_, "\x1b[1m" + bracketed + "\x1b[0m" + shownText(withoutGaps(text)) + '\n');
 }
 
 void TerminalScreen::note(const std::string& line) {
-    put(STDERR_FILENO, line + '\n');
+    put(notes_, shownText(line) + '\n');
 }
 
 void TerminalScreen::aroundTypedLine(Task hide, Task show) {
@@ -49,14 +76,9 @@ void TerminalScreen::aroundTypedLine(Task hide, Task show) {
 }
 
 // A reader that has gone is no reason to stop: the music plays on.
-void TerminalScreen::put(int descriptor, const std::string& line) {
+void TerminalScreen::put(QueuedOutput& output, const std::string& line) {
     hide_();
-    for (std::size_t at = 0; at < line.size();) {
-        const ssize_t written = ::write(descriptor, line.data() + at, line.size() - at);
-        if (written < 0 && errno != EINTR)
-            break;
-        at += static_cast<std::size_t>(written < 0 ? 0 : written);
-    }
+    output.put(line);
     show_();
 }
 

@@ -1,7 +1,10 @@
-// What the owner is shown, line by line: the room and the boxes. For a terminal it is styled;
-// for scripts it is a protocol of one event a line, with line breaks inside a text as `\n`.
+// What the owner is shown, line by line: the room, and events that open with a head such as
+// "[box]". On a terminal it is styled; for scripts it is a protocol of one event a line, with line
+// breaks inside a text as `\n` and `\r`. Lines that the reader doesn't take in time are dropped,
+// and one line tells how many.
 #pragma once
 
+#include "platform/terminal/queued_output.h"
 #include "shell/event_loop.h"
 
 #include <string>
@@ -13,14 +16,19 @@ class TerminalScreen {
 public:
     enum class Form { styled, protocol };
 
-    TerminalScreen(int descriptor, Form form) : descriptor_(descriptor), form_(form) {}
+    // Notes go to an output of their own, which may be the same.
+    TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form form);
 
+    // A line of the room, with the client's markup.
     void showLine(const std::string& speaker, const std::string& text);
-    void showBox(const std::string& text) { showEvent("[box]", text); }
-    void showStopBox(const std::string& text) { showEvent("[stop]", text); }
-    void showQuestion(const std::string& text) { showEvent("[ask]", text); }
 
-    // On standard error, for what belongs to neither.
+    // Anything else, as plain text. The head stands in brackets.
+    void show(std::string_view head, const std::string& text);
+
+    // What the front end itself has to say.
+    void tell(const std::string& text) { show("terminal", text); }
+
+    // For what belongs to neither.
     void note(const std::string& line);
 
     // What takes the line that is being typed off the screen and puts it back, so that others
@@ -28,10 +36,10 @@ public:
     void aroundTypedLine(Task hide, Task show);
 
 private:
-    void showEvent(std::string_view head, const std::string& text);
-    void put(int descriptor, const std::string& line);
+    void put(QueuedOutput& output, const std::string& line);
 
-    int descriptor_;
+    QueuedOutput& output_;
+    QueuedOutput& notes_;
     Form form_;
     Task hide_ = [] {}, show_ = [] {};
 };

@@ -1,0 +1,142 @@
+#include "platform/terminal/description_text.h"
+
+#include "shell/control_events.h"
+#include "text/fold.h"
+#include "text/row_list.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+using Kind = Control::Kind;
+using Lines = std::vector<std::string>;
+
+constexpr std::size_t numberWidth = 5; // of the last row that a list can hold
+
+std::string kindName(Kind kind) {
+    switch (kind) {
+    case Kind::label:
+        return "label";
+    case Kind::button:
+        return "button";
+    case Kind::list:
+        return "list";
+    case Kind::textField:
+        return "text field";
+    case Kind::slider:
+        return "slider";
+    case Kind::combo:
+        return "combo";
+    case Kind::swatch:
+        return "swatch";
+    }
+    return {};
+}
+
+std::string quoted(const std::string& text) {
+    return " \"" + text + '"';
+}
+
+std::string sliderText(const Control& slider) {
+    return ' ' + std::to_string(slider.value ? slider.value() : slider.least) + " (" +
+           std::to_string(slider.least) + " to " + std::to_string(slider.most) + ')';
+}
+
+std::string swatchText(const Control& swatch) {
+    constexpr char digits[] = "0123456789abcdef";
+    std::string text = " #";
+    for (const unsigned shift : {0u, 8u, 16u}) { // red stands lowest
+        const Color part = swatch.background >> shift & 0xFF;
+        text += digits[part >> 4];
+        text += digits[part & 0xF];
+    }
+    return text;
+}
+
+int pageCount(const RowList& rows) {
+    return std::max(1, (rows.count() + rowsPerPage - 1) / rowsPerPage);
+}
+
+std::string rowsText(const RowList& rows, int page) {
+    std::string text = ", " + std::to_string(rows.count()) + (rows.count() == 1 ? " row" : " rows");
+    if (pageCount(rows) > 1)
+        text += ", page " + std::to_string(page) + " of " + std::to_string(pageCount(rows));
+    return text;
+}
+
+std::string controlLine(const Window& window, const Control& control, int page) {
+    std::string line = window.name + '.' + control.name + ": " + kindName(control.kind);
+    if (control.text)
+        line += quoted(control.text());
+    if (!control.spoken.empty())
+        line += " (" + control.spoken + ')';
+    if (control.kind == Kind::slider)
+        line += sliderText(control);
+    if (control.kind == Kind::swatch)
+        line += swatchText(control);
+    if (control.rows)
+        line += rowsText(*control.rows, page);
+    return line;
+}
+
+void appendRows(Lines& lines, const RowList& rows, int page) {
+    const int first = (page - 1) * rowsPerPage;
+    for (int row = first; row < std::min(first + rowsPerPage, rows.count()); ++row) {
+        std::string line = row == rows.currentIndex() ? ">" : " ";
+        line += rows.isSelected(row) ? "*" : " ";
+        const std::string number = std::to_string(row + 1);
+        line.append(numberWidth - number.size(), ' ').append(number).append(" ");
+        lines.push_back(line.append(rows.row(row)));
+    }
+}
+
+void appendEntries(Lines& lines, const std::vector<MenuEntry>& entries, std::size_t depth) {
+    for (const MenuEntry& entry : entries) {
+        std::string line(2 * depth, ' ');
+        line += entry.name + ": " + entry.caption;
+        lines.push_back(entry.checked ? line + " (checked)" : line);
+        appendEntries(lines, entry.children, depth + 1);
+    }
+}
+
+} // namespace
+
+Lines windowLines(const Window& window, int page) {
+    Lines lines;
+    if (page == 1)
+        lines.push_back(window.visible ? window.name : window.name + " (hidden)");
+    for (const Control& control : window.controls) {
+        if (!isOnWindow(window, control) || (page > 1 && !control.rows))
+            continue;
+        lines.push_back(controlLine(window, control, page));
+        if (control.rows)
+            appendRows(lines, *control.rows, page);
+    }
+    return lines;
+}
+
+Lines menuLines(const Menu& menu) {
+    Lines lines{menu.name};
+    appendEntries(lines, menu.entries(), 1);
+    return lines;
+}
+
+Lines submenuLines(const MenuEntry& entry) {
+    Lines lines{entry.name + ": " + entry.caption};
+    appendEntries(lines, entry.children, 1);
+    return lines;
+}
+
+const MenuEntry* findEntry(const std::vector<MenuEntry>& entries, std::string_view name) {
+    for (const MenuEntry& entry : entries) {
+        if (equalFolded(entry.name, name))
+            return &entry;
+        if (const MenuEntry* found = findEntry(entry.children, name))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace larkspin

@@ -1,0 +1,49 @@
+// The library that edits the typed line, held so that it can do no harm: it never waits for a key,
+// never writes to the terminal itself, sees only keys that it is known to take well, and believes
+// in no size that its tables wouldn't bear. What it takes for its terminal is one of our own
+// making, which nobody reads; the real one's mode is set here.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class EditLibrary {
+public:
+    // Takes what is to be drawn on the terminal. It must not wait.
+    using Draw = std::function<void(std::string_view bytes)>;
+
+    // Nothing when standard input is no terminal, or no other can be had.
+    static std::unique_ptr<EditLibrary> open(const std::string& prompt, Draw draw);
+    ~EditLibrary();
+    EditLibrary(const EditLibrary&) = delete;
+    EditLibrary& operator=(const EditLibrary&) = delete;
+
+    // Puts the terminal into the mode for single keys and shows the prompt with an empty line.
+    void begin();
+    // Gives the terminal its own mode back.
+    void end();
+
+    // One key that does something, as the terminal sends it. A key without a use does nothing.
+    void strike(std::string_view key);
+    // Characters at the cursor. False when some had no place any more.
+    bool insert(std::string_view characters);
+
+    std::string line() const;
+    void remember(const std::string& line);
+
+    // Takes the line off the screen, and draws it where the cursor stands.
+    void erase();
+    void draw();
+
+private:
+    struct Parts;
+
+    explicit EditLibrary(std::unique_ptr<Parts> parts);
+    std::unique_ptr<Parts> parts_;
+};
+
+} // namespace larkspin

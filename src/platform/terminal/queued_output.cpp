@@ -1,0 +1,136 @@
+#include "platform/terminal/queued_output.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <fcntl.h>
+#include <poll.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t littleWaits = 65536; // bytes: as much as a pipe holds
+constexpr auto patience = 250ms;           // with a reader that takes nothing
+constexpr auto patienceAtEnd = 100ms;
+constexpr auto longestEnd = 1s;
+constexpr std::size_t memoryKept = 65536; // bytes, for the next texts
+
+// A description of its own that doesn't block; -1 where there is none to be had. A file keeps its
+// description, with which goes the place to write to; writing to it doesn't block.
+int reopened(int descriptor) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || S_ISREG(status.st_mode))
+        return -1;
+    const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
+    return ::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+}
+
+bool takesBytes(int descriptor, std::chrono::milliseconds within) {
+    pollfd writable{descriptor, POLLOUT, 0};
+    return ::poll(&writable, 1, static_cast<int>(within.count())) > 0;
+}
+
+} // namespace
+
+QueuedOutput::QueuedOutput(PollLoop& loop, int descriptor)
+    : loop_(loop), descriptor_(reopened(descriptor)), isOwn_(descriptor_ >= 0), mustPoll_(!isOwn_) {
+    if (!isOwn_)
+        descriptor_ = descriptor;
+}
+
+QueuedOutput::~QueuedOutput() {
+    loop_.unwatchWritable(descriptor_);
+    if (isOwn_)
+        ::close(descriptor_);
+}
+
+void QueuedOutput::putCounted(std::string_view text, int count) {
+    if (waiting() >= bound)
+        writeOn();
+    if (isGone_ || text.empty())
+        return;
+    if (hasDropped_ || waiting() >= bound) {
+        hasDropped_ = true;
+        dropped_ += count;
+        return;
+    }
+    if (!isWaiting())
+        takenAt_ = loop_.now();
+    queue_ += text;
+    writeOn();
+    if (isWaiting())
+        loop_.watchWritable(descriptor_, [this] { readerIsReady(); });
+}
+
+void QueuedOutput::writeOn() {
+    while (isWaiting() && writeSome())
+        continue;
+    if (!isWaiting()) {
+        queue_.clear();
+        if (queue_.capacity() > memoryKept)
+            queue_ = {};
+        taken_ = 0;
+    } else if (taken_ > queue_.size() / 2) {
+        queue_.erase(0, std::exchange(taken_, 0));
+    }
+}
+
+// False when the reader takes no more for now, or never will.
+bool QueuedOutput::writeSome() {
+    std::size_t size = waiting();
+    if (mustPoll_) {
+        if (!takesBytes(descriptor_, 0ms))
+            return false;
+        size = std::min<std::size_t>(size, PIPE_BUF);
+    }
+    const ssize_t written = ::write(descriptor_, queue_.data() + taken_, size);
+    if (written > 0) {
+        taken_ += static_cast<std::size_t>(written);
+        takenAt_ = loop_.now();
+        return true;
+    }
+    if (written < 0 && errno == EINTR)
+        return true;
+    if (written == 0 || errno == EAGAIN)
+        return false;
+    isGone_ = true;
+    taken_ = queue_.size();
+    return false;
+}
+
+void QueuedOutput::readerIsReady() {
+    writeOn();
+    if (isWaiting())
+        return;
+    loop_.unwatchWritable(descriptor_);
+    const int count = std::exchange(dropped_, 0);
+    if (std::exchange(hasDropped_, false) && !isGone_)
+        afterDrops_(count);
+    whenTaken_();
+}
+
+Nanoseconds QueuedOutput::busyUntil() const {
+    if (isGone_ || waiting() < littleWaits)
+        return Nanoseconds::min();
+    return takenAt_ + patience;
+}
+
+void QueuedOutput::finish() {
+    const Nanoseconds latest = loop_.now() + longestEnd;
+    writeOn();
+    while (isWaiting() && loop_.now() < latest && takesBytes(descriptor_, patienceAtEnd)) {
+        const std::size_t before = waiting();
+        writeOn();
+        if (waiting() == before)
+            return; // an error that poll tells as readiness
+    }
+}
+
+} // namespace larkspin

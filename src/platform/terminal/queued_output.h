@@ -1,0 +1,70 @@
+// Text on its way to a terminal, a pipe or a file that may take it slowly or not at all: writing
+// never blocks. What isn't taken at once waits in a queue and goes when the loop finds the reader
+// ready; past the queue's bound, text is dropped and counted.
+//
+// The descriptor's own flags stay as they are, since other processes share them. A terminal or a
+// pipe is opened once more through /proc for a description of its own that doesn't block. Where
+// that can't be done, each write is small and comes when the reader is known to take one.
+#pragma once
+
+#include "platform/posix/poll_loop.h"
+
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class QueuedOutput {
+public:
+    QueuedOutput(PollLoop& loop, int descriptor);
+    ~QueuedOutput();
+    QueuedOutput(const QueuedOutput&) = delete;
+    QueuedOutput& operator=(const QueuedOutput&) = delete;
+
+    // A text that begins below this mark is taken whole, whatever its size.
+    static constexpr std::size_t bound = 1 << 20; // bytes
+
+    // Lines, all of them or none. Once some have been dropped, so are those that follow, until the
+    // reader has taken what waits and has been told. When it has gone for good, texts go nowhere.
+    void put(std::string_view lines) { putCounted(lines, 1); }
+    // The same for what only passes on the screen, like a line that is being typed: nobody misses
+    // it that it wasn't seen.
+    void putPassing(std::string_view text) { putCounted(text, 0); }
+
+    // Called from the loop when the reader has taken all of a queue behind which texts were
+    // dropped: how many puts of lines. It must not wait.
+    void afterDrops(std::function<void(int count)> task) { afterDrops_ = std::move(task); }
+
+    // Up to which moment it is worth while to wait for the reader before more is written: a little
+    // past the last time it took something. Nanoseconds::min() when hardly anything waits.
+    Nanoseconds busyUntil() const;
+    // Called from the loop when the reader has taken all of a queue. It must not wait.
+    void whenTaken(Task task) { whenTaken_ = std::move(task); }
+
+    // At the end of the process: waits for a reader that goes on taking, but for a second at most.
+    // What is left then is lost.
+    void finish();
+
+private:
+    bool isWaiting() const { return taken_ < queue_.size(); }
+    std::size_t waiting() const { return queue_.size() - taken_; }
+    void putCounted(std::string_view text, int count);
+    void writeOn();
+    void readerIsReady();
+    bool writeSome();
+
+    PollLoop& loop_;
+    int descriptor_; // writing to it doesn't block, or it is the one given
+    bool isOwn_;
+    bool mustPoll_;
+    bool isGone_ = false;
+    std::string queue_;
+    std::size_t taken_ = 0; // of the queue
+    Nanoseconds takenAt_{}; // the last time that the reader took something, or had nothing to take
+    bool hasDropped_ = false;
+    int dropped_ = 0; // puts of lines
+    std::function<void(int)> afterDrops_ = [](int) {};
+    Task whenTaken_ = [] {};
+};
+
+} // namespace larkspin

@@ -1,0 +1,356 @@
+#include "platform/terminal/terminal_commands.h"
+
+#include "chat/own_room.h"
+#include "platform/terminal/description_text.h"
+#include "platform/terminal/terminal_desktop.h"
+#include "platform/terminal/terminal_screen.h"
+#include "shell/control_events.h"
+#include "text/fold.h"
+#include "text/number.h"
+#include "text/row_list.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace larkspin {
+
+namespace {
+
+using Kind = Control::Kind;
+
+// Takes the first word off the front, with the blanks before it.
+std::string_view takeWord(std::string_view& rest) {
+    rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
+    const std::string_view word = rest.substr(0, rest.find(' '));
+    rest.remove_prefix(word.size());
+    return word;
+}
+
+// What stands behind the one blank that ends a word, as typed.
+std::string textBehind(std::string_view rest) {
+    return std::string(rest.substr(rest.empty() ? 0 : 1));
+}
+
+bool isLetter(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+// A count from 1; nothing for what isn't written in digits alone.
+std::optional<int> countOf(std::string_view digits) {
+    const bool isCount = std::all_of(digits.begin(), digits.end(),
+                                     [](char byte) { return byte >= '0' && byte <= '9'; });
+    const auto number = isCount ? wholeNumber16(digits) : std::nullopt;
+    if (!number || *number < 1)
+        return std::nullopt;
+    return *number;
+}
+
+std::optional<Key> keyOf(std::string_view name) {
+    if (equalFolded(name, "enter"))
+        return Key::enter;
+    if (equalFolded(name, "escape"))
+        return Key::escape;
+    if (equalFolded(name, "delete"))
+        return Key::del;
+    return std::nullopt;
+}
+
+bool hasRows(const Control& control) {
+    return control.rows && (control.kind == Kind::list || control.kind == Kind::combo);
+}
+
+} // namespace
+
+struct TerminalCommands::Word {
+    std::string_view name;
+    std::string_view arguments;
+    std::string_view help;
+    bool (TerminalCommands::*run)(std::string_view rest);
+};
+
+std::span<const TerminalCommands::Word> TerminalCommands::words() {
+    using Self = TerminalCommands;
+    static constexpr Word all[] = {
+        {"windows", "", "names the windows", &Self::windows},
+        {"show", "WINDOW [PAGE]", "prints a window, of long lists a page", &Self::show},
+        {"click", "WINDOW.CONTROL [ROW]", "clicks on a control, or on a row", &Self::click},
+        {"double", "WINDOW.CONTROL [ROW]", "the same with a double click", &Self::doubleClick},
+        {"select", "WINDOW.CONTROL ROW...", "selects rows: 1 3 7-9", &Self::select},
+        {"key", "WINDOW.CONTROL delete|enter|escape", "strikes a key on a control", &Self::key},
+        {"set", "WINDOW.CONTROL VALUE", "sets a slider, a combo or a text field", &Self::set},
+        {"hover", "WINDOW.CONTROL", "moves the mouse over a control", &Self::hoverOver},
+        {"menu", "[ENTRY]", "prints the tray icon's menu, or chooses from it", &Self::menu},
+        {"choose", "ENTRY", "chooses from the menu that popped up last", &Self::choose},
+        {"tray", "", "double clicks the tray icon", &Self::tray},
+        {"now", "LINE", "says a line without waiting for the one at work", &Self::now},
+        {"as", "NAME TEXT", "lets somebody else say something", &Self::as},
+        {"help", "", "prints this", &Self::help},
+        {"quit", "", "saves and ends", &Self::quit},
+    };
+    return all;
+}
+
+const TerminalCommands::Word* TerminalCommands::wordOf(std::string_view line) {
+    const std::string_view name = line.substr(1, line.find(' ') - 1);
+    for (const Word& word : words())
+        if (equalFolded(word.name, name))
+            return &word;
+    return nullptr;
+}
+
+void TerminalCommands::connect(std::vector<Window*> windows, Task quit) {
+    windows_ = std::move(windows);
+    quit_ = std::move(quit);
+}
+
+bool TerminalCommands::isMeantForIt(std::string_view line) {
+    return line.size() > 1 && line[0] == '/' && isLetter(line[1]);
+}
+
+bool TerminalCommands::knows(std::string_view line) {
+    return isMeantForIt(line) && wordOf(line) != nullptr;
+}
+
+void TerminalCommands::run(const std::string& line) {
+    std::string_view rest = line;
+    const std::string_view typed = takeWord(rest);
+    const Word* const word = wordOf(line);
+    if (!word)
+        screen_.tell(std::string(typed) + " is unknown, /help tells what there is");
+    else if (!(this->*word->run)(rest))
+        screen_.tell("/" + std::string(word->name) + ' ' + std::string(word->arguments));
+}
+
+bool TerminalCommands::windows(std::string_view) {
+    for (const Window* window : windows_)
+        screen_.show("window", window->visible ? window->name : window->name + " (hidden)");
+    return true;
+}
+
+bool TerminalCommands::show(std::string_view rest) {
+    const auto name = takeWord(rest), number = takeWord(rest);
+    const auto page = number.empty() ? 1 : countOf(number);
+    if (name.empty() || !page || !takeWord(rest).empty())
+        return false;
+    const Window* const window = findWindow(name);
+    if (!window)
+        return true;
+    const auto lines = windowLines(*window, *page);
+    for (const std::string& line : lines)
+        screen_.show("window", line);
+    if (lines.empty())
+        screen_.tell(window->name + " has one page");
+    return true;
+}
+
+bool TerminalCommands::click(std::string_view rest) {
+    return pressOn(rest, &press);
+}
+
+bool TerminalCommands::doubleClick(std::string_view rest) {
+    return pressOn(rest, &pressTwice);
+}
+
+// Without a row a list is pressed on its current one.
+bool TerminalCommands::pressOn(std::string_view rest, Press pressIt) {
+    const auto name = takeWord(rest), number = takeWord(rest);
+    if (name.empty() || !takeWord(rest).empty())
+        return false;
+    const auto target = findControl(name);
+    if (!target)
+        return true;
+    int row = noRow;
+    if (!number.empty()) {
+        const auto wanted = rowOf(*target, number);
+        if (!wanted)
+            return true;
+        row = *wanted;
+    } else if (hasRows(target->control)) {
+        row = target->control.rows->currentIndex();
+        if (row == noRow) {
+            screen_.tell("no row of " + target->shownName + " is current: which one?");
+            return true;
+        }
+    }
+    pressIt(target->window, target->name, row);
+    return true;
+}
+
+bool TerminalCommands::select(std::string_view rest) {
+    const auto name = takeWord(rest);
+    auto range = takeWord(rest);
+    if (range.empty())
+        return false;
+    const auto target = findControl(name);
+    if (!target)
+        return true;
+    std::vector<int> rows;
+    for (; !range.empty(); range = takeWord(rest)) {
+        const auto dash = std::min(range.find('-'), range.size());
+        const auto first = rowOf(*target, range.substr(0, dash));
+        const auto last = dash == range.size() ? first : rowOf(*target, range.substr(dash + 1));
+        if (!first || !last)
+            return true;
+        if (*first > *last)
+            return false;
+        for (int row = *first; row <= *last; ++row)
+            rows.push_back(row);
+    }
+    const bool isList = target->control.kind == Kind::list;
+    if (!selectRows(target->window, target->name, rows))
+        screen_.tell(isList ? "of " + target->shownName + " one row can be selected"
+                            : target->shownName + " is no list");
+    return true;
+}
+
+bool TerminalCommands::key(std::string_view rest) {
+    const auto name = takeWord(rest);
+    const auto wanted = keyOf(takeWord(rest));
+    if (!wanted || !takeWord(rest).empty())
+        return false;
+    if (const auto target = findControl(name))
+        pressKey(target->window, target->name, *wanted);
+    return true;
+}
+
+bool TerminalCommands::set(std::string_view rest) {
+    const auto name = takeWord(rest);
+    if (name.empty() || rest.empty())
+        return false;
+    const auto target = findControl(name);
+    if (!target)
+        return true;
+    const std::string value = textBehind(rest);
+    if (target->control.kind == Kind::slider)
+        setSlider(*target, value);
+    else if (target->control.kind == Kind::combo)
+        setCombo(*target, value);
+    else if (!editText(target->window, target->name, value))
+        screen_.tell(target->shownName + " has no value to set");
+    return true;
+}
+
+void TerminalCommands::setSlider(const Target& target, const std::string& value) {
+    const auto wanted = number(value);
+    if (!wanted) {
+        screen_.tell(target.shownName + " takes a number");
+        return;
+    }
+    using Limits = std::numeric_limits<int>;
+    moveSlider(
+        target.window, target.name,
+        static_cast<int>(std::clamp<std::int64_t>(rounded(*wanted), Limits::min(), Limits::max())));
+}
+
+// By the text of a row, or by its number.
+void TerminalCommands::setCombo(const Target& target, const std::string& value) {
+    const RowList* const rows = target.control.rows;
+    for (int row = 0; rows && row < rows->count(); ++row) {
+        if (equalFolded(rows->row(row), value)) {
+            chooseRow(target.window, target.name, row);
+            return;
+        }
+    }
+    if (const auto row = rowOf(target, value))
+        chooseRow(target.window, target.name, *row);
+}
+
+bool TerminalCommands::hoverOver(std::string_view rest) {
+    const auto name = takeWord(rest);
+    if (name.empty() || !takeWord(rest).empty())
+        return false;
+    if (const auto target = findControl(name))
+        hover(target->window, target->name);
+    return true;
+}
+
+bool TerminalCommands::menu(std::string_view rest) {
+    const auto entry = takeWord(rest);
+    if (entry.empty())
+        desktop_.printTrayMenu();
+    else
+        desktop_.chooseFromTray(std::string(entry));
+    return true;
+}
+
+bool TerminalCommands::choose(std::string_view rest) {
+    const auto entry = takeWord(rest);
+    if (entry.empty())
+        return false;
+    desktop_.chooseFromPopup(std::string(entry));
+    return true;
+}
+
+bool TerminalCommands::tray(std::string_view) {
+    desktop_.doubleClickTray();
+    return true;
+}
+
+bool TerminalCommands::now(std::string_view rest) {
+    if (rest.empty())
+        return false;
+    room_.say(textBehind(rest));
+    return true;
+}
+
+bool TerminalCommands::as(std::string_view rest) {
+    const auto name = takeWord(rest);
+    if (name.empty() || rest.empty())
+        return false;
+    room_.sayAs({std::string(name), textBehind(rest)});
+    return true;
+}
+
+bool TerminalCommands::help(std::string_view) {
+    constexpr std::size_t column = 42;
+    for (const Word& word : words()) {
+        std::string line = '/' + std::string(word.name) + ' ' + std::string(word.arguments);
+        line.resize(std::max(line.size() + 1, column), ' ');
+        screen_.tell(line.append(word.help));
+    }
+    return true;
+}
+
+bool TerminalCommands::quit(std::string_view) {
+    quit_();
+    return true;
+}
+
+Window* TerminalCommands::findWindow(std::string_view name) const {
+    for (Window* window : windows_)
+        if (equalFolded(window->name, name))
+            return window;
+    screen_.tell("there is no window " + std::string(name));
+    return nullptr;
+}
+
+std::optional<TerminalCommands::Target> TerminalCommands::findControl(std::string_view name) const {
+    const auto dot = std::min(name.find('.'), name.size());
+    Window* const window = findWindow(name.substr(0, dot));
+    if (!window)
+        return std::nullopt;
+    const auto wanted = name.substr(std::min(dot + 1, name.size()));
+    for (const Control& control : window->controls) {
+        if (!equalFolded(control.name, wanted))
+            continue;
+        const std::string shownName = window->name + '.' + control.name;
+        if (isShown(*window, control))
+            return Target{*window, control, control.name, shownName};
+        screen_.tell((window->visible ? shownName : window->name) + " is hidden");
+        return std::nullopt;
+    }
+    screen_.tell(window->name + " has no control " + std::string(wanted));
+    return std::nullopt;
+}
+
+std::optional<int> TerminalCommands::rowOf(const Target& target, std::string_view number) const {
+    const int count = hasRows(target.control) ? target.control.rows->count() : 0;
+    const auto row = countOf(number);
+    if (row && *row <= count)
+        return *row - 1;
+    screen_.tell(target.shownName +
+                 (count == 0 ? " has no rows" : " has the rows 1 to " + std::to_string(count)));
+    return std::nullopt;
+}
+
+} // namespace larkspin

@@ -1,0 +1,70 @@
+#include "platform/terminal/terminal_desktop.h"
+
+#include "platform/terminal/description_text.h"
+#include "platform/terminal/terminal_screen.h"
+
+namespace larkspin {
+
+void TerminalDesktop::popUp(const Menu& menu) {
+    popup_ = menu;
+    print(menuLines(menu));
+}
+
+void TerminalDesktop::printTrayMenu() {
+    if (icon_)
+        print(menuLines(icon_->menu));
+    else
+        screen_.tell("there is no tray icon");
+}
+
+// Actions run on copies: they may take the icon away.
+void TerminalDesktop::chooseFromTray(const std::string& entry) {
+    if (!icon_) {
+        screen_.tell("there is no tray icon");
+        return;
+    }
+    const auto action = choose(icon_->menu, entry);
+    if (action && *action)
+        (*action)();
+}
+
+void TerminalDesktop::doubleClickTray() {
+    if (!icon_)
+        screen_.tell("there is no tray icon");
+    else if (const Task action = icon_->onDoubleClick)
+        action();
+}
+
+void TerminalDesktop::chooseFromPopup(const std::string& entry) {
+    if (!popup_) {
+        screen_.tell("no menu is open");
+        return;
+    }
+    const auto action = choose(*popup_, entry);
+    if (!action)
+        return;
+    popup_.reset();
+    if (*action)
+        (*action)();
+}
+
+std::optional<Task> TerminalDesktop::choose(const Menu& menu, const std::string& name) {
+    const auto entries = menu.entries();
+    const MenuEntry* const entry = findEntry(entries, name);
+    if (!entry) {
+        screen_.tell("the menu has no entry " + name);
+        return std::nullopt;
+    }
+    if (entry->isSubmenu) {
+        print(submenuLines(*entry));
+        return std::nullopt;
+    }
+    return entry->action;
+}
+
+void TerminalDesktop::print(const std::vector<std::string>& lines) {
+    for (const std::string& line : lines)
+        screen_.show("menu", line);
+}
+
+} // namespace larkspin

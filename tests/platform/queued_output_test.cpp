@@ -1,0 +1,112 @@
+// Output into pipes that are read slowly, late or never.
+#include "platform/terminal/queued_output.h"
+#include "support/pipe.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+
+class QueuedOutputTest : public testing::Test {
+protected:
+    QueuedOutputTest() {
+        output.afterDrops([this](int count) { dropped += count; });
+        output.whenTaken([this] { ++taken; });
+    }
+    // Lines of a thousand bytes, until so many bytes have been put. Gives them.
+    std::string put(std::size_t size) {
+        std::string all;
+        for (int number = 0; all.size() < size; ++number) {
+            const std::string line = std::to_string(number) + std::string(995, '.') + '\n';
+            output.put(line);
+            all += line;
+        }
+        return all;
+    }
+    // All that can be had while the loop serves the queue.
+    std::string readAll() {
+        std::string all;
+        for (int quiet = 0; quiet < 3; ++quiet) {
+            const std::string part = pipe.readNow();
+            quiet = part.empty() ? quiet : 0;
+            all += part;
+            loop.waitUntil(loop.now() + 1ms);
+        }
+        return all;
+    }
+
+    Pipe pipe;
+    PollLoop loop;
+    QueuedOutput output{loop, pipe.in()};
+    int dropped = 0, taken = 0;
+};
+
+TEST_F(QueuedOutputTest, LosesNothingBelowItsBound) {
+    const std::string all = put(QueuedOutput::bound);
+    EXPECT_EQ(readAll(), all);
+    EXPECT_EQ(dropped, 0);
+    EXPECT_EQ(taken, 1);
+}
+
+TEST_F(QueuedOutputTest, PastItsBoundDropsWholeLinesAndTellsHowManyWhenTheyAreReadAgain) {
+    const std::string all = put(3 * QueuedOutput::bound);
+    loop.waitUntil(loop.now() + 5ms);
+    EXPECT_EQ(dropped, 0);
+    const std::string read = readAll();
+    EXPECT_TRUE(all.starts_with(read));
+    EXPECT_TRUE(read.ends_with('\n'));
+    EXPECT_GE(read.size(), QueuedOutput::bound);
+    EXPECT_LT(read.size(), 2 * QueuedOutput::bound);
+    EXPECT_EQ(dropped, (all.size() - read.size()) / 1000);
+    output.put("again\n");
+    EXPECT_EQ(readAll(), "again\n");
+}
+
+TEST_F(QueuedOutputTest, TakesOneTextOfAnySize) {
+    const std::string huge(5 * QueuedOutput::bound, 'x');
+    output.put(huge);
+    EXPECT_EQ(readAll(), huge);
+}
+
+TEST_F(QueuedOutputTest, LeavesThePipeAsItIsForOthers) {
+    EXPECT_EQ(::fcntl(pipe.in(), F_GETFL) & O_NONBLOCK, 0);
+}
+
+TEST_F(QueuedOutputTest, WritesOnAPipeThatOthersHaveMadeNonBlocking) {
+    ::fcntl(pipe.in(), F_SETFL, O_NONBLOCK);
+    const std::string all = put(300'000);
+    EXPECT_EQ(readAll(), all);
+}
+
+TEST_F(QueuedOutputTest, ForgetsAReaderThatHasGone) {
+    std::signal(SIGPIPE, SIG_IGN);
+    put(100'000);
+    pipe.closeOut();
+    loop.waitUntil(loop.now() + 5ms);
+    EXPECT_EQ(output.busyUntil(), Nanoseconds::min());
+    put(3 * QueuedOutput::bound);
+    EXPECT_EQ(dropped, 0);
+}
+
+TEST_F(QueuedOutputTest, TheEndWaitsForNobodyWhoTakesNothing) {
+    put(QueuedOutput::bound);
+    const auto begin = loop.now();
+    output.finish();
+    EXPECT_LT(loop.now() - begin, 1s);
+}
+
+TEST_F(QueuedOutputTest, IsBusyWhileItsReaderMayStillCome) {
+    EXPECT_EQ(output.busyUntil(), Nanoseconds::min());
+    put(300'000);
+    EXPECT_GT(output.busyUntil(), loop.now());
+    EXPECT_LT(output.busyUntil(), loop.now() + 1s);
+    readAll();
+    EXPECT_EQ(output.busyUntil(), Nanoseconds::min());
+}
+
+} // namespace
+} // namespace larkspin
