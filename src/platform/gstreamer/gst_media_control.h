@@ -27,6 +27,7 @@ public:
     void Pause() override;
     void Stop() override;
     larkspin::PlayState PlayState() override;
+    bool wasGivenUp() override { return false; }
     std::string FileName() override { return fileName_; }
     double Duration() override;
     double CurrentPosition() override;
