@@ -8,6 +8,17 @@
 
 namespace larkspin {
 
+namespace {
+
+// A list without regard to case takes only the first of several names that differ in case alone.
+// Which one that is must not depend on the order in which the disk tells them.
+void sortByName(std::vector<std::string>& names) {
+    std::sort(names.begin(), names.end());
+    std::stable_sort(names.begin(), names.end(), lessFolded);
+}
+
+} // namespace
+
 void FileLister::setPattern(std::string_view pattern) {
     pattern_ = pattern;
     refresh();
@@ -17,25 +28,21 @@ bool FileLister::setPath(const std::string& path) {
     auto listing = directories_.list(path);
     if (!listing)
         return false;
-    select(listing->files);
-    show(std::move(listing->path), std::move(listing->files));
+    show(select(std::move(*listing)));
     return true;
 }
 
-void FileLister::show(std::string path, std::vector<std::string> selected) {
-    path_ = std::move(path);
-    names_ = std::move(selected);
-}
-
-void FileLister::select(std::vector<std::string>& names) const {
-    std::erase_if(names,
+FileLister::Shown FileLister::select(DirectoryListing listing) const {
+    std::erase_if(listing.files,
                   [this](const std::string& name) { return !fitsAny(foldCase(name), pattern_); });
-    std::sort(names.begin(), names.end(), lessFolded);
+    sortByName(listing.files);
+    listing.directories = {};
+    return std::make_shared<const DirectoryListing>(std::move(listing));
 }
 
 const std::string& FileLister::name(int index) const {
     static const std::string none;
-    return index >= 0 && index < count() ? names_[static_cast<std::size_t>(index)] : none;
+    return index >= 0 && index < count() ? shown_->files[static_cast<std::size_t>(index)] : none;
 }
 
 bool DirectoryLister::setPath(const std::string& path) {
@@ -44,7 +51,7 @@ bool DirectoryLister::setPath(const std::string& path) {
         return false;
     listing_ = std::move(*listing);
     path_ = listing_.path;
-    std::sort(listing_.directories.begin(), listing_.directories.end(), lessFolded);
+    sortByName(listing_.directories);
     subdirectories_.clear();
     for (const std::string& name : listing_.directories)
         subdirectories_.push_back(joinPath(path_, name));

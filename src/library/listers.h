@@ -8,6 +8,7 @@
 
 #include "library/directories.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,25 +26,28 @@ public:
 
     // False, and nothing changes, when the directory can't be entered.
     bool setPath(const std::string& path);
-    // The same for a directory whose files have just been read and selected.
-    void show(std::string path, std::vector<std::string> selected);
     // Without a trailing backslash, but for a root; empty before the first setPath.
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return shown_->path; }
 
-    void refresh() { setPath(path_); }
+    void refresh() { setPath(path()); }
 
-    // Leaves the names that the pattern lets through, in order.
-    void select(std::vector<std::string>& names) const;
-
-    // The files that fit, by name without regard to case. Outside the list: an empty text.
-    int count() const { return static_cast<int>(names_.size()); }
+    // The files that fit, by name without regard to case; names that differ in nothing else stand
+    // in the order of their bytes. Outside the list: an empty text.
+    int count() const { return static_cast<int>(shown_->files.size()); }
     const std::string& name(int index) const;
+
+    // The directory with the files that fit, in order. It stays as it is when the lister moves on:
+    // who lets events run while he goes through the files holds on to it.
+    using Shown = std::shared_ptr<const DirectoryListing>;
+    const Shown& shown() const { return shown_; }
+    // What setPath would show of a directory that has been read already, and showing it.
+    Shown select(DirectoryListing listing) const;
+    void show(Shown directory) { shown_ = std::move(directory); }
 
 private:
     Directories& directories_;
     std::string pattern_ = "*";
-    std::string path_;
-    std::vector<std::string> names_;
+    Shown shown_ = std::make_shared<DirectoryListing>();
 };
 
 class DirectoryLister {
@@ -53,7 +57,7 @@ public:
     bool setPath(const std::string& path);
     const std::string& path() const { return path_; }
 
-    // The full paths of the direct subdirectories, by name without regard to case.
+    // The full paths of the direct subdirectories, in the order of File1's files.
     const std::vector<std::string>& list() const { return subdirectories_; }
 
     // The files of the directory, which were read along; they are given away.

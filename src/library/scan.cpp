@@ -1,7 +1,6 @@
 #include "library/scan.h"
 
 #include "chat/reply.h"
-#include "library/listers.h"
 #include "library/playlist.h"
 #include "library/playlist_row.h"
 #include "shell/app_state.h"
@@ -24,20 +23,22 @@ constexpr std::size_t entryLimit = 1001;
 void Scan::Command4_Click() {
     state_.knownDirs.clear();
     state_.scanRows.clear();
-    ReadAhead read = queueTree();
+    const Walk walk = queueTree();
     listers_.File1.refresh();
-    listQueue(std::move(read));
+    listFiles(walk);
     sayFound();
 }
 
 void Scan::Command4z() {
-    listQueue(queueTree());
+    listFiles(queueTree());
 }
 
-Scan::ReadAhead Scan::queueTree() {
+Scan::Walk Scan::queueTree() {
+    Walk walk = walkdirs(state_.scanRoot);
     state_.dirQueue.clear();
-    state_.dirQueue.add(state_.scanRoot);
-    return walkdirs(state_.scanRoot);
+    for (const Visit& visit : walk)
+        state_.dirQueue.add(visit.directory);
+    return walk;
 }
 
 void Scan::scanpc() {
@@ -71,60 +72,50 @@ void Scan::scanRoots() {
     }
 }
 
-// Depth-first below the path, into dirQueue. A directory that can't be entered has no
-// subdirectories. With the queue full there is nothing left to find.
-Scan::ReadAhead Scan::walkdirs(const std::string& path) {
-    ReadAhead read{listers_.File1.pattern(), {}};
+// Depth-first. A directory that can't be entered has no subdirectories. A walk ends where its
+// queue would be full.
+Scan::Walk Scan::walkdirs(std::string directory) {
+    Walk walk;
     std::vector<std::string> pending; // the next to enter stands last
-    std::string directory = path;
     for (;;) {
-        const bool entered = listers_.Dir1.setPath(directory);
-        read.visits.push_back({std::move(directory), entered, {}});
-        if (entered) {
+        FileLister::Shown listing;
+        if (listers_.Dir1.setPath(directory)) {
             const auto& entries = listers_.Dir1.list();
             const auto end =
                 entries.begin() + static_cast<std::ptrdiff_t>(std::min(entries.size(), entryLimit));
             std::copy(std::make_reverse_iterator(end), std::make_reverse_iterator(entries.begin()),
                       std::back_inserter(pending));
-            DirectoryListing& listing = read.visits.back().listing;
-            listing = listers_.Dir1.giveListing();
-            listers_.File1.select(listing.files);
+            listing = listers_.File1.select(listers_.Dir1.giveListing());
         }
+        walk.push_back({std::move(directory), listers_.File1.pattern(), std::move(listing)});
         loop_.serveTurn();
-        if (pending.empty() || !state_.dirQueue.add(pending.back()))
-            return read;
+        if (pending.empty() || walk.size() == RowList::limit)
+            return walk;
         directory = std::move(pending.back());
         pending.pop_back();
     }
 }
 
-void Scan::listQueue(ReadAhead read) {
-    FileLister& File1 = listers_.File1;
-    const int last = state_.dirQueue.count() - 1;
-    for (int queued = 0; queued <= last; ++queued) {
-        enter(queued, read);
-        for (int index = 0; index < File1.count(); ++index) {
+// A directory that can't be entered leaves File1 where it was, so that the one before it is
+// listed once more.
+void Scan::listFiles(const Walk& walk) {
+    FileLister::Shown listed = listers_.File1.shown();
+    for (const Visit& visit : walk) {
+        if (enter(visit))
+            listed = listers_.File1.shown();
+        for (const std::string& name : listed->files) {
             loop_.serveTurn();
-            if (index < File1.count())
-                noteFile(File1.name(index), File1.path());
+            noteFile(name, listed->path);
         }
     }
 }
 
-// A directory that can't be entered leaves File1 where it was, so that the one before it is
-// listed once more.
-void Scan::enter(int queued, ReadAhead& read) {
-    FileLister& File1 = listers_.File1;
-    const std::string directory(state_.dirQueue.row(queued));
-    const auto visited = static_cast<std::size_t>(queued);
-    if (visited < read.visits.size() && read.visits[visited].queued == directory &&
-        read.pattern == File1.pattern()) {
-        ReadAhead::Visit& visit = read.visits[visited];
-        if (visit.entered)
-            File1.show(std::move(visit.listing.path), std::move(visit.listing.files));
-    } else {
-        File1.setPath(directory);
-    }
+bool Scan::enter(const Visit& visit) {
+    if (listers_.File1.pattern() != visit.pattern) // it has changed meanwhile
+        return listers_.File1.setPath(visit.directory);
+    if (visit.listing)
+        listers_.File1.show(visit.listing);
+    return visit.listing != nullptr;
 }
 
 void Scan::noteFile(const std::string& fileName, const std::string& directory) {

@@ -1,11 +1,12 @@
 // Scans: finding media files on disk. A scan walks a directory with its whole subtree, or
 // every drive, and leaves what the media filter lets through in scanRows. No playlist changes.
 //
-// Events run at every file, so that a command can arrive in the middle of a scan; one that
-// scans, lists or changes the filter itself then changes what this scan goes on with.
+// Events run at every directory and every file, so that a command can arrive in the middle of a
+// scan. One that scans clears the results, which this scan goes on adding to; one that changes the
+// filter changes what this scan lists from the next directory on. The walks stay apart.
 #pragma once
 
-#include "library/directories.h"
+#include "library/listers.h"
 #include "shell/pause.h"
 
 #include <string>
@@ -15,7 +16,6 @@ namespace larkspin {
 
 struct AppState;
 class EventLoop;
-struct Listers;
 class Reply;
 
 class Scan {
@@ -34,21 +34,19 @@ public:
     void scanDrives();
 
 private:
-    // What the walk has read, for the listing behind it: each directory is read once.
-    struct ReadAhead {
-        struct Visit {
-            std::string queued;
-            bool entered;
-            DirectoryListing listing;
-        };
-        std::string pattern;       // the listings hold only what fits it
-        std::vector<Visit> visits; // in the order of the queue
+    // What a walk has read, for the listing behind it: each directory is read once. Another walk
+    // may run inside this one, so that each has its own.
+    struct Visit {
+        std::string directory;
+        std::string pattern;       // the listing holds only what fits it
+        FileLister::Shown listing; // none when it can't be entered
     };
+    using Walk = std::vector<Visit>;
 
-    ReadAhead queueTree();
-    ReadAhead walkdirs(const std::string& path);
-    void listQueue(ReadAhead read);
-    void enter(int queued, ReadAhead& read);
+    Walk queueTree();
+    Walk walkdirs(std::string directory);
+    void listFiles(const Walk& walk);
+    bool enter(const Visit& visit);
     void noteFile(const std::string& fileName, const std::string& directory);
     void clearResults();
     void scanRoots();
