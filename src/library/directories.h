@@ -11,7 +11,8 @@ namespace larkspin {
 
 // What one directory holds, as names without a path, in no particular order.
 struct DirectoryListing {
-    std::string path; // in its one spelling: no trailing backslash, except for a root (`c:\`)
+    // In its one spelling: no trailing backslash, except for a root (`c:\`), and no `..`.
+    std::string path;
     std::vector<std::string> files;
     std::vector<std::string> directories; // those that a walk from above should enter
 };

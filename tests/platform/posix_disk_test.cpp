@@ -123,5 +123,25 @@ TEST_F(PosixDisk, ListsADirectoryUnderItsOneSpelling) {
         EXPECT_EQ(std::ranges::count(listing->directories, name), 0) << name;
 }
 
+TEST_F(PosixDisk, UpwardsBehindALinkLeadsWhereTheSystemGoes) {
+    disk.write("far/away/below/x", "");
+    disk.write("far/y", "");
+    fs::create_directories(native("near"));
+    fs::create_symlink("../far/away", native("near/link"));
+    for (const auto& [path, place] : Pairs{{"near/link/..", "far"},
+                                           {"near/link/../away/./below", "far/away/below"},
+                                           {"near/link/below/../..", "far"},
+                                           {"near/../near/link", "near/link"},
+                                           {"near/link/below/..", "far/away"}}) {
+        const auto listing = directories.list(drive("") + "\\" + path);
+        ASSERT_TRUE(listing) << path;
+        EXPECT_EQ(listing->path, drive(place)) << path;
+        for (const std::string& name : listing->files)
+            EXPECT_TRUE(files.exists(listing->path + "\\" + name)) << path;
+        EXPECT_EQ(directories.drivePath(native(path).native()), drive(place)) << path;
+    }
+    EXPECT_EQ(directories.drivePath(native("gone/../x").native()), drive("x"));
+}
+
 } // namespace
 } // namespace larkspin

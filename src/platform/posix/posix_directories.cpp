@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <filesystem>
 #include <memory>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -42,6 +43,25 @@ bool isMadeUp(std::string_view native, std::string_view name) {
     return native == "/" && (name == "proc" || name == "sys" || name == "dev" || name == "run");
 }
 
+// `..` behind a link to a directory leads where the system goes, which is not where the name says.
+// It is followed here, so that what is listed there gets the names by which it can be opened.
+std::string withoutUpwards(const std::string& native) {
+    namespace fs = std::filesystem;
+    if (native.find("/..") == std::string::npos)
+        return native;
+    fs::path path;
+    for (const fs::path& name : fs::path(native)) {
+        std::error_code failed;
+        if (name != "..")
+            path /= name;
+        else if (const fs::path real = fs::canonical(path, failed); !failed)
+            path = real.parent_path();
+        else
+            path = path.parent_path(); // nothing there to be followed
+    }
+    return path;
+}
+
 std::string ownHome() {
     if (const char* home = std::getenv("HOME"); home && *home == '/')
         return home;
@@ -61,7 +81,7 @@ std::optional<DirectoryListing> PosixDirectories::list(const std::string& path) 
     if (!directory)
         return std::nullopt;
     DirectoryListing listing;
-    listing.path = larkspin::drivePath(native);
+    listing.path = larkspin::drivePath(withoutUpwards(native));
     while (const dirent* entry = ::readdir(directory.get())) {
         const std::string_view name = entry->d_name;
         if (name == "." || name == ".." || isMadeUp(native, name))
@@ -81,9 +101,9 @@ std::vector<std::string> PosixDirectories::drives() {
 
 std::string PosixDirectories::drivePath(std::string_view typed) {
     if (typed == "~" || typed.starts_with("~/"))
-        return larkspin::drivePath(home_ + std::string(typed.substr(1)));
+        return larkspin::drivePath(withoutUpwards(home_ + std::string(typed.substr(1))));
     if (typed.starts_with('/'))
-        return larkspin::drivePath(typed);
+        return larkspin::drivePath(withoutUpwards(std::string(typed)));
     return std::string(typed);
 }
 
