@@ -5,6 +5,7 @@
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/posix_process.h"
+#include "platform/posix/standard_streams.h"
 #include "platform/posix/user_directories.h"
 #include "platform/terminal/terminal.h"
 
@@ -13,6 +14,7 @@
 using namespace larkspin;
 
 int main() {
+    openStandardStreams();
     PollLoop loop;
     ChatLines lines(loop);
     PosixFiles files;

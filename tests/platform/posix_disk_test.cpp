@@ -2,6 +2,7 @@
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
+#include "platform/posix/standard_streams.h"
 #include "support/temp_directory.h"
 
 #include <algorithm>
@@ -10,6 +11,8 @@
 #include <random>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace larkspin {
 namespace {
@@ -141,6 +144,24 @@ TEST_F(PosixDisk, UpwardsBehindALinkLeadsWhereTheSystemGoes) {
         EXPECT_EQ(directories.drivePath(native(path).native()), drive(place)) << path;
     }
     EXPECT_EQ(directories.drivePath(native("gone/../x").native()), drive("x"));
+}
+
+TEST(StandardStreams, AreOpenedWhereTheyAreClosed) {
+    const pid_t child = ::fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+        ::close(STDIN_FILENO);
+        ::close(STDERR_FILENO);
+        openStandardStreams();
+        char byte;
+        const bool atEnd = ::read(STDIN_FILENO, &byte, 1) == 0;
+        const bool takes = ::write(STDERR_FILENO, "x", 1) == 1;
+        const bool isFree = ::dup(STDIN_FILENO) > STDERR_FILENO;
+        std::_Exit((atEnd ? 0 : 1) + (takes ? 0 : 2) + (isFree ? 0 : 4));
+    }
+    int status = -1;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 } // namespace
