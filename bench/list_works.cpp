@@ -34,12 +34,13 @@ void load(benchmark::State& state, const RowList& lines) {
     const TempDirectory disk;
     PosixFiles files;
     const std::string path = drivePath((disk.path() / "temp.lst").native());
-    savelines(files, path, lines);
+    LineFiles lineFiles(files);
+    lineFiles.savelines(path, lines);
     AppState app;
     for (auto _ : state) {
         clearPlaylist(app);
         forgetMemory();
-        timed(state, [&] { loadPlaylist(files, path, app); });
+        timed(state, [&] { lineFiles.loadPlaylist(path, app); });
         if (app.playlistView.count() != lines.count())
             state.SkipWithError("rows lost");
     }
@@ -89,8 +90,8 @@ void collect(benchmark::State& state) {
 void pick(benchmark::State& state) {
     VirtualMachine machine;
     machine.files.makeDirectory(machine.drive("data"));
-    savelines(machine.files, machine.drive("data/temp.lst"),
-              savedOrder(scannedRows(sizeOf(state))));
+    LineFiles(machine.files)
+        .savelines(machine.drive("data/temp.lst"), savedOrder(scannedRows(sizeOf(state))));
     machine.start();
     AppState& app = machine.state();
     if (app.masterList.count() != sizeOf(state))

@@ -33,7 +33,7 @@ public:
         const auto data = disk_.path() / "larkspin";
         std::filesystem::create_directories(data);
         PosixFiles files;
-        savelines(files, drivePath((data / "temp.lst").native()), savedOrder(made));
+        LineFiles(files).savelines(drivePath((data / "temp.lst").native()), savedOrder(made));
         disk_.write("larkspin/larkspin.ini",
                     "[lark]\r\nload=212\r\nplayed=4711\r\ntempo=100\r\nvolume=50\r\nsilent=no\r\n"
                     "trigger='\r\nmp3sec=987654\r\nprogsec=1987654\r\nmedia filter=mp3\r\n");

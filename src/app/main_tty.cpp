@@ -22,7 +22,7 @@ int main() {
     Terminal terminal(loop, lines, loginName(),
                       [&](std::string_view typed) { return directories.drivePath(typed); });
     GstMediaControl player(loop, {}, [&](const std::string& line) { terminal.screen.note(line); });
-    PosixProcess process(userLockFile());
+    PosixProcess process(userDataDirectory());
     process.beforeEnd([&] { terminal.close(); });
 
     Program program({.loop = loop,

@@ -16,7 +16,7 @@ Program::Program(const Machine& m)
                            .splash = shell.splash,
                            .adding = library.adding,
                            .NiteScan2 = chat.NiteScan2}),
-      companions(shell.state, m.files, shell.directory),
+      companions(shell.state, library.lineFiles, shell.directory),
       rows1_(commandRows(*this, HandledBy::NiteScan1)),
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
       rows3_(commandRows(*this, HandledBy::NiteScan3)) {

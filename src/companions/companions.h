@@ -6,18 +6,18 @@
 namespace larkspin {
 
 struct AppState;
-class Files;
+class LineFiles;
 
 struct Companions {
-    Companions(AppState& state, Files& files, const DataDirectory& directory)
-        : state_(state), files_(files), directory_(directory) {}
+    Companions(AppState& state, LineFiles& lineFiles, const DataDirectory& directory)
+        : state_(state), lineFiles_(lineFiles), directory_(directory) {}
 
     void load();
     void save();
 
 private:
     AppState& state_;
-    Files& files_;
+    LineFiles& lineFiles_;
     const DataDirectory& directory_;
 };
 

@@ -1,6 +1,5 @@
 #include "library/library.h"
 
-#include "library/line_files.h"
 #include "library/playlist.h"
 #include "library/playlist_menu.h"
 #include "shell/app_state.h"
@@ -24,9 +23,9 @@ void Library::load(const StoredSettings& stored) {
 void Library::loadPlaylistOf(const std::string& name) {
     AppState& state = core_.state;
     if (name.empty()) {
-        loadPlaylist(files_, directory_.unnamedPlaylist(), state);
+        lineFiles.loadPlaylist(directory_.unnamedPlaylist(), state);
     } else {
-        loadPlaylist(files_, directory_.file(name), state);
+        lineFiles.loadPlaylist(directory_.file(name), state);
         state.playlistTitle = std::string(playlistTitleHead) + name;
     }
     showFileCountEntry(state);
@@ -48,7 +47,7 @@ void Library::save(SettingsChanges& changes) {
         changes.emplace_back("playlist",
                              state.playlistTitle.substr(state.playlistTitle.find(':') + 3));
     else
-        savelines(files_, directory_.unnamedPlaylist(), state.masterList);
+        lineFiles.savelines(directory_.unnamedPlaylist(), state.masterList);
     changes.emplace_back("media filter", state.mediaFilter);
 }
 

@@ -3,6 +3,7 @@
 
 #include "chat/core.h"
 #include "library/adding.h"
+#include "library/line_files.h"
 #include "library/listers.h"
 #include "library/media_filter.h"
 #include "library/scan.h"
@@ -27,6 +28,7 @@ private: // what the units are made with
     const DataDirectory& directory_;
 
 public:
+    LineFiles lineFiles{files_};
     Listers listers{directories_};
     MediaFilter mediaFilter{core_, listers.File1};
     Scan scan{core_.state, listers, core_.loop, core_.reply};

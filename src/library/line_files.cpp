@@ -6,12 +6,14 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 
 namespace larkspin {
 
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view rescuedEnding = ".rescued";
 
 int forEachLine(std::string_view contents, const std::function<void(std::string_view)>& take) {
     int count = 0;
@@ -29,26 +31,52 @@ int forEachLine(std::string_view contents, const std::function<void(std::string_
 
 } // namespace
 
-int loadlines(Files& files, const std::string& path, RowList& list) {
-    const auto contents = files.read(path);
-    if (!contents)
-        return 0;
+int LineFiles::loadlines(const std::string& path, RowList& list) {
+    const std::string contents = load(path);
     RowWriter rows;
-    return forEachLine(*contents, [&](std::string_view line) { list.add(rows.write(line)); });
+    return forEachLine(contents, [&](std::string_view line) { list.add(rows.write(line)); });
 }
 
-void savelines(Files& files, const std::string& path, const RowList& list) {
-    std::string contents;
+void LineFiles::savelines(const std::string& path, const RowList& list) {
+    std::string rows;
     for (int index = 0; index < list.count(); ++index)
-        contents.append(list.row(index)).append(lineEnd);
-    files.replace(path, contents);
+        rows.append(list.row(index)).append(lineEnd);
+    if (!unread_.contains(path))
+        files_.replace(path, rows);
+    else if (!rows.empty())
+        saveBehind(path, rows);
 }
 
-void loadPlaylist(Files& files, const std::string& path, AppState& state) {
+void LineFiles::loadPlaylist(const std::string& path, AppState& state) {
     clearPlaylist(state);
-    loadlines(files, path, state.masterList);
+    loadlines(path, state.masterList);
     for (int index = 0; index < state.masterList.count(); ++index)
         state.playlistView.add(state.masterList.share(index));
+}
+
+std::string LineFiles::load(const std::string& path) {
+    FileRead file = files_.read(path);
+    if (file.failed())
+        unread_[path] = std::nullopt;
+    else
+        unread_.erase(path);
+    return std::move(file.contents);
+}
+
+void LineFiles::saveBehind(const std::string& path, const std::string& rows) {
+    for (const std::string& target : {path, path + std::string(rescuedEnding)}) {
+        std::optional<std::string>& lines = unread_[target];
+        if (!lines) {
+            FileRead file = files_.read(target);
+            if (file.failed())
+                continue;
+            lines = std::move(file.contents);
+            if (!lines->empty() && lines->back() != '\n')
+                *lines += lineEnd;
+        }
+        files_.replace(target, *lines + rows);
+        return;
+    }
 }
 
 } // namespace larkspin

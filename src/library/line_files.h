@@ -4,6 +4,8 @@
 
 #include "text/row_list.h"
 
+#include <map>
+#include <optional>
 #include <string>
 
 namespace larkspin {
@@ -11,14 +13,33 @@ namespace larkspin {
 struct AppState;
 class Files;
 
-// Appends every line of the file to the list as it stands and gives the number of lines read.
-// A file that can't be read leaves the list as it was.
-int loadlines(Files& files, const std::string& path, RowList& list);
+class LineFiles {
+public:
+    explicit LineFiles(Files& files) : files_(files) {}
 
-// Puts the rows over the file. A failure is not noticed; the file then keeps its old lines.
-void savelines(Files& files, const std::string& path, const RowList& list);
+    // Appends every line of the file to the list as it stands and gives the number of lines read.
+    // A file that can't be read leaves the list as it was.
+    int loadlines(const std::string& path, RowList& list);
 
-// The playlist from a file, in place of what the lists hold.
-void loadPlaylist(Files& files, const std::string& path, AppState& state);
+    // Puts the rows over the file. A failure is not noticed; the file then keeps its old lines.
+    //
+    // The list of a file that couldn't be loaded lacks that file's lines, and holds only what has
+    // come since. Until the file has been loaded, the rows are therefore put behind the lines that
+    // it holds, or, while it still can't be read, behind those of a file beside it, whose name has
+    // ".rescued" at its end. No rows at all change neither.
+    void savelines(const std::string& path, const RowList& list);
+
+    // The playlist from a file, in place of what the lists hold.
+    void loadPlaylist(const std::string& path, AppState& state);
+
+private:
+    std::string load(const std::string& path);
+    void saveBehind(const std::string& path, const std::string& rows);
+
+    Files& files_;
+    // What couldn't be loaded, by path; with its lines where a save has come to them since, so
+    // that one save after the other doesn't add the same rows again.
+    std::map<std::string, std::optional<std::string>> unread_;
+};
 
 } // namespace larkspin

@@ -1,11 +1,22 @@
 // The port to the files on the owner's disk. Paths are drive paths (`c:\music\ride.mp3`);
-// a doubled separator counts as one. Nothing throws: a failure is an empty or false result.
+// a doubled separator counts as one. Nothing throws: what has failed is told by the result.
 #pragma once
 
-#include <optional>
+#include <cstddef>
 #include <string>
 
 namespace larkspin {
+
+// What came of reading a file. One that couldn't be read is still there with all that it holds,
+// so that nobody may take it for missing or empty and write over it.
+struct FileRead {
+    enum class Outcome { contents, missing, failed };
+
+    Outcome outcome = Outcome::failed;
+    std::string contents = {}; // empty unless that is the outcome
+
+    bool failed() const { return outcome == Outcome::failed; }
+};
 
 class Files {
 public:
@@ -14,16 +25,21 @@ public:
     // True for a file, also one that can't be opened; false for a directory.
     virtual bool exists(const std::string& path) = 0;
 
-    // The whole contents; nothing when the file is missing or can't be read.
-    virtual std::optional<std::string> read(const std::string& path) = 0;
+    // No file that the program keeps comes near this size, in bytes.
+    static constexpr std::size_t largestFile = 64 * 1024 * 1024;
 
-    // Puts the contents in place of the file, or makes it. The file holds either the old or
-    // the new contents at every moment, also after a kill, a crash or a full disk. Lifts a
-    // read-only mark. False, and the old contents stay, when that can't be done or when the
-    // old file couldn't be read: what nobody could load is not overwritten.
+    // The whole contents. A file of more bytes than `largest` isn't ours and counts as one that
+    // can't be read, like a directory in its place or one that is being written just now.
+    virtual FileRead read(const std::string& path, std::size_t largest = largestFile) = 0;
+
+    // Puts the contents in place of the file, or makes it, for the owner's eyes alone. The file
+    // holds either the old or the new contents at every moment, also after a kill, a crash or a
+    // full disk. Lifts a read-only mark. False, and the old contents stay, when that can't be
+    // done, or when the old file is none that could be read.
     virtual bool replace(const std::string& path, const std::string& contents) = 0;
 
-    // Makes the directory with those above it. True when it is there afterwards.
+    // Makes the directory with those above it, for the owner alone. True when it is there
+    // afterwards.
     virtual bool makeDirectory(const std::string& path) = 0;
 
     // Keeps the file out of directory listings, where the file system has such a mark.

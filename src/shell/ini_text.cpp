@@ -11,6 +11,7 @@ namespace larkspin {
 namespace {
 
 constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r\n\f\v";
@@ -24,13 +25,65 @@ std::string_view beforeEquals(std::string_view text) {
     return trimmed(text.substr(0, text.find('=')));
 }
 
-// A song's name may open with a bracket; only a line that also closes with one is a header.
+std::string_view valueOf(std::string_view line) {
+    return trimmed(line.substr(line.find('=') + 1));
+}
+
+// A song's name may open with a bracket. It is told from a header by the equals sign behind the
+// brackets, which a header has in a comment only.
 std::optional<std::string_view> headerName(std::string_view line) {
     line = trimmed(line);
-    if (line.size() < 2 || line.front() != '[' || line.back() != ']')
+    const auto end = line.find(']');
+    if (!line.starts_with('[') || end == std::string_view::npos)
         return std::nullopt;
-    return trimmed(line.substr(1, line.size() - 2));
+    const std::string_view behind = trimmed(line.substr(end + 1));
+    if (behind.find('=') != std::string_view::npos && !behind.starts_with(';'))
+        return std::nullopt;
+    return trimmed(line.substr(1, end - 1));
 }
+
+// Walks through the lines of the first section of that name that aren't blank. A section that
+// its own header follows once more goes on behind it.
+class SectionLines {
+public:
+    SectionLines(std::string_view contents, std::string_view section)
+        : contents_(contents), section_(section) {
+        if (contents_.starts_with(byteOrderMark))
+            next_ = byteOrderMark.size();
+    }
+
+    // False at the section's end. The first line is its header.
+    bool advance() {
+        while (next_ < contents_.size()) {
+            begin_ = next_;
+            const auto newline = contents_.find('\n', begin_);
+            next_ = newline == std::string_view::npos ? contents_.size() : newline + 1;
+            line_ = trimmed(contents_.substr(begin_, next_ - begin_));
+            if (const auto name = headerName(line_)) {
+                const bool fits = equalFolded(*name, section_);
+                if (inside_ && !fits)
+                    return false;
+                inside_ = fits;
+                isHeader_ = true;
+            } else {
+                isHeader_ = false;
+            }
+            if (inside_ && !line_.empty())
+                return true;
+        }
+        return false;
+    }
+
+    std::size_t begin() const { return begin_; }
+    std::size_t end() const { return next_; } // behind the line break
+    std::string_view line() const { return line_; }
+    bool holdsKey() const { return !isHeader_ && line_.find('=') != std::string_view::npos; }
+
+private:
+    std::string_view contents_, section_, line_;
+    std::size_t begin_ = 0, next_ = 0;
+    bool inside_ = false, isHeader_ = false;
+};
 
 // What there is of a section and a key, as positions in the contents.
 struct Found {
@@ -42,25 +95,14 @@ struct Found {
 
 Found findKey(std::string_view contents, std::string_view section, std::string_view key) {
     Found found;
-    bool inside = false;
-    for (std::size_t at = 0; at < contents.size();) {
-        const std::size_t newline = contents.find('\n', at);
-        const std::size_t next = newline == std::string_view::npos ? contents.size() : newline + 1;
-        const std::string_view line = contents.substr(at, next - at);
-        if (const auto name = headerName(line)) {
-            inside = equalFolded(*name, section) && (inside || !found.section);
-            found.section = found.section || inside;
-            if (inside)
-                found.sectionEnd = next;
-        } else if (inside && !trimmed(line).empty()) {
-            found.sectionEnd = next;
-            if (line.find('=') != std::string_view::npos && equalFolded(beforeEquals(line), key)) {
-                found.line = at;
-                found.lineEnd = next;
-                return found;
-            }
+    for (SectionLines lines(contents, section); lines.advance();) {
+        found.section = true;
+        found.sectionEnd = lines.end();
+        if (lines.holdsKey() && equalFolded(beforeEquals(lines.line()), key)) {
+            found.line = lines.begin();
+            found.lineEnd = lines.end();
+            return found;
         }
-        at = next;
     }
     return found;
 }
@@ -81,20 +123,28 @@ void endLastLine(std::string& text) {
 
 std::string_view iniValue(std::string_view contents, std::string_view section,
                           std::string_view key) {
-    const Found found = findKey(contents, section, onOneLine(beforeEquals(key)));
+    const std::string name = onOneLine(beforeEquals(key));
+    const Found found = name.empty() ? Found{} : findKey(contents, section, name);
     if (!found.line)
         return {};
-    const std::string_view line = contents.substr(*found.line, found.lineEnd - *found.line);
-    return trimmed(line.substr(line.find('=') + 1));
+    return valueOf(contents.substr(*found.line, found.lineEnd - *found.line));
+}
+
+IniValues iniValues(std::string_view contents, std::string_view section) {
+    IniValues values;
+    for (SectionLines lines(contents, section); lines.advance();)
+        if (lines.holdsKey() && !beforeEquals(lines.line()).empty())
+            values.emplace(foldCase(beforeEquals(lines.line())), valueOf(lines.line()));
+    return values;
 }
 
 std::string withIniValue(std::string_view contents, std::string_view section, std::string_view key,
                          std::string_view value) {
     const std::string name = onOneLine(beforeEquals(key));
-    if (name.empty())
+    const std::string line = name + '=' + onOneLine(value);
+    if (name.empty() || headerName(line))
         return std::string(contents);
     const Found found = findKey(contents, section, name);
-    const std::string line = name + '=' + onOneLine(value);
 
     std::string result;
     result.reserve(contents.size() + section.size() + line.size() + 16);
@@ -112,6 +162,20 @@ std::string withIniValue(std::string_view contents, std::string_view section, st
         result.append(line).append(lineEnd);
     }
     return result;
+}
+
+std::string withoutIniKey(std::string_view contents, std::string_view section,
+                          std::string_view key) {
+    const std::string name = onOneLine(beforeEquals(key));
+    std::string result(contents);
+    if (name.empty())
+        return result;
+    for (;;) {
+        const Found found = findKey(result, section, name);
+        if (!found.line)
+            return result;
+        result.erase(*found.line, found.lineEnd - *found.line);
+    }
 }
 
 } // namespace larkspin

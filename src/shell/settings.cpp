@@ -1,7 +1,7 @@
 #include "shell/settings.h"
 
 #include "shell/files.h"
-#include "shell/ini_text.h"
+#include "text/fold.h"
 #include "text/number.h"
 #include "text/utf8.h"
 
@@ -10,6 +10,9 @@ namespace larkspin {
 namespace {
 
 constexpr std::size_t longestValue = 749;
+// In bytes. Real settings take two or three thousand; of more than this, each of the many reads
+// would take its time.
+constexpr std::size_t largestSettings = 1024 * 1024;
 constexpr std::string_view ownSection = "lark";
 
 struct Default {
@@ -32,43 +35,73 @@ constexpr Default defaults[] = {
     {Choice::closingColor, "eascii color", ""},
 };
 
-std::string valueIn(std::string_view contents, std::string_view section, std::string_view key) {
-    const std::string_view value = iniValue(contents, section, key);
+std::string cut(std::string_view value) {
     return std::string(value.substr(0, prefixLength(value, longestValue)));
+}
+
+std::string idOf(const std::string& path, std::string_view section, std::string_view key) {
+    return path + '\n' + foldCase(section) + '\n' + foldCase(key);
 }
 
 } // namespace
 
 std::string StoredSettings::get(std::string_view key) const {
-    return valueIn(contents_, ownSection, key);
+    const auto found = values_.find(foldCase(key));
+    return found == values_.end() ? "" : cut(found->second);
 }
 
 std::string Settings::getini(std::string_view section, std::string_view key,
                              const std::string& path) {
-    return valueIn(files_.read(path).value_or(""), section, key);
+    const FileRead file = readIni(path);
+    if (file.failed())
+        unread_.insert(idOf(path, section, key));
+    else if (!unread_.empty())
+        unread_.erase(idOf(path, section, key));
+    return cut(iniValue(file.contents, section, key));
 }
 
 void Settings::putini(std::string_view section, std::string_view key, std::string_view value,
                       const std::string& path) {
-    const auto old = files_.read(path);
-    const std::string contents = withIniValue(old.value_or(""), section, key, value);
-    if (contents != old)
+    change(path, section, {{std::string(key), std::string(value)}});
+}
+
+void Settings::removeini(std::string_view section, std::string_view key, const std::string& path) {
+    const FileRead old = readIni(path);
+    if (old.failed() || unread_.contains(idOf(path, section, key)))
+        return;
+    const std::string contents = withoutIniKey(old.contents, section, key);
+    if (contents != old.contents)
         files_.replace(path, contents);
 }
 
-void Settings::removeini(std::string_view, std::string_view, const std::string&) {}
-
 StoredSettings Settings::all() {
-    return StoredSettings(files_.read(settingsFile_).value_or(""));
+    outOfUse_ = false;
+    const FileRead file = readIni(settingsFile_);
+    outOfUse_ = file.failed();
+    return StoredSettings(iniValues(file.contents, ownSection));
 }
 
 void Settings::putAll(const SettingsChanges& changes) {
-    const auto old = files_.read(settingsFile_);
-    std::string contents = old.value_or("");
+    change(settingsFile_, ownSection, changes);
+}
+
+void Settings::change(const std::string& path, std::string_view section,
+                      const SettingsChanges& changes) {
+    const FileRead old = readIni(path);
+    if (old.failed())
+        return;
+    std::string contents = old.contents;
     for (const auto& [key, value] : changes)
-        contents = withIniValue(contents, ownSection, key, value);
-    if (contents != old)
-        files_.replace(settingsFile_, contents);
+        if (!unread_.contains(idOf(path, section, key)))
+            contents = withIniValue(contents, section, key, value);
+    if (contents != old.contents)
+        files_.replace(path, contents);
+}
+
+FileRead Settings::readIni(const std::string& path) {
+    if (path != settingsFile_)
+        return files_.read(path);
+    return outOfUse_ ? FileRead{} : files_.read(path, largestSettings);
 }
 
 std::string Settings::yochoose(Choice choice) {

@@ -3,10 +3,15 @@
 // Values are text, read from the file at each use and written through at once, so that what
 // one command has written the next read sees. Values aren't validated here: each reader says
 // what it makes of a bad one. A write that fails is lost.
+//
+// What couldn't be read is never written over: a reader that got nothing goes on with a default,
+// and that must not take the place of the true value.
 #pragma once
 
 #include "shell/data_directory.h"
+#include "shell/ini_text.h"
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,6 +20,7 @@
 namespace larkspin {
 
 class Files;
+struct FileRead;
 
 // The settings with a default, by the index that yochoose has always taken.
 enum class Choice {
@@ -37,13 +43,13 @@ using SettingsChanges = std::vector<std::pair<std::string, std::string>>;
 // The program's own settings as they stood at one moment.
 class StoredSettings {
 public:
-    explicit StoredSettings(std::string contents) : contents_(std::move(contents)) {}
+    explicit StoredSettings(IniValues values) : values_(std::move(values)) {}
 
     // As Settings::get.
     std::string get(std::string_view key) const;
 
 private:
-    std::string contents_; // of the settings file
+    IniValues values_;
 };
 
 class Settings {
@@ -55,11 +61,12 @@ public:
     // behind its first 749 characters, the length that the profile format's readers have room for.
     std::string getini(std::string_view section, std::string_view key, const std::string& path);
 
-    // Makes the file, the section and the key as needed.
+    // Makes the file, the section and the key as needed. A key whose last read failed is left
+    // alone until a read of it succeeds.
     void putini(std::string_view section, std::string_view key, std::string_view value,
                 const std::string& path);
 
-    // Takes the key with its value out of the section.
+    // Takes the key with its value out of the section, with the same exception.
     void removeini(std::string_view section, std::string_view key, const std::string& path);
 
     // The program's own settings: the section "lark" of the settings file.
@@ -67,16 +74,25 @@ public:
     void put(std::string_view key, std::string_view value) {
         putini("lark", key, value, settingsFile_);
     }
-    StoredSettings all();
     void putAll(const SettingsChanges& changes); // in one replacement of the file
+
+    // For the start, which takes all settings at once. If they can't be read then, the file is out
+    // of use up to the next start: it reads as empty and nothing is written, so that what a run
+    // on defaults ends with doesn't replace what the runs before it have gathered.
+    StoredSettings all();
 
     // The setting's value, or its default when it is missing or empty; a count of songs played
     // that isn't numeric reads 0.
     std::string yochoose(Choice choice);
 
 private:
+    FileRead readIni(const std::string& path);
+    void change(const std::string& path, std::string_view section, const SettingsChanges& changes);
+
     Files& files_;
     std::string settingsFile_;
+    bool outOfUse_ = false;        // the settings file
+    std::set<std::string> unread_; // keys whose last read failed, with their files and sections
 };
 
 } // namespace larkspin

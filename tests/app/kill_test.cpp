@@ -1,4 +1,5 @@
 #include "app/program.h"
+#include "platform/posix/posix_process.h"
 #include "support/talk.h"
 
 #include <algorithm>
@@ -32,10 +33,12 @@ namespace {
 std::set<std::string> keys(const std::string& contents) {
     std::set<std::string> found;
     std::istringstream lines(contents);
-    for (std::string line; std::getline(lines, line);)
-        EXPECT_TRUE(line.ends_with('\r') && found.insert(line.substr(0, line.find('='))).second)
-            << contents;
-    EXPECT_TRUE(contents.starts_with('[') && contents.ends_with('\n')) << contents;
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_TRUE(line.ends_with('\r')) << contents;
+        EXPECT_TRUE(found.insert(line.substr(0, line.find('='))).second) << line << contents;
+    }
+    EXPECT_TRUE(contents.starts_with('[')) << contents;
+    EXPECT_TRUE(contents.ends_with('\n')) << contents;
     return found;
 }
 
@@ -47,7 +50,7 @@ TEST(Kill, LeavesEveryFileWholeAtAnyMoment) {
     machine.writeDataFile("larkspin.ini", "[lark]\r\nload=1\r\ntrigger='\r\n");
     machine.writeDataFile("played.ini", "[times played]\r\nother.mp3=1\r\n");
     machine.writeDataFile("larkmain.lpb", "a note\r\n");
-    const std::string lists = machine.dataFile("temp.lst") + machine.dataFile("larkmain.lpb");
+    const std::string list = machine.dataFile("temp.lst");
     std::map<std::string, std::set<std::string>> known{
         {"larkspin.ini", {"[lark]\r", "load", "trigger"}},
         {"played.ini", {"[times played]\r", "other.mp3"}}};
@@ -61,7 +64,8 @@ TEST(Kill, LeavesEveryFileWholeAtAnyMoment) {
         std::this_thread::sleep_for(std::chrono::microseconds(chance() % 16'000));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
-        EXPECT_EQ(machine.dataFile("temp.lst") + machine.dataFile("larkmain.lpb"), lists);
+        EXPECT_EQ(machine.dataFile("temp.lst"), list);
+        EXPECT_EQ(machine.dataFile("larkmain.lpb"), "a note\r\n");
         for (auto& [file, before] : known) {
             auto now = keys(machine.dataFile(file));
             EXPECT_TRUE(std::includes(now.begin(), now.end(), before.begin(), before.end()));
@@ -71,6 +75,10 @@ TEST(Kill, LeavesEveryFileWholeAtAnyMoment) {
         load = std::stoi(machine.setting("load"));
     }
     EXPECT_GE(known["played.ini"].size(), 4u) << "the children have got that far";
+    EXPECT_TRUE(PosixProcess(machine.drive("data")).claimOnlyCopy());
+    const auto data = machine.disk.path() / "data";
+    for (const auto& entry : std::filesystem::directory_iterator(data))
+        EXPECT_FALSE(entry.path().filename().native().starts_with(".larkspin")) << entry.path();
 }
 
 } // namespace larkspin

@@ -11,7 +11,9 @@ using namespace larkspin;
 
 struct FilesInMemory : Files {
     bool exists(const std::string& path) override { return contents.contains(path); }
-    std::optional<std::string> read(const std::string& path) override { return contents[path]; }
+    FileRead read(const std::string& path, std::size_t) override {
+        return {FileRead::Outcome::contents, contents[path]};
+    }
     bool replace(const std::string& path, const std::string& text) override {
         contents[path] = text;
         return true;
@@ -23,12 +25,13 @@ struct FilesInMemory : Files {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FilesInMemory files;
+    LineFiles lineFiles(files);
     std::string& first = files.contents["first"];
     for (; size > 0; ++data, --size) // many line ends
         first += *data < 0xE0 ? static_cast<char>(*data) : *data % 2 == 0 ? '\r' : '\n';
 
     RowList list;
-    demand(loadlines(files, "first", list) == list.count());
+    demand(lineFiles.loadlines("first", list) == list.count());
     int count = 0;
     std::istringstream lines(first);
     for (std::string line; std::getline(lines, line); ++count)
@@ -36,14 +39,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     demand(list.count() == count);
 
     AppState state, again;
-    loadPlaylist(files, "first", state);
+    lineFiles.loadPlaylist("first", state);
     demand(state.masterList.count() == count);
     for (int index = 1; index < count; ++index)
         demand(state.masterList.folded(index - 1) <= state.masterList.folded(index));
-    savelines(files, "second", state.masterList);
-    loadPlaylist(files, "second", again);
+    lineFiles.savelines("second", state.masterList);
+    lineFiles.loadPlaylist("second", again);
     for (const RowList* same : {&state.playlistView, &again.masterList, &again.playlistView}) {
-        savelines(files, "third", *same);
+        lineFiles.savelines("third", *same);
         demand(files.contents["second"] == files.contents["third"]);
     }
     return 0;

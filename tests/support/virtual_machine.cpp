@@ -9,6 +9,12 @@
 
 namespace larkspin {
 
+FileRead FaultyFiles::read(const std::string& path, std::size_t largest) {
+    if (++reads == failReadAt || unreadable)
+        return {};
+    return PosixFiles::read(path, largest);
+}
+
 bool FaultyFiles::replace(const std::string& path, const std::string& contents) {
     full = full || writes >= fullAfter;
     ++writes;

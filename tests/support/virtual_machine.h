@@ -43,11 +43,15 @@ using Lines = std::vector<std::string>;
 // The real files of a temporary disk, with faults on demand.
 class FaultyFiles : public PosixFiles {
 public:
+    FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     bool replace(const std::string& path, const std::string& contents) override;
     bool makeDirectory(const std::string& path) override;
     bool full = false;                               // every write fails
     int fullAfter = std::numeric_limits<int>::max(); // the disk fills up behind so many writes
     int writes = 0;
+    bool unreadable = false; // every read fails
+    int failReadAt = 0;      // this one does, counted from 1
+    int reads = 0;
 };
 
 // The real directories of the temporary disk. A scan of all drives would walk the real disk,

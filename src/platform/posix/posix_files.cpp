@@ -1,107 +1,50 @@
 #include "platform/posix/posix_files.h"
 
+#include "platform/posix/descriptor.h"
 #include "platform/posix/drive_paths.h"
+#include "platform/posix/private_directory.h"
+#include "platform/posix/replace_file.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace larkspin {
 
 namespace {
 
-// A file past this is not ours: reading it would only stall the program.
-constexpr off_t largestFile = 64 * 1024 * 1024;
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return number_; }
-    bool isOpen() const { return number_ >= 0; }
-
-private:
-    int number_;
-};
-
-std::optional<std::string> readWhole(const std::string& native) {
-    const Descriptor file(::open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    struct stat facts {};
-    if (!file.isOpen() || ::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
-        facts.st_size > largestFile)
-        return std::nullopt;
-    std::string contents(static_cast<std::size_t>(facts.st_size), '\0');
+// Reads until the end or until the text is full; false when that fails.
+bool fill(std::string& text, const Descriptor& file) {
     std::size_t got = 0;
-    while (got < contents.size()) {
-        const ssize_t count = ::read(file.number(), contents.data() + got, contents.size() - got);
+    while (got < text.size()) {
+        const ssize_t count = ::read(file.number(), text.data() + got, text.size() - got);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            return std::nullopt;
+            return false;
         if (count == 0)
-            break; // it has become shorter meanwhile
+            break;
         got += static_cast<std::size_t>(count);
     }
-    contents.resize(got);
-    return contents;
+    text.resize(got);
+    return true;
 }
 
-bool writeTo(const Descriptor& file, const std::string& contents, std::optional<mode_t> mode) {
+FileRead readWhole(const std::string& native, std::size_t largest) {
+    const Descriptor file(::open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen())
-        return false;
-    if (mode)
-        ::fchmod(file.number(), *mode); // not every file system can keep it
-    std::size_t put = 0;
-    while (put < contents.size()) {
-        const ssize_t count = ::write(file.number(), contents.data() + put, contents.size() - put);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        put += static_cast<std::size_t>(count);
-    }
-    return ::fsync(file.number()) == 0;
-}
-
-// The file gets its name when it is whole, so that a kill leaves no half of it behind. Not every
-// system can do that.
-bool writeThenName(const std::filesystem::path& path, const std::string& contents,
-                   std::optional<mode_t> mode) {
-    const Descriptor file(
-        ::open(path.parent_path().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666));
-    const std::string unnamed = "/proc/self/fd/" + std::to_string(file.number());
-    return writeTo(file, contents, mode) &&
-           ::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
-}
-
-bool nameThenWrite(const std::filesystem::path& path, const std::string& contents,
-                   std::optional<mode_t> mode) {
-    const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    return writeTo(file, contents, mode);
-}
-
-// A link stays a link: what it points to is replaced, or made where there is nothing yet.
-std::filesystem::path behindLinks(const std::string& native) {
-    constexpr int mostLinks = 40; // as many as the system follows
-    std::error_code failed;
-    std::filesystem::path path = native;
-    for (int links = 0; links < mostLinks; ++links) {
-        const auto target = std::filesystem::read_symlink(path, failed);
-        if (failed)
-            break;
-        path = path.parent_path() / target;
-    }
-    return path;
+        return {errno == ENOENT || errno == ENOTDIR ? FileRead::Outcome::missing
+                                                    : FileRead::Outcome::failed};
+    struct stat facts {};
+    if (::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
+        static_cast<std::uintmax_t>(facts.st_size) > largest)
+        return {};
+    const auto size = static_cast<std::size_t>(facts.st_size);
+    std::string contents(size + 1, '\0'); // one more, to see that it ends there
+    if (!fill(contents, file) || contents.size() != size)
+        return {}; // somebody else is writing it just now
+    return {FileRead::Outcome::contents, std::move(contents)};
 }
 
 } // namespace
@@ -112,38 +55,16 @@ bool PosixFiles::exists(const std::string& path) {
     return !native.empty() && ::stat(native.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
-std::optional<std::string> PosixFiles::read(const std::string& path) {
-    return readWhole(nativePath(path));
+FileRead PosixFiles::read(const std::string& path, std::size_t largest) {
+    return readWhole(nativePath(path), largest);
 }
 
 bool PosixFiles::replace(const std::string& path, const std::string& contents) {
-    const std::filesystem::path native = behindLinks(nativePath(path));
-    if (native.empty())
-        return false;
-    std::optional<mode_t> mode; // without one, the usual
-    struct stat facts {};
-    if (::stat(native.c_str(), &facts) == 0) {
-        if (!S_ISREG(facts.st_mode) || facts.st_size > largestFile ||
-            ::access(native.c_str(), R_OK) != 0)
-            return false;
-        mode = (facts.st_mode & 0777) | S_IWUSR;
-    } else if (errno != ENOENT) {
-        return false;
-    }
-    // Always the same name, so that what a kill leaves behind goes the next time.
-    const auto fresh = native.parent_path() / ".larkspin.new";
-    ::unlink(fresh.c_str());
-    if ((writeThenName(fresh, contents, mode) || nameThenWrite(fresh, contents, mode)) &&
-        ::rename(fresh.c_str(), native.c_str()) == 0)
-        return true;
-    ::unlink(fresh.c_str());
-    return false;
+    return replaceFile(nativePath(path), contents);
 }
 
 bool PosixFiles::makeDirectory(const std::string& path) {
-    std::error_code failed;
-    std::filesystem::create_directories(nativePath(path), failed);
-    return std::filesystem::is_directory(nativePath(path), failed);
+    return makePrivateDirectory(nativePath(path));
 }
 
 // Hidden is what begins with a dot here, and the data directory lies below one.

@@ -1,32 +1,50 @@
 #include "platform/posix/posix_process.h"
 
+#include "platform/posix/drive_paths.h"
+#include "platform/posix/private_directory.h"
+#include "platform/posix/replace_file.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
-#include <sys/file.h>
 #include <unistd.h>
 
 namespace larkspin {
 
-PosixProcess::~PosixProcess() {
-    if (lock_ >= 0)
-        ::close(lock_);
+namespace {
+
+enum class Claim { ours, taken, impossible };
+
+// A record lock, since those work on network file systems as well, and one that belongs to the
+// open file rather than to the process, so that no other descriptor can lose it.
+Claim lock(const Descriptor& file) {
+    struct flock whole {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    if (!file.isOpen())
+        return Claim::impossible;
+    if (::fcntl(file.number(), F_OFD_SETLK, &whole) == 0)
+        return Claim::ours;
+    return errno == EAGAIN || errno == EACCES ? Claim::taken : Claim::impossible;
 }
 
+} // namespace
+
 bool PosixProcess::claimOnlyCopy() {
-    if (lock_ >= 0)
+    if (lock_.isOpen())
         return true;
-    std::error_code failed;
-    std::filesystem::create_directories(std::filesystem::path(lockFile_).parent_path(), failed);
-    const int lock = ::open(lockFile_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (lock < 0)
-        return true;
-    if (::flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-        ::close(lock);
+    const std::string directory = nativePath(dataDirectory_);
+    makePrivateDirectory(directory);
+    Descriptor file(::open((directory + "/larkspin.lock").c_str(),
+                           O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
+    const Claim claim = lock(file);
+    if (claim == Claim::taken)
         return false;
+    closeToOthers(directory);
+    if (claim == Claim::ours) {
+        lock_ = std::move(file);
+        removeUnfinished(directory);
     }
-    lock_ = lock;
     return true;
 }
 

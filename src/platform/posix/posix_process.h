@@ -1,7 +1,11 @@
 // The program's process on a POSIX system: the lock by which a running copy is known, and the
 // end.
+//
+// The lock is a file in the data directory, so that there is one copy for each such directory, by
+// whatever way it was reached.
 #pragma once
 
+#include "platform/posix/descriptor.h"
 #include "shell/event_loop.h"
 #include "shell/process.h"
 
@@ -11,13 +15,12 @@ namespace larkspin {
 
 class PosixProcess : public Process {
 public:
-    // The lock file (a native path) is made if it isn't there, with the directory above it.
-    explicit PosixProcess(std::string lockFile) : lockFile_(std::move(lockFile)) {}
-    ~PosixProcess() override;
-    PosixProcess(const PosixProcess&) = delete;
-    PosixProcess& operator=(const PosixProcess&) = delete;
+    explicit PosixProcess(std::string dataDirectory) // a drive path
+        : dataDirectory_(std::move(dataDirectory)) {}
 
-    // Where no lock can be made at all, every copy counts as the only one.
+    // The first copy makes the data directory if it isn't there, closes it to everybody else, and
+    // removes what interrupted writes have left in it. Where no lock can be made, as in a
+    // directory that can't be written to, every copy counts as the only one.
     bool claimOnlyCopy() override;
 
     // Runs what `beforeEnd` said and leaves at once: nothing is destroyed on the way.
@@ -27,8 +30,8 @@ public:
     void beforeEnd(Task task) { beforeEnd_ = std::move(task); }
 
 private:
-    std::string lockFile_;
-    int lock_ = -1; // open while the place is held
+    std::string dataDirectory_;
+    Descriptor lock_; // open while the place is held
     Task beforeEnd_;
 };
 

@@ -13,10 +13,6 @@ std::string userDataDirectory() {
     return drivePath(home) + "\\larkspin";
 }
 
-std::string userLockFile() {
-    return std::string(g_get_user_runtime_dir()) + "/larkspin.lock";
-}
-
 std::string loginName() {
     return g_get_user_name();
 }

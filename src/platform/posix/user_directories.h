@@ -6,7 +6,6 @@
 namespace larkspin {
 
 std::string userDataDirectory(); // larkspin's own below the data home, as a drive path
-std::string userLockFile();      // native, in the runtime directory
 std::string loginName();
 
 } // namespace larkspin

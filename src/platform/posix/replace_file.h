@@ -1,0 +1,15 @@
+// Replacing a file as a whole, so that it holds either the old or the new contents at every
+// moment, and what interrupted replacements have left behind. Paths are native.
+#pragma once
+
+#include <string>
+
+namespace larkspin {
+
+// As Files::replace. A link stays a link: what it points to is replaced.
+bool replaceFile(const std::string& path, const std::string& contents);
+
+// Removes the unfinished files in a directory. Nobody may be writing there meanwhile.
+void removeUnfinished(const std::string& directory);
+
+} // namespace larkspin
