@@ -37,7 +37,8 @@ void reply(benchmark::State& state) {
     machine.writeDataFile("larkspin.ini", settings);
     machine.start();
     for (auto _ : state) {
-        machine.program->chat.reply.saychat("playing:  <b>1</b>.  <b><u>Artist</b></u> 01 - Some Title");
+        machine.program->chat.reply.saychat(
+            "playing:  <b>1</b>.  <b><u>Artist</b></u> 01 - Some Title");
         if (machine.room.lines.empty())
             state.SkipWithError("nothing said");
         machine.forget();

@@ -23,8 +23,8 @@ bool RowList::add(Row row) {
         return false;
     if (known_)
         known_->insert(row.folded());
-    const bool goesLast =
-        order_ == Order::ofAddition || empty() || row.folded() >= blocks_.back().back().row.folded();
+    const bool goesLast = order_ == Order::ofAddition || empty() ||
+                          row.folded() >= blocks_.back().back().row.folded();
     const Place place = goesLast ? placeOf(count_) : placeFor(row);
     if (!goesLast && current_ >= 0 && indexOf(place) <= current_)
         ++current_;
@@ -163,9 +163,10 @@ RowList::Place RowList::placeFor(const Row& row) const {
     const auto after = [](std::string_view folded, const Slot& slot) {
         return folded < slot.row.folded();
     };
-    const auto block = std::partition_point(
-        blocks_.begin(), blocks_.end(),
-        [&](const Block& candidate) { return !after(row.folded(), candidate.back()); });
+    const auto block =
+        std::partition_point(blocks_.begin(), blocks_.end(), [&](const Block& candidate) {
+            return !after(row.folded(), candidate.back());
+        });
     if (block == blocks_.end())
         return placeOf(count_);
     const auto place = std::upper_bound(block->begin(), block->end(), row.folded(), after);
