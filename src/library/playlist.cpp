@@ -4,6 +4,8 @@
 #include "shell/app_state.h"
 #include "text/fold.h"
 
+#include <algorithm>
+
 namespace larkspin {
 
 namespace {
@@ -12,6 +14,11 @@ namespace {
 bool nameContains(const Row& row, std::string_view folded) {
     return row.folded().substr(0, longestName(row.bar())).find(folded) != std::string_view::npos &&
            rowname(row.folded()).find(folded) != std::string_view::npos;
+}
+
+std::string_view foldedDirectory(const Row& row) {
+    const std::string_view folded = row.folded();
+    return folded.substr(std::min(row.bar() + 2, folded.size()));
 }
 
 } // namespace
@@ -71,7 +78,7 @@ bool searchrows(AppState& state, RowList& list, std::string_view text) {
 void collectdirs(AppState& state) {
     state.knownDirs.clear();
     for (int index = 0; index < state.masterList.count(); ++index) {
-        const std::string_view folded = rowdir(state.masterList.folded(index));
+        const std::string_view folded = foldedDirectory(state.masterList.share(index));
         if (folded.empty() || !state.knownDirs.containsFolded(folded))
             state.knownDirs.add(rowdir(state.masterList.row(index)));
     }

@@ -6,6 +6,8 @@
 #include "text/fold.h"
 #include "text/utf8.h"
 
+#include <set>
+
 using namespace larkspin;
 
 static std::string rebuilt(std::string_view row) {
@@ -38,6 +40,23 @@ static void search(AppState& state, const std::string& text) {
     demand(found == (hits > 0) && state.choiceList.count() == hits && state.masterIndex() == last);
 }
 
+// Every directory stands in the list, and none twice.
+static void collect(AppState& state) {
+    collectdirs(state);
+    std::set<std::string> directories;
+    int empty = 0;
+    for (int index = 0; index < state.masterList.count(); ++index) {
+        const std::string directory = foldCase(rowdir(state.masterList.row(index)));
+        empty += directory.empty();
+        directories.insert(directory);
+    }
+    directories.erase("");
+    demand(state.knownDirs.count() == static_cast<int>(directories.size()) + empty);
+    for (int index = 0; index < state.knownDirs.count(); ++index)
+        demand(state.knownDirs.row(index).empty() ||
+               directories.contains(foldCase(state.knownDirs.row(index))));
+}
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
     const std::string text = input.ConsumeRandomLengthString(4);
@@ -53,5 +72,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         addToPlaylist(state, Row(row));
     }
     search(state, text);
+    collect(state);
     return 0;
 }

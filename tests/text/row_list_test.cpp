@@ -9,25 +9,32 @@
 namespace larkspin {
 namespace {
 
+struct ModelRow {
+    std::string text;
+    bool selected = false;
+};
+
 TEST(RowList, StaysLikeAPlainVectorThroughRandomChanges) {
     for (const bool sorted : {false, true}) {
         std::mt19937 random(11);
         const auto below = [&random](std::size_t end) { return static_cast<int>(random() % end); };
+        RowWriter writer;
         const auto word = [&below] {
-            constexpr const char* heads[] = {"a", "A", "ä", "Ä", "_", "\xFF", "a ", ""};
-            return heads[below(8)] + std::to_string(below(300));
+            constexpr const char* heads[] = {"a", "A", "ä", "Ä", "_", "\xFF", "a ", "", "|b", "B|"};
+            return heads[below(10)] + std::to_string(below(300));
         };
         RowList list(sorted ? RowList::Order::sorted : RowList::Order::ofAddition);
-        std::vector<std::string> model;
+        std::vector<ModelRow> model;
         int current = -1;
         for (int step = 0, walk = 0; step < 16000; ++step, ++walk) {
             if (below(8) < (step / 4000 % 2 == 0 ? 6 : 2)) { // grows and shrinks by turns
                 const std::string text = word();
-                const auto place = std::upper_bound(sorted ? model.begin() : model.end(),
-                                                    model.end(), text, lessFolded);
+                const auto place = std::upper_bound(
+                    sorted ? model.begin() : model.end(), model.end(), text,
+                    [](const auto& added, const auto& row) { return lessFolded(added, row.text); });
                 current += place - model.begin() <= current;
-                model.insert(place, text);
-                ASSERT_TRUE(list.add(text));
+                model.insert(place, {text});
+                ASSERT_TRUE(below(2) == 0 ? list.add(text) : list.add(writer.write(text)));
             } else {
                 const int index = below(model.size() + 2) - 1; // outside the list at times
                 list.removeAt(index);
@@ -36,18 +43,40 @@ TEST(RowList, StaysLikeAPlainVectorThroughRandomChanges) {
                     current = index == current ? -1 : current - (index < current);
                 }
             }
-            walk = below(4) == 0 ? below(model.size() + 2) : walk;
-            const bool inside = walk < std::ssize(model);
+            walk = below(4) == 0 ? below(model.size() + 2) - 1 : walk;
+            const bool inside = walk >= 0 && walk < std::ssize(model);
+            const auto at = static_cast<std::size_t>(walk);
             if (below(16) == 0) {
-                ASSERT_EQ(list.setCurrentIndex(walk), inside);
-                current = inside ? walk : current;
+                ASSERT_EQ(list.setCurrentIndex(walk), inside || walk == -1);
+                current = inside || walk == -1 ? walk : current;
             }
+            const int selecting = below(1000);
+            if (selecting < 500) {
+                list.setSelected(walk, selecting % 2 != 0);
+                if (inside)
+                    model[at].selected = selecting % 2 != 0;
+            } else if (selecting < 504) {
+                selecting < 502 ? list.clearSelection() : list.selectOnly(walk);
+                for (ModelRow& row : model)
+                    row.selected = row.selected && selecting >= 502 && !inside;
+                if (selecting >= 502 && inside)
+                    model[at].selected = true;
+            } else if (selecting == 504 && step % 4000 < 500) {
+                list.clear();
+                model.clear();
+                current = -1;
+                continue;
+            }
+            ASSERT_EQ(list.count(), std::ssize(model));
             ASSERT_EQ(list.currentIndex(), current);
-            ASSERT_EQ(list.row(walk), inside ? model[static_cast<std::size_t>(walk)] : "");
+            ASSERT_EQ(list.row(walk), inside ? model[at].text : "");
+            ASSERT_EQ(list.folded(walk), inside ? foldCase(model[at].text) : "");
+            ASSERT_EQ(list.isSelected(walk), inside ? model[at].selected : false);
+            ASSERT_EQ(list.selectedCount(), std::ranges::count(model, true, &ModelRow::selected));
             if (step % 16 < 2) {
                 const std::string asked = word();
                 ASSERT_EQ(list.contains(asked), std::ranges::any_of(model, [&](auto& row) {
-                              return equalFolded(row, asked);
+                              return equalFolded(row.text, asked);
                           }));
             }
         }
@@ -61,13 +90,62 @@ TEST(RowList, RefusesRowsPastItsLimitAndNothingElseChanges) {
             ASSERT_TRUE(list.add("row " + std::to_string(number)));
         list.setCurrentIndex(4711);
         const std::string current(list.currentRow());
-        EXPECT_FALSE(list.contains("a new one") || list.add("a new one") ||
-                     list.add(Row("a new one")) || list.contains("a new one"));
+        EXPECT_FALSE(list.contains("a new one"));
+        EXPECT_FALSE(list.add("a new one"));
+        EXPECT_FALSE(list.add(Row("a new one")));
+        EXPECT_FALSE(list.contains("a new one"));
         EXPECT_EQ(list.count(), 32767);
         list.removeAt(0);
         EXPECT_EQ(list.currentRow(), current);
-        EXPECT_TRUE(list.add("a new one") && list.contains("A new one"));
+        EXPECT_TRUE(list.add("a new one"));
+        EXPECT_TRUE(list.contains("A new one"));
     }
+}
+
+// The bytes whose top bits a hash of words is the likeliest to lose.
+TEST(RowList, TellsTextsApartThatDifferInTheTopBitsOfAFewBytes) {
+    const std::string text = "some text of sixteen";
+    for (const auto order : {RowList::Order::ofAddition, RowList::Order::sorted}) {
+        for (int changes = 1; changes < 8; ++changes) {
+            std::string other = text;
+            for (const auto& [bit, byte] : {std::pair{1, 7u}, {2, 11u}, {4, 15u}})
+                if (changes & bit)
+                    other[byte] = static_cast<char>(other[byte] ^ 0x80);
+            RowList list(order);
+            list.add(text);
+            EXPECT_FALSE(list.contains(other)) << changes;
+            list.add(other);
+            EXPECT_TRUE(list.contains(other)) << changes;
+        }
+    }
+}
+
+TEST(Row, LivesOnWhenItsWriterAndTheRowsBesideItAreGone) {
+    Row kept;
+    {
+        RowWriter writer;
+        for (int number = 0; number < 1000; ++number) {
+            const Row row = writer.write("Row " + std::to_string(number) + " | side");
+            if (number == 500)
+                kept = row;
+        }
+    }
+    EXPECT_EQ(kept.text(), "Row 500 | side");
+    EXPECT_EQ(kept.folded(), "row 500 | side");
+    EXPECT_EQ(kept.bar(), 8u);
+}
+
+TEST(Row, TakesTextsOfAnySize) {
+    RowWriter writer;
+    for (const std::size_t size : {0u, 1u, 3000u, 5000u, 9000u, 100000u}) {
+        const std::string text(size, 'X');
+        const Row row = writer.write(text);
+        EXPECT_EQ(row.text(), text);
+        EXPECT_EQ(row.folded(), std::string(size, 'x'));
+        EXPECT_EQ(row.bar(), size);
+    }
+    EXPECT_EQ(Row().text(), "");
+    EXPECT_EQ(Row().bar(), 0u);
 }
 
 } // namespace
