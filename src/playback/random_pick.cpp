@@ -7,7 +7,8 @@
 #include "shell/settings.h"
 #include "text/number.h"
 
-#include <vector>
+#include <string>
+#include <string_view>
 
 namespace larkspin {
 
@@ -31,9 +32,7 @@ bool RandomPick::randompick(const StillWanted& stillWanted) {
         taken = offerRow(chance_.below(state_.masterList.count()));
     }
     if (!taken)
-        offerRow(anyOf(state_.masterList.count(), [this](int index) {
-            return !isRemembered(state_.masterList.folded(index));
-        }));
+        offerRow(anyOf(rowsLeft(), state_.masterList.count()));
     if (state_.playedMemory.count() == state_.masterList.count())
         state_.playedMemory.clear();
     return true;
@@ -52,9 +51,28 @@ bool RandomPick::offerRow(int index) {
     return true;
 }
 
-bool RandomPick::isRemembered(std::string_view foldedRow) {
-    title_.assign(rowname(foldedRow)).append(rowext(foldedRow));
-    return state_.playedMemory.containsFolded(title_);
+// The rows whose titles aren't remembered. All titles are made before the first one is looked up:
+// the two kinds of work in turns push each other out of the processor's cache and take twice as
+// long.
+std::vector<int> RandomPick::rowsLeft() const {
+    std::string titles;
+    std::vector<std::size_t> ends;
+    for (int index = 0; index < state_.masterList.count(); ++index) {
+        const std::string_view row = state_.masterList.folded(index);
+        titles.append(rowname(row)).append(rowext(row));
+        ends.push_back(titles.size());
+    }
+    std::vector<int> left;
+    std::size_t start = 0;
+    int row = 0;
+    for (const std::size_t end : ends) {
+        const auto title = std::string_view(titles).substr(start, end - start);
+        if (!state_.playedMemory.containsFolded(title))
+            left.push_back(row);
+        start = end;
+        ++row;
+    }
+    return left;
 }
 
 bool RandomPick::pickFromChoices(const StillWanted& stillWanted) {
@@ -66,10 +84,16 @@ bool RandomPick::pickFromChoices(const StillWanted& stillWanted) {
         taken = offerChoice(chance_.below(state_.choiceList.count()));
     }
     if (!taken)
-        offerChoice(anyOf(state_.choiceList.count(), [this](int index) {
-            return !state_.playedMemory.containsFolded(state_.choiceList.folded(index));
-        }));
+        offerChoice(anyOf(choicesLeft(), state_.choiceList.count()));
     return true;
+}
+
+std::vector<int> RandomPick::choicesLeft() const {
+    std::vector<int> left;
+    for (int index = 0; index < state_.choiceList.count(); ++index)
+        if (!state_.playedMemory.containsFolded(state_.choiceList.folded(index)))
+            left.push_back(index);
+    return left;
 }
 
 bool RandomPick::offerChoice(int index) {
@@ -109,11 +133,7 @@ bool RandomPick::meetsMemory(int index) {
 
 // One of the indexes that are left, each as likely as the other. With none left the memory
 // is emptied, and all of them are.
-int RandomPick::anyOf(int count, const std::function<bool(int)>& isLeft) {
-    std::vector<int> left;
-    for (int index = 0; index < count; ++index)
-        if (isLeft(index))
-            left.push_back(index);
+int RandomPick::anyOf(const std::vector<int>& left, int count) {
     if (!left.empty())
         return left[static_cast<std::size_t>(chance_.below(static_cast<int>(left.size())))];
     state_.playedMemory.clear();

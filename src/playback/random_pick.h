@@ -6,8 +6,8 @@
 #include "playback/chance.h"
 
 #include <functional>
-#include <string>
 #include <string_view>
+#include <vector>
 
 namespace larkspin {
 
@@ -39,16 +39,16 @@ private:
 
     bool offerRow(int index);
     bool offerChoice(int index);
-    bool isRemembered(std::string_view foldedRow);
+    std::vector<int> rowsLeft() const;
+    std::vector<int> choicesLeft() const;
     bool meetsMemory(int index);
-    int anyOf(int count, const std::function<bool(int)>& isLeft);
+    int anyOf(const std::vector<int>& left, int count);
 
     AppState& state_;
     Settings& settings_;
     EventLoop& loop_;
     Choices& choices_;
     Chance chance_;
-    std::string title_; // of the row last looked up; kept for its room
 };
 
 } // namespace larkspin
