@@ -120,7 +120,7 @@ bool Scan::enter(const Visit& visit) {
 
 void Scan::noteFile(const std::string& fileName, const std::string& directory) {
     if (!state_.scanRows.full())
-        state_.scanRows.add(rowOfFile(fileName, directory));
+        state_.scanRows.add(rows_.write(rowOfFile(fileName, directory)));
     // Most files lie where the one before them did.
     const RowList& known = state_.knownDirs;
     if (known.row(known.count() - 1) != directory && !known.contains(directory))

@@ -8,6 +8,7 @@
 
 #include "library/listers.h"
 #include "shell/pause.h"
+#include "text/row.h"
 
 #include <string>
 #include <vector>
@@ -57,6 +58,7 @@ private:
     EventLoop& loop_;
     Pause pause_;
     Reply& reply_;
+    RowWriter rows_; // of the files found
 };
 
 } // namespace larkspin
