@@ -51,10 +51,10 @@ void addChatWorks() {
     addWork("a stranger's line", 0.5e-6, [](benchmark::State& state) {
         hearLine(state, "somebody else", "does anybody here know who sings this one?");
     });
-    addWork("an owner's line that is no command", 10e-6, [](benchmark::State& state) {
+    addWork("an owner's line that is no command", 5e-6, [](benchmark::State& state) {
         hearLine(state, "Owner", "does anybody here know who sings this one?");
     });
-    addWork("the same behind the trigger", 10e-6, [](benchmark::State& state) {
+    addWork("the same behind the trigger", 5e-6, [](benchmark::State& state) {
         hearLine(state, "Owner", "'does anybody here know who sings this one?");
     });
     addWork("a reply, with its settings on disk", 150e-6, reply);

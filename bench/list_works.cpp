@@ -5,6 +5,9 @@
 #include "library/playlist_row.h"
 #include "made_music.h"
 #include "platform/posix/drive_paths.h"
+#include "platform/posix/poll_loop.h"
+#include "platform/posix/posix_files.h"
+#include "shell/app_state.h"
 #include "support/virtual_machine.h"
 #include "works.h"
 
@@ -46,13 +49,71 @@ void load(benchmark::State& state, const RowList& lines) {
     }
 }
 
-void search(benchmark::State& state, std::string_view text, int hits) {
+// The rows by name, every other one with another extension.
+std::vector<Row> mixedRows(int rows) {
+    const RowList songs = savedOrder(scannedRows(rows));
+    std::vector<Row> mixed;
+    for (int index = 0; index < songs.count(); ++index) {
+        const std::string_view row = songs.row(index);
+        mixed.push_back(Row(makerow(rowname(row), index % 2 ? ".wav" : ".mp3", rowdir(row))));
+    }
+    return mixed;
+}
+
+void fillByTransfer(AppState& app, int rows) {
+    fillPlaylist(app, scannedRows(rows));
+}
+
+void fillFromFile(AppState& app, int rows) {
+    const TempDirectory disk;
+    PosixFiles files;
+    const std::string path = drivePath((disk.path() / "temp.lst").native());
+    LineFiles lineFiles(files);
+    lineFiles.savelines(path, savedOrder(scannedRows(rows)));
+    lineFiles.loadPlaylist(path, app);
+}
+
+void search(benchmark::State& state, void (*fill)(AppState&, int), std::string_view text,
+            int hits) {
     AppState app;
-    fillPlaylist(app, scannedRows(sizeOf(state)));
+    fill(app, sizeOf(state));
     for (auto _ : state) {
         timed(state, [&] { searchrows(app, app.masterList, text); });
         if (app.choiceList.count() != hits)
             state.SkipWithError("wrong hits");
+    }
+}
+
+// By index, each row that holds the text out of both lists; the one that moves up is next.
+void removeRowsWith(AppState& app, std::string_view foldedText) {
+    const int last = app.masterList.count();
+    for (int index = 0; index <= last; ++index)
+        if (index < app.masterList.count() &&
+            app.masterList.folded(index).find(foldedText) != std::string_view::npos)
+            removeFromPlaylist(app, index--);
+}
+
+// The same for the rows that are selected in the view, while events run.
+void removeSelected(AppState& app, EventLoop& loop) {
+    for (int index = 0; index < app.playlistView.count();) {
+        if (app.playlistView.isSelected(index))
+            removeFromPlaylist(app, index);
+        else
+            ++index;
+        loop.serveTurn();
+    }
+}
+
+void remove(benchmark::State& state, int left, const std::function<void(AppState&)>& work) {
+    const std::vector<Row> rows = mixedRows(sizeOf(state));
+    for (auto _ : state) {
+        AppState app;
+        fillPlaylist(app, rows);
+        for (int index = 1; index < app.playlistView.count(); index += 2)
+            app.playlistView.setSelected(index, true);
+        timed(state, [&] { work(app); });
+        if (app.masterList.count() != left || app.playlistView.count() != left)
+            state.SkipWithError("wrong rows left");
     }
 }
 
@@ -120,24 +181,49 @@ void writeSetting(benchmark::State& state) {
         machine.program->shell.settings.put("play", (odd = !odd) ? "1" : "0");
 }
 
+void addSearchWorks() {
+    const std::string_view someTitle = "TITLE 00012", noTitle = "title of no song";
+    addSizedWork("play *: 10 hits, list as loaded", 0.002,
+                 [=](benchmark::State& state) { search(state, fillFromFile, someTitle, 10); });
+    addSizedWork("play *: no hit, list as loaded", 0.002,
+                 [=](benchmark::State& state) { search(state, fillFromFile, noTitle, 0); });
+    addSizedWork("play *: 10 hits, list as transferred", 0.002,
+                 [=](benchmark::State& state) { search(state, fillByTransfer, someTitle, 10); });
+    addSizedWork("play *: no hit, list as transferred", 0.002,
+                 [=](benchmark::State& state) { search(state, fillByTransfer, noTitle, 0); });
+}
+
+void addRemoveWorks() {
+    addSizedWork("listrmv of all rows", 0.020, [](benchmark::State& state) {
+        remove(state, 0, [](AppState& app) { removeRowsWith(app, "album"); });
+    });
+    addSizedWork("listrmv of every other row", 0.020, [](benchmark::State& state) {
+        const int left = (sizeOf(state) + 1) / 2;
+        remove(state, left, [](AppState& app) { removeRowsWith(app, ".wav"); });
+    });
+    addSizedWork("remove file(s), every other row selected", 0.020, [](benchmark::State& state) {
+        PollLoop loop;
+        const int left = (sizeOf(state) + 1) / 2;
+        remove(state, left, [&loop](AppState& app) { removeSelected(app, loop); });
+    });
+}
+
 } // namespace
 
 void addListWorks() {
-    addSizedWork("load a playlist into both lists", 0.060, [](benchmark::State& state) {
+    addSizedWork("load a playlist into both lists", 0.030, [](benchmark::State& state) {
         load(state, savedOrder(scannedRows(sizeOf(state))));
     });
     addSizedWork("load a playlist in no order", noBudget, [](benchmark::State& state) {
         load(state, shuffledOrder(scannedRows(sizeOf(state))));
     });
-    addSizedWork("play *: search with 10 hits", 0.004,
-                 [](benchmark::State& state) { search(state, "TITLE 00012", 10); });
-    addSizedWork("play *: search without a hit", 0.004,
-                 [](benchmark::State& state) { search(state, "title of no song", 0); });
-    addSizedWork("transfer of new rows", 0.100,
+    addSearchWorks();
+    addSizedWork("transfer of new rows", 0.040,
                  [](benchmark::State& state) { transfer(state, false); });
-    addSizedWork("transfer of rows that are there", 0.050,
+    addSizedWork("transfer of rows that are there", 0.015,
                  [](benchmark::State& state) { transfer(state, true); });
-    addSizedWork("collectdirs", 0.025, collect);
+    addRemoveWorks();
+    addSizedWork("collectdirs", 0.005, collect);
     addSizedWork("random pick, all rows but one remembered", 0.005, pick);
     addWork("a setting written to disk", noBudget, writeSetting)->UseRealTime();
 }

@@ -45,12 +45,13 @@ std::vector<Row> scannedRows(int rows) {
     const int directories = directoriesFor(rows);
     std::vector<Row> made;
     made.reserve(static_cast<std::size_t>(rows));
+    RowWriter writer;
     for (int at = 0, number = 0; at < directories; ++at) {
         const std::string directory = "c:\\home\\jo\\Music\\Shelf\\Album " + padded(at, 4);
         const int first = number, end = (at + 1) * rows / directories;
         for (; number < end; ++number) {
             const int artist = (number - first) * artists / (end - first);
-            made.push_back(Row(makerow(songName(artist, number), ".mp3", directory)));
+            made.push_back(writer.write(makerow(songName(artist, number), ".mp3", directory)));
         }
     }
     return made;
@@ -82,17 +83,6 @@ void makeTree(const std::filesystem::path& root, int files) {
     makeBranch(root, files / 2, number);
     makeBranch(root / "half", files / 4, number);
     makeBranch(root / "half" / "half", files / 4, number);
-}
-
-// A frame whose side information is all zeros decodes to silence.
-void makeSilentSong(const std::filesystem::path& file, int seconds) {
-    constexpr std::size_t frameBytes = 417;
-    constexpr double framesPerSecond = 44100.0 / 1152;
-    std::string frame(frameBytes, '\0');
-    frame.replace(0, 4, "\xFF\xFB\x90\xC4");
-    std::ofstream out(file, std::ios::binary);
-    for (int left = static_cast<int>(seconds * framesPerSecond); left > 0; --left)
-        out << frame;
 }
 
 } // namespace larkspin

@@ -1,5 +1,5 @@
-// Music that doesn't exist, in any amount: rows with realistic names, trees of empty files,
-// and one file that really plays.
+// Music that doesn't exist, in any amount: rows with realistic names, and trees of
+// empty files.
 #pragma once
 
 #include "text/row_list.h"
@@ -27,8 +27,5 @@ std::vector<int> shuffledIndexes(int count);
 // 20 empty files in each directory. Half of them, with half of the directories, lie below
 // `half`, and half of those below `half/half`.
 void makeTree(const std::filesystem::path& root, int files);
-
-// MPEG-1 Layer III, 44.1 kHz, 128 kbit/s, without a sound.
-void makeSilentSong(const std::filesystem::path& file, int seconds);
 
 } // namespace larkspin

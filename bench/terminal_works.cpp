@@ -5,10 +5,14 @@
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/posix_files.h"
 #include "support/child.h"
+#include "support/made_songs.h"
 #include "support/temp_directory.h"
 #include "works.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <thread>
 
 namespace larkspin {
@@ -19,17 +23,23 @@ using namespace std::chrono_literals;
 
 constexpr auto patience = 20s;
 constexpr auto wakeupsWatched = 3s;
+constexpr auto songLength = 60s;
+
+// What the start waits before it greets.
+constexpr double startPause = 0.1;
 
 // What the player below keeps for all its users: it takes seconds to make.
 using Cache = std::shared_ptr<TempDirectory>;
 
-// A home with a playlist in which one song really plays.
+// A home with a playlist in which one song really plays, if there is to be one.
 class Home {
 public:
-    Home(int rows, Cache cache) : cache_(std::move(cache)) {
-        makeSilentSong(song(), 60);
+    Home(int rows, Cache cache, const std::string& songType = "")
+        : song_(disk_.path() / ("tone" + songType)), cache_(std::move(cache)) {
         std::vector<Row> made = scannedRows(rows - 1);
-        made.push_back(Row(makerow("silence", ".mp3", drivePath(disk_.path().native()))));
+        made.push_back(Row(rowOfFile(song_.filename().native(), drivePath(disk_.path().native()))));
+        if (!songType.empty())
+            makeSong(song_, std::chrono::duration<double>(songLength).count());
         const auto data = disk_.path() / "larkspin";
         std::filesystem::create_directories(data);
         PosixFiles files;
@@ -39,7 +49,8 @@ public:
                     "trigger='\r\nmp3sec=987654\r\nprogsec=1987654\r\nmedia filter=mp3\r\n");
     }
 
-    std::filesystem::path song() const { return disk_.path() / "silence.mp3"; }
+    bool hasSong() const { return std::filesystem::exists(song_); }
+    const std::filesystem::path& song() const { return song_; }
 
     // Everything that the program and the player under it keep stays in here, also the lock
     // by which a running copy is known.
@@ -53,6 +64,7 @@ public:
 
 private:
     TempDirectory disk_;
+    std::filesystem::path song_;
     Cache cache_;
 };
 
@@ -78,33 +90,55 @@ bool greets(Child& child) {
     return child.says("larkspin player - by moraine", patience);
 }
 
-void start(benchmark::State& state, const Cache& cache, bool (*isThere)(Child&)) {
+void start(benchmark::State& state, const Cache& cache, bool (*isThere)(Child&), double pauses) {
     const Home home(static_cast<int>(state.range(0)), cache);
     if (!warmUp(state, home))
         return;
     for (auto _ : state) {
-        std::unique_ptr<Child> child;
-        bool there = false;
-        timed(state, [&] {
-            child = home.start();
-            there = child && isThere(*child);
-        });
+        const auto begin = std::chrono::steady_clock::now();
+        const std::unique_ptr<Child> child = home.start();
+        const bool there = child && isThere(*child);
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+        state.SetIterationTime(std::max(taken.count() - pauses, 0.0));
         if (!there)
             state.SkipWithError("doesn't start");
     }
 }
 
-bool hasOpen(pid_t process, const std::filesystem::path& file) {
-    const std::filesystem::path open = "/proc/" + std::to_string(process) + "/fd";
+std::filesystem::path processDirectory(pid_t process) {
+    return "/proc/" + std::to_string(process);
+}
+
+// The process with all that it has started, and what these have.
+std::vector<pid_t> processTree(pid_t root) {
+    std::vector<pid_t> tree{root};
     std::error_code gone;
-    for (const auto& entry : std::filesystem::directory_iterator(open, gone))
+    for (const auto& task :
+         std::filesystem::directory_iterator(processDirectory(root) / "task", gone)) {
+        std::ifstream children(task.path() / "children");
+        for (pid_t child = 0; children >> child;)
+            std::ranges::copy(processTree(child), std::back_inserter(tree));
+    }
+    return tree;
+}
+
+bool hasOpen(pid_t process, const std::filesystem::path& file) {
+    std::error_code gone;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(processDirectory(process) / "fd", gone))
         if (std::filesystem::read_symlink(entry.path(), gone) == file)
             return true;
     return false;
 }
 
-// A running program, playing for a second if it shall. Nothing, with an error, if it doesn't.
-std::unique_ptr<Child> running(benchmark::State& state, const Home& home, bool playing) {
+bool plays(const Child& child, const std::filesystem::path& song) {
+    return std::ranges::any_of(processTree(child.id()),
+                               [&](pid_t process) { return hasOpen(process, song); });
+}
+
+// A running program, playing for a second if there is a song. Nothing, with an error, if it
+// doesn't.
+std::unique_ptr<Child> running(benchmark::State& state, const Home& home) {
     if (!warmUp(state, home))
         return nullptr;
     auto child = home.start();
@@ -112,81 +146,93 @@ std::unique_ptr<Child> running(benchmark::State& state, const Home& home, bool p
         state.SkipWithError("doesn't start");
         return nullptr;
     }
-    if (playing)
-        child->tell("'play silence");
+    if (home.hasSong())
+        child->tell("'play tone");
     std::this_thread::sleep_for(1s);
-    if (playing && !hasOpen(child->id(), home.song())) {
+    if (home.hasSong() && !plays(*child, home.song())) {
         state.SkipWithError("doesn't play");
         return nullptr;
     }
     return child;
 }
 
-// A number of /proc/<pid>/status, which stands behind its name and a colon.
-double statusNumber(const std::filesystem::path& process, const std::string& name) {
-    std::ifstream status(process / "status");
-    for (std::string word; status >> word;) {
+// A number of a file such as /proc/<pid>/status, which stands behind its name and a colon.
+double numberIn(const std::filesystem::path& file, const std::string& name) {
+    std::ifstream lines(file);
+    for (std::string word; lines >> word;) {
         double value = 0;
-        if (word == name + ':' && status >> value)
+        if (word == name + ':' && lines >> value)
             return value;
     }
     return 0;
 }
 
-std::filesystem::path processDirectory(const Child& child) {
-    return "/proc/" + std::to_string(child.id());
-}
-
 double sleeps(const Child& child) {
     double count = 0;
     std::error_code gone;
-    for (const auto& task :
-         std::filesystem::directory_iterator(processDirectory(child) / "task", gone))
-        count += statusNumber(task.path(), "voluntary_ctxt_switches");
+    for (const pid_t process : processTree(child.id()))
+        for (const auto& task :
+             std::filesystem::directory_iterator(processDirectory(process) / "task", gone))
+            count += numberIn(task.path() / "status", "voluntary_ctxt_switches");
     return count;
 }
 
-void memory(benchmark::State& state, const Cache& cache) {
-    const Home home(static_cast<int>(state.range(0)), cache);
-    const auto child = running(state, home, true);
+// What is shared with other processes counts by its share.
+double megabytes(const Child& child) {
+    double kilobytes = 0;
+    for (const pid_t process : processTree(child.id()))
+        kilobytes += numberIn(processDirectory(process) / "smaps_rollup", "Pss");
+    return kilobytes / 1024;
+}
+
+void amount(benchmark::State& state, const Cache& cache, const std::string& songType,
+            const std::string& unit, double (*measure)(const Child&)) {
+    state.counters["size"] = fullSize;
+    state.SetLabel(unit);
+    const Home home(fullSize, cache, songType);
+    if (!songType.empty() && !home.hasSong())
+        state.SkipWithError("no song made");
+    const auto child = running(state, home);
     for (auto _ : state)
         state.SetIterationTime(1);
     if (child)
-        state.counters["amount"] = statusNumber(processDirectory(*child), "VmRSS") / 1024;
-    state.SetLabel("MB");
+        state.counters["amount"] = measure(*child);
 }
 
-void wakeups(benchmark::State& state, const Cache& cache, bool playing) {
-    const Home home(fullSize, cache);
-    const auto child = running(state, home, playing);
-    for (auto _ : state)
-        state.SetIterationTime(1);
-    if (child) {
-        const double before = sleeps(*child);
-        std::this_thread::sleep_for(wakeupsWatched);
-        state.counters["amount"] =
-            (sleeps(*child) - before) / std::chrono::duration<double>(wakeupsWatched).count();
-    }
-    state.SetLabel("/s");
+double wakeupsPerSecond(const Child& child) {
+    const double before = sleeps(child);
+    std::this_thread::sleep_for(wakeupsWatched);
+    return (sleeps(child) - before) / std::chrono::duration<double>(wakeupsWatched).count();
+}
+
+void addAmount(const std::string& name, double budget, const Cache& cache,
+               const std::string& songType, const std::string& unit,
+               double (*measure)(const Child&)) {
+    addWork(name, budget,
+            [=](benchmark::State& state) { amount(state, cache, songType, unit, measure); })
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Repetitions(3);
 }
 
 } // namespace
 
 void addTerminalWorks() {
-    const auto once = [](benchmark::internal::Benchmark* work) {
-        work->UseManualTime()->Iterations(1)->Repetitions(3);
-    };
     const auto cache = std::make_shared<TempDirectory>();
-    once(addSizedWork("start to greeting", 0.200,
-                      [=](benchmark::State& state) { start(state, cache, greets); }));
-    once(addSizedWork("start until it takes commands", noBudget,
-                      [=](benchmark::State& state) { start(state, cache, comesUp); }));
-    once(addSizedWork("resident memory, a song playing", 60,
-                      [=](benchmark::State& state) { memory(state, cache); }));
-    once(addWork("wake-ups while idle", noBudget,
-                 [=](benchmark::State& state) { wakeups(state, cache, false); }));
-    once(addWork("wake-ups while a song plays", noBudget,
-                 [=](benchmark::State& state) { wakeups(state, cache, true); }));
+    const auto addStart = [&](const std::string& name, double budget, bool (*isThere)(Child&),
+                              double pauses) {
+        addSizedWork(name, budget, [=](benchmark::State& state) {
+            start(state, cache, isThere, pauses);
+        })->Iterations(1);
+    };
+    addStart("start to greeting, less its pause", 0.030, greets, startPause);
+    addStart("start until it takes commands", noBudget, comesUp, 0);
+    addAmount("memory at rest", 20, cache, "", "MB", megabytes);
+    addAmount("memory, playing MP3", 40, cache, ".mp3", "MB", megabytes);
+    addAmount("memory, playing WMA", 60, cache, ".wma", "MB", megabytes);
+    addAmount("memory, playing MIDI", 60, cache, ".mid", "MB", megabytes);
+    addAmount("wake-ups at rest", 1, cache, "", "/s", wakeupsPerSecond);
+    addAmount("wake-ups, playing MP3", noBudget, cache, ".mp3", "/s", wakeupsPerSecond);
 }
 
 } // namespace larkspin

@@ -17,14 +17,16 @@ void setBudget(benchmark::State& state, double budget) {
 
 benchmark::internal::Benchmark* addSizedWork(const std::string& name, double budget, WorkRun run) {
     const auto measured = [budget, run = std::move(run)](benchmark::State& state) {
-        state.counters["size"] = static_cast<double>(state.range(0));
+        const auto rows = static_cast<double>(state.range(0));
+        state.counters["size"] = rows;
+        state.counters["bytes"] = rows * rowBytes;
         if (state.range(0) == fullSize)
             setBudget(state, budget);
         run(state);
     };
     return benchmark::RegisterBenchmark(name.c_str(), measured)
         ->Arg(1000)
-        ->Arg(8000)
+        ->Arg((fullSize + 1) / 2)
         ->Arg(fullSize)
         ->UseManualTime()
         ->Repetitions(repetitions)

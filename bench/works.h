@@ -1,7 +1,8 @@
 // The works that are measured, and how each is put on the table. Times are in seconds.
 //
-// A work's counters tell the table about it: "size", "budget", "amount" for what is measured
-// in another unit than time (the label says which), and any other for a time beside it.
+// A work's counters tell the table about it: "size", "bytes" for the memory that it goes through,
+// "budget", "amount" for what is measured in another unit than time (the label says which), and
+// any other for a time beside it.
 #pragma once
 
 #include "text/row_list.h"
@@ -18,7 +19,11 @@ using WorkRun = std::function<void(benchmark::State&)>;
 inline constexpr int fullSize = RowList::limit;
 inline constexpr double noBudget = 0;
 
-// A work over state.range(0) rows, at several sizes. The budget counts at the full one.
+// What a song takes in both lists together: its text, the same folded, and two places.
+inline constexpr double rowBytes = 360;
+
+// A work over state.range(0) rows: a small playlist, half of the full one, and the full one, at
+// which the budget counts.
 benchmark::internal::Benchmark* addSizedWork(const std::string& name, double budget, WorkRun run);
 
 // A work of one size only.
