@@ -13,8 +13,10 @@ namespace {
 // A list without regard to case takes only the first of several names that differ in case alone.
 // Which one that is must not depend on the order in which the disk tells them.
 void sortByName(std::vector<std::string>& names) {
-    std::sort(names.begin(), names.end());
-    std::stable_sort(names.begin(), names.end(), lessFolded);
+    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+        const int order = compareFolded(a, b);
+        return order != 0 ? order < 0 : a < b;
+    });
 }
 
 } // namespace
@@ -34,7 +36,7 @@ bool FileLister::setPath(const std::string& path) {
 
 FileLister::Shown FileLister::select(DirectoryListing listing) const {
     std::erase_if(listing.files,
-                  [this](const std::string& name) { return !fitsAny(foldCase(name), pattern_); });
+                  [this](const std::string& name) { return !fitsAnyFolded(name, pattern_); });
     sortByName(listing.files);
     listing.directories = {};
     return std::make_shared<const DirectoryListing>(std::move(listing));

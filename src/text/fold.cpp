@@ -77,15 +77,19 @@ bool equalFolded(std::string_view a, std::string_view b) {
 }
 
 bool lessFolded(std::string_view a, std::string_view b) {
+    return compareFolded(a, b) < 0;
+}
+
+int compareFolded(std::string_view a, std::string_view b) {
     const std::size_t both = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < both; ++i) {
         if (!isAscii(a[i]) || !isAscii(b[i]))
-            return foldCase(a.substr(i)) < foldCase(b.substr(i));
+            return foldCase(a.substr(i)).compare(foldCase(b.substr(i)));
         const char left = foldedAscii(a[i]), right = foldedAscii(b[i]);
         if (left != right)
-            return static_cast<unsigned char>(left) < static_cast<unsigned char>(right);
+            return static_cast<unsigned char>(left) < static_cast<unsigned char>(right) ? -1 : 1;
     }
-    return a.size() < b.size();
+    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
 }
 
 } // namespace larkspin

@@ -16,5 +16,7 @@ std::string foldCase(std::string_view text);
 // Compare as if both were folded, without making the folded texts.
 bool equalFolded(std::string_view a, std::string_view b);
 bool lessFolded(std::string_view a, std::string_view b); // by folded bytes, ascending
+// Below 0, 0 or above 0, as a comes before b, folds to the same, or comes behind it.
+int compareFolded(std::string_view a, std::string_view b);
 
 } // namespace larkspin

@@ -1,8 +1,42 @@
 #include "text/wildcard.h"
 
+#include "text/fold.h"
+
+#include <algorithm>
 #include <cstddef>
 
 namespace larkspin {
+
+namespace {
+
+template <typename Test> bool anyOf(std::string_view patterns, Test test) {
+    for (;;) {
+        const auto end = patterns.find(';');
+        if (test(patterns.substr(0, end)))
+            return true;
+        if (end == std::string_view::npos)
+            return false;
+        patterns.remove_prefix(end + 1);
+    }
+}
+
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+}
+
+// A scan asks this of every file. For "*.mp3", as nearly always, the end of the name tells, and
+// needn't be copied to be folded unless there is more than ASCII in it.
+bool fitsFolded(std::string_view text, std::string_view pattern) {
+    const bool isEnding = pattern.starts_with('*') && pattern.find('*', 1) == pattern.npos;
+    const std::size_t length = pattern.size() - 1;
+    const auto end = text.substr(text.size() - std::min(text.size(), length));
+    if (isEnding && isAscii(end))
+        return end.size() == length && equalFolded(end, pattern.substr(1));
+    return fits(foldCase(text), pattern);
+}
+
+} // namespace
 
 bool fits(std::string_view text, std::string_view pattern) {
     std::size_t at = 0, in = 0;
@@ -27,14 +61,11 @@ bool fits(std::string_view text, std::string_view pattern) {
 }
 
 bool fitsAny(std::string_view text, std::string_view patterns) {
-    for (;;) {
-        const auto end = patterns.find(';');
-        if (fits(text, patterns.substr(0, end)))
-            return true;
-        if (end == std::string_view::npos)
-            return false;
-        patterns.remove_prefix(end + 1);
-    }
+    return anyOf(patterns, [text](std::string_view pattern) { return fits(text, pattern); });
+}
+
+bool fitsAnyFolded(std::string_view text, std::string_view patterns) {
+    return anyOf(patterns, [text](std::string_view pattern) { return fitsFolded(text, pattern); });
 }
 
 } // namespace larkspin

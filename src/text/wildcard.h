@@ -8,7 +8,9 @@ namespace larkspin {
 
 bool fits(std::string_view text, std::string_view pattern);
 
-// Several patterns joined by semicolons: the text must fit one of them.
+// Several patterns joined by semicolons: the text must fit one of them. The second form does
+// without regard to case, for patterns that are folded.
 bool fitsAny(std::string_view text, std::string_view patterns);
+bool fitsAnyFolded(std::string_view text, std::string_view patterns);
 
 } // namespace larkspin

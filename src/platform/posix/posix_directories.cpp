@@ -1,12 +1,12 @@
 #include "platform/posix/posix_directories.h"
 
+#include "platform/posix/descriptor.h"
 #include "platform/posix/drive_paths.h"
 
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
-#include <memory>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,13 +15,13 @@ namespace larkspin {
 
 namespace {
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
+// What one call to the system brings: a scan asks for thousands of directories.
+constexpr std::size_t bufferSize = 32 * 1024;
+constexpr std::size_t usualFiles = 32; // in a directory
 
 enum class Kind { file, directory, other };
 
-Kind kindOf(DIR* directory, const dirent& entry) {
+Kind kindOf(int directory, const dirent64& entry) {
     if (entry.d_type == DT_REG)
         return Kind::file;
     if (entry.d_type == DT_DIR)
@@ -29,10 +29,10 @@ Kind kindOf(DIR* directory, const dirent& entry) {
     if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
         return Kind::other;
     struct stat facts {};
-    if (::fstatat(::dirfd(directory), entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
+    if (::fstatat(directory, entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
         return Kind::other;
     const bool isLink = S_ISLNK(facts.st_mode);
-    if (isLink && ::fstatat(::dirfd(directory), entry.d_name, &facts, 0) != 0)
+    if (isLink && ::fstatat(directory, entry.d_name, &facts, 0) != 0)
         return Kind::other;
     if (S_ISREG(facts.st_mode))
         return Kind::file;
@@ -62,6 +62,13 @@ std::string withoutUpwards(const std::string& native) {
     return path;
 }
 
+void take(DirectoryListing& listing, std::string_view native, std::string_view name, Kind kind) {
+    if (kind == Kind::other || name == "." || name == ".." || isMadeUp(native, name))
+        return;
+    auto& names = kind == Kind::file ? listing.files : listing.directories;
+    names.push_back(driveName(name));
+}
+
 std::string ownHome() {
     if (const char* home = std::getenv("HOME"); home && *home == '/')
         return home;
@@ -77,22 +84,23 @@ std::optional<DirectoryListing> PosixDirectories::list(const std::string& path) 
     const std::string native = nativePath(path);
     if (native.empty())
         return std::nullopt;
-    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(native.c_str()));
-    if (!directory)
+    const Descriptor directory(::open(native.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!directory.isOpen())
         return std::nullopt;
     DirectoryListing listing;
+    listing.files.reserve(usualFiles);
     listing.path = larkspin::drivePath(withoutUpwards(native));
-    while (const dirent* entry = ::readdir(directory.get())) {
-        const std::string_view name = entry->d_name;
-        if (name == "." || name == ".." || isMadeUp(native, name))
-            continue;
-        const Kind kind = kindOf(directory.get(), *entry);
-        if (kind == Kind::file)
-            listing.files.push_back(driveName(name));
-        else if (kind == Kind::directory)
-            listing.directories.push_back(driveName(name));
+    alignas(dirent64) char buffer[bufferSize];
+    for (;;) {
+        const ssize_t filled = ::getdents64(directory.number(), buffer, sizeof buffer);
+        if (filled <= 0)
+            return listing;
+        for (const char* at = buffer; at < buffer + filled;) {
+            const auto& entry = *reinterpret_cast<const dirent64*>(at);
+            take(listing, native, entry.d_name, kindOf(directory.number(), entry));
+            at += entry.d_reclen;
+        }
     }
-    return listing;
 }
 
 std::vector<std::string> PosixDirectories::drives() {
