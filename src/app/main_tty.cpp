@@ -1,6 +1,6 @@
 // larkspin in a terminal.
 #include "app/program.h"
-#include "platform/gstreamer/gst_media_control.h"
+#include "platform/player/player_control.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
@@ -21,7 +21,8 @@ int main() {
     PosixDirectories directories;
     Terminal terminal(loop, lines, loginName(),
                       [&](std::string_view typed) { return directories.drivePath(typed); });
-    GstMediaControl player(loop, {}, [&](const std::string& line) { terminal.screen.note(line); });
+    PlayerControl player(loop, {playerBeside(), {}},
+                         [&](const std::string& line) { terminal.screen.note(line); });
     PosixProcess process(userDataDirectory());
     process.beforeEnd([&] { terminal.close(); });
 

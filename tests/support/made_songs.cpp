@@ -14,7 +14,7 @@ constexpr int rate = 44100, chunk = 441;
 std::string encoder(const std::string& extension) {
     if (extension == ".mp3")
         return "lamemp3enc";
-    return extension == ".wma" ? "audioconvert ! avenc_wmav2 ! asfmux" : "wavenc";
+    return extension == ".wma" ? "audioconvert ! avenc_wmav2 ! avmux_asf" : "wavenc";
 }
 
 // One note in a track of 96 ticks a quarter, at 120 quarters a minute.
@@ -35,13 +35,17 @@ bool makeMidi(const std::filesystem::path& path, double seconds) {
 bool makeSong(const std::filesystem::path& path, double seconds) {
     if (path.extension() == ".mid")
         return makeMidi(path, seconds);
-    gst_init(nullptr, nullptr);
     const auto chunks = std::to_string(std::lround(seconds * rate / chunk));
-    const std::string line =
-        "audiotestsrc freq=441 volume=0.75 samplesperbuffer=" + std::to_string(chunk) +
-        " num-buffers=" + chunks + " ! audio/x-raw,rate=" + std::to_string(rate) +
-        ",channels=1 ! " + encoder(path.extension()) + " ! filesink name=file";
-    GstElement* const pipeline = gst_parse_launch(line.c_str(), nullptr);
+    return makeFile("audiotestsrc freq=441 volume=0.75 samplesperbuffer=" + std::to_string(chunk) +
+                        " num-buffers=" + chunks + " ! audio/x-raw,rate=" + std::to_string(rate) +
+                        ",channels=1 ! " + encoder(path.extension()),
+                    path);
+}
+
+bool makeFile(const std::string& source, const std::filesystem::path& path) {
+    gst_init(nullptr, nullptr);
+    GstElement* const pipeline =
+        gst_parse_launch((source + " ! filesink name=file").c_str(), nullptr);
     if (!pipeline)
         return false;
     GstElement* const file = gst_bin_get_by_name(GST_BIN(pipeline), "file");

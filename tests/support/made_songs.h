@@ -2,11 +2,15 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 namespace larkspin {
 
 // The format is told by the extension: .mp3, .wav, .wma or .mid. The length is in seconds; MP3
 // and WMA come out up to a tenth longer. False when GStreamer can't make it.
 bool makeSong(const std::filesystem::path& path, double seconds);
+
+// What a GStreamer launch line gives.
+bool makeFile(const std::string& source, const std::filesystem::path& path);
 
 } // namespace larkspin

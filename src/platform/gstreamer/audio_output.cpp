@@ -1,6 +1,5 @@
 #include "platform/gstreamer/audio_output.h"
 
-#include <cstring>
 #include <utility>
 
 namespace larkspin {
@@ -9,13 +8,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr const char* outputName = "larkspin-output";
-constexpr const char* outputInPaths = "/GstBin:larkspin-output/";
 // A program that runs for weeks finds the device that was plugged in meanwhile.
 constexpr auto retryInterval = 60s;
 
-// The process wakes up once for each of these.
-constexpr const char* chunkSeconds = "1/5";
+// The process wakes up once for each period.
 constexpr gint64 deviceBuffer = 300000, devicePeriod = 100000; // microseconds
 
 void setIfKnown(GstElement* element, const char* name, gint64 value) {
@@ -39,22 +35,6 @@ GstElement* openDevice() {
     return nullptr;
 }
 
-// Decoders give small buffers. Larger ones at the output let all threads sleep longer.
-GstElement* inLargeChunks(GstElement* sink) {
-    GstElement* const bin = gst_bin_new(outputName);
-    gst_bin_add(GST_BIN(bin), sink);
-    GstElement* first = sink;
-    if (GstElement* const chunks = gst_element_factory_make("audiobuffersplit", nullptr)) {
-        gst_util_set_object_arg(G_OBJECT(chunks), "output-buffer-duration", chunkSeconds);
-        gst_bin_add(GST_BIN(bin), chunks);
-        gst_element_link(chunks, sink);
-        first = chunks;
-    }
-    const GstRef<GstPad> pad(gst_element_get_static_pad(first, "sink"));
-    gst_element_add_pad(bin, gst_ghost_pad_new("sink", pad.get()));
-    return bin;
-}
-
 } // namespace
 
 AudioOutput::AudioOutput(std::string description) : description_(std::move(description)) {}
@@ -71,7 +51,7 @@ void AudioOutput::attach(GstElement* pipeline) {
     silent_ = !sink;
     if (silent_)
         sink = silence();
-    g_object_set(pipeline, "audio-sink", inLargeChunks(sink), nullptr);
+    g_object_set(pipeline, "audio-sink", watched(sink), nullptr);
 }
 
 void AudioOutput::lose() {
@@ -79,8 +59,24 @@ void AudioOutput::lose() {
     lost_ = true;
 }
 
-bool AudioOutput::isNamedIn(const char* errorText) {
-    return errorText && std::strstr(errorText, outputInPaths);
+bool AudioOutput::holds(GstObject* element) const {
+    return bin_ && gst_object_has_as_ancestor(element, GST_OBJECT(bin_.get()));
+}
+
+// In a bin, so that what comes from any part of it is known by that.
+GstElement* AudioOutput::watched(GstElement* sink) {
+    GstElement* const bin = gst_bin_new(nullptr);
+    gst_bin_add(GST_BIN(bin), sink);
+    const GstRef<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, note, this, nullptr);
+    gst_element_add_pad(bin, gst_ghost_pad_new("sink", pad.get()));
+    bin_.reset(GST_ELEMENT(gst_object_ref_sink(bin)));
+    return bin;
+}
+
+GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo*, gpointer self) {
+    static_cast<AudioOutput*>(self)->sounded_ = true;
+    return GST_PAD_PROBE_OK;
 }
 
 // Null when there is none. A device that was lost may be back, or there is another one.

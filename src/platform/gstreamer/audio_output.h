@@ -2,8 +2,9 @@
 // time where there is none.
 #pragma once
 
-#include "platform/gstreamer/player_link.h"
+#include "platform/gstreamer/gst_ref.h"
 
+#include <atomic>
 #include <chrono>
 #include <string>
 
@@ -20,19 +21,24 @@ public:
     void lose();
 
     bool isSilent() const { return silent_; }
+    bool holds(GstObject* element) const;
 
-    // Whether an error's text says that it came from an output.
-    static bool isNamedIn(const char* errorText);
+    // Whether any sound has come this far since it was asked for the last time.
+    bool hasSounded() { return sounded_.exchange(false); }
 
 private:
     GstElement* openOutput() const;
     GstElement* silence();
+    GstElement* watched(GstElement* sink);
+    static GstPadProbeReturn note(GstPad*, GstPadProbeInfo*, gpointer self);
 
     std::string description_; // of a sink to use instead of a device
     bool attached_ = false;
     bool lost_ = false; // at least once
     bool silent_ = false;
     std::chrono::steady_clock::time_point triedAt_;
+    GstRef<GstElement> bin_; // the one in use
+    std::atomic<bool> sounded_ = false;
 };
 
 } // namespace larkspin

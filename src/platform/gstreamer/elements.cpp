@@ -1,0 +1,55 @@
+#include "platform/gstreamer/elements.h"
+
+#include <algorithm>
+#include <gst/gst.h>
+#include <string_view>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::string_view elements[] = {
+    // what playbin is made of
+    "bin", "pipeline", "playbin", "playsink", "uridecodebin", "decodebin", "streamsynchronizer",
+    "typefind", "multiqueue", "queue", "queue2", "tee", "identity", "capsfilter", "input-selector",
+    // where sound comes from; "appsrc" is for MIDI
+    "filesrc", "appsrc",
+    // MP3 and the tags around it
+    "id3demux", "apedemux", "mpegaudioparse", "mpg123audiodec",
+    // WAV and what else than plain samples can be in it
+    "wavparse", "alawdec", "mulawdec", "avdec_adpcm_ms", "avdec_adpcm_ima_wav",
+    // WMA
+    "asfdemux", "avdec_wmav1", "avdec_wmav2", "avdec_wmapro", "avdec_wmalossless", "avdec_wmavoice",
+    // on the way to the output
+    "audioconvert", "audioresample", "scaletempo", "volume",
+    // outputs; the last two are for those that are described in words
+    "pulsesink", "pipewiresink", "alsasink", "fakesink", "filesink"};
+
+// These tell what a file is by its first bytes. Those of the libav plug-in would load 35 MB of
+// libraries to have a look at each file that nobody knows.
+constexpr std::string_view typeFinders = "typefindfunctions";
+
+bool isNeeded(GstPluginFeature* feature) {
+    if (GST_IS_ELEMENT_FACTORY(feature))
+        return std::find(std::begin(elements), std::end(elements), GST_OBJECT_NAME(feature)) !=
+               std::end(elements);
+    const gchar* const plugin = gst_plugin_feature_get_plugin_name(feature);
+    return GST_IS_TYPE_FIND_FACTORY(feature) && plugin && plugin == typeFinders;
+}
+
+} // namespace
+
+bool startGStreamer() {
+    if (!gst_init_check(nullptr, nullptr, nullptr))
+        return false;
+    GstRegistry* const registry = gst_registry_get();
+    GList* const features =
+        gst_registry_feature_filter(registry, nullptr, FALSE, nullptr); // all of them
+    for (GList* at = features; at; at = at->next)
+        if (GstPluginFeature* const feature = GST_PLUGIN_FEATURE(at->data); !isNeeded(feature))
+            gst_registry_remove_feature(registry, feature);
+    gst_plugin_feature_list_free(features);
+    return true;
+}
+
+} // namespace larkspin

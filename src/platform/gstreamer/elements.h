@@ -1,0 +1,11 @@
+// Which of GStreamer's elements exist for this process. Songs come from strangers: what isn't
+// needed for the four types can't be reached by any file.
+#pragma once
+
+namespace larkspin {
+
+// Brings GStreamer up with those few. False when it can't be used; may take a second at the
+// very first time.
+bool startGStreamer();
+
+} // namespace larkspin

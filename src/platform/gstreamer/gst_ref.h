@@ -1,0 +1,22 @@
+// GStreamer's objects, held and let go.
+#pragma once
+
+#include <gst/gst.h>
+#include <memory>
+
+namespace larkspin {
+
+struct ObjectUnref {
+    void operator()(gpointer object) const { gst_object_unref(object); }
+};
+template <typename Object> using GstRef = std::unique_ptr<Object, ObjectUnref>;
+
+inline double seconds(gint64 time) {
+    return time > 0 ? static_cast<double>(time) / GST_SECOND : 0;
+}
+
+inline gint64 clockTime(double seconds) {
+    return static_cast<gint64>(seconds * GST_SECOND);
+}
+
+} // namespace larkspin

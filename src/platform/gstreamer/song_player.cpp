@@ -1,0 +1,312 @@
+#include "platform/gstreamer/song_player.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto longestSilence = 3s; // of a song that isn't ready yet and isn't read any more
+
+// A pipe or a device would be waited for without end.
+bool isPlainFile(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
+bool startsAsMidi(const std::string& path) {
+    std::array<char, 4> first{};
+    std::ifstream(path, std::ios::binary).read(first.data(), first.size());
+    return isMidi({first.data(), first.size()});
+}
+
+bool hasStoppedReading(GstElement* element) {
+    const GstRef<GstPad> pad(gst_element_get_static_pad(element, "sink"));
+    return pad && gst_pad_get_task_state(pad.get()) == GST_TASK_PAUSED;
+}
+
+GstRef<GstElement> makePlaybin() {
+    GstElement* const playbin = gst_element_factory_make("playbin", nullptr);
+    if (!playbin)
+        return nullptr;
+    gst_object_ref_sink(playbin);
+    gst_util_set_object_arg(G_OBJECT(playbin), "flags", "audio+soft-volume");
+    return GstRef<GstElement>(playbin);
+}
+
+} // namespace
+
+SongPlayer::SongPlayer(std::string audioSink)
+    : output_(std::move(audioSink)), playbin_(makePlaybin()) {
+    if (!playbin_)
+        return;
+    bus_.reset(gst_element_get_bus(playbin_.get()));
+    g_signal_connect(playbin_.get(), "source-setup", G_CALLBACK(setUpSource), this);
+}
+
+int SongPlayer::messages() const {
+    if (!bus_)
+        return -1;
+    GPollFD descriptor{};
+    gst_bus_get_pollfd(bus_.get(), &descriptor);
+    return descriptor.fd;
+}
+
+void SongPlayer::handleMessages() {
+    while (GstMessage* const message = bus_ ? gst_bus_pop(bus_.get()) : nullptr) {
+        if (phase_ == SongPhase::opening || phase_ == SongPhase::open)
+            handle(message);
+        gst_message_unref(message);
+        drive();
+    }
+}
+
+void SongPlayer::wish(const PlayerWishes& wishes) {
+    wishes_ = wishes;
+    if (playbin_)
+        applyLoudness();
+    if (wishes_.song != song_)
+        begin();
+    drive();
+}
+
+void SongPlayer::drop() {
+    finish(SongPhase::ended);
+}
+
+void SongPlayer::applyLoudness() {
+    g_object_set(playbin_.get(), "volume", wishes_.volume, "mute",
+                 static_cast<gboolean>(wishes_.mute), nullptr);
+}
+
+void SongPlayer::begin() {
+    song_ = wishes_.song;
+    duration_ = position_ = resumeAt_ = 0;
+    seeking_ = seekDone_ = 0;
+    sounded_ = triedAnotherOutput_ = false;
+    if (wishes_.path.empty()) {
+        finish(SongPhase::ended);
+        return;
+    }
+    phase_ = SongPhase::opening;
+    isMidi_ = isPlainFile(wishes_.path) && startsAsMidi(wishes_.path);
+    if (!playbin_ || !isPlainFile(wishes_.path) || (isMidi_ && !midi_.load(wishes_.path)))
+        finish(SongPhase::failed);
+    else
+        load();
+}
+
+// Every song is opened paused: its rate can be set once it is known to be seekable, and no
+// moment of it sounds at another rate.
+void SongPlayer::load() {
+    phase_ = SongPhase::opening;
+    seekable_ = prerolled_ = moving_ = playing_ = false;
+    rate_ = 1;
+    loadedAt_ = std::chrono::steady_clock::now();
+    output_.attach(playbin_.get());
+    // From one song to the next, this filter reads behind its freed buffers.
+    if (GstElement* const tempo = gst_element_factory_make("scaletempo", nullptr))
+        g_object_set(playbin_.get(), "audio-filter", tempo, nullptr);
+    gchar* const uri = isMidi_ ? g_strdup(MidiSource::uri)
+                               : g_filename_to_uri(wishes_.path.c_str(), nullptr, nullptr);
+    g_object_set(playbin_.get(), "uri", uri, nullptr);
+    g_free(uri);
+    gst_element_set_state(playbin_.get(), GST_STATE_PAUSED); // what fails is told by a message
+}
+
+void SongPlayer::setUpSource(GstElement*, GstElement* source, gpointer self) {
+    auto* const player = static_cast<SongPlayer*>(self);
+    if (player->isMidi_)
+        player->midi_.connect(source);
+}
+
+// From what is to what is wished.
+void SongPlayer::drive() {
+    if (!prerolled_ || moving_)
+        return;
+    if (seekable_ && rate_ != wishes_.rate) {
+        rate_ = wishes_.rate;
+        readPosition();
+        seek(resumeAt_ > 0 ? std::exchange(resumeAt_, 0) : position_);
+    } else if (resumeAt_ > 0) {
+        seek(std::exchange(resumeAt_, 0));
+    } else if (seekDone_ != wishes_.seek) {
+        seeking_ = wishes_.seek;
+        seek(wishes_.seekTo);
+    }
+    if (moving_)
+        return;
+    if (playing_ != wishes_.playing) {
+        playing_ = wishes_.playing;
+        gst_element_set_state(playbin_.get(), playing_ ? GST_STATE_PLAYING : GST_STATE_PAUSED);
+    }
+    if (!playing_)
+        phase_ = SongPhase::open;
+}
+
+void SongPlayer::seek(double target) {
+    if (duration_ > 0)
+        target = std::min(target, duration_);
+    moving_ =
+        seekable_ && gst_element_seek(playbin_.get(), rate_, GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH,
+                                      GST_SEEK_TYPE_SET, clockTime(target), GST_SEEK_TYPE_NONE, -1);
+    if (moving_)
+        position_ = target;
+    else
+        seekDone_ = seeking_;
+}
+
+void SongPlayer::handle(GstMessage* message) {
+    const bool isOfAll = GST_MESSAGE_SRC(message) == GST_OBJECT(playbin_.get());
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_ASYNC_DONE:
+        if (isOfAll)
+            preroll();
+        break;
+    case GST_MESSAGE_STATE_CHANGED: {
+        GstState now{};
+        gst_message_parse_state_changed(message, nullptr, &now, nullptr);
+        if (isOfAll && now == GST_STATE_PLAYING)
+            phase_ = SongPhase::open;
+        break;
+    }
+    case GST_MESSAGE_DURATION_CHANGED:
+        if (prerolled_)
+            readDuration();
+        break;
+    case GST_MESSAGE_LATENCY:
+        gst_bin_recalculate_latency(GST_BIN(playbin_.get()));
+        break;
+    case GST_MESSAGE_CLOCK_LOST:
+        if (playing_) {
+            gst_element_set_state(playbin_.get(), GST_STATE_PAUSED);
+            gst_element_set_state(playbin_.get(), GST_STATE_PLAYING);
+        }
+        break;
+    case GST_MESSAGE_EOS:
+        handleEnd();
+        break;
+    case GST_MESSAGE_ERROR:
+        handleError(message);
+        break;
+    default:
+        break;
+    }
+}
+
+// A decodebin loses the error of a demuxer that fails while it is being put in.
+void SongPlayer::watchOpening() {
+    if (!isOpening() || std::chrono::steady_clock::now() - loadedAt_ < longestSilence)
+        return;
+    bool stopped = false;
+    GstIterator* const parts = gst_bin_iterate_recurse(GST_BIN(playbin_.get()));
+    GValue part{};
+    while (gst_iterator_next(parts, &part) == GST_ITERATOR_OK) {
+        stopped |= hasStoppedReading(GST_ELEMENT(g_value_get_object(&part)));
+        g_value_reset(&part);
+    }
+    g_value_unset(&part);
+    gst_iterator_free(parts);
+    if (stopped)
+        finish(SongPhase::failed);
+}
+
+// The first time, the song is ready; later, it has been moved.
+void SongPlayer::preroll() {
+    if (!std::exchange(prerolled_, true)) {
+        gint sounds = 0;
+        g_object_get(playbin_.get(), "n-audio", &sounds, nullptr);
+        if (sounds == 0) {
+            finish(SongPhase::failed);
+            return;
+        }
+        readDuration();
+        GstQuery* const query = gst_query_new_seeking(GST_FORMAT_TIME);
+        gboolean seekable = FALSE;
+        if (gst_element_query(playbin_.get(), query))
+            gst_query_parse_seeking(query, nullptr, &seekable, nullptr, nullptr);
+        gst_query_unref(query);
+        seekable_ = seekable;
+    } else if (std::exchange(moving_, false)) {
+        seekDone_ = seeking_;
+    }
+}
+
+void SongPlayer::readDuration() {
+    gint64 duration = 0;
+    if (gst_element_query_duration(playbin_.get(), GST_FORMAT_TIME, &duration) && duration > 0)
+        duration_ = seconds(duration);
+}
+
+void SongPlayer::readPosition() {
+    gint64 position = 0;
+    if (prerolled_ && !moving_ &&
+        gst_element_query_position(playbin_.get(), GST_FORMAT_TIME, &position))
+        position_ = seconds(position);
+}
+
+// Some files tell their length only by ending. One that ends without a sound is no song.
+void SongPlayer::handleEnd() {
+    readPosition();
+    sounded_ |= output_.hasSounded();
+    if (duration_ == 0)
+        duration_ = position_;
+    finish(sounded_ && duration_ > 0 ? SongPhase::ended : SongPhase::failed);
+}
+
+// An output that broke is replaced, once a song: the song goes on where it was. A file that is
+// damaged at some place is played up to there.
+void SongPlayer::handleError(GstMessage* message) {
+    if (!output_.holds(GST_MESSAGE_SRC(message)) || triedAnotherOutput_) {
+        handleEnd();
+        gst_element_set_state(playbin_.get(), GST_STATE_NULL);
+        return;
+    }
+    triedAnotherOutput_ = true;
+    readPosition();
+    resumeAt_ = position_;
+    sounded_ |= output_.hasSounded();
+    clear();
+    output_.lose();
+    load();
+}
+
+void SongPlayer::finish(SongPhase phase) {
+    phase_ = phase;
+    if (playbin_)
+        clear();
+    prerolled_ = moving_ = playing_ = false;
+}
+
+// Once no thread works on the song any more, what they have said is dropped. The output stays
+// open from one song to the next, but a playbin whose song failed would try that one again
+// beside the next one, unless it is put down whole.
+void SongPlayer::clear() {
+    const bool sound = prerolled_ && phase_ != SongPhase::failed;
+    gst_element_set_state(playbin_.get(), sound ? GST_STATE_READY : GST_STATE_NULL);
+    gst_bus_set_flushing(bus_.get(), TRUE);
+    gst_bus_set_flushing(bus_.get(), FALSE);
+    output_.hasSounded();
+}
+
+PlayerReport SongPlayer::report() {
+    readPosition();
+    return {.song = song_,
+            .seek = seekDone_,
+            .phase = phase_,
+            .moving = moving_,
+            .advancing = isPlaying() && !moving_,
+            .withoutDevice = output_.isSilent(),
+            .duration = duration_,
+            .position = position_,
+            .rate = rate_,
+            .at = std::chrono::steady_clock::now()};
+}
+
+} // namespace larkspin

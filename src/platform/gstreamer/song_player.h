@@ -1,0 +1,73 @@
+// Plays one song at a time: makes the wishes true step by step, as GStreamer's messages come
+// in. Messages of an earlier song never count for a later one. All of it may hang or end the
+// process on a damaged file; who started it knows what to do then.
+#pragma once
+
+#include "platform/gstreamer/audio_output.h"
+#include "platform/gstreamer/midi_source.h"
+#include "platform/player/player_messages.h"
+
+#include <string>
+
+namespace larkspin {
+
+class SongPlayer {
+public:
+    // GStreamer is up already. The sink is described as in its launch lines, or is empty.
+    explicit SongPlayer(std::string audioSink);
+
+    bool canPlay() const { return playbin_ != nullptr; } // else every song fails
+
+    int messages() const; // a descriptor that is readable while there are messages to handle
+    void handleMessages();
+
+    void wish(const PlayerWishes& wishes);
+    void drop(); // the song in hand
+    std::uint32_t song() const { return song_; }
+    PlayerReport report(); // with the position of this moment
+    bool isPlaying() const { return playing_ && phase_ == SongPhase::open; }
+
+    // To be asked from time to time: gives a song up that will never be ready.
+    bool isOpening() const { return phase_ == SongPhase::opening; }
+    void watchOpening();
+
+private:
+    void applyLoudness();
+    void begin();
+    void load();
+    void drive();
+    void seek(double target);
+    void handle(GstMessage* message);
+    void handleError(GstMessage* message);
+    void handleEnd();
+    void preroll();
+    void readDuration();
+    void readPosition();
+    void finish(SongPhase phase);
+    void clear();
+    static void setUpSource(GstElement*, GstElement* source, gpointer self);
+
+    AudioOutput output_;
+    MidiSource midi_;
+    GstRef<GstElement> playbin_;
+    GstRef<GstBus> bus_;
+    PlayerWishes wishes_;
+
+    // Of the song in hand.
+    std::uint32_t song_ = 0;
+    bool isMidi_ = false;
+    std::chrono::steady_clock::time_point loadedAt_;
+    SongPhase phase_ = SongPhase::ended;
+    double duration_ = 0, position_ = 0;
+    bool seekable_ = false;
+    bool prerolled_ = false; // moving and playing make sense from here on
+    bool moving_ = false;    // a new rate or a seek is waited for, one at a time
+    double rate_ = 1;
+    bool playing_ = false; // what the pipeline was told
+    std::uint32_t seeking_ = 0, seekDone_ = 0;
+    bool sounded_ = false;
+    bool triedAnotherOutput_ = false;
+    double resumeAt_ = 0; // where a song that lost its output goes on
+};
+
+} // namespace larkspin

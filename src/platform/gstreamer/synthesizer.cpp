@@ -1,0 +1,146 @@
+#include "platform/gstreamer/synthesizer.h"
+
+#include <dlfcn.h>
+#include <filesystem>
+
+namespace larkspin {
+
+namespace {
+
+// Left to itself, FluidSynth would take a soundfont that may fill hundreds of megabytes.
+constexpr const char* soundfonts[] = {"/usr/share/sounds/sf2/TimGM6mb.sf2",
+                                      "/usr/share/sounds/sf2/default-GM.sf2",
+                                      "/usr/share/sounds/sf3/default-GM.sf3"};
+constexpr int failed = -1; // as FluidSynth says it
+
+const char* installedSoundfont() {
+    std::error_code error;
+    for (const char* path : soundfonts)
+        if (std::filesystem::is_regular_file(path, error))
+            return path;
+    return nullptr;
+}
+
+} // namespace
+
+// The functions as fluidsynth.h 2.x declares them. Its package for developers brings 200 MB of
+// other libraries' headers along.
+struct Synthesizer::Library {
+    void* handle = nullptr;
+    bool isWhole = true;
+
+    explicit Library(void* h) : handle(h) {}
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    ~Library() { ::dlclose(handle); }
+
+    template <typename Function> Function* find(const char* name) {
+        void* const found = ::dlsym(handle, name);
+        isWhole = isWhole && found;
+        return reinterpret_cast<Function*>(found);
+    }
+
+    using MakeSettings = void*();
+    using Drop = void(void*);
+    using SetNumber = int(void*, const char*, double);
+    using SetInteger = int(void*, const char*, int);
+    using Make = void*(void*);
+    using LoadFont = int(void*, const char*, int);
+    using Plain = int(void*);
+    using Message1 = int(void*, int, int);
+    using Message2 = int(void*, int, int, int);
+    using LongText = int(void*, const char*, int, char*, int*, int*, int);
+    using Write = int(void*, int, void*, int, int, void*, int, int);
+
+    MakeSettings* makeSettings = find<MakeSettings>("new_fluid_settings");
+    Drop* dropSettings = find<Drop>("delete_fluid_settings");
+    SetNumber* setNumber = find<SetNumber>("fluid_settings_setnum");
+    SetInteger* setInteger = find<SetInteger>("fluid_settings_setint");
+    Make* make = find<Make>("new_fluid_synth");
+    Drop* drop = find<Drop>("delete_fluid_synth");
+    LoadFont* loadFont = find<LoadFont>("fluid_synth_sfload");
+    Plain* reset = find<Plain>("fluid_synth_system_reset");
+    Message2* noteOn = find<Message2>("fluid_synth_noteon");
+    Message1* noteOff = find<Message1>("fluid_synth_noteoff");
+    Message2* keyPressure = find<Message2>("fluid_synth_key_pressure");
+    Message2* control = find<Message2>("fluid_synth_cc");
+    Message1* program = find<Message1>("fluid_synth_program_change");
+    Message1* channelPressure = find<Message1>("fluid_synth_channel_pressure");
+    Message1* bend = find<Message1>("fluid_synth_pitch_bend");
+    LongText* longText = find<LongText>("fluid_synth_sysex");
+    Write* write = find<Write>("fluid_synth_write_s16");
+};
+
+Synthesizer::Synthesizer(std::unique_ptr<Library> library) : library_(std::move(library)) {}
+
+std::unique_ptr<Synthesizer> Synthesizer::start() {
+    const char* const instruments = installedSoundfont();
+    void* const handle = ::dlopen("libfluidsynth.so.3", RTLD_NOW | RTLD_LOCAL);
+    if (!instruments || !handle)
+        return nullptr;
+    auto library = std::make_unique<Library>(handle);
+    if (!library->isWhole)
+        return nullptr;
+    std::unique_ptr<Synthesizer> synthesizer(new Synthesizer(std::move(library)));
+    return synthesizer->start(instruments) ? std::move(synthesizer) : nullptr;
+}
+
+bool Synthesizer::start(const char* instruments) {
+    settings_ = library_->makeSettings();
+    if (!settings_)
+        return false;
+    library_->setNumber(settings_, "synth.sample-rate", sampleRate);
+    library_->setInteger(settings_, "synth.lock-memory", 0);
+    library_->setInteger(settings_, "synth.dynamic-sample-loading", 1);
+    synth_ = library_->make(settings_);
+    return synth_ && library_->loadFont(synth_, instruments, 1) != failed;
+}
+
+Synthesizer::~Synthesizer() {
+    if (synth_)
+        library_->drop(synth_);
+    if (settings_)
+        library_->dropSettings(settings_);
+}
+
+void Synthesizer::reset() {
+    library_->reset(synth_);
+}
+
+void Synthesizer::send(const MidiEvent& event, const MidiSong& song) {
+    const int channel = event.bytes[0] & 0x0F, first = event.bytes[1], second = event.bytes[2];
+    switch (event.bytes[0] & 0xF0) {
+    case 0x80:
+        library_->noteOff(synth_, channel, first);
+        break;
+    case 0x90:
+        library_->noteOn(synth_, channel, first, second);
+        break;
+    case 0xA0:
+        library_->keyPressure(synth_, channel, first, second);
+        break;
+    case 0xB0:
+        library_->control(synth_, channel, first, second);
+        break;
+    case 0xC0:
+        library_->program(synth_, channel, first);
+        break;
+    case 0xD0:
+        library_->channelPressure(synth_, channel, first);
+        break;
+    case 0xE0:
+        library_->bend(synth_, channel, first | second << 7);
+        break;
+    default: {
+        const std::string& text = song.longTexts[event.longText];
+        library_->longText(synth_, text.data(), static_cast<int>(text.size()), nullptr, nullptr,
+                           nullptr, 0);
+    }
+    }
+}
+
+void Synthesizer::render(std::int16_t* frames, int count) {
+    library_->write(synth_, count, frames, 0, 2, frames, 1, 2);
+}
+
+} // namespace larkspin

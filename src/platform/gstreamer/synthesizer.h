@@ -1,0 +1,36 @@
+// FluidSynth, which makes sound of MIDI messages. Its library is loaded by the first MIDI song:
+// with what it brings along it takes as much memory as all the rest of the player.
+#pragma once
+
+#include "platform/gstreamer/midi_file.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace larkspin {
+
+class Synthesizer {
+public:
+    static constexpr int sampleRate = 44100;
+
+    // Nothing where FluidSynth or the instruments aren't installed.
+    static std::unique_ptr<Synthesizer> start();
+    ~Synthesizer();
+    Synthesizer(const Synthesizer&) = delete;
+    Synthesizer& operator=(const Synthesizer&) = delete;
+
+    void reset(); // silence, and all channels as at the begin
+    void send(const MidiEvent& event, const MidiSong& song);
+    void render(std::int16_t* frames, int count); // left and right in turn
+
+private:
+    struct Library;
+    explicit Synthesizer(std::unique_ptr<Library> library);
+    bool start(const char* instruments);
+
+    std::unique_ptr<Library> library_;
+    void* settings_ = nullptr;
+    void* synth_ = nullptr;
+};
+
+} // namespace larkspin

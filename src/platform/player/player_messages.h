@@ -1,0 +1,53 @@
+// What the program and its player process say to each other: all that is wished, and how far
+// things are. Each message stands for itself, so that only the latest one counts. Paths are
+// native, times are seconds of the song, whatever its rate.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+struct PlayerWishes {
+    std::uint32_t song = 0; // counted up for each song, and for none
+    std::string path;       // empty for no song
+    bool playing = true;
+    double rate = 1;
+    double volume = 1; // amplitude
+    bool mute = false;
+    std::uint32_t seek = 0; // counted up for each seek in this song
+    double seekTo = 0;
+};
+
+enum class SongPhase : std::uint8_t { opening, open, ended, failed };
+
+struct PlayerReport {
+    std::uint32_t song = 0; // the song of the wishes that it is about
+    std::uint32_t seek = 0; // the last seek that was done
+    SongPhase phase = SongPhase::opening;
+    bool moving = false;        // a seek or a change of rate is on its way
+    bool advancing = false;     // the position grows by itself, by `rate` a second
+    bool withoutDevice = false; // it plays into silence
+    double duration = 0;        // 0 while unknown
+    double position = 0;
+    double rate = 1;
+    // The moment of the position on the machine's steady clock, which all processes share.
+    std::chrono::steady_clock::time_point at{};
+
+    bool operator==(const PlayerReport&) const = default;
+};
+
+inline constexpr double lowestRate = 0.001, highestRate = 100;
+inline constexpr std::size_t longestMessage = 4400; // bytes
+
+std::string encoded(const PlayerWishes& wishes); // the path is cut where no file's can be longer
+std::string encoded(const PlayerReport& report);
+
+// Nothing when the bytes are no such message, or say what can't be.
+std::optional<PlayerWishes> decodedWishes(std::string_view bytes);
+std::optional<PlayerReport> decodedReport(std::string_view bytes);
+
+} // namespace larkspin

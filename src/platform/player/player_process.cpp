@@ -1,0 +1,94 @@
+#include "platform/player/player_process.h"
+
+#include "platform/posix/spawn.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// What a sound server's client looks at, texts for the owner, and what steers a build under
+// sanitizers. GStreamer's own variables, which can load any code, are not among them.
+const std::vector<std::string> playersVariables = {"HOME",
+                                                   "USER",
+                                                   "PATH",
+                                                   "LANG",
+                                                   "LC_*",
+                                                   "XDG_RUNTIME_DIR",
+                                                   "XDG_CONFIG_HOME",
+                                                   "XDG_CACHE_HOME",
+                                                   "PULSE_*",
+                                                   "PIPEWIRE_*",
+                                                   "ALSA_*",
+                                                   "DBUS_SESSION_BUS_ADDRESS",
+                                                   "DISPLAY",
+                                                   "XAUTHORITY",
+                                                   "ASAN_OPTIONS",
+                                                   "LSAN_OPTIONS",
+                                                   "UBSAN_OPTIONS"};
+
+} // namespace
+
+std::unique_ptr<PlayerProcess> PlayerProcess::start(const std::string& program,
+                                                    const std::vector<std::string>& arguments) {
+    int ends[2];
+    if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
+        return nullptr;
+    const auto id = spawn({.program = program,
+                           .arguments = arguments,
+                           .environment = variables(playersVariables),
+                           .channel = ends[1]});
+    ::close(ends[1]);
+    if (!id) {
+        ::close(ends[0]);
+        return nullptr;
+    }
+    return std::unique_ptr<PlayerProcess>(new PlayerProcess(*id, ends[0]));
+}
+
+PlayerProcess::~PlayerProcess() {
+    kill();
+    isGone();
+}
+
+bool PlayerProcess::send(const PlayerWishes& wishes) {
+    const std::string bytes = encoded(wishes);
+    if (::send(channel_, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL) >= 0)
+        return true;
+    broken_ |= errno != EAGAIN && errno != EINTR && errno != ENOBUFS;
+    return false;
+}
+
+std::optional<PlayerReport> PlayerProcess::receive() {
+    std::array<char, longestMessage> bytes;
+    const ssize_t got = ::recv(channel_, bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (got < 0) {
+        broken_ |= errno != EAGAIN && errno != EINTR;
+        return std::nullopt;
+    }
+    const auto report = decodedReport({bytes.data(), static_cast<std::size_t>(got)});
+    broken_ |= !report;
+    return report;
+}
+
+void PlayerProcess::kill() {
+    if (channel_ < 0)
+        return;
+    ::close(std::exchange(channel_, -1));
+    ::kill(id_, SIGKILL);
+}
+
+bool PlayerProcess::isGone() {
+    if (!gone_)
+        gone_ = ::waitpid(id_, nullptr, WNOHANG) != 0;
+    return gone_;
+}
+
+} // namespace larkspin

@@ -1,0 +1,40 @@
+// A player process and the socket to it. Nothing here waits: what the process doesn't take is
+// said again later, and one that is ended is killed. Without this object it ends by itself.
+#pragma once
+
+#include "platform/player/player_messages.h"
+
+#include <memory>
+#include <sys/types.h>
+#include <vector>
+
+namespace larkspin {
+
+class PlayerProcess {
+public:
+    // Nothing when it can't be started.
+    static std::unique_ptr<PlayerProcess> start(const std::string& program,
+                                                const std::vector<std::string>& arguments);
+    ~PlayerProcess();
+    PlayerProcess(const PlayerProcess&) = delete;
+    PlayerProcess& operator=(const PlayerProcess&) = delete;
+
+    bool send(const PlayerWishes& wishes); // false when it takes nothing at the moment
+    std::optional<PlayerReport> receive(); // the next report, if there is one
+
+    // It has ended, or it says what no player says.
+    bool isBroken() const { return broken_; }
+
+    void kill();
+    bool isGone(); // once killed: whether nothing is left of it
+
+private:
+    PlayerProcess(pid_t id, int channel) : id_(id), channel_(channel) {}
+
+    pid_t id_;
+    int channel_;
+    bool broken_ = false;
+    bool gone_ = false;
+};
+
+} // namespace larkspin

@@ -1,0 +1,96 @@
+#include "platform/posix/spawn.h"
+
+#include <algorithm>
+#include <csignal>
+#include <fcntl.h>
+#include <spawn.h>
+#include <string_view>
+#include <unistd.h>
+
+namespace larkspin {
+
+namespace {
+
+class FileActions {
+public:
+    explicit FileActions(int channel) {
+        ::posix_spawn_file_actions_init(&actions_);
+        // First, since it may be one of those that are opened anew.
+        if (channel >= 0)
+            ::posix_spawn_file_actions_adddup2(&actions_, channel, spawnChannel);
+        for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+            ::posix_spawn_file_actions_addopen(&actions_, standard, "/dev/null", O_RDWR, 0);
+        ::posix_spawn_file_actions_addclosefrom_np(&actions_,
+                                                   channel >= 0 ? spawnChannel + 1 : spawnChannel);
+    }
+    ~FileActions() { ::posix_spawn_file_actions_destroy(&actions_); }
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+
+    const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_{};
+};
+
+class CleanStart {
+public:
+    explicit CleanStart(bool newSession) {
+        ::posix_spawnattr_init(&attributes_);
+        sigset_t none, all;
+        sigemptyset(&none);
+        sigfillset(&all);
+        ::posix_spawnattr_setsigmask(&attributes_, &none);
+        ::posix_spawnattr_setsigdefault(&attributes_, &all);
+        const int flags =
+            POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | (newSession ? POSIX_SPAWN_SETSID : 0);
+        ::posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
+    }
+    ~CleanStart() { ::posix_spawnattr_destroy(&attributes_); }
+    CleanStart(const CleanStart&) = delete;
+    CleanStart& operator=(const CleanStart&) = delete;
+
+    const posix_spawnattr_t* get() const { return &attributes_; }
+
+private:
+    posix_spawnattr_t attributes_{};
+};
+
+std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+bool names(std::string_view variable, std::string_view name) {
+    if (name.ends_with('*'))
+        return variable.starts_with(name.substr(0, name.size() - 1));
+    return variable.starts_with(name) && variable.substr(name.size()).starts_with('=');
+}
+
+} // namespace
+
+std::optional<pid_t> spawn(const SpawnRequest& request) {
+    std::vector<std::string> command{request.program};
+    command.insert(command.end(), request.arguments.begin(), request.arguments.end());
+    const FileActions files(request.channel);
+    const CleanStart start(request.newSession);
+    pid_t id = -1;
+    if (::posix_spawn(&id, request.program.c_str(), files.get(), start.get(),
+                      pointersTo(command).data(), pointersTo(request.environment).data()) != 0)
+        return std::nullopt;
+    return id;
+}
+
+std::vector<std::string> variables(const std::vector<std::string>& wanted) {
+    std::vector<std::string> found;
+    for (char** entry = environ; entry && *entry; ++entry)
+        if (std::any_of(wanted.begin(), wanted.end(),
+                        [&](const std::string& name) { return names(*entry, name); }))
+            found.emplace_back(*entry);
+    return found;
+}
+
+} // namespace larkspin

@@ -1,0 +1,29 @@
+// Starts another program with nothing of this one but what is named: no blocked signals, no
+// handlers, no open files, no variables.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace larkspin {
+
+struct SpawnRequest {
+    std::string program;                  // native path; not looked for
+    std::vector<std::string> arguments;   // behind the program's own name
+    std::vector<std::string> environment; // "NAME=value"
+    int channel = -1;                     // a descriptor that becomes `spawnChannel`; -1 for none
+    bool newSession = false;              // it goes on when this program's terminal hangs up
+};
+
+inline constexpr int spawnChannel = 3; // input, output and errors are /dev/null
+
+// The process, which the caller waits for; nothing when it can't be started.
+std::optional<pid_t> spawn(const SpawnRequest& request);
+
+// Those of this program's variables that have one of these names; a name that ends in "*"
+// stands for all that begin so.
+std::vector<std::string> variables(const std::vector<std::string>& names);
+
+} // namespace larkspin

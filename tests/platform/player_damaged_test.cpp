@@ -1,0 +1,197 @@
+// Files that are no songs, or songs that were damaged: each is given up or played, a good song
+// behind it plays, and the program stays what it was.
+#include "support/real_player.h"
+
+#include <arpa/inet.h>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <netinet/in.h>
+#include <poll.h>
+#include <random>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+
+// Somebody on this machine who waits to be called.
+class Listener {
+public:
+    Listener() {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address);
+        ::listen(socket_, 5);
+        socklen_t size = sizeof address;
+        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
+        port_ = ntohs(address.sin_port);
+    }
+    ~Listener() { ::close(socket_); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    std::string url() const { return "http://127.0.0.1:" + std::to_string(port_) + "/song"; }
+    bool wasCalled() const {
+        pollfd called{socket_, POLLIN, 0};
+        return ::poll(&called, 1, 0) > 0;
+    }
+
+private:
+    int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int port_ = 0;
+};
+
+class DamagedSongs : public RealPlayer {
+protected:
+    // Opens it and waits until it has ended or has been given up.
+    void isOver(PlayerControl& player, const std::string& path) {
+        player.Open(path);
+        pass(2s);
+        const auto stops = [&] { return player.PlayState() == PlayState::stopped; };
+        if (comesTrue([&] { return stops() || player.Duration() > longSong; }, 5s))
+            return; // nobody waits for hours of silence
+        ++hung;
+        pass(21s);
+        EXPECT_TRUE(stops());
+    }
+
+    std::string made(const std::string& name) {
+        song(name, 0.3);
+        return disk.read(name);
+    }
+    // In two tracks, with an instrument and a tempo.
+    static std::string manyNotes() {
+        std::string notes("\0\xC0\5\0\xFF\x51\3\x05\0\0\0\xB0\7\x60", 14);
+        for (char key = 30; key < 54; ++key)
+            notes += std::string("\1\x90") + key + std::string("\x7F\1") + key + '\0';
+        notes += std::string("\0\xFF\x2F\0", 4);
+        const std::string track =
+            std::string("MTrk\0\0\0", 7) + static_cast<char>(notes.size()) + notes;
+        return std::string("MThd\0\0\0\6\0\1\0\2\0\x60", 14) + track + track;
+    }
+    std::string damaged(std::string bytes) {
+        for (std::size_t count = upTo(7) + 1; count > 0 && !bytes.empty(); --count) {
+            // Half of them where the sizes stand.
+            const std::size_t at = upTo(upTo(1) ? bytes.size() - 1 : 127) % bytes.size();
+            switch (upTo(5)) {
+            case 0:
+                bytes.resize(at);
+                break;
+            case 1:
+                bytes.erase(at, upTo(64));
+                break;
+            case 2:
+                bytes.insert(at, noise(upTo(63) + 1));
+                break;
+            case 3: // a wrong length
+                bytes.replace(at, 4, 4, upTo(1) ? '\xFF' : '\0');
+                break;
+            default:
+                bytes[at] = static_cast<char>(bytes[at] ^ (1 << upTo(7)));
+            }
+        }
+        return bytes;
+    }
+    std::string noise(std::size_t size) {
+        std::string bytes;
+        while (bytes.size() < size)
+            bytes += static_cast<char>(upTo(255));
+        return bytes;
+    }
+    std::size_t upTo(std::size_t most) {
+        return std::uniform_int_distribution<std::size_t>(0, most)(chance_);
+    }
+
+    static long residentKilobytes() {
+        std::ifstream file("/proc/self/statm");
+        long total = 0, resident = 0;
+        file >> total >> resident;
+        return resident * ::sysconf(_SC_PAGESIZE) / 1024;
+    }
+    static auto descriptors() {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    }
+
+    static constexpr double longSong = 60; // seconds
+    int hung = 0;                          // until the player was replaced
+    std::minstd_rand chance_{20031219};
+};
+
+TEST_F(DamagedSongs, OtherFilesAskForNothingAndShowNothing) {
+    const Listener listener;
+    const std::string url = listener.url();
+    disk.write("hls", "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\n" + url +
+                          ".ts\n#EXT-X-ENDLIST\n");
+    disk.write("dash", "<?xml version=\"1.0\"?>\n<MPD xmlns=\"urn:mpeg:dash:schema:mpd:2011\" "
+                       "type=\"static\" mediaPresentationDuration=\"PT10S\"><BaseURL>" +
+                           url +
+                           "</BaseURL><Period><AdaptationSet mimeType=\"audio/mp4\">"
+                           "<Representation id=\"1\" bandwidth=\"1\"/></AdaptationSet>"
+                           "</Period></MPD>\n");
+    disk.write("smooth", "<?xml version=\"1.0\"?><SmoothStreamingMedia MajorVersion=\"2\" "
+                         "Duration=\"100\"><StreamIndex Type=\"audio\" Url=\"" +
+                             url + "\"/></SmoothStreamingMedia>");
+    disk.write("list", "[playlist]\nFile1=" + url + "\nNumberOfEntries=1\n");
+    disk.write("reference", "[Reference]\nRef1=" + url + "\n");
+    disk.write("sdp", "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=-\nt=0 0\nm=audio 9 RTP/AVP 0\n");
+    ASSERT_TRUE(makeFile("videotestsrc num-buffers=1 ! pngenc", disk.path() / "png"));
+    ASSERT_TRUE(makeFile("videotestsrc num-buffers=1 ! jpegenc", disk.path() / "jpeg"));
+    ASSERT_TRUE(makeFile("videotestsrc num-buffers=9 ! jpegenc ! avimux", disk.path() / "video"));
+    ASSERT_TRUE(makeFile("audiotestsrc num-buffers=9 ! vorbisenc ! oggmux", disk.path() / "ogg"));
+    PlayerControl player(loop, playing(fastSink), tell);
+    const std::string good = song("good.wav", 0.1);
+    for (const char* name :
+         {"hls", "dash", "smooth", "list", "reference", "sdp", "png", "jpeg", "video", "ogg"}) {
+        for (const std::string extension : {".mp3", ".wma", ".mid"}) {
+            SCOPED_TRACE(name + extension);
+            fs::copy_file(disk.path() / name, disk.path() / (name + extension));
+            isOver(player, drive(name + extension));
+            EXPECT_TRUE(player.wasGivenUp());
+            EXPECT_FALSE(listener.wasCalled());
+        }
+        EXPECT_TRUE(isPlayedToItsEnd(player, good));
+    }
+}
+
+TEST_F(DamagedSongs, LeaveTheProgramAsItWasAndTheNextSongPlays) {
+    const char* const wanted = std::getenv("LARKSPIN_DAMAGED_SONGS");
+    const int count = wanted ? std::atoi(wanted) : 12; // of each type
+    PlayerControl player(loop, playing(fastSink), tell);
+    const std::string good = song("good.wav", 0.1);
+    ASSERT_TRUE(isPlayedToItsEnd(player, good));
+    const std::pair<std::string, std::string> wholeSongs[] = {{".mp3", made("whole.mp3")},
+                                                              {".wav", made("whole.wav")},
+                                                              {".wma", made("whole.wma")},
+                                                              {".mid", manyNotes()}};
+    const auto filesBefore = descriptors();
+    const long memoryBefore = residentKilobytes();
+    for (const auto& [type, whole] : wholeSongs) {
+        int givenUp = 0;
+        const auto begin = Clock::now();
+        for (int number = 0; number < count; ++number) {
+            SCOPED_TRACE(std::to_string(number) + type);
+            disk.write("damaged" + type, damaged(whole));
+            isOver(player, drive("damaged" + type));
+            givenUp += player.wasGivenUp();
+            EXPECT_TRUE(isPlayedToItsEnd(player, good));
+        }
+        const std::chrono::duration<double> took = Clock::now() - begin;
+        if (wanted)
+            std::cout << count << ' ' << type << ": " << givenUp << " given up, "
+                      << std::exchange(hung, 0) << " hung, " << took.count() << " s, "
+                      << descriptors() - filesBefore << " descriptors and "
+                      << residentKilobytes() - memoryBefore << " KB more\n";
+    }
+    pass(1s);
+    EXPECT_EQ(descriptors(), filesBefore);
+    EXPECT_LT(residentKilobytes() - memoryBefore, 64 * 1024); // the sanitizers keep freed memory
+    EXPECT_EQ(childProcesses().size(), before.size() + 1);
+}
+
+} // namespace
+} // namespace larkspin

@@ -1,0 +1,107 @@
+// What is read from MIDI files, sound and damaged ones.
+#include "platform/gstreamer/midi_file.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+using namespace std::string_literals;
+
+std::string chunk(const std::string& kind, const std::string& content) {
+    const auto size = static_cast<char>(content.size());
+    return kind + "\0\0\0"s + size + content;
+}
+
+// Of 96 ticks a quarter: 192 a second, until a tempo says otherwise.
+std::string file(const std::vector<std::string>& tracks, const std::string& division = "\0\x60"s) {
+    std::string bytes = chunk("MThd", "\0\1\0"s + static_cast<char>(tracks.size()) + division);
+    for (const std::string& track : tracks)
+        bytes += chunk("MTrk", track);
+    return bytes;
+}
+
+const std::string note = "\0\x90\x45\x7F"s, trackEnd = "\0\xFF\x2F\0"s;
+const std::string pause96 = "\x60\x80\x45\x40"s; // ended by the note's end
+
+TEST(MidiFile, LastsAsLongAsItsTempoSays) {
+    const std::string twiceAsSlow = "\0\xFF\x51\3\x0F\x42\x40"s; // 1,000,000 microseconds
+    const struct {
+        const char* what;
+        std::string bytes;
+        double duration;
+    } cases[] = {
+        {"120 quarters a minute", file({note + pause96 + trackEnd}), 0.5},
+        {"60 from the begin on", file({twiceAsSlow + note + pause96 + trackEnd}), 1},
+        {"60 from the middle on", file({note + pause96 + twiceAsSlow + pause96 + trackEnd}), 1.5},
+        {"a tempo track beside it", file({twiceAsSlow + trackEnd, note + pause96}), 1},
+        {"the longest track", file({note + trackEnd, note + pause96 + pause96}), 1},
+        {"silence at the end", file({note + "\x81\x40\xFF\x2F\0"s}), 1},
+        {"24 frames of 4 ticks a second", file({note + pause96}, "\xE8\4"s), 1},
+        {"another chunk between",
+         file({}).replace(11, 1, "\1") + chunk("XFIH", "abc") + chunk("MTrk", note + pause96), 0.5},
+    };
+    for (const auto& [what, bytes, duration] : cases) {
+        SCOPED_TRACE(what);
+        const auto song = readMidi(bytes);
+        ASSERT_TRUE(song);
+        EXPECT_NEAR(song->duration, duration, 1e-9);
+    }
+}
+
+TEST(MidiFile, KeepsTheOrderOfItsMessages) {
+    const auto song = readMidi(file({"\0\xC0\5"s + note + "\x60\x45\0"s /* running status */,
+                                     "\x30\xF0\3\x43\x10\xF7"s + "\0\xE1\1\2"s}));
+    ASSERT_TRUE(song);
+    ASSERT_EQ(song->events.size(), 5u);
+    const struct {
+        double seconds;
+        int status, first, second;
+    } expected[] = {{0, 0xC0, 5, 0},
+                    {0, 0x90, 0x45, 0x7F},
+                    {0.25, 0xF0, 0, 0},
+                    {0.25, 0xE1, 1, 2},
+                    {0.5, 0x90, 0x45, 0}};
+    for (std::size_t at = 0; at < 5; ++at) {
+        SCOPED_TRACE(at);
+        EXPECT_NEAR(song->events[at].seconds, expected[at].seconds, 1e-9);
+        EXPECT_EQ(song->events[at].bytes[0], expected[at].status);
+        EXPECT_EQ(song->events[at].bytes[1], expected[at].first);
+        EXPECT_EQ(song->events[at].bytes[2], expected[at].second);
+    }
+    EXPECT_EQ(song->longTexts.at(0), "\x43\x10");
+}
+
+TEST(MidiFile, TakesWhatIsWholeOfADamagedOne) {
+    std::string tooLong = file({note + pause96 + pause96});
+    tooLong[18] = '\xFF'; // a track of 4 GB
+    const auto song = readMidi(tooLong.substr(0, tooLong.size() - 2));
+    ASSERT_TRUE(song);
+    EXPECT_EQ(song->events.size(), 2u);
+    EXPECT_NEAR(song->duration, 0.5, 1e-9);
+}
+
+TEST(MidiFile, RefusesWhatIsNoSong) {
+    const std::string dayLong = "\xFF\xFF\xFF\x7F\x45\x7F"s; // 2^28 ticks
+    const struct {
+        const char* what;
+        std::string bytes;
+    } cases[] = {{"nothing", ""},
+                 {"a head alone", file({})},
+                 {"no note", file({trackEnd})},
+                 {"no status byte", file({"\0\x45\x7F\0\x45\0"s})},
+                 {"a status byte that no file has", file({"\0\xF4\x45\x7F"s + note})},
+                 {"no ticks a quarter", file({note + pause96}, "\0\0"s)},
+                 {"no ticks a frame", file({note + pause96}, "\xE8\0"s)},
+                 {"several songs", file({note + pause96}).replace(9, 1, "\2")},
+                 {"no length", file({note + trackEnd})},
+                 {"more than a day", file({note + dayLong}, "\0\1"s)},
+                 {"another type", "RIFF" + file({note + pause96})}};
+    for (const auto& [what, bytes] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_FALSE(readMidi(bytes));
+    }
+}
+
+} // namespace
+} // namespace larkspin

@@ -1,0 +1,282 @@
+// A player process that fails, or is in the hands of somebody else: the song it had is given
+// up, and nothing else is lost.
+#include "support/real_player.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+
+class PlayerProcessTest : public RealPlayer {
+protected:
+    // The one that has come since `before`.
+    static pid_t newChild(const std::vector<pid_t>& before) {
+        for (const pid_t child : childProcesses())
+            if (std::find(before.begin(), before.end(), child) == before.end())
+                return child;
+        return 0;
+    }
+    // An executable of that text in place of the player, which it may start as $PLAYER.
+    PlayerControl::Player script(const std::string& text) const {
+        disk.write("player", "#!/bin/sh\nPLAYER=" LARKSPIN_PLAYER "\nDISK=" + disk.path().native() +
+                                 '\n' + text + '\n');
+        fs::permissions(disk.path() / "player", fs::perms::owner_all);
+        return {(disk.path() / "player").native(), {fastSink}};
+    }
+    static std::map<std::string, std::string> status(pid_t process) {
+        std::map<std::string, std::string> found;
+        std::ifstream file("/proc/" + std::to_string(process) + "/status");
+        for (std::string name, value; std::getline(file, name, ':') && std::getline(file, value);)
+            found[name] = value.substr(value.find_first_of("\t") + 1);
+        return found;
+    }
+};
+
+TEST_F(PlayerProcessTest, KilledInMidSongItIsReplacedForTheNext) {
+    PlayerControl player(loop, playing(clockedSink), tell);
+    player.Open(song("a.wav", 10));
+    ASSERT_TRUE(reaches(player, PlayState::playing));
+    const pid_t first = newChild(before);
+    pass(1s);
+    ::kill(first, SIGKILL);
+    EXPECT_TRUE(reaches(player, PlayState::waiting)); // it began a second ago
+    EXPECT_FALSE(player.wasGivenUp());
+    pass(1s);
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+    EXPECT_TRUE(player.wasGivenUp());
+    EXPECT_NEAR(player.Duration(), 10, 0.01);
+    player.Play();
+    player.setCurrentPosition(1);
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+
+    player.setVolume(-500);
+    EXPECT_TRUE(isPlayedToItsEnd(player, song("b.wav", 0.1)));
+    EXPECT_NE(newChild(before), first);
+    EXPECT_EQ(stateOf(first), 0); // not even a zombie
+}
+
+TEST_F(PlayerProcessTest, StandingStillForTwentyRoundsItIsReplaced) {
+    PlayerControl player(loop, playing(clockedSink), tell);
+    player.Open(song("a.wav", 10));
+    ASSERT_TRUE(reaches(player, PlayState::playing));
+    player.Pause();
+    pass(100s);
+    EXPECT_EQ(player.PlayState(), PlayState::paused); // that is none
+    player.Play();
+    const pid_t first = newChild(before);
+    ::kill(first, SIGSTOP);
+    pass(19s);
+    EXPECT_EQ(player.PlayState(), PlayState::playing);
+    ::kill(first, SIGCONT);
+    player.setCurrentPosition(5);
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 5.01; }));
+    ::kill(first, SIGSTOP);
+    pass(19s);
+    EXPECT_EQ(player.PlayState(), PlayState::playing); // it had moved
+    EXPECT_LT(player.CurrentPosition(), 9);            // and is not believed to go on
+    pass(2s);                                          // the first round saw the move
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+    EXPECT_TRUE(player.wasGivenUp());
+    EXPECT_TRUE(isPlayedToItsEnd(player, song("b.wav", 0.1)));
+    pass(1s);
+    EXPECT_EQ(stateOf(first), 0);
+}
+
+TEST_F(PlayerProcessTest, ASongThatItNeverTookGoesToAnother) {
+    PlayerControl player(loop, playing(fastSink), tell);
+    ASSERT_TRUE(isPlayedToItsEnd(player, song("a.wav", 0.1)));
+    ::kill(newChild(before), SIGSTOP);
+    player.Open(song("b.wav", 0.1));
+    pass(6s);
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+    EXPECT_FALSE(player.wasGivenUp());
+    ::kill(newChild(before), SIGKILL); // at rest
+    EXPECT_TRUE(isPlayedToItsEnd(player, song("c.wav", 0.1)));
+}
+
+TEST_F(PlayerProcessTest, AnOutputThatHangsEndsWithIt) {
+    // Opening the sink waits for somebody to read the pipe.
+    const fs::path pipe = disk.path() / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    PlayerControl player(loop, playing("filesink location=" + pipe.native()), tell);
+    player.Open(song("a.wav", 0.1));
+    EXPECT_TRUE(staysFor(player, PlayState::waiting, 500ms));
+    pass(21s);
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+    EXPECT_TRUE(player.wasGivenUp());
+    EXPECT_EQ(player.Duration(), 0);
+    EXPECT_TRUE(comesTrue([&] {
+        pass(1s);
+        return childProcesses() == before;
+    }));
+}
+
+TEST_F(PlayerProcessTest, EndsAfterAMinuteOfRestAndNotBefore) {
+    PlayerControl player(loop, playing(clockedSink), tell);
+    player.setRate(1.5);
+    player.Open("");
+    EXPECT_EQ(newChild(before), 0); // nothing to play yet
+    ASSERT_TRUE(isPlayedToItsEnd(player, song("a.wav", 0.1)));
+    pass(59s);
+    EXPECT_NE(newChild(before), 0);
+    EXPECT_FALSE(player.wasGivenUp());
+    pass(2s);
+    EXPECT_TRUE(comesTrue([&] {
+        pass(1s);
+        return childProcesses() == before;
+    }));
+    EXPECT_TRUE(loop.isIdle());
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+    EXPECT_FALSE(player.wasGivenUp());
+
+    player.Open(song("b.wav", 10));
+    ASSERT_TRUE(reaches(player, PlayState::playing));
+    player.Pause();
+    pass(300s);
+    EXPECT_NE(newChild(before), 0); // a paused song is no rest
+    player.Stop();
+    pass(62s);
+    EXPECT_TRUE(
+        comesTrue([&] { return newChild(before) == 0 || stateOf(newChild(before)) == 'Z'; }));
+}
+
+TEST_F(PlayerProcessTest, EndsWithTheProgram) {
+    const std::string path = song("a.wav", 10);
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    const pid_t program = ::fork();
+    if (program == 0) {
+        PlayerControl player(loop, playing(clockedSink), tell);
+        player.Open(path);
+        reaches(player, PlayState::playing);
+        const pid_t started = newChild({});
+        [[maybe_unused]] const ssize_t put = ::write(ends[1], &started, sizeof started);
+        ::pause();
+        ::_exit(0);
+    }
+    pid_t started = 0;
+    ASSERT_EQ(::read(ends[0], &started, sizeof started), ssize_t{sizeof started});
+    ::close(ends[0]);
+    ::close(ends[1]);
+    EXPECT_EQ(stateOf(started), 'S');
+    ::kill(program, SIGKILL);
+    ::waitpid(program, nullptr, 0);
+    EXPECT_TRUE(comesTrue([&] { return stateOf(started) == 0 || stateOf(started) == 'Z'; }));
+}
+
+TEST_F(PlayerProcessTest, InheritsTheSocketAndNoMore) {
+    const int ours = ::open("/dev/zero", O_RDONLY); // without O_CLOEXEC
+    ::setenv("LARKSPIN_SECRET", "1", 1);
+    ::setenv("PULSE_SERVER", "unix:/nowhere", 1);
+    sigset_t all, old;
+    sigfillset(&all);
+    ::pthread_sigmask(SIG_BLOCK, &all, &old);
+    PlayerControl player(loop, playing(clockedSink), tell);
+    player.Open(song("a.wav", 10));
+    ::pthread_sigmask(SIG_SETMASK, &old, nullptr);
+    ::unsetenv("PULSE_SERVER");
+    ::close(ours);
+    ASSERT_TRUE(reaches(player, PlayState::playing));
+
+    const pid_t process = newChild(before);
+    const fs::path proc = "/proc/" + std::to_string(process);
+    EXPECT_EQ(fs::read_symlink(proc / "fd/0"), "/dev/null");
+    EXPECT_EQ(fs::read_symlink(proc / "fd/2"), "/dev/null");
+    std::set<std::string> opened;
+    for (const auto& entry : fs::directory_iterator(proc / "fd"))
+        opened.insert(fs::read_symlink(entry.path()).native());
+    EXPECT_FALSE(opened.contains("/dev/zero"));
+    auto told = status(process);
+    EXPECT_EQ(told["SigBlk"], "0000000000000000");
+    EXPECT_EQ(told["NoNewPrivs"], "1");
+    std::ostringstream environment;
+    environment << std::ifstream(proc / "environ").rdbuf();
+    EXPECT_EQ(environment.str().find("LARKSPIN_SECRET"), std::string::npos);
+    EXPECT_NE(environment.str().find("PULSE_SERVER"), std::string::npos);
+}
+
+// What its code could do in the hands of a file's maker: the sink writes where it wants.
+TEST_F(PlayerProcessTest, WritesNowhereButWhereItIsAllowedTo) {
+    const std::string path = song("a.wav", 0.2);
+    TempDirectory home;
+    const std::string sink = "filesink location=" + (home.path() / "theirs").native();
+    for (const bool allowed : {false, true}) {
+        SCOPED_TRACE(allowed);
+        const fs::path writable = allowed ? home.path() : disk.path();
+        PlayerControl player(loop, {LARKSPIN_PLAYER, {sink, writable.native()}}, tell);
+        EXPECT_TRUE(isPlayedToItsEnd(player, path));
+        EXPECT_EQ(fs::exists(home.path() / "theirs"), allowed);
+    }
+}
+
+TEST_F(PlayerProcessTest, WhatIsNoPlayerIsNotBelieved) {
+    const std::string path = song("a.wav", 0.1);
+    for (const char* text : {"printf nonsense >&3; sleep 100",
+                             "head -c 56 /dev/zero >&3; sleep 100", "exit 1", "kill -SEGV $$"}) {
+        SCOPED_TRACE(text);
+        PlayerControl player(loop, script(text), tell);
+        player.Open(path);
+        pass(2s);
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        EXPECT_TRUE(player.wasGivenUp());
+        EXPECT_EQ(player.Duration(), 0);
+    }
+    EXPECT_EQ(told, "");
+}
+
+TEST_F(PlayerProcessTest, DyingBeforeItTookTheSongItIsReplaced) {
+    PlayerControl player(loop,
+                         script("[ -e $DISK/second ] && exec $PLAYER \"$@\"\n"
+                                "touch $DISK/second"),
+                         tell);
+    EXPECT_TRUE(isPlayedToItsEnd(player, song("a.wav", 0.1)));
+}
+
+TEST_F(PlayerProcessTest, TellsTheOwnerOnceThatItIsMissing) {
+    PlayerControl player(loop, {(disk.path() / "nothing").native(), {}}, tell);
+    for (int round = 0; round < 2; ++round) {
+        player.Open(song("a.wav", 0.1));
+        EXPECT_EQ(player.PlayState(), PlayState::waiting);
+        pass(2s);
+        EXPECT_EQ(player.PlayState(), PlayState::stopped);
+        EXPECT_TRUE(player.wasGivenUp());
+    }
+    EXPECT_EQ(told, "larkspin: the player can't be started, songs don't play\n");
+}
+
+TEST_F(PlayerProcessTest, TakesSongsFasterThanTheyCanBeOpened) {
+    struct stat input {
+    }, later{};
+    ASSERT_EQ(::fstat(STDIN_FILENO, &input), 0);
+    PlayerControl player(loop, playing(fastSink), tell);
+    const std::string songs[] = {song("a.wav", 0.1), song("b.mp3", 0.1), song("c.mid", 0.1)};
+    const char* const wanted = std::getenv("LARKSPIN_QUICK_SONGS");
+    const int count = wanted ? std::atoi(wanted) : 20000;
+    for (int at = 0; at < count; ++at) {
+        player.Open(songs[at % 3]);
+        EXPECT_NE(player.PlayState(), PlayState::closed);
+        std::this_thread::sleep_for(std::chrono::microseconds(at % 100 == 0 ? 2000 : 1));
+    }
+    EXPECT_TRUE(isPlayedToItsEnd(player, songs[0]));
+    EXPECT_NEAR(player.Duration(), 0.1, 0.001);
+    ASSERT_EQ(::fstat(STDIN_FILENO, &later), 0);
+    EXPECT_EQ(input.st_ino, later.st_ino);
+    pass(1s);
+    EXPECT_EQ(childProcesses().size(), before.size() + 1);
+}
+
+} // namespace
+} // namespace larkspin

@@ -1,0 +1,72 @@
+// For tests of the real player: a media control on a virtual clock, whose process plays in real
+// time into a sink without a device.
+#pragma once
+
+#include "platform/player/player_control.h"
+#include "support/made_songs.h"
+#include "support/temp_directory.h"
+#include "support/virtual_loop.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/types.h>
+#include <thread>
+#include <vector>
+
+namespace larkspin {
+
+constexpr const char* clockedSink = "fakesink sync=true";
+constexpr const char* fastSink = "fakesink sync=false";
+
+// The processes that this one has started, those among them that nobody has waited for yet.
+std::vector<pid_t> childProcesses();
+char stateOf(pid_t process); // as ps(1) shows it; 0 when there is none
+
+class RealPlayer : public testing::Test {
+protected:
+    // GStreamer's list of its plug-ins is kept beside the tests, not in the home directory.
+    static void SetUpTestSuite();
+
+    using Clock = std::chrono::steady_clock;
+    static constexpr Clock::duration patience = std::chrono::seconds(10);
+
+    std::string drive(const std::string& name) const; // of a file on the disk
+    std::string song(const std::string& name, double seconds) const;
+
+    // Into a sink, which may write to the disk.
+    PlayerControl::Player playing(const std::string& sink = fastSink) const {
+        return {LARKSPIN_PLAYER, {sink, disk.path().native()}};
+    }
+
+    // Polls in real time, as the program's ticks do in theirs. The virtual clock stands, so
+    // that a song which failed would read waiting for ever.
+    template <typename Condition>
+    static bool comesTrue(Condition condition, Clock::duration limit = patience) {
+        const auto end = Clock::now() + limit;
+        while (Clock::now() < end) {
+            if (condition())
+                return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+        return false;
+    }
+    static bool reaches(PlayerControl& player, PlayState state) {
+        return comesTrue([&] { return player.PlayState() == state; });
+    }
+    static bool staysFor(PlayerControl& player, PlayState state, Clock::duration span) {
+        return !comesTrue([&] { return player.PlayState() != state; }, span);
+    }
+    void pass(Nanoseconds span) { loop.waitUntil(loop.now() + span); }
+
+    // Opens it and waits for its end, however that comes.
+    bool isPlayedToItsEnd(PlayerControl& player, const std::string& path);
+
+    std::vector<pid_t> before = childProcesses();
+    VirtualLoop loop;
+    TempDirectory disk;
+    std::string told;
+    const PlayerControl::Tell tell = [this](const std::string& line) { told += line + '\n'; };
+};
+
+} // namespace larkspin
