@@ -1,5 +1,7 @@
 #include "platform/gstreamer/audio_output.h"
 
+#include "platform/gstreamer/large_chunks.h"
+
 #include <utility>
 
 namespace larkspin {
@@ -69,6 +71,7 @@ GstElement* AudioOutput::watched(GstElement* sink) {
     gst_bin_add(GST_BIN(bin), sink);
     const GstRef<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
     gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, note, this, nullptr);
+    new LargeChunks(pad.get()); // NOLINT: the pad deletes it
     gst_element_add_pad(bin, gst_ghost_pad_new("sink", pad.get()));
     bin_.reset(GST_ELEMENT(gst_object_ref_sink(bin)));
     return bin;

@@ -56,6 +56,8 @@ void PlayerControl::Open(const std::string& fileName) {
     if (!process_)
         startProcess();
     wish();
+    if (process_)
+        watchEvery(watchInterval);
 }
 
 void PlayerControl::Play() {
@@ -148,10 +150,17 @@ void PlayerControl::startProcess() {
     if (!process_) {
         failed_ = true;
         tellOnce("larkspin: the player can't be started, songs don't play");
-    } else if (watch_ == TimerId::none) {
-        busyAt_ = loop_.now();
-        watch_ = loop_.every(watchInterval, [this] { watch(); });
     }
+}
+
+// At rest nothing wakes the program up but the rest's end.
+void PlayerControl::watchEvery(Nanoseconds interval) {
+    if (interval == watchedEvery_)
+        return;
+    loop_.cancel(std::exchange(watch_, TimerId::none));
+    watchedEvery_ = interval;
+    if (interval > 0s)
+        watch_ = loop_.every(interval, [this] { watch(); });
 }
 
 void PlayerControl::endProcess() {
@@ -233,16 +242,16 @@ double PlayerControl::reckonedPosition() const {
 
 void PlayerControl::watch() {
     listen();
+    const bool rested = watchedEvery_ == longestRest;
     std::erase_if(killed_, [](const auto& process) { return process->isGone(); });
-    const Nanoseconds now = loop_.now();
-    if (!isResting())
-        busyAt_ = now;
-    if (process_ && now - busyAt_ >= longestRest)
-        endProcess();
-    else if (process_ && !isResting())
+    if (process_ && !isResting())
         watchSong();
-    if (!process_ && killed_.empty())
-        loop_.cancel(std::exchange(watch_, TimerId::none));
+    else if (process_ && rested)
+        endProcess();
+    if (!killed_.empty() || (process_ && !isResting()))
+        watchEvery(watchInterval);
+    else
+        watchEvery(process_ ? longestRest : 0s);
 }
 
 // A sound server, a disk or a decoder that stands still must not keep a list from moving on.

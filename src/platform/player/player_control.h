@@ -61,6 +61,7 @@ private:
     bool isTaken() const { return report_.song == wishes_.song; }
     bool isResting() const;
     double reckonedPosition() const;
+    void watchEvery(Nanoseconds interval);
     void watch();
     void watchSong();
 
@@ -81,11 +82,11 @@ private:
     bool replaced_ = false; // the process that was to play it
     double duration_ = 0, position_ = 0;
 
-    // Once a second while there is a process.
+    // Each second while a song is in hand.
     TimerId watch_ = TimerId::none;
+    Nanoseconds watchedEvery_{}; // 0 for not at all
     PlayerReport watched_;
     int standstill_ = 0; // rounds
-    Nanoseconds busyAt_{};
 };
 
 } // namespace larkspin

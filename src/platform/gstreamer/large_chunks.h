@@ -1,0 +1,29 @@
+// Decoders give small buffers. Put together to larger ones on their way into a sink, they let
+// all threads sleep longer.
+#pragma once
+
+#include "platform/gstreamer/gst_ref.h"
+
+namespace larkspin {
+
+class LargeChunks {
+public:
+    explicit LargeChunks(GstPad* sinkPad); // belongs to the pad, and goes with it
+
+    LargeChunks(const LargeChunks&) = delete;
+    LargeChunks& operator=(const LargeChunks&) = delete;
+
+private:
+    ~LargeChunks();
+    static GstPadProbeReturn pass(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    GstPadProbeReturn take(GstPad* pad, GstPadProbeInfo* info);
+    void keep(GstBuffer* buffer);
+    bool continues(GstBuffer* buffer) const;
+    void letGo(GstPad* pad);
+    void drop();
+
+    GstBuffer* kept_ = nullptr;
+    bool lettingGo_ = false;
+};
+
+} // namespace larkspin
