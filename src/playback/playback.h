@@ -10,6 +10,7 @@
 #include "playback/play_counters.h"
 #include "playback/play_modes.h"
 #include "playback/play_selection.h"
+#include "playback/position.h"
 #include "playback/random_pick.h"
 #include "playback/sliders.h"
 #include "playback/transport.h"
@@ -41,6 +42,7 @@ public:
     Sliders sliders{core_, needs_.player};
     PlayCounters counters{core_, needs_.directory};
     CounterCommands counterCommands{core_, counters};
+    Position position{core_, needs_.player};
     Choices choices{core_, needs_.NiteScan2};
     MediaWindow mediaWindow{core_, needs_.player};
     Transport transport{core_,    needs_.files, needs_.player, sliders,

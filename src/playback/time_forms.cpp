@@ -3,31 +3,65 @@
 #include "playback/media_control.h"
 #include "text/number.h"
 
+#include <cmath>
+
 namespace larkspin {
 
 namespace {
 
-std::string minutesAndSeconds(double time) {
-    const std::int64_t milliseconds = rounded(time * 1000);
-    const std::string seconds = std::to_string(milliseconds % 60000 / 1000);
-    return std::to_string(milliseconds / 60000) + ":" + (seconds.size() < 2 ? "0" : "") + seconds;
+struct Clock {
+    std::string minutes, seconds;
+};
+
+// Minutes are cut off and milliseconds rounded, so that the last half millisecond of a minute
+// already reads as its first.
+Clock split(double time) {
+    const double milliseconds = time * 1000;
+    const std::int64_t seconds = rounded(milliseconds) % 60000 / 1000;
+    return {numberText(std::trunc(milliseconds / 60000)),
+            (seconds < 10 ? "0" : "") + std::to_string(seconds)};
+}
+
+std::string plain(double time) {
+    const Clock clock = split(time);
+    return clock.minutes + ":" + clock.seconds;
+}
+
+std::string rich(double time) {
+    const Clock clock = split(time);
+    return "<b>" + clock.minutes + "</b>:<b>" + clock.seconds;
+}
+
+bool hasPosition(MediaControl& player) {
+    const PlayState now = player.PlayState();
+    return now != PlayState::stopped && now != PlayState::closed && player.CurrentPosition() >= 0;
 }
 
 } // namespace
+
+std::string richlength(MediaControl& player) {
+    if (player.PlayState() == PlayState::stopped)
+        return "<b>0</b>:<b>00";
+    return rich(player.Duration());
+}
 
 std::string plainlength(MediaControl& player) {
     const double duration = player.Duration();
     if (player.PlayState() == PlayState::stopped || duration < 0)
         return "0:00";
-    return minutesAndSeconds(duration);
+    return plain(duration);
+}
+
+std::string richposition(MediaControl& player) {
+    if (!hasPosition(player))
+        return "<b>0</b>:<b>00</b> / <b>0</b>:<b>00";
+    return rich(player.CurrentPosition()) + " / " + richlength(player);
 }
 
 std::string plainposition(MediaControl& player) {
-    const PlayState now = player.PlayState();
-    const double position = player.CurrentPosition();
-    if (now == PlayState::stopped || now == PlayState::closed || position < 0)
+    if (!hasPosition(player))
         return "0:00 / 0:00";
-    return minutesAndSeconds(position) + " / " + plainlength(player);
+    return plain(player.CurrentPosition()) + " / " + plainlength(player);
 }
 
 } // namespace larkspin

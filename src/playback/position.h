@@ -1,0 +1,32 @@
+// Where the player stands in its song: the commands that tell it and that move it.
+#pragma once
+
+#include "chat/core.h"
+
+#include <string>
+
+namespace larkspin {
+
+class MediaControl;
+
+class Position {
+public:
+    Position(const Core& core, MediaControl& player)
+        : state_(core.state), dialogs_(core.dialogs), reply_(core.reply), player_(player) {}
+
+    void len();
+    void pos();
+
+    // To a time "m:ss"; forward and back by whole seconds.
+    void pos(const std::string& time);
+    void fwd(const std::string& seconds);
+    void rew(const std::string& seconds);
+
+private:
+    AppState& state_;
+    Dialogs& dialogs_;
+    Reply& reply_;
+    MediaControl& player_;
+};
+
+} // namespace larkspin
