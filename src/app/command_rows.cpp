@@ -73,11 +73,11 @@ std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
         {"fwd *", [&p](const auto& text) { p.playback.position.fwd(text); }},
         {"rew *", [&p](const auto& text) { p.playback.position.rew(text); }},
         {"pos *", [&p](const auto& text) { p.playback.position.pos(text); }},
-        {"end", notYet},
+        {"end", [&p](const auto&) { p.playback.section.end(); }},
         {"first", notYet},
         {"transfer", [&p](const auto&) { p.library.adding.transfer(); }},
         {"scanpc", [&p](const auto&) { p.library.scan.scanpc(); }},
-        {"rec *, *", notYet},
+        {"rec *, *", [&p](const auto& text) { p.playback.section.rec(text); }},
         // clang-format on
     };
 }

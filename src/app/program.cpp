@@ -34,8 +34,10 @@ std::vector<Window*> Program::windows() {
     return {&playback.mediaWindow.mp3s, &shell.splash.dire};
 }
 
-// The order counts: the clock of the media window shows the song before its end is seen.
+// The order counts: the clock of the media window shows where a repeated section has sent the song,
+// and before its end is seen.
 void Program::secondTick() {
+    playback.checkSection();
     playback.showPosition();
     shell.countSecond(playback.isPlaying());
     playback.checkEnd();

@@ -2,6 +2,7 @@
 
 #include "library/adding.h"
 #include "playback/media_window.h"
+#include "playback/section_repeat.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/desktop.h"
@@ -42,8 +43,16 @@ std::vector<Control> MediaControls::list() {
          .text = [] { return "file"; },
          .onClick = [this] { popUpFileMenu(); }},
         {.name = "fileCountLabel",
-         .place = {990, 345, 3510, 285},
+         .place = {990, 345, 2580, 285},
          .text = [this] { return state_.fileCountLabel; }},
+        {.name = "sectionSeconds",
+         .place = {3600, 345, 420, 285},
+         .text = [this] { return state_.sectionSeconds; }},
+        {.name = "Command6",
+         .kind = Kind::button,
+         .place = {4050, 345, 450, 285},
+         .text = [this] { return state_.recCaption; },
+         .onClick = [this] { section_.press(); }},
         {.name = "playlistView",
          .kind = Kind::list,
          .place = {0, 660, 4500, 1860},

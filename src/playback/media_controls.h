@@ -1,5 +1,5 @@
 // What stands on the media window, so far: the title strip, the playlist, and the buttons that
-// open a file and the file menu.
+// open a file and the file menu and mark a section to be repeated.
 #pragma once
 
 #include "chat/core.h"
@@ -12,15 +12,17 @@ namespace larkspin {
 class Adding;
 class Desktop;
 class MediaWindow;
+class SectionRepeat;
 class Splash;
 class Transport;
 
 class MediaControls {
 public:
     MediaControls(const Core& core, Desktop& desktop, MediaWindow& window, Splash& splash,
-                  Adding& adding, Transport& transport)
+                  Adding& adding, Transport& transport, SectionRepeat& section)
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), desktop_(desktop),
-          window_(window), splash_(splash), adding_(adding), transport_(transport) {}
+          window_(window), splash_(splash), adding_(adding), transport_(transport),
+          section_(section) {}
 
     std::vector<Control> list();
 
@@ -39,6 +41,7 @@ private:
     Splash& splash_;
     Adding& adding_;
     Transport& transport_;
+    SectionRepeat& section_;
 };
 
 } // namespace larkspin

@@ -12,6 +12,7 @@
 #include "playback/play_selection.h"
 #include "playback/position.h"
 #include "playback/random_pick.h"
+#include "playback/section_repeat.h"
 #include "playback/sliders.h"
 #include "playback/transport.h"
 #include "shell/settings.h"
@@ -43,6 +44,7 @@ public:
     PlayCounters counters{core_, needs_.directory};
     CounterCommands counterCommands{core_, counters};
     Position position{core_, needs_.player};
+    SectionRepeat section{core_, needs_.player};
     Choices choices{core_, needs_.NiteScan2};
     MediaWindow mediaWindow{core_, needs_.player};
     Transport transport{core_,    needs_.files, needs_.player, sliders,
@@ -51,14 +53,16 @@ public:
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
-    MediaControls mediaControls{core_,         needs_.desktop, mediaWindow,
-                                needs_.splash, needs_.adding,  transport};
+    MediaControls mediaControls{core_,         needs_.desktop, mediaWindow, needs_.splash,
+                                needs_.adding, transport,      section};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
     void unload();
 
-    // The shares of the one-second tick: the media window's clock, and the end of a song.
+    // The shares of the one-second tick: the repeated section, the media window's clock, and the
+    // end of a song.
+    void checkSection() { section.check(); }
     void showPosition();
     void checkEnd() { modeTick.checkEndWithoutMode(); }
     bool isPlaying();

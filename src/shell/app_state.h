@@ -24,6 +24,9 @@ inline constexpr std::string_view unpausedMark = "  II";
 inline constexpr std::string_view pausedMark = "  \u00B3";
 inline constexpr std::string_view idleMark = "  l>";
 inline constexpr std::string_view playingMark = " \xC2\x90";
+inline constexpr std::string_view recResting = "rec";
+inline constexpr std::string_view recMarking = "stop";
+inline constexpr std::string_view recRepeating = "end";
 inline constexpr std::string_view commandsNormal = "        larkspin commands window";
 inline constexpr std::string_view commandsChoosing = "             double click a choice to play";
 inline constexpr std::string_view commandsReciting = "        larkspin commands window ";
@@ -101,6 +104,7 @@ struct AppState {
     // Captions of the media window that change
     std::string mediaCaption{resizeHint};
     std::string volumeCaption, tempoCaption;
+    std::string recCaption{recResting}; // also the state of the rec button
 
     // The current row of masterList: the list's own selection, not a copy. -1 for none; an
     // index outside the list changes nothing.

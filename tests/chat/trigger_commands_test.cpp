@@ -10,9 +10,9 @@ TEST(TriggerCommands, TakeOneOfFiveCharactersOrNone) {
               Turn("'TRIG .", "new trigger:  ."), Turn({"'stop", ".trig?"}, ""),
               Turn("'TRIG?", "your trigger is ."), Turn(".trig -", "new trigger:  -"),
               Turn("-trig `", "new trigger:  `"), Turn("`trig ,", "new trigger:  ,"),
-              Turn(",trig none", "new trigger:  none"), Turn({",stop", "no", "end", "trig?"}, ""),
-              Turn("'trig?", "your trigger is disabled"), Turn("silent", "silent mode - <b>on"),
-              Turn("trig '", "[box] you are in silent mode"),
+              Turn(",trig none", "new trigger:  none"), Turn({",stop", "no", "trig?"}, ""),
+              Turn("end", "repeating session ended"), Turn("'trig?", "your trigger is disabled"),
+              Turn("silent", "silent mode - <b>on"), Turn("trig '", "[box] you are in silent mode"),
               Turn("'trig?", "[box] your trigger is "), Turn("silentoff", "silent mode - <b>off"),
               Turn("trig '", "new trigger:  '")});
 }

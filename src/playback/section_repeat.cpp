@@ -1,0 +1,90 @@
+#include "playback/section_repeat.h"
+
+#include "chat/reply.h"
+#include "playback/media_control.h"
+#include "shell/app_state.h"
+#include "text/number.h"
+#include "text/utf8.h"
+
+#include <cmath>
+#include <optional>
+
+namespace larkspin {
+
+namespace {
+
+std::string trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
+// A part that is left out counts nothing: ":30" is half a minute.
+std::optional<double> partOfTime(std::string_view text) {
+    return text.empty() ? 0 : number(text);
+}
+
+std::optional<double> seconds(std::string_view time) {
+    const auto colon = time.find(':');
+    if (colon == std::string_view::npos)
+        return number(time);
+    const auto minutes = partOfTime(time.substr(0, colon));
+    const auto rest = partOfTime(time.substr(colon + 1));
+    if (!minutes || !rest || !std::isfinite(60 * *minutes + *rest))
+        return std::nullopt;
+    return 60 * *minutes + *rest;
+}
+
+void setSeconds(std::string& field, std::string_view time) {
+    if (const auto value = seconds(time))
+        field = numberText(*value);
+}
+
+} // namespace
+
+void SectionRepeat::rec(const std::string& times) {
+    if (reply_.refusedInSilence(
+            "use the rec button on the mp3s window to repeat a section in silent mode"))
+        return;
+    const std::string_view text = times;
+    const auto comma = text.find(',');
+    if (comma == std::string_view::npos)
+        return;
+    const std::string_view behind = text.substr(comma + 1);
+    const std::string a = trimmed(text.substr(0, comma));
+    const std::string b = trimmed(behind.substr(prefixLength(behind, 1)));
+    if (a.empty() || b.empty())
+        return;
+    setSeconds(state_.sectionStart, a);
+    setSeconds(state_.sectionEnd, b);
+    reply_.saychat("repeating from <b>" + a + "</b> to <b>" + b);
+}
+
+void SectionRepeat::end() {
+    state_.sectionEnd.clear();
+    reply_.saychat("repeating session ended");
+}
+
+void SectionRepeat::press() {
+    if (state_.recCaption == recResting) {
+        state_.sectionStart = numberText(player_.CurrentPosition());
+        state_.recCaption = recMarking;
+    } else if (state_.recCaption == recMarking) {
+        state_.sectionEnd = numberText(player_.CurrentPosition());
+        state_.recCaption = recRepeating;
+    } else if (state_.recCaption == recRepeating) {
+        state_.sectionEnd.clear();
+        state_.sectionSeconds = "0";
+        state_.recCaption = recResting;
+    }
+}
+
+void SectionRepeat::check() {
+    if (state_.recCaption == recMarking)
+        state_.sectionSeconds = numberText(numberOrZero(state_.sectionSeconds) + 1);
+    if (!state_.sectionEnd.empty() && player_.CurrentPosition() > numberOrZero(state_.sectionEnd))
+        player_.setCurrentPosition(numberOrZero(state_.sectionStart));
+}
+
+} // namespace larkspin

@@ -1,0 +1,101 @@
+#include "shell/window.h"
+#include "support/talk.h"
+
+namespace larkspin {
+
+namespace {
+
+std::string shown(VirtualMachine& machine, const std::string& control) {
+    return machine.window("mp3s").control(control).text();
+}
+
+} // namespace
+
+TEST(SectionRepeat, GoesBackAtTheFirstTickPastItsEnd) {
+    VirtualMachine machine({"a.mp3", "b.mp3"}, 180s);
+    const auto position = [&] { return machine.player.CurrentPosition(); };
+    machine.doubleClick("mp3s", "mediaCaption");
+    converse(machine,
+             {Turn("'cont", "continuous play - <b>on"), Turn("'num 1", "playing:  <b>1</b>.  a"),
+              Turn("'rec 1:00, 1:30", "repeating from <b>1:00</b> to <b>1:30", 90s)});
+    EXPECT_DOUBLE_EQ(position(), 90);
+    machine.advance(1s);
+    EXPECT_LT(position(), 61);
+    EXPECT_EQ(shown(machine, "mediaCaption"), "  song position:  1:00 / 3:00");
+    machine.advance(1h);
+    EXPECT_LT(position(), 92);
+    converse(machine, {Turn("'pause", "paused:  a"), Turn("'resume", "resumed:  a"),
+                       Turn("'next", "next:  <b>2</b>.  b", 10min)});
+    EXPECT_LT(position(), 92) << "a new song doesn't end the repeat";
+    converse(machine, {Turn("'end", "repeating session ended", 30s)});
+    EXPECT_GT(position(), 90);
+    EXPECT_EQ(machine.saidWithin(90s), Lines{"next:  <b>1</b>.  a"});
+}
+
+TEST(SectionRepeat, TakesTimesAsTheyAreTyped) {
+    VirtualMachine machine({"a.mp3"}, 180s);
+    machine.owner("'num 1");
+    const struct {
+        const char *line, *answer, *start, *end;
+    } cases[] = {
+        {"'rec 10, 20.5", "repeating from <b>10</b> to <b>20.5", "10", "20.5"},
+        {"'REC :30,  1: ", "repeating from <b>:30</b> to <b>1:", "30", "60"},
+        {"'rec 0:90, 1:75", "repeating from <b>0:90</b> to <b>1:75", "90", "135"},
+        {"'rec x, 2:00", "repeating from <b>x</b> to <b>2:00", "90", "120"},
+        {"'rec 1e1, 1:2:3", "repeating from <b>1e1</b> to <b>1:2:3", "90", "120"},
+        {"'rec 1:00,2:00, 3", "repeating from <b>1:00</b> to <b>:00, 3", "60", "120"},
+        {"'rec , 1:00", "", "60", "120"},
+        {"'rec 0:10, ", "", "60", "120"},
+        {"'rec 0:10 0:20", "", "60", "120"},
+        {"'end", "repeating session ended", "60", ""},
+    };
+    const AppState& state = machine.state();
+    for (const auto& c : cases) {
+        EXPECT_EQ(machine.answer(c.line), c.answer);
+        EXPECT_EQ(state.sectionStart, c.start) << c.line;
+        EXPECT_EQ(state.sectionEnd, c.end) << c.line;
+    }
+    machine.state().trigger = ",";
+    EXPECT_EQ(machine.answer(",rec 1:00, 1:30"), "repeating from <b>1:00</b> to <b>1:30");
+}
+
+TEST(SectionRepeat, IsMarkedByTheButton) {
+    VirtualMachine machine({"a.mp3", "b.mp3"}, 20s);
+    const auto position = [&] { return machine.player.CurrentPosition(); };
+    machine.owner("'silent");
+    machine.owner("'num 1", 5s);
+    EXPECT_EQ(machine.answer("'rec 0:01, 0:02"),
+              "[box] use the rec button on the mp3s window to repeat a section in silent mode");
+    EXPECT_EQ(shown(machine, "Command6"), "rec");
+    machine.click("mp3s", "Command6");
+    EXPECT_EQ(shown(machine, "Command6"), "stop");
+    machine.advance(10s);
+    EXPECT_EQ(shown(machine, "sectionSeconds"), "10");
+    machine.click("mp3s", "Command6");
+    EXPECT_EQ(shown(machine, "Command6"), "end");
+    machine.advance(1s);
+    EXPECT_LT(position(), 6);
+    EXPECT_EQ(shown(machine, "sectionSeconds"), "10");
+
+    machine.owner("'num 2", 1min);
+    EXPECT_LT(position(), 17) << "the section outlives its song";
+    machine.owner("'end");
+    EXPECT_EQ(shown(machine, "Command6"), "end");
+    machine.click("mp3s", "Command6");
+    EXPECT_EQ(shown(machine, "Command6"), "rec");
+    EXPECT_EQ(shown(machine, "sectionSeconds"), "0");
+    machine.advance(20s);
+    EXPECT_EQ(machine.player.PlayState(), PlayState::stopped);
+}
+
+// Whose end lies before its start, or beyond the song's.
+TEST(SectionRepeat, LeavesAnOddSectionToTheTick) {
+    VirtualMachine machine({"a.mp3"}, 20s);
+    machine.owner("'num 1", 5s);
+    machine.owner("'rec 10, 3", 8s);
+    EXPECT_LT(machine.player.CurrentPosition(), 11);
+    machine.owner("'rec 1, 30", 20s);
+    EXPECT_EQ(machine.setting("played"), "1");
+}
+
+} // namespace larkspin
