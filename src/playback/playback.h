@@ -14,6 +14,7 @@
 #include "playback/random_pick.h"
 #include "playback/section_repeat.h"
 #include "playback/sliders.h"
+#include "playback/top_list.h"
 #include "playback/transport.h"
 #include "shell/settings.h"
 
@@ -42,7 +43,8 @@ private: // what the units are made with
 public:
     Sliders sliders{core_, needs_.player};
     PlayCounters counters{core_, needs_.directory};
-    CounterCommands counterCommands{core_, counters};
+    TopList topList{core_, needs_.files, needs_.directory};
+    CounterCommands counterCommands{core_, counters, topList};
     Position position{core_, needs_.player};
     SectionRepeat section{core_, needs_.player};
     Choices choices{core_, needs_.NiteScan2};

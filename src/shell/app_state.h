@@ -89,7 +89,6 @@ struct AppState {
     RowList appTitles, appPaths; // parallel
     std::string appPathText;
     RowList roomScratch;
-    RowList rawCounts, sortedCounts{RowList::Order::sorted};
     std::string idleReason, idleMinutes, idleHours;
     Timer idleClock{std::chrono::minutes(1)};
     std::string uploadSeen; // "yep" or "nope"

@@ -17,4 +17,14 @@ TEST(CounterCommands, TellHowOftenTheSongHasBeenPlayed) {
     EXPECT_EQ(machine.answer("'times"), "[box] this song has been played 0 times");
 }
 
+TEST(CounterCommands, TellHowManySongsHaveBeenPlayed) {
+    VirtualMachine machine({"a.mp3"}, 10s);
+    EXPECT_EQ(machine.answer("'total"), "total files played:  <b>0");
+    machine.owner("'num 1", 11s);
+    EXPECT_EQ(machine.answer("'total"), "total files played:  <b>1");
+    machine.state().silnt = true;
+    converse(machine,
+             {Turn({"'total", "'tops", "'top 3", "'top many"}, "[box] you are in silent mode")});
+}
+
 } // namespace larkspin

@@ -1,0 +1,79 @@
+#include "playback/top_list.h"
+
+#include "chat/reply.h"
+#include "shell/files.h"
+#include "shell/pause.h"
+#include "text/fold.h"
+#include "text/number.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+constexpr double secondsBetweenLines = 0.7;
+constexpr double exactBelow = 9007199254740992; // 2^53: from there on a double loses digits
+
+std::string shownCount(std::string_view text, double value) {
+    if (value < exactBelow)
+        return numberText(value);
+    text.remove_prefix(text.find_first_of("123456789"));
+    return std::string(text.substr(0, text.find_first_not_of("0123456789")));
+}
+
+// The longer of two counts is the higher where their values are the same to a double.
+bool isPlayedMore(const CountedSong& a, const CountedSong& b) {
+    if (a.value != b.value)
+        return a.value > b.value;
+    if (a.count.size() != b.count.size())
+        return a.count.size() > b.count.size();
+    if (a.count != b.count)
+        return a.count > b.count;
+    return lessFolded(b.title, a.title);
+}
+
+} // namespace
+
+std::vector<CountedSong> readcounts(Files& files, const std::string& path) {
+    const std::string contents = files.read(path).contents;
+    std::vector<CountedSong> songs;
+    for (std::string_view rest = contents; !rest.empty();) {
+        std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        const auto equals = line.find('=');
+        if (equals == std::string_view::npos)
+            continue;
+        const std::string_view count = line.substr(equals + 1);
+        const double value = numberOrZero(count);
+        songs.push_back({std::string(line.substr(0, equals)), value, shownCount(count, value)});
+    }
+    return songs;
+}
+
+void keepMostPlayed(std::vector<CountedSong>& songs, std::size_t wanted) {
+    const auto end = songs.begin() + static_cast<std::ptrdiff_t>(std::min(wanted, songs.size()));
+    std::partial_sort(songs.begin(), end, songs.end(), isPlayedMore);
+    songs.erase(end, songs.end());
+}
+
+void TopList::toplist(std::int32_t n) {
+    std::vector<CountedSong> songs = readcounts(files_, countsFile_);
+    const std::size_t all = songs.size(), wanted = static_cast<std::size_t>(std::max(n, 0));
+    keepMostPlayed(songs, wanted);
+    sayAndWait("top <b>" + std::to_string(n) + "</b> most played songs");
+    if (all < wanted)
+        sayAndWait("there are only <b>" + std::to_string(all) + "</b> songs");
+    for (std::size_t index = 0; index < songs.size(); ++index)
+        sayAndWait("<b>" + std::to_string(index + 1) + "</b>.  " + songs[index].title + ":  <b>" +
+                   songs[index].count);
+}
+
+void TopList::sayAndWait(const std::string& text) {
+    reply_.saychat(text);
+    Pause{loop_}(secondsBetweenLines);
+}
+
+} // namespace larkspin
