@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
         return 2;
 
     larkspin::addListWorks();
+    larkspin::addCompletionWorks();
     larkspin::addCounterWorks();
     larkspin::addChatWorks();
     larkspin::addScanWorks();

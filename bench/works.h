@@ -38,6 +38,7 @@ template <typename Action> void timed(benchmark::State& state, Action&& action) 
 }
 
 void addListWorks();
+void addCompletionWorks();
 void addCounterWorks();
 void addChatWorks();
 void addScanWorks();

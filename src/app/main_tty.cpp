@@ -1,5 +1,6 @@
 // larkspin in a terminal.
 #include "app/program.h"
+#include "library/completion.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/posix_directories.h"
@@ -24,6 +25,7 @@ int main() {
     PlayerControl player(loop, {playerBeside(), {}},
                          [&](const std::string& line) { terminal.screen.note(line); });
     PosixProcess process(userDataDirectory());
+    terminal.keepHistory(files, DataDirectory(userDataDirectory()).file("history.txt"));
     process.beforeEnd([&] { terminal.close(); });
 
     Program program({.loop = loop,
@@ -39,6 +41,8 @@ int main() {
                      .fadesWindows = false});
     loop.onSignals({SIGTERM, SIGHUP, SIGINT}, [&] { program.end(); });
     program.start();
+    terminal.completeBy(
+        [&](std::string_view typed) { return completionOf(program.shell.state, typed); });
     terminal.open(program.windows(), [&] { program.end(); });
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

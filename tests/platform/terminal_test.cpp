@@ -1,4 +1,5 @@
 // The terminal program as a child process: by the protocol, by signals, and on a terminal.
+#include "library/playlist_row.h"
 #include "support/child.h"
 #include "support/made_songs.h"
 #include "support/temp_directory.h"
@@ -180,6 +181,28 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     child->write("\x15\x04");                          // the line away, then the end
     EXPECT_EQ(child->ends(patience), 0);
     EXPECT_EQ(setting("volume"), "12");
+}
+
+TEST_F(TerminalTest, CompletesNamesAndKeepsTheTypedLines) {
+    for (const char* name : {"Rest", "Ride on"})
+        disk.write("larkspin/temp.lst",
+                   disk.read("larkspin/temp.lst") + makerow(name, ".mp3", "c:\\no\\dir") + "\n");
+    auto child = startOnTerminal();
+    EXPECT_TRUE(child->shows("load:", patience));
+    letFinish(*child);
+    child->write("'num r\t");
+    EXPECT_TRUE(child->shows("[tab] \x1b[0m2  Ride on", patience));
+    child->write("ix\x02\t\x05\x08\n"); // completed in front of the x, which goes then
+    EXPECT_TRUE(child->shows("not found, refresh the directory (c:\\no\\dir", patience));
+    child->write("\x04");
+    EXPECT_EQ(child->ends(patience), 0);
+
+    child = startOnTerminal();
+    EXPECT_TRUE(child->shows("load:", patience));
+    child->write("\x1b[A");
+    EXPECT_TRUE(child->shows("'num 2", patience));
+    child->write("\x15\x04");
+    EXPECT_EQ(child->ends(patience), 0);
 }
 
 TEST_F(TerminalTest, WorksWindowsMenusAndDialogs) {

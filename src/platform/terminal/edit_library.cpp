@@ -19,7 +19,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr int historySize = 500;
 // The library's buffers hold a little more; it goes wrong where it has to enlarge them.
 constexpr std::ptrdiff_t longestLine = 1000;
 constexpr unsigned short widest = 1000, highest = 500; // of a terminal, in characters
@@ -101,6 +100,13 @@ std::size_t columnsOf(std::wstring_view text) {
     for (const wchar_t character : text)
         columns += static_cast<std::size_t>(std::max(::wcwidth(character), 0));
     return columns;
+}
+
+std::string textBetween(const wchar_t* from, const wchar_t* to) {
+    std::string text;
+    for (; from != to; ++from)
+        appendCharacter(text, static_cast<char32_t>(*from));
+    return text;
 }
 
 // The size of the real terminal, within reason.
@@ -262,10 +268,22 @@ bool EditLibrary::insert(std::string_view characters) {
 
 std::string EditLibrary::line() const {
     const LineInfoW* const line = ::el_wline(parts_->edit);
-    std::string text;
-    for (const wchar_t* at = line->buffer; at != line->lastchar; ++at)
-        appendCharacter(text, static_cast<char32_t>(*at));
-    return text;
+    return textBetween(line->buffer, line->lastchar);
+}
+
+std::string EditLibrary::beforeCursor() const {
+    const LineInfoW* const line = ::el_wline(parts_->edit);
+    return textBetween(line->buffer, line->cursor);
+}
+
+bool EditLibrary::replaceBeforeCursor(std::size_t characters, std::string_view text) {
+    const LineInfoW* const line = ::el_wline(parts_->edit);
+    const auto count = std::min(characters, static_cast<std::size_t>(line->cursor - line->buffer));
+    erase();
+    if (count > 0)
+        ::el_deletestr(parts_->edit, static_cast<int>(count));
+    draw();
+    return insert(text);
 }
 
 void EditLibrary::remember(const std::string& line) {

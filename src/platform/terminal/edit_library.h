@@ -33,6 +33,13 @@ public:
     bool insert(std::string_view characters);
 
     std::string line() const;
+    std::string beforeCursor() const;
+    // Puts a text in place of that many characters in front of the cursor. False when some of it
+    // had no place any more.
+    bool replaceBeforeCursor(std::size_t characters, std::string_view text);
+
+    // The lines that come back with the arrow up.
+    static constexpr int historySize = 500;
     void remember(const std::string& line);
 
     // Takes the line off the screen, and draws it where the cursor stands.

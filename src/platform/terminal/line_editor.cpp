@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto sequenceTimeout = 50ms; // for the rest of what a key sends
-constexpr std::string_view endKey = "\x04", asItIsKey = "\x16", beep = "\a";
+constexpr std::string_view endKey = "\x04", asItIsKey = "\x16", completionKey = "\t", beep = "\a";
 
 } // namespace
 
@@ -88,6 +88,8 @@ void LineEditor::take(std::string_view key) {
         input_.end();
     } else if (key == "\n" || key == "\r") {
         endLine();
+    } else if (key == completionKey) {
+        complete();
     } else {
         library_->strike(key);
     }
@@ -95,11 +97,20 @@ void LineEditor::take(std::string_view key) {
 
 void LineEditor::endLine() {
     const std::string line = library_->line();
-    if (!line.empty())
+    if (!line.empty()) {
         library_->remember(line);
+        onLine_(line);
+    }
     library_->strike("\n");
     library_->begin();
     input_.bring(line);
+}
+
+void LineEditor::complete() {
+    const Completion completion = complete_(library_->beforeCursor());
+    if (completion.text.empty() ||
+        !library_->replaceBeforeCursor(completion.replaced, completion.text))
+        output_.putPassing(beep);
 }
 
 void LineEditor::hide() {

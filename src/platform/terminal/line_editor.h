@@ -3,13 +3,16 @@
 // more than a room takes; what is typed past that is refused with a beep.
 #pragma once
 
+#include "library/completion.h"
 #include "platform/terminal/edit_library.h"
 #include "platform/terminal/queued_output.h"
 #include "platform/terminal/terminal_input.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace larkspin {
 
@@ -22,6 +25,15 @@ public:
     ~LineEditor();
     LineEditor(const LineEditor&) = delete;
     LineEditor& operator=(const LineEditor&) = delete;
+
+    // What Tab makes of the text in front of the cursor.
+    using Complete = std::function<Completion(std::string_view typed)>;
+    void onTab(Complete complete) { complete_ = std::move(complete); }
+
+    // A line that comes back with the arrow up, like those that are typed, of which the task is
+    // told.
+    void remember(const std::string& line) { library_->remember(line); }
+    void onLine(std::function<void(const std::string& line)> typed) { onLine_ = std::move(typed); }
 
     // Take the line off the screen and put it back, for what is to stand above it.
     void hide();
@@ -40,11 +52,14 @@ private:
     void takeKeys();
     void take(std::string_view key);
     void endLine();
+    void complete();
 
     PollLoop& loop_;
     TerminalInput& input_;
     QueuedOutput& output_;
     std::unique_ptr<EditLibrary> library_;
+    Complete complete_ = [](std::string_view) { return Completion{}; };
+    std::function<void(const std::string&)> onLine_ = [](const std::string&) {};
     std::string bytes_;                  // that make no whole key so far
     TimerId incomplete_ = TimerId::none; // when the rest of that key won't come any more
     bool takesNextAsItIs_ = false;       // the next character is no key

@@ -62,6 +62,32 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenNa
     output_.whenTaken([this] { input_.deliverLater(); });
 }
 
+void Terminal::completeBy(LineEditor::Complete complete) {
+    if (!editor_)
+        return;
+    editor_->onTab([this, complete = std::move(complete)](std::string_view typed) {
+        const Completion completion = complete(typed);
+        showChoices(completion);
+        return completion;
+    });
+}
+
+void Terminal::showChoices(const Completion& completion) {
+    for (const std::string& choice : completion.choices)
+        screen.show("tab", choice);
+    if (completion.others > 0)
+        screen.show("tab", "and " + std::to_string(completion.others) + " more");
+}
+
+void Terminal::keepHistory(Files& files, const std::string& path) {
+    if (!editor_)
+        return;
+    history_.emplace(files, path);
+    for (const std::string& line : history_->lines())
+        editor_->remember(line);
+    editor_->onLine([this](const std::string& line) { history_->add(line); });
+}
+
 void Terminal::open(std::vector<Window*> windows, Task quit) {
     commands_.connect(std::move(windows), [this] { input_.cut(); });
     input_.open(
@@ -82,6 +108,8 @@ void Terminal::take(const std::string& line) {
 void Terminal::close() {
     if (editor_)
         editor_->close();
+    if (history_)
+        history_->save();
     output_.finish();
 }
 

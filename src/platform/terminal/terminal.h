@@ -5,6 +5,7 @@
 
 #include "chat/own_room.h"
 #include "platform/terminal/line_editor.h"
+#include "platform/terminal/line_history.h"
 #include "platform/terminal/line_reader.h"
 #include "platform/terminal/queued_output.h"
 #include "platform/terminal/terminal_commands.h"
@@ -26,6 +27,12 @@ public:
     Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenName,
              TerminalDialogs::ReadPath readPath);
 
+    // What Tab makes of a line that is being typed.
+    void completeBy(LineEditor::Complete complete);
+
+    // Keeps the typed lines for the next run, in this file.
+    void keepHistory(Files& files, const std::string& path);
+
     // From now on lines are taken: said in the room, or done by the terminal itself, which works
     // these windows. `/quit` and the end of the input call `quit`.
     void open(std::vector<Window*> windows, Task quit);
@@ -45,9 +52,11 @@ public:
 
 private:
     void take(const std::string& line);
+    void showChoices(const Completion& completion);
 
     TerminalCommands commands_;
     std::unique_ptr<LineEditor> editor_;
+    std::optional<LineHistory> history_;
     std::optional<LineReader> reader_;
 };
 

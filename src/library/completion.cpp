@@ -1,0 +1,158 @@
+#include "library/completion.h"
+
+#include "library/playlist_row.h"
+#include "shell/app_state.h"
+#include "text/fold.h"
+#include "text/utf8.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t playlistEnding = 4; // ".lkl"
+
+std::size_t characterCount(std::string_view text) {
+    std::size_t count = 0;
+    for (; !text.empty(); ++count)
+        text.remove_prefix(firstCharacter(text).length);
+    return count;
+}
+
+// A name's stand-ins as the characters that the owner would type for them.
+std::string typeable(std::string_view name) {
+    constexpr char32_t firstStandIn = 0xF000, lastStandIn = 0xF07F;
+    std::string plain;
+    while (!name.empty()) {
+        const Character character = firstCharacter(name);
+        const std::string_view bytes = name.substr(0, character.length);
+        const bool mayStandIn =
+            character.valid && character.code >= firstStandIn && character.code <= lastStandIn;
+        plain += mayStandIn ? foldCase(bytes) : std::string(bytes);
+        name.remove_prefix(character.length);
+    }
+    return plain;
+}
+
+// What fits a beginning, and what all of it have in common.
+class Fitting {
+public:
+    // The beginning's last part, which they replace.
+    explicit Fitting(std::string_view beginning) : replaced_(characterCount(beginning)) {}
+
+    // A text, and how it is shown among several. One that is the same as the one before it counts
+    // only if it is shown differently.
+    void add(std::string_view text, std::string shown) {
+        if (count_ > 0 && shown == last_)
+            return;
+        common_ = count_ == 0 ? std::string(text) : common_.substr(0, commonBytes(text));
+        if (shown_.size() < mostChoices)
+            shown_.push_back(shown);
+        last_ = std::move(shown);
+        ++count_;
+    }
+
+    bool isOne() const { return count_ == 1; }
+    void becomes(std::string text) { common_ = std::move(text); }
+    const std::string& common() const { return common_; }
+
+    Completion completion() {
+        if (count_ == 0)
+            return {};
+        if (isOne() || characterCount(common_) > replaced_)
+            return {.replaced = replaced_, .text = typeable(common_)};
+        const int others = count_ - static_cast<int>(shown_.size());
+        return {replaced_, typeable(common_), std::move(shown_), others};
+    }
+
+private:
+    std::size_t commonBytes(std::string_view text) const {
+        std::string_view rest = common_;
+        while (!rest.empty() && !text.empty()) {
+            const std::size_t length = firstCharacter(rest).length;
+            const std::size_t other = firstCharacter(text).length;
+            if (!equalFolded(rest.substr(0, length), text.substr(0, other)))
+                break;
+            rest.remove_prefix(length);
+            text.remove_prefix(other);
+        }
+        return common_.size() - rest.size();
+    }
+
+    std::size_t replaced_;
+    std::string common_; // in the spelling of the first one
+    std::string last_;
+    std::vector<std::string> shown_;
+    int count_ = 0;
+};
+
+Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
+    Fitting fitting(typed);
+    const std::string beginning = foldCase(typed);
+    std::string number;
+    for (int index = 0; index < state.masterList.count(); ++index) {
+        const std::string_view folded = state.masterList.folded(index);
+        if (!folded.starts_with(beginning) || rowname(folded).size() < beginning.size())
+            continue;
+        const std::string_view name = rowname(state.masterList.row(index));
+        if (name.empty())
+            continue; // no song
+        number = std::to_string(index + 1);
+        fitting.add(name, byNumber ? number + "  " + std::string(name) : std::string(name));
+    }
+    if (byNumber && fitting.isOne())
+        fitting.becomes(number);
+    return fitting.completion();
+}
+
+Completion playlists(const AppState& state, std::string_view typed) {
+    Fitting fitting(typed);
+    const std::string beginning = foldCase(typed);
+    for (const std::string& fileName : state.p) {
+        const std::string_view name = withoutLast(fileName, playlistEnding);
+        if (foldCase(name).starts_with(beginning))
+            fitting.add(name, std::string(name));
+    }
+    return fitting.completion();
+}
+
+// A command that only comes with an argument gets the blank in front of it.
+Completion commands(const AppState& state, std::string_view typed) {
+    Fitting fitting(typed);
+    const std::string beginning = foldCase(typed);
+    bool takesArgument = true;
+    for (int index = 0; index < state.commandNames.count(); ++index) {
+        const std::string_view form = state.commandNames.row(index);
+        const auto blank = form.find(' ', std::min(state.trigger.size(), form.size()));
+        const std::string_view word = form.substr(0, blank);
+        if (!foldCase(word).starts_with(beginning))
+            continue;
+        fitting.add(word, std::string(form));
+        takesArgument = takesArgument && blank != std::string_view::npos;
+    }
+    if (fitting.isOne() && takesArgument)
+        fitting.becomes(fitting.common() + " ");
+    return fitting.completion();
+}
+
+} // namespace
+
+Completion completionOf(const AppState& state, std::string_view typed) {
+    const std::size_t triggerLength = prefixLength(typed, characterCount(state.trigger));
+    const std::string_view behindTrigger = typed.substr(triggerLength);
+    const auto blank = behindTrigger.find(' ');
+    if (blank == std::string_view::npos)
+        return commands(state, typed);
+    if (!equalFolded(typed.substr(0, triggerLength), state.trigger))
+        return {};
+    const std::string word = foldCase(behindTrigger.substr(0, blank));
+    const std::string_view argument = behindTrigger.substr(blank + 1);
+    if (word == "play" || word == "rnd" || word == "num")
+        return songs(state, argument, word == "num");
+    if (word == "list" || word == "xlist" || word == "save")
+        return playlists(state, argument);
+    return {};
+}
+
+} // namespace larkspin

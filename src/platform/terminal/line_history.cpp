@@ -1,0 +1,62 @@
+#include "platform/terminal/line_history.h"
+
+#include "platform/terminal/edit_library.h"
+#include "shell/files.h"
+#include "text/utf8.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t mostCharacters = 1000;      // as a typed line
+constexpr std::size_t largestHistory = 4'000'000; // bytes; far more than so many lines take
+
+// Any other line has been put into the file by somebody else.
+bool canBeTyped(std::string_view line) {
+    std::size_t count = 0;
+    for (; !line.empty(); ++count) {
+        const Character character = firstCharacter(line);
+        if (!character.valid || character.code == 0 || character.code == '\n' ||
+            character.code == '\r')
+            return false;
+        line.remove_prefix(character.length);
+    }
+    return count > 0 && count <= mostCharacters;
+}
+
+} // namespace
+
+LineHistory::LineHistory(Files& files, std::string path) : files_(files), path_(std::move(path)) {
+    const FileRead file = files_.read(path_, largestHistory);
+    isReadable_ = !file.failed();
+    for (std::string_view rest = file.contents; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        add(line);
+    }
+    isChanged_ = false;
+}
+
+void LineHistory::add(std::string_view line) {
+    if (!canBeTyped(line) || (!lines_.empty() && lines_.back() == line))
+        return;
+    lines_.emplace_back(line);
+    if (lines_.size() > EditLibrary::historySize)
+        lines_.pop_front();
+    isChanged_ = true;
+}
+
+void LineHistory::save() {
+    if (!isChanged_ || !isReadable_)
+        return;
+    std::string contents;
+    for (const std::string& line : lines_)
+        contents += line + '\n';
+    files_.replace(path_, contents);
+    isChanged_ = false;
+}
+
+} // namespace larkspin

@@ -1,0 +1,34 @@
+// The lines typed last, kept for the next run: a line file in UTF-8 of its own, read at the start
+// and replaced at the end. A file that can't be read is left alone.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class Files;
+
+class LineHistory {
+public:
+    LineHistory(Files& files, std::string path);
+
+    const std::deque<std::string>& lines() const { return lines_; }
+
+    // One that is the same as the last one, or that couldn't be told from several in the file,
+    // isn't kept. Of too many, the oldest go.
+    void add(std::string_view line);
+
+    // Where anything has been added.
+    void save();
+
+private:
+    Files& files_;
+    std::string path_;
+    std::deque<std::string> lines_;
+    bool isReadable_ = false;
+    bool isChanged_ = false;
+};
+
+} // namespace larkspin

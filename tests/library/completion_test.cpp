@@ -1,0 +1,75 @@
+#include "library/completion.h"
+
+#include "support/talk.h"
+
+namespace larkspin {
+
+namespace {
+
+// What stands in the line after Tab.
+std::string completed(const AppState& state, const std::string& typed) {
+    const Completion completion = completionOf(state, typed);
+    return typed.substr(0, typed.size() - completion.replaced) + completion.text;
+}
+
+} // namespace
+
+TEST(Completion, GoesAsFarAsIsSure) {
+    VirtualMachine machine;
+    std::string rows = "no song\n" + machine.song("pop", "Ride.mp3") + "\n";
+    for (const char* name : {"Ride on.mp3", "Ride.mp3", "rest.wav", "What?.mp3"})
+        rows += machine.song("rock", name) + "\n";
+    machine.writeDataFile("temp.lst", rows);
+    machine.start();
+    AppState& state = machine.state();
+    state.commandNames.clear();
+    for (const char* form : {"'len", "'pl", "'play", "'play *", "'rnd *", "'tempo 0-150", "'trig?"})
+        state.commandNames.add(form);
+    state.p = {"Rock.lkl", "rocket.lkl", "pop.lkl"};
+    const struct {
+        const char *typed, *completed;
+        Lines choices;
+    } cases[] = {
+        {"'T", "'t", {"'tempo 0-150", "'trig?"}},
+        {"'TE", "'tempo ", {}},
+        {"'pla", "'play", {}},
+        {"'play", "'play", {"'play", "'play *"}},
+        {"'le", "'len", {}},
+        {"", "'", {}},
+        {"'", "'", {"'len", "'pl", "'play", "'play *", "'rnd *", "'tempo 0-150", "'trig?"}},
+        {"'xyz", "'xyz", {}},
+        {"'play r", "'play r", {"rest", "Ride", "Ride on"}},
+        {"'PLAY RI", "'PLAY Ride", {}},
+        {"'PLAY RIDE", "'PLAY Ride", {"Ride", "Ride on"}},
+        {"'play ride ", "'play Ride on", {}},
+        {"'rnd wh", "'rnd What?", {}},
+        {"'rnd what?", "'rnd What?", {}},
+        {"'num re", "'num 2", {}},
+        {"'num ride", "'num Ride", {"3  Ride", "4  Ride", "5  Ride on"}},
+        {"'num ride o", "'num 5", {}},
+        {"'list r", "'list Rock", {}},
+        {"'list Rock", "'list Rock", {"Rock", "rocket"}},
+        {"'save p", "'save pop", {}},
+        {"'tempo r", "'tempo r", {}},
+        {".play r", ".play r", {}},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(completed(state, c.typed), c.completed);
+        EXPECT_EQ(completionOf(state, c.typed).choices, c.choices) << c.typed;
+    }
+    state.trigger = "";
+    EXPECT_EQ(completed(state, "play ri"), "play Ride");
+}
+
+TEST(Completion, LeavesOutWhatNobodyLooksThrough) {
+    Lines songs;
+    for (int song = 100; song < 200; ++song)
+        songs.push_back("1" + std::to_string(song) + ".mp3");
+    VirtualMachine machine(songs);
+    const Completion completion = completionOf(machine.state(), "'play 11");
+    EXPECT_EQ(completion.text, "11");
+    EXPECT_EQ(completion.choices.size(), 40u);
+    EXPECT_EQ(completion.others, 60);
+}
+
+} // namespace larkspin

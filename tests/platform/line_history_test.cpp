@@ -1,0 +1,51 @@
+#include "platform/terminal/line_history.h"
+
+#include "platform/posix/drive_paths.h"
+#include "platform/posix/posix_files.h"
+#include "support/temp_directory.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+using Lines = std::deque<std::string>;
+
+class LineHistoryTest : public testing::Test {
+protected:
+    LineHistory history() { return {files, drivePath((disk.path() / "history.txt").native())}; }
+
+    TempDirectory disk;
+    PosixFiles files;
+};
+
+TEST_F(LineHistoryTest, OutlivesItsRun) {
+    LineHistory first = history();
+    for (const char* line : {"'play \u00E4", "'stop", "'stop", "", "two\nlines"})
+        first.add(line);
+    first.save();
+    LineHistory second = history();
+    EXPECT_EQ(second.lines(), (Lines{"'play \u00E4", "'stop"}));
+    second.save();
+    for (int line = 0; line < 500; ++line)
+        second.add(std::to_string(line));
+    EXPECT_EQ(second.lines().size(), 500u);
+    EXPECT_EQ(second.lines().front(), "0");
+}
+
+TEST_F(LineHistoryTest, TakesOnlyWhatCanBeTyped) {
+    disk.write("history.txt", std::string("\xff\n") + std::string(1001, 'x') + "\n\n'a\r\n'b\n'c");
+    EXPECT_EQ(history().lines(), (Lines{"'b", "'c"}));
+}
+
+TEST_F(LineHistoryTest, LeavesAFileAloneThatItCantRead) {
+    std::filesystem::create_directory(disk.path() / "history.txt");
+    LineHistory lines = history();
+    std::filesystem::remove(disk.path() / "history.txt");
+    lines.add("'stop");
+    lines.save();
+    EXPECT_FALSE(std::filesystem::exists(disk.path() / "history.txt"));
+}
+
+} // namespace
+} // namespace larkspin
