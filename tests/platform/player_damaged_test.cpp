@@ -139,10 +139,12 @@ TEST_F(DamagedSongs, OtherFilesAskForNothingAndShowNothing) {
     disk.write("list", "[playlist]\nFile1=" + url + "\nNumberOfEntries=1\n");
     disk.write("reference", "[Reference]\nRef1=" + url + "\n");
     disk.write("sdp", "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=-\nt=0 0\nm=audio 9 RTP/AVP 0\n");
-    ASSERT_TRUE(makeFile("videotestsrc num-buffers=1 ! pngenc", disk.path() / "png"));
-    ASSERT_TRUE(makeFile("videotestsrc num-buffers=1 ! jpegenc", disk.path() / "jpeg"));
-    ASSERT_TRUE(makeFile("videotestsrc num-buffers=9 ! jpegenc ! avimux", disk.path() / "video"));
-    ASSERT_TRUE(makeFile("audiotestsrc num-buffers=9 ! vorbisenc ! oggmux", disk.path() / "ogg"));
+    ASSERT_TRUE(makeFile("videotestsrc num-buffers=1 ! pngenc" + intoFile(disk.path() / "png")));
+    ASSERT_TRUE(makeFile("videotestsrc num-buffers=1 ! jpegenc" + intoFile(disk.path() / "jpeg")));
+    ASSERT_TRUE(makeFile("videotestsrc num-buffers=9 ! jpegenc ! avimux" +
+                         intoFile(disk.path() / "video")));
+    ASSERT_TRUE(makeFile("audiotestsrc num-buffers=9 ! vorbisenc ! oggmux" +
+                         intoFile(disk.path() / "ogg")));
     PlayerControl player(loop, playing(fastSink), tell);
     const std::string good = song("good.wav", 0.1);
     for (const char* name :

@@ -162,6 +162,54 @@ TEST_F(PlayerTest, PausesSeeksAndStops) {
     EXPECT_TRUE(reaches(player, PlayState::stopped));
 }
 
+TEST_F(PlayerTest, GoesOnFromWhereItIsSetTo) {
+    const std::string tones = "concat name=tones ! audioconvert ! audio/x-raw,rate=44100,"
+                              "channels=2 ! ",
+                      both = " audiotestsrc freq=441 num-buffers=130 ! tones."
+                             " audiotestsrc freq=882 num-buffers=130 "
+                             "timestamp-offset=3018594104 ! tones.";
+    const std::pair<const char*, const char*> encoders[] = {
+        {"a.wav", "wavenc"}, {"a.mp3", "lamemp3enc"}, {"a.wma", "avenc_wmav2 ! avmux_asf"}};
+    PlayerControl player(loop, playing(recordingSink()), tell);
+    for (const auto& [name, encoder] : encoders) {
+        SCOPED_TRACE(name);
+        ASSERT_TRUE(makeFile(tones + encoder + intoFile(disk.path() / name) + both));
+        player.Open(drive(name));
+        player.Pause();
+        ASSERT_TRUE(reaches(player, PlayState::paused));
+        player.setCurrentPosition(4);
+        EXPECT_TRUE(staysFor(player, PlayState::paused, 50ms));
+        player.Play();
+        ASSERT_TRUE(reaches(player, PlayState::stopped));
+        EXPECT_NEAR(recordedSound().seconds, 130 * 2 * 1024 / 44100. - 4, 0.15);
+        EXPECT_NEAR(recordedSound().frequency, 882, 50); // 441 before it
+    }
+}
+
+TEST_F(PlayerTest, PlaysWavFilesOfPackedSamples) {
+    PlayerControl player(loop, playing(recordingSink()), tell);
+    for (const char* encoder : {"alawenc", "mulawenc"}) {
+        SCOPED_TRACE(encoder);
+        ASSERT_TRUE(makeFile(std::string("audiotestsrc freq=441 num-buffers=43 ! "
+                                         "audio/x-raw,rate=44100,channels=1 ! ") +
+                             encoder + " ! wavenc" + intoFile(disk.path() / "a.wav")));
+        const Sound sound = recordSong(player, drive("a.wav"));
+        EXPECT_NEAR(sound.seconds, 1, 0.1);
+        EXPECT_NEAR(sound.frequency, 441, 2);
+    }
+    // IMA ADPCM, in blocks of 1024 bytes, which are 2041 samples each.
+    std::string bytes("RIFF\0\0\0\0WAVEfmt \x14\0\0\0\x11\0\1\0\x44\xAC\0\0\x44\xAC\0\0"
+                      "\0\4\4\0\2\0\xF9\7"
+                      "data\0\x50\0\0",
+                      48);
+    for (int block = 0; block < 20; ++block)
+        bytes += std::string("\0\0\x40\0", 4) + std::string(1020, '\x80');
+    disk.write("a.wav", bytes);
+    const Sound sound = recordSong(player, drive("a.wav"));
+    EXPECT_NEAR(sound.seconds, 20 * 2041 / 44100., 0.05);
+    EXPECT_GT(sound.amplitude, 0.001);
+}
+
 TEST_F(PlayerTest, PausedWhileOpeningItStaysSilent) {
     PlayerControl player(loop, playing(clockedSink), tell);
     player.Open(song("a.wav", 0.2));

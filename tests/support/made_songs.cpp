@@ -37,20 +37,19 @@ bool makeSong(const std::filesystem::path& path, double seconds) {
         return makeMidi(path, seconds);
     const auto chunks = std::to_string(std::lround(seconds * rate / chunk));
     return makeFile("audiotestsrc freq=441 volume=0.75 samplesperbuffer=" + std::to_string(chunk) +
-                        " num-buffers=" + chunks + " ! audio/x-raw,rate=" + std::to_string(rate) +
-                        ",channels=1 ! " + encoder(path.extension()),
-                    path);
+                    " num-buffers=" + chunks + " ! audio/x-raw,rate=" + std::to_string(rate) +
+                    ",channels=1 ! " + encoder(path.extension()) + intoFile(path));
 }
 
-bool makeFile(const std::string& source, const std::filesystem::path& path) {
+std::string intoFile(const std::filesystem::path& path) {
+    return " ! filesink location=\"" + path.native() + '"';
+}
+
+bool makeFile(const std::string& line) {
     gst_init(nullptr, nullptr);
-    GstElement* const pipeline =
-        gst_parse_launch((source + " ! filesink name=file").c_str(), nullptr);
+    GstElement* const pipeline = gst_parse_launch(line.c_str(), nullptr);
     if (!pipeline)
         return false;
-    GstElement* const file = gst_bin_get_by_name(GST_BIN(pipeline), "file");
-    g_object_set(file, "location", path.c_str(), nullptr);
-    gst_object_unref(file);
     gst_element_set_state(pipeline, GST_STATE_PLAYING);
     GstBus* const bus = gst_element_get_bus(pipeline);
     GstMessage* const last = gst_bus_timed_pop_filtered(

@@ -10,7 +10,8 @@ namespace larkspin {
 // and WMA come out up to a tenth longer. False when GStreamer can't make it.
 bool makeSong(const std::filesystem::path& path, double seconds);
 
-// What a GStreamer launch line gives.
-bool makeFile(const std::string& source, const std::filesystem::path& path);
+// Runs a GStreamer launch line, which writes files, to its end.
+std::string intoFile(const std::filesystem::path& path); // the end of such a line
+bool makeFile(const std::string& line);
 
 } // namespace larkspin

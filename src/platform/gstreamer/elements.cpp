@@ -12,21 +12,16 @@ constexpr std::string_view elements[] = {
     // what playbin is made of
     "bin", "pipeline", "playbin", "playsink", "uridecodebin", "decodebin", "streamsynchronizer",
     "typefind", "multiqueue", "queue", "queue2", "tee", "identity", "capsfilter", "input-selector",
-    // where sound comes from; "appsrc" is for MIDI
+    // where sound comes from; "appsrc" is for what is decoded here
     "filesrc", "appsrc",
-    // MP3 and the tags around it
-    "id3demux", "apedemux", "mpegaudioparse", "mpg123audiodec",
-    // WAV and what else than plain samples can be in it
-    "wavparse", "alawdec", "mulawdec", "avdec_adpcm_ms", "avdec_adpcm_ima_wav",
-    // WMA
-    "asfdemux", "avdec_wmav1", "avdec_wmav2", "avdec_wmapro", "avdec_wmalossless", "avdec_wmavoice",
+    // MP3 and the tags around it; WAV
+    "id3demux", "apedemux", "mpegaudioparse", "mpg123audiodec", "wavparse", "alawdec", "mulawdec",
     // on the way to the output
     "audioconvert", "audioresample", "scaletempo", "volume",
     // outputs; the last two are for those that are described in words
     "pulsesink", "pipewiresink", "alsasink", "fakesink", "filesink"};
 
-// These tell what a file is by its first bytes. Those of the libav plug-in would load 35 MB of
-// libraries to have a look at each file that nobody knows.
+// These tell what a file is by its first bytes.
 constexpr std::string_view typeFinders = "typefindfunctions";
 
 bool isNeeded(GstPluginFeature* feature) {

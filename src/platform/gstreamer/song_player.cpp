@@ -1,9 +1,10 @@
 #include "platform/gstreamer/song_player.h"
 
+#include "platform/gstreamer/libav_reader.h"
+#include "platform/gstreamer/midi_reader.h"
+
 #include <algorithm>
-#include <array>
 #include <filesystem>
-#include <fstream>
 #include <utility>
 
 namespace larkspin {
@@ -18,12 +19,6 @@ constexpr auto longestSilence = 3s; // of a song that isn't ready yet and isn't 
 bool isPlainFile(const std::string& path) {
     std::error_code error;
     return std::filesystem::is_regular_file(path, error);
-}
-
-bool startsAsMidi(const std::string& path) {
-    std::array<char, 4> first{};
-    std::ifstream(path, std::ios::binary).read(first.data(), first.size());
-    return isMidi({first.data(), first.size()});
 }
 
 bool hasStoppedReading(GstElement* element) {
@@ -90,16 +85,34 @@ void SongPlayer::begin() {
     duration_ = position_ = resumeAt_ = 0;
     seeking_ = seekDone_ = 0;
     sounded_ = triedAnotherOutput_ = false;
+    source_.reset();
     if (wishes_.path.empty()) {
         finish(SongPhase::ended);
         return;
     }
     phase_ = SongPhase::opening;
-    isMidi_ = isPlainFile(wishes_.path) && startsAsMidi(wishes_.path);
-    if (!playbin_ || !isPlainFile(wishes_.path) || (isMidi_ && !midi_.load(wishes_.path)))
-        finish(SongPhase::failed);
-    else
+    if (playbin_ && isPlainFile(wishes_.path) && openSource(wishes_.path))
         load();
+    else
+        finish(SongPhase::failed);
+}
+
+// False when it can't be played. One that is GStreamer's is found out by loading it.
+bool SongPlayer::openSource(const std::string& path) {
+    const ReadBy kind = readerOf(path);
+    if (kind == ReadBy::gstreamer)
+        return true;
+    auto reader = kind == ReadBy::midi ? openMidi(path) : openWithLibav(path);
+    if (!reader)
+        return false;
+    source_ = std::make_unique<SoundSource>(std::move(reader));
+    return true;
+}
+
+std::unique_ptr<SoundReader> SongPlayer::openMidi(const std::string& path) {
+    if (!synthesizer_)
+        synthesizer_ = Synthesizer::start();
+    return synthesizer_ ? MidiReader::open(path, *synthesizer_) : nullptr;
 }
 
 // Every song is opened paused: its rate can be set once it is known to be seekable, and no
@@ -113,7 +126,7 @@ void SongPlayer::load() {
     // From one song to the next, this filter reads behind its freed buffers.
     if (GstElement* const tempo = gst_element_factory_make("scaletempo", nullptr))
         g_object_set(playbin_.get(), "audio-filter", tempo, nullptr);
-    gchar* const uri = isMidi_ ? g_strdup(MidiSource::uri)
+    gchar* const uri = source_ ? g_strdup(SoundSource::uri)
                                : g_filename_to_uri(wishes_.path.c_str(), nullptr, nullptr);
     g_object_set(playbin_.get(), "uri", uri, nullptr);
     g_free(uri);
@@ -122,8 +135,8 @@ void SongPlayer::load() {
 
 void SongPlayer::setUpSource(GstElement*, GstElement* source, gpointer self) {
     auto* const player = static_cast<SongPlayer*>(self);
-    if (player->isMidi_)
-        player->midi_.connect(source);
+    if (player->source_)
+        player->source_->connect(source);
 }
 
 // From what is to what is wished.

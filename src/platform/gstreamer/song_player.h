@@ -4,7 +4,8 @@
 #pragma once
 
 #include "platform/gstreamer/audio_output.h"
-#include "platform/gstreamer/midi_source.h"
+#include "platform/gstreamer/sound_source.h"
+#include "platform/gstreamer/synthesizer.h"
 #include "platform/player/player_messages.h"
 
 #include <string>
@@ -34,6 +35,8 @@ public:
 private:
     void applyLoudness();
     void begin();
+    bool openSource(const std::string& path);
+    std::unique_ptr<SoundReader> openMidi(const std::string& path);
     void load();
     void drive();
     void seek(double target);
@@ -48,14 +51,14 @@ private:
     static void setUpSource(GstElement*, GstElement* source, gpointer self);
 
     AudioOutput output_;
-    MidiSource midi_;
+    std::unique_ptr<Synthesizer> synthesizer_; // from the first MIDI song on
     GstRef<GstElement> playbin_;
     GstRef<GstBus> bus_;
     PlayerWishes wishes_;
 
     // Of the song in hand.
     std::uint32_t song_ = 0;
-    bool isMidi_ = false;
+    std::unique_ptr<SoundSource> source_; // if GStreamer doesn't read it itself
     std::chrono::steady_clock::time_point loadedAt_;
     SongPhase phase_ = SongPhase::ended;
     double duration_ = 0, position_ = 0;

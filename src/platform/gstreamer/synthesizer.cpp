@@ -68,7 +68,7 @@ struct Synthesizer::Library {
     Message1* channelPressure = find<Message1>("fluid_synth_channel_pressure");
     Message1* bend = find<Message1>("fluid_synth_pitch_bend");
     LongText* longText = find<LongText>("fluid_synth_sysex");
-    Write* write = find<Write>("fluid_synth_write_s16");
+    Write* write = find<Write>("fluid_synth_write_float");
 };
 
 Synthesizer::Synthesizer(std::unique_ptr<Library> library) : library_(std::move(library)) {}
@@ -139,8 +139,11 @@ void Synthesizer::send(const MidiEvent& event, const MidiSong& song) {
     }
 }
 
-void Synthesizer::render(std::int16_t* frames, int count) {
-    library_->write(synth_, count, frames, 0, 2, frames, 1, 2);
+void Synthesizer::render(std::vector<float>& samples, int frames) {
+    const std::size_t before = samples.size();
+    samples.resize(before + 2 * static_cast<std::size_t>(frames));
+    float* const left = samples.data() + before;
+    library_->write(synth_, frames, left, 0, 2, left, 1, 2);
 }
 
 } // namespace larkspin

@@ -4,8 +4,8 @@
 
 #include "platform/gstreamer/midi_file.h"
 
-#include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace larkspin {
 
@@ -21,7 +21,7 @@ public:
 
     void reset(); // silence, and all channels as at the begin
     void send(const MidiEvent& event, const MidiSong& song);
-    void render(std::int16_t* frames, int count); // left and right in turn
+    void render(std::vector<float>& samples, int frames); // appends left and right in turn
 
 private:
     struct Library;

@@ -1,0 +1,77 @@
+#include "platform/gstreamer/midi_reader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t largestFile = 16 << 20;
+constexpr std::int64_t chunk = Synthesizer::sampleRate / 5; // frames
+
+std::string fileContents(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string contents(largestFile, '\0');
+    file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
+    contents.resize(static_cast<std::size_t>(file.gcount()));
+    return contents;
+}
+
+std::int64_t frameAt(double seconds) {
+    return std::llround(seconds * Synthesizer::sampleRate);
+}
+
+// Of the messages before a position, these sound no more.
+bool isNote(const MidiEvent& event) {
+    return event.bytes[0] < 0xB0;
+}
+
+} // namespace
+
+std::unique_ptr<SoundReader> MidiReader::open(const std::string& path, Synthesizer& synthesizer) {
+    auto song = readMidi(fileContents(path));
+    if (!song)
+        return nullptr;
+    return std::unique_ptr<SoundReader>(new MidiReader(std::move(*song), synthesizer));
+}
+
+MidiReader::MidiReader(MidiSong song, Synthesizer& synthesizer)
+    : synthesizer_(synthesizer), song_(std::move(song)), end_(frameAt(song_.duration)) {
+    synthesizer_.reset();
+}
+
+// What was set on the way there holds: instruments, loudness, bends.
+void MidiReader::seek(double seconds) {
+    synthesizer_.reset();
+    frame_ = std::min(frameAt(seconds), end_);
+    for (next_ = 0; next_ < song_.events.size(); ++next_) {
+        const MidiEvent& event = song_.events[next_];
+        if (frameAt(event.seconds) >= frame_)
+            break;
+        if (!isNote(event))
+            synthesizer_.send(event, song_);
+    }
+}
+
+// From message to message.
+void MidiReader::read(std::vector<float>& samples) {
+    const std::int64_t until = std::min(frame_ + chunk, end_);
+    while (frame_ < until) {
+        std::int64_t stop = until;
+        for (; next_ < song_.events.size(); ++next_) {
+            const MidiEvent& event = song_.events[next_];
+            if (const std::int64_t at = frameAt(event.seconds); at > frame_) {
+                stop = std::min(until, at);
+                break;
+            }
+            synthesizer_.send(event, song_);
+        }
+        synthesizer_.render(samples, static_cast<int>(stop - frame_));
+        frame_ = stop;
+    }
+}
+
+} // namespace larkspin

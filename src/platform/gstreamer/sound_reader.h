@@ -1,0 +1,35 @@
+// A song that is decoded here and not by GStreamer, whose own readers of such files spin for
+// ever on damaged ones, or bring several times the memory along.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace larkspin {
+
+struct SoundFormat {
+    int rate = 0;           // frames a second
+    int channels = 0;       // one to eight
+    std::uint64_t mask = 0; // which ones, for more than two: bits as WAV files have them
+};
+
+class SoundReader {
+public:
+    virtual ~SoundReader() = default;
+
+    virtual SoundFormat format() const = 0;
+    virtual double duration() const = 0; // seconds
+
+    // Appends samples, a frame's channels in turn, from where the last call or `seek` ended: a
+    // tenth of a second or more, or nothing at the song's end.
+    virtual void read(std::vector<float>& samples) = 0;
+    virtual void seek(double seconds) = 0;
+};
+
+// Nothing for a song that GStreamer is to read.
+enum class ReadBy { gstreamer, midi, libav };
+ReadBy readerOf(const std::string& path); // by its first bytes
+
+} // namespace larkspin

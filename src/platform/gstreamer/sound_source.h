@@ -1,0 +1,30 @@
+// Feeds a playbin the sound of a SoundReader, in which it can seek.
+#pragma once
+
+#include "platform/gstreamer/gst_ref.h"
+#include "platform/gstreamer/sound_reader.h"
+
+namespace larkspin {
+
+class SoundSource {
+public:
+    static constexpr const char* uri = "appsrc://"; // under which a playbin asks for its source
+
+    explicit SoundSource(std::unique_ptr<SoundReader> reader) : reader_(std::move(reader)) {}
+    SoundSource(const SoundSource&) = delete;
+    SoundSource& operator=(const SoundSource&) = delete;
+
+    // An appsrc that the playbin has made. It must be gone before this is.
+    void connect(GstElement* source);
+
+private:
+    static void feed(GstElement* source, guint, gpointer self);
+    static gboolean move(GstElement*, guint64 time, gpointer self);
+    void push(GstElement* source);
+    GstClockTime timeOf(std::int64_t frame) const;
+
+    std::unique_ptr<SoundReader> reader_;
+    std::int64_t frame_ = 0; // of the song, to be read next
+};
+
+} // namespace larkspin
