@@ -42,7 +42,10 @@ bool makeSong(const std::filesystem::path& path, double seconds) {
 }
 
 std::string intoFile(const std::filesystem::path& path) {
-    return " ! filesink location=\"" + path.native() + '"';
+    std::string quoted;
+    for (const char byte : path.native())
+        quoted += byte == '"' || byte == '\\' ? std::string{'\\', byte} : std::string{byte};
+    return " ! filesink location=\"" + quoted + '"';
 }
 
 bool makeFile(const std::string& line) {
