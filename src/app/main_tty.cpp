@@ -18,7 +18,7 @@ int main() {
     openStandardStreams();
     PollLoop loop;
     ChatLines lines(loop);
-    PosixFiles files;
+    PosixFiles files(Wastebasket{userDataHome()});
     PosixDirectories directories;
     Terminal terminal(loop, lines, loginName(),
                       [&](std::string_view typed) { return directories.drivePath(typed); });

@@ -38,6 +38,17 @@ public:
     // done, or when the old file is none that could be read.
     virtual bool replace(const std::string& path, const std::string& contents) = 0;
 
+    // Gives the file another name in its directory. Nothing that is there is ever replaced, and the
+    // file never leaves its directory: false, and all stays as it was, when the name is taken, or
+    // no single name (empty, "." or "..", with a separator in it), or when it can't be done. A
+    // directory isn't renamed. Of a link the link is.
+    virtual bool rename(const std::string& path, const std::string& newName) = 0;
+
+    // Puts the file into the desktop's wastebasket, from where the owner can take it back. Asks
+    // nothing. False, and the file stays, when there is no wastebasket that can take it, and for a
+    // directory. Of a link the link is taken.
+    virtual bool moveToWastebasket(const std::string& path) = 0;
+
     // Makes the directory with those above it, for the owner alone. True when it is there
     // afterwards.
     virtual bool makeDirectory(const std::string& path) = 0;

@@ -18,6 +18,8 @@ struct FilesInMemory : Files {
         contents[path] = text;
         return true;
     }
+    bool rename(const std::string&, const std::string&) override { return false; }
+    bool moveToWastebasket(const std::string&) override { return false; }
     bool makeDirectory(const std::string&) override { return true; }
     void hide(const std::string&) override {}
     std::map<std::string, std::string> contents;

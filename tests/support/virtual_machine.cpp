@@ -25,6 +25,14 @@ bool FaultyFiles::makeDirectory(const std::string& path) {
     return !full && PosixFiles::makeDirectory(path);
 }
 
+bool FaultyFiles::rename(const std::string& path, const std::string& newName) {
+    return !refusesMoves && PosixFiles::rename(path, newName);
+}
+
+bool FaultyFiles::moveToWastebasket(const std::string& path) {
+    return !refusesMoves && PosixFiles::moveToWastebasket(path);
+}
+
 std::optional<DirectoryListing> ScriptedDirectories::list(const std::string& path) {
     const bool isOther = !behindDrives.empty() && path.ends_with(":\\") && path != "c:\\";
     return PosixDirectories::list(isOther ? behindDrives : path);

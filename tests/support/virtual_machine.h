@@ -43,9 +43,13 @@ using Lines = std::vector<std::string>;
 // The real files of a temporary disk, with faults on demand.
 class FaultyFiles : public PosixFiles {
 public:
+    using PosixFiles::PosixFiles;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     bool replace(const std::string& path, const std::string& contents) override;
     bool makeDirectory(const std::string& path) override;
+    bool rename(const std::string& path, const std::string& newName) override;
+    bool moveToWastebasket(const std::string& path) override;
+    bool refusesMoves = false;                       // no file is renamed or thrown away
     bool full = false;                               // every write fails
     int fullAfter = std::numeric_limits<int>::max(); // the disk fills up behind so many writes
     int writes = 0;
@@ -219,7 +223,7 @@ public:
 
     TempDirectory disk;
     VirtualLoop loop;
-    FaultyFiles files;
+    FaultyFiles files{Wastebasket((disk.path() / "share").native())};
     ScriptedDirectories directories;
     ScriptedDialogs dialogs;
     RecordedDesktop desktop;

@@ -3,6 +3,7 @@
 #include "platform/posix/descriptor.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/private_directory.h"
+#include "platform/posix/rename_file.h"
 #include "platform/posix/replace_file.h"
 
 #include <cerrno>
@@ -47,6 +48,20 @@ FileRead readWhole(const std::string& native, std::size_t largest) {
     return {FileRead::Outcome::contents, std::move(contents)};
 }
 
+// A file of any kind, or a link to whatever it is.
+bool isNoDirectory(const std::string& native) {
+    struct stat facts {};
+    return !native.empty() && ::lstat(native.c_str(), &facts) == 0 && !S_ISDIR(facts.st_mode);
+}
+
+// Empty for a text that is no single name, whichever way the name is written.
+std::string nativeName(const std::string& name) {
+    if (name.find_first_of(std::string_view("/\\\0", 3)) != std::string::npos)
+        return {};
+    std::string native = nativePath("c:\\" + name).substr(1);
+    return native == "." || native == ".." ? "" : native;
+}
+
 } // namespace
 
 bool PosixFiles::exists(const std::string& path) {
@@ -61,6 +76,17 @@ FileRead PosixFiles::read(const std::string& path, std::size_t largest) {
 
 bool PosixFiles::replace(const std::string& path, const std::string& contents) {
     return replaceFile(nativePath(path), contents);
+}
+
+bool PosixFiles::rename(const std::string& path, const std::string& newName) {
+    const std::string from = nativePath(path), name = nativeName(newName);
+    return !name.empty() && isNoDirectory(from) &&
+           renameFile(from, from.substr(0, from.rfind('/') + 1) + name);
+}
+
+bool PosixFiles::moveToWastebasket(const std::string& path) {
+    const std::string native = nativePath(path);
+    return isNoDirectory(native) && wastebasket_.take(native);
 }
 
 bool PosixFiles::makeDirectory(const std::string& path) {

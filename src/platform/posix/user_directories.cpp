@@ -6,11 +6,15 @@
 
 namespace larkspin {
 
-std::string userDataDirectory() {
+std::string userDataHome() {
     std::string home = g_get_user_data_dir();
     if (!g_path_is_absolute(home.c_str())) // such a setting doesn't count
         home = std::string(g_get_home_dir()) + "/.local/share";
-    return drivePath(home) + "\\larkspin";
+    return home;
+}
+
+std::string userDataDirectory() {
+    return drivePath(userDataHome()) + "\\larkspin";
 }
 
 std::string loginName() {

@@ -5,6 +5,7 @@
 
 namespace larkspin {
 
+std::string userDataHome();      // native
 std::string userDataDirectory(); // larkspin's own below the data home, as a drive path
 std::string loginName();
 

@@ -1,0 +1,196 @@
+#include "platform/posix/wastebasket.h"
+
+#include "platform/posix/descriptor.h"
+#include "platform/posix/private_directory.h"
+#include "platform/posix/rename_file.h"
+#include "text/utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cerrno>
+#include <climits>
+#include <cstdint>
+#include <ctime>
+#include <fcntl.h>
+#include <optional>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view noteEnding = ".trashinfo";
+
+// What a renaming can't leave: a file system, as it is mounted at one place.
+struct Disk {
+    std::uint32_t major = 0, minor = 0;
+    std::uint64_t mount = 0;
+    bool operator==(const Disk&) const = default;
+};
+
+// Of a directory: that of a file in it can read otherwise where file systems lie over each other.
+std::optional<Disk> diskOf(const fs::path& directory) {
+    struct statx facts {};
+    if (::statx(AT_FDCWD, directory.c_str(), 0, STATX_MNT_ID, &facts) != 0)
+        return std::nullopt;
+    return Disk{facts.stx_dev_major, facts.stx_dev_minor, facts.stx_mnt_id};
+}
+
+// The uppermost directory of the disk.
+fs::path topOf(fs::path directory, const Disk& disk) {
+    while (directory.has_relative_path() && diskOf(directory.parent_path()) == disk)
+        directory = directory.parent_path();
+    return directory;
+}
+
+// Without links above it; the file itself may be one.
+fs::path withoutLinksAbove(const fs::path& path) {
+    std::error_code failed;
+    const fs::path directory = fs::canonical(path.parent_path(), failed);
+    return failed ? fs::path() : directory / path.filename();
+}
+
+// Nobody else may have put it there: no link, and this user's.
+bool isOwnDirectory(const fs::path& path) {
+    struct stat facts {};
+    return ::lstat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode) &&
+           facts.st_uid == ::geteuid();
+}
+
+bool makeOwnDirectory(const fs::path& path) {
+    ::mkdir(path.c_str(), S_IRWXU);
+    return isOwnDirectory(path);
+}
+
+// The one that an administrator has made for all users counts only when none of them can do away
+// with what is another's.
+bool isSharedBasket(const fs::path& path) {
+    struct stat facts {};
+    return ::lstat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode) &&
+           (facts.st_mode & S_ISVTX);
+}
+
+// As in the path of a URL, byte by byte.
+std::string escaped(std::string_view path) {
+    constexpr std::string_view digits = "0123456789ABCDEF", plain = "/-_.~";
+    std::string text;
+    for (const char letter : path) {
+        const auto byte = static_cast<unsigned char>(letter);
+        if ((byte < 0x80 && std::isalnum(byte)) || plain.find(letter) != std::string_view::npos)
+            text += letter;
+        else
+            text.append({'%', digits[byte >> 4], digits[byte & 15]});
+    }
+    return text;
+}
+
+// What a file manager needs to put the file back.
+std::string noteFor(std::string_view origin) {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    std::array<char, 32> date{};
+    std::strftime(date.data(), date.size(), "%Y-%m-%dT%H:%M:%S", &local);
+    return "[Trash Info]\nPath=" + escaped(origin) + "\nDeletionDate=" + date.data() + "\n";
+}
+
+enum class Outcome { done, nameTaken, failed };
+
+Outcome write(const fs::path& path, const std::string& contents) {
+    const Descriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (!file.isOpen())
+        return errno == EEXIST ? Outcome::nameTaken : Outcome::failed;
+    const auto size = static_cast<ssize_t>(contents.size());
+    if (::write(file.number(), contents.data(), contents.size()) == size &&
+        ::fsync(file.number()) == 0)
+        return Outcome::done;
+    ::unlink(path.c_str());
+    return Outcome::failed;
+}
+
+// The note comes first, since making it claims the name. A file that lies there without one is
+// somebody's all the same.
+Outcome putUnder(const std::string& name, const fs::path& basket, const fs::path& file,
+                 const std::string& note) {
+    const fs::path notePath = basket / "info" / (name + std::string(noteEnding));
+    const Outcome noted = write(notePath, note);
+    if (noted != Outcome::done)
+        return noted;
+    if (renameFile(file, basket / "files" / name))
+        return Outcome::done;
+    const bool isTaken = errno == EEXIST;
+    ::unlink(notePath.c_str());
+    return isTaken ? Outcome::nameTaken : Outcome::failed;
+}
+
+// The name for the `round`th file of that name: "ride.mp3", "ride.mp3.2". It is cut where it would
+// be too long with the note's ending, between two characters.
+std::string nameInBasket(std::string_view name, int round, std::size_t longest) {
+    const std::string number = round == 1 ? "" : '.' + std::to_string(round);
+    std::size_t length = 0;
+    while (length < name.size()) {
+        const std::size_t next = length + firstCharacter(name.substr(length)).length;
+        if (next + number.size() + noteEnding.size() > longest)
+            break;
+        length = next;
+    }
+    return std::string(name.substr(0, length)) + number;
+}
+
+// `origin`: the path to put it back to.
+bool put(const fs::path& basket, const fs::path& file, const std::string& origin) {
+    constexpr int mostOfOneName = 10'000;
+    if (!makeOwnDirectory(basket) || !makeOwnDirectory(basket / "info") ||
+        !makeOwnDirectory(basket / "files"))
+        return false;
+    const long limit = ::pathconf((basket / "info").c_str(), _PC_NAME_MAX);
+    const auto longest = static_cast<std::size_t>(limit > 0 ? limit : NAME_MAX);
+    const std::string note = noteFor(origin);
+    for (int round = 1; round <= mostOfOneName; ++round) {
+        const std::string name = nameInBasket(file.filename().native(), round, longest);
+        const Outcome outcome = putUnder(name, basket, file, note);
+        if (outcome != Outcome::nameTaken)
+            return outcome == Outcome::done;
+    }
+    return false;
+}
+
+// The user's own may be a link of his to another place.
+bool putInHome(const fs::path& dataHome, const fs::path& file, const Disk& disk) {
+    const fs::path basket = dataHome / "Trash";
+    if (makePrivateDirectory(dataHome) && diskOf(dataHome) == disk)
+        ::mkdir(basket.c_str(), S_IRWXU);
+    std::error_code failed;
+    const fs::path real = fs::canonical(basket, failed);
+    return !failed && diskOf(real) == disk && put(real, file, file.native());
+}
+
+// The notes of a disk's own wastebasket tell paths below its top, so that they hold wherever it is
+// mounted next.
+bool putOnDisk(const fs::path& file, const Disk& disk) {
+    const fs::path top = topOf(file.parent_path(), disk);
+    const std::string user = std::to_string(::geteuid());
+    const std::string origin = file.lexically_relative(top).native();
+    const fs::path shared = top / ".Trash";
+    return (isSharedBasket(shared) && put(shared / user, file, origin)) ||
+           put(top / (".Trash-" + user), file, origin);
+}
+
+} // namespace
+
+bool Wastebasket::take(const std::string& path) const {
+    if (!dataHome_.is_absolute())
+        return false;
+    const fs::path file = withoutLinksAbove(path);
+    const auto disk = diskOf(file.parent_path());
+    return disk && (putInHome(dataHome_, file, *disk) || putOnDisk(file, *disk));
+}
+
+} // namespace larkspin
