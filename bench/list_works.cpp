@@ -3,6 +3,7 @@
 #include "library/line_files.h"
 #include "library/playlist.h"
 #include "library/playlist_row.h"
+#include "library/removing.h"
 #include "made_music.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/poll_loop.h"
@@ -84,37 +85,35 @@ void search(benchmark::State& state, void (*fill)(AppState&, int), std::string_v
     }
 }
 
-// By index, each row that holds the text out of both lists; the one that moves up is next.
-void removeRowsWith(AppState& app, std::string_view foldedText) {
-    const int last = app.masterList.count();
-    for (int index = 0; index <= last; ++index)
-        if (index < app.masterList.count() &&
-            app.masterList.folded(index).find(foldedText) != std::string_view::npos)
-            removeFromPlaylist(app, index--);
-}
-
-// The same for the rows that are selected in the view, while events run.
-void removeSelected(AppState& app, EventLoop& loop) {
-    for (int index = 0; index < app.playlistView.count();) {
-        if (app.playlistView.isSelected(index))
-            removeFromPlaylist(app, index);
-        else
-            ++index;
-        loop.serveTurn();
-    }
-}
-
-void remove(benchmark::State& state, int left, const std::function<void(AppState&)>& work) {
+void remove(benchmark::State& state, int left, const std::function<void(VirtualMachine&)>& work) {
     const std::vector<Row> rows = mixedRows(sizeOf(state));
+    VirtualMachine machine;
+    machine.start();
+    AppState& app = machine.state();
     for (auto _ : state) {
-        AppState app;
         fillPlaylist(app, rows);
         for (int index = 1; index < app.playlistView.count(); index += 2)
             app.playlistView.setSelected(index, true);
-        timed(state, [&] { work(app); });
+        timed(state, [&] { work(machine); });
+        machine.forget();
         if (app.masterList.count() != left || app.playlistView.count() != left)
             state.SkipWithError("wrong rows left");
     }
+}
+
+void removeByText(benchmark::State& state, const std::string& text, int left) {
+    remove(state, left, [&text](VirtualMachine& machine) {
+        machine.lines.heard({machine.room.screenName, "'listrmv " + text});
+    });
+}
+
+// Events run at each step: on the loop that the terminal has.
+void removeSelected(benchmark::State& state, int left) {
+    remove(state, left, [loop = std::make_shared<PollLoop>()](VirtualMachine& machine) {
+        Shell& shell = machine.program->shell;
+        Reply& reply = machine.program->chat.reply;
+        Removing({shell.state, shell.settings, *loop, machine.dialogs, reply}).removeSelected();
+    });
 }
 
 void transfer(benchmark::State& state, bool isThereAlready) {
@@ -194,18 +193,13 @@ void addSearchWorks() {
 }
 
 void addRemoveWorks() {
-    addSizedWork("listrmv of all rows", 0.020, [](benchmark::State& state) {
-        remove(state, 0, [](AppState& app) { removeRowsWith(app, "album"); });
-    });
+    addSizedWork("listrmv of all rows", 0.020,
+                 [](benchmark::State& state) { removeByText(state, "ALBUM", 0); });
     addSizedWork("listrmv of every other row", 0.020, [](benchmark::State& state) {
-        const int left = (sizeOf(state) + 1) / 2;
-        remove(state, left, [](AppState& app) { removeRowsWith(app, ".wav"); });
+        removeByText(state, ".wav", (sizeOf(state) + 1) / 2);
     });
-    addSizedWork("remove file(s), every other row selected", 0.020, [](benchmark::State& state) {
-        PollLoop loop;
-        const int left = (sizeOf(state) + 1) / 2;
-        remove(state, left, [&loop](AppState& app) { removeSelected(app, loop); });
-    });
+    addSizedWork("remove file(s), every other row selected", 0.020,
+                 [](benchmark::State& state) { removeSelected(state, (sizeOf(state) + 1) / 2); });
 }
 
 } // namespace

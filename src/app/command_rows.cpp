@@ -61,7 +61,7 @@ std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
         {"save *", notYet},
         {"listadd *", [&p](const auto& text) { p.library.adding.listadd(text); }},
         {"ref *", notYet},
-        {"listrmv *", notYet},
+        {"listrmv *", [&p](const auto& text) { p.library.removing.listrmv(text); }},
         {"ref", notYet},
         {"clra", notYet},
         {"ap?", notYet},

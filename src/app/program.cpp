@@ -15,6 +15,7 @@ Program::Program(const Machine& m)
                            .directory = shell.directory,
                            .splash = shell.splash,
                            .adding = library.adding,
+                           .removing = library.removing,
                            .NiteScan2 = chat.NiteScan2}),
       companions(shell.state, library.lineFiles, shell.directory),
       rows1_(commandRows(*this, HandledBy::NiteScan1)),

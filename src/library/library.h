@@ -1,4 +1,5 @@
-// The library put together: the playlist's files, and all that brings rows in or finds them.
+// The library put together: the playlist's files, and all that brings rows in, takes them out or
+// finds them.
 #pragma once
 
 #include "chat/core.h"
@@ -6,6 +7,7 @@
 #include "library/line_files.h"
 #include "library/listers.h"
 #include "library/media_filter.h"
+#include "library/removing.h"
 #include "library/scan.h"
 #include "shell/data_directory.h"
 #include "shell/settings.h"
@@ -33,6 +35,7 @@ public:
     MediaFilter mediaFilter{core_, listers.File1};
     Scan scan{core_.state, listers, core_.loop, core_.reply};
     Adding adding{core_, directories_, scan};
+    Removing removing{core_};
 
     // The playlist of the last run with the menu of all of them, and the media filter.
     void load(const StoredSettings& stored);

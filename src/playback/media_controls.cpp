@@ -1,6 +1,7 @@
 #include "playback/media_controls.h"
 
 #include "library/adding.h"
+#include "library/removing.h"
 #include "playback/media_window.h"
 #include "playback/section_repeat.h"
 #include "playback/transport.h"
@@ -42,8 +43,13 @@ std::vector<Control> MediaControls::list() {
          .place = {360, 345, 600, 285},
          .text = [] { return "file"; },
          .onClick = [this] { popUpFileMenu(); }},
+        {.name = "Command2",
+         .kind = Kind::button,
+         .place = {990, 345, 600, 285},
+         .text = [] { return "edit"; },
+         .onClick = [this] { popUpEditMenu(); }},
         {.name = "fileCountLabel",
-         .place = {990, 345, 2580, 285},
+         .place = {2340, 345, 1230, 285},
          .text = [this] { return state_.fileCountLabel; }},
         {.name = "sectionSeconds",
          .place = {3600, 345, 420, 285},
@@ -89,6 +95,30 @@ void MediaControls::addString() {
         {.title = "string adder", .prompt = "what string would you like to add to the playlist?"});
     if (text)
         behindSplash([&] { adding_.addString(*text); });
+}
+
+void MediaControls::popUpEditMenu() {
+    desktop_.popUp({.name = "editz2", .entries = [this] {
+                        return std::vector<MenuEntry>{
+                            {.name = "remfil",
+                             .caption = "remove file(s)",
+                             .action = [this] { removing_.removeSelected(); }},
+                            {.name = "remal",
+                             .caption = "remove all",
+                             .action = [this] { removing_.removeAll(); }},
+                            separator("e"),
+                            {.name = "remstr", .caption = "remove string", .action = [this] {
+                                 removeString();
+                             }}};
+                    }});
+}
+
+void MediaControls::removeString() {
+    const auto text =
+        dialogs_.askText({.title = "string remover",
+                          .prompt = "what string would you like to remove to the playlist?"});
+    if (text)
+        behindSplash([&] { removing_.removeString(*text); });
 }
 
 // A long list job: the splash window tells of it in place of the media window.

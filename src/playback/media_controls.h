@@ -1,5 +1,5 @@
 // What stands on the media window, so far: the title strip, the playlist, and the buttons that
-// open a file and the file menu and mark a section to be repeated.
+// open a file and the menus and mark a section to be repeated.
 #pragma once
 
 #include "chat/core.h"
@@ -12,6 +12,7 @@ namespace larkspin {
 class Adding;
 class Desktop;
 class MediaWindow;
+class Removing;
 class SectionRepeat;
 class Splash;
 class Transport;
@@ -19,10 +20,10 @@ class Transport;
 class MediaControls {
 public:
     MediaControls(const Core& core, Desktop& desktop, MediaWindow& window, Splash& splash,
-                  Adding& adding, Transport& transport, SectionRepeat& section)
+                  Adding& adding, Removing& removing, Transport& transport, SectionRepeat& section)
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), desktop_(desktop),
-          window_(window), splash_(splash), adding_(adding), transport_(transport),
-          section_(section) {}
+          window_(window), splash_(splash), adding_(adding), removing_(removing),
+          transport_(transport), section_(section) {}
 
     std::vector<Control> list();
 
@@ -31,6 +32,8 @@ private:
     void openFile();
     void popUpFileMenu();
     void addString();
+    void popUpEditMenu();
+    void removeString();
     void behindSplash(const Task& work);
 
     AppState& state_;
@@ -40,6 +43,7 @@ private:
     MediaWindow& window_;
     Splash& splash_;
     Adding& adding_;
+    Removing& removing_;
     Transport& transport_;
     SectionRepeat& section_;
 };

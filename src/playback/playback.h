@@ -30,6 +30,7 @@ struct PlaybackNeeds {
     const DataDirectory& directory;
     Splash& splash;
     Adding& adding;
+    Removing& removing;
     Scanner& NiteScan2;
 };
 
@@ -55,8 +56,8 @@ public:
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
-    MediaControls mediaControls{core_,         needs_.desktop, mediaWindow, needs_.splash,
-                                needs_.adding, transport,      section};
+    MediaControls mediaControls{core_,         needs_.desktop,  mediaWindow, needs_.splash,
+                                needs_.adding, needs_.removing, transport,   section};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;

@@ -1,0 +1,64 @@
+#include "library/removing.h"
+
+#include "chat/reply.h"
+#include "library/playlist.h"
+#include "shell/app_state.h"
+#include "shell/dialogs.h"
+#include "shell/event_loop.h"
+#include "text/fold.h"
+
+namespace larkspin {
+
+void removematching(RowList& first, RowList& second, const std::string& text) {
+    const std::string wanted = foldCase(text);
+    for (int index = 0; index < first.count();) {
+        if (first.folded(index).find(wanted) == std::string_view::npos) {
+            ++index;
+            continue;
+        }
+        first.removeAt(index);
+        second.removeAt(index);
+    }
+}
+
+void Removing::listrmv(const std::string& text) {
+    if (reply_.refusedInSilence("scanning"))
+        return;
+    const int before = state_.masterList.count();
+    removematching(state_.masterList, state_.playlistView, text);
+    const int after = state_.masterList.count();
+    showfilecount(state_);
+    reply_.saychat("removed <b>" + std::to_string(before - after) + "</b> items for <b>" + text +
+                   "</b> (<b>" + std::to_string(after) + "</b>)");
+}
+
+void Removing::removeSelected() {
+    if (state_.playlistView.selectedCount() == 0) {
+        dialogs_.box("No items selected");
+        return;
+    }
+    for (int index = 0; index < state_.playlistView.count(); loop_.serveTurn()) {
+        if (state_.playlistView.isSelected(index))
+            removeFromPlaylist(state_, index);
+        else
+            ++index;
+    }
+    showRemoved();
+}
+
+void Removing::removeAll() {
+    clearPlaylist(state_);
+    showRemoved();
+}
+
+void Removing::removeString(const std::string& text) {
+    removematching(state_.masterList, state_.playlistView, text);
+    showRemoved();
+}
+
+void Removing::showRemoved() {
+    showfilecount(state_);
+    state_.playedMemory.clear();
+}
+
+} // namespace larkspin
