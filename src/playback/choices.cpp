@@ -15,14 +15,18 @@ void Choices::offer(const std::string& title) {
 }
 
 void Choices::replace(const std::string& title) {
-    state_.choiceList.clear();
-    stopListening();
+    clear();
     state_.choiceList.add(title);
 }
 
 void Choices::take(const std::string& title) {
     replace(title);
     state_.choiceList.setCurrentIndex(0);
+}
+
+void Choices::clear() {
+    state_.choiceList.clear();
+    stopListening();
 }
 
 void Choices::show() {

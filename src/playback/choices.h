@@ -24,6 +24,8 @@ public:
     void replace(const std::string& title);
     // The same for a song that was picked at random, which also becomes the current entry.
     void take(const std::string& title);
+    // None: there is no song to work on.
+    void clear();
 
     // Shows them in the commands window.
     void show();

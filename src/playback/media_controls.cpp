@@ -4,6 +4,7 @@
 #include "library/removing.h"
 #include "playback/media_window.h"
 #include "playback/section_repeat.h"
+#include "playback/song_files.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/desktop.h"
@@ -48,6 +49,11 @@ std::vector<Control> MediaControls::list() {
          .place = {990, 345, 600, 285},
          .text = [] { return "edit"; },
          .onClick = [this] { popUpEditMenu(); }},
+        {.name = "renameLabel",
+         .kind = Kind::button,
+         .place = {1620, 345, 690, 285},
+         .text = [] { return " rename"; },
+         .onClick = [this] { songFiles_.renameShown(); }},
         {.name = "fileCountLabel",
          .place = {2340, 345, 1230, 285},
          .text = [this] { return state_.fileCountLabel; }},
@@ -64,7 +70,12 @@ std::vector<Control> MediaControls::list() {
          .place = {0, 660, 4500, 1860},
          .rows = &state_.playlistView,
          .selectsMany = true,
-         .onMouseMove = [this] { hint("  [double click or press delete]"); }},
+         .onMouseMove = [this] { hint("  [double click or press delete]"); },
+         .onKey =
+             [this](Key key) {
+                 if (key == Key::del)
+                     songFiles_.deleteShown();
+             }},
     };
 }
 

@@ -14,16 +14,18 @@ class Desktop;
 class MediaWindow;
 class Removing;
 class SectionRepeat;
+class SongFiles;
 class Splash;
 class Transport;
 
 class MediaControls {
 public:
     MediaControls(const Core& core, Desktop& desktop, MediaWindow& window, Splash& splash,
-                  Adding& adding, Removing& removing, Transport& transport, SectionRepeat& section)
+                  Adding& adding, Removing& removing, Transport& transport, SectionRepeat& section,
+                  SongFiles& songFiles)
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), desktop_(desktop),
           window_(window), splash_(splash), adding_(adding), removing_(removing),
-          transport_(transport), section_(section) {}
+          transport_(transport), section_(section), songFiles_(songFiles) {}
 
     std::vector<Control> list();
 
@@ -46,6 +48,7 @@ private:
     Removing& removing_;
     Transport& transport_;
     SectionRepeat& section_;
+    SongFiles& songFiles_;
 };
 
 } // namespace larkspin

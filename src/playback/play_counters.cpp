@@ -23,6 +23,18 @@ void PlayCounters::bumpcount() {
     show(counted);
 }
 
+void PlayCounters::drop(const std::string& title) {
+    settings_.removeini(section, title, countsFile_);
+}
+
+void PlayCounters::carry(const std::string& title, const std::string& newTitle) {
+    const double counted = count(title);
+    if (counted == 0)
+        return;
+    drop(title);
+    settings_.putini(section, newTitle, numberText(counted), countsFile_);
+}
+
 void PlayCounters::bumpPlayed() {
     settings_.put("played", numberText(numberOrZero(settings_.yochoose(Choice::played)) + 1));
     played();

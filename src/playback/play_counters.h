@@ -28,6 +28,11 @@ public:
     // Both.
     void countEnd();
 
+    // A song's count goes with its file, or moves to the file's new name. A song that has none
+    // leaves that of the new name alone.
+    void drop(const std::string& title);
+    void carry(const std::string& title, const std::string& newTitle);
+
     // How many songs have been played in all, which the menu then shows as well.
     std::string played();
 

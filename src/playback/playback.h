@@ -14,6 +14,7 @@
 #include "playback/random_pick.h"
 #include "playback/section_repeat.h"
 #include "playback/sliders.h"
+#include "playback/song_files.h"
 #include "playback/top_list.h"
 #include "playback/transport.h"
 #include "shell/settings.h"
@@ -55,9 +56,11 @@ public:
     PlayModes modes{core_, transport};
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
+    SongFiles songFiles{core_, needs_.files, counters, choices, transport};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
-    MediaControls mediaControls{core_,         needs_.desktop,  mediaWindow, needs_.splash,
-                                needs_.adding, needs_.removing, transport,   section};
+    MediaControls mediaControls{core_,         needs_.desktop, mediaWindow,
+                                needs_.splash, needs_.adding,  needs_.removing,
+                                transport,     section,        songFiles};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;

@@ -9,6 +9,7 @@
 #include "playback/sliders.h"
 #include "shell/app_state.h"
 #include "shell/files.h"
+#include "shell/pause.h"
 #include "shell/settings.h"
 #include "text/fold.h"
 #include "text/number.h"
@@ -21,6 +22,10 @@ namespace {
 // The media control's own size, in twips.
 constexpr int controlWidth = 3855;
 constexpr int controlHeight = 625;
+
+// Of a player that doesn't close.
+constexpr auto longestRelease = std::chrono::seconds(5);
+constexpr double releaseInterval = 0.02; // seconds between two looks
 
 } // namespace
 
@@ -225,6 +230,20 @@ void Transport::settleChoices(SongStart::Choices choices, const std::string& tit
 void Transport::close() {
     ++turns_;
     player_.Open("");
+}
+
+bool Transport::releasesong() {
+    ++turns_;
+    endPauseMark();
+    state_.playMark = idleMark;
+    player_.Stop();
+    player_.Open("");
+    dressplayer();
+    const Nanoseconds latest = loop_.now() + longestRelease;
+    const auto nothingStarted = [this] { return state_.playMark == idleMark; };
+    while (nothingStarted() && player_.PlayState() != PlayState::closed && loop_.now() < latest)
+        Pause{loop_}(releaseInterval);
+    return nothingStarted();
 }
 
 void Transport::endPauseMark() {

@@ -67,8 +67,8 @@ class Transport {
 public:
     Transport(const Core& core, Files& files, MediaControl& player, Sliders& sliders,
               PlayCounters& counters, MediaWindow& window, Choices& choices)
-        : state_(core.state), settings_(core.settings), reply_(core.reply), files_(files),
-          player_(player), sliders_(sliders), counters_(counters), window_(window),
+        : state_(core.state), settings_(core.settings), loop_(core.loop), reply_(core.reply),
+          files_(files), player_(player), sliders_(sliders), counters_(counters), window_(window),
           choices_(choices) {}
 
     // The commands.
@@ -93,6 +93,11 @@ public:
 
     // The player lets go of its song, at the end of a run.
     void close();
+
+    // The same for working on the song's file. Nothing plays then, and nothing has ended, as after
+    // a stop. Events run until the player is off the file, for five seconds at most. False when one
+    // of them has started a song, which then is no business of the caller's.
+    bool releasesong();
 
     void moveToNextRow(); // behind the last row the first one follows
     void startCurrentRow(std::string_view head);
@@ -119,6 +124,7 @@ private:
 
     AppState& state_;
     Settings& settings_;
+    EventLoop& loop_;
     Reply& reply_;
     Files& files_;
     MediaControl& player_;

@@ -98,7 +98,8 @@ void SilentPlayer::Open(const std::string& fileName) {
     duration_ = position_ = 0;
     asOf_ = loop_.now();
     if (fileName.empty()) {
-        state_ = PlayState::closed;
+        state_ = PlayState::stopped;
+        closed_ = asOf_ + std::chrono::round<Nanoseconds>(closing);
         return;
     }
     opened.push_back(fileName);
@@ -154,7 +155,9 @@ void SilentPlayer::setRate(double r) {
 void SilentPlayer::advance() {
     const double passed = std::chrono::duration<double>(loop_.now() - asOf_).count();
     asOf_ = loop_.now();
-    if (state_ == PlayState::playing) {
+    if (fileName_.empty()) {
+        state_ = asOf_ < closed_ ? PlayState::stopped : PlayState::closed;
+    } else if (state_ == PlayState::playing) {
         position_ = std::min(position_ + passed * rate, duration_);
         if (position_ >= duration_)
             state_ = PlayState::stopped;

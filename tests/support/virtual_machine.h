@@ -149,6 +149,7 @@ public:
     bool mute = false;
     double rate = 1;
     bool ownControls = true;
+    std::chrono::duration<double> closing{0}; // until it is off its file
 
 private:
     void advance();
@@ -157,6 +158,7 @@ private:
     std::string fileName_;
     double duration_ = 0, position_ = 0;
     Nanoseconds asOf_{}; // the moment of position_
+    Nanoseconds closed_{};
     larkspin::PlayState state_ = larkspin::PlayState::closed;
 };
 
