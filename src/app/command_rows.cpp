@@ -19,9 +19,9 @@ std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
     return {
         // clang-format off
         {"play *", [&p](const auto& text) { p.playback.selection.play(text); }},
-        {"yes", notYet},
-        {"no", notYet},
-        {"view", notYet},
+        {"yes", [&p](const auto&) { p.playback.dialogue.yes(); }},
+        {"no", [&p](const auto&) { p.playback.dialogue.no(); }},
+        {"view", [&p](const auto&) { p.playback.dialogue.view(); }},
         {"num *", [&p](const auto& text) { p.playback.selection.num(text); }},
         {"dir?", notYet},
         {"media?", notYet},
@@ -82,10 +82,10 @@ std::vector<CommandRow> rowsOfNiteScan1(Program& p) {
     };
 }
 
-std::vector<CommandRow> rowsOfNiteScan2(Program&) {
+std::vector<CommandRow> rowsOfNiteScan2(Program& p) {
     return {
-        {"cancel", notYet},
-        {"m *", notYet},
+        {"cancel", [&p](const auto&) { p.playback.dialogue.cancel(); }},
+        {"m *", [&p](const auto& text) { p.playback.dialogue.m(text); }},
     };
 }
 
@@ -98,7 +98,7 @@ std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
         {"exit", [&p](const auto&) { p.exit(); }},
         {"stats", notYet},
         {"volume *", [&p](const auto& text) { p.playback.sliders.volume(text); }},
-        {"coms", notYet},
+        {"coms", [&p](const auto&) { p.chat.commandsWindow.coms(); }},
         {"info", notYet},
         {"amp", notYet},
         {"play", [&p](const auto&) { p.playback.transport.tempp3(); }},

@@ -16,7 +16,8 @@ Program::Program(const Machine& m)
                            .splash = shell.splash,
                            .adding = library.adding,
                            .removing = library.removing,
-                           .NiteScan2 = chat.NiteScan2}),
+                           .NiteScan2 = chat.NiteScan2,
+                           .commandsWindow = chat.commandsWindow}),
       companions(shell.state, library.lineFiles, shell.directory),
       rows1_(commandRows(*this, HandledBy::NiteScan1)),
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
@@ -32,7 +33,8 @@ Program::~Program() {
 }
 
 std::vector<Window*> Program::windows() {
-    return {&playback.mediaWindow.mp3s, &shell.splash.dire};
+    return {&playback.mediaWindow.mp3s, &chat.commandsWindow.larkmain, &playback.choices.stops,
+            &shell.splash.dire};
 }
 
 // The order counts: the clock of the media window shows where a repeated section has sent the song,

@@ -5,6 +5,7 @@
 
 #include "app/program.h"
 #include "app/tray_menu.h"
+#include "chat/catalogue.h"
 #include "chat/room.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
@@ -90,6 +91,7 @@ void Program::loadFolders(const StoredSettings& stored) {
     shell.load(stored);
     chat.loadSilence(stored);
     playback.load(stored);
+    fillcatalogue(shell.state);
     companions.load();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "chat/chat_lines.h"
+#include "chat/commands_window.h"
 #include "chat/core.h"
 #include "chat/dispatch.h"
 #include "chat/reply.h"
@@ -24,6 +25,7 @@ struct Chat {
     Scanner NiteScan1, NiteScan2, NiteScan3;
     TriggerCommands triggerCommands{core};
     SilentMode silentMode{core};
+    CommandsWindow commandsWindow{core};
 
     // Every line goes to each scanner that runs.
     void hear(const ChatLine& line);

@@ -1,5 +1,6 @@
 #include "chat/trigger_commands.h"
 
+#include "chat/catalogue.h"
 #include "chat/reply.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
@@ -20,6 +21,7 @@ void TriggerCommands::trig(const std::string& wanted) {
         return;
     }
     state_.trigger = wanted == "none" ? "" : wanted;
+    fillcatalogue(state_);
     reply_.saychat("new trigger:  " + wanted);
 }
 

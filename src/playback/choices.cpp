@@ -1,12 +1,27 @@
 #include "playback/choices.h"
 
+#include "chat/commands_window.h"
 #include "chat/scanner.h"
 #include "shell/app_state.h"
 
 namespace larkspin {
 
+namespace {
+
+constexpr int stopsAbove = 300; // twips from the stop window's top edge to the commands window's
+
+} // namespace
+
 bool Choices::areOpen() const {
     return state_.choiceList.count() > 1;
+}
+
+bool Choices::areOnShow() const {
+    return state_.commandsTitle == commandsChoosing;
+}
+
+bool Choices::wereRecited() const {
+    return state_.commandsTitle == commandsReciting;
 }
 
 void Choices::offer(const std::string& title) {
@@ -29,18 +44,79 @@ void Choices::clear() {
     stopListening();
 }
 
+// A number that counts already counts for the new choices, and they pass for recited: only that
+// number or `cancel` ends them.
+void Choices::ask() {
+    closeselection();
+    if (!NiteScan2_.running())
+        markNormal();
+}
+
 void Choices::show() {
     state_.commandsTitle = commandsChoosing;
+    commandsWindow_.showChoices();
+}
+
+void Choices::showWithStopWindow() {
+    show();
+    stops.place.left = commandsWindow_.larkmain.place.left;
+    stops.place.top = commandsWindow_.larkmain.place.top - stopsAbove;
+    stops.visible = true;
+    state_.stopsCaption = stopsOffering;
+}
+
+void Choices::giveWay() {
+    if (!areOnShow())
+        return;
+    commandsWindow_.putCatalogueBack();
+    markNormal();
+    state_.stopsCaption = stopsLeadingBack;
 }
 
 void Choices::closeselection() {
-    if (state_.commandsTitle == commandsChoosing)
-        state_.commandsTitle = commandsNormal;
+    ++recital_;
+    if (areOnShow()) {
+        commandsWindow_.larkmain.visible = false;
+        commandsWindow_.putCatalogueBack();
+        markNormal();
+    }
+    hideStopWindow();
+}
+
+void Choices::hideStopWindow() {
+    stops.visible = false;
     state_.stopsCaption = stopsResting;
+}
+
+void Choices::markRecited() {
+    state_.commandsTitle = commandsReciting;
+}
+
+void Choices::markNormal() {
+    state_.commandsTitle = commandsNormal;
+}
+
+void Choices::showStopWindow() {
+    stops.visible = true;
+    state_.stopsCaption = stopsResting;
+}
+
+void Choices::awaitAnswer() {
+    NiteScan2_.startscan();
+    hideStopWindow();
 }
 
 void Choices::stopListening() {
     NiteScan2_.stopscan();
+}
+
+void Choices::load() {
+    keepontop(stops);
+}
+
+void Choices::unload() {
+    closeselection();
+    commandsWindow_.larkmain.visible = false;
 }
 
 } // namespace larkspin

@@ -6,25 +6,15 @@
 #include "playback/random_pick.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
-#include "text/highlight.h"
 #include "text/number.h"
 
 namespace larkspin {
 
-namespace {
-
-std::string marked(const std::string& name, const std::string& text) {
-    return highlight(name, text, "<b><u>" + text + "</b></u>");
-}
-
-} // namespace
-
 void PlaySelection::play(const std::string& text) {
-    if (!searchrows(state_, state_.masterList, text)) {
-        const bool silent = state_.silnt;
-        reply_.sayOrBox("your gay song was not found");
-        if (!silent)
+    if (!search(text)) {
+        if (!state_.silnt)
             choices_.closeselection();
+        reply_.sayOrBox("your gay song was not found");
         return;
     }
     state_.searchTerm = text;
@@ -35,20 +25,29 @@ void PlaySelection::play(const std::string& text) {
         playOnlyHit(text);
 }
 
+// What the owner was to choose from is gone, also when there is nothing in its place.
+bool PlaySelection::search(const std::string& text) {
+    const bool wereOpen = choices_.areOpen();
+    const bool found = searchrows(state_, state_.masterList, text);
+    if (wereOpen && !found)
+        transport_.resumeShuffle();
+    return found;
+}
+
 void PlaySelection::playOnlyHit(const std::string& text) {
     state_.choiceList.setCurrentIndex(0);
     const Song song = songOfRow(state_.choiceList.currentRow());
     transport_.start(
         {.song = song,
          .message = startMessage("playing:  <b>", std::to_string(state_.masterIndex() + 1),
-                                 marked(song.name, text), song),
+                                 markedName(song.name, text), song),
          .choices = SongStart::Choices::ended,
          .whenOpened = [this] { choices_.closeselection(); }});
 }
 
 // The song that plays goes on; masterIndex stands on the last hit.
 void PlaySelection::askForChoice() {
-    choices_.closeselection();
+    choices_.ask();
     if (state_.silnt) {
         choices_.show();
         return;
@@ -56,6 +55,20 @@ void PlaySelection::askForChoice() {
     const std::string& trigger = state_.trigger;
     reply_.saychat("scroll <b>" + std::to_string(state_.choiceList.count()) + "</b> choices?  <b>" +
                    trigger + "yes </b>, <b>" + trigger + "no</b>, or <b>" + trigger + "view");
+}
+
+void PlaySelection::selp3(int choice) {
+    state_.choiceList.setCurrentIndex(choice - 1);
+    const Song song = songOfRow(state_.choiceList.currentRow());
+    transport_.start({.song = song,
+                      .message = startMessage("playing choice:  <b>", std::to_string(choice),
+                                              markedName(song.name, state_.searchTerm), song),
+                      .position = SongStart::Position::goneBack,
+                      .choices = SongStart::Choices::replaced,
+                      .whenOpened = [this] {
+                          choices_.closeselection();
+                          choices_.markNormal();
+                      }});
 }
 
 // A negative number isn't refused: the list can't take it, and its current row starts.
@@ -98,7 +111,7 @@ void PlaySelection::randp3() {
 
 void PlaySelection::rnd(const std::string& text) {
     choices_.closeselection();
-    if (!searchrows(state_, state_.masterList, text)) {
+    if (!search(text)) {
         reply_.sayOrBox("your gay song was not found");
         return;
     }
@@ -113,7 +126,7 @@ SongStart PlaySelection::startOfRandomHit(const std::string& text) {
     const std::string number =
         std::to_string(picked + 1) + "/" + std::to_string(state_.choiceList.count());
     return {.song = song,
-            .message = startMessage("random:  <b>", number, marked(song.name, text), song),
+            .message = startMessage("random:  <b>", number, markedName(song.name, text), song),
             .position = SongStart::Position::leftAlone,
             .choices = SongStart::Choices::replaced,
             .behindMessage = [this, text, picked] { placeBehindRandomHit(text, picked); }};

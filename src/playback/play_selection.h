@@ -27,7 +27,12 @@ public:
     // Starts a random row of the whole playlist.
     void randp3();
 
+    // Starts a choice, counted from 1. The song doesn't become the current row: the list goes on
+    // from the row before the search. A choice whose file is gone leaves the others open.
+    void selp3(int choice);
+
 private:
+    bool search(const std::string& text);
     void playOnlyHit(const std::string& text);
     void askForChoice();
     SongStart startOfRandomHit(const std::string& text);

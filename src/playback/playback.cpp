@@ -1,5 +1,6 @@
 #include "playback/playback.h"
 
+#include "chat/commands_window.h"
 #include "playback/media_control.h"
 #include "shell/app_state.h"
 #include "shell/shell.h"
@@ -15,6 +16,10 @@ constexpr int firstVolume = -500;
 
 Playback::Playback(const Core& core, const PlaybackNeeds& needs) : core_(core), needs_(needs) {
     mediaWindow.mp3s.controls = mediaControls.list();
+    choices.stops.controls = stopWindow.controls();
+    needs_.commandsWindow.connect({.onDoubleClick = [this] { dialogue.startClicked(); },
+                                   .onClose = [this] { dialogue.close(); },
+                                   .onCommands = [this] { choices.giveWay(); }});
 }
 
 void Playback::load(const StoredSettings& stored) {
@@ -25,6 +30,7 @@ void Playback::load(const StoredSettings& stored) {
     loadFlag(state.crand, stored.get("shuffle"));
     loadFlag(state.cintz, stored.get("continue"));
     mediaWindow.load(stored);
+    choices.load();
     counters.show(counters.count(core_.settings.yochoose(Choice::play)));
     needs_.player.setVolume(firstVolume);
 }
@@ -41,6 +47,7 @@ void Playback::save(SettingsChanges& changes) const {
 
 void Playback::unload() {
     mediaWindow.mp3s.visible = false;
+    choices.unload();
     transport.close();
 }
 

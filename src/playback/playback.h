@@ -2,6 +2,7 @@
 #pragma once
 
 #include "chat/core.h"
+#include "playback/choice_recital.h"
 #include "playback/choices.h"
 #include "playback/counter_commands.h"
 #include "playback/media_controls.h"
@@ -13,8 +14,10 @@
 #include "playback/position.h"
 #include "playback/random_pick.h"
 #include "playback/section_repeat.h"
+#include "playback/selection_dialogue.h"
 #include "playback/sliders.h"
 #include "playback/song_files.h"
+#include "playback/stop_window.h"
 #include "playback/top_list.h"
 #include "playback/transport.h"
 #include "shell/settings.h"
@@ -33,6 +36,7 @@ struct PlaybackNeeds {
     Adding& adding;
     Removing& removing;
     Scanner& NiteScan2;
+    CommandsWindow& commandsWindow;
 };
 
 struct Playback {
@@ -49,7 +53,8 @@ public:
     CounterCommands counterCommands{core_, counters, topList};
     Position position{core_, needs_.player};
     SectionRepeat section{core_, needs_.player};
-    Choices choices{core_, needs_.NiteScan2};
+    Choices choices{core_, needs_.NiteScan2, needs_.commandsWindow};
+    ChoiceRecital recital{core_, choices};
     MediaWindow mediaWindow{core_, needs_.player};
     Transport transport{core_,    needs_.files, needs_.player, sliders,
                         counters, mediaWindow,  choices};
@@ -57,6 +62,8 @@ public:
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
     SongFiles songFiles{core_, needs_.files, counters, choices, transport};
+    SelectionDialogue dialogue{core_, choices, recital, selection, transport};
+    StopWindow stopWindow{core_, dialogue, recital};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
     MediaControls mediaControls{core_,         needs_.desktop, mediaWindow,
                                 needs_.splash, needs_.adding,  needs_.removing,

@@ -12,6 +12,7 @@
 #include "shell/pause.h"
 #include "shell/settings.h"
 #include "text/fold.h"
+#include "text/highlight.h"
 #include "text/number.h"
 #include "text/wildcard.h"
 
@@ -37,6 +38,10 @@ std::string extensionTag(std::string_view extension) {
 std::string startMessage(std::string_view head, const std::string& number, const std::string& name,
                          const Song& song) {
     return std::string(head) + number + "</b>.  " + name + extensionTag(song.extension);
+}
+
+std::string markedName(const std::string& name, const std::string& words) {
+    return highlight(name, words, "<b><u>" + words + "</b></u>");
 }
 
 void Transport::stop() {
@@ -249,6 +254,16 @@ bool Transport::releasesong() {
 void Transport::endPauseMark() {
     if (state_.pauseMark == pausedMark)
         state_.pauseMark = unpausedMark;
+}
+
+void Transport::holdShuffle() {
+    if (state_.crand)
+        state_.Timer1.disable();
+}
+
+void Transport::resumeShuffle() {
+    if (state_.crand && player_.PlayState() == PlayState::playing)
+        state_.Timer1.enable();
 }
 
 void Transport::moveToNextRow() {

@@ -63,6 +63,9 @@ struct SongStart {
 std::string startMessage(std::string_view head, const std::string& number, const std::string& name,
                          const Song& song);
 
+// A song's name with the words marked that it was searched by, as the owner typed them.
+std::string markedName(const std::string& name, const std::string& words);
+
 class Transport {
 public:
     Transport(const Core& core, Files& files, MediaControl& player, Sliders& sliders,
@@ -106,6 +109,11 @@ public:
     int resumeRow() const; // of masterList: the one last started, -1 for none
     Song lastSong();       // the list song last started, from the settings
     void endPauseMark();   // without a call of the player
+
+    // While the owner has a choice to make shuffle starts no song: its pick would take the place of
+    // the choices. It goes on behind them if a song still plays.
+    void holdShuffle();
+    void resumeShuffle();
 
 private:
     enum class Outcome { started, notFound, overtaken };

@@ -31,6 +31,9 @@ inline constexpr std::string_view commandsNormal = "        larkspin commands wi
 inline constexpr std::string_view commandsChoosing = "             double click a choice to play";
 inline constexpr std::string_view commandsReciting = "        larkspin commands window ";
 inline constexpr std::string_view stopsResting = "     stop";
+inline constexpr std::string_view stopsLeadingBack = " show list";
+inline constexpr std::string_view stopsOffering = "    scroll";
+inline constexpr std::string_view stopsReciting = "     stop ";
 inline constexpr std::string_view resizeHint = "  [double click to resize]";
 inline constexpr std::string_view unnamedPlaylistTitle =
     "                  larkspin playlist editor";

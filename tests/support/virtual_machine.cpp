@@ -43,7 +43,10 @@ void RecordedRoom::sendChatLine(const std::string& line) {
         return;
     lines.push_back(line);
     if (inMessage)
-        loop_.post([this, line] { inMessage(messageOf(line)); });
+        loop_.post([this, line] {
+            if (const auto handler = inMessage) // which may replace itself
+                handler(messageOf(line));
+        });
     hearers_.said({screenName, line});
 }
 

@@ -1,0 +1,39 @@
+// The recital of the choices: tells them in the room one after the other, and asks for a number.
+//
+// It waits between its lines. Meanwhile the owner can break it off, start it once more, or make an
+// end of the choices; a recital that has lost its choices, or its place to another recital, stops
+// without a further line.
+#pragma once
+
+#include "chat/core.h"
+
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class Choices;
+
+class ChoiceRecital {
+public:
+    ChoiceRecital(const Core& core, Choices& choices)
+        : state_(core.state), loop_(core.loop), reply_(core.reply), choices_(choices) {}
+
+    // `breakCaption`: what a click that breaks it off makes of the stop window's caption. True when
+    // that has happened; the choices are still open then. `opening`: said first, unless empty.
+    bool recite(std::string_view breakCaption, const std::string& opening = {});
+
+    // What there is to say then.
+    void tellBroken();
+
+private:
+    void tell(int choice);
+    void askForNumber();
+
+    AppState& state_;
+    EventLoop& loop_;
+    Reply& reply_;
+    Choices& choices_;
+};
+
+} // namespace larkspin

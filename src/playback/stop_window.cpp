@@ -1,0 +1,38 @@
+#include "playback/stop_window.h"
+
+#include "playback/choice_recital.h"
+#include "playback/selection_dialogue.h"
+#include "shell/app_state.h"
+
+#include <string>
+
+namespace larkspin {
+
+std::vector<Control> StopWindow::controls() {
+    return {{.name = "label",
+             .place = {0, 0, 900, 270},
+             .text = [this] { return state_.stopsCaption; },
+             .onClick = [this] { click(); }}};
+}
+
+void StopWindow::click() {
+    if (state_.stopsCaption == stopsLeadingBack)
+        dialogue_.showChoices();
+    else if (state_.stopsCaption == stopsOffering)
+        recite();
+    else if (state_.stopsCaption == stopsReciting)
+        state_.stopsCaption = stopsResting; // which the recital sees
+    else
+        state_.stopsCaption = stopsLeadingBack; // which the recital of `yes` sees
+}
+
+void StopWindow::recite() {
+    state_.stopsCaption = stopsReciting; // at once: another click must not start another one
+    const std::string count = std::to_string(state_.choiceList.count());
+    if (!recital_.recite(stopsResting, "scrolling <b>" + count + "</b> matches"))
+        return;
+    state_.stopsCaption = stopsOffering;
+    recital_.tellBroken();
+}
+
+} // namespace larkspin

@@ -1,0 +1,31 @@
+// What stands on the stop window: one label, whose caption is its state and says what a click does
+// about the choices. It shows them, recites them, or breaks a recital off; it doesn't stop a song.
+#pragma once
+
+#include "chat/core.h"
+#include "shell/window.h"
+
+#include <vector>
+
+namespace larkspin {
+
+class ChoiceRecital;
+class SelectionDialogue;
+
+class StopWindow {
+public:
+    StopWindow(const Core& core, SelectionDialogue& dialogue, ChoiceRecital& recital)
+        : state_(core.state), dialogue_(dialogue), recital_(recital) {}
+
+    std::vector<Control> controls();
+
+private:
+    void click();
+    void recite();
+
+    AppState& state_;
+    SelectionDialogue& dialogue_;
+    ChoiceRecital& recital_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,240 @@
+// The dialogue about several hits, held in the room and in the commands window.
+#include "shell/control_events.h"
+#include "support/talk.h"
+
+#include <filesystem>
+
+namespace larkspin {
+
+// One song besides the three that a search finds.
+struct Rides : VirtualMachine {
+    Rides() : VirtualMachine(Lines{"other.mp3", "ride a.mp3", "ride b.wav", "Ride c.mp3"}) {}
+
+    Window& larkmain() { return window("larkmain"); }
+    Window& stops() { return window("stops"); }
+    bool showsChoices() { return isShown(larkmain(), larkmain().control("choiceList")); }
+    bool showsCommands() { return isShown(larkmain(), larkmain().control("commandNames")); }
+    bool pickInWindow(int row) {
+        return run([&] { EXPECT_TRUE(pressTwice(larkmain(), "choiceList", row)); });
+    }
+    // When a line is said that begins like this, so does that.
+    void inLine(const std::string& beginning, std::function<void()> action) {
+        room.inMessage = [this, beginning, action](const std::string& message) {
+            if (message.starts_with(beginning)) {
+                room.inMessage = {};
+                action();
+            }
+        };
+    }
+};
+
+static const std::string question =
+    "scroll <b>3</b> choices?  <b>'yes </b>, <b>'no</b>, or <b>'view";
+static const std::string first = "<b>1</b>.  <b><u>ride</b></u> a";
+static const std::string second = "<b>2</b>.  <b><u>ride</b></u> b";
+static const std::string third = "<b>3</b>.  <b><u>ride</b></u> c";
+static const std::string askNumber = "type <b>'m 1</b> - <b>'m 3</b> or <b>'cancel";
+static const std::string recital = first + "\n" + second + "\n" + third + "\n" + askNumber;
+static const std::string startOther = "playing:  <b>1</b>.  other";
+
+TEST(SelectionDialogue, RecitesTheHitsAndTakesANumber) {
+    Rides machine;
+    const Nanoseconds before = machine.loop.now();
+    converse(machine,
+             {Turn({"'yes", "'no", "'view", "'cancel", "'m 1"}, ""), Turn("'num 1", startOther),
+              Turn({"'yes", "'no", "'view", "'cancel", "'m 1"}, ""), Turn("'play ride", question),
+              Turn({"'cancel", "'m 1"}, ""), Turn("'yes", recital), Turn({"'no", "'view"}, "")});
+    EXPECT_EQ(machine.loop.now() - before, 1800ms);
+    EXPECT_FALSE(machine.stops().visible);
+    converse(machine,
+             {Turn({"'m 4", "'m 0", "'m -1", "'m -0", "'m 0.5", "'m 3.5", "'m 99",
+                    "'m 99999999999999999999"},
+                   "invalid number stupid, choose again"),
+              Turn({"'m ride", "'m ", "'m 1e0", "'m 0x1", "'m \u0663"},
+                   "finish choosing your selection, dumbass"),
+              Turn("'m  2 ", "playing choice:  " + second + " (<b>.wav</b>)"),
+              Turn({"'yes", "'no", "'view", "'cancel", "'m 1"}, ""),
+              Turn("'pause", "paused:  ride b"), Turn("'next", "next:  <b>2</b>.  ride a")});
+}
+
+TEST(SelectionDialogue, EndsWithoutASong) {
+    Rides machine;
+    converse(machine,
+             {Turn("'num 1", startOther), Turn("'play ride", question),
+              Turn("'no", "selection will not be scrolled"), Turn({"'no", "'yes", "'view"}, ""),
+              Turn("'pre", "previous:  <b>4</b>.  Ride c"), Turn("'play ride", question),
+              Turn("'yes", recital), Turn("'cancel", "selection cancelled"),
+              Turn({"'cancel", "'m 1"}, ""), Turn("'next", "next:  <b>1</b>.  other")});
+}
+
+TEST(SelectionDialogue, ShowsTheHitsForADoubleClick) {
+    Rides machine;
+    machine.owner("'num 1");
+    machine.owner("'play ride");
+    EXPECT_EQ(machine.answer("'view"), "viewing multiple choices");
+    EXPECT_TRUE(machine.showsChoices());
+    EXPECT_FALSE(machine.showsCommands());
+    EXPECT_TRUE(machine.larkmain().onTop);
+    EXPECT_TRUE(machine.stops().visible);
+    EXPECT_EQ(machine.stops().place.top, machine.larkmain().place.top - 300);
+    converse(machine, {Turn({"'yes", "'no"}, "")});
+    machine.forget();
+    machine.pickInWindow(2);
+    EXPECT_EQ(machine.allSaid(), Lines{"playing choice:  " + third});
+    EXPECT_FALSE(machine.larkmain().visible);
+    EXPECT_FALSE(machine.stops().visible);
+    machine.owner("'coms");
+    EXPECT_TRUE(machine.showsCommands());
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>2</b>.  ride a");
+}
+
+TEST(SelectionDialogue, OpensTheWindowInSilence) {
+    Rides machine;
+    machine.owner("'num 1");
+    machine.owner("'silent");
+    converse(machine, {Turn({"'play ride", "'yes", "'no", "'m 1"}, "")});
+    EXPECT_TRUE(machine.showsChoices());
+    EXPECT_FALSE(machine.stops().visible);
+    machine.pickInWindow(0);
+    EXPECT_EQ(machine.setting("play"), "ride a.mp3");
+    EXPECT_FALSE(machine.larkmain().visible);
+    converse(machine, {Turn("'silentoff", "silent mode - <b>off"), Turn("'play ride", question),
+                       Turn("'silent", "silent mode - <b>on"),
+                       Turn("'yes", "[box] this is unavailable in silent mode"),
+                       Turn({"'view", "'no"}, "")});
+    EXPECT_FALSE(machine.larkmain().visible) << "the owner has said yes";
+}
+
+TEST(SelectionDialogue, ClosesTheChoicesByTheirLabel) {
+    Rides machine;
+    machine.owner("'num 2");
+    machine.owner("'play ride");
+    machine.owner("'view");
+    EXPECT_TRUE(press(machine.larkmain(), "closeLabel"));
+    EXPECT_FALSE(machine.larkmain().visible);
+    EXPECT_FALSE(machine.stops().visible);
+    EXPECT_EQ(machine.state().choiceList.row(0), "ride a.mp3");
+    EXPECT_EQ(machine.state().playlistView.currentIndex(), 1);
+    converse(machine, {Turn({"'yes", "'no", "'view"}, "")});
+    machine.owner("'coms");
+    EXPECT_TRUE(machine.showsCommands());
+    EXPECT_FALSE(machine.showsChoices());
+}
+
+TEST(SelectionDialogue, LeadsFromTheCommandsBackToTheChoices) {
+    Rides machine;
+    machine.owner("'play ride");
+    machine.owner("'view");
+    machine.owner("'coms");
+    EXPECT_TRUE(machine.showsCommands());
+    EXPECT_FALSE(machine.showsChoices());
+    EXPECT_EQ(machine.stops().control("label").text(), " show list");
+    EXPECT_TRUE(press(machine.stops(), "label"));
+    EXPECT_TRUE(machine.showsChoices());
+}
+
+TEST(SelectionDialogue, KeepsTheChoicesWhenTheFileIsGone) {
+    Rides machine;
+    machine.owner("'shuffle");
+    machine.owner("'num 1");
+    machine.owner("'play ride");
+    machine.owner("'view");
+    std::filesystem::remove(machine.disk.path() / "music/rock/ride a.mp3");
+    machine.forget();
+    machine.pickInWindow(0);
+    EXPECT_EQ(machine.said(),
+              "not found, refresh the directory (" + machine.drive("music/rock") + "\\)");
+    EXPECT_TRUE(machine.showsChoices());
+    EXPECT_FALSE(machine.state().Timer1.enabled());
+    machine.pickInWindow(1);
+    EXPECT_EQ(machine.said(), "playing choice:  " + second + " (<b>.wav</b>)");
+    EXPECT_TRUE(machine.state().Timer1.enabled());
+}
+
+// Shuffle would take the choices' place. However they end, it goes on behind them.
+TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
+    const auto close = [](Rides& m) { press(m.larkmain(), "closeLabel"); };
+    const auto pick = [](Rides& m) { m.pickInWindow(0); };
+    const auto say = [](const char* line) { return [line](Rides& m) { m.owner(line); }; };
+    struct Case {
+        const char* opening;
+        std::function<void(Rides&)> end;
+    };
+    const Case cases[] = {{"'yes", say("'cancel")},   {"'yes", say("'m 1")},
+                          {"'yes", say("'play oth")}, {"'yes", say("'rnd")},
+                          {"'view", close},           {"'view", pick},
+                          {"'view", say("'play x")},  {"'view", say("'rnd x")}};
+    for (const bool plays : {true, false}) {
+        for (std::size_t i = 0; i < std::size(cases); ++i) {
+            SCOPED_TRACE(cases[i].opening + std::to_string(i));
+            Rides machine;
+            machine.owner("'shuffle");
+            machine.owner("'num 1");
+            machine.owner("'play ride");
+            machine.owner(cases[i].opening);
+            EXPECT_FALSE(machine.state().Timer1.enabled());
+            if (!plays)
+                machine.player.Stop();
+            const std::size_t songs = machine.player.opened.size();
+            cases[i].end(machine);
+            const bool started = machine.player.opened.size() > songs;
+            EXPECT_EQ(machine.state().Timer1.enabled(), plays || started);
+            EXPECT_FALSE(machine.stops().visible);
+        }
+    }
+}
+
+TEST(SelectionDialogue, LosesItsRecitalToWhatComesInBetween) {
+    struct Case {
+        const char* line;   // said in the middle of the recital's second line
+        std::string answer; // all that follows
+    };
+    const std::string rest = third + "\n" + askNumber;
+    const Case cases[] = {{"'play other", "playing:  <b>1</b>.  <b><u>other</b></u>"},
+                          {"'play ride", question},
+                          {"'play x", "your gay song was not found"},
+                          {"'rnd other", "random:  <b>1/1</b>.  <b><u>other</b></u>"},
+                          {"'yes", recital},
+                          {"'next", "next:  <b>1</b>.  other\n" + rest},
+                          {"'stop", "larkspin player [stopped]\n" + rest},
+                          {"'coms", "viewing <b>126</b> commands\n" + rest}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.line);
+        Rides machine;
+        machine.owner("'play ride");
+        machine.inLine(second, [&] { machine.owner(c.line); });
+        EXPECT_EQ(machine.answer("'yes"), first + "\n" + second + "\n" + c.answer);
+        EXPECT_FALSE(machine.stops().visible);
+    }
+}
+
+TEST(SelectionDialogue, AsksAnewBehindEachSearch) {
+    Rides machine;
+    converse(machine,
+             {Turn("'play ride", question), Turn("'yes", recital), Turn("'play ride", question),
+              Turn({"'no", "'view"}, ""), Turn("'m 1", "playing choice:  " + first),
+              Turn("'play ride", question), Turn("'yes", recital),
+              Turn("'play other", "playing:  <b>1</b>.  <b><u>other</b></u>"), Turn("'m 1", ""),
+              Turn("'play ride", question), Turn("'no", "selection will not be scrolled")});
+}
+
+TEST(SelectionDialogue, EndsWithTheProgram) {
+    Rides machine;
+    machine.owner("'play ride");
+    machine.inLine(second, [&] { machine.lines.heard({"Owner", "'exit"}); });
+    EXPECT_FALSE(machine.owner("'yes"));
+    machine.start();
+    machine.owner("'play ride");
+    machine.inLine(second, [&] { machine.chooseFromTray("rstartp"); });
+    EXPECT_TRUE(machine.owner("'yes"));
+    EXPECT_TRUE(machine.said().starts_with("load:  <b>3</b>"));
+    machine.owner("'play ride");
+    machine.owner("'view");
+    machine.restart();
+    EXPECT_FALSE(machine.larkmain().visible);
+    EXPECT_FALSE(machine.stops().visible);
+    machine.owner("'coms");
+    EXPECT_TRUE(machine.showsCommands());
+}
+
+} // namespace larkspin

@@ -1,0 +1,123 @@
+// The stop window's label: what a click does goes by its caption.
+#include "shell/control_events.h"
+#include "support/talk.h"
+
+namespace larkspin {
+
+struct Stops : VirtualMachine {
+    Stops() : VirtualMachine(Lines{"a1.mp3", "a2.mp3", "b.mp3"}) { owner("'play a"); }
+
+    Window& stops() { return window("stops"); }
+    std::string caption() { return stops().control("label").text(); }
+    void click() { EXPECT_TRUE(press(stops(), "label")); }
+    Lines saidByClick() {
+        forget();
+        run([this] { click(); });
+        return allSaid();
+    }
+    // The owner clicks so often in the wait behind the first choice.
+    void clickBehindFirst(int times) {
+        room.inMessage = [this, times](const std::string& message) {
+            if (message.starts_with("<b>1"))
+                for (int i = 0; i < times; ++i)
+                    loop.once(Nanoseconds(100ms) * (i + 1), [this] { click(); });
+        };
+    }
+};
+
+static const std::string first = "<b>1</b>.  <b><u>a</b></u>1";
+static const std::string second = "<b>2</b>.  <b><u>a</b></u>2";
+static const std::string askNumber = "type <b>'m 1</b> - <b>'m 2</b> or <b>'cancel";
+static const std::string aborted = "selection scroll aborted";
+static const std::string opening = "scrolling <b>2</b> matches";
+
+TEST(StopWindow, BreaksTheRecitalOfYes) {
+    for (const int clicks : {1, 2}) {
+        Stops machine;
+        machine.clickBehindFirst(clicks);
+        EXPECT_EQ(machine.answer("'yes"), first + "\n" + aborted);
+        EXPECT_TRUE(machine.stops().visible);
+        EXPECT_EQ(machine.caption(), " show list");
+        machine.room.inMessage = {};
+        EXPECT_EQ(machine.answer("'m 1"), "");
+        EXPECT_EQ(machine.answer("'yes"), first + "\n" + second + "\n" + askNumber);
+        EXPECT_FALSE(machine.stops().visible);
+    }
+}
+
+TEST(StopWindow, ShowsTheChoicesOnceTheRecitalIsBroken) {
+    Stops machine;
+    machine.clickBehindFirst(1);
+    machine.owner("'yes");
+    machine.click();
+    EXPECT_EQ(machine.caption(), "    scroll");
+    Window& larkmain = machine.window("larkmain");
+    EXPECT_TRUE(isShown(larkmain, larkmain.control("choiceList")));
+    EXPECT_EQ(machine.stops().place.top, larkmain.place.top - 300);
+}
+
+TEST(StopWindow, RecitesTheChoicesOnShow) {
+    Stops machine;
+    machine.owner("'view");
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, second, askNumber}));
+    EXPECT_FALSE(machine.stops().visible);
+    EXPECT_EQ(machine.answer("'m 2"), "playing choice:  " + second);
+    EXPECT_FALSE(machine.window("larkmain").visible);
+}
+
+TEST(StopWindow, BreaksItsOwnRecital) {
+    Stops machine;
+    machine.owner("'view");
+    machine.clickBehindFirst(1);
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, aborted}));
+    EXPECT_EQ(machine.caption(), "    scroll");
+    EXPECT_EQ(machine.answer("'m 1"), "");
+    machine.clickBehindFirst(2);
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, second, askNumber}))
+        << "the second click comes before the first one is seen";
+    EXPECT_FALSE(machine.stops().visible);
+}
+
+// A click while it is announced breaks it off, too: it doesn't start a second one.
+TEST(StopWindow, RecitesOnceAtATime) {
+    Stops machine;
+    machine.owner("'view");
+    machine.loop.once(300ms, [&] { machine.click(); });
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, aborted}));
+}
+
+TEST(StopWindow, LosesItsRecitalToAStart) {
+    const std::pair<const char*, std::string> ends[] = {
+        {"'play b", "playing:  <b>3</b>.  <b><u>b</b></u>"},
+        {"'play a", "scroll <b>2</b> choices?  <b>'yes </b>, <b>'no</b>, or <b>'view"}};
+    for (const auto& [line, answer] : ends) {
+        SCOPED_TRACE(line);
+        for (const auto wait : {300ms, 900ms}) {
+            Stops machine;
+            machine.owner("'view");
+            machine.loop.once(wait, [&, said = line] { machine.owner(said); });
+            Lines expected = {opening, first, answer};
+            if (wait < 600ms)
+                expected.erase(expected.begin() + 1);
+            EXPECT_EQ(machine.saidByClick(), expected);
+            EXPECT_FALSE(machine.stops().visible);
+            EXPECT_EQ(machine.caption(), "     stop");
+        }
+    }
+}
+
+TEST(StopWindow, LosesItsRecitalToTheEndOfTheChoices) {
+    Stops machine;
+    machine.owner("'view");
+    machine.loop.once(900ms, [&] { press(machine.window("larkmain"), "closeLabel"); });
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first}));
+    machine.owner("'play a");
+    machine.owner("'view");
+    machine.saidByClick();
+    EXPECT_EQ(machine.answer("'cancel"), "selection cancelled");
+    EXPECT_FALSE(machine.window("larkmain").visible);
+    machine.owner("'coms");
+    EXPECT_TRUE(machine.window("larkmain").control("commandNames").visible);
+}
+
+} // namespace larkspin
