@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/machine.h"
+#include "app/status_commands.h"
 #include "chat/chat.h"
 #include "companions/companions.h"
 #include "library/library.h"
@@ -45,6 +46,7 @@ public:
     Library library;
     Playback playback;
     Companions companions;
+    StatusCommands status{chat.core, machine.room, playback.transport, playback.counters};
 
 private:
     enum class Phase { off, loading, running, saving };

@@ -69,8 +69,7 @@ void Program::welcomeFirstRun() {
         "and right click it for a menu...the default trigger for the first load is a ' so until "
         "you change it that will be your trigger, have fun.  -moraine");
     machine.files.makeDirectory(shell.directory.path());
-    const std::tm now = machine.loop.localTime();
-    shell.settings.put("first load", longDate(now) + " at " + clockTime(now));
+    shell.settings.put("first load", dateAndTime(machine.loop.localTime()));
 }
 
 void Program::greet(const std::string& loadNumber) {

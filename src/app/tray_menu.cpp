@@ -43,7 +43,15 @@ Entries playerOptions(Program& p) {
             flag("silnt", "silent", state.silnt),
             modes.repeatEntry(),
             modes.continuousEntry(),
-            modes.shuffleEntry()};
+            modes.shuffleEntry(),
+            {.name = "sinfo", .caption = "song info", .action = [&p] { p.status.boxSong(); }},
+            separator("e"),
+            {.name = "prtime",
+             .caption = "total program runtime",
+             .action = [&p] { p.status.boxRunTime(); }},
+            {.name = "mptime", .caption = "total played mp3 time", .action = [&p] {
+                 p.status.boxPlayedTime();
+             }}};
 }
 
 Entries tree(Program& p) {
@@ -60,9 +68,14 @@ Entries tree(Program& p) {
              }},
         label("playtz", state.playtz),
         submenu("pops", "player options", playerOptions(p)),
-        submenu("otherz", "other",
-                {flag("spcol", "scan pc on load", state.spcol),
-                 flag("rol", "refresh on load", state.rol)}),
+        submenu(
+            "otherz", "other",
+            {{.name = "fload",
+              .caption = "first loaded",
+              .action = [&p] { p.status.boxFirstLoad(); }},
+             {.name = "epver", .caption = "lks version", .action = [&p] { p.status.boxVersion(); }},
+             flag("spcol", "scan pc on load", state.spcol),
+             flag("rol", "refresh on load", state.rol)}),
         submenu("mfilt", "media filter", p.library.mediaFilter.menu()),
         {.name = "scanpcf",
          .caption = state.scanpcf,

@@ -9,14 +9,18 @@ namespace larkspin {
 
 void Reply::saychat(std::string_view text) {
     if (!state_.silnt)
-        room_.sendChatLine(styled(text));
+        sayAlways(text);
 }
 
-void Reply::sayOrBox(const std::string& text) {
+void Reply::sayAlways(std::string_view text) {
+    room_.sendChatLine(styled(text));
+}
+
+void Reply::sayOrBox(const std::string& said, const std::string& boxed) {
     if (state_.silnt)
-        dialogs_.box(text);
+        dialogs_.box(boxed);
     else
-        saychat(text);
+        saychat(said);
 }
 
 bool Reply::refusedInSilence(const std::string& refusal) {

@@ -22,7 +22,11 @@ public:
     void saychat(std::string_view text);
 
     // In silent mode the text comes as a box instead. A box waits: what it tells of must be done.
-    void sayOrBox(const std::string& text);
+    void sayOrBox(const std::string& text) { sayOrBox(text, text); }
+    void sayOrBox(const std::string& said, const std::string& boxed);
+
+    // Says the text also in silent mode. All else that comes in there stays silent.
+    void sayAlways(std::string_view text);
 
     // True in silent mode, after a box with the refusal: the command is over then.
     bool refusedInSilence(const std::string& refusal);

@@ -3,7 +3,6 @@
 #include "chat/catalogue.h"
 #include "chat/reply.h"
 #include "shell/app_state.h"
-#include "shell/dialogs.h"
 
 #include <algorithm>
 #include <array>
@@ -26,10 +25,9 @@ void TriggerCommands::trig(const std::string& wanted) {
 }
 
 void TriggerCommands::tellTrigger() {
-    if (state_.silnt)
-        dialogs_.box("your trigger is " + state_.trigger);
-    else
-        reply_.saychat("your trigger is " + (state_.trigger.empty() ? "disabled" : state_.trigger));
+    const std::string& trigger = state_.trigger;
+    reply_.sayOrBox("your trigger is " + (trigger.empty() ? "disabled" : trigger),
+                    "your trigger is " + trigger);
 }
 
 } // namespace larkspin

@@ -9,8 +9,7 @@ namespace larkspin {
 
 class TriggerCommands {
 public:
-    explicit TriggerCommands(const Core& core)
-        : state_(core.state), reply_(core.reply), dialogs_(core.dialogs) {}
+    explicit TriggerCommands(const Core& core) : state_(core.state), reply_(core.reply) {}
 
     void trig(const std::string& wanted);
     void tellTrigger();
@@ -18,7 +17,6 @@ public:
 private:
     AppState& state_;
     Reply& reply_;
-    Dialogs& dialogs_;
 };
 
 } // namespace larkspin

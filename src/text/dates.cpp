@@ -26,4 +26,8 @@ std::string clockTime(const std::tm& moment) {
     return twoDigits(hour) + ":" + twoDigits(moment.tm_min) + (moment.tm_hour < 12 ? " am" : " pm");
 }
 
+std::string dateAndTime(const std::tm& moment) {
+    return longDate(moment) + " at " + clockTime(moment);
+}
+
 } // namespace larkspin

@@ -6,7 +6,8 @@
 
 namespace larkspin {
 
-std::string longDate(const std::tm& moment);  // "Friday, December 19, 2003"
-std::string clockTime(const std::tm& moment); // "07:05 pm"
+std::string longDate(const std::tm& moment);    // "Friday, December 19, 2003"
+std::string clockTime(const std::tm& moment);   // "07:05 pm"
+std::string dateAndTime(const std::tm& moment); // both, joined by " at "
 
 } // namespace larkspin
