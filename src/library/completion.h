@@ -12,10 +12,10 @@ struct AppState;
 
 struct Completion {
     std::size_t replaced = 0; // characters at the end of what was typed
-    std::string text;         // what goes in their place: as much as is sure
+    std::string text = {};    // what goes in their place: as much as is sure
     // What it can become, where the text is no longer than what it replaces. Not more than are
     // looked through at once.
-    std::vector<std::string> choices;
+    std::vector<std::string> choices = {};
     int others = 0; // choices that are left out
 };
 

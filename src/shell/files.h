@@ -26,7 +26,7 @@ public:
     virtual bool exists(const std::string& path) = 0;
 
     // No file that the program keeps comes near this size, in bytes.
-    static constexpr std::size_t largestFile = 64 * 1024 * 1024;
+    static constexpr std::size_t largestFile = std::size_t{64} * 1024 * 1024;
 
     // The whole contents. A file of more bytes than `largest` isn't ours and counts as one that
     // can't be read, like a directory in its place or one that is being written just now.
