@@ -135,11 +135,13 @@ TEST(StatusCommands, TellHowThePlayerStands) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.line);
         machine.owner(c.line);
+        const Nanoseconds before = machine.loop.now();
         EXPECT_EQ(machine.answer("'stats"), "directories:  <b>1</b> - files:  <b>2\n"
                                             "tempo (speed):  <b>100</b> - volume:  <b>50\n"
                                             "continuous:  <b>" +
                                                 c.continuous + "</b> - repeat:  <b>" + c.repeat +
                                                 "</b> - shuffle:  <b>" + c.shuffle);
+        EXPECT_EQ(machine.loop.now() - before, 2 * 300ms);
     }
     EXPECT_EQ(machine.state().masterIndex(), 1) << "left on the last row";
 }
@@ -153,11 +155,12 @@ TEST(StatusCommands, TellHowTheProgramStands) {
               "ascii font:  <b>arial narrow</b> - font:  <b>arial narrow\n"
               "ascii color:  <b>5083A9</b> - font color:  <b>0066BB\n"
               "end ascii font:  <b> </b> - end ascii font color:  <b>");
-    EXPECT_EQ(machine.loop.now() - before, 1500ms);
+    EXPECT_EQ(machine.loop.now() - before, 3 * 500ms);
     EXPECT_EQ(machine.answer("'adv"),
               "larkspin player - by moraine\n"
               "<body link=#0066BB><a href=\"https://larkspin.invalid/\"></u>built around "
               "perfection <> download</a>");
+    EXPECT_EQ(machine.loop.now() - before, 4 * 500ms);
 }
 
 } // namespace larkspin

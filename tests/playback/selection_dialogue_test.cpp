@@ -12,8 +12,10 @@ struct Rides : VirtualMachine {
 
     Window& larkmain() { return window("larkmain"); }
     Window& stops() { return window("stops"); }
-    bool showsChoices() { return isShown(larkmain(), larkmain().control("choiceList")); }
-    bool showsCommands() { return isShown(larkmain(), larkmain().control("commandNames")); }
+    bool shows(const char* control) { return isShown(larkmain(), larkmain().control(control)); }
+    bool showsChoices() { return shows("choiceList"); }
+    bool showsCommands() { return shows("commandNames"); }
+    std::string title() { return larkmain().control("commandsTitle").text(); }
     bool pickInWindow(int row) {
         return run([&] { EXPECT_TRUE(pressTwice(larkmain(), "choiceList", row)); });
     }
@@ -46,6 +48,7 @@ TEST(SelectionDialogue, RecitesTheHitsAndTakesANumber) {
               Turn({"'cancel", "'m 1"}, ""), Turn("'yes", recital), Turn({"'no", "'view"}, "")});
     EXPECT_EQ(machine.loop.now() - before, 1800ms);
     EXPECT_FALSE(machine.stops().visible);
+    EXPECT_EQ(machine.state().choiceList.currentIndex(), 2);
     converse(machine,
              {Turn({"'m 4", "'m 0", "'m -1", "'m -0", "'m 0.5", "'m 3.5", "'m 99",
                     "'m 99999999999999999999"},
@@ -65,6 +68,7 @@ TEST(SelectionDialogue, EndsWithoutASong) {
               Turn("'pre", "previous:  <b>4</b>.  Ride c"), Turn("'play ride", question),
               Turn("'yes", recital), Turn("'cancel", "selection cancelled"),
               Turn({"'cancel", "'m 1"}, ""), Turn("'next", "next:  <b>1</b>.  other")});
+    EXPECT_EQ(machine.title(), commandsNormal);
 }
 
 TEST(SelectionDialogue, ShowsTheHitsForADoubleClick) {
@@ -74,8 +78,10 @@ TEST(SelectionDialogue, ShowsTheHitsForADoubleClick) {
     EXPECT_EQ(machine.answer("'view"), "viewing multiple choices");
     EXPECT_TRUE(machine.showsChoices());
     EXPECT_FALSE(machine.showsCommands());
+    EXPECT_FALSE(machine.shows("commandText"));
     EXPECT_TRUE(machine.larkmain().onTop);
     EXPECT_TRUE(machine.stops().visible);
+    EXPECT_TRUE(machine.stops().onTop);
     EXPECT_EQ(machine.stops().place.top, machine.larkmain().place.top - 300);
     converse(machine, {Turn({"'yes", "'no"}, "")});
     machine.forget();
@@ -85,6 +91,7 @@ TEST(SelectionDialogue, ShowsTheHitsForADoubleClick) {
     EXPECT_FALSE(machine.stops().visible);
     machine.owner("'coms");
     EXPECT_TRUE(machine.showsCommands());
+    EXPECT_TRUE(machine.shows("commandText"));
     EXPECT_EQ(machine.answer("'next"), "next:  <b>2</b>.  ride a");
 }
 
@@ -131,6 +138,13 @@ TEST(SelectionDialogue, LeadsFromTheCommandsBackToTheChoices) {
     EXPECT_EQ(machine.stops().control("label").text(), " show list");
     EXPECT_TRUE(press(machine.stops(), "label"));
     EXPECT_TRUE(machine.showsChoices());
+    machine.owner("'coms");
+    EXPECT_EQ(machine.answer("'no"), "selection will not be scrolled");
+    machine.owner("'play ride");
+    machine.owner("'view");
+    machine.owner("'play other");
+    EXPECT_FALSE(machine.larkmain().visible);
+    EXPECT_EQ(machine.title(), commandsNormal);
 }
 
 TEST(SelectionDialogue, KeepsTheChoicesWhenTheFileIsGone) {
@@ -206,6 +220,19 @@ TEST(SelectionDialogue, LosesItsRecitalToWhatComesInBetween) {
         EXPECT_EQ(machine.answer("'yes"), first + "\n" + second + "\n" + c.answer);
         EXPECT_FALSE(machine.stops().visible);
     }
+}
+
+TEST(SelectionDialogue, LosesItsRecitalToTheShuffle) {
+    Rides machine;
+    machine.owner("'num 1");
+    machine.owner("'play ride");
+    machine.inLine(second, [&] {
+        machine.owner("'shuffle");
+        machine.player.setCurrentPosition(180);
+    });
+    machine.owner("'yes");
+    EXPECT_TRUE(machine.said().starts_with("random:")) << machine.said();
+    EXPECT_FALSE(machine.stops().visible);
 }
 
 TEST(SelectionDialogue, AsksAnewBehindEachSearch) {
