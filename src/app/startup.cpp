@@ -37,9 +37,7 @@ void Program::start() {
     countLoad(loadNumber);
     loadFolders(stored);
     machine.desktop.addTrayIcon(trayIcon(*this));
-    // Nothing has been served since the load was counted: an end that comes in from here on saves
-    // the first run's trigger as well, which the next start needs.
-    phase_ = Phase::running;
+    phase_ = Phase::running; // from here on there is something to save
 
     shell.splash.showStatusLine(false);
     pause(0.1);
@@ -82,7 +80,10 @@ void Program::greet(const std::string& loadNumber) {
 
 void Program::countLoad(const std::string& loadNumber) {
     shell.state.loads = "load number:  " + loadNumber;
-    shell.settings.put("load", numberText(numberOrZero(loadNumber) + 1));
+    // With the trigger: a run that is killed must not leave the next one, which is no first run any
+    // more, without one.
+    shell.settings.putAll(
+        {{"load", numberText(numberOrZero(loadNumber) + 1)}, {"trigger", shell.state.trigger}});
 }
 
 void Program::loadFolders(const StoredSettings& stored) {
@@ -134,6 +135,8 @@ void Program::end() {
 }
 
 void Program::restart() {
+    if (phase_ != Phase::running)
+        return; // one is at it
     chat.reply.saychat("restarting larkspin player");
     unload();
     Pause{machine.loop}(0.5);

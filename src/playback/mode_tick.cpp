@@ -25,37 +25,40 @@ private:
 } // namespace
 
 // A tick can come inside the one before, which waits in its pick or its message: the same end
-// would be counted twice.
+// would be counted twice. What is left to say may come as a box, which waits for the owner.
 void ModeTick::tick() {
     if (isAtWork_)
         return;
-    const AtWork atWork(isAtWork_);
-    followMode();
+    std::string complaint;
+    {
+        const AtWork atWork(isAtWork_);
+        complaint = followMode();
+    }
+    if (!complaint.empty())
+        reply_.sayOrBox(complaint);
 }
 
-void ModeTick::followMode() {
+std::string ModeTick::followMode() {
     const PlayState now = player_.PlayState();
     if (now == PlayState::playing || now == PlayState::waiting)
-        return;
+        return {};
     if (state_.crand && !state_.rep)
-        shuffleOn();
-    else if (state_.cintz && !state_.rep)
+        return shuffleOn();
+    if (state_.cintz && !state_.rep) {
         continueOn();
-    else
-        repeatSong();
+        return {};
+    }
+    return repeatSong();
 }
 
 bool ModeTick::hasEnded() {
     return player_.PlayState() == PlayState::stopped;
 }
 
-void ModeTick::repeatSong() {
-    if (!hasEnded()) {
-        // Paused, as a rule: the shuffle's first step still tells of an empty list.
-        if (player_.PlayState() != PlayState::waiting)
-            shuffleOn();
-        return;
-    }
+std::string ModeTick::repeatSong() {
+    // Paused, as a rule: the shuffle's first step still tells of an empty list.
+    if (!hasEnded())
+        return player_.PlayState() == PlayState::waiting ? std::string() : shuffleOn();
     const bool counts = !player_.wasGivenUp();
     const Song last = transport_.lastSong();
     const std::string temp = state_.tempTitle;
@@ -72,24 +75,23 @@ void ModeTick::repeatSong() {
                           if (counts)
                               counters_.countEnd();
                       }});
+    return {};
 }
 
 // The finished song is counted before its successor is picked and announced, since it is the
 // stored one only until then.
-void ModeTick::shuffleOn() {
+std::string ModeTick::shuffleOn() {
     if (state_.playlistView.empty()) {
-        state_.Timer1.disable(); // a box waits for the owner
-        reply_.sayOrBox("no mp3s found, retard");
-        return;
+        state_.Timer1.disable();
+        return "no mp3s found, retard";
     }
     if (!hasEnded())
-        return;
-    const bool counts = !player_.wasGivenUp();
-    if (counts)
-        counters_.bumpcount();
+        return {};
+    if (!player_.wasGivenUp())
+        counters_.countEnd();
     transport_.startPicked(
         [this](const auto& stillWanted) { return randomPick_.randompick(stillWanted); },
-        [this, counts] {
+        [this] {
             const Song song = songOfRow(state_.masterList.currentRow());
             return SongStart{.song = song,
                              .message = startMessage("random:  <b>",
@@ -97,12 +99,9 @@ void ModeTick::shuffleOn() {
                                                      song.name, song),
                              .choices = SongStart::Choices::ended,
                              .count = SongStart::Count::stored,
-                             .endsPause = false,
-                             .whenOpened = [this, counts] {
-                                 if (counts)
-                                     counters_.bumpPlayed();
-                             }};
+                             .endsPause = false};
         });
+    return {};
 }
 
 void ModeTick::continueOn() {
@@ -123,7 +122,7 @@ void ModeTick::continueOn() {
 }
 
 void ModeTick::checkEndWithoutMode() {
-    if (state_.modeIsOn() || !hasEnded() || state_.playMark != playingMark)
+    if (isAtWork_ || state_.modeIsOn() || !hasEnded() || state_.playMark != playingMark)
         return;
     state_.playMark = idleMark;
     if (!player_.wasGivenUp())

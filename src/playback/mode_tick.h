@@ -7,6 +7,8 @@
 
 #include "chat/core.h"
 
+#include <string>
+
 namespace larkspin {
 
 class MediaControl;
@@ -28,9 +30,10 @@ public:
     void checkEndWithoutMode();
 
 private:
-    void followMode();
-    void repeatSong();
-    void shuffleOn();
+    // What is left to say behind it; empty for nothing.
+    std::string followMode();
+    std::string repeatSong();
+    std::string shuffleOn();
     void continueOn();
     bool hasEnded();
 

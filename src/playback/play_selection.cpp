@@ -123,24 +123,25 @@ void PlaySelection::rnd(const std::string& text) {
 SongStart PlaySelection::startOfRandomHit(const std::string& text) {
     const int picked = state_.choiceList.currentIndex();
     const Song song = songOfRow(state_.choiceList.currentRow());
-    const std::string number =
-        std::to_string(picked + 1) + "/" + std::to_string(state_.choiceList.count());
+    const int hits = state_.choiceList.count(), last = state_.masterIndex();
+    const std::string number = std::to_string(picked + 1) + "/" + std::to_string(hits);
     return {.song = song,
             .message = startMessage("random:  <b>", number, markedName(song.name, text), song),
             .position = SongStart::Position::leftAlone,
             .choices = SongStart::Choices::replaced,
-            .behindMessage = [this, text, picked] { placeBehindRandomHit(text, picked); }};
+            .behindMessage = [this, text, picked, before = last - (hits - picked)] {
+                placeAtRandomHit(text, picked, before);
+            }};
 }
 
 // The search has left masterIndex on the last hit. Counting back from there finds the picked
 // row when the hits lie next to each other; otherwise some other row, and `next` goes on from
 // that one.
-void PlaySelection::placeBehindRandomHit(const std::string& text, int picked) {
+void PlaySelection::placeAtRandomHit(const std::string& text, int picked, int before) {
     if (text.empty()) {
         state_.setMasterIndex(picked);
         return;
     }
-    const int before = state_.masterIndex() - (state_.choiceList.count() - picked);
     state_.resumeIndex = std::to_string(before);
     state_.setMasterIndex(before + 1);
 }

@@ -36,7 +36,7 @@ private:
     void playOnlyHit(const std::string& text);
     void askForChoice();
     SongStart startOfRandomHit(const std::string& text);
-    void placeBehindRandomHit(const std::string& text, int picked);
+    void placeAtRandomHit(const std::string& text, int picked, int before);
 
     AppState& state_;
     Reply& reply_;

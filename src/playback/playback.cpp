@@ -35,7 +35,8 @@ void Playback::load(const StoredSettings& stored) {
     needs_.player.setVolume(firstVolume);
 }
 
-void Playback::save(SettingsChanges& changes) const {
+void Playback::save(SettingsChanges& changes) {
+    transport.takeBackPick();
     const AppState& state = core_.state;
     changes.emplace_back("tempo", std::to_string(state.HScroll3));
     changes.emplace_back("volume", std::to_string(state.HScroll2));

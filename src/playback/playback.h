@@ -70,7 +70,7 @@ public:
                                 transport,     section,        songFiles};
 
     void load(const StoredSettings& stored);
-    void save(SettingsChanges& changes) const;
+    void save(SettingsChanges& changes);
     void unload();
 
     // The shares of the one-second tick: the repeated section, the media window's clock, and the

@@ -61,7 +61,10 @@ void Transport::pause() {
     } else if (state_.pauseMark == pausedMark) {
         reply_.saychat("already paused you dumbass");
     } else {
+        const unsigned turn = turns_;
         reply_.saychat("paused:  " + currentName());
+        if (turn != turns_)
+            return; // another song is in hand by now, or none
         player_.Pause();
         state_.pauseMark = pausedMark;
     }
@@ -73,7 +76,10 @@ void Transport::resume() {
     } else if (state_.pauseMark == unpausedMark) {
         reply_.saychat("already playing something you dick");
     } else {
+        const unsigned turn = turns_;
         reply_.saychat("resumed:  " + currentName());
+        if (turn != turns_)
+            return;
         player_.Play();
         state_.pauseMark = unpausedMark;
     }
@@ -114,6 +120,8 @@ void Transport::startCurrentRow(std::string_view head) {
 
 void Transport::openFromDisk(const std::string& path) {
     const Song song = songOfPath(path);
+    if (song.title().empty())
+        return; // a directory
     start({.song = song,
            .message = "playing:  " + song.name,
            .position = SongStart::Position::leftAlone,
@@ -134,21 +142,18 @@ void Transport::openFromDisk(const std::string& path) {
 void Transport::startPicked(const std::function<bool(const StillWanted&)>& pick,
                             const std::function<SongStart()>& describe) {
     const unsigned turn = turns_;
-    const std::string playBefore = settings_.yochoose(Choice::play);
-    const auto stillWanted = [this, turn] { return turns_ == turn; };
-    if (pick(stillWanted)) {
-        if (begin(describe(), turn) != Outcome::overtaken)
-            return;
-    } else if (stillWanted()) {
-        return; // there was nothing to pick
-    }
-    takeBackPick(playBefore);
+    if (picks_++ == 0)
+        playBeforePick_ = settings_.yochoose(Choice::play);
+    const bool picked = pick([this, turn] { return turns_ == turn; });
+    if (!picked || begin(describe(), turn) == Outcome::overtaken)
+        takeBackPick();
+    --picks_;
 }
 
 // Whoever has overtaken the pick may have stored a song of his own.
-void Transport::takeBackPick(const std::string& playBefore) {
-    if (isPickFlag(settings_.yochoose(Choice::play)))
-        settings_.put("play", playBefore);
+void Transport::takeBackPick() {
+    if (picks_ > 0 && isPickFlag(settings_.yochoose(Choice::play)))
+        settings_.put("play", playBeforePick_);
 }
 
 Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {

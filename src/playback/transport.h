@@ -91,6 +91,10 @@ public:
     void startPicked(const std::function<bool(const StillWanted&)>& pick,
                      const std::function<SongStart()>& describe);
 
+    // The end of the process can come inside such a start: the setting "play" then gets back what
+    // it held.
+    void takeBackPick();
+
     // A media file that is on no list, by its path.
     void openFromDisk(const std::string& path);
 
@@ -127,7 +131,6 @@ private:
     void remember(const SongStart& start);
     void settleChoices(SongStart::Choices choices, const std::string& title);
     void dressplayer();
-    void takeBackPick(const std::string& playBefore);
     std::string currentName();
 
     AppState& state_;
@@ -141,6 +144,8 @@ private:
     MediaWindow& window_;
     Choices& choices_;
     unsigned turns_ = 0; // songs opened and stopped so far; wraps around
+    int picks_ = 0;      // starts under way whose song is picked, one inside the other
+    std::string playBeforePick_;
 };
 
 } // namespace larkspin

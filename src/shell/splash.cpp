@@ -2,6 +2,7 @@
 
 #include "shell/app_state.h"
 #include "shell/event_loop.h"
+#include "shell/version.h"
 
 namespace larkspin {
 
@@ -13,7 +14,11 @@ Splash::Splash(AppState& state, EventLoop& loop, bool fades)
         {.name = "title",
          .place = {0, 0, 4500, 450},
          .font = {.family = "Trebuchet MS"},
-         .text = [] { return std::string("  larkspin player            version 4.3"); }},
+         .text =
+             [] {
+                 return "  larkspin player            version " + std::to_string(versionMajor) +
+                        "." + std::to_string(versionMinor);
+             }},
         {.name = "statusLine",
          .place = {0, 450, 4500, 450},
          .text = [this] { return state_.searchTerm; },

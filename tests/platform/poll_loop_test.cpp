@@ -141,5 +141,21 @@ TEST_F(PollLoopTest, AClosedPipeIsToldAsReadable) {
     EXPECT_EQ(::pipe(pipe), 0);
 }
 
+TEST_F(PollLoopTest, SignalsComeHoweverDeepHandlersNest) {
+    loop.onSignals({SIGUSR1}, [&] { log += 's'; });
+    int depth = 0;
+    const std::function<void()> nest = [&] {
+        if (++depth < EventQueue::nestingLimit)
+            loop.post(nest);
+        else
+            ::raise(SIGUSR1);
+        loop.waitUntil(loop.now() + 20ms);
+    };
+    loop.post(nest);
+    loop.waitUntil(loop.now() + 10ms);
+    EXPECT_EQ(log, "s");
+    EXPECT_EQ(depth, EventQueue::nestingLimit);
+}
+
 } // namespace
 } // namespace larkspin

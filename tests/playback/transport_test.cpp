@@ -1,3 +1,4 @@
+#include "app/program.h"
 #include "library/playlist_row.h"
 #include "support/talk.h"
 
@@ -187,6 +188,32 @@ TEST(Transport, AStartThatFailsInsideAnotherOnesMessageDoesntOvertakeIt) {
     EXPECT_EQ(machine.setting("play"), "a.mp3");
     EXPECT_EQ(machine.state().playMark, playingMark);
     EXPECT_TRUE(machine.state().Timer1.enabled());
+}
+
+TEST(Transport, WhatComesInAPausesMessageLeavesNoMarkOfIt) {
+    for (const char* line : {"'stop", "'next"}) {
+        SCOPED_TRACE(line);
+        VirtualMachine machine({"a.mp3", "b.mp3"});
+        machine.owner("'num 1");
+        machine.room.inMessage = [&](const std::string& message) {
+            if (message.starts_with("paused:"))
+                machine.lines.heard({"Owner", line});
+        };
+        machine.owner("'pause");
+        EXPECT_EQ(machine.state().pauseMark, unpausedMark);
+        EXPECT_NE(machine.player.PlayState(), PlayState::paused);
+    }
+}
+
+TEST(Transport, TheProgramsEndInsideARandomStartKeepsTheSongLastStarted) {
+    VirtualMachine machine({"a.mp3", "b.mp3"});
+    machine.owner("'num 1");
+    machine.room.inMessage = [&](const std::string& message) {
+        if (message.starts_with("random:"))
+            machine.program->end();
+    };
+    EXPECT_FALSE(machine.owner("'rnd"));
+    EXPECT_EQ(machine.setting("play"), "a.mp3");
 }
 
 } // namespace larkspin

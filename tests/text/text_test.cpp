@@ -20,12 +20,19 @@ TEST(Text, HoldsNumbersThatRoundAHalfToTheEvenOne) {
         EXPECT_EQ(number(text), std::nullopt) << text;
     for (const char* text : {"0", "0.1", "-2.5", "0.0000001", "1000000000000000", "-123456.75"})
         EXPECT_EQ(numberText(numberOrZero(" " + std::string(text) + " ")), text);
-    EXPECT_TRUE(number("+.50") == 0.5 && number("07.") == 7 && numberText(*number("-0")) == "0");
+    EXPECT_EQ(number("+.50"), 0.5);
+    EXPECT_EQ(number("07."), 7);
+    EXPECT_EQ(numberText(*number("-0")), "0");
     for (const double half : {-2.5, -1.5, -0.5, 0.5, 1.5, 2.5})
         EXPECT_EQ(rounded(half) % 2, 0) << half;
-    EXPECT_TRUE(rounded(-0.51) == -1 && rounded(1e30) == INT64_MAX && rounded(-1e30) == INT64_MIN);
-    EXPECT_TRUE(wholeNumber16("32767.4") == 32767 && wholeNumber16("-32768.5") == -32768);
-    EXPECT_FALSE(wholeNumber16("32767.5") || wholeNumber16("-32769") || wholeNumber16("one"));
+    EXPECT_EQ(rounded(-0.51), -1);
+    EXPECT_EQ(rounded(1e30), INT64_MAX);
+    EXPECT_EQ(rounded(-1e30), INT64_MIN);
+    EXPECT_EQ(wholeNumber16("32767.4"), 32767);
+    EXPECT_EQ(wholeNumber16("-32768.5"), -32768);
+    EXPECT_FALSE(wholeNumber16("32767.5"));
+    EXPECT_FALSE(wholeNumber16("-32769"));
+    EXPECT_FALSE(wholeNumber16("one"));
 }
 
 Names charactersOf(std::string_view text) {
@@ -79,10 +86,19 @@ TEST(Text, FoldsCapitalsAndStandIns) {
 // clang-format on
 
 TEST(Text, FitsAPatternAsAWhole) {
-    EXPECT_TRUE(fits("aXbXc", "a*b*c") && fits("aabab", "*ab") && fits("", "*") && fits("", ""));
-    EXPECT_TRUE(fits("a?", "a?") && fits(".mp3", "*.mp3") && fitsAny("x.mid", "*.mp3;*.mid"));
-    EXPECT_FALSE(fits("ab", "a?") || fits("ab", "a*b*b") || fits("x.mp3x", "*.mp3"));
-    EXPECT_FALSE(fits("X", "x") || fits("abab", "ab") || fitsAny("x.wav", "*.mp3;*.mid;"));
+    EXPECT_TRUE(fits("aXbXc", "a*b*c"));
+    EXPECT_TRUE(fits("aabab", "*ab"));
+    EXPECT_TRUE(fits("", "*"));
+    EXPECT_TRUE(fits("", ""));
+    EXPECT_TRUE(fits("a?", "a?"));
+    EXPECT_TRUE(fits(".mp3", "*.mp3"));
+    EXPECT_TRUE(fitsAny("x.mid", "*.mp3;*.mid"));
+    EXPECT_FALSE(fits("ab", "a?"));
+    EXPECT_FALSE(fits("ab", "a*b*b"));
+    EXPECT_FALSE(fits("x.mp3x", "*.mp3"));
+    EXPECT_FALSE(fits("X", "x"));
+    EXPECT_FALSE(fits("abab", "ab"));
+    EXPECT_FALSE(fitsAny("x.wav", "*.mp3;*.mid;"));
 }
 
 } // namespace

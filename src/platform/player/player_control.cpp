@@ -53,6 +53,11 @@ void PlayerControl::Open(const std::string& fileName) {
     wishes_.path = nativePath(fileName);
     wishes_.playing = true;
     wishes_.seek = 0;
+    if (wishes_.path.empty()) { // names no file: to the process, it would be no song
+        wish();
+        failed_ = true;
+        return;
+    }
     if (!process_)
         startProcess();
     wish();
@@ -222,7 +227,7 @@ void PlayerControl::take(const PlayerReport& report) {
 }
 
 void PlayerControl::tellOnce(const std::string& line) {
-    if (!std::exchange(hasTold_, true))
+    if (told_.insert(line).second)
         tell_(line);
 }
 

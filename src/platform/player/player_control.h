@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -68,7 +69,7 @@ private:
     EventLoop& loop_;
     Player player_;
     Tell tell_;
-    bool hasTold_ = false;
+    std::set<std::string> told_;
     std::unique_ptr<PlayerProcess> process_;
     std::vector<std::unique_ptr<PlayerProcess>> killed_; // until nothing is left of them
     PlayerWishes wishes_;

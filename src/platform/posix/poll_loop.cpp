@@ -105,13 +105,14 @@ void PollLoop::turn(Nanoseconds latest) {
     pollDescriptors(wake == forever ? forever : std::max(wake, moment) - moment);
 }
 
-// Nested too deep, what can be read waits like all events.
+// Nested too deep, what can be read waits like all events. Not so the signals, which end the
+// process as a rule: a flood must not keep it alive.
 void PollLoop::pollDescriptors(Nanoseconds timeout) {
     std::vector<pollfd> polled;
     for (const auto& entry : watchedWritable_)
         polled.push_back({entry.first, POLLOUT, 0});
-    if (queue_.canNest())
-        for (const auto& entry : watched_)
+    for (const auto& entry : watched_)
+        if (queue_.canNest() || std::ranges::count(signals_, entry.first) > 0)
             polled.push_back({entry.first, POLLIN, 0});
     const timespec limit = timespecOf(timeout);
     const int ready =

@@ -5,6 +5,14 @@
 
 namespace larkspin {
 
+namespace {
+
+// What acts at once lets another one of its kind finish, unless that one waits for something: a
+// gesture serves events in its middle, and the next one is not meant for in there.
+constexpr Nanoseconds handsPatience = std::chrono::milliseconds(50);
+
+} // namespace
+
 void TerminalInput::open(Taker taker) {
     taker_ = std::move(taker);
     isOpen_ = true;
@@ -50,7 +58,10 @@ std::optional<Nanoseconds> TerminalInput::nextDelivery() const {
     if (!isOpen_ || (lines_.empty() && !hasEnded_))
         return std::nullopt;
     Nanoseconds due = loop_.now();
-    if (!nextActsAtOnce()) {
+    if (nextActsAtOnce()) {
+        if (handAtWork_ > 0)
+            due = std::max(due, workBegan_ + handsPatience);
+    } else {
         if (questions_ > 0 || (working_ > 0 && overtakeAfter_ == never))
             return std::nullopt;
         if (working_ > 0)
@@ -79,10 +90,13 @@ void TerminalInput::deliver() {
 
 void TerminalInput::work(const std::string& line) {
     const Nanoseconds outerBegan = std::exchange(workBegan_, loop_.now());
+    const int hand = taker_.actsAtOnce(line) ? 1 : 0;
     ++working_;
+    handAtWork_ += hand;
     deliverLater();
     taker_.take(line);
     --working_;
+    handAtWork_ -= hand;
     workBegan_ = outerBegan;
     deliverLater();
 }

@@ -67,6 +67,7 @@ private:
     bool hasEnded_ = false;
     TimerId delivery_ = TimerId::none; // the next one, when it is due
     int working_ = 0;                  // lines that do their work, in the middle of each other
+    int handAtWork_ = 0;               // of them, those that act at once
     Nanoseconds workBegan_{};          // of the innermost one
     int questions_ = 0;
 };
