@@ -29,6 +29,10 @@ protected:
                 return child;
         return 0;
     }
+    static bool hasEnded(pid_t process) { // whether or not somebody has waited for it
+        const char state = process > 0 ? stateOf(process) : 0;
+        return state == 0 || state == 'Z';
+    }
     // An executable of that text in place of the player, which it may start as $PLAYER.
     PlayerControl::Player script(const std::string& text) const {
         disk.write("player", "#!/bin/sh\nPLAYER=" LARKSPIN_PLAYER "\nDISK=" + disk.path().native() +
@@ -149,8 +153,7 @@ TEST_F(PlayerProcessTest, EndsAfterAMinuteOfRestAndNotBefore) {
     EXPECT_NE(newChild(before), 0); // a paused song is no rest
     player.Stop();
     pass(62s);
-    EXPECT_TRUE(
-        comesTrue([&] { return newChild(before) == 0 || stateOf(newChild(before)) == 'Z'; }));
+    EXPECT_TRUE(comesTrue([&] { return hasEnded(newChild(before)); }));
 }
 
 TEST_F(PlayerProcessTest, EndsWithTheProgram) {
@@ -174,7 +177,7 @@ TEST_F(PlayerProcessTest, EndsWithTheProgram) {
     EXPECT_EQ(stateOf(started), 'S');
     ::kill(program, SIGKILL);
     ::waitpid(program, nullptr, 0);
-    EXPECT_TRUE(comesTrue([&] { return stateOf(started) == 0 || stateOf(started) == 'Z'; }));
+    EXPECT_TRUE(comesTrue([&] { return hasEnded(started); }));
 }
 
 TEST_F(PlayerProcessTest, InheritsTheSocketAndNoMore) {
