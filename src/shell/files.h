@@ -49,6 +49,10 @@ public:
     // directory. Of a link the link is taken.
     virtual bool moveToWastebasket(const std::string& path) = 0;
 
+    // Takes the file away for good; of a link, the link. False when it is still there, as a
+    // directory is in any case.
+    virtual bool remove(const std::string& path) = 0;
+
     // Makes the directory with those above it, for the owner alone. True when it is there
     // afterwards.
     virtual bool makeDirectory(const std::string& path) = 0;

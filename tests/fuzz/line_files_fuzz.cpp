@@ -20,6 +20,7 @@ struct FilesInMemory : Files {
     }
     bool rename(const std::string&, const std::string&) override { return false; }
     bool moveToWastebasket(const std::string&) override { return false; }
+    bool remove(const std::string& path) override { return contents.erase(path) > 0; }
     bool makeDirectory(const std::string&) override { return true; }
     void hide(const std::string&) override {}
     std::map<std::string, std::string> contents;

@@ -132,6 +132,17 @@ TEST_F(PosixDisk, WhatCantBeReplacedStays) {
     EXPECT_FALSE(files.makeDirectory(drive("file/x")));
 }
 
+TEST_F(PosixDisk, RemovesFilesAndLinksAndNothingElse) {
+    disk.write("a", "");
+    fs::create_symlink(native("a"), native("link"));
+    fs::create_directory(native("directory"));
+    EXPECT_TRUE(files.remove(drive("link")));
+    EXPECT_TRUE(fs::exists(native("a")));
+    EXPECT_TRUE(files.remove(drive("a")));
+    EXPECT_FALSE(files.remove(drive("directory")));
+    EXPECT_EQ(entries(), 1);
+}
+
 TEST_F(PosixDisk, TellsAMissingFileFromOneThatCantBeRead) {
     using Outcome = FileRead::Outcome;
     disk.write("file", "abc");

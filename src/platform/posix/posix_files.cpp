@@ -89,6 +89,10 @@ bool PosixFiles::moveToWastebasket(const std::string& path) {
     return isNoDirectory(native) && wastebasket_.take(native);
 }
 
+bool PosixFiles::remove(const std::string& path) {
+    return ::unlink(nativePath(path).c_str()) == 0 || errno == ENOENT;
+}
+
 bool PosixFiles::makeDirectory(const std::string& path) {
     return makePrivateDirectory(nativePath(path));
 }

@@ -16,6 +16,7 @@ public:
     bool replace(const std::string& path, const std::string& contents) override;
     bool rename(const std::string& path, const std::string& newName) override;
     bool moveToWastebasket(const std::string& path) override;
+    bool remove(const std::string& path) override;
     bool makeDirectory(const std::string& path) override;
     void hide(const std::string& path) override;
 
