@@ -16,6 +16,12 @@ constexpr std::size_t blockLimit = 256;
 
 const Row noRow;
 
+// With its text at hand, which lies far away in memory.
+struct Placed {
+    std::string_view folded;
+    const Row* row;
+};
+
 } // namespace
 
 bool RowList::add(Row row) {
@@ -30,6 +36,27 @@ bool RowList::add(Row row) {
         ++current_;
     insert(place, std::move(row));
     return true;
+}
+
+void RowList::assign(const std::vector<Row>& rows) {
+    std::vector<Placed> order;
+    order.reserve(rows.size());
+    for (const Row& row : rows)
+        if (order.size() < limit)
+            order.push_back({row.folded(), &row});
+    if (order_ == Order::sorted)
+        std::stable_sort(order.begin(), order.end(),
+                         [](const Placed& a, const Placed& b) { return a.folded < b.folded; });
+    clear();
+    for (const Placed& placed : order)
+        append(*placed.row);
+}
+
+void RowList::append(Row row) {
+    if (blocks_.empty() || blocks_.back().size() == blockLimit)
+        blocks_.emplace_back().reserve(blockLimit);
+    blocks_.back().push_back({std::move(row)});
+    ++count_;
 }
 
 void RowList::insert(Place place, Row row) {

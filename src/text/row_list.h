@@ -32,6 +32,10 @@ public:
     bool add(std::string_view text) { return !full() && add(Row(text)); }
     bool add(Row row);
 
+    // The rows in place of those in the list, as if they were added in turn to an empty one, but
+    // quicker.
+    void assign(const std::vector<Row>& rows);
+
     // An index outside the list does nothing. Removing the current row leaves none current.
     void removeAt(int index);
     void clear();
@@ -81,6 +85,7 @@ private:
     Place placeFor(const Row& row) const;
     int indexOf(Place place) const;
     void insert(Place place, Row row);
+    void append(Row row);
     bool sortedContains(std::string_view folded) const;
     const FoldedTexts& known() const;
 

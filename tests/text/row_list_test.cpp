@@ -148,5 +148,27 @@ TEST(Row, TakesTextsOfAnySize) {
     EXPECT_EQ(Row().bar(), 0u);
 }
 
+TEST(RowList, TakesManyRowsAsIfTheyWereAddedInTurn) {
+    std::mt19937 random(5);
+    std::vector<Row> rows;
+    for (int number = 0; number <= RowList::limit; ++number)
+        rows.emplace_back((random() % 2 == 0 ? "Row " : "row ") + std::to_string(random() % 9999));
+    for (const auto order : {RowList::Order::sorted, RowList::Order::ofAddition}) {
+        RowList added(order), assigned(order);
+        assigned.add("gone");
+        assigned.setCurrentIndex(0);
+        assigned.setSelected(0, true);
+        for (const Row& row : rows)
+            added.add(row);
+        assigned.assign(rows);
+        EXPECT_EQ(assigned.currentIndex(), -1);
+        EXPECT_EQ(assigned.selectedCount(), 0);
+        ASSERT_EQ(assigned.count(), RowList::limit);
+        for (int index = 0; index < RowList::limit; ++index)
+            ASSERT_EQ(assigned.row(index), added.row(index)) << index;
+        EXPECT_FALSE(assigned.contains("gone"));
+    }
+}
+
 } // namespace
 } // namespace larkspin
