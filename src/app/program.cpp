@@ -16,6 +16,7 @@ Program::Program(const Machine& m)
                            .splash = shell.splash,
                            .adding = library.adding,
                            .removing = library.removing,
+                           .playlistCommands = library.playlistCommands,
                            .NiteScan2 = chat.NiteScan2,
                            .commandsWindow = chat.commandsWindow}),
       companions(shell.state, library.lineFiles, shell.directory),

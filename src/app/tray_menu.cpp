@@ -34,6 +34,17 @@ void showMediaWindow(Program& p) {
     p.playback.mediaWindow.mp3s.visible = true;
 }
 
+// Element 0 of the array is the separator; no two entries may bear one name.
+Entries playlists(Program& p) {
+    const AppState& state = p.shell.state;
+    Entries entries{label("numl", state.numl), separator("p0")};
+    for (const std::string& name : state.p)
+        entries.push_back({.name = "p" + std::to_string(entries.size() - 1),
+                           .caption = name,
+                           .action = [&p, name] { p.library.playlistFiles.load(name); }});
+    return entries;
+}
+
 Entries playerOptions(Program& p) {
     AppState& state = p.shell.state;
     PlayModes& modes = p.playback.modes;
@@ -67,6 +78,7 @@ Entries tree(Program& p) {
                  keepontop(p.playback.mediaWindow.mp3s);
              }},
         label("playtz", state.playtz),
+        submenu("plsts", "playlists", playlists(p)),
         submenu("pops", "player options", playerOptions(p)),
         submenu(
             "otherz", "other",

@@ -7,12 +7,12 @@
 #include "library/line_files.h"
 #include "library/listers.h"
 #include "library/media_filter.h"
+#include "library/playlist_commands.h"
+#include "library/playlist_files.h"
 #include "library/removing.h"
 #include "library/scan.h"
 #include "shell/data_directory.h"
 #include "shell/settings.h"
-
-#include <string>
 
 namespace larkspin {
 
@@ -36,15 +36,12 @@ public:
     Scan scan{core_.state, listers, core_.loop, core_.reply};
     Adding adding{core_, directories_, scan};
     Removing removing{core_};
+    PlaylistFiles playlistFiles{core_.state, files_, lineFiles, listers.File1, directory_};
+    PlaylistCommands playlistCommands{core_, playlistFiles, mediaFilter};
 
     // The playlist of the last run with the menu of all of them, and the media filter.
     void load(const StoredSettings& stored);
-    // A named playlist is saved only when the owner says so; its name is remembered.
     void save(SettingsChanges& changes);
-
-private:
-    void loadPlaylistOf(const std::string& name);
-    void fillPlaylistMenu();
 };
 
 } // namespace larkspin

@@ -2,15 +2,15 @@
 
 #include "library/adding.h"
 #include "library/removing.h"
+#include "playback/behind_splash.h"
 #include "playback/media_window.h"
+#include "playback/ops_menu.h"
 #include "playback/section_repeat.h"
 #include "playback/song_files.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
-#include "shell/pause.h"
-#include "shell/splash.h"
 
 namespace larkspin {
 
@@ -41,21 +41,26 @@ std::vector<Control> MediaControls::list() {
          .onMouseMove = [this] { hint("  open a media file"); }},
         {.name = "Command1",
          .kind = Kind::button,
-         .place = {360, 345, 600, 285},
+         .place = {360, 345, 420, 285},
          .text = [] { return "file"; },
          .onClick = [this] { popUpFileMenu(); }},
         {.name = "Command2",
          .kind = Kind::button,
-         .place = {990, 345, 600, 285},
+         .place = {810, 345, 420, 285},
          .text = [] { return "edit"; },
          .onClick = [this] { popUpEditMenu(); }},
+        {.name = "Command3",
+         .kind = Kind::button,
+         .place = {1260, 345, 420, 285},
+         .text = [] { return "ops"; },
+         .onClick = [this] { opsMenu_.popUp(); }},
         {.name = "renameLabel",
          .kind = Kind::button,
-         .place = {1620, 345, 690, 285},
+         .place = {2160, 345, 690, 285},
          .text = [] { return " rename"; },
          .onClick = [this] { songFiles_.renameShown(); }},
         {.name = "fileCountLabel",
-         .place = {2340, 345, 1230, 285},
+         .place = {0, 2235, 4500, 285},
          .text = [this] { return state_.fileCountLabel; }},
         {.name = "sectionSeconds",
          .place = {3600, 345, 420, 285},
@@ -67,7 +72,7 @@ std::vector<Control> MediaControls::list() {
          .onClick = [this] { section_.press(); }},
         {.name = "playlistView",
          .kind = Kind::list,
-         .place = {0, 660, 4500, 1860},
+         .place = {0, 660, 4500, 1545},
          .rows = &state_.playlistView,
          .selectsMany = true,
          .onMouseMove = [this] { hint("  [double click or press delete]"); },
@@ -105,7 +110,7 @@ void MediaControls::addString() {
     const auto text = dialogs_.askText(
         {.title = "string adder", .prompt = "what string would you like to add to the playlist?"});
     if (text)
-        behindSplash([&] { adding_.addString(*text); });
+        behindSplash(loop_, splash_, window_.mp3s, [&] { adding_.addString(*text); });
 }
 
 void MediaControls::popUpEditMenu() {
@@ -129,17 +134,7 @@ void MediaControls::removeString() {
         dialogs_.askText({.title = "string remover",
                           .prompt = "what string would you like to remove to the playlist?"});
     if (text)
-        behindSplash([&] { removing_.removeString(*text); });
-}
-
-// A long list job: the splash window tells of it in place of the media window.
-void MediaControls::behindSplash(const Task& work) {
-    window_.mp3s.visible = false;
-    splash_.show("adding directory...");
-    Pause{loop_}(0.2);
-    work();
-    splash_.hide();
-    window_.mp3s.visible = true;
+        behindSplash(loop_, splash_, window_.mp3s, [&] { removing_.removeString(*text); });
 }
 
 } // namespace larkspin

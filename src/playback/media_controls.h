@@ -1,5 +1,5 @@
-// What stands on the media window, so far: the title strip, the playlist, and the buttons that
-// open a file and the menus and mark a section to be repeated.
+// What stands on the media window, so far: the title strip, the playlist, and the buttons for
+// files, menus and a section to be repeated.
 #pragma once
 
 #include "chat/core.h"
@@ -12,6 +12,7 @@ namespace larkspin {
 class Adding;
 class Desktop;
 class MediaWindow;
+class OpsMenu;
 class Removing;
 class SectionRepeat;
 class SongFiles;
@@ -22,10 +23,10 @@ class MediaControls {
 public:
     MediaControls(const Core& core, Desktop& desktop, MediaWindow& window, Splash& splash,
                   Adding& adding, Removing& removing, Transport& transport, SectionRepeat& section,
-                  SongFiles& songFiles)
+                  SongFiles& songFiles, OpsMenu& opsMenu)
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), desktop_(desktop),
           window_(window), splash_(splash), adding_(adding), removing_(removing),
-          transport_(transport), section_(section), songFiles_(songFiles) {}
+          transport_(transport), section_(section), songFiles_(songFiles), opsMenu_(opsMenu) {}
 
     std::vector<Control> list();
 
@@ -36,7 +37,6 @@ private:
     void addString();
     void popUpEditMenu();
     void removeString();
-    void behindSplash(const Task& work);
 
     AppState& state_;
     EventLoop& loop_;
@@ -49,6 +49,7 @@ private:
     Transport& transport_;
     SectionRepeat& section_;
     SongFiles& songFiles_;
+    OpsMenu& opsMenu_;
 };
 
 } // namespace larkspin

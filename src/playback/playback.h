@@ -8,6 +8,7 @@
 #include "playback/media_controls.h"
 #include "playback/media_window.h"
 #include "playback/mode_tick.h"
+#include "playback/ops_menu.h"
 #include "playback/play_counters.h"
 #include "playback/play_modes.h"
 #include "playback/play_selection.h"
@@ -35,6 +36,7 @@ struct PlaybackNeeds {
     Splash& splash;
     Adding& adding;
     Removing& removing;
+    PlaylistCommands& playlistCommands;
     Scanner& NiteScan2;
     CommandsWindow& commandsWindow;
 };
@@ -65,9 +67,11 @@ public:
     SelectionDialogue dialogue{core_, choices, recital, selection, transport};
     StopWindow stopWindow{core_, dialogue, recital};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
-    MediaControls mediaControls{core_,         needs_.desktop, mediaWindow,
-                                needs_.splash, needs_.adding,  needs_.removing,
-                                transport,     section,        songFiles};
+    OpsMenu opsMenu{core_,         needs_.desktop, needs_.directory,
+                    needs_.splash, mediaWindow,    needs_.playlistCommands};
+    MediaControls mediaControls{core_,         needs_.desktop,  mediaWindow, needs_.splash,
+                                needs_.adding, needs_.removing, transport,   section,
+                                songFiles,     opsMenu};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes);

@@ -308,13 +308,18 @@ static std::optional<MenuEntry> findEntry(const std::vector<MenuEntry>& entries,
     return std::nullopt;
 }
 
+static void choose(const MenuEntry& entry) {
+    if (entry.action)
+        entry.action();
+}
+
 bool VirtualMachine::chooseFromTray(const std::string& entry) {
-    return run([&] { findEntry(desktop.icon.value().menu.entries(), entry).value().action(); });
+    return run([&] { choose(findEntry(desktop.icon.value().menu.entries(), entry).value()); });
 }
 
 bool VirtualMachine::chooseFromPopup(const std::string& entry) {
     const Menu menu = std::exchange(desktop.popup, {}).value();
-    return run([&] { findEntry(menu.entries(), entry).value().action(); });
+    return run([&] { choose(findEntry(menu.entries(), entry).value()); });
 }
 
 std::string VirtualMachine::trayEntry(const std::string& entry) const {

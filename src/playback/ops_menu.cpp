@@ -1,0 +1,53 @@
+#include "playback/ops_menu.h"
+
+#include "library/playlist_commands.h"
+#include "library/playlist_row.h"
+#include "playback/behind_splash.h"
+#include "playback/media_window.h"
+#include "shell/data_directory.h"
+#include "shell/desktop.h"
+#include "shell/dialogs.h"
+
+namespace larkspin {
+
+namespace {
+
+const FileType playlistType{"larkspin playlist files (*.lkl)", "*.lkl"};
+
+} // namespace
+
+void OpsMenu::popUp() {
+    desktop_.popUp({.name = "opsz2", .entries = [this] { return entries(); }});
+}
+
+// The list is always sorted by its rows, so that there is nothing for the sort entries to do.
+std::vector<MenuEntry> OpsMenu::entries() {
+    return {
+        {.name = "nlis", .caption = "new playlist", .action = [this] { playlists_.startAnew(); }},
+        {.name = "loadlis", .caption = "load playlist", .action = [this] { load(); }},
+        {.name = "savlis", .caption = "save playlist", .action = [this] { save(); }},
+        separator("c"),
+        {.name = "sorl",
+         .caption = "sort list",
+         .children = {{.name = "alphab", .caption = "alphabetical"},
+                      {.name = "randp", .caption = "randomize"},
+                      {.name = "direc", .caption = "directory"}},
+         .isSubmenu = true}};
+}
+
+void OpsMenu::load() {
+    const auto path = dialogs_.openFile(
+        {.title = "load a playlist", .types = {playlistType}, .directory = directory_.path()});
+    if (path)
+        behindSplash(loop_, splash_, window_.mp3s, [&] { playlists_.loadFile(*path); });
+}
+
+// Whatever directory was chosen, the file goes into the data directory.
+void OpsMenu::save() {
+    const auto path = dialogs_.saveFile(
+        {.title = "save a playlist", .types = {playlistType}, .directory = directory_.path()});
+    if (path)
+        playlists_.saveAs(songOfPath(*path).title());
+}
+
+} // namespace larkspin

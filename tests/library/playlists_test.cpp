@@ -1,0 +1,251 @@
+// Playlists and their files: by command, from the tray and by the media window's menu.
+#include "app/program.h"
+#include "shell/window.h"
+#include "support/talk.h"
+
+namespace larkspin {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Playlists : testing::Test {
+    void write(const std::string& name, const Lines& songs) {
+        std::string rows;
+        for (const std::string& song : songs)
+            rows += machine.song("rock", song) + "\r\n";
+        machine.writeDataFile(name, rows);
+    }
+    void chooseFromOps(const std::string& entry) {
+        machine.click("mp3s", "Command3");
+        machine.chooseFromPopup(entry);
+    }
+    // All regular files of the disk but the settings, which change for many reasons.
+    std::map<std::string, std::string> filesOnDisk() {
+        std::map<std::string, std::string> found;
+        for (const auto& entry : fs::recursive_directory_iterator(machine.disk.path())) {
+            const std::string below = fs::relative(entry.path(), machine.disk.path());
+            if (entry.is_regular_file() && below != "data/larkspin.ini")
+                found[below] = machine.disk.read(below);
+        }
+        return found;
+    }
+    VirtualMachine machine{Lines{"a.mp3", "b.mp3"}};
+};
+
+TEST_F(Playlists, AreSavedLoadedAndDeletedByAPartOfTheirName) {
+    converse(
+        machine,
+        {Turn("'pl", "temporarly playlist in use"), Turn("'pl?", "there are <b>0</b> playlists"),
+         Turn("'save Mix", "saved playlist <b>Mix.lkl</b>, <b>2</b> files"),
+         Turn("'save Mix", "saved over original playlist <b>Mix.lkl</b>, <b>2</b> files"),
+         Turn("'pl", "playlist in use:  <b>Mix.lkl"), Turn("'pl?", "there are <b>1</b> playlists"),
+         Turn("'clearpl", "media playlist cleared"),
+         Turn("'save empty", "saved playlist <b>empty.lkl</b>, <b>0</b> files"),
+         Turn("'list .LKL", "loaded playlist <b>empty.lkl</b>, <b>0</b> files\n"
+                            "loaded playlist <b>Mix.lkl</b>, <b>2</b> files"),
+         Turn("'next", "next:  <b>1</b>.  a"), Turn("'xlist Mixes", "<b>mixes</b> not found"),
+         Turn("'xlist MI", "deleted playlist <b>Mix.lkl"),
+         Turn("'pl", "playlist in use:  <b>Mix.lkl"), Turn("'list mix", "<b>mix</b> not found"),
+         Turn("'filter?", "current media filter:  <b>mp3</b> (<b>*.mp3</b>)")});
+    EXPECT_EQ(machine.state().masterList.count(), 2);
+    EXPECT_EQ(machine.state().p, Lines{"empty.lkl"});
+    EXPECT_EQ(machine.trayEntry("numl"), "1 playlists");
+    EXPECT_EQ(machine.dataFile("empty.lkl"), "");
+}
+
+TEST_F(Playlists, AreRefusedInSilence) {
+    machine.state().silnt = true;
+    converse(machine, {Turn({"'list x", "'xlist x"}, "[box] load"), Turn("'save x", "[box] save"),
+                       Turn({"'pl", "'pl?", "'scrpl"}, "[box] you are in silent mode"),
+                       Turn({"'scrd", "'clearpl", "'newpl"}, "")});
+    EXPECT_EQ(machine.state().masterList.count(), 0);
+    EXPECT_EQ(machine.state().playlistTitle, " playlist:  new playlist");
+}
+
+TEST_F(Playlists, LoadIntoListsThatStartAgain) {
+    write("one.lkl", {"z.mp3", "x.mp3", "y.mp3"});
+    machine.restart();
+    machine.owner("'num 2");
+    machine.state().playedMemory.add("x.mp3");
+    machine.forget();
+    EXPECT_EQ(machine.trayEntry("p1"), "one.lkl");
+    machine.chooseFromTray("p1");
+    EXPECT_EQ(machine.allSaid(), Lines{});
+    EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "3 files");
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 3 files");
+    EXPECT_EQ(machine.state().playlistView.count(), 3);
+    EXPECT_TRUE(machine.state().playedMemory.empty());
+    EXPECT_EQ(machine.player.PlayState(), PlayState::playing) << "the song goes on";
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  x");
+    EXPECT_FALSE(machine.owner("'exit"));
+    EXPECT_EQ(machine.setting("playlist"), "one.lkl");
+}
+
+// What the answer says of them, and the menu, is as if they could be saved.
+TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
+    machine.disk.write("x.lkl", machine.song("rock", "a.mp3") + "\r\n");
+    machine.disk.write("data/below/x.lkl", "");
+    const auto before = filesOnDisk();
+    const std::string trick("larkspin.ini\0", 13);
+    int entries = 0;
+    for (const std::string& name :
+         {std::string(), std::string(".."), std::string("."), std::string("../x"),
+          std::string("..\\x"), std::string("below/x"), machine.drive("x"), std::string("d:"),
+          std::string("x\ny"), std::string(300, 'x'), trick}) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(machine.answer("'save " + name),
+                  "saved playlist <b>" + name + ".lkl</b>, <b>2</b> files");
+        EXPECT_EQ(machine.trayEntry("p" + std::to_string(++entries)), name + ".lkl");
+    }
+    machine.dialogs.answers = {machine.drive("music/Larkspin.INI"),
+                               machine.drive("data") + "\\lark\uF000spin.ini",
+                               machine.drive("played.ini")};
+    for (int round = 0; round < 3; ++round)
+        chooseFromOps("savlis");
+    EXPECT_SAID(machine, "saved playlist <b>played.ini</b>, <b>2</b> files");
+    EXPECT_EQ(filesOnDisk(), before);
+    EXPECT_NE(machine.setting("load"), "");
+
+    machine.chooseFromTray("p4");
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 0 files");
+    EXPECT_EQ(machine.answer("'pl"), "playlist in use:  <b>../x.lkl");
+    machine.restart();
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 0 files");
+    EXPECT_EQ(machine.trayEntry("numl"), "0 playlists");
+}
+
+TEST_F(Playlists, AreFoundAgainWhateverTheirName) {
+    int number = 0;
+    for (const std::string name : {"  two blanks", "what?", "50% \"off\"", "{a}", ".hidden"}) {
+        SCOPED_TRACE(name);
+        machine.owner("'save " + name);
+        EXPECT_FALSE(machine.owner("'exit"));
+        machine.start();
+        EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
+        machine.owner("'clearpl");
+        EXPECT_TRUE(machine.answer("'list " + name).starts_with("loaded playlist <b>"));
+        EXPECT_EQ(machine.answer("'pl?"),
+                  "there are <b>" + std::to_string(++number) + "</b> playlists");
+    }
+}
+
+TEST_F(Playlists, ThatCantBeReadAreEmptyAndStayAsTheyAre) {
+    write("big.lkl", {"z.mp3"});
+    const fs::path big = machine.disk.path() / "data/big.lkl";
+    fs::resize_file(big, 512u << 20);
+    fs::create_directory(machine.disk.path() / "data/place.lkl");
+    converse(machine,
+             {Turn("'list big", "loaded playlist <b>big.lkl</b>, <b>0</b> files"),
+              Turn("'list place", "<b>place</b> not found"),
+              Turn("'xlist place", "<b>place</b> not found"),
+              Turn("'pl", "playlist in use:  <b>big.lkl"),
+              Turn("'save place", "saved playlist <b>place.lkl</b>, <b>0</b> files"),
+              Turn("'save big", "saved over original playlist <b>big.lkl</b>, <b>0</b> files")});
+    EXPECT_EQ(fs::file_size(big), 512u << 20);
+    EXPECT_TRUE(fs::is_directory(machine.disk.path() / "data/place.lkl"));
+}
+
+TEST_F(Playlists, OfAnotherDirectoryAreLeftAloneWithoutTheirOwn) {
+    machine.song("rock", "mine.lkl");
+    machine.owner("'scan " + machine.drive("music/rock"));
+    fs::remove_all(machine.disk.path() / "data");
+    converse(machine, {Turn("'xlist mine", "<b>mine</b> not found"),
+                       Turn("'list mine", "<b>mine</b> not found"),
+                       Turn("'scrpl", "there are no playlists to scroll"),
+                       Turn("'filter?", "current media filter:  <b>mp3</b> (<b>*.mp3</b>)")});
+    EXPECT_TRUE(fs::exists(machine.disk.path() / "music/rock/mine.lkl"));
+}
+
+TEST_F(Playlists, ThatGoWhileTheyAreLoadedDontCount) {
+    for (const char* name : {"a.lkl", "b.lkl", "c.lkl"})
+        write(name, {"z.mp3"});
+    machine.room.inMessage = [&](const std::string& message) {
+        if (message.starts_with("loaded playlist <b>a.lkl"))
+            machine.owner("'xlist b");
+    };
+    EXPECT_EQ(machine.answer("'list .lkl"), "loaded playlist <b>a.lkl</b>, <b>1</b> files\n"
+                                            "deleted playlist <b>b.lkl\n"
+                                            "loaded playlist <b>c.lkl</b>, <b>1</b> files");
+}
+
+TEST_F(Playlists, AreScrolledWithTimeToRead) {
+    EXPECT_EQ(machine.answer("'scrpl"), "there are no playlists to scroll");
+    write("one.lkl", {});
+    write("Two.lkl", {});
+    EXPECT_EQ(machine.answer("'scrpl"), "scrolling <b>2</b> playlists\n<b>1</b>.  one.lkl\n"
+                                        "<b>2</b>.  Two.lkl");
+    machine.forget();
+    machine.loop.once(800ms, [&] { machine.owner("'filter?"); });
+    machine.loop.once(1s, [&] { machine.owner("'scrpl"); });
+    const auto begin = machine.loop.now();
+    EXPECT_EQ(machine.answer("'scrpl"),
+              "scrolling <b>2</b> playlists\n<b>1</b>.  one.lkl\n"
+              "current media filter:  <b>mp3</b> (<b>*.mp3</b>)\n"
+              "scrolling <b>2</b> playlists\n<b>1</b>.  one.lkl\n<b>2</b>.  Two.lkl\n"
+              "<b>2</b>.  Two.lkl");
+    EXPECT_EQ(machine.loop.now() - begin, 3800ms) << "the inner recital overtakes the outer one";
+    machine.loop.once(800ms, [&] { machine.program->exit(); });
+    EXPECT_FALSE(machine.owner("'scrpl"));
+}
+
+TEST_F(Playlists, StartAnewWithAQuestionWhenThereAreRows) {
+    const std::string question = "\n[box] do you wanna clear the list?";
+    machine.dialogs.answers = {"no"};
+    EXPECT_EQ(machine.answer("'newpl"), "new playlist created: files not deleted" + question);
+    machine.dialogs.answers = {"yes"};
+    EXPECT_EQ(machine.answer("'newpl"), "new playlist created: files deleted" + question);
+    EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "0 files");
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
+    converse(machine,
+             {Turn("'pl", "temporarly playlist in use"), Turn("'newpl", "new playlist created"),
+              Turn("'pl", "playlist in use:  <b>new playlist")});
+}
+
+TEST_F(Playlists, StartAnewFromTheMenuUnderANewTitleInAnyCase) {
+    for (const auto& [answer, rows] : std::map<std::string, int>{{"no", 2}, {"yes", 0}}) {
+        machine.state().playlistTitle = " playlist:  old.lkl";
+        machine.dialogs.answers = {answer};
+        machine.forget();
+        chooseFromOps("nlis");
+        EXPECT_EQ(machine.dialogs.boxes, Lines{"do you wanna clear the list?"});
+        EXPECT_EQ(machine.allSaid(), Lines{});
+        EXPECT_EQ(machine.state().masterList.count(), rows);
+        EXPECT_EQ(machine.state().playlistTitle, " playlist:  new playlist");
+    }
+    EXPECT_FALSE(machine.endProcess());
+    EXPECT_EQ(machine.dataFile("temp.lst"), "");
+    EXPECT_EQ(machine.setting("playlist"), "");
+}
+
+TEST_F(Playlists, GoFromAndIntoFilesByDialog) {
+    machine.disk.write("else/Far.lkl", machine.song("rock", "z.mp3"));
+    machine.forget();
+    chooseFromOps("loadlis");
+    chooseFromOps("savlis");
+    EXPECT_EQ(machine.dialogs.titles, (Lines{"load a playlist", "save a playlist"}));
+    EXPECT_EQ(machine.allSaid(), Lines{});
+    machine.dialogs.answers = {machine.drive("else/Far.lkl"), machine.drive("else/kept.txt"),
+                               machine.drive("else/kept.txt")};
+    std::string status;
+    bool covered = false;
+    machine.loop.once(100ms, [&] {
+        status = machine.window("dire").control("statusLine").text();
+        covered = !machine.window("mp3s").visible;
+    });
+    for (const char* entry : {"loadlis", "savlis", "savlis", "alphab", "randp", "direc"})
+        chooseFromOps(entry);
+    EXPECT_EQ(machine.allSaid(),
+              (Lines{"loaded playlist <b>Far.lkl</b>, <b>1</b> files",
+                     "saved playlist <b>kept.txt</b>, <b>1</b> files",
+                     "saved over original playlist <b>kept.txt</b>, <b>1</b> files"}));
+    EXPECT_EQ(status, "adding directory...");
+    EXPECT_TRUE(covered);
+    EXPECT_TRUE(machine.window("mp3s").visible);
+    EXPECT_FALSE(machine.window("dire").visible);
+    EXPECT_EQ(machine.dataFile("kept.txt"), machine.song("rock", "z.mp3") + "\r\n");
+    EXPECT_FALSE(fs::exists(machine.disk.path() / "else/kept.txt"));
+    EXPECT_EQ(machine.trayEntry("p1"), "kept.txt");
+}
+
+} // namespace
+} // namespace larkspin
