@@ -17,6 +17,7 @@ Program::Program(const Machine& m)
                            .adding = library.adding,
                            .removing = library.removing,
                            .playlistCommands = library.playlistCommands,
+                           .refresh = library.refresh,
                            .NiteScan2 = chat.NiteScan2,
                            .commandsWindow = chat.commandsWindow}),
       companions(shell.state, library.lineFiles, shell.directory),

@@ -38,6 +38,8 @@ void Program::start() {
     loadFolders(stored);
     machine.desktop.addTrayIcon(trayIcon(*this));
     phase_ = Phase::running; // from here on there is something to save
+    if (shell.state.rol)
+        playback.refreshButton.Command5_Click();
 
     shell.splash.showStatusLine(false);
     pause(0.1);

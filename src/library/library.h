@@ -5,10 +5,12 @@
 #include "chat/core.h"
 #include "library/adding.h"
 #include "library/line_files.h"
+#include "library/list_questions.h"
 #include "library/listers.h"
 #include "library/media_filter.h"
 #include "library/playlist_commands.h"
 #include "library/playlist_files.h"
+#include "library/refresh.h"
 #include "library/removing.h"
 #include "library/scan.h"
 #include "shell/data_directory.h"
@@ -38,6 +40,8 @@ public:
     Removing removing{core_};
     PlaylistFiles playlistFiles{core_.state, files_, lineFiles, listers.File1, directory_};
     PlaylistCommands playlistCommands{core_, playlistFiles, mediaFilter};
+    ListQuestions questions{core_};
+    Refresh refresh{core_, listers.File1, scan};
 
     // The playlist of the last run with the menu of all of them, and the media filter.
     void load(const StoredSettings& stored);

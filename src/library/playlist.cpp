@@ -41,6 +41,11 @@ void clearPlaylist(AppState& state) {
     state.playlistView.clear();
 }
 
+void replacePlaylist(AppState& state, const std::vector<Row>& rows) {
+    state.masterList.assign(rows);
+    state.playlistView = state.masterList;
+}
+
 void showFileCountLabel(AppState& state) {
     state.fileCountLabel = std::to_string(state.masterList.count()) + " files";
 }

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larkspin {
 
@@ -22,6 +23,9 @@ bool addToPlaylistOnce(AppState& state, const Row& row);
 void removeFromPlaylist(AppState& state, int index);
 
 void clearPlaylist(AppState& state);
+
+// The rows in place of what the lists hold. For many rows it is quicker than adding each.
+void replacePlaylist(AppState& state, const std::vector<Row>& rows);
 
 // The row count on the media window, in the tray menu's entry, and in both.
 void showFileCountLabel(AppState& state);

@@ -5,6 +5,7 @@
 #include "playback/behind_splash.h"
 #include "playback/media_window.h"
 #include "playback/ops_menu.h"
+#include "playback/refresh_button.h"
 #include "playback/section_repeat.h"
 #include "playback/song_files.h"
 #include "playback/transport.h"
@@ -54,6 +55,12 @@ std::vector<Control> MediaControls::list() {
          .place = {1260, 345, 420, 285},
          .text = [] { return "ops"; },
          .onClick = [this] { opsMenu_.popUp(); }},
+        {.name = "Command5",
+         .kind = Kind::button,
+         .place = {1710, 345, 420, 285},
+         .spoken = "refresh",
+         .text = [] { return "ref"; },
+         .onClick = [this] { refreshButton_.Command5_Click(); }},
         {.name = "renameLabel",
          .kind = Kind::button,
          .place = {2160, 345, 690, 285},

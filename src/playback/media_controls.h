@@ -1,5 +1,5 @@
 // What stands on the media window, so far: the title strip, the playlist, and the buttons for
-// files, menus and a section to be repeated.
+// files, menus, the refresh and a section to be repeated.
 #pragma once
 
 #include "chat/core.h"
@@ -13,6 +13,7 @@ class Adding;
 class Desktop;
 class MediaWindow;
 class OpsMenu;
+class RefreshButton;
 class Removing;
 class SectionRepeat;
 class SongFiles;
@@ -23,10 +24,11 @@ class MediaControls {
 public:
     MediaControls(const Core& core, Desktop& desktop, MediaWindow& window, Splash& splash,
                   Adding& adding, Removing& removing, Transport& transport, SectionRepeat& section,
-                  SongFiles& songFiles, OpsMenu& opsMenu)
+                  SongFiles& songFiles, OpsMenu& opsMenu, RefreshButton& refreshButton)
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), desktop_(desktop),
           window_(window), splash_(splash), adding_(adding), removing_(removing),
-          transport_(transport), section_(section), songFiles_(songFiles), opsMenu_(opsMenu) {}
+          transport_(transport), section_(section), songFiles_(songFiles), opsMenu_(opsMenu),
+          refreshButton_(refreshButton) {}
 
     std::vector<Control> list();
 
@@ -50,6 +52,7 @@ private:
     SectionRepeat& section_;
     SongFiles& songFiles_;
     OpsMenu& opsMenu_;
+    RefreshButton& refreshButton_;
 };
 
 } // namespace larkspin

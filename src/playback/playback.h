@@ -14,6 +14,7 @@
 #include "playback/play_selection.h"
 #include "playback/position.h"
 #include "playback/random_pick.h"
+#include "playback/refresh_button.h"
 #include "playback/section_repeat.h"
 #include "playback/selection_dialogue.h"
 #include "playback/sliders.h"
@@ -37,6 +38,7 @@ struct PlaybackNeeds {
     Adding& adding;
     Removing& removing;
     PlaylistCommands& playlistCommands;
+    Refresh& refresh;
     Scanner& NiteScan2;
     CommandsWindow& commandsWindow;
 };
@@ -69,9 +71,10 @@ public:
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
     OpsMenu opsMenu{core_,         needs_.desktop, needs_.directory,
                     needs_.splash, mediaWindow,    needs_.playlistCommands};
-    MediaControls mediaControls{core_,         needs_.desktop,  mediaWindow, needs_.splash,
-                                needs_.adding, needs_.removing, transport,   section,
-                                songFiles,     opsMenu};
+    RefreshButton refreshButton{core_, needs_.splash, needs_.refresh, mediaWindow};
+    MediaControls mediaControls{core_,         needs_.desktop,  mediaWindow,  needs_.splash,
+                                needs_.adding, needs_.removing, transport,    section,
+                                songFiles,     opsMenu,         refreshButton};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes);

@@ -176,11 +176,12 @@ TEST_F(Playlists, AreScrolledWithTimeToRead) {
                                         "<b>2</b>.  Two.lkl");
     machine.forget();
     machine.loop.once(800ms, [&] { machine.owner("'filter?"); });
+    machine.loop.once(900ms, [&] { machine.owner("'ref"); });
     machine.loop.once(1s, [&] { machine.owner("'scrpl"); });
     const auto begin = machine.loop.now();
     EXPECT_EQ(machine.answer("'scrpl"),
               "scrolling <b>2</b> playlists\n<b>1</b>.  one.lkl\n"
-              "current media filter:  <b>mp3</b> (<b>*.mp3</b>)\n"
+              "current media filter:  <b>mp3</b> (<b>*.mp3</b>)\nlist refreshed - no change\n"
               "scrolling <b>2</b> playlists\n<b>1</b>.  one.lkl\n<b>2</b>.  Two.lkl\n"
               "<b>2</b>.  Two.lkl");
     EXPECT_EQ(machine.loop.now() - begin, 3800ms) << "the inner recital overtakes the outer one";

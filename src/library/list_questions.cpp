@@ -1,0 +1,81 @@
+#include "library/list_questions.h"
+
+#include "chat/reply.h"
+#include "library/playlist.h"
+#include "shell/app_state.h"
+#include "shell/dialogs.h"
+#include "shell/pause.h"
+#include "text/fold.h"
+#include "text/number.h"
+#include "text/utf8.h"
+
+namespace larkspin {
+
+namespace {
+
+constexpr double betweenLines = 0.7; // of a recital, in seconds
+
+std::string percent(double part, int whole) {
+    return numberText(static_cast<double>(rounded(10000 * part / whole)) / 100);
+}
+
+} // namespace
+
+void ListQuestions::media() {
+    const std::string rows = std::to_string(state_.masterList.count());
+    if (state_.silnt)
+        dialogs_.box("media count:  " + rows);
+    else
+        reply_.saychat("media count:  <b>" + rows);
+}
+
+void ListQuestions::dir() {
+    collectdirs(state_);
+    reply_.saychat("total number of directories:  <b>" + std::to_string(state_.knownDirs.count()));
+}
+
+// The directories are those that knownDirs holds when their turn comes.
+void ListQuestions::scrd() {
+    collectdirs(state_);
+    reply_.saychat("scrolling <b>" + std::to_string(state_.knownDirs.count()) + "</b> directories");
+    for (int index = 0; index < state_.knownDirs.count(); ++index) {
+        Pause{loop_}(betweenLines);
+        if (index < state_.knownDirs.count())
+            reply_.saychat("<b>" + std::to_string(index + 1) + ".</b>  " +
+                           std::string(state_.knownDirs.row(index)));
+    }
+}
+
+void ListQuestions::count(const std::string& text) {
+    countmatches(state_.masterList, text);
+    if (state_.matchCount == "0") {
+        reply_.sayOrBox("your gay song was not found");
+        return;
+    }
+    const int rows = state_.masterList.count();
+    const std::string found = state_.matchCount, all = std::to_string(rows),
+                      share = percent(numberOrZero(found), rows);
+    if (state_.silnt)
+        dialogs_.box(found + " matches for " + text + ", " + share + "% of " + all);
+    else
+        reply_.saychat("<b>" + found + "</b> matches for <b>" + text + "</b>, <b>" + share +
+                       "</b>% of <b>" + all);
+}
+
+void ListQuestions::countmatches(RowList& list, const std::string& text) {
+    constexpr std::size_t uncounted = 4; // characters at the end of each row
+    const std::string wanted = foldCase(text);
+    int matches = 0, last = list.currentIndex();
+    for (int index = 0; index < list.count(); ++index) {
+        const std::string_view row = list.folded(index);
+        if (row.find(wanted) == std::string_view::npos ||
+            withoutLast(row, uncounted).find(wanted) == std::string_view::npos)
+            continue;
+        ++matches;
+        last = index;
+    }
+    list.setCurrentIndex(last);
+    state_.matchCount = std::to_string(matches);
+}
+
+} // namespace larkspin

@@ -1,0 +1,208 @@
+// The refresh against the disk, and the questions about the list's rows and directories.
+#include "app/program.h"
+#include "library/playlist.h"
+#include "library/playlist_row.h"
+#include "shell/window.h"
+#include "support/talk.h"
+
+namespace larkspin {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct RefreshTest : testing::Test {
+    void add(const std::string& row) { addToPlaylist(machine.state(), Row(row)); }
+    void addFile(const std::string& directory, const std::string& name) {
+        add(machine.song(directory, name));
+    }
+    void removeFile(const std::string& below) { fs::remove(machine.disk.path() / "music" / below); }
+    std::string directory(const std::string& name) { return machine.drive("music/" + name); }
+    // The titles, in the order of both lists.
+    Lines titles() {
+        Lines found;
+        for (int index = 0; index < machine.state().masterList.count(); ++index) {
+            const auto row = machine.state().masterList.row(index);
+            found.push_back(songOfRow(row).title());
+            EXPECT_EQ(machine.state().playlistView.row(index), row);
+        }
+        return found;
+    }
+    VirtualMachine machine{Lines{"a.mp3", "b.mp3"}};
+};
+
+TEST_F(RefreshTest, BringsInWhatHasComeAndTakesOutWhatHasGone) {
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - no change");
+    machine.song("rock", "c.mp3");
+    machine.song("rock", "d.mp3");
+    machine.song("rock/below", "e.mp3");
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - added <b>2</b> new songs");
+    EXPECT_EQ(titles(), (Lines{"a.mp3", "b.mp3", "c.mp3", "d.mp3"}));
+    EXPECT_EQ(machine.state().masterIndex(), -1);
+    EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "4 files");
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files") << "left as it was";
+    removeFile("rock/a.mp3");
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>1</b> songs");
+    removeFile("rock/b.mp3");
+    machine.song("rock", "b2.mp3");
+    machine.state().silnt = true;
+    EXPECT_EQ(machine.answer("'ref"), "");
+    EXPECT_EQ(titles(), (Lines{"b2.mp3", "c.mp3", "d.mp3"}));
+    EXPECT_EQ(machine.state().searchTerm, "no change");
+}
+
+TEST_F(RefreshTest, SeesDirectoriesAsTheyAreSpelled) {
+    const std::string rock = directory("rock");
+    add(makerow("a", ".mp3", rock + "\\"));
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - added <b>1</b> new songs");
+    EXPECT_EQ(titles(), (Lines{"a.mp3", "a.mp3", "b.mp3", "b.mp3"}));
+    machine.owner("'clearpl");
+    add(makerow("a", ".mp3", rock + "\\\\"));
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>1</b> songs");
+    add("a line that is no row");
+    add("");
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>2</b> songs");
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - no change");
+}
+
+TEST_F(RefreshTest, ListsWhatTheFilterLetsThrough) {
+    addFile("rock", "c.wav");
+    machine.owner("'filter wav");
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>2</b> songs");
+    EXPECT_EQ(titles(), Lines{"c.wav"});
+}
+
+TEST_F(RefreshTest, ADirectoryThatIsGoneListsTheOneBeforeItAgain) {
+    addFile("soul", "z.mp3");
+    fs::remove_all(machine.disk.path() / "music/soul");
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - added <b>1</b> new songs");
+    EXPECT_EQ(titles(), (Lines{"a.mp3", "a.mp3", "b.mp3", "b.mp3"}));
+}
+
+TEST_F(RefreshTest, AFullListTakesNoMore) {
+    for (int number = 0; machine.state().masterList.count() < RowList::limit; ++number)
+        add(makerow("x", ".mp3", "c:\\nowhere\\" + std::to_string(number % 20000)));
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - no change");
+    EXPECT_EQ(machine.state().playlistView.count(), RowList::limit);
+}
+
+TEST_F(RefreshTest, ShowsItselfInPlaceOfTheMediaWindow) {
+    machine.song("rock", "c.mp3");
+    machine.window("mp3s").visible = true;
+    Lines seen;
+    for (const auto moment : {50ms, 500ms})
+        machine.loop.once(moment, [&] {
+            const Control& line = machine.window("dire").control("statusLine");
+            seen.push_back((machine.window("mp3s").visible ? "both: " : "") + line.text());
+            EXPECT_TRUE(machine.window("dire").visible);
+            EXPECT_TRUE(line.visible);
+        });
+    machine.forget();
+    machine.click("mp3s", "Command5");
+    EXPECT_EQ(seen, (Lines{"refreshing list...", "added 1 new songs"}));
+    EXPECT_TRUE(machine.window("mp3s").visible);
+    EXPECT_FALSE(machine.window("dire").visible);
+    EXPECT_EQ(machine.allSaid(), Lines{});
+    machine.window("mp3s").visible = false;
+    removeFile("rock/c.mp3");
+    const auto begin = machine.loop.now();
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>1</b> songs");
+    EXPECT_EQ(machine.loop.now(), begin);
+    EXPECT_FALSE(machine.window("dire").visible);
+    EXPECT_EQ(machine.state().searchTerm, "removed 1 songs");
+}
+
+TEST_F(RefreshTest, RunsAtStartWhenTheOwnerWantsIt) {
+    machine.song("rock", "c.mp3");
+    machine.restart();
+    EXPECT_EQ(titles().size(), 2u);
+    machine.chooseFromTray("rol");
+    machine.restart();
+    EXPECT_EQ(titles().size(), 3u);
+    EXPECT_FALSE(machine.hasSaid("list refreshed - added <b>1</b> new songs"));
+}
+
+TEST_F(RefreshTest, OfOneDirectoryLooksBelowIt) {
+    addFile("pop", "0.mp3");
+    addFile("pop/live", "l.mp3");
+    machine.song("pop/live", "new.mp3");
+    machine.song("rock", "unseen.mp3");
+    removeFile("pop/live/l.mp3");
+    EXPECT_EQ(machine.answer("'ref LIVE"), "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories");
+    EXPECT_EQ(titles(), (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3"}));
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 4 files");
+    EXPECT_EQ(machine.answer("'ref none such"), "");
+    // The walk goes on over what the first scan has found: the directory below is scanned by
+    // itself, and only its rows are made anew.
+    machine.song("pop", "unseen.mp3");
+    machine.song("pop/live", "newer.mp3");
+    EXPECT_EQ(machine.answer("'ref \\pop"), "found <b>4</b> (<b>mp3</b>) in <b>2</b> directories\n"
+                                            "found <b>2</b> (<b>mp3</b>) in <b>1</b> directories");
+    EXPECT_EQ(titles(), (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3", "newer.mp3"}));
+}
+
+TEST_F(RefreshTest, OfOneDirectoryTakesOutRowsOfLongerNames) {
+    addFile("pop", "0.mp3");
+    addFile("pop2", "q.mp3");
+    machine.song("pop", "new.mp3");
+    machine.owner("'ref \\pop");
+    EXPECT_EQ(titles(), (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3"}));
+}
+
+TEST_F(RefreshTest, OfAnEmptyListAndInSilence) {
+    machine.owner("'clearpl");
+    converse(machine,
+             {Turn("'ref x", "nothin to refresh, bitch"), Turn("'ref ", "nothin to refresh, bitch"),
+              Turn("'ref", "list refreshed - no change")});
+    machine.state().silnt = true;
+    EXPECT_EQ(machine.answer("'ref x"), "[box] scanning");
+}
+
+TEST_F(RefreshTest, LeavesTheListAloneWhenAnotherScanComesIn) {
+    machine.song("pop", "p.mp3");
+    machine.room.inMessage = [&](const std::string&) {
+        machine.room.inMessage = {};
+        machine.owner("'scan " + directory("pop"));
+    };
+    machine.owner("'ref rock");
+    EXPECT_EQ(titles(), (Lines{"a.mp3", "b.mp3"}));
+}
+
+TEST_F(RefreshTest, QuestionsAboutTheListAreAnswered) {
+    for (const char* name : {"c.mp3", "Ride.mp3", "e.mp3"})
+        addFile("pop", name);
+    const std::string tail = directory("pop").substr(directory("pop").size() - 4);
+    converse(machine, {Turn("'media?", "media count:  <b>5"),
+                       Turn("'dir?", "total number of directories:  <b>2"),
+                       Turn("'count RIDE", "<b>1</b> matches for <b>RIDE</b>, <b>20</b>% of <b>5"),
+                       Turn("'count .mp3", "<b>5</b> matches for <b>.mp3</b>, <b>100</b>% of <b>5"),
+                       Turn("'count ", "<b>5</b> matches for <b></b>, <b>100</b>% of <b>5"),
+                       Turn({"'count none", "'count " + tail}, "your gay song was not found")});
+    EXPECT_EQ(machine.state().masterIndex(), 4);
+    machine.owner("'count b  ");
+    EXPECT_EQ(machine.state().masterIndex(), 1);
+    addFile("pop", "x.mp3");
+    machine.state().silnt = true;
+    converse(machine, {Turn("'media?", "[box] media count:  6"), Turn("'dir?", ""),
+                       Turn("'count ride", "[box] 1 matches for ride, 16.67% of 6"),
+                       Turn("'count none", "[box] your gay song was not found")});
+    machine.owner("'clearpl");
+    EXPECT_EQ(machine.answer("'count "), "[box] your gay song was not found");
+}
+
+TEST_F(RefreshTest, DirectoriesAreScrolledWithTimeToRead) {
+    addFile("pop", "c.mp3");
+    const std::string first = "<b>1.</b>  " + directory("rock"),
+                      second = "<b>2.</b>  " + directory("pop"),
+                      head = "scrolling <b>2</b> directories";
+    EXPECT_EQ(machine.answer("'scrd"), head + "\n" + first + "\n" + second);
+    EXPECT_EQ(machine.state().masterIndex(), 2);
+    machine.loop.once(800ms, [&] { machine.owner("'clearpl"); });
+    machine.loop.once(900ms, [&] { machine.owner("'dir?"); });
+    EXPECT_EQ(machine.answer("'scrd"), head + "\n" + first +
+                                           "\nmedia playlist cleared\n"
+                                           "total number of directories:  <b>0");
+    EXPECT_EQ(machine.answer("'scrd"), "scrolling <b>0</b> directories");
+}
+
+} // namespace
+} // namespace larkspin
