@@ -137,7 +137,7 @@ std::optional<double> BudgetTable::growth(const std::string& work, Measured now)
 }
 
 void BudgetTable::printSummary() const {
-    std::printf("\nNot measured, since the commands aren't there yet: the full refresh.\n");
+    std::printf("\n");
     if (failures_ > 0)
         std::printf("Rows that could not be measured: %d\n", failures_);
     if (missed_.empty())

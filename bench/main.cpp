@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     larkspin::addCompletionWorks();
     larkspin::addCounterWorks();
     larkspin::addChatWorks();
+    larkspin::addRefreshWorks();
     larkspin::addScanWorks();
     larkspin::addTerminalWorks();
     larkspin::BudgetTable table;

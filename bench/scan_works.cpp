@@ -22,12 +22,6 @@ struct Tree {
     TempDirectory disk;
 };
 
-double secondsOf(const std::function<void()>& action) {
-    const auto begin = std::chrono::steady_clock::now();
-    action();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
 // One `find` and one scan in turn, so that both see the same machine.
 void scan(benchmark::State& state, std::shared_ptr<Tree>& tree) {
     if (!tree)

@@ -29,18 +29,22 @@ benchmark::internal::Benchmark* addSizedWork(const std::string& name, double bud
 // A work of one size only.
 benchmark::internal::Benchmark* addWork(const std::string& name, double budget, WorkRun run);
 
-// The time of one iteration: that of the action alone, without what prepared it.
-template <typename Action> void timed(benchmark::State& state, Action&& action) {
+template <typename Action> double secondsOf(Action&& action) {
     const auto begin = std::chrono::steady_clock::now();
     action();
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    state.SetIterationTime(taken.count());
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+// The time of one iteration: that of the action alone, without what prepared it.
+template <typename Action> void timed(benchmark::State& state, Action&& action) {
+    state.SetIterationTime(secondsOf(action));
 }
 
 void addListWorks();
 void addCompletionWorks();
 void addCounterWorks();
 void addChatWorks();
+void addRefreshWorks();
 void addScanWorks();
 void addTerminalWorks();
 

@@ -1,0 +1,99 @@
+// The works that ask the disk or all rows about the playlist: the full refresh, against the bare
+// listing of the same directories, and `count *`.
+#include "app/program.h"
+#include "library/playlist.h"
+#include "library/playlist_row.h"
+#include "made_music.h"
+#include "platform/posix/drive_paths.h"
+#include "support/virtual_machine.h"
+#include "works.h"
+
+#include <fstream>
+
+namespace larkspin {
+
+namespace {
+
+constexpr double timesListing = 2;
+
+int sizeOf(const benchmark::State& state) {
+    return static_cast<int>(state.range(0));
+}
+
+// As many empty files as rows, in the directories that go with them. Made before the first
+// repetition, gone with the last: thousands of files take their time.
+struct Tree {
+    explicit Tree(int files) {
+        for (const Row& made : scannedRows(files)) {
+            const Song song = songOfRow(made.text());
+            const auto album = song.directory.substr(song.directory.rfind('\\') + 1);
+            const auto directory = disk.path() / album;
+            std::filesystem::create_directories(directory);
+            std::ofstream(directory / song.title());
+            rows.push_back(Row(makerow(song.name, song.extension, drivePath(directory.native()))));
+            if (directories.empty() || directories.back() != rowdir(rows.back().text()))
+                directories.emplace_back(rowdir(rows.back().text()));
+        }
+    }
+    TempDirectory disk;
+    std::vector<Row> rows;
+    std::vector<std::string> directories;
+};
+
+using Trees = std::map<int, std::unique_ptr<Tree>>;
+
+// One bare listing and one refresh in turn, so that both see the same machine.
+void refresh(benchmark::State& state, Trees& trees) {
+    auto& tree = trees[sizeOf(state)];
+    if (!tree)
+        tree = std::make_unique<Tree>(sizeOf(state));
+    VirtualMachine machine;
+    machine.start();
+    AppState& app = machine.state();
+    for (const Row& row : tree->rows)
+        addToPlaylist(app, row);
+    const ChatLine line{machine.room.screenName, "'ref"};
+    double listing = 0;
+    for (auto _ : state) {
+        listing = secondsOf([&] {
+            for (const std::string& directory : tree->directories)
+                machine.directories.list(directory);
+        });
+        timed(state, [&] { machine.lines.heard(line); });
+        if (machine.said() != "list refreshed - no change")
+            state.SkipWithError("rows lost");
+        machine.forget();
+    }
+    state.counters["size"] = static_cast<double>(sizeOf(state));
+    state.counters["listing"] = listing;
+    if (sizeOf(state) == fullSize)
+        state.counters["budget"] = timesListing * listing;
+}
+
+void count(benchmark::State& state, const std::string& text, int matches) {
+    VirtualMachine machine;
+    machine.start();
+    for (const Row& row : scannedRows(sizeOf(state)))
+        addToPlaylist(machine.state(), row);
+    const ChatLine line{machine.room.screenName, "'count " + text};
+    for (auto _ : state) {
+        timed(state, [&] { machine.lines.heard(line); });
+        if (machine.state().matchCount != std::to_string(matches))
+            state.SkipWithError("wrong count");
+        machine.forget();
+    }
+}
+
+} // namespace
+
+void addRefreshWorks() {
+    const auto trees = std::make_shared<Trees>();
+    addSizedWork("full refresh", noBudget,
+                 [trees](benchmark::State& state) { refresh(state, *trees); });
+    addSizedWork("count *: every row", 0.005,
+                 [](benchmark::State& state) { count(state, "some title", sizeOf(state)); });
+    addSizedWork("count *: no row", 0.005,
+                 [](benchmark::State& state) { count(state, "title of no song", 0); });
+}
+
+} // namespace larkspin
