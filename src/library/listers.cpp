@@ -13,10 +13,9 @@ namespace {
 // A list without regard to case takes only the first of several names that differ in case alone.
 // Which one that is must not depend on the order in which the disk tells them.
 void sortByName(std::vector<std::string>& names) {
-    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
-        const int order = compareFolded(a, b);
-        return order != 0 ? order < 0 : a < b;
-    });
+    std::sort(names.begin(), names.end()); // as a rule that is the order, and it is found quickly
+    if (!std::is_sorted(names.begin(), names.end(), lessFolded))
+        std::stable_sort(names.begin(), names.end(), lessFolded);
 }
 
 } // namespace
