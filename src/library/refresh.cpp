@@ -31,6 +31,7 @@ int Refresh::refreshDirectories() {
             directories.removeAt(index);
     clearPlaylist(state_); // so that there is no need of memory for the rows twice
     std::vector<Row> listed;
+    listed.reserve(static_cast<std::size_t>(before));
     RowWriter writer;
     for (int index = 0; index < directories.count(); ++index) {
         File1_.setPath(std::string(directories.row(index)));
