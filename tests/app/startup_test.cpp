@@ -87,16 +87,6 @@ TEST(Startup, KeepsANamedPlaylistApart) {
     EXPECT_EQ(machine.dataFile("temp.lst"), unnamed);
 }
 
-TEST(Startup, IsRefusedToASecondCopy) {
-    VirtualMachine machine;
-    machine.process.onlyCopy = false;
-    EXPECT_FALSE(machine.start());
-    EXPECT_EQ(machine.dialogs.boxes, Lines{"i've unloaded myself because you're an idiot and you "
-                                           "already have one open"});
-    EXPECT_EQ(machine.room.lines, Lines{});
-    EXPECT_EQ(machine.files.writes, 0);
-}
-
 TEST(Startup, ShowsHowFarItHasCome) {
     VirtualMachine machine;
     machine.fadesWindows = true;

@@ -23,6 +23,8 @@ TEST(TrayMenu, SwitchesModesWithoutAWordAlsoInSilence) {
     EXPECT_FALSE(machine.state().Timer1.enabled());
     EXPECT_EQ(machine.allSaid(), Lines{});
     EXPECT_EQ(machine.dialogs.boxes, Lines{});
+    EXPECT_FALSE(machine.chooseFromTray("exit"));
+    EXPECT_FALSE(machine.desktop.icon.has_value());
 }
 
 TEST(TrayMenu, ChoosesOneFilterOfFive) {
@@ -64,16 +66,6 @@ TEST(TrayMenu, ScansEveryDriveAndAsksBeforeItTransfers) {
         EXPECT_EQ(machine.trayEntry("mp3z"), yes ? "view 1 files" : "view 0 files");
     }
     EXPECT_EQ(machine.allSaid(), Lines{});
-}
-
-TEST(TrayMenu, EndsAndRestarts) {
-    VirtualMachine machine(Lines{});
-    EXPECT_TRUE(machine.chooseFromTray("rstartp"));
-    EXPECT_TRUE(machine.hasSaid("restarting larkspin player"));
-    EXPECT_EQ(machine.trayEntry("loads"), "load number:  2");
-    EXPECT_FALSE(machine.chooseFromTray("exit"));
-    EXPECT_FALSE(machine.desktop.icon.has_value());
-    EXPECT_EQ(machine.said(), "larkspin player - unload");
 }
 
 } // namespace larkspin

@@ -57,13 +57,4 @@ TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
     }
 }
 
-TEST(Dispatch, HearsLinesWhileACommandWaits) {
-    VirtualMachine machine(Lines{});
-    machine.directories.driveTexts = {"q:", "R: [label]", "q:"};
-    machine.loop.every(700ms, [&] { machine.lines.heard({"Owner", "'volume 7"}); });
-    EXPECT_EQ(machine.answer("'scanpc"), "scanning pc for <b>mp3</b>, please wait..\n"
-                                         "volume set:  <b>7</b>\n"
-                                         "found <b>0</b> (<b>mp3</b>) in <b>0</b> directories");
-}
-
 } // namespace larkspin

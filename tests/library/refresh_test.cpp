@@ -71,20 +71,6 @@ TEST_F(RefreshTest, ListsWhatTheFilterLetsThrough) {
     EXPECT_EQ(titles(), Lines{"c.wav"});
 }
 
-TEST_F(RefreshTest, ADirectoryThatIsGoneListsTheOneBeforeItAgain) {
-    addFile("soul", "z.mp3");
-    fs::remove_all(machine.disk.path() / "music/soul");
-    EXPECT_EQ(machine.answer("'ref"), "list refreshed - added <b>1</b> new songs");
-    EXPECT_EQ(titles(), (Lines{"a.mp3", "a.mp3", "b.mp3", "b.mp3"}));
-}
-
-TEST_F(RefreshTest, AFullListTakesNoMore) {
-    for (int number = 0; machine.state().masterList.count() < RowList::limit; ++number)
-        add(makerow("x", ".mp3", "c:\\nowhere\\" + std::to_string(number % 20000)));
-    EXPECT_EQ(machine.answer("'ref"), "list refreshed - no change");
-    EXPECT_EQ(machine.state().playlistView.count(), RowList::limit);
-}
-
 TEST_F(RefreshTest, ShowsItselfInPlaceOfTheMediaWindow) {
     machine.song("rock", "c.mp3");
     machine.window("mp3s").visible = true;

@@ -187,8 +187,10 @@ TEST_F(PlayerProcessTest, InheritsTheSocketAndNoMore) {
     sigset_t all, old;
     sigfillset(&all);
     ::pthread_sigmask(SIG_BLOCK, &all, &old);
+    ::signal(SIGUSR1, SIG_IGN);
     PlayerControl player(loop, playing(clockedSink), tell);
     player.Open(song("a.wav", 10));
+    ::signal(SIGUSR1, SIG_DFL);
     ::pthread_sigmask(SIG_SETMASK, &old, nullptr);
     ::unsetenv("PULSE_SERVER");
     ::close(ours);
@@ -204,6 +206,7 @@ TEST_F(PlayerProcessTest, InheritsTheSocketAndNoMore) {
     EXPECT_FALSE(opened.contains("/dev/zero"));
     auto told = status(process);
     EXPECT_EQ(told["SigBlk"], "0000000000000000");
+    EXPECT_EQ(std::stoul(told["SigIgn"], nullptr, 16) & (1u << (SIGUSR1 - 1)), 0u);
     EXPECT_EQ(told["NoNewPrivs"], "1");
     std::ostringstream environment;
     environment << std::ifstream(proc / "environ").rdbuf();

@@ -210,17 +210,6 @@ TEST_F(PlayerTest, PlaysWavFilesOfPackedSamples) {
     EXPECT_GT(sound.amplitude, 0.001);
 }
 
-TEST_F(PlayerTest, PausedWhileOpeningItStaysSilent) {
-    PlayerControl player(loop, playing(clockedSink), tell);
-    player.Open(song("a.wav", 0.2));
-    player.Pause();
-    EXPECT_TRUE(reaches(player, PlayState::paused));
-    EXPECT_TRUE(staysFor(player, PlayState::paused, 100ms));
-    EXPECT_EQ(player.CurrentPosition(), 0);
-    player.Play();
-    EXPECT_TRUE(reaches(player, PlayState::stopped));
-}
-
 TEST_F(PlayerTest, PlaysFilesOfAnyName) {
     PlayerControl player(loop, playing(fastSink), tell);
     song("plain.wav", 0.05);

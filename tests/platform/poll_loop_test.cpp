@@ -121,26 +121,6 @@ TEST_F(PollLoopTest, TellsWhenAPipeTakesBytesAgainAlsoDeepInNestedHandlers) {
     EXPECT_EQ(depth, EventQueue::nestingLimit);
 }
 
-TEST_F(PollLoopTest, SignalsComeAsEvents) {
-    loop.onSignals({SIGUSR1, SIGUSR2}, [&] { log += 's'; });
-    ::raise(SIGUSR1);
-    ::raise(SIGUSR2);
-    EXPECT_EQ(log, "");
-    EXPECT_TRUE(waitUntilTrue([&] { return log == "ss"; }));
-}
-
-TEST_F(PollLoopTest, AClosedPipeIsToldAsReadable) {
-    bool told = false;
-    loop.watch(pipe[0], [&] {
-        char byte = 0;
-        told = ::read(pipe[0], &byte, 1) == 0;
-        loop.unwatch(pipe[0]);
-    });
-    ::close(pipe[1]);
-    EXPECT_TRUE(waitUntilTrue([&] { return told; }));
-    EXPECT_EQ(::pipe(pipe), 0);
-}
-
 TEST_F(PollLoopTest, SignalsComeHoweverDeepHandlersNest) {
     loop.onSignals({SIGUSR1}, [&] { log += 's'; });
     int depth = 0;

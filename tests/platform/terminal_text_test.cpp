@@ -1,4 +1,5 @@
 // What a terminal is given to show, and what it sends back for keys.
+#include "chat/markup.h"
 #include "platform/terminal/terminal_text.h"
 #include "platform/terminal/typed_keys.h"
 
@@ -15,6 +16,8 @@ TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
         {"<b><u>a</html>b", "\x1b[1m\x1b[4ma\x1b[22m\x1b[24mb"},
         {"<font face=\"a > b\" color=#5083a9>x", "\x1b[38;2;80;131;169mx"},
         {"<font color=#000001>x<font face=\" \" color=#>y", "\x1b[38;2;0;0;1mx\x1b[39my"},
+        {"<font color=#00000g>a<font color=#0000011>b<font face=\"#000001\">", "ab"},
+        {"a<br><b ><font face=\"open>x<<b>y</b", "a<br><b ><font face=\"open>x<\x1b[1my</b"},
         {"one\ntwo", "one\n  two"},
         {"\x1b]0;title\x07 \x7f \u009b31m \xff\r",
          "\uFFFD]0;title\uFFFD \uFFFD \uFFFD31m \uFFFD\uFFFD"},
@@ -28,6 +31,18 @@ TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
     for (const auto& [text, shown] : cases) {
         SCOPED_TRACE(text);
         EXPECT_EQ(shownMarkup(text), std::string(shown) + "\x1b[0m");
+    }
+}
+
+// Each of these once took time with the square of its length; so would take minutes.
+TEST(TerminalText, IsReadInOnePass) {
+    for (const std::string& part : {"<", "<\"", "<b", "<font ", "<font a=\"", "<b></b>", "<x>"}) {
+        std::string line;
+        while (line.size() < 1'000'000)
+            line += part;
+        SCOPED_TRACE(part);
+        EXPECT_EQ(readMarkup(line).empty(), part == "<b></b>");
+        EXPECT_FALSE(readMarkup(line + "<b>x").back().text.empty());
     }
 }
 

@@ -1,21 +1,7 @@
 #include "app/program.h"
 #include "support/talk.h"
 
-#include <set>
-
 namespace larkspin {
-
-TEST(RandomPick, TakesEverySongOncePerRound) {
-    VirtualMachine machine({"a.mp3", "b.mp3", "C.mp3"});
-    for (int round = 1; round <= 5; ++round) {
-        std::set<std::string> said;
-        for (int song = 0; song < 3; ++song)
-            said.insert(machine.answer("'rnd"));
-        EXPECT_EQ(said, (std::set<std::string>{"random:  <b>1</b>.  a", "random:  <b>2</b>.  b",
-                                               "random:  <b>3</b>.  C"}));
-        EXPECT_TRUE(machine.state().playedMemory.empty());
-    }
-}
 
 TEST(RandomPick, FindsAWayOutWhenTwoSongsBearOneName) {
     VirtualMachine machine;

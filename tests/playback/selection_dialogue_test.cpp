@@ -112,22 +112,6 @@ TEST(SelectionDialogue, OpensTheWindowInSilence) {
     EXPECT_FALSE(machine.larkmain().visible) << "the owner has said yes";
 }
 
-TEST(SelectionDialogue, ClosesTheChoicesByTheirLabel) {
-    Rides machine;
-    machine.owner("'num 2");
-    machine.owner("'play ride");
-    machine.owner("'view");
-    EXPECT_TRUE(press(machine.larkmain(), "closeLabel"));
-    EXPECT_FALSE(machine.larkmain().visible);
-    EXPECT_FALSE(machine.stops().visible);
-    EXPECT_EQ(machine.state().choiceList.row(0), "ride a.mp3");
-    EXPECT_EQ(machine.state().playlistView.currentIndex(), 1);
-    converse(machine, {Turn({"'yes", "'no", "'view"}, "")});
-    machine.owner("'coms");
-    EXPECT_TRUE(machine.showsCommands());
-    EXPECT_FALSE(machine.showsChoices());
-}
-
 TEST(SelectionDialogue, LeadsFromTheCommandsBackToTheChoices) {
     Rides machine;
     machine.owner("'play ride");
@@ -194,6 +178,8 @@ TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
             const bool started = machine.player.opened.size() > songs;
             EXPECT_EQ(machine.state().Timer1.enabled(), plays || started);
             EXPECT_FALSE(machine.stops().visible);
+            EXPECT_FALSE(machine.larkmain().visible);
+            converse(machine, {Turn({"'yes", "'no", "'view"}, "")});
         }
     }
 }
@@ -220,19 +206,6 @@ TEST(SelectionDialogue, LosesItsRecitalToWhatComesInBetween) {
         EXPECT_EQ(machine.answer("'yes"), first + "\n" + second + "\n" + c.answer);
         EXPECT_FALSE(machine.stops().visible);
     }
-}
-
-TEST(SelectionDialogue, LosesItsRecitalToTheShuffle) {
-    Rides machine;
-    machine.owner("'num 1");
-    machine.owner("'play ride");
-    machine.inLine(second, [&] {
-        machine.owner("'shuffle");
-        machine.player.setCurrentPosition(180);
-    });
-    machine.owner("'yes");
-    EXPECT_TRUE(machine.said().starts_with("random:")) << machine.said();
-    EXPECT_FALSE(machine.stops().visible);
 }
 
 TEST(SelectionDialogue, AsksAnewBehindEachSearch) {

@@ -81,14 +81,6 @@ TEST_F(EventQueueTest, AFloodNestsToTheLimitAndIsServedInOrder) {
     EXPECT_TRUE(loop.isIdle());
 }
 
-TEST_F(EventQueueTest, ATimerForOneTimeFiresOnceUnlessItIsCancelled) {
-    loop.once(1s, logs('a'));
-    const TimerId never = loop.once(1s, logs('b'));
-    loop.once(0s, logs('c'));
-    loop.cancel(never);
-    EXPECT_EQ(after(5s), "ca");
-}
-
 TEST_F(EventQueueTest, WhatIsPostedBeforeTheSleepRunsBeforeIt) {
     bool changed = true;
     loop.beforeSleep([&] {

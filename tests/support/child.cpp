@@ -1,19 +1,15 @@
 #include "support/child.h"
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
-
-extern char** environ;
 
 namespace larkspin {
 
@@ -21,71 +17,28 @@ namespace {
 
 constexpr auto timeToEnd = std::chrono::seconds(5);
 
-std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (const std::string& text : texts)
-        pointers.push_back(const_cast<char*>(text.c_str()));
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-std::vector<std::string> environmentWith(const std::vector<std::string>& variables) {
-    std::vector<std::string> all = variables;
-    for (char** entry = environ; *entry; ++entry) {
-        const std::string_view own = *entry;
-        const std::string_view name = own.substr(0, own.find('=') + 1);
-        if (std::none_of(variables.begin(), variables.end(),
-                         [&](const std::string& other) { return other.starts_with(name); }))
-            all.emplace_back(own);
-    }
-    return all;
-}
-
-class FileActions {
-public:
-    FileActions() { posix_spawn_file_actions_init(&actions_); }
-    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
-    FileActions(const FileActions&) = delete;
-    FileActions& operator=(const FileActions&) = delete;
-
-    void use(int descriptor, int as) {
-        posix_spawn_file_actions_adddup2(&actions_, descriptor, as);
-    }
-    void open(const char* path, int as) {
-        posix_spawn_file_actions_addopen(&actions_, as, path, O_RDWR, 0);
-    }
-    const posix_spawn_file_actions_t* get() const { return &actions_; }
-
-private:
-    posix_spawn_file_actions_t actions_;
-};
-
-// With flags of posix_spawnattr_setflags.
-pid_t spawn(const std::vector<std::string>& command, const std::vector<std::string>& variables,
-            const FileActions& actions, short flags = 0) {
-    const auto arguments = pointersTo(command);
-    const auto environment = environmentWith(variables);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, flags);
-    pid_t id = -1;
-    const int failed = posix_spawnp(&id, arguments[0], actions.get(), &attributes, arguments.data(),
-                                    pointersTo(environment).data());
-    posix_spawnattr_destroy(&attributes);
-    return failed == 0 ? id : -1;
+// With these variables in place of its own; on the descriptors, or leading a session on that
+// terminal.
+pid_t run(const std::string& program, std::vector<std::string> command, int input, int output,
+          const char* terminal = nullptr) {
+    command.insert(command.begin(), "env");
+    command.push_back(program);
+    std::vector<char*> arguments;
+    for (std::string& argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    const pid_t id = ::fork();
+    if (id != 0)
+        return id;
+    if (terminal && ::setsid() > 0) // leading it, it gets the terminal as its own by opening it
+        input = output = ::open(terminal, O_RDWR | O_CLOEXEC);
+    ::dup2(input, STDIN_FILENO);
+    ::dup2(output, STDOUT_FILENO);
+    ::execvp(arguments[0], arguments.data());
+    ::_exit(127);
 }
 
 } // namespace
-
-int runToEnd(const std::vector<std::string>& command) {
-    FileActions actions;
-    actions.open("/dev/null", STDOUT_FILENO);
-    const pid_t id = spawn(command, {}, actions);
-    int status = -1;
-    if (id < 0 || ::waitpid(id, &status, 0) != id || !WIFEXITED(status))
-        return -1;
-    return WEXITSTATUS(status);
-}
 
 std::unique_ptr<Child> Child::start(const std::string& program,
                                     const std::vector<std::string>& variables) {
@@ -97,10 +50,7 @@ std::unique_ptr<Child> Child::start(const std::string& program,
         ::close(input[1]);
         return nullptr;
     }
-    FileActions actions;
-    actions.use(input[0], STDIN_FILENO);
-    actions.use(output[1], STDOUT_FILENO);
-    const pid_t id = spawn({program}, variables, actions);
+    const pid_t id = run(program, variables, input[0], output[1]);
     ::close(input[0]);
     ::close(output[1]);
     if (id < 0) {
@@ -123,11 +73,7 @@ std::unique_ptr<Child> Child::startOnTerminal(const std::string& program,
         ::close(own);
         return nullptr;
     }
-    FileActions actions;
-    actions.open(name, STDIN_FILENO);
-    actions.use(STDIN_FILENO, STDOUT_FILENO);
-    // Leading a session, it gets the terminal as its own by opening it.
-    const pid_t id = spawn({program}, variables, actions, POSIX_SPAWN_SETSID);
+    const pid_t id = run(program, variables, own, own, name);
     if (id < 0) {
         ::close(own);
         return nullptr;

@@ -12,9 +12,6 @@
 
 namespace larkspin {
 
-// The exit status, with the output thrown away; -1 when it couldn't be run.
-int runToEnd(const std::vector<std::string>& command);
-
 class Child {
 public:
     // With these variables ("NAME=value") in place of its own. Nothing when it can't be run.
