@@ -39,9 +39,10 @@ std::string withoutMarks(std::string name) {
 }
 
 bool isOtherFile(const DataDirectory& directory, const std::string& path) {
-    const std::string others[] = {directory.settingsFile(), directory.countsFile(),
-                                  directory.notesFile(), directory.appPathsFile(),
-                                  directory.appTitlesFile()};
+    const std::string others[] = {directory.settingsFile(),     directory.countsFile(),
+                                  directory.notesFile(),        directory.appPathsFile(),
+                                  directory.appTitlesFile(),    directory.file("larkspin.lock"),
+                                  directory.file("history.txt")};
     return std::any_of(std::begin(others), std::end(others), [&](const std::string& other) {
         return equalFolded(withoutMarks(path), withoutMarks(other));
     });
@@ -81,7 +82,7 @@ bool PlaylistFiles::save(const std::string& name) {
     const bool isNew = !exists(name);
     lineFiles_.savelines(pathOf(name), state_.masterList);
     showName(name);
-    if (isNew) {
+    if (isNew && std::find(state_.p.begin(), state_.p.end(), name) == state_.p.end()) {
         state_.p.push_back(name);
         showCount();
     }
@@ -121,7 +122,8 @@ void PlaylistFiles::endRun(SettingsChanges& changes) {
     const std::string name = shownName();
     if (name.ends_with(ending))
         changes.emplace_back("playlist", name);
-    else
+    // A list whose file couldn't be made, or has gone, would be kept nowhere.
+    if (!name.ends_with(ending) || (!exists(name) && !state_.masterList.empty()))
         lineFiles_.savelines(directory_.unnamedPlaylist(), state_.masterList);
 }
 

@@ -46,8 +46,9 @@ void OpsMenu::load() {
 void OpsMenu::save() {
     const auto path = dialogs_.saveFile(
         {.title = "save a playlist", .types = {playlistType}, .directory = directory_.path()});
-    if (path)
-        playlists_.saveAs(songOfPath(*path).title());
+    const std::string name = path ? songOfPath(*path).title() : "";
+    if (!name.empty())
+        playlists_.saveAs(name);
 }
 
 } // namespace larkspin

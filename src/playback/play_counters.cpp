@@ -31,8 +31,13 @@ void PlayCounters::carry(const std::string& title, const std::string& newTitle) 
     const double counted = count(title);
     if (counted == 0)
         return;
-    drop(title);
     settings_.putini(section, newTitle, numberText(counted), countsFile_);
+    // Some names are no key, and some share one.
+    if (count(newTitle) != counted)
+        return;
+    drop(title);
+    if (count(newTitle) != counted)
+        settings_.putini(section, newTitle, numberText(counted), countsFile_);
 }
 
 void PlayCounters::bumpPlayed() {
