@@ -35,7 +35,7 @@ void scan(benchmark::State& state, std::shared_ptr<Tree>& tree) {
     app.scanRoot = machine.directories.drivePath(root.native());
     double find = 0;
     for (auto _ : state) {
-        find = secondsOf([&] { runToEnd({"find", root.native()}); });
+        find = secondsOf([&] { runFind(root.native()); });
         timed(state, [&] { machine.program->library.scan.Command4_Click(); });
     }
     state.counters["size"] = static_cast<double>(state.range(0));

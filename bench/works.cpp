@@ -1,5 +1,9 @@
 #include "works.h"
 
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <utility>
 
 namespace larkspin {
@@ -41,6 +45,19 @@ benchmark::internal::Benchmark* addWork(const std::string& name, double budget, 
     return benchmark::RegisterBenchmark(name.c_str(), measured)
         ->Repetitions(repetitions)
         ->ReportAggregatesOnly();
+}
+
+bool runFind(const std::string& nativePath) {
+    posix_spawn_file_actions_t actions;
+    ::posix_spawn_file_actions_init(&actions);
+    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    std::string name = "find", path = nativePath;
+    char* const arguments[] = {name.data(), path.data(), nullptr};
+    pid_t id = -1;
+    const int failed = ::posix_spawnp(&id, "find", &actions, nullptr, arguments, environ);
+    ::posix_spawn_file_actions_destroy(&actions);
+    int status = -1;
+    return failed == 0 && ::waitpid(id, &status, 0) == id && status == 0;
 }
 
 } // namespace larkspin

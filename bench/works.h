@@ -48,4 +48,7 @@ void addRefreshWorks();
 void addScanWorks();
 void addTerminalWorks();
 
+// Walks the tree as `find` does, to its end; the output is thrown away. False when it can't be run.
+bool runFind(const std::string& nativePath);
+
 } // namespace larkspin
