@@ -17,7 +17,7 @@ namespace {
 
 // What one call to the system brings: a scan asks for thousands of directories.
 constexpr std::size_t bufferSize = 32 * 1024;
-constexpr std::size_t usualFiles = 32; // in a directory
+constexpr std::size_t usualFiles = 24; // in a directory
 
 enum class Kind { file, directory, other };
 
