@@ -3,7 +3,6 @@
 #include "chat/reply.h"
 #include "library/playlist.h"
 #include "shell/app_state.h"
-#include "shell/dialogs.h"
 #include "shell/pause.h"
 #include "text/fold.h"
 #include "text/number.h"
@@ -23,10 +22,7 @@ std::string percent(double part, int whole) {
 
 void ListQuestions::media() {
     const std::string rows = std::to_string(state_.masterList.count());
-    if (state_.silnt)
-        dialogs_.box("media count:  " + rows);
-    else
-        reply_.saychat("media count:  <b>" + rows);
+    reply_.sayOrBox("media count:  <b>" + rows, "media count:  " + rows);
 }
 
 void ListQuestions::dir() {
@@ -55,11 +51,9 @@ void ListQuestions::count(const std::string& text) {
     const int rows = state_.masterList.count();
     const std::string found = state_.matchCount, all = std::to_string(rows),
                       share = percent(numberOrZero(found), rows);
-    if (state_.silnt)
-        dialogs_.box(found + " matches for " + text + ", " + share + "% of " + all);
-    else
-        reply_.saychat("<b>" + found + "</b> matches for <b>" + text + "</b>, <b>" + share +
-                       "</b>% of <b>" + all);
+    reply_.sayOrBox("<b>" + found + "</b> matches for <b>" + text + "</b>, <b>" + share +
+                        "</b>% of <b>" + all,
+                    found + " matches for " + text + ", " + share + "% of " + all);
 }
 
 void ListQuestions::countmatches(RowList& list, const std::string& text) {

@@ -11,7 +11,7 @@ namespace larkspin {
 class ListQuestions {
 public:
     explicit ListQuestions(const Core& core)
-        : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply) {}
+        : state_(core.state), loop_(core.loop), reply_(core.reply) {}
 
     void media(); // media?: how many rows
     void dir();   // dir?: how many directories
@@ -25,7 +25,6 @@ public:
 private:
     AppState& state_;
     EventLoop& loop_;
-    Dialogs& dialogs_;
     Reply& reply_;
 };
 

@@ -3,7 +3,6 @@
 #include "chat/reply.h"
 #include "library/listers.h"
 #include "shell/app_state.h"
-#include "shell/dialogs.h"
 #include "shell/menu.h"
 
 #include <algorithm>
@@ -87,11 +86,9 @@ void MediaFilter::filter(const std::string& word) {
 }
 
 void MediaFilter::tellFilter() {
-    if (state_.silnt)
-        dialogs_.box("current media filter:  " + state_.mediaFilter);
-    else
-        reply_.saychat("current media filter:  <b>" + state_.mediaFilter + "</b> (<b>" +
-                       File1_.pattern() + "</b>)");
+    reply_.sayOrBox("current media filter:  <b>" + state_.mediaFilter + "</b> (<b>" +
+                        File1_.pattern() + "</b>)",
+                    "current media filter:  " + state_.mediaFilter);
 }
 
 } // namespace larkspin

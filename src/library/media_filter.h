@@ -15,7 +15,7 @@ struct MenuEntry;
 class MediaFilter {
 public:
     MediaFilter(const Core& core, FileLister& File1)
-        : state_(core.state), reply_(core.reply), dialogs_(core.dialogs), File1_(File1) {}
+        : state_(core.state), reply_(core.reply), File1_(File1) {}
 
     // Sets the filter with the menu's check mark, as at start and from the menu. A word that
     // is none of the five does nothing.
@@ -36,7 +36,6 @@ private:
 
     AppState& state_;
     Reply& reply_;
-    Dialogs& dialogs_;
     FileLister& File1_;
 };
 

@@ -13,8 +13,7 @@ class TopList;
 class CounterCommands {
 public:
     CounterCommands(const Core& core, PlayCounters& counters, TopList& topList)
-        : state_(core.state), settings_(core.settings), dialogs_(core.dialogs), reply_(core.reply),
-          counters_(counters), topList_(topList) {}
+        : settings_(core.settings), reply_(core.reply), counters_(counters), topList_(topList) {}
 
     // How often the song last started has been played to its end.
     void times();
@@ -27,9 +26,7 @@ public:
     void top(const std::string& wanted);
 
 private:
-    AppState& state_;
     Settings& settings_;
-    Dialogs& dialogs_;
     Reply& reply_;
     PlayCounters& counters_;
     TopList& topList_;

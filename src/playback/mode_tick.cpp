@@ -92,14 +92,11 @@ std::string ModeTick::shuffleOn() {
     transport_.startPicked(
         [this](const auto& stillWanted) { return randomPick_.randompick(stillWanted); },
         [this] {
-            const Song song = songOfRow(state_.masterList.currentRow());
-            return SongStart{.song = song,
-                             .message = startMessage("random:  <b>",
-                                                     std::to_string(state_.masterIndex() + 1),
-                                                     song.name, song),
-                             .choices = SongStart::Choices::ended,
-                             .count = SongStart::Count::stored,
-                             .endsPause = false};
+            SongStart start = transport_.currentRowStart("random:  <b>");
+            start.choices = SongStart::Choices::ended;
+            start.count = SongStart::Count::stored;
+            start.endsPause = false;
+            return start;
         });
     return {};
 }
@@ -109,16 +106,14 @@ void ModeTick::continueOn() {
         return;
     const bool counts = !player_.wasGivenUp();
     transport_.moveToNextRow();
-    const Song song = songOfRow(state_.masterList.currentRow());
-    transport_.start({.song = song,
-                      .message = startMessage(
-                          "next:  <b>", std::to_string(state_.masterIndex() + 1), song.name, song),
-                      .count = SongStart::Count::stored,
-                      .endsPause = false,
-                      .whenOpened = [&] {
-                          if (counts)
-                              counters_.countEnd();
-                      }});
+    SongStart start = transport_.currentRowStart("next:  <b>");
+    start.count = SongStart::Count::stored;
+    start.endsPause = false;
+    start.whenOpened = [&] {
+        if (counts)
+            counters_.countEnd();
+    };
+    transport_.start(start);
 }
 
 void ModeTick::checkEndWithoutMode() {

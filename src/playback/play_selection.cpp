@@ -79,12 +79,9 @@ void PlaySelection::num(const std::string& number) {
         return;
     }
     state_.setMasterIndex(wanted - 1);
-    const Song song = songOfRow(state_.masterList.currentRow());
-    transport_.start(
-        {.song = song,
-         .message = startMessage("playing:  <b>", std::to_string(state_.masterIndex() + 1),
-                                 song.name, song),
-         .behindMessage = [this] { choices_.stopListening(); }});
+    SongStart start = transport_.currentRowStart("playing:  <b>");
+    start.behindMessage = [this] { choices_.stopListening(); };
+    transport_.start(start);
 }
 
 void PlaySelection::rnd() {
@@ -100,12 +97,9 @@ void PlaySelection::randp3() {
     transport_.startPicked(
         [this](const auto& stillWanted) { return randomPick_.randompick(stillWanted); },
         [this] {
-            const Song song = songOfRow(state_.masterList.currentRow());
-            return SongStart{.song = song,
-                             .message = startMessage("random:  <b>",
-                                                     std::to_string(state_.masterIndex() + 1),
-                                                     song.name, song),
-                             .choices = SongStart::Choices::ended};
+            SongStart start = transport_.currentRowStart("random:  <b>");
+            start.choices = SongStart::Choices::ended;
+            return start;
         });
 }
 

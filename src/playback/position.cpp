@@ -3,8 +3,6 @@
 #include "chat/reply.h"
 #include "playback/media_control.h"
 #include "playback/time_forms.h"
-#include "shell/app_state.h"
-#include "shell/dialogs.h"
 #include "text/number.h"
 #include "text/utf8.h"
 
@@ -24,17 +22,13 @@ std::optional<double> wholeSpan(const std::string& text) {
 } // namespace
 
 void Position::len() {
-    if (state_.silnt)
-        dialogs_.box("song length:  " + plainlength(player_));
-    else
-        reply_.saychat("song length:  " + richlength(player_));
+    reply_.sayOrBox("song length:  " + richlength(player_),
+                    "song length:  " + plainlength(player_));
 }
 
 void Position::pos() {
-    if (state_.silnt)
-        dialogs_.box("current position:  " + plainposition(player_));
-    else
-        reply_.saychat("song position:  " + richposition(player_));
+    reply_.sayOrBox("song position:  " + richposition(player_),
+                    "current position:  " + plainposition(player_));
 }
 
 void Position::pos(const std::string& time) {

@@ -11,8 +11,7 @@ class MediaControl;
 
 class Position {
 public:
-    Position(const Core& core, MediaControl& player)
-        : state_(core.state), dialogs_(core.dialogs), reply_(core.reply), player_(player) {}
+    Position(const Core& core, MediaControl& player) : reply_(core.reply), player_(player) {}
 
     void len();
     void pos();
@@ -23,8 +22,6 @@ public:
     void rew(const std::string& seconds);
 
 private:
-    AppState& state_;
-    Dialogs& dialogs_;
     Reply& reply_;
     MediaControl& player_;
 };

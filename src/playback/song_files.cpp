@@ -59,10 +59,8 @@ void SongFiles::deleteInPlay() {
         returnToResumeRow();
         settings_.put("play", "");
     }
-    if (state_.silnt)
-        dialogs_.box("deleted " + song->title());
-    else
-        reply_.saychat("deleted:  <b>" + song->name + "</b> " + extensionTag(song->extension));
+    reply_.sayOrBox("deleted:  <b>" + song->name + "</b> " + extensionTag(song->extension),
+                    "deleted " + song->title());
     if (!isGone)
         reply_.sayOrBox(stillThere);
 }

@@ -87,13 +87,13 @@ void Transport::resume() {
 
 void Transport::nexp3() {
     moveToNextRow();
-    startCurrentRow("next:  <b>");
+    start(currentRowStart("next:  <b>"));
 }
 
 void Transport::prep3() {
     const int index = state_.masterIndex();
     state_.setMasterIndex(index <= 0 ? state_.masterList.count() - 1 : index - 1);
-    startCurrentRow("previous:  <b>");
+    start(currentRowStart("previous:  <b>"));
 }
 
 void Transport::tempp3() {
@@ -111,11 +111,11 @@ void Transport::tempp3() {
            .whenOpened = [&] { counters_.show(counters_.count(song.title()) + 1); }});
 }
 
-void Transport::startCurrentRow(std::string_view head) {
+SongStart Transport::currentRowStart(std::string_view head) const {
     const Song song = songOfRow(state_.masterList.currentRow());
-    start(
-        {.song = song,
-         .message = startMessage(head, std::to_string(state_.masterIndex() + 1), song.name, song)});
+    return {.song = song,
+            .message =
+                startMessage(head, std::to_string(state_.masterIndex() + 1), song.name, song)};
 }
 
 void Transport::openFromDisk(const std::string& path) {

@@ -107,7 +107,8 @@ public:
     bool releasesong();
 
     void moveToNextRow(); // behind the last row the first one follows
-    void startCurrentRow(std::string_view head);
+    // The start by hand of the row at masterIndex, whose message begins with the head.
+    SongStart currentRowStart(std::string_view head) const;
 
     bool nothingLoaded();  // stopped or closed
     int resumeRow() const; // of masterList: the one last started, -1 for none
