@@ -20,7 +20,7 @@ Program::Program(const Machine& m)
                            .refresh = library.refresh,
                            .NiteScan2 = chat.NiteScan2,
                            .commandsWindow = chat.commandsWindow}),
-      companions(shell.state, library.lineFiles, shell.directory),
+      companions(chat.core, {.lineFiles = library.lineFiles, .directory = shell.directory}),
       rows1_(commandRows(*this, HandledBy::NiteScan1)),
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
       rows3_(commandRows(*this, HandledBy::NiteScan3)) {

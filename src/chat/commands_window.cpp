@@ -2,6 +2,7 @@
 
 #include "chat/reply.h"
 #include "shell/app_state.h"
+#include "shell/controls.h"
 
 #include <string>
 
@@ -14,32 +15,21 @@ CommandsWindow::CommandsWindow(const Core& core)
 }
 
 std::vector<Control> CommandsWindow::controls() {
-    using Kind = Control::Kind;
     return {
-        {.name = "commandsTitle",
-         .place = {0, 0, 4170, 315},
-         .text = [this] { return state_.commandsTitle; },
-         .onMouseDown = [this] { dragwindow(loop_, larkmain); }},
-        {.name = "closeLabel",
-         .place = {4170, 0, 330, 315},
-         .spoken = "close",
-         .text = [] { return "  X"; },
-         .onClick = [this] { close(); }},
-        {.name = "commandNames",
-         .kind = Kind::list,
-         .place = {0, 345, 4500, 2430},
-         .rows = &state_.commandNames,
-         .onClick = [this] { showHelp(); }},
-        {.name = "commandText",
-         .kind = Kind::textField,
-         .place = {0, 2805, 4500, 795},
-         .text = [this] { return state_.commandText; }},
-        {.name = "choiceList",
-         .kind = Kind::list,
-         .place = {0, 345, 4500, 3255},
-         .rows = &state_.choiceList,
-         .onDoubleClick = [this] { choiceEvents_.onDoubleClick(); },
-         .visible = false},
+        titleStrip(loop_, larkmain, {.name = "commandsTitle", .text = shows(state_.commandsTitle)}),
+        closeLabel(larkmain, {.name = "closeLabel", .onClick = [this] { close(); }}),
+        listBox({.name = "commandNames",
+                 .place = {0, 345, 4500, 2430},
+                 .rows = &state_.commandNames,
+                 .onClick = [this] { showHelp(); }}),
+        textField({.name = "commandText",
+                   .place = {0, 2805, 4500, 795},
+                   .text = shows(state_.commandText)}),
+        listBox({.name = "choiceList",
+                 .place = {0, 345, 4500, 3255},
+                 .rows = &state_.choiceList,
+                 .onDoubleClick = [this] { choiceEvents_.onDoubleClick(); },
+                 .visible = false}),
     };
 }
 
@@ -50,8 +40,7 @@ void CommandsWindow::coms() {
 
 void CommandsWindow::showcommands() {
     choiceEvents_.onCommands();
-    larkmain.visible = true;
-    keepontop(larkmain);
+    showOnTop(larkmain);
 }
 
 void CommandsWindow::showHelp() {
@@ -67,8 +56,7 @@ void CommandsWindow::showChoices() {
     larkmain.control("commandNames").visible = false;
     larkmain.control("commandText").visible = false;
     larkmain.control("choiceList").visible = true;
-    larkmain.visible = true;
-    keepontop(larkmain);
+    showOnTop(larkmain);
 }
 
 void CommandsWindow::putCatalogueBack() {

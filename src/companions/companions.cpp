@@ -2,23 +2,26 @@
 
 #include "library/line_files.h"
 #include "shell/app_state.h"
+#include "shell/data_directory.h"
 
 #include <string>
 
 namespace larkspin {
 
 void Companions::load() {
-    lineFiles_.loadlines(directory_.notesFile(), state_.notes);
-    lineFiles_.loadlines(directory_.appPathsFile(), state_.appPaths);
-    lineFiles_.loadlines(directory_.appTitlesFile(), state_.appTitles);
-    state_.noted = "view " + std::to_string(state_.notes.count()) + " notes";
-    state_.appsz = "view " + std::to_string(state_.appTitles.count()) + " app items";
+    AppState& state = core_.state;
+    needs_.lineFiles.loadlines(needs_.directory.notesFile(), state.notes);
+    needs_.lineFiles.loadlines(needs_.directory.appPathsFile(), state.appPaths);
+    needs_.lineFiles.loadlines(needs_.directory.appTitlesFile(), state.appTitles);
+    state.noted = "view " + std::to_string(state.notes.count()) + " notes";
+    state.appsz = "view " + std::to_string(state.appTitles.count()) + " app items";
 }
 
 void Companions::save() {
-    lineFiles_.savelines(directory_.notesFile(), state_.notes);
-    lineFiles_.savelines(directory_.appPathsFile(), state_.appPaths);
-    lineFiles_.savelines(directory_.appTitlesFile(), state_.appTitles);
+    const AppState& state = core_.state;
+    needs_.lineFiles.savelines(needs_.directory.notesFile(), state.notes);
+    needs_.lineFiles.savelines(needs_.directory.appPathsFile(), state.appPaths);
+    needs_.lineFiles.savelines(needs_.directory.appTitlesFile(), state.appTitles);
 }
 
 } // namespace larkspin

@@ -1,24 +1,29 @@
-// The owner's notes and his launcher items, put together: so far the lists and their files.
+// What stands around the player, put together: the owner's notes and his launcher items.
 #pragma once
 
-#include "shell/data_directory.h"
+#include "chat/core.h"
 
 namespace larkspin {
 
-struct AppState;
+class DataDirectory;
 class LineFiles;
 
-struct Companions {
-    Companions(AppState& state, LineFiles& lineFiles, const DataDirectory& directory)
-        : state_(state), lineFiles_(lineFiles), directory_(directory) {}
+// Of the floors below, what the companions work with beside the core.
+struct CompanionsNeeds {
+    LineFiles& lineFiles;
+    const DataDirectory& directory;
+};
 
+struct Companions {
+    Companions(const Core& core, const CompanionsNeeds& needs) : core_(core), needs_(needs) {}
+
+private: // what the units are made with
+    Core core_;
+    CompanionsNeeds needs_;
+
+public:
     void load();
     void save();
-
-private:
-    AppState& state_;
-    LineFiles& lineFiles_;
-    const DataDirectory& directory_;
 };
 
 } // namespace larkspin

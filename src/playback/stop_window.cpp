@@ -3,16 +3,17 @@
 #include "playback/choice_recital.h"
 #include "playback/selection_dialogue.h"
 #include "shell/app_state.h"
+#include "shell/controls.h"
 
 #include <string>
 
 namespace larkspin {
 
 std::vector<Control> StopWindow::controls() {
-    return {{.name = "label",
-             .place = {0, 0, 900, 270},
-             .text = [this] { return state_.stopsCaption; },
-             .onClick = [this] { click(); }}};
+    return {button({.name = "label",
+                    .place = {0, 0, 900, 270},
+                    .text = shows(state_.stopsCaption),
+                    .onClick = [this] { click(); }})};
 }
 
 void StopWindow::click() {

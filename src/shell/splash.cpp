@@ -1,6 +1,7 @@
 #include "shell/splash.h"
 
 #include "shell/app_state.h"
+#include "shell/controls.h"
 #include "shell/event_loop.h"
 #include "shell/version.h"
 
@@ -11,18 +12,16 @@ Splash::Splash(AppState& state, EventLoop& loop, bool fades)
     dire.name = "dire";
     dire.place = {0, 0, 4500, 900};
     dire.controls = {
-        {.name = "title",
-         .place = {0, 0, 4500, 450},
-         .font = {.family = "Trebuchet MS"},
-         .text =
-             [] {
-                 return "  larkspin player            version " + std::to_string(versionMajor) +
-                        "." + std::to_string(versionMinor);
-             }},
-        {.name = "statusLine",
-         .place = {0, 450, 4500, 450},
-         .text = [this] { return state_.searchTerm; },
-         .visible = false},
+        label({.name = "title",
+               .place = {0, 0, 4500, 450},
+               .font = {.family = "Trebuchet MS"},
+               .text = caption("  larkspin player            version " +
+                               std::to_string(versionMajor) + "." + std::to_string(versionMinor)),
+               .onMouseDown = [this] { dragwindow(loop_, dire); }}),
+        label({.name = "statusLine",
+               .place = {0, 450, 4500, 450},
+               .text = shows(state_.searchTerm),
+               .visible = false}),
     };
 }
 

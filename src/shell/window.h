@@ -94,6 +94,11 @@ inline void keepontop(Window& window) {
     window.onTop = true;
 }
 
+inline void showOnTop(Window& window) {
+    window.visible = true;
+    keepontop(window);
+}
+
 // Lets a label serve as title bar: called when the mouse goes down on it.
 inline void dragwindow(EventLoop& loop, Window& window) {
     loop.serveTurn();
