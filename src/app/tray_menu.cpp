@@ -1,5 +1,6 @@
 #include "app/tray_menu.h"
 
+#include "app/about_boxes.h"
 #include "app/program.h"
 
 #include <utility>
@@ -17,9 +18,18 @@ MenuEntry submenu(std::string name, std::string caption, Entries children) {
             .isSubmenu = true};
 }
 
+MenuEntry entry(std::string name, std::string caption, Task action) {
+    return {.name = std::move(name), .caption = std::move(caption), .action = std::move(action)};
+}
+
 // Shows something; choosing it only closes the menu.
 MenuEntry label(std::string name, std::string caption) {
     return {.name = std::move(name), .caption = std::move(caption)};
+}
+
+// Has no effect so far.
+MenuEntry notYet(std::string name, std::string caption) {
+    return label(std::move(name), std::move(caption));
 }
 
 MenuEntry flag(std::string name, std::string caption, bool& value) {
@@ -39,10 +49,21 @@ Entries playlists(Program& p) {
     const AppState& state = p.shell.state;
     Entries entries{label("numl", state.numl), separator("p0")};
     for (const std::string& name : state.p)
-        entries.push_back({.name = "p" + std::to_string(entries.size() - 1),
-                           .caption = name,
-                           .action = [&p, name] { p.library.playlistFiles.load(name); }});
+        entries.push_back(entry("p" + std::to_string(entries.size() - 1), name,
+                                [&p, name] { p.library.playlistFiles.load(name); }));
     return entries;
+}
+
+Entries aol() {
+    return {notYet("hidewel", "hide welcome"),
+            label("hplus", "hide aolplus"), // has never done anything
+            separator("z"),
+            notYet("upzon", "upchat-on"),
+            notYet("upzoff", "upchat-off"),
+            notYet("ustatz", "upload stats"),
+            separator("y"),
+            notYet("imo", "ims on"),
+            notYet("imf", "ims off")};
 }
 
 Entries playerOptions(Program& p) {
@@ -55,50 +76,49 @@ Entries playerOptions(Program& p) {
             modes.repeatEntry(),
             modes.continuousEntry(),
             modes.shuffleEntry(),
-            {.name = "sinfo", .caption = "song info", .action = [&p] { p.status.boxSong(); }},
+            entry("sinfo", "song info", [&p] { p.status.boxSong(); }),
             separator("e"),
-            {.name = "prtime",
-             .caption = "total program runtime",
-             .action = [&p] { p.status.boxRunTime(); }},
-            {.name = "mptime", .caption = "total played mp3 time", .action = [&p] {
-                 p.status.boxPlayedTime();
-             }}};
+            entry("prtime", "total program runtime", [&p] { p.status.boxRunTime(); }),
+            entry("mptime", "total played mp3 time", [&p] { p.status.boxPlayedTime(); })};
+}
+
+Entries others(Program& p) {
+    AppState& state = p.shell.state;
+    return {notYet("rstarts", "restart computer"),
+            separator("m"),
+            notYet("pcinf", "computer info"),
+            notYet("winup", "windows uptime"),
+            entry("fload", "first loaded", [&p] { p.status.boxFirstLoad(); }),
+            entry("epver", "lks version", [&p] { p.status.boxVersion(); }),
+            entry("grtz", "greets", [&p] { boxGreets(p.machine.dialogs); }),
+            flag("spcol", "scan pc on load", state.spcol),
+            flag("rol", "refresh on load", state.rol),
+            separator("j"),
+            notYet("shdown", "shutdown computer")};
 }
 
 Entries tree(Program& p) {
     AppState& state = p.shell.state;
-    return {
-        label("cancel", "cancel"),
-        separator("a"),
-        {.name = "mp3z",
-         .caption = state.mp3z,
-         .action =
-             [&p] {
-                 showMediaWindow(p);
-                 keepontop(p.playback.mediaWindow.mp3s);
-             }},
-        label("playtz", state.playtz),
-        submenu("plsts", "playlists", playlists(p)),
-        submenu("pops", "player options", playerOptions(p)),
-        submenu(
-            "otherz", "other",
-            {{.name = "fload",
-              .caption = "first loaded",
-              .action = [&p] { p.status.boxFirstLoad(); }},
-             {.name = "epver", .caption = "lks version", .action = [&p] { p.status.boxVersion(); }},
-             flag("spcol", "scan pc on load", state.spcol),
-             flag("rol", "refresh on load", state.rol)}),
-        submenu("mfilt", "media filter", p.library.mediaFilter.menu()),
-        {.name = "scanpcf",
-         .caption = state.scanpcf,
-         .action = [&p] { p.library.adding.scanAndOffer(); }},
-        {.name = "comz",
-         .caption = "commands",
-         .action = [&p] { p.chat.commandsWindow.showcommands(); }},
-        {.name = "rstartp", .caption = "restart program", .action = [&p] { p.restart(); }},
-        separator("b"),
-        {.name = "exit", .caption = "exit", .action = [&p] { p.exit(); }},
-    };
+    return {label("cancel", "cancel"),
+            separator("a"),
+            entry("mp3z", state.mp3z,
+                  [&p] {
+                      showMediaWindow(p);
+                      keepontop(p.playback.mediaWindow.mp3s);
+                  }),
+            label("playtz", state.playtz),
+            submenu("plsts", "playlists", playlists(p)),
+            submenu("aeoel", "aol", aol()),
+            submenu("pops", "player options", playerOptions(p)),
+            submenu("otherz", "other", others(p)),
+            submenu("mfilt", "media filter", p.library.mediaFilter.menu()),
+            entry("wnew", "what's new", [&p] { boxWhatsNew(p.machine.dialogs); }),
+            entry("kissu", "known issues", [&p] { boxKnownIssues(p.machine.dialogs); }),
+            entry("scanpcf", state.scanpcf, [&p] { p.library.adding.scanAndOffer(); }),
+            entry("comz", "commands", [&p] { p.chat.commandsWindow.showcommands(); }),
+            entry("rstartp", "restart program", [&p] { p.restart(); }),
+            separator("b"),
+            entry("exit", "exit", [&p] { p.exit(); })};
 }
 
 void toggleMediaWindow(Program& p) {

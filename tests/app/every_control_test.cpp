@@ -1,0 +1,182 @@
+// Works every control of every window and every entry of every menu, in every state that they can
+// be met in. What each of them does is told elsewhere: here nothing may crash or hang, and lists
+// that belong together must stay together.
+#include "app/program.h"
+#include "shell/control_events.h"
+#include "support/talk.h"
+
+#include <functional>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using Situation = std::pair<const char*, std::function<void(VirtualMachine&)>>;
+
+void say(VirtualMachine& machine, const char* line) {
+    machine.owner(line);
+}
+
+const std::vector<Situation> situations{
+    {"empty lists",
+     [](VirtualMachine& m) {
+         AppState& state = m.state();
+         for (RowList* list : {&state.masterList, &state.playlistView, &state.notes,
+                               &state.appTitles, &state.appPaths, &state.scanRows})
+             list->clear();
+     }},
+    {"playing", [](VirtualMachine& m) { say(m, "'num 1"); }},
+    {"paused",
+     [](VirtualMachine& m) {
+         say(m, "'num 1");
+         say(m, "'pause");
+     }},
+    {"silent",
+     [](VirtualMachine& m) {
+         say(m, "'num 2");
+         say(m, "'silent");
+     }},
+    {"a choice to make",
+     [](VirtualMachine& m) {
+         say(m, "'play song");
+         say(m, "'view");
+     }},
+    {"shuffle and a small window",
+     [](VirtualMachine& m) {
+         say(m, "'shuffle");
+         say(m, "'rnd");
+         m.window("mp3s").place.height = 315;
+     }},
+};
+
+// Something in every list, and every window shown.
+void furnish(VirtualMachine& machine) {
+    AppState& state = machine.state();
+    state.silnt = false;
+    state.playlistView.clear();
+    state.masterList.clear();
+    state.scanRows.clear();
+    for (const char* name : {"song one.mp3", "song two.wav", "song three.mid"}) {
+        const std::string row = machine.song("rock", name, 20s);
+        state.masterList.add(row);
+        state.playlistView.add(row);
+        state.scanRows.add(row);
+    }
+    for (RowList* list : {&state.notes, &state.appTitles, &state.appPaths})
+        list->clear();
+    for (const char* text : {"milk", "<b>\t\u202Ebread"}) {
+        state.notes.add("11/25/26-09:30 pm:     " + std::string(text));
+        state.appTitles.add(text);
+        state.appPaths.add(machine.drive("music/rock/song one.mp3"));
+    }
+    for (Window* window : machine.program->windows())
+        window->visible = true;
+    machine.window("mp3s").place.height = 2520;
+}
+
+void expectWhole(VirtualMachine& machine, const std::string& what) {
+    AppState& state = machine.state();
+    EXPECT_EQ(state.masterList.count(), state.playlistView.count()) << what;
+    for (int row = 0; row < state.masterList.count(); ++row)
+        EXPECT_EQ(state.masterList.row(row), state.playlistView.row(row)) << what;
+    EXPECT_EQ(state.appTitles.count(), state.appPaths.count()) << what;
+}
+
+Lines controlNames(const Window& window) {
+    Lines names;
+    for (const Control& control : window.controls)
+        names.push_back(control.name);
+    return names;
+}
+
+void workControl(Window& window, const std::string& name) {
+    const Control* const control = window.find(name);
+    const bool hasRows = control && control->rows;
+    const int last = hasRows ? control->rows->count() - 1 : noRow;
+    hover(window, name);
+    for (const int row : {hasRows ? 0 : noRow, last}) {
+        press(window, name, row);
+        pressTwice(window, name, row);
+    }
+    selectRows(window, name, {last, 0});
+    for (const Key key : {Key::enter, Key::escape, Key::del})
+        pressKey(window, name, key);
+    for (const int value : {-70'000, 0, 37, 70'000})
+        moveSlider(window, name, value);
+    for (const char* text : {"", "x", "<font color=#00ff00>"})
+        editText(window, name, text);
+}
+
+void chooseAll(VirtualMachine& machine, const std::vector<MenuEntry>& entries) {
+    for (const MenuEntry& entry : entries) {
+        chooseAll(machine, entry.children);
+        if (entry.action && entry.name != "exit")
+            machine.run(entry.action);
+    }
+}
+
+void chooseFromPopups(VirtualMachine& machine) {
+    if (const auto menu = std::exchange(machine.desktop.popup, {}))
+        chooseAll(machine, menu->entries());
+}
+
+void workAllOf(VirtualMachine& machine, const Situation& situation,
+               const std::deque<std::string>& answers) {
+    for (std::size_t index = 0; index < machine.program->windows().size(); ++index) {
+        Window& window = *machine.program->windows()[index];
+        for (const std::string& name : controlNames(window)) {
+            furnish(machine);
+            situation.second(machine);
+            window.visible = true;
+            machine.dialogs.answers = answers;
+            machine.run([&] { workControl(window, name); });
+            chooseFromPopups(machine);
+            machine.advance(3s);
+            expectWhole(machine, window.name + "." + name + ", " + situation.first);
+        }
+    }
+    furnish(machine);
+    situation.second(machine);
+    machine.dialogs.answers = answers;
+    chooseAll(machine, machine.desktop.icon.value().menu.entries());
+    machine.advance(3s);
+    expectWhole(machine, std::string("the tray, ") + situation.first);
+}
+
+} // namespace
+
+TEST(EveryControl, CanBeWorkedInEverySituation) {
+    VirtualMachine machine(Lines{});
+    for (const Situation& situation : situations)
+        for (const char* answer : {"", "yes"}) {
+            workAllOf(machine, situation, std::deque<std::string>(20, answer));
+            machine.forget();
+        }
+    EXPECT_TRUE(machine.advance(60s)) << "still runs";
+}
+
+// Each recital waits between its lines, and the owner's hand comes in there.
+TEST(EveryControl, CanBeWorkedInTheMiddleOfEveryRecital) {
+    VirtualMachine machine(Lines{});
+    const Lines recitals{"'scrn",  "'scra", "'rn i",  "'load i", "'rmva i", "'stats", "'top 5",
+                         "'pstat", "'adv",  "'scrpl", "'scrd",   "'yes",    "'ref"};
+    for (const std::string& recital : recitals)
+        for (Window* window : machine.program->windows())
+            for (const std::string& name : controlNames(*window)) {
+                furnish(machine);
+                machine.owner(recital == "'yes" ? "'play song" : "'no");
+                machine.dialogs.answers = {"yes", "yes", "yes"};
+                bool isWorked = false;
+                machine.loop.once(100ms, [&] {
+                    workControl(*window, name);
+                    chooseFromPopups(machine);
+                    isWorked = true;
+                });
+                machine.owner(recital, 8s);
+                EXPECT_TRUE(isWorked);
+                expectWhole(machine, recital + " with " + window->name + "." + name);
+            }
+}
+
+} // namespace larkspin
