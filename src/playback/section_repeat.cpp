@@ -1,10 +1,10 @@
 #include "playback/section_repeat.h"
 
 #include "chat/reply.h"
+#include "chat/two_arguments.h"
 #include "playback/media_control.h"
 #include "shell/app_state.h"
 #include "text/number.h"
-#include "text/utf8.h"
 
 #include <cmath>
 #include <optional>
@@ -12,13 +12,6 @@
 namespace larkspin {
 
 namespace {
-
-std::string trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
-}
 
 // A part that is left out counts nothing: ":30" is half a minute.
 std::optional<double> partOfTime(std::string_view text) {
@@ -47,18 +40,12 @@ void SectionRepeat::rec(const std::string& times) {
     if (reply_.refusedInSilence(
             "use the rec button on the mp3s window to repeat a section in silent mode"))
         return;
-    const std::string_view text = times;
-    const auto comma = text.find(',');
-    if (comma == std::string_view::npos)
+    const auto section = twoArguments(times);
+    if (!section || section->first.empty() || section->second.empty())
         return;
-    const std::string_view behind = text.substr(comma + 1);
-    const std::string a = trimmed(text.substr(0, comma));
-    const std::string b = trimmed(behind.substr(prefixLength(behind, 1)));
-    if (a.empty() || b.empty())
-        return;
-    setSeconds(state_.sectionStart, a);
-    setSeconds(state_.sectionEnd, b);
-    reply_.saychat("repeating from <b>" + a + "</b> to <b>" + b);
+    setSeconds(state_.sectionStart, section->first);
+    setSeconds(state_.sectionEnd, section->second);
+    reply_.saychat("repeating from <b>" + section->first + "</b> to <b>" + section->second);
 }
 
 void SectionRepeat::end() {
