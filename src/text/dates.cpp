@@ -21,6 +21,11 @@ std::string longDate(const std::tm& moment) {
            twoDigits(moment.tm_mday) + ", " + std::to_string(moment.tm_year + 1900);
 }
 
+std::string shortDate(const std::tm& moment) {
+    return twoDigits(moment.tm_mon + 1) + "/" + twoDigits(moment.tm_mday) + "/" +
+           twoDigits(moment.tm_year % 100);
+}
+
 std::string clockTime(const std::tm& moment) {
     const int hour = moment.tm_hour % 12 == 0 ? 12 : moment.tm_hour % 12;
     return twoDigits(hour) + ":" + twoDigits(moment.tm_min) + (moment.tm_hour < 12 ? " am" : " pm");

@@ -7,6 +7,7 @@
 namespace larkspin {
 
 std::string longDate(const std::tm& moment);    // "Friday, December 19, 2003"
+std::string shortDate(const std::tm& moment);   // "12/19/03"
 std::string clockTime(const std::tm& moment);   // "07:05 pm"
 std::string dateAndTime(const std::tm& moment); // both, joined by " at "
 

@@ -3,6 +3,7 @@
 #include "text/fold.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <utility>
 
@@ -108,6 +109,15 @@ void RowList::removeAt(int index) {
         --current_;
     if (lastBlock_ > place.block || lastBlock_ >= blocks_.size())
         lastBlock_ = 0, lastBlockStart_ = 0;
+}
+
+void RowList::replaceAt(int index, std::string_view text) {
+    assert(order_ == Order::ofAddition);
+    if (!isInside(index))
+        return;
+    known_.reset();
+    const Place place = placeOf(index);
+    blocks_[place.block][place.offset].row = Row(text);
 }
 
 void RowList::clear() {

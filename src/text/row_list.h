@@ -36,8 +36,10 @@ public:
     // quicker.
     void assign(const std::vector<Row>& rows);
 
-    // An index outside the list does nothing. Removing the current row leaves none current.
+    // An index outside the list does nothing. Removing the current row leaves none current. A row
+    // of an unsorted list can be replaced by another, which takes its place in everything.
     void removeAt(int index);
+    void replaceAt(int index, std::string_view text);
     void clear();
 
     int count() const { return count_; }

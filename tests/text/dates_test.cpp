@@ -24,6 +24,9 @@ TEST(Dates, NameTheDay) {
     moment.tm_mon = 2;
     moment.tm_mday = 1;
     EXPECT_EQ(longDate(moment), "Sunday, March 01, 2026");
+    EXPECT_EQ(shortDate(moment), "03/01/26");
+    moment.tm_year = 109;
+    EXPECT_EQ(shortDate(moment), "03/01/09");
 }
 
 } // namespace larkspin

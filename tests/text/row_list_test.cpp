@@ -43,6 +43,12 @@ TEST(RowList, StaysLikeAPlainVectorThroughRandomChanges) {
                     current = index == current ? -1 : current - (index < current);
                 }
             }
+            if (const int index = below(model.size() + 2) - 1; !sorted && below(8) == 0) {
+                const std::string text = word();
+                list.replaceAt(index, text);
+                if (index >= 0 && index < std::ssize(model))
+                    model[static_cast<std::size_t>(index)].text = text;
+            }
             walk = below(4) == 0 ? below(model.size() + 2) - 1 : walk;
             const bool inside = walk >= 0 && walk < std::ssize(model);
             const auto at = static_cast<std::size_t>(walk);
