@@ -36,7 +36,7 @@ Program::~Program() {
 
 std::vector<Window*> Program::windows() {
     return {&playback.mediaWindow.mp3s, &chat.commandsWindow.larkmain, &playback.choices.stops,
-            &shell.splash.dire};
+            &companions.notesWindow.notez, &shell.splash.dire};
 }
 
 // The order counts: the clock of the media window shows where a repeated section has sent the song,

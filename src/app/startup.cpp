@@ -120,6 +120,7 @@ void Program::unload() {
     chat.stopScanners();
     shell.splash.hide();
     playback.unload();
+    companions.unload();
     shell.reset();
     machine.desktop.removeTrayIcon();
     phase_ = Phase::off;

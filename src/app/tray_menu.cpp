@@ -106,6 +106,7 @@ Entries tree(Program& p) {
                       showMediaWindow(p);
                       keepontop(p.playback.mediaWindow.mp3s);
                   }),
+            entry("noted", state.noted, [&p] { p.companions.notesWindow.show(); }),
             label("playtz", state.playtz),
             submenu("plsts", "playlists", playlists(p)),
             submenu("aeoel", "aol", aol()),

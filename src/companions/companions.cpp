@@ -13,7 +13,7 @@ void Companions::load() {
     needs_.lineFiles.loadlines(needs_.directory.notesFile(), state.notes);
     needs_.lineFiles.loadlines(needs_.directory.appPathsFile(), state.appPaths);
     needs_.lineFiles.loadlines(needs_.directory.appTitlesFile(), state.appTitles);
-    state.noted = "view " + std::to_string(state.notes.count()) + " notes";
+    notes.showCount();
     state.appsz = "view " + std::to_string(state.appTitles.count()) + " app items";
 }
 
@@ -22,6 +22,10 @@ void Companions::save() {
     needs_.lineFiles.savelines(needs_.directory.notesFile(), state.notes);
     needs_.lineFiles.savelines(needs_.directory.appPathsFile(), state.appPaths);
     needs_.lineFiles.savelines(needs_.directory.appTitlesFile(), state.appTitles);
+}
+
+void Companions::unload() {
+    notesWindow.notez.visible = false;
 }
 
 } // namespace larkspin

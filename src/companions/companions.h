@@ -2,6 +2,10 @@
 #pragma once
 
 #include "chat/core.h"
+#include "companions/note_commands.h"
+#include "companions/note_recital.h"
+#include "companions/notes.h"
+#include "companions/notes_window.h"
 
 namespace larkspin {
 
@@ -22,8 +26,14 @@ private: // what the units are made with
     CompanionsNeeds needs_;
 
 public:
+    Notes notes{core_};
+    NoteRecital noteRecital{core_, notes};
+    NoteCommands noteCommands{core_, notes, noteRecital};
+    NotesWindow notesWindow{core_, notes, noteRecital};
+
     void load();
     void save();
+    void unload();
 };
 
 } // namespace larkspin

@@ -27,6 +27,7 @@ TEST(TrayMenu, ReachesAllThereIs) {
         "cancel: cancel",
         "a: -",
         "mp3z: view 1 files",
+        "noted: view 0 notes",
         "playtz: played 0 times",
         "plsts: playlists",
         "- numl: 1 playlists",

@@ -1,0 +1,35 @@
+// The commands that work on notes by their number, or on all of them, and answer in the room.
+#pragma once
+
+#include "chat/core.h"
+
+#include <string>
+
+namespace larkspin {
+
+class NoteRecital;
+class Notes;
+
+class NoteCommands {
+public:
+    NoteCommands(const Core& core, Notes& notes, NoteRecital& recital)
+        : state_(core.state), reply_(core.reply), notes_(notes), recital_(recital) {}
+
+    void sn(const std::string& text);
+    void note(const std::string& text);
+    void tellCount();
+    void clrn();
+    // Leaves the count in the tray's menu as it was.
+    void del(const std::string& text);
+    // "2, new text". Behind a trigger that is itself a comma the line's first comma leaves no
+    // number before it: no line is an edit then.
+    void edit(const std::string& text);
+
+private:
+    AppState& state_;
+    Reply& reply_;
+    Notes& notes_;
+    NoteRecital& recital_;
+};
+
+} // namespace larkspin

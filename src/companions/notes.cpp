@@ -1,0 +1,100 @@
+#include "companions/notes.h"
+
+#include "shell/app_state.h"
+#include "shell/event_loop.h"
+#include "text/dates.h"
+#include "text/utf8.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+constexpr char lastOfTime = 'm'; // of "am" and "pm"; there is no letter before them
+
+std::string_view behindTime(std::string_view row, std::size_t characters) {
+    const auto end = row.find(lastOfTime);
+    if (end == std::string_view::npos)
+        return row;
+    row.remove_prefix(end);
+    return row.substr(prefixLength(row, characters));
+}
+
+} // namespace
+
+std::string_view noteText(std::string_view row) {
+    return behindTime(row, 7);
+}
+
+std::string_view noteSubject(std::string_view row) {
+    return behindTime(row, 4);
+}
+
+// A row is a line of a file.
+std::string Notes::made(const std::string& text) const {
+    const std::tm now = loop_.localTime();
+    std::string row = shortDate(now) + "-" + clockTime(now) + ":     " + text;
+    const auto isLineBreak = [](char byte) { return byte == '\r' || byte == '\n'; };
+    std::replace_if(row.begin(), row.end(), isLineBreak, ' ');
+    return row;
+}
+
+bool Notes::add(const std::string& text) {
+    return state_.notes.add(made(text));
+}
+
+void Notes::remove(int note) {
+    state_.notes.removeAt(note);
+    state_.noteText.clear();
+}
+
+void Notes::replace(int note, const std::string& text) {
+    state_.notes.replaceAt(note, made(text));
+    if (note == state_.notes.currentIndex())
+        showText(note);
+}
+
+void Notes::clear() {
+    state_.notes.clear();
+    state_.noteText.clear();
+}
+
+void Notes::select(int note) {
+    state_.notes.setCurrentIndex(note);
+    showText(note);
+}
+
+void Notes::showText(int note) {
+    state_.noteText = text(note);
+}
+
+int Notes::count() const {
+    return state_.notes.count();
+}
+
+std::string_view Notes::row(int note) const {
+    return state_.notes.row(note);
+}
+
+Row Notes::selected() const {
+    return state_.notes.share(state_.notes.currentIndex());
+}
+
+// Copies of a row share its text, and no other row does.
+int Notes::find(const Row& row) const {
+    for (int note = 0; note < count(); ++note)
+        if (this->row(note).data() == row.text().data())
+            return note;
+    return -1;
+}
+
+std::string Notes::tellFull() const {
+    return "you already have " + std::to_string(count()) + " notes, no more fit";
+}
+
+void Notes::showCount() {
+    state_.noted = "view " + std::to_string(count()) + " notes";
+}
+
+} // namespace larkspin

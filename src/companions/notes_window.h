@@ -1,0 +1,41 @@
+// The notes window `notez`: the notes, the text of the selected one, and what can be done with them
+// by the mouse, also in silent mode. Nothing but a recital is said in the room.
+#pragma once
+
+#include "chat/core.h"
+#include "shell/window.h"
+
+#include <vector>
+
+namespace larkspin {
+
+class NoteRecital;
+class Notes;
+
+class NotesWindow {
+public:
+    NotesWindow(const Core& core, Notes& notes, NoteRecital& recital);
+
+    // The command, and what the tray's entry does without a word.
+    void nshow();
+    void show() { showOnTop(notez); }
+
+    Window notez{.name = "notez", .place = {3000, 3000, 4500, 2700}};
+
+private:
+    std::vector<Control> controls();
+    void add();
+    void clear();
+    void edit();
+    void askToDelete();
+    void recite();
+
+    AppState& state_;
+    EventLoop& loop_;
+    Dialogs& dialogs_;
+    Reply& reply_;
+    Notes& notes_;
+    NoteRecital& recital_;
+};
+
+} // namespace larkspin
