@@ -61,7 +61,10 @@ void Notes::clear() {
 }
 
 void Notes::select(int note) {
-    state_.notes.setCurrentIndex(note);
+    RowList& notes = state_.notes;
+    notes.setSelected(notes.currentIndex(), false);
+    notes.setCurrentIndex(note);
+    notes.setSelected(notes.currentIndex(), true);
     showText(note);
 }
 

@@ -163,6 +163,8 @@ TEST(NotesWindow, ShowsTheTextOfTheNoteSelectedLast) {
     machine.owner("'note 3");
     EXPECT_EQ(machine.shown("Text1"), "c");
     EXPECT_EQ(machine.state().notes.currentIndex(), 2);
+    EXPECT_TRUE(machine.state().notes.isSelected(2));
+    EXPECT_EQ(machine.state().notes.selectedCount(), 1);
     machine.owner("'edit 1, new");
     EXPECT_EQ(machine.shown("Text1"), "new");
     machine.owner("'del 1");
