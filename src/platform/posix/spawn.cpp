@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <spawn.h>
 #include <string_view>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace larkspin {
@@ -13,8 +15,10 @@ namespace {
 
 class FileActions {
 public:
-    explicit FileActions(int channel) {
+    FileActions(int channel, const std::string& directory) {
         ::posix_spawn_file_actions_init(&actions_);
+        if (!directory.empty())
+            ::posix_spawn_file_actions_addchdir_np(&actions_, directory.c_str());
         // First, since it may be one of those that are opened anew.
         if (channel >= 0)
             ::posix_spawn_file_actions_adddup2(&actions_, channel, spawnChannel);
@@ -56,6 +60,23 @@ private:
     posix_spawnattr_t attributes_{};
 };
 
+// While it stands no signal comes in: a process that is forked off now would take it with handlers
+// that aren't meant for it.
+class NoSignals {
+public:
+    NoSignals() {
+        sigset_t all;
+        sigfillset(&all);
+        ::pthread_sigmask(SIG_SETMASK, &all, &before_);
+    }
+    ~NoSignals() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    NoSignals(const NoSignals&) = delete;
+    NoSignals& operator=(const NoSignals&) = delete;
+
+private:
+    sigset_t before_{};
+};
+
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     std::vector<char*> pointers;
     for (const std::string& text : texts)
@@ -63,6 +84,33 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     pointers.push_back(nullptr);
     return pointers;
 }
+
+// All that is needed, made beforehand: a process that was forked off must not ask for memory.
+class Start {
+public:
+    explicit Start(const SpawnRequest& request)
+        : program_(request.program), command_{request.program}, environment_(request.environment),
+          files_(request.channel, request.directory), clean_(request.newSession) {
+        command_.insert(command_.end(), request.arguments.begin(), request.arguments.end());
+        arguments_ = pointersTo(command_);
+        variables_ = pointersTo(environment_);
+    }
+
+    std::optional<pid_t> run() {
+        pid_t id = -1;
+        if (::posix_spawn(&id, program_.c_str(), files_.get(), clean_.get(), arguments_.data(),
+                          variables_.data()) != 0)
+            return std::nullopt;
+        return id;
+    }
+
+private:
+    std::string program_;
+    std::vector<std::string> command_, environment_;
+    FileActions files_;
+    CleanStart clean_;
+    std::vector<char*> arguments_, variables_;
+};
 
 bool names(std::string_view variable, std::string_view name) {
     if (name.ends_with('*'))
@@ -73,15 +121,20 @@ bool names(std::string_view variable, std::string_view name) {
 } // namespace
 
 std::optional<pid_t> spawn(const SpawnRequest& request) {
-    std::vector<std::string> command{request.program};
-    command.insert(command.end(), request.arguments.begin(), request.arguments.end());
-    const FileActions files(request.channel);
-    const CleanStart start(request.newSession);
-    pid_t id = -1;
-    if (::posix_spawn(&id, request.program.c_str(), files.get(), start.get(),
-                      pointersTo(command).data(), pointersTo(request.environment).data()) != 0)
-        return std::nullopt;
-    return id;
+    return Start(request).run();
+}
+
+// Started by a process that ends at once, which is waited for here: the system takes the program
+// over, and looks after its end.
+bool spawnOrphan(const SpawnRequest& request) {
+    Start start(request);
+    const NoSignals quiet;
+    const pid_t between = ::fork();
+    if (between == 0)
+        ::_exit(start.run() ? EXIT_SUCCESS : EXIT_FAILURE);
+    int status = -1;
+    return between > 0 && ::waitpid(between, &status, 0) == between && WIFEXITED(status) &&
+           WEXITSTATUS(status) == EXIT_SUCCESS;
 }
 
 std::vector<std::string> variables(const std::vector<std::string>& wanted) {

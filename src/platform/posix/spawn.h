@@ -14,6 +14,7 @@ struct SpawnRequest {
     std::vector<std::string> arguments;   // behind the program's own name
     std::vector<std::string> environment; // "NAME=value"
     int channel = -1;                     // a descriptor that becomes `spawnChannel`; -1 for none
+    std::string directory = {};           // where it starts; empty for this program's own
     bool newSession = false;              // it goes on when this program's terminal hangs up
 };
 
@@ -21,6 +22,10 @@ inline constexpr int spawnChannel = 3; // input, output and errors are /dev/null
 
 // The process, which the caller waits for; nothing when it can't be started.
 std::optional<pid_t> spawn(const SpawnRequest& request);
+
+// The same for a program that nobody waits for, now or at its end: it becomes the child of the
+// system. True when it has been started.
+bool spawnOrphan(const SpawnRequest& request);
 
 // Those of this program's variables that have one of these names; a name that ends in "*"
 // stands for all that begin so.

@@ -1,0 +1,86 @@
+#include "platform/posix/posix_launching.h"
+
+#include "platform/posix/drive_paths.h"
+#include "platform/posix/spawn.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <unistd.h>
+
+namespace larkspin {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isFile(const fs::path& path) {
+    std::error_code failed;
+    return fs::is_regular_file(path, failed);
+}
+
+bool start(const fs::path& program, const std::vector<std::string>& arguments,
+           const fs::path& directory) {
+    return spawnOrphan({.program = program,
+                        .arguments = arguments,
+                        .environment = variables({"*"}),
+                        .directory = directory,
+                        .newSession = true});
+}
+
+// A disk from another system may call every file executable: the system then refuses those that are
+// none.
+bool execute(const fs::path& file) {
+    return isFile(file) && ::access(file.c_str(), X_OK) == 0 && start(file, {}, file.parent_path());
+}
+
+// Relative directories don't count: who writes into the current one must not choose what runs.
+fs::path onPath(std::string_view name) {
+    const char* const value = std::getenv("PATH");
+    for (std::string_view rest = value ? value : "/usr/local/bin:/usr/bin:/bin"; !rest.empty();) {
+        const auto directory = rest.substr(0, rest.find(':'));
+        rest.remove_prefix(std::min(rest.size(), directory.size() + 1));
+        const fs::path candidate = fs::path(directory) / name;
+        if (candidate.is_absolute() && isFile(candidate) && ::access(candidate.c_str(), X_OK) == 0)
+            return candidate;
+    }
+    return {};
+}
+
+bool startWith(std::string_view tool, const std::string& argument, const fs::path& directory) {
+    const fs::path program = onPath(tool);
+    return !program.empty() && start(program, {argument}, directory);
+}
+
+fs::path ownDirectory() {
+    std::error_code failed;
+    return fs::read_symlink("/proc/self/exe", failed).parent_path();
+}
+
+// No program could be given all of it.
+bool endsEarly(const std::string& text) {
+    return text.find('\0') != std::string::npos;
+}
+
+} // namespace
+
+bool PosixLaunching::run(const std::string& path) {
+    const std::string native = nativePath(path);
+    if (endsEarly(native) || !isFile(native))
+        return false;
+    return execute(native) || startWith("wine", native, fs::path(native).parent_path());
+}
+
+bool PosixLaunching::open(const std::string& pathOrAddress) {
+    // What begins so the opener would take for an option.
+    if (pathOrAddress.empty() || pathOrAddress.starts_with('-') || endsEarly(pathOrAddress))
+        return false;
+    const std::string native = nativePath(pathOrAddress);
+    if (native.empty()) // the opener knows whole addresses only
+        return startWith("xdg-open",
+                         (pathOrAddress.starts_with("www.") ? "http://" : "") + pathOrAddress,
+                         ownDirectory());
+    return execute(native) || startWith("xdg-open", native, ownDirectory());
+}
+
+} // namespace larkspin
