@@ -47,6 +47,17 @@ void LineFiles::savelines(const std::string& path, const RowList& list) {
         saveBehind(path, rows);
 }
 
+void LineFiles::loadTogether(const Half& first, const Half& second) {
+    loadlines(first.path, first.list);
+    loadlines(second.path, second.list);
+    if (!unread_.contains(first.path) && !unread_.contains(second.path))
+        return;
+    for (const Half& half : {first, second}) {
+        half.list.clear();
+        unread_[half.path] = std::nullopt;
+    }
+}
+
 void LineFiles::loadPlaylist(const std::string& path, AppState& state) {
     clearPlaylist(state);
     loadlines(path, state.masterList);

@@ -29,6 +29,15 @@ public:
     // ".rescued" at its end. No rows at all change neither.
     void savelines(const std::string& path, const RowList& list);
 
+    // Two files of which each line belongs to the same line of the other. When one of them can't be
+    // read neither is loaded, so that new rows go behind the lines of both and the halves still
+    // fit.
+    struct Half {
+        std::string path;
+        RowList& list;
+    };
+    void loadTogether(const Half& first, const Half& second);
+
     // The playlist from a file, in place of what the lists hold.
     void loadPlaylist(const std::string& path, AppState& state);
 
