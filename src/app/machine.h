@@ -12,6 +12,7 @@ class Dialogs;
 class Directories;
 class EventLoop;
 class Files;
+class Launching;
 class MediaControl;
 class Process;
 class Room;
@@ -25,6 +26,7 @@ struct Machine {
     Room& room;
     ChatLines& lines; // of the room; the program listens to them
     MediaControl& player;
+    Launching& launching;
     Process& process;
     std::string dataDirectory; // drive path without a trailing backslash
     bool fadesWindows;         // the desktop can draw the splash half transparent

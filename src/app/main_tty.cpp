@@ -5,6 +5,7 @@
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
+#include "platform/posix/posix_launching.h"
 #include "platform/posix/posix_process.h"
 #include "platform/posix/standard_streams.h"
 #include "platform/posix/user_directories.h"
@@ -24,6 +25,7 @@ int main() {
                       [&](std::string_view typed) { return directories.drivePath(typed); });
     PlayerControl player(loop, {playerBeside(), {}},
                          [&](const std::string& line) { terminal.screen.note(line); });
+    PosixLaunching launching;
     PosixProcess process(userDataDirectory());
     terminal.keepHistory(files, DataDirectory(userDataDirectory()).file("history.txt"));
     process.beforeEnd([&] { terminal.close(); });
@@ -36,6 +38,7 @@ int main() {
                      .room = terminal.room,
                      .lines = lines,
                      .player = player,
+                     .launching = launching,
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = false});

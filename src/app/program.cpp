@@ -20,7 +20,10 @@ Program::Program(const Machine& m)
                            .refresh = library.refresh,
                            .NiteScan2 = chat.NiteScan2,
                            .commandsWindow = chat.commandsWindow}),
-      companions(chat.core, {.lineFiles = library.lineFiles, .directory = shell.directory}),
+      companions(chat.core, {.lineFiles = library.lineFiles,
+                             .directory = shell.directory,
+                             .directories = m.directories,
+                             .launching = m.launching}),
       rows1_(commandRows(*this, HandledBy::NiteScan1)),
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
       rows3_(commandRows(*this, HandledBy::NiteScan3)) {
@@ -35,8 +38,8 @@ Program::~Program() {
 }
 
 std::vector<Window*> Program::windows() {
-    return {&playback.mediaWindow.mp3s, &chat.commandsWindow.larkmain, &playback.choices.stops,
-            &companions.notesWindow.notez, &shell.splash.dire};
+    return {&playback.mediaWindow.mp3s,    &chat.commandsWindow.larkmain,   &playback.choices.stops,
+            &companions.notesWindow.notez, &companions.launcherWindow.appz, &shell.splash.dire};
 }
 
 // The order counts: the clock of the media window shows where a repeated section has sent the song,

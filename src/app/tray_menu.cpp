@@ -107,6 +107,7 @@ Entries tree(Program& p) {
                       keepontop(p.playback.mediaWindow.mp3s);
                   }),
             entry("noted", state.noted, [&p] { p.companions.notesWindow.show(); }),
+            entry("appsz", state.appsz, [&p] { p.companions.launcherWindow.show(); }),
             label("playtz", state.playtz),
             submenu("plsts", "playlists", playlists(p)),
             submenu("aeoel", "aol", aol()),

@@ -11,21 +11,19 @@ namespace larkspin {
 void Companions::load() {
     AppState& state = core_.state;
     needs_.lineFiles.loadlines(needs_.directory.notesFile(), state.notes);
-    needs_.lineFiles.loadlines(needs_.directory.appPathsFile(), state.appPaths);
-    needs_.lineFiles.loadlines(needs_.directory.appTitlesFile(), state.appTitles);
     notes.showCount();
-    state.appsz = "view " + std::to_string(state.appTitles.count()) + " app items";
+    launcherItems.load(needs_.lineFiles, needs_.directory);
 }
 
 void Companions::save() {
     const AppState& state = core_.state;
     needs_.lineFiles.savelines(needs_.directory.notesFile(), state.notes);
-    needs_.lineFiles.savelines(needs_.directory.appPathsFile(), state.appPaths);
-    needs_.lineFiles.savelines(needs_.directory.appTitlesFile(), state.appTitles);
+    launcherItems.save(needs_.lineFiles, needs_.directory);
 }
 
 void Companions::unload() {
     notesWindow.notez.visible = false;
+    launcherWindow.reset();
 }
 
 } // namespace larkspin

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "chat/core.h"
+#include "companions/launcher.h"
+#include "companions/launcher_items.h"
+#include "companions/launcher_window.h"
 #include "companions/note_commands.h"
 #include "companions/note_recital.h"
 #include "companions/notes.h"
@@ -10,12 +13,16 @@
 namespace larkspin {
 
 class DataDirectory;
+class Directories;
+class Launching;
 class LineFiles;
 
 // Of the floors below, what the companions work with beside the core.
 struct CompanionsNeeds {
     LineFiles& lineFiles;
     const DataDirectory& directory;
+    Directories& directories;
+    Launching& launching;
 };
 
 struct Companions {
@@ -30,6 +37,9 @@ public:
     NoteRecital noteRecital{core_, notes};
     NoteCommands noteCommands{core_, notes, noteRecital};
     NotesWindow notesWindow{core_, notes, noteRecital};
+    LauncherItems launcherItems{core_.state};
+    Launcher launcher{core_, launcherItems, needs_.directories, needs_.launching};
+    LauncherWindow launcherWindow{core_, launcherItems, launcher};
 
     void load();
     void save();

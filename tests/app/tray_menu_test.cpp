@@ -28,6 +28,7 @@ TEST(TrayMenu, ReachesAllThereIs) {
         "a: -",
         "mp3z: view 1 files",
         "noted: view 0 notes",
+        "appsz: view 0 app items",
         "playtz: played 0 times",
         "plsts: playlists",
         "- numl: 1 playlists",

@@ -54,11 +54,11 @@ void ScriptedDialogs::titledBox(const std::string& title, const std::string& tex
     boxes.push_back(text);
     if (title != "larkspin")
         titles.push_back(title);
-    whileOpen();
+    Task{whileOpen}(); // which may replace itself
 }
 
 std::string ScriptedDialogs::nextAnswer() {
-    whileOpen();
+    Task{whileOpen}();
     if (answers.empty())
         return {};
     std::string answer = std::move(answers.front());
@@ -235,6 +235,7 @@ bool VirtualMachine::startOn(Directories& others) {
                                                 .room = room,
                                                 .lines = lines,
                                                 .player = player,
+                                                .launching = launching,
                                                 .process = process,
                                                 .dataDirectory = drive("data"),
                                                 .fadesWindows = fadesWindows});

@@ -10,6 +10,7 @@
 #include "app/machine.h"
 #include "chat/chat_lines.h"
 #include "chat/room.h"
+#include "companions/launching.h"
 #include "library/directories.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
@@ -119,6 +120,22 @@ public:
 
     std::optional<TrayIcon> icon;
     std::optional<Menu> popup;
+};
+
+// What was to be started; nothing is.
+class RecordedLaunching : public Launching {
+public:
+    bool run(const std::string& path) override { return start("run " + path); }
+    bool open(const std::string& pathOrAddress) override { return start("open " + pathOrAddress); }
+
+    std::vector<std::string> started; // "run c:\x.exe", "open c:\x.jpg", tried ones as well
+    bool works = true;
+
+private:
+    bool start(std::string what) {
+        started.push_back(std::move(what));
+        return works;
+    }
 };
 
 // Plays without sound on the virtual clock. Lengths are told by the path that was opened;
@@ -232,6 +249,7 @@ public:
     ChatLines lines{loop};
     RecordedRoom room{loop, lines};
     SilentPlayer player;
+    RecordedLaunching launching;
     VirtualProcess process;
     bool fadesWindows = false;
     std::unique_ptr<Program> program; // made at start

@@ -1,0 +1,146 @@
+#include "companions/launcher.h"
+
+#include "chat/reply.h"
+#include "chat/two_arguments.h"
+#include "companions/launcher_items.h"
+#include "companions/launching.h"
+#include "library/directories.h"
+#include "shell/app_state.h"
+#include "shell/pause.h"
+#include "text/fold.h"
+#include "text/wildcard.h"
+
+namespace larkspin {
+
+namespace {
+
+// Seconds.
+constexpr double behindItem = 0.6;
+constexpr double behindOpening = 0.7; // of a recital
+
+} // namespace
+
+// Goes as far as the list reached at first: what is added meanwhile isn't loaded, and where items
+// have gone the walk comes upon an empty path, which ends it.
+void Launcher::load(const std::string& text) {
+    if (reply_.refusedInSilence(
+            "double click an app or pic in the apps and pics list to load it in silent mode"))
+        return;
+    const std::string wanted = foldCase(text);
+    const int end = items_.count();
+    bool found = false;
+    for (int index = 0; index < end; ++index) {
+        loop_.serveTurn();
+        items_.select(index);
+        if (items_.path(index).empty())
+            return;
+        if (!items_.titleHolds(index, wanted))
+            continue;
+        found = true;
+        announceAndLaunch(index);
+        Pause{loop_}(behindItem);
+    }
+    if (!found)
+        reply_.saychat("<b>" + wanted + "</b> not found");
+}
+
+void Launcher::rmva(const std::string& text) {
+    if (reply_.refusedInSilence("press the delete key for the one you want to remove on the "
+                                "application and shit form to remove them in silent mode"))
+        return;
+    const std::string wanted = foldCase(text);
+    bool found = false;
+    for (int index = 0; index < items_.count();) {
+        items_.select(index);
+        if (items_.path(index).empty())
+            return;
+        if (!items_.titleHolds(index, wanted)) {
+            ++index;
+            continue;
+        }
+        found = true;
+        const std::string title = items_.title(index);
+        items_.removeAt(index);
+        reply_.saychat("<b>" + title + "</b> removed from applications n shit list");
+        Pause{loop_}(behindItem);
+        index = 0; // any other item may have gone meanwhile
+    }
+    if (!found)
+        reply_.saychat("<b>" + wanted + "</b> not found");
+}
+
+void Launcher::clra() {
+    const std::string count = std::to_string(items_.count());
+    items_.clear();
+    reply_.sayOrBox("cleared <b>" + count + "</b> apps n shit",
+                    "all apps and pics have been cleared");
+}
+
+void Launcher::tellCount() {
+    const std::string count = std::to_string(items_.count());
+    reply_.sayOrBox("total apps n shit items:  <b>" + count, "you have " + count + " app items");
+}
+
+void Launcher::ap(const std::string& pathAndTitle) {
+    if (reply_.refusedInSilence(
+            "use the applications n shit window to add something in silent mode"))
+        return;
+    const auto item = twoArguments(pathAndTitle);
+    // What parts the two is the first comma of the line, which such a trigger takes away.
+    if (!item || state_.trigger.find(',') != std::string::npos)
+        return;
+    const std::string path = directories_.drivePath(item->first);
+    if (path.empty() || item->second.empty())
+        reply_.saychat("the fuck are you tryin to do?");
+    else if (!fits(path, "*:\\*"))
+        reply_.saychat("the hell are you doing, stupid?");
+    else if (!items_.add(path, item->second))
+        reply_.saychat("the applications n shit list is full");
+    else
+        reply_.saychat("added:  <b>" + item->second);
+}
+
+void Launcher::scra() {
+    if (reply_.refusedInSilence("cant scroll app shit in silent mode you ditz"))
+        return;
+    const Pause pause(loop_);
+    reply_.saychat("scrolling <b>" + std::to_string(items_.count()) + "</b> app n shit items");
+    pause(behindOpening);
+    for (int index = 0; index < items_.count(); ++index) {
+        items_.select(index);
+        if (items_.path(index).empty())
+            return;
+        reply_.saychat("<b>" + std::to_string(index + 1) + "</b>.  <b>" + items_.title(index) +
+                       "</b> ~> " + items_.path(index));
+        pause(behindItem);
+    }
+}
+
+void Launcher::launchSelected() {
+    if (!items_.path(items_.selected()).empty())
+        announceAndLaunch(items_.selected());
+}
+
+void Launcher::announceAndLaunch(int index) {
+    const std::string path = items_.path(index);
+    reply_.saychat("loading... <b>" + items_.title(index));
+    launchItem(path);
+}
+
+void Launcher::launchItem(const std::string& path) {
+    if (!path.ends_with(".exe"))
+        launchFile(path);
+    else if (!launching_.run(path))
+        tellUnable(path);
+}
+
+void Launcher::launchFile(const std::string& path) {
+    if (!launching_.open(path))
+        tellUnable(path);
+}
+
+void Launcher::tellUnable(const std::string& path) {
+    reply_.saychat("unable to open... <b>" + path);
+}
+
+} // namespace larkspin

@@ -1,0 +1,113 @@
+#include "companions/launcher_items.h"
+
+#include "library/line_files.h"
+#include "shell/app_state.h"
+#include "shell/data_directory.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+// A list's row is a line of its file: one more line break would part it from its other half.
+std::string asOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return text;
+}
+
+void fillUp(RowList& list, int count) {
+    while (list.count() < count && list.add(""))
+        continue;
+}
+
+} // namespace
+
+// Of files that differ in length the shorter one is filled up with empty texts, and saved so: no
+// line is lost, and what is added later still finds its other half. An item without a title can be
+// started and deleted in the window; one without a path can only be deleted there, and it ends the
+// walks of the commands, behind which there is none with a path any more.
+void LauncherItems::load(LineFiles& files, const DataDirectory& directory) {
+    files.loadTogether({directory.appPathsFile(), state_.appPaths},
+                       {directory.appTitlesFile(), state_.appTitles});
+    fillUp(state_.appPaths, state_.appTitles.count());
+    fillUp(state_.appTitles, state_.appPaths.count());
+    showCount();
+}
+
+void LauncherItems::save(LineFiles& files, const DataDirectory& directory) const {
+    files.savelines(directory.appPathsFile(), state_.appPaths);
+    files.savelines(directory.appTitlesFile(), state_.appTitles);
+}
+
+int LauncherItems::count() const {
+    return state_.appTitles.count();
+}
+
+std::string LauncherItems::title(int index) const {
+    return std::string(state_.appTitles.row(index));
+}
+
+std::string LauncherItems::path(int index) const {
+    return std::string(state_.appPaths.row(index));
+}
+
+bool LauncherItems::titleHolds(int index, std::string_view folded) const {
+    return state_.appTitles.folded(index).find(folded) != std::string_view::npos;
+}
+
+bool LauncherItems::add(const std::string& path, const std::string& title) {
+    if (state_.appTitles.full())
+        return false;
+    state_.appPaths.add(asOneLine(path));
+    state_.appTitles.add(asOneLine(title));
+    showCount();
+    return true;
+}
+
+void LauncherItems::removeAt(int index) {
+    state_.appPaths.removeAt(index);
+    state_.appTitles.removeAt(index);
+    state_.appPathText.clear();
+    showCount();
+}
+
+void LauncherItems::clear() {
+    state_.appTitles.clear();
+    state_.appPathText.clear();
+    state_.appPaths.clear();
+    showCount();
+}
+
+void LauncherItems::select(int index) {
+    RowList& titles = state_.appTitles;
+    titles.setSelected(titles.currentIndex(), false); // as a rule the only one: nothing to look for
+    if (!titles.setCurrentIndex(index))
+        return;
+    titles.selectOnly(index);
+    state_.appPaths.setCurrentIndex(index);
+    state_.appPathText = state_.appPaths.row(index);
+}
+
+int LauncherItems::selected() const {
+    return state_.appTitles.currentIndex();
+}
+
+Row LauncherItems::mark(int index) const {
+    return state_.appTitles.share(index);
+}
+
+// Told by where its text stands, which no other row shares: there may be several of one title.
+int LauncherItems::find(const Row& mark) const {
+    for (int index = 0; index < count(); ++index)
+        if (state_.appTitles.row(index).data() == mark.text().data())
+            return index;
+    return -1;
+}
+
+void LauncherItems::showCount() {
+    state_.appsz = "view " + std::to_string(count()) + " app items";
+}
+
+} // namespace larkspin

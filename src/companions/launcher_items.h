@@ -1,0 +1,47 @@
+// What the launcher holds: row i of `appTitles` and row i of `appPaths` are one item. All that
+// adds, takes out and selects items goes through here, so that the two lists stay parallel.
+#pragma once
+
+#include "text/row.h"
+
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+struct AppState;
+class DataDirectory;
+class LineFiles;
+
+class LauncherItems {
+public:
+    explicit LauncherItems(AppState& state) : state_(state) {}
+
+    void load(LineFiles& files, const DataDirectory& directory);
+    void save(LineFiles& files, const DataDirectory& directory) const;
+
+    int count() const;
+    // Indexes count from 0. Outside the list: an empty text, and no effect.
+    std::string title(int index) const;
+    std::string path(int index) const;
+    bool titleHolds(int index, std::string_view folded) const;
+
+    bool add(const std::string& path, const std::string& title); // false when the list is full
+    void removeAt(int index);
+    void clear();
+
+    // Selects an item in both lists and shows its path.
+    void select(int index);
+    int selected() const; // -1 for none
+
+    // An item to be found again, whatever becomes of the list meanwhile.
+    Row mark(int index) const;
+    int find(const Row& mark) const; // -1 when it is gone
+
+private:
+    void showCount();
+
+    AppState& state_;
+};
+
+} // namespace larkspin
