@@ -1,11 +1,11 @@
 #include "library/adding.h"
 
 #include "chat/reply.h"
-#include "library/directories.h"
+#include "library/media_filter.h"
 #include "library/playlist.h"
+#include "library/playlist_row.h"
 #include "library/scan.h"
 #include "shell/app_state.h"
-#include "shell/dialogs.h"
 #include "text/fold.h"
 
 namespace larkspin {
@@ -67,6 +67,45 @@ bool Adding::addmatching(RowList& list, const std::string& text) {
         addToPlaylistOnce(state_, list.share(index));
     }
     return matched;
+}
+
+FileQuestion Adding::question(const std::string& wanted) const {
+    return {.title = wanted + " - your current media filter is " + state_.mediaFilter,
+            .types = {fileTypeOf(state_.mediaFilter)}};
+}
+
+// A single file brings its directory with the backslash behind it, and leaves the memory of the
+// random pick alone.
+void Adding::addFiles() {
+    const std::vector<std::string> paths = dialogs_.openFiles(question("add file(s)"));
+    for (const std::string& path : paths) {
+        const Song song = songOfPath(path);
+        if (song.title().empty() || song.directory.empty())
+            continue; // the name of a directory, or of nothing
+        const std::string directory =
+            paths.size() == 1 ? joinPath(song.directory, "") : song.directory;
+        if (addToPlaylistOnce(state_, Row(makerow(song.name, song.extension, directory))))
+            showfilecount(state_);
+    }
+    if (paths.size() > 1)
+        state_.playedMemory.clear();
+}
+
+// The listing stays what it is, whatever File1 shows by the time that it is added.
+FileLister::Shown Adding::askForDirectory() {
+    const auto path = dialogs_.openDirectory(question("add a directory"));
+    const bool isThere =
+        path && (File1_.setPath(*path) || File1_.setPath(songOfPath(*path).directory));
+    return isThere ? File1_.shown() : nullptr;
+}
+
+// Each directory with the backslash behind it, which a scan doesn't write.
+void Adding::addDirectory(const DirectoryListing& chosen) {
+    const std::string directory = joinPath(chosen.path, "");
+    for (const std::string& name : chosen.files)
+        addToPlaylistOnce(state_, Row(rowOfFile(name, directory)));
+    showfilecount(state_);
+    state_.playedMemory.clear();
 }
 
 void Adding::addString(const std::string& text) {

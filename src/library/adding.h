@@ -1,21 +1,22 @@
-// Adding media: the commands that bring files from disk into the playlist.
+// Adding media: the commands and the dialogs that bring files from disk into the playlist.
 #pragma once
 
 #include "chat/core.h"
+#include "library/listers.h"
 #include "text/row_list.h"
 
 #include <string>
 
 namespace larkspin {
 
-class Directories;
+struct FileQuestion;
 class Scan;
 
 class Adding {
 public:
-    Adding(const Core& core, Directories& directories, Scan& scan)
+    Adding(const Core& core, Directories& directories, FileLister& File1, Scan& scan)
         : state_(core.state), reply_(core.reply), dialogs_(core.dialogs), directories_(directories),
-          scan_(scan) {}
+          File1_(File1), scan_(scan) {}
 
     // The commands. `scan` finds files, the other two add what the last scan found.
     void scan(const std::string& directory);
@@ -29,16 +30,26 @@ public:
     // or directory. True when there was one, also when the playlist held it already.
     bool addmatching(RowList& list, const std::string& text);
 
-    // Adds what the last scan found and contains the text, as the media window does it.
+    // As the media window does it: files that the owner chooses, whatever their type.
+    void addFiles();
+
+    // What the media filter lets through in a directory that he chooses, without those below it.
+    // Nothing is chosen when he dismisses the dialog or names what isn't there.
+    FileLister::Shown askForDirectory();
+    void addDirectory(const DirectoryListing& chosen);
+
+    // Adds what the last scan found and contains the text, in the same way.
     void addString(const std::string& text);
 
 private:
     void addScanned();
+    FileQuestion question(const std::string& wanted) const;
 
     AppState& state_;
     Reply& reply_;
     Dialogs& dialogs_;
     Directories& directories_;
+    FileLister& File1_;
     Scan& scan_;
 };
 

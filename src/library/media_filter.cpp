@@ -18,15 +18,16 @@ struct Filter {
     bool AppState::*checkMark;
     std::string_view typedWord; // as the command takes it
     std::string_view entry;     // of the menu
+    std::string_view files;     // what a file dialog calls them; empty for all of them
 };
 
 constexpr Filter filters[] = {
     // the last one lets all through
-    {"mp3", "*.mp3", &AppState::fmp3, "mp3", "fmp3"},
-    {"wav", "*.wav", &AppState::fwav, "wav", "fwav"},
-    {"wma", "*.wma", &AppState::fwma, "wma", "fwma"},
-    {"midi", "*.mid", &AppState::fmid, "midi", "fmid"},
-    {"all types", "*.mp3;*.wav;*.wma;*.mid", &AppState::fallt, "all", "fallt"},
+    {"mp3", "*.mp3", &AppState::fmp3, "mp3", "fmp3", "mpeg layer 3"},
+    {"wav", "*.wav", &AppState::fwav, "wav", "fwav", "wave"},
+    {"wma", "*.wma", &AppState::fwma, "wma", "fwma", "windows media audio"},
+    {"midi", "*.mid", &AppState::fmid, "midi", "fmid", "midi"},
+    {"all types", "*.mp3;*.wav;*.wma;*.mid", &AppState::fallt, "all", "fallt", ""},
 };
 
 const Filter* find(std::string_view word) {
@@ -36,6 +37,14 @@ const Filter* find(std::string_view word) {
 }
 
 } // namespace
+
+FileType fileTypeOf(std::string_view mediaFilter) {
+    const Filter* const found = find(mediaFilter);
+    if (!found || found->files.empty())
+        return {"media files (*.mid, *.mp3, *.wav, *.wma)", "*.mid;*.mp3;*.wav;*.wma"};
+    const std::string pattern(found->pattern);
+    return {std::string(found->files) + " files (" + pattern + ")", pattern};
+}
 
 void MediaFilter::choose(std::string_view word) {
     if (!apply(word))

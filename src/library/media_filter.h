@@ -2,6 +2,7 @@
 #pragma once
 
 #include "chat/core.h"
+#include "shell/dialogs.h"
 
 #include <string>
 #include <string_view>
@@ -11,6 +12,9 @@ namespace larkspin {
 
 class FileLister;
 struct MenuEntry;
+
+// What a file dialog offers under that filter; under none of the five, media files of all types.
+FileType fileTypeOf(std::string_view mediaFilter);
 
 class MediaFilter {
 public:

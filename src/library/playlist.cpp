@@ -46,6 +46,18 @@ void replacePlaylist(AppState& state, const std::vector<Row>& rows) {
     state.playlistView = state.masterList;
 }
 
+int findRow(const RowList& list, const Row& row, int index) {
+    const std::string_view text = row.text();
+    if (text.empty())
+        return -1;
+    if (list.row(index) == text)
+        return index;
+    int found = list.count() - 1;
+    while (found >= 0 && list.row(found) != text)
+        --found;
+    return found;
+}
+
 void showFileCountLabel(AppState& state) {
     state.fileCountLabel = std::to_string(state.masterList.count()) + " files";
 }

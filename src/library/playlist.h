@@ -27,6 +27,9 @@ void clearPlaylist(AppState& state);
 // The rows in place of what the lists hold. For many rows it is quicker than adding each.
 void replacePlaylist(AppState& state, const std::vector<Row>& rows);
 
+// Where the row is that stood at the index before a wait; -1 when it has gone.
+int findRow(const RowList& list, const Row& row, int index);
+
 // The row count on the media window, in the tray menu's entry, and in both.
 void showFileCountLabel(AppState& state);
 void showFileCountEntry(AppState& state);

@@ -172,17 +172,8 @@ std::optional<SongFiles::Listed> SongFiles::rowShown() {
     return Listed{index, state_.playlistView.share(index)};
 }
 
-// -1 when it has gone.
 int SongFiles::find(const Listed& listed) {
-    const std::string_view text = listed.row.text();
-    if (text.empty())
-        return -1;
-    if (state_.masterList.row(listed.index) == text)
-        return listed.index;
-    int index = state_.masterList.count() - 1;
-    while (index >= 0 && state_.masterList.row(index) != text)
-        --index;
-    return index;
+    return findRow(state_.masterList, listed.row, listed.index);
 }
 
 bool SongFiles::takeOut(const Listed& listed) {

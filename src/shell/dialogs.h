@@ -50,6 +50,10 @@ public:
     virtual std::optional<std::string> openFile(const FileQuestion& question) = 0;
     virtual std::vector<std::string> openFiles(const FileQuestion& question) = 0;
     virtual std::optional<std::string> saveFile(const FileQuestion& question) = 0;
+
+    // A directory on disk. The owner may name any file in it instead, and nobody vouches for
+    // either.
+    virtual std::optional<std::string> openDirectory(const FileQuestion& question) = 0;
 };
 
 } // namespace larkspin

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace larkspin {
@@ -24,6 +25,9 @@ public:
 
     // True for a file, also one that can't be opened; false for a directory.
     virtual bool exists(const std::string& path) = 0;
+
+    // In bytes; of a link, that of the file behind it. 0 for what `exists` denies.
+    virtual std::uintmax_t size(const std::string& path) = 0;
 
     // No file that the program keeps comes near this size, in bytes.
     static constexpr std::size_t largestFile = std::size_t{64} * 1024 * 1024;

@@ -43,6 +43,12 @@ void Shell::save(SettingsChanges& changes) const {
     changes.emplace_back("progsec", state.programSeconds);
 }
 
+void Shell::reset() {
+    const unsigned next = state.run + 1;
+    state = AppState();
+    state.run = next;
+}
+
 void Shell::countSecond(bool songPlays) {
     if (songPlays && state.pauseMark != pausedMark)
         state.playedSeconds = oneMore(state.playedSeconds);

@@ -29,8 +29,8 @@ struct Shell {
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
 
-    // Every field begins anew, and all timers stop.
-    void reset() { state = AppState(); }
+    // Every field begins anew, and all timers stop. What waits has outlived its run then.
+    void reset();
 
     void countSecond(bool songPlays);
 };

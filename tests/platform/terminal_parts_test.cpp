@@ -125,7 +125,7 @@ TEST_P(DialogsTest, TakeTexts) {
 
 TEST_P(DialogsTest, TakePathsAndAnEmptyLineDismissesThem) {
     const FileQuestion open{"Open it"}, save{.title = "Save it", .directory = "c:\\lists"};
-    type(" /home/a | b.mp3 \nb.lkl\n\n \nd:\\x\n/a/b| c:\\d |\n\n");
+    type(" /home/a | b.mp3 \nb.lkl\n\n \nd:\\x\n/a/b| c:\\d |\n\n/m\n");
     EXPECT_EQ(dialogs.openFile(open), "c:\\home\\a | b.mp3");
     EXPECT_EQ(dialogs.saveFile(save), "c:\\lists\\b.lkl");
     EXPECT_EQ(dialogs.openFile(open), std::nullopt);
@@ -133,6 +133,7 @@ TEST_P(DialogsTest, TakePathsAndAnEmptyLineDismissesThem) {
     EXPECT_EQ(dialogs.saveFile(save), "d:\\x");
     EXPECT_EQ(dialogs.openFiles(open), (std::vector<std::string>{"c:\\a\\b", "c:\\d"}));
     EXPECT_EQ(dialogs.openFiles(open), std::vector<std::string>());
+    EXPECT_EQ(dialogs.openDirectory(open), "c:\\m");
     EXPECT_TRUE(out.readNow().starts_with("[open] Open it\n[save] Save it\n"));
 }
 

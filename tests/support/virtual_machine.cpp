@@ -80,12 +80,14 @@ std::optional<std::string> ScriptedDialogs::askText(const TextQuestion& question
 
 std::optional<std::string> ScriptedDialogs::openFile(const FileQuestion& question) {
     titles.push_back(question.title);
+    fileQuestion = question;
     std::string answer = nextAnswer();
     return answer.empty() ? std::nullopt : std::optional(std::move(answer));
 }
 
 std::vector<std::string> ScriptedDialogs::openFiles(const FileQuestion& question) {
     titles.push_back(question.title);
+    fileQuestion = question;
     std::vector<std::string> paths;
     for (std::string answer = nextAnswer(); !answer.empty(); answer = nextAnswer())
         paths.push_back(std::move(answer));
@@ -93,6 +95,10 @@ std::vector<std::string> ScriptedDialogs::openFiles(const FileQuestion& question
 }
 
 std::optional<std::string> ScriptedDialogs::saveFile(const FileQuestion& question) {
+    return openFile(question);
+}
+
+std::optional<std::string> ScriptedDialogs::openDirectory(const FileQuestion& question) {
     return openFile(question);
 }
 
@@ -366,8 +372,12 @@ std::vector<std::string> VirtualMachine::saidWithin(std::chrono::duration<double
 }
 
 std::string VirtualMachine::answer(const std::string& line) {
+    return answerTo([&] { owner(line); });
+}
+
+std::string VirtualMachine::answerTo(const std::function<void()>& hand) {
     forget();
-    owner(line);
+    hand();
     std::string seen;
     for (const std::string& message : allSaid())
         seen += (seen.empty() ? "" : "\n") + message;

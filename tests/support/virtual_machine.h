@@ -101,9 +101,11 @@ public:
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
+    std::optional<std::string> openDirectory(const FileQuestion& question) override;
 
     std::vector<std::string> boxes;          // and the questions
     std::vector<std::string> titles;         // of boxes with one of their own, and of dialogs
+    FileQuestion fileQuestion;               // the last one
     std::deque<std::string> answers;         // "yes" to a question, a text, a path
     std::function<void()> whileOpen = [] {}; // what happens while one of them is open
 
@@ -228,8 +230,10 @@ public:
     std::string lastBox() const { return dialogs.boxes.empty() ? "" : dialogs.boxes.back(); }
     void forget();
     std::vector<std::string> saidWithin(std::chrono::duration<double> span);
-    // All that a line brings about: what is said, then the boxes as "[box] text", a line each.
+    // All that a line, or something done, brings about: what is said, then the boxes as
+    // "[box] text", a line each.
     std::string answer(const std::string& line);
+    std::string answerTo(const std::function<void()>& hand);
 
     // Windows and menus, by name. The window, the control and the entry must exist.
     Window& window(const std::string& name);

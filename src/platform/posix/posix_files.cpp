@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -48,6 +49,14 @@ FileRead readWhole(const std::string& native, std::size_t largest) {
     return {FileRead::Outcome::contents, std::move(contents)};
 }
 
+// Of the file behind a link. Nothing unless it is a plain one.
+std::optional<struct stat> factsOfFile(const std::string& native) {
+    struct stat facts {};
+    const bool isFile =
+        !native.empty() && ::stat(native.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+    return isFile ? std::optional(facts) : std::nullopt;
+}
+
 // A file of any kind, or a link to whatever it is.
 bool isNoDirectory(const std::string& native) {
     struct stat facts {};
@@ -65,9 +74,12 @@ std::string nativeName(const std::string& name) {
 } // namespace
 
 bool PosixFiles::exists(const std::string& path) {
-    struct stat facts {};
-    const std::string native = nativePath(path);
-    return !native.empty() && ::stat(native.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+    return factsOfFile(nativePath(path)).has_value();
+}
+
+std::uintmax_t PosixFiles::size(const std::string& path) {
+    const auto facts = factsOfFile(nativePath(path));
+    return facts ? static_cast<std::uintmax_t>(facts->st_size) : 0;
 }
 
 FileRead PosixFiles::read(const std::string& path, std::size_t largest) {

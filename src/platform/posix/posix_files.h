@@ -12,6 +12,7 @@ public:
         : wastebasket_(std::move(wastebasket)) {}
 
     bool exists(const std::string& path) override;
+    std::uintmax_t size(const std::string& path) override;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     bool replace(const std::string& path, const std::string& contents) override;
     bool rename(const std::string& path, const std::string& newName) override;

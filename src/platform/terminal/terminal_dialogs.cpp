@@ -55,6 +55,10 @@ std::optional<std::string> TerminalDialogs::saveFile(const FileQuestion& questio
     return askPath("save", question);
 }
 
+std::optional<std::string> TerminalDialogs::openDirectory(const FileQuestion& question) {
+    return askPath("open", question);
+}
+
 std::vector<std::string> TerminalDialogs::openFiles(const FileQuestion& question) {
     screen_.show("open", question.title);
     const std::string line = answer().value_or("");

@@ -31,6 +31,7 @@ public:
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
+    std::optional<std::string> openDirectory(const FileQuestion& question) override;
 
 private:
     // Nothing when the question was dismissed.
