@@ -108,7 +108,7 @@ std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
         {"repeatoff", [&p](const auto&) { p.playback.modes.repeatoff(); }},
         {"soff", [&p](const auto&) { p.playback.modes.soff(); }},
         {"contoff", [&p](const auto&) { p.playback.modes.contoff(); }},
-        {"media", notYet},
+        {"media", [&p](const auto&) { p.playback.mediaList.media(); }},
         {"ustat", notYet},
         {"wstop", notYet},
         {"wpre", notYet},

@@ -39,11 +39,6 @@ MenuEntry flag(std::string name, std::string caption, bool& value) {
             .checked = value};
 }
 
-void showMediaWindow(Program& p) {
-    p.shell.state.setMasterIndex(p.playback.transport.resumeRow());
-    p.playback.mediaWindow.mp3s.visible = true;
-}
-
 // Element 0 of the array is the separator; no two entries may bear one name.
 Entries playlists(Program& p) {
     const AppState& state = p.shell.state;
@@ -103,7 +98,7 @@ Entries tree(Program& p) {
             separator("a"),
             entry("mp3z", state.mp3z,
                   [&p] {
-                      showMediaWindow(p);
+                      p.playback.mediaList.show();
                       keepontop(p.playback.mediaWindow.mp3s);
                   }),
             entry("noted", state.noted, [&p] { p.companions.notesWindow.show(); }),
@@ -128,7 +123,7 @@ void toggleMediaWindow(Program& p) {
     if (mp3s.visible)
         mp3s.visible = false;
     else
-        showMediaWindow(p);
+        p.playback.mediaList.show();
 }
 
 } // namespace

@@ -1,147 +1,169 @@
 #include "playback/media_controls.h"
 
-#include "library/adding.h"
-#include "library/removing.h"
-#include "playback/behind_splash.h"
-#include "playback/media_window.h"
-#include "playback/ops_menu.h"
-#include "playback/refresh_button.h"
-#include "playback/section_repeat.h"
-#include "playback/song_files.h"
-#include "playback/transport.h"
+#include "playback/playback.h"
 #include "shell/app_state.h"
-#include "shell/desktop.h"
-#include "shell/dialogs.h"
+#include "shell/controls.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <utility>
 
 namespace larkspin {
 
-std::vector<Control> MediaControls::list() {
-    using Kind = Control::Kind;
-    Window& mp3s = window_.mp3s;
+namespace {
+
+using Controls = std::vector<Control>;
+
+// Twips. From the title strip down: playing and loudness, tools and tempo, which playlist it is and
+// the section, the list itself, and what is known of the row that was clicked.
+constexpr int rowHeight = 285;
+constexpr int playRow = 330, toolRow = 630, headRow = 930, listTop = 1230, lastRow = 2235;
+constexpr int captionLeft = 1680, captionWidth = 1785;
+constexpr int sliderLeft = 3480, sliderWidth = 1020;
+
+// A glyph, which is called by what the title label tells of it.
+Control playButton(MediaWindow& window, int left, std::string called, Control described) {
+    described.place = {left, playRow, 330, rowHeight};
+    described.foreground = red;
+    described.onMouseMove = [&window, hint = "  " + called] { window.hint(hint); };
+    described.spoken = std::move(called);
+    return button(std::move(described));
+}
+
+Controls strip(EventLoop& loop, AppState& state, MediaWindow& window) {
     return {
-        {.name = "mediaCaption",
-         .place = {0, 0, 4170, 315},
-         .text = [this] { return state_.mediaCaption; },
-         .onDoubleClick = [this] { window_.toggleHeight(); },
-         .onMouseDown = [this, &mp3s] { dragwindow(loop_, mp3s); },
-         .onMouseMove = [this] { hint(resizeHint); }},
-        {.name = "closeButton",
-         .kind = Kind::button,
-         .place = {4170, 0, 330, 315},
-         .spoken = "close",
-         .text = [] { return "  X"; },
-         .onClick = [&mp3s] { mp3s.visible = false; }},
-        {.name = "openButton",
-         .kind = Kind::button,
-         .place = {0, 345, 330, 285},
-         .spoken = "open a media file",
-         .font = {.family = "Webdings"},
-         .foreground = red,
-         .text = [] { return " \u00EA"; }, // a folder in that font
-         .onClick = [this] { openFile(); },
-         .onMouseMove = [this] { hint("  open a media file"); }},
-        {.name = "Command1",
-         .kind = Kind::button,
-         .place = {360, 345, 420, 285},
-         .text = [] { return "file"; },
-         .onClick = [this] { popUpFileMenu(); }},
-        {.name = "Command2",
-         .kind = Kind::button,
-         .place = {810, 345, 420, 285},
-         .text = [] { return "edit"; },
-         .onClick = [this] { popUpEditMenu(); }},
-        {.name = "Command3",
-         .kind = Kind::button,
-         .place = {1260, 345, 420, 285},
-         .text = [] { return "ops"; },
-         .onClick = [this] { opsMenu_.popUp(); }},
-        {.name = "Command5",
-         .kind = Kind::button,
-         .place = {1710, 345, 420, 285},
-         .spoken = "refresh",
-         .text = [] { return "ref"; },
-         .onClick = [this] { refreshButton_.Command5_Click(); }},
-        {.name = "renameLabel",
-         .kind = Kind::button,
-         .place = {2160, 345, 690, 285},
-         .text = [] { return " rename"; },
-         .onClick = [this] { songFiles_.renameShown(); }},
-        {.name = "fileCountLabel",
-         .place = {0, 2235, 4500, 285},
-         .text = [this] { return state_.fileCountLabel; }},
-        {.name = "sectionSeconds",
-         .place = {3600, 345, 420, 285},
-         .text = [this] { return state_.sectionSeconds; }},
-        {.name = "Command6",
-         .kind = Kind::button,
-         .place = {4050, 345, 450, 285},
-         .text = [this] { return state_.recCaption; },
-         .onClick = [this] { section_.press(); }},
-        {.name = "playlistView",
-         .kind = Kind::list,
-         .place = {0, 660, 4500, 1545},
-         .rows = &state_.playlistView,
-         .selectsMany = true,
-         .onMouseMove = [this] { hint("  [double click or press delete]"); },
-         .onKey =
-             [this](Key key) {
-                 if (key == Key::del)
-                     songFiles_.deleteShown();
-             }},
+        titleStrip(loop, window.mp3s,
+                   {.name = "mediaCaption",
+                    .text = shows(state.mediaCaption),
+                    .onDoubleClick = [&window] { window.toggleHeight(); },
+                    .onMouseMove = [&window] { window.hintOfTitle(); }}),
+        closeLabel(window.mp3s, {.name = "closeButton"}),
     };
 }
 
-// In the mini height the title label tells the song instead.
-void MediaControls::hint(std::string_view text) {
-    if (!window_.isMini())
-        state_.mediaCaption = text;
+Controls playButtons(AppState& state, MediaWindow& window, TransportButtons& buttons) {
+    return {
+        playButton(window, 0, "previous song",
+                   {.name = "prevButton",
+                    .text = caption("  <"),
+                    .onClick = [&buttons] { buttons.previous(); }}),
+        playButton(window, 330, "stop/play",
+                   {.name = "playButton",
+                    .text = shows(state.playMark),
+                    .onClick = [&buttons] { buttons.stopOrPlay(); }}),
+        playButton(window, 660, "pause/resume",
+                   {.name = "pauseButton",
+                    .font = {.family = "Symbol"},
+                    .text = shows(state.pauseMark),
+                    .onClick = [&buttons] { buttons.pauseOrResume(); }}),
+        playButton(window, 990, "next song",
+                   {.name = "nextButton",
+                    .text = caption("  >"),
+                    .onClick = [&buttons] { buttons.next(); }}),
+        playButton(window, 1320, "open a media file",
+                   {.name = "openButton",
+                    .font = {.family = "Webdings"},
+                    .text = caption(" \u00EA"), // a folder in that font
+                    .onClick = [&buttons] { buttons.openFile(); }}),
+    };
 }
 
-void MediaControls::openFile() {
-    const auto path = dialogs_.openFile(
-        {.title = "Open a media file",
-         .types = {{"media files (*.mid, *.mp3, *.wav, *.wma)", "*.mid;*.mp3;*.wav;*.wma"}}});
-    if (path)
-        transport_.openFromDisk(*path);
+Controls slidersOf(AppState& state, Sliders& sliders) {
+    return {
+        label({.name = "volumeCaption",
+               .place = {captionLeft, playRow, captionWidth, rowHeight},
+               .text = shows(state.volumeCaption)}),
+        slider({.name = "HScroll2",
+                .place = {sliderLeft, playRow, sliderWidth, rowHeight},
+                .spoken = "volume",
+                .value = [&state] { return state.HScroll2; },
+                .most = Sliders::mostVolume,
+                .onChange = [&sliders](int value) { sliders.moveVolume(value); }}),
+        label({.name = "tempoCaption",
+               .place = {captionLeft, toolRow, captionWidth, rowHeight},
+               .text = shows(state.tempoCaption)}),
+        slider({.name = "HScroll3",
+                .place = {sliderLeft, toolRow, sliderWidth, rowHeight},
+                .spoken = "tempo",
+                .value = [&state] { return state.HScroll3; },
+                .most = Sliders::mostTempo,
+                .onChange = [&sliders](int value) { sliders.moveTempo(value); }}),
+    };
 }
 
-void MediaControls::popUpFileMenu() {
-    desktop_.popUp({.name = "filez2", .entries = [this] {
-                        return std::vector<MenuEntry>{{.name = "adstr",
-                                                       .caption = "add string",
-                                                       .action = [this] { addString(); }}};
-                    }});
+Controls tools(Playback& p) {
+    return {
+        button({.name = "Command1",
+                .place = {0, toolRow, 420, rowHeight},
+                .text = caption("file"),
+                .onClick = [&p] { p.fileMenu.popUp(); }}),
+        button({.name = "Command2",
+                .place = {420, toolRow, 420, rowHeight},
+                .text = caption("edit"),
+                .onClick = [&p] { p.editMenu.popUp(); }}),
+        button({.name = "Command3",
+                .place = {840, toolRow, 405, rowHeight},
+                .text = caption("ops"),
+                .onClick = [&p] { p.opsMenu.popUp(); }}),
+        button({.name = "Command5",
+                .place = {1245, toolRow, 405, rowHeight},
+                .spoken = "refresh",
+                .text = caption("ref"),
+                .onClick = [&p] { p.refreshButton.Command5_Click(); }}),
+    };
 }
 
-void MediaControls::addString() {
-    const auto text = dialogs_.askText(
-        {.title = "string adder", .prompt = "what string would you like to add to the playlist?"});
-    if (text)
-        behindSplash(loop_, splash_, window_.mp3s, [&] { adding_.addString(*text); });
+Controls headOfList(AppState& state, SectionRepeat& section) {
+    return {
+        label({.name = "playlistTitle",
+               .place = {0, headRow, 3600, rowHeight},
+               .text = shows(state.playlistTitle)}),
+        button({.name = "Command6",
+                .place = {3630, headRow, 420, rowHeight},
+                .text = shows(state.recCaption),
+                .onClick = [&section] { section.press(); }}),
+        label({.name = "sectionSeconds",
+               .place = {4080, headRow, 420, rowHeight},
+               .text = shows(state.sectionSeconds)}),
+    };
 }
 
-void MediaControls::popUpEditMenu() {
-    desktop_.popUp({.name = "editz2", .entries = [this] {
-                        return std::vector<MenuEntry>{
-                            {.name = "remfil",
-                             .caption = "remove file(s)",
-                             .action = [this] { removing_.removeSelected(); }},
-                            {.name = "remal",
-                             .caption = "remove all",
-                             .action = [this] { removing_.removeAll(); }},
-                            separator("e"),
-                            {.name = "remstr", .caption = "remove string", .action = [this] {
-                                 removeString();
-                             }}};
-                    }});
+Controls list(AppState& state, Playback& p) {
+    return {
+        listBox({.name = "playlistView",
+                 .place = {0, listTop, MediaWindow::width, lastRow - listTop - 15},
+                 .rows = &state.playlistView,
+                 .selectsMany = true,
+                 .onClick = [&p] { p.mediaList.tellSize(); },
+                 .onDoubleClick = [&p] { p.mediaList.startClicked(); },
+                 .onMouseMove = [&p] { p.mediaWindow.hint("  [double click or press delete]"); },
+                 .onKey =
+                     [&p](Key key) {
+                         if (key == Key::del)
+                             p.songFiles.deleteShown();
+                     }}),
+        label({.name = "fileCountLabel",
+               .place = {0, lastRow, 3750, rowHeight},
+               .text = shows(state.fileCountLabel)}),
+        button({.name = "renameLabel",
+                .place = {3780, lastRow, 720, rowHeight},
+                .text = caption(" rename"),
+                .onClick = [&p] { p.songFiles.renameShown(); }}),
+    };
 }
 
-void MediaControls::removeString() {
-    const auto text =
-        dialogs_.askText({.title = "string remover",
-                          .prompt = "what string would you like to remove to the playlist?"});
-    if (text)
-        behindSplash(loop_, splash_, window_.mp3s, [&] { removing_.removeString(*text); });
+} // namespace
+
+std::vector<Control> mediaControls(const Core& core, Playback& p) {
+    AppState& state = core.state;
+    Controls all;
+    for (Controls& part : std::vector<Controls>{
+             strip(core.loop, state, p.mediaWindow),
+             playButtons(state, p.mediaWindow, p.transportButtons), slidersOf(state, p.sliders),
+             tools(p), headOfList(state, p.section), list(state, p)})
+        std::move(part.begin(), part.end(), std::back_inserter(all));
+    return all;
 }
 
 } // namespace larkspin

@@ -1,8 +1,10 @@
 #include "playback/media_window.h"
 
+#include "library/playlist_row.h"
 #include "playback/time_forms.h"
 #include "shell/app_state.h"
 #include "text/number.h"
+#include "text/wildcard.h"
 
 #include <algorithm>
 
@@ -10,12 +12,12 @@ namespace larkspin {
 
 namespace {
 
-constexpr int defaultEdge = 4500;
 constexpr double furthestEdge = 1'000'000; // far outside any screen
 
 int storedEdge(const std::string& value) {
     const auto edge = number(value);
-    return edge ? static_cast<int>(std::clamp(*edge, -furthestEdge, furthestEdge)) : defaultEdge;
+    return edge ? static_cast<int>(std::clamp(*edge, -furthestEdge, furthestEdge))
+                : MediaWindow::firstEdge;
 }
 
 } // namespace
@@ -25,17 +27,28 @@ void MediaWindow::load(const StoredSettings& stored) {
     mp3s.place = {storedEdge(stored.get("mp3slpos")), storedEdge(stored.get("mp3stpos")), width,
                   stored.get("mp3smini") == "yes" ? miniHeight : fullHeight};
     mp3s.visible = stored.get("mp3svis") == "yes";
+    jobs_ = 0; // those of the last run never come back
 }
 
 void MediaWindow::save(SettingsChanges& changes) const {
-    changes.emplace_back("mp3svis", mp3s.visible ? "yes" : "no");
+    changes.emplace_back("mp3svis", mp3s.visible || jobs_ > 0 ? "yes" : "no");
     changes.emplace_back("mp3stpos", std::to_string(mp3s.place.top));
     changes.emplace_back("mp3slpos", std::to_string(mp3s.place.left));
     changes.emplace_back("mp3smini", isMini() ? "yes" : "no");
 }
 
+void MediaWindow::stepAside() {
+    ++jobs_;
+    mp3s.visible = false;
+}
+
+void MediaWindow::comeBack() {
+    --jobs_;
+    mp3s.visible = true;
+}
+
 void MediaWindow::toggleHeight() {
-    mp3s.place.height = isMini() ? fullHeight : miniHeight;
+    mp3s.place.height = mp3s.place.height == fullHeight ? miniHeight : fullHeight;
 }
 
 void MediaWindow::showPosition() {
@@ -44,6 +57,25 @@ void MediaWindow::showPosition() {
 
 void MediaWindow::showLength() {
     state_.mediaCaption = "  song length:  " + plainlength(player_);
+}
+
+void MediaWindow::hint(std::string_view text) {
+    state_.mediaCaption = text;
+}
+
+void MediaWindow::hintOfTitle() {
+    hint(isMini() ? "  " + songName() : std::string(resizeHint));
+}
+
+// With its type, unless that is .mp3 in small letters.
+std::string MediaWindow::songName() {
+    if (!state_.tempTitle.empty())
+        return state_.tempTitle;
+    const Song song = songOfFile(settings_.yochoose(Choice::play), "");
+    if (song.title().empty())
+        return "song name not available";
+    const std::string tag = " (" + song.extension + ")";
+    return song.name + (fits(tag, " (*.mp3*") ? "" : tag);
 }
 
 } // namespace larkspin

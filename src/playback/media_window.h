@@ -7,6 +7,7 @@
 #include "shell/window.h"
 
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
@@ -18,24 +19,40 @@ public:
     static constexpr int fullHeight = 2520;
     static constexpr int miniHeight = 315; // the title strip alone
     static constexpr int width = 4500;
+    static constexpr int firstEdge = 4500; // left and top, until it has been moved
 
-    MediaWindow(const Core& core, MediaControl& player) : state_(core.state), player_(player) {}
+    MediaWindow(const Core& core, MediaControl& player)
+        : state_(core.state), settings_(core.settings), player_(player) {}
 
     // Takes place and height from the settings, and gives them back at the end of a run.
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
 
-    // The mini height leaves only the title label, which then serves as a small clock.
+    // Out of sight for the splash window, which tells of a long job, and back again behind it. To
+    // the settings the window is shown meanwhile. Within a job another one can step aside.
+    void stepAside();
+    void comeBack();
+
+    // The mini height leaves only the title strip. Its label then serves as a small clock.
     bool isMini() const { return mp3s.place.height == miniHeight; }
     void toggleHeight();
     void showPosition();
     void showLength();
 
-    Window mp3s{.name = "mp3s"};
+    // What the title label tells of a control under the mouse, and of itself: how to resize the
+    // window, or in the mini height the song.
+    void hint(std::string_view text);
+    void hintOfTitle();
+
+    Window mp3s{.name = "mp3s", .place = {firstEdge, firstEdge, width, fullHeight}};
 
 private:
+    std::string songName();
+
     AppState& state_;
+    Settings& settings_;
     MediaControl& player_;
+    int jobs_ = 0; // for which it has stepped aside
 };
 
 } // namespace larkspin

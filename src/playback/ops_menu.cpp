@@ -3,7 +3,6 @@
 #include "library/playlist_commands.h"
 #include "library/playlist_row.h"
 #include "playback/behind_splash.h"
-#include "playback/media_window.h"
 #include "shell/data_directory.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
@@ -39,7 +38,7 @@ void OpsMenu::load() {
     const auto path = dialogs_.openFile(
         {.title = "load a playlist", .types = {playlistType}, .directory = directory_.path()});
     if (path)
-        behindSplash(loop_, splash_, window_.mp3s, [&] { playlists_.loadFile(*path); });
+        behindSplash_.run([&] { playlists_.loadFile(*path); });
 }
 
 // Whatever directory was chosen, the file goes into the data directory.

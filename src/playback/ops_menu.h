@@ -8,18 +8,17 @@
 
 namespace larkspin {
 
+class BehindSplash;
 class DataDirectory;
 class Desktop;
-class MediaWindow;
 class PlaylistCommands;
-class Splash;
 
 class OpsMenu {
 public:
-    OpsMenu(const Core& core, Desktop& desktop, const DataDirectory& directory, Splash& splash,
-            MediaWindow& window, PlaylistCommands& playlists)
-        : loop_(core.loop), dialogs_(core.dialogs), desktop_(desktop), directory_(directory),
-          splash_(splash), window_(window), playlists_(playlists) {}
+    OpsMenu(const Core& core, Desktop& desktop, const DataDirectory& directory,
+            BehindSplash& behindSplash, PlaylistCommands& playlists)
+        : dialogs_(core.dialogs), desktop_(desktop), directory_(directory),
+          behindSplash_(behindSplash), playlists_(playlists) {}
 
     void popUp();
 
@@ -28,12 +27,10 @@ private:
     void load();
     void save();
 
-    EventLoop& loop_;
     Dialogs& dialogs_;
     Desktop& desktop_;
     const DataDirectory& directory_;
-    Splash& splash_;
-    MediaWindow& window_;
+    BehindSplash& behindSplash_;
     PlaylistCommands& playlists_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "chat/commands_window.h"
 #include "playback/media_control.h"
+#include "playback/media_controls.h"
 #include "shell/app_state.h"
 #include "shell/shell.h"
 
@@ -15,7 +16,7 @@ constexpr int firstVolume = -500;
 } // namespace
 
 Playback::Playback(const Core& core, const PlaybackNeeds& needs) : core_(core), needs_(needs) {
-    mediaWindow.mp3s.controls = mediaControls.list();
+    mediaWindow.mp3s.controls = mediaControls(core_, *this);
     choices.stops.controls = stopWindow.controls();
     needs_.commandsWindow.connect({.onDoubleClick = [this] { dialogue.startClicked(); },
                                    .onClose = [this] { dialogue.close(); },

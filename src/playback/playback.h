@@ -2,10 +2,13 @@
 #pragma once
 
 #include "chat/core.h"
+#include "playback/behind_splash.h"
 #include "playback/choice_recital.h"
 #include "playback/choices.h"
 #include "playback/counter_commands.h"
-#include "playback/media_controls.h"
+#include "playback/edit_menu.h"
+#include "playback/file_menu.h"
+#include "playback/media_list.h"
 #include "playback/media_window.h"
 #include "playback/mode_tick.h"
 #include "playback/ops_menu.h"
@@ -22,6 +25,7 @@
 #include "playback/stop_window.h"
 #include "playback/top_list.h"
 #include "playback/transport.h"
+#include "playback/transport_buttons.h"
 #include "shell/settings.h"
 
 namespace larkspin {
@@ -69,12 +73,13 @@ public:
     SelectionDialogue dialogue{core_, choices, recital, selection, transport};
     StopWindow stopWindow{core_, dialogue, recital};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
-    OpsMenu opsMenu{core_,         needs_.desktop, needs_.directory,
-                    needs_.splash, mediaWindow,    needs_.playlistCommands};
-    RefreshButton refreshButton{core_, needs_.splash, needs_.refresh, mediaWindow};
-    MediaControls mediaControls{core_,         needs_.desktop,  mediaWindow,  needs_.splash,
-                                needs_.adding, needs_.removing, transport,    section,
-                                songFiles,     opsMenu,         refreshButton};
+    TransportButtons transportButtons{core_, needs_.player, transport, choices, randomPick};
+    MediaList mediaList{core_, needs_.files, mediaWindow, transport};
+    BehindSplash behindSplash{core_, needs_.splash, mediaWindow};
+    FileMenu fileMenu{core_, needs_.desktop, behindSplash, needs_.adding};
+    EditMenu editMenu{core_, needs_.desktop, behindSplash, needs_.removing};
+    OpsMenu opsMenu{core_, needs_.desktop, needs_.directory, behindSplash, needs_.playlistCommands};
+    RefreshButton refreshButton{core_, behindSplash, needs_.refresh, mediaWindow};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes);

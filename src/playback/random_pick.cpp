@@ -3,7 +3,6 @@
 #include "library/playlist_row.h"
 #include "playback/choices.h"
 #include "shell/app_state.h"
-#include "shell/event_loop.h"
 #include "shell/settings.h"
 #include "text/number.h"
 
@@ -23,23 +22,25 @@ bool isPickFlag(std::string_view play) {
     return play == takenFlag || play == rejectedFlag;
 }
 
-bool RandomPick::randompick(const StillWanted& stillWanted) {
+bool RandomPick::randompick(const StillWanted& stillWanted, const Task& atEachTry) {
     bool taken = false;
     for (int tried = 0; tried < tries && !taken; ++tried) {
         loop_.serveTurn();
         if (!stillWanted() || state_.masterList.empty())
             return false;
-        taken = offerRow(chance_.below(state_.masterList.count()));
+        taken = offerRow(chance_.below(state_.masterList.count()), atEachTry);
     }
     if (!taken)
-        offerRow(anyOf(rowsLeft(), state_.masterList.count()));
+        offerRow(anyOf(rowsLeft(), state_.masterList.count()), atEachTry);
     if (state_.playedMemory.count() == state_.masterList.count())
         state_.playedMemory.clear();
     return true;
 }
 
-bool RandomPick::offerRow(int index) {
+bool RandomPick::offerRow(int index, const Task& atEachTry) {
     state_.setMasterIndex(index);
+    if (atEachTry)
+        atEachTry();
     const std::string title = songOfRow(state_.masterList.currentRow()).title();
     choices_.take(title);
     if (state_.playedMemory.contains(title)) {

@@ -4,6 +4,7 @@
 
 #include "chat/core.h"
 #include "playback/chance.h"
+#include "shell/event_loop.h"
 
 #include <functional>
 #include <string_view>
@@ -23,10 +24,11 @@ public:
           chance_(chance) {}
 
     // Leaves masterIndex on the picked row and its file name in choiceList as the only entry.
-    // Events run at each try. False when there is no row to pick, or when the pick isn't wanted
-    // any longer behind these events: then it has changed nothing but the flag.
+    // Events run before each try; `atEachTry` does once the row is known that it tries. False when
+    // there is no row to pick, or when the pick isn't wanted any longer behind these events: then
+    // it has changed nothing but the flag.
     using StillWanted = std::function<bool()>;
-    bool randompick(const StillWanted& stillWanted);
+    bool randompick(const StillWanted& stillWanted, const Task& atEachTry = {});
 
     // The same among the hits of a search: leaves choiceList's current index on the pick.
     // Here whole rows are remembered, so that the two kinds of picks never meet.
@@ -37,7 +39,7 @@ private:
     // to disk, and with a long memory most of them fail.
     static constexpr int tries = 3;
 
-    bool offerRow(int index);
+    bool offerRow(int index, const Task& atEachTry);
     bool offerChoice(int index);
     std::vector<int> rowsLeft() const;
     std::vector<int> choicesLeft() const;

@@ -2,10 +2,9 @@
 
 #include "chat/reply.h"
 #include "library/refresh.h"
+#include "playback/behind_splash.h"
 #include "playback/media_window.h"
 #include "shell/app_state.h"
-#include "shell/pause.h"
-#include "shell/splash.h"
 
 #include <cstdlib>
 
@@ -23,29 +22,28 @@ std::string changeText(int grown, const char* beforeNumber, const char* behindNu
 
 } // namespace
 
-int RefreshButton::Command5_Click() {
-    Window& mp3s = window_.mp3s;
-    if (!mp3s.visible)
-        return refreshWithStatus();
-    const Pause pause(loop_);
-    mp3s.visible = false;
-    splash_.show("refreshing list...");
-    pause(0.1);
-    const int grown = refreshWithStatus();
-    pause(1);
-    splash_.hide();
-    mp3s.visible = true;
+std::optional<int> RefreshButton::Command5_Click() {
+    std::optional<int> grown;
+    const auto work = [&] { grown = refreshWithStatus(); };
+    if (!window_.mp3s.visible)
+        work();
+    else if (!behindSplash_.run({.status = "refreshing list...", .before = 0.1, .behind = 1}, work))
+        return std::nullopt;
     return grown;
 }
 
-int RefreshButton::refreshWithStatus() {
+std::optional<int> RefreshButton::refreshWithStatus() {
+    const unsigned run = state_.run;
     const int grown = refresh_.refreshDirectories();
+    if (state_.run != run)
+        return std::nullopt;
     state_.searchTerm = changeText(grown, "", "");
     return grown;
 }
 
 void RefreshButton::ref() {
-    reply_.saychat("list refreshed - " + changeText(Command5_Click(), "<b>", "</b>"));
+    if (const auto grown = Command5_Click())
+        reply_.saychat("list refreshed - " + changeText(*grown, "<b>", "</b>"));
 }
 
 } // namespace larkspin

@@ -4,32 +4,35 @@
 
 #include "chat/core.h"
 
+#include <optional>
+
 namespace larkspin {
 
+class BehindSplash;
 class MediaWindow;
 class Refresh;
-class Splash;
 
 class RefreshButton {
 public:
-    RefreshButton(const Core& core, Splash& splash, Refresh& refresh, MediaWindow& window)
-        : state_(core.state), loop_(core.loop), reply_(core.reply), splash_(splash),
-          refresh_(refresh), window_(window) {}
+    RefreshButton(const Core& core, BehindSplash& behindSplash, Refresh& refresh,
+                  MediaWindow& window)
+        : state_(core.state), reply_(core.reply), behindSplash_(behindSplash), refresh_(refresh),
+          window_(window) {}
 
     // Tells by how many rows the playlist has grown. The splash window shows it in place of the
-    // media window, if that is there; its status line tells it in any case.
-    int Command5_Click();
+    // media window, if that is there; its status line tells it in any case. Nothing when the run
+    // of the program has ended meanwhile.
+    std::optional<int> Command5_Click();
 
     // The command: the same with an answer.
     void ref();
 
 private:
-    int refreshWithStatus();
+    std::optional<int> refreshWithStatus();
 
     AppState& state_;
-    EventLoop& loop_;
     Reply& reply_;
-    Splash& splash_;
+    BehindSplash& behindSplash_;
     Refresh& refresh_;
     MediaWindow& window_;
 };

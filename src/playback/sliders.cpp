@@ -11,9 +11,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr int tempoMax = 200;
-constexpr int volumeMax = 100;
-
 // What is wrong with the value, as the owner is told; nothing when it can be set. The order of
 // the tests shows: 300.5 is too large before it is no whole number.
 std::optional<std::string> complaint(const std::string& value, int max) {
@@ -43,42 +40,50 @@ const char* tempoWord(int tempo) {
 } // namespace
 
 void Sliders::tempo(const std::string& value) {
-    if (const auto wrong = complaint(value, tempoMax)) {
+    if (const auto wrong = complaint(value, mostTempo)) {
         reply_.saychat(*wrong);
         return;
     }
     const int wanted = static_cast<int>(numberOrZero(value));
     reply_.saychat("tempo set to <b>" + value + tempoWord(wanted));
-    if (state_.HScroll3 == wanted)
-        return;
-    state_.HScroll3 = wanted;
-    HScroll3_Change();
+    moveTempo(wanted);
 }
 
 // A paused song stays paused, and the mark goes on saying so.
 void Sliders::volume(const std::string& value) {
-    if (const auto wrong = complaint(value, volumeMax)) {
+    if (const auto wrong = complaint(value, mostVolume)) {
         reply_.saychat(*wrong);
         return;
     }
     const int wanted = static_cast<int>(numberOrZero(value));
     reply_.saychat(wanted == 0 ? "volume set:  <b>0</b> (mute)"
                                : "volume set:  <b>" + value + "</b>");
-    if (state_.HScroll2 == wanted)
+    moveVolume(wanted);
+}
+
+void Sliders::moveTempo(int value) {
+    if (state_.HScroll3 == value)
         return;
-    state_.HScroll2 = wanted;
+    state_.HScroll3 = value;
+    HScroll3_Change();
+}
+
+void Sliders::moveVolume(int value) {
+    if (state_.HScroll2 == value)
+        return;
+    state_.HScroll2 = value;
     HScroll2_Change();
 }
 
 void Sliders::restore(const std::string& tempo, const std::string& volume) {
-    state_.HScroll3 = stored(tempo, tempoMax, 100);
+    state_.HScroll3 = stored(tempo, mostTempo, 100);
     HScroll3_Change();
-    state_.HScroll2 = stored(volume, volumeMax, 50);
+    state_.HScroll2 = stored(volume, mostVolume, 50);
     HScroll2_Change();
 }
 
 void Sliders::HScroll2_Change() {
-    const int drop = volumeMax - state_.HScroll2;
+    const int drop = mostVolume - state_.HScroll2;
     state_.volumeDrop = std::to_string(drop);
     player_.setVolume(-30 * drop); // 0.3 decibels a step
     player_.setMute(state_.HScroll2 == 0);

@@ -23,6 +23,12 @@ public:
     // not numeric or out of range counts as 100 for the tempo and 50 for the volume.
     void restore(const std::string& tempo, const std::string& volume);
 
+    // As the window's sliders do it: to a value within the range, which begins at 0. Where a slider
+    // stands already nothing happens.
+    static constexpr int mostTempo = 200, mostVolume = 100;
+    void moveTempo(int value);
+    void moveVolume(int value);
+
     // Apply a slider. Every start of a song sends the volume again.
     void HScroll2_Change(); // volume
     void HScroll3_Change(); // tempo

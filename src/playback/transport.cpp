@@ -45,6 +45,11 @@ std::string markedName(const std::string& name, const std::string& words) {
 }
 
 void Transport::stop() {
+    halt();
+    reply_.saychat("larkspin player [stopped]");
+}
+
+void Transport::halt() {
     ++turns_;
     endPauseMark();
     state_.Timer1.disable();
@@ -52,7 +57,6 @@ void Transport::stop() {
     state_.playMark = idleMark; // so that this end isn't counted
     if (window_.isMini())
         window_.showLength();
-    reply_.saychat("larkspin player [stopped]");
 }
 
 void Transport::pause() {
@@ -91,8 +95,7 @@ void Transport::nexp3() {
 }
 
 void Transport::prep3() {
-    const int index = state_.masterIndex();
-    state_.setMasterIndex(index <= 0 ? state_.masterList.count() - 1 : index - 1);
+    moveToPreviousRow();
     start(currentRowStart("previous:  <b>"));
 }
 
@@ -274,6 +277,11 @@ void Transport::resumeShuffle() {
 void Transport::moveToNextRow() {
     const int next = state_.masterIndex() + 1;
     state_.setMasterIndex(next == state_.masterList.count() ? 0 : next);
+}
+
+void Transport::moveToPreviousRow() {
+    const int index = state_.masterIndex();
+    state_.setMasterIndex(index <= 0 ? state_.masterList.count() - 1 : index - 1);
 }
 
 bool Transport::nothingLoaded() {

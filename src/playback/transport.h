@@ -75,7 +75,7 @@ public:
           choices_(choices) {}
 
     // The commands.
-    void stop();
+    void stop(); // halts, with a word
     void pause();
     void resume();
     void nexp3();  // next
@@ -101,12 +101,16 @@ public:
     // The player lets go of its song, at the end of a run.
     void close();
 
-    // The same for working on the song's file. Nothing plays then, and nothing has ended, as after
-    // a stop. Events run until the player is off the file, for five seconds at most. False when one
-    // of them has started a song, which then is no business of the caller's.
+    // Stops the song in play by hand: its end isn't counted.
+    void halt();
+
+    // The same as `close` for working on the song's file. Nothing plays then, and nothing has
+    // ended, as after a stop. Events run until the player is off the file, for five seconds at
+    // most. False when one of them has started a song, which then is no business of the caller's.
     bool releasesong();
 
-    void moveToNextRow(); // behind the last row the first one follows
+    void moveToNextRow();     // behind the last row the first one follows
+    void moveToPreviousRow(); // and the other way round
     // The start by hand of the row at masterIndex, whose message begins with the head.
     SongStart currentRowStart(std::string_view head) const;
 

@@ -1,5 +1,6 @@
+#include "app/program.h"
 #include "shell/window.h"
-#include "support/talk.h"
+#include "support/media_machine.h"
 
 namespace larkspin {
 
@@ -50,6 +51,52 @@ TEST(MediaWindow, ServesAsAClockInItsMiniHeight) {
     EXPECT_EQ(title(machine).text(), "  song position:  1:05 / 3:07");
     machine.owner("'stop");
     EXPECT_EQ(title(machine).text(), "  song length:  0:00");
+}
+
+TEST(MediaWindow, NamesTheSongInItsMiniHeight) {
+    MediaMachine machine(Lines{"a.mp3", "b.MP3", "c.wav"});
+    machine.song("new", "Found.mp3");
+    machine.pressTwice("mediaCaption");
+    const auto hinted = [&] {
+        EXPECT_TRUE(hover(machine.mp3s(), "mediaCaption"));
+        return machine.shown("mediaCaption");
+    };
+    EXPECT_EQ(hinted(), "  song name not available");
+    const std::pair<const char*, const char*> songs[] = {
+        {"'num 1", "  a"}, {"'num 2", "  b (.MP3)"}, {"'num 3", "  c (.wav)"}};
+    for (const auto& [line, name] : songs) {
+        machine.owner(line);
+        EXPECT_EQ(hinted(), name);
+    }
+    machine.dialogs.answers = {machine.drive("music/new/Found.mp3")};
+    machine.click("mp3s", "openButton"); // from before it was made small
+    EXPECT_EQ(hinted(), "  Found.mp3");
+}
+
+// The splash window takes its place while a job runs.
+TEST(MediaWindow, ComesBackFromASplashOnlyInItsOwnRun) {
+    for (const char* button : {"Command5", "Command1"}) {
+        MediaMachine machine;
+        machine.song("rock", "new.mp3");
+        const auto work = [&](const Task& within) {
+            machine.owner("'scan " + machine.drive("music"));
+            machine.dialogs.answers = {"new"};
+            machine.loop.once(50ms, within);
+            machine.press(button);
+            if (machine.desktop.popup)
+                machine.chooseFromPopup("adstr");
+        };
+        work([&] {
+            machine.program->restart();
+            machine.press("closeButton");
+        });
+        EXPECT_FALSE(machine.mp3s().visible);
+        EXPECT_EQ(machine.state().masterList.count(), 3) << "without the new one";
+        machine.owner("'media");
+        work([&] { machine.program->end(); });
+        EXPECT_FALSE(machine.program) << "has ended";
+        EXPECT_EQ(machine.setting("mp3svis"), "yes");
+    }
 }
 
 } // namespace larkspin

@@ -1,0 +1,76 @@
+#include "playback/media_list.h"
+
+#include "chat/reply.h"
+#include "library/playlist.h"
+#include "library/playlist_row.h"
+#include "playback/media_window.h"
+#include "playback/transport.h"
+#include "shell/app_state.h"
+#include "shell/files.h"
+#include "text/number.h"
+
+#include <string>
+
+namespace larkspin {
+
+namespace {
+
+// At most two decimals.
+std::string sizeText(std::uintmax_t bytes) {
+    const auto size = static_cast<double>(bytes);
+    constexpr struct {
+        double bytes;
+        const char* name;
+    } units[] = {{1024.0 * 1024 * 1024, "gb"}, {1024.0 * 1024, "mb"}, {1024, "kb"}};
+    for (const auto& unit : units)
+        if (size >= unit.bytes)
+            return numberText(static_cast<double>(rounded(size / unit.bytes * 100)) / 100) +
+                   unit.name;
+    return numberText(size) + "bytes";
+}
+
+} // namespace
+
+void MediaList::show() {
+    state_.setMasterIndex(transport_.resumeRow());
+    window_.mp3s.visible = true;
+}
+
+void MediaList::media() {
+    show();
+    reply_.saychat("viewing media list");
+}
+
+void MediaList::tellSize() {
+    const RowList& list = state_.playlistView;
+    const int index = list.currentIndex();
+    if (index < 0)
+        return;
+    state_.fileCountLabel = std::to_string(index + 1) + "/" + std::to_string(list.count()) +
+                            " files - " + sizeText(files_.size(rowpath(list.row(index))));
+}
+
+void MediaList::startClicked() {
+    const int index = state_.playlistView.currentIndex();
+    const Row row = state_.playlistView.share(index);
+    if (row.text().empty())
+        return;
+    const Song song = songOfRow(row.text());
+    transport_.start(
+        {.song = song,
+         .message = startMessage("playing:  <b>", std::to_string(index + 1), song.name, song),
+         .position = SongStart::Position::leftAlone,
+         .count = SongStart::Count::stored,
+         .behindMessage = [&] { moveTo(row, index); }});
+}
+
+// Within the message the row can have moved, and the owner can have clicked on another one.
+void MediaList::moveTo(const Row& row, int index) {
+    const int found = findRow(state_.masterList, row, index);
+    if (found < 0)
+        return;
+    state_.resumeIndex = std::to_string(found);
+    state_.setMasterIndex(found);
+}
+
+} // namespace larkspin

@@ -1,0 +1,40 @@
+// The playlist as the media window shows it: bringing it up, and what the owner's clicks on its
+// rows do.
+#pragma once
+
+#include "chat/core.h"
+
+namespace larkspin {
+
+class Files;
+class MediaWindow;
+class Row;
+class Transport;
+
+class MediaList {
+public:
+    MediaList(const Core& core, Files& files, MediaWindow& window, Transport& transport)
+        : state_(core.state), reply_(core.reply), files_(files), window_(window),
+          transport_(transport) {}
+
+    // Shows the window; masterIndex returns to the row last started.
+    void show();
+    void media(); // the command: the same with an answer
+
+    // Of the row that the owner has clicked: where it stands, and how big its file is.
+    void tellSize();
+
+    // Starts that row, which also becomes the current one.
+    void startClicked();
+
+private:
+    void moveTo(const Row& row, int index);
+
+    AppState& state_;
+    Reply& reply_;
+    Files& files_;
+    MediaWindow& window_;
+    Transport& transport_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,93 @@
+#include "playback/transport_buttons.h"
+
+#include "library/media_filter.h"
+#include "playback/choices.h"
+#include "playback/media_control.h"
+#include "playback/random_pick.h"
+#include "playback/transport.h"
+#include "shell/app_state.h"
+#include "shell/dialogs.h"
+
+namespace larkspin {
+
+void TransportButtons::previous() {
+    transport_.moveToPreviousRow();
+    transport_.start(currentRow());
+}
+
+void TransportButtons::next() {
+    if (state_.crand) {
+        nextAtRandom();
+        return;
+    }
+    transport_.moveToNextRow();
+    transport_.start(currentRow());
+}
+
+void TransportButtons::nextAtRandom() {
+    if (state_.masterList.empty()) {
+        dialogs_.box("no mp3s found, stupid");
+        return;
+    }
+    transport_.startPicked(
+        [this](const auto& stillWanted) {
+            return randomPick_.randompick(stillWanted, [this] { choices_.closeselection(); });
+        },
+        [this] {
+            endPause();
+            SongStart start = currentRow();
+            start.choices = SongStart::Choices::leftAlone; // the pick has taken their place
+            return start;
+        });
+}
+
+void TransportButtons::pauseOrResume() {
+    if (state_.pauseMark == unpausedMark) {
+        state_.pauseMark = pausedMark;
+        player_.Pause();
+    } else if (state_.pauseMark == pausedMark) {
+        state_.pauseMark = unpausedMark;
+        player_.Play();
+    }
+}
+
+void TransportButtons::stopOrPlay() {
+    if (state_.playMark == playingMark)
+        transport_.halt();
+    else
+        playLast();
+}
+
+void TransportButtons::playLast() {
+    const Song song = transport_.lastSong();
+    if (song.title().empty()) {
+        dialogs_.box("nothing to play dumbass");
+        return;
+    }
+    endPause();
+    transport_.start({.song = song,
+                      .position = SongStart::Position::leftAlone,
+                      .count = SongStart::Count::stored,
+                      .isRemembered = false}); // as it is
+}
+
+void TransportButtons::openFile() {
+    if (const auto path =
+            dialogs_.openFile({.title = "Open a media file", .types = {fileTypeOf("all types")}}))
+        transport_.openFromDisk(*path);
+}
+
+SongStart TransportButtons::currentRow() const {
+    return {.song = songOfRow(state_.masterList.currentRow()), .count = SongStart::Count::stored};
+}
+
+// The mark can also stand while a song plays; that one then stays paused if the start finds no
+// file.
+void TransportButtons::endPause() {
+    if (state_.pauseMark != pausedMark)
+        return;
+    state_.pauseMark = unpausedMark;
+    player_.Pause();
+}
+
+} // namespace larkspin

@@ -1,0 +1,42 @@
+// What the media window's five buttons for playing do: much the same as the commands, but without
+// a word, and the next song of a shuffle is a random one.
+#pragma once
+
+#include "chat/core.h"
+
+namespace larkspin {
+
+class Choices;
+class MediaControl;
+class RandomPick;
+struct SongStart;
+class Transport;
+
+class TransportButtons {
+public:
+    TransportButtons(const Core& core, MediaControl& player, Transport& transport, Choices& choices,
+                     RandomPick& randomPick)
+        : state_(core.state), dialogs_(core.dialogs), player_(player), transport_(transport),
+          choices_(choices), randomPick_(randomPick) {}
+
+    void previous();
+    void next();
+    void pauseOrResume(); // also with nothing to pause
+    void stopOrPlay();    // what it plays is the list song last started
+    void openFile();      // by a dialog, from anywhere on disk
+
+private:
+    SongStart currentRow() const;
+    void nextAtRandom();
+    void playLast();
+    void endPause();
+
+    AppState& state_;
+    Dialogs& dialogs_;
+    MediaControl& player_;
+    Transport& transport_;
+    Choices& choices_;
+    RandomPick& randomPick_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,95 @@
+// Adding media by dialog, with the media window's file menu.
+#include "library/playlist_row.h"
+#include "shell/window.h"
+#include "support/media_machine.h"
+
+namespace larkspin {
+
+// On a list of a.mp3 in the directory rock, where b.wav and c.mp3 lie too.
+struct AddingTest : testing::Test {
+    AddingTest() {
+        for (const char* name : {"b.wav", "c.mp3", "deep/d.mp3"})
+            machine.song("rock", name);
+        machine.state().playedMemory.add("a.mp3");
+    }
+
+    void choose(const std::string& entry, const std::deque<std::string>& answers) {
+        machine.dialogs.answers = answers;
+        machine.choose("Command1", entry);
+    }
+    // What the list holds, as paths below rock, with the backslashes that stand behind it.
+    Lines paths() {
+        Lines found;
+        for (int row = 0; row < machine.state().playlistView.count(); ++row) {
+            const std::string path = rowpath(machine.state().playlistView.row(row));
+            found.push_back(path.starts_with(rock) ? path.substr(rock.size()) : path);
+        }
+        EXPECT_EQ(machine.shown("fileCountLabel"), std::to_string(found.size()) + " files");
+        return found;
+    }
+
+    MediaMachine machine{Lines{"a.mp3"}};
+    const std::string rock = machine.drive("music/rock");
+};
+
+TEST_F(AddingTest, OneFileBringsItsBackslash) {
+    for (const std::string& path :
+         {std::string(), rock + "\\b.wav", rock + "\\b.wav", std::string("c:\\z.mp3"), rock + "\\"})
+        choose("adfil", {path});
+    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\\\b.wav", "c:\\z.mp3"}));
+    EXPECT_EQ(machine.state().playedMemory.count(), 1);
+    EXPECT_EQ(machine.answer("'num 2"), "playing:  <b>2</b>.  b (<b>.wav</b>)");
+}
+
+TEST_F(AddingTest, SeveralFilesBringNone) {
+    choose("adfil", {rock + "\\c.mp3", rock + "\\a.mp3", "c:\\z.mp3", rock + "\\b.wav"});
+    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\b.wav", "\\c.mp3", "c:\\z.mp3"}));
+    EXPECT_TRUE(machine.state().playedMemory.empty());
+}
+
+TEST_F(AddingTest, OffersWhatTheFilterLetsThrough) {
+    const std::pair<const char*, std::string> filters[] = {
+        {"wma", "windows media audio files (*.wma)"},
+        {"all", "media files (*.mid, *.mp3, *.wav, *.wma)"}};
+    const std::string filter = " - your current media filter is ";
+    for (const auto& [word, description] : filters)
+        for (const auto& [entry, title] : {std::pair("adfil", "add file(s)" + filter),
+                                           std::pair("adir", "add a directory" + filter)}) {
+            machine.owner(std::string("'filter ") + word);
+            choose(entry, {});
+            EXPECT_EQ(machine.dialogs.titles.back(), title + machine.state().mediaFilter);
+            EXPECT_EQ(machine.dialogs.fileQuestion.types.at(0).description, description);
+        }
+}
+
+TEST_F(AddingTest, ADirectoryByItsNameOrThatOfAFileInIt) {
+    const auto begin = machine.loop.now();
+    for (const std::string& named : {std::string(), rock + "\\gone\\x.mp3", std::string("gone")})
+        choose("adir", {named});
+    EXPECT_EQ(machine.loop.now(), begin) << "nothing is there, and no splash";
+    EXPECT_EQ(machine.state().playedMemory.count(), 1);
+    for (const std::string& named : {rock, rock + "\\", rock + "\\b.wav", rock + "\\Path"}) {
+        machine.loop.once(100ms, [&] {
+            EXPECT_FALSE(machine.mp3s().visible);
+            EXPECT_EQ(machine.window("dire").control("statusLine").text(), "adding directory...");
+            machine.owner("'filter wav"); // too late for this one
+        });
+        choose("adir", {named});
+        EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\\\a.mp3", "\\\\c.mp3"})) << named;
+        EXPECT_TRUE(machine.state().playedMemory.empty());
+        EXPECT_TRUE(machine.mp3s().visible);
+        for (const char* line : {"'listrmv rock\\\\", "'listrmv c.mp3", "'filter mp3"})
+            machine.owner(line);
+    }
+}
+
+TEST_F(AddingTest, AStringAlsoWhenTheWindowIsHiddenMeanwhile) {
+    machine.owner("'scan " + rock);
+    machine.dialogs.whileOpen = [&] { machine.press("closeButton"); };
+    choose("adstr", {"DEEP"});
+    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\deep\\d.mp3"}));
+    EXPECT_TRUE(machine.state().playedMemory.empty());
+    EXPECT_TRUE(machine.mp3s().visible) << "it is shown behind the splash";
+}
+
+} // namespace larkspin

@@ -1,0 +1,66 @@
+// The playlist on the media window, worked as the owner does.
+#include "shell/window.h"
+#include "support/media_machine.h"
+
+namespace larkspin {
+
+TEST(MediaList, TellsTheSizeOfTheRowThatIsClicked) {
+    MediaMachine machine;
+    const std::pair<std::uintmax_t, const char*> sizes[] = {
+        {0, "0bytes"},       {1023, "1023bytes"}, {1024, "1kb"},        {1536, "1.5kb"},
+        {1152, "1.12kb"},    {1408, "1.38kb"},    {1048575, "1024kb"},  {1048576, "1mb"},
+        {5000000, "4.77mb"}, {1u << 30, "1gb"},   {2684354560, "2.5gb"}};
+    const auto file = machine.disk.path() / "music/rock/b.mp3";
+    for (const auto& [bytes, text] : sizes) {
+        std::filesystem::resize_file(file, bytes);
+        machine.press("playlistView", 1);
+        EXPECT_EQ(machine.shown("fileCountLabel"), std::string("2/3 files - ") + text);
+    }
+    std::filesystem::remove(file);
+    machine.press("playlistView", 1);
+    EXPECT_EQ(machine.shown("fileCountLabel"), "2/3 files - 0bytes");
+}
+
+TEST(MediaList, StartsTheRowThatIsClickedTwice) {
+    MediaMachine machine(Lines{"a.mp3", "b.wav", "c.mp3"});
+    const auto twice = [&](int row) {
+        return machine.answerTo([&] { machine.pressTwice("playlistView", row); });
+    };
+    EXPECT_EQ(twice(1), "playing:  <b>2</b>.  b (<b>.wav</b>)");
+    EXPECT_EQ(machine.setting("play"), "b.wav");
+    EXPECT_EQ(machine.trayEntry("playtz"), "played 0 times");
+    std::filesystem::remove(machine.disk.path() / "music/rock/a.mp3");
+    EXPECT_EQ(twice(0), machine.notFound());
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>3</b>.  c") << "b is still the current row";
+}
+
+TEST(MediaList, KeepsThePlaceOfTheSongThatItStarts) {
+    const std::pair<const char*, std::function<void(MediaMachine&)>> cases[] = {
+        {"next:  <b>3</b>.  c", [](MediaMachine& m) { m.press("playlistView", 2); }},
+        {"next:  <b>2</b>.  c", [](MediaMachine& m) { m.owner("'listrmv a  "); }},
+        {"next:  <b>3</b>.  c", [](MediaMachine& m) { m.owner("'play mp"); }},
+        {"next:  <b>2</b>.  b", [](MediaMachine& m) { m.press("nextButton"); }}};
+    for (const auto& [next, within] : cases) {
+        MediaMachine machine;
+        machine.room.inMessage = [&, act = within](const std::string&) {
+            machine.room.inMessage = {};
+            act(machine);
+        };
+        machine.pressTwice("playlistView", 1);
+        EXPECT_EQ(machine.answer("'next"), next);
+    }
+}
+
+TEST(MediaList, ComesUpByACommandAlsoInSilence) {
+    MediaMachine machine;
+    machine.work({{"closeButton", ""}, {"'num 2", "playing:  <b>2</b>.  b"}});
+    EXPECT_FALSE(machine.mp3s().visible);
+    machine.owner("'play ");
+    machine.work({{"'media", "viewing media list"}, {"closeButton", ""}});
+    EXPECT_EQ(machine.state().masterIndex(), 1) << "the row last started";
+    machine.owner("'silent");
+    EXPECT_EQ(machine.answer("'media"), "");
+    EXPECT_TRUE(machine.mp3s().visible);
+}
+
+} // namespace larkspin

@@ -1,0 +1,110 @@
+// The five buttons for playing, pressed as the owner does.
+#include "shell/window.h"
+#include "support/media_machine.h"
+
+#include <set>
+
+namespace larkspin {
+
+TEST(TransportButtons, GoThroughTheListWithoutAWord) {
+    MediaMachine machine;
+    machine.work({{"prevButton", "", "c.mp3"},
+                  {"nextButton", "", "a.mp3"},
+                  {"nextButton", "", "b.mp3"},
+                  {"prevButton", "", "a.mp3"},
+                  {"'next", "next:  <b>2</b>.  b"},
+                  {"'repeat", "repeat - <b>on"},
+                  {"prevButton", "", "a.mp3"}});
+    EXPECT_EQ(machine.setting("play"), "a.mp3");
+    EXPECT_EQ(machine.player.volume, -1500);
+    EXPECT_EQ(machine.trayEntry("playtz"), "played 0 times") << "the count that is stored";
+    EXPECT_EQ(machine.saidWithin(101s), Lines{"repeat:  a"});
+    std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
+    machine.work({{"nextButton", machine.notFound(), "a.mp3"},
+                  {"'silent", "silent mode - <b>on"},
+                  {"nextButton", "", "c.mp3"},
+                  {"prevButton", "", "c.mp3"}});
+}
+
+TEST(TransportButtons, FindNothingInAnEmptyList) {
+    MediaMachine machine(Lines{});
+    const std::string nowhere = "not found, refresh the directory (\\)";
+    machine.work({{"nextButton", nowhere},
+                  {"prevButton", nowhere},
+                  {"playButton", "[box] nothing to play dumbass"},
+                  {"'shuffle", "shuffled play - <b>on"},
+                  {"nextButton", "[box] no mp3s found, stupid"}});
+    EXPECT_TRUE(machine.player.opened.empty());
+}
+
+TEST(TransportButtons, NextIsRandomInAShuffle) {
+    MediaMachine machine;
+    machine.owner("'shuffle");
+    std::set<std::string> songs;
+    for (int press = 0; press < 3; ++press) {
+        machine.work({{"nextButton", ""}});
+        songs.insert(machine.setting("play"));
+        EXPECT_EQ(machine.setting("play"), machine.lastOpened());
+    }
+    EXPECT_EQ(songs.size(), 3u);
+    EXPECT_EQ(machine.trayEntry("playtz"), "played 0 times");
+    EXPECT_EQ(machine.state().resumeIndex, std::to_string(machine.state().masterIndex()));
+    for (const char* line : {"'play ", "'view"})
+        machine.owner(line);
+    machine.work({{"pauseButton", ""}, {"nextButton", ""}});
+    EXPECT_FALSE(machine.window("larkmain").visible) << "no choice is on show any longer";
+    EXPECT_EQ(machine.shown("pauseButton"), "  II");
+    EXPECT_EQ(machine.saidWithin(101s).size(), 1u) << "the shuffle goes on";
+}
+
+TEST(TransportButtons, PauseAndStopWhateverPlays) {
+    MediaMachine machine;
+    const auto mark = [&] { return machine.shown("pauseButton"); };
+    machine.press("pauseButton");
+    EXPECT_EQ(mark(), "  \u00B3") << "with nothing playing";
+    machine.work({{"'num 2", "playing:  <b>2</b>.  b"},
+                  {"pauseButton", ""},
+                  {"'pause", "already paused you dumbass"}});
+    EXPECT_EQ(machine.player.PlayState(), PlayState::paused);
+    machine.work({{"pauseButton", ""}, {"'resume", "already playing something you dick"}});
+    EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
+    machine.work({{"pauseButton", ""}, {"playButton", ""}});
+    EXPECT_EQ(machine.player.PlayState(), PlayState::stopped);
+    EXPECT_EQ(mark(), "  II");
+    machine.advance(2s);
+    EXPECT_EQ(machine.trayEntry("mpp"), "mp3s played:  0");
+    machine.work({{"pauseButton", ""}, {"playButton", "", "b.mp3"}});
+    EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
+    EXPECT_EQ(mark(), "  II");
+    EXPECT_EQ(machine.trayEntry("playtz"), "played 0 times");
+    machine.work({{"'next", "next:  <b>3</b>.  c", "c.mp3"}, {"playButton", ""}});
+    std::filesystem::remove(machine.disk.path() / "music/rock/c.mp3");
+    machine.work({{"playButton", machine.notFound()}});
+    EXPECT_EQ(machine.shown("playButton"), "  l>");
+}
+
+TEST(TransportButtons, OpenAFileThatIsOnNoList) {
+    MediaMachine machine(Lines{"a.mp3"});
+    machine.song("new", "Found.wav", 10s);
+    machine.owner("'num 1");
+    machine.player.volume = 1;
+    machine.work({{"openButton", "", "a.mp3"}}); // dismissed
+    machine.dialogs.answers = {machine.drive("music/new/Found.wav")};
+    machine.dialogs.whileOpen = [&] { machine.press("closeButton"); };
+    machine.work({{"openButton", "playing:  Found", "Found.wav"}});
+    EXPECT_EQ(machine.dialogs.fileQuestion.title, "Open a media file");
+    EXPECT_FALSE(machine.mp3s().visible) << "as it was left meanwhile";
+    EXPECT_EQ(machine.player.volume, 1) << "no volume is sent";
+    EXPECT_EQ(machine.trayEntry("playtz"), "played n/a times");
+    EXPECT_EQ(machine.setting("play"), "a.mp3");
+    machine.work({{"'pause", "paused:  Found"},
+                  {"'resume", "resumed:  Found"},
+                  {"'repeat", "repeat - <b>on"}});
+    EXPECT_EQ(machine.saidWithin(11s), Lines{"repeat:  Found"});
+    machine.work({{"'media", "viewing media list", "Found.wav"},
+                  {"playButton", ""},
+                  {"playButton", "", "a.mp3"},
+                  {"'pause", "paused:  a"}});
+}
+
+} // namespace larkspin
