@@ -27,6 +27,7 @@ Program::Program(const Machine& m)
       rows1_(commandRows(*this, HandledBy::NiteScan1)),
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
       rows3_(commandRows(*this, HandledBy::NiteScan3)) {
+    companions.windowColors.connect(windows());
     chat.NiteScan1.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows1_); });
     chat.NiteScan2.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows2_); });
     chat.NiteScan3.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows3_); });
@@ -38,8 +39,13 @@ Program::~Program() {
 }
 
 std::vector<Window*> Program::windows() {
-    return {&playback.mediaWindow.mp3s,    &chat.commandsWindow.larkmain,   &playback.choices.stops,
-            &companions.notesWindow.notez, &companions.launcherWindow.appz, &shell.splash.dire};
+    return {&playback.mediaWindow.mp3s,
+            &chat.commandsWindow.larkmain,
+            &playback.choices.stops,
+            &companions.notesWindow.notez,
+            &companions.launcherWindow.appz,
+            &companions.colorsWindow.colors,
+            &shell.splash.dire};
 }
 
 // The order counts: the clock of the media window shows where a repeated section has sent the song,

@@ -27,6 +27,7 @@ void Program::start() {
     shell.splash.show(buildText() + "Loading..");
 
     const StoredSettings stored = shell.settings.all();
+    companions.windowColors.load(stored);
     const std::string load = stored.get("load");
     const bool firstRun = !number(load);
     const std::string loadNumber = firstRun ? "1" : load;
@@ -109,6 +110,7 @@ void Program::save() {
     shell.save(changes);
     library.save(changes);
     chat.save(changes);
+    companions.windowColors.save(changes);
     shell.settings.putAll(changes);
     companions.save();
     machine.files.hide(shell.directory.settingsFile());
@@ -118,6 +120,7 @@ void Program::unload() {
     phase_ = Phase::saving;
     save();
     chat.stopScanners();
+    companions.unload();
     shell.splash.hide();
     playback.unload();
     companions.unload();

@@ -88,6 +88,7 @@ Entries others(Program& p) {
             entry("grtz", "greets", [&p] { boxGreets(p.machine.dialogs); }),
             flag("spcol", "scan pc on load", state.spcol),
             flag("rol", "refresh on load", state.rol),
+            entry("cpc", "change colors", [&p] { p.companions.colorsWindow.show(); }),
             separator("j"),
             notYet("shdown", "shutdown computer")};
 }

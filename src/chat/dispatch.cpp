@@ -1,5 +1,6 @@
 #include "chat/dispatch.h"
 
+#include "chat/reply.h"
 #include "chat/room.h"
 #include "shell/app_state.h"
 #include "text/fold.h"
@@ -19,6 +20,10 @@ bool takesArgument(const CommandRow& row) {
 void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) const {
     const std::string owner = room_.currentScreenName();
     if (owner.empty() || line.speaker != owner)
+        return;
+    // No reply is a command under a trigger that the owner can choose. Under a wildcard that he has
+    // written into the settings by hand all of them would be, and answer each other without end.
+    if (isReply(line.text))
         return;
     const std::string lowered = foldCase(line.text);
     for (const CommandRow& row : rows) {

@@ -5,7 +5,25 @@
 #include "shell/dialogs.h"
 #include "shell/settings.h"
 
+#include <algorithm>
+
 namespace larkspin {
+
+namespace {
+
+constexpr std::string_view opening = "</html><font face=\"";
+
+// A style holds whatever its owner has stored, by hand too, and all of it goes out as it stands but
+// for what would end the line.
+bool endsLine(char byte) {
+    return std::string_view("\n\v\f\r\0", 5).find(byte) != std::string_view::npos;
+}
+
+} // namespace
+
+bool isReply(std::string_view line) {
+    return line.starts_with(opening);
+}
 
 void Reply::saychat(std::string_view text) {
     if (!state_.silnt)
@@ -31,7 +49,7 @@ bool Reply::refusedInSilence(const std::string& refusal) {
 }
 
 std::string Reply::styled(std::string_view message) {
-    std::string line = "</html><font face=\"";
+    std::string line(opening);
     line += settings_.yochoose(Choice::openingFont);
     line += "\" color=#";
     line += settings_.yochoose(Choice::openingColor);
@@ -49,6 +67,7 @@ std::string Reply::styled(std::string_view message) {
     line += settings_.yochoose(Choice::closingColor);
     line += "> ";
     line += settings_.yochoose(Choice::closing);
+    std::replace_if(line.begin(), line.end(), endsLine, ' ');
     return line;
 }
 

@@ -12,6 +12,9 @@ class Dialogs;
 class Room;
 class Settings;
 
+// Whether a line is one that the program has said. What the owner types opens otherwise.
+bool isReply(std::string_view line);
+
 class Reply {
 public:
     Reply(AppState& state, Settings& settings, Room& room, Dialogs& dialogs)

@@ -24,6 +24,7 @@ void Companions::save() {
 void Companions::unload() {
     notesWindow.notez.visible = false;
     launcherWindow.reset();
+    colorsWindow.reset();
 }
 
 } // namespace larkspin

@@ -1,7 +1,9 @@
-// What stands around the player, put together: the owner's notes and his launcher items.
+// What stands around the player, put together: the owner's notes and his launcher items, the
+// colours of the windows and the style of what is said.
 #pragma once
 
 #include "chat/core.h"
+#include "companions/colors_window.h"
 #include "companions/launcher.h"
 #include "companions/launcher_items.h"
 #include "companions/launcher_window.h"
@@ -9,6 +11,8 @@
 #include "companions/note_recital.h"
 #include "companions/notes.h"
 #include "companions/notes_window.h"
+#include "companions/style_commands.h"
+#include "companions/window_colors.h"
 
 namespace larkspin {
 
@@ -40,6 +44,9 @@ public:
     LauncherItems launcherItems{core_.state};
     Launcher launcher{core_, launcherItems, needs_.directories, needs_.launching};
     LauncherWindow launcherWindow{core_, launcherItems, launcher};
+    StyleCommands style{core_};
+    WindowColors windowColors;
+    ColorsWindow colorsWindow{core_, windowColors};
 
     void load();
     void save();

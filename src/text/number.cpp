@@ -62,6 +62,11 @@ std::int64_t rounded(double value) {
     return static_cast<std::int64_t>(up ? whole + 1 : whole);
 }
 
+std::string hexPair(std::uint8_t value) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    return {digits[value >> 4], digits[value & 0xF]};
+}
+
 std::optional<std::int16_t> wholeNumber16(std::string_view text) {
     const auto value = number(text);
     if (!value)

@@ -19,6 +19,9 @@ std::string numberText(double value);
 // To the nearest whole number, a half to the even one. Past the range of 64 bits: its end.
 std::int64_t rounded(double value);
 
+// Two hexadecimal digits, capitals.
+std::string hexPair(std::uint8_t value);
+
 // A numeric text as a whole number of 16 bits, rounded; nothing when it doesn't fit.
 std::optional<std::int16_t> wholeNumber16(std::string_view text);
 

@@ -22,7 +22,8 @@ TEST(Startup, BringsBackAllOfTheLastRun) {
         "[lark]\r\ntrigger=.\r\nsilent=yes\r\nrepeat=no\r\nshuffle=yes\r\ncontinue=no\r\n"
         "tempo=150\r\nvolume=0\r\nmedia filter=all types\r\nplayed=12\r\nplay=b.mp3\r\n"
         "mp3sec=100\r\nprogsec=200.5\r\nref on load=yes\r\nscan pc on load=yes\r\nmp3svis=yes\r\n"
-        "mp3stpos=1\r\nmp3slpos=2\r\nmp3smini=yes\r\nmy own=line\r\nload=";
+        "mp3stpos=1\r\nmp3slpos=2\r\nmp3smini=yes\r\nmy own=line\r\ntitlebar words=1\r\n"
+        "titlebar=2\r\nwords/labels=3\r\nbackground=4\r\nplay controls=5\r\nload=";
     machine.writeDataFile("larkspin.ini", settings + "41\r\n");
     for (const char* name : {"larkmain.lpb", "lksapp.lst", "lksappl.lst"})
         machine.writeDataFile(name, "one\n\n" + std::string(name));

@@ -66,6 +66,7 @@ TEST(TrayMenu, ReachesAllThereIs) {
         "- grtz: greets",
         "- spcol: scan pc on load",
         "- rol: refresh on load",
+        "- cpc: change colors",
         "- j: -",
         "- shdown: shutdown computer",
         "mfilt: media filter",

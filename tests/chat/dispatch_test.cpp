@@ -50,10 +50,11 @@ TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
             machine.state().silnt = silent;
             ASSERT_TRUE(machine.owner(line, 5s));
         }
+        machine.state().silnt = true; // in a box, whatever style has been set
+        EXPECT_EQ(machine.answer("'trig?"), "[box] your trigger is '");
         machine.state().silnt = false;
-        EXPECT_EQ(machine.answer("'trig?"), "your trigger is '");
         machine.somebody("Stranger", line);
-        EXPECT_EQ(machine.room.lines.size(), 1u);
+        EXPECT_EQ(machine.room.lines.size(), 0u);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "shell/control_events.h"
 #include "text/fold.h"
+#include "text/number.h"
 #include "text/row_list.h"
 
 #include <algorithm>
@@ -45,13 +46,9 @@ std::string sliderText(const Control& slider) {
 }
 
 std::string swatchText(const Control& swatch) {
-    constexpr char digits[] = "0123456789abcdef";
     std::string text = " #";
-    for (const unsigned shift : {0u, 8u, 16u}) { // red stands lowest
-        const Color part = swatch.background >> shift & 0xFF;
-        text += digits[part >> 4];
-        text += digits[part & 0xF];
-    }
+    for (const unsigned shift : {0u, 8u, 16u}) // red stands lowest
+        text += hexPair(static_cast<std::uint8_t>(swatch.background >> shift));
     return text;
 }
 

@@ -1,0 +1,51 @@
+// The colour window `colors`: three bars mix a colour, which goes to the slot that the owner has
+// chosen. The colours of windows come from the swatch, those of the style from the text field,
+// where he can write one by hand.
+#pragma once
+
+#include "chat/core.h"
+#include "shell/window.h"
+#include "text/row_list.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace larkspin {
+
+class WindowColors;
+
+class ColorsWindow {
+public:
+    ColorsWindow(const Core& core, WindowColors& windowColors);
+
+    // The command, and what the tray's entry does without a word.
+    void color();
+    void show();
+
+    // As each run begins: hidden, in its place, with no colour mixed.
+    void reset();
+
+    Window colors{.name = "colors"};
+
+private:
+    std::vector<Control> controls();
+    Control bar(const char* name, const char* spoken, std::size_t part);
+    Control digits(const char* name, std::size_t part);
+    void mix(std::size_t part, int value);
+    void apply();
+
+    Settings& settings_;
+    EventLoop& loop_;
+    Dialogs& dialogs_;
+    Reply& reply_;
+    WindowColors& windowColors_;
+
+    std::array<std::uint8_t, 3> parts_{}; // red, green, blue: where the bars stand
+    std::string tag_;                     // what the text field reads
+    RowList slots_;                       // by name, in the order of the table
+};
+
+} // namespace larkspin
