@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::string_view opening = "</html><font face=\"";
 
-// A style holds whatever its owner has stored, by hand too, and all of it goes out as it stands but
-// for what would end the line.
+// What would end the line that a style value stands in. The owner may have written anything into
+// the settings by hand, and all else goes out as it stands.
 bool endsLine(char byte) {
     return std::string_view("\n\v\f\r\0", 5).find(byte) != std::string_view::npos;
 }
@@ -48,26 +48,31 @@ bool Reply::refusedInSilence(const std::string& refusal) {
     return true;
 }
 
+std::string Reply::style(Choice choice) {
+    std::string value = settings_.yochoose(choice);
+    std::replace_if(value.begin(), value.end(), endsLine, ' ');
+    return value;
+}
+
 std::string Reply::styled(std::string_view message) {
     std::string line(opening);
-    line += settings_.yochoose(Choice::openingFont);
+    line += style(Choice::openingFont);
     line += "\" color=#";
-    line += settings_.yochoose(Choice::openingColor);
+    line += style(Choice::openingColor);
     line += ">";
-    line += settings_.yochoose(Choice::opening);
+    line += style(Choice::opening);
     line += " <font face=\"";
-    line += settings_.yochoose(Choice::font);
+    line += style(Choice::font);
     line += "\" color=#";
-    line += settings_.yochoose(Choice::fontColor);
+    line += style(Choice::fontColor);
     line += ">";
     line += message;
     line += "</b><font face=\"";
-    line += settings_.yochoose(Choice::closingFont);
+    line += style(Choice::closingFont);
     line += "\" color=#";
-    line += settings_.yochoose(Choice::closingColor);
+    line += style(Choice::closingColor);
     line += "> ";
-    line += settings_.yochoose(Choice::closing);
-    std::replace_if(line.begin(), line.end(), endsLine, ' ');
+    line += style(Choice::closing);
     return line;
 }
 

@@ -11,6 +11,7 @@ struct AppState;
 class Dialogs;
 class Room;
 class Settings;
+enum class Choice;
 
 // Whether a line is one that the program has said. What the owner types opens otherwise.
 bool isReply(std::string_view line);
@@ -37,6 +38,7 @@ public:
 
 private:
     std::string styled(std::string_view message);
+    std::string style(Choice choice);
 
     AppState& state_;
     Settings& settings_;

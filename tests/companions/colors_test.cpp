@@ -90,7 +90,7 @@ std::string settingsWith(const std::string& value) {
 Color colorOf(VirtualMachine& machine, const Slot& slot) {
     const Control& control =
         machine.window("mp3s").control(slot.key.starts_with("title")             ? "mediaCaption"
-                                       : slot.isForeground && slot.design == red ? "pauseButton"
+                                       : slot.isForeground && slot.design == red ? "openButton"
                                                                                  : "playlistView");
     return slot.isForeground ? control.foreground : control.background;
 }

@@ -47,7 +47,7 @@ TEST(StyleCommands, AreRefusedInSilence) {
 
 TEST(StyleCommands, KeepALineOneLineWhateverTheSettingsHold) {
     VirtualMachine machine(Lines{});
-    const std::string odd("a\rb\vc\fd\0e\x1B\t<", 11);
+    const std::string odd("a\rb\vc\fd\0e\x1B\t<", 12);
     machine.writeDataFile("larkspin.ini", "[lark]\nascii=" + odd + "\nefont=" + odd + "\n");
     machine.owner("'stop");
     EXPECT_SAID(machine, "</html><font face=\"arial narrow\" color=#5083A9>a b c d e\x1B\t< <font "
