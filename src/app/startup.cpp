@@ -123,7 +123,6 @@ void Program::unload() {
     companions.unload();
     shell.splash.hide();
     playback.unload();
-    companions.unload();
     shell.reset();
     machine.desktop.removeTrayIcon();
     phase_ = Phase::off;
