@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace larkspin {
@@ -29,7 +30,7 @@ struct Place {
 };
 
 struct Font {
-    std::string family = "Arial";
+    std::string_view family = "Arial"; // a literal
     int points = 8;
 };
 
