@@ -13,6 +13,7 @@
 #include "shell/files.h"
 #include "shell/pause.h"
 #include "shell/process.h"
+#include "shell/this_run.h"
 #include "text/dates.h"
 #include "text/number.h"
 
@@ -23,6 +24,7 @@ void Program::start() {
     phase_ = Phase::loading;
     const Pause pause(machine.loop);
     loadWindows();
+    const ThisRun run(shell.state);
     pause(0.1);
     shell.splash.show(buildText() + "Loading..");
 
@@ -41,9 +43,13 @@ void Program::start() {
     phase_ = Phase::running; // from here on there is something to save
     if (shell.state.rol)
         playback.refreshButton.Command5_Click();
+    if (!run.lasts())
+        return;
 
     shell.splash.showStatusLine(false);
     pause(0.1);
+    if (!run.lasts())
+        return;
     shell.splash.hide();
     listen();
 }
@@ -142,7 +148,10 @@ void Program::end() {
 void Program::restart() {
     if (phase_ != Phase::running)
         return; // one is at it
+    const ThisRun run(shell.state);
     chat.reply.saychat("restarting larkspin player");
+    if (!run.lasts())
+        return; // another one has come and gone meanwhile
     unload();
     Pause{machine.loop}(0.5);
     start();

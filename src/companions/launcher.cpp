@@ -7,6 +7,7 @@
 #include "library/directories.h"
 #include "shell/app_state.h"
 #include "shell/pause.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/wildcard.h"
 
@@ -26,11 +27,14 @@ void Launcher::load(const std::string& text) {
     if (reply_.refusedInSilence(
             "double click an app or pic in the apps and pics list to load it in silent mode"))
         return;
+    const ThisRun run(state_);
     const std::string wanted = foldCase(text);
     const int end = items_.count();
     bool found = false;
     for (int index = 0; index < end; ++index) {
         loop_.serveTurn();
+        if (!run.lasts())
+            return;
         items_.select(index);
         if (items_.path(index).empty())
             return;
@@ -48,9 +52,10 @@ void Launcher::rmva(const std::string& text) {
     if (reply_.refusedInSilence("press the delete key for the one you want to remove on the "
                                 "application and shit form to remove them in silent mode"))
         return;
+    const ThisRun run(state_);
     const std::string wanted = foldCase(text);
     bool found = false;
-    for (int index = 0; index < items_.count();) {
+    for (int index = 0; run.lasts() && index < items_.count();) {
         items_.select(index);
         if (items_.path(index).empty())
             return;
@@ -103,10 +108,11 @@ void Launcher::ap(const std::string& pathAndTitle) {
 void Launcher::scra() {
     if (reply_.refusedInSilence("cant scroll app shit in silent mode you ditz"))
         return;
+    const ThisRun run(state_);
     const Pause pause(loop_);
     reply_.saychat("scrolling <b>" + std::to_string(items_.count()) + "</b> app n shit items");
     pause(behindOpening);
-    for (int index = 0; index < items_.count(); ++index) {
+    for (int index = 0; run.lasts() && index < items_.count(); ++index) {
         items_.select(index);
         if (items_.path(index).empty())
             return;

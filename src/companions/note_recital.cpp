@@ -4,6 +4,7 @@
 #include "companions/notes.h"
 #include "shell/event_loop.h"
 #include "shell/pause.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 
 namespace larkspin {
@@ -19,10 +20,11 @@ constexpr double betweenNotes = 0.6;
 void NoteRecital::scrn() {
     if (reply_.refusedInSilence("cant scroll notes in silent mode you dits"))
         return;
+    const ThisRun run(state_);
     const Pause pause(loop_);
     reply_.saychat("scrolling <b>" + std::to_string(notes_.count()) + "</b> notes");
     pause(behindOpening);
-    for (int note = 0; note < notes_.count(); ++note) {
+    for (int note = 0; run.lasts() && note < notes_.count(); ++note) {
         if (!recite(note))
             return;
         pause(betweenNotes);
@@ -32,12 +34,13 @@ void NoteRecital::scrn() {
 void NoteRecital::rn(const std::string& fragment) {
     if (reply_.refusedInSilence("use the notes form to view notes by subject in silent mode"))
         return;
+    const ThisRun run(state_);
     const Pause pause(loop_);
     const std::string lowered = foldCase(fragment);
     bool any = false;
     for (int note = 0; note < notes_.count(); ++note) {
         loop_.serveTurn();
-        if (notes_.row(note).empty())
+        if (!run.lasts() || notes_.row(note).empty())
             return;
         notes_.select(note);
         if (foldCase(noteSubject(notes_.row(note))).find(lowered) == std::string::npos)

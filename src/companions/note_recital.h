@@ -2,6 +2,7 @@
 //
 // It waits between its lines. Meanwhile notes may come, go and move, and others be selected or
 // told: it goes on at the number it has reached, and ends at the first row that is empty or gone.
+// It doesn't go on in another run of the program.
 #pragma once
 
 #include "chat/core.h"
@@ -15,7 +16,7 @@ class Notes;
 class NoteRecital {
 public:
     NoteRecital(const Core& core, Notes& notes)
-        : loop_(core.loop), reply_(core.reply), notes_(notes) {}
+        : state_(core.state), loop_(core.loop), reply_(core.reply), notes_(notes) {}
 
     // The commands; the first is the window's "scroll notes" as well.
     void scrn();
@@ -28,6 +29,7 @@ public:
     void tell(int note);
 
 private:
+    AppState& state_;
     EventLoop& loop_;
     Reply& reply_;
     Notes& notes_;

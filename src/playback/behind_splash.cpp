@@ -1,23 +1,23 @@
 #include "playback/behind_splash.h"
 
 #include "playback/media_window.h"
-#include "shell/app_state.h"
 #include "shell/pause.h"
 #include "shell/splash.h"
+#include "shell/this_run.h"
 
 namespace larkspin {
 
 bool BehindSplash::run(const SplashJob& job, const Task& work) {
-    const auto lasts = [this, ours = state_.run] { return state_.run == ours; };
+    const ThisRun run(state_);
     const Pause pause(loop_);
     window_.stepAside();
     splash_.show(job.status);
     pause(job.before);
-    if (lasts())
+    if (run.lasts())
         work();
-    if (lasts())
+    if (run.lasts())
         pause(job.behind);
-    if (!lasts())
+    if (!run.lasts())
         return false;
     splash_.hide();
     window_.comeBack();

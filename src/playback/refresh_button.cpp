@@ -4,7 +4,7 @@
 #include "library/refresh.h"
 #include "playback/behind_splash.h"
 #include "playback/media_window.h"
-#include "shell/app_state.h"
+#include "shell/this_run.h"
 
 #include <cstdlib>
 
@@ -33,9 +33,9 @@ std::optional<int> RefreshButton::Command5_Click() {
 }
 
 std::optional<int> RefreshButton::refreshWithStatus() {
-    const unsigned run = state_.run;
+    const ThisRun run(state_);
     const int grown = refresh_.refreshDirectories();
-    if (state_.run != run)
+    if (!run.lasts())
         return std::nullopt;
     state_.searchTerm = changeText(grown, "", "");
     return grown;

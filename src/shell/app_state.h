@@ -39,8 +39,7 @@ inline constexpr std::string_view unnamedPlaylistTitle =
     "                  larkspin playlist editor";
 
 struct AppState {
-    // Goes up when a run begins and when it ends. A handler that waits can keep it: once its run
-    // has ended it does nothing more, since what it would touch belongs to the next one.
+    // Goes up when a run begins and when it ends: see ThisRun.
     unsigned run = 0;
 
     // Flags: check marks of the tray menu. At most one of rep, crand, cintz is on.

@@ -128,6 +128,17 @@ TEST(Launcher, WalksOnThroughChangesOfItsList) {
     }
 }
 
+TEST(Launcher, EndsItsWalksWithTheRunOfTheProgram) {
+    for (const char* walk : {"'load rose", "'rmva rose", "'scra"}) {
+        Launcher machine;
+        machine.room.inMessage = [&](const std::string& message) {
+            if (message.find("Red Rose") != std::string::npos)
+                machine.restart();
+        };
+        EXPECT_EQ(machine.saidTo(walk).back(), "load:  <b>2</b> - mp3s played:  <b>0</b>") << walk;
+    }
+}
+
 TEST(Launcher, KeepsTheLinesOfItsFilesTogether) {
     const struct {
         std::string paths, titles;

@@ -97,6 +97,8 @@ TEST(Notes, AreToldInTurnWhateverComesBetween) {
         {"'scrn", {}, {"1</b>.  Mum", "2</b>.  b", "3</b>.  mum's"}},
         {"'scrn", {"'del 1", "'sn new"}, {"1</b>.  Mum", "2</b>.  mum's", "3</b>.  new"}},
         {"'scrn", {"'clrn"}, {"1</b>.  Mum"}},
+        {"'scrn", {"restart"}, {"1</b>.  Mum"}},
+        {"'rn MUM", {"restart"}, {"1</b>.  Mum"}},
         {"'scrn", {"'clrn", "'sn ", "'sn ", "'sn x"}, {"1</b>.  Mum"}},
         {"'rn MUM", {}, {"1</b>.  Mum", "3</b>.  mum's"}},
         {"'rn MUM", {"'del 2"}, {"1</b>.  Mum", "2</b>.  mum's"}},
@@ -109,7 +111,7 @@ TEST(Notes, AreToldInTurnWhateverComesBetween) {
         Notes machine({"Mum", "b", "mum's"});
         machine.loop.once(c.line == "'scrn" ? 1299ms : 599ms, [&] { // ahead of the second note
             for (const std::string& line : c.interruption)
-                machine.lines.heard({"Owner", line});
+                line == "restart" ? void(machine.restart()) : machine.lines.heard({"Owner", line});
         });
         machine.owner(c.line, 5s);
         Lines told;
