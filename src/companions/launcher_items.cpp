@@ -4,18 +4,9 @@
 #include "shell/app_state.h"
 #include "shell/data_directory.h"
 
-#include <algorithm>
-
 namespace larkspin {
 
 namespace {
-
-// A list's row is a line of its file: one more line break would part it from its other half.
-std::string asOneLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return text;
-}
 
 void fillUp(RowList& list, int count) {
     while (list.count() < count && list.add(""))
@@ -67,6 +58,8 @@ bool LauncherItems::add(const std::string& path, const std::string& title) {
 }
 
 void LauncherItems::removeAt(int index) {
+    if (index < 0 || index >= count())
+        return;
     state_.appPaths.removeAt(index);
     state_.appTitles.removeAt(index);
     state_.appPathText.clear();
@@ -98,12 +91,8 @@ Row LauncherItems::mark(int index) const {
     return state_.appTitles.share(index);
 }
 
-// Told by where its text stands, which no other row shares: there may be several of one title.
 int LauncherItems::find(const Row& mark) const {
-    for (int index = 0; index < count(); ++index)
-        if (state_.appTitles.row(index).data() == mark.text().data())
-            return index;
-    return -1;
+    return state_.appTitles.find(mark);
 }
 
 void LauncherItems::showCount() {

@@ -1,11 +1,10 @@
 #include "companions/notes.h"
 
+#include "library/line_files.h"
 #include "shell/app_state.h"
 #include "shell/event_loop.h"
 #include "text/dates.h"
 #include "text/utf8.h"
-
-#include <algorithm>
 
 namespace larkspin {
 
@@ -31,13 +30,9 @@ std::string_view noteSubject(std::string_view row) {
     return behindTime(row, 4);
 }
 
-// A row is a line of a file.
 std::string Notes::made(const std::string& text) const {
     const std::tm now = loop_.localTime();
-    std::string row = shortDate(now) + "-" + clockTime(now) + ":     " + text;
-    const auto isLineBreak = [](char byte) { return byte == '\r' || byte == '\n'; };
-    std::replace_if(row.begin(), row.end(), isLineBreak, ' ');
-    return row;
+    return shortDate(now) + "-" + clockTime(now) + ":     " + asOneLine(text);
 }
 
 bool Notes::add(const std::string& text) {
@@ -84,12 +79,8 @@ Row Notes::selected() const {
     return state_.notes.share(state_.notes.currentIndex());
 }
 
-// Copies of a row share its text, and no other row does.
 int Notes::find(const Row& row) const {
-    for (int note = 0; note < count(); ++note)
-        if (this->row(note).data() == row.text().data())
-            return note;
-    return -1;
+    return state_.notes.find(row);
 }
 
 std::string Notes::tellFull() const {

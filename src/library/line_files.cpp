@@ -4,6 +4,7 @@
 #include "shell/app_state.h"
 #include "shell/files.h"
 
+#include <algorithm>
 #include <functional>
 #include <string_view>
 #include <utility>
@@ -30,6 +31,12 @@ int forEachLine(std::string_view contents, const std::function<void(std::string_
 }
 
 } // namespace
+
+std::string asOneLine(std::string text) {
+    const auto isLineBreak = [](char byte) { return byte == '\r' || byte == '\n'; };
+    std::replace_if(text.begin(), text.end(), isLineBreak, ' ');
+    return text;
+}
 
 int LineFiles::loadlines(const std::string& path, RowList& list) {
     const std::string contents = load(path);

@@ -13,6 +13,9 @@ namespace larkspin {
 struct AppState;
 class Files;
 
+// A text that is to be a row of such a list: line breaks in it become blanks.
+std::string asOneLine(std::string text);
+
 class LineFiles {
 public:
     explicit LineFiles(Files& files) : files_(files) {}

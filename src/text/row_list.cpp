@@ -128,6 +128,14 @@ const Row& RowList::share(int index) const {
     return isInside(index) ? slot(index).row : noRow;
 }
 
+// Copies of a row share its text, and no other row does.
+int RowList::find(const Row& row) const {
+    for (int index = 0; index < count_; ++index)
+        if (this->row(index).data() == row.text().data())
+            return index;
+    return -1;
+}
+
 bool RowList::isSelected(int index) const {
     return isInside(index) && slot(index).selected;
 }

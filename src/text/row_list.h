@@ -51,6 +51,9 @@ public:
     std::string_view row(int index) const { return share(index).text(); }
     std::string_view folded(int index) const { return share(index).folded(); }
     const Row& share(int index) const;
+    // Where that very row stands, or a copy of it, whatever came and went before it; -1 when it
+    // isn't there, also when another row reads the same.
+    int find(const Row& row) const;
 
     int currentIndex() const { return current_; }
     // -1 for none. False, and nothing changes, for an index outside the list.
