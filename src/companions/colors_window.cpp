@@ -52,9 +52,9 @@ std::vector<Control> ColorsWindow::controls() {
         bar("HScroll1", "red", 0),
         bar("HScroll2", "green", 1),
         bar("HScroll3", "blue", 2),
-        digits("Label4", 0),
-        digits("Label5", 1),
-        digits("Label6", 2),
+        digits("Label4", "red digits", 0),
+        digits("Label5", "green digits", 1),
+        digits("Label6", "blue digits", 2),
         swatch({.name = "Label1", .place = {60, 1635, 780, 675}, .spoken = "color"}),
         textField({.name = "Text1",
                    .place = {900, 1635, 2340, 315},
@@ -78,9 +78,10 @@ Control ColorsWindow::bar(const char* name, const char* spoken, std::size_t part
                    .onChange = [this, part](int value) { mix(part, value); }});
 }
 
-Control ColorsWindow::digits(const char* name, std::size_t part) {
+Control ColorsWindow::digits(const char* name, const char* spoken, std::size_t part) {
     return label({.name = name,
                   .place = {2760, 750 + 285 * static_cast<int>(part), 480, 255},
+                  .spoken = spoken,
                   .text = [this, part] { return hexPair(parts_[part]); }});
 }
 
@@ -97,8 +98,7 @@ void ColorsWindow::show() {
 }
 
 void ColorsWindow::reset() {
-    colors.visible = false;
-    colors.place = home;
+    putAway(colors, home);
     parts_ = {};
     colors.control("Label1").background = colorOf(parts_);
     tag_.clear();

@@ -33,7 +33,7 @@ public:
 private:
     std::vector<Control> controls();
     Control bar(const char* name, const char* spoken, std::size_t part);
-    Control digits(const char* name, std::size_t part);
+    Control digits(const char* name, const char* spoken, std::size_t part);
     void mix(std::size_t part, int value);
     void apply();
 

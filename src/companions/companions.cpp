@@ -22,7 +22,7 @@ void Companions::save() {
 }
 
 void Companions::unload() {
-    notesWindow.notez.visible = false;
+    notesWindow.reset();
     launcherWindow.reset();
     colorsWindow.reset();
 }

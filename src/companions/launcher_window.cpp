@@ -12,6 +12,7 @@ namespace larkspin {
 
 namespace {
 
+constexpr Place home = {3300, 3300, 4500, 2970};
 constexpr std::string_view ownTitle = "                       applications n shit";
 constexpr std::string_view hint = "                     dbl click an item to load";
 
@@ -25,7 +26,7 @@ const std::vector<FileType> itemTypes{{"application files (*.exe)", "*.exe"},
 LauncherWindow::LauncherWindow(const Core& core, LauncherItems& items, Launcher& launcher)
     : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
       items_(items), launcher_(launcher) {
-    appz.place = {3300, 3300, 4500, 2970};
+    appz.place = home;
     appz.controls = controls();
     reset();
 }
@@ -39,6 +40,7 @@ std::vector<Control> LauncherWindow::controls() {
         closeLabel(appz, {.name = "Label2"}),
         listBox({.name = "List1",
                  .place = {0, 345, 4500, 1965},
+                 .spoken = "items",
                  .rows = &state_.appTitles,
                  .onClick = [this] { click(); },
                  .onDoubleClick = [this] { launcher_.launchSelected(); },
@@ -50,6 +52,7 @@ std::vector<Control> LauncherWindow::controls() {
                      }}),
         textField({.name = "Text1",
                    .place = {0, 2340, 4500, 315},
+                   .spoken = "path of the item",
                    .text = shows(state_.appPathText),
                    .onMouseMove = takeHintBack}),
         button({.name = "Label3",
@@ -60,7 +63,7 @@ std::vector<Control> LauncherWindow::controls() {
 }
 
 void LauncherWindow::reset() {
-    appz.visible = appz.dragged = false;
+    putAway(appz, home);
     title_ = ownTitle;
 }
 

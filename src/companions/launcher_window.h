@@ -21,7 +21,7 @@ public:
     void apps();
     void show() { showOnTop(appz); }
 
-    // Back to how it stands at the start of a run: hidden, and nothing pointed at.
+    // As each run begins: hidden, in its place, and nothing pointed at.
     void reset();
 
     Window appz{.name = "appz"};

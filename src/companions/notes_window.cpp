@@ -11,9 +11,16 @@
 
 namespace larkspin {
 
+namespace {
+
+constexpr Place home = {3000, 3000, 4500, 2700};
+
+} // namespace
+
 NotesWindow::NotesWindow(const Core& core, Notes& notes, NoteRecital& recital)
     : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
       notes_(notes), recital_(recital) {
+    notez.place = home;
     notez.controls = controls();
 }
 
@@ -24,6 +31,7 @@ std::vector<Control> NotesWindow::controls() {
         closeLabel(notez, {.name = "Label5"}),
         listBox({.name = "List2",
                  .place = {0, 345, 4500, 1725},
+                 .spoken = "notes",
                  .rows = &state_.notes,
                  .onClick = [this] { notes_.showText(state_.notes.currentIndex()); },
                  .onDoubleClick = [this] { recite(); },
@@ -32,7 +40,10 @@ std::vector<Control> NotesWindow::controls() {
                          if (key == Key::del)
                              askToDelete();
                      }}),
-        textField({.name = "Text1", .place = {0, 2100, 4500, 285}, .text = shows(state_.noteText)}),
+        textField({.name = "Text1",
+                   .place = {0, 2100, 4500, 285},
+                   .spoken = "text of the note",
+                   .text = shows(state_.noteText)}),
         button({.name = "Label2",
                 .place = {0, 2415, 1200, 285},
                 .text = caption(" add a note"),
@@ -50,6 +61,10 @@ std::vector<Control> NotesWindow::controls() {
                 .text = caption("edit"),
                 .onClick = [this] { edit(); }}),
     };
+}
+
+void NotesWindow::reset() {
+    putAway(notez, home);
 }
 
 void NotesWindow::nshow() {

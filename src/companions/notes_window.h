@@ -20,7 +20,10 @@ public:
     void nshow();
     void show() { showOnTop(notez); }
 
-    Window notez{.name = "notez", .place = {3000, 3000, 4500, 2700}};
+    // As each run begins: hidden, and in its place.
+    void reset();
+
+    Window notez{.name = "notez"};
 
 private:
     std::vector<Control> controls();

@@ -100,6 +100,12 @@ inline void showOnTop(Window& window) {
     keepontop(window);
 }
 
+// As a run of the program ends: out of sight, and where it was first.
+inline void putAway(Window& window, const Place& home) {
+    window.visible = window.dragged = false;
+    window.place = home;
+}
+
 // Lets a label serve as title bar: called when the mouse goes down on it.
 inline void dragwindow(EventLoop& loop, Window& window) {
     loop.serveTurn();
