@@ -35,7 +35,7 @@ struct Playlists : testing::Test {
 TEST_F(Playlists, AreSavedLoadedAndDeletedByAPartOfTheirName) {
     converse(
         machine,
-        {Turn("'pl", "temporarly playlist in use"), Turn("'pl?", "there are <b>0</b> playlists"),
+        {Turn("'pl?", "there are <b>0</b> playlists"),
          Turn("'save Mix", "saved playlist <b>Mix.lkl</b>, <b>2</b> files"),
          Turn("'save Mix", "saved over original playlist <b>Mix.lkl</b>, <b>2</b> files"),
          Turn("'pl", "playlist in use:  <b>Mix.lkl"), Turn("'pl?", "there are <b>1</b> playlists"),
@@ -45,8 +45,7 @@ TEST_F(Playlists, AreSavedLoadedAndDeletedByAPartOfTheirName) {
                             "loaded playlist <b>Mix.lkl</b>, <b>2</b> files"),
          Turn("'next", "next:  <b>1</b>.  a"), Turn("'xlist Mixes", "<b>mixes</b> not found"),
          Turn("'xlist MI", "deleted playlist <b>Mix.lkl"),
-         Turn("'pl", "playlist in use:  <b>Mix.lkl"), Turn("'list mix", "<b>mix</b> not found"),
-         Turn("'filter?", "current media filter:  <b>mp3</b> (<b>*.mp3</b>)")});
+         Turn("'pl", "playlist in use:  <b>Mix.lkl"), Turn("'list mix", "<b>mix</b> not found")});
     EXPECT_EQ(machine.state().masterList.count(), 2);
     EXPECT_EQ(machine.state().p, Lines{"empty.lkl"});
     EXPECT_EQ(machine.trayEntry("numl"), "1 playlists");
@@ -67,10 +66,7 @@ TEST_F(Playlists, LoadIntoListsThatStartAgain) {
     machine.restart();
     machine.owner("'num 2");
     machine.state().playedMemory.add("x.mp3");
-    machine.forget();
-    EXPECT_EQ(machine.trayEntry("p1"), "one.lkl");
-    machine.chooseFromTray("p1");
-    EXPECT_EQ(machine.allSaid(), Lines{});
+    EXPECT_EQ(machine.answerTo([&] { machine.chooseFromTray("p1"); }), "");
     EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "3 files");
     EXPECT_EQ(machine.trayEntry("mp3z"), "view 3 files");
     EXPECT_EQ(machine.state().playlistView.count(), 3);
@@ -89,9 +85,8 @@ TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
     const std::string trick("larkspin.ini\0", 13);
     int entries = 0;
     for (const std::string& name :
-         {std::string(), std::string(".."), std::string("."), std::string("../x"),
-          std::string("..\\x"), std::string("below/x"), machine.drive("x"), std::string("d:"),
-          std::string("x\ny"), std::string(300, 'x'), trick}) {
+         Lines{"", "..", ".", "../x", "..\\x", "below/x", machine.drive("x"), "d:", "x\ny",
+               std::string(300, 'x'), trick}) {
         SCOPED_TRACE(name);
         EXPECT_EQ(machine.answer("'save " + name),
                   "saved playlist <b>" + name + ".lkl</b>, <b>2</b> files");
@@ -107,7 +102,6 @@ TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
     EXPECT_NE(machine.setting("load"), "");
 
     machine.chooseFromTray("p4");
-    EXPECT_EQ(machine.trayEntry("mp3z"), "view 0 files");
     EXPECT_EQ(machine.answer("'pl"), "playlist in use:  <b>../x.lkl");
     machine.restart();
     EXPECT_EQ(machine.trayEntry("mp3z"), "view 0 files");
@@ -149,32 +143,23 @@ TEST_F(Playlists, OfAnotherDirectoryAreLeftAloneWithoutTheirOwn) {
     machine.song("rock", "mine.lkl");
     machine.owner("'scan " + machine.drive("music/rock"));
     fs::remove_all(machine.disk.path() / "data");
-    converse(machine, {Turn("'xlist mine", "<b>mine</b> not found"),
-                       Turn("'list mine", "<b>mine</b> not found"),
-                       Turn("'scrpl", "there are no playlists to scroll"),
-                       Turn("'filter?", "current media filter:  <b>mp3</b> (<b>*.mp3</b>)")});
+    converse(machine, {Turn({"'xlist mine", "'list mine"}, "<b>mine</b> not found"),
+                       Turn("'scrpl", "there are no playlists to scroll")});
     EXPECT_TRUE(fs::exists(machine.disk.path() / "music/rock/mine.lkl"));
 }
 
 TEST_F(Playlists, ThatGoWhileTheyAreLoadedDontCount) {
     for (const char* name : {"a.lkl", "b.lkl", "c.lkl"})
         write(name, {"z.mp3"});
-    machine.room.inMessage = [&](const std::string& message) {
-        if (message.starts_with("loaded playlist <b>a.lkl"))
-            machine.owner("'xlist b");
-    };
+    machine.inMessage("loaded playlist <b>a.lkl", [&] { machine.owner("'xlist b"); });
     EXPECT_EQ(machine.answer("'list .lkl"), "loaded playlist <b>a.lkl</b>, <b>1</b> files\n"
                                             "deleted playlist <b>b.lkl\n"
                                             "loaded playlist <b>c.lkl</b>, <b>1</b> files");
 }
 
 TEST_F(Playlists, AreScrolledWithTimeToRead) {
-    EXPECT_EQ(machine.answer("'scrpl"), "there are no playlists to scroll");
     write("one.lkl", {});
     write("Two.lkl", {});
-    EXPECT_EQ(machine.answer("'scrpl"), "scrolling <b>2</b> playlists\n<b>1</b>.  one.lkl\n"
-                                        "<b>2</b>.  Two.lkl");
-    machine.forget();
     machine.loop.once(800ms, [&] { machine.owner("'filter?"); });
     machine.loop.once(900ms, [&] { machine.owner("'ref"); });
     machine.loop.once(1s, [&] { machine.owner("'scrpl"); });
@@ -196,7 +181,6 @@ TEST_F(Playlists, StartAnewWithAQuestionWhenThereAreRows) {
     machine.dialogs.answers = {"yes"};
     EXPECT_EQ(machine.answer("'newpl"), "new playlist created: files deleted" + question);
     EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "0 files");
-    EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
     converse(machine,
              {Turn("'pl", "temporarly playlist in use"), Turn("'newpl", "new playlist created"),
               Turn("'pl", "playlist in use:  <b>new playlist")});
@@ -206,10 +190,8 @@ TEST_F(Playlists, StartAnewFromTheMenuUnderANewTitleInAnyCase) {
     for (const auto& [answer, rows] : std::map<std::string, int>{{"no", 2}, {"yes", 0}}) {
         machine.state().playlistTitle = " playlist:  old.lkl";
         machine.dialogs.answers = {answer};
-        machine.forget();
-        chooseFromOps("nlis");
-        EXPECT_EQ(machine.dialogs.boxes, Lines{"do you wanna clear the list?"});
-        EXPECT_EQ(machine.allSaid(), Lines{});
+        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("nlis"); }),
+                  "[box] do you wanna clear the list?");
         EXPECT_EQ(machine.state().masterList.count(), rows);
         EXPECT_EQ(machine.state().playlistTitle, " playlist:  new playlist");
     }
@@ -221,28 +203,17 @@ TEST_F(Playlists, StartAnewFromTheMenuUnderANewTitleInAnyCase) {
 TEST_F(Playlists, GoFromAndIntoFilesByDialog) {
     machine.disk.write("else/Far.lkl", machine.song("rock", "z.mp3"));
     machine.forget();
-    chooseFromOps("loadlis");
+    chooseFromOps("loadlis"); // dismissed
     chooseFromOps("savlis");
     EXPECT_EQ(machine.dialogs.titles, (Lines{"load a playlist", "save a playlist"}));
-    EXPECT_EQ(machine.allSaid(), Lines{});
     machine.dialogs.answers = {machine.drive("else/Far.lkl"), machine.drive("else/kept.txt"),
                                machine.drive("else/kept.txt")};
-    std::string status;
-    bool covered = false;
-    machine.loop.once(100ms, [&] {
-        status = machine.window("dire").control("statusLine").text();
-        covered = !machine.window("mp3s").visible;
-    });
-    for (const char* entry : {"loadlis", "savlis", "savlis", "alphab", "randp", "direc"})
+    for (const char* entry : {"loadlis", "savlis", "savlis"})
         chooseFromOps(entry);
     EXPECT_EQ(machine.allSaid(),
               (Lines{"loaded playlist <b>Far.lkl</b>, <b>1</b> files",
                      "saved playlist <b>kept.txt</b>, <b>1</b> files",
                      "saved over original playlist <b>kept.txt</b>, <b>1</b> files"}));
-    EXPECT_EQ(status, "adding directory...");
-    EXPECT_TRUE(covered);
-    EXPECT_TRUE(machine.window("mp3s").visible);
-    EXPECT_FALSE(machine.window("dire").visible);
     EXPECT_EQ(machine.dataFile("kept.txt"), machine.song("rock", "z.mp3") + "\r\n");
     EXPECT_FALSE(fs::exists(machine.disk.path() / "else/kept.txt"));
     EXPECT_EQ(machine.trayEntry("p1"), "kept.txt");

@@ -42,10 +42,7 @@ TEST(MediaList, KeepsThePlaceOfTheSongThatItStarts) {
         {"next:  <b>2</b>.  b", [](MediaMachine& m) { m.press("nextButton"); }}};
     for (const auto& [next, within] : cases) {
         MediaMachine machine;
-        machine.room.inMessage = [&, act = within](const std::string&) {
-            machine.room.inMessage = {};
-            act(machine);
-        };
+        machine.inMessage("", [&, act = within] { act(machine); });
         machine.pressTwice("playlistView", 1);
         EXPECT_EQ(machine.answer("'next"), next);
     }

@@ -24,8 +24,7 @@ TEST(SectionRepeat, GoesBackAtTheFirstTickPastItsEnd) {
     EXPECT_EQ(shown(machine, "mediaCaption"), "  song position:  1:00 / 3:00");
     machine.advance(1h);
     EXPECT_LT(position(), 92);
-    converse(machine, {Turn("'pause", "paused:  a"), Turn("'resume", "resumed:  a"),
-                       Turn("'next", "next:  <b>2</b>.  b", 10min)});
+    machine.owner("'next", 10min);
     EXPECT_LT(position(), 92) << "a new song doesn't end the repeat";
     converse(machine, {Turn("'end", "repeating session ended", 30s)});
     EXPECT_GT(position(), 90);
@@ -77,8 +76,6 @@ TEST(SectionRepeat, IsMarkedByTheButton) {
     EXPECT_LT(position(), 6);
     EXPECT_EQ(shown(machine, "sectionSeconds"), "10");
 
-    machine.owner("'num 2", 1min);
-    EXPECT_LT(position(), 17) << "the section outlives its song";
     machine.owner("'end");
     EXPECT_EQ(shown(machine, "Command6"), "end");
     machine.click("mp3s", "Command6");

@@ -13,20 +13,9 @@ struct Rides : VirtualMachine {
     Window& larkmain() { return window("larkmain"); }
     Window& stops() { return window("stops"); }
     bool shows(const char* control) { return isShown(larkmain(), larkmain().control(control)); }
-    bool showsChoices() { return shows("choiceList"); }
-    bool showsCommands() { return shows("commandNames"); }
     std::string title() { return larkmain().control("commandsTitle").text(); }
     bool pickInWindow(int row) {
         return run([&] { EXPECT_TRUE(pressTwice(larkmain(), "choiceList", row)); });
-    }
-    // When a line is said that begins like this, so does that.
-    void inLine(const std::string& beginning, std::function<void()> action) {
-        room.inMessage = [this, beginning, action](const std::string& message) {
-            if (message.starts_with(beginning)) {
-                room.inMessage = {};
-                action();
-            }
-        };
     }
 };
 
@@ -66,8 +55,9 @@ TEST(SelectionDialogue, EndsWithoutASong) {
              {Turn("'num 1", startOther), Turn("'play ride", question),
               Turn("'no", "selection will not be scrolled"), Turn({"'no", "'yes", "'view"}, ""),
               Turn("'pre", "previous:  <b>4</b>.  Ride c"), Turn("'play ride", question),
-              Turn("'yes", recital), Turn("'cancel", "selection cancelled"),
-              Turn({"'cancel", "'m 1"}, ""), Turn("'next", "next:  <b>1</b>.  other")});
+              Turn("'yes", recital), Turn("'play ride", question), Turn({"'no", "'view"}, ""),
+              Turn("'cancel", "selection cancelled"), Turn({"'cancel", "'m 1"}, ""),
+              Turn("'next", "next:  <b>1</b>.  other")});
     EXPECT_EQ(machine.title(), commandsNormal);
 }
 
@@ -76,21 +66,18 @@ TEST(SelectionDialogue, ShowsTheHitsForADoubleClick) {
     machine.owner("'num 1");
     machine.owner("'play ride");
     EXPECT_EQ(machine.answer("'view"), "viewing multiple choices");
-    EXPECT_TRUE(machine.showsChoices());
-    EXPECT_FALSE(machine.showsCommands());
+    EXPECT_TRUE(machine.shows("choiceList"));
+    EXPECT_FALSE(machine.shows("commandNames"));
     EXPECT_FALSE(machine.shows("commandText"));
     EXPECT_TRUE(machine.larkmain().onTop);
     EXPECT_TRUE(machine.stops().visible);
     EXPECT_TRUE(machine.stops().onTop);
-    EXPECT_EQ(machine.stops().place.top, machine.larkmain().place.top - 300);
     converse(machine, {Turn({"'yes", "'no"}, "")});
-    machine.forget();
-    machine.pickInWindow(2);
-    EXPECT_EQ(machine.allSaid(), Lines{"playing choice:  " + third});
+    EXPECT_EQ(machine.answerTo([&] { machine.pickInWindow(2); }), "playing choice:  " + third);
     EXPECT_FALSE(machine.larkmain().visible);
     EXPECT_FALSE(machine.stops().visible);
     machine.owner("'coms");
-    EXPECT_TRUE(machine.showsCommands());
+    EXPECT_TRUE(machine.shows("commandNames"));
     EXPECT_TRUE(machine.shows("commandText"));
     EXPECT_EQ(machine.answer("'next"), "next:  <b>2</b>.  ride a");
 }
@@ -100,7 +87,7 @@ TEST(SelectionDialogue, OpensTheWindowInSilence) {
     machine.owner("'num 1");
     machine.owner("'silent");
     converse(machine, {Turn({"'play ride", "'yes", "'no", "'m 1"}, "")});
-    EXPECT_TRUE(machine.showsChoices());
+    EXPECT_TRUE(machine.shows("choiceList"));
     EXPECT_FALSE(machine.stops().visible);
     machine.pickInWindow(0);
     EXPECT_EQ(machine.setting("play"), "ride a.mp3");
@@ -114,118 +101,94 @@ TEST(SelectionDialogue, OpensTheWindowInSilence) {
 
 TEST(SelectionDialogue, LeadsFromTheCommandsBackToTheChoices) {
     Rides machine;
-    machine.owner("'play ride");
-    machine.owner("'view");
-    machine.owner("'coms");
-    EXPECT_TRUE(machine.showsCommands());
-    EXPECT_FALSE(machine.showsChoices());
+    for (const char* line : {"'play ride", "'view", "'coms"})
+        machine.owner(line);
+    EXPECT_TRUE(machine.shows("commandNames"));
+    EXPECT_FALSE(machine.shows("choiceList"));
     EXPECT_EQ(machine.stops().control("label").text(), " show list");
     EXPECT_TRUE(press(machine.stops(), "label"));
-    EXPECT_TRUE(machine.showsChoices());
+    EXPECT_TRUE(machine.shows("choiceList"));
     machine.owner("'coms");
     EXPECT_EQ(machine.answer("'no"), "selection will not be scrolled");
-    machine.owner("'play ride");
-    machine.owner("'view");
-    machine.owner("'play other");
+    for (const char* line : {"'play ride", "'view", "'play other"})
+        machine.owner(line);
     EXPECT_FALSE(machine.larkmain().visible);
     EXPECT_EQ(machine.title(), commandsNormal);
 }
 
 TEST(SelectionDialogue, KeepsTheChoicesWhenTheFileIsGone) {
     Rides machine;
-    machine.owner("'shuffle");
-    machine.owner("'num 1");
-    machine.owner("'play ride");
-    machine.owner("'view");
+    for (const char* line : {"'shuffle", "'num 1", "'play ride", "'view"})
+        machine.owner(line);
     std::filesystem::remove(machine.disk.path() / "music/rock/ride a.mp3");
-    machine.forget();
     machine.pickInWindow(0);
     EXPECT_EQ(machine.said(),
               "not found, refresh the directory (" + machine.drive("music/rock") + "\\)");
-    EXPECT_TRUE(machine.showsChoices());
-    EXPECT_FALSE(machine.state().Timer1.enabled());
+    EXPECT_TRUE(machine.shows("choiceList"));
     machine.pickInWindow(1);
     EXPECT_EQ(machine.said(), "playing choice:  " + second + " (<b>.wav</b>)");
-    EXPECT_TRUE(machine.state().Timer1.enabled());
 }
 
 // Shuffle would take the choices' place. However they end, it goes on behind them.
 TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
-    const auto close = [](Rides& m) { press(m.larkmain(), "closeLabel"); };
-    const auto pick = [](Rides& m) { m.pickInWindow(0); };
     const auto say = [](const char* line) { return [line](Rides& m) { m.owner(line); }; };
-    struct Case {
-        const char* opening;
-        std::function<void(Rides&)> end;
-    };
-    const Case cases[] = {{"'yes", say("'cancel")},   {"'yes", say("'m 1")},
-                          {"'yes", say("'play oth")}, {"'yes", say("'rnd")},
-                          {"'view", close},           {"'view", pick},
-                          {"'view", say("'play x")},  {"'view", say("'rnd x")}};
+    const std::pair<const char*, std::function<void(Rides&)>> cases[] = {
+        {"'yes", say("'cancel")},
+        {"'yes", say("'m 1")},
+        {"'yes", say("'play oth")},
+        {"'yes", say("'rnd")},
+        {"'view", [](Rides& m) { press(m.larkmain(), "closeLabel"); }},
+        {"'view", [](Rides& m) { m.pickInWindow(0); }},
+        {"'view", say("'play x")},
+        {"'view", say("'rnd x")}};
     for (const bool plays : {true, false}) {
-        for (std::size_t i = 0; i < std::size(cases); ++i) {
-            SCOPED_TRACE(cases[i].opening + std::to_string(i));
+        for (const auto& [opening, end] : cases) {
+            SCOPED_TRACE(opening);
             Rides machine;
-            machine.owner("'shuffle");
-            machine.owner("'num 1");
-            machine.owner("'play ride");
-            machine.owner(cases[i].opening);
+            for (const char* line : {"'shuffle", "'num 1", "'play ride", opening})
+                machine.owner(line);
             EXPECT_FALSE(machine.state().Timer1.enabled());
             if (!plays)
                 machine.player.Stop();
             const std::size_t songs = machine.player.opened.size();
-            cases[i].end(machine);
+            end(machine);
             const bool started = machine.player.opened.size() > songs;
             EXPECT_EQ(machine.state().Timer1.enabled(), plays || started);
             EXPECT_FALSE(machine.stops().visible);
             EXPECT_FALSE(machine.larkmain().visible);
-            converse(machine, {Turn({"'yes", "'no", "'view"}, "")});
         }
     }
 }
 
 TEST(SelectionDialogue, LosesItsRecitalToWhatComesInBetween) {
-    struct Case {
-        const char* line;   // said in the middle of the recital's second line
-        std::string answer; // all that follows
-    };
     const std::string rest = third + "\n" + askNumber;
-    const Case cases[] = {{"'play other", "playing:  <b>1</b>.  <b><u>other</b></u>"},
-                          {"'play ride", question},
-                          {"'play x", "your gay song was not found"},
-                          {"'rnd other", "random:  <b>1/1</b>.  <b><u>other</b></u>"},
-                          {"'yes", recital},
-                          {"'next", "next:  <b>1</b>.  other\n" + rest},
-                          {"'stop", "larkspin player [stopped]\n" + rest},
-                          {"'coms", "viewing <b>126</b> commands\n" + rest}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.line);
+    const std::pair<const char*, std::string> cases[] = {
+        // said in the second line; all behind it
+        {"'play other", "playing:  <b>1</b>.  <b><u>other</b></u>"},
+        {"'play ride", question},
+        {"'play x", "your gay song was not found"},
+        {"'rnd other", "random:  <b>1/1</b>.  <b><u>other</b></u>"},
+        {"'yes", recital},
+        {"'next", "next:  <b>1</b>.  other\n" + rest},
+        {"'coms", "viewing <b>126</b> commands\n" + rest}};
+    for (const auto& [line, answer] : cases) {
+        SCOPED_TRACE(line);
         Rides machine;
         machine.owner("'play ride");
-        machine.inLine(second, [&] { machine.owner(c.line); });
-        EXPECT_EQ(machine.answer("'yes"), first + "\n" + second + "\n" + c.answer);
+        machine.inMessage(second, [&, said = line] { machine.owner(said); });
+        EXPECT_EQ(machine.answer("'yes"), first + "\n" + second + "\n" + answer);
         EXPECT_FALSE(machine.stops().visible);
     }
-}
-
-TEST(SelectionDialogue, AsksAnewBehindEachSearch) {
-    Rides machine;
-    converse(machine,
-             {Turn("'play ride", question), Turn("'yes", recital), Turn("'play ride", question),
-              Turn({"'no", "'view"}, ""), Turn("'m 1", "playing choice:  " + first),
-              Turn("'play ride", question), Turn("'yes", recital),
-              Turn("'play other", "playing:  <b>1</b>.  <b><u>other</b></u>"), Turn("'m 1", ""),
-              Turn("'play ride", question), Turn("'no", "selection will not be scrolled")});
 }
 
 TEST(SelectionDialogue, EndsWithTheProgram) {
     Rides machine;
     machine.owner("'play ride");
-    machine.inLine(second, [&] { machine.lines.heard({"Owner", "'exit"}); });
+    machine.inMessage(second, [&] { machine.hear("'exit"); });
     EXPECT_FALSE(machine.owner("'yes"));
     machine.start();
     machine.owner("'play ride");
-    machine.inLine(second, [&] { machine.chooseFromTray("rstartp"); });
+    machine.inMessage(second, [&] { machine.chooseFromTray("rstartp"); });
     EXPECT_TRUE(machine.owner("'yes"));
     EXPECT_TRUE(machine.said().starts_with("load:  <b>3</b>"));
     machine.owner("'play ride");
@@ -233,8 +196,6 @@ TEST(SelectionDialogue, EndsWithTheProgram) {
     machine.restart();
     EXPECT_FALSE(machine.larkmain().visible);
     EXPECT_FALSE(machine.stops().visible);
-    machine.owner("'coms");
-    EXPECT_TRUE(machine.showsCommands());
 }
 
 } // namespace larkspin

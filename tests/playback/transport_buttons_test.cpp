@@ -12,9 +12,7 @@ TEST(TransportButtons, GoThroughTheListWithoutAWord) {
                   {"nextButton", "", "a.mp3"},
                   {"nextButton", "", "b.mp3"},
                   {"prevButton", "", "a.mp3"},
-                  {"'next", "next:  <b>2</b>.  b"},
-                  {"'repeat", "repeat - <b>on"},
-                  {"prevButton", "", "a.mp3"}});
+                  {"'repeat", "repeat - <b>on"}});
     EXPECT_EQ(machine.setting("play"), "a.mp3");
     EXPECT_EQ(machine.player.volume, -1500);
     EXPECT_EQ(machine.trayEntry("playtz"), "played 0 times") << "the count that is stored";
@@ -22,19 +20,15 @@ TEST(TransportButtons, GoThroughTheListWithoutAWord) {
     std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
     machine.work({{"nextButton", machine.notFound(), "a.mp3"},
                   {"'silent", "silent mode - <b>on"},
-                  {"nextButton", "", "c.mp3"},
-                  {"prevButton", "", "c.mp3"}});
+                  {"nextButton", "", "c.mp3"}});
 }
 
 TEST(TransportButtons, FindNothingInAnEmptyList) {
     MediaMachine machine(Lines{});
-    const std::string nowhere = "not found, refresh the directory (\\)";
-    machine.work({{"nextButton", nowhere},
-                  {"prevButton", nowhere},
+    machine.work({{"prevButton", "not found, refresh the directory (\\)"},
                   {"playButton", "[box] nothing to play dumbass"},
                   {"'shuffle", "shuffled play - <b>on"},
                   {"nextButton", "[box] no mp3s found, stupid"}});
-    EXPECT_TRUE(machine.player.opened.empty());
 }
 
 TEST(TransportButtons, NextIsRandomInAShuffle) {
@@ -47,8 +41,6 @@ TEST(TransportButtons, NextIsRandomInAShuffle) {
         EXPECT_EQ(machine.setting("play"), machine.lastOpened());
     }
     EXPECT_EQ(songs.size(), 3u);
-    EXPECT_EQ(machine.trayEntry("playtz"), "played 0 times");
-    EXPECT_EQ(machine.state().resumeIndex, std::to_string(machine.state().masterIndex()));
     for (const char* line : {"'play ", "'view"})
         machine.owner(line);
     machine.work({{"pauseButton", ""}, {"nextButton", ""}});
@@ -71,14 +63,10 @@ TEST(TransportButtons, PauseAndStopWhateverPlays) {
     machine.work({{"pauseButton", ""}, {"playButton", ""}});
     EXPECT_EQ(machine.player.PlayState(), PlayState::stopped);
     EXPECT_EQ(mark(), "  II");
-    machine.advance(2s);
-    EXPECT_EQ(machine.trayEntry("mpp"), "mp3s played:  0");
     machine.work({{"pauseButton", ""}, {"playButton", "", "b.mp3"}});
-    EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     EXPECT_EQ(mark(), "  II");
-    EXPECT_EQ(machine.trayEntry("playtz"), "played 0 times");
-    machine.work({{"'next", "next:  <b>3</b>.  c", "c.mp3"}, {"playButton", ""}});
-    std::filesystem::remove(machine.disk.path() / "music/rock/c.mp3");
+    machine.press("playButton");
+    std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
     machine.work({{"playButton", machine.notFound()}});
     EXPECT_EQ(machine.shown("playButton"), "  l>");
 }
@@ -101,10 +89,8 @@ TEST(TransportButtons, OpenAFileThatIsOnNoList) {
                   {"'resume", "resumed:  Found"},
                   {"'repeat", "repeat - <b>on"}});
     EXPECT_EQ(machine.saidWithin(11s), Lines{"repeat:  Found"});
-    machine.work({{"'media", "viewing media list", "Found.wav"},
-                  {"playButton", ""},
-                  {"playButton", "", "a.mp3"},
-                  {"'pause", "paused:  a"}});
+    machine.owner("'media");
+    machine.work({{"playButton", ""}, {"playButton", "", "a.mp3"}, {"'pause", "paused:  a"}});
 }
 
 } // namespace larkspin

@@ -93,86 +93,55 @@ TEST(Transport, SwitchesModes) {
 
 // Both lines are there before the first one's message is said.
 TEST(Transport, AStartOvertakenInItsMessageLeavesTheLaterOneAlone) {
-    const struct {
-        const char *first, *second, *paused;
-        bool started;
-    } cases[] = {
-        {"'num 1", "'num 2", "paused:  b", true},
-        {"'play a", "'rnd b", "paused:  b", true},
-        {"'next", "'pre", "paused:  c", true},
-        {"'num 1", "'stop", "wtf are you gonna pause?", false},
-    };
-    for (const auto& turn : cases) {
-        SCOPED_TRACE(std::string(turn.first) + turn.second);
+    const char* const cases[][3] = {{"'num 1", "'num 2", "paused:  b"},
+                                    {"'play a", "'rnd b", "paused:  b"},
+                                    {"'next", "'pre", "paused:  c"},
+                                    {"'num 1", "'stop", "wtf are you gonna pause?"}};
+    for (const auto& [first, second, paused] : cases) {
+        SCOPED_TRACE(std::string(first) + second);
         VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 10s);
-        const auto say = [&](const char* line) {
-            machine.loop.post([&, line] { machine.lines.heard({"Owner", line}); });
-        };
-        machine.run([&] {
-            say(turn.first);
-            say(turn.second);
+        machine.run([&, one = first, other = second] {
+            machine.loop.post([&] { machine.hear(one); });
+            machine.loop.post([&] { machine.hear(other); });
             machine.loop.serveTurn();
         });
-        EXPECT_EQ(machine.answer("'pause"), turn.paused);
-        EXPECT_EQ(machine.state().playMark == playingMark, turn.started);
+        EXPECT_EQ(machine.answer("'pause"), paused);
+        const bool started = *paused == 'p';
+        EXPECT_EQ(machine.state().playMark == playingMark, started);
         machine.owner("'resume", 20s);
-        EXPECT_EQ(machine.setting("played"), turn.started ? "1" : "");
+        EXPECT_EQ(machine.setting("played"), started ? "1" : "");
     }
 }
 
 // What comes in while a random start picks its song, or while it says its message, wins, and
 // nothing stays of that start.
 TEST(Transport, AnOvertakenRandomStartLeavesNothingBehind) {
-    const struct {
-        const char* first; // as typed; empty for the shuffle's own start at a song's end
-        bool inMessage;
-        const char* second;
-        const char *play, *opened;
-        bool ticks;
-    } cases[] = {
-        {"'rnd", false, "'stop", "a.mp3", "a.mp3", false},
-        {"'rnd", false, "'num 3", "c.mp3", "c.mp3", true},
-        {"'rnd", true, "'stop", "a.mp3", nullptr, false},
-        {"'rnd", true, "'num 3", "c.mp3", "c.mp3", true},
-        {"'rnd b", false, "'stop", "a.mp3", "a.mp3", false},
-        {"'rnd b", false, "'num 3", "c.mp3", "c.mp3", true},
-        {"'rnd b", true, "'stop", "a.mp3", "b.mp3", false},
-        {"", false, "'stop", "a.mp3", "a.mp3", false},
-        {"", false, "'num 3", "c.mp3", "c.mp3", true},
-        {"", true, "'stop", "a.mp3", nullptr, false},
-        {"", true, "'num 3", "c.mp3", "c.mp3", true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.first) + c.second + (c.inMessage ? " in the message" : ""));
-        VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 9.9s);
-        machine.owner("'shuffle");
-        machine.owner("'num 1");
-        const auto overtake = [&] { machine.lines.heard({"Owner", c.second}); };
-        if (c.inMessage)
-            machine.room.inMessage = [&](const std::string& message) {
-                if (message.starts_with("random:"))
-                    overtake();
-            };
-        if (*c.first) {
-            machine.run([&] {
-                machine.loop.post([&] { machine.lines.heard({"Owner", c.first}); });
-                if (!c.inMessage)
-                    machine.loop.post(overtake);
-                machine.loop.serveTurn();
-            });
-        } else {
-            machine.advance(9.9s);
-            if (!c.inMessage)
-                machine.loop.once(100ms, overtake); // due when the shuffle's tick is at its pick
-            machine.advance(100ms);
+    for (const std::string first : {"'rnd", "'rnd b", ""}) { // none: the shuffle's own start
+        for (const bool inMessage : {false, true}) {
+            for (const std::string second : {"'stop", "'num 3"}) {
+                SCOPED_TRACE(first + second + (inMessage ? " in the message" : ""));
+                VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 9.9s);
+                machine.owner("'shuffle");
+                machine.owner("'num 1", first.empty() ? 9.9s : 0s);
+                const auto overtake = [&] { machine.hear(second); };
+                if (inMessage)
+                    machine.inMessage("random:", overtake);
+                else if (first.empty())
+                    machine.loop.once(100ms, overtake); // due when the tick is at its pick
+                machine.run([&] {
+                    if (!first.empty())
+                        machine.loop.post([&] { machine.hear(first); });
+                    if (!inMessage && !first.empty())
+                        machine.loop.post(overtake);
+                    machine.loop.waitUntil(machine.loop.now() + 100ms);
+                });
+                const bool plays = second == "'num 3";
+                EXPECT_EQ(machine.setting("play"), plays ? "c.mp3" : "a.mp3");
+                EXPECT_EQ(machine.player.PlayState() == PlayState::playing, plays);
+                EXPECT_EQ(machine.state().playMark == playingMark, plays);
+                EXPECT_EQ(machine.state().Timer1.enabled(), plays);
+            }
         }
-        EXPECT_EQ(machine.setting("play"), c.play);
-        if (c.opened) {
-            EXPECT_EQ(machine.player.opened.back(), machine.drive("music/rock/") + "\\" + c.opened);
-        }
-        EXPECT_EQ(machine.player.PlayState() == PlayState::playing, c.ticks);
-        EXPECT_EQ(machine.state().playMark == playingMark, c.ticks);
-        EXPECT_EQ(machine.state().Timer1.enabled(), c.ticks);
     }
 }
 
@@ -180,10 +149,7 @@ TEST(Transport, AStartThatFailsInsideAnotherOnesMessageDoesntOvertakeIt) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 10s);
     std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
     machine.owner("'cont");
-    machine.room.inMessage = [&](const std::string& message) {
-        if (message.starts_with("playing:"))
-            machine.lines.heard({"Owner", "'num 2"});
-    };
+    machine.inMessage("playing:", [&] { machine.hear("'num 2"); });
     machine.owner("'num 1");
     EXPECT_EQ(machine.setting("play"), "a.mp3");
     EXPECT_EQ(machine.state().playMark, playingMark);
@@ -195,10 +161,7 @@ TEST(Transport, WhatComesInAPausesMessageLeavesNoMarkOfIt) {
         SCOPED_TRACE(line);
         VirtualMachine machine({"a.mp3", "b.mp3"});
         machine.owner("'num 1");
-        machine.room.inMessage = [&](const std::string& message) {
-            if (message.starts_with("paused:"))
-                machine.lines.heard({"Owner", line});
-        };
+        machine.inMessage("paused:", [&, line] { machine.hear(line); });
         machine.owner("'pause");
         EXPECT_EQ(machine.state().pauseMark, unpausedMark);
         EXPECT_NE(machine.player.PlayState(), PlayState::paused);
@@ -208,10 +171,7 @@ TEST(Transport, WhatComesInAPausesMessageLeavesNoMarkOfIt) {
 TEST(Transport, TheProgramsEndInsideARandomStartKeepsTheSongLastStarted) {
     VirtualMachine machine({"a.mp3", "b.mp3"});
     machine.owner("'num 1");
-    machine.room.inMessage = [&](const std::string& message) {
-        if (message.starts_with("random:"))
-            machine.program->end();
-    };
+    machine.inMessage("random:", [&] { machine.program->end(); });
     EXPECT_FALSE(machine.owner("'rnd"));
     EXPECT_EQ(machine.setting("play"), "a.mp3");
 }

@@ -285,6 +285,15 @@ bool VirtualMachine::run(const std::function<void()>& action) {
     }
 }
 
+void VirtualMachine::inMessage(const std::string& beginning, const std::function<void()>& action) {
+    room.inMessage = [this, beginning, action](const std::string& message) {
+        if (!message.starts_with(beginning))
+            return;
+        room.inMessage = {};
+        action();
+    };
+}
+
 AppState& VirtualMachine::state() {
     return program->shell.state;
 }
@@ -315,18 +324,19 @@ static std::optional<MenuEntry> findEntry(const std::vector<MenuEntry>& entries,
     return std::nullopt;
 }
 
-static void choose(const MenuEntry& entry) {
-    if (entry.action)
-        entry.action();
+static void choose(const Menu& menu, const std::string& name) {
+    const Task action = findEntry(menu.entries(), name).value().action;
+    if (action)
+        action();
 }
 
 bool VirtualMachine::chooseFromTray(const std::string& entry) {
-    return run([&] { choose(findEntry(desktop.icon.value().menu.entries(), entry).value()); });
+    return run([&] { choose(desktop.icon.value().menu, entry); });
 }
 
 bool VirtualMachine::chooseFromPopup(const std::string& entry) {
     const Menu menu = std::exchange(desktop.popup, {}).value();
-    return run([&] { choose(findEntry(menu.entries(), entry).value()); });
+    return run([&] { choose(menu, entry); });
 }
 
 std::string VirtualMachine::trayEntry(const std::string& entry) const {
@@ -353,11 +363,6 @@ std::vector<std::string> VirtualMachine::allSaid() const {
     for (const std::string& line : room.lines)
         messages.push_back(messageOf(line));
     return messages;
-}
-
-bool VirtualMachine::hasSaid(std::string_view text) const {
-    const auto all = allSaid();
-    return std::find(all.begin(), all.end(), text) != all.end();
 }
 
 void VirtualMachine::forget() {

@@ -159,7 +159,7 @@ public:
     void setRate(double rate) override;
     void setVolume(int v) override { volume = v; }
     void setMute(bool m) override { mute = m; }
-    void setOwnControlsVisible(bool visible) override { ownControls = visible; }
+    void setOwnControlsVisible(bool) override {}
     void setSize(int, int) override {}
 
     std::map<std::string, double> lengths; // seconds, by drive path
@@ -167,7 +167,6 @@ public:
     int volume = 0;
     bool mute = false;
     double rate = 1;
-    bool ownControls = true;
     std::chrono::duration<double> closing{0}; // until it is off its file
 
 private:
@@ -186,10 +185,8 @@ struct ProcessEnded {};
 
 class VirtualProcess : public Process {
 public:
-    bool claimOnlyCopy() override { return onlyCopy; }
+    bool claimOnlyCopy() override { return true; }
     [[noreturn]] void end() override { throw ProcessEnded(); }
-
-    bool onlyCopy = true;
 };
 
 class VirtualMachine {
@@ -221,12 +218,14 @@ public:
     bool somebody(const std::string& name, const std::string& line);
     bool advance(std::chrono::duration<double> span);
     bool run(const std::function<void()>& action);
+    // What happens once, in the middle of the first message that begins so.
+    void inMessage(const std::string& beginning, const std::function<void()>& action);
+    void hear(const std::string& line) { lines.heard({room.screenName, line}); } // of the owner
 
     // What the program has said, without the style around it; the owner's own lines are not
     // among them. The last one, and all since `forget`.
     std::string said() const;
     std::vector<std::string> allSaid() const;
-    bool hasSaid(std::string_view text) const;
     std::string lastBox() const { return dialogs.boxes.empty() ? "" : dialogs.boxes.back(); }
     void forget();
     std::vector<std::string> saidWithin(std::chrono::duration<double> span);
