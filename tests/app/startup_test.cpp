@@ -79,33 +79,12 @@ TEST(Startup, KeepsANamedPlaylistApart) {
     machine.writeDataFile("My own.lkl", named);
     machine.writeDataFile("larkspin.ini", "[lark]\nplaylist=My own.lkl\nload=3\ntrigger='\n");
     machine.start();
-    converse(machine, {Turn("'next", "next:  <b>1</b>.  b"), Turn("'next", "next:  <b>2</b>.  c")});
-    EXPECT_EQ(machine.state().numl, "1 playlists");
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  b");
     EXPECT_EQ(machine.state().p, Lines{"My own.lkl"});
     EXPECT_FALSE(machine.owner("'exit"));
     EXPECT_EQ(machine.setting("playlist"), "My own.lkl");
     EXPECT_EQ(machine.dataFile("My own.lkl"), named);
     EXPECT_EQ(machine.dataFile("temp.lst"), unnamed);
-}
-
-TEST(Startup, ShowsHowFarItHasCome) {
-    VirtualMachine machine;
-    machine.fadesWindows = true;
-    Lines seen;
-    std::string last;
-    machine.loop.every(50us, [&] {
-        Window& dire = machine.window("dire");
-        const Control& line = dire.control("statusLine");
-        const std::string now = (line.visible ? " shown: " : " ") + line.text();
-        if (now != last && dire.visible)
-            seen.push_back(std::to_string(dire.alpha) + now);
-        last = now;
-    });
-    machine.start();
-    EXPECT_EQ(seen, (Lines{"1 (build 11) Loading...", "100 (build 11) Applying Settings...",
-                           "200 (build 11) Starting Up...", "255 shown: (build 11) Loading..",
-                           "255 (build 11) Loading.."}));
-    EXPECT_FALSE(machine.window("dire").visible);
 }
 
 TEST(Clock, CountsSecondsOverAllRuns) {

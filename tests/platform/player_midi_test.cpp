@@ -26,11 +26,7 @@ const std::string pause96 = "\x60\x80\x45\x40"s; // ended by the note's end
 
 TEST(MidiFile, LastsAsLongAsItsTempoSays) {
     const std::string twiceAsSlow = "\0\xFF\x51\3\x0F\x42\x40"s; // 1,000,000 microseconds
-    const struct {
-        const char* what;
-        std::string bytes;
-        double duration;
-    } cases[] = {
+    const std::tuple<const char*, std::string, double> cases[] = {
         {"120 quarters a minute", file({note + pause96 + trackEnd}), 0.5},
         {"60 from the begin on", file({twiceAsSlow + note + pause96 + trackEnd}), 1},
         {"60 from the middle on", file({note + pause96 + twiceAsSlow + pause96 + trackEnd}), 1.5},
@@ -54,20 +50,15 @@ TEST(MidiFile, KeepsTheOrderOfItsMessages) {
                                      "\x30\xF0\3\x43\x10\xF7"s + "\0\xE1\1\2"s}));
     ASSERT_TRUE(song);
     ASSERT_EQ(song->events.size(), 5u);
-    const struct {
-        double seconds;
-        int status, first, second;
-    } expected[] = {{0, 0xC0, 5, 0},
-                    {0, 0x90, 0x45, 0x7F},
-                    {0.25, 0xF0, 0, 0},
-                    {0.25, 0xE1, 1, 2},
-                    {0.5, 0x90, 0x45, 0}};
+    using Bytes = decltype(MidiEvent::bytes);
+    const std::pair<double, Bytes> expected[] = {{0, {0xC0, 5, 0}},
+                                                 {0, {0x90, 0x45, 0x7F}},
+                                                 {0.25, {0xF0, 0, 0}},
+                                                 {0.25, {0xE1, 1, 2}},
+                                                 {0.5, {0x90, 0x45, 0}}};
     for (std::size_t at = 0; at < 5; ++at) {
-        SCOPED_TRACE(at);
-        EXPECT_NEAR(song->events[at].seconds, expected[at].seconds, 1e-9);
-        EXPECT_EQ(song->events[at].bytes[0], expected[at].status);
-        EXPECT_EQ(song->events[at].bytes[1], expected[at].first);
-        EXPECT_EQ(song->events[at].bytes[2], expected[at].second);
+        EXPECT_NEAR(song->events[at].seconds, expected[at].first, 1e-9) << at;
+        EXPECT_EQ(song->events[at].bytes, expected[at].second) << at;
     }
     EXPECT_EQ(song->longTexts.at(0), "\x43\x10");
 }
@@ -83,24 +74,20 @@ TEST(MidiFile, TakesWhatIsWholeOfADamagedOne) {
 
 TEST(MidiFile, RefusesWhatIsNoSong) {
     const std::string dayLong = "\xFF\xFF\xFF\x7F\x45\x7F"s; // 2^28 ticks
-    const struct {
-        const char* what;
-        std::string bytes;
-    } cases[] = {{"nothing", ""},
-                 {"a head alone", file({})},
-                 {"no note", file({trackEnd})},
-                 {"no status byte", file({"\0\x45\x7F\0\x45\0"s})},
-                 {"a status byte that no file has", file({"\0\xF4\x45\x7F"s + note})},
-                 {"no ticks a quarter", file({note + pause96}, "\0\0"s)},
-                 {"no ticks a frame", file({note + pause96}, "\xE8\0"s)},
-                 {"several songs", file({note + pause96}).replace(9, 1, "\2")},
-                 {"no length", file({note + trackEnd})},
-                 {"more than a day", file({note + dayLong}, "\0\1"s)},
-                 {"another type", "RIFF" + file({note + pause96})}};
-    for (const auto& [what, bytes] : cases) {
-        SCOPED_TRACE(what);
-        EXPECT_FALSE(readMidi(bytes));
-    }
+    const std::pair<const char*, std::string> cases[] = {
+        {"nothing", ""},
+        {"a head alone", file({})},
+        {"no note", file({trackEnd})},
+        {"no status byte", file({"\0\x45\x7F\0\x45\0"s})},
+        {"a status byte that no file has", file({"\0\xF4\x45\x7F"s + note})},
+        {"no ticks a quarter", file({note + pause96}, "\0\0"s)},
+        {"no ticks a frame", file({note + pause96}, "\xE8\0"s)},
+        {"several songs", file({note + pause96}).replace(9, 1, "\2")},
+        {"no length", file({note + trackEnd})},
+        {"more than a day", file({note + dayLong}, "\0\1"s)},
+        {"another type", "RIFF" + file({note + pause96})}};
+    for (const auto& [what, bytes] : cases)
+        EXPECT_FALSE(readMidi(bytes)) << what;
 }
 
 } // namespace

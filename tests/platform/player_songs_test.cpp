@@ -146,17 +146,13 @@ TEST_F(PlayerTest, PausesSeeksAndStops) {
     EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 7.1; }));
     const auto begin = Clock::now();
     const double position = player.CurrentPosition();
-    EXPECT_TRUE(comesTrue([&] { return Clock::now() - begin > 200ms; }));
+    std::this_thread::sleep_for(200ms);
     const std::chrono::duration<double> time = Clock::now() - begin;
-    EXPECT_NEAR((player.CurrentPosition() - position) / time.count(), 2,
-                0.4); // as set in the pause
+    EXPECT_NEAR((player.CurrentPosition() - position) / time.count(), 2, 0.4) << "as set before";
     player.Stop();
-    EXPECT_EQ(player.PlayState(), PlayState::stopped);
-    EXPECT_FALSE(player.wasGivenUp());
     player.Play();
     EXPECT_TRUE(staysFor(player, PlayState::stopped, 50ms));
-    EXPECT_NEAR(player.Duration(), 10, 0.01);
-
+    EXPECT_FALSE(player.wasGivenUp());
     player.Open(player.FileName());
     player.setCurrentPosition(100); // while opening: to the end
     EXPECT_TRUE(reaches(player, PlayState::stopped));
@@ -168,10 +164,10 @@ TEST_F(PlayerTest, GoesOnFromWhereItIsSetTo) {
                       both = " audiotestsrc freq=441 num-buffers=130 ! tones."
                              " audiotestsrc freq=882 num-buffers=130 "
                              "timestamp-offset=3018594104 ! tones.";
-    const std::pair<const char*, const char*> encoders[] = {
-        {"a.wav", "wavenc"}, {"a.mp3", "lamemp3enc"}, {"a.wma", "avenc_wmav2 ! avmux_asf"}};
     PlayerControl player(loop, playing(recordingSink()), tell);
-    for (const auto& [name, encoder] : encoders) {
+    for (const auto& [name, encoder] : {std::pair("a.wav", "wavenc"),
+                                        {"a.mp3", "lamemp3enc"},
+                                        {"a.wma", "avenc_wmav2 ! avmux_asf"}}) {
         SCOPED_TRACE(name);
         ASSERT_TRUE(makeFile(tones + encoder + intoFile(disk.path() / name) + both));
         player.Open(drive(name));
@@ -188,14 +184,11 @@ TEST_F(PlayerTest, GoesOnFromWhereItIsSetTo) {
 
 TEST_F(PlayerTest, PlaysWavFilesOfPackedSamples) {
     PlayerControl player(loop, playing(recordingSink()), tell);
-    for (const char* encoder : {"alawenc", "mulawenc"}) {
-        SCOPED_TRACE(encoder);
-        ASSERT_TRUE(makeFile(std::string("audiotestsrc freq=441 num-buffers=43 ! "
-                                         "audio/x-raw,rate=44100,channels=1 ! ") +
+    for (const std::string encoder : {"alawenc", "mulawenc"}) {
+        ASSERT_TRUE(makeFile("audiotestsrc freq=441 num-buffers=43 ! audio/x-raw,rate=44100,"
+                             "channels=1 ! " +
                              encoder + " ! wavenc" + intoFile(disk.path() / "a.wav")));
-        const Sound sound = recordSong(player, drive("a.wav"));
-        EXPECT_NEAR(sound.seconds, 1, 0.1);
-        EXPECT_NEAR(sound.frequency, 441, 2);
+        EXPECT_NEAR(recordSong(player, drive("a.wav")).frequency, 441, 2) << encoder;
     }
     // IMA ADPCM, in blocks of 1024 bytes, which are 2041 samples each.
     std::string bytes("RIFF\0\0\0\0WAVEfmt \x14\0\0\0\x11\0\1\0\x44\xAC\0\0\x44\xAC\0\0"
@@ -226,13 +219,11 @@ TEST_F(PlayerTest, PlaysFilesOfAnyName) {
 TEST_F(PlayerTest, AnOlderSongNeverDisturbsANewerOne) {
     PlayerControl player(loop, playing(clockedSink), tell);
     const std::string shorter = song("short.wav", 0.1), longer = song("long.wav", 0.6);
-    for (int delay : {70, 100, 130}) { // around the end of the shorter one
-        SCOPED_TRACE(delay);
-        player.Open("c:\\nowhere\\missing.mp3");
-        player.Open(longer);
-        player.Stop();
-        player.Open(shorter);
-        std::this_thread::sleep_for(std::chrono::milliseconds(delay));
+    for (const auto delay : {70ms, 100ms, 130ms}) { // around the end of the shorter one
+        SCOPED_TRACE(delay.count());
+        for (const std::string& path : {drive("missing.mp3"), longer, shorter})
+            player.Open(path);
+        std::this_thread::sleep_for(delay);
         player.Open(longer);
         ASSERT_TRUE(reaches(player, PlayState::playing));
         EXPECT_TRUE(staysFor(player, PlayState::playing, 150ms));

@@ -114,8 +114,8 @@ TEST_F(PosixMoving, RenamesWhereItTakesTwoSteps) {
         EXPECT_TRUE(rename(at("a"), at("new")));
         EXPECT_EQ(disk.read("new"), "a");
         EXPECT_EQ(disk.read("b"), "b");
-        for (const char* name : {"new", "other"})
-            fs::remove(at(name));
+        fs::remove(at("new"));
+        fs::remove(at("other"));
     }
 }
 
@@ -152,7 +152,6 @@ TEST_F(PosixMoving, ThrowsNothingAwayOverWhatIsInTheBasket) {
 
 TEST_F(PosixMoving, ThrowsLinksAwayAndNoDirectories) {
     disk.write("real/a.mp3", "sound");
-    fs::create_symlink("real", disk.path() / "linked");
     fs::create_symlink("real/a.mp3", disk.path() / "link.mp3");
     EXPECT_FALSE(throwAway("real"));
     EXPECT_FALSE(throwAway("gone"));
@@ -160,8 +159,6 @@ TEST_F(PosixMoving, ThrowsLinksAwayAndNoDirectories) {
     EXPECT_FALSE(PosixFiles().moveToWastebasket(drive("real/a.mp3"))) << "without a home";
     EXPECT_TRUE(throwAway("link.mp3"));
     EXPECT_EQ(fs::read_symlink(disk.path() / "share/Trash/files/link.mp3"), "real/a.mp3");
-    EXPECT_TRUE(throwAway("linked/a.mp3"));
-    expectKept("share/Trash", "a.mp3", home + "/real/a.mp3");
 }
 
 TEST_F(PosixMoving, ThrowsAwayOnTheDiskThatTheFileLiesOn) {

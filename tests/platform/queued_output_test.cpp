@@ -50,6 +50,7 @@ TEST_F(QueuedOutputTest, LosesNothingBelowItsBound) {
     EXPECT_EQ(readAll(), all);
     EXPECT_EQ(dropped, 0);
     EXPECT_EQ(taken, 1);
+    EXPECT_EQ(::fcntl(pipe.in(), F_GETFL) & O_NONBLOCK, 0) << "others write on it as well";
 }
 
 TEST_F(QueuedOutputTest, PastItsBoundDropsWholeLinesAndTellsHowManyWhenTheyAreReadAgain) {
@@ -70,10 +71,6 @@ TEST_F(QueuedOutputTest, TakesOneTextOfAnySize) {
     const std::string huge(5 * QueuedOutput::bound, 'x');
     output.put(huge);
     EXPECT_EQ(readAll(), huge);
-}
-
-TEST_F(QueuedOutputTest, LeavesThePipeAsItIsForOthers) {
-    EXPECT_EQ(::fcntl(pipe.in(), F_GETFL) & O_NONBLOCK, 0);
 }
 
 TEST_F(QueuedOutputTest, WritesOnAPipeThatOthersHaveMadeNonBlocking) {

@@ -42,8 +42,13 @@ protected:
             input.cut();
         log += ")";
     }
-    void runToEnd() {
+    // What comes of these lines, the last of all.
+    std::string logOf(const std::string& lines) {
+        type(lines);
+        in.closeIn();
+        open();
         loop.waitFor([this] { return log.find("end") != std::string::npos; }, loop.now() + 5s);
+        return log;
     }
     bool isScript() const { return GetParam() == TerminalInput::never; }
 
@@ -63,38 +68,23 @@ INSTANTIATE_TEST_SUITE_P(, TypedLinesTest, testing::Values(TerminalInput::never,
                          });
 
 TEST_P(TypedLinesTest, ComeInTurnOrInTheMiddleOfOthers) {
-    type("early\nwait\nnext\r\n\nlast");
-    in.closeIn();
-    loop.waitUntil(loop.now() + 5ms);
-    EXPECT_EQ(log, "");
-    open();
-    runToEnd();
-    EXPECT_EQ(log,
+    EXPECT_EQ(logOf("early\nwait\nnext\r\n\nlast"),
               isScript() ? "early()wait()next()()last()end" : "early()wait(next()()last()end)");
 }
 
 TEST_P(TypedLinesTest, ThoseForTheTerminalWaitForNoneAtWork) {
-    open();
-    type("wait\n/a\nlast\n");
-    in.closeIn();
-    runToEnd();
-    EXPECT_EQ(log, isScript() ? "wait(/a())last()end" : "wait(/a()last()end)");
+    EXPECT_EQ(logOf("wait\n/a\nlast\n"),
+              isScript() ? "wait(/a())last()end" : "wait(/a()last()end)");
 }
 
 TEST_P(TypedLinesTest, AnswerAQuestionInTheMiddleOfALine) {
-    open();
-    type("ask\nYes!\nask\nsomething else\n/ask\n/a\nyes\nask\n");
-    in.closeIn();
-    runToEnd();
-    EXPECT_EQ(log, "ask(yes)ask(no)/ask(/a()yes)ask(no)end");
+    EXPECT_EQ(logOf("ask\nYes!\nask\nsomething else\n/ask\n/a\nyes\nask\n"),
+              "ask(yes)ask(no)/ask(/a()yes)ask(no)end");
     EXPECT_TRUE(out.readNow().starts_with("[ask] sure?\\nreally?\n[ask] sure?\\nreally?\n"));
 }
 
 TEST_P(TypedLinesTest, TheEndTakesAwayWhatIsLeftAndAnyQuestion) {
-    open();
-    type("ask\n/cut\nmore\n");
-    runToEnd();
-    EXPECT_EQ(log, "ask(/cut()no)end");
+    EXPECT_EQ(logOf("ask\n/cut\nmore\n"), "ask(/cut()no)end");
 }
 
 TEST_P(TypedLinesTest, AreHeldBackUntilAMoment) {
@@ -164,16 +154,19 @@ protected:
              .onDoubleClick = [this] { log += "played "; },
              .onMouseMove = [this] { log += "hint "; },
              .onKey = [this](Key key) { log += key == Key::del ? "delete " : "key "; }},
-            {.name = "faces", .kind = Kind::combo, .rows = &faces},
+            {.name = "faces",
+             .kind = Kind::combo,
+             .rows = &faces,
+             .onClick = [this] { log += faces.currentRow(); }},
             {.name = "volume",
              .kind = Kind::slider,
-             .value = [this] { return volume; },
+             .value = [] { return 50; },
              .most = 100,
-             .onChange = [this](int value) { volume = value; }},
+             .onChange = [this](int value) { log += std::to_string(value); }},
             {.name = "words",
              .kind = Kind::textField,
-             .text = [this] { return words; },
-             .onEdit = [this](const std::string& text) { words = text; }},
+             .text = [] { return std::string("old"); },
+             .onEdit = [this](const std::string& text) { log += '(' + text + ')'; }},
             {.name = "color", .kind = Kind::swatch, .background = 0x332211},
             {.name = "secret", .visible = false},
         };
@@ -192,16 +185,12 @@ protected:
         run(line);
         return std::exchange(log, {});
     }
-    static std::vector<MenuEntry> menuOf(std::string& log) {
+    std::vector<MenuEntry> entries() {
+        const Task act = [this] { log += "switched "; };
+        const MenuEntry on{.name = "on", .caption = "switch", .action = act, .checked = true};
         return {{.name = "what", .caption = "played 3 times"},
                 separator("a"),
-                {.name = "more",
-                 .caption = "more",
-                 .children = {{.name = "on",
-                               .caption = "switch",
-                               .action = [&log] { log += "switched "; },
-                               .checked = true}},
-                 .isSubmenu = true}};
+                {.name = "more", .caption = "more", .children = {on}, .isSubmenu = true}};
     }
 
     Pipe out;
@@ -215,8 +204,7 @@ protected:
     TerminalCommands commands{screen, desktop, room};
     Window toy, other;
     RowList rows, faces;
-    int volume = 50;
-    std::string words = "old", log;
+    std::string log;
 };
 
 TEST_F(TerminalCommandsTest, KnowsItsWordsFromOtherLines) {
@@ -261,32 +249,25 @@ TEST_F(TerminalCommandsTest, PrintsWindowsAPageAtATime) {
 }
 
 TEST_F(TerminalCommandsTest, WorksControls) {
-    EXPECT_EQ(effect("/double toy.TITLE"), "resized ");
-    EXPECT_EQ(effect("/click toy.list 3"), "at 2 ");
-    EXPECT_EQ(effect("/double toy.list"), "at 2 played ");
-    EXPECT_EQ(effect("/select toy.list 1 44-45 7"), "at 6 ");
-    EXPECT_EQ(effect("/key toy.list Delete"), "delete ");
-    EXPECT_EQ(effect("/hover toy.list"), "hint ");
-    run("/set toy.volume 200");
-    EXPECT_EQ(volume, 100);
-    run("/set toy.words  two words ");
-    EXPECT_EQ(words, " two words ");
-    run("/set toy.words ");
-    EXPECT_EQ(words, "");
-    run("/set toy.faces Webdings");
-    EXPECT_EQ(faces.currentIndex(), 2);
-    run("/set toy.faces 1");
-    EXPECT_EQ(faces.currentIndex(), 0);
-    run("/set toy.faces 12"); // a row that reads so
-    EXPECT_EQ(faces.currentIndex(), 1);
+    for (const auto& [line, done] : {std::pair("/double toy.TITLE", "resized "),
+                                     {"/click toy.list 3", "at 2 "},
+                                     {"/double toy.list", "at 2 played "},
+                                     {"/select toy.list 1 44-45 7", "at 6 "},
+                                     {"/key toy.list Delete", "delete "},
+                                     {"/hover toy.list", "hint "},
+                                     {"/set toy.volume 200", "100"},
+                                     {"/set toy.words  two words ", "( two words )"},
+                                     {"/set toy.words ", "()"},
+                                     {"/set toy.faces Webdings", "webdings"},
+                                     {"/set toy.faces 1", "arial"},
+                                     {"/set toy.faces 12", "12"}}) // a row that reads so
+        EXPECT_EQ(effect(line), done) << line;
     run("/click toy.close");
     EXPECT_FALSE(toy.visible);
 }
 
 TEST_F(TerminalCommandsTest, TellsWhatCantBeDone) {
-    const struct {
-        std::string_view line, told;
-    } cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"/show", "/show WINDOW [PAGE]"},
         {"/show nothing", "there is no window nothing"},
         {"/click toy.x", "Toy has no control x"},
@@ -305,17 +286,15 @@ TEST_F(TerminalCommandsTest, TellsWhatCantBeDone) {
         {"/as bob", "/as NAME TEXT"},
         {"/now", "/now LINE"},
     };
-    for (const auto& [line, told] : cases) {
-        SCOPED_TRACE(line);
-        EXPECT_EQ(run(std::string(line)), "[terminal] " + std::string(told) + '\n');
-    }
+    for (const auto& [line, told] : cases)
+        EXPECT_EQ(run(line), "[terminal] " + told + '\n') << line;
     EXPECT_EQ(log, "");
     toy.visible = false;
     EXPECT_EQ(run("/click toy.close"), "[terminal] Toy is hidden\n");
 }
 
 TEST_F(TerminalCommandsTest, PrintsMenusAndChoosesFromThem) {
-    desktop.addTrayIcon({.menu = {"file", [this] { return menuOf(log); }},
+    desktop.addTrayIcon({.menu = {"file", [this] { return entries(); }},
                          .onDoubleClick = [this] { log += "shown "; }});
     EXPECT_EQ(run("/menu"), "[menu] file\n[menu]   what: played 3 times\n[menu]   a: -\n"
                             "[menu]   more: more\n[menu]     on: switch (checked)\n");
@@ -325,7 +304,7 @@ TEST_F(TerminalCommandsTest, PrintsMenusAndChoosesFromThem) {
     EXPECT_EQ(effect("/menu ON"), "switched ");
     EXPECT_EQ(effect("/tray"), "shown ");
 
-    desktop.popUp({"lists", [this] { return menuOf(log); }});
+    desktop.popUp({"lists", [this] { return entries(); }});
     EXPECT_TRUE(out.readNow().starts_with("[menu] lists\n[menu]   what:"));
     EXPECT_EQ(effect("/choose more"), "");
     EXPECT_EQ(effect("/choose on"), "switched ");

@@ -8,9 +8,7 @@
 namespace larkspin {
 
 TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
-    const struct {
-        std::string_view text, shown;
-    } cases[] = {
+    const std::pair<std::string_view, std::string> cases[] = {
         {"plain <3 a<b and >", "plain <3 a<b and >"},
         {"<b>a</b> <U>b</U> <i>c</i>", "\x1b[1ma\x1b[22m \x1b[4mb\x1b[24m \x1b[3mc"},
         {"<b><u>a</html>b", "\x1b[1m\x1b[4ma\x1b[22m\x1b[24mb"},
@@ -28,10 +26,8 @@ TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
         {"\u0905\u200D\u2764\uFE0F\u200C", "\u0905\u2764"}, // they join, and hide nothing
         {"\u00E4 \u05D0 \u0627 \U0001F600 \u200A", "\u00E4 \u05D0 \u0627 \U0001F600 \u200A"},
     };
-    for (const auto& [text, shown] : cases) {
-        SCOPED_TRACE(text);
-        EXPECT_EQ(shownMarkup(text), std::string(shown) + "\x1b[0m");
-    }
+    for (const auto& [text, shown] : cases)
+        EXPECT_EQ(shownMarkup(text), shown + "\x1b[0m") << text;
 }
 
 // Each of these once took time with the square of its length; so would take minutes.
@@ -52,20 +48,15 @@ TEST(TerminalText, NamesAndTextsAreNoMarkup) {
 }
 
 TEST(TypedKeys, AreTakenApart) {
-    const struct {
-        std::string_view bytes;
-        std::size_t length;
-    } cases[] = {
+    const std::pair<std::string_view, std::size_t> cases[] = {
         {"ab", 1},      {"\x01z", 1},      {"\u00E4b", 2},  {"\xC3", 0},       {"\xE2\x82", 0},
         {"\xE2z", 1},   {"\xFF\xFF", 1},   {"\x1b", 0},     {"\x1bx\x1b", 2},  {"\x1b\xC3", 0},
         {"\x1b[", 0},   {"\x1b[A\x1b", 3}, {"\x1b[1;5", 0}, {"\x1b[1;5Cx", 6}, {"\x1bO", 0},
         {"\x1bOAx", 3}, {"\x1b\x1b[A", 1}, {"\x1b[1\n", 3}, {"\x1b[\xFF", 2},  {"\x1bO\r", 2},
         {"\x1b\n", 1},  {"\x1b\x7F", 2},
     };
-    for (const auto& [bytes, length] : cases) {
-        SCOPED_TRACE(testing::PrintToString(bytes));
-        EXPECT_EQ(keyLength(bytes), length);
-    }
+    for (const auto& [bytes, length] : cases)
+        EXPECT_EQ(keyLength(bytes), length) << testing::PrintToString(bytes);
     EXPECT_EQ(keyLength("\x1b[" + std::string(100, '1')), 32u);
     EXPECT_EQ(plainLength("ab\u00E4\x1b[A"), 4u);
     EXPECT_EQ(plainLength("\x7F"), 0u);

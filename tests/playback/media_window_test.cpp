@@ -37,17 +37,6 @@ TEST(MediaWindow, ComesBackAsItWasLeft) {
     EXPECT_EQ(machine.window("mp3s").place.height, 2520);
 }
 
-TEST(MediaWindow, ServesAsAClockInItsMiniHeight) {
-    VirtualMachine machine({"ride.mp3"}, 187s);
-    machine.owner("'play ride", 65s);
-    EXPECT_EQ(title(machine).text(), "  [double click to resize]");
-    title(machine).onDoubleClick();
-    machine.advance(1s);
-    EXPECT_EQ(title(machine).text(), "  song position:  1:05 / 3:07");
-    machine.owner("'stop");
-    EXPECT_EQ(title(machine).text(), "  song length:  0:00");
-}
-
 TEST(MediaWindow, NamesTheSongInItsMiniHeight) {
     MediaMachine machine(Lines{"a.mp3", "b.MP3", "c.wav"});
     machine.song("new", "Found.mp3");

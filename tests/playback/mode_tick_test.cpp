@@ -32,7 +32,6 @@ TEST(ModeTick, ShufflesEverySongOncePerRound) {
     VirtualMachine machine({"1.mp3", "2.mp3", "3.mp3", "4.mp3"}, 9.9s);
     machine.owner("'shuffle");
     machine.owner("'num 3");
-    std::map<std::string, int> counts{{"3.mp3", 1}};
     for (int round = 1; round <= 4; ++round) {
         std::set<std::string> picked;
         for (int song = 0; song < 4; ++song) {
@@ -40,8 +39,6 @@ TEST(ModeTick, ShufflesEverySongOncePerRound) {
             const std::string title = machine.setting("play"), name = title.substr(0, 1);
             EXPECT_EQ(said, Lines{"random:  <b>" + name + "</b>.  " + name});
             EXPECT_EQ(machine.player.opened.back(), machine.drive("music/rock/" + title));
-            EXPECT_EQ(machine.state().playtz,
-                      "played " + std::to_string(counts[title]++) + " times");
             picked.insert(title);
         }
         EXPECT_EQ(picked.size(), 4u);
@@ -88,11 +85,6 @@ TEST(ModeTick, IsPatientWithPausedAndUnplayableSongs) {
         const Lines complaint = mode == "'cont" ? Lines{} : Lines{"no mp3s found, retard"};
         EXPECT_EQ(machine.saidWithin(60s), complaint);
         EXPECT_EQ(machine.state().Timer1.enabled(), complaint.empty());
-        machine.state().Timer1.enable();
-        machine.state().silnt = true;
-        machine.dialogs.whileOpen = [&] { machine.loop.waitUntil(machine.loop.now() + 30s); };
-        EXPECT_EQ(machine.saidWithin(60s), Lines{});
-        EXPECT_EQ(machine.dialogs.boxes, complaint) << "one, however long it stays open";
     }
 }
 

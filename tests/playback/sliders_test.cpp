@@ -6,13 +6,7 @@ TEST(Sliders, AnswerAndTellThePlayer) {
     VirtualMachine machine({"a.mp3"}, 100s);
     machine.owner("'num 1");
     const std::string stupid = "can you be more stupid?", least = "0 is the least, you fuck up";
-    struct Case {
-        Lines lines;
-        std::string answer;
-        double rate;
-        int volume;
-    };
-    const Case cases[] = {
+    const std::tuple<Lines, std::string, double, int> cases[] = {
         {{"'tempo 200"}, "tempo set to <b>200</b> (fast)", 2, -1500},
         {{"'tempo 201", "'tempo 300.5"}, "200 is the max, you fuck up", 2, -1500},
         {{"'tempo 100.5", "'tempo 99.", "'tempo -0.5", "'tempo ", "'tempo 1e2"}, stupid, 2, -1500},
@@ -29,11 +23,11 @@ TEST(Sliders, AnswerAndTellThePlayer) {
         {{"'pause"}, "paused:  a", 1, -3000},
         {{"'volume 050"}, "volume set:  <b>050</b>", 1, -1500},
         {{"'resume"}, "resumed:  a", 1, -1500}};
-    for (const Case& c : cases) {
-        converse(machine, {Turn(c.lines, c.answer)});
-        EXPECT_DOUBLE_EQ(machine.player.rate, c.rate) << c.lines[0];
-        EXPECT_EQ(machine.player.volume, c.volume) << c.lines[0];
-        EXPECT_EQ(machine.player.mute, c.volume == -3000) << c.lines[0];
+    for (const auto& [lines, answer, rate, volume] : cases) {
+        converse(machine, {Turn(lines, answer)});
+        EXPECT_DOUBLE_EQ(machine.player.rate, rate) << lines[0];
+        EXPECT_EQ(machine.player.volume, volume) << lines[0];
+        EXPECT_EQ(machine.player.mute, volume == -3000) << lines[0];
     }
 }
 

@@ -14,9 +14,7 @@ struct SettingsTest : testing::Test {
 };
 
 TEST_F(SettingsTest, WritesOneLineAndKeepsAllOthers) {
-    const struct {
-        std::string before, key, value, after;
-    } cases[] = {
+    const std::array<std::string, 4> cases[] = {
         {"", "play", "Ride.mp3", "[lark]\r\nplay=Ride.mp3\r\n"},
         {"[lark]\nload=3", "play", "x", "[lark]\nload=3\r\nplay=x\r\n"},
         {"[LARK]\r\n Play = a \r\nload=3\r\n", "Play", "b", "[LARK]\r\nPlay=b\r\nload=3\r\n"},
@@ -46,14 +44,8 @@ TEST_F(SettingsTest, ReadsTheFirstFitWithoutRegardToCase) {
     machine.writeDataFile("larkspin.ini", "[x]\nb=0\n[ Lark ] mine\r\nB= = 1 [\t\r\nb=2\nÄ=ja\n"
                                           "efont= \n=no\nbare\n[z]\n[lark]\nc=3\n[lark\nd=4");
     const StoredSettings all = settings.all();
-    for (const auto& [key, value] : std::map<std::string, std::string>{{"b", "= 1 ["},
-                                                                       {"ä", "ja"},
-                                                                       {"EFONT", ""},
-                                                                       {"bare", ""},
-                                                                       {"c", ""},
-                                                                       {"d", ""},
-                                                                       {"x", ""},
-                                                                       {"", ""}}) {
+    for (const std::string key : {"b", "ä", "EFONT", "bare", "c", "d", "x", ""}) {
+        const std::string value = key == "b" ? "= 1 [" : key == "ä" ? "ja" : "";
         EXPECT_EQ(settings.get(key), value) << key;
         EXPECT_EQ(all.get(key), value) << key;
     }
@@ -63,9 +55,7 @@ TEST_F(SettingsTest, ReadsTheFirstFitWithoutRegardToCase) {
 }
 
 TEST_F(SettingsTest, TakesAKeyOutWithItsValue) {
-    const struct {
-        std::string before, key, after;
-    } cases[] = {
+    const std::array<std::string, 3> cases[] = {
         {"[x]\na=1\n[lark] ;\nA = 1\r\n; a\nb=2\na=3", "a", "[x]\na=1\n[lark] ;\n; a\nb=2\n"},
         {"[lark]\r\nload=1\r\n[x]\r\na=1", "a", "[lark]\r\nload=1\r\n[x]\r\na=1"},
         {"[lark]\nRide=live.mp3=2\n", "ride=x", "[lark]\n"},

@@ -1,5 +1,7 @@
 #include "support/child.h"
 
+#include "support/pipe.h"
+
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -42,43 +44,24 @@ pid_t run(const std::string& program, std::vector<std::string> command, int inpu
 
 std::unique_ptr<Child> Child::start(const std::string& program,
                                     const std::vector<std::string>& variables) {
-    int input[2], output[2];
-    if (::pipe2(input, O_CLOEXEC) != 0)
-        return nullptr;
-    if (::pipe2(output, O_CLOEXEC) != 0) {
-        ::close(input[0]);
-        ::close(input[1]);
-        return nullptr;
-    }
-    const pid_t id = run(program, variables, input[0], output[1]);
-    ::close(input[0]);
-    ::close(output[1]);
-    if (id < 0) {
-        ::close(input[1]);
-        ::close(output[0]);
-        return nullptr;
-    }
-    return std::unique_ptr<Child>(new Child(id, input[1], output[0]));
+    Pipe input, output;
+    const pid_t id = run(program, variables, input.out(), output.in());
+    return std::unique_ptr<Child>(id < 0 ? nullptr
+                                         : new Child(id, input.takeIn(), output.takeOut()));
 }
 
 std::unique_ptr<Child> Child::startOnTerminal(const std::string& program,
                                               const std::vector<std::string>& variables) {
     const int own = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     const winsize size{24, 80, 0, 0};
-    const char* const name = own >= 0 && ::grantpt(own) == 0 && ::unlockpt(own) == 0 &&
-                                     ::ioctl(own, TIOCSWINSZ, &size) == 0
-                                 ? ::ptsname(own)
-                                 : nullptr;
-    if (!name) {
-        ::close(own);
-        return nullptr;
+    if (own >= 0 && ::grantpt(own) == 0 && ::unlockpt(own) == 0 &&
+        ::ioctl(own, TIOCSWINSZ, &size) == 0) {
+        const pid_t id = run(program, variables, own, own, ::ptsname(own));
+        if (id >= 0)
+            return std::unique_ptr<Child>(new Child(id, own, own));
     }
-    const pid_t id = run(program, variables, own, own, name);
-    if (id < 0) {
-        ::close(own);
-        return nullptr;
-    }
-    return std::unique_ptr<Child>(new Child(id, own, own));
+    ::close(own);
+    return nullptr;
 }
 
 Child::~Child() {
@@ -168,17 +151,7 @@ long Child::mostMemory() const {
 }
 
 bool Child::says(std::string_view text, std::chrono::milliseconds within) {
-    const auto until = std::chrono::steady_clock::now() + within;
-    for (;;) {
-        for (auto end = unread_.find('\n'); end != std::string::npos; end = unread_.find('\n')) {
-            const std::string line = unread_.substr(0, end);
-            unread_.erase(0, end + 1);
-            if (line.find(text) != std::string::npos)
-                return true;
-        }
-        if (!readMore(until))
-            return false;
-    }
+    return shows(text, within) && shows("\n", within);
 }
 
 bool Child::shows(std::string_view text, std::chrono::milliseconds within) {

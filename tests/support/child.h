@@ -32,10 +32,9 @@ public:
     void hangUp();                                            // closes its terminal
     void resize(unsigned short rows, unsigned short columns); // of its terminal
 
-    // Reads on until a line holds the text; what is read is gone. False when that takes too
-    // long or it has ended.
+    // Reads on until the text has come, and what `says` reads is the whole line; that is gone
+    // then. False when it takes too long or the program has ended.
     bool says(std::string_view text, std::chrono::milliseconds within);
-    // The same for a text anywhere, not only in whole lines.
     bool shows(std::string_view text, std::chrono::milliseconds within);
     // All that is left, until it closes its output.
     std::string rest(std::chrono::milliseconds within);

@@ -23,10 +23,12 @@ public:
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
 
-    int out() const { return ends_[0]; } // to read from
-    int in() const { return ends_[1]; }  // to write to
-    void closeOut() { ::close(std::exchange(ends_[0], -1)); }
-    void closeIn() { ::close(std::exchange(ends_[1], -1)); }
+    int out() const { return ends_[0]; }                  // to read from
+    int in() const { return ends_[1]; }                   // to write to
+    int takeOut() { return std::exchange(ends_[0], -1); } // the caller closes it
+    int takeIn() { return std::exchange(ends_[1], -1); }
+    void closeOut() { ::close(takeOut()); }
+    void closeIn() { ::close(takeIn()); }
 
     // Whether it had room for all of it.
     bool write(std::string_view text) {

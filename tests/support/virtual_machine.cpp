@@ -256,10 +256,6 @@ bool VirtualMachine::endProcess() {
     return run([this] { program->end(); });
 }
 
-bool VirtualMachine::owner(const std::string& line) {
-    return owner(line, 0s);
-}
-
 bool VirtualMachine::owner(const std::string& line, std::chrono::duration<double> wait) {
     return somebody(room.screenName, line) && advance(wait);
 }

@@ -212,9 +212,9 @@ public:
     bool start();
     bool startOn(Directories& others); // than the machine's own
     bool restart();
-    bool endProcess();                   // by a signal, say
-    bool owner(const std::string& line); // the owner says a line, and its effects run
-    bool owner(const std::string& line, std::chrono::duration<double> wait);
+    bool endProcess(); // by a signal, say
+    // The owner says a line, its effects run, and then he waits.
+    bool owner(const std::string& line, std::chrono::duration<double> wait = 0s);
     bool somebody(const std::string& name, const std::string& line);
     bool advance(std::chrono::duration<double> span);
     bool run(const std::function<void()>& action);
