@@ -20,13 +20,13 @@ Splash::Splash(AppState& state, EventLoop& loop, bool fades)
                .onMouseDown = [this] { dragwindow(loop_, dire); }}),
         label({.name = "statusLine",
                .place = {0, 450, 4500, 450},
-               .text = shows(state_.searchTerm),
-               .visible = false}),
+               .text = shows(state_.searchTerm)}),
     };
 }
 
 void Splash::open() {
     keepontop(dire);
+    showStatusLine(true);
     if (fades_)
         fadeIn();
     dire.visible = true;

@@ -17,8 +17,8 @@ public:
     // `fades`: the desktop can draw a window half transparent.
     Splash(AppState& state, EventLoop& loop, bool fades);
 
-    // The first use of a run: the window fades in, and the call returns when it is opaque. Events
-    // run meanwhile.
+    // The first use of a run: the window fades in, telling in its status line how far it has come,
+    // and the call returns when it is opaque. Events run meanwhile.
     void open();
 
     // Any later use: the window is there at once, with this status line.

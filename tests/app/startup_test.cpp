@@ -87,6 +87,26 @@ TEST(Startup, KeepsANamedPlaylistApart) {
     EXPECT_EQ(machine.dataFile("temp.lst"), unnamed);
 }
 
+TEST(Startup, ShowsHowFarItHasCome) {
+    VirtualMachine machine;
+    machine.fadesWindows = true;
+    Lines seen;
+    std::string last;
+    machine.loop.every(50us, [&] {
+        Window& dire = machine.window("dire");
+        const Control& line = dire.control("statusLine");
+        const std::string now = (line.visible ? " shown: " : " ") + line.text();
+        if (now != last && dire.visible)
+            seen.push_back(std::to_string(dire.alpha) + now);
+        last = now;
+    });
+    machine.start();
+    EXPECT_EQ(seen, (Lines{"1 shown: (build 11) Loading...", "100 shown: (build 11) Applying Settings...",
+                           "200 shown: (build 11) Starting Up...", "255 shown: (build 11) Loading..",
+                           "255 (build 11) Loading.."}));
+    EXPECT_FALSE(machine.window("dire").visible);
+}
+
 TEST(Clock, CountsSecondsOverAllRuns) {
     VirtualMachine machine({"a.mp3"}, 100s);
     machine.advance(3600s);
