@@ -6,6 +6,7 @@
 #include "library/playlist_row.h"
 #include "library/scan.h"
 #include "shell/app_state.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 
 namespace larkspin {
@@ -13,8 +14,11 @@ namespace larkspin {
 void Adding::scan(const std::string& directory) {
     if (reply_.refusedInSilence("scanning"))
         return;
+    const ThisRun run(state_);
     const std::string root = directories_.drivePath(directory);
     reply_.saychat("scanning directory <b>" + root + "</b> for <b>" + state_.mediaFilter);
+    if (!run.lasts())
+        return;
     state_.scanRoot = root;
     scan_.Command4_Click();
 }
@@ -48,7 +52,8 @@ void Adding::addScanned() {
 }
 
 void Adding::scanAndOffer() {
-    scan_.scanDrives();
+    if (!scan_.scanDrives())
+        return;
     if (dialogs_.ask("found " + std::to_string(state_.scanRows.count()) + " mp3s in " +
                      std::to_string(state_.knownDirs.count()) +
                      " directories, would you like to transfer them? or use add string on the "

@@ -7,6 +7,7 @@
 #include "library/removing.h"
 #include "library/scan.h"
 #include "shell/app_state.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/wildcard.h"
 
@@ -61,6 +62,7 @@ void Refresh::ref(const std::string& text) {
 void Refresh::refreshmatching(RowList& list, const std::string& text) {
     const std::string wanted = foldCase(text);
     std::string matched;
+    const ThisRun run(state_);
     const int last = list.count() - 1;
     for (int index = 0; index <= last; ++index) {
         const std::string_view folded = list.folded(index);
@@ -70,6 +72,8 @@ void Refresh::refreshmatching(RowList& list, const std::string& text) {
         matched = list.row(index);
         state_.scanRoot = matched;
         scan_.Command4_Click();
+        if (!run.lasts())
+            return;
     }
     File1_.refresh();
     // Events have run: with another root, scanRows are those of a scan that came in.

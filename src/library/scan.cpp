@@ -5,6 +5,7 @@
 #include "library/playlist_row.h"
 #include "shell/app_state.h"
 #include "shell/event_loop.h"
+#include "shell/this_run.h"
 
 #include <algorithm>
 #include <iterator>
@@ -21,20 +22,22 @@ constexpr std::size_t entryLimit = 1001;
 } // namespace
 
 void Scan::Command4_Click() {
+    const ThisRun run(state_);
     state_.knownDirs.clear();
     state_.scanRows.clear();
-    const Walk walk = queueTree();
+    const Walk walk = queueTree(run);
     listers_.File1.refresh();
-    listFiles(walk);
-    sayFound();
+    listFiles(walk, run);
+    if (run.lasts())
+        sayFound();
 }
 
-void Scan::Command4z() {
-    listFiles(queueTree());
+void Scan::Command4z(const ThisRun& run) {
+    listFiles(queueTree(run), run);
 }
 
-Scan::Walk Scan::queueTree() {
-    Walk walk = walkdirs(state_.scanRoot);
+Scan::Walk Scan::queueTree(const ThisRun& run) {
+    Walk walk = walkdirs(state_.scanRoot, run);
     state_.dirQueue.clear();
     for (const Visit& visit : walk)
         state_.dirQueue.add(visit.directory);
@@ -42,15 +45,19 @@ Scan::Walk Scan::queueTree() {
 }
 
 void Scan::scanpc() {
+    const ThisRun run(state_);
     clearResults();
     reply_.saychat("scanning pc for <b>" + state_.mediaFilter + "</b>, please wait..");
-    scanRoots();
-    sayFound();
+    scanRoots(run);
+    if (run.lasts())
+        sayFound();
 }
 
-void Scan::scanDrives() {
+bool Scan::scanDrives() {
+    const ThisRun run(state_);
     clearResults();
-    scanRoots();
+    scanRoots(run);
+    return run.lasts();
 }
 
 void Scan::clearResults() {
@@ -59,22 +66,22 @@ void Scan::clearResults() {
     state_.scanRows.clear();
 }
 
-void Scan::scanRoots() {
+void Scan::scanRoots(const ThisRun& run) {
     for (const std::string& drive : listers_.Drive1.list()) {
         const std::string root = drive.substr(0, drive.find(':')) + ":\\";
         if (!isinlist(state_.driveRoots, root))
             state_.driveRoots.add(root);
     }
-    for (int index = 0; index < state_.driveRoots.count(); ++index) {
+    for (int index = 0; run.lasts() && index < state_.driveRoots.count(); ++index) {
         state_.scanRoot = state_.driveRoots.row(index);
-        Command4z();
+        Command4z(run);
         pause_(0.6);
     }
 }
 
 // Depth-first. A directory that can't be entered has no subdirectories. A walk ends where its
 // queue would be full.
-Scan::Walk Scan::walkdirs(std::string directory) {
+Scan::Walk Scan::walkdirs(std::string directory, const ThisRun& run) {
     Walk walk;
     std::vector<std::string> pending; // the next to enter stands last
     for (;;) {
@@ -89,6 +96,8 @@ Scan::Walk Scan::walkdirs(std::string directory) {
         }
         walk.push_back({std::move(directory), listers_.File1.pattern(), std::move(listing)});
         loop_.serveTurn();
+        if (!run.lasts())
+            return {};
         if (pending.empty() || walk.size() == RowList::limit)
             return walk;
         directory = std::move(pending.back());
@@ -98,13 +107,15 @@ Scan::Walk Scan::walkdirs(std::string directory) {
 
 // A directory that can't be entered leaves File1 where it was, so that the one before it is
 // listed once more.
-void Scan::listFiles(const Walk& walk) {
+void Scan::listFiles(const Walk& walk, const ThisRun& run) {
     FileLister::Shown listed = listers_.File1.shown();
     for (const Visit& visit : walk) {
         if (enter(visit))
             listed = listers_.File1.shown();
         for (const std::string& name : listed->files) {
             loop_.serveTurn();
+            if (!run.lasts())
+                return;
             noteFile(name, listed->path);
         }
     }

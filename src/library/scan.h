@@ -3,7 +3,8 @@
 //
 // Events run at every directory and every file, so that a command can arrive in the middle of a
 // scan. One that scans clears the results, which this scan goes on adding to; one that changes the
-// filter changes what this scan lists from the next directory on. The walks stay apart.
+// filter changes what this scan lists from the next directory on. The walks stay apart. A scan
+// ends with the run that it began in: the results of the next one hold nothing of it.
 #pragma once
 
 #include "library/listers.h"
@@ -18,6 +19,7 @@ namespace larkspin {
 struct AppState;
 class EventLoop;
 class Reply;
+class ThisRun;
 
 class Scan {
 public:
@@ -27,12 +29,9 @@ public:
     // The tree under scanRoot, from empty results, with an answer in the room.
     void Command4_Click();
 
-    // The same without the answer, added to the results that are there.
-    void Command4z();
-
-    // Every drive of the machine, with answers and without.
+    // Every drive of the machine, with answers and without. False when the run has ended meanwhile.
     void scanpc();
-    void scanDrives();
+    bool scanDrives();
 
 private:
     // What a walk has read, for the listing behind it: each directory is read once. Another walk
@@ -44,13 +43,16 @@ private:
     };
     using Walk = std::vector<Visit>;
 
-    Walk queueTree();
-    Walk walkdirs(std::string directory);
-    void listFiles(const Walk& walk);
+    // Command4_Click without the answer, added to the results that are there.
+    void Command4z(const ThisRun& run);
+
+    Walk queueTree(const ThisRun& run);
+    Walk walkdirs(std::string directory, const ThisRun& run);
+    void listFiles(const Walk& walk, const ThisRun& run);
     bool enter(const Visit& visit);
     void noteFile(const std::string& fileName, const std::string& directory);
     void clearResults();
-    void scanRoots();
+    void scanRoots(const ThisRun& run);
     void sayFound();
 
     AppState& state_;

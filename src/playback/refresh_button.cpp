@@ -4,7 +4,7 @@
 #include "library/refresh.h"
 #include "playback/behind_splash.h"
 #include "playback/media_window.h"
-#include "shell/this_run.h"
+#include "shell/app_state.h"
 
 #include <cstdlib>
 
@@ -32,11 +32,8 @@ std::optional<int> RefreshButton::Command5_Click() {
     return grown;
 }
 
-std::optional<int> RefreshButton::refreshWithStatus() {
-    const ThisRun run(state_);
+int RefreshButton::refreshWithStatus() {
     const int grown = refresh_.refreshDirectories();
-    if (!run.lasts())
-        return std::nullopt;
     state_.searchTerm = changeText(grown, "", "");
     return grown;
 }

@@ -28,7 +28,7 @@ public:
     void ref();
 
 private:
-    std::optional<int> refreshWithStatus();
+    int refreshWithStatus();
 
     AppState& state_;
     Reply& reply_;

@@ -39,8 +39,7 @@ inline constexpr std::string_view unnamedPlaylistTitle =
     "                  larkspin playlist editor";
 
 struct AppState {
-    // Goes up when a run begins and when it ends: see ThisRun.
-    unsigned run = 0;
+    unsigned run = 0; // goes up when a run begins and when it ends, see ThisRun
 
     // Flags: check marks of the tray menu. At most one of rep, crand, cintz is on.
     bool silnt = false; // silent mode
