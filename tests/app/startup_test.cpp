@@ -101,9 +101,10 @@ TEST(Startup, ShowsHowFarItHasCome) {
         last = now;
     });
     machine.start();
-    EXPECT_EQ(seen, (Lines{"1 shown: (build 11) Loading...", "100 shown: (build 11) Applying Settings...",
-                           "200 shown: (build 11) Starting Up...", "255 shown: (build 11) Loading..",
-                           "255 (build 11) Loading.."}));
+    EXPECT_EQ(seen,
+              (Lines{"1 shown: (build 11) Loading...", "100 shown: (build 11) Applying Settings...",
+                     "200 shown: (build 11) Starting Up...", "255 shown: (build 11) Loading..",
+                     "255 (build 11) Loading.."}));
     EXPECT_FALSE(machine.window("dire").visible);
 }
 
