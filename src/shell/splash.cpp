@@ -18,9 +18,8 @@ Splash::Splash(AppState& state, EventLoop& loop, bool fades)
                .text = caption("  larkspin player            version " +
                                std::to_string(versionMajor) + "." + std::to_string(versionMinor)),
                .onMouseDown = [this] { dragwindow(loop_, dire); }}),
-        label({.name = "statusLine",
-               .place = {0, 450, 4500, 450},
-               .text = shows(state_.searchTerm)}),
+        label(
+            {.name = "statusLine", .place = {0, 450, 4500, 450}, .text = shows(state_.searchTerm)}),
     };
 }
 
