@@ -4,8 +4,6 @@
 #include "shell/app_state.h"
 #include "shell/data_directory.h"
 
-#include <string>
-
 namespace larkspin {
 
 void Companions::load() {

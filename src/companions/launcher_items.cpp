@@ -74,11 +74,8 @@ void LauncherItems::clear() {
 }
 
 void LauncherItems::select(int index) {
-    RowList& titles = state_.appTitles;
-    titles.setSelected(titles.currentIndex(), false); // as a rule the only one: nothing to look for
-    if (!titles.setCurrentIndex(index))
+    if (!state_.appTitles.choose(index))
         return;
-    titles.selectOnly(index);
     state_.appPaths.setCurrentIndex(index);
     state_.appPathText = state_.appPaths.row(index);
 }

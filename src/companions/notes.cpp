@@ -56,10 +56,7 @@ void Notes::clear() {
 }
 
 void Notes::select(int note) {
-    RowList& notes = state_.notes;
-    notes.setSelected(notes.currentIndex(), false);
-    notes.setCurrentIndex(note);
-    notes.setSelected(notes.currentIndex(), true);
+    state_.notes.choose(note);
     showText(note);
 }
 

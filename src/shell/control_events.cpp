@@ -56,10 +56,8 @@ bool mouseDown(Window& window, const std::string& name, int row) {
         return false;
     call(control->onMouseDown);
     control = findShown(window, name);
-    if (control && control->kind == Kind::list && fits(*control, row)) {
-        control->rows->setCurrentIndex(row);
-        control->rows->selectOnly(row);
-    }
+    if (control && control->kind == Kind::list && fits(*control, row))
+        control->rows->choose(row);
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "text/number.h"
 
+#include "text/blanks.h"
+
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -7,13 +9,6 @@
 namespace larkspin {
 
 namespace {
-
-std::string_view withoutBlanks(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 bool isDigitsAndPoint(std::string_view text) {
     const auto point = text.find('.');

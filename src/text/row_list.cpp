@@ -148,11 +148,15 @@ void RowList::setSelected(int index, bool selected) {
     selectedCount_ += selected ? 1 : -1;
 }
 
-void RowList::selectOnly(int index) {
+// As a rule the one that was chosen before is the only one selected, and needn't be looked for.
+bool RowList::choose(int index) {
     if (!isInside(index))
-        return;
+        return false;
+    setSelected(current_, false);
     clearSelection();
     setSelected(index, true);
+    current_ = index;
+    return true;
 }
 
 void RowList::clearSelection() {

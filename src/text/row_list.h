@@ -60,10 +60,13 @@ public:
     bool setCurrentIndex(int index);
     std::string_view currentRow() const { return row(current_); }
 
+    // What a click does: the row becomes current, and the only one selected. False, and nothing
+    // changes, for an index outside the list.
+    bool choose(int index);
+
     // Setting does nothing outside the list.
     bool isSelected(int index) const;
     void setSelected(int index, bool selected);
-    void selectOnly(int index);
     void clearSelection();
     int selectedCount() const { return selectedCount_; }
 

@@ -62,7 +62,12 @@ TEST(RowList, StaysLikeAPlainVectorThroughRandomChanges) {
                 if (inside)
                     model[at].selected = selecting % 2 != 0;
             } else if (selecting < 504) {
-                selecting < 502 ? list.clearSelection() : list.selectOnly(walk);
+                if (selecting < 502) {
+                    list.clearSelection();
+                } else {
+                    ASSERT_EQ(list.choose(walk), inside);
+                    current = inside ? walk : current;
+                }
                 for (ModelRow& row : model)
                     row.selected = row.selected && selecting >= 502 && !inside;
                 if (selecting >= 502 && inside)

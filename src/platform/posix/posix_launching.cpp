@@ -3,6 +3,7 @@
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/spawn.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>

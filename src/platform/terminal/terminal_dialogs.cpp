@@ -2,6 +2,7 @@
 
 #include "platform/terminal/terminal_input.h"
 #include "platform/terminal/terminal_screen.h"
+#include "text/blanks.h"
 
 namespace larkspin {
 
@@ -13,13 +14,6 @@ constexpr std::string_view ownTitle = "larkspin";
 // The title where it says more than whose box it is.
 std::string titled(const std::string& title, const std::string& text) {
     return title.empty() || title == ownTitle ? text : title + ": " + text;
-}
-
-std::string_view withoutBlanks(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
 bool isDrivePath(std::string_view path) {
