@@ -12,10 +12,13 @@ class Dialogs;
 class Directories;
 class EventLoop;
 class Files;
+class HostClient;
 class Launching;
+class MachineFacts;
 class MediaControl;
+class OtherPlayer;
+class Power;
 class Process;
-class Room;
 
 struct Machine {
     EventLoop& loop;
@@ -23,10 +26,13 @@ struct Machine {
     Directories& directories;
     Dialogs& dialogs;
     Desktop& desktop;
-    Room& room;
-    ChatLines& lines; // of the room; the program listens to them
+    HostClient& host;
+    ChatLines& lines; // of its room; the program listens to them
     MediaControl& player;
     Launching& launching;
+    OtherPlayer& otherPlayer;
+    MachineFacts& facts;
+    Power& power;
     Process& process;
     std::string dataDirectory; // drive path without a trailing backslash
     bool fadesWindows;         // the desktop can draw the splash half transparent

@@ -15,6 +15,24 @@
 
 using namespace larkspin;
 
+namespace { // placeholders
+struct NoPlayer : OtherPlayer {
+    bool press(Button) override { return false; }
+    std::optional<std::string> title() override { return {}; }
+};
+struct NoFacts : MachineFacts {
+    std::string systemName() override { return {}; }
+    std::uint64_t memoryBytes() override { return 0; }
+    DisplaySize display() override { return {}; }
+    std::chrono::milliseconds uptime() override { return {}; }
+    std::optional<DriveSpace> driveSpace(const std::string&) override { return {}; }
+};
+struct NoPower : Power {
+    void restart() override {}
+    void shutDown() override {}
+};
+} // namespace
+
 int main() {
     openStandardStreams();
     PollLoop loop;
@@ -26,6 +44,9 @@ int main() {
     PlayerControl player(loop, {playerBeside(), {}},
                          [&](const std::string& line) { terminal.screen.note(line); });
     PosixLaunching launching;
+    NoPlayer otherPlayer;
+    NoFacts facts;
+    NoPower power;
     PosixProcess process(userDataDirectory());
     terminal.keepHistory(files, DataDirectory(userDataDirectory()).file("history.txt"));
     process.beforeEnd([&] { terminal.close(); });
@@ -35,10 +56,13 @@ int main() {
                      .directories = directories,
                      .dialogs = terminal.dialogs,
                      .desktop = terminal.desktop,
-                     .room = terminal.room,
+                     .host = terminal.room,
                      .lines = lines,
                      .player = player,
                      .launching = launching,
+                     .otherPlayer = otherPlayer,
+                     .facts = facts,
+                     .power = power,
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = false});

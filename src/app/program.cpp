@@ -7,9 +7,10 @@ namespace larkspin {
 
 Program::Program(const Machine& m)
     : machine(m), shell(m.loop, m.files, m.dataDirectory, m.fadesWindows),
-      chat(shell, m.loop, m.dialogs, m.room),
+      chat(shell, m.loop, m.dialogs, m.host),
       library(chat.core, m.files, m.directories, shell.directory),
-      playback(chat.core, {.files = m.files,
+      playback(chat.core, {.room = m.host,
+                           .files = m.files,
                            .player = m.player,
                            .desktop = m.desktop,
                            .directory = shell.directory,
@@ -24,6 +25,8 @@ Program::Program(const Machine& m)
                              .directory = shell.directory,
                              .directories = m.directories,
                              .launching = m.launching}),
+      host(chat.core, {.client = m.host, .launcher = companions.launcher}),
+      outside(chat.core, {.player = m.otherPlayer, .facts = m.facts, .power = m.power}),
       rows1_(commandRows(*this, HandledBy::NiteScan1)),
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
       rows3_(commandRows(*this, HandledBy::NiteScan3)) {
@@ -55,6 +58,8 @@ void Program::secondTick() {
     playback.showPosition();
     shell.countSecond(playback.isPlaying());
     playback.checkEnd();
+    host.transfers.pressEndNotice();
+    host.transfers.hideNewUpload();
 }
 
 } // namespace larkspin

@@ -8,7 +8,9 @@
 #include "app/status_commands.h"
 #include "chat/chat.h"
 #include "companions/companions.h"
+#include "host/host.h"
 #include "library/library.h"
+#include "outside/outside.h"
 #include "playback/playback.h"
 #include "shell/menu.h"
 #include "shell/shell.h"
@@ -46,7 +48,9 @@ public:
     Library library;
     Playback playback;
     Companions companions;
-    StatusCommands status{chat.core, machine.room, playback.transport, playback.counters};
+    Host host;
+    Outside outside;
+    StatusCommands status{chat.core, machine.host, playback.transport, playback.counters};
 
 private:
     enum class Phase { off, loading, running, saving };

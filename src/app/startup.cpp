@@ -6,7 +6,6 @@
 #include "app/program.h"
 #include "app/tray_menu.h"
 #include "chat/catalogue.h"
-#include "chat/room.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
@@ -80,7 +79,7 @@ void Program::welcomeFirstRun() {
 }
 
 void Program::greet(const std::string& loadNumber) {
-    machine.room.clearChatInput();
+    machine.host.clearChatInput();
     chat.reply.saychat("larkspin player - by moraine");
     Pause{machine.loop}(0.2);
     chat.reply.saychat("load:  <b>" + loadNumber + "</b> - mp3s played:  <b>" +

@@ -27,11 +27,6 @@ MenuEntry label(std::string name, std::string caption) {
     return {.name = std::move(name), .caption = std::move(caption)};
 }
 
-// Has no effect so far.
-MenuEntry notYet(std::string name, std::string caption) {
-    return label(std::move(name), std::move(caption));
-}
-
 MenuEntry flag(std::string name, std::string caption, bool& value) {
     return {.name = std::move(name),
             .caption = std::move(caption),
@@ -49,16 +44,16 @@ Entries playlists(Program& p) {
     return entries;
 }
 
-Entries aol() {
-    return {notYet("hidewel", "hide welcome"),
+Entries aol(Program& p) {
+    return {entry("hidewel", "hide welcome", [&p] { p.host.chores.hideWelcome(); }),
             label("hplus", "hide aolplus"), // has never done anything
             separator("z"),
-            notYet("upzon", "upchat-on"),
-            notYet("upzoff", "upchat-off"),
-            notYet("ustatz", "upload stats"),
+            entry("upzon", "upchat-on", [&p] { p.host.transfers.upzon(); }),
+            entry("upzoff", "upchat-off", [&p] { p.host.transfers.upzoff(); }),
+            entry("ustatz", "upload stats", [&p] { p.host.transfers.boxUpload(); }),
             separator("y"),
-            notYet("imo", "ims on"),
-            notYet("imf", "ims off")};
+            entry("imo", "ims on", [&p] { p.host.chores.switchMessagesOn(); }),
+            entry("imf", "ims off", [&p] { p.host.chores.switchMessagesOff(); })};
 }
 
 Entries playerOptions(Program& p) {
@@ -79,10 +74,10 @@ Entries playerOptions(Program& p) {
 
 Entries others(Program& p) {
     AppState& state = p.shell.state;
-    return {notYet("rstarts", "restart computer"),
+    return {entry("rstarts", "restart computer", [&p] { p.outside.machine.restartComputer(); }),
             separator("m"),
-            notYet("pcinf", "computer info"),
-            notYet("winup", "windows uptime"),
+            entry("pcinf", "computer info", [&p] { p.outside.machine.boxComputer(); }),
+            entry("winup", "windows uptime", [&p] { p.outside.machine.boxUptime(); }),
             entry("fload", "first loaded", [&p] { p.status.boxFirstLoad(); }),
             entry("epver", "lks version", [&p] { p.status.boxVersion(); }),
             entry("grtz", "greets", [&p] { boxGreets(p.machine.dialogs); }),
@@ -90,7 +85,7 @@ Entries others(Program& p) {
             flag("rol", "refresh on load", state.rol),
             entry("cpc", "change colors", [&p] { p.companions.colorsWindow.show(); }),
             separator("j"),
-            notYet("shdown", "shutdown computer")};
+            entry("shdown", "shutdown computer", [&p] { p.outside.machine.shutDownComputer(); })};
 }
 
 Entries tree(Program& p) {
@@ -106,7 +101,7 @@ Entries tree(Program& p) {
             entry("appsz", state.appsz, [&p] { p.companions.launcherWindow.show(); }),
             label("playtz", state.playtz),
             submenu("plsts", "playlists", playlists(p)),
-            submenu("aeoel", "aol", aol()),
+            submenu("aeoel", "aol", aol(p)),
             submenu("pops", "player options", playerOptions(p)),
             submenu("otherz", "other", others(p)),
             submenu("mfilt", "media filter", p.library.mediaFilter.menu()),

@@ -18,6 +18,10 @@ public:
 
     // Empties the line that the owner is about to say. Without a room nothing happens.
     virtual void clearChatInput() = 0;
+
+    // Brings the client to the front, so that the owner can type. Where the owner is there already
+    // nothing happens.
+    virtual void bringHostForward() {}
 };
 
 } // namespace larkspin

@@ -14,7 +14,8 @@ constexpr double betweenLines = 0.6; // seconds
 
 } // namespace
 
-bool ChoiceRecital::recite(std::string_view breakCaption, const std::string& opening) {
+ChoiceRecital::End ChoiceRecital::recite(std::string_view breakCaption,
+                                         const std::string& opening) {
     const Pause pause(loop_);
     const unsigned own = choices_.beginRecital();
     if (!opening.empty()) {
@@ -28,13 +29,15 @@ bool ChoiceRecital::recite(std::string_view breakCaption, const std::string& ope
             tell(choice);
         pause(betweenLines);
         if (isBroken)
-            return choices_.isCurrent(own);
+            return choices_.isCurrent(own) ? End::broken : End::lost;
     }
-    if (choices_.isCurrent(own))
+    if (choices_.isCurrent(own)) {
         askForNumber();
-    else if (!choices_.areOpen())
+        return End::asked;
+    }
+    if (!choices_.areOpen())
         choices_.hideStopWindow(); // a random pick doesn't
-    return false;
+    return End::lost;
 }
 
 void ChoiceRecital::tell(int choice) {

@@ -19,9 +19,15 @@ public:
     ChoiceRecital(const Core& core, Choices& choices)
         : state_(core.state), loop_(core.loop), reply_(core.reply), choices_(choices) {}
 
-    // `breakCaption`: what a click that breaks it off makes of the stop window's caption. True when
-    // that has happened; the choices are still open then. `opening`: said first, unless empty.
-    bool recite(std::string_view breakCaption, const std::string& opening = {});
+    enum class End {
+        asked,  // all are told, and a number is awaited
+        broken, // by the owner; the choices are still open
+        lost,   // the choices, or their place
+    };
+
+    // `breakCaption`: what a click that breaks it off makes of the stop window's caption.
+    // `opening`: said first, unless empty.
+    End recite(std::string_view breakCaption, const std::string& opening = {});
 
     // What there is to say then.
     void tellBroken();

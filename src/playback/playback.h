@@ -34,6 +34,7 @@ class DataDirectory;
 
 // Of the machine and of the floors below, what playback works with beside the core.
 struct PlaybackNeeds {
+    Room& room;
     Files& files;
     MediaControl& player;
     Desktop& desktop;
@@ -70,7 +71,7 @@ public:
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
     SongFiles songFiles{core_, needs_.files, counters, choices, transport};
-    SelectionDialogue dialogue{core_, choices, recital, selection, transport};
+    SelectionDialogue dialogue{core_, needs_.room, choices, recital, selection, transport};
     StopWindow stopWindow{core_, dialogue, recital};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
     TransportButtons transportButtons{core_, needs_.player, transport, choices, randomPick};

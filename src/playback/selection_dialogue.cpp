@@ -1,6 +1,7 @@
 #include "playback/selection_dialogue.h"
 
 #include "chat/reply.h"
+#include "chat/room.h"
 #include "playback/choice_recital.h"
 #include "playback/choices.h"
 #include "playback/play_selection.h"
@@ -19,7 +20,10 @@ void SelectionDialogue::yes() {
         return;
     transport_.holdShuffle();
     choices_.showStopWindow();
-    if (!recital_.recite(stopsLeadingBack))
+    const auto end = recital_.recite(stopsLeadingBack);
+    if (end == ChoiceRecital::End::asked)
+        room_.bringHostForward();
+    if (end != ChoiceRecital::End::broken)
         return;
     choices_.markNormal();
     recital_.tellBroken();

@@ -13,14 +13,15 @@ namespace larkspin {
 class ChoiceRecital;
 class Choices;
 class PlaySelection;
+class Room;
 class Transport;
 
 class SelectionDialogue {
 public:
-    SelectionDialogue(const Core& core, Choices& choices, ChoiceRecital& recital,
+    SelectionDialogue(const Core& core, Room& room, Choices& choices, ChoiceRecital& recital,
                       PlaySelection& selection, Transport& transport)
-        : state_(core.state), settings_(core.settings), reply_(core.reply), choices_(choices),
-          recital_(recital), selection_(selection), transport_(transport) {}
+        : state_(core.state), settings_(core.settings), reply_(core.reply), room_(room),
+          choices_(choices), recital_(recital), selection_(selection), transport_(transport) {}
 
     // The commands.
     void yes();
@@ -42,6 +43,7 @@ private:
     AppState& state_;
     Settings& settings_;
     Reply& reply_;
+    Room& room_;
     Choices& choices_;
     ChoiceRecital& recital_;
     PlaySelection& selection_;

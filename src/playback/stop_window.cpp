@@ -30,7 +30,8 @@ void StopWindow::click() {
 void StopWindow::recite() {
     state_.stopsCaption = stopsReciting; // at once: another click must not start another one
     const std::string count = std::to_string(state_.choiceList.count());
-    if (!recital_.recite(stopsResting, "scrolling <b>" + count + "</b> matches"))
+    const auto end = recital_.recite(stopsResting, "scrolling <b>" + count + "</b> matches");
+    if (end != ChoiceRecital::End::broken)
         return;
     state_.stopsCaption = stopsOffering;
     recital_.tellBroken();

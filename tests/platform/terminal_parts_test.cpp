@@ -1,6 +1,6 @@
 // The parts of the terminal front end on pipes: lines in turn or at once, questions, windows and
 // menus worked by name.
-#include "chat/own_room.h"
+#include "host/own_room.h"
 #include "platform/terminal/line_reader.h"
 #include "platform/terminal/terminal_commands.h"
 #include "platform/terminal/terminal_desktop.h"

@@ -238,10 +238,13 @@ bool VirtualMachine::startOn(Directories& others) {
                                                 .directories = others,
                                                 .dialogs = dialogs,
                                                 .desktop = desktop,
-                                                .room = room,
+                                                .host = *host,
                                                 .lines = lines,
                                                 .player = player,
                                                 .launching = launching,
+                                                .otherPlayer = otherPlayer,
+                                                .facts = facts,
+                                                .power = power,
                                                 .process = process,
                                                 .dataDirectory = drive("data"),
                                                 .fadesWindows = fadesWindows});
@@ -257,7 +260,7 @@ bool VirtualMachine::endProcess() {
 }
 
 bool VirtualMachine::owner(const std::string& line, std::chrono::duration<double> wait) {
-    return somebody(room.screenName, line) && advance(wait);
+    return somebody(host->currentScreenName(), line) && advance(wait);
 }
 
 bool VirtualMachine::somebody(const std::string& name, const std::string& line) {

@@ -9,8 +9,8 @@
 
 #include "app/machine.h"
 #include "chat/chat_lines.h"
-#include "chat/room.h"
 #include "companions/launching.h"
+#include "host/host_client.h"
 #include "library/directories.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
@@ -21,6 +21,7 @@
 #include "shell/process.h"
 #include "support/temp_directory.h"
 #include "support/virtual_loop.h"
+#include "support/virtual_outside.h"
 
 #include <chrono>
 #include <deque>
@@ -71,16 +72,18 @@ public:
 };
 
 // What was said in the room. The owner is signed on as "Owner".
-class RecordedRoom : public Room {
+class RecordedRoom : public HostClient {
 public:
     RecordedRoom(EventLoop& loop, ChatLines& hearers) : loop_(loop), hearers_(hearers) {}
 
     std::string currentScreenName() override { return screenName; }
     void sendChatLine(const std::string& line) override;
     void clearChatInput() override { input.clear(); }
+    void bringHostForward() override { ++broughtForward; }
 
     std::string screenName = "Owner";
     std::string input = "half a line";
+    int broughtForward = 0;
     bool open = true;
     std::vector<std::string> lines;
     // Happens in the middle of each message, when the program lets events run.
@@ -254,6 +257,10 @@ public:
     SilentPlayer player;
     RecordedLaunching launching;
     VirtualProcess process;
+    SettablePlayer otherPlayer;
+    SettableFacts facts;
+    RecordedPower power;
+    HostClient* host = &room; // what the next start runs on
     bool fadesWindows = false;
     std::unique_ptr<Program> program; // made at start
     AppState& state();

@@ -3,7 +3,7 @@
 // on it; and a room of the owner's own.
 #pragma once
 
-#include "chat/own_room.h"
+#include "host/own_room.h"
 #include "platform/terminal/line_editor.h"
 #include "platform/terminal/line_history.h"
 #include "platform/terminal/line_reader.h"

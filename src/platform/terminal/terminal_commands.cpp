@@ -1,6 +1,6 @@
 #include "platform/terminal/terminal_commands.h"
 
-#include "chat/own_room.h"
+#include "host/own_room.h"
 #include "platform/terminal/description_text.h"
 #include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_screen.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "chat/chat_lines.h"
-#include "chat/room.h"
+#include "host/host_client.h"
 
 #include <functional>
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace larkspin {
 
-class OwnRoom : public Room {
+class OwnRoom : public HostClient {
 public:
     // Shows a line that was said to the owner.
     using Show = std::function<void(const ChatLine& line)>;

@@ -1,0 +1,44 @@
+// The owner's errands in the client: keywords, addresses, private rooms, mail, signing off, private
+// messages on and off.
+#pragma once
+
+#include "chat/core.h"
+
+#include <string>
+
+namespace larkspin {
+
+class HostClient;
+class Launcher;
+
+class Chores {
+public:
+    Chores(const Core& core, HostClient& client, Launcher& launcher)
+        : core_(core), client_(client), launcher_(launcher) {}
+
+    // The commands.
+    void kw(const std::string& keyword);
+    void url(const std::string& address);
+    void pr(const std::string& room);
+    void newMail();
+    void oldMail();
+    void sentMail();
+    void signoff();
+    void closeaol();
+    void imson();
+    void imsoff();
+    void aim();
+    void hidewelc();
+
+    // The same from the tray, without a word.
+    void switchMessagesOn();
+    void switchMessagesOff();
+    void hideWelcome();
+
+private:
+    [[maybe_unused]] Core core_;
+    [[maybe_unused]] HostClient& client_;
+    [[maybe_unused]] Launcher& launcher_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,7 @@
+#include "host/online_time.h"
+
+namespace larkspin {
+
+void OnlineTime::ot() {}
+
+} // namespace larkspin

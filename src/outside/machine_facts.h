@@ -1,0 +1,34 @@
+// The port to what a machine can tell of itself. What it can't tell is empty or 0. Nothing throws.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace larkspin {
+
+struct DisplaySize {
+    int bits = 0; // of colour for a pixel
+    int width = 0, height = 0;
+};
+
+struct DriveSpace {
+    std::uint64_t total = 0, free = 0; // bytes; free is what the owner may still fill
+};
+
+class MachineFacts {
+public:
+    virtual ~MachineFacts() = default;
+
+    virtual std::string systemName() = 0; // in lower case
+    virtual std::uint64_t memoryBytes() = 0;
+    virtual DisplaySize display() = 0;
+    virtual std::chrono::milliseconds uptime() = 0;
+
+    // The space of the drive with that root (`c:\`), or of the one that holds that directory.
+    // Nothing when there is no such place, or when it doesn't answer within a second.
+    virtual std::optional<DriveSpace> driveSpace(const std::string& path) = 0;
+};
+
+} // namespace larkspin

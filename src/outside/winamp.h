@@ -1,0 +1,28 @@
+// The other player's commands: what it plays, and its buttons. They bear the name of the player
+// they were made for.
+#pragma once
+
+#include "chat/core.h"
+
+#include <string>
+
+namespace larkspin {
+
+class OtherPlayer;
+
+class Winamp {
+public:
+    Winamp(const Core& core, OtherPlayer& player) : core_(core), player_(player) {}
+
+    void amp(); // speaks in silent mode too
+    void wstop();
+    void wpre();
+    void wplay();
+    void wnext();
+
+private:
+    [[maybe_unused]] Core core_;
+    [[maybe_unused]] OtherPlayer& player_;
+};
+
+} // namespace larkspin
