@@ -1,0 +1,108 @@
+#include "host/instant_messages.h"
+
+#include "host/host_bytes.h"
+#include "host/host_wait.h"
+#include "host/host_windows.h"
+#include "host/window_presses.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+// The tenth button of a message window sends.
+constexpr int stepsToSend = 9;
+
+// Forgets what is left however the sending ends: the program may end inside a wait.
+template <typename Queue> class EmptiedAtEnd {
+public:
+    explicit EmptiedAtEnd(Queue& queue) : queue_(queue) {}
+    ~EmptiedAtEnd() { queue_.clear(); }
+    EmptiedAtEnd(const EmptiedAtEnd&) = delete;
+
+private:
+    Queue& queue_;
+};
+
+} // namespace
+
+void InstantMessages::send(const std::string& addressee, const std::string& body) {
+    if (messages_.size() > mostWaiting)
+        return;
+    messages_.push_back({addressee, body});
+    if (messages_.size() > 1)
+        return;
+    const EmptiedAtEnd emptied(messages_);
+    for (; !messages_.empty(); messages_.pop_front())
+        sendFirst();
+}
+
+void InstantMessages::sendFirst() {
+    const Message message = messages_.front();
+    const Handles others = openWindows();
+    if (!open_(window::instantMessageAddress + message.addressee))
+        return;
+    const HostHandle window = waitForWindow(others);
+    if (window == noHandle)
+        return;
+    fillIn(window, message.body);
+    answerClient(window);
+}
+
+InstantMessages::Handles InstantMessages::openWindows() const {
+    Handles found;
+    windows_.child([&](HostHandle window) {
+        if (windows_.caption(window) == window::instantMessageCaption)
+            found.push_back(window);
+        return false;
+    });
+    return found;
+}
+
+// Without the client's frame none will come.
+HostHandle InstantMessages::waitForWindow(const Handles& others) const {
+    const auto isReady = [&](HostHandle window) {
+        return std::find(others.begin(), others.end(), window) == others.end() &&
+               windows_.caption(window) == window::instantMessageCaption &&
+               windows_.first(window, window::input) != noHandle && sendButton(window) != noHandle;
+    };
+    return waitForHost(loop_, [&]() -> std::optional<HostHandle> {
+        const HostHandle window = windows_.child(isReady);
+        if (window == noHandle && windows_.frame() != noHandle)
+            return std::nullopt;
+        return window;
+    });
+}
+
+HostHandle InstantMessages::sendButton(HostHandle window) const {
+    HostHandle icon = windows_.first(window, window::icon);
+    for (int step = 0; icon != noHandle && step < stepsToSend; ++step)
+        icon = windows_.next(window, icon, window::icon);
+    return icon;
+}
+
+void InstantMessages::fillIn(HostHandle window, const std::string& body) const {
+    calls_.sendText(windows_.first(window, window::input), window::setText, toSingleByte(body));
+    const HostHandle button = sendButton(window);
+    holdButton(calls_, button);
+    releaseButton(calls_, button);
+}
+
+// The window goes by itself, or the client puts a box in front of it.
+void InstantMessages::answerClient(HostHandle window) const {
+    const HostHandle box = waitForHost(loop_, [&]() -> std::optional<HostHandle> {
+        const HostHandle shown = calls_.findWindow(window::messageBox, window::clientCaption);
+        const bool isGone =
+            windows_.child([&](HostHandle child) { return child == window; }) == noHandle;
+        if (shown == noHandle && !isGone)
+            return std::nullopt;
+        return shown;
+    });
+    if (box == noHandle)
+        return;
+    postKeyPress(calls_, windows_.first(box, window::button));
+    calls_.post(window, window::close, 0, 0);
+}
+
+} // namespace larkspin

@@ -1,0 +1,216 @@
+#include "host/window_tree_host.h"
+
+#include "host/host_bytes.h"
+#include "host/host_rows.h"
+#include "host/host_wait.h"
+#include "host/window_presses.h"
+#include "text/row_list.h"
+#include "text/wildcard.h"
+
+namespace larkspin {
+
+// How many buttons are looked at between two turns of the events.
+static constexpr int stepsInPass = 17;
+
+HostHandle WindowTreeHost::hostFrame() {
+    return windows_.frame();
+}
+
+HostHandle WindowTreeHost::findChatRoom() {
+    return windows_.room();
+}
+
+// The name stands between the greeting and its exclamation mark.
+std::string WindowTreeHost::currentScreenName() {
+    std::string greeting;
+    windows_.child([&](HostHandle window) {
+        greeting = windows_.caption(window);
+        return greeting.starts_with(window::welcome);
+    });
+    if (!greeting.starts_with(window::welcome))
+        return {};
+    const std::size_t start = std::string_view(window::welcome).size();
+    return greeting.substr(start, greeting.find('!') - start);
+}
+
+void WindowTreeHost::hideWelcomeWindow() {
+    const std::string greeting = window::welcome + currentScreenName() + "!";
+    HostHandle found = windows_.childCalled(greeting + " ");
+    if (found == noHandle)
+        found = windows_.childCalled(greeting);
+    showHostWindow(found, ShowCommand::hide);
+}
+
+HostHandle WindowTreeHost::roomInput() const {
+    return windows_.first(windows_.room(), window::input);
+}
+
+void WindowTreeHost::setRoomInput(HostHandle input, const std::string& text) {
+    ++inputsSet_;
+    calls_.sendText(input, window::setText, toSingleByte(text));
+}
+
+// In the turn of the events another line may have been said, or the input line been cleared: this
+// one is then written anew, so that it isn't lost.
+void WindowTreeHost::sendChatLine(const std::string& line) {
+    const HostHandle input = roomInput();
+    if (input == noHandle)
+        return;
+    setRoomInput(input, line);
+    const unsigned asOf = inputsSet_;
+    loop_.serveTurn();
+    if (inputsSet_ != asOf)
+        setRoomInput(input, line);
+    calls_.send(input, window::character, window::returnKey, 0);
+}
+
+void WindowTreeHost::clearChatInput() {
+    if (const HostHandle input = roomInput())
+        setRoomInput(input, "");
+}
+
+HostHandle WindowTreeHost::peopleList() {
+    return windows_.first(windows_.room(), window::listbox);
+}
+
+HostHandle WindowTreeHost::ejectedList() {
+    const HostHandle room = windows_.room();
+    const HostHandle people = windows_.first(room, window::listbox);
+    return people == noHandle ? noHandle : windows_.next(room, people, window::listbox);
+}
+
+void WindowTreeHost::readHostList(HostHandle list, RowList& names, bool includeSelf) {
+    const std::string self = includeSelf ? std::string() : currentScreenName();
+    for (const std::string& name : readHostRows(calls_, list))
+        if (includeSelf || name != self)
+            names.add(name);
+}
+
+void WindowTreeHost::selectHostRow(HostHandle list, int row) {
+    if (row >= 0)
+        calls_.send(list, window::setCurrentRow, static_cast<unsigned>(row), 0);
+}
+
+// Goes round and round through the room's buttons; behind the last one comes none, and then the
+// first again.
+HostHandle WindowTreeHost::findRoomIcon(const std::string& pattern) {
+    HostHandle icon = firstIcon(windows_.room());
+    return waitForHost(loop_, [&]() -> std::optional<HostHandle> {
+        const HostHandle room = windows_.room();
+        if (room == noHandle)
+            return noHandle;
+        for (int step = 0; step < stepsInPass; ++step) {
+            icon = windows_.next(room, icon, window::icon);
+            if (icon != noHandle && fits(controlText(icon), pattern))
+                return icon;
+        }
+        return std::nullopt;
+    });
+}
+
+bool WindowTreeHost::iconVisible(HostHandle icon) {
+    return calls_.visible(icon) == 1;
+}
+
+void WindowTreeHost::holdIcon(HostHandle icon) {
+    holdButton(calls_, icon);
+}
+
+void WindowTreeHost::releaseIcon(HostHandle icon) {
+    releaseButton(calls_, icon);
+}
+
+void WindowTreeHost::pressByKey(HostHandle icon) {
+    postKeyPress(calls_, icon);
+}
+
+bool WindowTreeHost::enterKeyword(const std::string& keyword) {
+    const HostHandle edit = windows_.keywordBox();
+    if (edit == noHandle)
+        return false;
+    calls_.sendText(edit, window::setText, toSingleByte(keyword));
+    calls_.send(edit, window::character, window::spaceKey, 0);
+    calls_.send(edit, window::character, window::returnKey, 0);
+    return true;
+}
+
+void WindowTreeHost::gotoKeyword(const std::string& keyword) {
+    enterKeyword(keyword);
+}
+
+void WindowTreeHost::sendInstantMessage(const std::string& addressee, const std::string& body) {
+    messages_.send(addressee, body);
+}
+
+// By its caption, since that is what a window is brought forward by.
+void WindowTreeHost::bringHostForward() {
+    const std::string caption = calls_.caption(windows_.frame());
+    if (!caption.empty())
+        calls_.activate(caption);
+}
+
+void WindowTreeHost::closeHost() {
+    if (const HostHandle frame = windows_.frame())
+        calls_.post(frame, window::close, 0, 0);
+}
+
+void WindowTreeHost::sendHostKeys(const std::string& keys) {
+    calls_.sendKeys(toSingleByte(keys));
+}
+
+std::string WindowTreeHost::windowCaption(HostHandle window) {
+    return windows_.caption(window);
+}
+
+std::string WindowTreeHost::controlText(HostHandle control) {
+    return control == noHandle ? std::string() : windows_.text(control);
+}
+
+HostHandle WindowTreeHost::modalWindow() {
+    return calls_.findWindow(window::modal);
+}
+
+HostHandle WindowTreeHost::downloadWindow() {
+    return windows_.download();
+}
+
+HostClient::Statics WindowTreeHost::statics(HostHandle window) {
+    Statics found;
+    found.first = windows_.first(window, window::label);
+    if (found.first != noHandle)
+        found.second = windows_.next(window, found.first, window::label);
+    return found;
+}
+
+HostHandle WindowTreeHost::firstIcon(HostHandle window) {
+    return windows_.first(window, window::icon);
+}
+
+void WindowTreeHost::showHostWindow(HostHandle window, ShowCommand command) {
+    if (window != noHandle)
+        calls_.show(window, static_cast<int>(command));
+}
+
+// Without the client's frame none will come.
+HostHandle WindowTreeHost::waitForClockNotice() {
+    return waitForHost(loop_, [this]() -> std::optional<HostHandle> {
+        const HostHandle notice = windows_.child([this](HostHandle window) {
+            return windows_.caption(window) == window::clientCaption &&
+                   firstIcon(window) != noHandle && statics(window).first != noHandle;
+        });
+        if (notice == noHandle && windows_.frame() != noHandle)
+            return std::nullopt;
+        return notice;
+    });
+}
+
+std::string WindowTreeHost::messengerAccount() {
+    const auto value = calls_.registryValue(window::messengerKey, window::messengerValue);
+    if (!value)
+        return {};
+    if (value->type == window::binaryValue)
+        return std::to_string(littleEndian(value->bytes.substr(0, 4)));
+    return fromSingleByte(value->bytes.substr(0, value->bytes.find('\0')));
+}
+
+} // namespace larkspin
