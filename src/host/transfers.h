@@ -12,7 +12,8 @@ class HostClient;
 
 class Transfers {
 public:
-    Transfers(const Core& core, HostClient& client) : core_(core), client_(client) {}
+    Transfers(const Core& core, HostClient& client)
+        : state_(core.state), dialogs_(core.dialogs), reply_(core.reply), client_(client) {}
 
     // The commands; the tray's `ustatz` asks for a box.
     void ustat();
@@ -29,8 +30,21 @@ public:
     void hideNewUpload();
 
 private:
-    [[maybe_unused]] Core core_;
-    [[maybe_unused]] HostClient& client_;
+    enum class AskedFrom { chat, tray };
+    struct Progress {
+        std::string file, percentage, minutes;
+    };
+
+    void reportUpload(AskedFrom where);
+    void tellUpload(const Progress& upload, AskedFrom where);
+    void tellOfNoUpload(AskedFrom where);
+    bool hideUpload();
+    std::string modalStatus(); // the first line of text in the client's modal window
+
+    AppState& state_;
+    Dialogs& dialogs_;
+    Reply& reply_;
+    HostClient& client_;
 };
 
 } // namespace larkspin

@@ -1,0 +1,87 @@
+#include "host/transfer_texts.h"
+
+#include "text/highlight.h"
+#include "text/number.h"
+#include "text/utf8.h"
+#include "text/wildcard.h"
+
+#include <optional>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::string_view beforeMinutes = "About ";
+constexpr std::string_view behindMinutes = " minutes remaining";
+
+std::string_view withoutFirst(std::string_view text, std::size_t count) {
+    return text.substr(prefixLength(text, count));
+}
+
+// What follows the mark and the character behind it. A text without the mark loses its first
+// character alone.
+std::string_view behind(std::string_view text, char mark) {
+    const auto at = text.find(mark);
+    return withoutFirst(at == text.npos ? text : text.substr(at + 1), 1);
+}
+
+bool fitsFrom(std::string_view text, char mark, std::string_view pattern) {
+    const auto at = text.find(mark);
+    return at != text.npos && fits(text.substr(at), pattern);
+}
+
+bool contains(std::string_view text, std::string_view part) {
+    return text.find(part) != text.npos;
+}
+
+std::string_view betweenWords(std::string_view timeLeft) {
+    return withoutLast(withoutFirst(timeLeft, beforeMinutes.size()), behindMinutes.size());
+}
+
+std::optional<std::string> minutes(std::string_view timeLeft) {
+    const auto value = number(betweenWords(timeLeft));
+    return value ? std::optional(numberText(*value)) : std::nullopt;
+}
+
+} // namespace
+
+std::string transferredFile(std::string_view status) {
+    return std::string(behind(status, 'g'));
+}
+
+bool tellsOfUpload(std::string_view status) {
+    return fitsFrom(status, 'w', "w Upload*");
+}
+
+bool tellsOfTransfer(std::string_view status) {
+    return fitsFrom(status, 'i', "ing *");
+}
+
+bool tellsOfEnd(std::string_view status) {
+    return contains(status, "File transfer complete.") || contains(status, "Upload aborted.");
+}
+
+std::string uploadPercentage(std::string_view caption) {
+    return std::string(withoutLast(highlight(behind(caption, '-'), "File Transfer - ", ""), 1));
+}
+
+std::string downloadPercentage(std::string_view caption) {
+    const auto percentage = behind(caption, '-');
+    return fits(percentage, "ile *") ? "calculating" : std::string(percentage);
+}
+
+std::string uploadMinutes(std::string_view timeLeft) {
+    if (auto told = minutes(timeLeft))
+        return *told;
+    if (timeLeft.starts_with('C'))
+        return "Calculating";
+    return timeLeft.starts_with('L') ? "less than 1" : std::string(timeLeft);
+}
+
+std::string downloadMinutes(std::string_view timeLeft) {
+    if (auto told = minutes(timeLeft))
+        return *told;
+    return betweenWords(timeLeft) == "a" ? "calculating" : "less than 1";
+}
+
+} // namespace larkspin
