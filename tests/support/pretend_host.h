@@ -15,10 +15,6 @@
 #include "support/pretend_windows.h"
 #include "support/virtual_machine.h"
 
-#include <chrono>
-#include <string>
-#include <vector>
-
 namespace larkspin {
 
 class PretendHost : public PretendWindows {
@@ -28,56 +24,47 @@ public:
 
     WindowTreeHost host; // the program's side of it
 
-    // The room.
-    Lines people{"Owner"}, ejected;
-    Lines ignored;             // switched by the button, in the order of the presses
-    bool ownsRoom = false;     // whether the button to the ejected people is to be seen
-    bool showsEjected = false; // by that button, until the one back to the people
-    Lines pressedButtons;      // their captions, of whichever window
-    HostHandle room = 0;       // `remove` it and the owner is in none
-    HostHandle addRoom();      // another one, behind those that are there, with nobody in it
-    HostHandle roomButton(const std::string& caption);
-    HostHandle peopleList = 0, ejectedList = 0;
+    // The room. The button to the ejected people is to be seen by whoever owns it.
+    Lines people{"Owner"}, ejected, ignored;
+    bool ownsRoom = false;
+    HostHandle addRoom(); // another one, behind those that are there, with nobody in it
+    Lines pressedButtons; // their captions, of whichever window
 
     // The owner signs on, or off with an empty name. His greeting is a window.
     void signOn(const std::string& screenName);
-    HostHandle welcome = 0;
 
     // Where he is led to. Message windows and the clock's notice come after a while, or never.
     Lines keywords;
     std::chrono::milliseconds opening{50};
     bool opensWindows = true;
     std::string clockText = "You have been online for. 12 minutes.";
-    HostHandle clockNotice = 0;
 
-    // Private messages: "addressee: body". A switch is answered by a box, any other one goes.
+    // Private messages: "addressee: body". One to a switch is answered by a box.
     Lines messages;
     HostHandle addMessageWindow(const std::string& addressee);
 
-    // Windows of transfers and notices; they replace the one before.
-    void showModal(const std::string& caption, const std::string& first,
-                   const std::string& second = {});
-    void hideModal() { remove(modal); }
-    void showDownload(const std::string& caption, const std::string& first,
-                      const std::string& second = {});
-    HostHandle modal = 0, download = 0;
+    // Windows of transfers and notices, in place of the one before.
+    void showModal(const std::string& caption, const Lines& texts);
+    void showDownload(const std::string& caption, const Lines& texts);
 
-    HostHandle frame, area; // the frame, and in it what holds the children
+    // `remove` the room and the owner is in none, the frame and the client is gone.
+    HostHandle frame, area, room = 0, peopleList = 0, ejectedList = 0;
+    HostHandle welcome = 0, modal = 0, download = 0;
     HostHandle addChild(const std::string& caption) { return add(area, "AOL Child", caption); }
 
     int visible(HostHandle window) override;
 
 protected:
-    void pressed(HostHandle window) override;
-    void entered(HostHandle window) override;
+    void pressed(HostHandle button) override;
+    void entered(HostHandle field) override;
 
 private:
-    void pressRoomButton(const std::string& caption);
-    void open(const std::string& keyword);
+    void addAll(HostHandle to, const std::string& className, const Lines& texts);
+    void pressInRoom(const std::string& button);
+    void open(const std::string& place);
     void sendMessage(HostHandle window);
 
     VirtualMachine& machine_;
-    HostHandle keywordBox_ = 0;
 };
 
 } // namespace larkspin
