@@ -1,14 +1,290 @@
-// The chat client as a tree of windows, worked by the program and directly.
+// The chat client as a tree of windows. The owner's lines go through it, and each operation is
+// tried on windows that come late, stand in another order, or aren't there.
+#include "host/host_bytes.h"
 #include "support/pretend_host.h"
 #include "support/talk.h"
+#include "text/row_list.h"
 
 namespace larkspin {
 
-TEST(WindowTree, CarriesTheTalk) {
+namespace {
+
+struct WindowTree : testing::Test {
+    WindowTree() { machine.start(); }
+
+    std::chrono::duration<double> timeOf(const Task& operation) {
+        const Nanoseconds start = machine.loop.now();
+        operation();
+        return machine.loop.now() - start;
+    }
+    Lines namesIn(HostHandle list, bool includeSelf = true) {
+        RowList names;
+        client.readHostList(list, names, includeSelf);
+        Lines read;
+        for (int row = 0; row < names.count(); ++row)
+            read.emplace_back(names.row(row));
+        return read;
+    }
+    std::string captionOf(HostHandle icon) { return client.controlText(icon); }
+
     VirtualMachine machine;
-    PretendHost host(machine);
-    machine.start();
+    PretendHost host{machine};
+    HostClient& client = host.host;
+};
+
+} // namespace
+
+TEST_F(WindowTree, CarriesTheTalk) {
+    EXPECT_EQ(machine.answer("'save \u00E4\u20AC\u4E2D"),
+              "saved playlist <b>\u00E4\u20AC?.lkl</b>, <b>0</b> files"); // as far as the client
+                                                                          // has the letters
+}
+
+TEST_F(WindowTree, SaysInTheFirstRoomAndNowhereWithoutOne) {
+    const HostHandle second = host.addRoom();
+    EXPECT_EQ(client.findChatRoom(), host.room);
+    host.remove(host.room);
+    EXPECT_EQ(client.findChatRoom(), second);
     EXPECT_EQ(machine.answer("'clear"), "chat window cleared");
+    host.remove(host.findChild(second, 0, "_AOL_Combobox"));
+    EXPECT_EQ(client.findChatRoom(), noHandle);
+    EXPECT_EQ(machine.answer("'clear"), "");
+    EXPECT_EQ(client.peopleList(), noHandle);
+}
+
+TEST_F(WindowTree, LosesNoLineToAnotherOne) {
+    machine.forget();
+    machine.loop.post([&] { client.sendChatLine("in between"); });
+    client.sendChatLine("first");
+    machine.loop.post([&] { client.clearChatInput(); });
+    client.sendChatLine("last");
+    EXPECT_EQ(machine.allSaid(), (Lines{"in between", "first", "last"}));
+}
+
+TEST_F(WindowTree, KnowsTheOwnerByHisGreeting) {
+    host.signOn("");
+    EXPECT_EQ(client.currentScreenName(), "");
+    const std::pair<const char*, const char*> greetings[] = {
+        {"welcome, Low!", ""}, {"Dear Welcome, X!", ""}, {"Welcome, J\xF6!! ", "J\u00F6"},
+        {"Welcome, ", ""},     {"Welcome, Un", "Un"},    {"Welcome, !", ""}};
+    for (const auto& [caption, name] : greetings) {
+        SCOPED_TRACE(caption);
+        const HostHandle window = host.addChild(caption);
+        EXPECT_EQ(client.currentScreenName(), name);
+        host.remove(window);
+    }
+}
+
+TEST_F(WindowTree, HidesTheGreetingInBothForms) {
+    client.hideWelcomeWindow();
+    EXPECT_EQ(host.shown.back(), (std::pair<HostHandle, int>(host.welcome, 0)));
+    EXPECT_EQ(client.currentScreenName(), "Owner");
+    host[host.welcome].text = "Welcome, Owner!";
+    client.hideWelcomeWindow();
+    EXPECT_EQ(host.shown.size(), 2u);
+    host[host.welcome].text = "Welcome, Owner!!";
+    client.hideWelcomeWindow();
+    EXPECT_EQ(host.shown.size(), 2u);
+}
+
+TEST_F(WindowTree, ReadsTheListsRowByRow) {
+    host.people = {"Owner", "fifteen letters", "sixteen letters!", "", "\xC5\x8D", "last"};
+    const Lines names = {"Owner", "fifteen letters", "sixteen letters!",
+                         "",      "\u00C5\u008D",    "last"};
+    EXPECT_EQ(namesIn(client.peopleList()), names);
+    EXPECT_EQ(namesIn(client.peopleList(), false), Lines(names.begin() + 1, names.end()));
+    EXPECT_EQ(namesIn(client.ejectedList()), Lines{});
+    host.unreadableRow = 1;
+    EXPECT_EQ(namesIn(client.peopleList())[1], "");
+    EXPECT_EQ(namesIn(client.peopleList())[2], "sixteen letters!");
+    host.mayBeRead = false;
+    EXPECT_EQ(namesIn(client.peopleList()), Lines{});
+    EXPECT_EQ(namesIn(noHandle), Lines{});
+    EXPECT_EQ(host.openProcesses, 0);
+    client.selectHostRow(client.peopleList(), 4);
+    EXPECT_EQ(host[host.peopleList].row, 4u);
+}
+
+TEST_F(WindowTree, BelievesNoListLongerThanAListCanBe) {
+    host.people.assign(40000, "somebody");
+    EXPECT_EQ(namesIn(client.peopleList()).size(), 32767u);
+}
+
+TEST_F(WindowTree, FindsTheRoomsButtons) {
+    EXPECT_EQ(captionOf(client.findRoomIcon("Eject M*")), "Eject Member");
+    EXPECT_EQ(captionOf(client.findRoomIcon("Find")), "Find"); // the first one
+    for (int more = 0; more < 50; ++more)
+        host.add(host.room, "_AOL_Icon", "other");
+    host.add(host.room, "_AOL_Icon", "Last");
+    EXPECT_EQ(captionOf(client.findRoomIcon("La*")), "Last");
+    EXPECT_FALSE(client.iconVisible(client.findRoomIcon("Ejecte*")));
+    host.ownsRoom = true;
+    EXPECT_TRUE(client.iconVisible(client.findRoomIcon("Ejecte*")));
+}
+
+TEST_F(WindowTree, WaitsForAButtonWithinItsBound) {
+    machine.loop.once(3s, [&] { host.add(host.room, "_AOL_Icon", "Late"); });
+    EXPECT_EQ(captionOf(client.findRoomIcon("Lat*")), "Late");
+    HostHandle found = 1;
+    EXPECT_NEAR(timeOf([&] { found = client.findRoomIcon("ejecte*"); }).count(), 10, 0.1);
+    EXPECT_EQ(found, noHandle);
+    machine.loop.once(2s, [&] { host.remove(host.room); });
+    EXPECT_NEAR(timeOf([&] { client.findRoomIcon("never"); }).count(), 2, 0.1);
+    EXPECT_EQ(timeOf([&] { client.findRoomIcon("never"); }), 0s);
+}
+
+TEST_F(WindowTree, PressesWithBothHalves) {
+    const HostHandle icon = client.findRoomIcon("Find");
+    client.holdIcon(icon);
+    EXPECT_EQ(host.pressedButtons, Lines{});
+    client.releaseIcon(icon);
+    client.releaseIcon(icon);
+    EXPECT_EQ(host.pressedButtons, Lines{"Find"});
+    client.pressByKey(icon);
+    EXPECT_EQ(host.pressedButtons, (Lines{"Find", "Find"}));
+}
+
+TEST_F(WindowTree, WorksTheFrame) {
+    client.bringHostForward();
+    EXPECT_EQ(host.activated, Lines{"America  Online"});
+    client.sendHostKeys("%MRO");
+    EXPECT_EQ(host.keys, Lines{"%MRO"});
+    client.gotoKeyword("caf\u00E9");
+    EXPECT_EQ(host.keywords, Lines{"caf\xE9"});
+    client.closeHost();
+    EXPECT_EQ(host.closed, std::vector<HostHandle>{host.frame});
+    client.bringHostForward();
+    EXPECT_EQ(host.activated.size(), 1u);
+}
+
+TEST_F(WindowTree, SendsPrivateMessages) {
+    client.sendInstantMessage("somebody", "hi \u2122");
+    client.sendInstantMessage("$IM_ON", "lks");
+    EXPECT_EQ(host.messages, (Lines{"somebody: hi \x99", "$IM_ON: lks"}));
+    EXPECT_EQ(host.closed.size(), 1u); // the window that the box stood in front of
+    EXPECT_EQ(host.findWindow("#32770"), noHandle);
+}
+
+// The owner is writing one himself, and one is asked for while another waits for its window.
+TEST_F(WindowTree, KeepsPrivateMessagesApart) {
+    const HostHandle own = host.addMessageWindow("friend");
+    const HostHandle text = host.findChild(own, 0, "RICHCNTL");
+    host[text].text = "half a message";
+    machine.loop.once(20ms, [&] {
+        client.sendInstantMessage("$IM_OFF", "off");
+        client.sendInstantMessage("b", "to b");
+    });
+    client.sendInstantMessage("$IM_ON", "on");
+    EXPECT_EQ(host.messages, (Lines{"$IM_ON: on", "$IM_OFF: off", "b: to b"}));
+    EXPECT_EQ(host[text].text, "half a message");
+}
+
+TEST_F(WindowTree, GivesUpWindowsThatDontCome) {
+    host.opensWindows = false;
+    const auto send = [&] { client.sendInstantMessage("x", "y"); };
+    EXPECT_NEAR(timeOf(send).count(), 10, 0.1);
+    EXPECT_NEAR(timeOf([&] { client.waitForClockNotice(); }).count(), 10, 0.1);
+    host.remove(host.findChild(host.frame, 0, "AOL Toolbar"));
+    EXPECT_EQ(timeOf(send), 0s); // there is nowhere to ask for one
+    host.remove(host.frame);
+    EXPECT_EQ(timeOf([&] { client.waitForClockNotice(); }), 0s);
+}
+
+TEST_F(WindowTree, WaitsForTheClock) {
+    host.addChild("America Online"); // without a text
+    client.gotoKeyword("online clock");
+    const HostHandle notice = client.waitForClockNotice();
+    EXPECT_EQ(captionOf(client.statics(notice).first), host.clockText);
+    EXPECT_EQ(client.statics(notice).second, noHandle);
+    client.pressByKey(client.firstIcon(notice));
+    EXPECT_FALSE(host.has(notice));
+}
+
+TEST_F(WindowTree, TellsADownloadByItsControls) {
+    EXPECT_EQ(client.downloadWindow(), noHandle);
+    host.showDownload("File Transfer - 3%", {"a"});
+    EXPECT_EQ(client.downloadWindow(), host.download);
+    host.remove(client.firstIcon(host.download));
+    EXPECT_EQ(client.downloadWindow(), noHandle);
+    host.add(host.download, "_AOL_Button");
+    EXPECT_EQ(client.downloadWindow(), host.download);
+}
+
+TEST_F(WindowTree, ReadsTheMessengersAccount) {
+    EXPECT_EQ(client.messengerAccount(), "");
+    const std::pair<RegistryValue, const char*> values[] = {
+        {{1, std::string("Jo\xEB\0rest", 8)}, "Jo\u00EB"},
+        {{1, "whole"}, "whole"},
+        {{1, ""}, ""},
+        {{3, std::string("\x39\x30\0\0", 4)}, "12345"},
+        {{3, "\x07"}, "7"},
+        {{3, "\xFF\xFF\xFF\xFF more"}, "4294967295"}};
+    for (const auto& [value, account] : values) {
+        host.registry["Software\\America Online\\AOL Instant Messenger (TM)\\CurrentVersion\\"
+                      "Login|Screen Name"] = value;
+        EXPECT_EQ(client.messengerAccount(), account);
+    }
+}
+
+// Whatever is under way, at whichever call: nothing is followed that isn't there, and no wait goes
+// on.
+TEST_F(WindowTree, OutlivesTheClientAtEveryCall) {
+    const std::function<void(HostClient&)> operations[] = {
+        [](HostClient& c) { c.sendChatLine("x"); },
+        [](HostClient& c) { c.hideWelcomeWindow(); },
+        [](HostClient& c) {
+            RowList names;
+            c.readHostList(c.peopleList(), names, false);
+        },
+        [](HostClient& c) { c.selectHostRow(c.ejectedList(), 0); },
+        [](HostClient& c) { c.pressIcon(c.findRoomIcon("Ignor*")); },
+        [](HostClient& c) { c.sendInstantMessage("$IM_ON", "x"); },
+        [](HostClient& c) {
+            c.gotoKeyword("online clock");
+            c.pressByKey(c.firstIcon(c.waitForClockNotice()));
+        },
+        [](HostClient& c) { c.controlText(c.statics(c.downloadWindow()).second); },
+        [](HostClient& c) { c.showHostWindow(c.modalWindow(), ShowCommand::restore); },
+        [](HostClient& c) {
+            c.bringHostForward();
+            c.closeHost();
+        }};
+    for (const auto& operation : operations) {
+        bool vanished = true;
+        for (int at = 1; vanished; ++at) {
+            PretendHost dying(machine);
+            dying.showDownload("File Transfer - 3%", {"a", "b"});
+            dying.showModal("File Transfer - 3%", {"a", "b"});
+            dying.vanishAt = dying.calls + at;
+            const auto time = timeOf([&] { operation(dying.host); });
+            vanished = dying.calls >= dying.vanishAt;
+            EXPECT_LE(time, 1s) << at;
+            EXPECT_EQ(dying.openProcesses, 0) << at;
+            machine.advance(1s);
+        }
+    }
+    machine.host = &machine.room;
+}
+
+// The program ends, and starts anew, while a message waits for its window.
+TEST_F(WindowTree, OutlivesTheProgramsEnd) {
+    host.opensWindows = false;
+    EXPECT_FALSE(machine.run([&] {
+        machine.loop.once(1s, [&] { machine.process.end(); });
+        client.sendInstantMessage("x", "y");
+    }));
+    host.opensWindows = true;
+    client.sendInstantMessage("x", "z");
+    EXPECT_EQ(host.messages, Lines{"x: z"});
+}
+
+TEST(HostBytes, SurviveTheWayThereAndBack) {
+    std::string all;
+    for (int byte = 1; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    EXPECT_EQ(toSingleByte(fromSingleByte(all)), all);
+    EXPECT_EQ(fromSingleByte("\x80\xAC"), "\u20AC\u00AC");
+    EXPECT_EQ(toSingleByte(std::string("a\0b", 3) + "\u4E2D\xFF\u0100"), "ab?\xFF?");
 }
 
 } // namespace larkspin
