@@ -40,12 +40,10 @@ TEST_F(Transfers, TellOfNoneOnceOrTwice) {
                        Turn("'dstat", "[box] " + noDownload)});
     EXPECT_EQ(tray("ustatz"), "[box] " + noUpload);
     EXPECT_EQ(tray("upzoff"), "[box] " + noUpload);
-}
-
-TEST_F(Transfers, AreSilentAboutMissingOnesInIdleMode) {
     startIdleMode();
-    converse(machine, {Turn({"'ustat", "'dstat"}, "")});
     EXPECT_EQ(tray("ustatz"), "");
+    converse(machine, {Turn({"'ustat", "'dstat"}, ""), Turn("'silentoff", "silent mode - <b>off"),
+                       Turn({"'ustat", "'dstat"}, "")});
 }
 
 TEST_F(Transfers, TellHowFarAnUploadIs) {
@@ -147,15 +145,11 @@ TEST_F(Transfers, LeaveOtherWindowsAlone) {
     upload("Uploading x"); // runs, but isn't called an upload by the word before
     EXPECT_EQ(machine.saidWithin(3s), Lines{"auto-upchat enabled"});
     EXPECT_EQ(host.shown, Shown{});
-}
-
-TEST_F(Transfers, AreHiddenWithoutAWordInSilence) {
-    machine.state().silnt = true;
-    upload("Now Uploading a.mp3");
+    upload(""); // over
+    machine.owner("'silent", 1s);
+    upload("Now Uploading x");
     EXPECT_EQ(machine.saidWithin(3s), Lines{});
     EXPECT_EQ(host.shown.size(), 2u);
-    EXPECT_EQ(tray("upzon"), "");
-    EXPECT_EQ(host.shown.size(), 4u);
 }
 
 } // namespace larkspin
