@@ -1,46 +1,108 @@
-// A room of the owner's own, where he is alone: what he types is said under his name, and so is
-// what the program says for him.
+// The room for when there is no chat client: the owner's own, and where nobody else is but those
+// who are let in by name. What he types is said under his name, and so is what the program says for
+// him. He owns it, and the private rooms that he enters from it: he may put people out.
+//
+// What a client could do beside that has no meaning here and does nothing.
 #pragma once
 
 #include "chat/chat_lines.h"
 #include "host/host_client.h"
+#include "host/room_handles.h"
+#include "host/room_people.h"
+#include "text/row_list.h"
 
 #include <functional>
+#include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <vector>
 
 namespace larkspin {
 
-class OwnRoom : public HostClient {
+class OwnRoom : public HostClient, public RoomPeople {
 public:
-    // Shows a line that was said to the owner.
-    using Show = std::function<void(const ChatLine& line)>;
+    // How the owner is shown a line, and what happens beside the lines: somebody came or went.
+    struct Shown {
+        std::function<void(const ChatLine& line)> line;
+        std::function<void(const std::string& text)> message;
+    };
 
-    OwnRoom(ChatLines& lines, std::string screenName, Show show)
-        : lines_(lines), screenName_(std::move(screenName)), show_(std::move(show)) {}
+    OwnRoom(ChatLines& lines, std::string screenName, Shown shown);
+    OwnRoom(const OwnRoom&) = delete;
+    OwnRoom& operator=(const OwnRoom&) = delete;
+
+    static constexpr std::string_view firstRoom = "lobby";
+    static constexpr std::size_t longestName = 64; // characters, of a person or a room
+    static constexpr std::size_t mostRooms = 100;  // with 32,767 people in each
+
+    // A line that the owner says himself. These are to be called from an event of its own each.
+    void say(const std::string& line);
+    void sayShown(const std::string& line); // that he sees already
+
+    // Somebody else comes in without a word, says something, which brings him in as well, or goes.
+    // Without regard to case a name is one person's, who is shown as he was first called; the
+    // owner's can't be borrowed. What others say while they are kept out isn't heard, and what they
+    // say while they are ignored isn't shown either.
+    void comeIn(const std::string& name);
+    void sayAs(const ChatLine& line);
+    void leave(const std::string& name);
+
+    // A private message to the owner, from wherever.
+    void whisper(const std::string& name, const std::string& text);
+
+    // A room keeps its people, and whom it keeps out, while the owner is elsewhere. Whom he
+    // ignores, he ignores in all of them.
+    void enterRoom(std::string_view name);
+    const std::string& roomName() const { return here().name; }
+    bool ignores(std::string_view name) const { return ignored_.contains(name); }
+
+    const RowList& people() const override { return here().people; }
+    const RowList& ejected() const override { return here().ejected; }
+    bool ownerMayEject() const override { return true; }
+    void toggleIgnored(const std::string& name) override;
+    void eject(const std::string& name) override;
+    void allow(const std::string& name) override;
 
     std::string currentScreenName() override { return screenName_; }
-    void sendChatLine(const std::string& line) override {
-        show_({screenName_, line});
-        lines_.said({screenName_, line});
-    }
+    void sendChatLine(const std::string& line) override;
     void clearChatInput() override {} // what the owner is typing is nobody else's
 
-    // A line that the owner says himself, or that is said to be somebody else's. To be called from
-    // an event of its own.
-    void say(const std::string& line) { sayAs({screenName_, line}); }
-    void sayAs(const ChatLine& line) {
-        show_(line);
-        lines_.heard(line);
-    }
+    HostHandle findChatRoom() override { return handles_.findChatRoom(); }
+    HostHandle peopleList() override { return handles_.peopleList(); }
+    HostHandle ejectedList() override { return handles_.ejectedList(); }
+    void readHostList(HostHandle list, RowList& names, bool includeSelf) override;
+    void selectHostRow(HostHandle list, int row) override { handles_.selectHostRow(list, row); }
+    HostHandle findRoomIcon(const std::string& pattern) override;
+    bool iconVisible(HostHandle icon) override { return handles_.iconVisible(icon); }
+    void holdIcon(HostHandle icon) override { handles_.holdIcon(icon); }
+    void releaseIcon(HostHandle icon) override { handles_.releaseIcon(icon); }
+    std::string controlText(HostHandle icon) override { return handles_.controlText(icon); }
 
-    // The same for a line that he sees already.
-    void sayShown(const std::string& line) { lines_.heard({screenName_, line}); }
+    void gotoKeyword(const std::string& keyword) override;
+    void sendInstantMessage(const std::string& addressee, const std::string& body) override;
 
 private:
+    struct Place {
+        std::string name;
+        RowList people = RowList(), ejected = RowList();
+    };
+
+    const Place& here() const { return rooms_[current_]; }
+    Place& here() { return rooms_[current_]; }
+    bool isOwner(std::string_view name) const;
+    bool isTooLong(std::string_view name) const;
+    std::optional<std::string> othersName(const std::string& given) const;
+    std::optional<std::string> admit(const std::string& given);
+    std::optional<std::size_t> findOrMakeRoom(const std::string& name);
+
     ChatLines& lines_;
     std::string screenName_;
-    Show show_;
+    Shown shown_;
+    std::vector<Place> rooms_; // never empty
+    std::size_t current_ = 0;
+    RowList ignored_;
+    bool takesMessages_ = true;
+    RoomHandles handles_{*this};
 };
 
 } // namespace larkspin

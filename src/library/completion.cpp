@@ -155,4 +155,19 @@ Completion completionOf(const AppState& state, std::string_view typed) {
     return {};
 }
 
+Completion completionAmong(const std::vector<CompletedWord>& words, std::string_view typed) {
+    Fitting fitting(typed);
+    const std::string beginning = foldCase(typed);
+    bool takesArgument = true;
+    for (const auto& [word, arguments] : words) {
+        if (!foldCase(word).starts_with(beginning))
+            continue;
+        fitting.add(word, arguments.empty() ? word : word + ' ' + arguments);
+        takesArgument = takesArgument && !arguments.empty() && !arguments.starts_with('[');
+    }
+    if (fitting.isOne() && takesArgument)
+        fitting.becomes(fitting.common() + " ");
+    return fitting.completion();
+}
+
 } // namespace larkspin

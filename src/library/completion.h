@@ -25,4 +25,11 @@ inline constexpr std::size_t mostChoices = 40;
 // have them. Behind `num` the name of a song becomes its number. Nothing at all when nothing fits.
 Completion completionOf(const AppState& state, std::string_view typed);
 
+// The same among words of a front end's own, each with what is typed behind it; one that can't be
+// without an argument, which doesn't open with a bracket, gets the blank in front of that.
+struct CompletedWord {
+    std::string word, arguments;
+};
+Completion completionAmong(const std::vector<CompletedWord>& words, std::string_view typed);
+
 } // namespace larkspin

@@ -198,8 +198,10 @@ protected:
     QueuedOutput output{loop, out.in()};
     TerminalScreen screen{output, output, TerminalScreen::Form::protocol};
     ChatLines lines{loop};
-    OwnRoom room{lines, "jo",
-                 [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); }};
+    OwnRoom room{lines,
+                 "jo",
+                 {[this](const ChatLine& line) { screen.showLine(line.speaker, line.text); },
+                  [this](const std::string& text) { screen.showRoom(text); }}};
     TerminalDesktop desktop{screen};
     TerminalCommands commands{screen, desktop, room};
     Window toy, other;

@@ -40,7 +40,8 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenNa
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
       dialogs(screen, input_, std::move(readPath)), desktop(screen),
       room(lines, screenName,
-           [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); }),
+           {.line = [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); },
+            .message = [this](const std::string& text) { screen.showRoom(text); }}),
       commands_(screen, desktop, room) {
     std::signal(SIGPIPE, SIG_IGN);
     if (inputIsTerminal() && outputIsTerminal()) {
@@ -66,7 +67,9 @@ void Terminal::completeBy(LineEditor::Complete complete) {
     if (!editor_)
         return;
     editor_->onTab([this, complete = std::move(complete)](std::string_view typed) {
-        const Completion completion = complete(typed);
+        const bool isWord = typed.starts_with('/') && typed.find(' ') == typed.npos;
+        const Completion completion =
+            isWord ? TerminalCommands::completionOf(typed) : complete(typed);
         showChoices(completion);
         return completion;
     });

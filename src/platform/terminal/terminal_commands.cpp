@@ -1,9 +1,9 @@
 #include "platform/terminal/terminal_commands.h"
 
-#include "host/own_room.h"
 #include "platform/terminal/description_text.h"
 #include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_screen.h"
+#include "platform/terminal/typed_words.h"
 #include "shell/control_events.h"
 #include "text/fold.h"
 #include "text/number.h"
@@ -17,19 +17,6 @@ namespace larkspin {
 namespace {
 
 using Kind = Control::Kind;
-
-// Takes the first word off the front, with the blanks before it.
-std::string_view takeWord(std::string_view& rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-    const std::string_view word = rest.substr(0, rest.find(' '));
-    rest.remove_prefix(word.size());
-    return word;
-}
-
-// What stands behind the one blank that ends a word, as typed.
-std::string textBehind(std::string_view rest) {
-    return std::string(rest.substr(rest.empty() ? 0 : 1));
-}
 
 bool isLetter(char byte) {
     return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
@@ -83,7 +70,10 @@ std::span<const TerminalCommands::Word> TerminalCommands::words() {
         {"choose", "ENTRY", "chooses from the menu that popped up last", &Self::choose},
         {"tray", "", "double clicks the tray icon", &Self::tray},
         {"now", "LINE", "says a line without waiting for the one at work", &Self::now},
-        {"as", "NAME TEXT", "lets somebody else say something", &Self::as},
+        {"as", "NAME [TEXT]", "lets somebody else come in, and say something", &Self::as},
+        {"bye", "NAME", "lets somebody else leave", &Self::bye},
+        {"whisper", "NAME TEXT", "lets somebody send you a private message", &Self::whisper},
+        {"room", "[NAME]", "tells who is in the room, or goes to another one", &Self::room},
         {"help", "", "prints this", &Self::help},
         {"quit", "", "saves and ends", &Self::quit},
     };
@@ -109,6 +99,13 @@ bool TerminalCommands::isMeantForIt(std::string_view line) {
 
 bool TerminalCommands::knows(std::string_view line) {
     return isMeantForIt(line) && wordOf(line) != nullptr;
+}
+
+Completion TerminalCommands::completionOf(std::string_view typed) {
+    std::vector<CompletedWord> all;
+    for (const Word& word : words())
+        all.push_back({'/' + std::string(word.name), std::string(word.arguments)});
+    return completionAmong(all, typed);
 }
 
 void TerminalCommands::run(const std::string& line) {
@@ -283,21 +280,6 @@ bool TerminalCommands::choose(std::string_view rest) {
 
 bool TerminalCommands::tray(std::string_view) {
     desktop_.doubleClickTray();
-    return true;
-}
-
-bool TerminalCommands::now(std::string_view rest) {
-    if (rest.empty())
-        return false;
-    room_.say(textBehind(rest));
-    return true;
-}
-
-bool TerminalCommands::as(std::string_view rest) {
-    const auto name = takeWord(rest);
-    if (name.empty() || rest.empty())
-        return false;
-    room_.sayAs({std::string(name), textBehind(rest)});
     return true;
 }
 

@@ -3,6 +3,8 @@
 // room. What can't be done is told on the screen.
 #pragma once
 
+#include "library/completion.h"
+#include "platform/terminal/room_words.h"
 #include "shell/window.h"
 
 #include <optional>
@@ -20,7 +22,7 @@ class TerminalScreen;
 class TerminalCommands {
 public:
     TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop, OwnRoom& room)
-        : screen_(screen), desktop_(desktop), room_(room) {}
+        : screen_(screen), desktop_(desktop), roomWords_(screen, room) {}
 
     // From now on these windows can be worked, and `/quit` calls the task. The windows must live
     // on.
@@ -30,6 +32,9 @@ public:
     // word or not.
     static bool isMeantForIt(std::string_view line);
     static bool knows(std::string_view line);
+
+    // What a slash with the beginning of a word can become.
+    static Completion completionOf(std::string_view typed);
 
     // Of a line that is meant for the terminal.
     void run(const std::string& line);
@@ -59,8 +64,11 @@ private:
     bool menu(std::string_view rest);
     bool choose(std::string_view rest);
     bool tray(std::string_view rest);
-    bool now(std::string_view rest);
-    bool as(std::string_view rest);
+    bool now(std::string_view rest) { return roomWords_.now(rest); }
+    bool as(std::string_view rest) { return roomWords_.as(rest); }
+    bool bye(std::string_view rest) { return roomWords_.bye(rest); }
+    bool whisper(std::string_view rest) { return roomWords_.whisper(rest); }
+    bool room(std::string_view rest) { return roomWords_.room(rest); }
     bool help(std::string_view rest);
     bool quit(std::string_view rest);
 
@@ -75,7 +83,7 @@ private:
 
     TerminalScreen& screen_;
     TerminalDesktop& desktop_;
-    OwnRoom& room_;
+    RoomWords roomWords_;
     std::vector<Window*> windows_;
     Task quit_ = [] {};
 };

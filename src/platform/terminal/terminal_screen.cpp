@@ -66,6 +66,15 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
         put(output_, "\x1b[1m" + bracketed + "\x1b[0m" + shownText(withoutGaps(text)) + '\n');
 }
 
+// On one line: others choose the names in it.
+void TerminalScreen::showRoom(const std::string& text) {
+    constexpr std::string_view head = "room";
+    if (form_ == Form::protocol)
+        show(head, text);
+    else
+        put(output_, "\x1b[2m[" + std::string(head) + "] " + shownName(text) + "\x1b[0m\n");
+}
+
 void TerminalScreen::note(const std::string& line) {
     put(notes_, shownText(line) + '\n');
 }

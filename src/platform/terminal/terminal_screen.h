@@ -25,6 +25,9 @@ public:
     // Anything else, as plain text. The head stands in brackets.
     void show(std::string_view head, const std::string& text);
 
+    // What happens in the room beside what is said there, dimmed, with the head "[room]".
+    void showRoom(const std::string& text);
+
     // What the front end itself has to say.
     void tell(const std::string& text) { show("terminal", text); }
 

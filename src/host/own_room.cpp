@@ -1,0 +1,205 @@
+#include "host/own_room.h"
+
+#include "text/blanks.h"
+#include "text/fold.h"
+#include "text/utf8.h"
+
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::string_view privateRoomAddress = "aol://2719:2-2-";
+
+// By these addressees the owner switches private messages.
+constexpr std::string_view messagesOn = "$IM_ON", messagesOff = "$IM_OFF";
+
+std::optional<int> rowOf(const RowList& list, std::string_view name) {
+    const std::string folded = foldCase(name);
+    if (!list.containsFolded(folded))
+        return std::nullopt;
+    int row = 0;
+    while (list.folded(row) != folded)
+        ++row;
+    return row;
+}
+
+std::string nameIn(const RowList& list, int row) {
+    return std::string(list.row(row));
+}
+
+} // namespace
+
+OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, Shown shown)
+    : lines_(lines), screenName_(std::move(screenName)), shown_(std::move(shown)) {
+    findOrMakeRoom(std::string(firstRoom));
+}
+
+void OwnRoom::sendChatLine(const std::string& line) {
+    shown_.line({screenName_, line});
+    lines_.said({screenName_, line});
+}
+
+void OwnRoom::say(const std::string& line) {
+    shown_.line({screenName_, line});
+    sayShown(line);
+}
+
+void OwnRoom::sayShown(const std::string& line) {
+    lines_.heard({screenName_, line});
+}
+
+bool OwnRoom::isOwner(std::string_view name) const {
+    return equalFolded(name, screenName_);
+}
+
+bool OwnRoom::isTooLong(std::string_view name) const {
+    if (prefixLength(name, longestName) == name.size())
+        return false;
+    shown_.message("a name has at most " + std::to_string(longestName) + " characters");
+    return true;
+}
+
+// Nothing, and the owner is told why, when nobody else can be called that.
+std::optional<std::string> OwnRoom::othersName(const std::string& given) const {
+    const std::string_view name = withoutBlanks(given);
+    if (name.empty() || isTooLong(name))
+        return std::nullopt;
+    if (isOwner(name)) {
+        shown_.message(screenName_ + " is you");
+        return std::nullopt;
+    }
+    return std::string(name);
+}
+
+// The name of somebody who is in the room then, as it is shown.
+std::optional<std::string> OwnRoom::admit(const std::string& given) {
+    const auto name = othersName(given);
+    if (!name)
+        return std::nullopt;
+    if (const auto row = rowOf(ejected(), *name)) {
+        shown_.message(nameIn(ejected(), *row) + " is kept out");
+        return std::nullopt;
+    }
+    if (const auto row = rowOf(people(), *name))
+        return nameIn(people(), *row);
+    if (!here().people.add(*name)) {
+        shown_.message("the room is full");
+        return std::nullopt;
+    }
+    shown_.message(*name + " comes in");
+    return name;
+}
+
+void OwnRoom::comeIn(const std::string& name) {
+    admit(name);
+}
+
+void OwnRoom::sayAs(const ChatLine& line) {
+    const auto speaker = admit(line.speaker);
+    if (!speaker || ignores(*speaker))
+        return;
+    shown_.line({*speaker, line.text});
+    lines_.heard({*speaker, line.text});
+}
+
+void OwnRoom::leave(const std::string& given) {
+    const auto name = othersName(given);
+    if (!name)
+        return;
+    const auto row = rowOf(people(), *name);
+    if (!row) {
+        shown_.message(*name + " isn't here");
+        return;
+    }
+    const std::string left = nameIn(people(), *row);
+    here().people.removeAt(*row);
+    shown_.message(left + " goes");
+}
+
+void OwnRoom::whisper(const std::string& given, const std::string& text) {
+    const auto name = othersName(given);
+    if (!name || ignores(*name))
+        return;
+    if (takesMessages_)
+        shown_.message(*name + " whispers: " + text);
+    else
+        shown_.message("a private message of " + *name + " was refused");
+}
+
+void OwnRoom::enterRoom(std::string_view wanted) {
+    const std::string name(withoutBlanks(wanted));
+    if (name.empty() || isTooLong(name))
+        return;
+    const auto room = findOrMakeRoom(name);
+    if (!room) {
+        shown_.message("there are too many rooms");
+        return;
+    }
+    current_ = *room;
+    handles_.showNewRoom();
+    shown_.message("you are in " + roomName());
+}
+
+std::optional<std::size_t> OwnRoom::findOrMakeRoom(const std::string& name) {
+    for (std::size_t room = 0; room < rooms_.size(); ++room)
+        if (equalFolded(rooms_[room].name, name))
+            return room;
+    if (rooms_.size() == mostRooms)
+        return std::nullopt;
+    rooms_.push_back({.name = name});
+    rooms_.back().people.add(screenName_);
+    return rooms_.size() - 1;
+}
+
+void OwnRoom::toggleIgnored(const std::string& given) {
+    const auto row = rowOf(people(), given);
+    if (!row || isOwner(given))
+        return;
+    const std::string name = nameIn(people(), *row);
+    if (const auto ignoredRow = rowOf(ignored_, name)) {
+        ignored_.removeAt(*ignoredRow);
+        shown_.message(name + " is heard again");
+    } else if (ignored_.add(name)) {
+        shown_.message(name + " is ignored");
+    }
+}
+
+void OwnRoom::eject(const std::string& given) {
+    const auto row = rowOf(people(), given);
+    if (!row || isOwner(given) || !here().ejected.add(people().share(*row)))
+        return;
+    const std::string name = nameIn(people(), *row);
+    here().people.removeAt(*row);
+    shown_.message(name + " is put out");
+}
+
+void OwnRoom::allow(const std::string& given) {
+    const auto row = rowOf(ejected(), given);
+    if (!row)
+        return;
+    const std::string name = nameIn(ejected(), *row);
+    here().ejected.removeAt(*row);
+    shown_.message(name + " may come back");
+}
+
+void OwnRoom::readHostList(HostHandle list, RowList& names, bool includeSelf) {
+    handles_.readHostList(list, names, includeSelf ? "" : screenName_);
+}
+
+HostHandle OwnRoom::findRoomIcon(const std::string& pattern) {
+    return handles_.findRoomIcon(pattern);
+}
+
+void OwnRoom::gotoKeyword(const std::string& keyword) {
+    if (keyword.starts_with(privateRoomAddress))
+        enterRoom(std::string_view(keyword).substr(privateRoomAddress.size()));
+}
+
+void OwnRoom::sendInstantMessage(const std::string& addressee, const std::string&) {
+    if (addressee == messagesOn || addressee == messagesOff)
+        takesMessages_ = addressee == messagesOn;
+}
+
+} // namespace larkspin

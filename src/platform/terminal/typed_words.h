@@ -1,0 +1,23 @@
+// What is typed to the terminal itself, taken apart into words.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+// Takes the first word off the front, with the blanks before it.
+inline std::string_view takeWord(std::string_view& rest) {
+    rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
+    const std::string_view word = rest.substr(0, rest.find(' '));
+    rest.remove_prefix(word.size());
+    return word;
+}
+
+// What stands behind the one blank that ends a word, as typed.
+inline std::string textBehind(std::string_view rest) {
+    return std::string(rest.substr(rest.empty() ? 0 : 1));
+}
+
+} // namespace larkspin
