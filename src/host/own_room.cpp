@@ -128,7 +128,7 @@ void OwnRoom::whisper(const std::string& given, const std::string& text) {
         shown_.message("a private message of " + *name + " was refused");
 }
 
-void OwnRoom::enterRoom(std::string_view wanted) {
+void OwnRoom::enterRoom(const std::string& wanted) {
     const std::string name(withoutBlanks(wanted));
     if (name.empty() || isTooLong(name))
         return;
@@ -194,7 +194,7 @@ HostHandle OwnRoom::findRoomIcon(const std::string& pattern) {
 
 void OwnRoom::gotoKeyword(const std::string& keyword) {
     if (keyword.starts_with(privateRoomAddress))
-        enterRoom(std::string_view(keyword).substr(privateRoomAddress.size()));
+        enterRoom(keyword.substr(privateRoomAddress.size()));
 }
 
 void OwnRoom::sendInstantMessage(const std::string& addressee, const std::string&) {

@@ -52,7 +52,7 @@ public:
 
     // A room keeps its people, and whom it keeps out, while the owner is elsewhere. Whom he
     // ignores, he ignores in all of them.
-    void enterRoom(std::string_view name);
+    void enterRoom(const std::string& name);
     const std::string& roomName() const { return here().name; }
     bool ignores(std::string_view name) const { return ignored_.contains(name); }
 

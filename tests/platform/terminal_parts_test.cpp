@@ -285,7 +285,9 @@ TEST_F(TerminalCommandsTest, TellsWhatCantBeDone) {
         {"/set toy.title x", "Toy.title has no value to set"},
         {"/choose what", "no menu is open"},
         {"/menu", "there is no tray icon"},
-        {"/as bob", "/as NAME TEXT"},
+        {"/as", "/as NAME [TEXT]"},
+        {"/bye", "/bye NAME"},
+        {"/whisper bob", "/whisper NAME TEXT"},
         {"/now", "/now LINE"},
     };
     for (const auto& [line, told] : cases)
@@ -317,9 +319,27 @@ TEST_F(TerminalCommandsTest, PrintsMenusAndChoosesFromThem) {
 
 TEST_F(TerminalCommandsTest, SaysLinesAtOnceAndForOthers) {
     EXPECT_EQ(effect("/now  'stop /x"), "jo= 'stop /x ");
-    EXPECT_EQ(run("/as bob  hi"), "bob:  hi\n");
+    EXPECT_EQ(run("/as bob  hi"), "[room] bob comes in\nbob:  hi\n");
     EXPECT_EQ(std::exchange(log, {}), "bob= hi ");
     EXPECT_EQ(effect("/quit"), "quit ");
+}
+
+TEST_F(TerminalCommandsTest, TellsWhoIsInWhichRoom) {
+    EXPECT_EQ(run("/room"), "[room] lobby, 1 person\n[room]   jo\n");
+    EXPECT_EQ(run("/room  my den "), "[room] you are in my den\n");
+    run("/as bob");
+    run("/as eve");
+    room.toggleIgnored("bob");
+    room.eject("eve");
+    EXPECT_EQ(run("/room"), "[room] bob is ignored\n[room] eve is put out\n"
+                            "[room] my den, 2 people\n[room]   jo\n[room]   bob (ignored)\n"
+                            "[room]   eve (kept out)\n");
+    EXPECT_EQ(run("/bye BOB"), "[room] bob goes\n");
+    EXPECT_EQ(run("/whisper bob  psst"), ""); // he is still ignored
+    for (int number = 0; number < 200; ++number)
+        run("/as " + std::to_string(number));
+    EXPECT_TRUE(run("/room").ends_with("[room]   198\n[room]   and 1 more\n"
+                                       "[room]   eve (kept out)\n"));
 }
 
 } // namespace

@@ -87,14 +87,14 @@ TEST_F(TerminalTest, SpeaksTheProtocolAndSavesAtTheEndOfTheInput) {
               styled("larkspin player - by moraine") +
                   styled("load:  <b>1</b> - mp3s played:  <b>0</b>") + line("'volume 30") +
                   styled("volume set:  <b>30</b>") + line("'trig?") + styled("your trigger is '") +
-                  "bob: 'exit\n" + line("half a line"));
+                  "[room] bob comes in\nbob: 'exit\n" + line("half a line"));
     EXPECT_EQ(setting("volume"), "30");
 
-    EXPECT_EQ(output("'silent\n'trig?\n/as bob\n/bob\n/ x\n/quit\n'volume 99\n"),
+    EXPECT_EQ(output("'silent\n'trig?\n/as\n/bob\n/ x\n/quit\n'volume 99\n"),
               styled("larkspin player - by moraine") +
                   styled("load:  <b>2</b> - mp3s played:  <b>0</b>") + line("'silent") +
                   styled("silent mode - <b>on") + line("'trig?") + "[box] your trigger is '\n" +
-                  "[terminal] /as NAME TEXT\n"
+                  "[terminal] /as NAME [TEXT]\n"
                   "[terminal] /bob is unknown, /help tells what there is\n" +
                   line("/ x"));
     EXPECT_EQ(setting("volume"), "30");
@@ -175,7 +175,8 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     expectShown(*child, "'trug?\x7f\x7f\x7fig?\n", // corrected while typing
                 "\x1b[38;2;80;131;169m'\u00AClks - \x1b[38;2;0;102;187myour trigger is '");
     expectShown(*child, "/as bob <b>hi</b> <3 \x16\x1b[31m\n",
-                "bob: \x1b[1mhi\x1b[22m <3 \uFFFD[31m\x1b[0m\r\n");
+                "\x1b[2m[room] bob comes in\x1b[0m\r\n");
+    EXPECT_TRUE(child->shows("bob: \x1b[1mhi\x1b[22m <3 \uFFFD[31m\x1b[0m\r\n", patience));
     child->write("\x1b"); // begins a key whose rest doesn't come
     child->rest(100ms);
     expectShown(*child, "'volume 12\n\x1b[A", "volume set");
@@ -188,6 +189,8 @@ TEST_F(TerminalTest, CompletesNamesAndKeepsTheTypedLines) {
     disk.write("larkspin/temp.lst", makerow("Rest", ".mp3", "c:\\no\\dir") + "\n" +
                                         makerow("Ride on", ".mp3", "c:\\no\\dir") + "\n");
     auto child = onTerminal();
+    expectShown(*child, "/w\t", "[tab] \x1b[0m/whisper NAME TEXT");
+    expectShown(*child, "h\teve <b>psst\n", "[room] eve whispers: <b>psst");
     expectShown(*child, "'num r\t", "[tab] \x1b[0m2  Ride on");
     expectShown(*child, "ix\x02\t\x05\x08\n", // completed in front of the x, which goes then
                 "not found, refresh the directory (c:\\no\\dir");

@@ -47,7 +47,7 @@ bool RoomWords::room(std::string_view rest) {
     if (withoutBlanks(rest).empty())
         tellRoom();
     else
-        room_.enterRoom(rest);
+        room_.enterRoom(std::string(rest));
     return true;
 }
 
