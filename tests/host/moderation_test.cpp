@@ -1,0 +1,178 @@
+// Moderation as its owner sees it, in the room of his own and in that of a chat client.
+#include "app/program.h"
+#include "support/own_room_machine.h"
+#include "support/pretend_host.h"
+#include "support/talk.h"
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+
+namespace larkspin {
+namespace {
+
+// A room whose owner is signed on as "Owner".
+struct Place {
+    std::shared_ptr<VirtualMachine> machine;
+    std::function<void(const std::string& name)> comeIn;
+    std::function<void(bool)> setOwned;
+    std::function<bool(const std::string& name)> ignores;
+};
+
+Place ownPlace() {
+    const auto m = std::make_shared<OwnRoomMachine>();
+    return {m, [m](const auto& name) { m->own.comeIn(name); },
+            [m](bool owned) { m->own.owned = owned; },
+            [m](const auto& name) { return m->own.ignores(name); }};
+}
+
+struct Client : VirtualMachine {
+    PretendHost host{*this};
+};
+
+Place clientsPlace() {
+    const auto m = std::make_shared<Client>();
+    return {m, [m](const auto& name) { m->host.people.push_back(name); },
+            [m](bool owned) { m->host.ownsRoom = owned; },
+            [m](const auto& name) { return std::ranges::count(m->host.ignored, name) == 1; }};
+}
+
+class ModerationTest : public testing::TestWithParam<Place (*)()> {
+protected:
+    ModerationTest() {
+        place.setOwned(true);
+        m.start();
+        for (const char* name : {"Bob", "<b>ann", "zoe x"})
+            place.comeIn(name);
+    }
+    // Of the owner's line, with what happens in the middle of the first message.
+    std::string answer(const std::string& line, const Task& meanwhile) {
+        m.inMessage("<b>", meanwhile);
+        return m.answer(line);
+    }
+    double seconds(const std::string& line) {
+        const auto before = m.loop.now();
+        m.answer(line);
+        return std::chrono::duration<double>(m.loop.now() - before).count();
+    }
+    int scratch() { return m.state().roomScratch.count(); }
+
+    const Place place = GetParam()();
+    VirtualMachine& m = *place.machine;
+};
+
+INSTANTIATE_TEST_SUITE_P(, ModerationTest, testing::Values(&ownPlace, &clientsPlace),
+                         [](const auto& made) { return made.index == 0 ? "Own" : "Client"; });
+
+TEST_P(ModerationTest, SparesNobodyWhoseNameHoldsTheFragment) {
+    converse(m, {Turn("'x B", "<b>Bob</b>, ignored bastard\n<b><b>ann</b>, ignored bastard"),
+                 Turn("'unx ann", "<b><b>ann</b>, unignored bastard"),
+                 Turn({"'x owner", "'ban owner"}, ""),
+                 Turn({"'x nobody", "'ban nobody", "'unban o"}, "fag not found"),
+                 Turn("'ban e x", "<b>zoe x</b>, ejected bastard"),
+                 Turn("'unx ", "<b>Bob</b>, unignored bastard\n<b><b>ann</b>, unignored bastard")});
+    place.setOwned(false);
+    converse(m, {Turn({"'ban b", "'unban z"}, "you aren't the owner, dumbass")});
+    place.setOwned(true);
+    converse(m, {Turn("'unban ", "<b>zoe x</b>, unbanned bastard"),
+                 Turn("'silent", "silent mode - <b>on"),
+                 Turn({"'x nobody", "'ban ann", "'x bob"}, "")});
+    EXPECT_TRUE(place.ignores("Bob"));
+    EXPECT_FALSE(place.ignores("zoe x"));
+    EXPECT_EQ(scratch(), 0);
+}
+
+TEST_P(ModerationTest, TakesAThousandPeople) {
+    for (int number = 0; number < 1000; ++number)
+        place.comeIn("guest " + std::to_string(number));
+    EXPECT_NEAR(seconds("'x o"), 0.3 + 2 * 0.36, 0.001); // the owner as well
+    EXPECT_NEAR(seconds("'x guest"), 360, 0.01);
+    EXPECT_TRUE(place.ignores("guest 999"));
+    EXPECT_EQ(m.room.lines.size(), 1000u);
+}
+
+TEST_P(ModerationTest, ACommandThatComesMeanwhileRunsBehind) {
+    EXPECT_EQ(answer("'x b",
+                     [&] {
+                         EXPECT_EQ(scratch(), 4);
+                         for (const char* line : {"'ban ann", "'trig?", "'unban a", "'x bob"})
+                             m.owner(line);
+                     }),
+              "<b>Bob</b>, ignored bastard\nyour trigger is '\n<b><b>ann</b>, ignored bastard\n"
+              "<b><b>ann</b>, ejected bastard\n<b><b>ann</b>, unbanned bastard\n"
+              "<b>Bob</b>, ignored bastard");
+    answer("'x bob", [&] {
+        for (int time = 0; time < 1000; ++time)
+            m.owner("'x bob");
+    });
+    EXPECT_EQ(m.room.lines.size(), 65u);
+}
+
+TEST_P(ModerationTest, EndsWithTheRun) {
+    m.owner("'ban bob");
+    m.owner("'ban zoe");
+    answer("'unban ", [&] {
+        m.owner("'ban bob");
+        m.program->restart();
+        EXPECT_EQ(scratch(), 0);
+        m.owner("'x nobody");
+    });
+    EXPECT_EQ(m.said(), "fag not found"); // of the new run, behind all that the last one left
+    converse(m, {Turn("'ban ann", "<b><b>ann</b>, ejected bastard"), // the people show again
+                 Turn("'unban z", "<b>zoe x</b>, unbanned bastard"),
+                 Turn("'unban ", "<b><b>ann</b>, unbanned bastard")});
+}
+
+TEST_P(ModerationTest, EndsWithTheProcess) {
+    m.inMessage("<b>Bob", [&] { m.program->end(); });
+    EXPECT_FALSE(m.owner("'x "));
+    EXPECT_TRUE(place.ignores("Bob"));
+    EXPECT_FALSE(place.ignores("zoe x"));
+}
+
+TEST(Moderation, HitsNobodyInThePlaceOfOneWhoHasGone) {
+    OwnRoomMachine m;
+    m.start();
+    for (const char* name : {"ann", "bob", "cid", "dan"})
+        m.own.comeIn(name);
+    m.inMessage("<b>ann", [&] {
+        m.own.leave("bob");
+        m.own.comeIn("eve");
+    });
+    EXPECT_EQ(m.answer("'ban "), "<b>ann</b>, ejected bastard\n<b>bob</b>, ejected bastard\n"
+                                 "<b>cid</b>, ejected bastard\n<b>dan</b>, ejected bastard");
+    EXPECT_EQ(m.answer("'x "), "<b>eve</b>, ignored bastard");
+}
+
+TEST(Moderation, PressesTheClientsButtons) {
+    Client m;
+    m.host.ownsRoom = true;
+    m.start();
+    m.host.people = {"Owner", "ann", "", "bob"};
+    const HostHandle button = m.host.host.findRoomIcon("Ignor*");
+    m.loop.once(45ms, [&] { EXPECT_TRUE(m.host[button].isHeld); });
+    converse(m, {Turn("'x ann", "<b>ann</b>, ignored bastard"),
+                 Turn("'x bob", ""), // behind an empty row
+                 Turn("'unban b", "fag not found")});
+    EXPECT_EQ(m.host.pressedButtons, (Lines{"Ignore Member", "Ejected List", "People List"}));
+}
+
+TEST(Moderation, SaysNothingOfAButtonThatNeverComes) {
+    Client m;
+    m.host.ownsRoom = true;
+    m.start();
+    for (const char* button : {"Ignor*", "Allo*"})
+        m.host.remove(m.host.host.findRoomIcon(button));
+    m.host.people = {"Owner", "ann", "bob"};
+    m.host.ejected = {"cid", "dan"};
+    const auto before = m.loop.now();
+    converse(m, {Turn({"'x ", "'unban "}, "")});
+    EXPECT_LT(m.loop.now() - before, 2 * longestHostWait + 1s);
+    EXPECT_EQ(m.host.pressedButtons, (Lines{"Ejected List", "People List"}));
+    m.inMessage("<b>ann", [&] { m.host.remove(m.host.room); });
+    converse(m, {Turn("'ban ", "<b>ann</b>, ejected bastard"), Turn("'x ", "")});
+    EXPECT_EQ(m.state().roomScratch.count(), 0);
+}
+
+} // namespace
+} // namespace larkspin
