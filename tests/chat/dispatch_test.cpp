@@ -58,4 +58,28 @@ TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
     }
 }
 
+TEST(Dispatch, StaysDeafToAMillionLinesOfStrangers) {
+    VirtualMachine machine({"ride.mp3"});
+    machine.program->chat.NiteScan2.startscan();
+    std::vector<ChatLine> others;
+    for (const auto handler : {HandledBy::NiteScan1, HandledBy::NiteScan2, HandledBy::NiteScan3})
+        for (const CommandRow& row : commandRows(*machine.program, handler))
+            for (const char* speaker :
+                 {"", "owner", "OWNER", " Owner", "Owner ", "Owner\u200B", "\uFEFFOwner",
+                  "Owner\r\n", "<b>Owner</b>", "Owner: ", "Own", "\u041Ewner", "Owner\xFF"})
+                others.push_back(
+                    {speaker, (row.behindTrigger ? "'" : "") + std::string(row.pattern)});
+    machine.forget();
+    const int writes = machine.files.writes;
+    for (std::size_t line = 0; line < 1'000'000; ++line)
+        machine.lines.heard(others[line % others.size()]);
+    EXPECT_EQ(machine.room.lines, Lines());
+    EXPECT_EQ(machine.dialogs.boxes, Lines());
+    EXPECT_EQ(machine.launching.started, Lines());
+    EXPECT_EQ(machine.player.opened, Lines());
+    EXPECT_EQ(machine.files.writes, writes);
+    EXPECT_EQ(machine.state().HScroll2, 50);
+    EXPECT_TRUE(machine.program->chat.NiteScan2.running());
+}
+
 } // namespace larkspin
