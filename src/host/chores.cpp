@@ -1,21 +1,114 @@
 #include "host/chores.h"
 
+#include "chat/reply.h"
+#include "companions/launcher.h"
+#include "host/host_client.h"
+#include "host/web_address.h"
+#include "shell/pause.h"
+#include "shell/this_run.h"
+
 namespace larkspin {
 
-void Chores::kw(const std::string&) {}
-void Chores::url(const std::string&) {}
-void Chores::pr(const std::string&) {}
-void Chores::newMail() {}
-void Chores::oldMail() {}
-void Chores::sentMail() {}
-void Chores::signoff() {}
-void Chores::closeaol() {}
-void Chores::imson() {}
-void Chores::imsoff() {}
-void Chores::aim() {}
-void Chores::hidewelc() {}
-void Chores::switchMessagesOn() {}
-void Chores::switchMessagesOff() {}
-void Chores::hideWelcome() {}
+namespace {
+
+constexpr double beforeErrand = 0.2; // seconds, so that the room has the line before it
+
+// The client's own way of switching private messages: a message to one of these.
+const std::string messagesOn = "$IM_ON";
+const std::string messagesOff = "$IM_OFF";
+
+} // namespace
+
+void Chores::kw(const std::string& keyword) {
+    if (announce("goto keyword:  <b>" + keyword))
+        client_.gotoKeyword(keyword);
+}
+
+// What is no address is said like one and not opened. No word is due about that: nor is one said
+// when an address leads nowhere, and the line shows what was taken for one.
+void Chores::url(const std::string& address) {
+    const bool here = announce("world wide web:  <b>" + address);
+    const auto opened = webAddress(address);
+    if (here && opened)
+        launcher_.launchFile(*opened);
+}
+
+void Chores::pr(const std::string& room) {
+    if (announce("private room ~> <b>" + room, beforeErrand))
+        client_.gotoKeyword("aol://2719:2-2-" + room);
+}
+
+void Chores::newMail() {
+    if (announce("opening new mail"))
+        client_.sendHostKeys("^r");
+}
+
+void Chores::oldMail() {
+    if (announce("opening old mail"))
+        client_.sendHostKeys("%MRO");
+}
+
+void Chores::sentMail() {
+    if (announce("opening sent mail"))
+        client_.sendHostKeys("%MRS");
+}
+
+void Chores::signoff() {
+    if (announce("signing off this piece of shit!", beforeErrand))
+        client_.sendHostKeys("%OO");
+}
+
+void Chores::closeaol() {
+    if (announce("closing this piece of shit!", beforeErrand))
+        client_.closeHost();
+}
+
+void Chores::imson() {
+    if (sendSwitch(messagesOn))
+        core_.reply.saychat("ims are now on");
+}
+
+void Chores::imsoff() {
+    if (sendSwitch(messagesOff))
+        core_.reply.saychat("ims are now off");
+}
+
+void Chores::aim() {
+    core_.reply.saychat("login aim sn > <b> " + client_.messengerAccount());
+}
+
+void Chores::hidewelc() {
+    client_.hideWelcomeWindow();
+    core_.reply.saychat("welcome window = hidden");
+}
+
+void Chores::switchMessagesOn() {
+    sendSwitch(messagesOn);
+}
+
+void Chores::switchMessagesOff() {
+    sendSwitch(messagesOff);
+}
+
+void Chores::hideWelcome() {
+    client_.hideWelcomeWindow();
+}
+
+// True when the errand still is to be run: the line, or the wait behind it, may have seen a
+// restart.
+bool Chores::announce(const std::string& text, double wait) {
+    const ThisRun run(core_.state);
+    core_.reply.saychat(text);
+    if (run.lasts())
+        Pause{core_.loop}(wait);
+    return run.lasts();
+}
+
+// True when there is still somebody to be told.
+bool Chores::sendSwitch(const std::string& addressee) {
+    const ThisRun run(core_.state);
+    client_.sendInstantMessage(addressee, "lks");
+    return run.lasts();
+}
 
 } // namespace larkspin

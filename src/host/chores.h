@@ -36,9 +36,12 @@ public:
     void hideWelcome();
 
 private:
-    [[maybe_unused]] Core core_;
-    [[maybe_unused]] HostClient& client_;
-    [[maybe_unused]] Launcher& launcher_;
+    bool announce(const std::string& text, double wait = 0);
+    bool sendSwitch(const std::string& addressee);
+
+    Core core_;
+    HostClient& client_;
+    Launcher& launcher_;
 };
 
 } // namespace larkspin

@@ -21,9 +21,15 @@ public:
     void idleoff();
 
 private:
-    [[maybe_unused]] Core core_;
-    [[maybe_unused]] HostClient& client_;
-    [[maybe_unused]] Transfers& transfers_;
+    void tick();
+    void countMinute();
+    void answerQuestion();
+    void reportTransfers();
+
+    Core core_;
+    HostClient& client_;
+    Transfers& transfers_;
+    bool reporting_ = false; // a report's box may stand for longer than a minute
 };
 
 } // namespace larkspin

@@ -14,8 +14,8 @@ public:
     void ot();
 
 private:
-    [[maybe_unused]] Core core_;
-    [[maybe_unused]] HostClient& client_;
+    Core core_;
+    HostClient& client_;
 };
 
 } // namespace larkspin

@@ -1,0 +1,144 @@
+#include "host/web_address.h"
+
+#include "text/blanks.h"
+#include "text/utf8.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr auto npos = std::string_view::npos;
+
+char lowerAscii(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
+// By ASCII alone: the names of an address have no other letters, and what merely folds to them is
+// another name.
+std::string lowerAscii(std::string_view text) {
+    std::string lowered(text);
+    std::ranges::transform(lowered, lowered.begin(), [](char byte) { return lowerAscii(byte); });
+    return lowered;
+}
+
+bool isDigit(char byte) {
+    return byte >= '0' && byte <= '9';
+}
+
+bool isLetterOrDigit(char byte) {
+    return isDigit(byte) || (lowerAscii(byte) >= 'a' && lowerAscii(byte) <= 'z');
+}
+
+// Control characters, blanks of any kind, marks that nobody sees, and the signs that an address
+// writes otherwise.
+bool mayStand(const Character& character) {
+    static constexpr std::pair<char32_t, char32_t> barred[] = {
+        {0x00, 0x20},     {0x7F, 0xA0},     {0xAD, 0xAD},       {0x1680, 0x1680},
+        {0x2000, 0x200F}, {0x2028, 0x202F}, {0x205F, 0x206F},   {0x3000, 0x3000},
+        {0xFEFF, 0xFEFF}, {0xE000, 0xF8FF}, {0xE0000, 0x10FFFF}};
+    const char32_t code = character.code;
+    if (!character.valid ||
+        (code < 0x80 && std::string_view("\"<>\\^`{|}").find(static_cast<char>(code)) != npos))
+        return false;
+    return std::ranges::none_of(
+        barred, [code](const auto& range) { return range.first <= code && code <= range.second; });
+}
+
+bool allMayStand(std::string_view text) {
+    while (!text.empty()) {
+        const Character character = firstCharacter(text);
+        if (!mayStand(character))
+            return false;
+        text.remove_prefix(character.length);
+    }
+    return true;
+}
+
+// The part in front of a sign, or all; it is taken off the text together with the sign.
+std::string_view cut(std::string_view& text, char sign) {
+    const auto part = text.substr(0, text.find(sign));
+    text.remove_prefix(std::min(text.size(), part.size() + 1));
+    return part;
+}
+
+// Behind "http://": a host must come first.
+bool namesHost(std::string_view text) {
+    std::string_view server = text.substr(0, text.find_first_of("/?#"));
+    server.remove_prefix(server.rfind('@') + 1); // none is npos, and one more is 0
+    return !server.empty() && (isLetterOrDigit(server[0]) || server[0] == '[' ||
+                               static_cast<unsigned char>(server[0]) >= 0x80);
+}
+
+// Behind "mailto:": to whom, and only such headers as the owner would write himself. Others attach
+// a file of his to the mail. An encoded control character would begin another header; in the body
+// it is the end of a line.
+bool isMail(std::string_view text) {
+    const std::string_view addressees = cut(text, '?');
+    const auto at = addressees.find('@');
+    if (at == npos || at == 0 || at + 1 == addressees.size() || addressees[0] == '-')
+        return false;
+    const auto holdsControl = [](std::string_view part) {
+        return part.find("%0") != npos || part.find("%1") != npos;
+    };
+    if (holdsControl(addressees) || addressees.find_first_of("#&") != npos ||
+        text.find_first_of("?#") != npos)
+        return false;
+    while (!text.empty()) {
+        std::string_view value = cut(text, '&');
+        const std::string header = lowerAscii(cut(value, '='));
+        const bool isPlain = header == "subject" || header == "cc" || header == "bcc";
+        if (header != "body" && (!isPlain || holdsControl(value)))
+            return false;
+    }
+    return true;
+}
+
+bool isLabel(std::string_view text) {
+    return !text.empty() && text.front() != '-' && text.back() != '-' &&
+           std::ranges::all_of(text,
+                               [](char byte) { return isLetterOrDigit(byte) || byte == '-'; });
+}
+
+// Labels with dots between them, at least two: a single word is no address that anybody meant. A
+// port and a path may follow.
+bool isBareHost(std::string_view text) {
+    std::string_view host = text.substr(0, text.find_first_of("/?#"));
+    const auto colon = host.find(':');
+    if (colon != npos) {
+        const std::string_view port = host.substr(colon + 1);
+        if (port.empty() || port.size() > 5 || !std::ranges::all_of(port, isDigit))
+            return false;
+        host = host.substr(0, colon);
+    }
+    if (host.find('.') == npos || host.ends_with('.'))
+        return false;
+    while (!host.empty())
+        if (!isLabel(cut(host, '.')))
+            return false;
+    return true;
+}
+
+} // namespace
+
+// A scheme goes out in small letters, which is how the system looks up what opens it.
+std::optional<std::string> webAddress(std::string_view text) {
+    text = withoutBlanks(text);
+    if (!allMayStand(text))
+        return std::nullopt;
+    const std::string_view scheme = text.substr(0, text.find(':'));
+    const std::string_view rest = text.substr(scheme.size());
+    const std::string lowered = lowerAscii(scheme);
+    if ((lowered == "http" || lowered == "https" || lowered == "ftp") && rest.starts_with("://"))
+        return namesHost(rest.substr(3)) ? std::optional(lowered + std::string(rest))
+                                         : std::nullopt;
+    if (lowered == "mailto" && rest.starts_with(":"))
+        return isMail(rest.substr(1)) ? std::optional(lowered + std::string(rest)) : std::nullopt;
+    if (isBareHost(text))
+        return "http://" + std::string(text);
+    return std::nullopt;
+}
+
+} // namespace larkspin
