@@ -64,13 +64,11 @@ void Chores::closeaol() {
 }
 
 void Chores::imson() {
-    if (sendSwitch(messagesOn))
-        core_.reply.saychat("ims are now on");
+    switchMessages(messagesOn, "ims are now on");
 }
 
 void Chores::imsoff() {
-    if (sendSwitch(messagesOff))
-        core_.reply.saychat("ims are now off");
+    switchMessages(messagesOff, "ims are now off");
 }
 
 void Chores::aim() {
@@ -83,11 +81,11 @@ void Chores::hidewelc() {
 }
 
 void Chores::switchMessagesOn() {
-    sendSwitch(messagesOn);
+    switchMessages(messagesOn);
 }
 
 void Chores::switchMessagesOff() {
-    sendSwitch(messagesOff);
+    switchMessages(messagesOff);
 }
 
 void Chores::hideWelcome() {
@@ -104,11 +102,15 @@ bool Chores::announce(const std::string& text, double wait) {
     return run.lasts();
 }
 
-// True when there is still somebody to be told.
-bool Chores::sendSwitch(const std::string& addressee) {
-    const ThisRun run(core_.state);
-    client_.sendInstantMessage(addressee, "lks");
-    return run.lasts();
+// In turn: what is asked for last must be what holds. It is said also when the client has not shown
+// its windows, since nothing tells how the client has taken it.
+void Chores::switchMessages(const std::string& addressee, const std::string& said) {
+    inTurn_.run([this, addressee, said] {
+        const ThisRun run(core_.state);
+        client_.sendInstantMessage(addressee, "lks");
+        if (run.lasts() && !said.empty())
+            core_.reply.saychat(said);
+    });
 }
 
 } // namespace larkspin

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "chat/core.h"
+#include "host/in_turn.h"
 
 #include <string>
 
@@ -14,7 +15,7 @@ class Launcher;
 class Chores {
 public:
     Chores(const Core& core, HostClient& client, Launcher& launcher)
-        : core_(core), client_(client), launcher_(launcher) {}
+        : core_(core), client_(client), launcher_(launcher), inTurn_(core.state) {}
 
     // The commands.
     void kw(const std::string& keyword);
@@ -37,11 +38,12 @@ public:
 
 private:
     bool announce(const std::string& text, double wait = 0);
-    bool sendSwitch(const std::string& addressee);
+    void switchMessages(const std::string& addressee, const std::string& said = {});
 
     Core core_;
     HostClient& client_;
     Launcher& launcher_;
+    InTurn inTurn_;
 };
 
 } // namespace larkspin

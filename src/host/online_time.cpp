@@ -42,6 +42,10 @@ std::string withBoldDigits(std::string_view text) {
 void OnlineTime::ot() {
     if (core_.reply.refusedInSilence("use aol's online clock to view online time in silent mode"))
         return;
+    inTurn_.run([this] { readClock(); });
+}
+
+void OnlineTime::readClock() {
     const ThisRun run(core_.state);
     client_.gotoKeyword("online clock");
     const HostHandle notice = client_.waitForClockNotice();

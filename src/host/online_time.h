@@ -2,6 +2,7 @@
 #pragma once
 
 #include "chat/core.h"
+#include "host/in_turn.h"
 
 namespace larkspin {
 
@@ -9,13 +10,17 @@ class HostClient;
 
 class OnlineTime {
 public:
-    OnlineTime(const Core& core, HostClient& client) : core_(core), client_(client) {}
+    OnlineTime(const Core& core, HostClient& client)
+        : core_(core), client_(client), inTurn_(core.state) {}
 
     void ot();
 
 private:
+    void readClock();
+
     Core core_;
     HostClient& client_;
+    InTurn inTurn_; // there is one notice
 };
 
 } // namespace larkspin
