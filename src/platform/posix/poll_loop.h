@@ -3,6 +3,7 @@
 // a handler.
 #pragma once
 
+#include "platform/posix/watching_loop.h"
 #include "shell/event_queue.h"
 
 #include <initializer_list>
@@ -12,7 +13,7 @@
 
 namespace larkspin {
 
-class PollLoop : public EventLoop {
+class PollLoop : public WatchingLoop {
 public:
     PollLoop() = default;
     ~PollLoop() override;
@@ -33,15 +34,10 @@ public:
     void serveTurn() override;
     void waitUntil(Nanoseconds moment) override;
 
-    // Calls back whenever the descriptor can be read, or its other end is gone, until it is
-    // unwatched. One watch per descriptor.
-    void watch(int descriptor, Task readable);
-    void unwatch(int descriptor);
-
-    // The same for a descriptor that takes bytes again, or whose reader is gone. It is served
-    // however deep handlers are nested, so that the task must not wait.
-    void watchWritable(int descriptor, Task writable);
-    void unwatchWritable(int descriptor);
+    void watch(int descriptor, Task readable) override;
+    void unwatch(int descriptor) override;
+    void watchWritable(int descriptor, Task writable) override;
+    void unwatchWritable(int descriptor) override;
 
     // From now on these signals reach the task as events instead of their usual effect. Call it
     // before other threads start, so that they leave the signals alone as well.
