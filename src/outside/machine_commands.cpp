@@ -1,15 +1,142 @@
 #include "outside/machine_commands.h"
 
+#include "chat/reply.h"
+#include "outside/byte_units.h"
+#include "outside/machine_facts.h"
+#include "outside/power.h"
+#include "shell/dialogs.h"
+#include "shell/pause.h"
+#include "shell/this_run.h"
+
+#include <algorithm>
+
 namespace larkspin {
 
-void MachineCommands::cinfo() {}
-void MachineCommands::free(const std::string&) {}
-void MachineCommands::ut() {}
-void MachineCommands::rstart() {}
-void MachineCommands::sdown() {}
-void MachineCommands::boxComputer() {}
-void MachineCommands::boxUptime() {}
-void MachineCommands::restartComputer() {}
-void MachineCommands::shutDownComputer() {}
+namespace {
+
+constexpr double betweenLines = 0.3; // seconds
+constexpr double untilSecondTry = 8;
+
+struct Description {
+    std::string system, memory, bits, width, height;
+};
+
+// Memory counts in whole megabytes, a part of one as one.
+Description describe(MachineFacts& facts) {
+    constexpr std::uint64_t mb = 1048576;
+    const std::uint64_t memory = facts.memoryBytes();
+    const DisplaySize display = facts.display();
+    return {facts.systemName(), std::to_string(memory / mb + (memory % mb != 0 ? 1 : 0)),
+            std::to_string(display.bits), std::to_string(display.width),
+            std::to_string(display.height)};
+}
+
+struct Uptime {
+    std::string days, hours, minutes;
+};
+
+Uptime uptimeOf(MachineFacts& facts) {
+    using namespace std::chrono;
+    const milliseconds up = facts.uptime();
+    return {std::to_string(up / days(1)), std::to_string(up % days(1) / hours(1)),
+            std::to_string(up % hours(1) / minutes(1))};
+}
+
+std::string uptimeBox(const Uptime& up) {
+    return "windows uptime:  " + up.days + " days, " + up.hours + " hours, " + up.minutes +
+           " minutes";
+}
+
+std::string amount(const std::string& label, std::uint64_t bytes) {
+    const ReadableBytes number = readable(bytes);
+    return label + ":  <b>" + number.number + "</b> " + number.unit;
+}
+
+bool isLetter(const std::string& drive) {
+    return drive.size() == 1 &&
+           ((drive[0] >= 'a' && drive[0] <= 'z') || (drive[0] >= 'A' && drive[0] <= 'Z'));
+}
+
+} // namespace
+
+void MachineCommands::cinfo() {
+    if (core_.state.silnt)
+        return boxComputer();
+    const ThisRun run(core_.state);
+    const Description machine = describe(facts_);
+    core_.reply.saychat("os:  <b>" + machine.system + "</b> - ram:  <b>" + machine.memory +
+                        "</b> mb");
+    Pause{core_.loop}(betweenLines);
+    if (run.lasts())
+        core_.reply.saychat("resolution:  <b>" + machine.bits + "</b>bit - <b>" + machine.width +
+                            "</b>x<b>" + machine.height);
+}
+
+void MachineCommands::boxComputer() {
+    const Description machine = describe(facts_);
+    core_.dialogs.box("operating system:  " + machine.system + " - ram:  " + machine.memory +
+                      " mb, display:  " + machine.bits + "bit - " + machine.width + "x" +
+                      machine.height);
+}
+
+void MachineCommands::free(const std::string& drive) {
+    if (core_.reply.refusedInSilence(
+            "use your damn computer to figure that shit out in silent mode"))
+        return;
+    const ThisRun run(core_.state);
+    const std::string place = isLetter(drive) ? drive + ":\\" : drive;
+    const DriveSpace space = facts_.driveSpace(place).value_or(DriveSpace{});
+    if (space.total == 0)
+        return core_.reply.saychat("invalid, use this example:  <b>c:\\");
+    const std::uint64_t free = std::min(space.free, space.total);
+    core_.reply.saychat("[<b>" + place + "</b>] " + amount("capacity", space.total) +
+                        " - percent free:  [<b>" + percentage(free, space.total) + "</b>%]");
+    Pause{core_.loop}(betweenLines);
+    if (run.lasts())
+        core_.reply.saychat(amount("space used", space.total - free) + " - " +
+                            amount("free space", free));
+}
+
+void MachineCommands::ut() {
+    const Uptime up = uptimeOf(facts_);
+    core_.reply.sayOrBox("windows uptime:  <b>" + up.days + "</b> days, <b>" + up.hours +
+                             "</b> hrs, <b>" + up.minutes + "</b> mins",
+                         uptimeBox(up));
+}
+
+void MachineCommands::boxUptime() {
+    core_.dialogs.box(uptimeBox(uptimeOf(facts_)));
+}
+
+void MachineCommands::rstart() {
+    const ThisRun run(core_.state);
+    core_.reply.saychat("restarting computer...");
+    if (run.lasts())
+        restartComputer();
+}
+
+void MachineCommands::sdown() {
+    const ThisRun run(core_.state);
+    core_.reply.saychat("shutting down computer...");
+    if (run.lasts())
+        shutDownComputer();
+}
+
+void MachineCommands::restartComputer() {
+    twice(&Power::restart);
+}
+
+void MachineCommands::shutDownComputer() {
+    twice(&Power::shutDown);
+}
+
+// The second time is for a machine that was too busy at the first.
+void MachineCommands::twice(void (Power::*order)()) {
+    const ThisRun run(core_.state);
+    (power_.*order)();
+    Pause{core_.loop}(untilSecondTry);
+    if (run.lasts())
+        (power_.*order)();
+}
 
 } // namespace larkspin

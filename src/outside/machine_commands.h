@@ -30,9 +30,11 @@ public:
     void shutDownComputer();
 
 private:
-    [[maybe_unused]] Core core_;
-    [[maybe_unused]] MachineFacts& facts_;
-    [[maybe_unused]] Power& power_;
+    void twice(void (Power::*order)());
+
+    Core core_;
+    MachineFacts& facts_;
+    Power& power_;
 };
 
 } // namespace larkspin

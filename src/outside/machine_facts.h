@@ -26,8 +26,9 @@ public:
     virtual DisplaySize display() = 0;
     virtual std::chrono::milliseconds uptime() = 0;
 
-    // The space of the drive with that root (`c:\`), or of the one that holds that directory.
-    // Nothing when there is no such place, or when it doesn't answer within a second.
+    // The space of the drive with that root (`c:\`), or of the one that holds that directory, which
+    // may be named in any way that the owner names one: `c:\music`, `/music`, `~/music`. Nothing
+    // when there is no such place, or when it doesn't answer within a second.
     virtual std::optional<DriveSpace> driveSpace(const std::string& path) = 0;
 };
 

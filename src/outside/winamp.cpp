@@ -1,11 +1,60 @@
 #include "outside/winamp.h"
 
+#include "chat/reply.h"
+#include "outside/other_player.h"
+#include "shell/this_run.h"
+#include "text/highlight.h"
+
 namespace larkspin {
 
-void Winamp::amp() {}
-void Winamp::wstop() {}
-void Winamp::wpre() {}
-void Winamp::wplay() {}
-void Winamp::wnext() {}
+namespace {
+
+constexpr std::string_view noPlayer = "winamp isnt loaded you fag";
+
+// What the player they were made for puts around a title.
+std::string cleaned(const std::string& caption) {
+    return highlight(highlight(caption, " - Winamp", ""), "[Stopped]", "");
+}
+
+} // namespace
+
+void Winamp::amp() {
+    const ThisRun run(core_.state);
+    const auto caption = player_.title();
+    if (!caption)
+        core_.reply.sayAlways(noPlayer);
+    if (run.lasts())
+        core_.reply.sayAlways(cleaned(caption.value_or("")));
+}
+
+void Winamp::wstop() {
+    core_.reply.saychat(player_.press(OtherPlayer::Button::stop) ? "stopped current winamp track"
+                                                                 : noPlayer);
+}
+
+void Winamp::wpre() {
+    pressAndTell(OtherPlayer::Button::previous, "previous track ");
+}
+
+void Winamp::wplay() {
+    pressAndTell(OtherPlayer::Button::play, "now playing track ");
+}
+
+void Winamp::wnext() {
+    pressAndTell(OtherPlayer::Button::next, "next track ");
+}
+
+// The title may still be that of the track before: the player isn't waited for. When it goes away
+// in between, its end is told first, and then a track without a title.
+void Winamp::pressAndTell(OtherPlayer::Button button, const std::string& opening) {
+    const ThisRun run(core_.state);
+    if (!player_.press(button))
+        return core_.reply.saychat(noPlayer);
+    const auto caption = player_.title();
+    if (!caption)
+        core_.reply.saychat(noPlayer);
+    if (run.lasts())
+        core_.reply.saychat(opening + cleaned(caption.value_or("")));
+}
 
 } // namespace larkspin

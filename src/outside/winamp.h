@@ -3,12 +3,11 @@
 #pragma once
 
 #include "chat/core.h"
+#include "outside/other_player.h"
 
 #include <string>
 
 namespace larkspin {
-
-class OtherPlayer;
 
 class Winamp {
 public:
@@ -21,8 +20,10 @@ public:
     void wnext();
 
 private:
-    [[maybe_unused]] Core core_;
-    [[maybe_unused]] OtherPlayer& player_;
+    void pressAndTell(OtherPlayer::Button button, const std::string& opening);
+
+    Core core_;
+    OtherPlayer& player_;
 };
 
 } // namespace larkspin
