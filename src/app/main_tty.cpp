@@ -1,37 +1,24 @@
 // larkspin in a terminal.
 #include "app/program.h"
 #include "library/completion.h"
+#include "platform/dbus/logind_power.h"
+#include "platform/dbus/mpris_player.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
 #include "platform/posix/posix_launching.h"
+#include "platform/posix/posix_machine_facts.h"
 #include "platform/posix/posix_process.h"
 #include "platform/posix/standard_streams.h"
 #include "platform/posix/user_directories.h"
 #include "platform/terminal/terminal.h"
+#include "platform/terminal/terminal_display.h"
 
 #include <csignal>
+#include <unistd.h>
 
 using namespace larkspin;
-
-namespace { // placeholders
-struct NoPlayer : OtherPlayer {
-    bool press(Button) override { return false; }
-    std::optional<std::string> title() override { return {}; }
-};
-struct NoFacts : MachineFacts {
-    std::string systemName() override { return {}; }
-    std::uint64_t memoryBytes() override { return 0; }
-    DisplaySize display() override { return {}; }
-    std::chrono::milliseconds uptime() override { return {}; }
-    std::optional<DriveSpace> driveSpace(const std::string&) override { return {}; }
-};
-struct NoPower : Power {
-    void restart() override {}
-    void shutDown() override {}
-};
-} // namespace
 
 int main() {
     openStandardStreams();
@@ -44,9 +31,9 @@ int main() {
     PlayerControl player(loop, {playerBeside(), {}},
                          [&](const std::string& line) { terminal.screen.note(line); });
     PosixLaunching launching;
-    NoPlayer otherPlayer;
-    NoFacts facts;
-    NoPower power;
+    MprisPlayer otherPlayer(sessionBusAddress());
+    PosixMachineFacts facts([] { return terminalDisplay(STDOUT_FILENO); });
+    LogindPower power(systemBusAddress());
     PosixProcess process(userDataDirectory());
     terminal.keepHistory(files, DataDirectory(userDataDirectory()).file("history.txt"));
     process.beforeEnd([&] { terminal.close(); });

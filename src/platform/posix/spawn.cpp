@@ -1,5 +1,7 @@
 #include "platform/posix/spawn.h"
 
+#include "platform/posix/no_signals.h"
+
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
@@ -58,23 +60,6 @@ public:
 
 private:
     posix_spawnattr_t attributes_{};
-};
-
-// While it stands no signal comes in: a process that is forked off now would take it with handlers
-// that aren't meant for it.
-class NoSignals {
-public:
-    NoSignals() {
-        sigset_t all;
-        sigfillset(&all);
-        ::pthread_sigmask(SIG_SETMASK, &all, &before_);
-    }
-    ~NoSignals() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-    NoSignals(const NoSignals&) = delete;
-    NoSignals& operator=(const NoSignals&) = delete;
-
-private:
-    sigset_t before_{};
 };
 
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {

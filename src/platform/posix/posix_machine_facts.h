@@ -1,0 +1,36 @@
+// What a Linux machine tells of itself.
+#pragma once
+
+#include "outside/machine_facts.h"
+#include "platform/posix/disk_space.h"
+#include "platform/posix/posix_directories.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+// The system's name and version out of what `/etc/os-release` reads, in lower case.
+std::string systemNameIn(std::string_view osRelease);
+
+class PosixMachineFacts : public MachineFacts {
+public:
+    // What is shown on, and how, only the front end knows.
+    using Display = std::function<DisplaySize()>;
+
+    explicit PosixMachineFacts(Display display) : display_(std::move(display)) {}
+
+    std::string systemName() override;
+    std::uint64_t memoryBytes() override;
+    DisplaySize display() override { return display_(); }
+    std::chrono::milliseconds uptime() override; // with the time that it slept
+    std::optional<DriveSpace> driveSpace(const std::string& path) override;
+
+private:
+    Display display_;
+    PosixDirectories directories_; // for how the owner names one
+    DiskSpace diskSpace_;
+};
+
+} // namespace larkspin
