@@ -19,12 +19,19 @@ constexpr std::string_view welcome = "[box] this must be your first time running
 
 class TerminalTest : public testing::Test {
 protected:
-    // A home of its own, and no sound device.
+    // A home of its own, no sound device, and nobody to order about.
     std::vector<std::string> variables() const {
         const std::string home = disk.path().native();
-        return {"HOME=" + home,      "XDG_DATA_HOME=" + home,      "XDG_RUNTIME_DIR=" + home,
-                "PULSE_SERVER=none", "PIPEWIRE_REMOTE=none",       "ALSA_CONFIG_PATH=/dev/null",
-                "TERM=xterm",        "LSAN_OPTIONS=detect_leaks=0"};
+        return {"HOME=" + home,
+                "XDG_DATA_HOME=" + home,
+                "XDG_RUNTIME_DIR=" + home,
+                "PULSE_SERVER=none",
+                "PIPEWIRE_REMOTE=none",
+                "ALSA_CONFIG_PATH=/dev/null",
+                "TERM=xterm",
+                "DBUS_SESSION_BUS_ADDRESS=",
+                "DBUS_SYSTEM_BUS_ADDRESS=none:",
+                "LSAN_OPTIONS=detect_leaks=0"};
     }
     std::unique_ptr<Child> start() { return Child::start(LARKSPIN_TTY, variables()); }
     std::unique_ptr<Child> running() {
@@ -183,6 +190,15 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     EXPECT_TRUE(child->shows("'volume 12", patience)); // from the history
     child->write("\x15\x04");                          // the line away, then the end
     expectEnd(*child, "12");
+}
+
+TEST_F(TerminalTest, IsADisplayItselfUnlikeAPipe) {
+    EXPECT_NE(output("'cinfo\n").find("<b>0</b>bit - <b>0</b>x<b>0<"), std::string::npos);
+    const auto child = onTerminal();
+    expectShown(*child, "'cinfo\r",
+                "resolution:  \x1b[1m3\x1b[22mbit - \x1b[1m80\x1b[22mx\x1b[1m24");
+    child->resize(30, 100);
+    expectShown(*child, "'cinfo\r", "100\x1b[22mx\x1b[1m30");
 }
 
 TEST_F(TerminalTest, CompletesNamesAndKeepsTheTypedLines) {
