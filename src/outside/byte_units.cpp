@@ -39,9 +39,9 @@ std::string hundredthsText(std::uint64_t hundredths) {
 
 } // namespace
 
-ReadableBytes readable(std::uint64_t bytes) {
-    const auto in = [bytes](std::uint64_t unit, const char* name) -> ReadableBytes {
-        return {hundredthsText(decimalUnits({bytes, unit}, 2)), name};
+std::string readable(std::uint64_t bytes) {
+    const auto in = [bytes](std::uint64_t unit, const char* name) {
+        return "<b>" + hundredthsText(decimalUnits({bytes, unit}, 2)) + "</b> " + name;
     };
     if (bytes >= gb)
         return in(gb, "gb");

@@ -7,12 +7,8 @@
 
 namespace larkspin {
 
-struct ReadableBytes {
-    std::string number; // "1.5"
-    std::string unit;   // "gb", "mb", "kb", "bytes"
-};
-
-ReadableBytes readable(std::uint64_t bytes);
+// "<b>1.5</b> gb", in the largest of gb, mb, kb and bytes that it reaches.
+std::string readable(std::uint64_t bytes);
 
 // The part in percent of the whole, which isn't 0 and not less than the part.
 std::string percentage(std::uint64_t part, std::uint64_t whole);

@@ -47,11 +47,6 @@ std::string uptimeBox(const Uptime& up) {
            " minutes";
 }
 
-std::string amount(const std::string& label, std::uint64_t bytes) {
-    const ReadableBytes number = readable(bytes);
-    return label + ":  <b>" + number.number + "</b> " + number.unit;
-}
-
 bool isLetter(const std::string& drive) {
     return drive.size() == 1 &&
            ((drive[0] >= 'a' && drive[0] <= 'z') || (drive[0] >= 'A' && drive[0] <= 'Z'));
@@ -89,12 +84,12 @@ void MachineCommands::free(const std::string& drive) {
     if (space.total == 0)
         return core_.reply.saychat("invalid, use this example:  <b>c:\\");
     const std::uint64_t free = std::min(space.free, space.total);
-    core_.reply.saychat("[<b>" + place + "</b>] " + amount("capacity", space.total) +
+    core_.reply.saychat("[<b>" + place + "</b>] capacity:  " + readable(space.total) +
                         " - percent free:  [<b>" + percentage(free, space.total) + "</b>%]");
     Pause{core_.loop}(betweenLines);
     if (run.lasts())
-        core_.reply.saychat(amount("space used", space.total - free) + " - " +
-                            amount("free space", free));
+        core_.reply.saychat("space used:  " + readable(space.total - free) +
+                            " - free space:  " + readable(free));
 }
 
 void MachineCommands::ut() {

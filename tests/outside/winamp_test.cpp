@@ -38,24 +38,17 @@ TEST_F(WinampTest, TakesOffWhatItsNamesakePutsAroundATitle) {
     }
 }
 
-TEST_F(WinampTest, WithoutAPlayerEachTellsItOnce) {
+TEST_F(WinampTest, WithoutAPlayerTheyTellItAndInSilentModeOnlyTheTitleIsHeard) {
     machine.otherPlayer.runs = false;
-    converse(machine, {{"'wstop", noPlayer},
-                       {"'wpre", noPlayer},
-                       {"'wplay", noPlayer},
-                       {"'wnext", noPlayer},
-                       {"'amp", noPlayer + std::string("\n")}});
-}
-
-TEST_F(WinampTest, InSilentModeOnlyTheTitleIsHeard) {
+    const std::string twoLines = noPlayer + std::string("\n");
+    for (const auto& line : {"'wstop", "'wpre", "'wplay", "'wnext"})
+        EXPECT_EQ(machine.answer(line), noPlayer);
+    EXPECT_EQ(machine.answer("'amp"), twoLines);
     machine.owner("'silent");
+    converse(machine, {{"'wstop", ""}, {"'amp", twoLines}});
+    machine.otherPlayer.runs = true;
     converse(machine, {{"'amp", "7. Low - Lullaby"}, {"'wnext", ""}});
     EXPECT_EQ(machine.otherPlayer.pressed.size(), 1U);
-    machine.otherPlayer.runs = false;
-    machine.forget();
-    machine.owner("'amp");
-    EXPECT_EQ(machine.allSaid(), (Lines{noPlayer, ""}));
-    EXPECT_EQ(machine.answer("'wstop"), "");
 }
 
 } // namespace

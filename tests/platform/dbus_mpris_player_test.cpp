@@ -14,53 +14,40 @@ using namespace std::chrono_literals;
 using Then = PretendService::Then;
 using Answer = std::function<void(sd_bus_message* reply)>;
 
-constexpr auto bound = 250ms, slack = 200ms; // of a question; for a busy machine
-constexpr auto prefix = "org.mpris.MediaPlayer2.";
-
-// What a player of that title answers.
+template <class... Values> Answer values(Values... all) {
+    return [=](sd_bus_message* reply) { sd_bus_message_append(reply, all...); };
+}
 Answer song(const char* status, const char* title) {
-    return [=](sd_bus_message* reply) {
-        sd_bus_message_append(reply, "a{sv}", 3, "Volume", "d", 0.5, "PlaybackStatus", "s", status,
-                              "Metadata", "a{sv}", 1, "xesam:title", "s", title);
-    };
+    return values("a{sv}", 3, "Volume", "d", 0.5, "PlaybackStatus", "s", status, "Metadata",
+                  "a{sv}", 1, "xesam:title", "s", title);
 }
 
 class MprisPlayerTest : public testing::Test {
 protected:
-    // A player that answers so, or not at all; the buttons that are pressed come into the pipe.
+    // A player that answers so, or not at all.
     std::unique_ptr<PretendService> add(const std::string& name, Answer answer,
                                         Then then = Then::stays) {
         const auto called = [this, answer = std::move(answer), then](sd_bus_message* call) {
             const std::string member = sd_bus_message_get_member(call);
-            if (member != "GetAll") {
-                const bool quiet = sd_bus_message_get_expect_reply(call) == 0;
-                buttons.write(member + (quiet ? "\n" : " waits\n"));
-                return then;
-            }
             sd_bus_message* reply = nullptr;
-            sd_bus_message_new_method_return(call, &reply);
-            const BusMessage kept(reply);
-            if (answer)
+            if (member != "GetAll") {
+                buttons.write(member + (sd_bus_message_get_expect_reply(call) ? " waits" : ""));
+            } else if (answer && sd_bus_message_new_method_return(call, &reply) >= 0) {
                 answer(reply);
-            if (answer)
-                sd_bus_send(nullptr, reply, nullptr);
+                sd_bus_send(nullptr, BusMessage(reply).get(), nullptr);
+            }
             return then;
         };
-        return std::make_unique<PretendService>(bus.address(), prefix + name,
+        return std::make_unique<PretendService>(bus.address(), "org.mpris.MediaPlayer2." + name,
                                                 "/org/mpris/MediaPlayer2", called);
     }
-    std::string pressed() {
-        pollfd readable{buttons.out(), POLLIN, 0};
-        ::poll(&readable, 1, 5000);
-        return buttons.readNow();
-    }
-    std::chrono::nanoseconds timeOf(const std::function<void()>& action) {
+    static void expectTitle(MprisPlayer& asked, const std::optional<std::string>& title) {
         const auto begin = std::chrono::steady_clock::now();
-        action();
-        return std::chrono::steady_clock::now() - begin;
+        EXPECT_EQ(asked.title(), title);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 450ms); // the machine may be busy
     }
 
-    Pipe buttons;
+    Pipe buttons; // what was pressed
     PrivateBus bus;
     MprisPlayer player{bus.address()};
 };
@@ -82,62 +69,52 @@ TEST_F(MprisPlayerTest, IsThePlayingOneBeforeThePausedBeforeTheFirst) {
         std::vector<std::unique_ptr<PretendService>> services;
         for (const auto& [name, status] : set.players)
             services.push_back(add(name, song(status, name.c_str())));
-        EXPECT_EQ(player.title(), set.chosen);
+        expectTitle(player, set.chosen);
         EXPECT_EQ(player.press(OtherPlayer::Button::next), set.chosen.has_value());
         if (set.chosen)
-            EXPECT_EQ(pressed(), "Next\n");
+            EXPECT_EQ(buttons.readSoon(), "Next");
     }
 }
 
-TEST_F(MprisPlayerTest, PressesEachButtonWithoutWaitingForIt) {
+TEST_F(MprisPlayerTest, PressesEachButtonWithoutWaitingAndLeavesNothingOpen) {
     const auto one = add("one", song("Playing", "x"));
-    using Button = OtherPlayer::Button;
-    const std::vector<std::pair<Button, std::string>> members{{Button::previous, "Previous\n"},
-                                                              {Button::play, "Play\n"},
-                                                              {Button::stop, "Stop\n"},
-                                                              {Button::next, "Next\n"}};
+    const auto open = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    const auto before = open();
+    using enum OtherPlayer::Button;
+    const std::vector<std::pair<OtherPlayer::Button, std::string>> members{
+        {previous, "Previous"}, {play, "Play"}, {stop, "Stop"}, {next, "Next"}};
     for (const auto& [button, member] : members) {
         EXPECT_TRUE(player.press(button));
-        EXPECT_EQ(pressed(), member);
+        EXPECT_EQ(buttons.readSoon(), member);
     }
+    EXPECT_EQ(open(), before);
 }
 
 TEST_F(MprisPlayerTest, OneThatHangsHidesNoneAndHoldsNobodyUp) {
-    const auto hanging = add("a", {});
-    EXPECT_LT(timeOf([&] { EXPECT_EQ(player.title(), ""); }), bound + slack);
+    const auto hangs = add("a", {});
+    expectTitle(player, "");
     EXPECT_TRUE(player.press(OtherPlayer::Button::next));
-    EXPECT_EQ(pressed(), "Next\n");
+    EXPECT_EQ(buttons.readSoon(), "Next");
     const auto works = add("b", song("Stopped", "it works")), hangsToo = add("c", {});
-    EXPECT_LT(timeOf([&] { EXPECT_EQ(player.title(), "it works"); }), bound + slack);
+    expectTitle(player, "it works");
 }
 
 TEST_F(MprisPlayerTest, TakesTitlesAsTheyComeAndGarbageForNone) {
-    const std::string euro = "\u20AC", many(1000, 'x');
+    const std::string most(299, 'x'), euro = "\u20AC", longer = most + euro + euro;
     const std::vector<std::pair<std::string, Answer>> answers{
-        {"Low, Nick - x",
-         [](auto* reply) {
-             sd_bus_message_append(reply, "a{sv}", 2, "Metadata", "a{sv}", 2, "xesam:artist", "as",
-                                   3, "Low", "", "Nick", "xesam:title", "s", "x", "Rate", "i", 7);
-         }},
+        {"Low, Nick - x", values("a{sv}", 2, "Metadata", "a{sv}", 2, "xesam:artist", "as", 3, "Low",
+                                 "", "Nick", "xesam:title", "s", "x", "Rate", "i", 7)},
         {" a  b ", song("Playing", "\na\r\nb\u0085")},
         {"", song("Playing", "")},
-        {std::string(300, 'x'), song("Playing", many.c_str())},
-        {std::string(299, 'x') + euro,
-         [&](auto* reply) { song("Playing", (many.substr(1, 299) + euro + euro).c_str())(reply); }},
-        {"y",
-         [](auto* reply) {
-             sd_bus_message_append(reply, "a{sv}", 2, "PlaybackStatus", "i", 3, "Metadata", "a{sv}",
-                                   2, "xesam:artist", "s", "no list", "xesam:title", "s", "y");
-         }},
-        {"",
-         [](auto* reply) {
-             sd_bus_message_append(reply, "a{sv}", 2, "PlaybackStatus", "as", 0, "Metadata",
-                                   "a{sv}", 1, "xesam:title", "as", 1, "a list");
-         }},
-        {"", [](auto* r) { sd_bus_message_append(r, "a{sv}", 1, "Metadata", "s", "none"); }},
-        {"", [](auto* r) { sd_bus_message_append(r, "s", "no properties"); }},
-        {"", [](auto*) {}},
-    };
+        {most + euro, song("Playing", longer.c_str())},
+        {"y", values("a{sv}", 2, "PlaybackStatus", "i", 3, "Metadata", "a{sv}", 2, "xesam:artist",
+                     "s", "no list", "xesam:title", "s", "y")},
+        {"", values("a{sv}", 1, "Metadata", "a{sv}", 1, "xesam:title", "as", 1, "a list")},
+        {"", values("a{sv}", 1, "Metadata", "s", "none")},
+        {"", values("s", "no properties")},
+        {"", values("")}};
     for (std::size_t at = 0; at < answers.size(); ++at) {
         const auto one = add("one", answers[at].second);
         EXPECT_EQ(player.title(), answers[at].first) << at;
@@ -145,41 +122,27 @@ TEST_F(MprisPlayerTest, TakesTitlesAsTheyComeAndGarbageForNone) {
 }
 
 TEST_F(MprisPlayerTest, OneThatGoesAwayMeanwhileIsNone) {
-    {
-        const auto leaving = add("a", {}, Then::leaves);
-        EXPECT_LT(timeOf([&] { EXPECT_EQ(player.title(), std::nullopt); }), bound + slack);
-    }
-    const auto leaving = add("a", song("Playing", "the last"), Then::leaves);
-    EXPECT_EQ(player.title(), "the last");
-    EXPECT_EQ(player.title(), std::nullopt);
+    const auto leaves = add("a", {}, Then::leaves);
+    expectTitle(player, std::nullopt);
+    const auto leavesLater = add("a", song("Playing", "the last"), Then::leaves);
+    expectTitle(player, "the last");
+    expectTitle(player, std::nullopt);
     EXPECT_FALSE(player.press(OtherPlayer::Button::play));
 }
 
 TEST_F(MprisPlayerTest, WithoutABusThatAnswersThereIsNone) {
     const auto one = add("one", song("Playing", "x"));
-    const auto isNone = [&](MprisPlayer&& asked) {
-        EXPECT_LT(timeOf([&] { EXPECT_EQ(asked.title(), std::nullopt); }), bound + slack);
-        EXPECT_FALSE(asked.press(OtherPlayer::Button::play));
-    };
     bus.signal(SIGSTOP);
-    isNone(MprisPlayer(bus.address()));
+    expectTitle(player, std::nullopt);
+    EXPECT_FALSE(player.press(OtherPlayer::Button::play));
     bus.signal(SIGCONT);
-    EXPECT_EQ(player.title(), "x") << "it answers again";
+    expectTitle(player, "x");
     bus.signal(SIGKILL);
-    isNone(MprisPlayer(bus.address()));
-    for (const auto* address : {"", "unix:path=/nonexistent", "no address", "unix:", "autolaunch:"})
-        isNone(MprisPlayer(address));
-}
-
-TEST_F(MprisPlayerTest, LeavesNoDescriptorBehind) {
-    const auto answers = add("a", song("Playing", "x"));
-    const auto count = [] {
-        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
-    };
-    const auto before = count();
-    for (int i = 0; i < 100; ++i)
-        EXPECT_EQ(player.title(), "x");
-    EXPECT_EQ(count(), before);
+    for (const auto& address : {bus.address(), std::string(), std::string("unix:path=/none"),
+                                std::string("no address"), std::string("autolaunch:")}) {
+        MprisPlayer none(address);
+        expectTitle(none, std::nullopt);
+    }
 }
 
 } // namespace

@@ -34,6 +34,12 @@ public:
     bool write(std::string_view text) {
         return ::write(ends_[1], text.data(), text.size()) == static_cast<ssize_t>(text.size());
     }
+    // What stands in it, once something does.
+    std::string readSoon() {
+        pollfd readable{ends_[0], POLLIN, 0};
+        ::poll(&readable, 1, 5000);
+        return readNow();
+    }
     // All that stands in it.
     std::string readNow() {
         std::string text;
