@@ -124,16 +124,20 @@ bool Moderation::treat(int row, const Mode& mode) {
         return false;
     const std::string name(core_.state.roomScratch.row(row));
     if (name != client_.currentScreenName()) {
-        if (!act(row, mode) || !run.lasts())
+        const bool isOffered = act(row, mode);
+        if (!run.lasts())
             return false;
         core_.reply.saychat("<b>" + name + "</b>, " + std::string(mode.ending));
+        if (!isOffered)
+            return false;
     }
     Pause{core_.loop}(betweenPeople);
     return run.lasts();
 }
 
-// False when the client doesn't offer the button: it won't for the next person either, and nothing
-// is to be said of what wasn't done.
+// False when the client doesn't offer the button. What is said repeats the command all the same, as
+// without a room; but the client won't offer it for the next person either, and each search for it
+// takes its time.
 bool Moderation::act(int row, const Mode& mode) {
     if (client_.findChatRoom() == noHandle)
         return true; // what is said is lost as well
