@@ -166,8 +166,8 @@ TEST(Moderation, EndsAtAButtonThatNeverComes) {
     m.host.people = {"Owner", "ann", "bob"};
     m.host.ejected = {"cid", "dan"};
     const auto before = m.loop.now();
-    converse(m, {Turn({"'x "}, "<b>ann</b>, ignored bastard"),
-                 Turn({"'unban "}, "<b>cid</b>, unbanned bastard")});
+    converse(m, {Turn("'x ", "<b>ann</b>, ignored bastard"),
+                 Turn("'unban ", "<b>cid</b>, unbanned bastard")});
     EXPECT_LT(m.loop.now() - before, 2 * longestHostWait + 1s);
     EXPECT_EQ(m.host.pressedButtons, (Lines{"Ejected List", "People List"}));
     m.inMessage("<b>ann", [&] { m.host.remove(m.host.room); });
