@@ -29,7 +29,7 @@ std::string nameOfFour(int minor) {
 
 } // namespace
 
-std::string sysin(const WindowsVersion& version) {
+std::string Sysin(const WindowsVersion& version) {
     if (version.platform == ntLine)
         return nameOfNt(version.major, version.minor);
     switch (version.major) {

@@ -9,6 +9,6 @@ struct WindowsVersion {
     int platform, major, minor; // platform 2 is the NT line
 };
 
-std::string sysin(const WindowsVersion& version);
+std::string Sysin(const WindowsVersion& version);
 
 } // namespace larkspin

@@ -35,7 +35,7 @@ TEST(Sysin, NamesEachVersion) {
         {{1, 4, 90}, "windows me"},   {{1, 4, 1}, "windows 9x"},       {{1, 5, 0}, "windows xp"},
         {{1, 6, 0}, "unknown"},       {{0, 2, 0}, "unknown"}};
     for (const auto& [version, name] : names)
-        EXPECT_EQ(sysin(version), name) << version.major << "." << version.minor;
+        EXPECT_EQ(Sysin(version), name) << version.major << "." << version.minor;
 }
 
 TEST(ByteUnits, ChooseTheUnitAndRoundAHalfToTheEvenDigit) {
