@@ -154,8 +154,10 @@ void WindowTreeHost::closeHost() {
         calls_.post(frame, window::close, 0, 0);
 }
 
+// Without the client they would only be struck in some other program.
 void WindowTreeHost::sendHostKeys(const std::string& keys) {
-    calls_.sendKeys(toSingleByte(keys));
+    if (windows_.frame() != noHandle)
+        calls_.sendKeys(toSingleByte(keys));
 }
 
 std::string WindowTreeHost::windowCaption(HostHandle window) {
