@@ -19,8 +19,22 @@ bool isSpecial(char32_t code) {
     return code >= 0x80 && code < 0xA0;
 }
 
+bool endsLine(char32_t code) {
+    return code >= '\n' && code <= '\r';
+}
+
+char32_t characterOf(char byte) {
+    const char32_t code = static_cast<unsigned char>(byte);
+    if (endsLine(code))
+        return ' ';
+    return isSpecial(code) ? special[code - 0x80] : code;
+}
+
+// The micro sign, which the code page has, is this letter once its case is folded.
+constexpr char32_t micro = 0xB5, foldedMicro = 0x3BC;
+
 char byteOf(const Character& character) {
-    const char32_t code = character.code;
+    const char32_t code = character.code == foldedMicro ? micro : character.code;
     if (!character.valid || (code < 0x100 && !isSpecial(code)))
         return static_cast<char>(code);
     const auto at = std::find(std::begin(special), std::end(special), code);
@@ -31,10 +45,8 @@ char byteOf(const Character& character) {
 
 std::string fromSingleByte(std::string_view bytes) {
     std::string text;
-    for (const char byte : bytes) {
-        const char32_t code = static_cast<unsigned char>(byte);
-        appendCharacter(text, isSpecial(code) ? special[code - 0x80] : code);
-    }
+    for (const char byte : bytes)
+        appendCharacter(text, characterOf(byte));
     return text;
 }
 

@@ -9,7 +9,9 @@
 namespace larkspin {
 
 // Every byte becomes a character, those that the code page leaves out the control character of
-// their number, so that any bytes survive the way there and back.
+// their number, so that bytes survive the way there and back. But for the ends of lines, which
+// become blanks: others have written these texts, and if one were said on two lines, the second
+// might be a command.
 std::string fromSingleByte(std::string_view bytes);
 
 // A character that the code page doesn't have becomes a question mark; a byte that is no character

@@ -71,8 +71,9 @@ TEST_F(Transfers, TellHowFarAnUploadIs) {
         EXPECT_EQ(tray("ustatz"), boxed + "% - min:  " + minutes);
         machine.state().silnt = false;
     }
-    upload("Now Uploading Ride.MP3");
-    EXPECT_EQ(machine.answer("'ustat"), "upload:  <b>ride.mp3</b> - <b>45%</b> - min:  <b>5");
+    upload("Now Uploading Ride\xB5.MP3\r\n'volume 7");
+    EXPECT_EQ(machine.answer("'ustat"),
+              "upload:  <b>ride\u00B5.mp3  'volume 7</b> - <b>45%</b> - min:  <b>5");
     host.showModal("File Transfer - 45%", {"a notice"});
     EXPECT_EQ(machine.answer("'ustat"), "");
 }
