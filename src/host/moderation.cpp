@@ -40,27 +40,29 @@ void Moderation::unban(const std::string& fragment) {
 }
 
 // With the owner's own name, so that each name's row is the client's row.
-void Moderation::readNames(List list) {
-    client_.readHostList((client_.*list)(), core_.state.roomScratch, true);
+HostHandle Moderation::readNames(List list) {
+    const HostHandle read = (client_.*list)();
+    client_.readHostList(read, core_.state.roomScratch, true);
+    return read;
 }
 
 void Moderation::ignore(const std::string& fragment, std::string_view ending) {
-    readNames(&HostClient::peopleList);
-    pass(fragment, {&HostClient::peopleList, ignoreButton, ending});
+    const HostHandle read = readNames(&HostClient::peopleList);
+    pass(fragment, {&HostClient::peopleList, read, ignoreButton, ending});
 }
 
 void Moderation::eject(const std::string& fragment) {
     if (refusedToOthers())
         return;
-    readNames(&HostClient::peopleList);
-    pass(fragment, {&HostClient::peopleList, ejectButton, "ejected bastard"});
+    const HostHandle read = readNames(&HostClient::peopleList);
+    pass(fragment, {&HostClient::peopleList, read, ejectButton, "ejected bastard"});
 }
 
 void Moderation::letBackIn(const std::string& fragment) {
     const ThisRun run(core_.state);
     if (refusedToOthers())
         return;
-    readNames(&HostClient::ejectedList);
+    const HostHandle read = readNames(&HostClient::ejectedList);
     const HostHandle toEjected =
         client_.findChatRoom() == noHandle ? noHandle : client_.findRoomIcon(ejectedButton);
     if (!run.lasts())
@@ -71,7 +73,7 @@ void Moderation::letBackIn(const std::string& fragment) {
         return;
     }
     client_.pressIcon(toEjected);
-    pass(fragment, {&HostClient::ejectedList, allowButton, "unbanned bastard"});
+    pass(fragment, {&HostClient::ejectedList, read, allowButton, "unbanned bastard"});
     // However that ended, by the end of the run as well: the client doesn't end with it.
     client_.pressIcon(client_.findRoomIcon(peopleButton));
 }
@@ -137,16 +139,17 @@ bool Moderation::treat(int row, const Mode& mode) {
 
 // False when the client doesn't offer the button. What is said repeats the command all the same, as
 // without a room; but the client won't offer it for the next person either, and each search for it
-// takes its time.
+// takes its time. The same when the owner has turned to another room meanwhile, where the row is
+// somebody else's.
 bool Moderation::act(int row, const Mode& mode) {
     if (client_.findChatRoom() == noHandle)
         return true; // what is said is lost as well
     const ThisRun run(core_.state);
     const Pause pause(core_.loop);
     const HostHandle button = client_.findRoomIcon(std::string(mode.button));
-    if (button == noHandle || !run.lasts())
+    if (button == noHandle || !run.lasts() || (client_.*mode.list)() != mode.read)
         return false;
-    client_.selectHostRow((client_.*mode.list)(), row);
+    client_.selectHostRow(mode.read, row);
     core_.loop.serveTurn();
     pause(aroundHolding);
     if (!run.lasts())

@@ -28,11 +28,12 @@ private:
     using List = HostHandle (HostClient::*)();
     struct Mode {
         List list;               // from which the names are read
+        HostHandle read;         // the one that they were read from
         std::string_view button; // that is pressed for each person
         std::string_view ending; // of what is said of him
     };
 
-    void readNames(List list);
+    HostHandle readNames(List list);
     void ignore(const std::string& fragment, std::string_view ending);
     void eject(const std::string& fragment);
     void letBackIn(const std::string& fragment);

@@ -171,7 +171,11 @@ TEST(Moderation, EndsAtAButtonThatNeverComes) {
     EXPECT_LT(m.loop.now() - before, 2 * longestHostWait + 1s);
     EXPECT_EQ(m.host.pressedButtons, (Lines{"Ejected List", "People List"}));
     m.inMessage("<b>ann", [&] { m.host.remove(m.host.room); });
-    converse(m, {Turn("'ban ", "<b>ann</b>, ejected bastard"), Turn("'x ", "")});
+    auto& next = m.host[m.host.findChild(m.host.addRoom(), 0, "_AOL_Listbox")]; // he turns to it
+    const auto selected = next.row;
+    converse(m, {Turn("'ban ", "<b>ann</b>, ejected bastard\n<b>bob</b>, ejected bastard"),
+                 Turn("'x ", "fag not found")});
+    EXPECT_EQ(next.row, selected);
     EXPECT_EQ(m.state().roomScratch.count(), 0);
 }
 
