@@ -28,8 +28,10 @@ bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
+// Those of other alphabets stand for themselves: their bytes are all above ASCII.
 bool isLetterOrDigit(char byte) {
-    return isDigit(byte) || (lowerAscii(byte) >= 'a' && lowerAscii(byte) <= 'z');
+    return isDigit(byte) || (lowerAscii(byte) >= 'a' && lowerAscii(byte) <= 'z') ||
+           static_cast<unsigned char>(byte) >= 0x80;
 }
 
 // Control characters, blanks of any kind, marks that nobody sees, and the signs that an address
@@ -68,8 +70,7 @@ std::string_view cut(std::string_view& text, char sign) {
 bool namesHost(std::string_view text) {
     std::string_view server = text.substr(0, text.find_first_of("/?#"));
     server.remove_prefix(server.rfind('@') + 1); // none is npos, and one more is 0
-    return !server.empty() && (isLetterOrDigit(server[0]) || server[0] == '[' ||
-                               static_cast<unsigned char>(server[0]) >= 0x80);
+    return !server.empty() && (isLetterOrDigit(server[0]) || server[0] == '[');
 }
 
 // Behind "mailto:": to whom, and only such headers as the owner would write himself. Others attach

@@ -9,6 +9,7 @@ namespace {
 TEST(WebAddress, IsMadeWhole) {
     const std::pair<const char*, const char*> cases[] = {
         {"lark.example", "http://lark.example"},
+        {"b\u00FCcher.de/x", "http://b\u00FCcher.de/x"},
         {"www.Lark-2.example:8080/a?b", "http://www.Lark-2.example:8080/a?b"},
         {"  HTTP://Lark.example/a.exe ", "http://Lark.example/a.exe"},
         {"MailTo:Jo@a.b,mum@a.b?cc=x@y", "mailto:Jo@a.b,mum@a.b?cc=x@y"},
