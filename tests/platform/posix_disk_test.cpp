@@ -54,6 +54,10 @@ TEST_F(PosixDisk, NamesAndPathsAreMappedBySyntaxAlone) {
              {"/", "c:\\"}, {"/a/./b/../c//", "c:\\a\\c"}, {"/../..", "c:\\"}, {"a/b", "a/b"},
              {"~", "c:\\home\\jo"}, {"~/../x", "c:\\home\\x"}, {"c:\\A", "c:\\A"}, {"~jo", "~jo"}})
         EXPECT_EQ(directories.drivePath(typed), path) << typed;
+    std::string down, up;
+    for (int i = 0; i < 100000; ++i)
+        down += "/a", up += "/..";
+    EXPECT_EQ(directories.drivePath(down + up), "c:\\") << "at once";
     for (const auto& [name, form] : Pairs{
              {"AC|DC?.mp3", "AC\uF07CDC\uF03F.mp3"}, {" a b ", "\uF020a b\uF020"}, {" ", "\uF020"},
              {"\xFF\\\n\x7F", "\xFF\uF05C\uF00A\uF07F"}, {"\uF03F", "\uF000\uF03F"}, {"Ä{", "Ä{"}})

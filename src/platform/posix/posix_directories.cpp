@@ -3,6 +3,7 @@
 #include "platform/posix/descriptor.h"
 #include "platform/posix/drive_paths.h"
 
+#include <climits>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
@@ -47,8 +48,8 @@ bool isMadeUp(std::string_view native, std::string_view name) {
 // It is followed here, so that what is listed there gets the names by which it can be opened.
 std::string withoutUpwards(const std::string& native) {
     namespace fs = std::filesystem;
-    if (native.find("/..") == std::string::npos)
-        return native;
+    if (native.find("/..") == std::string::npos || native.size() >= PATH_MAX)
+        return native; // what is longer can't be there, and takes hours to be followed
     fs::path path;
     for (const fs::path& name : fs::path(native)) {
         std::error_code failed;
@@ -67,6 +68,10 @@ void take(DirectoryListing& listing, std::string_view native, std::string_view n
         return;
     auto& names = kind == Kind::file ? listing.files : listing.directories;
     names.push_back(driveName(name));
+}
+
+bool isHome(std::string_view typed) {
+    return typed == "~" || typed.starts_with("~/");
 }
 
 std::string ownHome() {
@@ -107,11 +112,15 @@ std::vector<std::string> PosixDirectories::drives() {
     return {"c:"};
 }
 
+std::string PosixDirectories::nativeAsTyped(std::string_view typed) const {
+    if (isHome(typed))
+        return home_ + std::string(typed.substr(1));
+    return typed.starts_with('/') ? std::string(typed) : nativePath(typed);
+}
+
 std::string PosixDirectories::drivePath(std::string_view typed) {
-    if (typed == "~" || typed.starts_with("~/"))
-        return larkspin::drivePath(withoutUpwards(home_ + std::string(typed.substr(1))));
-    if (typed.starts_with('/'))
-        return larkspin::drivePath(withoutUpwards(std::string(typed)));
+    if (isHome(typed) || typed.starts_with('/'))
+        return larkspin::drivePath(withoutUpwards(nativeAsTyped(typed)));
     return std::string(typed);
 }
 

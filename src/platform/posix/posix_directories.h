@@ -17,6 +17,10 @@ public:
     std::vector<std::string> drives() override;
     std::string drivePath(std::string_view typed) override;
 
+    // The native path of what the owner typed, as the system takes it; empty for what is none.
+    // Nothing is asked of the disk.
+    std::string nativeAsTyped(std::string_view typed) const;
+
 private:
     std::string home_; // native
 };

@@ -1,6 +1,5 @@
 #include "platform/posix/posix_machine_facts.h"
 
-#include "platform/posix/drive_paths.h"
 #include "text/fold.h"
 
 #include <algorithm>
@@ -78,7 +77,7 @@ std::chrono::milliseconds PosixMachineFacts::uptime() {
 }
 
 std::optional<DriveSpace> PosixMachineFacts::driveSpace(const std::string& path) {
-    const std::string native = nativePath(directories_.drivePath(path));
+    const std::string native = directories_.nativeAsTyped(path);
     return native.empty() ? std::nullopt : diskSpace_.of(native);
 }
 
