@@ -14,7 +14,7 @@ struct DisplaySize {
 };
 
 struct DriveSpace {
-    std::uint64_t total = 0, free = 0; // bytes; free is what the owner may still fill
+    std::uint64_t total = 0, free = 0; // bytes; free with what is kept for the system
 };
 
 class MachineFacts {

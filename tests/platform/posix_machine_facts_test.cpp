@@ -39,9 +39,13 @@ TEST(MachineFacts, TellsOfThisMachine) {
     const TempDirectory disk;
     disk.write("file", "x");
     const std::string native = disk.path().native();
-    const std::string places[] = {native, drivePath(native), "c:\\", "C:", "/", "~"};
+    const std::string places[] = {native, native + "/..", drivePath(native), "c:\\", "C:", "/",
+                                  "~"};
     for (const auto& place : places)
         EXPECT_GT(facts.driveSpace(place).value_or(DriveSpace{}).total, 0U) << place;
+    const double free = static_cast<double>(facts.driveSpace(native).value_or(DriveSpace{}).free);
+    EXPECT_NEAR(free, static_cast<double>(std::filesystem::space(native).free), 1e8)
+        << "and root's";
     const std::string tooLong(100000, 'x'), file = native + "/file", missing = native + "/no";
     for (const std::string& place : {std::string(), std::string("q:\\"), std::string("tmp"), file,
                                      missing, std::string("/\0", 2), "/" + tooLong})

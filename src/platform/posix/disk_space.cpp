@@ -66,7 +66,7 @@ bool DiskSpace::askSystem(const char* directory, DriveSpace& space) {
     if (::stat(directory, &kind) != 0 || !S_ISDIR(kind.st_mode) || ::statfs(directory, &facts) != 0)
         return false;
     const auto block = static_cast<std::uint64_t>(facts.f_frsize ? facts.f_frsize : facts.f_bsize);
-    space = {facts.f_blocks * block, facts.f_bavail * block};
+    space = {facts.f_blocks * block, facts.f_bfree * block};
     return true;
 }
 
