@@ -63,8 +63,9 @@ Nanoseconds timeLeft(sd_bus* bus) {
 std::string sessionBusAddress() {
     if (const std::string address = variable("DBUS_SESSION_BUS_ADDRESS"); !address.empty())
         return address;
-    const std::string socket = variable("XDG_RUNTIME_DIR") + "/bus";
-    return ::access(socket.c_str(), W_OK) == 0 ? "unix:path=" + escaped(socket) : "";
+    const std::string directory = variable("XDG_RUNTIME_DIR"), socket = directory + "/bus";
+    const bool isThere = !directory.empty() && ::access(socket.c_str(), W_OK) == 0;
+    return isThere ? "unix:path=" + escaped(socket) : "";
 }
 
 std::string systemBusAddress() {

@@ -114,9 +114,12 @@ private:
     void ask(Candidate& player) {
         const BusMessage call = bus_.methodCall(
             {player.name.c_str(), playerPath, "org.freedesktop.DBus.Properties", "GetAll"});
-        if (call && sd_bus_message_set_auto_start(call.get(), 0) >= 0 &&
-            sd_bus_message_append(call.get(), "s", playerInterface) >= 0)
+        const bool asked =
+            call && sd_bus_message_set_auto_start(call.get(), 0) >= 0 &&
+            sd_bus_message_append(call.get(), "s", playerInterface) >= 0 &&
             bus_.ask(call, [&](sd_bus_message* answer) { takeAnswer(answer, player); });
+        if (!asked) // the bus is gone, or the name is none
+            player.state = Candidate::State::gone;
     }
 
     const Clock::time_point latest_ = Clock::now() + questionBound;
