@@ -41,8 +41,8 @@ public:
     virtual void cancel(TimerId timer) = 0;
 
     // From now on runs the task whenever nothing is due and the thread is about to sleep: what has
-    // changed since the last time can be shown at once. It must not wait; what it posts runs before
-    // the sleep.
+    // changed since the last time can be shown at once. A loop may also run it now and then in the
+    // turns that a long job serves. It must not wait; what it posts runs before the sleep.
     virtual void beforeSleep(Task task) = 0;
 
     // Runs what is due now and returns without waiting.

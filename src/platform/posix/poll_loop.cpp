@@ -1,11 +1,8 @@
 #include "platform/posix/poll_loop.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <csignal>
 #include <ctime>
 #include <poll.h>
-#include <sys/signalfd.h>
 #include <unistd.h>
 
 namespace larkspin {
@@ -32,17 +29,6 @@ PollLoop::~PollLoop() {
         ::close(descriptor);
 }
 
-Nanoseconds PollLoop::now() const {
-    return std::chrono::steady_clock::now().time_since_epoch();
-}
-
-std::tm PollLoop::localTime() const {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    return local;
-}
-
 void PollLoop::watch(int descriptor, Task readable) {
     watched_[descriptor] = std::make_shared<const Task>(std::move(readable));
 }
@@ -60,18 +46,12 @@ void PollLoop::unwatchWritable(int descriptor) {
 }
 
 void PollLoop::onSignals(std::initializer_list<int> signals, Task task) {
-    sigset_t set;
-    sigemptyset(&set);
-    for (const int number : signals)
-        sigaddset(&set, number);
-    ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
-    const int descriptor = ::signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+    const int descriptor = openSignals(signals);
     if (descriptor < 0)
         return;
     signals_.push_back(descriptor);
     watch(descriptor, [descriptor, task = std::move(task)] {
-        signalfd_siginfo received{};
-        if (::read(descriptor, &received, sizeof received) == sizeof received)
+        if (takeSignal(descriptor))
             task();
     });
 }

@@ -3,10 +3,10 @@
 // a handler.
 #pragma once
 
+#include "platform/posix/loop_parts.h"
 #include "platform/posix/watching_loop.h"
 #include "shell/event_queue.h"
 
-#include <initializer_list>
 #include <map>
 #include <memory>
 #include <vector>
@@ -20,8 +20,8 @@ public:
     PollLoop(const PollLoop&) = delete;
     PollLoop& operator=(const PollLoop&) = delete;
 
-    Nanoseconds now() const override;
-    std::tm localTime() const override;
+    Nanoseconds now() const override { return steadyTime(); }
+    std::tm localTime() const override { return ownersTime(); }
     void post(Task task) override { queue_.post(std::move(task)); }
     TimerId every(Nanoseconds interval, Task task) override {
         return queue_.every(interval, now(), std::move(task));
@@ -38,14 +38,8 @@ public:
     void unwatch(int descriptor) override;
     void watchWritable(int descriptor, Task writable) override;
     void unwatchWritable(int descriptor) override;
-
-    // From now on these signals reach the task as events instead of their usual effect. Call it
-    // before other threads start, so that they leave the signals alone as well.
-    void onSignals(std::initializer_list<int> signals, Task task);
-
-    // Serves events until the condition holds or the moment has come. The condition is looked
-    // at behind each turn.
-    void waitFor(const std::function<bool()>& condition, Nanoseconds latest);
+    void onSignals(std::initializer_list<int> signals, Task task) override;
+    void waitFor(const std::function<bool()>& condition, Nanoseconds latest) override;
 
 private:
     // Shared, since a handler may unwatch its own descriptor while it runs.

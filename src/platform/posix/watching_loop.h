@@ -4,6 +4,8 @@
 
 #include "shell/event_loop.h"
 
+#include <initializer_list>
+
 namespace larkspin {
 
 class WatchingLoop : public EventLoop {
@@ -17,6 +19,15 @@ public:
     // however deep handlers are nested, so that the task must not wait.
     virtual void watchWritable(int descriptor, Task writable) = 0;
     virtual void unwatchWritable(int descriptor) = 0;
+
+    // From now on these signals reach the task as events instead of their usual effect, however
+    // deep handlers are nested. Threads that have started before must have them blocked
+    // (`blockSignals`).
+    virtual void onSignals(std::initializer_list<int> signals, Task task) = 0;
+
+    // Serves events until the condition holds or the moment has come. The condition is looked
+    // at behind each turn.
+    virtual void waitFor(const std::function<bool()>& condition, Nanoseconds latest) = 0;
 };
 
 } // namespace larkspin

@@ -1,7 +1,10 @@
-// The poll loop in real time, by spans of milliseconds.
+// The event loops of the front ends in real time, by spans of milliseconds: each owes the program
+// the same.
 #include "platform/posix/poll_loop.h"
+#include "platform/qt/qt_loop.h"
 #include "support/pipe.h"
 
+#include <QCoreApplication>
 #include <csignal>
 #include <ctime>
 #include <fcntl.h>
@@ -13,7 +16,17 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class PollLoopTest : public testing::Test {
+std::unique_ptr<WatchingLoop> makeLoop(bool onQt) {
+    if (!onQt)
+        return std::make_unique<PollLoop>();
+    static int count = 1;
+    static char name[] = "test";
+    static char* arguments[] = {name, nullptr};
+    static const QCoreApplication application(count, arguments);
+    return std::make_unique<QtLoop>();
+}
+
+class EventLoopsTest : public testing::TestWithParam<bool> {
 protected:
     char readOne() {
         char byte = 0;
@@ -37,11 +50,14 @@ protected:
     }
 
     Pipe pipe;
-    PollLoop loop;
+    const std::unique_ptr<WatchingLoop> made = makeLoop(GetParam());
+    WatchingLoop& loop = *made;
     std::string log;
 };
 
-TEST_F(PollLoopTest, WaitsAsleepForTheWholeSpanWhileEventsRun) {
+INSTANTIATE_TEST_SUITE_P(OnPollAndOnQt, EventLoopsTest, testing::Bool());
+
+TEST_P(EventLoopsTest, WaitsAsleepForTheWholeSpanWhileEventsRun) {
     int ticks = 0;
     loop.every(10ms, [&] { ++ticks; });
     loop.watch(pipe.out(), [&] { log += readOne(); });
@@ -56,7 +72,7 @@ TEST_F(PollLoopTest, WaitsAsleepForTheWholeSpanWhileEventsRun) {
     EXPECT_EQ(log, "x");
 }
 
-TEST_F(PollLoopTest, AHandlerThatWaitsIsOvertakenByInputAndMayStopWatching) {
+TEST_P(EventLoopsTest, AHandlerThatWaitsIsOvertakenByInputAndMayStopWatching) {
     loop.watch(pipe.out(), [&] {
         log += readOne();
         if (log == "a") {
@@ -73,7 +89,7 @@ TEST_F(PollLoopTest, AHandlerThatWaitsIsOvertakenByInputAndMayStopWatching) {
     EXPECT_EQ(log, "abc.");
 }
 
-TEST_F(PollLoopTest, ALongJobStillHearsTheInput) {
+TEST_P(EventLoopsTest, ALongJobStillHearsTheInput) {
     loop.watch(pipe.out(), [&] { log += readOne(); });
     pipe.write("x");
     for (const auto limit = loop.now() + 5s; log.empty() && loop.now() < limit;)
@@ -81,7 +97,7 @@ TEST_F(PollLoopTest, ALongJobStillHearsTheInput) {
     EXPECT_EQ(log, "x");
 }
 
-TEST_F(PollLoopTest, AFloodOfInputNestsNoDeeperThanTheLimit) {
+TEST_P(EventLoopsTest, AFloodOfInputNestsNoDeeperThanTheLimit) {
     int depth = 0, deepest = 0, seen = 0;
     loop.watch(pipe.out(), [&] {
         readOne();
@@ -96,7 +112,7 @@ TEST_F(PollLoopTest, AFloodOfInputNestsNoDeeperThanTheLimit) {
     EXPECT_GT(deepest, 2);
 }
 
-TEST_F(PollLoopTest, TellsWhenAPipeTakesBytesAgainAlsoDeepInNestedHandlers) {
+TEST_P(EventLoopsTest, TellsWhenAPipeTakesBytesAgainAlsoDeepInNestedHandlers) {
     ::fcntl(pipe.in(), F_SETFL, O_NONBLOCK);
     EXPECT_FALSE(pipe.write(std::string(1 << 20, 'x')));
     bool told = false;
@@ -109,7 +125,7 @@ TEST_F(PollLoopTest, TellsWhenAPipeTakesBytesAgainAlsoDeepInNestedHandlers) {
     nest([&] { pipe.readNow(); }, [&] { return told; });
 }
 
-TEST_F(PollLoopTest, SignalsComeHoweverDeepHandlersNest) {
+TEST_P(EventLoopsTest, SignalsComeHoweverDeepHandlersNest) {
     loop.onSignals({SIGUSR1}, [&] { log += 's'; });
     nest([] { ::raise(SIGUSR1); }, [&] { return !log.empty(); });
     EXPECT_EQ(log, "s");
