@@ -4,11 +4,16 @@
 // counts as dismissed. Paths are drive paths.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace larkspin {
+
+inline constexpr std::chrono::minutes answerLimit{10}; // then a question counts as dismissed
+inline constexpr std::string_view ownTitle = "larkspin"; // of a box that says no other
 
 struct TextQuestion {
     std::string title;
@@ -33,7 +38,7 @@ public:
     virtual ~Dialogs() = default;
 
     // Information icon, one OK button, the program's name as title.
-    void box(const std::string& text) { titledBox("larkspin", text); }
+    void box(const std::string& text) { titledBox(std::string(ownTitle), text); }
     virtual void titledBox(const std::string& title, const std::string& text) = 0;
 
     // The same with a stop icon.

@@ -178,8 +178,7 @@ void QtLoop::arm() {
         return;
     alarmAt_ = *due;
     const Nanoseconds moment = now();
-    const auto span =
-        std::chrono::ceil<std::chrono::milliseconds>(std::max(*due, moment) - moment);
+    const auto span = std::chrono::ceil<std::chrono::milliseconds>(std::max(*due, moment) - moment);
     alarm_->start(std::min<std::chrono::milliseconds>(span, 24h));
 }
 

@@ -8,9 +8,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::chrono::minutes answerLimit{10};
-constexpr std::string_view ownTitle = "larkspin";
-
 // The title where it says more than whose box it is.
 std::string titled(const std::string& title, const std::string& text) {
     return title.empty() || title == ownTitle ? text : title + ": " + text;

@@ -1,0 +1,90 @@
+#include "platform/qt/display.h"
+
+#include "platform/qt/icon.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace larkspin {
+
+namespace {
+
+[[noreturn]] void endWithoutDisplay() {
+    std::fputs(
+        "larkspin: there is no display to show windows on; larkspin-tty runs in a terminal\n",
+        stderr);
+    std::_Exit(EXIT_FAILURE);
+}
+
+bool isSet(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value && *value;
+}
+
+// Where it can't connect, Qt would abort.
+void tellWhatQtSays(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtFatalMsg)
+        endWithoutDisplay();
+    if (type != QtDebugMsg)
+        std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
+}
+
+// X first, also where it stands on Wayland, which gives windows no places and none the front. The
+// owner's own choice, by Qt's variables, goes before. As arguments, since the variables go on to
+// whatever the program starts.
+std::vector<const char*> argumentsOf(const char* program) {
+    std::vector<const char*> arguments = {program};
+    if (!isSet("QT_QPA_PLATFORM") && isSet("DISPLAY"))
+        arguments.insert(arguments.end(),
+                         {"-platform", isSet("WAYLAND_DISPLAY") ? "xcb;wayland" : "xcb"});
+    if (!isSet("QT_QPA_PLATFORMTHEME")) // a desktop's own would bring its toolkit along
+        arguments.insert(arguments.end(), {"-platformtheme", "generic"});
+    return arguments;
+}
+
+} // namespace
+
+std::unique_ptr<QApplication> openDisplay(char* program) {
+    if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM"))
+        endWithoutDisplay();
+    // Qt keeps references to both.
+    static std::vector<const char*> arguments = argumentsOf(program);
+    static int count = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    qInstallMessageHandler(tellWhatQtSays);
+    auto application = std::make_unique<QApplication>(count, const_cast<char**>(arguments.data()));
+    QApplication::setApplicationName("larkspin");
+    QApplication::setDesktopFileName("larkspin");
+    QApplication::setWindowIcon(programIcon());
+    QApplication::setQuitOnLastWindowClosed(false);
+    return application;
+}
+
+// By the rules of X, a program that draws windows together owns this name. Without X, whoever shows
+// windows does so.
+bool drawsTransparency() {
+    const auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11)
+        return QGuiApplication::platformName() == "wayland";
+    xcb_connection_t* const connection = x11->connection();
+    const std::string name = "_NET_WM_CM_S0";
+    const auto length = static_cast<std::uint16_t>(name.size());
+    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
+        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, false, length, name.c_str()),
+                              nullptr),
+        &std::free);
+    if (!atom)
+        return false;
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> owner(
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom),
+                                      nullptr),
+        &std::free);
+    return owner && owner->owner != XCB_NONE;
+}
+
+} // namespace larkspin

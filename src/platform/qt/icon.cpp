@@ -1,0 +1,27 @@
+#include "platform/qt/icon.h"
+
+#include "icon_svg.h" // made from packaging/icons/larkspin.svg by the build
+
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+#include <QSvgRenderer>
+
+namespace larkspin {
+
+// In the sizes that trays and window lists ask for.
+QIcon programIcon() {
+    QSvgRenderer drawing{QByteArray(iconSvg)};
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        drawing.render(&painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
+} // namespace larkspin

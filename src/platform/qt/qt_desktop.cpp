@@ -1,0 +1,99 @@
+#include "platform/qt/qt_desktop.h"
+
+#include "platform/qt/icon.h"
+#include "platform/qt/menu_view.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QIcon>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// A tray that starts together with the program is given this time.
+constexpr Nanoseconds searchTime = 1s;
+constexpr Nanoseconds doubleClickTime = 400ms;
+
+} // namespace
+
+QtDesktop::QtDesktop(EventLoop& loop, Task withoutTray)
+    : loop_(loop), withoutTray_(std::move(withoutTray)), trayMenu_(std::make_unique<QMenu>()),
+      popup_(std::make_unique<QMenu>()), tray_(std::make_unique<QSystemTrayIcon>(programIcon())) {
+    tray_->setToolTip("larkspin");
+    tray_->setContextMenu(trayMenu_.get());
+    QObject::connect(tray_.get(), &QSystemTrayIcon::activated,
+                     [this](QSystemTrayIcon::ActivationReason reason) { takeClick(reason); });
+    QObject::connect(trayMenu_.get(), &QMenu::aboutToShow, [this] { fillTrayMenu(); });
+}
+
+QtDesktop::~QtDesktop() = default;
+
+// Shown at once, and by Qt in a tray that comes later.
+void QtDesktop::addTrayIcon(const TrayIcon& icon) {
+    removeTrayIcon();
+    icon_ = icon;
+    fillTrayMenu();
+    tray_->show();
+    search_ = loop_.once(searchTime, [this] {
+        if (!QSystemTrayIcon::isSystemTrayAvailable())
+            withoutTray_();
+    });
+}
+
+void QtDesktop::removeTrayIcon() {
+    icon_.reset();
+    loop_.cancel(std::exchange(search_, TimerId::none));
+    if (hasDisplay_)
+        tray_->hide();
+}
+
+void QtDesktop::popUp(const Menu& menu) {
+    while (QWidget* open = QApplication::activePopupWidget())
+        if (!open->close())
+            return;
+    fillMenu(*popup_, menu.entries(), loop_, MenuDrawnBy::qt);
+    popup_->popup(QCursor::pos());
+}
+
+void QtDesktop::popUpTrayMenu() {
+    if (icon_)
+        popUp(icon_->menu);
+}
+
+void QtDesktop::fillTrayMenu() {
+    if (icon_)
+        fillMenu(*trayMenu_, icon_->menu.entries(), loop_,
+                 isDrawnByDesktop() ? MenuDrawnBy::desktop : MenuDrawnBy::qt);
+}
+
+// An icon that lies in a window of Qt's own has a place; one that the desktop draws has none.
+bool QtDesktop::isDrawnByDesktop() const {
+    return !tray_->geometry().isValid();
+}
+
+// The desktop tells of single clicks only, so that each of them counts, but not the second one of a
+// pair. From its own window Qt tells of double clicks as well.
+void QtDesktop::takeClick(int reason) {
+    if (reason == QSystemTrayIcon::DoubleClick)
+        toggle();
+    if (reason != QSystemTrayIcon::Trigger || !isDrawnByDesktop())
+        return;
+    const Nanoseconds now = loop_.now();
+    if (!toggledAt_ || now - *toggledAt_ >= doubleClickTime) {
+        toggledAt_ = now;
+        toggle();
+    }
+}
+
+void QtDesktop::toggle() {
+    if (icon_ && icon_->onDoubleClick)
+        loop_.post(icon_->onDoubleClick);
+}
+
+} // namespace larkspin

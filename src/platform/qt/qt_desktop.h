@@ -1,0 +1,49 @@
+// The tray icon and popup menus. A menu is made anew each time it opens, one is open at a time, and
+// what is chosen from it comes as an event of its own.
+#pragma once
+
+#include "shell/desktop.h"
+
+#include <memory>
+#include <optional>
+
+class QMenu;
+class QSystemTrayIcon;
+
+namespace larkspin {
+
+class QtDesktop : public Desktop {
+public:
+    // Where there is no tray to bear the icon, `withoutTray` is called in its place.
+    QtDesktop(EventLoop& loop, Task withoutTray);
+    ~QtDesktop() override;
+    QtDesktop(const QtDesktop&) = delete;
+    QtDesktop& operator=(const QtDesktop&) = delete;
+
+    void addTrayIcon(const TrayIcon& icon) override;
+    void removeTrayIcon() override;
+    void popUp(const Menu& menu) override;
+
+    // The icon's menu where the pointer is, for whoever finds no tray.
+    void popUpTrayMenu();
+
+    // From now on nothing of Qt's is touched: its display is gone.
+    void loseDisplay() { hasDisplay_ = false; }
+
+private:
+    void fillTrayMenu();
+    bool isDrawnByDesktop() const;
+    void takeClick(int reason);
+    void toggle();
+
+    EventLoop& loop_;
+    Task withoutTray_;
+    std::optional<TrayIcon> icon_;
+    std::unique_ptr<QMenu> trayMenu_, popup_;
+    std::unique_ptr<QSystemTrayIcon> tray_;
+    TimerId search_ = TimerId::none; // for a tray
+    std::optional<Nanoseconds> toggledAt_;
+    bool hasDisplay_ = true;
+};
+
+} // namespace larkspin

@@ -1,0 +1,120 @@
+#include "platform/qt/qt_dialogs.h"
+
+#include "platform/posix/drive_paths.h"
+#include "platform/qt/qt_text.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+
+namespace larkspin {
+
+namespace {
+
+std::optional<std::string> firstOf(const std::vector<std::string>& paths) {
+    return paths.empty() ? std::nullopt : std::optional(paths.front());
+}
+
+// As Qt reads it: the patterns in brackets behind the description, divided by blanks.
+QString filterOf(const FileType& type) {
+    return toQt(type.description + " (" + type.patterns + ')').replace(';', ' ');
+}
+
+QString nativeName(const std::string& path) {
+    return QFile::decodeName(nativePath(path).c_str());
+}
+
+} // namespace
+
+void QtDialogs::titledBox(const std::string& title, const std::string& text) {
+    QMessageBox box(QMessageBox::Information, toQt(title), toQt(text), QMessageBox::Ok);
+    show(box);
+}
+
+void QtDialogs::stopBox(const std::string& text) {
+    QMessageBox box(QMessageBox::Critical, toQt(ownTitle), toQt(text), QMessageBox::Ok);
+    show(box);
+}
+
+bool QtDialogs::ask(const std::string& question) {
+    QMessageBox box(QMessageBox::NoIcon, toQt(ownTitle), toQt(question),
+                    QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setEscapeButton(QMessageBox::No);
+    return show(box) == QMessageBox::Yes;
+}
+
+std::optional<std::string> QtDialogs::askText(const TextQuestion& question) {
+    QInputDialog dialog;
+    dialog.setWindowTitle(toQt(question.title));
+    dialog.setLabelText(toQt(question.prompt));
+    dialog.setTextValue(toQt(question.preset));
+    if (show(dialog) != QDialog::Accepted || dialog.textValue().isEmpty())
+        return std::nullopt;
+    return dialog.textValue().toStdString();
+}
+
+std::optional<std::string> QtDialogs::openFile(const FileQuestion& question) {
+    QFileDialog dialog;
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return firstOf(askPaths(dialog, question));
+}
+
+std::vector<std::string> QtDialogs::openFiles(const FileQuestion& question) {
+    QFileDialog dialog;
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    return askPaths(dialog, question);
+}
+
+std::optional<std::string> QtDialogs::saveFile(const FileQuestion& question) {
+    QFileDialog dialog;
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    return firstOf(askPaths(dialog, question));
+}
+
+std::optional<std::string> QtDialogs::openDirectory(const FileQuestion& question) {
+    QFileDialog dialog;
+    dialog.setFileMode(QFileDialog::Directory);
+    return firstOf(askPaths(dialog, question));
+}
+
+// Not the desktop's own dialog, which isn't served by this loop, and no question whether to write
+// over a file: where the song or list really goes is the program's business.
+std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQuestion& question) {
+    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
+                      QFileDialog::HideNameFilterDetails);
+    dialog.setWindowTitle(toQt(question.title));
+    QStringList filters;
+    for (const FileType& type : question.types)
+        filters << filterOf(type);
+    if (!filters.isEmpty())
+        dialog.setNameFilters(filters);
+    const QString directory = nativeName(question.directory);
+    dialog.setDirectory(directory.isEmpty() ? QDir::homePath() : directory);
+    if (!question.preset.empty())
+        dialog.selectFile(nativeName("c:\\" + question.preset).mid(1));
+    std::vector<std::string> paths;
+    if (show(dialog) == QDialog::Accepted)
+        for (const QString& chosen : dialog.selectedFiles())
+            paths.push_back(drivePath(QFile::encodeName(chosen).toStdString()));
+    return paths;
+}
+
+int QtDialogs::show(QDialog& dialog) {
+    for (QLabel* label : dialog.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
+    bool finished = false;
+    QObject::connect(&dialog, &QDialog::finished, [&finished] { finished = true; });
+    dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+    dialog.show();
+    dialog.raise();
+    dialog.activateWindow();
+    loop_.waitFor([&finished] { return finished; }, loop_.now() + answerLimit);
+    return finished ? dialog.result() : 0;
+}
+
+} // namespace larkspin

@@ -1,0 +1,35 @@
+// Boxes, questions and file dialogs as windows of their own, which stay above all others. Events
+// run while one is open. Escape dismisses it, and so does a long silence; nothing that it says is
+// taken for markup.
+#pragma once
+
+#include "platform/posix/watching_loop.h"
+#include "shell/dialogs.h"
+
+class QDialog;
+class QFileDialog;
+
+namespace larkspin {
+
+class QtDialogs : public Dialogs {
+public:
+    explicit QtDialogs(WatchingLoop& loop) : loop_(loop) {}
+
+    void titledBox(const std::string& title, const std::string& text) override;
+    void stopBox(const std::string& text) override;
+    bool ask(const std::string& question) override;
+    std::optional<std::string> askText(const TextQuestion& question) override;
+    std::optional<std::string> openFile(const FileQuestion& question) override;
+    std::vector<std::string> openFiles(const FileQuestion& question) override;
+    std::optional<std::string> saveFile(const FileQuestion& question) override;
+    std::optional<std::string> openDirectory(const FileQuestion& question) override;
+
+private:
+    // What the dialog ended with; 0 when it was dismissed.
+    int show(QDialog& dialog);
+    std::vector<std::string> askPaths(QFileDialog& dialog, const FileQuestion& question);
+
+    WatchingLoop& loop_;
+};
+
+} // namespace larkspin
