@@ -13,7 +13,7 @@
 namespace larkspin {
 
 inline constexpr std::chrono::minutes answerLimit{10}; // then a question counts as dismissed
-inline constexpr std::string_view ownTitle = "larkspin"; // of a box that says no other
+inline constexpr std::string_view boxTitle = "larkspin"; // of a box that says no other
 
 struct TextQuestion {
     std::string title;
@@ -38,7 +38,7 @@ public:
     virtual ~Dialogs() = default;
 
     // Information icon, one OK button, the program's name as title.
-    void box(const std::string& text) { titledBox(std::string(ownTitle), text); }
+    void box(const std::string& text) { titledBox(std::string(boxTitle), text); }
     virtual void titledBox(const std::string& title, const std::string& text) = 0;
 
     // The same with a stop icon.

@@ -4,15 +4,25 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QScreen>
+#include <QSessionManager>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 #include <xcb/xcb.h>
 
 namespace larkspin {
 
 namespace {
+
+Task lossTask; // for the end of the process, which knows no objects
+
+struct Free {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <typename Type> using Reply = std::unique_ptr<Type, Free>;
 
 [[noreturn]] void endWithoutDisplay() {
     std::fputs(
@@ -49,7 +59,7 @@ std::vector<const char*> argumentsOf(const char* program) {
 
 } // namespace
 
-std::unique_ptr<QApplication> openDisplay(char* program) {
+Display::Display(char* program) {
     if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM"))
         endWithoutDisplay();
     // Qt keeps references to both.
@@ -57,34 +67,56 @@ std::unique_ptr<QApplication> openDisplay(char* program) {
     static int count = static_cast<int>(arguments.size());
     arguments.push_back(nullptr);
     qInstallMessageHandler(tellWhatQtSays);
-    auto application = std::make_unique<QApplication>(count, const_cast<char**>(arguments.data()));
+    application_ = std::make_unique<QApplication>(count, const_cast<char**>(arguments.data()));
+    qInstallMessageHandler(nullptr);
     QApplication::setApplicationName("larkspin");
     QApplication::setDesktopFileName("larkspin");
     QApplication::setWindowIcon(programIcon());
     QApplication::setQuitOnLastWindowClosed(false);
-    return application;
 }
+
+Display::~Display() = default;
 
 // By the rules of X, a program that draws windows together owns this name. Without X, whoever shows
 // windows does so.
-bool drawsTransparency() {
-    const auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+bool Display::drawsTransparency() const {
+    const auto* const x11 = application_->nativeInterface<QNativeInterface::QX11Application>();
     if (!x11)
-        return QGuiApplication::platformName() == "wayland";
+        return QApplication::platformName() == "wayland";
     xcb_connection_t* const connection = x11->connection();
-    const std::string name = "_NET_WM_CM_S0";
-    const auto length = static_cast<std::uint16_t>(name.size());
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
-        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, false, length, name.c_str()),
-                              nullptr),
-        &std::free);
+    constexpr std::string_view name = "_NET_WM_CM_S0";
+    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        connection,
+        xcb_intern_atom(connection, false, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
     if (!atom)
         return false;
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> owner(
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom),
-                                      nullptr),
-        &std::free);
+    const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, atom->atom), nullptr));
     return owner && owner->owner != XCB_NONE;
+}
+
+DisplaySize Display::size() const {
+    const QScreen* const screen = QApplication::primaryScreen();
+    if (!screen)
+        return {};
+    const QSize size = screen->size() * screen->devicePixelRatio();
+    return {screen->depth(), size.width(), size.height()};
+}
+
+void Display::onSessionEnd(Task task) {
+    QObject::connect(application_.get(), &QGuiApplication::commitDataRequest,
+                     [task = std::move(task)](QSessionManager&) { task(); });
+}
+
+// Qt calls exit(3) when its connection breaks.
+void Display::onLoss(Task task) {
+    lossTask = std::move(task);
+    std::atexit([] { lossTask(); });
+}
+
+void Display::run() {
+    QApplication::exec();
 }
 
 } // namespace larkspin

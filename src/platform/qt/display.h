@@ -1,5 +1,8 @@
-// The display that a program with windows needs.
+// The display that a program with windows needs, and Qt's application on it.
 #pragma once
+
+#include "outside/machine_facts.h"
+#include "shell/event_loop.h"
 
 #include <memory>
 
@@ -7,10 +10,30 @@ class QApplication;
 
 namespace larkspin {
 
-// Qt's application on the owner's display. Without one, this is told, and the process ends.
-std::unique_ptr<QApplication> openDisplay(char* program);
+class Display {
+public:
+    // Without a display this is told, and the process ends.
+    explicit Display(char* program);
+    ~Display();
+    Display(const Display&) = delete;
+    Display& operator=(const Display&) = delete;
 
-// Windows can be half transparent on it.
-bool drawsTransparency();
+    // Windows can be half transparent on it.
+    bool drawsTransparency() const;
+    DisplaySize size() const;
+
+    // Called as the desktop's session ends.
+    void onSessionEnd(Task task);
+
+    // Called when the display has gone, which ends the process behind it. Nothing can be shown any
+    // more, nor waited for. One display per process.
+    void onLoss(Task task);
+
+    // Serves events until Qt is told to quit.
+    void run();
+
+private:
+    std::unique_ptr<QApplication> application_;
+};
 
 } // namespace larkspin

@@ -22,9 +22,9 @@ constexpr Nanoseconds doubleClickTime = 400ms;
 
 } // namespace
 
-QtDesktop::QtDesktop(EventLoop& loop, Task withoutTray)
-    : loop_(loop), withoutTray_(std::move(withoutTray)), trayMenu_(std::make_unique<QMenu>()),
-      popup_(std::make_unique<QMenu>()), tray_(std::make_unique<QSystemTrayIcon>(programIcon())) {
+QtDesktop::QtDesktop(EventLoop& loop)
+    : loop_(loop), trayMenu_(std::make_unique<QMenu>()), popup_(std::make_unique<QMenu>()),
+      tray_(std::make_unique<QSystemTrayIcon>(programIcon())) {
     tray_->setToolTip("larkspin");
     tray_->setContextMenu(trayMenu_.get());
     QObject::connect(tray_.get(), &QSystemTrayIcon::activated,

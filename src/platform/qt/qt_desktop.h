@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 class QMenu;
 class QSystemTrayIcon;
@@ -14,8 +15,7 @@ namespace larkspin {
 
 class QtDesktop : public Desktop {
 public:
-    // Where there is no tray to bear the icon, `withoutTray` is called in its place.
-    QtDesktop(EventLoop& loop, Task withoutTray);
+    explicit QtDesktop(EventLoop& loop);
     ~QtDesktop() override;
     QtDesktop(const QtDesktop&) = delete;
     QtDesktop& operator=(const QtDesktop&) = delete;
@@ -23,6 +23,9 @@ public:
     void addTrayIcon(const TrayIcon& icon) override;
     void removeTrayIcon() override;
     void popUp(const Menu& menu) override;
+
+    // Where there is no tray to bear an icon, this is called in its place.
+    void withoutTray(Task task) { withoutTray_ = std::move(task); }
 
     // The icon's menu where the pointer is, for whoever finds no tray.
     void popUpTrayMenu();
@@ -37,7 +40,7 @@ private:
     void toggle();
 
     EventLoop& loop_;
-    Task withoutTray_;
+    Task withoutTray_ = [] {};
     std::optional<TrayIcon> icon_;
     std::unique_ptr<QMenu> trayMenu_, popup_;
     std::unique_ptr<QSystemTrayIcon> tray_;

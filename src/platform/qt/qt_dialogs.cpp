@@ -35,12 +35,12 @@ void QtDialogs::titledBox(const std::string& title, const std::string& text) {
 }
 
 void QtDialogs::stopBox(const std::string& text) {
-    QMessageBox box(QMessageBox::Critical, toQt(ownTitle), toQt(text), QMessageBox::Ok);
+    QMessageBox box(QMessageBox::Critical, toQt(boxTitle), toQt(text), QMessageBox::Ok);
     show(box);
 }
 
 bool QtDialogs::ask(const std::string& question) {
-    QMessageBox box(QMessageBox::NoIcon, toQt(ownTitle), toQt(question),
+    QMessageBox box(QMessageBox::NoIcon, toQt(boxTitle), toQt(question),
                     QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);

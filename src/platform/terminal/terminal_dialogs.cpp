@@ -10,7 +10,7 @@ namespace {
 
 // The title where it says more than whose box it is.
 std::string titled(const std::string& title, const std::string& text) {
-    return title.empty() || title == ownTitle ? text : title + ": " + text;
+    return title.empty() || title == boxTitle ? text : title + ": " + text;
 }
 
 bool isDrivePath(std::string_view path) {

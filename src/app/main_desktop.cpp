@@ -1,0 +1,72 @@
+// larkspin on a desktop.
+#include "app/program.h"
+#include "host/own_room.h"
+#include "platform/dbus/logind_power.h"
+#include "platform/dbus/mpris_player.h"
+#include "platform/player/player_control.h"
+#include "platform/posix/posix_directories.h"
+#include "platform/posix/posix_files.h"
+#include "platform/posix/posix_launching.h"
+#include "platform/posix/posix_machine_facts.h"
+#include "platform/posix/posix_process.h"
+#include "platform/posix/standard_streams.h"
+#include "platform/posix/user_directories.h"
+#include "platform/qt/display.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_loop.h"
+
+#include <csignal>
+
+using namespace larkspin;
+
+int main(int, char** arguments) {
+    const auto endSignals = {SIGTERM, SIGHUP, SIGINT};
+    openStandardStreams();
+    blockSignals(endSignals);
+    Display display(arguments[0]);
+    QtLoop loop;
+    ChatLines lines(loop);
+    PosixFiles files(Wastebasket{userDataHome()});
+    PosixDirectories directories;
+    QtDialogs dialogs(loop);
+    QtDesktop desktop(loop);
+    OwnRoom room(lines, loginName(), [](const ChatLine&) {});
+    PlayerControl player(loop, {playerBeside(), {}}, [&](const std::string& line) {
+        loop.post([&dialogs, line] { dialogs.box(line); });
+    });
+    PosixLaunching launching;
+    MprisPlayer otherPlayer(sessionBusAddress());
+    PosixMachineFacts facts([&] { return display.size(); });
+    LogindPower power(systemBusAddress());
+    PosixProcess process(userDataDirectory());
+
+    Program program({.loop = loop,
+                     .files = files,
+                     .directories = directories,
+                     .dialogs = dialogs,
+                     .desktop = desktop,
+                     .host = room,
+                     .lines = lines,
+                     .player = player,
+                     .launching = launching,
+                     .otherPlayer = otherPlayer,
+                     .facts = facts,
+                     .power = power,
+                     .process = process,
+                     .dataDirectory = userDataDirectory(),
+                     .fadesWindows = display.drawsTransparency()});
+    desktop.withoutTray([&] {
+        if (!program.playback.mediaWindow.mp3s.visible)
+            program.playback.mediaList.show();
+    });
+    loop.onSignals(endSignals, [&] { program.end(); });
+    display.onSessionEnd([&] { program.end(); });
+    display.onLoss([&] {
+        desktop.loseDisplay();
+        program.end();
+    });
+    loop.post([&] { program.start(); });
+    display.run();
+    program.end();
+}
