@@ -32,7 +32,7 @@ public:
     // The catalogue is back in its place, whether the window shows or not.
     void putCatalogueBack();
 
-    Window larkmain{.name = "larkmain"};
+    Window larkmain{.name = "larkmain", .spoken = "larkspin commands"};
 
 private:
     std::vector<Control> controls();

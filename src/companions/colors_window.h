@@ -28,7 +28,7 @@ public:
     // As each run begins: hidden, in its place, with no colour mixed.
     void reset();
 
-    Window colors{.name = "colors"};
+    Window colors{.name = "colors", .spoken = "larkspin colors"};
 
 private:
     std::vector<Control> controls();

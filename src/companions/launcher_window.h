@@ -24,7 +24,7 @@ public:
     // As each run begins: hidden, in its place, and nothing pointed at.
     void reset();
 
-    Window appz{.name = "appz"};
+    Window appz{.name = "appz", .spoken = "larkspin applications"};
 
 private:
     std::vector<Control> controls();

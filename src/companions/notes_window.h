@@ -23,7 +23,7 @@ public:
     // As each run begins: hidden, and in its place.
     void reset();
 
-    Window notez{.name = "notez"};
+    Window notez{.name = "notez", .spoken = "larkspin notes"};
 
 private:
     std::vector<Control> controls();

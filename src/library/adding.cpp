@@ -79,10 +79,13 @@ FileQuestion Adding::question(const std::string& wanted) const {
             .types = {fileTypeOf(state_.mediaFilter)}};
 }
 
+void Adding::addFiles() {
+    addFiles(dialogs_.openFiles(question("add file(s)")));
+}
+
 // A single file brings its directory with the backslash behind it, and leaves the memory of the
 // random pick alone.
-void Adding::addFiles() {
-    const std::vector<std::string> paths = dialogs_.openFiles(question("add file(s)"));
+void Adding::addFiles(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         const Song song = songOfPath(path);
         if (song.title().empty() || song.directory.empty())
@@ -102,6 +105,10 @@ FileLister::Shown Adding::askForDirectory() {
     const bool isThere =
         path && (File1_.setPath(*path) || File1_.setPath(songOfPath(*path).directory));
     return isThere ? File1_.shown() : nullptr;
+}
+
+FileLister::Shown Adding::directoryAt(const std::string& path) {
+    return File1_.setPath(path) ? File1_.shown() : nullptr;
 }
 
 // Each directory with the backslash behind it, which a scan doesn't write.

@@ -6,6 +6,7 @@
 #include "text/row_list.h"
 
 #include <string>
+#include <vector>
 
 namespace larkspin {
 
@@ -32,10 +33,12 @@ public:
 
     // As the media window does it: files that the owner chooses, whatever their type.
     void addFiles();
+    void addFiles(const std::vector<std::string>& paths);
 
     // What the media filter lets through in a directory that he chooses, without those below it.
     // Nothing is chosen when he dismisses the dialog or names what isn't there.
     FileLister::Shown askForDirectory();
+    FileLister::Shown directoryAt(const std::string& path); // nothing when it is no directory
     void addDirectory(const DirectoryListing& chosen);
 
     // Adds what the last scan found and contains the text, in the same way.

@@ -60,7 +60,7 @@ public:
     void load();
     void unload();
 
-    Window stops{.name = "stops", .place = {3000, 2700, 900, 270}};
+    Window stops{.name = "stops", .spoken = "larkspin choice", .place = {3000, 2700, 900, 270}};
 
 private:
     AppState& state_;

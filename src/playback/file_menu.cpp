@@ -13,14 +13,30 @@ void FileMenu::popUp() {
 
 std::vector<MenuEntry> FileMenu::entries() {
     return {{.name = "adfil", .caption = "add file(s)", .action = [this] { adding_.addFiles(); }},
-            {.name = "adir", .caption = "add directory", .action = [this] { addDirectory(); }},
+            {.name = "adir", .caption = "add directory", .action = [this] { askForDirectory(); }},
             separator("f"),
             {.name = "adstr", .caption = "add string", .action = [this] { addString(); }}};
 }
 
-void FileMenu::addDirectory() {
+void FileMenu::askForDirectory() {
     if (const auto chosen = adding_.askForDirectory())
-        behindSplash_.run([&] { adding_.addDirectory(*chosen); });
+        addDirectory(*chosen);
+}
+
+bool FileMenu::addDirectory(const DirectoryListing& directory) {
+    return behindSplash_.run([&] { adding_.addDirectory(directory); });
+}
+
+void FileMenu::addDropped(const std::vector<std::string>& paths) {
+    std::vector<std::string> files;
+    for (const std::string& path : paths) {
+        const auto directory = adding_.directoryAt(path);
+        if (!directory)
+            files.push_back(path);
+        else if (!addDirectory(*directory))
+            return; // the run has ended
+    }
+    adding_.addFiles(files);
 }
 
 void FileMenu::addString() {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "chat/core.h"
+#include "library/directories.h"
 #include "shell/menu.h"
 
+#include <string>
 #include <vector>
 
 namespace larkspin {
@@ -19,9 +21,13 @@ public:
 
     void popUp();
 
+    // What the owner drops on the list: files and directories, each as its entry adds it.
+    void addDropped(const std::vector<std::string>& paths);
+
 private:
     std::vector<MenuEntry> entries();
-    void addDirectory();
+    void askForDirectory();
+    bool addDirectory(const DirectoryListing& directory); // false: the run has ended
     void addString();
 
     Dialogs& dialogs_;

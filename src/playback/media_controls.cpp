@@ -142,7 +142,8 @@ Controls list(AppState& state, Playback& p) {
                      [&p](Key key) {
                          if (key == Key::del)
                              p.songFiles.deleteShown();
-                     }}),
+                     },
+                 .onDrop = [&p](const auto& paths) { p.fileMenu.addDropped(paths); }}),
         label({.name = "fileCountLabel",
                .place = {0, lastRow, 3750, rowHeight},
                .text = shows(state.fileCountLabel)}),

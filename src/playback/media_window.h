@@ -44,7 +44,9 @@ public:
     void hint(std::string_view text);
     void hintOfTitle();
 
-    Window mp3s{.name = "mp3s", .place = {firstEdge, firstEdge, width, fullHeight}};
+    Window mp3s{.name = "mp3s",
+                .spoken = "larkspin media",
+                .place = {firstEdge, firstEdge, width, fullHeight}};
 
 private:
     std::string songName();

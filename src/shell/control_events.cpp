@@ -1,5 +1,6 @@
 #include "shell/control_events.h"
 
+#include "shell/controls.h"
 #include "text/row_list.h"
 
 #include <algorithm>
@@ -61,22 +62,36 @@ bool mouseDown(Window& window, const std::string& name, int row) {
     return true;
 }
 
+bool click(Window& window, const std::string& name, int row) {
+    const Control* const control = findShown(window, name);
+    const bool isThere = control && fits(*control, row);
+    if (isThere)
+        call(control->onClick);
+    window.dragged = false; // its button is up again
+    return isThere;
+}
+
+bool doubleClick(Window& window, const std::string& name, int row) {
+    const Control* const control = findShown(window, name);
+    if (!control || !fits(*control, row))
+        return false;
+    call(control->onDoubleClick);
+    return true;
+}
+
 bool press(Window& window, const std::string& name, int row) {
     if (findShown(window, name, Kind::combo))
         return chooseRow(window, name, row);
     if (!mouseDown(window, name, row))
         return false;
-    if (const Control* control = findShown(window, name); control && fits(*control, row))
-        call(control->onClick);
-    window.dragged = false; // its button is up again
+    click(window, name, row);
     return true;
 }
 
 bool pressTwice(Window& window, const std::string& name, int row) {
     if (!press(window, name, row))
         return false;
-    if (const Control* control = findShown(window, name); control && fits(*control, row))
-        call(control->onDoubleClick);
+    doubleClick(window, name, row);
     return true;
 }
 
@@ -126,6 +141,22 @@ bool chooseRow(Window& window, const std::string& name, int row) {
     control->rows->setCurrentIndex(row);
     call(control->onClick);
     return true;
+}
+
+bool drop(Window& window, const std::string& name, const std::vector<std::string>& paths) {
+    const Control* const control = findShown(window, name);
+    if (!control || !control->onDrop || paths.empty())
+        return false;
+    const auto onDrop = control->onDrop;
+    onDrop(paths);
+    return true;
+}
+
+bool closeWindow(Window& window) {
+    for (const Control& control : window.controls)
+        if (control.spoken == closeSpoken)
+            return press(window, std::string(control.name));
+    return false;
 }
 
 bool editText(Window& window, const std::string& name, const std::string& text) {

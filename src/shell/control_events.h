@@ -29,8 +29,14 @@ inline constexpr int noRow = -1;
 // becomes current and the only one selected.
 bool mouseDown(Window& window, const std::string& control, int row = noRow);
 
-// Down and up again: a click behind the mouse-down. A list takes one on a row only; in a combo it
-// takes the row.
+// The button coming up again over the control that it went down on. A list takes a click on a row
+// only.
+bool click(Window& window, const std::string& control, int row = noRow);
+
+// The button going down again so soon after a click that the two belong together.
+bool doubleClick(Window& window, const std::string& control, int row = noRow);
+
+// Down and up again: a click behind the mouse-down. In a combo it takes the row.
 bool press(Window& window, const std::string& control, int row = noRow);
 
 // A press, and the double click behind it.
@@ -51,6 +57,12 @@ bool moveSlider(Window& window, const std::string& control, int value);
 
 // Takes a row of a combo.
 bool chooseRow(Window& window, const std::string& control, int row);
+
+// Lets go of files and directories over the control, told by drive paths.
+bool drop(Window& window, const std::string& control, const std::vector<std::string>& paths);
+
+// A press on the label that closes the window. False for a window that has none.
+bool closeWindow(Window& window);
 
 // Makes a text field read this.
 bool editText(Window& window, const std::string& control, const std::string& text);

@@ -49,7 +49,7 @@ Control titleStrip(EventLoop& loop, Window& window, Control described) {
 
 Control closeLabel(Window& window, Control described) {
     described.place = {window.place.width - closeWidth, 0, closeWidth, stripHeight};
-    described.spoken = "close";
+    described.spoken = closeSpoken;
     described.text = [] { return "  X"; };
     if (!described.onClick)
         described.onClick = [&window] { window.visible = false; };

@@ -9,12 +9,15 @@
 #include "shell/window.h"
 
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
 // Twips: the strip by which a window is moved, and the label in its corner.
 inline constexpr int stripHeight = 315;
 inline constexpr int closeWidth = 330;
+
+inline constexpr std::string_view closeSpoken = "close"; // what the label there is called
 
 // Each completes what the control's description names.
 Control label(Control described);

@@ -10,6 +10,7 @@ namespace larkspin {
 Splash::Splash(AppState& state, EventLoop& loop, bool fades)
     : state_(state), loop_(loop), pause_(loop), fades_(fades) {
     dire.name = "dire";
+    dire.spoken = "larkspin player";
     dire.place = {0, 0, 4500, 900};
     dire.controls = {
         label({.name = "title",

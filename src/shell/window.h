@@ -60,12 +60,16 @@ struct Control {
     std::function<void(Key)> onKey = {};
     std::function<void(int)> onChange = {}; // slider: moved to, or dragged over, a value
     std::function<void(const std::string&)> onEdit = {}; // text field: what it reads now
+    // Files and directories, let go over it with the mouse.
+    std::function<void(const std::vector<std::string>&)> onDrop = {};
 
     bool visible = true;
 };
 
 struct Window {
     std::string name;
+    // What a screen reader and a list of windows call it.
+    std::string spoken = {};
     Place place = {};
     std::vector<Control> controls = {};
     Color background = black;

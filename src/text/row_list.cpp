@@ -36,6 +36,7 @@ bool RowList::add(Row row) {
     if (!goesLast && current_ >= 0 && indexOf(place) <= current_)
         ++current_;
     insert(place, std::move(row));
+    rowsChanged();
     return true;
 }
 
@@ -51,6 +52,7 @@ void RowList::assign(const std::vector<Row>& rows) {
     clear();
     for (const Placed& placed : order)
         append(*placed.row);
+    rowsChanged();
 }
 
 void RowList::append(Row row) {
@@ -103,6 +105,7 @@ void RowList::removeAt(int index) {
     if (block.empty())
         blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block));
     --count_;
+    rowsChanged();
     if (index == current_)
         current_ = -1;
     else if (index < current_)
@@ -118,6 +121,7 @@ void RowList::replaceAt(int index, std::string_view text) {
     known_.reset();
     const Place place = placeOf(index);
     blocks_[place.block][place.offset].row = Row(text);
+    rowsChanged();
 }
 
 void RowList::clear() {
@@ -146,6 +150,7 @@ void RowList::setSelected(int index, bool selected) {
     const Place place = placeOf(index);
     blocks_[place.block][place.offset].selected = selected;
     selectedCount_ += selected ? 1 : -1;
+    marksChanged();
 }
 
 // As a rule the one that was chosen before is the only one selected, and needn't be looked for.
@@ -155,8 +160,7 @@ bool RowList::choose(int index) {
     setSelected(current_, false);
     clearSelection();
     setSelected(index, true);
-    current_ = index;
-    return true;
+    return setCurrentIndex(index);
 }
 
 void RowList::clearSelection() {
@@ -166,11 +170,14 @@ void RowList::clearSelection() {
         for (Slot& slot : block)
             slot.selected = false;
     selectedCount_ = 0;
+    marksChanged();
 }
 
 bool RowList::setCurrentIndex(int index) {
     if (index < -1 || index >= count_)
         return false;
+    if (index != current_)
+        marksChanged();
     current_ = index;
     return true;
 }

@@ -14,6 +14,7 @@
 
 #include "text/row.h"
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <unordered_set>
@@ -70,6 +71,11 @@ public:
     void clearSelection();
     int selectedCount() const { return selectedCount_; }
 
+    // By which one who shows the list sees that it has changed: lists of the same revision have the
+    // same rows, current index and selection, those of the same revision of rows the same rows.
+    std::uint64_t revision() const { return revision_; }
+    std::uint64_t rowsRevision() const { return rowsRevision_; }
+
     // Whether a row equals the whole text, without regard to case.
     bool contains(std::string_view text) const;
     bool contains(const Row& row) const { return containsFolded(row.folded()); }
@@ -87,6 +93,8 @@ private:
     };
     using FoldedTexts = std::unordered_set<std::string_view>; // of rows in the list
 
+    void rowsChanged() { rowsRevision_ = revision_ = ++revisions; }
+    void marksChanged() { revision_ = ++revisions; }
     bool isInside(int index) const { return index >= 0 && index < count_; }
     const Slot& slot(int index) const; // of an index inside the list
     Place placeOf(int index) const;
@@ -102,6 +110,10 @@ private:
     int count_ = 0;
     int current_ = -1;
     int selectedCount_ = 0;
+
+    // Of all lists together, so that a copy of another list is told from what was here before.
+    static inline std::uint64_t revisions = 0;
+    std::uint64_t revision_ = 0, rowsRevision_ = 0; // 0: nothing in it
 
     // The block that was read last and the index of its first row: a walk by index needs no
     // search. Counts from the front again after a change.

@@ -1,4 +1,5 @@
 // The playlist on the media window, worked as the owner does.
+#include "library/playlist_row.h"
 #include "shell/window.h"
 #include "support/media_machine.h"
 
@@ -58,6 +59,21 @@ TEST(MediaList, ComesUpByACommandAlsoInSilence) {
     machine.owner("'silent");
     EXPECT_EQ(machine.answer("'media"), "");
     EXPECT_TRUE(machine.mp3s().visible);
+}
+
+// Each is added as if its directory, or the file itself, had been chosen from the file menu.
+TEST(MediaList, TakesDroppedFilesAndWhatTheFilterLetsThroughOfDirectories) {
+    MediaMachine m({"a.mp3"});
+    m.disk.write("new/one.mp3", "");
+    m.disk.write("new/notes.txt", "");
+    m.disk.write("new/below/deep.mp3", "");
+    m.disk.write("other/two.ogg", "");
+    const Lines paths{m.drive("new"), m.drive("other/two.ogg"), m.drive("new")};
+    m.run([&] { EXPECT_TRUE(drop(m.mp3s(), "playlistView", paths)); });
+    const RowList& rows = m.state().masterList;
+    ASSERT_EQ(rows.count(), 3);
+    EXPECT_EQ(rows.row(1), makerow("one", ".mp3", m.drive("new") + "\\"));
+    EXPECT_EQ(rows.row(2), makerow("two", ".ogg", m.drive("other") + "\\"));
 }
 
 } // namespace larkspin
