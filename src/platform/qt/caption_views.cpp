@@ -1,0 +1,208 @@
+// Labels, buttons and swatches: what shows a caption or a colour. What can be pressed is a button
+// to a screen reader; in the strip at the window's top it looks like the label beside it.
+#include "platform/qt/control_view.h"
+#include "platform/qt/glyphs.h"
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+#include "shell/controls.h"
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int margin = 2; // in pixels, left and right of a caption
+
+struct CaptionLook {
+    explicit CaptionLook(const Control& control)
+        : isCentred(control.kind == Control::Kind::button),
+          isOnStrip(control.place.top == 0 && control.place.height == stripHeight),
+          hasBox(isCentred && control.place.top > 0) {}
+
+    bool isCentred, isOnStrip, hasBox;
+};
+
+// The blanks in front of a label's caption are part of how it looks; a button's stands in the
+// middle.
+void drawCaption(QPainter& painter, const QWidget& widget, const QString& caption, bool isCentred) {
+    const QRect within = widget.rect().adjusted(margin, 0, -margin, 0);
+    if (const QPainterPath glyph = isCentred ? glyphOf(caption, widget.rect()) : QPainterPath();
+        !glyph.isEmpty()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(glyph, painter.pen().color());
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        return;
+    }
+    const QString text = isCentred ? caption.trimmed() : caption;
+    const auto flags =
+        Qt::TextSingleLine | Qt::AlignVCenter | (isCentred ? Qt::AlignHCenter : Qt::AlignLeft);
+    painter.drawText(within, flags,
+                     widget.fontMetrics().elidedText(text, Qt::ElideRight, within.width()));
+}
+
+void drawStripLine(QPainter& painter, const QWidget& widget) {
+    painter.setPen(dimmed(widget.palette()));
+    painter.drawLine(widget.rect().bottomLeft(), widget.rect().bottomRight());
+}
+
+class LabelWidget : public QLabel {
+public:
+    explicit LabelWidget(const Control& control) : look_(control) {
+        setTextFormat(Qt::PlainText); // others' words are text
+        setAutoFillBackground(true);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::WindowText));
+        drawCaption(painter, *this, text(), false);
+        if (look_.isOnStrip)
+            drawStripLine(painter, *this);
+    }
+
+private:
+    CaptionLook look_;
+};
+
+class ButtonWidget : public QAbstractButton {
+public:
+    explicit ButtonWidget(const Control& control) : look_(control) {
+        setFocusPolicy(Qt::TabFocus);
+        setAttribute(Qt::WA_Hover, look_.isCentred);
+        setAutoFillBackground(true);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const QColor front = palette().color(QPalette::ButtonText);
+        const QColor ground = palette().color(QPalette::Button);
+        const bool isInverted = isDown() && look_.isCentred;
+        if (isInverted)
+            painter.fillRect(rect(), front);
+        else if (look_.isCentred && underMouse())
+            painter.fillRect(rect(), between(ground, front, 0.2));
+        painter.setPen(isInverted ? ground : front);
+        drawCaption(painter, *this, text(), look_.isCentred);
+        if (look_.isOnStrip)
+            drawStripLine(painter, *this);
+        painter.setPen(hasFocus() ? front : dimmed(palette()));
+        if (look_.hasBox || hasFocus())
+            painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+
+private:
+    CaptionLook look_;
+};
+
+class LabelView : public ControlView {
+public:
+    LabelView(const ViewParts& parts, const Control& control)
+        : ControlView(parts, control, std::make_unique<LabelWidget>(control)) {}
+
+private:
+    void show(const Control& control) override {
+        const std::string caption = control.text ? control.text() : std::string();
+        if (caption == caption_)
+            return;
+        caption_ = caption;
+        auto& label = static_cast<LabelWidget&>(widget());
+        label.setText(toQt(caption));
+        const QString words = label.text().simplified();
+        label.setAccessibleName(control.spoken.empty() ? words
+                                                       : toQt(control.spoken) + ": " + words);
+    }
+
+    std::string caption_;
+};
+
+class ButtonView : public ControlView {
+public:
+    ButtonView(const ViewParts& parts, const Control& control)
+        : ControlView(parts, control, std::make_unique<ButtonWidget>(control)) {
+        connect(&button(), &QAbstractButton::clicked, this, [this] { pressIt(); });
+    }
+
+private:
+    ButtonWidget& button() const { return static_cast<ButtonWidget&>(widget()); }
+
+    void pressIt() const {
+        hand().does([name = name()](Window& window) { pressWithoutMouse(window, name); });
+    }
+
+    void show(const Control& control) override {
+        const std::string caption = control.text ? control.text() : std::string();
+        if (caption == caption_)
+            return;
+        caption_ = caption;
+        button().setText(toQt(caption));
+        button().setAccessibleName(control.spoken.empty() ? button().text().simplified()
+                                                          : toQt(control.spoken));
+    }
+
+    // The mouse is told by its parts, so what Qt makes of it is left out: a click with nothing
+    // before it then comes from elsewhere.
+    bool pressed(const QMouseEvent& event) override {
+        button().setDown(true);
+        ControlView::pressed(event);
+        return true;
+    }
+    bool released(const QMouseEvent& event) override {
+        button().setDown(false);
+        ControlView::released(event);
+        return true;
+    }
+    bool strike(const QKeyEvent& event) override {
+        const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+        if (isReturn)
+            pressIt();
+        return isReturn;
+    }
+
+    std::string caption_;
+};
+
+class SwatchWidget : public QLabel {
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), palette().color(QPalette::Window));
+        painter.setPen(dimmed(palette()));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
+class SwatchView : public ControlView {
+public:
+    SwatchView(const ViewParts& parts, const Control& control)
+        : ControlView(parts, control, std::make_unique<SwatchWidget>()) {}
+
+private:
+    void show(const Control&) override {}
+    void dress(const Control& control) override {
+        ControlView::dress(control);
+        const QString color = toQt(control.background).name();
+        widget().setAccessibleName(toQt(control.spoken) + ' ' + color);
+    }
+};
+
+} // namespace
+
+std::unique_ptr<ControlView> makeCaptionView(const ViewParts& parts, const Control& control) {
+    const bool canBePressed =
+        control.kind == Control::Kind::button || control.onClick || control.onDoubleClick;
+    if (canBePressed)
+        return std::make_unique<ButtonView>(parts, control);
+    return std::make_unique<LabelView>(parts, control);
+}
+
+std::unique_ptr<ControlView> makeSwatchView(const ViewParts& parts, const Control& control) {
+    return std::make_unique<SwatchView>(parts, control);
+}
+
+} // namespace larkspin

@@ -1,0 +1,197 @@
+#include "platform/qt/control_view.h"
+
+#include "platform/qt/dropped_paths.h"
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace larkspin {
+
+ControlView::ControlView(const ViewParts& parts, const Control& control,
+                         std::unique_ptr<QWidget> widget)
+    : parts_(parts), name_(control.name), kind_(control.kind), widget_(std::move(widget)) {
+    widget_->setParent(&parts.parent);
+    widget_->hide();
+    widget_->setObjectName(toQt(control.name));
+    widget_->setFont(fontOf(control.font));
+    widget_->setAccessibleName(toQt(control.spoken.empty() ? control.name : control.spoken));
+    listenTo(*widget_);
+}
+
+ControlView::~ControlView() = default;
+
+void ControlView::listenTo(QWidget& inner) {
+    inner.installEventFilter(this);
+    const Control* const described = control();
+    inner.setMouseTracking(described && described->onMouseMove);
+    inner.setAcceptDrops(described && described->onDrop);
+}
+
+void ControlView::refresh(const Control& control, int dpi) {
+    const bool isIn = isOnWindow(hand().window(), control);
+    if (isIn) {
+        if (const QRect place = pixelsOf(control.place, dpi); widget_->geometry() != place)
+            widget_->setGeometry(place);
+        const std::pair colors(control.foreground, control.background);
+        if (colors_ != colors) {
+            colors_ = colors;
+            dress(control);
+        }
+        show(control);
+    }
+    if (widget_->isHidden() == isIn) // also out of the order in which the keyboard goes through
+        widget_->setVisible(isIn);
+}
+
+void ControlView::dress(const Control& control) {
+    widget_->setPalette(paletteOf(control.foreground, control.background));
+}
+
+bool ControlView::pressed(const QMouseEvent&) {
+    hand().does([name = name_](Window& window) { mouseDown(window, name); });
+    return false;
+}
+
+bool ControlView::released(const QMouseEvent& event) {
+    const bool isInside = widget_->rect().contains(event.position().toPoint());
+    hand().does([name = name_, isInside](Window& window) {
+        window.dragged = false;
+        if (isInside)
+            click(window, name);
+    });
+    return false;
+}
+
+// Where nothing answers to it, it is one more press.
+bool ControlView::pressedAgain(const QMouseEvent& event) {
+    const Control* const described = control();
+    if (!described || !described->onDoubleClick)
+        return pressed(event);
+    hand().does([name = name_](Window& window) { doubleClick(window, name); });
+    return true;
+}
+
+bool ControlView::strike(const QKeyEvent&) {
+    return false;
+}
+
+bool ControlView::eventFilter(QObject*, QEvent* event) {
+    const auto mouse = [event]() -> const QMouseEvent& {
+        return static_cast<QMouseEvent&>(*event);
+    };
+    const auto isLeft = [&mouse] { return mouse().button() == Qt::LeftButton; };
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        if (isLeft())
+            parts_.mover.grip(mouse().globalPosition().toPoint());
+        return isLeft() && pressed(mouse());
+    case QEvent::MouseButtonRelease:
+        return isLeft() && released(mouse());
+    case QEvent::MouseButtonDblClick:
+        return isLeft() && pressedAgain(mouse());
+    case QEvent::MouseMove:
+        return mouseMoved(mouse());
+    case QEvent::KeyPress:
+        return keyPressed(static_cast<QKeyEvent&>(*event));
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        widget_->update();
+        return false;
+    case QEvent::ContextMenu:
+        if (const Control* const described = control(); !described || !described->onMouseDown)
+            return false;
+        hand().opensTitleMenu();
+        return true;
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+        return dragged(*event);
+    default:
+        return false;
+    }
+}
+
+bool ControlView::mouseMoved(const QMouseEvent& event) {
+    if (event.buttons() & Qt::LeftButton)
+        parts_.mover.follow(event.globalPosition().toPoint());
+    else
+        hover();
+    return false;
+}
+
+// The mouse tells of each pixel, and the program of each turn.
+void ControlView::hover() {
+    if (std::exchange(*isHovering_, true))
+        return;
+    hand().does([name = name_, isHovering = isHovering_](Window& window) {
+        *isHovering = false;
+        larkspin::hover(window, name);
+    });
+}
+
+bool ControlView::keyPressed(const QKeyEvent& event) {
+    const auto sends = [this](Key key) {
+        hand().does([name = name_, key](Window& window) { pressKey(window, name, key); });
+    };
+    switch (event.key()) {
+    case Qt::Key_Escape:
+        sends(Key::escape);
+        hand().does([](Window& window) { closeWindow(window); });
+        return true;
+    case Qt::Key_Delete:
+        sends(Key::del);
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        sends(Key::enter);
+        break;
+    default:
+        break;
+    }
+    return strike(event);
+}
+
+bool ControlView::dragged(QEvent& event) const {
+    auto& drop = static_cast<QDropEvent&>(event);
+    const auto paths = droppedPaths(*drop.mimeData());
+    if (paths.empty())
+        return false;
+    drop.setDropAction(Qt::CopyAction);
+    drop.accept();
+    if (event.type() == QEvent::Drop)
+        hand().does([name = name_, paths](Window& window) { larkspin::drop(window, name, paths); });
+    return true;
+}
+
+void pressWithoutMouse(Window& window, const std::string& name, int row) {
+    const Control* const control = window.find(name);
+    if (control && (control->kind == Control::Kind::list || !control->onClick))
+        pressTwice(window, name, row);
+    else
+        press(window, name, row);
+}
+
+std::unique_ptr<ControlView> makeView(const ViewParts& parts, const Control& control) {
+    switch (control.kind) {
+    case Control::Kind::list:
+        return makeListView(parts, control);
+    case Control::Kind::textField:
+        return makeTextView(parts, control);
+    case Control::Kind::slider:
+        return makeSliderView(parts, control);
+    case Control::Kind::combo:
+        return makeComboView(parts, control);
+    case Control::Kind::swatch:
+        return makeSwatchView(parts, control);
+    case Control::Kind::label:
+    case Control::Kind::button:
+        break;
+    }
+    return makeCaptionView(parts, control);
+}
+
+} // namespace larkspin

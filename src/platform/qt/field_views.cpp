@@ -1,0 +1,186 @@
+// What holds a value: text fields, sliders and combos.
+#include "platform/qt/control_view.h"
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/rows_model.h"
+
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QSlider>
+#include <QStyleOptionSlider>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int severalLines = 600; // twips: a field of this height has more than one
+
+// One line, or several that wrap.
+template <typename Widget> class TextView : public ControlView {
+protected:
+    TextView(const ViewParts& parts, const Control& control)
+        : ControlView(parts, control, std::make_unique<Widget>()) {
+        field().setReadOnly(!control.onEdit);
+    }
+
+    Widget& field() const { return static_cast<Widget&>(widget()); }
+
+    void tell(const QString& text) {
+        shown_ = text.toStdString();
+        hand().does(
+            [name = name(), words = shown_](Window& window) { editText(window, name, words); });
+    }
+
+    virtual void put(const QString& text) = 0;
+
+private:
+    void show(const Control& control) override {
+        const std::string text = control.text ? control.text() : std::string();
+        if (text == shown_)
+            return;
+        shown_ = text;
+        put(toQt(text));
+    }
+
+    std::string shown_;
+};
+
+class LineView : public TextView<QLineEdit> {
+public:
+    LineView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
+        connect(&field(), &QLineEdit::textEdited, this,
+                [this](const QString& text) { tell(text); });
+    }
+
+private:
+    void put(const QString& text) override {
+        field().setText(text);
+        field().setCursorPosition(0);
+    }
+};
+
+class LinesView : public TextView<QPlainTextEdit> {
+public:
+    LinesView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
+        field().setTabChangesFocus(true);
+        listenTo(*field().viewport());
+        connect(&field(), &QPlainTextEdit::textChanged, this, [this] {
+            if (!isPutting_)
+                tell(field().toPlainText());
+        });
+    }
+
+private:
+    void put(const QString& text) override {
+        isPutting_ = true;
+        field().setPlainText(text);
+        isPutting_ = false;
+    }
+
+    bool isPutting_ = false;
+};
+
+// In the grey of other programs, whatever colours the window has.
+class SliderWidget : public QSlider {
+public:
+    SliderWidget() : QSlider(Qt::Horizontal) {
+        setFocusPolicy(Qt::StrongFocus);
+        setPageStep(10);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        constexpr int grooveHeight = 4;
+        const QColor light(0xD4, 0xD4, 0xD4), middle(0x8C, 0x8C, 0x8C), dark(0x4A, 0x4A, 0x4A);
+        QPainter painter(this);
+        const int thumb = std::min(height() - 4, 14);
+        const int left =
+            QStyle::sliderPositionFromValue(minimum(), maximum(), sliderPosition(), width() - 10);
+        painter.fillRect(QRect(1, (height() - grooveHeight) / 2, width() - 2, grooveHeight), dark);
+        const QRect handle(left, (height() - thumb) / 2, 10, thumb);
+        painter.fillRect(handle, isSliderDown() ? middle : light);
+        painter.setPen(dark);
+        painter.drawLine(handle.center() + QPoint(0, 4 - thumb / 2),
+                         handle.center() + QPoint(0, thumb / 2 - 3));
+        painter.setPen(hasFocus() ? light : Qt::transparent);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
+class SliderView : public ControlView {
+public:
+    SliderView(const ViewParts& parts, const Control& control)
+        : ControlView(parts, control, std::make_unique<SliderWidget>()) {
+        slider().setRange(control.least, control.most);
+        connect(&slider(), &QSlider::valueChanged, this, [this](int value) {
+            if (!isShowing_)
+                hand().does(
+                    [name = name(), value](Window& window) { moveSlider(window, name, value); });
+        });
+    }
+
+private:
+    QSlider& slider() const { return static_cast<QSlider&>(widget()); }
+
+    void show(const Control& control) override {
+        const int value = control.value ? control.value() : control.least;
+        if (slider().isSliderDown() || slider().value() == value)
+            return;
+        isShowing_ = true;
+        slider().setValue(value);
+        isShowing_ = false;
+    }
+
+    bool isShowing_ = false;
+};
+
+class ComboView : public ControlView {
+public:
+    ComboView(const ViewParts& parts, const Control& control)
+        : ControlView(parts, control, std::make_unique<QComboBox>()),
+          model_(*new RowsModel(*control.rows, widget())) {
+        combo().setModel(&model_);
+        connect(&combo(), &QComboBox::activated, this, [this](int row) {
+            hand().does([name = name(), row](Window& window) { chooseRow(window, name, row); });
+        });
+    }
+
+private:
+    QComboBox& combo() const { return static_cast<QComboBox&>(widget()); }
+
+    void show(const Control&) override {
+        const RowList& rows = model_.rows();
+        if (model_.refresh() || combo().currentIndex() != rows.currentIndex())
+            combo().setCurrentIndex(rows.currentIndex());
+    }
+
+    bool strike(const QKeyEvent& event) override {
+        const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+        if (isReturn)
+            combo().showPopup();
+        return isReturn;
+    }
+
+    RowsModel& model_; // the widget's
+};
+
+} // namespace
+
+std::unique_ptr<ControlView> makeTextView(const ViewParts& parts, const Control& control) {
+    if (control.place.height >= severalLines)
+        return std::make_unique<LinesView>(parts, control);
+    return std::make_unique<LineView>(parts, control);
+}
+
+std::unique_ptr<ControlView> makeSliderView(const ViewParts& parts, const Control& control) {
+    return std::make_unique<SliderView>(parts, control);
+}
+
+std::unique_ptr<ControlView> makeComboView(const ViewParts& parts, const Control& control) {
+    return std::make_unique<ComboView>(parts, control);
+}
+
+} // namespace larkspin

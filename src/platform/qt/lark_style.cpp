@@ -1,0 +1,162 @@
+#include "platform/qt/lark_style.h"
+
+#include "platform/qt/looks.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleOption>
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int scrollBarWidth = 12;
+constexpr int shortestThumb = 18;
+
+void drawBox(QPainter& painter, const QRect& box, const QColor& line, const QColor& ground) {
+    painter.save();
+    painter.setPen(line);
+    painter.setBrush(ground);
+    painter.drawRect(box.adjusted(0, 0, -1, -1));
+    painter.restore();
+}
+
+// Of a scroll bar without arrows: as long as the part of it all that is in view.
+QRect thumbOf(const QStyleOptionSlider& bar) {
+    const bool isLying = bar.orientation == Qt::Horizontal;
+    const int length = isLying ? bar.rect.width() : bar.rect.height();
+    const qint64 range = qint64{bar.maximum} - bar.minimum;
+    if (range <= 0)
+        return bar.rect;
+    const auto part = static_cast<int>(length * qint64{bar.pageStep} / (range + bar.pageStep));
+    const int thumb = std::min(length, std::max(part, shortestThumb));
+    const int start = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition,
+                                                      length - thumb, bar.upsideDown);
+    return isLying ? QRect(start, bar.rect.top(), thumb, bar.rect.height())
+                   : QRect(bar.rect.left(), start, bar.rect.width(), thumb);
+}
+
+void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar) {
+    const QColor front = bar.palette.color(QPalette::Text);
+    const QColor ground = bar.palette.color(QPalette::Base);
+    painter.fillRect(bar.rect, between(ground, front, 0.12));
+    if (bar.maximum <= bar.minimum)
+        return;
+    const bool isHeld = bar.state & (QStyle::State_Sunken | QStyle::State_MouseOver);
+    painter.fillRect(thumbOf(bar).adjusted(2, 2, -2, -2), between(front, ground, isHeld ? 0 : 0.4));
+}
+
+void drawCombo(QPainter& painter, const QStyleOptionComboBox& combo, const QRect& arrow) {
+    const QColor front = combo.palette.color(QPalette::ButtonText);
+    const bool isLit = combo.state & (QStyle::State_HasFocus | QStyle::State_MouseOver);
+    drawBox(painter, combo.rect, isLit ? front : dimmed(combo.palette),
+            combo.palette.color(QPalette::Base));
+    const QPointF center = QRectF(arrow).center();
+    QPainterPath path(center + QPointF(-4, -2));
+    path.lineTo(center + QPointF(4, -2));
+    path.lineTo(center + QPointF(0, 3));
+    path.closeSubpath();
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(path, front);
+    painter.restore();
+}
+
+void drawButtonPanel(QPainter& painter, const QStyleOption& button) {
+    const QColor front = button.palette.color(QPalette::ButtonText);
+    const QColor ground = button.palette.color(QPalette::Button);
+    const bool isLit = button.state & (QStyle::State_HasFocus | QStyle::State_MouseOver);
+    const bool isDown = button.state & (QStyle::State_Sunken | QStyle::State_On);
+    drawBox(painter, button.rect, isLit ? front : dimmed(button.palette),
+            isDown ? between(ground, front, 0.3) : ground);
+}
+
+} // namespace
+
+int LarkStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                           const QWidget* widget) const {
+    if (metric == PM_ScrollBarExtent)
+        return scrollBarWidth;
+    if (metric == PM_MenuPanelWidth)
+        return 1;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+int LarkStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* data) const {
+    if (hint == SH_Slider_AbsoluteSetButtons)
+        return Qt::LeftButton;
+    if (hint == SH_ScrollBar_Transient || hint == SH_Widget_Animation_Duration)
+        return 0;
+    if (hint == SH_ComboBox_Popup) // a list below it, not a menu over it
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+QRect LarkStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                SubControl part, const QWidget* widget) const {
+    const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control != CC_ScrollBar || !bar)
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    const QRect thumb = thumbOf(*bar);
+    const QRect whole = bar->rect;
+    switch (part) {
+    case SC_ScrollBarSlider:
+        return thumb;
+    case SC_ScrollBarGroove:
+        return whole;
+    case SC_ScrollBarSubPage:
+        return bar->orientation == Qt::Horizontal
+                   ? whole.adjusted(0, 0, thumb.left() - whole.right(), 0)
+                   : whole.adjusted(0, 0, 0, thumb.top() - whole.bottom());
+    case SC_ScrollBarAddPage:
+        return bar->orientation == Qt::Horizontal ? whole.adjusted(thumb.right(), 0, 0, 0)
+                                                  : whole.adjusted(0, thumb.bottom(), 0, 0);
+    default: // no arrows
+        return {};
+    }
+}
+
+void LarkStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const {
+    const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control == CC_ScrollBar && bar)
+        drawScrollBar(*painter, *bar);
+    else if (control == CC_ComboBox && combo)
+        drawCombo(*painter, *combo, subControlRect(control, option, SC_ComboBoxArrow, widget));
+    else
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                              QPainter* painter, const QWidget* widget) const {
+    switch (element) {
+    case PE_PanelButtonCommand:
+    case PE_PanelButtonTool:
+        drawButtonPanel(*painter, *option);
+        return;
+    case PE_PanelLineEdit:
+        drawBox(*painter, option->rect,
+                option->state & State_HasFocus ? option->palette.color(QPalette::Text)
+                                               : dimmed(option->palette),
+                option->palette.color(QPalette::Base));
+        return;
+    case PE_FrameLineEdit:
+        return; // part of the panel
+    case PE_PanelMenu:
+    case PE_FrameMenu:
+        drawBox(*painter, option->rect, dimmed(option->palette),
+                element == PE_PanelMenu ? option->palette.color(QPalette::Window)
+                                        : QColor(Qt::transparent));
+        return;
+    case PE_FrameFocusRect:
+        drawBox(*painter, option->rect, dimmed(option->palette), Qt::transparent);
+        return;
+    default:
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+} // namespace larkspin

@@ -1,0 +1,204 @@
+// Lists: a view of the rows themselves, however many. Rows and marks are read anew when the list
+// has another revision; what the owner selects goes back as one event.
+#include "platform/qt/control_view.h"
+#include "platform/qt/looks.h"
+#include "platform/qt/rows_model.h"
+
+#include <QKeyEvent>
+#include <QListView>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int margin = 4; // in pixels, left of a row
+constexpr int gap = 2;    // between two rows
+
+class RowPainter : public QStyledItemDelegate {
+public:
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        const QPalette& palette = option.palette;
+        const bool isOn = option.state & QStyle::State_Selected;
+        if (isOn)
+            painter->fillRect(option.rect, palette.color(QPalette::Highlight));
+        painter->setPen(palette.color(isOn ? QPalette::HighlightedText : QPalette::Text));
+        painter->setFont(option.font);
+        const QRect within = option.rect.adjusted(margin, 0, -margin, 0);
+        painter->drawText(
+            within, Qt::AlignVCenter | Qt::TextSingleLine,
+            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, within.width()));
+        if (option.state & QStyle::State_HasFocus) {
+            painter->setPen(QPen(painter->pen().color(), 1, Qt::DotLine));
+            painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+        }
+    }
+    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
+        return {1, rowHeight};
+    }
+    int rowHeight = 1;
+};
+
+class ListWidget : public QListView {
+public:
+    ListWidget() {
+        setItemDelegate(&painter_);
+        setUniformItemSizes(true);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setEditTriggers(NoEditTriggers);
+    }
+
+    // Whole rows: as many as fit share the height, and what is left lies below the last of them.
+    void fitRows() {
+        const int height = contentsRect().height();
+        const int fitting = std::max(1, height / (fontMetrics().height() + gap));
+        const int row = std::max(height / fitting, 1);
+        if (row == painter_.rowHeight && bottom_ == height - fitting * row)
+            return;
+        painter_.rowHeight = row;
+        bottom_ = height - fitting * row;
+        setViewportMargins(0, 0, 0, bottom_);
+        scheduleDelayedItemsLayout();
+    }
+
+    bool isHeld() const { return state() == DragSelectingState; }
+
+private:
+    RowPainter painter_;
+    int bottom_ = 0;
+};
+
+class ListView : public ControlView {
+public:
+    ListView(const ViewParts& parts, const Control& control)
+        : ControlView(parts, control, std::make_unique<ListWidget>()),
+          model_(*new RowsModel(*control.rows, widget())) {
+        list().setModel(&model_);
+        list().setSelectionMode(control.selectsMany ? QListView::ExtendedSelection
+                                                    : QListView::SingleSelection);
+        listenTo(*list().viewport());
+        connect(list().selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                [this] { isTouched_ = isTouched_ || !isShowing_; });
+    }
+
+private:
+    ListWidget& list() const { return static_cast<ListWidget&>(widget()); }
+    int rowAt(const QMouseEvent& event) const {
+        return list().indexAt(event.position().toPoint()).row();
+    }
+
+    void show(const Control&) override {
+        list().fitRows();
+        const RowList& rows = model_.rows();
+        if (revision_ == rows.revision() && (!isTouched_ || isHeld_))
+            return;
+        isShowing_ = true;
+        const int top = list().verticalScrollBar()->value();
+        const bool hasOtherRows = model_.refresh();
+        if (hasOtherRows)
+            list().doItemsLayout(); // else the view stands at the top again
+        showMarks(rows);
+        if (hasOtherRows)
+            list().verticalScrollBar()->setValue(top);
+        revision_ = rows.revision();
+        isShowing_ = isTouched_ = false;
+    }
+
+    void showMarks(const RowList& rows) {
+        QItemSelection selected;
+        int left = rows.selectedCount();
+        for (int row = 0; left > 0 && row < rows.count(); ++row) {
+            const int first = row;
+            for (; rows.isSelected(row); ++row)
+                --left;
+            if (row > first)
+                selected.select(model_.index(first), model_.index(row - 1));
+        }
+        QItemSelectionModel& marks = *list().selectionModel();
+        marks.select(selected, QItemSelectionModel::ClearAndSelect);
+        if (const auto current = model_.index(rows.currentIndex()); current != marks.currentIndex())
+            marks.setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    }
+
+    // The current row stands last, as it is to be.
+    std::vector<int> selectedRows() const {
+        std::vector<int> rows;
+        for (const QModelIndex& index : list().selectionModel()->selectedRows())
+            rows.push_back(index.row());
+        std::sort(rows.begin(), rows.end());
+        const auto current = std::find(rows.begin(), rows.end(), list().currentIndex().row());
+        if (current != rows.end())
+            std::rotate(current, current + 1, rows.end());
+        return rows;
+    }
+
+    // Behind what Qt does with the mouse or the key that is being told of.
+    void tellSelectionLater() {
+        hand().does([view = QPointer<ListView>(this), name = name()](Window& window) {
+            if (!view)
+                return;
+            view->isHeld_ = false;
+            if (view->isTouched_)
+                selectRows(window, name, view->selectedRows());
+        });
+    }
+
+    bool pressed(const QMouseEvent& event) override {
+        pressedRow_ = event.modifiers() == Qt::NoModifier ? rowAt(event) : noRow;
+        isHeld_ = true;
+        if (pressedRow_ != noRow)
+            hand().does([name = name(), row = pressedRow_](Window& window) {
+                mouseDown(window, name, row);
+            });
+        return false;
+    }
+
+    // A click on the row where the button went down; else it has been drawn over several rows.
+    bool released(const QMouseEvent& event) override {
+        const int row = std::exchange(pressedRow_, noRow);
+        isHeld_ = false;
+        if (row == noRow || row != rowAt(event)) {
+            tellSelectionLater();
+            return false;
+        }
+        hand().does([name = name(), row](Window& window) { click(window, name, row); });
+        return false;
+    }
+
+    bool pressedAgain(const QMouseEvent& event) override {
+        if (const int row = rowAt(event); row != noRow)
+            hand().does([name = name(), row](Window& window) { doubleClick(window, name, row); });
+        return true;
+    }
+
+    bool strike(const QKeyEvent& event) override {
+        if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
+            const int row = list().currentIndex().row();
+            hand().does(
+                [name = name(), row](Window& window) { pressWithoutMouse(window, name, row); });
+            return true;
+        }
+        tellSelectionLater();
+        return event.key() == Qt::Key_Delete;
+    }
+
+    RowsModel& model_;           // the widget's
+    std::uint64_t revision_ = 0; // of the list that it shows
+    int pressedRow_ = noRow;
+    bool isHeld_ = false;    // the mouse is still selecting
+    bool isShowing_ = false; // the selection changes by the program
+    bool isTouched_ = false; // the owner has changed it
+};
+
+} // namespace
+
+std::unique_ptr<ControlView> makeListView(const ViewParts& parts, const Control& control) {
+    return std::make_unique<ListView>(parts, control);
+}
+
+} // namespace larkspin

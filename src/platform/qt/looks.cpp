@@ -1,0 +1,92 @@
+#include "platform/qt/looks.h"
+
+#include "platform/qt/lark_style.h"
+#include "platform/qt/qt_text.h"
+
+#include <QApplication>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int twipsPerInch = 1440;
+constexpr double outlineShare = 0.55; // of the background, in an outline
+
+QStringList standIns(std::string_view family) {
+    if (family == "Trebuchet MS")
+        return {"Trebuchet MS", "Liberation Sans", "Arimo", "Nimbus Sans"};
+    return {"Arial", "Liberation Sans", "Arimo", "Nimbus Sans"};
+}
+
+} // namespace
+
+void applyLooks(QApplication& application) {
+    application.setStyle(new LarkStyle);
+    QPalette palette = paletteOf(aqua, black);
+    palette.setColor(QPalette::ToolTipBase, Qt::black);
+    palette.setColor(QPalette::ToolTipText, toQt(aqua));
+    const QColor faint = between(toQt(aqua), Qt::black, 0.6);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    application.setPalette(palette);
+    application.setFont(fontOf({.family = "Arial", .points = 9}));
+    application.setCursorFlashTime(0); // a blinking one would wake the machine all the time
+    application.setEffectEnabled(Qt::UI_AnimateCombo, false);
+}
+
+QFont fontOf(const Font& font) {
+    QFont made;
+    made.setFamilies(standIns(font.family));
+    made.setPointSize(font.points);
+    return made;
+}
+
+int pixelsOf(int twips, int dpi) {
+    return qRound(twips * static_cast<double>(dpi) / twipsPerInch);
+}
+
+int twipsOf(int pixels, int dpi) {
+    return qRound(pixels * static_cast<double>(twipsPerInch) / dpi);
+}
+
+// By its edges, so that neighbours touch at every size.
+QRect pixelsOf(const Place& place, int dpi) {
+    const QPoint corner(pixelsOf(place.left, dpi), pixelsOf(place.top, dpi));
+    const QPoint end(pixelsOf(place.left + place.width, dpi),
+                     pixelsOf(place.top + place.height, dpi));
+    return {corner, QSize(end.x() - corner.x(), end.y() - corner.y())};
+}
+
+QPalette paletteOf(Color foreground, Color background) {
+    const QColor front = toQt(foreground), ground = toQt(background);
+    QPalette palette;
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::BrightText, QPalette::Highlight, QPalette::Link})
+        palette.setColor(role, front);
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button,
+                            QPalette::AlternateBase, QPalette::HighlightedText})
+        palette.setColor(role, ground);
+    const QColor dim = between(front, ground, outlineShare);
+    for (const auto role : {QPalette::Mid, QPalette::Dark, QPalette::Light, QPalette::Midlight,
+                            QPalette::Shadow, QPalette::PlaceholderText})
+        palette.setColor(role, dim);
+    return palette;
+}
+
+QColor between(const QColor& first, const QColor& second, double share) {
+    const auto part = [share](int from, int to) { return qRound(from + (to - from) * share); };
+    return {part(first.red(), second.red()), part(first.green(), second.green()),
+            part(first.blue(), second.blue())};
+}
+
+QColor dimmed(const QPalette& palette) {
+    return palette.color(QPalette::Mid);
+}
+
+QColor outlineOf(Color background) {
+    const QColor ground = toQt(background);
+    return between(qGray(ground.rgb()) < 128 ? toQt(aqua) : QColor(Qt::black), ground,
+                   outlineShare);
+}
+
+} // namespace larkspin

@@ -1,0 +1,75 @@
+#include "platform/qt/qt_windows.h"
+
+#include "platform/qt/window_view.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QScreen>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+struct Shown {
+    Hand hand;
+    std::unique_ptr<WindowView> view = {};
+};
+
+} // namespace
+
+struct QtWindows::All : QObject {
+    std::vector<Shown> windows;
+    bool areOtherScreens = false;
+
+    void watch(QScreen* screen) {
+        connect(screen, &QScreen::availableGeometryChanged, this, [this] { remember(); });
+    }
+    void remember() {
+        areOtherScreens = true;
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // so that a turn comes
+    }
+    void refresh() {
+        const bool others = std::exchange(areOtherScreens, false);
+        for (Shown& shown : windows) {
+            if (!shown.view && shown.hand.window().visible)
+                shown.view = std::make_unique<WindowView>(shown.hand);
+            if (shown.view)
+                shown.view->refresh(others);
+        }
+    }
+};
+
+QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, Task titleMenu)
+    : all_(std::make_shared<All>()) {
+    describeWindowsAloud();
+    for (Window* window : windows)
+        all_->windows.push_back({Hand(loop, *window, titleMenu)});
+    for (QScreen* screen : QGuiApplication::screens())
+        all_->watch(screen);
+    All* const all = all_.get();
+    QObject::connect(qApp, &QGuiApplication::screenAdded, all, [all](QScreen* screen) {
+        all->watch(screen);
+        all->remember();
+    });
+    QObject::connect(qApp, &QGuiApplication::screenRemoved, all, [all] { all->remember(); });
+    loop.beforeSleep([held = std::weak_ptr(all_)] {
+        if (const auto lasting = held.lock())
+            lasting->refresh();
+    });
+}
+
+QtWindows::~QtWindows() = default;
+
+void QtWindows::refresh() {
+    all_->refresh();
+}
+
+QWidget* QtWindows::widgetOf(const Window& window) const {
+    for (const Shown& shown : all_->windows)
+        if (&shown.hand.window() == &window)
+            return shown.view.get();
+    return nullptr;
+}
+
+} // namespace larkspin

@@ -1,0 +1,32 @@
+// All described windows on a desktop. They are brought up to date once per turn, in front of the
+// loop's sleep, however much has changed in it.
+#pragma once
+
+#include "shell/event_loop.h"
+#include "shell/window.h"
+
+#include <memory>
+#include <vector>
+
+class QWidget;
+
+namespace larkspin {
+
+class QtWindows {
+public:
+    // A window is made when it is shown for the first time. `titleMenu` is called by a right click
+    // on a title label, and by the keyboard's menu key.
+    QtWindows(EventLoop& loop, const std::vector<Window*>& windows, Task titleMenu = {});
+    ~QtWindows();
+
+    void refresh();
+
+    // Nothing before the window was shown for the first time.
+    QWidget* widgetOf(const Window& window) const;
+
+private:
+    struct All;
+    std::shared_ptr<All> all_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,42 @@
+// Where a window stands: where its description says, or where the owner moves it, which the
+// description is then told. It never gets lost beyond the screens.
+#pragma once
+
+#include "shell/window.h"
+
+#include <QPoint>
+#include <QSize>
+
+class QWidget;
+
+namespace larkspin {
+
+class WindowMover {
+public:
+    WindowMover(Window& window, QWidget& widget) : window_(window), widget_(widget) {}
+
+    // To where the description says, if it says something new, or in any case.
+    void refresh(bool inAnyCase);
+    // What Qt tells: the widget stands somewhere else.
+    void moved();
+
+    // The mouse on a label by which the window is dragged. It follows from the first small way on,
+    // and not at once, so that a double click isn't taken for a move.
+    void grip(QPoint mouse);
+    void follow(QPoint mouse);
+    void nudge(QPoint way); // by the keyboard
+
+private:
+    QPoint described() const;
+    QPoint onScreen(QPoint corner) const;
+    void tellPlace();
+
+    Window& window_;
+    QWidget& widget_;
+    QPoint asked_;          // where the description wanted it last
+    QPoint gripped_, hold_; // where the button went down, and where that is on the window
+    bool follows_ = false;
+    bool isAsking_ = false;
+};
+
+} // namespace larkspin

@@ -1,0 +1,143 @@
+#include "platform/qt/window_view.h"
+
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QShortcut>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int outline = 1;      // in pixels
+constexpr int keyboardWay = 12; // by which a key moves the window
+
+QAccessibleInterface* windowAloud(const QString&, QObject* object) {
+    auto* const view = dynamic_cast<WindowView*>(object);
+    return view ? new QAccessibleWidget(view, QAccessible::Window, view->windowTitle()) : nullptr;
+}
+
+} // namespace
+
+void describeWindowsAloud() {
+    QAccessible::installFactory(&windowAloud);
+}
+
+WindowView::WindowView(const Hand& hand)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), hand_(hand), window_(hand.window()),
+      mover_(window_, *this), inside_(this) {
+    setObjectName(toQt(window_.name));
+    setWindowTitle(toQt(window_.spoken.empty() ? window_.name : window_.spoken));
+    setAttribute(Qt::WA_ShowWithoutActivating); // the owner goes on typing in his chat
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    addMoveKeys();
+}
+
+WindowView::~WindowView() = default;
+
+void WindowView::addMoveKeys() {
+    const std::pair<Qt::Key, QPoint> ways[] = {{Qt::Key_Left, {-keyboardWay, 0}},
+                                               {Qt::Key_Right, {keyboardWay, 0}},
+                                               {Qt::Key_Up, {0, -keyboardWay}},
+                                               {Qt::Key_Down, {0, keyboardWay}}};
+    for (const auto& [key, way] : ways) {
+        auto* const shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
+        connect(shortcut, &QShortcut::activated, this, [this, step = way] { mover_.nudge(step); });
+    }
+}
+
+void WindowView::refresh(bool areOtherScreens) {
+    const bool appears = window_.visible && !isVisible();
+    if (window_.visible) {
+        refreshFrame();
+        refreshControls();
+        mover_.refresh(appears || areOtherScreens);
+    }
+    if (window_.visible == isVisible())
+        return;
+    setVisible(window_.visible);
+    if (window_.visible)
+        raise();
+}
+
+void WindowView::refreshFrame() {
+    if (window_.onTop != windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+        setWindowFlag(Qt::WindowStaysOnTopHint, window_.onTop); // and hides it
+    const QSize size = pixelsOf(window_.place, logicalDpiX()).size();
+    if (inside_.size() != size) {
+        inside_.setGeometry(QRect(QPoint(outline, outline), size));
+        setFixedSize(size + QSize(2 * outline, 2 * outline));
+    }
+    if (background_ != window_.background) {
+        background_ = window_.background;
+        setPalette(paletteOf(aqua, window_.background));
+        update();
+    }
+    if (alpha_ != window_.alpha) {
+        alpha_ = window_.alpha;
+        setWindowOpacity(alpha_ / 255.0);
+    }
+}
+
+bool WindowView::hasOtherControls() const {
+    if (controls_.size() != window_.controls.size())
+        return true;
+    for (std::size_t index = 0; index < controls_.size(); ++index)
+        if (!controls_[index]->isOf(window_.controls[index]))
+            return true;
+    return false;
+}
+
+void WindowView::makeControls() {
+    controls_.clear();
+    for (const Control& control : window_.controls)
+        controls_.push_back(makeView({hand_, mover_, inside_}, control));
+}
+
+void WindowView::refreshControls() {
+    if (hasOtherControls())
+        makeControls();
+    const int dpi = logicalDpiX();
+    for (std::size_t index = 0; index < controls_.size(); ++index)
+        controls_[index]->refresh(window_.controls[index], dpi);
+}
+
+void WindowView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.setPen(outlineOf(window_.background));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void WindowView::moveEvent(QMoveEvent*) {
+    mover_.moved();
+}
+
+// By the window manager: as the owner closes it, or out of sight where there is nothing for that.
+void WindowView::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    hand_.does([](Window& window) {
+        if (!closeWindow(window))
+            window.visible = false;
+    });
+}
+
+void WindowView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        hand_.does([](Window& window) { closeWindow(window); });
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void WindowView::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        hand_.opensTitleMenu();
+}
+
+} // namespace larkspin

@@ -1,0 +1,49 @@
+// A described window as a frameless one of Qt's, with an outline and a view of each control.
+#pragma once
+
+#include "platform/qt/control_view.h"
+#include "platform/qt/hand.h"
+#include "platform/qt/window_mover.h"
+
+#include <QWidget>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace larkspin {
+
+class WindowView : public QWidget {
+public:
+    explicit WindowView(const Hand& hand);
+    ~WindowView() override;
+
+    // Brings it up to date. Other screens than the last time may have made it unreachable.
+    void refresh(bool areOtherScreens);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    void refreshFrame();
+    void refreshControls();
+    void makeControls();
+    bool hasOtherControls() const;
+    void addMoveKeys();
+
+    Hand hand_;
+    Window& window_;
+    WindowMover mover_;
+    QWidget inside_; // all but the outline
+    std::vector<std::unique_ptr<ControlView>> controls_;
+    std::optional<Color> background_;
+    int alpha_ = 255;
+};
+
+// Tells screen readers that it is a window. Once, before the first one.
+void describeWindowsAloud();
+
+} // namespace larkspin
