@@ -29,14 +29,16 @@ struct QtWindows::All : QObject {
         areOtherScreens = true;
         QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // so that a turn comes
     }
-    void refresh() {
+    bool refresh() {
         const bool others = std::exchange(areOtherScreens, false);
+        bool hasChanged = false;
         for (Shown& shown : windows) {
             if (!shown.view && shown.hand.window().visible)
                 shown.view = std::make_unique<WindowView>(shown.hand);
             if (shown.view)
-                shown.view->refresh(others);
+                hasChanged = shown.view->refresh(others) || hasChanged;
         }
+        return hasChanged;
     }
 };
 
@@ -53,17 +55,14 @@ QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, Task 
         all->remember();
     });
     QObject::connect(qApp, &QGuiApplication::screenRemoved, all, [all] { all->remember(); });
-    loop.beforeSleep([held = std::weak_ptr(all_)] {
-        if (const auto lasting = held.lock())
-            lasting->refresh();
+    loop.beforeSleep([&loop, held = std::weak_ptr(all_)] {
+        const auto lasting = held.lock();
+        if (lasting && lasting->refresh())
+            loop.post([] {}); // one more turn, which sends it to the display
     });
 }
 
 QtWindows::~QtWindows() = default;
-
-void QtWindows::refresh() {
-    all_->refresh();
-}
 
 QWidget* QtWindows::widgetOf(const Window& window) const {
     for (const Shown& shown : all_->windows)

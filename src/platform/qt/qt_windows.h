@@ -19,8 +19,6 @@ public:
     QtWindows(EventLoop& loop, const std::vector<Window*>& windows, Task titleMenu = {});
     ~QtWindows();
 
-    void refresh();
-
     // Nothing before the window was shown for the first time.
     QWidget* widgetOf(const Window& window) const;
 

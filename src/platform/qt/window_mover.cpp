@@ -56,10 +56,10 @@ QPoint WindowMover::onScreen(QPoint corner) const {
     return nearest.isNull() ? corner : movedInto(nearest, window);
 }
 
-void WindowMover::refresh(bool inAnyCase) {
+bool WindowMover::refresh(bool inAnyCase) {
     const QPoint wanted = described();
     if (!inAnyCase && wanted == asked_)
-        return;
+        return false;
     const QPoint corner = onScreen(wanted);
     isAsking_ = true;
     widget_.move(corner);
@@ -67,6 +67,7 @@ void WindowMover::refresh(bool inAnyCase) {
     asked_ = wanted;
     if (corner != wanted)
         tellPlace();
+    return true;
 }
 
 void WindowMover::moved() {

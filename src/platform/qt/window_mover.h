@@ -15,8 +15,9 @@ class WindowMover {
 public:
     WindowMover(Window& window, QWidget& widget) : window_(window), widget_(widget) {}
 
-    // To where the description says, if it says something new, or in any case.
-    void refresh(bool inAnyCase);
+    // To where the description says, if it says something new, or in any case. True when the widget
+    // has been moved.
+    bool refresh(bool inAnyCase);
     // What Qt tells: the widget stands somewhere else.
     void moved();
 

@@ -52,25 +52,29 @@ void WindowView::addMoveKeys() {
     }
 }
 
-void WindowView::refresh(bool areOtherScreens) {
+bool WindowView::refresh(bool areOtherScreens) {
     const bool appears = window_.visible && !isVisible();
+    bool hasChanged = false;
     if (window_.visible) {
-        refreshFrame();
+        hasChanged = refreshFrame();
         refreshControls();
-        mover_.refresh(appears || areOtherScreens);
+        hasChanged = mover_.refresh(appears || areOtherScreens) || hasChanged;
     }
     if (window_.visible == isVisible())
-        return;
+        return hasChanged;
     setVisible(window_.visible);
     if (window_.visible)
         raise();
+    return true;
 }
 
-void WindowView::refreshFrame() {
+bool WindowView::refreshFrame() {
+    bool hasChanged = false;
     if (window_.onTop != windowFlags().testFlag(Qt::WindowStaysOnTopHint))
         setWindowFlag(Qt::WindowStaysOnTopHint, window_.onTop); // and hides it
     const QSize size = pixelsOf(window_.place, logicalDpiX()).size();
     if (inside_.size() != size) {
+        hasChanged = true;
         inside_.setGeometry(QRect(QPoint(outline, outline), size));
         setFixedSize(size + QSize(2 * outline, 2 * outline));
     }
@@ -82,7 +86,9 @@ void WindowView::refreshFrame() {
     if (alpha_ != window_.alpha) {
         alpha_ = window_.alpha;
         setWindowOpacity(alpha_ / 255.0);
+        hasChanged = true;
     }
+    return hasChanged;
 }
 
 bool WindowView::hasOtherControls() const {

@@ -17,8 +17,9 @@ public:
     explicit WindowView(const Hand& hand);
     ~WindowView() override;
 
-    // Brings it up to date. Other screens than the last time may have made it unreachable.
-    void refresh(bool areOtherScreens);
+    // Brings it up to date. Other screens than the last time may have made it unreachable. True
+    // when the display has been asked for something, which waits for Qt's next turn.
+    bool refresh(bool areOtherScreens);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -28,7 +29,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    void refreshFrame();
+    bool refreshFrame();
     void refreshControls();
     void makeControls();
     bool hasOtherControls() const;

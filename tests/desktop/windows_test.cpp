@@ -1,0 +1,373 @@
+// The windows as their owner works them: by mouse, by keyboard and by a screen reader.
+#include "desktop/desk.h"
+#include "shell/control_events.h"
+#include "text/row_list.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QMimeData>
+#include <QProcess>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace larkspin {
+
+namespace {
+
+// A real hand, by way of the display.
+void hand(const QStringList& does) {
+    QProcess::execute("xdotool", does);
+}
+
+template <typename Condition> bool comes(Desk& desk, Condition condition) {
+    return QTest::qWaitFor([&] {
+        desk.settle();
+        return condition();
+    });
+}
+
+bool isTold(Desk& desk, const std::string& line) {
+    desk.settle();
+    const Lines said = desk.allSaid();
+    return std::find(said.begin(), said.end(), line) != said.end();
+}
+
+QPoint middleOfRow(QListView& list, int row) {
+    return list.visualRect(list.model()->index(row, 0)).center();
+}
+
+void clickRow(Desk& desk, QListView& list, int row, Qt::KeyboardModifiers keys = {}) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, middleOfRow(list, row));
+    desk.settle();
+}
+
+std::vector<int> selectedIn(const RowList& rows) {
+    std::vector<int> selected;
+    for (int row = 0; row < rows.count(); ++row)
+        if (rows.isSelected(row))
+            selected.push_back(row);
+    return selected;
+}
+
+std::vector<int> selectedIn(const QListView& list) {
+    std::vector<int> selected;
+    for (const QModelIndex& index : list.selectionModel()->selectedRows())
+        selected.push_back(index.row());
+    std::sort(selected.begin(), selected.end());
+    return selected;
+}
+
+class PaintCounter : public QObject {
+public:
+    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+    int paints = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        paints += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+Lines numbered(int count) {
+    Lines songs;
+    for (int song = 0; song < count; ++song)
+        songs.push_back("song " + std::to_string(song) + ".mp3");
+    return songs;
+}
+
+} // namespace
+
+TEST(Windows, AppearWhereTheyAreDescribedAndLeaveTheFocusAlone) {
+    Desk desk;
+    QLineEdit chat;
+    chat.show();
+    chat.activateWindow();
+    ASSERT_TRUE(comes(desk, [&] { return chat.hasFocus(); }));
+    for (Window* window : desk.program->windows()) {
+        SCOPED_TRACE(window->name);
+        window->place.left = 1500;
+        window->place.top = 750;
+        QWidget& widget = desk.show(window->name);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+        desk.settle();
+        EXPECT_EQ(widget.pos(), QPoint(100, 50));
+        EXPECT_EQ(widget.size(),
+                  QSize(window->place.width / 15 + 2, window->place.height / 15 + 2));
+        EXPECT_EQ(widget.windowFlags() & Qt::FramelessWindowHint, Qt::FramelessWindowHint);
+        const auto* const aloud = QAccessible::queryAccessibleInterface(&widget);
+        EXPECT_EQ(aloud->role(), QAccessible::Window);
+        EXPECT_EQ(aloud->text(QAccessible::Name).toStdString(), window->spoken);
+        EXPECT_TRUE(chat.hasFocus());
+        window->visible = false;
+        desk.settle();
+        EXPECT_FALSE(widget.isVisible());
+    }
+}
+
+TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
+    Desk desk;
+    const QPoint start = desk.show("mp3s").pos();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.widget("mp3s")));
+    const auto at = [](int x, int y) {
+        return QStringList{QString::number(x), QString::number(y)};
+    };
+    hand(QStringList{"mousemove"} + at(start.x() + 50, start.y() + 10));
+    hand({"mousedown", "1"});
+    ASSERT_TRUE(comes(desk, [&] { return desk.window("mp3s").dragged; }));
+    for (int way = 10; way <= 60; way += 10) {
+        hand(QStringList{"mousemove"} + at(start.x() + 50 + way, start.y() + 10 + way / 2));
+        desk.settle();
+    }
+    hand({"mouseup", "1"});
+    EXPECT_TRUE(comes(desk, [&] { return desk.window("mp3s").place.left == 4500 + 60 * 15; }));
+    EXPECT_EQ(desk.window("mp3s").place.top, 4500 + 30 * 15);
+    EXPECT_TRUE(comes(desk, [&] { return !desk.window("mp3s").dragged; }));
+    desk.restart();
+    EXPECT_EQ(desk.setting("mp3slpos"), "5400");
+    EXPECT_EQ(desk.show("mp3s").pos(), start + QPoint(60, 30));
+}
+
+TEST(Windows, AreFetchedBackOntoTheScreen) {
+    Desk desk;
+    const QRect screen = QApplication::primaryScreen()->availableGeometry();
+    const std::tuple<int, int, bool> corners[] = {// pixels, and whether they stay
+                                                  {-3000, -200, false},
+                                                  {screen.right() + 1, 5, false},
+                                                  {5, screen.bottom() - 5, false},
+                                                  {-200, 5, true},
+                                                  {screen.right() - 60, 5, true}};
+    for (const auto& [left, top, stays] : corners) {
+        SCOPED_TRACE(left);
+        Window& window = desk.window("mp3s");
+        window.place.left = left * 15;
+        window.place.top = top * 15;
+        const QWidget& widget = desk.show("mp3s");
+        EXPECT_TRUE(stays || screen.contains(widget.geometry()));
+        EXPECT_EQ(widget.pos() == QPoint(left, top), stays);
+        EXPECT_EQ(window.place.left, widget.x() * 15);
+        EXPECT_EQ(window.place.top, widget.y() * 15);
+    }
+}
+
+TEST(Windows, ShowTheStripAloneInTheSmallHeight) {
+    Desk desk;
+    desk.show("mp3s");
+    auto& title = desk.control("mp3s", "mediaCaption");
+    QTest::mouseClick(&title, Qt::LeftButton);
+    QTest::mouseDClick(&title, Qt::LeftButton);
+    desk.settle();
+    EXPECT_EQ(desk.window("mp3s").place.height, 315);
+    EXPECT_EQ(desk.widget("mp3s").height(), 21 + 2);
+    EXPECT_TRUE(desk.control("mp3s", "closeButton").isVisible());
+    EXPECT_FALSE(desk.control("mp3s", "playButton").isVisible()) << "nor reached by Tab";
+    QTest::keyClick(&title, Qt::Key_Return);
+    desk.settle();
+    EXPECT_EQ(desk.window("mp3s").place.height, 2520);
+    EXPECT_TRUE(desk.control("mp3s", "playButton").isVisible());
+}
+
+TEST(Windows, AreWorkedByMouseKeyboardAndScreenReaderAlike) {
+    using Work = std::function<void(QWidget&)>;
+    const std::pair<const char*, Work> works[] = {
+        {"mouse", [](QWidget& button) { QTest::mouseClick(&button, Qt::LeftButton); }},
+        {"return", [](QWidget& button) { QTest::keyClick(&button, Qt::Key_Return); }},
+        {"space", [](QWidget& button) { QTest::keyClick(&button, Qt::Key_Space); }},
+        {"aloud", [](QWidget& button) {
+             auto* const aloud = QAccessible::queryAccessibleInterface(&button);
+             EXPECT_EQ(aloud->role(), QAccessible::Button);
+             EXPECT_EQ(aloud->text(QAccessible::Name), "next song");
+             aloud->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+         }}};
+    for (const auto& [how, work] : works) {
+        SCOPED_TRACE(how);
+        Desk desk;
+        desk.owner("'num 1");
+        desk.show("mp3s");
+        work(desk.control("mp3s", "nextButton"));
+        EXPECT_TRUE(comes(desk, [&] { return desk.player.opened.back().ends_with("b.mp3"); }));
+        desk.settle();
+        EXPECT_EQ(desk.player.opened.size(), 2u) << "pressed once";
+    }
+}
+
+TEST(Windows, GoThroughAllThatCanBeWorkedByTab) {
+    Desk desk;
+    QWidget& window = desk.show("mp3s");
+    window.activateWindow();
+    ASSERT_TRUE(comes(desk, [&] { return window.isActiveWindow(); }));
+    std::vector<std::string> reached;
+    for (int step = 0; step < 16; ++step) {
+        QTest::keyClick(&window, Qt::Key_Tab);
+        if (const QWidget* const focus = QApplication::focusWidget())
+            reached.push_back(focus->objectName().toStdString());
+    }
+    const Lines all{"mediaCaption", "closeButton", "prevButton",   "playButton",
+                    "pauseButton",  "nextButton",  "openButton",   "HScroll2",
+                    "HScroll3",     "Command1",    "Command2",     "Command3",
+                    "Command5",     "Command6",    "playlistView", "renameLabel"};
+    EXPECT_EQ(reached, all);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    desk.settle();
+    EXPECT_FALSE(desk.window("mp3s").visible);
+}
+
+TEST(Windows, MoveByTheKeyboardAndOfferTheTraysMenu) {
+    Desk desk;
+    QWidget& window = desk.show("notez");
+    window.activateWindow();
+    ASSERT_TRUE(comes(desk, [&] { return window.isActiveWindow(); }));
+    const int left = desk.window("notez").place.left;
+    QTest::keyClick(&window, Qt::Key_Right, Qt::AltModifier);
+    desk.settle();
+    EXPECT_GT(desk.window("notez").place.left, left);
+    QContextMenuEvent right(QContextMenuEvent::Mouse, {5, 5}, {5, 5});
+    QApplication::sendEvent(&desk.control("notez", "Label1"), &right);
+    desk.settle();
+    EXPECT_EQ(desk.titleMenus, 1);
+    QApplication::sendEvent(&desk.control("notez", "Label2"), &right);
+    desk.settle();
+    EXPECT_EQ(desk.titleMenus, 1) << "no title";
+}
+
+TEST(Windows, SelectRowsAsTheirListsDo) {
+    Desk desk(numbered(40));
+    desk.show("mp3s");
+    auto& list = desk.control<QListView>("mp3s", "playlistView");
+    RowList& rows = desk.state().playlistView;
+    using Rows = std::vector<int>;
+    const std::tuple<const char*, std::function<void()>, Rows, int> acts[] = {
+        {"a click", [&] { clickRow(desk, list, 1); }, {1}, 1},
+        {"with Shift", [&] { clickRow(desk, list, 3, Qt::ShiftModifier); }, {1, 2, 3}, 3},
+        {"with Ctrl", [&] { clickRow(desk, list, 2, Qt::ControlModifier); }, {1, 3}, 3},
+        {"a key", [&] { QTest::keyClick(&list, Qt::Key_Home); }, {0}, 0},
+        {"a key with Shift",
+         [&] { QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier); },
+         {0, 1},
+         1},
+        {"from the program",
+         [&] {
+             rows.clearSelection();
+             rows.setSelected(30, true);
+             rows.setCurrentIndex(30);
+         },
+         {30},
+         30},
+        {"rows that go", [&] { desk.owner("'listrmv song 0"); }, {29}, 29},
+        {"beside the rows", [&] { QTest::mouseClick(list.viewport(), Qt::RightButton); }, {29}, 29},
+    };
+    for (const auto& [what, act, selected, current] : acts) {
+        SCOPED_TRACE(what);
+        act();
+        desk.settle();
+        EXPECT_EQ(selectedIn(rows), selected);
+        EXPECT_EQ(selectedIn(list), selected);
+        EXPECT_EQ(rows.currentIndex(), current);
+        EXPECT_EQ(list.currentIndex().row(), current);
+    }
+    EXPECT_TRUE(list.viewport()->rect().contains(middleOfRow(list, 29))) << "scrolled to";
+}
+
+TEST(Windows, StartTheRowThatIsClickedTwiceOrTakenByReturn) {
+    Desk desk;
+    desk.show("mp3s");
+    auto& list = desk.control<QListView>("mp3s", "playlistView");
+    clickRow(desk, list, 1);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, middleOfRow(list, 1));
+    EXPECT_TRUE(isTold(desk, "playing:  <b>2</b>.  b"));
+    QTest::keyClick(&list, Qt::Key_Down);
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_TRUE(isTold(desk, "playing:  <b>3</b>.  c"));
+    desk.dialogs.answers = {"yes"};
+    QTest::keyClick(&list, Qt::Key_Delete);
+    desk.settle();
+    EXPECT_EQ(desk.state().playlistView.count(), 2);
+}
+
+TEST(Windows, DrawManyChangesOnceAndKeepTheirPlaceInTheList) {
+    Desk desk(numbered(300));
+    desk.show("mp3s");
+    auto& list = desk.control<QListView>("mp3s", "playlistView");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.widget("mp3s")));
+    list.verticalScrollBar()->setValue(120);
+    desk.settle();
+    PaintCounter counter(*list.viewport());
+    for (int row = 0; row < 20'000; ++row)
+        desk.state().playlistView.add("zz" + std::to_string(row));
+    desk.settle();
+    EXPECT_EQ(counter.paints, 1);
+    EXPECT_EQ(list.model()->rowCount(), 20'300);
+    EXPECT_EQ(list.verticalScrollBar()->value(), 120);
+    desk.settle();
+    EXPECT_EQ(counter.paints, 1) << "nothing has changed";
+}
+
+TEST(Windows, TakeWhatIsDroppedOnAList) {
+    Desk desk;
+    desk.show("mp3s");
+    desk.disk.write("new/two words.mp3", "");
+    desk.disk.write("new/notes.txt", "");
+    desk.disk.write("100%.ogg", "");
+    QMimeData files;
+    const auto url = [&](const char* below) {
+        return QUrl::fromLocalFile(QString::fromStdString((desk.disk.path() / below).native()));
+    };
+    files.setUrls({url("new"), url("100%.ogg"), QUrl("https://example.org/a.mp3")});
+    QWidget& target = *desk.control<QListView>("mp3s", "playlistView").viewport();
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(&target, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(&target, &drop);
+    desk.advance(5s);
+    const RowList& rows = desk.state().playlistView;
+    ASSERT_EQ(rows.count(), 5);
+    EXPECT_EQ(rows.row(3).substr(0, 9), "two words");
+    EXPECT_EQ(rows.row(4).substr(0, 4), "100%");
+}
+
+TEST(Windows, HoldValuesThatBothSidesChange) {
+    Desk desk;
+    desk.show("mp3s");
+    auto& volume = desk.control<QSlider>("mp3s", "HScroll2");
+    desk.owner("'volume 40");
+    desk.settle();
+    EXPECT_EQ(volume.value(), desk.state().HScroll2);
+    const int before = volume.value();
+    QTest::keyClick(&volume, Qt::Key_Right);
+    desk.settle();
+    EXPECT_EQ(desk.state().HScroll2, before + 1);
+
+    desk.show("colors");
+    auto& choice = desk.control<QComboBox>("colors", "Combo1");
+    QTest::keyClick(&choice, Qt::Key_Home);
+    desk.settle();
+    EXPECT_EQ(desk.window("colors").control("Combo1").rows->currentIndex(), 0);
+    auto& tag = desk.control<QLineEdit>("colors", "Text1");
+    QTest::keyClicks(&tag, "<b>");
+    desk.settle();
+    EXPECT_EQ(desk.window("colors").control("Text1").text(), "<b>");
+    EXPECT_EQ(tag.text(), "<b>");
+}
+
+TEST(Windows, ComeBackInTheNextRun) {
+    Desk desk;
+    desk.show("notez");
+    desk.restart();
+    desk.settle();
+    EXPECT_FALSE(desk.widget("notez").isVisible());
+    desk.show("notez");
+    QTest::mouseClick(&desk.control("notez", "Label5"), Qt::LeftButton);
+    desk.settle();
+    EXPECT_FALSE(desk.widget("notez").isVisible());
+}
+
+} // namespace larkspin
