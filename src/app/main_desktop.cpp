@@ -15,6 +15,7 @@
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
+#include "platform/qt/qt_windows.h"
 
 #include <csignal>
 
@@ -56,6 +57,7 @@ int main(int, char** arguments) {
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = display.drawsTransparency()});
+    const QtWindows windows(loop, program.windows(), [&] { desktop.popUpTrayMenu(); });
     desktop.withoutTray([&] {
         if (!program.playback.mediaWindow.mp3s.visible)
             program.playback.mediaList.show();

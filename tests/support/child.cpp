@@ -21,10 +21,12 @@ constexpr auto timeToEnd = std::chrono::seconds(5);
 
 // With these variables in place of its own; on the descriptors, or leading a session on that
 // terminal.
-pid_t run(const std::string& program, std::vector<std::string> command, int input, int output,
+pid_t run(const std::string& program, std::vector<std::string> command,
+          const std::vector<std::string>& behind, int input, int output,
           const char* terminal = nullptr) {
     command.insert(command.begin(), "env");
     command.push_back(program);
+    command.insert(command.end(), behind.begin(), behind.end());
     std::vector<char*> arguments;
     for (std::string& argument : command)
         arguments.push_back(argument.data());
@@ -43,9 +45,10 @@ pid_t run(const std::string& program, std::vector<std::string> command, int inpu
 } // namespace
 
 std::unique_ptr<Child> Child::start(const std::string& program,
-                                    const std::vector<std::string>& variables) {
+                                    const std::vector<std::string>& variables,
+                                    const std::vector<std::string>& arguments) {
     Pipe input, output;
-    const pid_t id = run(program, variables, input.out(), output.in());
+    const pid_t id = run(program, variables, arguments, input.out(), output.in());
     return std::unique_ptr<Child>(id < 0 ? nullptr
                                          : new Child(id, input.takeIn(), output.takeOut()));
 }
@@ -56,7 +59,7 @@ std::unique_ptr<Child> Child::startOnTerminal(const std::string& program,
     const winsize size{24, 80, 0, 0};
     if (own >= 0 && ::grantpt(own) == 0 && ::unlockpt(own) == 0 &&
         ::ioctl(own, TIOCSWINSZ, &size) == 0) {
-        const pid_t id = run(program, variables, own, own, ::ptsname(own));
+        const pid_t id = run(program, variables, {}, own, own, ::ptsname(own));
         if (id >= 0)
             return std::unique_ptr<Child>(new Child(id, own, own));
     }
@@ -165,6 +168,16 @@ bool Child::shows(std::string_view text, std::chrono::milliseconds within) {
         if (!readMore(until))
             return false;
     }
+}
+
+std::string Child::line(std::chrono::milliseconds within) {
+    const auto until = std::chrono::steady_clock::now() + within;
+    while (unread_.find('\n') == std::string::npos)
+        if (!readMore(until))
+            return {};
+    std::string line = unread_.substr(0, unread_.find('\n'));
+    unread_.erase(0, line.size() + 1);
+    return line;
 }
 
 std::string Child::rest(std::chrono::milliseconds within) {

@@ -16,7 +16,8 @@ class Child {
 public:
     // With these variables ("NAME=value") in place of its own. Nothing when it can't be run.
     static std::unique_ptr<Child> start(const std::string& program,
-                                        const std::vector<std::string>& variables);
+                                        const std::vector<std::string>& variables,
+                                        const std::vector<std::string>& arguments = {});
     // The same on a terminal of its own, 80 columns wide.
     static std::unique_ptr<Child> startOnTerminal(const std::string& program,
                                                   const std::vector<std::string>& variables);
@@ -36,6 +37,8 @@ public:
     // then. False when it takes too long or the program has ended.
     bool says(std::string_view text, std::chrono::milliseconds within);
     bool shows(std::string_view text, std::chrono::milliseconds within);
+    // The next line; empty when it takes too long.
+    std::string line(std::chrono::milliseconds within);
     // All that is left, until it closes its output.
     std::string rest(std::chrono::milliseconds within);
 

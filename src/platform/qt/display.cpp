@@ -1,6 +1,7 @@
 #include "platform/qt/display.h"
 
 #include "platform/qt/icon.h"
+#include "platform/qt/looks.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -69,6 +70,7 @@ Display::Display(char* program) {
     qInstallMessageHandler(tellWhatQtSays);
     application_ = std::make_unique<QApplication>(count, const_cast<char**>(arguments.data()));
     qInstallMessageHandler(nullptr);
+    applyLooks(*application_);
     QApplication::setApplicationName("larkspin");
     QApplication::setDesktopFileName("larkspin");
     QApplication::setWindowIcon(programIcon());

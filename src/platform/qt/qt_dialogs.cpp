@@ -104,11 +104,13 @@ std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQues
     return paths;
 }
 
+// The windows, the tray and the room stay open to the owner, who may have to look something up.
 int QtDialogs::show(QDialog& dialog) {
     for (QLabel* label : dialog.findChildren<QLabel*>())
         label->setTextFormat(Qt::PlainText);
     bool finished = false;
     QObject::connect(&dialog, &QDialog::finished, [&finished] { finished = true; });
+    dialog.setModal(false);
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
     dialog.show();
     dialog.raise();

@@ -1,0 +1,122 @@
+// The desktop program as a child process, on a display of its own: how it starts, how it ends, and
+// its tray icon on a real tray.
+#include "support/child.h"
+#include "support/temp_directory.h"
+#include "support/x_server.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 20s;
+
+class DesktopProgramTest : public testing::Test {
+protected:
+    // A home of its own, no sound device, no bus and no desktop.
+    std::vector<std::string> variables(const std::string& display) const {
+        const std::string home = disk.path().native();
+        return {"HOME=" + home,
+                "XDG_DATA_HOME=" + home,
+                "XDG_CONFIG_HOME=" + home,
+                "XDG_RUNTIME_DIR=" + home,
+                "PULSE_SERVER=none",
+                "PIPEWIRE_REMOTE=none",
+                "ALSA_CONFIG_PATH=/dev/null",
+                "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent",
+                "DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent",
+                "LSAN_OPTIONS=detect_leaks=0",
+                "WAYLAND_DISPLAY=",
+                "QT_QPA_PLATFORM=",
+                "QT_QPA_PLATFORMTHEME=",
+                "DISPLAY=" + display};
+    }
+    // With its errors in its output.
+    std::unique_ptr<Child> start(const std::string& display) const {
+        return Child::start("sh", variables(display), {"-c", "exec " LARKSPIN_DESKTOP " 2>&1"});
+    }
+    void startTray() {
+        tray = Child::start("trayer", {"DISPLAY=" + server->display()},
+                            {"--edge", "top", "--align", "left", "--widthtype", "request",
+                             "--heighttype", "pixel", "--height", "24"});
+    }
+    // Past the box that welcomes him the first time.
+    std::unique_ptr<Child> welcomed() {
+        auto child = start(server->display());
+        EXPECT_TRUE(sees("^larkspin$"));
+        EXPECT_TRUE(server->hand({"key", "Return"}));
+        return child;
+    }
+    bool sees(const std::string& title) const {
+        return server->hand({"search", "--sync", "--onlyvisible", "--name", title});
+    }
+    // The tray takes up room when the first icon is in it.
+    void rightClickIcon() const {
+        EXPECT_TRUE(server->hand({"search", "--sync", "--onlyvisible", "--class", "trayer",
+                                  "mousemove", "--window", "%1", "12", "12", "click", "3"}));
+        EXPECT_TRUE(sees("^file$"));
+    }
+    void press(std::initializer_list<const char*> keys) const {
+        std::vector<std::string> does = {"key"};
+        does.insert(does.end(), keys.begin(), keys.end());
+        EXPECT_TRUE(server->hand(does));
+    }
+    bool reads(const std::string& text) const {
+        const auto until = std::chrono::steady_clock::now() + patience;
+        while (std::chrono::steady_clock::now() < until) {
+            if (disk.read("larkspin/larkspin.ini").find(text) != std::string::npos)
+                return true;
+            std::this_thread::sleep_for(10ms);
+        }
+        return false;
+    }
+
+    TempDirectory disk;
+    std::unique_ptr<XServer> server = std::make_unique<XServer>();
+    std::unique_ptr<Child> tray;
+};
+
+TEST_F(DesktopProgramTest, NamesTheOtherProgramWhereThereIsNoDisplay) {
+    for (const char* const display : {"", ":4711"}) {
+        const auto child = start(display);
+        EXPECT_TRUE(child->says("no display to show windows on; larkspin-tty", patience));
+        EXPECT_EQ(child->ends(patience), 1);
+    }
+    EXPECT_EQ(disk.read("larkspin/larkspin.ini"), "");
+}
+
+TEST_F(DesktopProgramTest, ShowsTheMediaWindowWhereThereIsNoTrayAndSavesWhenToldToEnd) {
+    const auto child = welcomed();
+    EXPECT_TRUE(sees("larkspin player"));
+    ::kill(child->id(), SIGTERM);
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_TRUE(reads("volume=50"));
+}
+
+TEST_F(DesktopProgramTest, SavesWhenItsDisplayIsGone) {
+    startTray();
+    const auto child = welcomed();
+    rightClickIcon();
+    server->kill();
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_TRUE(reads("volume=50"));
+}
+
+TEST_F(DesktopProgramTest, WorksByTheTrayAlsoWhileABoxIsOpen) {
+    startTray();
+    const auto child = welcomed();
+    rightClickIcon();
+    press({"Up", "Up", "Up", "Up", "Up", "Up", "Return"});
+    EXPECT_TRUE(sees("^lks version"));
+    rightClickIcon();
+    press({"Up", "Return"});
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_TRUE(reads("volume=50"));
+}
+
+} // namespace
+} // namespace larkspin
