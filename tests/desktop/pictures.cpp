@@ -59,11 +59,12 @@ int main(int count, char** arguments) {
         moveSlider(desk.window("colors"), "HScroll2", 140);
         moveSlider(desk.window("colors"), "HScroll3", 40);
     });
+    desk.window("dire").control("statusLine").visible = true;
     desk.state().searchTerm = "  scanning c:\\home\\jo\\Music\\albums...";
     desk.state().stopsCaption = "    scroll";
     for (const char* name : {"larkmain", "mp3s", "dire", "stops", "notez", "appz", "colors"})
         take(desk, name, directory + "/" + name + ".png");
-    desk.control("mp3s", "playButton").setFocus();
+    desk.control("mp3s", "playButton").setFocus(Qt::TabFocusReason);
     desk.window("mp3s").place.height = 315;
     take(desk, "mp3s", directory + "/mp3s-small.png");
 }

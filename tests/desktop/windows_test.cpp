@@ -123,17 +123,19 @@ TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
     hand(QStringList{"mousemove"} + at(start.x() + 50, start.y() + 10));
     hand({"mousedown", "1"});
     ASSERT_TRUE(comes(desk, [&] { return desk.window("mp3s").dragged; }));
-    for (int way = 10; way <= 60; way += 10) {
+    for (const int way : {4, 20, 40, 60}) {
         hand(QStringList{"mousemove"} + at(start.x() + 50 + way, start.y() + 10 + way / 2));
         desk.settle();
     }
     hand({"mouseup", "1"});
-    EXPECT_TRUE(comes(desk, [&] { return desk.window("mp3s").place.left == 4500 + 60 * 15; }));
-    EXPECT_EQ(desk.window("mp3s").place.top, 4500 + 30 * 15);
+    const Place& place = desk.window("mp3s").place; // but for the little way to begin with
+    EXPECT_TRUE(comes(desk, [&] { return place.left >= 4500 + 55 * 15; }));
+    EXPECT_NEAR(place.top, 4500 + 30 * 15, 5 * 15);
     EXPECT_TRUE(comes(desk, [&] { return !desk.window("mp3s").dragged; }));
+    const QPoint end(place.left / 15, place.top / 15);
     desk.restart();
-    EXPECT_EQ(desk.setting("mp3slpos"), "5400");
-    EXPECT_EQ(desk.show("mp3s").pos(), start + QPoint(60, 30));
+    EXPECT_EQ(desk.setting("mp3slpos"), std::to_string(15 * end.x()));
+    EXPECT_EQ(desk.show("mp3s").pos(), end);
 }
 
 TEST(Windows, AreFetchedBackOntoTheScreen) {
@@ -210,10 +212,10 @@ TEST(Windows, GoThroughAllThatCanBeWorkedByTab) {
         if (const QWidget* const focus = QApplication::focusWidget())
             reached.push_back(focus->objectName().toStdString());
     }
-    const Lines all{"mediaCaption", "closeButton", "prevButton",   "playButton",
-                    "pauseButton",  "nextButton",  "openButton",   "HScroll2",
-                    "HScroll3",     "Command1",    "Command2",     "Command3",
-                    "Command5",     "Command6",    "playlistView", "renameLabel"};
+    const Lines all{"closeButton", "prevButton",   "playButton",  "pauseButton",
+                    "nextButton",  "openButton",   "HScroll2",    "HScroll3",
+                    "Command1",    "Command2",     "Command3",    "Command5",
+                    "Command6",    "playlistView", "renameLabel", "mediaCaption"};
     EXPECT_EQ(reached, all);
     QTest::keyClick(&window, Qt::Key_Escape);
     desk.settle();
@@ -330,8 +332,8 @@ TEST(Windows, TakeWhatIsDroppedOnAList) {
     desk.advance(5s);
     const RowList& rows = desk.state().playlistView;
     ASSERT_EQ(rows.count(), 5);
-    EXPECT_EQ(rows.row(3).substr(0, 9), "two words");
-    EXPECT_EQ(rows.row(4).substr(0, 4), "100%");
+    EXPECT_EQ(rows.row(4).substr(0, 9), "two words");
+    EXPECT_EQ(rows.row(0).substr(0, 4), "100%");
 }
 
 TEST(Windows, HoldValuesThatBothSidesChange) {

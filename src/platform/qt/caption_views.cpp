@@ -7,6 +7,7 @@
 #include "shell/controls.h"
 
 #include <QAbstractButton>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
@@ -45,8 +46,7 @@ void drawCaption(QPainter& painter, const QWidget& widget, const QString& captio
 }
 
 void drawStripLine(QPainter& painter, const QWidget& widget) {
-    painter.setPen(dimmed(widget.palette()));
-    painter.drawLine(widget.rect().bottomLeft(), widget.rect().bottomRight());
+    painter.fillRect(0, widget.height() - 1, widget.width(), 1, dimmed(widget.palette()));
 }
 
 class LabelWidget : public QLabel {
@@ -83,21 +83,31 @@ protected:
         const QColor front = palette().color(QPalette::ButtonText);
         const QColor ground = palette().color(QPalette::Button);
         const bool isInverted = isDown() && look_.isCentred;
+        const QRect box = look_.hasBox ? rect().adjusted(1, 1, -1, -1) : rect();
         if (isInverted)
-            painter.fillRect(rect(), front);
+            painter.fillRect(box, front);
         else if (look_.isCentred && underMouse())
-            painter.fillRect(rect(), between(ground, front, 0.2));
+            painter.fillRect(box, between(ground, front, 0.2));
         painter.setPen(isInverted ? ground : front);
         drawCaption(painter, *this, text(), look_.isCentred);
         if (look_.isOnStrip)
             drawStripLine(painter, *this);
-        painter.setPen(hasFocus() ? front : dimmed(palette()));
-        if (look_.hasBox || hasFocus())
-            painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        const bool isFocused = hasFocus() && showsFocus_;
+        if (look_.hasBox || isFocused)
+            drawOutline(painter, box, isFocused ? front : dimmed(palette()));
+    }
+
+    // Of use to the keyboard alone: the mouse only brings the window to the front.
+    void focusInEvent(QFocusEvent* event) override {
+        const auto reason = event->reason();
+        if (reason != Qt::ActiveWindowFocusReason)
+            showsFocus_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+        QAbstractButton::focusInEvent(event);
     }
 
 private:
     CaptionLook look_;
+    bool showsFocus_ = false;
 };
 
 class LabelView : public ControlView {
@@ -172,8 +182,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.fillRect(rect(), palette().color(QPalette::Window));
-        painter.setPen(dimmed(palette()));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        drawOutline(painter, rect(), dimmed(palette()));
     }
 };
 

@@ -66,6 +66,7 @@ class LinesView : public TextView<QPlainTextEdit> {
 public:
     LinesView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
         field().setTabChangesFocus(true);
+        field().setFrameStyle(int{QFrame::Box} | int{QFrame::Sunken});
         listenTo(*field().viewport());
         connect(&field(), &QPlainTextEdit::textChanged, this, [this] {
             if (!isPutting_)
@@ -97,16 +98,14 @@ protected:
         const QColor light(0xD4, 0xD4, 0xD4), middle(0x8C, 0x8C, 0x8C), dark(0x4A, 0x4A, 0x4A);
         QPainter painter(this);
         const int thumb = std::min(height() - 4, 14);
-        const int left =
-            QStyle::sliderPositionFromValue(minimum(), maximum(), sliderPosition(), width() - 10);
-        painter.fillRect(QRect(1, (height() - grooveHeight) / 2, width() - 2, grooveHeight), dark);
+        const int left = 1 + QStyle::sliderPositionFromValue(minimum(), maximum(), sliderPosition(),
+                                                             width() - 12);
+        painter.fillRect(QRect(2, (height() - grooveHeight) / 2, width() - 4, grooveHeight), dark);
         const QRect handle(left, (height() - thumb) / 2, 10, thumb);
-        painter.fillRect(handle, isSliderDown() ? middle : light);
-        painter.setPen(dark);
-        painter.drawLine(handle.center() + QPoint(0, 4 - thumb / 2),
-                         handle.center() + QPoint(0, thumb / 2 - 3));
-        painter.setPen(hasFocus() ? light : Qt::transparent);
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.fillRect(handle, isSliderDown() ? QColor(Qt::white) : light);
+        painter.fillRect(handle.adjusted(4, 3, -4, -3), middle);
+        if (hasFocus())
+            drawOutline(painter, rect(), light);
     }
 };
 

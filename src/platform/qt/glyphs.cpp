@@ -89,7 +89,7 @@ QPainterPath glyphOf(const QString& caption, const QRectF& within) {
                                                const Glyph& each) { return each.caption == word; });
     if (glyph == std::end(glyphs))
         return {};
-    const double scale = std::min(within.width(), within.height()) * 0.045;
+    const double scale = std::min(within.width(), within.height()) * 0.05;
     return QTransform::fromTranslate(within.center().x(), within.center().y())
         .scale(scale, scale)
         .map(glyph->shape());

@@ -15,11 +15,8 @@ constexpr int scrollBarWidth = 12;
 constexpr int shortestThumb = 18;
 
 void drawBox(QPainter& painter, const QRect& box, const QColor& line, const QColor& ground) {
-    painter.save();
-    painter.setPen(line);
-    painter.setBrush(ground);
-    painter.drawRect(box.adjusted(0, 0, -1, -1));
-    painter.restore();
+    painter.fillRect(box, ground);
+    drawOutline(painter, box, line);
 }
 
 // Of a scroll bar without arrows: as long as the part of it all that is in view.
@@ -78,7 +75,7 @@ int LarkStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                            const QWidget* widget) const {
     if (metric == PM_ScrollBarExtent)
         return scrollBarWidth;
-    if (metric == PM_MenuPanelWidth)
+    if (metric == PM_MenuPanelWidth || metric == PM_DefaultFrameWidth)
         return 1;
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
@@ -130,6 +127,17 @@ void LarkStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
+// A field with a value has an outline. One that only chooses, as a list, shows it with the focus.
+void LarkStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+    if (element != CE_ShapedFrame)
+        QProxyStyle::drawControl(element, option, painter, widget);
+    else if (option->state & State_HasFocus)
+        drawOutline(*painter, option->rect, option->palette.color(QPalette::Text));
+    else if (option->state & State_Sunken)
+        drawOutline(*painter, option->rect.adjusted(1, 0, -1, 0), dimmed(option->palette));
+}
+
 void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                               QPainter* painter, const QWidget* widget) const {
     switch (element) {
@@ -138,7 +146,7 @@ void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         drawButtonPanel(*painter, *option);
         return;
     case PE_PanelLineEdit:
-        drawBox(*painter, option->rect,
+        drawBox(*painter, option->rect.adjusted(1, 0, -1, 0),
                 option->state & State_HasFocus ? option->palette.color(QPalette::Text)
                                                : dimmed(option->palette),
                 option->palette.color(QPalette::Base));

@@ -30,12 +30,11 @@ public:
         painter->setPen(palette.color(isOn ? QPalette::HighlightedText : QPalette::Text));
         painter->setFont(option.font);
         const QRect within = option.rect.adjusted(margin, 0, -margin, 0);
-        painter->drawText(
-            within, Qt::AlignVCenter | Qt::TextSingleLine,
-            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, within.width()));
+        painter->drawText(within, Qt::AlignVCenter | Qt::TextSingleLine, index.data().toString());
         if (option.state & QStyle::State_HasFocus) {
-            painter->setPen(QPen(painter->pen().color(), 1, Qt::DotLine));
-            painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+            const QColor front = painter->pen().color();
+            drawOutline(*painter, option.rect.adjusted(1, 1, -1, -1),
+                        between(front, palette.color(QPalette::Base), isOn ? 0 : 0.3));
         }
     }
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
@@ -51,6 +50,7 @@ public:
         setUniformItemSizes(true);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setEditTriggers(NoEditTriggers);
+        setFrameStyle(int{Box} | int{Plain});
     }
 
     // Whole rows: as many as fit share the height, and what is left lies below the last of them.

@@ -4,6 +4,7 @@
 #include "platform/qt/qt_text.h"
 
 #include <QApplication>
+#include <QPainter>
 
 namespace larkspin {
 
@@ -81,6 +82,13 @@ QColor between(const QColor& first, const QColor& second, double share) {
 
 QColor dimmed(const QPalette& palette) {
     return palette.color(QPalette::Mid);
+}
+
+void drawOutline(QPainter& painter, const QRect& box, const QColor& color) {
+    painter.fillRect(box.left(), box.top(), box.width(), 1, color);
+    painter.fillRect(box.left(), box.bottom(), box.width(), 1, color);
+    painter.fillRect(box.left(), box.top(), 1, box.height(), color);
+    painter.fillRect(box.right(), box.top(), 1, box.height(), color);
 }
 
 QColor outlineOf(Color background) {

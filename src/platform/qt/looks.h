@@ -10,6 +10,7 @@
 #include <QRect>
 
 class QApplication;
+class QPainter;
 
 namespace larkspin {
 
@@ -28,6 +29,9 @@ QRect pixelsOf(const Place& place, int dpi);
 QPalette paletteOf(Color foreground, Color background);
 QColor between(const QColor& first, const QColor& second, double share); // of the second
 QColor dimmed(const QPalette& palette);                                  // for outlines
+
+// One pixel wide, sharp at every size.
+void drawOutline(QPainter& painter, const QRect& box, const QColor& color);
 
 // Around a window, to be told from what lies behind it.
 QColor outlineOf(Color background);

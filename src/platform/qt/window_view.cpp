@@ -117,8 +117,7 @@ void WindowView::refreshControls() {
 void WindowView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));
-    painter.setPen(outlineOf(window_.background));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    drawOutline(painter, rect(), outlineOf(window_.background));
 }
 
 void WindowView::moveEvent(QMoveEvent*) {
