@@ -1,4 +1,5 @@
-// Takes a picture of every window of a program with something in it: desktop_pictures DIRECTORY.
+// Takes a picture of every window of a program with something in it: desktop_pictures
+// DIRECTORY [ENDING].
 #include "desktop/desk.h"
 #include "platform/qt/looks.h"
 #include "shell/control_events.h"
@@ -46,6 +47,7 @@ int main(int count, char** arguments) {
     QApplication application(count, arguments);
     applyLooks(application);
     const std::string directory = count > 1 ? arguments[1] : ".";
+    const std::string ending = count > 2 ? arguments[2] : ".png";
     Desk desk(songs);
     furnish(desk);
     for (const char* name : {"larkmain", "mp3s", "dire", "stops", "notez", "appz", "colors"})
@@ -63,8 +65,8 @@ int main(int count, char** arguments) {
     desk.state().searchTerm = "  scanning c:\\home\\jo\\Music\\albums...";
     desk.state().stopsCaption = "    scroll";
     for (const char* name : {"larkmain", "mp3s", "dire", "stops", "notez", "appz", "colors"})
-        take(desk, name, directory + "/" + name + ".png");
-    desk.control("mp3s", "playButton").setFocus(Qt::TabFocusReason);
+        take(desk, name, directory + "/" + name + ending);
     desk.window("mp3s").place.height = 315;
-    take(desk, "mp3s", directory + "/mp3s-small.png");
+    desk.advance(61s);
+    take(desk, "mp3s", directory + "/mp3s-small" + ending);
 }

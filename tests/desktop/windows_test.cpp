@@ -132,6 +132,16 @@ TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
     EXPECT_TRUE(comes(desk, [&] { return place.left >= 4500 + 55 * 15; }));
     EXPECT_NEAR(place.top, 4500 + 30 * 15, 5 * 15);
     EXPECT_TRUE(comes(desk, [&] { return !desk.window("mp3s").dragged; }));
+    const auto moveOver = [&](const char* control) {
+        const QPoint middle = desk.control("mp3s", control).rect().center();
+        const QPoint there = desk.control("mp3s", control).mapToGlobal(middle);
+        hand(QStringList{"mousemove"} + at(there.x(), there.y()));
+    };
+    moveOver("nextButton");
+    EXPECT_TRUE(comes(desk, [&] { return desk.state().mediaCaption == "  next song"; }));
+    moveOver("closeButton");
+    hand({"click", "1"});
+    EXPECT_TRUE(comes(desk, [&] { return !desk.window("mp3s").visible; })) << "the mouse is free";
     const QPoint end(place.left / 15, place.top / 15);
     desk.restart();
     EXPECT_EQ(desk.setting("mp3slpos"), std::to_string(15 * end.x()));

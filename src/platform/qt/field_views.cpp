@@ -51,6 +51,7 @@ private:
 class LineView : public TextView<QLineEdit> {
 public:
     LineView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
+        field().setTextMargins(1, 0, 1, 0); // like a row of a list
         connect(&field(), &QLineEdit::textEdited, this,
                 [this](const QString& text) { tell(text); });
     }

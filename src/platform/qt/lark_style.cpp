@@ -135,7 +135,7 @@ void LarkStyle::drawControl(ControlElement element, const QStyleOption* option, 
     else if (option->state & State_HasFocus)
         drawOutline(*painter, option->rect, option->palette.color(QPalette::Text));
     else if (option->state & State_Sunken)
-        drawOutline(*painter, option->rect.adjusted(1, 0, -1, 0), dimmed(option->palette));
+        drawOutline(*painter, option->rect.adjusted(1, 0, -1, -1), dimmed(option->palette));
 }
 
 void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
