@@ -1,6 +1,7 @@
 // What the owner's hand does to a described control.
 #include "shell/control_events.h"
 
+#include "shell/controls.h"
 #include "text/row_list.h"
 
 #include <gtest/gtest.h>
@@ -66,6 +67,15 @@ TEST_F(ControlEventsTest, EachGestureCallsWhatItMeans) {
     EXPECT_EQ(after(editText(window, "field", "words")), "words ");
     EXPECT_EQ(after(press(window, "still")), "");
     EXPECT_EQ(after(hover(window, "still")), "");
+    EXPECT_EQ(after(click(window, "list", 1)), "click2 ") << "where the mouse has been down";
+    EXPECT_EQ(after(doubleClick(window, "button")), "double ");
+    EXPECT_EQ(after(drop(window, "still", {"c:\\a.mp3"})), "nothing");
+    window.control("list").onDrop = [this](const auto& paths) { log += paths.back(); };
+    EXPECT_EQ(after(drop(window, "list", {"c:\\", "c:\\a.mp3"})), "c:\\a.mp3");
+    EXPECT_EQ(after(closeWindow(window)), "nothing");
+    window.controls.push_back(closeLabel(window, {.name = "X"}));
+    EXPECT_EQ(after(closeWindow(window)), "");
+    EXPECT_FALSE(window.visible);
 }
 
 TEST_F(ControlEventsTest, SelectsTheRowsThatArePressed) {

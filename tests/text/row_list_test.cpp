@@ -3,8 +3,10 @@
 #include "text/fold.h"
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
+#include <tuple>
 
 namespace larkspin {
 namespace {
@@ -165,6 +167,37 @@ TEST(RowList, TakesManyRowsAsIfTheyWereAddedInTurn) {
         for (int index = 0; index < RowList::limit; ++index)
             ASSERT_EQ(assigned.row(index), added.row(index)) << index;
         EXPECT_FALSE(assigned.contains("gone"));
+    }
+}
+
+// Who shows a list reads it anew only then.
+TEST(RowList, TellsByItsRevisionsWhatHasChanged) {
+    RowList list, other;
+    other.add("x");
+    const std::tuple<const char*, std::function<void()>, bool, bool> changes[] = {
+        {"add", [&] { list.add("a"); }, true, true},
+        {"assign",
+         [&] {
+             list.assign({Row("a"), Row("b"), Row("c")});
+         },
+         true, true},
+        {"choose", [&] { list.choose(1); }, false, true},
+        {"choose it again", [&] { list.setCurrentIndex(1); }, false, false},
+        {"select", [&] { list.setSelected(2, true); }, false, true},
+        {"select it again", [&] { list.setSelected(2, true); }, false, false},
+        {"unselect all", [&] { list.clearSelection(); }, false, true},
+        {"remove", [&] { list.removeAt(0); }, true, true},
+        {"replace", [&] { list.replaceAt(0, "z"); }, true, true},
+        {"read", [&] { list.contains(list.row(0)); }, false, false},
+        {"another's rows", [&] { list = other; }, true, true},
+        {"the same", [&] { list = other; }, false, false},
+        {"clear", [&] { list.clear(); }, true, true},
+    };
+    for (const auto& [what, change, rows, any] : changes) {
+        const auto rowsBefore = list.rowsRevision(), before = list.revision();
+        change();
+        EXPECT_EQ(list.rowsRevision() != rowsBefore, rows) << what;
+        EXPECT_EQ(list.revision() != before, any) << what;
     }
 }
 

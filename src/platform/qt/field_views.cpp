@@ -68,6 +68,7 @@ public:
     LinesView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
         field().setTabChangesFocus(true);
         field().setFrameStyle(int{QFrame::Box} | int{QFrame::Sunken});
+        field().setLineWidth(2); // of which it draws the inner one, beside the window's outline
         listenTo(*field().viewport());
         connect(&field(), &QPlainTextEdit::textChanged, this, [this] {
             if (!isPutting_)

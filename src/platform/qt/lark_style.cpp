@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleOption>
+#include <QWidget>
 #include <algorithm>
 
 namespace larkspin {
@@ -69,6 +70,15 @@ void drawButtonPanel(QPainter& painter, const QStyleOption& button) {
             isDown ? between(ground, front, 0.3) : ground);
 }
 
+// A field with a value has an outline. One that only chooses, as a list, shows it with the focus.
+void drawFrame(QPainter& painter, const QStyleOptionFrame& frame, bool isWindow) {
+    const QRect box = frame.lineWidth > 1 ? frame.rect.adjusted(1, 0, -1, -1) : frame.rect;
+    if (frame.state & QStyle::State_HasFocus)
+        drawOutline(painter, box, frame.palette.color(QPalette::Text));
+    else if (isWindow || frame.state & QStyle::State_Sunken)
+        drawOutline(painter, box, dimmed(frame.palette));
+}
+
 } // namespace
 
 int LarkStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
@@ -84,11 +94,16 @@ int LarkStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* data) const {
     if (hint == SH_Slider_AbsoluteSetButtons)
         return Qt::LeftButton;
-    if (hint == SH_ScrollBar_Transient || hint == SH_Widget_Animation_Duration)
+    switch (hint) {
+    case SH_ScrollBar_Transient:
+    case SH_Widget_Animation_Duration:
+    case SH_EtchDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_ComboBox_Popup: // a list below it, not a menu over it
         return 0;
-    if (hint == SH_ComboBox_Popup) // a list below it, not a menu over it
-        return 0;
-    return QProxyStyle::styleHint(hint, option, widget, data);
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
 }
 
 QRect LarkStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
@@ -127,15 +142,17 @@ void LarkStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
-// A field with a value has an outline. One that only chooses, as a list, shows it with the focus.
 void LarkStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const {
-    if (element != CE_ShapedFrame)
+    const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    const auto* const entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_ShapedFrame && frame)
+        drawFrame(*painter, *frame, widget && widget->isWindow());
+    else if (entry && entry->menuItemType == QStyleOptionMenuItem::Separator)
+        painter->fillRect(entry->rect.left() + 4, entry->rect.center().y(), entry->rect.width() - 8,
+                          1, dimmed(entry->palette));
+    else
         QProxyStyle::drawControl(element, option, painter, widget);
-    else if (option->state & State_HasFocus)
-        drawOutline(*painter, option->rect, option->palette.color(QPalette::Text));
-    else if (option->state & State_Sunken)
-        drawOutline(*painter, option->rect.adjusted(1, 0, -1, -1), dimmed(option->palette));
 }
 
 void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
