@@ -3,8 +3,8 @@
 #include "platform/posix/poll_loop.h"
 #include "platform/qt/qt_loop.h"
 #include "support/pipe.h"
+#include "support/qt_application.h"
 
-#include <QCoreApplication>
 #include <csignal>
 #include <ctime>
 #include <fcntl.h>
@@ -19,10 +19,7 @@ using namespace std::chrono_literals;
 std::unique_ptr<WatchingLoop> makeLoop(bool onQt) {
     if (!onQt)
         return std::make_unique<PollLoop>();
-    static int count = 1;
-    static char name[] = "test";
-    static char* arguments[] = {name, nullptr};
-    static const QCoreApplication application(count, arguments);
+    startQt();
     return std::make_unique<QtLoop>();
 }
 

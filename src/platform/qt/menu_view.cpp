@@ -17,19 +17,15 @@ QString captionOf(const MenuEntry& entry, MenuDrawnBy drawnBy) {
     return caption;
 }
 
-} // namespace
-
-void fillMenu(QMenu& menu, const std::vector<MenuEntry>& entries, EventLoop& loop,
-              MenuDrawnBy drawnBy) {
-    menu.clear();
-    qDeleteAll(menu.findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
+void addEntries(QMenu& view, const std::vector<MenuEntry>& entries, EventLoop& loop,
+                MenuDrawnBy drawnBy) {
     for (const MenuEntry& entry : entries) {
         if (entry.isSeparator()) {
-            menu.addSeparator();
+            view.addSeparator();
         } else if (entry.isSubmenu) {
-            fillMenu(*menu.addMenu(captionOf(entry, drawnBy)), entry.children, loop, drawnBy);
+            addEntries(*view.addMenu(captionOf(entry, drawnBy)), entry.children, loop, drawnBy);
         } else {
-            QAction* const action = menu.addAction(captionOf(entry, drawnBy));
+            QAction* const action = view.addAction(captionOf(entry, drawnBy));
             action->setCheckable(entry.checked);
             action->setChecked(entry.checked);
             QObject::connect(action, &QAction::triggered, [&loop, chosen = entry.action] {
@@ -38,6 +34,15 @@ void fillMenu(QMenu& menu, const std::vector<MenuEntry>& entries, EventLoop& loo
             });
         }
     }
+}
+
+} // namespace
+
+void fillMenu(QMenu& view, const Menu& menu, EventLoop& loop, MenuDrawnBy drawnBy) {
+    view.clear();
+    qDeleteAll(view.findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
+    view.setWindowTitle(toQt(menu.name));
+    addEntries(view, menu.entries(), loop, drawnBy);
 }
 
 } // namespace larkspin

@@ -4,8 +4,6 @@
 #include "shell/event_loop.h"
 #include "shell/menu.h"
 
-#include <vector>
-
 class QMenu;
 
 namespace larkspin {
@@ -14,8 +12,8 @@ namespace larkspin {
 // has others than Qt.
 enum class MenuDrawnBy { qt, desktop };
 
-// Makes the menu hold these entries and no others. It must not be open.
-void fillMenu(QMenu& menu, const std::vector<MenuEntry>& entries, EventLoop& loop,
-              MenuDrawnBy drawnBy);
+// Makes Qt's menu hold the entries of this one, as they are now, and bear its name. It must not be
+// open.
+void fillMenu(QMenu& view, const Menu& menu, EventLoop& loop, MenuDrawnBy drawnBy);
 
 } // namespace larkspin

@@ -57,7 +57,7 @@ void QtDesktop::popUp(const Menu& menu) {
     while (QWidget* open = QApplication::activePopupWidget())
         if (!open->close())
             return;
-    fillMenu(*popup_, menu.entries(), loop_, MenuDrawnBy::qt);
+    fillMenu(*popup_, menu, loop_, MenuDrawnBy::qt);
     popup_->popup(QCursor::pos());
 }
 
@@ -68,7 +68,7 @@ void QtDesktop::popUpTrayMenu() {
 
 void QtDesktop::fillTrayMenu() {
     if (icon_)
-        fillMenu(*trayMenu_, icon_->menu.entries(), loop_,
+        fillMenu(*trayMenu_, icon_->menu, loop_,
                  isDrawnByDesktop() ? MenuDrawnBy::desktop : MenuDrawnBy::qt);
 }
 

@@ -1,0 +1,110 @@
+// Boxes, questions and file dialogs as the owner answers them by keyboard.
+#include "platform/posix/drive_paths.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_loop.h"
+#include "support/qt_application.h"
+#include "support/temp_directory.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QTest>
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <utility>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+
+class QtDialogsTest : public testing::Test {
+protected:
+    // Types this into the dialog that will be open, and ends with that key.
+    void answer(const std::string& typed, Qt::Key last) {
+        look_ = loop.every(10ms, [=, this] {
+            const auto windows = QApplication::topLevelWidgets();
+            const auto found = std::ranges::find_if(windows, [](QWidget* window) {
+                return window->isActiveWindow() && qobject_cast<QDialog*>(window);
+            });
+            if (found == windows.end() || !(*found)->focusWidget())
+                return;
+            loop.cancel(std::exchange(look_, TimerId::none));
+            for (QLabel* label : (*found)->findChildren<QLabel*>())
+                shown += label->text().toStdString() + '\n';
+            title = (*found)->windowTitle().toStdString();
+            QTest::keyClicks((*found)->focusWidget(), QString::fromStdString(typed));
+            QTest::keyClick((*found)->focusWidget(), last);
+        });
+    }
+    std::string drive(const std::string& name) const {
+        return drivePath((disk.path() / name).native());
+    }
+    FileQuestion question() const {
+        return {.title = "which?",
+                .types = {{"songs (*.mp3)", "*.mp3;*.wav"}},
+                .directory = drivePath(disk.path().native())};
+    }
+
+    TempDirectory disk;
+    const std::unique_ptr<QtLoop> made = (startQt(), std::make_unique<QtLoop>());
+    QtLoop& loop = *made;
+    QtDialogs dialogs{loop};
+    std::string title, shown;
+
+private:
+    TimerId look_ = TimerId::none;
+};
+
+TEST_F(QtDialogsTest, EventsRunWhileABoxIsOpenAndMarkupIsText) {
+    int ticks = 0;
+    loop.every(1ms, [&] { ++ticks; });
+    loop.post([&] { loop.once(100ms, [&] { answer("", Qt::Key_Escape); }); });
+    dialogs.titledBox("news", "<b>bold</b> & more");
+    EXPECT_GT(ticks, 20);
+    EXPECT_EQ(title, "news");
+    EXPECT_NE(shown.find("<b>bold</b> & more\n"), std::string::npos) << shown;
+    answer("", Qt::Key_Return);
+    dialogs.stopBox("no");
+    EXPECT_EQ(title, "larkspin");
+}
+
+TEST_F(QtDialogsTest, AQuestionIsAnsweredByKey) {
+    for (const auto& [key, yes] : {std::pair(Qt::Key_Return, true), {Qt::Key_Escape, false}}) {
+        answer("", key);
+        EXPECT_EQ(dialogs.ask("delete it?"), yes);
+    }
+}
+
+TEST_F(QtDialogsTest, ATextIsTypedOverThePreset) {
+    const std::optional<std::string> none;
+    const TextQuestion preset{.title = "notes", .prompt = "what?", .preset = "old"};
+    answer("new", Qt::Key_Return);
+    EXPECT_EQ(dialogs.askText(preset), "new");
+    answer("", Qt::Key_Return);
+    EXPECT_EQ(dialogs.askText(preset), "old");
+    answer("new", Qt::Key_Escape);
+    EXPECT_EQ(dialogs.askText(preset), none);
+    answer("", Qt::Key_Return);
+    EXPECT_EQ(dialogs.askText({.title = "notes", .prompt = "what?"}), none);
+}
+
+TEST_F(QtDialogsTest, FilesAndDirectoriesComeAsDrivePaths) {
+    for (const char* const name : {"a.mp3", "b: c.mp3", "d/e.mp3"})
+        disk.write(name, "");
+    answer("a.mp3", Qt::Key_Return);
+    EXPECT_EQ(dialogs.openFile(question()), drive("a.mp3"));
+    EXPECT_EQ(title, "which?");
+    answer(R"("a.mp3" "b: c.mp3")", Qt::Key_Return);
+    EXPECT_EQ(dialogs.openFiles(question()),
+              (std::vector<std::string>{drive("a.mp3"), drive("b: c.mp3")}));
+    answer("a.mp3", Qt::Key_Return);
+    EXPECT_EQ(dialogs.saveFile(question()), drive("a.mp3"));
+    answer("d", Qt::Key_Return);
+    EXPECT_EQ(dialogs.openDirectory({.title = "which?", .directory = question().directory}),
+              drive("d"));
+    answer("a.mp3", Qt::Key_Escape);
+    EXPECT_EQ(dialogs.openFiles(question()), std::vector<std::string>());
+}
+
+} // namespace
+} // namespace larkspin
