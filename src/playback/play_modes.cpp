@@ -42,6 +42,11 @@ void PlayModes::choose(bool AppState::*mode) {
         state_.Timer1.enable();
 }
 
+void PlayModes::set(bool AppState::*mode, bool on) {
+    if (state_.*mode != on)
+        toggle(mode);
+}
+
 void PlayModes::toggle(bool AppState::*mode) {
     if (!(state_.*mode)) {
         choose(mode);

@@ -24,7 +24,10 @@ public:
     void soff();
     void contoff();
 
-    // The tray's entries: a mode goes on or off without a word, also in silent mode.
+    // Without a word, also in silent mode: a mode goes on or off. `rep`, `crand` or `cintz`.
+    void set(bool AppState::*mode, bool on);
+
+    // The tray's entries, which do that.
     MenuEntry repeatEntry();
     MenuEntry continuousEntry();
     MenuEntry shuffleEntry();

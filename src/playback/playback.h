@@ -18,6 +18,7 @@
 #include "playback/position.h"
 #include "playback/random_pick.h"
 #include "playback/refresh_button.h"
+#include "playback/remote_control.h"
 #include "playback/section_repeat.h"
 #include "playback/selection_dialogue.h"
 #include "playback/sliders.h"
@@ -75,6 +76,7 @@ public:
     StopWindow stopWindow{core_, dialogue, recital};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
     TransportButtons transportButtons{core_, needs_.player, transport, choices, randomPick};
+    RemoteControl remote{core_, needs_.player, transportButtons, modes, sliders};
     MediaList mediaList{core_, needs_.files, mediaWindow, transport};
     BehindSplash behindSplash{core_, needs_.splash, mediaWindow};
     FileMenu fileMenu{core_, needs_.desktop, behindSplash, needs_.adding};

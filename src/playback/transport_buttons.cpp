@@ -42,20 +42,31 @@ void TransportButtons::nextAtRandom() {
 }
 
 void TransportButtons::pauseOrResume() {
-    if (state_.pauseMark == unpausedMark) {
-        state_.pauseMark = pausedMark;
-        player_.Pause();
-    } else if (state_.pauseMark == pausedMark) {
-        state_.pauseMark = unpausedMark;
-        player_.Play();
-    }
+    if (state_.pauseMark == unpausedMark)
+        pause();
+    else if (state_.pauseMark == pausedMark)
+        resume();
+}
+
+void TransportButtons::pause() {
+    state_.pauseMark = pausedMark;
+    player_.Pause();
+}
+
+void TransportButtons::resume() {
+    state_.pauseMark = unpausedMark;
+    player_.Play();
 }
 
 void TransportButtons::stopOrPlay() {
     if (state_.playMark == playingMark)
-        transport_.halt();
+        stop();
     else
         playLast();
+}
+
+void TransportButtons::stop() {
+    transport_.halt();
 }
 
 void TransportButtons::playLast() {

@@ -25,10 +25,15 @@ public:
     void stopOrPlay();    // what it plays is the list song last started
     void openFile();      // by a dialog, from anywhere on disk
 
+    // Halves of these.
+    void pause();
+    void resume();
+    void stop();
+    void playLast();
+
 private:
     SongStart currentRow() const;
     void nextAtRandom();
-    void playLast();
     void endPause();
 
     AppState& state_;
