@@ -1,6 +1,7 @@
 #include "platform/posix/wastebasket.h"
 
 #include "platform/posix/descriptor.h"
+#include "platform/posix/percent_escapes.h"
 #include "platform/posix/private_directory.h"
 #include "platform/posix/rename_file.h"
 #include "text/utf8.h"
@@ -76,20 +77,6 @@ bool isSharedBasket(const fs::path& path) {
            (facts.st_mode & S_ISVTX);
 }
 
-// As in the path of a URL, byte by byte.
-std::string escaped(std::string_view path) {
-    constexpr std::string_view digits = "0123456789ABCDEF", plain = "/-_.~";
-    std::string text;
-    for (const char letter : path) {
-        const auto byte = static_cast<unsigned char>(letter);
-        if ((byte < 0x80 && std::isalnum(byte)) || plain.find(letter) != std::string_view::npos)
-            text += letter;
-        else
-            text.append({'%', digits[byte >> 4], digits[byte & 15]});
-    }
-    return text;
-}
-
 // What a file manager needs to put the file back.
 std::string noteFor(std::string_view origin) {
     const std::time_t now = std::time(nullptr);
@@ -97,7 +84,7 @@ std::string noteFor(std::string_view origin) {
     ::localtime_r(&now, &local);
     std::array<char, 32> date{};
     std::strftime(date.data(), date.size(), "%Y-%m-%dT%H:%M:%S", &local);
-    return "[Trash Info]\nPath=" + escaped(origin) + "\nDeletionDate=" + date.data() + "\n";
+    return "[Trash Info]\nPath=" + percentEscaped(origin) + "\nDeletionDate=" + date.data() + "\n";
 }
 
 enum class Outcome { done, nameTaken, failed };
