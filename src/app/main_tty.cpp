@@ -3,6 +3,7 @@
 #include "library/completion.h"
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
+#include "platform/dbus/mpris_service.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/posix_directories.h"
@@ -53,6 +54,8 @@ int main() {
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = false});
+    MprisService remote(loop, sessionBusAddress(), program.playback.remote,
+                        {.raise = {}, .quit = [&] { program.exit(); }});
     loop.onSignals({SIGTERM, SIGHUP, SIGINT}, [&] { program.end(); });
     program.start();
     terminal.completeBy(

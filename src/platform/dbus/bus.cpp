@@ -1,13 +1,12 @@
 #include "platform/dbus/bus.h"
 
-#include "text/number.h"
+#include "platform/posix/percent_escapes.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <poll.h>
-#include <string_view>
 #include <unistd.h>
 
 namespace larkspin {
@@ -23,19 +22,6 @@ constexpr int messagesInATurn = 64; // then the loop has its other events
 std::string variable(const char* name) {
     const char* const value = ::secure_getenv(name);
     return value ? value : "";
-}
-
-// As a value stands in an address.
-std::string escaped(std::string_view value) {
-    constexpr std::string_view plain =
-        "-_/.\\*0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    std::string text;
-    for (const char byte : value)
-        if (plain.find(byte) != std::string_view::npos)
-            text += byte;
-        else
-            text += '%' + hexPair(static_cast<std::uint8_t>(byte));
-    return text;
 }
 
 // Owned by the library, which drops it behind the answer or with the connection.
@@ -65,7 +51,7 @@ std::string sessionBusAddress() {
         return address;
     const std::string directory = variable("XDG_RUNTIME_DIR"), socket = directory + "/bus";
     const bool isThere = !directory.empty() && ::access(socket.c_str(), W_OK) == 0;
-    return isThere ? "unix:path=" + escaped(socket) : "";
+    return isThere ? "unix:path=" + percentEscaped(socket, "/\\*") : "";
 }
 
 std::string systemBusAddress() {
