@@ -1,0 +1,107 @@
+// larkspin on a session bus of the test's own, steered by a real client.
+#include "support/child.h"
+#include "support/made_songs.h"
+#include "support/private_bus.h"
+
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 20s;
+constexpr int mostLooks = 50;
+
+class OnTheSessionBus : public testing::Test {
+protected:
+    OnTheSessionBus() {
+        std::filesystem::create_directory(disk.path() / "Music");
+        for (const char* song : {"high & \u00FC.wav", "ride.wav"})
+            EXPECT_TRUE(makeSong(disk.path() / "Music" / song, 30));
+        const std::string home = disk.path().native();
+        child = Child::start(LARKSPIN_TTY,
+                             {"HOME=" + home, "XDG_DATA_HOME=" + home, "XDG_RUNTIME_DIR=" + home,
+                              "DBUS_SESSION_BUS_ADDRESS=" + bus.address(), "PULSE_SERVER=none",
+                              "PIPEWIRE_REMOTE=none", "ALSA_CONFIG_PATH=/dev/null",
+                              "LSAN_OPTIONS=detect_leaks=0"});
+        say("'filter wav", "media filter");
+        say("'scan ~/Music", "found");
+        say("'transfer", "transferring");
+    }
+    void say(const std::string& line, std::string_view answer) {
+        child->tell(line);
+        EXPECT_TRUE(child->says(answer, patience)) << line;
+    }
+
+    // What the client prints, without the line's end.
+    std::string client(const std::string& words) const {
+        const std::string command = "DBUS_SESSION_BUS_ADDRESS=" + bus.address() +
+                                    " timeout 5 playerctl -p larkspin " + words + " 2>&1";
+        std::unique_ptr<FILE, int (*)(FILE*)> output(::popen(command.c_str(), "r"), ::pclose);
+        std::string printed;
+        for (int c = 0; (c = std::fgetc(output.get())) != EOF;)
+            printed += static_cast<char>(c);
+        return printed.substr(0, printed.find('\n'));
+    }
+    // What comes once the program has done what it was told.
+    std::string soon(const std::string& words, const std::string& wanted) const {
+        std::string printed = client(words);
+        for (int looks = 1; printed != wanted && looks < mostLooks; ++looks)
+            printed = client(words);
+        return printed;
+    }
+
+    TempDirectory disk;
+    PrivateBus bus;
+    std::unique_ptr<Child> child;
+};
+
+TEST_F(OnTheSessionBus, TellsAndDoesWhatAPlayersControlAsksFor) {
+    say("'play ride", "ride");
+    for (int looks = 0; client("position") == "0.000000" && looks < mostLooks; ++looks)
+        continue; // until it sounds
+    const std::string title = "metadata title", address = "metadata xesam:url";
+    const std::string music = "file://" + disk.path().native() + "/Music/";
+    const struct {
+        std::string told, asked, seen;
+    } steps[] = {
+        {"", "status", "Playing"},
+        {"", title, "ride"},
+        {"", address, music + "ride.wav"},
+        {"pause", "status", "Paused"},
+        {"position 20", "position", "20.000000"}, // where it stays
+        {"play-pause", "status", "Playing"},
+        {"volume 0.3", "volume", "0.300000"},
+        {"volume 7", "volume", "1.000000"},
+        {"loop Playlist", "loop", "Playlist"},
+        {"shuffle On", "loop", "None"},
+        {"shuffle Off", "shuffle", "Off"},
+        {"previous", title, "high & \u00FC"},
+        {"", address, music + "high%20%26%20%C3%BC.wav"},
+        {"next", title, "ride"},
+        {"stop", "status", "Stopped"},
+        {"play", "status", "Playing"},
+        {"open file:///etc/passwd", title, "ride"},
+    };
+    for (const auto& step : steps) {
+        if (!step.told.empty())
+            client(step.told);
+        EXPECT_EQ(soon(step.asked, step.seen), step.seen) << step.told;
+    }
+    child->endInput();
+    EXPECT_EQ(child->rest(patience).find("next:"), std::string::npos) << "all without a word";
+}
+
+TEST_F(OnTheSessionBus, OutlivesTheBus) {
+    bus.signal(SIGKILL);
+    say("'volume 30", "volume set");
+    child->endInput();
+    EXPECT_EQ(child->ends(patience), 0);
+}
+
+} // namespace
+} // namespace larkspin
