@@ -21,10 +21,12 @@ namespace larkspin {
 
 class OwnRoom : public HostClient, public RoomPeople {
 public:
-    // How the owner is shown a line, and what happens beside the lines: somebody came or went.
+    // How the owner is shown a line, and what happens beside the lines: somebody came or went. And
+    // what is done to the line that he types, and to the window in which he does so.
     struct Shown {
         std::function<void(const ChatLine& line)> line;
         std::function<void(const std::string& text)> message;
+        Task clearInput = [] {}, bringForward = [] {};
     };
 
     OwnRoom(ChatLines& lines, std::string screenName, Shown shown);
@@ -65,7 +67,8 @@ public:
 
     std::string currentScreenName() override { return screenName_; }
     void sendChatLine(const std::string& line) override;
-    void clearChatInput() override {} // what the owner is typing is nobody else's
+    void clearChatInput() override { shown_.clearInput(); }
+    void bringHostForward() override { shown_.bringForward(); }
 
     HostHandle findChatRoom() override { return handles_.findChatRoom(); }
     HostHandle peopleList() override { return handles_.peopleList(); }

@@ -211,11 +211,11 @@ protected:
 
 TEST_F(TerminalCommandsTest, KnowsItsWordsFromOtherLines) {
     for (const char* line : {"/show", "/SHOW x", "/quit"})
-        EXPECT_TRUE(TerminalCommands::knows(line)) << line;
+        EXPECT_TRUE(commands.words().knows(line)) << line;
     for (const char* line : {"/shows", "/", "/ show", "show", "", "//show", "/1"})
-        EXPECT_FALSE(TerminalCommands::knows(line)) << line;
-    EXPECT_TRUE(TerminalCommands::isMeantForIt("/shows"));
-    EXPECT_FALSE(TerminalCommands::isMeantForIt("/1"));
+        EXPECT_FALSE(commands.words().knows(line)) << line;
+    EXPECT_TRUE(SlashWords::isMeantForIt("/shows"));
+    EXPECT_FALSE(SlashWords::isMeantForIt("/1"));
     EXPECT_EQ(run("/shows x"), "[terminal] /shows is unknown, /help tells what there is\n");
     EXPECT_TRUE(run("/help").find("[terminal] /set WINDOW.CONTROL VALUE") != std::string::npos);
 }

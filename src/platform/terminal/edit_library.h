@@ -4,6 +4,8 @@
 // making, which nobody reads; the real one's mode is set here.
 #pragma once
 
+#include "platform/posix/line_history.h"
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -39,7 +41,7 @@ public:
     bool replaceBeforeCursor(std::size_t characters, std::string_view text);
 
     // The lines that come back with the arrow up.
-    static constexpr int historySize = 500;
+    static constexpr int historySize = static_cast<int>(LineHistory::mostLines);
     void remember(const std::string& line);
 
     // Takes the line off the screen, and draws it where the cursor stands.

@@ -67,9 +67,8 @@ void Terminal::completeBy(LineEditor::Complete complete) {
     if (!editor_)
         return;
     editor_->onTab([this, complete = std::move(complete)](std::string_view typed) {
-        const bool isWord = typed.starts_with('/') && typed.find(' ') == typed.npos;
         const Completion completion =
-            isWord ? TerminalCommands::completionOf(typed) : complete(typed);
+            SlashWords::isBegun(typed) ? commands_.words().completionOf(typed) : complete(typed);
         showChoices(completion);
         return completion;
     });
@@ -94,13 +93,13 @@ void Terminal::keepHistory(Files& files, const std::string& path) {
 void Terminal::open(std::vector<Window*> windows, Task quit) {
     commands_.connect(std::move(windows), [this] { input_.cut(); });
     input_.open(
-        {.actsAtOnce = [](const std::string& line) { return TerminalCommands::knows(line); },
+        {.actsAtOnce = [this](const std::string& line) { return commands_.words().knows(line); },
          .take = [this](const std::string& line) { take(line); },
          .ended = std::move(quit)});
 }
 
 void Terminal::take(const std::string& line) {
-    if (TerminalCommands::isMeantForIt(line))
+    if (SlashWords::isMeantForIt(line))
         commands_.run(line);
     else if (editor_)
         room.sayShown(line);

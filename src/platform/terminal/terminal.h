@@ -4,8 +4,8 @@
 #pragma once
 
 #include "host/own_room.h"
+#include "platform/posix/line_history.h"
 #include "platform/terminal/line_editor.h"
-#include "platform/terminal/line_history.h"
 #include "platform/terminal/line_reader.h"
 #include "platform/terminal/queued_output.h"
 #include "platform/terminal/terminal_commands.h"

@@ -1,13 +1,15 @@
 #include "platform/terminal/terminal_commands.h"
 
+#include "host/own_room.h"
+#include "host/room_words.h"
 #include "platform/terminal/description_text.h"
 #include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_screen.h"
-#include "platform/terminal/typed_words.h"
 #include "shell/control_events.h"
 #include "text/fold.h"
 #include "text/number.h"
 #include "text/row_list.h"
+#include "text/typed_words.h"
 
 #include <algorithm>
 #include <limits>
@@ -17,10 +19,6 @@ namespace larkspin {
 namespace {
 
 using Kind = Control::Kind;
-
-bool isLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
 
 // A count from 1; nothing for what isn't written in digits alone.
 std::optional<int> countOf(std::string_view digits) {
@@ -48,74 +46,55 @@ bool hasRows(const Control& control) {
 
 } // namespace
 
-struct TerminalCommands::Word {
-    std::string_view name;
-    std::string_view arguments;
-    std::string_view help;
-    bool (TerminalCommands::*run)(std::string_view rest);
-};
-
-std::span<const TerminalCommands::Word> TerminalCommands::words() {
-    using Self = TerminalCommands;
-    static constexpr Word all[] = {
-        {"windows", "", "names the windows", &Self::windows},
-        {"show", "WINDOW [PAGE]", "prints a window, of long lists a page", &Self::show},
-        {"click", "WINDOW.CONTROL [ROW]", "clicks on a control, or on a row", &Self::click},
-        {"double", "WINDOW.CONTROL [ROW]", "the same with a double click", &Self::doubleClick},
-        {"select", "WINDOW.CONTROL ROW...", "selects rows: 1 3 7-9", &Self::select},
-        {"key", "WINDOW.CONTROL delete|enter|escape", "strikes a key on a control", &Self::key},
-        {"set", "WINDOW.CONTROL VALUE", "sets a slider, a combo or a text field", &Self::set},
-        {"hover", "WINDOW.CONTROL", "moves the mouse over a control", &Self::hoverOver},
-        {"menu", "[ENTRY]", "prints the tray icon's menu, or chooses from it", &Self::menu},
-        {"choose", "ENTRY", "chooses from the menu that popped up last", &Self::choose},
-        {"tray", "", "double clicks the tray icon", &Self::tray},
-        {"now", "LINE", "says a line without waiting for the one at work", &Self::now},
-        {"as", "NAME [TEXT]", "lets somebody else come in, and say something", &Self::as},
-        {"bye", "NAME", "lets somebody else leave", &Self::bye},
-        {"whisper", "NAME TEXT", "lets somebody send you a private message", &Self::whisper},
-        {"room", "[NAME]", "tells who is in the room, or goes to another one", &Self::room},
-        {"help", "", "prints this", &Self::help},
-        {"quit", "", "saves and ends", &Self::quit},
-    };
-    return all;
+TerminalCommands::TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop, OwnRoom& room)
+    : screen_(screen), desktop_(desktop),
+      words_([&screen](const std::string& text) { screen.tell(text); }) {
+    addWindowWords();
+    addOtherWords(room);
 }
 
-const TerminalCommands::Word* TerminalCommands::wordOf(std::string_view line) {
-    const std::string_view name = line.substr(1, line.find(' ') - 1);
-    for (const Word& word : words())
-        if (equalFolded(word.name, name))
-            return &word;
-    return nullptr;
+void TerminalCommands::addWindowWords() {
+    using Self = TerminalCommands;
+    const auto by = [this](bool (Self::*run)(std::string_view)) {
+        return [this, run](std::string_view rest) { return (this->*run)(rest); };
+    };
+    words_.add({
+        {"windows", "", "names the windows", by(&Self::windows)},
+        {"show", "WINDOW [PAGE]", "prints a window, of long lists a page", by(&Self::show)},
+        {"click", "WINDOW.CONTROL [ROW]", "clicks on a control, or on a row", by(&Self::click)},
+        {"double", "WINDOW.CONTROL [ROW]", "the same with a double click", by(&Self::doubleClick)},
+        {"select", "WINDOW.CONTROL ROW...", "selects rows: 1 3 7-9", by(&Self::select)},
+        {"key", "WINDOW.CONTROL delete|enter|escape", "strikes a key on a control", by(&Self::key)},
+        {"set", "WINDOW.CONTROL VALUE", "sets a slider, a combo or a text field", by(&Self::set)},
+        {"hover", "WINDOW.CONTROL", "moves the mouse over a control", by(&Self::hoverOver)},
+        {"menu", "[ENTRY]", "prints the tray icon's menu, or chooses from it", by(&Self::menu)},
+        {"choose", "ENTRY", "chooses from the menu that popped up last", by(&Self::choose)},
+        {"tray", "", "double clicks the tray icon", by(&Self::tray)},
+    });
+}
+
+void TerminalCommands::addOtherWords(OwnRoom& room) {
+    const auto now = [&room](std::string_view rest) {
+        if (rest.empty())
+            return false;
+        room.say(textBehind(rest));
+        return true;
+    };
+    const auto quit = [this](std::string_view) {
+        quit_();
+        return true;
+    };
+    words_.add({{"now", "LINE", "says a line without waiting for the one at work", now}});
+    words_.add(roomWords(room, [this](const std::string& text) { screen_.showRoom(text); }));
+    words_.add({
+        {"help", "", "prints this", [this](std::string_view rest) { return help(rest); }},
+        {"quit", "", "saves and ends", quit},
+    });
 }
 
 void TerminalCommands::connect(std::vector<Window*> windows, Task quit) {
     windows_ = std::move(windows);
     quit_ = std::move(quit);
-}
-
-bool TerminalCommands::isMeantForIt(std::string_view line) {
-    return line.size() > 1 && line[0] == '/' && isLetter(line[1]);
-}
-
-bool TerminalCommands::knows(std::string_view line) {
-    return isMeantForIt(line) && wordOf(line) != nullptr;
-}
-
-Completion TerminalCommands::completionOf(std::string_view typed) {
-    std::vector<CompletedWord> all;
-    for (const Word& word : words())
-        all.push_back({'/' + std::string(word.name), std::string(word.arguments)});
-    return completionAmong(all, typed);
-}
-
-void TerminalCommands::run(const std::string& line) {
-    std::string_view rest = line;
-    const std::string_view typed = takeWord(rest);
-    const Word* const word = wordOf(line);
-    if (!word)
-        screen_.tell(std::string(typed) + " is unknown, /help tells what there is");
-    else if (!(this->*word->run)(rest))
-        screen_.tell("/" + std::string(word->name) + ' ' + std::string(word->arguments));
 }
 
 bool TerminalCommands::windows(std::string_view) {
@@ -285,16 +264,11 @@ bool TerminalCommands::tray(std::string_view) {
 
 bool TerminalCommands::help(std::string_view) {
     constexpr std::size_t column = 42;
-    for (const Word& word : words()) {
-        std::string line = '/' + std::string(word.name) + ' ' + std::string(word.arguments);
+    for (const SlashWord& word : words_.all()) {
+        std::string line = word.usage();
         line.resize(std::max(line.size() + 1, column), ' ');
         screen_.tell(line.append(word.help));
     }
-    return true;
-}
-
-bool TerminalCommands::quit(std::string_view) {
-    quit_();
     return true;
 }
 

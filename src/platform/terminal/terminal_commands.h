@@ -3,12 +3,10 @@
 // room. What can't be done is told on the screen.
 #pragma once
 
-#include "library/completion.h"
-#include "platform/terminal/room_words.h"
+#include "host/slash_words.h"
 #include "shell/window.h"
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,26 +19,20 @@ class TerminalScreen;
 
 class TerminalCommands {
 public:
-    TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop, OwnRoom& room)
-        : screen_(screen), desktop_(desktop), roomWords_(screen, room) {}
+    TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop, OwnRoom& room);
+    TerminalCommands(const TerminalCommands&) = delete;
+    TerminalCommands& operator=(const TerminalCommands&) = delete;
 
     // From now on these windows can be worked, and `/quit` calls the task. The windows must live
     // on.
     void connect(std::vector<Window*> windows, Task quit);
 
-    // A line that opens with a slash and a letter is meant for the terminal, whether it knows the
-    // word or not.
-    static bool isMeantForIt(std::string_view line);
-    static bool knows(std::string_view line);
-
-    // What a slash with the beginning of a word can become.
-    static Completion completionOf(std::string_view typed);
+    const SlashWords& words() const { return words_; }
 
     // Of a line that is meant for the terminal.
-    void run(const std::string& line);
+    void run(const std::string& line) const { words_.run(line); }
 
 private:
-    struct Word;
     struct Target { // a control that is shown
         Window& window;
         const Control& control; // not to be touched behind an event
@@ -49,8 +41,8 @@ private:
     };
     using Press = bool (*)(Window&, const std::string&, int);
 
-    static std::span<const Word> words();
-    static const Word* wordOf(std::string_view line);
+    void addWindowWords();
+    void addOtherWords(OwnRoom& room);
 
     // Each takes what stands behind its word, and is false when it makes no sense of that.
     bool windows(std::string_view rest);
@@ -64,13 +56,7 @@ private:
     bool menu(std::string_view rest);
     bool choose(std::string_view rest);
     bool tray(std::string_view rest);
-    bool now(std::string_view rest) { return roomWords_.now(rest); }
-    bool as(std::string_view rest) { return roomWords_.as(rest); }
-    bool bye(std::string_view rest) { return roomWords_.bye(rest); }
-    bool whisper(std::string_view rest) { return roomWords_.whisper(rest); }
-    bool room(std::string_view rest) { return roomWords_.room(rest); }
     bool help(std::string_view rest);
-    bool quit(std::string_view rest);
 
     bool pressOn(std::string_view rest, Press press);
     void setSlider(const Target& target, const std::string& value);
@@ -83,7 +69,7 @@ private:
 
     TerminalScreen& screen_;
     TerminalDesktop& desktop_;
-    RoomWords roomWords_;
+    SlashWords words_;
     std::vector<Window*> windows_;
     Task quit_ = [] {};
 };

@@ -1,5 +1,6 @@
-// The lines typed last, kept for the next run: a line file in UTF-8 of its own, read at the start
-// and replaced at the end. A file that can't be read is left alone.
+// The lines that the owner has typed last, wherever he types, kept for the next run: a line file in
+// UTF-8 of its own, read at the start and replaced at the end. A file that can't be read is left
+// alone.
 #pragma once
 
 #include <deque>
@@ -13,6 +14,8 @@ class Files;
 class LineHistory {
 public:
     LineHistory(Files& files, std::string path);
+
+    static constexpr std::size_t mostLines = 500, mostCharacters = 1000; // in each
 
     const std::deque<std::string>& lines() const { return lines_; }
 

@@ -1,6 +1,5 @@
-#include "platform/terminal/line_history.h"
+#include "platform/posix/line_history.h"
 
-#include "platform/terminal/edit_library.h"
 #include "shell/files.h"
 #include "text/utf8.h"
 
@@ -11,7 +10,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t mostCharacters = 1000;      // as a typed line
 constexpr std::size_t largestHistory = 4'000'000; // bytes; far more than so many lines take
 
 // Any other line has been put into the file by somebody else.
@@ -24,7 +22,7 @@ bool canBeTyped(std::string_view line) {
             return false;
         line.remove_prefix(character.length);
     }
-    return count > 0 && count <= mostCharacters;
+    return count > 0 && count <= LineHistory::mostCharacters;
 }
 
 } // namespace
@@ -44,7 +42,7 @@ void LineHistory::add(std::string_view line) {
     if (!canBeTyped(line) || (!lines_.empty() && lines_.back() == line))
         return;
     lines_.emplace_back(line);
-    if (lines_.size() > EditLibrary::historySize)
+    if (lines_.size() > mostLines)
         lines_.pop_front();
     isChanged_ = true;
 }

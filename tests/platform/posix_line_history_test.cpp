@@ -1,4 +1,4 @@
-#include "platform/terminal/line_history.h"
+#include "platform/posix/line_history.h"
 
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/posix_files.h"

@@ -1,0 +1,83 @@
+#include "host/room_words.h"
+
+#include "host/own_room.h"
+#include "text/blanks.h"
+#include "text/typed_words.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+namespace {
+
+bool as(OwnRoom& room, std::string_view rest) {
+    const std::string name(takeWord(rest));
+    if (name.empty())
+        return false;
+    if (rest.empty())
+        room.comeIn(name);
+    else
+        room.sayAs({name, textBehind(rest)});
+    return true;
+}
+
+bool bye(OwnRoom& room, std::string_view rest) {
+    const std::string name(takeWord(rest));
+    if (name.empty() || !takeWord(rest).empty())
+        return false;
+    room.leave(name);
+    return true;
+}
+
+bool whisper(OwnRoom& room, std::string_view rest) {
+    const std::string name(takeWord(rest));
+    if (name.empty() || rest.empty())
+        return false;
+    room.whisper(name, textBehind(rest));
+    return true;
+}
+
+void name(const OwnRoom& room, const RowList& people, const std::string& mark,
+          const SlashWords::Tell& tell) {
+    const int named = std::min(people.count(), mostNamed);
+    for (int row = 0; row < named; ++row) {
+        std::string line = "  " + std::string(people.row(row));
+        if (room.ignores(people.row(row)))
+            line += " (ignored)";
+        tell(line + mark);
+    }
+    if (people.count() > named)
+        tell("  and " + std::to_string(people.count() - named) + " more" + mark);
+}
+
+void tellRoom(const OwnRoom& room, const SlashWords::Tell& tell) {
+    const int count = room.people().count();
+    tell(room.roomName() + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
+    name(room, room.people(), "", tell);
+    name(room, room.ejected(), " (kept out)", tell);
+}
+
+} // namespace
+
+std::vector<SlashWord> roomWords(OwnRoom& room, SlashWords::Tell tell) {
+    const auto goOrTell = [&room, tell = std::move(tell)](std::string_view rest) {
+        if (withoutBlanks(rest).empty())
+            tellRoom(room, tell);
+        else
+            room.enterRoom(std::string(rest));
+        return true;
+    };
+    return {
+        {"as", "NAME [TEXT]", "lets somebody else come in, and say something",
+         [&room](std::string_view rest) { return as(room, rest); }},
+        {"bye", "NAME", "lets somebody else leave",
+         [&room](std::string_view rest) { return bye(room, rest); }},
+        {"whisper", "NAME TEXT", "lets somebody send you a private message",
+         [&room](std::string_view rest) { return whisper(room, rest); }},
+        {"room", "[NAME]", "tells who is in the room, or goes to another one", goOrTell},
+    };
+}
+
+} // namespace larkspin

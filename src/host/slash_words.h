@@ -1,0 +1,52 @@
+// Lines that open with a slash and a word. They aren't said in the room: a front end takes them for
+// itself, and tells its owner what can't be done.
+#pragma once
+
+#include "library/completion.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+struct SlashWord {
+    std::string name, arguments, help;
+
+    // Takes what stands behind the word, and is false when it makes no sense of that.
+    std::function<bool(std::string_view rest)> run;
+
+    // How it is typed.
+    std::string usage() const { return '/' + name + (arguments.empty() ? "" : ' ' + arguments); }
+};
+
+class SlashWords {
+public:
+    using Tell = std::function<void(const std::string& text)>;
+
+    explicit SlashWords(Tell tell) : tell_(std::move(tell)) {}
+
+    void add(std::vector<SlashWord> words);
+    const std::vector<SlashWord>& all() const { return words_; }
+
+    // Whether the line is no line for the room, be the word known or not.
+    static bool isMeantForIt(std::string_view line);
+    bool knows(std::string_view line) const;
+
+    // Whether nothing but such a word has been begun so far, and what that can become.
+    static bool isBegun(std::string_view typed);
+    Completion completionOf(std::string_view typed) const;
+
+    // Of a line that is meant for it.
+    void run(const std::string& line) const;
+
+private:
+    const SlashWord* find(std::string_view line) const;
+
+    Tell tell_;
+    std::vector<SlashWord> words_;
+};
+
+} // namespace larkspin

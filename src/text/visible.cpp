@@ -1,0 +1,81 @@
+#include "text/visible.h"
+
+#include "text/utf8.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::string_view replacementCharacter = "\uFFFD";
+
+struct Range {
+    char32_t first, last;
+};
+
+// Control characters aside, all that shows nothing by itself: what Unicode calls default ignorable,
+// the format characters, and the separators of lines and paragraphs. In order.
+constexpr Range hidden[] = {
+    {0x00AD, 0x00AD},   {0x034F, 0x034F},   {0x061C, 0x061C},   {0x115F, 0x1160},
+    {0x17B4, 0x17B5},   {0x180B, 0x180F},   {0x200B, 0x200F},   {0x2028, 0x202E},
+    {0x2060, 0x206F},   {0x3164, 0x3164},   {0xFE00, 0xFE0F},   {0xFEFF, 0xFEFF},
+    {0xFFA0, 0xFFA0},   {0xFFF0, 0xFFFB},   {0x13430, 0x13455}, {0x1BCA0, 0x1BCA3},
+    {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF},
+};
+
+// Those of them without which some scripts and emoji aren't written.
+constexpr Range joining[] = {{0x200C, 0x200D}, {0xFE00, 0xFE0F}};
+
+template <std::size_t count> bool isIn(const Range (&ranges)[count], char32_t code) {
+    const auto behind =
+        std::upper_bound(std::begin(ranges), std::end(ranges), code,
+                         [](char32_t wanted, const Range& range) { return wanted < range.first; });
+    return behind != std::begin(ranges) && code <= std::prev(behind)->last;
+}
+
+bool isControl(char32_t code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+bool isStandIn(char32_t code) {
+    return code > 0xF01F && code < 0xF07F;
+}
+
+enum class Form { name, text };
+
+// Whether it may be left out: all that it does is to join others or to choose their form.
+bool onlyJoins(char32_t code, Form form) {
+    return form == Form::text && isIn(joining, code);
+}
+
+std::string visible(std::string_view text, Form form, std::string_view lineBreak) {
+    std::string shown;
+    while (!text.empty()) {
+        const Character character = firstCharacter(text);
+        const char32_t code = character.code;
+        if (character.valid && isStandIn(code))
+            shown += static_cast<char>(code - 0xF000);
+        else if (code == '\n' && form == Form::text)
+            shown += lineBreak;
+        else if (!character.valid || isControl(code) || isIn(hidden, code))
+            shown += onlyJoins(code, form) ? "" : replacementCharacter;
+        else
+            shown += text.substr(0, character.length);
+        text.remove_prefix(character.length);
+    }
+    return shown;
+}
+
+} // namespace
+
+std::string visibleName(std::string_view name) {
+    return visible(name, Form::name, {});
+}
+
+std::string visibleText(std::string_view text, std::string_view lineBreak) {
+    return visible(text, Form::text, lineBreak);
+}
+
+} // namespace larkspin

@@ -1,0 +1,20 @@
+// What others have a hand in (lines, names, captions, file names) on its way to the owner's eyes.
+// Nothing in it can steer what shows it or make one line look like another: control characters,
+// what turns the direction of writing, and what can't be seen come out as U+FFFD, and so do bytes
+// that are no UTF-8. Stand-ins for characters that a file name may not hold are shown as those
+// characters.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+// On one line whatever it holds: a name.
+std::string visibleName(std::string_view name);
+
+// With `lineBreak` in place of each line break. What only joins characters or chooses their form is
+// left out.
+std::string visibleText(std::string_view text, std::string_view lineBreak);
+
+} // namespace larkspin
