@@ -1,8 +1,9 @@
 // larkspin on a desktop.
 #include "app/program.h"
-#include "host/own_room.h"
+#include "library/completion.h"
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
+#include "platform/dbus/mpris_service.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
@@ -15,6 +16,7 @@
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
+#include "platform/qt/qt_room.h"
 #include "platform/qt/qt_windows.h"
 
 #include <csignal>
@@ -32,7 +34,7 @@ int main(int, char** arguments) {
     PosixDirectories directories;
     QtDialogs dialogs(loop);
     QtDesktop desktop(loop);
-    OwnRoom room(lines, loginName(), [](const ChatLine&) {});
+    QtRoom room(loop, lines, files, DataDirectory(userDataDirectory()), loginName());
     PlayerControl player(loop, {playerBeside(), {}}, [&](const std::string& line) {
         loop.post([&dialogs, line] { dialogs.box(line); });
     });
@@ -41,13 +43,14 @@ int main(int, char** arguments) {
     PosixMachineFacts facts([&] { return display.size(); });
     LogindPower power(systemBusAddress());
     PosixProcess process(userDataDirectory());
+    process.beforeEnd([&] { room.keep(); });
 
     Program program({.loop = loop,
                      .files = files,
                      .directories = directories,
                      .dialogs = dialogs,
                      .desktop = desktop,
-                     .host = room,
+                     .host = room.room,
                      .lines = lines,
                      .player = player,
                      .launching = launching,
@@ -57,6 +60,9 @@ int main(int, char** arguments) {
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = display.drawsTransparency()});
+    const MprisService remote(loop, sessionBusAddress(), program.playback.remote,
+                              {.raise = [&] { program.playback.mediaList.show(); },
+                               .quit = [&] { program.exit(); }});
     const QtWindows windows(loop, program.windows(), [&] { desktop.popUpTrayMenu(); });
     desktop.withoutTray([&] {
         if (!program.playback.mediaWindow.mp3s.visible)
@@ -68,7 +74,14 @@ int main(int, char** arguments) {
         desktop.loseDisplay();
         program.end();
     });
-    loop.post([&] { program.start(); });
+    room.completeBy(
+        [&](std::string_view typed) { return completionOf(program.shell.state, typed); });
+    loop.post([&] {
+        if (process.claimOnlyCopy()) // any other copy says so as it starts, and ends
+            room.show();
+        program.start();
+        room.open([&] { program.end(); });
+    });
     display.run();
     program.end();
 }

@@ -7,6 +7,13 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 
+// A window that comes while the window manager begins may stay unmanaged.
+static bool givesFrames() {
+    QWidget probe;
+    probe.show();
+    return QTest::qWaitFor([&] { return probe.frameGeometry() != probe.geometry(); }, 200);
+}
+
 int main(int count, char** arguments) {
     testing::InitGoogleTest(&count, arguments);
     if (qgetenv("DISPLAY").isEmpty()) {
@@ -18,7 +25,10 @@ int main(int count, char** arguments) {
     larkspin::applyLooks(application);
     QProcess manager;
     manager.start("openbox", {"--sm-disable"});
-    manager.waitForStarted();
+    if (!manager.waitForStarted() || !QTest::qWaitFor(givesFrames)) {
+        std::puts("the window manager doesn't begin");
+        return 1;
+    }
     const int result = RUN_ALL_TESTS();
     manager.terminate();
     manager.waitForFinished();

@@ -1,0 +1,115 @@
+#include "platform/qt/input_line.h"
+
+#include "platform/posix/line_history.h"
+#include "platform/qt/qt_text.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+bool isLineBreak(QChar character) {
+    return character == u'\n' || character == u'\r' || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+} // namespace
+
+InputLine::InputLine(LineHistory& history) : history_(history) {
+    setMaxLength(static_cast<int>(LineHistory::mostCharacters));
+    connect(this, &QLineEdit::textChanged, this, [this] { closeLineBreaks(); });
+}
+
+void InputLine::empty() {
+    back_ = 0;
+    clear();
+}
+
+// Tab leaves the line only where there is nothing to complete.
+bool InputLine::event(QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (key.key() == Qt::Key_Tab && key.modifiers() == Qt::NoModifier && !text().isEmpty()) {
+            complete();
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
+void InputLine::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        endLine();
+        return;
+    case Qt::Key_Up:
+        recall(1);
+        return;
+    case Qt::Key_Down:
+        recall(-1);
+        return;
+    case Qt::Key_PageUp:
+        onPage_(-1);
+        return;
+    case Qt::Key_PageDown:
+        onPage_(1);
+        return;
+    default:
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+// What is pasted says nothing before the owner has seen it.
+void InputLine::closeLineBreaks() {
+    QString line = text();
+    if (std::none_of(line.cbegin(), line.cend(), isLineBreak))
+        return;
+    std::replace_if(line.begin(), line.end(), isLineBreak, QChar(u' '));
+    const int cursor = cursorPosition();
+    setText(line);
+    setCursorPosition(cursor);
+}
+
+void InputLine::endLine() {
+    std::string line = text().toStdString();
+    if (line.empty())
+        return;
+    history_.add(line);
+    empty();
+    onLine_(std::move(line));
+}
+
+void InputLine::recall(int way) {
+    const auto& lines = history_.lines();
+    const int wanted = back_ + way;
+    if (wanted < 0 || wanted > static_cast<int>(lines.size()))
+        return;
+    if (back_ == 0)
+        begun_ = text();
+    back_ = wanted;
+    setText(back_ == 0 ? begun_ : toQt(*(lines.end() - back_)));
+}
+
+// A completion counts characters, Qt counts halves of some.
+void InputLine::complete() {
+    const auto typed = text().left(cursorPosition()).toUcs4();
+    const Completion found = complete_(text().left(cursorPosition()).toStdString());
+    onChoices_(found);
+    const auto left = typed.size() - static_cast<qsizetype>(found.replaced);
+    const QString begun = QString::fromUcs4(reinterpret_cast<const char32_t*>(typed.constData()),
+                                            std::max<qsizetype>(left, 0));
+    const QString before = begun + toQt(found.text);
+    const QString whole = before + text().mid(cursorPosition());
+    if (found.text.empty() || whole.size() > maxLength()) {
+        QApplication::beep();
+        return;
+    }
+    setText(whole);
+    setCursorPosition(static_cast<int>(before.size()));
+}
+
+} // namespace larkspin

@@ -1,0 +1,74 @@
+#include "platform/qt/people_view.h"
+
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+#include "text/row_list.h"
+#include "text/visible.h"
+
+#include <QAbstractListModel>
+#include <QScrollBar>
+#include <utility>
+
+namespace larkspin {
+
+// As many rows as there were at the last refresh: Qt isn't told of changes in between.
+class PeopleView::Model : public QAbstractListModel {
+public:
+    Model(Source source, QColor dimmed) : source_(std::move(source)), dimmed_(std::move(dimmed)) {}
+
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : count_;
+    }
+
+    QVariant data(const QModelIndex& index, int role) const override {
+        const std::string_view name = source_.people().row(index.row());
+        if (role == Qt::DisplayRole)
+            return toQt(visibleName(name)) + (source_.isIgnored(name) ? " (ignored)" : "");
+        if (role == Qt::ForegroundRole && source_.isIgnored(name))
+            return dimmed_;
+        return {};
+    }
+
+    void refresh() {
+        beginResetModel();
+        count_ = source_.people().count();
+        endResetModel();
+    }
+
+private:
+    Source source_;
+    QColor dimmed_;
+    int count_ = 0;
+};
+
+PeopleView::PeopleView(Source source)
+    : model_(std::make_unique<Model>(std::move(source),
+                                     between(palette().color(QPalette::Text), Qt::black, 0.5))) {
+    setModel(model_.get());
+    setUniformItemSizes(true);
+    setEditTriggers(NoEditTriggers);
+    setTextElideMode(Qt::ElideRight);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+}
+
+PeopleView::~PeopleView() {
+    setModel(nullptr);
+}
+
+// The place in the list, and the row that was chosen, outlive what comes and goes.
+void PeopleView::refresh() {
+    const QVariant chosen = currentIndex().data();
+    const int top = verticalScrollBar()->value();
+    model_->refresh();
+    doItemsLayout();
+    verticalScrollBar()->setValue(top);
+    for (int row = 0; chosen.isValid() && row < model_->rowCount(); ++row)
+        if (model_->index(row).data() == chosen) {
+            selectionModel()->setCurrentIndex(model_->index(row),
+                                              QItemSelectionModel::ClearAndSelect);
+            return;
+        }
+}
+
+} // namespace larkspin

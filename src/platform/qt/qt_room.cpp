@@ -1,0 +1,90 @@
+#include "platform/qt/qt_room.h"
+
+#include "host/room_words.h"
+#include "shell/files.h"
+
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto placeSettles = 1s; // while the owner moves the window, its place isn't kept
+constexpr std::size_t largestPlace = 10'000;
+
+} // namespace
+
+QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, Files& files, const DataDirectory& directory,
+               const std::string& screenName)
+    : loop_(loop), files_(files), placeFile_(directory.file("room-window.txt")),
+      screenName_(screenName), history_(files, directory.file("history.txt")),
+      room(lines, screenName,
+           {.line = [this](const ChatLine& line) { window.say(line.speaker, line.text); },
+            .message =
+                [this](const std::string& text) {
+                    window.tell(text);
+                    window.roomChanged();
+                },
+            .clearInput = [this] { window.clearInput(); },
+            .bringForward = [this] { window.bringForward(); }}),
+      words([this](const std::string& text) { window.tell(text); }) {
+    window.onLine([this](const std::string& line) { take(line); });
+    words.add(roomWords(room, [this](const std::string& text) { window.tell(text); }));
+    window.restorePlace(files.read(placeFile_, largestPlace).contents);
+    window.onPlace([this] { placeChanged(); });
+}
+
+void QtRoom::completeBy(InputLine::Complete complete) {
+    window.onTab([this, complete = std::move(complete)](std::string_view typed) {
+        return SlashWords::isBegun(typed) ? words.completionOf(typed) : complete(typed);
+    });
+}
+
+void QtRoom::open(Task quit) {
+    words.add({
+        {"help", "", "tells this",
+         [this](std::string_view) {
+             help();
+             return true;
+         }},
+        {"quit", "", "saves and ends",
+         [quit = std::move(quit)](std::string_view) {
+             quit();
+             return true;
+         }},
+    });
+    isOpen_ = true;
+    for (std::string& line : std::exchange(early_, {}))
+        loop_.post([this, line = std::move(line)] { take(line); });
+}
+
+void QtRoom::take(const std::string& line) {
+    if (!isOpen_)
+        early_.push_back(line);
+    else if (SlashWords::isMeantForIt(line))
+        words.run(line);
+    else
+        room.say(line);
+}
+
+void QtRoom::help() {
+    for (const SlashWord& word : words.all())
+        window.tell(word.usage() + "  \u2013  " + word.help);
+}
+
+void QtRoom::placeChanged() {
+    place_ = window.place();
+    loop_.cancel(keeping_);
+    keeping_ = loop_.once(placeSettles, [this] { keep(); });
+}
+
+void QtRoom::keep() {
+    history_.save();
+    if (place_.empty())
+        return;
+    files_.replace(placeFile_, std::exchange(place_, {}));
+}
+
+} // namespace larkspin

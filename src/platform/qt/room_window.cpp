@@ -1,0 +1,142 @@
+#include "platform/qt/room_window.h"
+
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+#include "text/row_list.h"
+#include "text/visible.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int gap = 6; // in pixels, as the sizes below
+constexpr QSize firstSize(700, 460), leastSize(320, 200);
+constexpr int peopleWidth = 160;
+
+} // namespace
+
+RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& history)
+    : loop_(loop), room_(room), said_(*new Transcript),
+      people_(*new PeopleView({.people = [&room]() -> const RowList& { return room.people(); },
+                               .isIgnored = [&room](auto name) { return room.isIgnored(name); }})),
+      input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
+      halves_(*new QSplitter) {
+    layOut();
+    const QPointer<RoomWindow> window(this); // an event may come when it has gone
+    input_.onLine([this, window](std::string line) {
+        loop_.post([window, line = std::move(line)] {
+            if (window)
+                window->take_(line);
+        });
+    });
+    input_.onChoices([this](const Completion& completion) { tellChoices(completion); });
+    input_.onPage([this](int pages) { said_.scrollPage(pages); });
+    connect(&halves_, &QSplitter::splitterMoved, this, [this] { placeChanged_(); });
+    loop_.beforeSleep([window] {
+        if (window)
+            window->showNew();
+    });
+}
+
+void RoomWindow::layOut() {
+    auto* const right = new QWidget;
+    auto* const rightColumn = new QVBoxLayout(right);
+    rightColumn->setContentsMargins(0, 0, 0, 0);
+    rightColumn->addWidget(&count_);
+    rightColumn->addWidget(&people_);
+    halves_.addWidget(&said_);
+    halves_.addWidget(right);
+    halves_.setStretchFactor(0, 1);
+    halves_.setSizes({firstSize.width() - peopleWidth, peopleWidth});
+    halves_.setChildrenCollapsible(false);
+    halves_.setHandleWidth(gap);
+    auto* const bottom = new QHBoxLayout;
+    bottom->addWidget(&ownName_);
+    bottom->addWidget(&input_);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(gap, gap, gap, gap);
+    all->setSpacing(gap);
+    all->addWidget(&halves_, 1);
+    all->addLayout(bottom);
+
+    for (QLabel* label : {&count_, &ownName_})
+        label->setTextFormat(Qt::PlainText);
+    said_.setAccessibleName("what is said");
+    people_.setAccessibleName("people in the room");
+    input_.setAccessibleName("line to say");
+    setFont(fontOf({.family = "Arial", .points = 10}));
+    setMinimumSize(leastSize);
+    resize(firstSize);
+    setTabOrder(&said_, &people_);
+    setTabOrder(&people_, &input_);
+    input_.setFocus();
+}
+
+// Drawn when the loop goes on, for which the empty event is.
+void RoomWindow::showNew() {
+    const bool wasShown = isRoomShown_;
+    if (!wasShown)
+        showRoom();
+    if (said_.showNew() || !wasShown)
+        loop_.post([] {});
+}
+
+void RoomWindow::showRoom() {
+    isRoomShown_ = true;
+    setWindowTitle("larkspin - " + toQt(visibleName(room_.name())));
+    const int count = room_.people().count();
+    count_.setText(QString::number(count) + (count == 1 ? " person" : " people"));
+    ownName_.setText(toQt(visibleName(room_.ownName())) + ':');
+    people_.refresh();
+}
+
+void RoomWindow::tellChoices(const Completion& completion) {
+    for (const std::string& choice : completion.choices)
+        said_.tell(choice);
+    if (completion.others > 0)
+        said_.tell("and " + std::to_string(completion.others) + " more");
+}
+
+void RoomWindow::bringForward() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    input_.setFocus();
+}
+
+// It goes to the task bar, from where it comes back: there is no other way to talk to the program.
+void RoomWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    showMinimized();
+}
+
+bool RoomWindow::event(QEvent* event) {
+    const bool done = QWidget::event(event);
+    const auto type = event->type();
+    if (type == QEvent::Move || type == QEvent::Resize || type == QEvent::WindowStateChange)
+        placeChanged_();
+    return done;
+}
+
+std::string RoomWindow::place() const {
+    return saveGeometry().toBase64().toStdString() + '\n' +
+           halves_.saveState().toBase64().toStdString() + '\n';
+}
+
+void RoomWindow::restorePlace(const std::string& place) {
+    const QList<QByteArray> lines = QByteArray::fromStdString(place).split('\n');
+    restoreGeometry(QByteArray::fromBase64(lines.value(0)));
+    halves_.restoreState(QByteArray::fromBase64(lines.value(1)));
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+}
+
+} // namespace larkspin

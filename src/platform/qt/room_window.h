@@ -1,0 +1,81 @@
+// The window of a room: what is said there, who is there, and a line to say something in. It shows
+// what has changed once per turn, never takes the focus for it, and hands on what the owner types.
+#pragma once
+
+#include "platform/qt/input_line.h"
+#include "platform/qt/people_view.h"
+#include "platform/qt/transcript.h"
+#include "shell/event_loop.h"
+
+#include <QWidget>
+#include <functional>
+#include <string>
+#include <string_view>
+
+class QLabel;
+class QSplitter;
+
+namespace larkspin {
+
+class LineHistory;
+
+// What the window must know of a room.
+class ShownRoom {
+public:
+    virtual ~ShownRoom() = default;
+
+    virtual std::string name() const = 0;
+    virtual std::string ownName() const = 0;
+    virtual const RowList& people() const = 0;
+    virtual bool isIgnored(std::string_view name) const = 0;
+};
+
+class RoomWindow : public QWidget {
+public:
+    // All three must outlive it.
+    RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& history);
+
+    // A line that somebody says, and what is told beside what is said.
+    void say(const std::string& speaker, const std::string& line) { said_.say(speaker, line); }
+    void tell(const std::string& text) { said_.tell(text); }
+
+    // After anything of what is known of the room.
+    void roomChanged() { isRoomShown_ = false; }
+
+    void clearInput() { input_.empty(); }
+
+    // Up from the task bar and in front of all, with the focus on the line to type in.
+    void bringForward();
+
+    // Each typed line in an event of its own, and what Tab makes of one.
+    void onLine(std::function<void(const std::string& line)> take) { take_ = std::move(take); }
+    void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
+
+    // Where the window stands, how large it is and how it is divided: for the next run, which may
+    // have other screens. The task is told of changes.
+    std::string place() const;
+    void restorePlace(const std::string& place);
+    void onPlace(Task changed) { placeChanged_ = std::move(changed); }
+
+private:
+    void layOut();
+    void showNew();
+    void showRoom();
+    void tellChoices(const Completion& completion);
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+    EventLoop& loop_;
+    const ShownRoom& room_;
+    Transcript& said_; // these belong to the window's layout
+    PeopleView& people_;
+    InputLine& input_;
+    QLabel& count_;
+    QLabel& ownName_;
+    QSplitter& halves_;
+    std::function<void(const std::string&)> take_ = [](const std::string&) {};
+    Task placeChanged_ = [] {};
+    bool isRoomShown_ = false;
+};
+
+} // namespace larkspin

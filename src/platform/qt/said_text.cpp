@@ -1,0 +1,98 @@
+#include "platform/qt/said_text.h"
+
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+#include "text/visible.h"
+
+#include <QFontDatabase>
+#include <QHash>
+#include <QTextCursor>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// A soft break, with the line behind it set in further than any that opens at the edge.
+constexpr std::string_view setIn = "\u2028    ";
+
+constexpr double leastContrast = 5.2;    // that of plain red
+constexpr double contrastOfBlack = 0.05; // what every colour is lighter by for the eye
+
+// Faces that are named in rooms but on few machines here, and those cut to the same widths.
+constexpr std::pair<std::string_view, std::string_view> standIns[] = {
+    {"arial", "Liberation Sans"},
+    {"arial narrow", "Liberation Sans Narrow"},
+    {"courier new", "Liberation Mono"},
+    {"times new roman", "Liberation Serif"},
+};
+
+using Families = QHash<QString, QString>; // by their names in small letters
+
+Families installedFamilies() {
+    Families families;
+    for (const QString& family : QFontDatabase::families())
+        if (!QFontDatabase::isPrivateFamily(family))
+            families.insert(family.toLower(), family);
+    for (const auto& [face, standIn] : standIns) {
+        const QString known = families.value(toQt(standIn).toLower());
+        if (!known.isEmpty() && !families.contains(toQt(face)))
+            families.insert(toQt(face), known);
+    }
+    return families;
+}
+
+// Empty for a face that isn't here.
+QString familyOf(std::string_view face) {
+    static const Families families = installedFamilies();
+    return families.value(toQt(face).toLower());
+}
+
+QTextCharFormat formatOf(const MarkupStyle& style, const QTextCharFormat& plain) {
+    QTextCharFormat format = plain;
+    if (style.bold)
+        format.setFontWeight(QFont::Bold);
+    format.setFontUnderline(style.underlined);
+    format.setFontItalic(style.italic);
+    if (style.color)
+        format.setForeground(readable(QColor(QRgb{*style.color})));
+    if (const QString family = style.face.empty() ? QString() : familyOf(style.face);
+        !family.isEmpty())
+        format.setFontFamilies(QStringList(family));
+    return format;
+}
+
+double lightOf(float part) {
+    return part <= 0.04045F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+}
+
+double contrastWithBlack(const QColor& color) {
+    const double light = 0.2126 * lightOf(color.redF()) + 0.7152 * lightOf(color.greenF()) +
+                         0.0722 * lightOf(color.blueF());
+    return (light + contrastOfBlack) / contrastOfBlack;
+}
+
+} // namespace
+
+QColor readable(const QColor& color) {
+    QColor lifted = color;
+    for (double white = 0; contrastWithBlack(lifted) < leastContrast; white += 0.02)
+        lifted = between(color, Qt::white, std::min(white, 1.0));
+    return lifted;
+}
+
+void insertSaid(QTextCursor& cursor, std::string_view line, const QTextCharFormat& plain) {
+    for (const MarkupPiece& piece : readMarkup(line))
+        cursor.insertText(toQt(visibleText(piece.text, setIn)), formatOf(piece.style, plain));
+}
+
+void insertName(QTextCursor& cursor, std::string_view name, const QTextCharFormat& format) {
+    constexpr char16_t isolate = 0x2068, endOfIsolate = 0x2069;
+    const QString visible = toQt(visibleName(name));
+    cursor.insertText(visible.isRightToLeft() ? isolate + visible + QChar(endOfIsolate) : visible,
+                      format);
+}
+
+} // namespace larkspin

@@ -1,0 +1,135 @@
+#include "platform/qt/transcript.h"
+
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/said_text.h"
+#include "text/utf8.h"
+#include "text/visible.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextOption>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int margin = 6; // in pixels, as those below
+constexpr int setIn = 18; // of the lines behind the first one
+constexpr int betweenLines = 3;
+constexpr std::string_view cutMark = "\u2026";
+
+QTextBlockFormat lineFormat() {
+    QTextBlockFormat format;
+    format.setLeftMargin(setIn);
+    format.setTextIndent(-setIn);
+    format.setTopMargin(betweenLines);
+    return format;
+}
+
+std::string shortened(const std::string& text) {
+    const std::size_t length = prefixLength(text, Transcript::mostCharacters);
+    return length == text.size() ? text : text.substr(0, length).append(cutMark);
+}
+
+} // namespace
+
+Transcript::Transcript() {
+    setReadOnly(true);
+    setUndoRedoEnabled(false);
+    setAcceptDrops(false);
+    setTabChangesFocus(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    // Whoever speaks stands on the left, in whatever script he writes.
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setTextDirection(Qt::LeftToRight);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document()->setDefaultTextOption(option);
+    document()->setDocumentMargin(margin);
+    plain_.setForeground(palette().color(QPalette::Text));
+    name_ = plain_;
+    name_.setFontWeight(QFont::Bold);
+    dim_.setForeground(between(palette().color(QPalette::Text), Qt::black, 0.35));
+}
+
+void Transcript::say(const std::string& speaker, const std::string& line) {
+    keep({.speaker = shortened(speaker), .text = shortened(line)});
+}
+
+void Transcript::tell(const std::string& text) {
+    keep({.speaker = {}, .text = shortened(text)});
+}
+
+void Transcript::keep(Entry entry) {
+    waiting_.push_back(std::move(entry));
+    if (waiting_.size() > std::size_t{mostLines})
+        waiting_.pop_front();
+}
+
+bool Transcript::showNew() {
+    if (waiting_.empty())
+        return false;
+    const bool follows = isAtEnd();
+    const int scrolledTo = verticalScrollBar()->value();
+    for (const Entry& entry : std::exchange(waiting_, {}))
+        append(entry);
+    const int dropped = dropOldest();
+    QScrollBar& bar = *verticalScrollBar();
+    bar.setValue(follows ? bar.maximum() : scrolledTo - dropped);
+    return true;
+}
+
+void Transcript::append(const Entry& entry) {
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    cursor.movePosition(QTextCursor::End);
+    if (document()->isEmpty())
+        cursor.setBlockFormat(lineFormat());
+    else
+        cursor.insertBlock(lineFormat());
+    if (entry.speaker.empty()) {
+        cursor.insertText(toQt(visibleText(entry.text, " ")), dim_);
+    } else {
+        insertName(cursor, entry.speaker, name_);
+        cursor.insertText(": ", name_);
+        insertSaid(cursor, entry.text, plain_);
+    }
+    cursor.endEditBlock();
+}
+
+int Transcript::dropOldest() {
+    const int tooMany = document()->blockCount() - mostLines;
+    if (tooMany <= 0)
+        return 0;
+    const QTextBlock first = document()->findBlockByNumber(tooMany);
+    const auto top = [&] { return document()->documentLayout()->blockBoundingRect(first).top(); };
+    const double before = top();
+    QTextCursor cursor(document());
+    cursor.setPosition(first.position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    return qRound(before -
+                  document()->documentLayout()->blockBoundingRect(document()->firstBlock()).top());
+}
+
+bool Transcript::isAtEnd() const {
+    return verticalScrollBar()->value() >= verticalScrollBar()->maximum();
+}
+
+void Transcript::resizeEvent(QResizeEvent* event) {
+    const bool follows = isAtEnd();
+    QTextEdit::resizeEvent(event);
+    if (follows)
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+void Transcript::scrollPage(int pages) {
+    QScrollBar& bar = *verticalScrollBar();
+    bar.setValue(bar.value() + pages * bar.pageStep());
+}
+
+} // namespace larkspin

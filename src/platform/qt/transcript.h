@@ -1,0 +1,45 @@
+// What has been said in a room, the latest at the bottom, where it stays in view unless the owner
+// has scrolled up. Only so much is kept, so that nobody can fill the memory by talking.
+#pragma once
+
+#include <QTextCharFormat>
+#include <QTextEdit>
+#include <deque>
+#include <string>
+
+namespace larkspin {
+
+class Transcript : public QTextEdit {
+public:
+    Transcript();
+
+    static constexpr int mostLines = 2000;
+    static constexpr std::size_t mostCharacters = 4000; // of a line; the rest of it isn't shown
+
+    // A line that somebody says, and what the program has to tell beside it, dimmed. Both wait for
+    // `showNew`.
+    void say(const std::string& speaker, const std::string& line);
+    void tell(const std::string& text);
+
+    // Shows what has come since the last time. False when that is nothing.
+    bool showNew();
+
+    void scrollPage(int pages); // up where that is negative
+
+private:
+    struct Entry {
+        std::string speaker; // empty for what is told
+        std::string text;
+    };
+
+    void resizeEvent(QResizeEvent* event) override;
+    bool isAtEnd() const;
+    void keep(Entry entry);
+    void append(const Entry& entry);
+    int dropOldest(); // gives the height of what it drops
+
+    std::deque<Entry> waiting_;
+    QTextCharFormat plain_, name_, dim_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,264 @@
+// The room window, as the owner types in it and reads what is said.
+#include "app/program.h"
+#include "platform/qt/qt_room.h"
+#include "platform/qt/said_text.h"
+#include "support/virtual_machine.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextBlock>
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+class RoomWindowTest : public testing::Test {
+protected:
+    RoomWindowTest() { open(); }
+
+    // The program begins anew in the room's window, as a run of its own.
+    void open() {
+        room = std::make_unique<QtRoom>(machine.loop, machine.lines, machine.files,
+                                        DataDirectory(machine.drive("data")), "Owner");
+        machine.host = &room->room;
+        room->show();
+        EXPECT_TRUE(comesForward(window()));
+        machine.start();
+        room->completeBy(
+            [this](std::string_view typed) { return completionOf(machine.state(), typed); });
+        machine.run([this] { room->open([this] { ++quits; }); });
+        settle();
+        said().clear();
+    }
+
+    // A window manager that has just begun may let a window stand in the back.
+    static bool comesForward(QWidget& wanted) {
+        return QTest::qWaitFor([&] {
+            wanted.activateWindow();
+            return wanted.isActiveWindow();
+        });
+    }
+
+    void settle() {
+        for (int turn = 0; turn < 3; ++turn) {
+            QCoreApplication::processEvents();
+            machine.advance(1ms);
+        }
+    }
+
+    RoomWindow& window() { return room->window; }
+    Transcript& said() { return *window().findChild<Transcript*>(); }
+    InputLine& input() { return *window().findChild<InputLine*>(); }
+    std::string typed() { return input().text().toStdString(); }
+
+    // Keys go to whatever has the focus. "^" is the arrow up, "v" down, "\t" Tab, "\n" Return.
+    void strike(const std::string& keys) {
+        for (const char key : keys) {
+            QWidget& widget = *QApplication::focusWidget();
+            if (key == '^' || key == '|')
+                QTest::keyClick(&widget, key == '^' ? Qt::Key_Up : Qt::Key_Down);
+            else if (key == '\t' || key == '\n')
+                QTest::keyClick(&widget, key == '\t' ? Qt::Key_Tab : Qt::Key_Return);
+            else
+                QTest::keyClick(&widget, key);
+        }
+        settle();
+    }
+
+    // What has come to stand in the window, a line each, without the program's signature.
+    std::string shownFor(const std::function<void()>& action) {
+        said().clear();
+        machine.run(action);
+        settle();
+        return said()
+            .toPlainText()
+            .replace("'\u00ACl"
+                     "ks - ",
+                     "")
+            .toStdString();
+    }
+    std::string shownFor(const std::string& keys) {
+        return shownFor([&] { strike(keys); });
+    }
+    void hear(const std::string& line) { room->room.sayAs({"bob", line}); }
+
+    VirtualMachine machine{Lines{"ride.mp3", "rain.mp3"}};
+    std::unique_ptr<QtRoom> room;
+    int quits = 0;
+};
+
+TEST_F(RoomWindowTest, TakesLinesAndShowsWhatIsSaid) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"hello\n", "Owner: hello"},
+        {"\n", ""},
+        {"'trig?\n", "Owner: 'trig?\nOwner: your trigger is ' "},
+        {"/as bob 'exit\n", "bob comes in\nbob: 'exit"},
+        {"/room\n", "lobby, 2 people\n  Owner\n  bob"},
+        {"/bye bob\n", "bob goes"},
+        {"/bye\n", "/bye NAME"},
+        {"/huh\n", "/huh is unknown, /help tells what there is"},
+        {"/quit\n", ""},
+    };
+    for (const auto& [keys, shown] : cases)
+        EXPECT_EQ(shownFor(keys), shown) << keys;
+    EXPECT_EQ(quits, 1);
+    EXPECT_NE(shownFor("/help\n").find("/bye NAME  \u2013  lets"), std::string::npos);
+}
+
+TEST_F(RoomWindowTest, TakesLinesWhileABoxIsOpen) {
+    machine.dialogs.whileOpen = [this] {
+        machine.dialogs.whileOpen = [] {};
+        strike("'trig?\n");
+    };
+    EXPECT_EQ(shownFor([this] { machine.dialogs.box("anything"); }),
+              "Owner: 'trig?\nOwner: your trigger is ' ");
+}
+
+TEST_F(RoomWindowTest, BringsTypedLinesBackAlsoInTheNextRun) {
+    strike("one\ntwo\nthr");
+    const std::pair<std::string, std::string> cases[] = {
+        {"^", "two"}, {"^", "one"}, {"^", "one"}, {"|", "two"}, {"|", "thr"}, {"|", "thr"},
+    };
+    for (const auto& [keys, line] : cases) {
+        strike(keys);
+        EXPECT_EQ(typed(), line);
+    }
+    machine.endProcess();
+    room->keep();
+    open();
+    strike("^^");
+    EXPECT_EQ(typed(), "one");
+}
+
+TEST_F(RoomWindowTest, CompletesOnTab) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"'trig\t", "'trig"}, {"'num ri\t", "'num 2"}, {"/wh\t", "/whisper "}, {"zz\t", "zz"}};
+    for (const auto& [keys, line] : cases) {
+        machine.run([this] { input().empty(); });
+        strike(keys);
+        EXPECT_EQ(typed(), line) << keys;
+    }
+    input().empty();
+    EXPECT_EQ(shownFor("'num r\t"), "1  rain\n2  ride");
+    EXPECT_EQ(typed(), "'num r");
+    input().empty();
+    strike("\t");
+    EXPECT_NE(QApplication::focusWidget(), &input());
+}
+
+TEST_F(RoomWindowTest, ShowsMarkupAsStyleAndAllElseAsText) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"<b>a</b> <i>b</i>", "a b"},
+        {"<img src=\"file:///etc/passwd\">", "<img src=\"file:///etc/passwd\">"},
+        {"<a href=\"http://x\">x</a>", "<a href=\"http://x\">x</a>"},
+        {"<script>x()</script>", "<script>x()</script>"},
+        {"javascript:x &lt;b&gt;&#65;", "javascript:x &lt;b&gt;&#65;"},
+        {"a\u202Eb\u2066c\u200Bd\u2028e\u0007f", "a\uFFFDb\uFFFDc\uFFFDd\uFFFDe\uFFFDf"},
+        {"one\nOwner: two", "one\n    Owner: two"},
+        {std::string(4000, 'x') + "y", std::string(4000, 'x') + "\u2026"},
+    };
+    shownFor([this] { hear("he comes in"); });
+    for (const auto& [line, shown] : cases) {
+        EXPECT_EQ(shownFor([&, said = line] { hear(said); }), "bob: " + shown);
+        EXPECT_EQ(said().document()->blockCount(), 1) << line;
+        for (const QTextFormat& format : said().document()->allFormats()) {
+            EXPECT_FALSE(format.isImageFormat()) << line;
+            EXPECT_FALSE(format.toCharFormat().isAnchor()) << line;
+        }
+    }
+    shownFor([&] { hear("<b><u><font color=#00ff00 face=\"LIBERATION mono\">x"); });
+    QTextCursor cursor(said().document());
+    cursor.movePosition(QTextCursor::End);
+    const QTextCharFormat format = cursor.charFormat();
+    EXPECT_EQ(format.fontWeight(), QFont::Bold);
+    EXPECT_TRUE(format.fontUnderline());
+    EXPECT_EQ(format.foreground().color(), QColor("#00ff00"));
+    EXPECT_EQ(format.fontFamilies().toStringList(), QStringList("Liberation Mono"));
+}
+
+TEST(SaidText, LiftsColorsThatAreTooDarkOnBlack) {
+    EXPECT_EQ(readable("#808080"), QColor("#808080"));
+    for (const char* dark : {"#000000", "#0000ff", "#400000"})
+        EXPECT_GT(qGray(readable(dark).rgb()), 85) << dark;
+    EXPECT_EQ(readable("#0000ff").blue(), 255);
+}
+
+TEST_F(RoomWindowTest, KeepsTheLastLinesAndThePlaceOfWhoReadsAbove) {
+    const auto flood = [this](int from, int to) {
+        machine.run([&] {
+            for (int line = from; line < to; ++line)
+                hear("line " + std::to_string(line));
+        });
+        settle();
+    };
+    QScrollBar& bar = *said().verticalScrollBar();
+    const auto top = [this] { return said().cursorForPosition({5, 5}).block().text(); };
+    flood(0, 10000);
+    EXPECT_EQ(said().document()->blockCount(), Transcript::mostLines);
+    EXPECT_EQ(said().document()->lastBlock().text(), "bob: line 9999");
+    EXPECT_EQ(bar.value(), bar.maximum());
+    QTest::keyClick(&input(), Qt::Key_PageUp);
+    const QString read = top();
+    flood(10000, 10100);
+    EXPECT_EQ(top(), read);
+    EXPECT_LT(bar.value(), bar.maximum());
+    EXPECT_EQ(said().document()->lastBlock().text(), "bob: line 10099");
+    flood(0, Transcript::mostLines); // what was read is gone
+    EXPECT_EQ(top(), "bob: line 0");
+}
+
+TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
+    const auto people = [this] {
+        const QAbstractItemModel& model = *window().findChild<PeopleView*>()->model();
+        std::string names;
+        for (int row = 0; row < model.rowCount(); ++row)
+            names += model.index(row, 0).data().toString().toStdString() + ' ';
+        return names;
+    };
+    strike("/as bob\n");
+    room->room.comeIn("<b>x\u202E");
+    room->room.toggleIgnored("bob");
+    settle();
+    EXPECT_EQ(people(), "Owner bob (ignored) <b>x\uFFFD ");
+    strike("/room den\n");
+    EXPECT_EQ(people(), "Owner ");
+    EXPECT_EQ(window().windowTitle(), "larkspin - den");
+}
+
+TEST_F(RoomWindowTest, EmptiesItsLineAndComesForwardOnlyWhenAsked) {
+    strike("half a line");
+    QWidget other;
+    other.show();
+    ASSERT_TRUE(comesForward(other));
+    EXPECT_EQ(shownFor([this] { machine.hear("'clear"); }), "Owner: chat window cleared ");
+    EXPECT_EQ(shownFor([this] { hear("hi"); }), "bob comes in\nbob: hi");
+    EXPECT_EQ(typed(), "");
+    EXPECT_TRUE(other.isActiveWindow());
+
+    window().close();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().isMinimized(); }));
+    machine.run([this] { room->room.bringHostForward(); });
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+    EXPECT_EQ(QApplication::focusWidget(), &input());
+}
+
+TEST_F(RoomWindowTest, SaysNothingOfWhatIsPastedBeforeReturn) {
+    QApplication::clipboard()->setText("one\ntwo\r\nthree\n");
+    EXPECT_EQ(shownFor([this] { QTest::keyClick(&input(), Qt::Key_V, Qt::ControlModifier); }), "");
+    EXPECT_EQ(shownFor("\n"), "Owner: one two  three ");
+}
+
+TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
+    window().setGeometry(120, 90, 555, 444);
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return window().geometry() == QRect(120, 90, 555, 444); }));
+    machine.advance(2s); // it is kept without an end
+    machine.endProcess();
+    open();
+    EXPECT_EQ(window().geometry(), QRect(120, 90, 555, 444));
+}
+
+} // namespace
+} // namespace larkspin
