@@ -12,7 +12,7 @@
 
 namespace larkspin {
 
-inline constexpr std::chrono::minutes answerLimit{10}; // then a question counts as dismissed
+inline constexpr std::chrono::minutes answerLimit{10};   // then a question counts as dismissed
 inline constexpr std::string_view boxTitle = "larkspin"; // of a box that says no other
 
 struct TextQuestion {
