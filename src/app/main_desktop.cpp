@@ -60,9 +60,9 @@ int main(int, char** arguments) {
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = display.drawsTransparency()});
-    const MprisService remote(loop, sessionBusAddress(), program.playback.remote,
-                              {.raise = [&] { program.playback.mediaList.show(); },
-                               .quit = [&] { program.exit(); }});
+    const MprisService remote(
+        loop, sessionBusAddress(), program.playback.remote,
+        {.raise = [&] { program.playback.mediaList.show(); }, .quit = [&] { program.exit(); }});
     const QtWindows windows(loop, program.windows(), [&] { desktop.popUpTrayMenu(); });
     desktop.withoutTray([&] {
         if (!program.playback.mediaWindow.mp3s.visible)
