@@ -36,7 +36,7 @@ int main(int, char** arguments) {
     QtDesktop desktop(loop);
     QtRoom room(loop, lines, files, DataDirectory(userDataDirectory()), loginName());
     PlayerControl player(loop, {playerBeside(), {}}, [&](const std::string& line) {
-        loop.post([&dialogs, line] { dialogs.box(line); });
+        loop.post([&room, line] { room.window.tell(line); });
     });
     PosixLaunching launching;
     MprisPlayer otherPlayer(sessionBusAddress());

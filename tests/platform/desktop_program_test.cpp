@@ -39,16 +39,17 @@ protected:
     std::unique_ptr<Child> start(const std::string& display) const {
         return Child::start("sh", variables(display), {"-c", "exec " LARKSPIN_DESKTOP " 2>&1"});
     }
+    // Where no window without a place of its own stands.
     void startTray() {
         tray = Child::start("trayer", {"DISPLAY=" + server->display()},
-                            {"--edge", "top", "--align", "left", "--widthtype", "request",
+                            {"--edge", "bottom", "--align", "left", "--widthtype", "request",
                              "--heighttype", "pixel", "--height", "24"});
     }
     // Past the box that welcomes him the first time.
     std::unique_ptr<Child> welcomed() {
         auto child = start(server->display());
-        EXPECT_TRUE(sees("^larkspin$"));
-        EXPECT_TRUE(server->hand({"key", "Return"}));
+        turnTo("^larkspin$");
+        press({"Return"});
         return child;
     }
     template <typename Condition> static bool comes(Condition condition) {
@@ -63,11 +64,17 @@ protected:
     bool sees(const std::string& title) const {
         return comes([&] { return isSeen(title); });
     }
+    // Without a window manager, which window has the keyboard last is a matter of luck.
+    void turnTo(const std::string& title) const {
+        EXPECT_TRUE(sees(title));
+        EXPECT_TRUE(server->hand(
+            {"search", "--onlyvisible", "--name", title, "windowfocus", "--sync", "%1"}));
+    }
     // Once it is there. The menu bears the name by which the program knows it.
     void rightClickIcon() const {
         EXPECT_TRUE(comes([&] {
             return isSeen("^file$") ||
-                   (server->hand({"mousemove", "12", "12", "click", "3", "sleep", "0.3"}) &&
+                   (server->hand({"mousemove", "12", "756", "click", "3", "sleep", "0.3"}) &&
                     isSeen("^file$"));
         }));
     }
@@ -76,8 +83,8 @@ protected:
         does.insert(does.end(), keys.begin(), keys.end());
         EXPECT_TRUE(server->hand(does));
     }
-    bool hasSaved() const {
-        return disk.read("larkspin/larkspin.ini").find("volume=50") != std::string::npos;
+    bool hasSaved(const std::string& setting = "\nvolume=50") const {
+        return disk.read("larkspin/larkspin.ini").find(setting) != std::string::npos;
     }
 
     TempDirectory disk;
@@ -100,6 +107,21 @@ TEST_F(DesktopProgramTest, ShowsTheMediaWindowWhereThereIsNoTrayAndSavesWhenTold
     ::kill(child->id(), SIGTERM);
     EXPECT_EQ(child->ends(patience), 0);
     EXPECT_TRUE(hasSaved());
+}
+
+TEST_F(DesktopProgramTest, TakesLinesInItsRoom) {
+    disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\ntrigger='\r\n");
+    const auto child = start(server->display());
+    // The greeting empties what is being typed.
+    EXPECT_TRUE(comes([&] { return hasSaved("\nload=2"); }));
+    turnTo("^larkspin - lobby$");
+    for (const char* const line : {"'volume 30", "/quit"}) {
+        EXPECT_TRUE(server->hand({"type", line}));
+        press({"Return"});
+    }
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_TRUE(hasSaved("\nvolume=30"));
+    EXPECT_EQ(disk.read("larkspin/history.txt"), "'volume 30\n/quit\n");
 }
 
 TEST_F(DesktopProgramTest, SavesWhenItsDisplayIsGone) {
