@@ -55,8 +55,8 @@ TerminalCommands::TerminalCommands(TerminalScreen& screen, TerminalDesktop& desk
 
 void TerminalCommands::addWindowWords() {
     using Self = TerminalCommands;
-    const auto by = [this](bool (Self::*run)(std::string_view)) {
-        return [this, run](std::string_view rest) { return (this->*run)(rest); };
+    const auto by = [this](bool (Self::*work)(std::string_view)) {
+        return [this, work](std::string_view rest) { return (this->*work)(rest); };
     };
     words_.add({
         {"windows", "", "names the windows", by(&Self::windows)},
