@@ -4,6 +4,7 @@
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
 #include "platform/dbus/mpris_service.h"
+#include "platform/dbus/tray_host.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
@@ -63,6 +64,8 @@ int main(int, char** arguments) {
     const MprisService remote(
         loop, sessionBusAddress(), program.playback.remote,
         {.raise = [&] { program.playback.mediaList.show(); }, .quit = [&] { program.exit(); }});
+    const TrayHost trayHost(loop, sessionBusAddress());
+    desktop.findTrayBy([&] { return display.hasTray() || trayHost.isThere(); });
     const QtWindows windows(loop, program.windows(), [&] { desktop.popUpTrayMenu(); });
     desktop.withoutTray([&] {
         if (!program.playback.mediaWindow.mp3s.visible)

@@ -9,7 +9,6 @@
 #include <QSessionManager>
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
 #include <vector>
 #include <xcb/xcb.h>
@@ -82,11 +81,20 @@ Display::~Display() = default;
 // By the rules of X, a program that draws windows together owns this name. Without X, whoever shows
 // windows does so.
 bool Display::drawsTransparency() const {
-    const auto* const x11 = application_->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11)
-        return QApplication::platformName() == "wayland";
-    xcb_connection_t* const connection = x11->connection();
-    constexpr std::string_view name = "_NET_WM_CM_S0";
+    return isX() ? isOwned("_NET_WM_CM_S0") : QApplication::platformName() == "wayland";
+}
+
+bool Display::hasTray() const {
+    return !isX() || isOwned("_NET_SYSTEM_TRAY_S0");
+}
+
+bool Display::isX() const {
+    return application_->nativeInterface<QNativeInterface::QX11Application>() != nullptr;
+}
+
+bool Display::isOwned(std::string_view name) const {
+    xcb_connection_t* const connection =
+        application_->nativeInterface<QNativeInterface::QX11Application>()->connection();
     const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
         connection,
         xcb_intern_atom(connection, false, static_cast<std::uint16_t>(name.size()), name.data()),

@@ -5,6 +5,7 @@
 #include "shell/event_loop.h"
 
 #include <memory>
+#include <string_view>
 
 class QApplication;
 
@@ -22,6 +23,9 @@ public:
     bool drawsTransparency() const;
     DisplaySize size() const;
 
+    // A tray that stands on the display itself. Without X only Qt knows.
+    bool hasTray() const;
+
     // Called as the desktop's session ends.
     void onSessionEnd(Task task);
 
@@ -33,6 +37,9 @@ public:
     void run();
 
 private:
+    bool isX() const;
+    bool isOwned(std::string_view name) const; // on X
+
     std::unique_ptr<QApplication> application_;
 };
 

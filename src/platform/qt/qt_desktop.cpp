@@ -16,40 +16,55 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A tray that starts together with the program is given this time.
+// A tray that starts together with the program is given this time; after it, that often one is
+// looked for.
 constexpr Nanoseconds searchTime = 1s;
 constexpr Nanoseconds doubleClickTime = 400ms;
 
 } // namespace
 
 QtDesktop::QtDesktop(EventLoop& loop)
-    : loop_(loop), trayMenu_(std::make_unique<QMenu>()), popup_(std::make_unique<QMenu>()),
-      tray_(std::make_unique<QSystemTrayIcon>(programIcon())) {
-    tray_->setToolTip("larkspin");
-    tray_->setContextMenu(trayMenu_.get());
-    QObject::connect(tray_.get(), &QSystemTrayIcon::activated,
-                     [this](QSystemTrayIcon::ActivationReason reason) { takeClick(reason); });
+    : loop_(loop), trayMenu_(std::make_unique<QMenu>()), popup_(std::make_unique<QMenu>()) {
     QObject::connect(trayMenu_.get(), &QMenu::aboutToShow, [this] { fillTrayMenu(); });
 }
 
 QtDesktop::~QtDesktop() = default;
 
-// Shown at once, and by Qt in a tray that comes later.
 void QtDesktop::addTrayIcon(const TrayIcon& icon) {
     removeTrayIcon();
     icon_ = icon;
-    fillTrayMenu();
-    tray_->show();
+    showIcon();
     search_ = loop_.once(searchTime, [this] {
-        if (!QSystemTrayIcon::isSystemTrayAvailable())
+        if (!tray_)
+            showIcon();
+        if (!tray_)
+            search_ = loop_.every(searchTime, [this] { showIcon(); });
+        if (!tray_ || !QSystemTrayIcon::isSystemTrayAvailable())
             withoutTray_();
     });
+}
+
+// Qt finds out which kind of tray there is when it is first asked about trays, and stays with that
+// kind: it isn't asked before there is one. From then on it follows the tray by itself.
+void QtDesktop::showIcon() {
+    if (!icon_ || (!tray_ && !hasTray_()))
+        return;
+    if (!tray_) {
+        loop_.cancel(std::exchange(search_, TimerId::none));
+        tray_ = std::make_unique<QSystemTrayIcon>(programIcon());
+        tray_->setToolTip("larkspin");
+        tray_->setContextMenu(trayMenu_.get());
+        QObject::connect(tray_.get(), &QSystemTrayIcon::activated,
+                         [this](QSystemTrayIcon::ActivationReason reason) { takeClick(reason); });
+    }
+    fillTrayMenu();
+    tray_->show();
 }
 
 void QtDesktop::removeTrayIcon() {
     icon_.reset();
     loop_.cancel(std::exchange(search_, TimerId::none));
-    if (hasDisplay_)
+    if (hasDisplay_ && tray_)
         tray_->hide();
 }
 

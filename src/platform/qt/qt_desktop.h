@@ -4,6 +4,7 @@
 
 #include "shell/desktop.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -24,6 +25,9 @@ public:
     void removeTrayIcon() override;
     void popUp(const Menu& menu) override;
 
+    // Tells whether there is a tray now, of any kind.
+    void findTrayBy(std::function<bool()> hasTray) { hasTray_ = std::move(hasTray); }
+
     // Where there is no tray to bear an icon, this is called in its place.
     void withoutTray(Task task) { withoutTray_ = std::move(task); }
 
@@ -34,17 +38,19 @@ public:
     void loseDisplay() { hasDisplay_ = false; }
 
 private:
+    void showIcon();
     void fillTrayMenu();
     bool isDrawnByDesktop() const;
     void takeClick(int reason);
     void toggle();
 
     EventLoop& loop_;
+    std::function<bool()> hasTray_ = [] { return true; };
     Task withoutTray_ = [] {};
     std::optional<TrayIcon> icon_;
     std::unique_ptr<QMenu> trayMenu_, popup_;
-    std::unique_ptr<QSystemTrayIcon> tray_;
-    TimerId search_ = TimerId::none; // for a tray
+    std::unique_ptr<QSystemTrayIcon> tray_; // once there is one
+    TimerId search_ = TimerId::none;        // for a tray
     std::optional<Nanoseconds> toggledAt_;
     bool hasDisplay_ = true;
 };

@@ -1,0 +1,25 @@
+// Whether a desktop on the session bus shows tray icons (StatusNotifier). It may come and go at any
+// time; without a bus there is none.
+#pragma once
+
+#include "platform/dbus/bus.h"
+
+#include <string>
+
+namespace larkspin {
+
+class TrayHost {
+public:
+    // The loop must not run behind the end of this.
+    TrayHost(WatchingLoop& loop, const std::string& busAddress);
+
+    bool isThere() const { return isThere_; }
+
+private:
+    void look();
+
+    Bus bus_;
+    bool isThere_ = false;
+};
+
+} // namespace larkspin
