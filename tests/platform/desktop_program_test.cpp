@@ -1,74 +1,20 @@
 // The desktop program as a child process, on a display of its own: how it starts, how it ends, and
 // its tray icon on a real tray.
-#include "support/child.h"
-#include "support/temp_directory.h"
-#include "support/x_server.h"
+#include "support/desktop_program.h"
 
 #include <csignal>
-#include <gtest/gtest.h>
-#include <thread>
 
 namespace larkspin {
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr auto patience = 20s;
-
-class DesktopProgramTest : public testing::Test {
+class DesktopProgramTest : public DesktopProgram {
 protected:
-    // A home of its own, no sound device, no bus and no desktop.
-    std::vector<std::string> variables(const std::string& display) const {
-        const std::string home = disk.path().native();
-        return {"HOME=" + home,
-                "XDG_DATA_HOME=" + home,
-                "XDG_CONFIG_HOME=" + home,
-                "XDG_RUNTIME_DIR=" + home,
-                "PULSE_SERVER=none",
-                "PIPEWIRE_REMOTE=none",
-                "ALSA_CONFIG_PATH=/dev/null",
-                "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent",
-                "DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent",
-                "LSAN_OPTIONS=detect_leaks=0",
-                "WAYLAND_DISPLAY=",
-                "QT_QPA_PLATFORM=",
-                "QT_QPA_PLATFORMTHEME=",
-                "DISPLAY=" + display};
-    }
-    // With its errors in its output.
-    std::unique_ptr<Child> start(const std::string& display) const {
-        return Child::start("sh", variables(display), {"-c", "exec " LARKSPIN_DESKTOP " 2>&1"});
-    }
+    void TearDown() override { server->kill(); } // which ends the tray
     // Where no window without a place of its own stands.
     void startTray() {
         tray = Child::start("trayer", {"DISPLAY=" + server->display()},
                             {"--edge", "bottom", "--align", "left", "--widthtype", "request",
                              "--heighttype", "pixel", "--height", "24"});
-    }
-    // Past the box that welcomes him the first time.
-    std::unique_ptr<Child> welcomed() {
-        auto child = start(server->display());
-        turnTo("^larkspin$");
-        press({"Return"});
-        return child;
-    }
-    template <typename Condition> static bool comes(Condition condition) {
-        const auto until = std::chrono::steady_clock::now() + patience;
-        while (!condition() && std::chrono::steady_clock::now() < until)
-            std::this_thread::sleep_for(50ms);
-        return condition();
-    }
-    bool isSeen(const std::string& title) const {
-        return server->hand({"search", "--onlyvisible", "--name", title});
-    }
-    bool sees(const std::string& title) const {
-        return comes([&] { return isSeen(title); });
-    }
-    // Without a window manager, which window has the keyboard last is a matter of luck.
-    void turnTo(const std::string& title) const {
-        EXPECT_TRUE(sees(title));
-        EXPECT_TRUE(server->hand(
-            {"search", "--onlyvisible", "--name", title, "windowfocus", "--sync", "%1"}));
     }
     // Once it is there. The menu bears the name by which the program knows it.
     void rightClickIcon() const {
@@ -78,18 +24,7 @@ protected:
                     isSeen("^file$"));
         }));
     }
-    void press(std::initializer_list<const char*> keys) const {
-        std::vector<std::string> does = {"key"};
-        does.insert(does.end(), keys.begin(), keys.end());
-        EXPECT_TRUE(server->hand(does));
-    }
-    bool hasSaved(const std::string& setting = "\nvolume=50") const {
-        return disk.read("larkspin/larkspin.ini").find(setting) != std::string::npos;
-    }
-
-    TempDirectory disk;
-    std::unique_ptr<Child> tray; // ends with the display
-    std::unique_ptr<XServer> server = std::make_unique<XServer>();
+    std::unique_ptr<Child> tray;
 };
 
 TEST_F(DesktopProgramTest, NamesTheOtherProgramWhereThereIsNoDisplay) {

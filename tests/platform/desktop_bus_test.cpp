@@ -1,0 +1,291 @@
+// The desktop program on a session bus: its icon on a desktop that shows such icons by that bus
+// (StatusNotifier), and its buttons for whoever can't see them (at-spi).
+#include "support/desktop_program.h"
+#include "support/made_songs.h"
+#include "support/private_bus.h"
+
+#include <algorithm>
+#include <map>
+#include <mutex>
+#include <string_view>
+
+namespace larkspin {
+namespace {
+
+// Asks and waits for the answer; it is null for an error.
+class Asking {
+public:
+    explicit Asking(const std::string& address) : bus(address) {}
+
+    template <typename... Arguments>
+    BusMessage operator()(const BusMethod& asked, const char* types, Arguments... arguments) const {
+        sd_bus_message* answer = nullptr;
+        sd_bus_call_method(bus.raw(), asked.destination, asked.path, asked.interface, asked.member,
+                           nullptr, &answer, types, arguments...);
+        return BusMessage(answer);
+    }
+
+private:
+    Bus bus;
+};
+
+// In the answer, or in the property that it is.
+std::string textIn(const BusMessage& answer) {
+    const char* text = nullptr;
+    if (answer) {
+        if (sd_bus_message_has_signature(answer.get(), "v"))
+            sd_bus_message_enter_container(answer.get(), 'v', "s");
+        sd_bus_message_read_basic(answer.get(), 's', &text);
+    }
+    return text ? text : "";
+}
+
+// A desktop's tray. Its host comes a moment behind its watcher, as on a real one.
+class PretendTray {
+public:
+    explicit PretendTray(const std::string& address)
+        : service_(address, "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                   [this](sd_bus_message* call) { return answer(call); }) {}
+
+    // Where the icon can be asked; empty for none.
+    std::string icon() const {
+        const std::lock_guard lock(mutex_);
+        return icon_;
+    }
+
+private:
+    static constexpr const char* interface = "org.kde.StatusNotifierWatcher";
+
+    PretendService::Then answer(sd_bus_message* call) {
+        const std::string_view member = sd_bus_message_get_member(call);
+        if (member == "Introspect") {
+            sd_bus_reply_method_return(
+                call, "s",
+                "<node><interface name='org.kde.StatusNotifierWatcher'>"
+                "<method name='RegisterStatusNotifierItem'><arg type='s' direction='in'/></method>"
+                "<property name='IsStatusNotifierHostRegistered' type='b' access='read'/>"
+                "</interface></node>");
+        } else if (member == "Get") {
+            sd_bus_reply_method_return(call, "v", "b", hasHost_);
+            if (!std::exchange(hasHost_, true))
+                sd_bus_emit_signal(sd_bus_message_get_bus(call), "/StatusNotifierWatcher",
+                                   interface, "StatusNotifierHostRegistered", "");
+        } else {
+            const std::lock_guard lock(mutex_);
+            icon_ = sd_bus_message_get_sender(call);
+            sd_bus_reply_method_return(call, "");
+        }
+        return PretendService::Then::stays;
+    }
+
+    bool hasHost_ = false;
+    mutable std::mutex mutex_;
+    std::string icon_;
+    PretendService service_;
+};
+
+class DesktopOnABus : public DesktopProgram {
+protected:
+    DesktopOnABus() {
+        bus = daemon.address();
+        disk.write("larkspin/larkspin.ini", "[lark]\nload=2\nmedia filter=wav\nmp3svis=no\n");
+    }
+    void TearDown() override {
+        if (program)
+            ::kill(program->id(), SIGTERM);
+    }
+
+    PrivateBus daemon;
+    std::unique_ptr<Child> program;
+};
+
+using Entries = std::map<std::string, int>;
+
+// Reads an entry of a menu with all that are below it: their captions, each with its number.
+void readEntries(sd_bus_message* layout, Entries& entries) {
+    int id = 0;
+    const char* property = nullptr;
+    sd_bus_message_enter_container(layout, 'r', "ia{sv}av");
+    sd_bus_message_read(layout, "i", &id);
+    sd_bus_message_enter_container(layout, 'a', "{sv}");
+    while (sd_bus_message_enter_container(layout, 'e', "sv") > 0) {
+        const char* label = nullptr;
+        sd_bus_message_read(layout, "s", &property);
+        if (std::string_view(property) != "label")
+            sd_bus_message_skip(layout, "v");
+        else if (sd_bus_message_read(layout, "v", "s", &label) > 0)
+            entries[label] = id;
+        sd_bus_message_exit_container(layout);
+    }
+    sd_bus_message_exit_container(layout);
+    sd_bus_message_enter_container(layout, 'a', "v");
+    while (sd_bus_message_enter_container(layout, 'v', "(ia{sv}av)") > 0) {
+        readEntries(layout, entries);
+        sd_bus_message_exit_container(layout);
+    }
+    sd_bus_message_exit_container(layout);
+    sd_bus_message_exit_container(layout);
+}
+
+class TrayOnABus : public DesktopOnABus {
+protected:
+    void beginWith(bool hasTray) {
+        if (hasTray)
+            tray.emplace(bus);
+        program = start(server->display());
+        if (hasTray)
+            findIcon();
+    }
+    void findIcon() {
+        EXPECT_TRUE(comes([&] { return !tray->icon().empty(); }));
+        name = tray->icon();
+    }
+    void click() const {
+        EXPECT_TRUE(
+            ask({name.c_str(), "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate"},
+                "ii", 0, 0));
+    }
+    // Opens the menu, as a desktop does.
+    Entries menu() const {
+        Entries entries;
+        ask(ofMenu("AboutToShow"), "i", 0);
+        const BusMessage layout = ask(ofMenu("GetLayout"), "iias", 0, -1, 0);
+        if (layout && sd_bus_message_skip(layout.get(), "u") > 0)
+            readEntries(layout.get(), entries);
+        return entries;
+    }
+    void choose(const std::string& caption) const {
+        Entries entries = menu();
+        EXPECT_TRUE(entries.contains(caption)) << caption;
+        ask(ofMenu("Event"), "isvu", entries[caption], "clicked", "i", 0, 0);
+    }
+
+    std::optional<PretendTray> tray;
+    std::string name;
+    Asking ask{bus};
+
+private:
+    BusMethod ofMenu(const char* member) const {
+        return {name.c_str(), "/MenuBar", "com.canonical.dbusmenu", member};
+    }
+};
+
+TEST_F(TrayOnABus, ShowsAndHidesByOneClickAndTakesTwoAsOne) {
+    beginWith(true);
+    EXPECT_FALSE(isSeen("^larkspin media$"));
+    click();
+    click();
+    EXPECT_TRUE(sees("^larkspin media$"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(450)); // no pair any more
+    click();
+    EXPECT_TRUE(comes([&] { return !isSeen("^larkspin media$"); }));
+}
+
+TEST_F(TrayOnABus, ChoosesFromTheMenuWhichIsThatOfTheMoment) {
+    beginWith(true);
+    EXPECT_TRUE(menu().contains("view 0 files"));
+    choose("lks version");
+    EXPECT_TRUE(sees("^larkspin$"));
+    choose("exit");
+    EXPECT_EQ(program->ends(patience), 0);
+    EXPECT_TRUE(hasSaved());
+}
+
+TEST_F(TrayOnABus, FollowsATrayThatComesLateAndOneThatGoes) {
+    beginWith(false);
+    EXPECT_TRUE(sees("^larkspin media$"));
+    for (int times = 0; times < 2; ++times) {
+        tray.emplace(bus);
+        findIcon();
+        tray.reset();
+    }
+    tray.emplace(bus);
+    findIcon();
+    click();
+    EXPECT_TRUE(comes([&] { return !isSeen("^larkspin media$"); }));
+}
+
+// A program that reads the screen.
+class ScreenReader {
+public:
+    explicit ScreenReader(const std::string& address) : ask_(address) {}
+
+    // Presses the button of that name, wherever it is.
+    bool press(const std::string& button) const {
+        std::vector<Thing> things = {
+            {"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"}};
+        for (std::size_t i = 0; i < things.size(); ++i) {
+            const Thing thing = things[i];
+            if (name(thing) == button && role(thing) == "push button")
+                return static_cast<bool>(
+                    ask_(of(thing, "org.a11y.atspi.Action", "DoAction"), "i", 0));
+            const auto below = children(thing);
+            things.insert(things.end(), below.begin(), below.end());
+        }
+        return false;
+    }
+
+private:
+    struct Thing {
+        std::string program, path;
+    };
+    static BusMethod of(const Thing& thing, const char* interface, const char* member) {
+        return {thing.program.c_str(), thing.path.c_str(), interface, member};
+    }
+    std::string name(const Thing& thing) const {
+        return textIn(
+            ask_(of(thing, "org.freedesktop.DBus.Properties", "Get"), "ss", accessible, "Name"));
+    }
+    std::string role(const Thing& thing) const {
+        return textIn(ask_(of(thing, accessible, "GetRoleName"), ""));
+    }
+    std::vector<Thing> children(const Thing& thing) const {
+        std::vector<Thing> found;
+        const BusMessage answer = ask_(of(thing, accessible, "GetChildren"), "");
+        const char *program = nullptr, *path = nullptr;
+        if (answer && sd_bus_message_enter_container(answer.get(), 'a', "(so)") > 0)
+            while (sd_bus_message_read(answer.get(), "(so)", &program, &path) > 0)
+                found.push_back({program, path});
+        return found;
+    }
+
+    static constexpr const char* accessible = "org.a11y.atspi.Accessible";
+    Asking ask_;
+};
+
+TEST_F(DesktopOnABus, IsPressedByWhoeverCantSeeIt) {
+    std::string rows;
+    const std::string blanks(78, ' '), home = disk.path().native();
+    std::string directory = "c:" + home;
+    std::replace(directory.begin(), directory.end(), '/', '\\');
+    for (const char* song : {"harbour", "ride"}) {
+        EXPECT_TRUE(makeSong(disk.path() / (std::string(song) + ".wav"), 15));
+        rows += song + blanks + "{ .wav | " + directory + "\r\n";
+    }
+    disk.write("larkspin/temp.lst", rows);
+    const auto readers = Child::start(
+        "sh", {"HOME=" + home, "XDG_RUNTIME_DIR=" + home, "DBUS_SESSION_BUS_ADDRESS=" + bus},
+        {"-c", "exec /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1"});
+    const Asking ask(bus);
+    std::string readersBus;
+    EXPECT_TRUE(comes([&] {
+        readersBus =
+            textIn(ask({"org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"}, ""));
+        return !readersBus.empty();
+    }));
+
+    also = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"}; // without a desktop that asks for it
+    program = start(server->display());
+    EXPECT_TRUE(sees("^larkspin media$"));
+    const ScreenReader reader(readersBus);
+    EXPECT_TRUE(comes([&] { return reader.press("next song"); }));
+    EXPECT_TRUE(comes([&] {
+        return textIn(ask({"org.mpris.MediaPlayer2.larkspin", "/org/mpris/MediaPlayer2",
+                           "org.freedesktop.DBus.Properties", "Get"},
+                          "ss", "org.mpris.MediaPlayer2.Player", "PlaybackStatus")) == "Playing";
+    }));
+    ::kill(readers->id(), SIGTERM);
+}
+
+} // namespace
+} // namespace larkspin
