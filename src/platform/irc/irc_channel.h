@@ -1,0 +1,45 @@
+// A channel that the owner is in, or would be in: its people with their ranks, whom it keeps out,
+// its topic. It follows what the server tells.
+#pragma once
+
+#include "platform/irc/irc_names.h"
+#include "text/row_list.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace larkspin {
+
+struct IrcMessage;
+
+class IrcChannel {
+public:
+    explicit IrcChannel(std::string name) : name_(std::move(name)) {}
+
+    const std::string& name() const { return name_; } // as the server writes it
+    const std::string& topic() const { return topic_; }
+
+    // In the order in which they were told of; names alone. No more than a list can hold: who comes
+    // beyond that isn't listed.
+    const RowList& people() const { return people_; }
+
+    // Whom bans keep out: the nick where a mask is about a nick ("bob!*@*"), otherwise the mask.
+    const RowList& ejected() const { return ejected_; }
+    std::vector<std::string> masksOf(std::string_view ejectedRow) const;
+
+    bool contains(std::string_view nick, const IrcFeatures& features) const;
+
+    // The signs of somebody's ranks, the highest one first; blank for none.
+    std::string ranks(std::string_view nick, const IrcFeatures& features) const;
+
+    // Whether that person may put others out: one of the ranks q, a, o, h.
+    bool mayEject(std::string_view nick, const IrcFeatures& features) const;
+
+    // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, 332, 353/366, 367/368, 331. True when it was about
+    // this channel and changed something that shows.
+    bool take(const IrcMessage& message, const IrcFeatures& features);
+};
+
+} // namespace larkspin

@@ -1,0 +1,49 @@
+// A connection to an IRC server as the protocol sees it: bytes there and back.
+#pragma once
+
+#include "shell/event_loop.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+struct IrcServer {
+    std::string host;
+    std::uint16_t port = 6697;
+    bool encrypted = true; // by TLS, with the server's certificate checked
+
+    bool operator==(const IrcServer&) const = default;
+};
+
+class IrcConnection {
+public:
+    virtual ~IrcConnection() = default;
+
+    // Each comes in an event of its own. `received` must not wait. Behind `ended`, which tells the
+    // owner why, nothing comes any more; it also comes when a server can't be reached.
+    struct Events {
+        Task opened;
+        std::function<void(std::string_view bytes)> received;
+        std::function<void(const std::string& why)> ended;
+    };
+
+    // Closes the last one first. Returns at once, as everything here does but `finish`.
+    virtual void open(const IrcServer& server, Events events) = 0;
+
+    // Without a connection nothing happens. What the server doesn't take is kept, in order.
+    virtual void send(std::string_view bytes) = 0;
+
+    // What is kept, in bytes.
+    virtual std::size_t unsent() const = 0;
+
+    // Ends without a word. No event comes behind this.
+    virtual void close() = 0;
+
+    // As the process ends: sends what is kept, within this time, and closes. No events run meanwhile.
+    virtual void finish(Nanoseconds atMost) = 0;
+};
+
+} // namespace larkspin

@@ -1,0 +1,37 @@
+// How a server compares names, and which names and ranks it knows (ISUPPORT, numeric 005).
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+struct IrcMessage;
+
+enum class CaseMapping { ascii, rfc1459, rfc1459Strict };
+
+// Two names are the same when this makes them the same. What isn't ASCII is left as it is, as
+// servers do.
+std::string foldIrcName(std::string_view name, CaseMapping mapping);
+
+struct IrcFeatures {
+    CaseMapping caseMapping = CaseMapping::rfc1459;
+    std::string channelTypes = "#&";
+
+    // The ranks of people in a channel, the highest one first: their mode letters and signs.
+    std::string rankModes = "ov", rankSigns = "@+";
+
+    // Which of a channel's other modes have a parameter: always (lists, such as bans; others), or
+    // only when they are set.
+    std::string listModes = "beI", parameterModes = "k", setParameterModes = "l";
+
+    // Takes the words of a 005 message, also those that take back what was told ("-PREFIX").
+    void read(const IrcMessage& message);
+
+    bool isChannel(std::string_view name) const;
+    std::string fold(std::string_view name) const { return foldIrcName(name, caseMapping); }
+};
+
+} // namespace larkspin

@@ -1,0 +1,57 @@
+// What is on its way to the server: lines leave no faster than servers allow, and none is lost. By
+// the rule that servers go by: a line costs two seconds, a long one more, and ten seconds' worth may
+// be ahead of the clock.
+#pragma once
+
+#include "shell/event_loop.h"
+
+#include <deque>
+#include <functional>
+#include <string>
+
+namespace larkspin {
+
+class IrcOutgoing {
+public:
+    // In this order of who goes first: what keeps the connection alive; what the owner types; what
+    // the program says for him.
+    enum class Kind { protocol, typed, said };
+
+    // Hands over each line, ended, when it may go.
+    using Send = std::function<void(const std::string& line)>;
+
+    IrcOutgoing(EventLoop& loop, Send send);
+    ~IrcOutgoing();
+    IrcOutgoing(const IrcOutgoing&) = delete;
+    IrcOutgoing& operator=(const IrcOutgoing&) = delete;
+
+    // Ended as `ircLine` makes it; an empty one isn't sent. The task runs as the line goes. Without
+    // one more place, the line is dropped and this is false: at most `mostWaiting` of each kind wait.
+    bool add(Kind kind, std::string line, Task gone = {});
+    static constexpr std::size_t mostWaiting = 1000;
+
+    // How many of that kind wait.
+    std::size_t waiting(Kind kind) const;
+
+    // Said lines go no faster than so many in any minute; 0 for no limit beyond the server's.
+    void limitSaid(int linesPerMinute);
+
+    // Forgets what waits, as after the end of a connection: nothing old is said on a new one.
+    void clear();
+
+private:
+    struct Line {
+        std::string text;
+        Task gone;
+    };
+
+    EventLoop& loop_;
+    Send send_;
+    std::deque<Line> lines_[3];
+    int saidPerMinute_ = 0;
+    std::deque<Nanoseconds> saidAt_; // the last minute's
+    Nanoseconds paidUntil_{};        // the server's clock for this connection
+    TimerId next_ = TimerId::none;
+};
+
+} // namespace larkspin
