@@ -11,8 +11,14 @@
 #include "host/room_handles.h"
 #include "host/room_people.h"
 #include "host/shown_room.h"
-#include "platform/irc/irc_connection.h"
-#include "platform/irc/irc_registration.h"
+#include "platform/irc/irc_channels.h"
+#include "platform/irc/irc_clock.h"
+#include "platform/irc/irc_hearing.h"
+#include "platform/irc/irc_joining.h"
+#include "platform/irc/irc_people.h"
+#include "platform/irc/irc_session.h"
+#include "platform/irc/irc_speech.h"
+#include "text/row_list.h"
 
 #include <optional>
 #include <string>
@@ -24,7 +30,6 @@ namespace larkspin {
 class IrcRoom : public HostClient, public RoomPeople, public ShownRoom {
 public:
     IrcRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, RoomDisplay shown);
-    ~IrcRoom() override;
     IrcRoom(const IrcRoom&) = delete;
     IrcRoom& operator=(const IrcRoom&) = delete;
 
@@ -42,19 +47,24 @@ public:
     // As the process ends: leaves with a word, within 300 milliseconds.
     void finish();
 
-    static constexpr std::size_t mostRooms = 100;
+    static constexpr std::size_t mostRooms = IrcChannels::most;
 
-    // Joined rooms have numbers, from 1; joining one makes it the room. Whoever leaves the room is
-    // in the last one of those that are left.
+    // Said lines that wait to be sent: with more than so many, what is said waits for them, but no
+    // longer than that.
+    static constexpr std::size_t mostSaidAhead = 3;
+    static constexpr std::chrono::seconds longestPacing{20};
+
+    // Joined rooms have numbers, from 1. The first one is the room; others wait until they are
+    // entered. Whoever leaves the room is in the last one of those that are left.
     struct Joined {
         std::string name;
         bool isHere;
         int unseen; // lines
     };
-    void join(const std::string& channel);
+    void join(const std::string& channel) { joining_.join(channel); }
     void leave();
     std::vector<Joined> rooms() const;
-    void enterRoom(int number);
+    void enterRoom(int number) { joining_.enter(number); }
 
     // These tell what they have to tell. The topic: asked for, or set.
     void changeNick(const std::string& nick);
@@ -107,10 +117,30 @@ public:
     std::string messengerAccount() override;
 
 private:
+    using Place = IrcChannels::Place;
+
+    const IrcChannel* here() const;
+    void tell(const std::string& text) const { shown_.message(text); }
+    bool tellWithoutRoom() const; // true when there is none
+
+    void take(const IrcMessage& message);
+    void lost();
+    void forgetRooms();
+    void newRoom();
+    void speak(std::string channel, const std::string& line, bool isShown);
+
     EventLoop& loop_;
-    ChatLines& lines_;
     RoomDisplay shown_;
     RoomHandles handles_{*this};
+    IrcSession session_;
+    IrcChannels channels_;
+    IrcJoining joining_;
+    IrcPeople people_{session_};
+    IrcHearing hearing_;
+    IrcSpeech speech_;
+    IrcClock clock_;
+    bool isOn_ = false;
+    RowList nobody_;
 };
 
 } // namespace larkspin
