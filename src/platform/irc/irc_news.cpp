@@ -56,8 +56,9 @@ private:
         return isHere(0) ? plain(1) + " is put out by " + who_ : "";
     }
 
+    // The session knows the owner by the new one already.
     std::string nick() const {
-        if (!isOfOthers())
+        if (session_.isSelf(message_.parameter(0)))
             return "you are now called " + plain(0);
         return isInRoom() ? who_ + " is now called " + plain(0) : "";
     }

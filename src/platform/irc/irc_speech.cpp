@@ -4,6 +4,7 @@
 #include "platform/irc/irc_message.h"
 #include "platform/irc/irc_pieces.h"
 #include "platform/irc/irc_session.h"
+#include "text/blanks.h"
 
 #include <algorithm>
 #include <utility>
@@ -32,31 +33,27 @@ bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
         return false;
     const auto pieces = ircPieces(ircCodes(said.text), longestPiece(said.channel));
     const bool isAtOnce = kind == IrcOutgoing::Kind::typed && !session_.echoes();
-    for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
-        const bool isLast = piece + 1 == pieces.size();
-        if (!session_.send(kind, ircLine("PRIVMSG", {said.channel, pieces[piece]}),
-                           [this, said, codes = pieces[piece], isLast, isDue = !isAtOnce] {
-                               pieceGone(said, codes, isLast, isDue);
-                           }))
+    for (const std::string& piece : pieces) {
+        const bool isDue = !isAtOnce && &piece == &pieces.back();
+        const Piece sent{piece, isDue ? said : IrcSaid{.channel = said.channel}, isDue};
+        if (!session_.send(kind, ircLine("PRIVMSG", {said.channel, piece}),
+                           [this, sent] { gone(sent); }))
             return false;
     }
     if (isAtOnce && !pieces.empty())
         reached_(said, true);
-    return !pieces.empty();
+    return true;
 }
 
 // Whether lines are sent back may have changed since it was said.
-void IrcSpeech::pieceGone(const IrcSaid& said, const std::string& codes, bool isLast, bool isDue) {
-    if (session_.echoes())
-        await({said.channel, codes, loop_.now(), isLast && isDue, said});
-    else if (isLast && isDue)
-        reached_(said, false);
-}
-
-void IrcSpeech::await(Awaited awaited) {
-    awaited_.push_back(std::move(awaited));
-    if (awaited_.size() > mostEchoes)
-        awaited_.pop_front();
+void IrcSpeech::gone(const Piece& piece) {
+    if (session_.echoes()) {
+        awaited_.push_back({piece, loop_.now()});
+        if (awaited_.size() > mostEchoes)
+            awaited_.pop_front();
+    } else if (piece.isDue) {
+        reached_(piece.said, false);
+    }
 }
 
 bool IrcSpeech::whisper(const std::string& name, const std::string& text) {
@@ -66,23 +63,25 @@ bool IrcSpeech::whisper(const std::string& name, const std::string& text) {
     });
 }
 
-// A channel may be without colours.
-bool IrcSpeech::isThat(const Awaited& awaited, std::string_view channel,
-                       std::string_view codes) const {
-    return session_.isSame(awaited.channel, channel) &&
-           (awaited.codes == codes || withoutIrcCodes(awaited.codes) == withoutIrcCodes(codes));
+// A channel may be without colours, and a server cut off blanks.
+bool IrcSpeech::isThat(const Piece& piece, std::string_view channel, std::string_view codes) const {
+    const auto plain = [](std::string_view of) {
+        return std::string(withoutBlanks(withoutIrcCodes(of)));
+    };
+    return session_.isSame(piece.said.channel, channel) &&
+           (piece.codes == codes || plain(piece.codes) == plain(codes));
 }
 
 bool IrcSpeech::take(std::string_view channel, std::string_view codes) {
     while (!awaited_.empty() && loop_.now() - awaited_.front().sentAt > longestEcho)
         awaited_.pop_front();
     const auto found = std::ranges::find_if(
-        awaited_, [&](const Awaited& awaited) { return isThat(awaited, channel, codes); });
+        awaited_, [&](const Awaited& awaited) { return isThat(awaited.piece, channel, codes); });
     if (found == awaited_.end())
         return false;
-    const Awaited echoed = std::move(*found);
+    const Piece echoed = std::move(found->piece);
     awaited_.erase(awaited_.begin(), found + 1);
-    if (echoed.isLast)
+    if (echoed.isDue)
         reached_(echoed.said, false);
     return true;
 }

@@ -19,8 +19,8 @@ class IrcSession;
 // A line of this connection.
 struct IrcSaid {
     std::string channel;
-    std::string text; // as it was given, whatever pieces the server had it in
-    bool isShown;     // the owner sees it already
+    std::string text = {}; // as it was given, whatever pieces the server had it in
+    bool isShown = false;  // the owner sees it already
 };
 
 class IrcSpeech {
@@ -35,7 +35,7 @@ public:
     static constexpr std::size_t mostEchoes = 100;
 
     // In pieces, if it must. What the owner types counts at once, what the program says when it has
-    // left, where it isn't sent back. False when nothing is said.
+    // left, where it isn't sent back. False when too much waits.
     bool say(IrcOutgoing::Kind kind, const IrcSaid& said);
 
     // To somebody alone; it isn't waited for.
@@ -49,17 +49,19 @@ public:
     void clear() { awaited_.clear(); }
 
 private:
+    struct Piece {
+        std::string codes;
+        IrcSaid said; // whole, with the last piece
+        bool isDue;   // the line counts as said with this piece
+    };
     struct Awaited {
-        std::string channel, codes;
+        Piece piece;
         Nanoseconds sentAt;
-        bool isLast; // piece of the line
-        IrcSaid said;
     };
 
     std::size_t longestPiece(const std::string& target) const;
-    void await(Awaited awaited);
-    void pieceGone(const IrcSaid& said, const std::string& codes, bool isLast, bool isDue);
-    bool isThat(const Awaited& awaited, std::string_view channel, std::string_view codes) const;
+    void gone(const Piece& piece);
+    bool isThat(const Piece& piece, std::string_view channel, std::string_view codes) const;
 
     EventLoop& loop_;
     IrcSession& session_;
