@@ -9,8 +9,8 @@ namespace larkspin {
 
 class IrcInput {
 public:
-    // A line's tags and the line itself, by IRCv3. What is longer isn't a line: it is dropped, up to
-    // its end, however long it is.
+    // A line's tags and the line itself, by IRCv3. What is longer isn't a line: it is dropped, up
+    // to its end, however long it is.
     static constexpr std::size_t longestLine = 8191 + 512;
 
     // Calls back with each line that has come whole, without its end. Empty lines aren't told.
@@ -20,6 +20,11 @@ public:
     void clear();
 
 private:
+    using Take = std::function<void(std::string_view line)>;
+
+    void keep(std::string_view part);
+    void finish(const Take& take);
+
     std::string begun_;
     bool tooLong_ = false;
 };

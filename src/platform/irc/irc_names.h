@@ -27,11 +27,17 @@ struct IrcFeatures {
     // only when they are set.
     std::string listModes = "beI", parameterModes = "k", setParameterModes = "l";
 
-    // Takes the words of a 005 message, also those that take back what was told ("-PREFIX").
+    // Takes the words of a 005 message, also those that take back what was told ("-PREFIX"). How
+    // names compare holds as it was told first: lists of names are kept by it.
     void read(const IrcMessage& message);
 
     bool isChannel(std::string_view name) const;
     std::string fold(std::string_view name) const { return foldIrcName(name, caseMapping); }
+
+private:
+    void readWord(std::string_view word);
+
+    bool isMappingTold_ = false;
 };
 
 } // namespace larkspin
