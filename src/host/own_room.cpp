@@ -31,7 +31,7 @@ std::string nameIn(const RowList& list, int row) {
 
 } // namespace
 
-OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, Shown shown)
+OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown)
     : lines_(lines), screenName_(std::move(screenName)), shown_(std::move(shown)) {
     findOrMakeRoom(std::string(firstRoom));
 }

@@ -9,9 +9,9 @@
 #include "host/host_client.h"
 #include "host/room_handles.h"
 #include "host/room_people.h"
+#include "host/shown_room.h"
 #include "text/row_list.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,17 +19,9 @@
 
 namespace larkspin {
 
-class OwnRoom : public HostClient, public RoomPeople {
+class OwnRoom : public HostClient, public RoomPeople, public ShownRoom {
 public:
-    // How the owner is shown a line, and what happens beside the lines: somebody came or went. And
-    // what is done to the line that he types, and to the window in which he does so.
-    struct Shown {
-        std::function<void(const ChatLine& line)> line;
-        std::function<void(const std::string& text)> message;
-        Task clearInput = [] {}, bringForward = [] {};
-    };
-
-    OwnRoom(ChatLines& lines, std::string screenName, Shown shown);
+    OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown);
     OwnRoom(const OwnRoom&) = delete;
     OwnRoom& operator=(const OwnRoom&) = delete;
 
@@ -58,6 +50,9 @@ public:
     const std::string& roomName() const { return here().name; }
     bool ignores(std::string_view name) const { return ignored_.contains(name); }
 
+    std::string name() const override { return roomName(); }
+    std::string ownName() const override { return screenName_; }
+    bool isIgnored(std::string_view name) const override { return ignores(name); }
     const RowList& people() const override { return here().people; }
     const RowList& ejected() const override { return here().ejected; }
     bool ownerMayEject() const override { return true; }
@@ -100,7 +95,7 @@ private:
 
     ChatLines& lines_;
     std::string screenName_;
-    Shown shown_;
+    RoomDisplay shown_;
     std::vector<Place> rooms_; // never empty
     std::size_t current_ = 0;
     RowList ignored_;

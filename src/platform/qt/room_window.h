@@ -2,6 +2,7 @@
 // what has changed once per turn, never takes the focus for it, and hands on what the owner types.
 #pragma once
 
+#include "host/shown_room.h"
 #include "platform/qt/input_line.h"
 #include "platform/qt/people_view.h"
 #include "platform/qt/transcript.h"
@@ -18,17 +19,6 @@ class QSplitter;
 namespace larkspin {
 
 class LineHistory;
-
-// What the window must know of a room.
-class ShownRoom {
-public:
-    virtual ~ShownRoom() = default;
-
-    virtual std::string name() const = 0;
-    virtual std::string ownName() const = 0;
-    virtual const RowList& people() const = 0;
-    virtual bool isIgnored(std::string_view name) const = 0;
-};
 
 class RoomWindow : public QWidget {
 public:

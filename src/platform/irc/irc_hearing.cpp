@@ -1,0 +1,122 @@
+#include "platform/irc/irc_hearing.h"
+
+#include "platform/irc/irc_markup.h"
+#include "platform/irc/irc_message.h"
+#include "platform/irc/irc_news.h"
+#include "platform/irc/irc_people.h"
+#include "platform/irc/irc_session.h"
+#include "text/utf8.h"
+#include "text/visible.h"
+
+namespace larkspin {
+
+namespace {
+
+constexpr int mostUnseen = 9999;
+
+// Messages from program to program stand between these; one of them is meant for people.
+constexpr char aroundRequest = '\x01';
+constexpr std::string_view action = "\x01"
+                                    "ACTION ";
+
+bool isRequest(std::string_view text) {
+    return text.starts_with(aroundRequest);
+}
+
+// What somebody does; blank for any other request.
+std::string_view actionIn(std::string_view text) {
+    if (!text.starts_with(action))
+        return {};
+    text.remove_prefix(action.size());
+    return text.substr(0, text.find(aroundRequest));
+}
+
+// In the client's markup. Scripts get lines as they are, and may show them on a terminal.
+std::string harmlessMarkup(std::string_view codes) {
+    const std::string markup = markupOfIrc(codes);
+    std::string harmless;
+    for (std::string_view rest = markup; !rest.empty();) {
+        const Character character = firstCharacter(rest);
+        const bool isControl =
+            character.code < 0x20 || (character.code >= 0x7F && character.code < 0xA0);
+        harmless += character.valid && isControl ? "\uFFFD" : rest.substr(0, character.length);
+        rest.remove_prefix(character.length);
+    }
+    return harmless;
+}
+
+} // namespace
+
+bool IrcHearing::isHere(std::string_view channel) {
+    return channels_.isHere(channels_.find(channel, session_.features()));
+}
+
+void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
+    const bool isNotice = message.command == "NOTICE";
+    const bool isSelf = session_.isSelf(message.nick());
+    IrcChannels::Place* const place = channels_.find(message.parameter(0), session_.features());
+    if (message.sender.empty())
+        return;
+    if (isSelf && !isNotice && place && speech.take(message.parameter(0), message.parameter(1)))
+        return;
+    if (!isSelf && people_.ignores(message.nick()))
+        return;
+    if (place && channels_.isHere(place))
+        hearInRoom(message, isSelf);
+    else if (place)
+        place->unseen += place->unseen < mostUnseen ? 1 : 0;
+    else if (!isSelf)
+        hearPrivately(message);
+}
+
+void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
+    const std::string_view text = message.parameter(1);
+    const std::string nick(message.nick()), shownNick = visibleName(nick);
+    if (message.command == "NOTICE") {
+        if (!isRequest(text))
+            shown_.message(shownNick + " notes: " + plainText(text));
+        return;
+    }
+    if (isRequest(text)) {
+        if (const auto doing = actionIn(text); !doing.empty())
+            shown_.message("* " + shownNick + ' ' + plainText(doing));
+        return;
+    }
+    const std::string markup = harmlessMarkup(text);
+    shown_.line({shownNick, markup});
+    if (!isSelf)
+        lines_.heard({nick, markup});
+}
+
+// To this connection alone, or from the server.
+void IrcHearing::hearPrivately(const IrcMessage& message) {
+    const std::string_view text = message.parameter(1);
+    const bool isNotice = message.command == "NOTICE";
+    const bool isServers = isNotice && message.sender.find('!') == std::string::npos;
+    if (isRequest(text) || !(isServers || session_.isSelf(message.parameter(0))))
+        return;
+    const std::string who = visibleName(message.nick());
+    if (!takesMessages_ && !isServers)
+        shown_.message("a private message of " + who + " was refused");
+    else
+        shown_.message(who + (isNotice ? " notes: " : " whispers: ") + plainText(text));
+}
+
+void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
+    if (!isHere(said.channel))
+        return;
+    if (!said.isShown)
+        shown_.line({visibleName(session_.nick()), said.text});
+    if (atOnce)
+        hearOwner(said.channel, said.text);
+    else
+        loop_.post([this, said] { hearOwner(said.channel, said.text); });
+}
+
+// He may have left meanwhile, or be called otherwise.
+void IrcHearing::hearOwner(const std::string& channel, const std::string& text) {
+    if (isHere(channel))
+        lines_.heard({session_.nick(), text});
+}
+
+} // namespace larkspin

@@ -1,0 +1,161 @@
+#include "platform/irc/irc_joining.h"
+
+#include "platform/irc/irc_message.h"
+#include "platform/irc/irc_session.h"
+#include "text/blanks.h"
+#include "text/visible.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t longestChannel = 200, longestList = 400;
+
+constexpr std::string_view refusals[] = {"403", "405", "471", "473", "474", "475", "476", "477"};
+
+} // namespace
+
+bool endsIrcName(char byte) {
+    return static_cast<unsigned char>(byte) <= ' ' || byte == ',';
+}
+
+std::vector<std::string> ircLists(const std::vector<std::string>& names) {
+    std::vector<std::string> lists;
+    for (const std::string& name : names)
+        if (lists.empty() || lists.back().size() + 1 + name.size() > longestList)
+            lists.push_back(name);
+        else
+            lists.back().append(1, ',').append(name);
+    return lists;
+}
+
+std::optional<std::string> IrcJoining::channelNamed(std::string_view given) const {
+    const std::string_view trimmed = withoutBlanks(given);
+    if (trimmed.empty())
+        return std::nullopt;
+    std::string name(session_.features().isChannel(trimmed) ? "" : "#");
+    name += trimmed;
+    if (name.size() <= longestChannel && std::ranges::none_of(name, endsIrcName))
+        return name;
+    events_.tell("a room's name is short and has no blanks or commas");
+    return std::nullopt;
+}
+
+void IrcJoining::beginWith(const std::string& given) {
+    wanted_.clear();
+    entering_ = channelNamed(given).value_or("");
+    if (!entering_.empty())
+        want(entering_);
+}
+
+void IrcJoining::welcomed() {
+    request(wanted_);
+}
+
+void IrcJoining::lost() {
+    if (channels_.here())
+        entering_ = channels_.here()->channel.name();
+    for (const IrcChannels::Place& place : channels_.all())
+        want(place.channel.name());
+}
+
+bool IrcJoining::want(const std::string& channel) {
+    wantNoMore(channel);
+    if (wanted_.size() >= IrcChannels::most)
+        return false;
+    wanted_.push_back(channel);
+    return true;
+}
+
+void IrcJoining::wantNoMore(std::string_view channel) {
+    std::erase_if(wanted_, [&](const std::string& name) { return session_.isSame(name, channel); });
+}
+
+void IrcJoining::request(const std::vector<std::string>& channels) {
+    for (const std::string& list : ircLists(channels))
+        session_.request("JOIN", {list});
+}
+
+void IrcJoining::join(const std::string& given, bool enters) {
+    const auto name = channelNamed(given);
+    if (!name)
+        return;
+    if (const auto* const place = channels_.find(*name, session_.features()))
+        return enter(*place);
+    if (!session_.isOn())
+        return events_.tell("you are not connected");
+    if (channels_.all().size() >= IrcChannels::most || !want(*name))
+        return events_.tell("there are too many rooms");
+    if (enters)
+        entering_ = *name;
+    if (session_.isWelcomed())
+        request({*name});
+}
+
+void IrcJoining::enter(int number) {
+    if (number < 1 || std::cmp_greater(number, channels_.all().size()))
+        return events_.tell("there is no room " + std::to_string(number));
+    enter(channels_.all()[static_cast<std::size_t>(number) - 1]);
+}
+
+void IrcJoining::enter(const IrcChannels::Place& place) {
+    entering_.clear();
+    channels_.enter(place);
+    events_.tell("you are in " + visibleName(place.channel.name()));
+    events_.newRoom();
+}
+
+void IrcJoining::leave(const std::string& farewell) {
+    if (channels_.here()) {
+        session_.request("PART", {channels_.here()->channel.name(), farewell});
+        return;
+    }
+    wantNoMore(std::exchange(entering_, {}));
+    events_.tell("you are in no room");
+}
+
+void IrcJoining::cameIn(const std::string& channel) {
+    wantNoMore(channel);
+    const bool isFirst = !channels_.here();
+    const auto* const place = channels_.add(channel, session_.features());
+    if (!place) {
+        events_.tell("there are too many rooms");
+        session_.request("PART", {channel});
+    } else if (isFirst || session_.isSame(entering_, channel)) {
+        enter(*place);
+    } else if (!channels_.isHere(place)) {
+        events_.tell(visibleName(channel) + " is room " +
+                     std::to_string(channels_.numberOf(*place)));
+    }
+}
+
+void IrcJoining::take(const IrcMessage& message) {
+    const std::string& command = message.command;
+    if (command == "PART" && session_.isSelf(message.nick()))
+        left(message.parameter(0));
+    else if (command == "KICK" && session_.isSelf(message.parameter(1)))
+        left(message.parameter(0));
+    else if (std::ranges::find(refusals, command) != std::end(refusals))
+        wantNoMore(message.parameter(1));
+}
+
+void IrcJoining::left(std::string_view channel) {
+    const auto* const place = channels_.find(channel, session_.features());
+    if (!place)
+        return;
+    const bool wasHere = channels_.isHere(place);
+    events_.tell("you have left " + visibleName(place->channel.name()));
+    channels_.remove(*place);
+    if (!wasHere)
+        return;
+    events_.roomLeft();
+    if (channels_.here())
+        return enter(*channels_.here());
+    events_.tell("you are in no room");
+    events_.newRoom();
+}
+
+} // namespace larkspin

@@ -1,0 +1,358 @@
+#include "platform/irc/irc_room.h"
+
+#include "platform/irc/irc_message.h"
+#include "platform/irc/irc_news.h"
+#include "text/blanks.h"
+#include "text/fold.h"
+#include "text/visible.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::string_view privateRoomAddress = "aol://2719:2-2-";
+constexpr std::string_view onlineClock = "online clock";
+constexpr std::string_view signOffKeys = "%OO";
+constexpr std::string_view messagesOn = "$IM_ON", messagesOff = "$IM_OFF";
+
+const std::string farewell = "larkspin flies off";
+
+constexpr auto betweenLooks = 50ms; // at what waits to be sent
+constexpr int mostNamed = 200;
+
+} // namespace
+
+IrcRoom::IrcRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, RoomDisplay shown)
+    : loop_(loop), shown_(std::move(shown)),
+      session_(loop, connection,
+               {.welcomed =
+                    [this] {
+                        tell("you are " + visibleName(ownName()) + " on " + visibleName(name()));
+                        joining_.welcomed();
+                        shown_.changed();
+                    },
+                .message = [this](const IrcMessage& message) { take(message); },
+                .lost = [this] { lost(); },
+                .tell = [this](const std::string& text) { tell(plainText(text)); }}),
+      joining_(session_, channels_,
+               {.tell = [this](const std::string& text) { tell(text); },
+                .roomLeft = [this] { session_.outgoing().drop(IrcOutgoing::Kind::said); },
+                .newRoom = [this] { newRoom(); }}),
+      hearing_(loop, lines, shown_, session_, channels_, people_),
+      speech_(loop, session_,
+              [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }) {}
+
+const IrcChannel* IrcRoom::here() const {
+    const Place* const place = channels_.here();
+    return place ? &place->channel : nullptr;
+}
+
+bool IrcRoom::tellWithoutRoom() const {
+    if (!here())
+        tell(session_.isWelcomed() ? "you are in no room" : "you are not connected");
+    return !here();
+}
+
+IrcRoom::State IrcRoom::state() const {
+    if (!isOn_)
+        return State::disconnected;
+    if (!session_.isOn())
+        return State::signedOff;
+    if (!session_.isWelcomed())
+        return State::connecting;
+    return here() ? State::joined : State::connected;
+}
+
+void IrcRoom::connect(const IrcServer& server, const IrcIdentity& identity,
+                      const std::string& channel) {
+    session_.end(farewell);
+    if (server != session_.server())
+        people_.ignoreNobody();
+    forgetRooms();
+    joining_.beginWith(channel);
+    isOn_ = true;
+    tell("connecting to " + visibleName(server.host));
+    session_.connect(server, identity);
+    shown_.changed();
+}
+
+void IrcRoom::disconnect() {
+    if (!std::exchange(isOn_, false))
+        return;
+    session_.end(farewell);
+    forgetRooms();
+    tell("you have left " + visibleName(session_.server().host));
+    shown_.changed();
+}
+
+void IrcRoom::sendHostKeys(const std::string& keys) {
+    if (keys != signOffKeys || !session_.isOn())
+        return;
+    session_.end(farewell);
+    forgetRooms();
+    tell("you are signed off");
+    shown_.changed();
+}
+
+void IrcRoom::finish() {
+    std::vector<std::string> names;
+    for (const Place& place : channels_.all())
+        names.push_back(place.channel.name());
+    std::string lines;
+    for (const std::string& list : ircLists(names))
+        lines += ircLine("PART", {list, farewell});
+    session_.finish(lines + ircLine("QUIT", {farewell}));
+}
+
+void IrcRoom::lost() {
+    joining_.lost();
+    forgetRooms();
+    shown_.changed();
+}
+
+void IrcRoom::forgetRooms() {
+    channels_.clear();
+    speech_.clear();
+    clock_.close();
+    handles_.showNewRoom();
+}
+
+void IrcRoom::take(const IrcMessage& message) {
+    const std::string& command = message.command;
+    if (command == "PRIVMSG" || command == "NOTICE")
+        return hearing_.take(message, speech_);
+    const bool isSelf = session_.isSelf(message.nick());
+    if (!(command == "INVITE" && people_.ignores(message.nick())))
+        tellNews(message, session_, here(), shown_.message);
+    if (command == "JOIN" && isSelf)
+        joining_.cameIn(std::string(message.parameter(0)));
+    if (command == "NICK")
+        people_.rename(message.nick(), message.parameter(0));
+    channels_.take(message, session_.features());
+    joining_.take(message);
+    if (Place* const place = channels_.here(); place && (command == "366" || command == "MODE"))
+        people_.askForBans(*place);
+    shown_.changed();
+}
+
+void IrcRoom::newRoom() {
+    handles_.showNewRoom();
+    if (channels_.here())
+        people_.askForBans(*channels_.here());
+    shown_.changed();
+}
+
+void IrcRoom::leave() {
+    joining_.leave(farewell);
+}
+
+std::vector<IrcRoom::Joined> IrcRoom::rooms() const {
+    std::vector<Joined> all;
+    for (const Place& place : channels_.all())
+        all.push_back({place.channel.name(), channels_.isHere(&place), place.unseen});
+    return all;
+}
+
+void IrcRoom::changeNick(const std::string& nick) {
+    if (!session_.isWelcomed())
+        tell("you are not connected");
+    else
+        session_.changeNick(std::string(withoutBlanks(nick)));
+}
+
+void IrcRoom::message(const std::string& name, const std::string& text) {
+    if (!session_.isWelcomed())
+        return tell("you are not connected");
+    if (const Place* const place = channels_.find(name, session_.features()))
+        return speak(place->channel.name(), text, false);
+    if (session_.features().isChannel(name))
+        return tell("you are not in " + visibleName(name));
+    if (name.empty() || std::ranges::any_of(name, endsIrcName))
+        return tell("a name has no blanks and commas");
+    if (speech_.whisper(name, text))
+        tell("to " + visibleName(name) + ": " + visibleText(text, " "));
+    else
+        tell("too much waits to be said");
+}
+
+void IrcRoom::topic(const std::optional<std::string>& text) {
+    if (tellWithoutRoom())
+        return;
+    if (text)
+        session_.request("TOPIC", {here()->name(), *text});
+    else if (here()->topic().empty())
+        tell("there is no topic");
+    else
+        tell("the topic is: " + plainText(here()->topic()));
+}
+
+void IrcRoom::names() {
+    if (tellWithoutRoom())
+        return;
+    const auto tellAll = [&](const RowList& list, const auto& line) {
+        const int named = std::min(list.count(), mostNamed);
+        for (int row = 0; row < named; ++row)
+            tell("  " + line(list.row(row)));
+        if (list.count() > named)
+            tell("  and " + std::to_string(list.count() - named) + " more");
+    };
+    const int count = people().count();
+    tell(visibleName(name()) + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
+    tellAll(people(), [&](std::string_view person) {
+        return here()->ranks(person, session_.features()) + visibleName(person) +
+               (isIgnored(person) ? " (ignored)" : "");
+    });
+    tellAll(ejected(), [&](std::string_view mask) { return visibleName(mask) + " (kept out)"; });
+}
+
+void IrcRoom::limitSaid(int linesPerMinute) {
+    session_.outgoing().limitSaid(linesPerMinute);
+}
+
+void IrcRoom::say(const std::string& line) {
+    if (!tellWithoutRoom())
+        speak(here()->name(), line, false);
+}
+
+void IrcRoom::sayShown(const std::string& line) {
+    if (!tellWithoutRoom())
+        speak(here()->name(), line, true);
+}
+
+void IrcRoom::speak(std::string channel, const std::string& line, bool isShown) {
+    if (!speech_.say(IrcOutgoing::Kind::typed, {channel, line, isShown}))
+        tell("too much waits to be said");
+    else if (!session_.isSame(channel, name()))
+        tell("to " + visibleName(channel) + ": " + visibleText(line, " "));
+}
+
+// So the program doesn't run ahead of what the server takes, and what it says can be broken off.
+void IrcRoom::sendChatLine(const std::string& line) {
+    if (!here())
+        return;
+    const auto said = IrcOutgoing::Kind::said;
+    speech_.say(said, {here()->name(), line, false});
+    loop_.serveTurn();
+    const Nanoseconds end = loop_.now() + longestPacing;
+    while (session_.outgoing().waiting(said) > mostSaidAhead && loop_.now() < end)
+        loop_.waitUntil(loop_.now() + betweenLooks);
+}
+
+std::string IrcRoom::currentScreenName() {
+    return here() ? session_.nick() : "";
+}
+
+std::string IrcRoom::name() const {
+    return here() ? here()->name() : session_.server().host;
+}
+
+std::string IrcRoom::ownName() const {
+    return session_.nick();
+}
+
+bool IrcRoom::isIgnored(std::string_view name) const {
+    return people_.ignores(name);
+}
+
+const RowList& IrcRoom::people() const {
+    return here() ? here()->people() : nobody_;
+}
+
+const RowList& IrcRoom::ejected() const {
+    return here() ? here()->ejected() : nobody_;
+}
+
+bool IrcRoom::ownerMayEject() const {
+    return here() && people_.ownerMayEject(*channels_.here());
+}
+
+void IrcRoom::toggleIgnored(const std::string& name) {
+    if (!here() || session_.isSelf(name) || !here()->contains(name, session_.features()))
+        return;
+    const bool isIgnored = people_.toggleIgnored(name);
+    tell(visibleName(name) + (isIgnored ? " is ignored" : " is heard again"));
+    shown_.changed();
+}
+
+void IrcRoom::eject(const std::string& name) {
+    if (ownerMayEject() && !session_.isSelf(name) && here()->contains(name, session_.features()))
+        people_.eject(*here(), name);
+}
+
+void IrcRoom::allow(const std::string& ejectedRow) {
+    if (ownerMayEject())
+        people_.allow(*here(), ejectedRow);
+}
+
+HostHandle IrcRoom::findChatRoom() {
+    return here() ? handles_.findChatRoom() : noHandle;
+}
+
+HostHandle IrcRoom::peopleList() {
+    return here() ? handles_.peopleList() : noHandle;
+}
+
+HostHandle IrcRoom::ejectedList() {
+    return here() ? handles_.ejectedList() : noHandle;
+}
+
+void IrcRoom::readHostList(HostHandle list, RowList& names, bool includeSelf) {
+    handles_.readHostList(list, names, includeSelf ? "" : session_.nick());
+}
+
+HostHandle IrcRoom::findRoomIcon(const std::string& pattern) {
+    return here() ? handles_.findRoomIcon(pattern) : noHandle;
+}
+
+bool IrcRoom::iconVisible(HostHandle icon) {
+    return here() && handles_.iconVisible(icon);
+}
+
+void IrcRoom::gotoKeyword(const std::string& keyword) {
+    if (keyword.starts_with(privateRoomAddress))
+        joining_.joinAndEnter(keyword.substr(privateRoomAddress.size()));
+    else if (equalFolded(keyword, onlineClock) && session_.isWelcomed())
+        clock_.open(loop_.localTime(), std::chrono::duration_cast<std::chrono::minutes>(
+                                           loop_.now() - session_.welcomedAt()));
+    else if (session_.features().isChannel(keyword))
+        joining_.joinAndEnter(keyword);
+}
+
+void IrcRoom::sendInstantMessage(const std::string& addressee, const std::string& body) {
+    if (addressee == messagesOn || addressee == messagesOff)
+        hearing_.takeMessages(addressee == messagesOn);
+    else
+        message(addressee, body);
+}
+
+std::string IrcRoom::controlText(HostHandle control) {
+    const std::string text = clock_.textIn(control);
+    return text.empty() ? handles_.controlText(control) : text;
+}
+
+HostHandle IrcRoom::waitForClockNotice() {
+    return clock_.window();
+}
+
+HostClient::Statics IrcRoom::statics(HostHandle window) {
+    return {.first = clock_.textOf(window)};
+}
+
+HostHandle IrcRoom::firstIcon(HostHandle window) {
+    return clock_.buttonOf(window);
+}
+
+void IrcRoom::pressByKey(HostHandle icon) {
+    clock_.press(icon);
+}
+
+std::string IrcRoom::messengerAccount() {
+    return session_.identity().account;
+}
+
+} // namespace larkspin

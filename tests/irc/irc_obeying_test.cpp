@@ -1,0 +1,133 @@
+// Who is obeyed in a room on a network, and who isn't, however he goes about it.
+#include "support/irc_machine.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+constexpr int untouched = 50; // the volume, which each of them would turn
+
+TEST(IrcObeying, NothingThatComesFromElsewhereIsACommand) {
+    static const char* const lines[] = {
+        ":ann!a@h PRIVMSG #music :'volume 7",
+        // Another program behind the same bouncer, or what that plays back.
+        ":Owner!o@host PRIVMSG #music :'volume 7",
+        "@time=2001-01-01T00:00:00.000Z;batch=1 :Owner!o@host PRIVMSG #music :'volume 7",
+        ":OWNER!o@host PRIVMSG #MUSIC :'volume 7",
+        ":Owner PRIVMSG #music :'volume 7",
+        ":Owner!o@host NOTICE #music :'volume 7",
+        ":Owner!o@host PRIVMSG Owner :'volume 7",
+        ":Owner!o@host PRIVMSG @#music :'volume 7",
+        ":Owner!o@host PRIVMSG #other :'volume 7",
+        ":Owner!o@host PRIVMSG #music :\x01"
+        "ACTION 'volume 7\x01",
+        ":Owner\u200B!o@h PRIVMSG #music :'volume 7",
+        ":ann!a@h PRIVMSG #music :hi\rOwner: 'volume 7\n:Owner!x@y PRIVMSG #music :'volume 7",
+        "PRIVMSG #music :'volume 7",
+        ":!@ PRIVMSG #music :'volume 7",
+        // Somebody takes the name that the owner had a moment ago.
+        ":Owner!o@host NICK Boss\r\n:ann!a@h NICK Owner\r\n"
+        ":Owner!a@h PRIVMSG #music :'volume 7",
+        ":irc 433 Owner Boss :in use\r\n:Boss!a@h PRIVMSG #music :'volume 7",
+        ":Owner!o@host PART #music\r\n:Owner!o@host PRIVMSG #music :'volume 7",
+    };
+    for (const char* capabilities : {"echo-message multi-prefix", ""})
+        for (const char* line : lines) {
+            IrcMachine machine;
+            machine.server.capabilities = capabilities;
+            machine.begin();
+            machine.told(line);
+            EXPECT_EQ(machine.state().HScroll2, untouched) << line;
+        }
+}
+
+TEST(IrcObeying, AnEchoCountsOnceAndOnlyInTheRoomThatItWasSaidIn) {
+    IrcMachine machine;
+    machine.begin();
+    machine.server.takes = [](const std::string&) { return true; }; // no echo by itself
+    const std::string echo = ":Owner!o@host PRIVMSG #music :'volume 7";
+    machine.typed("'volume 7");
+    EXPECT_EQ(machine.state().HScroll2, untouched);
+    machine.told(":Owner!o@host PRIVMSG #other :'volume 7");
+    EXPECT_EQ(machine.state().HScroll2, untouched);
+    machine.told(echo);
+    EXPECT_EQ(machine.state().HScroll2, 7);
+    machine.state().HScroll2 = 8;
+    EXPECT_EQ(machine.told(echo), "Owner: 'volume 7\n");
+    EXPECT_EQ(machine.state().HScroll2, 8);
+}
+
+TEST(IrcObeying, AnEchoThatComesTooLateOrBehindALaterOneDoesNotCount) {
+    IrcMachine machine;
+    machine.begin();
+    machine.server.takes = [](const std::string&) { return true; };
+    machine.typed("'volume 7", 61s);
+    machine.told(":Owner!o@host PRIVMSG #music :'volume 7");
+    EXPECT_EQ(machine.state().HScroll2, untouched);
+    machine.typed("'volume 7");
+    machine.typed("'volume 9");
+    machine.told(":Owner!o@host PRIVMSG #music :'volume 9");
+    machine.told(":Owner!o@host PRIVMSG #music :'volume 7");
+    EXPECT_EQ(machine.state().HScroll2, 9);
+}
+
+TEST(IrcObeying, WhatCameBackIsNoCommandOnceTheOwnerIsElsewhere) {
+    for (const bool goesBefore : {true, false}) {
+        IrcMachine machine;
+        machine.begin();
+        machine.seenOf([&] { machine.irc.join("#den"); });
+        machine.server.takes = [](const std::string&) { return true; };
+        machine.typed("'volume 7");
+        if (goesBefore)
+            machine.seenOf([&] { machine.irc.enterRoom(2); });
+        machine.told(":Owner!o@host PRIVMSG #den :'volume 7");
+        EXPECT_EQ(machine.state().HScroll2, untouched);
+        const std::string seen =
+            machine.told(":Owner!o@host PRIVMSG #music :'volume 7\r\n:Owner!o@host PART #music");
+        EXPECT_EQ(seen.starts_with("Owner: 'volume 7"), !goesBefore) << seen;
+        EXPECT_EQ(machine.state().HScroll2, untouched);
+    }
+}
+
+TEST(IrcObeying, AChannelWithoutColoursStillSendsTheOwnersLine) {
+    IrcMachine machine;
+    machine.begin();
+    machine.server.takes = [&](const std::string& line) {
+        machine.server.say(":Owner!o@host PRIVMSG #music :'volume 7");
+        return line.starts_with("PRIVMSG #music");
+    };
+    EXPECT_EQ(machine.typed("<b>'volume 7").substr(0, 20), "Owner: <b>'volume 7\n");
+}
+
+TEST(IrcObeying, TheOwnerIsWhoeverTheServerSaysThatThisConnectionIs) {
+    IrcMachine machine;
+    machine.begin();
+    machine.told(":Owner!o@host NICK :Guest7");
+    machine.server.nick = "Guest7";
+    EXPECT_EQ(machine.rooms.ownName(), "Guest7");
+    EXPECT_EQ(machine.typed("'volume 7"), "Guest7: 'volume 7\nGuest7: volume set:  <b>7</b>\n");
+    EXPECT_EQ(machine.state().HScroll2, 7);
+}
+
+TEST(IrcObeying, NamesAreComparedAsTheServerDoes) {
+    IrcMachine machine;
+    machine.begin();
+    machine.told(":Owner!o@host NICK :Own[er]");
+    machine.told(":own{ER}!o@host NICK :Boss");
+    EXPECT_EQ(machine.rooms.currentScreenName(), "Boss");
+}
+
+TEST(IrcObeying, NobodyIsTheOwnerOutsideARoom) {
+    IrcMachine machine;
+    machine.begin();
+    machine.told(":bob!b@h KICK #music Owner :x");
+    EXPECT_EQ(machine.rooms.currentScreenName(), "");
+    EXPECT_EQ(machine.sentOf([&] { machine.rooms.say("'volume 7"); }), "");
+    EXPECT_EQ(machine.typed("'volume 7"), "- you are in no room\n");
+    EXPECT_EQ(machine.state().HScroll2, untouched);
+    EXPECT_EQ(machine.sentOf([&] { machine.rooms.sendChatLine("hi"); }), "");
+}
+
+} // namespace
+} // namespace larkspin

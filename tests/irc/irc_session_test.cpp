@@ -1,0 +1,153 @@
+// The life of a connection, and what a room owes to its server: patience and few words.
+#include "shell/control_events.h"
+#include "support/irc_machine.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+constexpr int untouched = 50;
+
+TEST(IrcSession, ALostConnectionIsMadeAgainWithTheRoomsAndNothingOldIsSaid) {
+    IrcMachine machine;
+    machine.begin();
+    machine.seenOf([&] { machine.irc.join("#den"); }, 100s);
+    machine.seenOf([&] {
+        for (int line = 0; line < 9; ++line)
+            machine.rooms.say("line " + std::to_string(line));
+    });
+    EXPECT_EQ(machine.seenOf([&] { machine.server.lose("the cable is out"); }),
+              "- irc.test: the cable is out; trying again in 5 seconds\n");
+    EXPECT_EQ(machine.rooms.currentScreenName(), "");
+    EXPECT_EQ(machine.sentOf([] {}, 60s), "JOIN #music,#den\nMODE #music b\n");
+    EXPECT_EQ(machine.rooms.name(), "#music");
+}
+
+TEST(IrcSession, WaitsGrowToFiveMinutesAndBeginAnewBehindAConnectionThatLasted) {
+    IrcMachine machine;
+    machine.server.refuses = true;
+    machine.begin();
+    const auto tries = [&](std::chrono::seconds span) {
+        const int before = machine.server.opened;
+        machine.advance(span);
+        return machine.server.opened - before;
+    };
+    EXPECT_EQ(tries(76s), 4); // behind 5, 10, 20, 40 seconds
+    EXPECT_EQ(tries(1000s), 4);
+    EXPECT_EQ(tries(3600s), 12);
+    machine.server.refuses = false;
+    machine.advance(150s);
+    machine.server.lose("x");
+    EXPECT_EQ(tries(6s), 0);
+    machine.advance(400s);
+    machine.server.lose("x");
+    EXPECT_EQ(tries(6s), 1);
+}
+
+TEST(IrcSession, IsKeptAliveBothWays) {
+    IrcMachine machine;
+    machine.begin();
+    EXPECT_EQ(machine.sentOf([&] { machine.server.say("PING :abc"); }), "PONG abc\n");
+    machine.server.silent = true;
+    EXPECT_EQ(machine.sentOf([] {}, 121s), "PING larkspin\n");
+    EXPECT_EQ(machine.sentOf([&] { machine.server.say(":irc PONG irc larkspin"); }, 100s), "");
+    EXPECT_EQ(machine.seenOf([] {}, 90s),
+              "- irc.test: the server has gone silent; trying again in 5 seconds\n");
+}
+
+TEST(IrcSession, AServerThatNeverWelcomesIsGivenUp) {
+    IrcMachine machine;
+    machine.server.silent = true;
+    machine.begin();
+    EXPECT_EQ(machine.seenOf([] {}, 60s),
+              "- irc.test: the server doesn't answer; trying again in 5 seconds\n");
+    machine.seenOf([&] { machine.irc.disconnect(); });
+    EXPECT_EQ(machine.seenOf([] {}, 1h), "");
+    EXPECT_EQ(machine.server.opened, 1);
+}
+
+TEST(IrcSession, AnotherNameIsTakenAndTheOwnerIsThatOne) {
+    IrcMachine machine;
+    machine.server.takes = [&](const std::string& line) {
+        if (line == "NICK Owner")
+            machine.server.say(":irc 433 * Owner :in use");
+        return line == "NICK Owner";
+    };
+    machine.begin();
+    EXPECT_EQ(machine.rooms.currentScreenName(), "Owner_");
+    EXPECT_EQ(machine.typed("'volume 7"), "Owner_: 'volume 7\nOwner_: volume set:  <b>7</b>\n");
+    EXPECT_EQ(machine.sentOf([&] { machine.server.lose("x"); }, 6s).find("Owner_"),
+              std::string::npos);
+}
+
+// Behind what the server lets through at once, a line in two seconds. A program that says much
+// waits for it, so that `stop` still comes in between; what the owner types goes first.
+TEST(IrcSession, WhatIsSaidIsPacedAndTheOwnerGoesFirst) {
+    IrcMachine machine;
+    machine.begin();
+    machine.advance(60s);
+    const Nanoseconds begun = machine.loop.now();
+    for (int line = 0; line < 12; ++line)
+        machine.irc.sendChatLine("line " + std::to_string(line));
+    EXPECT_GT(machine.loop.now() - begun, 6s);
+    EXPECT_LT(machine.loop.now() - begun, 20s);
+    machine.server.sent.clear();
+    machine.seenOf([&] { machine.rooms.say("typed"); }, 10s);
+    EXPECT_EQ(machine.server.sent.front(), "PRIVMSG #music typed");
+    machine.seenOf([&] { machine.irc.limitSaid(1); }, 60s);
+    const Nanoseconds limited = machine.loop.now();
+    for (int line = 0; line < 5; ++line)
+        machine.irc.sendChatLine("line " + std::to_string(line));
+    EXPECT_LE(machine.loop.now() - limited, 41s); // no line waits for longer than 20 seconds
+}
+
+TEST(IrcSession, AStoppedRecitalEndsWithinAFewLines) {
+    IrcMachine machine;
+    Lines songs;
+    for (int song = 10; song < 40; ++song)
+        songs.push_back("ride" + std::to_string(song) + ".mp3");
+    machine.begin(songs);
+    machine.typed("'play ride");
+    std::string atStop;
+    machine.loop.once(20s, [&] {
+        atStop = machine.seen;
+        press(machine.window("stops"), "label");
+    });
+    const std::string all = machine.typed("'yes", 60s);
+    EXPECT_EQ(atStop.find("<b>20</b>"), std::string::npos); // by its own waits it would be there
+    EXPECT_LE(std::ranges::count(all.substr(atStop.size()), '\n'), 5);
+    EXPECT_TRUE(all.ends_with("selection scroll aborted\n"));
+}
+
+TEST(IrcSession, WhatWaitsIsNotSaidBehindTheOwner) {
+    IrcMachine machine;
+    machine.begin();
+    const auto sent = machine.sentOf(
+        [&] {
+            for (int line = 0; line < 8; ++line)
+                machine.irc.sendChatLine("line " + std::to_string(line));
+            machine.irc.leave();
+        },
+        60s);
+    EXPECT_EQ(sent.find("line", sent.find("PART")), std::string::npos);
+}
+
+TEST(IrcSession, AFloodLeavesTheProgramAnswerable) {
+    IrcMachine machine;
+    machine.begin();
+    std::string flood;
+    for (int line = 0; line < 10'000; ++line)
+        flood += ":n" + std::to_string(line) + "!x@y JOIN #music\r\n:ann!a@h PRIVMSG #music :" +
+                 "\x02\x03"
+                 "04,05 colours \x1b[2J 'volume 7\r\nPING :" +
+                 std::to_string(line) + "\r\n";
+    flood += ":ann!a@h PRIVMSG #music :" + std::string(1'000'000, 'x');
+    machine.told(flood);
+    EXPECT_EQ(machine.state().HScroll2, untouched);
+    EXPECT_EQ(machine.typed("'volume 7"), "Owner: 'volume 7\nOwner: volume set:  <b>7</b>\n");
+}
+
+} // namespace
+} // namespace larkspin

@@ -1,0 +1,62 @@
+// A running program whose owner sits in a room on a pretended IRC server.
+#pragma once
+
+#include "platform/irc/rooms.h"
+#include "support/pretend_irc.h"
+#include "support/virtual_machine.h"
+
+#include <string>
+
+namespace larkspin {
+
+class IrcMachine : public VirtualMachine {
+public:
+    IrcMachine() { host = &rooms; }
+
+    // In #music, unless the server has something against it.
+    void begin(const Lines& songs = {"ride.mp3"}) {
+        playlist(songs);
+        start();
+        seenOf([&] { irc.connect({.host = "irc.test"}, {.nick = "Owner"}, "#music"); });
+        server.sent.clear();
+    }
+
+    // What the owner sees of it: lines, and messages behind "- ".
+    std::string seenOf(const std::function<void()>& action,
+                       std::chrono::duration<double> span = 1ms) {
+        seen.clear();
+        run(action);
+        advance(span);
+        return seen;
+    }
+    std::string typed(const std::string& line, std::chrono::duration<double> span = 1ms) {
+        return seenOf([&] { loop.post([&, line] { rooms.say(line); }); }, span);
+    }
+    std::string told(const std::string& lines) { // by the server
+        return seenOf([&] { server.say(lines); });
+    }
+
+    // What the client has sent meanwhile, a line each.
+    std::string sentOf(const std::function<void()>& action,
+                       std::chrono::duration<double> span = 1ms) {
+        server.sent.clear();
+        seenOf(action, span);
+        std::string all;
+        for (const std::string& line : server.sent)
+            all += line + '\n';
+        return all;
+    }
+
+    PretendIrc server{loop};
+    RoomDisplay display{.line =
+                            [this](const ChatLine& line) {
+                                seen += line.speaker + ": " + messageOf(line.text) + '\n';
+                            },
+                        .message = [this](const std::string& text) { seen += "- " + text + '\n'; }};
+    OwnRoom own{lines, "Login", display};
+    IrcRoom irc{loop, lines, server, display};
+    Rooms rooms{own, irc};
+    std::string seen;
+};
+
+} // namespace larkspin

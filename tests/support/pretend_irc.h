@@ -1,0 +1,138 @@
+// A pretended IRC server behind a connection without a network. It answers what a client sends as
+// servers do, says what a test gives it, line by line, and may be lost, refuse or go silent.
+#pragma once
+
+#include "platform/irc/irc_connection.h"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+class PretendIrc : public IrcConnection {
+public:
+    explicit PretendIrc(EventLoop& loop) : loop_(loop) {}
+
+    std::string capabilities = "echo-message multi-prefix";
+    std::string nick; // of the client, once it has one
+    std::map<std::string, std::string> names{{"#music", "@Owner ann +bob"}}; // who is in a channel
+    bool refuses = false;                                                    // connections
+    bool silent = false;                                                     // answers nothing
+    std::function<bool(const std::string& line)> takes; // true: the line is answered by the test
+
+    int opened = 0;
+    std::vector<std::string> sent; // by the client, without what registers and keeps alive
+    Nanoseconds finishing{};       // how long the last lines may have taken
+
+    // The server's lines, in one chunk.
+    void say(const std::string& lines) {
+        loop_.post([this, lines] {
+            if (isOpen_)
+                events_.received(lines + "\r\n");
+        });
+    }
+    void lose(const std::string& why) {
+        if (std::exchange(isOpen_, false))
+            loop_.post([ended = events_.ended, why] { ended(why); });
+    }
+
+    void open(const IrcServer&, Events events) override {
+        ++opened;
+        events_ = std::move(events);
+        nick.clear();
+        isKnown_ = hasEcho_ = false;
+        isOpen_ = !refuses;
+        if (isOpen_)
+            loop_.post([opened = events_.opened] { opened(); });
+        else
+            loop_.post([ended = events_.ended] { ended("nobody is there"); });
+    }
+    void send(std::string_view bytes) override {
+        for (std::size_t end; isOpen_ && (end = bytes.find("\r\n")) != bytes.npos;
+             bytes.remove_prefix(end + 2))
+            take(std::string(bytes.substr(0, end)));
+    }
+    std::size_t unsent() const override { return 0; }
+    void close() override { isOpen_ = false; }
+    void finish(Nanoseconds atMost) override {
+        finishing = atMost;
+        close();
+    }
+
+private:
+    // Words up to the last one, which may have blanks.
+    static std::vector<std::string> wordsOf(std::string_view line) {
+        std::vector<std::string> words;
+        while (!line.empty()) {
+            if (line.front() == ':') {
+                words.emplace_back(line.substr(1));
+                break;
+            }
+            const auto end = std::min(line.find(' '), line.size());
+            words.emplace_back(line.substr(0, end));
+            line.remove_prefix(std::min(end + 1, line.size()));
+        }
+        return words;
+    }
+
+    void take(const std::string& line) {
+        const auto words = wordsOf(line);
+        const std::string& command = words[0];
+        static const std::vector<std::string> ofTheConnection{"CAP",  "NICK", "USER",
+                                                              "PING", "PONG", "AUTHENTICATE"};
+        if (std::ranges::find(ofTheConnection, command) == ofTheConnection.end() || isKnown_)
+            sent.push_back(line);
+        if (silent || (takes && takes(line)))
+            return;
+        const std::string me = ':' + nick + "!o@host ";
+        if (command == "CAP")
+            negotiate(words);
+        else if (command == "NICK" && isKnown_)
+            say(me + "NICK " + (nick = words[1]));
+        else if (command == "NICK")
+            nick = words[1];
+        else if (command == "JOIN")
+            join(words[1]);
+        else if (command == "MODE" && words.size() == 3)
+            say(":irc 368 " + nick + ' ' + words[1] + " :End");
+        else if (command == "PRIVMSG" && hasEcho_)
+            say(me + line);
+        else if (command == "MODE" || command == "KICK" || command == "PART" || command == "TOPIC")
+            say(me + line);
+        else if (command == "QUIT")
+            lose("the server has closed it");
+    }
+
+    void negotiate(const std::vector<std::string>& words) {
+        if (words[1] == "LS") {
+            say(":irc CAP * LS :" + capabilities);
+        } else if (words[1] == "REQ") {
+            hasEcho_ = words.back().find("echo-message") != std::string::npos;
+            say(":irc CAP * ACK :" + words.back());
+        } else if (words[1] == "END") {
+            isKnown_ = true;
+            say(":irc 001 " + nick + " :Welcome\r\n:irc 005 " + nick +
+                " PREFIX=(ov)@+ CHANTYPES=# CASEMAPPING=rfc1459 :are supported\r\n:irc 422 " +
+                nick + " :No MOTD");
+        }
+    }
+
+    void join(std::string_view list) {
+        while (!list.empty()) {
+            const std::string name(list.substr(0, list.find(',')));
+            list.remove_prefix(std::min(name.size() + 1, list.size()));
+            say(':' + nick + "!o@host JOIN " + name + "\r\n:irc 353 " + nick + " = " + name + " :" +
+                names[name] + "\r\n:irc 366 " + nick + ' ' + name + " :End");
+        }
+    }
+
+    EventLoop& loop_;
+    Events events_;
+    bool isOpen_ = false, isKnown_ = false, hasEcho_ = false;
+};
+
+} // namespace larkspin
