@@ -1,9 +1,7 @@
 // The event loops of the front ends in real time, by spans of milliseconds: each owes the program
 // the same.
-#include "platform/posix/poll_loop.h"
-#include "platform/qt/qt_loop.h"
+#include "support/both_loops.h"
 #include "support/pipe.h"
-#include "support/qt_application.h"
 
 #include <csignal>
 #include <ctime>
@@ -15,13 +13,6 @@ namespace larkspin {
 namespace {
 
 using namespace std::chrono_literals;
-
-std::unique_ptr<WatchingLoop> makeLoop(bool onQt) {
-    if (!onQt)
-        return std::make_unique<PollLoop>();
-    startQt();
-    return std::make_unique<QtLoop>();
-}
 
 class EventLoopsTest : public testing::TestWithParam<bool> {
 protected:

@@ -1,4 +1,8 @@
-// Connections over the network by GIO: sockets, names and TLS are the library's.
+// Connections over the network by GIO: sockets, names and TLS are the library's. Certificates are
+// checked, there is no way around it. Of what comes in at most 64 kB are held, and the next isn't
+// read before they are handled, so that a flood waits at the server.
+//
+// Whether a silent server is still there is for the protocol to find out.
 #pragma once
 
 #include "platform/irc/irc_connection.h"
@@ -7,11 +11,17 @@
 
 namespace larkspin {
 
+class GlibGuest;
 class WatchingLoop;
+
+struct IrcLinkTerms {
+    std::string trusted; // a file of certificates, in place of those that the system trusts
+    Nanoseconds openWithin = std::chrono::seconds(30); // names, sockets and TLS together
+};
 
 class IrcLink : public IrcConnection {
 public:
-    explicit IrcLink(WatchingLoop& loop);
+    explicit IrcLink(WatchingLoop& loop, IrcLinkTerms terms = {}); // the loop outlives it
     ~IrcLink() override;
 
     void open(const IrcServer& server, Events events) override;
@@ -21,8 +31,12 @@ public:
     void finish(Nanoseconds atMost) override;
 
 private:
-    class Impl;
-    std::shared_ptr<Impl> impl_;
+    class Session;
+
+    WatchingLoop& loop_;
+    IrcLinkTerms terms_;
+    std::unique_ptr<GlibGuest> guest_; // made when it is wanted
+    std::shared_ptr<Session> session_;
 };
 
 } // namespace larkspin
