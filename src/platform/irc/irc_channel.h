@@ -2,12 +2,14 @@
 // its topic. It follows what the server tells.
 #pragma once
 
+#include "platform/irc/irc_bans.h"
+#include "platform/irc/irc_name_list.h"
 #include "platform/irc/irc_names.h"
-#include "text/row_list.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -23,11 +25,13 @@ public:
 
     // In the order in which they were told of; names alone. No more than a list can hold: who comes
     // beyond that isn't listed.
-    const RowList& people() const { return people_; }
+    const RowList& people() const { return people_.rows(); }
 
     // Whom bans keep out: the nick where a mask is about a nick ("bob!*@*"), otherwise the mask.
-    const RowList& ejected() const { return ejected_; }
-    std::vector<std::string> masksOf(std::string_view ejectedRow) const;
+    const RowList& ejected() const { return bans_.rows(); }
+    std::vector<std::string> masksOf(std::string_view ejectedRow) const {
+        return bans_.masksOf(ejectedRow);
+    }
 
     bool contains(std::string_view nick, const IrcFeatures& features) const;
 
@@ -40,6 +44,21 @@ public:
     // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, 332, 353/366, 367/368, 331. True when it was about
     // this channel and changed something that shows.
     bool take(const IrcMessage& message, const IrcFeatures& features);
+
+private:
+    bool isThis(std::string_view name, const IrcFeatures& features) const;
+    bool takeNews(const IrcMessage& message, const IrcFeatures& features);
+    bool takeNumber(const IrcMessage& message, const IrcFeatures& features);
+    bool takeNames(std::string_view names, const IrcFeatures& features);
+    bool takeName(std::string_view word, const IrcFeatures& features);
+    bool takeModes(const IrcMessage& message, const IrcFeatures& features);
+    bool come(std::string_view nick, std::uint64_t ranks, const IrcFeatures& features);
+    bool setRanks(const std::string& folded, std::uint64_t ranks);
+    bool setTopic(std::string_view topic);
+
+    std::string name_, topic_;
+    IrcNameList people_;
+    IrcBans bans_;
 };
 
 } // namespace larkspin

@@ -29,12 +29,16 @@ CaseMapping mappingNamed(std::string_view name) {
                                                                 : CaseMapping::ascii;
 }
 
+// As many as there are letters for modes.
+constexpr std::size_t mostRanks = 52;
+
 // "(ov)@+"; nothing at all where there are no ranks.
 void readRanks(std::string_view value, IrcFeatures& features) {
     const auto end = value.find(')');
     if (value.empty()) {
         features.rankModes = features.rankSigns = "";
-    } else if (value.front() == '(' && end != value.npos && end - 1 == value.size() - end - 1) {
+    } else if (value.front() == '(' && end != value.npos && 2 * end == value.size() &&
+               end - 1 <= mostRanks) {
         features.rankModes = value.substr(1, end - 1);
         features.rankSigns = value.substr(end + 1);
     }
