@@ -2,6 +2,7 @@
 #include "app/program.h"
 #include "platform/qt/qt_room.h"
 #include "platform/qt/said_text.h"
+#include "support/pretend_irc.h"
 #include "support/virtual_machine.h"
 
 #include <QApplication>
@@ -20,9 +21,9 @@ protected:
 
     // The program begins anew in the room's window, as a run of its own.
     void open() {
-        room = std::make_unique<QtRoom>(machine.loop, machine.lines, machine.files,
+        room = std::make_unique<QtRoom>(machine.loop, machine.lines, server, machine.files,
                                         DataDirectory(machine.drive("data")), "Owner");
-        machine.host = &room->room;
+        machine.host = &room->rooms.room;
         room->show();
         EXPECT_TRUE(comesForward(window()));
         machine.start();
@@ -82,9 +83,10 @@ protected:
     std::string shownFor(const std::string& keys) {
         return shownFor([&] { strike(keys); });
     }
-    void hear(const std::string& line) { room->room.sayAs({"bob", line}); }
+    void hear(const std::string& line) { room->rooms.own.sayAs({"bob", line}); }
 
     VirtualMachine machine{Lines{"ride.mp3", "rain.mp3"}};
+    PretendIrc server{machine.loop};
     std::unique_ptr<QtRoom> room;
     int quits = 0;
 };
@@ -218,8 +220,8 @@ TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
         return names;
     };
     strike("/as bob\n");
-    room->room.comeIn("<b>x\u202E");
-    room->room.toggleIgnored("bob");
+    room->rooms.own.comeIn("<b>x\u202E");
+    room->rooms.own.toggleIgnored("bob");
     settle();
     EXPECT_EQ(people(), "Owner bob (ignored) <b>x\uFFFD ");
     strike("/room den\n");
@@ -239,7 +241,7 @@ TEST_F(RoomWindowTest, EmptiesItsLineAndComesForwardOnlyWhenAsked) {
 
     window().close();
     EXPECT_TRUE(QTest::qWaitFor([this] { return window().isMinimized(); }));
-    machine.run([this] { room->room.bringHostForward(); });
+    machine.run([this] { room->rooms.own.bringHostForward(); });
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
     EXPECT_EQ(QApplication::focusWidget(), &input());
 }
