@@ -88,7 +88,7 @@ TEST(IrcObeying, TheOwnerIsWhoeverTheServerSaysThatThisConnectionIs) {
     machine.told(":Owner!o@host NICK :Guest7");
     machine.server.nick = "Guest7";
     EXPECT_EQ(machine.rooms.ownName(), "Guest7");
-    EXPECT_EQ(machine.typed("'volume 7"), "Guest7: 'volume 7\nGuest7: volume = <b>7%</b>\n");
+    EXPECT_EQ(machine.typed("'volume 7"), "Guest7: 'volume 7\nGuest7: volume set:  <b>7</b>\n");
     EXPECT_EQ(machine.state().HScroll2, 7);
 }
 

@@ -13,9 +13,9 @@ class IrcMachine : public VirtualMachine {
 public:
     IrcMachine() { host = &rooms; }
 
-    // On a playlist of one song; in #music, unless the server has something against it.
-    void begin() {
-        playlist({"ride.mp3"});
+    // In #music, unless the server has something against it.
+    void begin(const Lines& songs = {"ride.mp3"}) {
+        playlist(songs);
         start();
         seenOf([&] { irc.connect({.host = "irc.test"}, {.nick = "Owner"}, "#music"); });
         server.sent.clear();
@@ -24,10 +24,10 @@ public:
     // What the owner sees of it: lines, and messages behind "- ".
     std::string seenOf(const std::function<void()>& action,
                        std::chrono::duration<double> span = 1ms) {
-        seen_.clear();
+        seen.clear();
         run(action);
         advance(span);
-        return seen_;
+        return seen;
     }
     std::string typed(const std::string& line, std::chrono::duration<double> span = 1ms) {
         return seenOf([&] { loop.post([&, line] { rooms.say(line); }); }, span);
@@ -48,18 +48,15 @@ public:
     }
 
     PretendIrc server{loop};
-    RoomDisplay display{
-        .line =
-            [this](const ChatLine& line) {
-                seen_ += line.speaker + ": " + messageOf(line.text) + '\n';
-            },
-        .message = [this](const std::string& text) { seen_ += "- " + text + '\n'; }};
+    RoomDisplay display{.line =
+                            [this](const ChatLine& line) {
+                                seen += line.speaker + ": " + messageOf(line.text) + '\n';
+                            },
+                        .message = [this](const std::string& text) { seen += "- " + text + '\n'; }};
     OwnRoom own{lines, "Login", display};
     IrcRoom irc{loop, lines, server, display};
     Rooms rooms{own, irc};
-
-private:
-    std::string seen_;
+    std::string seen;
 };
 
 } // namespace larkspin

@@ -44,6 +44,7 @@ public:
         ++opened;
         events_ = std::move(events);
         nick.clear();
+        isKnown_ = hasEcho_ = false;
         isOpen_ = !refuses;
         if (isOpen_)
             loop_.post([opened = events_.opened] { opened(); });
@@ -108,7 +109,6 @@ private:
 
     void negotiate(const std::vector<std::string>& words) {
         if (words[1] == "LS") {
-            isKnown_ = hasEcho_ = false;
             say(":irc CAP * LS :" + capabilities);
         } else if (words[1] == "REQ") {
             hasEcho_ = words.back().find("echo-message") != std::string::npos;
