@@ -7,12 +7,13 @@
 namespace larkspin {
 
 // What the owner or the program says, in codes: bold, underline and italics, and the nearest of the
-// sixteen colours that all programs know. Fonts have no code. Line ends and other control characters
-// become blanks.
+// sixteen colours that all programs know, but for black and white (see `irc_codes.h`). Fonts have
+// no code. Line ends and other control characters become blanks. Bytes that are no UTF-8 stay.
 std::string ircCodes(std::string_view markup);
 
 // What is said in the room, in the client's markup. Signs of others that would read as the client's
-// tags don't: they come out with a mark that isn't seen (`text/visible.h` leaves it out).
+// tags don't: they come out with U+200C behind the bracket, which `text/visible.h` leaves out of
+// what is shown. Control characters that are no codes stay.
 std::string markupOfIrc(std::string_view codes);
 
 // Without any code: what it says.

@@ -1,12 +1,13 @@
 // What is on its way to the server: lines leave no faster than servers allow, and none is lost. By
-// the rule that servers go by: a line costs two seconds, a long one more, and ten seconds' worth may
-// be ahead of the clock.
+// the rule that servers go by: a line costs two seconds, a long one more, and ten seconds' worth
+// may be ahead of the clock.
 #pragma once
 
 #include "shell/event_loop.h"
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace larkspin {
@@ -17,7 +18,7 @@ public:
     // the program says for him.
     enum class Kind { protocol, typed, said };
 
-    // Hands over each line, ended, when it may go.
+    // Hands over each line, ended, when it may go. It must not wait.
     using Send = std::function<void(const std::string& line)>;
 
     IrcOutgoing(EventLoop& loop, Send send);
@@ -25,18 +26,23 @@ public:
     IrcOutgoing(const IrcOutgoing&) = delete;
     IrcOutgoing& operator=(const IrcOutgoing&) = delete;
 
-    // Ended as `ircLine` makes it; an empty one isn't sent. The task runs as the line goes. Without
-    // one more place, the line is dropped and this is false: at most `mostWaiting` of each kind wait.
+    // Ended as `ircLine` makes it; an empty one isn't sent. The task runs as the line goes, which
+    // may be at once, and must not wait. Without one more place, the line is dropped and this is
+    // false: at most `mostWaiting` of each kind wait.
     bool add(Kind kind, std::string line, Task gone = {});
     static constexpr std::size_t mostWaiting = 1000;
 
     // How many of that kind wait.
-    std::size_t waiting(Kind kind) const;
+    std::size_t waiting(Kind kind) const { return lines_[place(kind)].size(); }
 
     // Said lines go no faster than so many in any minute; 0 for no limit beyond the server's.
     void limitSaid(int linesPerMinute);
 
-    // Forgets what waits, as after the end of a connection: nothing old is said on a new one.
+    // Forgets what waits of that kind.
+    void drop(Kind kind);
+
+    // Forgets what waits, as after the end of a connection: nothing old is said on a new one, whose
+    // server counts anew.
     void clear();
 
 private:
@@ -45,12 +51,19 @@ private:
         Task gone;
     };
 
+    static std::size_t place(Kind kind) { return static_cast<std::size_t>(kind); }
+    std::optional<Kind> first() const;
+    Nanoseconds due(Kind kind) const;
+    void sendFirst(Kind kind);
+    void sendDue();
+
     EventLoop& loop_;
     Send send_;
     std::deque<Line> lines_[3];
-    int saidPerMinute_ = 0;
+    std::size_t saidPerMinute_ = 0;
     std::deque<Nanoseconds> saidAt_; // the last minute's
     Nanoseconds paidUntil_{};        // the server's clock for this connection
+    bool isSending_ = false;
     TimerId next_ = TimerId::none;
 };
 

@@ -1,0 +1,123 @@
+#include "platform/irc/irc_markup.h"
+
+#include "platform/irc/irc_codes.h"
+#include "text/fold.h"
+#include "text/utf8.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace larkspin {
+
+namespace {
+
+bool isControl(const Character& character) {
+    const char32_t code = character.code;
+    return character.valid && (code < 0x20 || (code >= 0x7F && code < 0xA0));
+}
+
+void appendWithoutControls(std::string& to, std::string_view text) {
+    while (!text.empty()) {
+        const Character character = firstCharacter(text);
+        to += isControl(character) ? " " : text.substr(0, character.length);
+        text.remove_prefix(character.length);
+    }
+}
+
+struct Run {
+    std::string text;
+    MarkupStyle style;
+};
+
+// None is empty, and each looks other than the one in front of it.
+std::vector<Run> runsOf(std::string_view codes) {
+    std::vector<Run> runs;
+    MarkupStyle style;
+    while (!codes.empty()) {
+        const std::size_t code = takeIrcCode(codes, style);
+        if (code == 0) {
+            if (runs.empty() || runs.back().style != style)
+                runs.push_back({{}, style});
+            runs.back().text += codes.front();
+        }
+        codes.remove_prefix(std::max<std::size_t>(code, 1));
+    }
+    return runs;
+}
+
+// Whether a bracket in front of it opens a tag. Where its own closing one is missing, one of a tag
+// that is written later would do.
+bool readsAsTag(std::string_view text) {
+    constexpr std::string_view tags[] = {"b>",  "/b>",   "u>",     "/u>",    "i>",
+                                         "/i>", "html>", "/html>", "/font>", "font "};
+    return std::ranges::any_of(tags, [text](std::string_view tag) {
+        return equalFolded(text.substr(0, tag.size()), tag);
+    });
+}
+
+void appendWithoutTags(std::string& to, std::string_view text) {
+    constexpr std::string_view unseen = "\u200C";
+    for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<')) {
+        to += text.substr(0, at + 1);
+        text.remove_prefix(at + 1);
+        if (readsAsTag(text))
+            to += unseen;
+    }
+    to += text;
+}
+
+std::string fontTag(std::optional<std::uint32_t> color) {
+    if (!color)
+        return "</font>";
+    constexpr int digits = 6;
+    std::string tag = "<font color=#";
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
+        tag += "0123456789ABCDEF"[*color >> shift & 0xF];
+    return tag + '>';
+}
+
+std::string tagsBetween(const MarkupStyle& from, const MarkupStyle& to) {
+    std::string tags;
+    if (from.bold != to.bold)
+        tags += to.bold ? "<b>" : "</b>";
+    if (from.italic != to.italic)
+        tags += to.italic ? "<i>" : "</i>";
+    if (from.underlined != to.underlined)
+        tags += to.underlined ? "<u>" : "</u>";
+    if (from.color != to.color)
+        tags += fontTag(to.color);
+    return tags;
+}
+
+} // namespace
+
+std::string ircCodes(std::string_view markup) {
+    std::string codes;
+    MarkupStyle last;
+    for (const MarkupPiece& piece : readMarkup(markup)) {
+        codes += ircCodesBetween(last, piece.style, piece.text);
+        appendWithoutControls(codes, piece.text);
+        last = piece.style;
+    }
+    return codes;
+}
+
+std::string markupOfIrc(std::string_view codes) {
+    std::string markup;
+    MarkupStyle last;
+    for (const Run& run : runsOf(codes)) {
+        markup += tagsBetween(last, run.style);
+        appendWithoutTags(markup, run.text);
+        last = run.style;
+    }
+    return markup;
+}
+
+std::string withoutIrcCodes(std::string_view codes) {
+    std::string text;
+    for (const Run& run : runsOf(codes))
+        text += run.text;
+    return text;
+}
+
+} // namespace larkspin
