@@ -201,8 +201,8 @@ void IrcWords::takePassword(IrcAccount account) {
     kept.password = std::move(account.password);
     kept.loginHost = std::move(account.loginHost);
     kept.keepsPassword = account.keepsPassword;
+    file_.keep(kept);
     tell_("you log in as " + visibleName(kept.user) + " from the next /connect on");
-    file_.keep(std::move(kept));
 }
 
 bool IrcWords::message(std::string_view rest) {
