@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
@@ -52,6 +53,12 @@ protected:
     RoomWindow& window() { return room->window; }
     Transcript& said() { return *window().findChild<Transcript*>(); }
     InputLine& input() { return *window().findChild<InputLine*>(); }
+    std::string ownName() {
+        for (const QLabel* const label : window().findChildren<QLabel*>())
+            if (label->text().endsWith(':'))
+                return label->text().toStdString();
+        return "";
+    }
     std::string typed() { return input().text().toStdString(); }
 
     // Keys go to whatever has the focus. "^" is the arrow up, "v" down, "\t" Tab, "\n" Return.
@@ -82,6 +89,13 @@ protected:
     }
     std::string shownFor(const std::string& keys) {
         return shownFor([&] { strike(keys); });
+    }
+    std::string people() {
+        const QAbstractItemModel& model = *window().findChild<PeopleView*>()->model();
+        std::string names;
+        for (int row = 0; row < model.rowCount(); ++row)
+            names += model.index(row, 0).data().toString().toStdString() + ' ';
+        return names;
     }
     void hear(const std::string& line) { room->rooms.own.sayAs({"bob", line}); }
 
@@ -212,13 +226,6 @@ TEST_F(RoomWindowTest, KeepsTheLastLinesAndThePlaceOfWhoReadsAbove) {
 }
 
 TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
-    const auto people = [this] {
-        const QAbstractItemModel& model = *window().findChild<PeopleView*>()->model();
-        std::string names;
-        for (int row = 0; row < model.rowCount(); ++row)
-            names += model.index(row, 0).data().toString().toStdString() + ' ';
-        return names;
-    };
     strike("/as bob\n");
     room->rooms.own.comeIn("<b>x\u202E");
     room->rooms.own.toggleIgnored("bob");
@@ -227,6 +234,48 @@ TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
     strike("/room den\n");
     EXPECT_EQ(people(), "Owner ");
     EXPECT_EQ(window().windowTitle(), "larkspin - den");
+}
+
+TEST_F(RoomWindowTest, FollowsItsOwnerToANetworkAndBack) {
+    server.names["#den"] = "@Jo ann";
+    strike("/connect irc.test Jo den\n");
+    EXPECT_EQ(window().windowTitle(), "larkspin - #den");
+    EXPECT_EQ(people(), "Jo ann ");
+    EXPECT_EQ(ownName(), "Jo:");
+    EXPECT_EQ(shownFor("'trig?\n"), "Jo: 'trig?\nJo: your trigger is ' ");
+    strike("hi A\t");
+    EXPECT_EQ(typed(), "hi ann");
+    input().empty();
+    strike("/nick joe\n");
+    EXPECT_EQ(ownName(), "joe:");
+    room->close(); // as at the end, and once more in the next run
+    machine.endProcess();
+    open();
+    machine.advance(1s);
+    settle();
+    EXPECT_EQ(window().windowTitle(), "larkspin - #den");
+    strike("/disconnect\n");
+    EXPECT_EQ(window().windowTitle(), "larkspin - lobby");
+    EXPECT_EQ(people(), "Owner ");
+}
+
+TEST_F(RoomWindowTest, TakesAPasswordWithoutShowingIt) {
+    for (const bool isGiven : {true, false}) {
+        EXPECT_EQ(shownFor("/login jo\nse^s\tam"), "");
+        EXPECT_EQ(ownName(), "password of jo:");
+        EXPECT_EQ(typed(), "sesam");
+        EXPECT_EQ(input().displayText().count('s'), 0);
+        EXPECT_EQ(
+            shownFor([&] { QTest::keyClick(&input(), isGiven ? Qt::Key_Return : Qt::Key_Escape); }),
+            isGiven ? "you log in as jo from the next /connect on"
+                    : "without a password all stays as it was");
+        EXPECT_EQ(ownName(), "Owner:");
+        QTest::keyClick(&input(), Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(typed(), "");
+        strike("^");
+        EXPECT_EQ(typed(), "/login jo");
+        input().empty();
+    }
 }
 
 TEST_F(RoomWindowTest, EmptiesItsLineAndComesForwardOnlyWhenAsked) {

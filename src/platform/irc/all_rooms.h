@@ -27,7 +27,10 @@ public:
                             const Complete& others) const;
 
     // As the process ends.
-    void finish() { irc.finish(); }
+    void finish() {
+        words.follow();
+        irc.finish();
+    }
 
 private:
     RoomDisplay followed(RoomDisplay shown);

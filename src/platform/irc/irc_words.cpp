@@ -18,6 +18,8 @@ namespace larkspin {
 
 namespace {
 
+constexpr auto followsWithin = std::chrono::milliseconds(500);
+
 // Digits alone.
 std::optional<int> countOf(std::string_view digits, int most) {
     int count = 0;
@@ -42,6 +44,7 @@ IrcWords::IrcWords(EventLoop& loop, OwnRoom& own, IrcRoom& irc, PasswordPrompt& 
 
 IrcWords::~IrcWords() {
     loop_.cancel(unanswered_);
+    loop_.cancel(following_);
 }
 
 std::vector<SlashWord> IrcWords::words() {
@@ -154,7 +157,7 @@ bool IrcWords::connectAgain() {
               (isLoginFor ? ": there is no password"
                           : ", which is for " + visibleName(account.loginHost)));
     leaves_ = false;
-    account.isWanted = true;
+    wasOn_ = account.isWanted = true;
     file_.keep(account);
     irc_.connect(account.server,
                  {account.nick, logsIn ? account.user : "", logsIn ? account.password : ""},
@@ -275,8 +278,15 @@ bool IrcWords::limit(std::string_view rest) {
     return true;
 }
 
-// A room that he was put out of, or that went with the connection, he still wants.
+// No server can make the file be written again and again.
 void IrcWords::roomChanged() {
+    if (following_ == TimerId::none)
+        following_ = loop_.once(followsWithin, [this] { follow(); });
+}
+
+// A room that he was put out of, or that went with the connection, he still wants.
+void IrcWords::follow() {
+    loop_.cancel(std::exchange(following_, TimerId::none));
     const IrcRoom::State state = irc_.state();
     const bool isJoined = state == IrcRoom::State::joined;
     const IrcAccount& kept = file_.account();

@@ -35,8 +35,9 @@ public:
     void takeUpAgain();
 
     // After anything about rooms on the network: what is to be taken up again follows what the
-    // server agreed to.
+    // server has agreed to, within a moment; or at once.
     void roomChanged();
+    void follow();
 
 private:
     bool connect(std::string_view rest);
@@ -58,6 +59,7 @@ private:
     IrcAccountFile& file_;
     SlashWords::Tell tell_;
     TimerId unanswered_ = TimerId::none;
+    TimerId following_ = TimerId::none;
     bool wasOn_ = false;  // the network
     bool leaves_ = false; // the owner's own wish, which the server has not yet fulfilled
 };
