@@ -72,12 +72,30 @@ TEST(IrcObeying, AnEchoThatComesTooLateOrBehindALaterOneDoesNotCount) {
     EXPECT_EQ(machine.state().HScroll2, 9);
 }
 
+TEST(IrcObeying, WhatCameBackIsNoCommandOnceTheOwnerIsElsewhere) {
+    for (const bool goesBefore : {true, false}) {
+        IrcMachine machine;
+        machine.begin();
+        machine.seenOf([&] { machine.irc.join("#den"); });
+        machine.server.takes = [](const std::string&) { return true; };
+        machine.typed("'volume 7");
+        if (goesBefore)
+            machine.seenOf([&] { machine.irc.enterRoom(2); });
+        machine.told(":Owner!o@host PRIVMSG #den :'volume 7");
+        EXPECT_EQ(machine.state().HScroll2, untouched);
+        const std::string seen =
+            machine.told(":Owner!o@host PRIVMSG #music :'volume 7\r\n:Owner!o@host PART #music");
+        EXPECT_EQ(seen.starts_with("Owner: 'volume 7"), !goesBefore) << seen;
+        EXPECT_EQ(machine.state().HScroll2, untouched);
+    }
+}
+
 TEST(IrcObeying, AChannelWithoutColoursStillSendsTheOwnersLine) {
     IrcMachine machine;
     machine.begin();
     machine.server.takes = [&](const std::string& line) {
         machine.server.say(":Owner!o@host PRIVMSG #music :'volume 7");
-        return line.starts_with("PRIVMSG #music :\x02");
+        return line.starts_with("PRIVMSG #music");
     };
     EXPECT_EQ(machine.typed("<b>'volume 7").substr(0, 20), "Owner: <b>'volume 7\n");
 }

@@ -14,19 +14,17 @@ public:
               std::move(identity), encrypted, [this](const std::string& line) { sent += line; },
               [this](const std::string& text) { told += text + '\n'; }) {
         registration.begin();
-        sent.clear();
     }
 
     // What it sends on that, without the ends of lines.
     std::string on(std::string_view line) {
         sent.clear();
-        taken = registration.take(*readIrcMessage(line));
+        registration.take(*readIrcMessage(line));
         std::erase(sent, '\r');
         return sent;
     }
 
     std::string sent, told;
-    bool taken = false;
     IrcRegistration registration;
 };
 
@@ -34,29 +32,20 @@ const IrcIdentity withAccount{.nick = "Owner", .account = "owner", .password = "
 constexpr const char* plainLogin = "AUTHENTICATE AG93bmVyAHNlY3JldA==\n";
 
 TEST(IrcRegistration, AsksForCapabilitiesInSeveralLines) {
-    std::string sent;
-    IrcRegistration first({.nick = "Owner"}, true, [&](const std::string& line) { sent += line; },
-                          {});
-    first.begin();
-    EXPECT_EQ(sent, "CAP LS 302\r\nNICK Owner\r\nUSER larkspin 0 * Owner\r\n");
-
     Beginning beginning;
+    EXPECT_EQ(beginning.sent, "CAP LS 302\r\nNICK Owner\r\nUSER larkspin 0 * Owner\r\n");
     EXPECT_EQ(beginning.on(":irc CAP * LS * :sasl=PLAIN znc.in/self-message echo-message"), "");
     EXPECT_EQ(beginning.on(":irc CAP * LS :multi-prefix server-time tls batch"),
               "CAP REQ :echo-message multi-prefix server-time\n");
     EXPECT_EQ(beginning.on(":irc CAP * ACK :echo-message ~server-time "), "");
     EXPECT_EQ(beginning.on(":irc CAP * ACK :multi-prefix"), "CAP END\n");
     EXPECT_TRUE(beginning.registration.echoes());
-    EXPECT_FALSE(beginning.registration.isDone());
     EXPECT_EQ(beginning.on(":irc 001 Ownr :Welcome"), "");
     EXPECT_TRUE(beginning.registration.isDone());
     EXPECT_EQ(beginning.registration.nick(), "Ownr");
-    EXPECT_EQ(beginning.on(":irc CAP Ownr LS :sasl echo-message"), "");
     beginning.on(":irc CAP Ownr DEL :echo-message");
     EXPECT_FALSE(beginning.registration.echoes());
     EXPECT_EQ(beginning.on(":irc 433 Ownr x :in use"), "");
-    EXPECT_FALSE(beginning.taken);
-    EXPECT_EQ(beginning.told, "");
 }
 
 TEST(IrcRegistration, WhatIsRefusedTogetherIsAskedForAlone) {
@@ -67,20 +56,13 @@ TEST(IrcRegistration, WhatIsRefusedTogetherIsAskedForAlone) {
     EXPECT_EQ(beginning.on(":irc CAP * NAK multi-prefix"), "");
     EXPECT_EQ(beginning.on(":irc CAP * ACK echo-message"), "CAP END\n");
     EXPECT_TRUE(beginning.registration.echoes());
-    Beginning none;
-    EXPECT_EQ(none.on(":irc CAP * LS :"), "CAP END\n");
 }
 
 TEST(IrcRegistration, ServersWithoutCapabilitiesWelcomeAllTheSame) {
-    for (const char* answer :
-         {":irc 421 * CAP :Unknown command", ":irc 451 * CAP :Register first"}) {
-        Beginning beginning(withAccount);
-        EXPECT_EQ(beginning.on(answer), "");
-        EXPECT_TRUE(beginning.taken);
-        EXPECT_EQ(beginning.on(":irc 001 Owner :Welcome"), "");
-        EXPECT_TRUE(beginning.registration.isDone());
-        EXPECT_EQ(beginning.told, "you are not logged in: the server knows no accounts\n");
-    }
+    Beginning without(withAccount);
+    EXPECT_EQ(without.on(":irc 421 * CAP :Unknown command"), "");
+    EXPECT_EQ(without.on(":irc 001 Owner :Welcome"), "");
+    EXPECT_EQ(without.told, "you are not logged in: the server knows no accounts\n");
     Beginning beginning;
     EXPECT_EQ(beginning.on(":irc 410 * LS :Invalid CAP command"), "CAP END\n");
 }
@@ -92,8 +74,6 @@ TEST(IrcRegistration, LogsInByPlainAndGoesOnHoweverThatEnds) {
         {":irc 903 * :done", ""},
         {":irc 907 * :already", ""},
         {":irc 904 * :wrong password", "you are not logged in: wrong password\n"},
-        {":irc 902 * :locked", "you are not logged in: locked\n"},
-        {":irc 905 * :too long", "you are not logged in: too long\n"},
         {":irc 906 *", "you are not logged in: the server refuses it\n"},
         {":irc 908 * EXTERNAL :are available",
          "you are not logged in: the server knows only other ways than a password\n"},
@@ -118,7 +98,7 @@ TEST(IrcRegistration, ThePasswordGoesToNobodyElse) {
     Beginning plain(withAccount, false);
     EXPECT_EQ(plain.told, "you are not logged in: a password isn't sent without TLS\n");
     EXPECT_EQ(plain.on(":irc CAP * LS :sasl"), "CAP END\n");
-    EXPECT_EQ(plain.on(":irc CAP * ACK :sasl"), "");
+    plain.on(":irc CAP * ACK :sasl");
     EXPECT_EQ(plain.on("AUTHENTICATE +"), "");
 
     Beginning other(withAccount);
@@ -139,19 +119,14 @@ TEST(IrcRegistration, ThePasswordGoesToNobodyElse) {
 }
 
 TEST(IrcRegistration, LongPasswordsGoInLinesOfFourHundredBytes) {
-    const struct {
-        std::size_t size;
-        const char* lengths;
-    } cases[] = {{290, "396 "}, {293, "400 1 "}, {294, "400 4 "}, {593, "400 400 1 "}};
-    for (const auto& [size, expected] : cases) {
+    const std::size_t begun = std::string_view("AUTHENTICATE \n").size();
+    for (const auto& [size, sent] : {std::pair(290U, begun + 396),
+                                     {293U, begun + 400 + begun + 1},
+                                     {294U, begun + 400 + begun + 4}}) {
         Beginning beginning({.nick = "x", .account = "owner", .password = std::string(size, 'p')});
         beginning.on(":irc CAP * LS :sasl");
         beginning.on(":irc CAP * ACK :sasl");
-        std::string lengths;
-        const std::string sent = beginning.on("AUTHENTICATE +");
-        for (std::size_t at = 0, end; (end = sent.find('\n', at)) != sent.npos; at = end + 1)
-            lengths += std::to_string(end - at - std::string_view("AUTHENTICATE ").size()) + ' ';
-        EXPECT_EQ(lengths, expected) << size;
+        EXPECT_EQ(beginning.on("AUTHENTICATE +").size(), sent);
     }
 }
 

@@ -38,10 +38,11 @@ TEST(IrcRoom, MarkupTravelsAsCodesAndALongLineInPieces) {
     machine.begin();
     EXPECT_EQ(machine.sentOf([&] { machine.rooms.say("<b>loud</b>"); }).substr(0, 18),
               "PRIVMSG #music \x02lo");
-    EXPECT_EQ(machine.told(":ann!a@h PRIVMSG #music :\x02hi <b>"), "ann: <b>hi <\u2060b>\n");
+    EXPECT_EQ(machine.told(":ann!a@h PRIVMSG #music :\x02hi <b>\x1b[2J"),
+              "ann: <b>hi <\u200Cb>\uFFFD[2J\n");
     const std::string longLine = "volume " + std::string(900, '7');
     EXPECT_EQ(machine.typed(longLine, 10s), "Owner: " + longLine + '\n');
-    EXPECT_EQ(machine.server.sent.size(), 4U);
+    EXPECT_EQ(machine.server.sent.size(), 5U);
 }
 
 TEST(IrcRoom, OthersComeGoAndAreIgnoredUnderAllTheirNames) {

@@ -7,6 +7,7 @@
 #include "support/qt_application.h"
 
 #include <memory>
+#include <sys/resource.h>
 
 namespace larkspin {
 
@@ -15,6 +16,16 @@ inline std::unique_ptr<WatchingLoop> makeLoop(bool onQt) {
         return std::make_unique<PollLoop>();
     startQt();
     return std::make_unique<QtLoop>();
+}
+
+// How often the thread wakes up while nothing happens.
+inline long wakeUps(WatchingLoop& loop, Nanoseconds within) {
+    loop.waitUntil(loop.now() + within / 10); // what was under way is over then
+    rusage before{}, behind{};
+    ::getrusage(RUSAGE_THREAD, &before);
+    loop.waitUntil(loop.now() + within);
+    ::getrusage(RUSAGE_THREAD, &behind);
+    return behind.ru_nvcsw - before.ru_nvcsw;
 }
 
 } // namespace larkspin

@@ -43,13 +43,10 @@ public:
     void kill() { stop(SIGKILL); }
     void end() { stop(SIGTERM); }
 
-    const Certificate& certificate() const { return certificate_; }
-
 private:
     void stop(int signal);
 
     const TempDirectory disk_;
-    const Certificate certificate_{std::string("DNS:") + name + ",IP:127.0.0.1"};
     std::unique_ptr<Child> process_;
 };
 

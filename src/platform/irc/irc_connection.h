@@ -42,7 +42,8 @@ public:
     // Ends without a word. No event comes behind this.
     virtual void close() = 0;
 
-    // As the process ends: sends what is kept, within this time, and closes. No events run meanwhile.
+    // As the process ends: sends what is kept, within this time, and closes. No events run
+    // meanwhile.
     virtual void finish(Nanoseconds atMost) = 0;
 };
 

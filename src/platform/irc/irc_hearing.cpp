@@ -5,6 +5,7 @@
 #include "platform/irc/irc_news.h"
 #include "platform/irc/irc_people.h"
 #include "platform/irc/irc_session.h"
+#include "text/utf8.h"
 #include "text/visible.h"
 
 namespace larkspin {
@@ -28,6 +29,20 @@ std::string_view actionIn(std::string_view text) {
         return {};
     text.remove_prefix(action.size());
     return text.substr(0, text.find(aroundRequest));
+}
+
+// In the client's markup. Scripts get lines as they are, and may show them on a terminal.
+std::string harmlessMarkup(std::string_view codes) {
+    const std::string markup = markupOfIrc(codes);
+    std::string harmless;
+    for (std::string_view rest = markup; !rest.empty();) {
+        const Character character = firstCharacter(rest);
+        const bool isControl =
+            character.code < 0x20 || (character.code >= 0x7F && character.code < 0xA0);
+        harmless += character.valid && isControl ? "\uFFFD" : rest.substr(0, character.length);
+        rest.remove_prefix(character.length);
+    }
+    return harmless;
 }
 
 } // namespace
@@ -67,7 +82,7 @@ void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
             shown_.message("* " + shownNick + ' ' + plainText(doing));
         return;
     }
-    const std::string markup = markupOfIrc(text);
+    const std::string markup = harmlessMarkup(text);
     shown_.line({shownNick, markup});
     if (!isSelf)
         lines_.heard({nick, markup});

@@ -120,7 +120,7 @@ void IrcLink::Session::cut() {
     const GlibGuest::Inside inside(guest_);
     g_cancellable_cancel(cancellable_.get());
     guest_.serveUntil([this] { return calls_ == 0; }, cancelWithin);
-    // Closed by itself, TLS would wait for a server that takes nothing.
+    // Without the goodbye of TLS, which waits for as long as a server takes nothing.
     if (connection_)
         g_socket_close(socket(), nullptr);
     tls_.reset();

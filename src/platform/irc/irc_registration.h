@@ -14,7 +14,7 @@ struct IrcMessage;
 
 struct IrcIdentity {
     std::string nick;
-    std::string account, password; // blank without one; only ever sent over TLS, by SASL PLAIN
+    std::string account{}, password{}; // blank without one; only ever sent over TLS, by SASL PLAIN
 };
 
 class IrcRegistration {

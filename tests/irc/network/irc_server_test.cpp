@@ -46,6 +46,7 @@ TEST_P(IrcServerTest, RegistersPlainAndEncryptedAndTalksUntilTheServerIsGone) {
         EXPECT_TRUE(logs(":bob!~bob@127.0.0.1 JOIN :#den\r\n"));
         link.send("PRIVMSG #den :\002hi\r\n");
         EXPECT_EQ(bob.hears("PRIVMSG"), ":ann!~ann@127.0.0.1 PRIVMSG #den :\002hi");
+        EXPECT_LE(wakeUps(loop, 100ms), 2);
         server.kill();
         EXPECT_TRUE(logs("|the server has closed the connection"));
         EXPECT_TRUE(server.start());
