@@ -5,6 +5,7 @@
 #include "platform/dbus/mpris_player.h"
 #include "platform/dbus/mpris_service.h"
 #include "platform/dbus/tray_host.h"
+#include "platform/irc/irc_link.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
@@ -35,7 +36,8 @@ int main(int, char** arguments) {
     PosixDirectories directories;
     QtDialogs dialogs(loop);
     QtDesktop desktop(loop);
-    QtRoom room(loop, lines, files, DataDirectory(userDataDirectory()), loginName());
+    IrcLink link(loop);
+    QtRoom room(loop, lines, link, files, DataDirectory(userDataDirectory()), loginName());
     PlayerControl player(loop, {playerBeside(), {}}, [&](const std::string& line) {
         loop.post([&room, line] { room.window.tell(line); });
     });
@@ -44,14 +46,14 @@ int main(int, char** arguments) {
     PosixMachineFacts facts([&] { return display.size(); });
     LogindPower power(systemBusAddress());
     PosixProcess process(userDataDirectory());
-    process.beforeEnd([&] { room.keep(); });
+    process.beforeEnd([&] { room.close(); });
 
     Program program({.loop = loop,
                      .files = files,
                      .directories = directories,
                      .dialogs = dialogs,
                      .desktop = desktop,
-                     .host = room.room,
+                     .host = room.rooms.room,
                      .lines = lines,
                      .player = player,
                      .launching = launching,

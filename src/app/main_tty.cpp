@@ -4,6 +4,7 @@
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
 #include "platform/dbus/mpris_service.h"
+#include "platform/irc/irc_link.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/posix_directories.h"
@@ -27,7 +28,8 @@ int main() {
     ChatLines lines(loop);
     PosixFiles files(Wastebasket{userDataHome()});
     PosixDirectories directories;
-    Terminal terminal(loop, lines, loginName(),
+    IrcLink link(loop);
+    Terminal terminal(loop, lines, link, files, DataDirectory(userDataDirectory()), loginName(),
                       [&](std::string_view typed) { return directories.drivePath(typed); });
     PlayerControl player(loop, {playerBeside(), {}},
                          [&](const std::string& line) { terminal.screen.note(line); });
@@ -36,7 +38,6 @@ int main() {
     PosixMachineFacts facts([] { return terminalDisplay(STDOUT_FILENO); });
     LogindPower power(systemBusAddress());
     PosixProcess process(userDataDirectory());
-    terminal.keepHistory(files, DataDirectory(userDataDirectory()).file("history.txt"));
     process.beforeEnd([&] { terminal.close(); });
 
     Program program({.loop = loop,
@@ -44,7 +45,7 @@ int main() {
                      .directories = directories,
                      .dialogs = terminal.dialogs,
                      .desktop = terminal.desktop,
-                     .host = terminal.room,
+                     .host = terminal.rooms.room,
                      .lines = lines,
                      .player = player,
                      .launching = launching,

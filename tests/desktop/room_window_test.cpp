@@ -2,10 +2,12 @@
 #include "app/program.h"
 #include "platform/qt/qt_room.h"
 #include "platform/qt/said_text.h"
+#include "support/pretend_irc.h"
 #include "support/virtual_machine.h"
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
@@ -20,9 +22,9 @@ protected:
 
     // The program begins anew in the room's window, as a run of its own.
     void open() {
-        room = std::make_unique<QtRoom>(machine.loop, machine.lines, machine.files,
+        room = std::make_unique<QtRoom>(machine.loop, machine.lines, server, machine.files,
                                         DataDirectory(machine.drive("data")), "Owner");
-        machine.host = &room->room;
+        machine.host = &room->rooms.room;
         room->show();
         EXPECT_TRUE(comesForward(window()));
         machine.start();
@@ -51,6 +53,12 @@ protected:
     RoomWindow& window() { return room->window; }
     Transcript& said() { return *window().findChild<Transcript*>(); }
     InputLine& input() { return *window().findChild<InputLine*>(); }
+    std::string ownName() {
+        for (const QLabel* const label : window().findChildren<QLabel*>())
+            if (label->text().endsWith(':'))
+                return label->text().toStdString();
+        return "";
+    }
     std::string typed() { return input().text().toStdString(); }
 
     // Keys go to whatever has the focus. "^" is the arrow up, "v" down, "\t" Tab, "\n" Return.
@@ -82,9 +90,17 @@ protected:
     std::string shownFor(const std::string& keys) {
         return shownFor([&] { strike(keys); });
     }
-    void hear(const std::string& line) { room->room.sayAs({"bob", line}); }
+    std::string people() {
+        const QAbstractItemModel& model = *window().findChild<PeopleView*>()->model();
+        std::string names;
+        for (int row = 0; row < model.rowCount(); ++row)
+            names += model.index(row, 0).data().toString().toStdString() + ' ';
+        return names;
+    }
+    void hear(const std::string& line) { room->rooms.own.sayAs({"bob", line}); }
 
     VirtualMachine machine{Lines{"ride.mp3", "rain.mp3"}};
+    PretendIrc server{machine.loop};
     std::unique_ptr<QtRoom> room;
     int quits = 0;
 };
@@ -210,21 +226,56 @@ TEST_F(RoomWindowTest, KeepsTheLastLinesAndThePlaceOfWhoReadsAbove) {
 }
 
 TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
-    const auto people = [this] {
-        const QAbstractItemModel& model = *window().findChild<PeopleView*>()->model();
-        std::string names;
-        for (int row = 0; row < model.rowCount(); ++row)
-            names += model.index(row, 0).data().toString().toStdString() + ' ';
-        return names;
-    };
     strike("/as bob\n");
-    room->room.comeIn("<b>x\u202E");
-    room->room.toggleIgnored("bob");
+    room->rooms.own.comeIn("<b>x\u202E");
+    room->rooms.own.toggleIgnored("bob");
     settle();
     EXPECT_EQ(people(), "Owner bob (ignored) <b>x\uFFFD ");
     strike("/room den\n");
     EXPECT_EQ(people(), "Owner ");
     EXPECT_EQ(window().windowTitle(), "larkspin - den");
+}
+
+TEST_F(RoomWindowTest, FollowsItsOwnerToANetworkAndBack) {
+    server.names["#den"] = "@Jo ann";
+    strike("/connect irc.test Jo den\n");
+    EXPECT_EQ(window().windowTitle(), "larkspin - #den");
+    EXPECT_EQ(people(), "Jo ann ");
+    EXPECT_EQ(ownName(), "Jo:");
+    EXPECT_EQ(shownFor("'trig?\n"), "Jo: 'trig?\nJo: your trigger is ' ");
+    strike("hi A\t");
+    EXPECT_EQ(typed(), "hi ann");
+    input().empty();
+    strike("/nick joe\n");
+    EXPECT_EQ(ownName(), "joe:");
+    room->close(); // as at the end, and once more in the next run
+    machine.endProcess();
+    open();
+    machine.advance(1s);
+    settle();
+    EXPECT_EQ(window().windowTitle(), "larkspin - #den");
+    strike("/disconnect\n");
+    EXPECT_EQ(window().windowTitle(), "larkspin - lobby");
+    EXPECT_EQ(people(), "Owner ");
+}
+
+TEST_F(RoomWindowTest, TakesAPasswordWithoutShowingIt) {
+    for (const bool isGiven : {true, false}) {
+        EXPECT_EQ(shownFor("/login jo\nse^s\tam"), "");
+        EXPECT_EQ(ownName(), "password of jo:");
+        EXPECT_EQ(typed(), "sesam");
+        EXPECT_EQ(input().displayText().count('s'), 0);
+        EXPECT_EQ(
+            shownFor([&] { QTest::keyClick(&input(), isGiven ? Qt::Key_Return : Qt::Key_Escape); }),
+            isGiven ? "you log in as jo from the next /connect on"
+                    : "without a password all stays as it was");
+        EXPECT_EQ(ownName(), "Owner:");
+        QTest::keyClick(&input(), Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(typed(), "");
+        strike("^");
+        EXPECT_EQ(typed(), "/login jo");
+        input().empty();
+    }
 }
 
 TEST_F(RoomWindowTest, EmptiesItsLineAndComesForwardOnlyWhenAsked) {
@@ -239,7 +290,7 @@ TEST_F(RoomWindowTest, EmptiesItsLineAndComesForwardOnlyWhenAsked) {
 
     window().close();
     EXPECT_TRUE(QTest::qWaitFor([this] { return window().isMinimized(); }));
-    machine.run([this] { room->room.bringHostForward(); });
+    machine.run([this] { room->rooms.own.bringHostForward(); });
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
     EXPECT_EQ(QApplication::focusWidget(), &input());
 }

@@ -1,6 +1,7 @@
 // The parts of the terminal front end on pipes: lines in turn or at once, questions, windows and
 // menus worked by name.
 #include "host/own_room.h"
+#include "host/room_words.h"
 #include "platform/terminal/line_reader.h"
 #include "platform/terminal/terminal_commands.h"
 #include "platform/terminal/terminal_desktop.h"
@@ -203,7 +204,10 @@ protected:
                  {[this](const ChatLine& line) { screen.showLine(line.speaker, line.text); },
                   [this](const std::string& text) { screen.showRoom(text); }}};
     TerminalDesktop desktop{screen};
-    TerminalCommands commands{screen, desktop, room};
+    TerminalCommands commands{
+        screen, desktop,
+        roomWords(room, [this](const std::string& text) { screen.showRoom(text); }),
+        [this](const std::string& line) { room.say(line); }};
     Window toy, other;
     RowList rows, faces;
     std::string log;

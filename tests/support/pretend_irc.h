@@ -37,19 +37,20 @@ public:
     }
     void lose(const std::string& why) {
         if (std::exchange(isOpen_, false))
-            loop_.post([ended = events_.ended, why] { ended(why); });
+            post([ended = events_.ended, why] { ended(why); });
     }
 
     void open(const IrcServer&, Events events) override {
         ++opened;
+        close();
         events_ = std::move(events);
         nick.clear();
         isKnown_ = hasEcho_ = false;
         isOpen_ = !refuses;
         if (isOpen_)
-            loop_.post([opened = events_.opened] { opened(); });
+            post([opened = events_.opened] { opened(); });
         else
-            loop_.post([ended = events_.ended] { ended("nobody is there"); });
+            post([ended = events_.ended] { ended("nobody is there"); });
     }
     void send(std::string_view bytes) override {
         for (std::size_t end; isOpen_ && (end = bytes.find("\r\n")) != bytes.npos;
@@ -57,13 +58,24 @@ public:
             take(std::string(bytes.substr(0, end)));
     }
     std::size_t unsent() const override { return 0; }
-    void close() override { isOpen_ = false; }
+    void close() override {
+        isOpen_ = false;
+        ++connection_;
+    }
     void finish(Nanoseconds atMost) override {
         finishing = atMost;
         close();
     }
 
 private:
+    // Nothing comes behind the end of its connection.
+    void post(Task event) {
+        loop_.post([this, event = std::move(event), of = connection_] {
+            if (of == connection_)
+                event();
+        });
+    }
+
     // Words up to the last one, which may have blanks.
     static std::vector<std::string> wordsOf(std::string_view line) {
         std::vector<std::string> words;
@@ -132,6 +144,7 @@ private:
 
     EventLoop& loop_;
     Events events_;
+    int connection_ = 0;
     bool isOpen_ = false, isKnown_ = false, hasEcho_ = false;
 };
 

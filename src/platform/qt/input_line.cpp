@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 namespace larkspin {
 
@@ -28,12 +29,32 @@ void InputLine::empty() {
     clear();
 }
 
+// What is set has no way back, by which a secret would be shown.
+void InputLine::takeSecret(Secret secret) {
+    secret_ = std::move(secret);
+    setEchoMode(secret_ ? Password : Normal);
+    setText({});
+    back_ = 0;
+}
+
+bool InputLine::takeSecretKey(int key) {
+    const bool isEnd = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (isEnd || key == Qt::Key_Escape) {
+        const Secret secret = secret_;
+        std::string line = isEnd ? text().toStdString() : "";
+        dropSecret();
+        secret(std::move(line));
+    }
+    return isEnd || key == Qt::Key_Escape || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
 // Tab leaves the line only where there is nothing to complete.
 bool InputLine::event(QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
         if (key.key() == Qt::Key_Tab && key.modifiers() == Qt::NoModifier && !text().isEmpty()) {
-            complete();
+            if (!secret_)
+                complete();
             return true;
         }
     }
@@ -41,6 +62,8 @@ bool InputLine::event(QEvent* event) {
 }
 
 void InputLine::keyPressEvent(QKeyEvent* event) {
+    if (secret_ && takeSecretKey(event->key()))
+        return;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

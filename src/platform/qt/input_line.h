@@ -33,10 +33,17 @@ public:
 
     void empty();
 
+    // The line that is typed next isn't shown or kept, but taken from here; blank where the owner
+    // leaves it so, or strikes Escape.
+    using Secret = std::function<void(std::string line)>;
+    void takeSecret(Secret secret);
+    void dropSecret() { takeSecret(nullptr); }
+
 private:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeLineBreaks();
+    bool takeSecretKey(int key);
     void endLine();
     void recall(int way);
     void complete();
@@ -46,6 +53,7 @@ private:
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const Completion&)> onChoices_ = [](const Completion&) {};
     std::function<void(int)> onPage_ = [](int) {};
+    Secret secret_; // while it is asked for
     int back_ = 0;  // how many lines of the history back the line is
     QString begun_; // what stood there before the owner went back
 };

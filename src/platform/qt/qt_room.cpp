@@ -1,6 +1,5 @@
 #include "platform/qt/qt_room.h"
 
-#include "host/room_words.h"
 #include "shell/files.h"
 
 #include <utility>
@@ -16,29 +15,30 @@ constexpr std::size_t largestPlace = 10'000;
 
 } // namespace
 
-QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, Files& files, const DataDirectory& directory,
-               const std::string& screenName)
+QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+               const DataDirectory& directory, const std::string& screenName)
     : loop_(loop), files_(files), placeFile_(directory.file("room-window.txt")),
-      screenName_(screenName), history_(files, directory.file("history.txt")),
-      room(lines, screenName,
-           {.line = [this](const ChatLine& line) { window.say(line.speaker, line.text); },
-            .message =
-                [this](const std::string& text) {
-                    window.tell(text);
-                    window.roomChanged();
-                },
-            .clearInput = [this] { window.clearInput(); },
-            .bringForward = [this] { window.bringForward(); }}),
+      history_(files, directory.file("history.txt")),
+      rooms(loop, lines, connection, *this, files, directory, screenName,
+            {.line = [this](const ChatLine& line) { window.say(line.speaker, line.text); },
+             .message =
+                 [this](const std::string& text) {
+                     window.tell(text);
+                     window.roomChanged();
+                 },
+             .clearInput = [this] { window.clearInput(); },
+             .bringForward = [this] { window.bringForward(); },
+             .changed = [this] { window.roomChanged(); }}),
       words([this](const std::string& text) { window.tell(text); }) {
     window.onLine([this](const std::string& line) { take(line); });
-    words.add(roomWords(room, [this](const std::string& text) { window.tell(text); }));
+    words.add(rooms.words.words());
     window.restorePlace(files.read(placeFile_, largestPlace).contents);
     window.onPlace([this] { placeChanged(); });
 }
 
 void QtRoom::completeBy(InputLine::Complete complete) {
     window.onTab([this, complete = std::move(complete)](std::string_view typed) {
-        return SlashWords::isBegun(typed) ? words.completionOf(typed) : complete(typed);
+        return rooms.completionOf(typed, words, complete);
     });
 }
 
@@ -58,6 +58,7 @@ void QtRoom::open(Task quit) {
     isOpen_ = true;
     for (std::string& line : std::exchange(early_, {}))
         loop_.post([this, line = std::move(line)] { take(line); });
+    rooms.words.takeUpAgain();
 }
 
 void QtRoom::take(const std::string& line) {
@@ -66,7 +67,7 @@ void QtRoom::take(const std::string& line) {
     else if (SlashWords::isMeantForIt(line))
         words.run(line);
     else
-        room.say(line);
+        rooms.room.say(line);
 }
 
 void QtRoom::help() {
@@ -78,6 +79,11 @@ void QtRoom::placeChanged() {
     place_ = window.place();
     loop_.cancel(keeping_);
     keeping_ = loop_.once(placeSettles, [this] { keep(); });
+}
+
+void QtRoom::close() {
+    rooms.finish();
+    keep();
 }
 
 void QtRoom::keep() {

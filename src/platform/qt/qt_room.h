@@ -1,25 +1,28 @@
-// The room of the owner's own on a desktop: the room, its window, the words with a slash, and what
-// outlives a run.
+// The rooms on a desktop: the one that the owner is in, its window, the words with a slash, and
+// what outlives a run.
 #pragma once
 
-#include "host/own_room.h"
 #include "host/slash_words.h"
+#include "platform/irc/all_rooms.h"
+#include "platform/irc/password_prompt.h"
 #include "platform/posix/line_history.h"
 #include "platform/qt/room_window.h"
 #include "shell/data_directory.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
 
 class Files;
 
-class QtRoom : private ShownRoom {
+class QtRoom : private PasswordPrompt {
 public:
-    // Lines said in the room come in through `lines`.
-    QtRoom(EventLoop& loop, ChatLines& lines, Files& files, const DataDirectory& directory,
-           const std::string& screenName);
+    // Lines said in the rooms come in through `lines`. Networks are reached by the connection.
+    QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+           const DataDirectory& directory, const std::string& screenName);
     ~QtRoom() override { loop_.cancel(keeping_); }
 
     // What Tab makes of a line that is none of the words with a slash.
@@ -29,7 +32,11 @@ public:
     void show() { window.bringForward(); }
 
     // From now on lines are taken, also those that have been typed before; `/quit` calls the task.
+    // A network that the last run was on is connected to.
     void open(Task quit);
+
+    // As the process ends.
+    void close();
 
     // Keeps the typed lines and the window's place for the next run. Needs no window that is still
     // there.
@@ -40,14 +47,14 @@ private:
     void help();
     void placeChanged();
 
-    std::string name() const override { return room.roomName(); }
-    std::string ownName() const override { return screenName_; }
-    const RowList& people() const override { return room.people(); }
-    bool isIgnored(std::string_view name) const override { return room.ignores(name); }
+    void ask(const std::string& prompt, std::function<void(std::string)> answered) override {
+        window.askPassword(prompt, std::move(answered));
+    }
+    void dismiss() override { window.dismissPassword(); }
 
     EventLoop& loop_;
     Files& files_;
-    std::string placeFile_, screenName_;
+    std::string placeFile_;
     std::string place_; // of the window, when that has changed
     TimerId keeping_ = TimerId::none;
     LineHistory history_;
@@ -55,8 +62,8 @@ private:
     std::vector<std::string> early_; // lines
 
 public:
-    RoomWindow window{loop_, *this, history_};
-    OwnRoom room;
+    AllRooms rooms;
+    RoomWindow window{loop_, rooms.room, history_};
     SlashWords words;
 };
 

@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace larkspin {
 
@@ -94,8 +95,28 @@ void RoomWindow::showRoom() {
     setWindowTitle("larkspin - " + toQt(visibleName(room_.name())));
     const int count = room_.people().count();
     count_.setText(QString::number(count) + (count == 1 ? " person" : " people"));
-    ownName_.setText(toQt(visibleName(room_.ownName())) + ':');
+    ownName_.setText(toQt(visibleName(prompt_.empty() ? room_.ownName() : prompt_)) + ':');
     people_.refresh();
+}
+
+void RoomWindow::askPassword(const std::string& prompt, std::function<void(std::string)> answered) {
+    prompt_ = prompt;
+    roomChanged();
+    const QPointer<RoomWindow> window(this);
+    input_.takeSecret([this, window, answered = std::move(answered)](std::string line) {
+        prompt_.clear();
+        roomChanged();
+        loop_.post([window, answered, line = std::move(line)] {
+            if (window)
+                answered(line);
+        });
+    });
+}
+
+void RoomWindow::dismissPassword() {
+    prompt_.clear();
+    roomChanged();
+    input_.dropSecret();
 }
 
 void RoomWindow::tellChoices(const Completion& completion) {

@@ -41,6 +41,11 @@ public:
     void onLine(std::function<void(const std::string& line)> take) { take_ = std::move(take); }
     void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
 
+    // Takes a password, as `PasswordPrompt` has it: in the line to type in, so that no key of it
+    // can go anywhere else.
+    void askPassword(const std::string& prompt, std::function<void(std::string)> answered);
+    void dismissPassword();
+
     // Where the window stands, how large it is and how it is divided: for the next run, which may
     // have other screens. The task is told of changes.
     std::string place() const;
@@ -63,6 +68,7 @@ private:
     QLabel& count_;
     QLabel& ownName_;
     QSplitter& halves_;
+    std::string prompt_; // in place of the own name
     std::function<void(const std::string&)> take_ = [](const std::string&) {};
     Task placeChanged_ = [] {};
     bool isRoomShown_ = false;

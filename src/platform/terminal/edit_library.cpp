@@ -286,6 +286,12 @@ bool EditLibrary::replaceBeforeCursor(std::size_t characters, std::string_view t
     return insert(text);
 }
 
+void EditLibrary::setPrompt(std::string prompt) {
+    erase();
+    parts_->prompt = std::move(prompt);
+    draw();
+}
+
 void EditLibrary::remember(const std::string& line) {
     HistEvent event;
     ::history(parts_->history, &event, H_ENTER, line.c_str());

@@ -40,6 +40,9 @@ public:
     // had no place any more.
     bool replaceBeforeCursor(std::size_t characters, std::string_view text);
 
+    // What stands in front of the line from now on.
+    void setPrompt(std::string prompt);
+
     // The lines that come back with the arrow up.
     static constexpr int historySize = static_cast<int>(LineHistory::mostLines);
     void remember(const std::string& line);

@@ -2,6 +2,8 @@
 
 #include "platform/terminal/typed_keys.h"
 
+#include "text/utf8.h"
+
 #include <cerrno>
 #include <unistd.h>
 #include <utility>
@@ -12,8 +14,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto sequenceTimeout = 50ms; // for the rest of what a key sends
+constexpr auto sequenceTimeout = 50ms;      // for the rest of what a key sends
+constexpr std::size_t longestSecret = 1000; // bytes
 constexpr std::string_view endKey = "\x04", asItIsKey = "\x16", completionKey = "\t", beep = "\a";
+constexpr std::string_view backspaces = "\x08\x7F", eraseKey = "\x15", returns = "\n\r";
 
 } // namespace
 
@@ -23,12 +27,14 @@ std::unique_ptr<LineEditor> LineEditor::open(PollLoop& loop, TerminalInput& inpu
         EditLibrary::open(prompt, [&output](std::string_view bytes) { output.putPassing(bytes); });
     if (!library)
         return nullptr;
-    return std::unique_ptr<LineEditor>(new LineEditor(loop, input, output, std::move(library)));
+    return std::unique_ptr<LineEditor>(
+        new LineEditor(loop, input, output, std::move(library), prompt));
 }
 
 LineEditor::LineEditor(PollLoop& loop, TerminalInput& input, QueuedOutput& output,
-                       std::unique_ptr<EditLibrary> library)
-    : loop_(loop), input_(input), output_(output), library_(std::move(library)) {
+                       std::unique_ptr<EditLibrary> library, std::string prompt)
+    : loop_(loop), input_(input), output_(output), library_(std::move(library)),
+      prompt_(std::move(prompt)) {
     library_->begin();
     loop_.watch(STDIN_FILENO, [this] { bytesCame(); });
 }
@@ -49,9 +55,13 @@ void LineEditor::bytesCame() {
         return;
     }
     bytes_.append(bytes, static_cast<std::size_t>(count));
+    takeTyped();
+}
+
+void LineEditor::takeTyped() {
     takeKeys();
     loop_.cancel(std::exchange(incomplete_, TimerId::none));
-    if (isOpen_ && !bytes_.empty())
+    if (isOpen_ && !isHeld_ && !bytes_.empty())
         incomplete_ = loop_.once(sequenceTimeout, [this] {
             incomplete_ = TimerId::none;
             take(std::exchange(bytes_, {}));
@@ -61,11 +71,10 @@ void LineEditor::bytesCame() {
 // Characters that come together, as in a line that is pasted, are typed together.
 void LineEditor::takeKeys() {
     std::string_view left = bytes_;
-    while (isOpen_ && !left.empty()) {
+    while (isOpen_ && !isHeld_ && !left.empty()) {
         std::size_t length = takesNextAsItIs_ ? 0 : plainLength(left);
         if (length > 0) {
-            if (!library_->insert(left.substr(0, length)))
-                output_.putPassing(beep);
+            type(left.substr(0, length));
         } else {
             // As it is, an escape opens no longer key.
             length = takesNextAsItIs_ && left[0] == '\x1b' ? 1 : keyLength(left);
@@ -78,8 +87,18 @@ void LineEditor::takeKeys() {
     bytes_ = std::string(left);
 }
 
+void LineEditor::type(std::string_view characters) {
+    const bool hasPlace = !secret_ || typedSecret_.size() + characters.size() <= longestSecret;
+    if (secret_ && hasPlace)
+        typedSecret_ += characters;
+    else if (!hasPlace || !library_->insert(characters))
+        output_.putPassing(beep);
+}
+
 void LineEditor::take(std::string_view key) {
-    if (std::exchange(takesNextAsItIs_, false)) {
+    if (secret_) {
+        takeSecretKey(key);
+    } else if (std::exchange(takesNextAsItIs_, false)) {
         library_->insert(key);
     } else if (key == asItIsKey) {
         takesNextAsItIs_ = true;
@@ -103,7 +122,53 @@ void LineEditor::endLine() {
     }
     library_->strike("\n");
     library_->begin();
+    if (holdsBehind_(line)) {
+        isHeld_ = true;
+        loop_.unwatch(STDIN_FILENO);
+    }
     input_.bring(line);
+}
+
+void LineEditor::takeSecretKey(std::string_view key) {
+    if (returns.find(key) != returns.npos || key == endKey) {
+        const Secret secret = std::exchange(secret_, nullptr);
+        std::string line = std::exchange(typedSecret_, {});
+        library_->setPrompt(prompt_);
+        loop_.post([secret, line = std::move(line)] { secret(line); });
+    } else if (backspaces.find(key) != backspaces.npos) {
+        typedSecret_.resize(withoutLast(typedSecret_, 1).size());
+    } else if (key == eraseKey) {
+        typedSecret_.clear();
+    }
+}
+
+void LineEditor::takeSecret(const std::string& prompt, Secret secret) {
+    secret_ = std::move(secret);
+    typedSecret_.clear();
+    showPrompt(prompt);
+}
+
+void LineEditor::dropSecret() {
+    secret_ = nullptr;
+    typedSecret_.clear();
+    showPrompt(prompt_);
+}
+
+void LineEditor::setPrompt(const std::string& prompt) {
+    if (std::exchange(prompt_, prompt) != prompt && !secret_)
+        showPrompt(prompt);
+}
+
+void LineEditor::showPrompt(const std::string& prompt) {
+    if (isOpen_)
+        library_->setPrompt(prompt);
+}
+
+void LineEditor::goOn() {
+    if (!std::exchange(isHeld_, false) || !isOpen_)
+        return;
+    loop_.watch(STDIN_FILENO, [this] { bytesCame(); });
+    takeTyped();
 }
 
 void LineEditor::complete() {

@@ -35,6 +35,21 @@ public:
     void remember(const std::string& line) { library_->remember(line); }
     void onLine(std::function<void(const std::string& line)> typed) { onLine_ = std::move(typed); }
 
+    // What stands in front of the line, unless a secret is asked for.
+    void setPrompt(const std::string& prompt);
+
+    // The line that is typed next isn't shown, remembered or brought to the input, but taken from
+    // here. Blank where the owner leaves it so.
+    using Secret = std::function<void(std::string line)>;
+    void takeSecret(const std::string& prompt, Secret secret);
+    void dropSecret();
+
+    // Behind such a line keys wait for `goOn`: what they type may be a secret.
+    void holdBehind(std::function<bool(const std::string& line)> line) {
+        holdsBehind_ = std::move(line);
+    }
+    void goOn();
+
     // Take the line off the screen and put it back, for what is to stand above it.
     void hide();
     void show();
@@ -47,10 +62,14 @@ public:
 
 private:
     LineEditor(PollLoop& loop, TerminalInput& input, QueuedOutput& output,
-               std::unique_ptr<EditLibrary> library);
+               std::unique_ptr<EditLibrary> library, std::string prompt);
     void bytesCame();
     void takeKeys();
     void take(std::string_view key);
+    void type(std::string_view characters);
+    void takeSecretKey(std::string_view key);
+    void takeTyped();
+    void showPrompt(const std::string& prompt);
     void endLine();
     void complete();
 
@@ -60,9 +79,14 @@ private:
     std::unique_ptr<EditLibrary> library_;
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const std::string&)> onLine_ = [](const std::string&) {};
+    std::function<bool(const std::string&)> holdsBehind_ = [](const std::string&) { return false; };
+    std::string prompt_;
+    Secret secret_; // while it is asked for
+    std::string typedSecret_;
     std::string bytes_;                  // that make no whole key so far
     TimerId incomplete_ = TimerId::none; // when the rest of that key won't come any more
     bool takesNextAsItIs_ = false;       // the next character is no key
+    bool isHeld_ = false;
     bool isOpen_ = true;
 };
 

@@ -1,5 +1,8 @@
 #include "platform/terminal/terminal.h"
 
+#include "text/utf8.h"
+#include "text/visible.h"
+
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
@@ -14,6 +17,8 @@ namespace {
 // What a line is given to do its work undisturbed, so that several lines pasted at once run one
 // after the other, and a recital can still be broken off.
 constexpr Nanoseconds ownersPatience = std::chrono::milliseconds(300);
+
+constexpr std::size_t longestPrompt = 30; // characters: a server gives names of any length
 
 bool inputIsTerminal() {
     return ::isatty(STDIN_FILENO) == 1;
@@ -32,27 +37,26 @@ bool errorsGoWithOutput() {
 
 } // namespace
 
-Terminal::Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenName,
+Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+                   const DataDirectory& directory, const std::string& screenName,
                    TerminalDialogs::ReadPath readPath)
     : output_(loop, STDOUT_FILENO), errors_(loop, STDERR_FILENO),
       input_(loop, inputIsTerminal() ? ownersPatience : TerminalInput::never),
+      password_(screen, input_),
       screen(output_, errorsGoWithOutput() ? output_ : errors_,
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
       dialogs(screen, input_, std::move(readPath)), desktop(screen),
-      room(lines, screenName,
-           {.line = [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); },
-            .message = [this](const std::string& text) { screen.showRoom(text); }}),
-      commands_(screen, desktop, room) {
+      rooms(loop, lines, connection, password_, files, directory, screenName,
+            {.line = [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); },
+             .message = [this](const std::string& text) { screen.showRoom(text); },
+             .changed = [this] { showOwnName(); }}),
+      commands_(screen, desktop, rooms.words.words(),
+                [this](const std::string& line) { rooms.room.say(line); }) {
     std::signal(SIGPIPE, SIG_IGN);
-    if (inputIsTerminal() && outputIsTerminal()) {
-        // The editor thinks in characters; without a locale that knows them, in Debian's own.
-        if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
-            std::setlocale(LC_CTYPE, "C.UTF-8");
-        editor_ = LineEditor::open(loop, input_, output_, screenName + ": ");
-    }
+    if (inputIsTerminal() && outputIsTerminal())
+        openEditor(loop);
     if (editor_) {
-        screen.aroundTypedLine([this] { editor_->hide(); }, [this] { editor_->show(); });
-        loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
+        keepHistory(files, directory.file("history.txt"));
         return;
     }
     reader_.emplace(loop, input_, STDIN_FILENO);
@@ -63,12 +67,34 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenNa
     output_.whenTaken([this] { input_.deliverLater(); });
 }
 
+void Terminal::openEditor(PollLoop& loop) {
+    // The editor thinks in characters; without a locale that knows them, in Debian's own.
+    if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    editor_ = LineEditor::open(loop, input_, output_, prompt());
+    if (!editor_)
+        return;
+    screen.aroundTypedLine([this] { editor_->hide(); }, [this] { editor_->show(); });
+    loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
+    editor_->holdBehind(&IrcWords::asksPassword);
+    password_.editBy(*editor_);
+}
+
+std::string Terminal::prompt() const {
+    const std::string name = visibleName(rooms.room.ownName());
+    return name.substr(0, prefixLength(name, longestPrompt)) + ": ";
+}
+
+void Terminal::showOwnName() {
+    if (editor_)
+        editor_->setPrompt(prompt());
+}
+
 void Terminal::completeBy(LineEditor::Complete complete) {
     if (!editor_)
         return;
     editor_->onTab([this, complete = std::move(complete)](std::string_view typed) {
-        const Completion completion =
-            SlashWords::isBegun(typed) ? commands_.words().completionOf(typed) : complete(typed);
+        const Completion completion = rooms.completionOf(typed, commands_.words(), complete);
         showChoices(completion);
         return completion;
     });
@@ -82,8 +108,6 @@ void Terminal::showChoices(const Completion& completion) {
 }
 
 void Terminal::keepHistory(Files& files, const std::string& path) {
-    if (!editor_)
-        return;
     history_.emplace(files, path);
     for (const std::string& line : history_->lines())
         editor_->remember(line);
@@ -96,18 +120,23 @@ void Terminal::open(std::vector<Window*> windows, Task quit) {
         {.actsAtOnce = [this](const std::string& line) { return commands_.words().knows(line); },
          .take = [this](const std::string& line) { take(line); },
          .ended = std::move(quit)});
+    rooms.words.takeUpAgain();
 }
 
 void Terminal::take(const std::string& line) {
     if (SlashWords::isMeantForIt(line))
         commands_.run(line);
     else if (editor_)
-        room.sayShown(line);
+        rooms.room.sayShown(line);
     else
-        room.say(line);
+        rooms.room.say(line);
+    if (editor_)
+        editor_->goOn();
 }
 
 void Terminal::close() {
+    rooms.finish();
+    password_.dismiss();
     if (editor_)
         editor_->close();
     if (history_)

@@ -1,9 +1,9 @@
 // The terminal front end, put together: a styled screen with a line to type in where both ends
 // are a terminal, a protocol for scripts where the output isn't one; dialogs, the tray and windows
-// on it; and a room of the owner's own.
+// on it; and the rooms.
 #pragma once
 
-#include "host/own_room.h"
+#include "platform/irc/all_rooms.h"
 #include "platform/posix/line_history.h"
 #include "platform/terminal/line_editor.h"
 #include "platform/terminal/line_reader.h"
@@ -12,6 +12,7 @@
 #include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_dialogs.h"
 #include "platform/terminal/terminal_input.h"
+#include "platform/terminal/terminal_password.h"
 #include "platform/terminal/terminal_screen.h"
 
 #include <memory>
@@ -23,35 +24,39 @@ namespace larkspin {
 
 class Terminal {
 public:
-    // Lines said in the room come in through `lines`.
-    Terminal(PollLoop& loop, ChatLines& lines, const std::string& screenName,
+    // Lines said in the rooms come in through `lines`. Networks are reached by the connection.
+    Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+             const DataDirectory& directory, const std::string& screenName,
              TerminalDialogs::ReadPath readPath);
 
     // What Tab makes of a line that is being typed.
     void completeBy(LineEditor::Complete complete);
 
-    // Keeps the typed lines for the next run, in this file.
-    void keepHistory(Files& files, const std::string& path);
-
     // From now on lines are taken: said in the room, or done by the terminal itself, which works
-    // these windows. `/quit` and the end of the input call `quit`.
+    // these windows. `/quit` and the end of the input call `quit`. A network that the last run was
+    // on is connected to.
     void open(std::vector<Window*> windows, Task quit);
 
-    // Gives the terminal back, before the process ends.
+    // Leaves the room and gives the terminal back, before the process ends.
     void close();
 
 private:
     QueuedOutput output_, errors_;
     TerminalInput input_;
+    TerminalPassword password_;
 
 public:
     TerminalScreen screen;
     TerminalDialogs dialogs;
     TerminalDesktop desktop;
-    OwnRoom room;
+    AllRooms rooms;
 
 private:
+    void openEditor(PollLoop& loop);
+    void keepHistory(Files& files, const std::string& path);
     void take(const std::string& line);
+    std::string prompt() const;
+    void showOwnName();
     void showChoices(const Completion& completion);
 
     TerminalCommands commands_;

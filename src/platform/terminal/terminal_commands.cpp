@@ -1,7 +1,5 @@
 #include "platform/terminal/terminal_commands.h"
 
-#include "host/own_room.h"
-#include "host/room_words.h"
 #include "platform/terminal/description_text.h"
 #include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_screen.h"
@@ -13,6 +11,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace larkspin {
 
@@ -46,11 +45,13 @@ bool hasRows(const Control& control) {
 
 } // namespace
 
-TerminalCommands::TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop, OwnRoom& room)
+TerminalCommands::TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop,
+                                   std::vector<SlashWord> roomWords,
+                                   std::function<void(const std::string& line)> say)
     : screen_(screen), desktop_(desktop),
       words_([&screen](const std::string& text) { screen.tell(text); }) {
     addWindowWords();
-    addOtherWords(room);
+    addOtherWords(std::move(roomWords), std::move(say));
 }
 
 void TerminalCommands::addWindowWords() {
@@ -73,11 +74,12 @@ void TerminalCommands::addWindowWords() {
     });
 }
 
-void TerminalCommands::addOtherWords(OwnRoom& room) {
-    const auto now = [&room](std::string_view rest) {
+void TerminalCommands::addOtherWords(std::vector<SlashWord> roomWords,
+                                     std::function<void(const std::string& line)> say) {
+    const auto now = [say = std::move(say)](std::string_view rest) {
         if (rest.empty())
             return false;
-        room.say(textBehind(rest));
+        say(textBehind(rest));
         return true;
     };
     const auto quit = [this](std::string_view) {
@@ -85,7 +87,7 @@ void TerminalCommands::addOtherWords(OwnRoom& room) {
         return true;
     };
     words_.add({{"now", "LINE", "says a line without waiting for the one at work", now}});
-    words_.add(roomWords(room, [this](const std::string& text) { screen_.showRoom(text); }));
+    words_.add(std::move(roomWords));
     words_.add({
         {"help", "", "prints this", [this](std::string_view rest) { return help(rest); }},
         {"quit", "", "saves and ends", quit},

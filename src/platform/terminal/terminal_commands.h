@@ -6,6 +6,7 @@
 #include "host/slash_words.h"
 #include "shell/window.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,13 +14,15 @@
 
 namespace larkspin {
 
-class OwnRoom;
 class TerminalDesktop;
 class TerminalScreen;
 
 class TerminalCommands {
 public:
-    TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop, OwnRoom& room);
+    // With words about rooms beside its own, and what says a line in the room.
+    TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop,
+                     std::vector<SlashWord> roomWords,
+                     std::function<void(const std::string& line)> say);
     TerminalCommands(const TerminalCommands&) = delete;
     TerminalCommands& operator=(const TerminalCommands&) = delete;
 
@@ -42,7 +45,8 @@ private:
     using Press = bool (*)(Window&, const std::string&, int);
 
     void addWindowWords();
-    void addOtherWords(OwnRoom& room);
+    void addOtherWords(std::vector<SlashWord> roomWords,
+                       std::function<void(const std::string& line)> say);
 
     // Each takes what stands behind its word, and is false when it makes no sense of that.
     bool windows(std::string_view rest);

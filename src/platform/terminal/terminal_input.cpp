@@ -49,8 +49,13 @@ std::optional<std::string> TerminalInput::answer(Nanoseconds limit) {
     return line;
 }
 
+void TerminalInput::takeSecret(std::function<void(const std::string& line)> take) {
+    secret_ = std::move(take);
+    deliverLater();
+}
+
 bool TerminalInput::nextActsAtOnce() const {
-    return isOpen_ && !lines_.empty() && taker_.actsAtOnce(lines_.front());
+    return isOpen_ && !lines_.empty() && (secret_ || taker_.actsAtOnce(lines_.front()));
 }
 
 // Nothing while something else has to happen first.
@@ -89,6 +94,10 @@ void TerminalInput::deliver() {
 }
 
 void TerminalInput::work(const std::string& line) {
+    if (secret_) {
+        std::exchange(secret_, nullptr)(line);
+        return deliverLater();
+    }
     const Nanoseconds outerBegan = std::exchange(workBegan_, loop_.now());
     const int hand = taker_.actsAtOnce(line) ? 1 : 0;
     ++working_;

@@ -50,6 +50,10 @@ public:
     // none comes in that time or the input has ended.
     std::optional<std::string> answer(Nanoseconds limit);
 
+    // The next line, whatever it says, for a question that nothing waits for. Nothing else gets it.
+    void takeSecret(std::function<void(const std::string& line)> take);
+    void dropSecret() { takeSecret(nullptr); }
+
 private:
     bool nextActsAtOnce() const;
     std::optional<Nanoseconds> nextDelivery() const;
@@ -61,6 +65,7 @@ private:
     Nanoseconds overtakeAfter_;
     std::deque<std::string> lines_;
     Taker taker_;
+    std::function<void(const std::string&)> secret_; // who takes the next line
     Task onEmpty_ = [] {};
     std::function<Nanoseconds()> heldUntil_ = [] { return Nanoseconds::min(); };
     bool isOpen_ = false;

@@ -1,0 +1,29 @@
+#include "host/name_completion.h"
+
+#include "host/shown_room.h"
+#include "text/fold.h"
+#include "text/row_list.h"
+#include "text/visible.h"
+
+#include <string>
+#include <vector>
+
+namespace larkspin {
+
+Completion completionOfNames(const ShownRoom& room, std::string_view typed) {
+    const std::string_view word = typed.substr(typed.rfind(' ') + 1);
+    if (word.empty())
+        return {};
+    const std::string begun = foldCase(word);
+    const RowList& people = room.people();
+    std::vector<CompletedWord> names;
+    for (int row = 0; row < people.count(); ++row) {
+        const std::string_view name = people.row(row);
+        if (people.folded(row).starts_with(begun) && name != room.ownName() &&
+            visibleName(name) == name)
+            names.push_back({std::string(name), {}});
+    }
+    return completionAmong(names, word);
+}
+
+} // namespace larkspin

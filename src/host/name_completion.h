@@ -1,0 +1,16 @@
+// The names of those who are in a room, for a line that is being typed.
+#pragma once
+
+#include "library/completion.h"
+
+#include <string_view>
+
+namespace larkspin {
+
+class ShownRoom;
+
+// Of the last word of a line as it stands in front of the cursor. The owner's own name isn't among
+// them, nor one that couldn't be shown as it is.
+Completion completionOfNames(const ShownRoom& room, std::string_view typed);
+
+} // namespace larkspin

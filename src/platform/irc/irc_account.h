@@ -1,0 +1,59 @@
+// What the owner has asked for last of networks, and the file that keeps it for the next run.
+#pragma once
+
+#include "platform/irc/irc_connection.h"
+#include "platform/irc/irc_registration.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class Files;
+
+struct IrcAccount {
+    IrcServer server; // without a host there has been none
+    std::string nick, room;
+    bool isWanted = false; // connected, or trying: to be taken up again at the next start
+
+    // A login is one server's: nothing but a connection to that host gets the password. Without a
+    // host it is for whichever is next.
+    std::string loginHost, user, password;
+    bool keepsPassword = false;
+
+    int linesPerMinute = 0; // that are said at most; 0 for no limit
+
+    bool operator==(const IrcAccount&) const = default;
+};
+
+inline constexpr int mostLinesPerMinute = 10'000;
+
+// What a name, an account or a password can't be isn't taken from a file, nor from the owner.
+bool canBeIrcHost(std::string_view host);
+bool canBeIrcNick(std::string_view nick);
+bool canBeIrcWord(std::string_view word); // a channel, an account
+bool canBeIrcPassword(std::string_view password);
+
+// "SERVER", "SERVER:PORT", "[ADDRESS]:PORT". Nothing for what makes no sense.
+std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted);
+
+class IrcAccountFile {
+public:
+    // What makes no sense counts as if there were no file. Lines that aren't known are left out.
+    IrcAccountFile(Files& files, std::string path);
+
+    const IrcAccount& account() const { return account_; }
+
+    // For the owner's eyes alone, and only where it is another. The password only where he wants it
+    // kept.
+    void keep(IrcAccount account);
+
+private:
+    Files& files_;
+    std::string path_;
+    IrcAccount account_;
+    std::string written_;
+};
+
+} // namespace larkspin
