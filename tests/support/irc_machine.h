@@ -32,8 +32,8 @@ public:
     std::string typed(const std::string& line, std::chrono::duration<double> span = 1ms) {
         return seenOf([&] { loop.post([&, line] { rooms.say(line); }); }, span);
     }
-    std::string told(const std::string& lines) { // by the server
-        return seenOf([&] { server.say(lines); });
+    std::string told(const std::string& text) { // by the server
+        return seenOf([&] { server.say(text); });
     }
 
     // What the client has sent meanwhile, a line each.
