@@ -64,7 +64,9 @@ int main(int, char** arguments) {
     const MprisService remote(
         loop, sessionBusAddress(), program.playback.remote,
         {.raise = [&] { program.playback.mediaList.show(); }, .quit = [&] { program.exit(); }});
-    const TrayHost trayHost(loop, sessionBusAddress());
+    TrayHost trayHost(loop, sessionBusAddress());
+    trayHost.onArrival([&] { desktop.trayCame(); });
+    display.onTray([&] { desktop.trayCame(); });
     desktop.findTrayBy([&] { return display.hasTray() || trayHost.isThere(); });
     const QtWindows windows(loop, program.windows(), [&] { desktop.popUpTrayMenu(); });
     desktop.withoutTray([&] {

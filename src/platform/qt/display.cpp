@@ -3,6 +3,7 @@
 #include "platform/qt/icon.h"
 #include "platform/qt/looks.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QIcon>
 #include <QScreen>
@@ -57,6 +58,39 @@ std::vector<const char*> argumentsOf(const char* program) {
     return arguments;
 }
 
+constexpr const char* trayName = "_NET_SYSTEM_TRAY_S0";
+
+// No atom, which is 0, when the display has gone.
+xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name) {
+    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        connection,
+        xcb_intern_atom(connection, false, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+// By the rules of X, whoever takes such a name tells all that listen to the root window, as Qt
+// does.
+class Newcomers : public QAbstractNativeEventFilter {
+public:
+    Newcomers(xcb_connection_t* connection, Task trayCame)
+        : manager_(atomOf(connection, "MANAGER")), tray_(atomOf(connection, trayName)),
+          trayCame_(std::move(trayCame)) {}
+
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+        const auto* const event = static_cast<const xcb_client_message_event_t*>(message);
+        constexpr int sentByOthers = 0x80;
+        if ((event->response_type & ~sentByOthers) == XCB_CLIENT_MESSAGE &&
+            event->type == manager_ && event->data.data32[1] == tray_)
+            trayCame_();
+        return false;
+    }
+
+private:
+    xcb_atom_t manager_, tray_;
+    Task trayCame_;
+};
+
 } // namespace
 
 Display::Display(char* program) {
@@ -85,7 +119,16 @@ bool Display::drawsTransparency() const {
 }
 
 bool Display::hasTray() const {
-    return !isX() || isOwned("_NET_SYSTEM_TRAY_S0");
+    return !isX() || isOwned(trayName);
+}
+
+void Display::onTray(Task task) {
+    if (!isX())
+        return;
+    newcomers_ = std::make_unique<Newcomers>(
+        application_->nativeInterface<QNativeInterface::QX11Application>()->connection(),
+        std::move(task));
+    application_->installNativeEventFilter(newcomers_.get());
 }
 
 bool Display::isX() const {
@@ -95,14 +138,8 @@ bool Display::isX() const {
 bool Display::isOwned(std::string_view name) const {
     xcb_connection_t* const connection =
         application_->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-        connection,
-        xcb_intern_atom(connection, false, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    if (!atom)
-        return false;
     const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, atom->atom), nullptr));
+        connection, xcb_get_selection_owner(connection, atomOf(connection, name)), nullptr));
     return owner && owner->owner != XCB_NONE;
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string_view>
 
+class QAbstractNativeEventFilter;
 class QApplication;
 
 namespace larkspin {
@@ -26,6 +27,9 @@ public:
     // A tray that stands on the display itself. Without X only Qt knows.
     bool hasTray() const;
 
+    // Called when one comes to the display. Without X nobody tells.
+    void onTray(Task task);
+
     // Called as the desktop's session ends.
     void onSessionEnd(Task task);
 
@@ -41,6 +45,7 @@ private:
     bool isOwned(std::string_view name) const; // on X
 
     std::unique_ptr<QApplication> application_;
+    std::unique_ptr<QAbstractNativeEventFilter> newcomers_;
 };
 
 } // namespace larkspin

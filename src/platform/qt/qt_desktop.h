@@ -25,8 +25,9 @@ public:
     void removeTrayIcon() override;
     void popUp(const Menu& menu) override;
 
-    // Tells whether there is a tray now, of any kind.
+    // Tells whether there is a tray now, of any kind. When one has come, `trayCame` is called.
     void findTrayBy(std::function<bool()> hasTray) { hasTray_ = std::move(hasTray); }
+    void trayCame() { showIcon(); }
 
     // Where there is no tray to bear an icon, this is called in its place.
     void withoutTray(Task task) { withoutTray_ = std::move(task); }
@@ -50,7 +51,7 @@ private:
     std::optional<TrayIcon> icon_;
     std::unique_ptr<QMenu> trayMenu_, popup_;
     std::unique_ptr<QSystemTrayIcon> tray_; // once there is one
-    TimerId search_ = TimerId::none;        // for a tray
+    TimerId giveUp_ = TimerId::none;        // on a tray that starts together with the program
     std::optional<Nanoseconds> toggledAt_;
     bool hasDisplay_ = true;
 };
