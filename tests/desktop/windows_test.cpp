@@ -113,6 +113,19 @@ TEST(Windows, AppearWhereTheyAreDescribedAndLeaveTheFocusAlone) {
     }
 }
 
+TEST(Windows, ComeBackWhenTheyWereMinimizedBefore) {
+    Desk desk;
+    QWidget& media = desk.show("mp3s");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&media));
+    media.showMinimized();
+    ASSERT_TRUE(comes(desk, [&] { return media.isMinimized(); }));
+    desk.window("mp3s").visible = false;
+    desk.settle();
+    desk.show("mp3s");
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&media));
+    EXPECT_FALSE(media.isMinimized());
+}
+
 TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
     Desk desk;
     const QPoint start = desk.show("mp3s").pos();

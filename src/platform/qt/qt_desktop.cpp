@@ -64,7 +64,10 @@ void QtDesktop::showIcon() {
 void QtDesktop::removeTrayIcon() {
     icon_.reset();
     loop_.cancel(std::exchange(search_, TimerId::none));
-    if (hasDisplay_ && tray_)
+    if (!hasDisplay_)
+        return;
+    trayMenu_->close(); // it is filled anew with the next icon
+    if (tray_)
         tray_->hide();
 }
 

@@ -5,8 +5,10 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QShortcut>
@@ -21,6 +23,13 @@ constexpr int keyboardWay = 12; // by which a key moves the window
 QAccessibleInterface* windowAloud(const QString&, QObject* object) {
     auto* const view = dynamic_cast<WindowView*>(object);
     return view ? new QAccessibleWidget(view, QAccessible::Window, view->windowTitle()) : nullptr;
+}
+
+// A window that comes must not cover what waits for an answer.
+void raiseDialogs() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (qobject_cast<QDialog*>(widget) && widget->isVisible())
+            widget->raise();
 }
 
 } // namespace
@@ -62,9 +71,13 @@ bool WindowView::refresh(bool areOtherScreens) {
     }
     if (window_.visible == isVisible())
         return hasChanged;
+    if (window_.visible) // also one that was minimized when it went
+        setWindowState(windowState() & ~Qt::WindowMinimized);
     setVisible(window_.visible);
-    if (window_.visible)
+    if (window_.visible) {
         raise();
+        raiseDialogs();
+    }
     return true;
 }
 
