@@ -75,7 +75,7 @@ void QtDesktop::popUp(const Menu& menu) {
     while (QWidget* open = QApplication::activePopupWidget())
         if (!open->close())
             return;
-    fillMenu(*popup_, menu, loop_, MenuDrawnBy::qt);
+    fillMenu(*popup_, menu, chooses(), MenuDrawnBy::qt);
     popup_->popup(QCursor::pos());
 }
 
@@ -86,8 +86,15 @@ void QtDesktop::popUpTrayMenu() {
 
 void QtDesktop::fillTrayMenu() {
     if (icon_)
-        fillMenu(*trayMenu_, icon_->menu, loop_,
+        fillMenu(*trayMenu_, icon_->menu, chooses(),
                  isDrawnByDesktop() ? MenuDrawnBy::desktop : MenuDrawnBy::qt);
+}
+
+std::function<void(const Task&)> QtDesktop::chooses() {
+    return [this](const Task& action) {
+        pressed_();
+        loop_.post(action);
+    };
 }
 
 // An icon that lies in a window of Qt's own has a place; one that the desktop draws has none.
