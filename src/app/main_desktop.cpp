@@ -4,6 +4,7 @@
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
 #include "platform/dbus/mpris_service.h"
+#include "platform/dbus/running_copy.h"
 #include "platform/dbus/tray_host.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/posix_directories.h"
@@ -61,14 +62,21 @@ int main(int, char** arguments) {
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = display.drawsTransparency()});
-    const MprisService remote(
-        loop, sessionBusAddress(), program.playback.remote,
-        {.raise = [&] { program.playback.mediaList.show(); }, .quit = [&] { program.exit(); }});
+    const MprisService remote(loop, sessionBusAddress(), program.playback.remote,
+                              {.raise =
+                                   [&] {
+                                       program.playback.mediaList.show();
+                                       room.show();
+                                   },
+                               .quit = [&] { program.exit(); }});
     TrayHost trayHost(loop, sessionBusAddress());
     trayHost.onArrival([&] { desktop.trayCame(); });
     display.onTray([&] { desktop.trayCame(); });
     desktop.findTrayBy([&] { return display.hasTray() || trayHost.isThere(); });
-    const QtWindows windows(loop, program.windows(), [&] { desktop.popUpTrayMenu(); });
+    const QtWindows windows(loop, program.windows(),
+                            {.titleMenu = [&] { desktop.popUpTrayMenu(); },
+                             .pressed = [&] { dialogs.ownerPresses(); }});
+    desktop.onPress([&] { dialogs.ownerPresses(); });
     desktop.withoutTray([&] {
         if (!program.playback.mediaWindow.mp3s.visible)
             program.playback.mediaList.show();
@@ -82,8 +90,10 @@ int main(int, char** arguments) {
     room.completeBy(
         [&](std::string_view typed) { return completionOf(program.shell.state, typed); });
     loop.post([&] {
-        if (process.claimOnlyCopy()) // any other copy says so as it starts, and ends
+        if (process.claimOnlyCopy())
             room.show();
+        else // which it says as it starts, and ends
+            raiseRunningCopy(sessionBusAddress());
         program.start();
         room.open([&] { program.end(); });
     });

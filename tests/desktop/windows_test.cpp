@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QListView>
@@ -16,6 +17,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace larkspin {
@@ -94,6 +96,7 @@ TEST(Windows, AppearWhereTheyAreDescribedAndLeaveTheFocusAlone) {
     ASSERT_TRUE(comes(desk, [&] { return chat.hasFocus(); }));
     for (Window* window : desk.program->windows()) {
         SCOPED_TRACE(window->name);
+        window->centred = false;
         window->place.left = 1500;
         window->place.top = 750;
         QWidget& widget = desk.show(window->name);
@@ -111,6 +114,65 @@ TEST(Windows, AppearWhereTheyAreDescribedAndLeaveTheFocusAlone) {
         desk.settle();
         EXPECT_FALSE(widget.isVisible());
     }
+}
+
+TEST(Windows, ComeBackFromBeingMinimizedAndLeaveTheFocusAlone) {
+    Desk desk;
+    QLineEdit chat;
+    chat.show();
+    QWidget& media = desk.show("mp3s");
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"called", [&] { desk.owner("'media"); }},
+        {"by the tray", [&] { desk.run(desk.desktop.icon->onDoubleClick); }},
+        {"hidden before", [&] {
+             desk.window("mp3s").visible = false;
+             desk.settle();
+             desk.show("mp3s");
+         }}};
+    for (const auto& [how, comeBack] : ways) {
+        SCOPED_TRACE(how);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&media));
+        media.showMinimized();
+        ASSERT_TRUE(comes(desk, [&] { return !media.windowHandle()->isExposed(); }));
+        chat.activateWindow();
+        ASSERT_TRUE(comes(desk, [&] { return chat.hasFocus(); }));
+        comeBack();
+        desk.settle();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&media));
+        EXPECT_FALSE(media.isMinimized());
+        EXPECT_TRUE(chat.hasFocus());
+    }
+}
+
+TEST(Windows, DontCoverWhatWaitsForAnAnswer) {
+    Desk desk;
+    QDialog older, newer;
+    for (QDialog* box : {&older, &newer}) {
+        box->setWindowFlag(Qt::WindowStaysOnTopHint);
+        box->setGeometry(310, 310, 200, 100);
+        box->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(box));
+    }
+    const auto inFront = [] { return QApplication::topLevelAt(350, 350); };
+    desk.show("mp3s");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.widget("mp3s")));
+    EXPECT_TRUE(comes(desk, [&] { return inFront() == &newer; }));
+    newer.hide();
+    desk.owner("'media");
+    EXPECT_TRUE(comes(desk, [&] { return inFront() == &older; }));
+}
+
+TEST(Windows, StandInTheMiddleOfTheScreenWhereTheyHaveNoPlaceOfTheirOwn) {
+    Desk desk;
+    QWidget& start = desk.show("dire");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&start));
+    const QPoint middle = QApplication::primaryScreen()->availableGeometry().center();
+    EXPECT_LE((start.geometry().center() - middle).manhattanLength(), 2);
+    start.move(40, 50);
+    ASSERT_TRUE(comes(desk, [&] { return desk.window("dire").place.left == 600; }));
+    desk.window("dire").visible = false;
+    desk.settle();
+    EXPECT_EQ(desk.show("dire").pos(), QPoint(40, 50));
 }
 
 TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
@@ -212,6 +274,7 @@ TEST(Windows, AreWorkedByMouseKeyboardAndScreenReaderAlike) {
         EXPECT_TRUE(comes(desk, [&] { return desk.player.opened.back().ends_with("b.mp3"); }));
         desk.settle();
         EXPECT_EQ(desk.player.opened.size(), 2u) << "pressed once";
+        EXPECT_GT(desk.presses, 0);
     }
 }
 
@@ -336,7 +399,11 @@ TEST(Windows, TakeWhatIsDroppedOnAList) {
     const auto url = [&](const char* below) {
         return QUrl::fromLocalFile(QString::fromStdString((desk.disk.path() / below).native()));
     };
-    files.setUrls({url("new"), url("100%.ogg"), QUrl("https://example.org/a.mp3")});
+    const auto closed = desk.disk.path() / "closed"; // but not to root
+    std::filesystem::create_directory(closed);
+    std::filesystem::permissions(closed, {});
+    files.setUrls({url("new"), url("100%.ogg"), url("closed"), url("gone.mp3"),
+                   QUrl("https://example.org/a.mp3")});
     QWidget& target = *desk.control<QListView>("mp3s", "playlistView").viewport();
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
     QApplication::sendEvent(&target, &enter);
@@ -344,6 +411,7 @@ TEST(Windows, TakeWhatIsDroppedOnAList) {
     QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
     QApplication::sendEvent(&target, &drop);
     desk.advance(5s);
+    std::filesystem::permissions(closed, std::filesystem::perms::owner_all);
     const RowList& rows = desk.state().playlistView;
     ASSERT_EQ(rows.count(), 5);
     EXPECT_EQ(rows.row(4).substr(0, 9), "two words");
@@ -368,8 +436,10 @@ TEST(Windows, HoldValuesThatBothSidesChange) {
     desk.settle();
     EXPECT_EQ(desk.window("colors").control("Combo1").rows->currentIndex(), 0);
     auto& tag = desk.control<QLineEdit>("colors", "Text1");
+    const int presses = desk.presses;
     QTest::keyClicks(&tag, "<b>");
     desk.settle();
+    EXPECT_EQ(desk.presses, presses) << "typing is none";
     EXPECT_EQ(desk.window("colors").control("Text1").text(), "<b>");
     EXPECT_EQ(tag.text(), "<b>");
 }

@@ -60,7 +60,10 @@ void QtDesktop::showIcon() {
 void QtDesktop::removeTrayIcon() {
     icon_.reset();
     loop_.cancel(std::exchange(giveUp_, TimerId::none));
-    if (hasDisplay_ && tray_)
+    if (!hasDisplay_)
+        return;
+    trayMenu_->close(); // it is filled anew with the next icon
+    if (tray_)
         tray_->hide();
 }
 
@@ -68,7 +71,7 @@ void QtDesktop::popUp(const Menu& menu) {
     while (QWidget* open = QApplication::activePopupWidget())
         if (!open->close())
             return;
-    fillMenu(*popup_, menu, loop_, MenuDrawnBy::qt);
+    fillMenu(*popup_, menu, chooses(), MenuDrawnBy::qt);
     popup_->popup(QCursor::pos());
 }
 
@@ -79,8 +82,15 @@ void QtDesktop::popUpTrayMenu() {
 
 void QtDesktop::fillTrayMenu() {
     if (icon_)
-        fillMenu(*trayMenu_, icon_->menu, loop_,
+        fillMenu(*trayMenu_, icon_->menu, chooses(),
                  isDrawnByDesktop() ? MenuDrawnBy::desktop : MenuDrawnBy::qt);
+}
+
+std::function<void(const Task&)> QtDesktop::chooses() {
+    return [this](const Task& action) {
+        pressed_();
+        loop_.post(action);
+    };
 }
 
 // An icon that lies in a window of Qt's own has a place; one that the desktop draws has none.

@@ -32,6 +32,9 @@ public:
     // Where there is no tray to bear an icon, this is called in its place.
     void withoutTray(Task task) { withoutTray_ = std::move(task); }
 
+    // This is called at once when the owner chooses from a menu.
+    void onPress(Task task) { pressed_ = std::move(task); }
+
     // The icon's menu where the pointer is, for whoever finds no tray.
     void popUpTrayMenu();
 
@@ -41,6 +44,7 @@ public:
 private:
     void showIcon();
     void fillTrayMenu();
+    std::function<void(const Task& action)> chooses();
     bool isDrawnByDesktop() const;
     void takeClick(int reason);
     void toggle();
@@ -48,6 +52,7 @@ private:
     EventLoop& loop_;
     std::function<bool()> hasTray_ = [] { return true; };
     Task withoutTray_ = [] {};
+    Task pressed_ = [] {};
     std::optional<TrayIcon> icon_;
     std::unique_ptr<QMenu> trayMenu_, popup_;
     std::unique_ptr<QSystemTrayIcon> tray_; // once there is one

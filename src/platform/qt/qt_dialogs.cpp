@@ -14,6 +14,11 @@ namespace larkspin {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+// What comes up so soon behind a press answers it.
+constexpr Nanoseconds answerTime = 1s;
+
 std::optional<std::string> firstOf(const std::vector<std::string>& paths) {
     return paths.empty() ? std::nullopt : std::optional(paths.front());
 }
@@ -27,21 +32,33 @@ QString nativeName(const std::string& path) {
     return QFile::decodeName(nativePath(path).c_str());
 }
 
+// Its format goes before its text, which would be read as markup otherwise.
+void describe(QMessageBox& box, QMessageBox::Icon icon, std::string_view title,
+              const std::string& text) {
+    box.setIcon(icon);
+    box.setWindowTitle(toQt(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(toQt(text));
+}
+
 } // namespace
 
 void QtDialogs::titledBox(const std::string& title, const std::string& text) {
-    QMessageBox box(QMessageBox::Information, toQt(title), toQt(text), QMessageBox::Ok);
+    QMessageBox box;
+    describe(box, QMessageBox::Information, title, text);
     show(box);
 }
 
 void QtDialogs::stopBox(const std::string& text) {
-    QMessageBox box(QMessageBox::Critical, toQt(boxTitle), toQt(text), QMessageBox::Ok);
+    QMessageBox box;
+    describe(box, QMessageBox::Critical, boxTitle, text);
     show(box);
 }
 
 bool QtDialogs::ask(const std::string& question) {
-    QMessageBox box(QMessageBox::NoIcon, toQt(boxTitle), toQt(question),
-                    QMessageBox::Yes | QMessageBox::No);
+    QMessageBox box;
+    describe(box, QMessageBox::NoIcon, boxTitle, question);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);
     return show(box) == QMessageBox::Yes;
@@ -50,6 +67,9 @@ bool QtDialogs::ask(const std::string& question) {
 std::optional<std::string> QtDialogs::askText(const TextQuestion& question) {
     QInputDialog dialog;
     dialog.setWindowTitle(toQt(question.title));
+    dialog.setLabelText({}); // makes the label
+    for (QLabel* label : dialog.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
     dialog.setLabelText(toQt(question.prompt));
     dialog.setTextValue(toQt(question.preset));
     if (show(dialog) != QDialog::Accepted || dialog.textValue().isEmpty())
@@ -106,17 +126,24 @@ std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQues
 
 // The windows, the tray and the room stay open to the owner, who may have to look something up.
 int QtDialogs::show(QDialog& dialog) {
-    for (QLabel* label : dialog.findChildren<QLabel*>())
-        label->setTextFormat(Qt::PlainText);
     bool finished = false;
     QObject::connect(&dialog, &QDialog::finished, [&finished] { finished = true; });
+    const bool answersPress = pressedAt_ && loop_.now() - *pressedAt_ < answerTime;
     dialog.setModal(false);
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+    dialog.setAttribute(Qt::WA_ShowWithoutActivating, !answersPress);
     dialog.show();
     dialog.raise();
-    dialog.activateWindow();
+    if (answersPress)
+        dialog.activateWindow();
     loop_.waitFor([&finished] { return finished; }, loop_.now() + answerLimit);
+    if (finished)
+        ownerPresses(); // another question may follow
     return finished ? dialog.result() : 0;
+}
+
+void QtDialogs::ownerPresses() {
+    pressedAt_ = loop_.now();
 }
 
 } // namespace larkspin

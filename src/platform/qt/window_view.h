@@ -23,6 +23,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -42,6 +43,7 @@ private:
     std::vector<std::unique_ptr<ControlView>> controls_;
     std::optional<Color> background_;
     int alpha_ = 255;
+    int calls_ = 0; // of its description, that have been answered
 };
 
 // Tells screen readers that it is a window. Once, before the first one.
