@@ -82,7 +82,12 @@ int main(int, char** arguments) {
             program.playback.mediaList.show();
     });
     loop.onSignals(endSignals, [&] { program.end(); });
-    display.onSessionEnd([&] { program.end(); });
+    display.onSessionEnd(
+        [&] {
+            program.keep();
+            room.keep();
+        },
+        [&] { program.end(); });
     display.onLoss([&] {
         desktop.loseDisplay();
         program.end();

@@ -5,11 +5,13 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
+#include <QEvent>
 #include <QIcon>
 #include <QScreen>
 #include <QSessionManager>
 #include <cstdio>
 #include <cstdlib>
+#include <sysexits.h>
 #include <utility>
 #include <vector>
 #include <xcb/xcb.h>
@@ -29,7 +31,7 @@ template <typename Type> using Reply = std::unique_ptr<Type, Free>;
     std::fputs(
         "larkspin: there is no display to show windows on; larkspin-tty runs in a terminal\n",
         stderr);
-    std::_Exit(EXIT_FAILURE);
+    std::_Exit(EX_UNAVAILABLE);
 }
 
 bool isSet(const char* variable) {
@@ -89,6 +91,22 @@ public:
 private:
     xcb_atom_t manager_, tray_;
     Task trayCame_;
+};
+
+// Qt would ask the windows first, of which some only hide when they are closed.
+class Quits : public QObject {
+public:
+    explicit Quits(Task end) : end_(std::move(end)) {}
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::Quit)
+            return false;
+        end_();
+        return true;
+    }
+
+private:
+    Task end_;
 };
 
 } // namespace
@@ -151,9 +169,11 @@ DisplaySize Display::size() const {
     return {screen->depth(), size.width(), size.height()};
 }
 
-void Display::onSessionEnd(Task task) {
+void Display::onSessionEnd(Task save, Task end) {
     QObject::connect(application_.get(), &QGuiApplication::commitDataRequest,
-                     [task = std::move(task)](QSessionManager&) { task(); });
+                     [save = std::move(save)](QSessionManager&) { save(); });
+    quits_ = std::make_unique<Quits>(std::move(end));
+    application_->installEventFilter(quits_.get());
 }
 
 // Qt calls exit(3) when its connection breaks.

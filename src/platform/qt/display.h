@@ -9,12 +9,13 @@
 
 class QAbstractNativeEventFilter;
 class QApplication;
+class QObject;
 
 namespace larkspin {
 
 class Display {
 public:
-    // Without a display this is told, and the process ends.
+    // Without a display this is told, and the process ends (EX_UNAVAILABLE).
     explicit Display(char* program);
     ~Display();
     Display(const Display&) = delete;
@@ -30,8 +31,9 @@ public:
     // Called when one comes to the display. Without X nobody tells.
     void onTray(Task task);
 
-    // Called as the desktop's session ends.
-    void onSessionEnd(Task task);
+    // As the desktop's session is about to end, which another program may still prevent, what there
+    // is to be saved is saved; as it does end, the second task is called.
+    void onSessionEnd(Task save, Task end);
 
     // Called when the display has gone, which ends the process behind it. Nothing can be shown any
     // more, nor waited for. One display per process.
@@ -46,6 +48,7 @@ private:
 
     std::unique_ptr<QApplication> application_;
     std::unique_ptr<QAbstractNativeEventFilter> newcomers_;
+    std::unique_ptr<QObject> quits_;
 };
 
 } // namespace larkspin
