@@ -19,6 +19,7 @@ using namespace std::chrono_literals;
 
 class QtDialogsTest : public testing::Test {
 protected:
+    QtDialogsTest() { dialogs.ownerPresses(); } // so that they take the keys
     // Types this into the dialog that will be open, and ends with that key.
     void answer(const std::string& typed, Qt::Key last) {
         look_ = loop.every(10ms, [=, this] {
