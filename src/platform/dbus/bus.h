@@ -77,8 +77,8 @@ private:
 
     sd_bus* bus_ = nullptr;
     WatchingLoop* loop_ = nullptr;
-    int descriptor_ = -1;     // watched
-    bool isBlocked_ = false;  // watched for taking bytes again
+    int descriptor_ = -1;    // watched
+    bool isBlocked_ = false; // watched for taking bytes again
     TimerId timer_ = TimerId::none;
 };
 
