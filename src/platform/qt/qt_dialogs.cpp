@@ -44,27 +44,31 @@ void describe(QMessageBox& box, QMessageBox::Icon icon, std::string_view title,
 } // namespace
 
 void QtDialogs::titledBox(const std::string& title, const std::string& text) {
+    const bool answersPress = isPressed();
     QMessageBox box;
     describe(box, QMessageBox::Information, title, text);
-    show(box);
+    show(box, answersPress);
 }
 
 void QtDialogs::stopBox(const std::string& text) {
+    const bool answersPress = isPressed();
     QMessageBox box;
     describe(box, QMessageBox::Critical, boxTitle, text);
-    show(box);
+    show(box, answersPress);
 }
 
 bool QtDialogs::ask(const std::string& question) {
+    const bool answersPress = isPressed();
     QMessageBox box;
     describe(box, QMessageBox::NoIcon, boxTitle, question);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);
-    return show(box) == QMessageBox::Yes;
+    return show(box, answersPress) == QMessageBox::Yes;
 }
 
 std::optional<std::string> QtDialogs::askText(const TextQuestion& question) {
+    const bool answersPress = isPressed();
     QInputDialog dialog;
     dialog.setWindowTitle(toQt(question.title));
     dialog.setLabelText({}); // makes the label
@@ -72,39 +76,44 @@ std::optional<std::string> QtDialogs::askText(const TextQuestion& question) {
         label->setTextFormat(Qt::PlainText);
     dialog.setLabelText(toQt(question.prompt));
     dialog.setTextValue(toQt(question.preset));
-    if (show(dialog) != QDialog::Accepted || dialog.textValue().isEmpty())
+    if (show(dialog, answersPress) != QDialog::Accepted || dialog.textValue().isEmpty())
         return std::nullopt;
     return dialog.textValue().toStdString();
 }
 
 std::optional<std::string> QtDialogs::openFile(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::ExistingFile);
-    return firstOf(askPaths(dialog, question));
+    return firstOf(askPaths(dialog, question, answersPress));
 }
 
 std::vector<std::string> QtDialogs::openFiles(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::ExistingFiles);
-    return askPaths(dialog, question);
+    return askPaths(dialog, question, answersPress);
 }
 
 std::optional<std::string> QtDialogs::saveFile(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    return firstOf(askPaths(dialog, question));
+    return firstOf(askPaths(dialog, question, answersPress));
 }
 
 std::optional<std::string> QtDialogs::openDirectory(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::Directory);
-    return firstOf(askPaths(dialog, question));
+    return firstOf(askPaths(dialog, question, answersPress));
 }
 
 // Not the desktop's own dialog, which isn't served by this loop, and no question whether to write
 // over a file: where the song or list really goes is the program's business.
-std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQuestion& question) {
+std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQuestion& question,
+                                             bool answersPress) {
     dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
                       QFileDialog::HideNameFilterDetails);
     dialog.setWindowTitle(toQt(question.title));
@@ -118,17 +127,16 @@ std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQues
     if (!question.preset.empty())
         dialog.selectFile(nativeName("c:\\" + question.preset).mid(1));
     std::vector<std::string> paths;
-    if (show(dialog) == QDialog::Accepted)
+    if (show(dialog, answersPress) == QDialog::Accepted)
         for (const QString& chosen : dialog.selectedFiles())
             paths.push_back(drivePath(QFile::encodeName(chosen).toStdString()));
     return paths;
 }
 
 // The windows, the tray and the room stay open to the owner, who may have to look something up.
-int QtDialogs::show(QDialog& dialog) {
+int QtDialogs::show(QDialog& dialog, bool answersPress) {
     bool finished = false;
     QObject::connect(&dialog, &QDialog::finished, [&finished] { finished = true; });
-    const bool answersPress = pressedAt_ && loop_.now() - *pressedAt_ < answerTime;
     dialog.setModal(false);
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
     dialog.setAttribute(Qt::WA_ShowWithoutActivating, !answersPress);
@@ -140,6 +148,11 @@ int QtDialogs::show(QDialog& dialog) {
     if (finished)
         ownerPresses(); // another question may follow
     return finished ? dialog.result() : 0;
+}
+
+// Asked before a dialog is made, which takes its time.
+bool QtDialogs::isPressed() const {
+    return pressedAt_ && loop_.now() - *pressedAt_ < answerTime;
 }
 
 void QtDialogs::ownerPresses() {

@@ -30,8 +30,10 @@ public:
 
 private:
     // What the dialog ended with; 0 when it was dismissed.
-    int show(QDialog& dialog);
-    std::vector<std::string> askPaths(QFileDialog& dialog, const FileQuestion& question);
+    int show(QDialog& dialog, bool answersPress);
+    std::vector<std::string> askPaths(QFileDialog& dialog, const FileQuestion& question,
+                                      bool answersPress);
+    bool isPressed() const; // a moment ago
 
     WatchingLoop& loop_;
     std::optional<Nanoseconds> pressedAt_;
