@@ -22,14 +22,17 @@
 #include "platform/qt/qt_windows.h"
 
 #include <csignal>
+#include <string_view>
 
 using namespace larkspin;
 
-int main(int, char** arguments) {
+int main(int count, char** arguments) {
     const auto endSignals = {SIGTERM, SIGHUP, SIGINT};
     openStandardStreams();
     blockSignals(endSignals);
-    Display display(arguments[0]);
+    Display display(count, arguments);
+    if (count > 1 && arguments[1] == std::string_view("--probe"))
+        return 0; // there is one
     QtLoop loop;
     ChatLines lines(loop);
     PosixFiles files(Wastebasket{userDataHome()});

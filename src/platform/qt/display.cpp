@@ -50,8 +50,8 @@ void tellWhatQtSays(QtMsgType type, const QMessageLogContext&, const QString& me
 // X first, also where it stands on Wayland, which gives windows no places and none the front. The
 // owner's own choice, by Qt's variables, goes before. As arguments, since the variables go on to
 // whatever the program starts.
-std::vector<const char*> argumentsOf(const char* program) {
-    std::vector<const char*> arguments = {program};
+std::vector<const char*> withOurs(int count, char** given) {
+    std::vector<const char*> arguments = {given[0]};
     if (!isSet("QT_QPA_PLATFORM") && isSet("DISPLAY"))
         arguments.insert(arguments.end(),
                          {"-platform", isSet("WAYLAND_DISPLAY") ? "xcb;wayland" : "xcb"});
@@ -72,6 +72,7 @@ xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name) {
 }
 
 // By the rules of X, whoever takes such a name tells all that listen to the root window, as Qt
+    arguments.insert(arguments.end(), given + 1, given + count);
 // does.
 class Newcomers : public QAbstractNativeEventFilter {
 public:
@@ -111,11 +112,11 @@ private:
 
 } // namespace
 
-Display::Display(char* program) {
+Display::Display(int given, char** givenArguments) {
     if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM"))
         endWithoutDisplay();
     // Qt keeps references to both.
-    static std::vector<const char*> arguments = argumentsOf(program);
+    static std::vector<const char*> arguments = withOurs(given, givenArguments);
     static int count = static_cast<int>(arguments.size());
     arguments.push_back(nullptr);
     qInstallMessageHandler(tellWhatQtSays);

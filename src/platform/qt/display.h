@@ -15,8 +15,9 @@ namespace larkspin {
 
 class Display {
 public:
-    // Without a display this is told, and the process ends (EX_UNAVAILABLE).
-    explicit Display(char* program);
+    // Without a display this is told, and the process ends (EX_UNAVAILABLE). Qt takes what it knows
+    // of the arguments: by one of them a session manager knows the program again.
+    Display(int count, char** arguments);
     ~Display();
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
