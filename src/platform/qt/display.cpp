@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QScreen>
 #include <QSessionManager>
+#include <QThread>
 #include <cstdio>
 #include <cstdlib>
 #include <sysexits.h>
@@ -21,6 +22,8 @@ namespace larkspin {
 namespace {
 
 Task lossTask; // for the end of the process, which knows no objects
+QtMessageHandler tellAsUsual = nullptr;
+constexpr unsigned longestSave = 10; // seconds
 
 struct Free {
     void operator()(void* reply) const { std::free(reply); }
@@ -47,6 +50,18 @@ void tellWhatQtSays(QtMsgType type, const QMessageLogContext&, const QString& me
         std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
 }
 
+// On Wayland Qt leaves by _exit(2) when its connection breaks, right behind these words: in its own
+// thread, which must wait for the program's, as well as in the program's.
+void hearOfLoss(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    tellAsUsual(type, context, message);
+    if (!message.startsWith("The Wayland connection "))
+        return;
+    if (QThread::currentThread() == QCoreApplication::instance()->thread())
+        return lossTask();
+    QMetaObject::invokeMethod(QCoreApplication::instance(), lossTask, Qt::QueuedConnection);
+    QThread::sleep(longestSave);
+}
+
 // X first, also where it stands on Wayland, which gives windows no places and none the front. The
 // owner's own choice, by Qt's variables, goes before. As arguments, since the variables go on to
 // whatever the program starts.
@@ -57,6 +72,7 @@ std::vector<const char*> withOurs(int count, char** given) {
                          {"-platform", isSet("WAYLAND_DISPLAY") ? "xcb;wayland" : "xcb"});
     if (!isSet("QT_QPA_PLATFORMTHEME")) // a desktop's own would bring its toolkit along
         arguments.insert(arguments.end(), {"-platformtheme", "generic"});
+    arguments.insert(arguments.end(), given + 1, given + count);
     return arguments;
 }
 
@@ -72,7 +88,6 @@ xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name) {
 }
 
 // By the rules of X, whoever takes such a name tells all that listen to the root window, as Qt
-    arguments.insert(arguments.end(), given + 1, given + count);
 // does.
 class Newcomers : public QAbstractNativeEventFilter {
 public:
@@ -131,14 +146,14 @@ Display::Display(int given, char** givenArguments) {
 
 Display::~Display() = default;
 
-// By the rules of X, a program that draws windows together owns this name. Without X, whoever shows
-// windows does so.
+// By the rules of X, a program that draws windows together owns this name. Qt's Wayland can't fade
+// a window, and says so each time.
 bool Display::drawsTransparency() const {
-    return isX() ? isOwned("_NET_WM_CM_S0") : QApplication::platformName() == "wayland";
+    return isX() && isOwned("_NET_WM_CM_S0");
 }
 
 bool Display::hasTray() const {
-    return !isX() || isOwned(trayName);
+    return isX() && isOwned(trayName);
 }
 
 void Display::onTray(Task task) {
@@ -177,9 +192,10 @@ void Display::onSessionEnd(Task save, Task end) {
     application_->installEventFilter(quits_.get());
 }
 
-// Qt calls exit(3) when its connection breaks.
+// On X Qt calls exit(3) when its connection breaks.
 void Display::onLoss(Task task) {
     lossTask = std::move(task);
+    tellAsUsual = qInstallMessageHandler(hearOfLoss);
     std::atexit([] { lossTask(); });
 }
 

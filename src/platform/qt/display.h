@@ -26,10 +26,10 @@ public:
     bool drawsTransparency() const;
     DisplaySize size() const;
 
-    // A tray that stands on the display itself. Without X only Qt knows.
+    // A tray that stands on the display itself, as on X alone.
     bool hasTray() const;
 
-    // Called when one comes to the display. Without X nobody tells.
+    // Called when one comes to the display.
     void onTray(Task task);
 
     // As the desktop's session is about to end, which another program may still prevent, what there
