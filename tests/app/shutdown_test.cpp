@@ -38,7 +38,7 @@ TEST(Shutdown, SavesAllAsSoonAsAllIsLoaded) {
 }
 
 TEST(Shutdown, GoesOnWhenTheSessionDoesntEndAfterAll) {
-    VirtualMachine machine;
+    VirtualMachine machine({"a.mp3"});
     machine.owner("'volume 7");
     machine.program->keep();
     EXPECT_EQ(machine.setting("volume"), "7");
