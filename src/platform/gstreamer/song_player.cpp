@@ -229,9 +229,11 @@ void SongPlayer::handle(GstMessage* message) {
     }
 }
 
-// A decodebin loses the error of a demuxer that fails while it is being put in.
+// A decodebin loses the error of a demuxer that fails while it is being put in. Once there is a
+// sound to play, a short song has been read, and it is the output that takes its time.
 void SongPlayer::watchOpening() {
-    if (!isOpening() || std::chrono::steady_clock::now() - loadedAt_ < longestSilence)
+    if (!isOpening() || std::chrono::steady_clock::now() - loadedAt_ < longestSilence ||
+        countSounds() > 0)
         return;
     bool stopped = false;
     GstIterator* const parts = gst_bin_iterate_recurse(GST_BIN(playbin_.get()));
