@@ -102,6 +102,7 @@ int main(int count, char** arguments) {
             room.show();
         else // which it says as it starts, and ends
             raiseRunningCopy(sessionBusAddress());
+        dialogs.ownerPresses(); // the program's own icon
         program.start();
         room.open([&] { program.end(); });
     });

@@ -19,6 +19,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace larkspin {
@@ -121,6 +122,7 @@ TEST(Windows, ComeBackFromBeingMinimizedAndLeaveTheFocusAlone) {
     Desk desk;
     QLineEdit chat;
     chat.show();
+    keepontop(desk.window("mp3s"));
     QWidget& media = desk.show("mp3s");
     const std::function<void()> ways[] = {[&] { desk.owner("'media"); },
                                           [&] { desk.run(desk.desktop.icon->onDoubleClick); }};
@@ -132,8 +134,12 @@ TEST(Windows, ComeBackFromBeingMinimizedAndLeaveTheFocusAlone) {
         ASSERT_TRUE(comes(desk, [&] { return chat.hasFocus(); }));
         comeBack();
         desk.settle();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&media));
+        EXPECT_TRUE(comes(desk, [&] { return media.windowHandle()->isExposed(); }));
         EXPECT_TRUE(chat.hasFocus());
+        chat.setGeometry(media.geometry());
+        chat.raise();
+        const QPoint middle = media.geometry().center();
+        EXPECT_TRUE(comes(desk, [&] { return QApplication::topLevelAt(middle) == &media; }));
     }
 }
 
@@ -175,6 +181,37 @@ TEST(Windows, LeaveTheKeysToTheOwnerUnlessTheyAnswerAPressOfHis) {
     EXPECT_TRUE(boxTakesKeys());
 }
 
+// Each by a real hand, which goes by what is on the display.
+TEST(Windows, AreDraggedByMouseAndHiddenByKeyboard) {
+    Desk desk;
+    const auto pointTo = [](int x, int y) {
+        hand({"mousemove", QString::number(x), QString::number(y)});
+    };
+    for (Window* window : desk.program->windows()) {
+        if (window->name == "dire" || window->name == "stops")
+            continue; // it comes and goes by itself
+        SCOPED_TRACE(window->name);
+        window->place.left = 1500;
+        window->place.top = 1500;
+        QWidget& widget = desk.show(window->name);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+        ASSERT_TRUE(comes(desk, [&] { return widget.pos() == QPoint(100, 100); }));
+        pointTo(130, 110);
+        hand({"mousedown", "1"});
+        EXPECT_TRUE(comes(desk, [&] { return window->dragged; }));
+        for (const int way : {4, 20, 40, 60}) {
+            pointTo(130 + way, 110 + way);
+            desk.settle();
+        }
+        hand({"mouseup", "1"});
+        EXPECT_TRUE(comes(desk, [&] { return window->place.left > 1500; }));
+        EXPECT_TRUE(comes(desk, [&] { return !window->dragged; }));
+        EXPECT_TRUE(comes(desk, [&] { return widget.isActiveWindow(); }));
+        hand({"key", "Escape"});
+        EXPECT_TRUE(comes(desk, [&] { return !window->visible; }));
+    }
+}
+
 TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
     Desk desk;
     const QPoint start = desk.show("mp3s").pos();
@@ -210,8 +247,15 @@ TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
     EXPECT_EQ(desk.show("mp3s").pos(), end);
 }
 
-TEST(Windows, AreFetchedBackOntoTheScreen) {
+TEST(Windows, StandInTheMiddleOfTheScreenUntilTheyAreMoved) {
     Desk desk;
+    const QWidget& splash = desk.show("dire");
+    const QPoint middle = QApplication::primaryScreen()->availableGeometry().center();
+    EXPECT_TRUE(
+        comes(desk, [&] { return (splash.geometry().center() - middle).manhattanLength() <= 2; }));
+}
+
+TEST(Windows, AreFetchedBackOntoTheScreen) {
     const QRect screen = QApplication::primaryScreen()->availableGeometry();
     const std::tuple<int, int, bool> corners[] = {// pixels, and whether they stay
                                                   {-3000, -200, false},
@@ -221,6 +265,7 @@ TEST(Windows, AreFetchedBackOntoTheScreen) {
                                                   {screen.right() - 60, 5, true}};
     for (const auto& [left, top, stays] : corners) {
         SCOPED_TRACE(left);
+        Desk desk;
         Window& window = desk.window("mp3s");
         window.place.left = left * 15;
         window.place.top = top * 15;

@@ -67,7 +67,8 @@ void WindowView::addMoveKeys() {
 // give it the keyboard.
 bool WindowView::refresh(bool areOtherScreens) {
     const bool isCalled = std::exchange(calls_, window_.calls) != window_.calls;
-    if (isCalled && isMinimized())
+    const bool comesBack = isCalled && isVisible() && isMinimized();
+    if (comesBack)
         hide();
     const bool appears = window_.visible && !isVisible();
     bool hasChanged = false;
@@ -80,6 +81,8 @@ bool WindowView::refresh(bool areOtherScreens) {
         hasChanged = true;
         setWindowState(windowState() & ~Qt::WindowMinimized);
         setVisible(window_.visible);
+        if (comesBack && window_.visible)
+            stayOnTopAgain();
     }
     if (window_.visible && (appears || isCalled)) {
         hasChanged = true;
@@ -87,6 +90,12 @@ bool WindowView::refresh(bool areOtherScreens) {
         raiseDialogs();
     }
     return hasChanged;
+}
+
+// A window manager that has just seen it go may forget what it was asked for before.
+void WindowView::stayOnTopAgain() {
+    for (const bool isOnTop : {false, window_.onTop})
+        windowHandle()->setFlag(Qt::WindowStaysOnTopHint, isOnTop);
 }
 
 bool WindowView::refreshFrame() {

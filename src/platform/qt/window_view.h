@@ -30,6 +30,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void stayOnTopAgain();
     bool refreshFrame();
     void refreshControls();
     void makeControls();
