@@ -1,18 +1,10 @@
 // What the terminal program takes as a process: to start, of memory, of the processor's sleep.
-#include "library/line_files.h"
-#include "library/playlist_row.h"
-#include "made_music.h"
-#include "platform/posix/drive_paths.h"
-#include "platform/posix/posix_files.h"
+#include "home.h"
+#include "process_use.h"
 #include "support/child.h"
-#include "support/made_songs.h"
-#include "support/temp_directory.h"
 #include "works.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 namespace larkspin {
@@ -22,51 +14,13 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto patience = 20s;
-constexpr auto wakeupsWatched = 3s;
-constexpr auto songLength = 60s;
 
 // What the start waits before it greets.
 constexpr double startPause = 0.1;
 
-// What the player below keeps for all its users: it takes seconds to make.
-using Cache = std::shared_ptr<TempDirectory>;
-
-// A home with a playlist in which one song really plays, if there is to be one.
-class Home {
-public:
-    Home(int rows, Cache cache, const std::string& songType = "")
-        : song_(disk_.path() / ("tone" + songType)), cache_(std::move(cache)) {
-        std::vector<Row> made = scannedRows(rows - 1);
-        made.push_back(Row(rowOfFile(song_.filename().native(), drivePath(disk_.path().native()))));
-        if (!songType.empty())
-            makeSong(song_, std::chrono::duration<double>(songLength).count());
-        const auto data = disk_.path() / "larkspin";
-        std::filesystem::create_directories(data);
-        PosixFiles files;
-        LineFiles(files).savelines(drivePath((data / "temp.lst").native()), savedOrder(made));
-        disk_.write("larkspin/larkspin.ini",
-                    "[lark]\r\nload=212\r\nplayed=4711\r\ntempo=100\r\nvolume=50\r\nsilent=no\r\n"
-                    "trigger='\r\nmp3sec=987654\r\nprogsec=1987654\r\nmedia filter=mp3\r\n");
-    }
-
-    bool hasSong() const { return std::filesystem::exists(song_); }
-    const std::filesystem::path& song() const { return song_; }
-
-    // Everything that the program and the player under it keep stays in here, also the lock
-    // by which a running copy is known.
-    std::vector<std::string> variables() const {
-        const std::string path = disk_.path().native();
-        return {"HOME=" + path, "XDG_DATA_HOME=" + path, "XDG_CONFIG_HOME=" + path,
-                "XDG_RUNTIME_DIR=" + path, "XDG_CACHE_HOME=" + cache_->path().native()};
-    }
-
-    std::unique_ptr<Child> start() const { return Child::start(LARKSPIN_TTY, variables()); }
-
-private:
-    TempDirectory disk_;
-    std::filesystem::path song_;
-    Cache cache_;
-};
+std::unique_ptr<Child> startOn(const Home& home) {
+    return Child::start(LARKSPIN_TTY, home.variables());
+}
 
 // What is typed while the program starts is answered when it runs.
 bool comesUp(Child& child) {
@@ -76,7 +30,7 @@ bool comesUp(Child& child) {
 
 // The first start fills the cache: it isn't counted.
 bool warmUp(benchmark::State& state, const Home& home) {
-    const auto child = home.start();
+    const auto child = startOn(home);
     if (!child)
         state.SkipWithError("not built");
     else if (!comesUp(*child))
@@ -90,36 +44,20 @@ bool greets(Child& child) {
     return child.says("larkspin player - by moraine", patience);
 }
 
-void start(benchmark::State& state, const Cache& cache, bool (*isThere)(Child&), double pauses) {
+void start(benchmark::State& state, const HomeCache& cache, bool (*isThere)(Child&),
+           double pauses) {
     const Home home(static_cast<int>(state.range(0)), cache);
     if (!warmUp(state, home))
         return;
     for (auto _ : state) {
         const auto begin = std::chrono::steady_clock::now();
-        const std::unique_ptr<Child> child = home.start();
+        const std::unique_ptr<Child> child = startOn(home);
         const bool there = child && isThere(*child);
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
         state.SetIterationTime(std::max(taken.count() - pauses, 0.0));
         if (!there)
             state.SkipWithError("doesn't start");
     }
-}
-
-std::filesystem::path processDirectory(pid_t process) {
-    return "/proc/" + std::to_string(process);
-}
-
-// The process with all that it has started, and what these have.
-std::vector<pid_t> processTree(pid_t root) {
-    std::vector<pid_t> tree{root};
-    std::error_code gone;
-    for (const auto& task :
-         std::filesystem::directory_iterator(processDirectory(root) / "task", gone)) {
-        std::ifstream children(task.path() / "children");
-        for (pid_t child = 0; children >> child;)
-            std::ranges::copy(processTree(child), std::back_inserter(tree));
-    }
-    return tree;
 }
 
 // Not every song's file stays open while it plays, but its position comes by the first second.
@@ -137,7 +75,7 @@ bool plays(Child& child) {
 std::unique_ptr<Child> running(benchmark::State& state, const Home& home) {
     if (!warmUp(state, home))
         return nullptr;
-    auto child = home.start();
+    auto child = startOn(home);
     if (!child || !comesUp(*child)) {
         state.SkipWithError("doesn't start");
         return nullptr;
@@ -153,37 +91,8 @@ std::unique_ptr<Child> running(benchmark::State& state, const Home& home) {
     return child;
 }
 
-// A number of a file such as /proc/<pid>/status, which stands behind its name and a colon.
-double numberIn(const std::filesystem::path& file, const std::string& name) {
-    std::ifstream lines(file);
-    for (std::string word; lines >> word;) {
-        double value = 0;
-        if (word == name + ':' && lines >> value)
-            return value;
-    }
-    return 0;
-}
-
-double sleeps(const Child& child) {
-    double count = 0;
-    std::error_code gone;
-    for (const pid_t process : processTree(child.id()))
-        for (const auto& task :
-             std::filesystem::directory_iterator(processDirectory(process) / "task", gone))
-            count += numberIn(task.path() / "status", "voluntary_ctxt_switches");
-    return count;
-}
-
-// What is shared with other processes counts by its share.
-double megabytes(const Child& child) {
-    double kilobytes = 0;
-    for (const pid_t process : processTree(child.id()))
-        kilobytes += numberIn(processDirectory(process) / "smaps_rollup", "Pss");
-    return kilobytes / 1024;
-}
-
-void amount(benchmark::State& state, const Cache& cache, const std::string& songType,
-            const std::string& unit, double (*measure)(const Child&)) {
+void amount(benchmark::State& state, const HomeCache& cache, const std::string& songType,
+            const std::string& unit, double (*measure)(pid_t)) {
     state.counters["size"] = fullSize;
     state.SetLabel(unit);
     const Home home(fullSize, cache, songType);
@@ -193,18 +102,11 @@ void amount(benchmark::State& state, const Cache& cache, const std::string& song
     for (auto _ : state)
         state.SetIterationTime(1);
     if (child)
-        state.counters["amount"] = measure(*child);
+        state.counters["amount"] = measure(child->id());
 }
 
-double wakeupsPerSecond(const Child& child) {
-    const double before = sleeps(child);
-    std::this_thread::sleep_for(wakeupsWatched);
-    return (sleeps(child) - before) / std::chrono::duration<double>(wakeupsWatched).count();
-}
-
-void addAmount(const std::string& name, double budget, const Cache& cache,
-               const std::string& songType, const std::string& unit,
-               double (*measure)(const Child&)) {
+void addAmount(const std::string& name, double budget, const HomeCache& cache,
+               const std::string& songType, const std::string& unit, double (*measure)(pid_t)) {
     addWork(name, budget,
             [=](benchmark::State& state) { amount(state, cache, songType, unit, measure); })
         ->UseManualTime()
@@ -215,7 +117,7 @@ void addAmount(const std::string& name, double budget, const Cache& cache,
 } // namespace
 
 void addTerminalWorks() {
-    const auto cache = std::make_shared<TempDirectory>();
+    const HomeCache cache = std::make_shared<TempDirectory>();
     const auto addStart = [&](const std::string& name, double budget, bool (*isThere)(Child&),
                               double pauses) {
         addSizedWork(name, budget, [=](benchmark::State& state) {

@@ -47,6 +47,7 @@ void addChatWorks();
 void addRefreshWorks();
 void addScanWorks();
 void addTerminalWorks();
+void addDesktopWorks();
 
 // Walks the tree as `find` does, to its end; the output is thrown away. False when it can't be run.
 bool runFind(const std::string& nativePath);

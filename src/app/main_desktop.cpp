@@ -4,6 +4,7 @@
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
 #include "platform/dbus/mpris_service.h"
+#include "platform/dbus/running_copy.h"
 #include "platform/dbus/tray_host.h"
 #include "platform/irc/irc_link.h"
 #include "platform/player/player_control.h"
@@ -22,14 +23,17 @@
 #include "platform/qt/qt_windows.h"
 
 #include <csignal>
+#include <string_view>
 
 using namespace larkspin;
 
-int main(int, char** arguments) {
+int main(int count, char** arguments) {
     const auto endSignals = {SIGTERM, SIGHUP, SIGINT};
     openStandardStreams();
     blockSignals(endSignals);
-    Display display(arguments[0]);
+    Display display(count, arguments);
+    if (count > 1 && arguments[1] == std::string_view("--probe"))
+        return 0; // there is one
     QtLoop loop;
     ChatLines lines(loop);
     PosixFiles files(Wastebasket{userDataHome()});
@@ -63,18 +67,32 @@ int main(int, char** arguments) {
                      .process = process,
                      .dataDirectory = userDataDirectory(),
                      .fadesWindows = display.drawsTransparency()});
-    const MprisService remote(
-        loop, sessionBusAddress(), program.playback.remote,
-        {.raise = [&] { program.playback.mediaList.show(); }, .quit = [&] { program.exit(); }});
-    const TrayHost trayHost(loop, sessionBusAddress());
+    const MprisService remote(loop, sessionBusAddress(), program.playback.remote,
+                              {.raise =
+                                   [&] {
+                                       program.playback.mediaList.show();
+                                       room.show();
+                                   },
+                               .quit = [&] { program.exit(); }});
+    TrayHost trayHost(loop, sessionBusAddress());
+    trayHost.onArrival([&] { desktop.trayCame(); });
+    display.onTray([&] { desktop.trayCame(); });
     desktop.findTrayBy([&] { return display.hasTray() || trayHost.isThere(); });
-    const QtWindows windows(loop, program.windows(), [&] { desktop.popUpTrayMenu(); });
+    const QtWindows windows(loop, program.windows(),
+                            {.titleMenu = [&] { desktop.popUpTrayMenu(); },
+                             .pressed = [&] { dialogs.ownerPresses(); }});
+    desktop.onPress([&] { dialogs.ownerPresses(); });
     desktop.withoutTray([&] {
         if (!program.playback.mediaWindow.mp3s.visible)
             program.playback.mediaList.show();
     });
     loop.onSignals(endSignals, [&] { program.end(); });
-    display.onSessionEnd([&] { program.end(); });
+    display.onSessionEnd(
+        [&] {
+            program.keep();
+            room.keep();
+        },
+        [&] { program.end(); });
     display.onLoss([&] {
         desktop.loseDisplay();
         program.end();
@@ -82,8 +100,11 @@ int main(int, char** arguments) {
     room.completeBy(
         [&](std::string_view typed) { return completionOf(program.shell.state, typed); });
     loop.post([&] {
-        if (process.claimOnlyCopy()) // any other copy says so as it starts, and ends
+        if (process.claimOnlyCopy())
             room.show();
+        else // which it says as it starts, and ends
+            raiseRunningCopy(sessionBusAddress());
+        dialogs.ownerPresses(); // the program's own icon
         program.start();
         room.open([&] { program.end(); });
     });

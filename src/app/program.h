@@ -36,6 +36,9 @@ public:
     void exit();
     void end();
 
+    // Saves as these do, and goes on: the process may be about to end, or not.
+    void keep();
+
     // Saves, and starts again in the same process.
     void restart();
 

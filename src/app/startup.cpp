@@ -144,6 +144,11 @@ void Program::end() {
     machine.process.end();
 }
 
+void Program::keep() {
+    if (phase_ == Phase::running)
+        save();
+}
+
 void Program::restart() {
     if (phase_ != Phase::running)
         return; // one is at it

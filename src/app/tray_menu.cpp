@@ -116,7 +116,7 @@ Entries tree(Program& p) {
 
 void toggleMediaWindow(Program& p) {
     Window& mp3s = p.playback.mediaWindow.mp3s;
-    if (mp3s.visible)
+    if (isInSight(mp3s))
         mp3s.visible = false;
     else
         p.playback.mediaList.show();

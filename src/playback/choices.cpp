@@ -61,7 +61,7 @@ void Choices::showWithStopWindow() {
     show();
     stops.place.left = commandsWindow_.larkmain.place.left;
     stops.place.top = commandsWindow_.larkmain.place.top - stopsAbove;
-    stops.visible = true;
+    bringUp(stops);
     state_.stopsCaption = stopsOffering;
 }
 
@@ -97,7 +97,7 @@ void Choices::markNormal() {
 }
 
 void Choices::showStopWindow() {
-    stops.visible = true;
+    bringUp(stops);
     state_.stopsCaption = stopsResting;
 }
 

@@ -33,7 +33,7 @@ std::string sizeText(std::uintmax_t bytes) {
 
 void MediaList::show() {
     state_.setMasterIndex(transport_.resumeRow());
-    window_.mp3s.visible = true;
+    bringUp(window_.mp3s);
 }
 
 void MediaList::media() {

@@ -74,9 +74,12 @@ struct Window {
     std::vector<Control> controls = {};
     Color background = black;
     bool visible = false;
-    bool onTop = false;   // stays above the windows of all other programs
-    bool dragged = false; // moves with the mouse until its button is released
-    int alpha = 255;      // 0 see-through, 255 opaque
+    int calls = 0;          // how often it has been brought up
+    bool minimized = false; // out of sight, by whoever shows windows for the owner
+    bool centred = false;   // in the middle of his screen, until he moves it
+    bool onTop = false;     // stays above the windows of all other programs
+    bool dragged = false;   // moves with the mouse until its button is released
+    int alpha = 255;        // 0 see-through, 255 opaque
 
     // Nothing when there is no control of that name.
     Control* find(const std::string& wanted) {
@@ -99,9 +102,20 @@ inline void keepontop(Window& window) {
     window.onTop = true;
 }
 
-inline void showOnTop(Window& window) {
+// Into the owner's sight, also when it is visible already: it may stand behind others, or be
+// minimized.
+inline void bringUp(Window& window) {
     window.visible = true;
+    ++window.calls;
+}
+
+inline void showOnTop(Window& window) {
+    bringUp(window);
     keepontop(window);
+}
+
+inline bool isInSight(const Window& window) {
+    return window.visible && !window.minimized;
 }
 
 // As a run of the program ends: out of sight, and where it was first.

@@ -37,6 +37,14 @@ TEST(Shutdown, SavesAllAsSoonAsAllIsLoaded) {
     EXPECT_EQ(machine.setting("volume"), "50");
 }
 
+TEST(Shutdown, GoesOnWhenTheSessionDoesntEndAfterAll) {
+    VirtualMachine machine({"a.mp3"});
+    machine.owner("'volume 7");
+    machine.program->keep();
+    EXPECT_EQ(machine.setting("volume"), "7");
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  a");
+}
+
 TEST(Shutdown, RestartsWithEverythingAnew) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 9.9s);
     for (const char* line :

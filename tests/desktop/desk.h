@@ -46,7 +46,10 @@ struct Desk : VirtualMachine {
     }
 
     int titleMenus = 0; // that have been asked for
-    QtWindows windows{loop, program->windows(), [this] { ++titleMenus; }};
+    int presses = 0;    // that have been told of
+    QtWindows windows{loop,
+                      program->windows(),
+                      {.titleMenu = [this] { ++titleMenus; }, .pressed = [this] { ++presses; }}};
 };
 
 } // namespace larkspin

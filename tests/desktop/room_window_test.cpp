@@ -162,6 +162,13 @@ TEST_F(RoomWindowTest, CompletesOnTab) {
     input().empty();
     strike("\t");
     EXPECT_NE(QApplication::focusWidget(), &input());
+    input().setFocus();
+    std::string reached;
+    for (int step = 0; step < 2; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        reached += QApplication::focusWidget()->accessibleName().toStdString() + '\n';
+    }
+    EXPECT_EQ(reached, "people in the room\nwhat is said\n");
 }
 
 TEST_F(RoomWindowTest, ShowsMarkupAsStyleAndAllElseAsText) {

@@ -1,5 +1,7 @@
 // The windows as their owner works them: by mouse, by keyboard and by a screen reader.
 #include "desktop/desk.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_loop.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 
@@ -7,6 +9,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QListView>
@@ -16,6 +19,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace larkspin {
@@ -94,6 +98,7 @@ TEST(Windows, AppearWhereTheyAreDescribedAndLeaveTheFocusAlone) {
     ASSERT_TRUE(comes(desk, [&] { return chat.hasFocus(); }));
     for (Window* window : desk.program->windows()) {
         SCOPED_TRACE(window->name);
+        window->centred = false;
         window->place.left = 1500;
         window->place.top = 750;
         QWidget& widget = desk.show(window->name);
@@ -110,6 +115,100 @@ TEST(Windows, AppearWhereTheyAreDescribedAndLeaveTheFocusAlone) {
         window->visible = false;
         desk.settle();
         EXPECT_FALSE(widget.isVisible());
+    }
+}
+
+TEST(Windows, ComeBackFromBeingMinimizedAndLeaveTheFocusAlone) {
+    Desk desk;
+    QLineEdit chat;
+    chat.show();
+    keepontop(desk.window("mp3s"));
+    QWidget& media = desk.show("mp3s");
+    const std::function<void()> ways[] = {[&] { desk.owner("'media"); },
+                                          [&] { desk.run(desk.desktop.icon->onDoubleClick); }};
+    for (const auto& comeBack : ways) {
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&media));
+        hand({"windowminimize", QString::number(media.winId())}); // by the window manager
+        ASSERT_TRUE(comes(desk, [&] { return media.isMinimized(); }));
+        chat.activateWindow();
+        ASSERT_TRUE(comes(desk, [&] { return chat.hasFocus(); }));
+        comeBack();
+        desk.settle();
+        EXPECT_TRUE(comes(desk, [&] { return media.windowHandle()->isExposed(); }));
+        EXPECT_TRUE(chat.hasFocus());
+        chat.setGeometry(media.geometry());
+        chat.raise();
+        const QPoint middle = media.geometry().center();
+        EXPECT_TRUE(comes(desk, [&] { return QApplication::topLevelAt(middle) == &media; }));
+    }
+}
+
+TEST(Windows, DontCoverWhatWaitsForAnAnswer) {
+    Desk desk;
+    QDialog older, newer;
+    for (QDialog* box : {&older, &newer}) {
+        box->setWindowFlag(Qt::WindowStaysOnTopHint);
+        box->setGeometry(310, 310, 200, 100);
+        box->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(box));
+    }
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.show("mp3s")));
+    EXPECT_TRUE(comes(desk, [&] { return QApplication::topLevelAt(350, 350) == &newer; }));
+}
+
+TEST(Windows, LeaveTheKeysToTheOwnerUnlessTheyAnswerAPressOfHis) {
+    QtLoop loop;
+    QtDialogs dialogs(loop);
+    QLineEdit chat;
+    chat.show();
+    const auto boxTakesKeys = [&] {
+        chat.activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return chat.hasFocus(); }));
+        bool takes = false;
+        loop.post([&takes] {
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* const box = qobject_cast<QDialog*>(window)) {
+                    EXPECT_TRUE(QTest::qWaitForWindowExposed(box));
+                    takes = QTest::qWaitFor([&] { return box->isActiveWindow(); }, 500);
+                    box->close();
+                }
+        });
+        dialogs.box("anything");
+        return takes;
+    };
+    EXPECT_FALSE(boxTakesKeys());
+    dialogs.ownerPresses();
+    EXPECT_TRUE(boxTakesKeys());
+}
+
+// Each by a real hand, which goes by what is on the display.
+TEST(Windows, AreDraggedByMouseAndHiddenByKeyboard) {
+    Desk desk;
+    const auto pointTo = [](int x, int y) {
+        hand({"mousemove", QString::number(x), QString::number(y)});
+    };
+    for (Window* window : desk.program->windows()) {
+        if (window->name == "dire" || window->name == "stops")
+            continue; // it comes and goes by itself
+        SCOPED_TRACE(window->name);
+        window->place.left = 1500;
+        window->place.top = 1500;
+        QWidget& widget = desk.show(window->name);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+        ASSERT_TRUE(comes(desk, [&] { return widget.pos() == QPoint(100, 100); }));
+        pointTo(130, 110);
+        hand({"mousedown", "1"});
+        EXPECT_TRUE(comes(desk, [&] { return window->dragged; }));
+        for (const int way : {4, 20, 40, 60}) {
+            pointTo(130 + way, 110 + way);
+            desk.settle();
+        }
+        hand({"mouseup", "1"});
+        EXPECT_TRUE(comes(desk, [&] { return window->place.left > 1500; }));
+        EXPECT_TRUE(comes(desk, [&] { return !window->dragged; }));
+        EXPECT_TRUE(comes(desk, [&] { return widget.isActiveWindow(); }));
+        hand({"key", "Escape"});
+        EXPECT_TRUE(comes(desk, [&] { return !window->visible; }));
     }
 }
 
@@ -148,8 +247,15 @@ TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
     EXPECT_EQ(desk.show("mp3s").pos(), end);
 }
 
-TEST(Windows, AreFetchedBackOntoTheScreen) {
+TEST(Windows, StandInTheMiddleOfTheScreenUntilTheyAreMoved) {
     Desk desk;
+    const QWidget& splash = desk.show("dire");
+    const QPoint middle = QApplication::primaryScreen()->availableGeometry().center();
+    EXPECT_TRUE(
+        comes(desk, [&] { return (splash.geometry().center() - middle).manhattanLength() <= 2; }));
+}
+
+TEST(Windows, AreFetchedBackOntoTheScreen) {
     const QRect screen = QApplication::primaryScreen()->availableGeometry();
     const std::tuple<int, int, bool> corners[] = {// pixels, and whether they stay
                                                   {-3000, -200, false},
@@ -159,13 +265,15 @@ TEST(Windows, AreFetchedBackOntoTheScreen) {
                                                   {screen.right() - 60, 5, true}};
     for (const auto& [left, top, stays] : corners) {
         SCOPED_TRACE(left);
+        Desk desk;
         Window& window = desk.window("mp3s");
         window.place.left = left * 15;
         window.place.top = top * 15;
         const QWidget& widget = desk.show("mp3s");
         // The window manager takes its time.
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&, at = QPoint(left, top), there = stays] { return (widget.pos() == at) == there; }));
+        EXPECT_TRUE(comes(desk, [&, at = QPoint(left, top), there = stays] {
+            return (widget.pos() == at) == there;
+        }));
         if (!stays)
             EXPECT_TRUE(screen.contains(widget.geometry()));
         EXPECT_EQ(window.place.left, widget.x() * 15);
@@ -336,7 +444,11 @@ TEST(Windows, TakeWhatIsDroppedOnAList) {
     const auto url = [&](const char* below) {
         return QUrl::fromLocalFile(QString::fromStdString((desk.disk.path() / below).native()));
     };
-    files.setUrls({url("new"), url("100%.ogg"), QUrl("https://example.org/a.mp3")});
+    const auto closed = desk.disk.path() / "closed"; // but not to root
+    std::filesystem::create_directory(closed);
+    std::filesystem::permissions(closed, {});
+    files.setUrls({url("new"), url("100%.ogg"), url("closed"), url("gone.mp3"),
+                   QUrl("https://example.org/a.mp3")});
     QWidget& target = *desk.control<QListView>("mp3s", "playlistView").viewport();
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
     QApplication::sendEvent(&target, &enter);
@@ -344,6 +456,7 @@ TEST(Windows, TakeWhatIsDroppedOnAList) {
     QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
     QApplication::sendEvent(&target, &drop);
     desk.advance(5s);
+    std::filesystem::permissions(closed, std::filesystem::perms::owner_all);
     const RowList& rows = desk.state().playlistView;
     ASSERT_EQ(rows.count(), 5);
     EXPECT_EQ(rows.row(4).substr(0, 9), "two words");
@@ -368,14 +481,18 @@ TEST(Windows, HoldValuesThatBothSidesChange) {
     desk.settle();
     EXPECT_EQ(desk.window("colors").control("Combo1").rows->currentIndex(), 0);
     auto& tag = desk.control<QLineEdit>("colors", "Text1");
+    const int presses = desk.presses;
     QTest::keyClicks(&tag, "<b>");
     desk.settle();
+    EXPECT_EQ(desk.presses, presses) << "typing is none";
     EXPECT_EQ(desk.window("colors").control("Text1").text(), "<b>");
     EXPECT_EQ(tag.text(), "<b>");
 }
 
 TEST(Windows, ComeBackInTheNextRun) {
     Desk desk;
+    const QPoint middle = desk.show("dire").geometry().center();
+    EXPECT_EQ(middle, QApplication::primaryScreen()->availableGeometry().center());
     desk.show("notez");
     desk.restart();
     desk.settle();

@@ -3,6 +3,7 @@
 #include "support/desktop_program.h"
 
 #include <csignal>
+#include <sysexits.h>
 
 namespace larkspin {
 namespace {
@@ -31,7 +32,7 @@ TEST_F(DesktopProgramTest, NamesTheOtherProgramWhereThereIsNoDisplay) {
     for (const char* const display : {"", ":4711"}) {
         const auto child = start(display);
         EXPECT_TRUE(child->says("no display to show windows on; larkspin-tty", patience));
-        EXPECT_EQ(child->ends(patience), 1);
+        EXPECT_EQ(child->ends(patience), EX_UNAVAILABLE);
     }
     EXPECT_EQ(disk.read("larkspin/larkspin.ini"), "");
 }

@@ -2,10 +2,13 @@
 #include "support/real_player.h"
 
 #include <cmath>
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
+#include <unistd.h>
 
 namespace larkspin {
 namespace {
@@ -156,6 +159,48 @@ TEST_F(PlayerTest, PausesSeeksAndStops) {
     player.Open(player.FileName());
     player.setCurrentPosition(100); // while opening: to the end
     EXPECT_TRUE(reaches(player, PlayState::stopped));
+}
+
+// Whoever opens the file stands still until it is given free.
+TEST_F(PlayerTest, WhatIsOrderedWhileItIsBeingOpenedHolds) {
+    std::signal(SIGIO, SIG_IGN); // by which it is asked for
+    PlayerControl player(loop, playing(clockedSink), tell);
+    for (const char* name : {"a.mp3", "a.mid"}) {
+        SCOPED_TRACE(name);
+        const std::string path = song(name, 10);
+        const int file = ::open((disk.path() / name).c_str(), O_RDONLY | O_CLOEXEC);
+        ASSERT_EQ(::fcntl(file, F_SETLEASE, F_WRLCK), 0);
+        player.Open(path);
+        player.setRate(2);
+        player.setCurrentPosition(7);
+        EXPECT_TRUE(staysFor(player, PlayState::waiting, 100ms));
+        player.Pause();
+        ::close(file);
+        EXPECT_TRUE(reaches(player, PlayState::paused));
+        EXPECT_TRUE(staysFor(player, PlayState::paused, 100ms));
+        EXPECT_NEAR(player.CurrentPosition(), 7, 0.001);
+        player.Play();
+        EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 7.1; }));
+    }
+}
+
+// Two of these outputs break soon behind the seek.
+TEST_F(PlayerTest, StaysWhereItIsSetToWhateverBecomesOfItsOutput) {
+    const std::string path = song("a.wav", 10);
+    for (const std::string output :
+         {"", "identity error-after=3 ! ", "identity error-after=4 ! "}) {
+        SCOPED_TRACE(output);
+        PlayerControl player(loop, playing(output + clockedSink), tell);
+        player.Open(path);
+        ASSERT_TRUE(comesTrue([&] { return player.CurrentPosition() > 0.25; }));
+        player.setCurrentPosition(7);
+        player.Pause();
+        EXPECT_TRUE(staysFor(player, PlayState::paused, 300ms));
+        EXPECT_NEAR(player.CurrentPosition(), 7, 0.001);
+        player.Play();
+        EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 7.2; }));
+        EXPECT_LT(player.CurrentPosition(), 7.5);
+    }
 }
 
 TEST_F(PlayerTest, GoesOnFromWhereItIsSetTo) {

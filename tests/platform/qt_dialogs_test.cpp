@@ -21,6 +21,7 @@ class QtDialogsTest : public testing::Test {
 protected:
     // Types this into the dialog that will be open, and ends with that key.
     void answer(const std::string& typed, Qt::Key last) {
+        dialogs.ownerPresses(); // so that it takes the keys
         look_ = loop.every(10ms, [=, this] {
             const auto windows = QApplication::topLevelWidgets();
             const auto found = std::ranges::find_if(windows, [](QWidget* window) {
@@ -59,6 +60,7 @@ TEST_F(QtDialogsTest, EventsRunWhileABoxIsOpenAndMarkupIsText) {
     int ticks = 0;
     loop.every(1ms, [&] { ++ticks; });
     loop.post([&] { loop.once(100ms, [&] { answer("", Qt::Key_Escape); }); });
+    dialogs.ownerPresses();
     dialogs.titledBox("news", "<b>bold</b> & more");
     EXPECT_GT(ticks, 20);
     EXPECT_EQ(title, "news");

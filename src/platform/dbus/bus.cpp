@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <poll.h>
 #include <unistd.h>
+#include <utility>
 
 namespace larkspin {
 
@@ -68,12 +69,10 @@ Bus::Bus(const std::string& address) {
 }
 
 void Bus::close() {
-    if (loop_ && descriptor_ >= 0) {
-        loop_->unwatch(descriptor_);
-        loop_->unwatchWritable(descriptor_);
+    if (loop_) {
+        unwatch();
         loop_->cancel(timer_);
     }
-    descriptor_ = -1;
     bus_ = sd_bus_close_unref(bus_);
 }
 
@@ -140,11 +139,27 @@ void Bus::attach(WatchingLoop& loop) {
     if (!bus_)
         return;
     loop_ = &loop;
-    descriptor_ = sd_bus_get_fd(bus_);
-    if (descriptor_ < 0)
-        return close();
-    loop.watch(descriptor_, [this] { serve(); });
     settle();
+}
+
+// Of an address with alternatives each has a descriptor of its own, until one answers.
+void Bus::follow() {
+    const int now = sd_bus_get_fd(bus_);
+    if (now == descriptor_)
+        return;
+    unwatch();
+    descriptor_ = now;
+    if (descriptor_ >= 0)
+        loop_->watch(descriptor_, [this] { serve(); });
+}
+
+void Bus::unwatch() {
+    if (descriptor_ < 0)
+        return;
+    loop_->unwatch(descriptor_);
+    loop_->unwatchWritable(descriptor_);
+    descriptor_ = -1;
+    isBlocked_ = false;
 }
 
 void Bus::serve() {
@@ -156,9 +171,13 @@ void Bus::serve() {
 void Bus::settle() {
     if (!loop_ || !bus_)
         return;
-    if (hasToWrite())
+    follow();
+    if (descriptor_ < 0)
+        return close();
+    const bool wasBlocked = std::exchange(isBlocked_, hasToWrite());
+    if (isBlocked_ && !wasBlocked)
         loop_->watchWritable(descriptor_, [this] { serve(); });
-    else
+    else if (!isBlocked_ && wasBlocked)
         loop_->unwatchWritable(descriptor_);
     loop_->cancel(timer_);
     const Nanoseconds left = timeLeft(bus_);

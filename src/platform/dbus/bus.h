@@ -72,10 +72,13 @@ private:
     bool process(); // false when there is nothing more to do now
     void serve();
     bool hasToWrite() const;
+    void follow();
+    void unwatch();
 
     sd_bus* bus_ = nullptr;
     WatchingLoop* loop_ = nullptr;
-    int descriptor_ = -1; // watched
+    int descriptor_ = -1;    // watched
+    bool isBlocked_ = false; // watched for taking bytes again
     TimerId timer_ = TimerId::none;
 };
 

@@ -22,7 +22,8 @@ bool isTrue(sd_bus_message* answer) {
 
 } // namespace
 
-TrayHost::TrayHost(WatchingLoop& loop, const std::string& busAddress) : bus_(busAddress) {
+TrayHost::TrayHost(WatchingLoop& loop, const std::string& busAddress)
+    : loop_(loop), bus_(busAddress) {
     bus_.attach(loop);
     const auto hear = [](sd_bus_message*, void* host, sd_bus_error*) {
         static_cast<TrayHost*>(host)->look();
@@ -39,7 +40,11 @@ void TrayHost::look() {
         {watcher, "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties", "Get"});
     if (call && sd_bus_message_set_auto_start(call.get(), 0) >= 0 &&
         sd_bus_message_append(call.get(), "ss", watcher, property) >= 0)
-        bus_.ask(call, [this](sd_bus_message* answer) { isThere_ = isTrue(answer); });
+        bus_.ask(call, [this](sd_bus_message* answer) {
+            const bool wasThere = std::exchange(isThere_, isTrue(answer));
+            if (isThere_ && !wasThere)
+                loop_.post([this] { arrived_(); });
+        });
 }
 
 } // namespace larkspin

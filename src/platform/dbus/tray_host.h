@@ -5,6 +5,7 @@
 #include "platform/dbus/bus.h"
 
 #include <string>
+#include <utility>
 
 namespace larkspin {
 
@@ -15,11 +16,16 @@ public:
 
     bool isThere() const { return isThere_; }
 
+    // Called when one has come.
+    void onArrival(Task task) { arrived_ = std::move(task); }
+
 private:
     void look();
 
+    WatchingLoop& loop_;
     Bus bus_;
     bool isThere_ = false;
+    Task arrived_ = [] {};
 };
 
 } // namespace larkspin

@@ -46,7 +46,7 @@ void AudioOutput::attach(GstElement* pipeline) {
     if (attached_ && (!silent_ || now - triedAt_ < retryInterval))
         return;
     triedAt_ = now;
-    GstElement* sink = openOutput();
+    GstElement* sink = std::exchange(takeSilence_, false) ? nullptr : openOutput();
     if (!sink && attached_)
         return;
     attached_ = true;
@@ -56,9 +56,9 @@ void AudioOutput::attach(GstElement* pipeline) {
     g_object_set(pipeline, "audio-sink", watched(sink), nullptr);
 }
 
-void AudioOutput::lose() {
+void AudioOutput::lose(bool takeSilence) {
     attached_ = false;
-    lost_ = true;
+    takeSilence_ = takeSilence;
 }
 
 bool AudioOutput::holds(GstObject* element) const {
@@ -70,15 +70,26 @@ GstElement* AudioOutput::watched(GstElement* sink) {
     GstElement* const bin = gst_bin_new(nullptr);
     gst_bin_add(GST_BIN(bin), sink);
     const GstRef<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
-    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, note, this, nullptr);
+    const int kinds = GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM |
+                      GST_PAD_PROBE_TYPE_EVENT_FLUSH;
+    gst_pad_add_probe(pad.get(), static_cast<GstPadProbeType>(kinds), note, this, nullptr);
     new LargeChunks(pad.get()); // NOLINT: the pad deletes it
     gst_element_add_pad(bin, gst_ghost_pad_new("sink", pad.get()));
     bin_.reset(GST_ELEMENT(gst_object_ref_sink(bin)));
     return bin;
 }
 
-GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo*, gpointer self) {
-    static_cast<AudioOutput*>(self)->sounded_ = true;
+GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo* info, gpointer self) {
+    auto& output = *static_cast<AudioOutput*>(self);
+    if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
+        output.sounded_ = true;
+        return GST_PAD_PROBE_OK;
+    }
+    const GstEventType type = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info));
+    if (type == GST_EVENT_EOS)
+        output.atEnd_ = true;
+    else if (type == GST_EVENT_STREAM_START || type == GST_EVENT_FLUSH_STOP)
+        output.atEnd_ = false;
     return GST_PAD_PROBE_OK;
 }
 
@@ -86,8 +97,6 @@ GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo*, gpointer self) {
 GstElement* AudioOutput::openOutput() const {
     if (description_.empty())
         return openDevice();
-    if (lost_)
-        return nullptr;
     return gst_parse_bin_from_description_full(description_.c_str(), TRUE, nullptr,
                                                GST_PARSE_FLAG_FATAL_ERRORS, nullptr);
 }

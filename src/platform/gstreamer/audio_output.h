@@ -17,11 +17,14 @@ public:
     // Gives the pipeline an output, unless it has a good one.
     void attach(GstElement* pipeline);
 
-    // It broke; the next `attach` looks anew.
-    void lose();
+    // It broke; the next `attach` looks anew, or takes silence at once.
+    void lose(bool takeSilence);
 
     bool isSilent() const { return silent_; }
     bool holds(GstObject* element) const;
+
+    // Whether all sound has come, and none can come any more but behind a seek.
+    bool isAtEnd() const { return atEnd_; }
 
     // Whether any sound has come this far since it was asked for the last time.
     bool hasSounded() { return sounded_.exchange(false); }
@@ -30,15 +33,15 @@ private:
     GstElement* openOutput() const;
     GstElement* silence();
     GstElement* watched(GstElement* sink);
-    static GstPadProbeReturn note(GstPad*, GstPadProbeInfo*, gpointer self);
+    static GstPadProbeReturn note(GstPad*, GstPadProbeInfo* info, gpointer self);
 
     std::string description_; // of a sink to use instead of a device
     bool attached_ = false;
-    bool lost_ = false; // at least once
+    bool takeSilence_ = false;
     bool silent_ = false;
     std::chrono::steady_clock::time_point triedAt_;
     GstRef<GstElement> bin_; // the one in use
-    std::atomic<bool> sounded_ = false;
+    std::atomic<bool> sounded_ = false, atEnd_ = false;
 };
 
 } // namespace larkspin

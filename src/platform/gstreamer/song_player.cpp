@@ -82,9 +82,9 @@ void SongPlayer::applyLoudness() {
 
 void SongPlayer::begin() {
     song_ = wishes_.song;
-    duration_ = position_ = resumeAt_ = 0;
+    duration_ = position_ = 0;
     seeking_ = seekDone_ = 0;
-    sounded_ = triedAnotherOutput_ = false;
+    sounded_ = lostOutput_ = displaced_ = false;
     source_.reset();
     if (wishes_.path.empty()) {
         finish(SongPhase::ended);
@@ -118,7 +118,6 @@ std::unique_ptr<SoundReader> SongPlayer::openMidi(const std::string& path) {
 // Every song is opened paused: its rate can be set once it is known to be seekable, and no
 // moment of it sounds at another rate.
 void SongPlayer::load() {
-    phase_ = SongPhase::opening;
     seekable_ = prerolled_ = moving_ = playing_ = false;
     rate_ = 1;
     loadedAt_ = std::chrono::steady_clock::now();
@@ -139,36 +138,59 @@ void SongPlayer::setUpSource(GstElement*, GstElement* source, gpointer self) {
         player->source_->connect(source);
 }
 
-// From what is to what is wished.
+// From what is to what is wished, step by step. One that begins before the last one is through
+// would leave the song's clock where it was.
 void SongPlayer::drive() {
-    if (!prerolled_ || moving_)
-        return;
-    if (seekable_ && rate_ != wishes_.rate) {
-        rate_ = wishes_.rate;
-        readPosition();
-        seek(resumeAt_ > 0 ? std::exchange(resumeAt_, 0) : position_);
-    } else if (resumeAt_ > 0) {
-        seek(std::exchange(resumeAt_, 0));
-    } else if (seekDone_ != wishes_.seek) {
-        seeking_ = wishes_.seek;
-        seek(wishes_.seekTo);
+    while (prerolled_ && isSettled() && step()) {
     }
-    if (moving_)
-        return;
-    if (playing_ != wishes_.playing) {
-        playing_ = wishes_.playing;
-        gst_element_set_state(playbin_.get(), playing_ ? GST_STATE_PLAYING : GST_STATE_PAUSED);
-    }
-    if (!playing_)
-        phase_ = SongPhase::open;
 }
 
-void SongPlayer::seek(double target) {
+bool SongPlayer::isSettled() const {
+    const auto result = gst_element_get_state(playbin_.get(), nullptr, nullptr, 0);
+    return result == GST_STATE_CHANGE_SUCCESS || result == GST_STATE_CHANGE_NO_PREROLL;
+}
+
+// False when all is as wished. A song is moved while it is paused, so that whatever is wished
+// meanwhile finds nothing sounding from where it was, or from where it is to stay.
+bool SongPlayer::step() {
+    if (std::exchange(moving_, false))
+        seekDone_ = seeking_;
+    if (!seekable_) { // it plays from where it is
+        seekDone_ = wishes_.seek;
+        displaced_ = false;
+    }
+    const bool placed = isPlaced();
+    if (const bool playing = wishes_.playing && placed; playing_ != playing) {
+        playing_ = playing;
+        gst_element_set_state(playbin_.get(), playing ? GST_STATE_PLAYING : GST_STATE_PAUSED);
+    } else if (!placed) {
+        move();
+    } else {
+        phase_ = SongPhase::open;
+        return false;
+    }
+    return true;
+}
+
+bool SongPlayer::isOpening() const {
+    return !prerolled_ && (phase_ == SongPhase::opening || phase_ == SongPhase::open);
+}
+
+bool SongPlayer::isPlaced() const {
+    return !displaced_ && seekDone_ == wishes_.seek && (!seekable_ || rate_ == wishes_.rate);
+}
+
+// To the place and the rate that are wished, in one.
+void SongPlayer::move() {
+    readPosition();
+    double target = seekDone_ == wishes_.seek ? position_ : wishes_.seekTo;
     if (duration_ > 0)
         target = std::min(target, duration_);
-    moving_ =
-        seekable_ && gst_element_seek(playbin_.get(), rate_, GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH,
-                                      GST_SEEK_TYPE_SET, clockTime(target), GST_SEEK_TYPE_NONE, -1);
+    displaced_ = false;
+    seeking_ = wishes_.seek;
+    rate_ = wishes_.rate;
+    moving_ = gst_element_seek(playbin_.get(), rate_, GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH,
+                               GST_SEEK_TYPE_SET, clockTime(target), GST_SEEK_TYPE_NONE, -1);
     if (moving_)
         position_ = target;
     else
@@ -179,16 +201,9 @@ void SongPlayer::handle(GstMessage* message) {
     const bool isOfAll = GST_MESSAGE_SRC(message) == GST_OBJECT(playbin_.get());
     switch (GST_MESSAGE_TYPE(message)) {
     case GST_MESSAGE_ASYNC_DONE:
-        if (isOfAll)
+        if (isOfAll && !prerolled_)
             preroll();
         break;
-    case GST_MESSAGE_STATE_CHANGED: {
-        GstState now{};
-        gst_message_parse_state_changed(message, nullptr, &now, nullptr);
-        if (isOfAll && now == GST_STATE_PLAYING)
-            phase_ = SongPhase::open;
-        break;
-    }
     case GST_MESSAGE_DURATION_CHANGED:
         if (prerolled_)
             readDuration();
@@ -202,8 +217,9 @@ void SongPlayer::handle(GstMessage* message) {
             gst_element_set_state(playbin_.get(), GST_STATE_PLAYING);
         }
         break;
-    case GST_MESSAGE_EOS:
-        handleEnd();
+    case GST_MESSAGE_EOS: // of before a pause or a seek, it comes again when the song ends anew
+        if (playing_ && output_.isAtEnd())
+            handleEnd();
         break;
     case GST_MESSAGE_ERROR:
         handleError(message);
@@ -213,9 +229,11 @@ void SongPlayer::handle(GstMessage* message) {
     }
 }
 
-// A decodebin loses the error of a demuxer that fails while it is being put in.
+// A decodebin loses the error of a demuxer that fails while it is being put in. Once there is a
+// sound to play, a short song has been read, and it is the output that takes its time.
 void SongPlayer::watchOpening() {
-    if (!isOpening() || std::chrono::steady_clock::now() - loadedAt_ < longestSilence)
+    if (!isOpening() || std::chrono::steady_clock::now() - loadedAt_ < longestSilence ||
+        countSounds() > 0)
         return;
     bool stopped = false;
     GstIterator* const parts = gst_bin_iterate_recurse(GST_BIN(playbin_.get()));
@@ -230,25 +248,25 @@ void SongPlayer::watchOpening() {
         finish(SongPhase::failed);
 }
 
-// The first time, the song is ready; later, it has been moved.
+int SongPlayer::countSounds() const {
+    gint sounds = 0;
+    g_object_get(playbin_.get(), "n-audio", &sounds, nullptr);
+    return sounds;
+}
+
 void SongPlayer::preroll() {
-    if (!std::exchange(prerolled_, true)) {
-        gint sounds = 0;
-        g_object_get(playbin_.get(), "n-audio", &sounds, nullptr);
-        if (sounds == 0) {
-            finish(SongPhase::failed);
-            return;
-        }
-        readDuration();
-        GstQuery* const query = gst_query_new_seeking(GST_FORMAT_TIME);
-        gboolean seekable = FALSE;
-        if (gst_element_query(playbin_.get(), query))
-            gst_query_parse_seeking(query, nullptr, &seekable, nullptr, nullptr);
-        gst_query_unref(query);
-        seekable_ = seekable;
-    } else if (std::exchange(moving_, false)) {
-        seekDone_ = seeking_;
+    if (countSounds() == 0) {
+        finish(SongPhase::failed);
+        return;
     }
+    prerolled_ = true;
+    readDuration();
+    GstQuery* const query = gst_query_new_seeking(GST_FORMAT_TIME);
+    gboolean seekable = FALSE;
+    if (gst_element_query(playbin_.get(), query))
+        gst_query_parse_seeking(query, nullptr, &seekable, nullptr, nullptr);
+    gst_query_unref(query);
+    seekable_ = seekable;
 }
 
 void SongPlayer::readDuration() {
@@ -259,7 +277,7 @@ void SongPlayer::readDuration() {
 
 void SongPlayer::readPosition() {
     gint64 position = 0;
-    if (prerolled_ && !moving_ &&
+    if (prerolled_ && !moving_ && !displaced_ &&
         gst_element_query_position(playbin_.get(), GST_FORMAT_TIME, &position))
         position_ = seconds(position);
 }
@@ -273,20 +291,19 @@ void SongPlayer::handleEnd() {
     finish(sounded_ && duration_ > 0 ? SongPhase::ended : SongPhase::failed);
 }
 
-// An output that broke is replaced, once a song: the song goes on where it was. A file that is
-// damaged at some place is played up to there.
+// An output that broke is replaced, by silence the second time: the song goes on where it was, and
+// nobody but its listener can tell. A file that is damaged at some place is played up to there.
 void SongPlayer::handleError(GstMessage* message) {
-    if (!output_.holds(GST_MESSAGE_SRC(message)) || triedAnotherOutput_) {
+    if (!output_.holds(GST_MESSAGE_SRC(message)) || output_.isSilent()) {
         handleEnd();
         gst_element_set_state(playbin_.get(), GST_STATE_NULL);
         return;
     }
-    triedAnotherOutput_ = true;
     readPosition();
-    resumeAt_ = position_;
+    displaced_ = position_ > 0;
     sounded_ |= output_.hasSounded();
     clear();
-    output_.lose();
+    output_.lose(std::exchange(lostOutput_, true));
     load();
 }
 
@@ -313,8 +330,8 @@ PlayerReport SongPlayer::report() {
     return {.song = song_,
             .seek = seekDone_,
             .phase = phase_,
-            .moving = moving_,
-            .advancing = isPlaying() && !moving_,
+            .moving = moving_ || isOpening() || displaced_,
+            .advancing = isPlaying(),
             .withoutDevice = output_.isSilent(),
             .duration = duration_,
             .position = position_,

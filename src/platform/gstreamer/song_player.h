@@ -29,7 +29,7 @@ public:
     bool isPlaying() const { return playing_ && phase_ == SongPhase::open; }
 
     // To be asked from time to time: gives a song up that will never be ready.
-    bool isOpening() const { return phase_ == SongPhase::opening; }
+    bool isOpening() const; // also once more, because it lost its output
     void watchOpening();
 
 private:
@@ -39,10 +39,14 @@ private:
     std::unique_ptr<SoundReader> openMidi(const std::string& path);
     void load();
     void drive();
-    void seek(double target);
+    bool isSettled() const;
+    bool step();
+    bool isPlaced() const;
+    void move();
     void handle(GstMessage* message);
     void handleError(GstMessage* message);
     void handleEnd();
+    int countSounds() const;
     void preroll();
     void readDuration();
     void readPosition();
@@ -64,13 +68,13 @@ private:
     double duration_ = 0, position_ = 0;
     bool seekable_ = false;
     bool prerolled_ = false; // moving and playing make sense from here on
-    bool moving_ = false;    // a new rate or a seek is waited for, one at a time
+    bool moving_ = false;    // to a new place or rate
     double rate_ = 1;
     bool playing_ = false; // what the pipeline was told
     std::uint32_t seeking_ = 0, seekDone_ = 0;
     bool sounded_ = false;
-    bool triedAnotherOutput_ = false;
-    double resumeAt_ = 0; // where a song that lost its output goes on
+    bool lostOutput_ = false; // at least once
+    bool displaced_ = false;  // by that: it isn't at its position
 };
 
 } // namespace larkspin

@@ -222,8 +222,10 @@ void PlayerControl::take(const PlayerReport& report) {
     report_ = report;
     if (report.withoutDevice)
         tellOnce("larkspin: no sound device, songs play silently");
-    if (isTaken() && report.duration > 0 && !stopped_)
-        duration_ = report.duration;
+    if (!isTaken() || report.duration <= 0 || stopped_)
+        return;
+    duration_ = report.duration;
+    position_ = std::min(position_, duration_); // of a seek before the length was known
 }
 
 void PlayerControl::tellOnce(const std::string& line) {

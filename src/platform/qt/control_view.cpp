@@ -127,7 +127,7 @@ bool ControlView::mouseMoved(const QMouseEvent& event) {
 void ControlView::hover() {
     if (std::exchange(*isHovering_, true))
         return;
-    hand().does([name = name_, isHovering = isHovering_](Window& window) {
+    hand().passes([name = name_, isHovering = isHovering_](Window& window) {
         *isHovering = false;
         larkspin::hover(window, name);
     });
@@ -163,7 +163,9 @@ bool ControlView::dragged(QEvent& event) const {
     drop.setDropAction(Qt::CopyAction);
     drop.accept();
     if (event.type() == QEvent::Drop)
-        hand().does([name = name_, paths](Window& window) { larkspin::drop(window, name, paths); });
+        hand().does([name = name_, those = usable(paths)](Window& window) {
+            larkspin::drop(window, name, those);
+        });
     return true;
 }
 

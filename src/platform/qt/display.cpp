@@ -3,12 +3,16 @@
 #include "platform/qt/icon.h"
 #include "platform/qt/looks.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
+#include <QEvent>
 #include <QIcon>
 #include <QScreen>
 #include <QSessionManager>
+#include <QThread>
 #include <cstdio>
 #include <cstdlib>
+#include <sysexits.h>
 #include <utility>
 #include <vector>
 #include <xcb/xcb.h>
@@ -18,6 +22,8 @@ namespace larkspin {
 namespace {
 
 Task lossTask; // for the end of the process, which knows no objects
+QtMessageHandler tellAsUsual = nullptr;
+constexpr unsigned longestSave = 10; // seconds
 
 struct Free {
     void operator()(void* reply) const { std::free(reply); }
@@ -28,7 +34,7 @@ template <typename Type> using Reply = std::unique_ptr<Type, Free>;
     std::fputs(
         "larkspin: there is no display to show windows on; larkspin-tty runs in a terminal\n",
         stderr);
-    std::_Exit(EXIT_FAILURE);
+    std::_Exit(EX_UNAVAILABLE);
 }
 
 bool isSet(const char* variable) {
@@ -44,26 +50,88 @@ void tellWhatQtSays(QtMsgType type, const QMessageLogContext&, const QString& me
         std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
 }
 
+// On Wayland Qt leaves by _exit(2) when its connection breaks, right behind these words: in its own
+// thread, which must wait for the program's, as well as in the program's.
+void hearOfLoss(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    tellAsUsual(type, context, message);
+    if (!message.startsWith("The Wayland connection "))
+        return;
+    if (QThread::currentThread() == QCoreApplication::instance()->thread())
+        return lossTask();
+    QMetaObject::invokeMethod(QCoreApplication::instance(), lossTask, Qt::QueuedConnection);
+    QThread::sleep(longestSave);
+}
+
 // X first, also where it stands on Wayland, which gives windows no places and none the front. The
 // owner's own choice, by Qt's variables, goes before. As arguments, since the variables go on to
 // whatever the program starts.
-std::vector<const char*> argumentsOf(const char* program) {
-    std::vector<const char*> arguments = {program};
+std::vector<const char*> withOurs(int count, char** given) {
+    std::vector<const char*> arguments = {given[0]};
     if (!isSet("QT_QPA_PLATFORM") && isSet("DISPLAY"))
         arguments.insert(arguments.end(),
                          {"-platform", isSet("WAYLAND_DISPLAY") ? "xcb;wayland" : "xcb"});
     if (!isSet("QT_QPA_PLATFORMTHEME")) // a desktop's own would bring its toolkit along
         arguments.insert(arguments.end(), {"-platformtheme", "generic"});
+    arguments.insert(arguments.end(), given + 1, given + count);
     return arguments;
 }
 
+constexpr const char* trayName = "_NET_SYSTEM_TRAY_S0";
+
+// No atom, which is 0, when the display has gone.
+xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name) {
+    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        connection,
+        xcb_intern_atom(connection, false, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+// By the rules of X, whoever takes such a name tells all that listen to the root window, as Qt
+// does.
+class Newcomers : public QAbstractNativeEventFilter {
+public:
+    Newcomers(xcb_connection_t* connection, Task trayCame)
+        : manager_(atomOf(connection, "MANAGER")), tray_(atomOf(connection, trayName)),
+          trayCame_(std::move(trayCame)) {}
+
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+        const auto* const event = static_cast<const xcb_client_message_event_t*>(message);
+        constexpr int sentByOthers = 0x80;
+        if ((event->response_type & ~sentByOthers) == XCB_CLIENT_MESSAGE &&
+            event->type == manager_ && event->data.data32[1] == tray_)
+            trayCame_();
+        return false;
+    }
+
+private:
+    xcb_atom_t manager_, tray_;
+    Task trayCame_;
+};
+
+// Qt would ask the windows first, of which some only hide when they are closed.
+class Quits : public QObject {
+public:
+    explicit Quits(Task end) : end_(std::move(end)) {}
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::Quit)
+            return false;
+        end_();
+        return true;
+    }
+
+private:
+    Task end_;
+};
+
 } // namespace
 
-Display::Display(char* program) {
+Display::Display(int given, char** givenArguments) {
     if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM"))
         endWithoutDisplay();
     // Qt keeps references to both.
-    static std::vector<const char*> arguments = argumentsOf(program);
+    static std::vector<const char*> arguments = withOurs(given, givenArguments);
     static int count = static_cast<int>(arguments.size());
     arguments.push_back(nullptr);
     qInstallMessageHandler(tellWhatQtSays);
@@ -78,14 +146,23 @@ Display::Display(char* program) {
 
 Display::~Display() = default;
 
-// By the rules of X, a program that draws windows together owns this name. Without X, whoever shows
-// windows does so.
+// By the rules of X, a program that draws windows together owns this name. Qt's Wayland can't fade
+// a window, and says so each time.
 bool Display::drawsTransparency() const {
-    return isX() ? isOwned("_NET_WM_CM_S0") : QApplication::platformName() == "wayland";
+    return isX() && isOwned("_NET_WM_CM_S0");
 }
 
 bool Display::hasTray() const {
-    return !isX() || isOwned("_NET_SYSTEM_TRAY_S0");
+    return isX() && isOwned(trayName);
+}
+
+void Display::onTray(Task task) {
+    if (!isX())
+        return;
+    newcomers_ = std::make_unique<Newcomers>(
+        application_->nativeInterface<QNativeInterface::QX11Application>()->connection(),
+        std::move(task));
+    application_->installNativeEventFilter(newcomers_.get());
 }
 
 bool Display::isX() const {
@@ -95,14 +172,8 @@ bool Display::isX() const {
 bool Display::isOwned(std::string_view name) const {
     xcb_connection_t* const connection =
         application_->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-        connection,
-        xcb_intern_atom(connection, false, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    if (!atom)
-        return false;
     const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, atom->atom), nullptr));
+        connection, xcb_get_selection_owner(connection, atomOf(connection, name)), nullptr));
     return owner && owner->owner != XCB_NONE;
 }
 
@@ -114,14 +185,17 @@ DisplaySize Display::size() const {
     return {screen->depth(), size.width(), size.height()};
 }
 
-void Display::onSessionEnd(Task task) {
+void Display::onSessionEnd(Task save, Task end) {
     QObject::connect(application_.get(), &QGuiApplication::commitDataRequest,
-                     [task = std::move(task)](QSessionManager&) { task(); });
+                     [save = std::move(save)](QSessionManager&) { save(); });
+    quits_ = std::make_unique<Quits>(std::move(end));
+    application_->installEventFilter(quits_.get());
 }
 
-// Qt calls exit(3) when its connection breaks.
+// On X Qt calls exit(3) when its connection breaks.
 void Display::onLoss(Task task) {
     lossTask = std::move(task);
+    tellAsUsual = qInstallMessageHandler(hearOfLoss);
     std::atexit([] { lossTask(); });
 }
 

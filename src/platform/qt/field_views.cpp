@@ -30,7 +30,7 @@ protected:
 
     void tell(const QString& text) {
         shown_ = text.toStdString();
-        hand().does(
+        hand().passes(
             [name = name(), words = shown_](Window& window) { editText(window, name, words); });
     }
 

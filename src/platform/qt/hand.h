@@ -10,26 +10,33 @@
 
 namespace larkspin {
 
+// What else is told of it.
+struct HandTells {
+    Task titleMenu = [] {}; // stands in for the tray icon's menu, where there may be no tray
+    Task pressed = [] {};   // at once
+};
+
 class Hand {
 public:
-    // `titleMenu` stands in for the tray icon's menu, where there may be no tray.
-    Hand(EventLoop& loop, Window& window, Task titleMenu)
-        : loop_(loop), window_(window), titleMenu_(std::move(titleMenu)) {}
+    Hand(EventLoop& loop, Window& window, HandTells tells)
+        : loop_(loop), window_(window), tells_(std::move(tells)) {}
 
     Window& window() const { return window_; }
 
     void does(std::function<void(Window&)> what) const {
+        tells_.pressed();
+        passes(std::move(what));
+    }
+    // Without a press: he moves the mouse, types a text, or goes through rows.
+    void passes(std::function<void(Window&)> what) const {
         loop_.post([&window = window_, what = std::move(what)] { what(window); });
     }
-    void opensTitleMenu() const {
-        if (titleMenu_)
-            loop_.post(titleMenu_);
-    }
+    void opensTitleMenu() const { loop_.post(tells_.titleMenu); }
 
 private:
     EventLoop& loop_;
     Window& window_;
-    Task titleMenu_;
+    HandTells tells_;
 };
 
 } // namespace larkspin

@@ -2,8 +2,10 @@
 
 #include "platform/qt/looks.h"
 
+#include <QIcon>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmap>
 #include <QStyleOption>
 #include <QWidget>
 #include <algorithm>
@@ -18,6 +20,23 @@ constexpr int shortestThumb = 18;
 void drawBox(QPainter& painter, const QRect& box, const QColor& line, const QColor& ground) {
     painter.fillRect(box, ground);
     drawOutline(painter, box, line);
+}
+
+// What a box says beside its text: a letter in a ring.
+QIcon boxSign(const QString& letter, Color color) {
+    constexpr int size = 144; // pixels, of which as many are used as the screen has
+    QPixmap picture(size, size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(paletteOf(color, black).color(QPalette::WindowText), size / 16.0));
+    painter.drawEllipse(picture.rect().adjusted(size / 8, size / 8, -size / 8, -size / 8));
+    QFont font;
+    font.setPixelSize(size / 2);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.drawText(picture.rect(), Qt::AlignCenter, letter);
+    return QIcon(picture);
 }
 
 // Of a scroll bar without arrows: as long as the part of it all that is in view.
@@ -88,6 +107,15 @@ int LarkStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     if (metric == PM_MenuPanelWidth || metric == PM_DefaultFrameWidth)
         return 1;
     return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+QIcon LarkStyle::standardIcon(StandardPixmap sign, const QStyleOption* option,
+                              const QWidget* widget) const {
+    if (sign == SP_MessageBoxInformation)
+        return boxSign("i", aqua);
+    if (sign == SP_MessageBoxCritical)
+        return boxSign("!", red);
+    return QProxyStyle::standardIcon(sign, option, widget);
 }
 
 int LarkStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

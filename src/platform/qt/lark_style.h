@@ -11,6 +11,8 @@ public:
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
+    QIcon standardIcon(StandardPixmap sign, const QStyleOption* option,
+                       const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,

@@ -139,7 +139,7 @@ private:
 
     // Behind what Qt does with the mouse or the key that is being told of.
     void tellSelectionLater() {
-        hand().does([view = QPointer<ListView>(this), name = name()](Window& window) {
+        hand().passes([view = QPointer<ListView>(this), name = name()](Window& window) {
             if (!view)
                 return;
             view->isHeld_ = false;

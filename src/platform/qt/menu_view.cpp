@@ -17,20 +17,20 @@ QString captionOf(const MenuEntry& entry, MenuDrawnBy drawnBy) {
     return caption;
 }
 
-void addEntries(QMenu& view, const std::vector<MenuEntry>& entries, EventLoop& loop,
+void addEntries(QMenu& view, const std::vector<MenuEntry>& entries, const Choose& choose,
                 MenuDrawnBy drawnBy) {
     for (const MenuEntry& entry : entries) {
         if (entry.isSeparator()) {
             view.addSeparator();
         } else if (entry.isSubmenu) {
-            addEntries(*view.addMenu(captionOf(entry, drawnBy)), entry.children, loop, drawnBy);
+            addEntries(*view.addMenu(captionOf(entry, drawnBy)), entry.children, choose, drawnBy);
         } else {
             QAction* const action = view.addAction(captionOf(entry, drawnBy));
             action->setCheckable(entry.checked);
             action->setChecked(entry.checked);
-            QObject::connect(action, &QAction::triggered, [&loop, chosen = entry.action] {
+            QObject::connect(action, &QAction::triggered, [choose, chosen = entry.action] {
                 if (chosen)
-                    loop.post(chosen);
+                    choose(chosen);
             });
         }
     }
@@ -38,11 +38,11 @@ void addEntries(QMenu& view, const std::vector<MenuEntry>& entries, EventLoop& l
 
 } // namespace
 
-void fillMenu(QMenu& view, const Menu& menu, EventLoop& loop, MenuDrawnBy drawnBy) {
+void fillMenu(QMenu& view, const Menu& menu, const Choose& choose, MenuDrawnBy drawnBy) {
     view.clear();
     qDeleteAll(view.findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
     view.setWindowTitle(toQt(menu.name));
-    addEntries(view, menu.entries(), loop, drawnBy);
+    addEntries(view, menu.entries(), choose, drawnBy);
 }
 
 } // namespace larkspin

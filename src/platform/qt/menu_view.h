@@ -4,6 +4,8 @@
 #include "shell/event_loop.h"
 #include "shell/menu.h"
 
+#include <functional>
+
 class QMenu;
 
 namespace larkspin {
@@ -13,7 +15,8 @@ namespace larkspin {
 enum class MenuDrawnBy { qt, desktop };
 
 // Makes Qt's menu hold the entries of this one, as they are now, and bear its name. It must not be
-// open.
-void fillMenu(QMenu& view, const Menu& menu, EventLoop& loop, MenuDrawnBy drawnBy);
+// open. `choose` is given what a chosen entry does, inside one of Qt's callbacks.
+using Choose = std::function<void(const Task& action)>;
+void fillMenu(QMenu& view, const Menu& menu, const Choose& choose, MenuDrawnBy drawnBy);
 
 } // namespace larkspin

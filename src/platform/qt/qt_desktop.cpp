@@ -16,9 +16,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A tray that starts together with the program is given this time; after it, that often one is
-// looked for.
-constexpr Nanoseconds searchTime = 1s;
+// A tray that starts together with the program is given this time.
+constexpr Nanoseconds startOfTray = 1s;
 constexpr Nanoseconds doubleClickTime = 400ms;
 
 } // namespace
@@ -34,11 +33,9 @@ void QtDesktop::addTrayIcon(const TrayIcon& icon) {
     removeTrayIcon();
     icon_ = icon;
     showIcon();
-    search_ = loop_.once(searchTime, [this] {
+    giveUp_ = loop_.once(startOfTray, [this] {
         if (!tray_)
             showIcon();
-        if (!tray_)
-            search_ = loop_.every(searchTime, [this] { showIcon(); });
         if (!tray_ || !QSystemTrayIcon::isSystemTrayAvailable())
             withoutTray_();
     });
@@ -50,7 +47,6 @@ void QtDesktop::showIcon() {
     if (!icon_ || (!tray_ && !hasTray_()))
         return;
     if (!tray_) {
-        loop_.cancel(std::exchange(search_, TimerId::none));
         tray_ = std::make_unique<QSystemTrayIcon>(programIcon());
         tray_->setToolTip("larkspin");
         tray_->setContextMenu(trayMenu_.get());
@@ -63,8 +59,11 @@ void QtDesktop::showIcon() {
 
 void QtDesktop::removeTrayIcon() {
     icon_.reset();
-    loop_.cancel(std::exchange(search_, TimerId::none));
-    if (hasDisplay_ && tray_)
+    loop_.cancel(std::exchange(giveUp_, TimerId::none));
+    if (!hasDisplay_)
+        return;
+    trayMenu_->close(); // it is filled anew with the next icon
+    if (tray_)
         tray_->hide();
 }
 
@@ -72,7 +71,7 @@ void QtDesktop::popUp(const Menu& menu) {
     while (QWidget* open = QApplication::activePopupWidget())
         if (!open->close())
             return;
-    fillMenu(*popup_, menu, loop_, MenuDrawnBy::qt);
+    fillMenu(*popup_, menu, chooses(), MenuDrawnBy::qt);
     popup_->popup(QCursor::pos());
 }
 
@@ -83,8 +82,15 @@ void QtDesktop::popUpTrayMenu() {
 
 void QtDesktop::fillTrayMenu() {
     if (icon_)
-        fillMenu(*trayMenu_, icon_->menu, loop_,
+        fillMenu(*trayMenu_, icon_->menu, chooses(),
                  isDrawnByDesktop() ? MenuDrawnBy::desktop : MenuDrawnBy::qt);
+}
+
+std::function<void(const Task&)> QtDesktop::chooses() {
+    return [this](const Task& action) {
+        pressed_();
+        loop_.post(action);
+    };
 }
 
 // An icon that lies in a window of Qt's own has a place; one that the desktop draws has none.

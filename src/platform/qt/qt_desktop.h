@@ -25,11 +25,15 @@ public:
     void removeTrayIcon() override;
     void popUp(const Menu& menu) override;
 
-    // Tells whether there is a tray now, of any kind.
+    // Tells whether there is a tray now, of any kind. When one has come, `trayCame` is called.
     void findTrayBy(std::function<bool()> hasTray) { hasTray_ = std::move(hasTray); }
+    void trayCame() { showIcon(); }
 
     // Where there is no tray to bear an icon, this is called in its place.
     void withoutTray(Task task) { withoutTray_ = std::move(task); }
+
+    // This is called at once when the owner chooses from a menu.
+    void onPress(Task task) { pressed_ = std::move(task); }
 
     // The icon's menu where the pointer is, for whoever finds no tray.
     void popUpTrayMenu();
@@ -40,6 +44,7 @@ public:
 private:
     void showIcon();
     void fillTrayMenu();
+    std::function<void(const Task& action)> chooses();
     bool isDrawnByDesktop() const;
     void takeClick(int reason);
     void toggle();
@@ -47,10 +52,11 @@ private:
     EventLoop& loop_;
     std::function<bool()> hasTray_ = [] { return true; };
     Task withoutTray_ = [] {};
+    Task pressed_ = [] {};
     std::optional<TrayIcon> icon_;
     std::unique_ptr<QMenu> trayMenu_, popup_;
     std::unique_ptr<QSystemTrayIcon> tray_; // once there is one
-    TimerId search_ = TimerId::none;        // for a tray
+    TimerId giveUp_ = TimerId::none;        // on a tray that starts together with the program
     std::optional<Nanoseconds> toggledAt_;
     bool hasDisplay_ = true;
 };

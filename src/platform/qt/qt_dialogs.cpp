@@ -14,6 +14,11 @@ namespace larkspin {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+// What comes up so soon behind a press answers it.
+constexpr Nanoseconds answerTime = 1s;
+
 std::optional<std::string> firstOf(const std::vector<std::string>& paths) {
     return paths.empty() ? std::nullopt : std::optional(paths.front());
 }
@@ -27,64 +32,88 @@ QString nativeName(const std::string& path) {
     return QFile::decodeName(nativePath(path).c_str());
 }
 
+// Its format goes before its text, which would be read as markup otherwise.
+void describe(QMessageBox& box, QMessageBox::Icon icon, std::string_view title,
+              const std::string& text) {
+    box.setIcon(icon);
+    box.setWindowTitle(toQt(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(toQt(text));
+}
+
 } // namespace
 
 void QtDialogs::titledBox(const std::string& title, const std::string& text) {
-    QMessageBox box(QMessageBox::Information, toQt(title), toQt(text), QMessageBox::Ok);
-    show(box);
+    const bool answersPress = isPressed();
+    QMessageBox box;
+    describe(box, QMessageBox::Information, title, text);
+    show(box, answersPress);
 }
 
 void QtDialogs::stopBox(const std::string& text) {
-    QMessageBox box(QMessageBox::Critical, toQt(boxTitle), toQt(text), QMessageBox::Ok);
-    show(box);
+    const bool answersPress = isPressed();
+    QMessageBox box;
+    describe(box, QMessageBox::Critical, boxTitle, text);
+    show(box, answersPress);
 }
 
 bool QtDialogs::ask(const std::string& question) {
-    QMessageBox box(QMessageBox::NoIcon, toQt(boxTitle), toQt(question),
-                    QMessageBox::Yes | QMessageBox::No);
+    const bool answersPress = isPressed();
+    QMessageBox box;
+    describe(box, QMessageBox::NoIcon, boxTitle, question);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);
-    return show(box) == QMessageBox::Yes;
+    return show(box, answersPress) == QMessageBox::Yes;
 }
 
 std::optional<std::string> QtDialogs::askText(const TextQuestion& question) {
+    const bool answersPress = isPressed();
     QInputDialog dialog;
     dialog.setWindowTitle(toQt(question.title));
+    dialog.setLabelText({}); // makes the label
+    for (QLabel* label : dialog.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
     dialog.setLabelText(toQt(question.prompt));
     dialog.setTextValue(toQt(question.preset));
-    if (show(dialog) != QDialog::Accepted || dialog.textValue().isEmpty())
+    if (show(dialog, answersPress) != QDialog::Accepted || dialog.textValue().isEmpty())
         return std::nullopt;
     return dialog.textValue().toStdString();
 }
 
 std::optional<std::string> QtDialogs::openFile(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::ExistingFile);
-    return firstOf(askPaths(dialog, question));
+    return firstOf(askPaths(dialog, question, answersPress));
 }
 
 std::vector<std::string> QtDialogs::openFiles(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::ExistingFiles);
-    return askPaths(dialog, question);
+    return askPaths(dialog, question, answersPress);
 }
 
 std::optional<std::string> QtDialogs::saveFile(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    return firstOf(askPaths(dialog, question));
+    return firstOf(askPaths(dialog, question, answersPress));
 }
 
 std::optional<std::string> QtDialogs::openDirectory(const FileQuestion& question) {
+    const bool answersPress = isPressed();
     QFileDialog dialog;
     dialog.setFileMode(QFileDialog::Directory);
-    return firstOf(askPaths(dialog, question));
+    return firstOf(askPaths(dialog, question, answersPress));
 }
 
 // Not the desktop's own dialog, which isn't served by this loop, and no question whether to write
 // over a file: where the song or list really goes is the program's business.
-std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQuestion& question) {
+std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQuestion& question,
+                                             bool answersPress) {
     dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
                       QFileDialog::HideNameFilterDetails);
     dialog.setWindowTitle(toQt(question.title));
@@ -98,25 +127,36 @@ std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQues
     if (!question.preset.empty())
         dialog.selectFile(nativeName("c:\\" + question.preset).mid(1));
     std::vector<std::string> paths;
-    if (show(dialog) == QDialog::Accepted)
+    if (show(dialog, answersPress) == QDialog::Accepted)
         for (const QString& chosen : dialog.selectedFiles())
             paths.push_back(drivePath(QFile::encodeName(chosen).toStdString()));
     return paths;
 }
 
 // The windows, the tray and the room stay open to the owner, who may have to look something up.
-int QtDialogs::show(QDialog& dialog) {
-    for (QLabel* label : dialog.findChildren<QLabel*>())
-        label->setTextFormat(Qt::PlainText);
+int QtDialogs::show(QDialog& dialog, bool answersPress) {
     bool finished = false;
     QObject::connect(&dialog, &QDialog::finished, [&finished] { finished = true; });
     dialog.setModal(false);
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+    dialog.setAttribute(Qt::WA_ShowWithoutActivating, !answersPress);
     dialog.show();
     dialog.raise();
-    dialog.activateWindow();
+    if (answersPress)
+        dialog.activateWindow();
     loop_.waitFor([&finished] { return finished; }, loop_.now() + answerLimit);
+    if (finished)
+        ownerPresses(); // another question may follow
     return finished ? dialog.result() : 0;
+}
+
+// Asked before a dialog is made, which takes its time.
+bool QtDialogs::isPressed() const {
+    return pressedAt_ && loop_.now() - *pressedAt_ < answerTime;
+}
+
+void QtDialogs::ownerPresses() {
+    pressedAt_ = loop_.now();
 }
 
 } // namespace larkspin

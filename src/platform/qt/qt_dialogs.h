@@ -1,6 +1,7 @@
 // Boxes, questions and file dialogs as windows of their own, which stay above all others. Events
 // run while one is open. Escape dismisses it, and so does a long silence; nothing that it says is
-// taken for markup.
+// taken for markup. One takes the keyboard only where it answers something that the owner has just
+// pressed: he may be typing elsewhere, and Space or Return would dismiss it unread.
 #pragma once
 
 #include "platform/posix/watching_loop.h"
@@ -24,12 +25,18 @@ public:
     std::optional<std::string> saveFile(const FileQuestion& question) override;
     std::optional<std::string> openDirectory(const FileQuestion& question) override;
 
+    // He presses something in a window or a menu; the line that he types in the room doesn't count.
+    void ownerPresses();
+
 private:
     // What the dialog ended with; 0 when it was dismissed.
-    int show(QDialog& dialog);
-    std::vector<std::string> askPaths(QFileDialog& dialog, const FileQuestion& question);
+    int show(QDialog& dialog, bool answersPress);
+    std::vector<std::string> askPaths(QFileDialog& dialog, const FileQuestion& question,
+                                      bool answersPress);
+    bool isPressed() const; // a moment ago
 
     WatchingLoop& loop_;
+    std::optional<Nanoseconds> pressedAt_;
 };
 
 } // namespace larkspin

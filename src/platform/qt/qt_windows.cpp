@@ -42,11 +42,11 @@ struct QtWindows::All : QObject {
     }
 };
 
-QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, Task titleMenu)
+QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const HandTells& tells)
     : all_(std::make_shared<All>()) {
     describeWindowsAloud();
     for (Window* window : windows)
-        all_->windows.push_back({Hand(loop, *window, titleMenu)});
+        all_->windows.push_back({Hand(loop, *window, tells)});
     for (QScreen* screen : QGuiApplication::screens())
         all_->watch(screen);
     All* const all = all_.get();

@@ -2,7 +2,7 @@
 // loop's sleep, however much has changed in it.
 #pragma once
 
-#include "shell/event_loop.h"
+#include "platform/qt/hand.h"
 #include "shell/window.h"
 
 #include <memory>
@@ -14,9 +14,9 @@ namespace larkspin {
 
 class QtWindows {
 public:
-    // A window is made when it is shown for the first time. `titleMenu` is called by a right click
-    // on a title label, and by the keyboard's menu key.
-    QtWindows(EventLoop& loop, const std::vector<Window*>& windows, Task titleMenu = {});
+    // A window is made when it is shown for the first time. The title's menu is called by a right
+    // click on a title label, and by the keyboard's menu key.
+    QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const HandTells& tells = {});
     ~QtWindows();
 
     // Nothing before the window was shown for the first time.

@@ -134,7 +134,7 @@ void RoomWindow::bringForward() {
     input_.setFocus();
 }
 
-// It goes to the task bar, from where it comes back: there is no other way to talk to the program.
+// It only goes out of the way: there is no other way to talk to the program.
 void RoomWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     showMinimized();

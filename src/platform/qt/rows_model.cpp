@@ -2,14 +2,28 @@
 
 #include "platform/qt/qt_text.h"
 
+#include <string>
+#include <string_view>
+
 namespace larkspin {
+
+namespace {
+
+// What a row holds behind so many blanks isn't to be seen, however wide the list is: a song's path.
+const std::string farBehind(40, ' ');
+
+std::string_view seenOf(std::string_view row) {
+    return row.substr(0, row.find(farBehind));
+}
+
+} // namespace
 
 int RowsModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : count_;
 }
 
 QVariant RowsModel::data(const QModelIndex& index, int role) const {
-    return role == Qt::DisplayRole ? toQt(rows_.row(index.row())) : QVariant();
+    return role == Qt::DisplayRole ? toQt(seenOf(rows_.row(index.row()))) : QVariant();
 }
 
 bool RowsModel::refresh() {

@@ -3,6 +3,7 @@
 #include "platform/qt/looks.h"
 #include "shell/controls.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
@@ -56,11 +57,22 @@ QPoint WindowMover::onScreen(QPoint corner) const {
     return nearest.isNull() ? corner : movedInto(nearest, window);
 }
 
+QPoint WindowMover::middleOfScreen() const {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return described();
+    QRect window = widget_.rect();
+    window.moveCenter(screen->availableGeometry().center());
+    return window.topLeft();
+}
+
 bool WindowMover::refresh(bool inAnyCase) {
     const QPoint wanted = described();
     if (!inAnyCase && wanted == asked_)
         return false;
-    const QPoint corner = onScreen(wanted);
+    const QPoint corner = window_.centred ? middleOfScreen() : onScreen(wanted);
     isAsking_ = true;
     widget_.move(corner);
     isAsking_ = false;
@@ -71,8 +83,10 @@ bool WindowMover::refresh(bool inAnyCase) {
 }
 
 void WindowMover::moved() {
-    if (!isAsking_ && widget_.isVisible() && widget_.pos() != described())
-        tellPlace();
+    if (isAsking_ || !widget_.isVisible() || widget_.pos() == described())
+        return;
+    window_.centred = false;
+    tellPlace();
 }
 
 void WindowMover::tellPlace() {

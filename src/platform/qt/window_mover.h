@@ -30,6 +30,7 @@ public:
 private:
     QPoint described() const;
     QPoint onScreen(QPoint corner) const;
+    QPoint middleOfScreen() const; // of the one with the pointer
     void tellPlace();
 
     Window& window_;

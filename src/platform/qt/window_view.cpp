@@ -7,9 +7,12 @@
 #include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QShortcut>
+#include <QWindow>
+#include <utility>
 
 namespace larkspin {
 
@@ -21,6 +24,14 @@ constexpr int keyboardWay = 12; // by which a key moves the window
 QAccessibleInterface* windowAloud(const QString&, QObject* object) {
     auto* const view = dynamic_cast<WindowView*>(object);
     return view ? new QAccessibleWidget(view, QAccessible::Window, view->windowTitle()) : nullptr;
+}
+
+// A window that comes must not cover what waits for an answer. Qt tells of its windows in the order
+// in which they were made.
+void raiseDialogs() {
+    for (QWindow* window : QGuiApplication::topLevelWindows())
+        if (window->type() == Qt::Dialog && window->isVisible())
+            window->raise();
 }
 
 } // namespace
@@ -52,7 +63,13 @@ void WindowView::addMoveKeys() {
     }
 }
 
+// One that is minimized comes back as if it appeared: asked to restore it, a window manager would
+// give it the keyboard.
 bool WindowView::refresh(bool areOtherScreens) {
+    const bool isCalled = std::exchange(calls_, window_.calls) != window_.calls;
+    const bool comesBack = isCalled && isVisible() && isMinimized();
+    if (comesBack)
+        hide();
     const bool appears = window_.visible && !isVisible();
     bool hasChanged = false;
     if (window_.visible) {
@@ -60,12 +77,25 @@ bool WindowView::refresh(bool areOtherScreens) {
         refreshControls();
         hasChanged = mover_.refresh(appears || areOtherScreens) || hasChanged;
     }
-    if (window_.visible == isVisible())
-        return hasChanged;
-    setVisible(window_.visible);
-    if (window_.visible)
+    if (window_.visible != isVisible()) {
+        hasChanged = true;
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+        setVisible(window_.visible);
+        if (comesBack && window_.visible)
+            stayOnTopAgain();
+    }
+    if (window_.visible && (appears || isCalled)) {
+        hasChanged = true;
         raise();
-    return true;
+        raiseDialogs();
+    }
+    return hasChanged;
+}
+
+// A window manager that has just seen it go may forget what it was asked for before.
+void WindowView::stayOnTopAgain() {
+    for (const bool isOnTop : {false, window_.onTop})
+        windowHandle()->setFlag(Qt::WindowStaysOnTopHint, isOnTop);
 }
 
 bool WindowView::refreshFrame() {
@@ -118,6 +148,12 @@ void WindowView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));
     drawOutline(painter, rect(), outlineOf(window_.background));
+}
+
+void WindowView::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange)
+        window_.minimized = isMinimized();
+    QWidget::changeEvent(event);
 }
 
 void WindowView::moveEvent(QMoveEvent*) {

@@ -23,12 +23,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void stayOnTopAgain();
     bool refreshFrame();
     void refreshControls();
     void makeControls();
@@ -42,6 +44,7 @@ private:
     std::vector<std::unique_ptr<ControlView>> controls_;
     std::optional<Color> background_;
     int alpha_ = 255;
+    int calls_ = 0; // of its description, that have been answered
 };
 
 // Tells screen readers that it is a window. Once, before the first one.

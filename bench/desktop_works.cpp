@@ -1,0 +1,153 @@
+// What the desktop program takes as a process, on a display of its own, and what its windows take
+// of every turn.
+#include "desktop/desk.h"
+#include "first_paint.h"
+#include "home.h"
+#include "library/playlist.h"
+#include "made_music.h"
+#include "process_use.h"
+#include "support/child.h"
+#include "support/qt_application.h"
+#include "works.h"
+
+#include <csignal>
+#include <thread>
+
+namespace larkspin {
+
+namespace {
+
+constexpr auto patience = 20s;
+constexpr auto untilAtRest = 2s;
+
+constexpr const char* roomTitle = "^larkspin - lobby$";
+constexpr const char* mediaTitle = "^larkspin media$";
+
+// A program without a bus and without a sound device.
+class RunningDesktop {
+public:
+    RunningDesktop(const Home& home, const XServer& server) {
+        std::vector<std::string> variables = home.variables();
+        for (const char* const variable :
+             {"PULSE_SERVER=none", "PIPEWIRE_REMOTE=none", "ALSA_CONFIG_PATH=/dev/null",
+              "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent",
+              "DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent",
+              "WAYLAND_DISPLAY=", "QT_QPA_PLATFORM=", "QT_QPA_PLATFORMTHEME="})
+            variables.emplace_back(variable);
+        variables.push_back("DISPLAY=" + server.display());
+        child_ = Child::start(LARKSPIN_DESKTOP, variables);
+    }
+    ~RunningDesktop() {
+        if (child_ && ::kill(child_->id(), SIGTERM) == 0)
+            child_->ends(patience);
+    }
+    RunningDesktop(const RunningDesktop&) = delete;
+    RunningDesktop& operator=(const RunningDesktop&) = delete;
+
+    pid_t id() const { return child_->id(); }
+
+private:
+    std::unique_ptr<Child> child_;
+};
+
+// The first start fills the cache: it isn't counted.
+bool warmUp(benchmark::State& state, const Home& home, const XServer& server) {
+    FirstPaint paint(server.display());
+    const RunningDesktop desktop(home, server);
+    const bool there = paint.comes(patience);
+    if (!there)
+        state.SkipWithError("shows nothing");
+    return there;
+}
+
+void start(benchmark::State& state, const HomeCache& cache) {
+    const Home home(static_cast<int>(state.range(0)), cache);
+    const XServer server;
+    if (!warmUp(state, home, server))
+        return;
+    for (auto _ : state) {
+        FirstPaint paint(server.display());
+        const auto begin = std::chrono::steady_clock::now();
+        const RunningDesktop desktop(home, server);
+        const bool there = paint.comes(patience);
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+        state.SetIterationTime(taken.count());
+        if (!there)
+            state.SkipWithError("shows nothing");
+    }
+}
+
+bool isSeen(const XServer& server, const char* title) {
+    return server.hand({"search", "--onlyvisible", "--name", title});
+}
+
+bool comes(const XServer& server, const char* title) {
+    return server.hand({"search", "--sync", "--onlyvisible", "--name", title});
+}
+
+// The media window by its own key, the room as a window manager does away with it.
+bool hideWindows(const XServer& server) {
+    server.hand({"search", "--onlyvisible", "--name", mediaTitle, "windowfocus", "--sync", "%1",
+                 "key", "Escape", "sleep", "0.3"});
+    server.hand({"search", "--onlyvisible", "--name", roomTitle, "windowunmap", "--sync", "%1"});
+    return !isSeen(server, mediaTitle) && !isSeen(server, roomTitle);
+}
+
+bool leaveWindows(const XServer&) {
+    return true;
+}
+
+void amount(benchmark::State& state, const HomeCache& cache, const char* unit,
+            bool (*arrange)(const XServer&), double (*measure)(pid_t)) {
+    state.counters["size"] = fullSize;
+    state.SetLabel(unit);
+    const Home home(fullSize, cache, "", "mp3svis=yes\r\n");
+    const XServer server;
+    if (!warmUp(state, home, server))
+        return;
+    const RunningDesktop desktop(home, server);
+    const bool shows = comes(server, roomTitle) && comes(server, mediaTitle);
+    std::this_thread::sleep_for(untilAtRest);
+    if (!shows || !arrange(server))
+        state.SkipWithError("its windows don't obey");
+    for (auto _ : state)
+        state.SetIterationTime(1);
+    state.counters["amount"] = measure(desktop.id());
+}
+
+// The windows ask for everything that they show, once per turn.
+void restingTurn(benchmark::State& state) {
+    startQt();
+    Desk desk;
+    for (const Row& row : scannedRows(static_cast<int>(state.range(0)) - 3))
+        addToPlaylist(desk.state(), row);
+    for (Window* const window : desk.program->windows())
+        desk.show(window->name);
+    for (auto _ : state)
+        timed(state, [&] { desk.loop.waitUntil(desk.loop.now() + 1ns); });
+    if (desk.state().playlistView.count() != state.range(0))
+        state.SkipWithError("rows lost");
+}
+
+void addAmount(const std::string& name, double budget, const HomeCache& cache, const char* unit,
+               bool (*arrange)(const XServer&), double (*measure)(pid_t)) {
+    addWork(name, budget,
+            [=](benchmark::State& state) { amount(state, cache, unit, arrange, measure); })
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Repetitions(3);
+}
+
+} // namespace
+
+void addDesktopWorks() {
+    const HomeCache cache = std::make_shared<TempDirectory>();
+    addSizedWork("desktop: start to first paint", 0.150, [=](benchmark::State& state) {
+        start(state, cache);
+    })->Iterations(1);
+    addAmount("desktop: memory at rest", 60, cache, "MB", leaveWindows, megabytes);
+    addAmount("desktop: wake-ups, windows hidden", 2, cache, "/s", hideWindows, wakeupsPerSecond);
+    addSizedWork("desktop: a turn in which nothing changes", noBudget, restingTurn);
+}
+
+} // namespace larkspin
