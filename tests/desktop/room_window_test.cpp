@@ -267,6 +267,8 @@ TEST_F(RoomWindowTest, FollowsItsOwnerToANetworkAndBack) {
 }
 
 TEST_F(RoomWindowTest, TakesAPasswordWithoutShowingIt) {
+    EXPECT_EQ(shownFor("/login jo\nsesam\n"), "you log in as jo from the next /connect on");
+    EXPECT_EQ(shownFor("/login\nsesam\n"), "/login USER [keep]");
     for (const bool isGiven : {true, false}) {
         EXPECT_EQ(shownFor("/login jo\nse^s\tam"), "");
         EXPECT_EQ(ownName(), "password of jo:");

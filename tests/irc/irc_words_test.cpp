@@ -22,6 +22,8 @@ protected:
 
     // A run; the one before it is over.
     void begin() {
+        if (rooms)
+            rooms->finish();
         rooms.reset();
         words = SlashWords([this](const std::string& text) { seen += "! " + text + '\n'; });
         rooms.emplace(loop, lines, server, *this, files,

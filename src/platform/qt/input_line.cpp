@@ -29,23 +29,45 @@ void InputLine::empty() {
     clear();
 }
 
-// What is set has no way back, by which a secret would be shown.
 void InputLine::takeSecret(Secret secret) {
+    if (!isHeld_)
+        dropSecret();
     secret_ = std::move(secret);
-    setEchoMode(secret_ ? Password : Normal);
+    isHeld_ = false;
+    setEchoMode(Password);
+    if (std::exchange(isSecretComplete_, false))
+        endSecret(text().toStdString());
+}
+
+// What is set has no way back, by which a secret would be shown.
+void InputLine::dropSecret() {
+    secret_ = nullptr;
+    isHeld_ = isSecretComplete_ = false;
     setText({});
+    setEchoMode(Normal);
     back_ = 0;
 }
 
+void InputLine::goOn() {
+    if (isHeld_)
+        dropSecret();
+}
+
+void InputLine::endSecret(std::string line) {
+    const Secret secret = secret_;
+    dropSecret();
+    secret(std::move(line));
+}
+
+// True when nothing else is to be made of the key.
 bool InputLine::takeSecretKey(int key) {
     const bool isEnd = key == Qt::Key_Return || key == Qt::Key_Enter;
-    if (isEnd || key == Qt::Key_Escape) {
-        const Secret secret = secret_;
-        std::string line = isEnd ? text().toStdString() : "";
-        dropSecret();
-        secret(std::move(line));
-    }
-    return isEnd || key == Qt::Key_Escape || key == Qt::Key_Up || key == Qt::Key_Down;
+    if (secret_ && (isEnd || key == Qt::Key_Escape))
+        endSecret(isEnd ? text().toStdString() : "");
+    else if (isEnd)
+        isSecretComplete_ = true;
+    return isSecretComplete_ || isEnd || key == Qt::Key_Escape || key == Qt::Key_Up ||
+           key == Qt::Key_Down;
 }
 
 // Tab leaves the line only where there is nothing to complete.
@@ -53,7 +75,7 @@ bool InputLine::event(QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
         if (key.key() == Qt::Key_Tab && key.modifiers() == Qt::NoModifier && !text().isEmpty()) {
-            if (!secret_)
+            if (!hides())
                 complete();
             return true;
         }
@@ -62,7 +84,7 @@ bool InputLine::event(QEvent* event) {
 }
 
 void InputLine::keyPressEvent(QKeyEvent* event) {
-    if (secret_ && takeSecretKey(event->key()))
+    if (hides() && takeSecretKey(event->key()))
         return;
     switch (event->key()) {
     case Qt::Key_Return:
@@ -103,6 +125,9 @@ void InputLine::endLine() {
         return;
     history_.add(line);
     empty();
+    isHeld_ = holdsBehind_(line);
+    if (isHeld_)
+        setEchoMode(Password);
     onLine_(std::move(line));
 }
 

@@ -37,13 +37,21 @@ public:
     // leaves it so, or strikes Escape.
     using Secret = std::function<void(std::string line)>;
     void takeSecret(Secret secret);
-    void dropSecret() { takeSecret(nullptr); }
+    void dropSecret();
+
+    // Behind such a line nothing is shown or handed on until `goOn`: it may be a secret.
+    void holdBehind(std::function<bool(const std::string& line)> line) {
+        holdsBehind_ = std::move(line);
+    }
+    void goOn();
 
 private:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeLineBreaks();
+    bool hides() const { return secret_ || isHeld_; }
     bool takeSecretKey(int key);
+    void endSecret(std::string line);
     void endLine();
     void recall(int way);
     void complete();
@@ -53,9 +61,12 @@ private:
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const Completion&)> onChoices_ = [](const Completion&) {};
     std::function<void(int)> onPage_ = [](int) {};
-    Secret secret_; // while it is asked for
-    int back_ = 0;  // how many lines of the history back the line is
-    QString begun_; // what stood there before the owner went back
+    std::function<bool(const std::string&)> holdsBehind_ = [](const std::string&) { return false; };
+    Secret secret_;                 // while it is asked for
+    bool isHeld_ = false;           // before that
+    bool isSecretComplete_ = false; // before that, too
+    int back_ = 0;                  // how many lines of the history back the line is
+    QString begun_;                 // what stood there before the owner went back
 };
 
 } // namespace larkspin

@@ -31,6 +31,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Fil
              .changed = [this] { window.roomChanged(); }}),
       words([this](const std::string& text) { window.tell(text); }) {
     window.onLine([this](const std::string& line) { take(line); });
+    window.holdBehind(&IrcWords::asksPassword);
     words.add(rooms.words.words());
     window.restorePlace(files.read(placeFile_, largestPlace).contents);
     window.onPlace([this] { placeChanged(); });
@@ -62,8 +63,11 @@ void QtRoom::open(Task quit) {
 }
 
 void QtRoom::take(const std::string& line) {
-    if (!isOpen_)
+    const bool mayBeSecret = !early_.empty() && IrcWords::asksPassword(early_.back());
+    if (!isOpen_ && !mayBeSecret)
         early_.push_back(line);
+    else if (!isOpen_)
+        window.tell("a password is taken when it is asked for");
     else if (SlashWords::isMeantForIt(line))
         words.run(line);
     else

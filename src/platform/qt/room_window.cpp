@@ -36,6 +36,8 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& hist
         loop_.post([window, line = std::move(line)] {
             if (window)
                 window->take_(line);
+            if (window)
+                window->input_.goOn();
         });
     });
     input_.onChoices([this](const Completion& completion) { tellChoices(completion); });
