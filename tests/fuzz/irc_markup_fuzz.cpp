@@ -105,8 +105,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
             demand(again(said[at].second) == again(back[at].second));
     demandPieces(codes, longest);
 
-    std::string text; // of codes that others make up
-    for (const MarkupPiece& piece : readMarkup(markupOfIrc(markup)))
+    const std::string shown = markupOfIrc(markup); // of codes that others make up
+    std::string text;
+    for (const MarkupPiece& piece : readMarkup(shown))
         text += piece.text;
     demand(withoutUnseen(text) == withoutUnseen(withoutIrcCodes(markup)));
     return 0;
