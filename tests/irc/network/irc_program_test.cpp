@@ -211,6 +211,11 @@ TEST_F(IrcProgramTest, IsWhoeverTheServerSaysThatItIs) {
     EXPECT_TRUE(program->says("you are now called jo", patience));
     other.send("NICK jo_\r\nPRIVMSG #den :'volume 99");
     EXPECT_TRUE(program->says("jo_: 'volume 99", patience));
+    other.send("KICK #den jo :out");
+    EXPECT_TRUE(program->says("jo_ puts you out of #den: out", patience));
+    program->tell("'volume 99");
+    EXPECT_TRUE(program->says("[room] you are in no room", patience));
+    EXPECT_TRUE(program->says("[room] you are in no room", patience)); // to that line
     expectVolume(*program, "7");
 }
 
