@@ -177,16 +177,15 @@ TEST_F(IrcProgramTest, PutsOutWhomItMayAndIgnoresAnybody) {
     dave.send("PRIVMSG #den :hello");
     EXPECT_EQ(program->line(patience), "dave: hello");
 
-    for (const std::string command : {"'unban eve", "'ban dave"}) {
+    for (const auto& [command, mode] :
+         {std::pair("'unban eve", "-b eve!*@*"), {"'ban dave", "+b dave!*@*"}}) {
         program->tell("/connect");
         EXPECT_TRUE(program->says("[room] you are in #den", patience));
         bob.send("MODE #den +o jo");
         EXPECT_TRUE(program->says("bob sets +o jo", patience));
         EXPECT_NE(bob.hears("MODE #den +o jo"), "");
         program->tell(command);
-        EXPECT_NE(
-            bob.hears(command == "'ban dave" ? "MODE #den +b dave!*@*" : "MODE #den -b eve!*@*"),
-            "");
+        EXPECT_NE(bob.hears(mode), "");
     }
     EXPECT_NE(dave.hears("KICK #den dave"), "");
     EXPECT_TRUE(program->says("<b>dave</b>, ejected bastard", patience));
