@@ -31,15 +31,21 @@ std::string_view actionIn(std::string_view text) {
     return text.substr(0, text.find(aroundRequest));
 }
 
-// In the client's markup. Scripts get lines as they are, and may show them on a terminal.
+// Control characters, what ends a line by Unicode, and what turns the direction of writing.
+bool steersDisplays(char32_t code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || (code >= 0x2028 && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069);
+}
+
+// In the client's markup. Scripts get lines as they are, and may show them on a terminal or take
+// them for UTF-8.
 std::string harmlessMarkup(std::string_view codes) {
     const std::string markup = markupOfIrc(codes);
     std::string harmless;
     for (std::string_view rest = markup; !rest.empty();) {
         const Character character = firstCharacter(rest);
-        const bool isControl =
-            character.code < 0x20 || (character.code >= 0x7F && character.code < 0xA0);
-        harmless += character.valid && isControl ? "\uFFFD" : rest.substr(0, character.length);
+        const bool isHarmless = character.valid && !steersDisplays(character.code);
+        harmless += isHarmless ? rest.substr(0, character.length) : "\uFFFD";
         rest.remove_prefix(character.length);
     }
     return harmless;

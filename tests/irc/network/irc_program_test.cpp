@@ -1,6 +1,9 @@
 // The whole program in a terminal, on a real server, with somebody else in the room.
+#include "library/playlist_row.h"
+#include "platform/posix/drive_paths.h"
 #include "support/child.h"
 #include "support/irc_server.h"
+#include "support/made_songs.h"
 #include "support/own_network.h"
 #include "support/temp_directory.h"
 
@@ -31,6 +34,30 @@ protected:
                 "DBUS_SESSION_BUS_ADDRESS=",
                 "DBUS_SYSTEM_BUS_ADDRESS=no:",
                 "LSAN_OPTIONS=detect_leaks=0:intercept_tls_get_addr=0"};
+    }
+    std::unique_ptr<Child> startIn(const std::string& connect) const {
+        auto program = Child::start(LARKSPIN_TTY, variables());
+        EXPECT_TRUE(program->says("load:  <b>", patience));
+        program->tell(connect);
+        EXPECT_TRUE(program->says("[room] you are in #den", patience));
+        return program;
+    }
+    static IrcPerson inDen(const std::string& nick) {
+        IrcPerson person(nick);
+        person.send("JOIN #den");
+        EXPECT_NE(person.hears(" 366 "), "");
+        return person;
+    }
+    // What is said there next, as it stands on the wire behind the channel.
+    static std::string said(IrcPerson& listener) {
+        const std::string line = listener.hears("PRIVMSG #den :", patience);
+        return line.substr(std::min(line.find(" :"), line.size() - 2) + 2);
+    }
+    void expectVolume(Child& program, const std::string& volume) const { // as it ends
+        program.tell("/quit");
+        EXPECT_EQ(program.ends(patience), 0);
+        const std::string all = disk.read("larkspin/larkspin.ini");
+        EXPECT_NE(all.find("\nvolume=" + volume + "\r"), std::string::npos) << all;
     }
     std::string history() const { return disk.read("larkspin/history.txt"); }
 
@@ -91,6 +118,167 @@ TEST_F(IrcProgramTest, APasswordIsNeitherShownNorSaidNorRemembered) {
     terminal->write("\x04");
     EXPECT_EQ(terminal->ends(patience), 0);
     EXPECT_EQ(history(), "/connect plain irc.test jo #den\n/login jo keep\n/nick joe\n");
+}
+
+TEST_F(IrcProgramTest, SaysAndHearsWithAndWithoutTls) {
+    LocalIrcServer server;
+    IrcPerson bob = inDen("bob");
+    auto program = startIn("/connect plain irc.test jo #den");
+    for (const std::string port : {"6667", "6697"}) {
+        bob.send("PRIVMSG #den :\x02hi\x02 <b>\x1b[2J\x9B\u0085\u2028\u202E");
+        EXPECT_EQ(program->line(patience), "bob: <b>hi</b> <\u200C"
+                                           "b>\uFFFD[2J\uFFFD\uFFFD\uFFFD\uFFFD");
+        program->tell("oh <b>you</b>");
+        EXPECT_EQ(said(bob), "oh \x02you");
+        EXPECT_NE(disk.read("larkspin/irc.txt").find("port=" + port + '\n'), std::string::npos);
+        program->tell("/connect irc.test jo #den");
+        EXPECT_NE(bob.hears("QUIT :\"larkspin flies off\""), "");
+        EXPECT_TRUE(program->says("[room] you are in #den", patience));
+    }
+    std::string words;
+    for (int word = 1; words.size() < 600; ++word)
+        words += (words.empty() ? "" : " ") + std::to_string(word);
+    program->tell(words);
+    const std::string first = said(bob);
+    EXPECT_EQ(first + ' ' + said(bob), words);
+    EXPECT_EQ(std::filesystem::status(disk.path() / "larkspin/irc.txt").permissions(),
+              std::filesystem::perms(0600));
+    program->tell("/quit");
+    EXPECT_NE(bob.hears("PART #den :larkspin flies off"), "");
+    EXPECT_EQ(program->ends(patience), 0);
+}
+
+TEST_F(IrcProgramTest, ASongIsAnnouncedInItsColours) {
+    ASSERT_TRUE(makeSong(disk.path() / "ride.wav", 30));
+    disk.write("larkspin/temp.lst",
+               rowOfFile("ride.wav", drivePath(disk.path().native())) + "\r\n");
+    LocalIrcServer server;
+    IrcPerson bob = inDen("bob");
+    const auto program = startIn("/connect irc.test jo #den");
+    program->tell("'play ride");
+    EXPECT_EQ(said(bob), "'play ride");
+    EXPECT_EQ(said(bob), "\x03"
+                         "14'\u00AClks - \x03"
+                         "10playing:  \x02"
+                         "1\x02.  \x02\x1Fride\x02\x1F (\x02.wav\x02)\x0F");
+}
+
+TEST_F(IrcProgramTest, PutsOutWhomItMayAndIgnoresAnybody) {
+    LocalIrcServer server;
+    IrcPerson bob = inDen("bob"), eve = inDen("eve"), dave = inDen("dave");
+    bob.send("MODE #den +b eve!*@*\r\nKICK #den eve");
+    const auto program = startIn("/connect irc.test jo #den");
+    program->tell("'ban dave");
+    EXPECT_TRUE(program->says("you aren't the owner, dumbass", patience));
+    program->tell("'x bob");
+    EXPECT_TRUE(program->says("<b>bob</b>, ignored bastard", patience));
+    bob.send("PRIVMSG #den :psst");
+    EXPECT_NE(dave.hears("psst"), "");
+    dave.send("PRIVMSG #den :hello");
+    EXPECT_EQ(program->line(patience), "dave: hello");
+
+    for (const auto& [command, mode] :
+         {std::pair("'unban eve", "-b eve!*@*"), {"'ban dave", "+b dave!*@*"}}) {
+        program->tell("/connect");
+        EXPECT_TRUE(program->says("[room] you are in #den", patience));
+        bob.send("MODE #den +o jo");
+        EXPECT_TRUE(program->says("bob sets +o jo", patience));
+        EXPECT_NE(bob.hears("MODE #den +o jo"), "");
+        program->tell(command);
+        EXPECT_NE(bob.hears(mode), "");
+    }
+    EXPECT_NE(dave.hears("KICK #den dave"), "");
+    EXPECT_TRUE(program->says("<b>dave</b>, ejected bastard", patience));
+    dave.send("JOIN #den");
+    EXPECT_NE(dave.hears(" 474 "), "");
+    eve.send("JOIN #den");
+    EXPECT_NE(eve.hears(" 366 "), "");
+}
+
+TEST_F(IrcProgramTest, IsWhoeverTheServerSaysThatItIs) {
+    LocalIrcServer server;
+    IrcPerson other = inDen("jo");
+    const auto program = startIn("/connect irc.test jo #den");
+    other.send("PRIVMSG #den :'volume 99");
+    EXPECT_TRUE(program->says("jo: 'volume 99", patience));
+    program->tell("'volume 7");
+    EXPECT_EQ(other.hears("PRIVMSG"), ":jo_!~larkspin@127.0.0.1 PRIVMSG #den :'volume 7");
+    EXPECT_TRUE(program->says("volume set", patience));
+    other.send("NICK bob");
+    EXPECT_TRUE(program->says("jo is now called bob", patience));
+    program->tell("/nick jo");
+    EXPECT_TRUE(program->says("you are now called jo", patience));
+    other.send("NICK jo_\r\nPRIVMSG #den :'volume 99");
+    EXPECT_TRUE(program->says("jo_: 'volume 99", patience));
+    other.send("KICK #den jo :out");
+    EXPECT_TRUE(program->says("jo_ puts you out of #den: out", patience));
+    program->tell("'volume 99");
+    EXPECT_TRUE(program->says("[room] you are in no room", patience));
+    EXPECT_TRUE(program->says("[room] you are in no room", patience)); // to that line
+    expectVolume(*program, "7");
+}
+
+TEST_F(IrcProgramTest, NothingThatOthersSendIsACommand) {
+    LocalIrcServer server;
+    IrcPerson eve = inDen("eve");
+    eve.send("NICK jo{"); // to this server, another name than the owner's
+    const auto program = startIn("/connect irc.test jo[ #den");
+    program->tell("'volume 7");
+    EXPECT_TRUE(program->says("volume set", patience));
+    program->tell("/join #attic");
+    EXPECT_TRUE(program->says("#attic is room 2", patience));
+    eve.send("JOIN #attic");
+    for (const char* line :
+         {"PRIVMSG #den :'volume 99", "PRIVMSG #den :jo[: 'volume 99", "PRIVMSG jo[ :'volume 99",
+          "NOTICE jo[ :'volume 99", "NOTICE #den :'volume 99", "PRIVMSG #attic :'volume 99",
+          "PRIVMSG #den,jo[ :'volume 99",
+          "PRIVMSG #den :\x01"
+          "ACTION 'volume 99\x01",
+          "PRIVMSG jo[ :\x01"
+          "PING 'volume 99\x01",
+          "TOPIC #den :'volume 99", "PRIVMSG #den :\r'volume 99",
+          "PRIVMSG #den :\xE2\x80\xA8'volume 99", "PRIVMSG #den :</html>\nPRIVMSG #den :'volume 99",
+          "PART #attic :'volume 99",
+          "PRIVMSG #den :x\r\n:jo[!~larkspin@127.0.0.1 PRIVMSG #den :'volume 99"})
+        eve.send(line);
+    EXPECT_TRUE(program->says("jo{ goes", patience)); // the last one was too much for the server
+    IrcPerson bob = inDen("bob");
+    program->tell("over");
+    EXPECT_EQ(said(bob), "over");
+    expectVolume(*program, "7");
+}
+
+TEST_F(IrcProgramTest, AServerThatComesBackHearsNothingTwiceAndNothingLate) {
+    LocalIrcServer server;
+    const auto program = startIn("/connect irc.test jo #den");
+    program->tell("/join #attic\n'ver\n1\n2\n3\n4\n5\n6");
+    EXPECT_TRUE(program->says("jo: 6", patience));
+    server.kill();
+    EXPECT_TRUE(program->says("trying again in 5 seconds", patience));
+    program->tell("'volume 99");
+    EXPECT_TRUE(program->says("[room] you are not connected", patience));
+    EXPECT_TRUE(server.start());
+    IrcPerson bob = inDen("bob");
+    EXPECT_TRUE(program->says("[room] you are in #den", patience));
+    EXPECT_TRUE(program->says("[room] #attic is room 2", patience));
+    program->tell("'volume 7");
+    EXPECT_EQ(said(bob), "'volume 7");
+    expectVolume(*program, "7");
+}
+
+TEST_F(IrcProgramTest, AnswersItsOwnerInAFlood) {
+    LocalIrcServer server;
+    IrcPerson bob = inDen("bob");
+    const auto program = startIn("/connect irc.test jo #den");
+    for (int line = 0; line < 10'000; ++line) {
+        bob.send("PRIVMSG #den :'volume 99");
+        if (line == 5'000)
+            program->tell("'ver");
+    }
+    EXPECT_EQ(said(bob), "'ver");
+    EXPECT_NE(said(bob).find("version "), std::string::npos);
+    bob.send("PRIVMSG #den :over");
+    EXPECT_TRUE(program->says("bob: over", patience));
 }
 
 } // namespace
