@@ -38,7 +38,7 @@ OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown)
 
 void OwnRoom::sendChatLine(const std::string& line) {
     shown_.line({screenName_, line});
-    lines_.said({screenName_, line});
+    lines_.said({screenName_, line}, roomName());
 }
 
 void OwnRoom::say(const std::string& line) {
@@ -47,7 +47,7 @@ void OwnRoom::say(const std::string& line) {
 }
 
 void OwnRoom::sayShown(const std::string& line) {
-    lines_.heard({screenName_, line});
+    lines_.heard({screenName_, line}, roomName());
 }
 
 bool OwnRoom::isOwner(std::string_view name) const {
@@ -101,7 +101,7 @@ void OwnRoom::sayAs(const ChatLine& line) {
     if (!speaker || ignores(*speaker))
         return;
     shown_.line({*speaker, line.text});
-    lines_.heard({*speaker, line.text});
+    lines_.heard({*speaker, line.text}, roomName());
 }
 
 void OwnRoom::leave(const std::string& given) {

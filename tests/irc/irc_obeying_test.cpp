@@ -58,6 +58,16 @@ TEST(IrcObeying, AnEchoCountsOnceAndOnlyInTheRoomThatItWasSaidIn) {
     EXPECT_EQ(machine.state().HScroll2, 8);
 }
 
+TEST(IrcObeying, ALineThatTheServerHasRefusedDoesNotComeBack) {
+    IrcMachine machine;
+    machine.begin();
+    machine.server.takes = [](const std::string&) { return true; };
+    machine.typed("'volume 7");
+    machine.told(":irc 404 Owner #music :Cannot send to channel");
+    machine.told(":Owner!o@host PRIVMSG #music :'volume 7");
+    EXPECT_EQ(machine.state().HScroll2, untouched);
+}
+
 TEST(IrcObeying, AnEchoThatComesTooLateOrBehindALaterOneDoesNotCount) {
     IrcMachine machine;
     machine.begin();

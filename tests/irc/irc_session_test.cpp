@@ -100,7 +100,32 @@ TEST(IrcSession, WhatIsSaidIsPacedAndTheOwnerGoesFirst) {
     const Nanoseconds limited = machine.loop.now();
     for (int line = 0; line < 5; ++line)
         machine.irc.sendChatLine("line " + std::to_string(line));
-    EXPECT_LE(machine.loop.now() - limited, 41s); // no line waits for longer than 20 seconds
+    EXPECT_LE(machine.loop.now() - limited, 2 * 80s); // of which each waits no longer
+}
+
+TEST(IrcSession, ARecitalStaysInTheRoomThatHasAskedForIt) {
+    IrcMachine machine;
+    Lines songs;
+    for (int song = 10; song < 40; ++song)
+        songs.push_back("ride" + std::to_string(song) + ".mp3");
+    machine.begin(songs);
+    machine.seenOf([&] { machine.irc.join("#den"); });
+    machine.typed("'play ride", 5s);
+    EXPECT_EQ(machine.sentOf([&] { machine.irc.enterRoom(2); }, 60s).find("PRIVMSG #den"),
+              std::string::npos);
+}
+
+TEST(IrcSession, AFarewellGoesBeforeTheEndHoweverMuchWaits) {
+    IrcMachine machine;
+    machine.begin();
+    for (int line = 0; line < 6; ++line)
+        machine.typed("'ver");
+    machine.server.sent.clear();
+    machine.typed("'signoff", 30s);
+    const auto& sent = machine.server.sent;
+    ASSERT_GE(sent.size(), 2U);
+    EXPECT_NE(sent[sent.size() - 2].find("signing off"), std::string::npos);
+    EXPECT_EQ(sent.back().substr(0, 4), "QUIT");
 }
 
 TEST(IrcSession, AStoppedRecitalEndsWithinAFewLines) {

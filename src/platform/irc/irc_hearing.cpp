@@ -1,5 +1,6 @@
 #include "platform/irc/irc_hearing.h"
 
+#include "chat/markup.h"
 #include "platform/irc/irc_markup.h"
 #include "platform/irc/irc_message.h"
 #include "platform/irc/irc_news.h"
@@ -51,6 +52,13 @@ std::string harmlessMarkup(std::string_view codes) {
     return harmless;
 }
 
+std::string withoutTags(std::string_view markup) {
+    std::string text;
+    for (const MarkupPiece& piece : readMarkup(markup))
+        text += piece.text;
+    return visibleText(text, " ");
+}
+
 } // namespace
 
 bool IrcHearing::isHere(std::string_view channel) {
@@ -91,7 +99,7 @@ void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
     const std::string markup = harmlessMarkup(text);
     shown_.line({shownNick, markup});
     if (!isSelf)
-        lines_.heard({nick, markup});
+        lines_.heard({nick, markup}, std::string(message.parameter(0)));
 }
 
 // To this connection alone, or from the server.
@@ -109,8 +117,11 @@ void IrcHearing::hearPrivately(const IrcMessage& message) {
 }
 
 void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
-    if (!isHere(said.channel))
+    if (!isHere(said.channel)) {
+        if (!said.isShown && !atOnce)
+            shown_.message("to " + visibleName(said.channel) + ": " + withoutTags(said.text));
         return;
+    }
     if (!said.isShown)
         shown_.line({visibleName(session_.nick()), said.text});
     if (atOnce)
@@ -122,7 +133,7 @@ void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
 // He may have left meanwhile, or be called otherwise.
 void IrcHearing::hearOwner(const std::string& channel, const std::string& text) {
     if (isHere(channel))
-        lines_.heard({session_.nick(), text});
+        lines_.heard({session_.nick(), text}, channel);
 }
 
 } // namespace larkspin

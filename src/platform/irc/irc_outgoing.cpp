@@ -49,6 +49,17 @@ void IrcOutgoing::drop(Kind kind) {
     sendDue();
 }
 
+void IrcOutgoing::sendLast(Kind kind) {
+    std::deque<Line>& lines = lines_[place(kind)];
+    if (lines.empty())
+        return;
+    const Line last = std::move(lines.back());
+    lines.clear();
+    send_(last.text);
+    if (last.gone)
+        last.gone();
+}
+
 void IrcOutgoing::clear() {
     for (std::deque<Line>& lines : lines_)
         lines.clear();

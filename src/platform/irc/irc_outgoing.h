@@ -41,6 +41,10 @@ public:
     // Forgets what waits of that kind.
     void drop(Kind kind);
 
+    // Sends the last one of that kind at once and forgets the others: a farewell, before an end
+    // that they won't outlive.
+    void sendLast(Kind kind);
+
     // Forgets what waits, as after the end of a connection: nothing old is said on a new one, whose
     // server counts anew.
     void clear();

@@ -28,7 +28,7 @@ constexpr int mostNamed = 200;
 } // namespace
 
 IrcRoom::IrcRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, RoomDisplay shown)
-    : loop_(loop), shown_(std::move(shown)),
+    : loop_(loop), lines_(lines), shown_(std::move(shown)),
       session_(loop, connection,
                {.welcomed =
                     [this] {
@@ -133,6 +133,8 @@ void IrcRoom::take(const IrcMessage& message) {
         joining_.cameIn(std::string(message.parameter(0)));
     if (command == "NICK")
         people_.rename(message.nick(), message.parameter(0));
+    if (command == "404")
+        speech_.refused(message.parameter(1));
     channels_.take(message, session_.features());
     joining_.take(message);
     if (Place* const place = channels_.here(); place && (command == "366" || command == "MODE"))
@@ -212,6 +214,7 @@ void IrcRoom::names() {
 
 void IrcRoom::limitSaid(int linesPerMinute) {
     session_.outgoing().limitSaid(linesPerMinute);
+    perSaid_ = linesPerMinute > 0 ? Nanoseconds(1min) / linesPerMinute : Nanoseconds(0);
 }
 
 void IrcRoom::say(const std::string& line) {
@@ -225,20 +228,27 @@ void IrcRoom::sayShown(const std::string& line) {
 }
 
 void IrcRoom::speak(std::string channel, const std::string& line, bool isShown) {
-    if (!speech_.say(IrcOutgoing::Kind::typed, {channel, line, isShown}))
+    const bool isElsewhere = !session_.isSame(channel, name()); // before the line has its effect
+    if (!speech_.say(IrcOutgoing::Kind::typed, {channel, line, isShown || isElsewhere}))
         tell("too much waits to be said");
-    else if (!session_.isSame(channel, name()))
+    else if (isElsewhere)
         tell("to " + visibleName(channel) + ": " + visibleText(line, " "));
+}
+
+// Those in the next room haven't asked for what goes on from the last one, and mustn't hear it.
+bool IrcRoom::isMeantForElsewhere() const {
+    const std::string& room = lines_.roomAtWork();
+    return !room.empty() && !session_.isSame(room, here()->name());
 }
 
 // So the program doesn't run ahead of what the server takes, and what it says can be broken off.
 void IrcRoom::sendChatLine(const std::string& line) {
-    if (!here())
+    if (!here() || isMeantForElsewhere())
         return;
     const auto said = IrcOutgoing::Kind::said;
     speech_.say(said, {here()->name(), line, false});
     loop_.serveTurn();
-    const Nanoseconds end = loop_.now() + longestPacing;
+    const Nanoseconds end = loop_.now() + longestPacing + perSaid_;
     while (session_.outgoing().waiting(said) > mostSaidAhead && loop_.now() < end)
         loop_.waitUntil(loop_.now() + betweenLooks);
 }

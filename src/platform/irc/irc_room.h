@@ -50,7 +50,7 @@ public:
     static constexpr std::size_t mostRooms = IrcChannels::most;
 
     // Said lines that wait to be sent: with more than so many, what is said waits for them, but no
-    // longer than that.
+    // longer than that and what the limit takes for a line.
     static constexpr std::size_t mostSaidAhead = 3;
     static constexpr std::chrono::seconds longestPacing{20};
 
@@ -122,7 +122,8 @@ private:
 
     const IrcChannel* here() const;
     void tell(const std::string& text) const { shown_.message(text); }
-    bool tellWithoutRoom() const; // true when there is none
+    bool tellWithoutRoom() const;     // true when there is none
+    bool isMeantForElsewhere() const; // what the program is about to say
 
     void take(const IrcMessage& message);
     void lost();
@@ -131,6 +132,7 @@ private:
     void speak(std::string channel, const std::string& line, bool isShown);
 
     EventLoop& loop_;
+    const ChatLines& lines_;
     RoomDisplay shown_;
     RoomHandles handles_{*this};
     IrcSession session_;
@@ -141,6 +143,7 @@ private:
     IrcSpeech speech_;
     IrcClock clock_;
     bool isOn_ = false;
+    Nanoseconds perSaid_{}; // by the limit
     RowList nobody_;
 };
 

@@ -64,6 +64,8 @@ void IrcSession::end(const std::string& farewell) {
     if (!isOn())
         return;
     const bool isOpen = phase_ != Phase::waiting;
+    if (isWelcomed())
+        outgoing_.sendLast(IrcOutgoing::Kind::said);
     reset(Phase::off);
     if (!isOpen)
         return;
@@ -72,8 +74,10 @@ void IrcSession::end(const std::string& farewell) {
 }
 
 void IrcSession::finish(const std::string& lastLines) {
-    if (isWelcomed())
+    if (isWelcomed()) {
+        outgoing_.sendLast(IrcOutgoing::Kind::said);
         connection_.send(lastLines);
+    }
     reset(Phase::off);
     connection_.finish(longestFarewell);
 }

@@ -72,6 +72,14 @@ bool IrcSpeech::isThat(const Piece& piece, std::string_view channel, std::string
            (piece.codes == codes || plain(piece.codes) == plain(codes));
 }
 
+void IrcSpeech::refused(std::string_view channel) {
+    const auto found = std::ranges::find_if(awaited_, [&](const Awaited& awaited) {
+        return session_.isSame(awaited.piece.said.channel, channel);
+    });
+    if (found != awaited_.end())
+        awaited_.erase(found);
+}
+
 bool IrcSpeech::take(std::string_view channel, std::string_view codes) {
     while (!awaited_.empty() && loop_.now() - awaited_.front().sentAt > longestEcho)
         awaited_.pop_front();

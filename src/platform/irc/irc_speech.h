@@ -45,6 +45,9 @@ public:
     // connection's, and has been taken; anything else may be from another program of his, or old.
     bool take(std::string_view channel, std::string_view codes);
 
+    // The server hasn't passed on the oldest line that is on its way to that channel.
+    void refused(std::string_view channel);
+
     // Forgets what is on its way: no echo comes any more.
     void clear() { awaited_.clear(); }
 
