@@ -53,7 +53,8 @@ std::optional<double> counter(const benchmark::BenchmarkReporter::Run& run, cons
 std::string notes(const benchmark::BenchmarkReporter::Run& run) {
     std::string text;
     for (const auto& [name, value] : run.counters)
-        if (name != "size" && name != "bytes" && name != "budget" && name != "amount")
+        if (name != "size" && name != "bytes" && name != "budget" && name != "least" &&
+            name != "amount")
             text += "  " + name + ": " + timeText(value.value);
     return text;
 }
@@ -90,7 +91,8 @@ void BudgetTable::ReportRuns(const std::vector<Run>& runs) {
 void BudgetTable::printRow(const Run& run) {
     const std::string& work = run.run_name.function_name;
     const auto size = counter(run, "size"), bytes = counter(run, "bytes"),
-               budget = counter(run, "budget"), amount = counter(run, "amount");
+               least = counter(run, "least"), amount = counter(run, "amount"),
+               budget = least ? least : counter(run, "budget");
     const double seconds =
         run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
     const auto text = [&](double value) {
@@ -102,7 +104,7 @@ void BudgetTable::printRow(const Run& run) {
 
     std::string verdict, growthColumn;
     if (budget)
-        verdict = value <= *budget ? "ok" : "MISSED";
+        verdict = (least ? value >= *least : value <= *budget) ? "ok" : "MISSED";
     if (verdict == "MISSED")
         missed_.push_back(place + ": " + text(value) + " of " + text(*budget));
     if (size && !amount) {

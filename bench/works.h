@@ -1,8 +1,8 @@
 // The works that are measured, and how each is put on the table. Times are in seconds.
 //
 // A work's counters tell the table about it: "size", "bytes" for the memory that it goes through,
-// "budget", "amount" for what is measured in another unit than time (the label says which), and
-// any other for a time beside it.
+// "budget", "amount" for what is measured in another unit than time (the label says which), "least"
+// for a budget that it must reach, and any other for a time beside it.
 #pragma once
 
 #include "text/row_list.h"
@@ -47,6 +47,7 @@ void addChatWorks();
 void addRefreshWorks();
 void addScanWorks();
 void addTerminalWorks();
+void addIrcWorks();
 void addDesktopWorks();
 
 // Walks the tree as `find` does, to its end; the output is thrown away. False when it can't be run.
