@@ -55,11 +55,15 @@ void IrcJoining::welcomed() {
     request(wanted_);
 }
 
+// The first room that he comes into will be the room: it is asked for before those that he was on
+// his way into.
 void IrcJoining::lost() {
     if (channels_.here())
         entering_ = channels_.here()->channel.name();
     for (const IrcChannels::Place& place : channels_.all())
         want(place.channel.name());
+    std::ranges::stable_partition(
+        wanted_, [&](const std::string& name) { return session_.isSame(name, entering_); });
 }
 
 bool IrcJoining::want(const std::string& channel) {
