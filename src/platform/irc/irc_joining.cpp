@@ -62,8 +62,9 @@ void IrcJoining::lost() {
         entering_ = channels_.here()->channel.name();
     for (const IrcChannels::Place& place : channels_.all())
         want(place.channel.name());
-    std::ranges::stable_partition(
-        wanted_, [&](const std::string& name) { return session_.isSame(name, entering_); });
+    std::stable_partition(wanted_.begin(), wanted_.end(), [&](const std::string& name) {
+        return session_.isSame(name, entering_);
+    });
 }
 
 bool IrcJoining::want(const std::string& channel) {
