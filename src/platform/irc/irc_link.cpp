@@ -59,7 +59,6 @@ private:
     void connected(GSocketClient* client, GAsyncResult* result);
     void read();
     void hasRead(GInputStream* stream, GAsyncResult* result);
-    void writeWaiting();
     void write();
     void hasWritten(GOutputStream* stream, GAsyncResult* result);
 
@@ -83,7 +82,7 @@ private:
     std::string why_;
 
     int calls_ = 0;
-    bool reading_ = false, writing_ = false, broken_ = false, isDue_ = false;
+    bool reading_ = false, writing_ = false, broken_ = false;
     bool open_ = false, ended_ = false, cut_ = false, finishing_ = false;
 };
 
@@ -220,16 +219,6 @@ void IrcLink::Session::send(std::string_view bytes) {
     if (!open_ || ended_ || broken_)
         return;
     waiting_ += bytes;
-    if (!std::exchange(isDue_, true))
-        post(&Session::writeWaiting);
-}
-
-// What is said in one turn goes in one piece: of two that come together over TLS, a server may
-// leave the second one unread until a third comes.
-void IrcLink::Session::writeWaiting() {
-    isDue_ = false;
-    if (ended_)
-        return;
     const GlibGuest::Inside inside(guest_);
     write();
 }
@@ -270,8 +259,6 @@ void IrcLink::Session::hasWritten(GOutputStream* stream, GAsyncResult* result) {
 void IrcLink::Session::finish(Nanoseconds atMost) {
     const Nanoseconds latest = loop_.now() + atMost;
     finishing_ = true;
-    if (open_)
-        writeWaiting();
     if (open_ && !ended_ && guest_.serveUntil([this] { return ended_ || unsent() == 0; }, atMost) &&
         !ended_) {
         g_socket_shutdown(socket(), FALSE, TRUE, nullptr);

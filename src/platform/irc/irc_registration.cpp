@@ -55,9 +55,9 @@ IrcRegistration::IrcRegistration(IrcIdentity identity, bool encrypted, Send send
 void IrcRegistration::begin() {
     if (login_ == Login::impossible)
         failLogin("a password isn't sent without TLS");
-    // In one piece: over TLS a server may leave a second one unread until something else comes.
-    send_(ircLine("CAP", {"LS", "302"}) + ircLine("NICK", {choice_.asked()}) +
-          ircLine("USER", {userName, "0", "*", choice_.asked()}));
+    send_(ircLine("CAP", {"LS", "302"}));
+    send_(ircLine("NICK", {choice_.asked()}));
+    send_(ircLine("USER", {userName, "0", "*", choice_.asked()}));
 }
 
 bool IrcRegistration::take(const IrcMessage& message) {
