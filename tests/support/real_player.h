@@ -42,19 +42,20 @@ protected:
     // Polls in real time, as the program's ticks do in theirs. The virtual clock stands, so
     // that a song which failed would read waiting for ever.
     template <typename Condition>
-    static bool comesTrue(Condition condition, Clock::duration limit = patience) {
+    bool comesTrue(Condition condition, Clock::duration limit = patience) {
         const auto end = Clock::now() + limit;
         while (Clock::now() < end) {
+            loop.serveTurn();
             if (condition())
                 return true;
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
         }
         return false;
     }
-    static bool reaches(PlayerControl& player, PlayState state) {
+    bool reaches(PlayerControl& player, PlayState state) {
         return comesTrue([&] { return player.PlayState() == state; });
     }
-    static bool staysFor(PlayerControl& player, PlayState state, Clock::duration span) {
+    bool staysFor(PlayerControl& player, PlayState state, Clock::duration span) {
         return !comesTrue([&] { return player.PlayState() != state; }, span);
     }
     void pass(Nanoseconds span) { loop.waitUntil(loop.now() + span); }

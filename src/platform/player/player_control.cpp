@@ -37,6 +37,7 @@ PlayerControl::PlayerControl(EventLoop& loop, Player player, Tell tell)
 
 PlayerControl::~PlayerControl() {
     loop_.cancel(watch_);
+    loop_.cancel(turnEnd_);
 }
 
 void PlayerControl::Open(const std::string& fileName) {
@@ -185,13 +186,21 @@ void PlayerControl::replaceProcess() {
         startProcess();
 }
 
+// What is wished in one turn goes as one message: of a song that is set elsewhere and halted,
+// nothing is to be heard in between.
 void PlayerControl::wish() {
     unsaid_ = true;
-    say();
+    if (turnEnd_ != TimerId::none)
+        return;
+    turnEnd_ = loop_.once(0s, [this] {
+        turnEnd_ = TimerId::none;
+        say();
+    });
 }
 
 void PlayerControl::say() {
-    if (process_ && unsaid_ && process_->send(wishes_))
+    const bool isWhole = turnEnd_ == TimerId::none;
+    if (process_ && unsaid_ && isWhole && process_->send(wishes_))
         unsaid_ = false;
 }
 

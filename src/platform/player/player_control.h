@@ -73,8 +73,9 @@ private:
     std::unique_ptr<PlayerProcess> process_;
     std::vector<std::unique_ptr<PlayerProcess>> killed_; // until nothing is left of them
     PlayerWishes wishes_;
-    bool unsaid_ = false; // the process hasn't been given the wishes yet
-    PlayerReport report_; // of this process
+    bool unsaid_ = false;             // the process hasn't been given the wishes yet
+    TimerId turnEnd_ = TimerId::none; // until when more may be wished
+    PlayerReport report_;             // of this process
 
     std::string fileName_;
     Nanoseconds openedAt_{};
