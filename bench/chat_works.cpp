@@ -27,7 +27,7 @@ void hearLine(benchmark::State& state, const std::string& speaker, const std::st
     machine.forget();
     const ChatLine line{speaker, text};
     for (auto _ : state)
-        machine.lines.heard(line);
+        machine.heard(line);
     if (!machine.room.lines.empty())
         state.SkipWithError("answered");
 }

@@ -32,7 +32,7 @@ void top(benchmark::State& state) {
         machine.forget();
         isFirst = true;
         begin = std::chrono::steady_clock::now();
-        machine.lines.heard({machine.room.screenName, "'top 10"});
+        machine.hear("'top 10");
         state.SetIterationTime(std::chrono::duration<double>(firstLine - begin).count());
         if (machine.room.lines.size() != 11)
             state.SkipWithError("wrong recital");

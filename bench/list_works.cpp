@@ -102,9 +102,7 @@ void remove(benchmark::State& state, int left, const std::function<void(VirtualM
 }
 
 void removeByText(benchmark::State& state, const std::string& text, int left) {
-    remove(state, left, [&text](VirtualMachine& machine) {
-        machine.lines.heard({machine.room.screenName, "'listrmv " + text});
-    });
+    remove(state, left, [&text](VirtualMachine& machine) { machine.hear("'listrmv " + text); });
 }
 
 // Events run at each step: on the loop that the terminal has.
@@ -124,12 +122,12 @@ void transfer(benchmark::State& state, bool isThereAlready) {
         app.scanRows.add(row);
     const ChatLine line{machine.room.screenName, "'transfer"};
     if (isThereAlready)
-        machine.lines.heard(line);
+        machine.heard(line);
     for (auto _ : state) {
         if (!isThereAlready)
             clearPlaylist(app);
         forgetMemory();
-        timed(state, [&] { machine.lines.heard(line); });
+        timed(state, [&] { machine.heard(line); });
         machine.forget();
         if (app.masterList.count() != sizeOf(state))
             state.SkipWithError("rows lost");

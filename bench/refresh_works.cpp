@@ -51,7 +51,7 @@ void refresh(benchmark::State& state, std::shared_ptr<Tree>& tree) {
     double find = 0;
     for (auto _ : state) {
         find = secondsOf([&] { runFind(tree->disk.path().native()); });
-        timed(state, [&] { machine.lines.heard(line); });
+        timed(state, [&] { machine.heard(line); });
         if (machine.said() != "list refreshed - no change")
             state.SkipWithError("rows lost");
         machine.forget();
@@ -68,7 +68,7 @@ void count(benchmark::State& state, const std::string& text, int matches) {
         addToPlaylist(machine.state(), row);
     const ChatLine line{machine.room.screenName, "'count " + text};
     for (auto _ : state) {
-        timed(state, [&] { machine.lines.heard(line); });
+        timed(state, [&] { machine.heard(line); });
         if (machine.state().matchCount != std::to_string(matches))
             state.SkipWithError("wrong count");
         machine.forget();

@@ -38,7 +38,7 @@ OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown)
 
 void OwnRoom::sendChatLine(const std::string& line) {
     shown_.line({screenName_, line});
-    lines_.said({screenName_, line}, roomName());
+    lines_.said({screenName_, line}, name());
 }
 
 void OwnRoom::say(const std::string& line) {
@@ -47,7 +47,7 @@ void OwnRoom::say(const std::string& line) {
 }
 
 void OwnRoom::sayShown(const std::string& line) {
-    lines_.heard({screenName_, line}, roomName());
+    lines_.heard({screenName_, line}, name());
 }
 
 bool OwnRoom::isOwner(std::string_view name) const {
@@ -98,10 +98,10 @@ void OwnRoom::comeIn(const std::string& name) {
 
 void OwnRoom::sayAs(const ChatLine& line) {
     const auto speaker = admit(line.speaker);
-    if (!speaker || ignores(*speaker))
+    if (!speaker || isIgnored(*speaker))
         return;
     shown_.line({*speaker, line.text});
-    lines_.heard({*speaker, line.text}, roomName());
+    lines_.heard({*speaker, line.text}, name());
 }
 
 void OwnRoom::leave(const std::string& given) {
@@ -120,7 +120,7 @@ void OwnRoom::leave(const std::string& given) {
 
 void OwnRoom::whisper(const std::string& given, const std::string& text) {
     const auto name = othersName(given);
-    if (!name || ignores(*name))
+    if (!name || isIgnored(*name))
         return;
     if (takesMessages_)
         shown_.message(*name + " whispers: " + text);
@@ -139,7 +139,7 @@ void OwnRoom::enterRoom(const std::string& wanted) {
     }
     current_ = *room;
     handles_.showNewRoom();
-    shown_.message("you are in " + roomName());
+    shown_.message("you are in " + here().name);
 }
 
 std::optional<std::size_t> OwnRoom::findOrMakeRoom(const std::string& name) {

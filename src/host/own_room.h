@@ -47,12 +47,10 @@ public:
     // A room keeps its people, and whom it keeps out, while the owner is elsewhere. Whom he
     // ignores, he ignores in all of them.
     void enterRoom(const std::string& name);
-    const std::string& roomName() const { return here().name; }
-    bool ignores(std::string_view name) const { return ignored_.contains(name); }
 
-    std::string name() const override { return roomName(); }
+    std::string name() const override { return here().name; }
     std::string ownName() const override { return screenName_; }
-    bool isIgnored(std::string_view name) const override { return ignores(name); }
+    bool isIgnored(std::string_view name) const override { return ignored_.contains(name); }
     const RowList& people() const override { return here().people; }
     const RowList& ejected() const override { return here().ejected; }
     bool ownerMayEject() const override { return true; }

@@ -44,7 +44,7 @@ void name(const OwnRoom& room, const RowList& people, const std::string& mark,
     const int named = std::min(people.count(), mostNamed);
     for (int row = 0; row < named; ++row) {
         std::string line = "  " + std::string(people.row(row));
-        if (room.ignores(people.row(row)))
+        if (room.isIgnored(people.row(row)))
             line += " (ignored)";
         tell(line + mark);
     }
@@ -54,7 +54,7 @@ void name(const OwnRoom& room, const RowList& people, const std::string& mark,
 
 void tellRoom(const OwnRoom& room, const SlashWords::Tell& tell) {
     const int count = room.people().count();
-    tell(room.roomName() + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
+    tell(room.name() + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
     name(room, room.people(), "", tell);
     name(room, room.ejected(), " (kept out)", tell);
 }

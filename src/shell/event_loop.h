@@ -50,6 +50,9 @@ public:
 
     // Serves events until the moment has come; in between the thread sleeps.
     virtual void waitUntil(Nanoseconds moment) = 0;
+
+    // How many events are being served inside each other; 0 outside of any.
+    virtual int depth() const = 0;
 };
 
 } // namespace larkspin

@@ -38,7 +38,7 @@ public:
     static constexpr int nestingLimit = 64;
     bool canNest() const { return depth_ < nestingLimit; }
 
-    // How many handlers are running inside each other; 0 when the program is idle.
+    // How many handlers are running inside each other; 0 outside of any.
     int depth() const { return depth_; }
 
     // Runs a handler that comes from elsewhere, such as a readable file, and counts it.

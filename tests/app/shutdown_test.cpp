@@ -11,7 +11,7 @@ TEST(Shutdown, EndsAtOnceInTheMiddleOfAWait) {
         machine.loop.every(300ms, [&] {
             if (said.empty())
                 machine.program->end(); // as a signal does
-            machine.lines.heard({"Owner", "'exit"});
+            machine.hear("'exit");
         });
         EXPECT_EQ(machine.answer("'scanpc"), "scanning pc for <b>mp3</b>, please wait.." + said);
         EXPECT_EQ(machine.program, nullptr);

@@ -72,7 +72,7 @@ TEST(Dispatch, StaysDeafToAMillionLinesOfStrangers) {
     machine.forget();
     const int writes = machine.files.writes;
     for (std::size_t line = 0; line < 1'000'000; ++line)
-        machine.lines.heard(others[line % others.size()]);
+        machine.heard(others[line % others.size()]);
     EXPECT_EQ(machine.room.lines, Lines());
     EXPECT_EQ(machine.dialogs.boxes, Lines());
     EXPECT_EQ(machine.launching.started, Lines());

@@ -111,7 +111,7 @@ TEST(Notes, AreToldInTurnWhateverComesBetween) {
         Notes machine({"Mum", "b", "mum's"});
         machine.loop.once(c.line == "'scrn" ? 1299ms : 599ms, [&] { // ahead of the second note
             for (const std::string& line : c.interruption)
-                line == "restart" ? void(machine.restart()) : machine.lines.heard({"Owner", line});
+                line == "restart" ? void(machine.restart()) : machine.hear(line);
         });
         machine.owner(c.line, 5s);
         Lines told;

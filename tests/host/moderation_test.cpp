@@ -23,7 +23,7 @@ Place ownPlace() {
     const auto m = std::make_shared<OwnRoomMachine>();
     return {m, [m](const auto& name) { m->own.comeIn(name); },
             [m](bool owned) { m->own.owned = owned; },
-            [m](const auto& name) { return m->own.ignores(name); }};
+            [m](const auto& name) { return m->own.isIgnored(name); }};
 }
 
 struct Client : VirtualMachine {

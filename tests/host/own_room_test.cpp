@@ -77,7 +77,7 @@ TEST(OwnRoom, TheClientsAddressesLeadToPrivateRoomsAndOthersNowhere) {
     OwnRoomMachine machine;
     for (const char* address : {"aol://2719:2-2-my den", "aol://2719:2-2- ", "online clock"})
         machine.own.gotoKeyword(address);
-    EXPECT_EQ(machine.own.roomName(), "my den");
+    EXPECT_EQ(machine.own.name(), "my den");
 }
 
 TEST(OwnRoom, PrivateMessagesAreRefusedOnRequest) {

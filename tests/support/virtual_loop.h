@@ -22,7 +22,8 @@ public:
     void serveTurn() override { queue_.runDue(now_); }
     void waitUntil(Nanoseconds moment) override;
 
-    bool isIdle() const { return queue_.depth() == 0; }
+    int depth() const override { return queue_.depth(); }
+    bool isIdle() const { return depth() == 0; }
 
 private:
     EventQueue queue_;

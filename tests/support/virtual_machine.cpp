@@ -47,7 +47,7 @@ void RecordedRoom::sendChatLine(const std::string& line) {
             if (const auto handler = inMessage) // which may replace itself
                 handler(messageOf(line));
         });
-    hearers_.said({screenName, line});
+    hearers_.said({screenName, line}, "a room");
 }
 
 void ScriptedDialogs::titledBox(const std::string& title, const std::string& text) {
@@ -265,7 +265,7 @@ bool VirtualMachine::owner(const std::string& line, std::chrono::duration<double
 
 bool VirtualMachine::somebody(const std::string& name, const std::string& line) {
     return run([&] {
-        loop.post([this, name, line] { lines.heard({name, line}); });
+        loop.post([this, name, line] { heard({name, line}); });
         loop.serveTurn();
     });
 }

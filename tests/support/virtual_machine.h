@@ -223,7 +223,8 @@ public:
     bool run(const std::function<void()>& action);
     // What happens once, in the middle of the first message that begins so.
     void inMessage(const std::string& beginning, const std::function<void()>& action);
-    void hear(const std::string& line) { lines.heard({room.screenName, line}); } // of the owner
+    void heard(const ChatLine& line) { lines.heard(line, "a room"); }
+    void hear(const std::string& line) { heard({room.screenName, line}); } // of the owner
 
     // What the program has said, without the style around it; the owner's own lines are not
     // among them. The last one, and all since `forget`.

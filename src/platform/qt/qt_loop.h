@@ -38,6 +38,7 @@ public:
 
     void serveTurn() override;
     void waitUntil(Nanoseconds moment) override;
+    int depth() const override { return queue_.depth(); }
 
     void watch(int descriptor, Task readable) override;
     void unwatch(int descriptor) override { forget(watched_, descriptor); }
