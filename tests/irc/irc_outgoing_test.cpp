@@ -57,9 +57,9 @@ TEST(IrcOutgoing, TakesLongerForLongLines) {
 TEST(IrcOutgoing, LetsTheOwnerGoFirstAndTheConnectionBeforeHim) {
     Wire wire;
     wire.add(Kind::said, "12345abc");
-    wire.add(Kind::typed, "AB");
+    wire.add(Kind::typed, "ABCDE");
     wire.add(Kind::protocol, "p");
-    EXPECT_EQ(wire.sentUntil(60s), "12345pABabc");
+    EXPECT_EQ(wire.sentUntil(60s), "12345pABaCDbEc");
 }
 
 TEST(IrcOutgoing, SaysNoMoreInAMinuteThanIsWanted) {

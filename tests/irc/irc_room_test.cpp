@@ -132,6 +132,9 @@ TEST(IrcRoom, PrivateMessagesRequestsAndNoticesAreTold) {
          "- * ann waves\n"},
         {":ann!a@h PRIVMSG Owner :\x01VERSION\x01", ""},
         {":ann!a@h PRIVMSG #elsewhere :hi", ""},
+        {":ann!a@h PRIVMSG @#music :\x02hi", "- ann to @#music: hi\n"},
+        {":Owner!o@host PRIVMSG @#music :'volume 7", ""},
+        {":ann!a@h PRIVMSG !#music :hi", ""},
         {":irc 404 Owner #music :Cannot send to channel", "- #music: Cannot send to channel\n"},
         {":irc 372 Owner :- our rules", ""},
         {"ERROR :Closing link", "- irc.test: Closing link\n"},
@@ -153,7 +156,7 @@ TEST(IrcRoom, TheOwnersWordsDoWhatTheySay) {
     EXPECT_EQ(machine.seenOf([&] { machine.irc.topic(std::nullopt); }), "- there is no topic\n");
     EXPECT_EQ(machine.sentOf([&] { machine.irc.topic("rock"); }), "TOPIC #music rock\n");
     EXPECT_EQ(machine.seenOf([&] { machine.irc.topic({}); }), "- the topic is: rock\n");
-    EXPECT_EQ(machine.seenOf([&] { machine.irc.message("ann", "psst"); }), "- to ann: psst\n");
+    EXPECT_EQ(machine.seenOf([&] { machine.irc.message("ann", "<b>psst"); }), "- to ann: psst\n");
     EXPECT_EQ(machine.seenOf([&] { machine.irc.message("#x", "psst"); }), "- you are not in #x\n");
     EXPECT_EQ(machine.seenOf([&] { machine.irc.changeNick("Boss"); }),
               "- you are now called Boss\n");

@@ -128,7 +128,7 @@ private:
         } else if (words[1] == "END") {
             isKnown_ = true;
             say(":irc 001 " + nick + " :Welcome\r\n:irc 005 " + nick +
-                " PREFIX=(ov)@+ CHANTYPES=# CASEMAPPING=rfc1459 :are supported\r\n:irc 422 " +
+                " PREFIX=(ov)@+ STATUSMSG=@+ CHANTYPES=# CASEMAPPING=rfc1459 :are supported\r\n:irc 422 " +
                 nick + " :No MOTD");
         }
     }

@@ -1,6 +1,5 @@
 #include "platform/irc/irc_hearing.h"
 
-#include "chat/markup.h"
 #include "platform/irc/irc_markup.h"
 #include "platform/irc/irc_message.h"
 #include "platform/irc/irc_news.h"
@@ -52,13 +51,6 @@ std::string harmlessMarkup(std::string_view codes) {
     return harmless;
 }
 
-std::string withoutTags(std::string_view markup) {
-    std::string text;
-    for (const MarkupPiece& piece : readMarkup(markup))
-        text += piece.text;
-    return visibleText(text, " ");
-}
-
 } // namespace
 
 bool IrcHearing::isHere(std::string_view channel) {
@@ -79,6 +71,8 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
         hearInRoom(message, isSelf);
     else if (place)
         place->unseen += place->unseen < mostUnseen ? 1 : 0;
+    else if (!isSelf && session_.features().isRankedChannel(message.parameter(0)))
+        hearAmongRanks(message);
     else if (!isSelf)
         hearPrivately(message);
 }
@@ -102,6 +96,14 @@ void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
         lines_.heard({nick, markup}, std::string(message.parameter(0)));
 }
 
+// To those of a rank in a channel, whether it is the room or not: among them, no song is ordered.
+void IrcHearing::hearAmongRanks(const IrcMessage& message) {
+    const std::string_view text = message.parameter(1);
+    if (!isRequest(text))
+        shown_.message(visibleName(message.nick()) + " to " + visibleName(message.parameter(0)) +
+                       ": " + plainText(text));
+}
+
 // To this connection alone, or from the server.
 void IrcHearing::hearPrivately(const IrcMessage& message) {
     const std::string_view text = message.parameter(1);
@@ -119,7 +121,7 @@ void IrcHearing::hearPrivately(const IrcMessage& message) {
 void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
     if (!isHere(said.channel)) {
         if (!said.isShown && !atOnce)
-            shown_.message("to " + visibleName(said.channel) + ": " + withoutTags(said.text));
+            shown_.message("to " + visibleName(said.channel) + ": " + plainMarkup(said.text));
         return;
     }
     if (!said.isShown)

@@ -37,6 +37,7 @@ public:
 private:
     void hearOwner(const std::string& channel, const std::string& text);
     void hearInRoom(const IrcMessage& message, bool isSelf);
+    void hearAmongRanks(const IrcMessage& message);
     void hearPrivately(const IrcMessage& message);
     bool isHere(std::string_view channel);
 

@@ -46,6 +46,7 @@ std::optional<std::string> IrcJoining::channelNamed(std::string_view given) cons
 
 void IrcJoining::beginWith(const std::string& given) {
     wanted_.clear();
+    keys_.clear();
     entering_ = channelNamed(given).value_or("");
     if (!entering_.empty())
         want(entering_);
@@ -79,12 +80,26 @@ void IrcJoining::wantNoMore(std::string_view channel) {
     std::erase_if(wanted_, [&](const std::string& name) { return session_.isSame(name, channel); });
 }
 
+// In this order, since the first one may become the room.
 void IrcJoining::request(const std::vector<std::string>& channels) {
-    for (const std::string& list : ircLists(channels))
-        session_.request("JOIN", {list});
+    std::vector<std::string> keyless;
+    const auto requestThose = [&] {
+        for (const std::string& list : ircLists(std::exchange(keyless, {})))
+            session_.request("JOIN", {list});
+    };
+    for (const std::string& channel : channels) {
+        const auto key = keys_.find(session_.features().fold(channel));
+        if (key == keys_.end()) {
+            keyless.push_back(channel);
+            continue;
+        }
+        requestThose();
+        session_.request("JOIN", {channel, key->second});
+    }
+    requestThose();
 }
 
-void IrcJoining::join(const std::string& given, bool enters) {
+void IrcJoining::join(const std::string& given, const std::string& key, bool enters) {
     const auto name = channelNamed(given);
     if (!name)
         return;
@@ -94,6 +109,8 @@ void IrcJoining::join(const std::string& given, bool enters) {
         return events_.tell("you are not connected");
     if (channels_.all().size() >= IrcChannels::most || !want(*name))
         return events_.tell("there are too many rooms");
+    if (!key.empty())
+        keys_[session_.features().fold(*name)] = key;
     if (enters)
         entering_ = *name;
     if (session_.isWelcomed())

@@ -5,6 +5,7 @@
 #include "platform/irc/irc_channels.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,9 +33,10 @@ public:
     void welcomed();
     void lost();
 
-    // The first room that is joined is the room; another one waits to be entered.
-    void join(const std::string& name) { join(name, false); }
-    void joinAndEnter(const std::string& name) { join(name, true); }
+    // The first room that is joined is the room; another one waits to be entered. A room may have a
+    // key, without which nobody comes in; it holds for as long as this connection is made again.
+    void join(const std::string& name, const std::string& key) { join(name, key, false); }
+    void joinAndEnter(const std::string& name) { join(name, {}, true); }
     void enter(int number);
     void leave(const std::string& farewell);
 
@@ -44,7 +46,7 @@ public:
     void take(const IrcMessage& message);
 
 private:
-    void join(const std::string& name, bool enters);
+    void join(const std::string& name, const std::string& key, bool enters);
     void enter(const IrcChannels::Place& place);
     void left(std::string_view channel);
     std::optional<std::string> channelNamed(std::string_view given) const;
@@ -55,8 +57,9 @@ private:
     IrcSession& session_;
     IrcChannels& channels_;
     Events events_;
-    std::vector<std::string> wanted_; // asked for, or to be asked for
-    std::string entering_;            // is the room once it is joined
+    std::vector<std::string> wanted_;         // asked for, or to be asked for
+    std::map<std::string, std::string> keys_; // by the folded name
+    std::string entering_;                    // is the room once it is joined
 };
 
 // The server would take a name with such a byte in it for another, or for several.

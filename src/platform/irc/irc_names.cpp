@@ -79,10 +79,14 @@ void IrcFeatures::readWord(std::string_view word) {
         readModes(value, *this);
     else if (name == "CHANTYPES")
         channelTypes = value;
+    else if (name == "STATUSMSG")
+        channelRankSigns = value;
     else if (name == "CASEMAPPING" && !isMappingTold_)
         caseMapping = mappingNamed(value), isMappingTold_ = true;
     else if (word == "-PREFIX")
         rankModes = usual.rankModes, rankSigns = usual.rankSigns;
+    else if (word == "-STATUSMSG")
+        channelRankSigns.clear();
     else if (word == "-CHANTYPES")
         channelTypes = usual.channelTypes;
     else if (word == "-CHANMODES")
@@ -92,6 +96,11 @@ void IrcFeatures::readWord(std::string_view word) {
 
 bool IrcFeatures::isChannel(std::string_view name) const {
     return !name.empty() && channelTypes.find(name.front()) != std::string::npos;
+}
+
+bool IrcFeatures::isRankedChannel(std::string_view name) const {
+    return !name.empty() && channelRankSigns.find(name.front()) != std::string::npos &&
+           isChannel(name.substr(1));
 }
 
 } // namespace larkspin

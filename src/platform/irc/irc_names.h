@@ -23,6 +23,9 @@ struct IrcFeatures {
     // The ranks of people in a channel, the highest one first: their mode letters and signs.
     std::string rankModes = "ov", rankSigns = "@+";
 
+    // The signs that may stand in front of a channel, for those in it who have that rank.
+    std::string channelRankSigns = {};
+
     // Which of a channel's other modes have a parameter: always (lists, such as bans; others), or
     // only when they are set.
     std::string listModes = "beI", parameterModes = "k", setParameterModes = "l";
@@ -32,6 +35,7 @@ struct IrcFeatures {
     void read(const IrcMessage& message);
 
     bool isChannel(std::string_view name) const;
+    bool isRankedChannel(std::string_view name) const;
     std::string fold(std::string_view name) const { return foldIrcName(name, caseMapping); }
 
 private:

@@ -1,5 +1,6 @@
 #include "platform/irc/irc_news.h"
 
+#include "chat/markup.h"
 #include "platform/irc/irc_channel.h"
 #include "platform/irc/irc_markup.h"
 #include "platform/irc/irc_message.h"
@@ -102,6 +103,13 @@ private:
 
 std::string plainText(std::string_view codes) {
     return visibleText(withoutIrcCodes(codes), " ");
+}
+
+std::string plainMarkup(std::string_view markup) {
+    std::string text;
+    for (const MarkupPiece& piece : readMarkup(markup))
+        text += piece.text;
+    return visibleText(text, " ");
 }
 
 void tellNews(const IrcMessage& message, const IrcSession& session, const IrcChannel* room,

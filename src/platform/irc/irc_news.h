@@ -17,7 +17,8 @@ struct IrcMessage;
 void tellNews(const IrcMessage& message, const IrcSession& session, const IrcChannel* room,
               const std::function<void(const std::string& text)>& tell);
 
-// What others have written, as plain text on one line.
+// What others have written, and what is said in the client's markup, as plain text on one line.
 std::string plainText(std::string_view codes);
+std::string plainMarkup(std::string_view markup);
 
 } // namespace larkspin

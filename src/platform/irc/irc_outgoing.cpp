@@ -15,6 +15,7 @@ constexpr Nanoseconds mostAhead = 10s;
 constexpr Nanoseconds perLine = 2s, perPart = 1s;
 constexpr std::size_t part = 120; // bytes
 constexpr Nanoseconds minute = 60s;
+constexpr int mostTypedInRow = 2; // while something is to be said
 
 Nanoseconds cost(const std::string& line) {
     return std::min(mostAhead, perLine + static_cast<int>(line.size() / part) * perPart);
@@ -69,18 +70,24 @@ void IrcOutgoing::clear() {
 
 // Whose turn it is; nothing where none waits.
 std::optional<IrcOutgoing::Kind> IrcOutgoing::first() const {
-    for (const Kind kind : {Kind::protocol, Kind::typed, Kind::said})
-        if (waiting(kind) > 0)
-            return kind;
-    return std::nullopt;
+    const bool mayBeSaid = waiting(Kind::said) > 0 && withinLimit() <= loop_.now();
+    if (waiting(Kind::protocol) > 0)
+        return Kind::protocol;
+    if (waiting(Kind::typed) > 0)
+        return mayBeSaid && typedInRow_ >= mostTypedInRow ? Kind::said : Kind::typed;
+    return waiting(Kind::said) > 0 ? std::optional(Kind::said) : std::nullopt;
+}
+
+// When the next line may be said, as far as the owner's own limit goes.
+Nanoseconds IrcOutgoing::withinLimit() const {
+    const bool isFree = saidPerMinute_ == 0 || saidAt_.size() < saidPerMinute_;
+    return isFree ? Nanoseconds(0) : saidAt_[saidAt_.size() - saidPerMinute_] + minute;
 }
 
 // When the first of that kind may go.
 Nanoseconds IrcOutgoing::due(Kind kind) const {
     const Nanoseconds byServer = paidUntil_ + cost(lines_[place(kind)].front().text) - mostAhead;
-    if (kind != Kind::said || saidPerMinute_ == 0 || saidAt_.size() < saidPerMinute_)
-        return byServer;
-    return std::max(byServer, saidAt_[saidAt_.size() - saidPerMinute_] + minute);
+    return kind == Kind::said ? std::max(byServer, withinLimit()) : byServer;
 }
 
 void IrcOutgoing::sendFirst(Kind kind) {
@@ -89,6 +96,7 @@ void IrcOutgoing::sendFirst(Kind kind) {
     lines.pop_front();
     const Nanoseconds now = loop_.now();
     paidUntil_ = std::max(paidUntil_, now) + cost(line.text);
+    typedInRow_ = kind == Kind::typed ? typedInRow_ + 1 : 0;
     if (kind == Kind::said) {
         saidAt_.push_back(now);
         while (saidAt_.front() + minute <= now)

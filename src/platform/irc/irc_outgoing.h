@@ -15,7 +15,7 @@ namespace larkspin {
 class IrcOutgoing {
 public:
     // In this order of who goes first: what keeps the connection alive; what the owner types; what
-    // the program says for him.
+    // the program says for him. An answer doesn't wait for longer than two lines that he types.
     enum class Kind { protocol, typed, said };
 
     // Hands over each line, ended, when it may go. It must not wait.
@@ -57,6 +57,7 @@ private:
 
     static std::size_t place(Kind kind) { return static_cast<std::size_t>(kind); }
     std::optional<Kind> first() const;
+    Nanoseconds withinLimit() const;
     Nanoseconds due(Kind kind) const;
     void sendFirst(Kind kind);
     void sendDue();
@@ -67,6 +68,7 @@ private:
     std::size_t saidPerMinute_ = 0;
     std::deque<Nanoseconds> saidAt_; // the last minute's
     Nanoseconds paidUntil_{};        // the server's clock for this connection
+    int typedInRow_ = 0;
     bool isSending_ = false;
     TimerId next_ = TimerId::none;
 };

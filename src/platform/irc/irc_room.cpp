@@ -82,11 +82,13 @@ void IrcRoom::connect(const IrcServer& server, const IrcIdentity& identity,
 }
 
 void IrcRoom::disconnect() {
+    const bool wasThere = state() != State::connecting;
     if (!std::exchange(isOn_, false))
         return;
     session_.end(farewell);
     forgetRooms();
-    tell("you have left " + visibleName(session_.server().host));
+    tell((wasThere ? "you have left " : "no longer connecting to ") +
+         visibleName(session_.server().host));
     shown_.changed();
 }
 
@@ -177,7 +179,7 @@ void IrcRoom::message(const std::string& name, const std::string& text) {
     if (name.empty() || std::ranges::any_of(name, endsIrcName))
         return tell("a name has no blanks and commas");
     if (speech_.whisper(name, text))
-        tell("to " + visibleName(name) + ": " + visibleText(text, " "));
+        tell("to " + visibleName(name) + ": " + plainMarkup(text));
     else
         tell("too much waits to be said");
 }
@@ -232,12 +234,12 @@ void IrcRoom::speak(std::string channel, const std::string& line, bool isShown) 
     if (!speech_.say(IrcOutgoing::Kind::typed, {channel, line, isShown || isElsewhere}))
         tell("too much waits to be said");
     else if (isElsewhere)
-        tell("to " + visibleName(channel) + ": " + visibleText(line, " "));
+        tell("to " + visibleName(channel) + ": " + plainMarkup(line));
 }
 
 // Those in the next room haven't asked for what goes on from the last one, and mustn't hear it.
 bool IrcRoom::isMeantForElsewhere() const {
-    const std::string& room = lines_.roomAtWork();
+    const std::string room = lines_.roomAtWork();
     return !room.empty() && !session_.isSame(room, here()->name());
 }
 

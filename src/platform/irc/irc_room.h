@@ -61,7 +61,9 @@ public:
         bool isHere;
         int unseen; // lines
     };
-    void join(const std::string& channel) { joining_.join(channel); }
+    void join(const std::string& channel, const std::string& key = {}) {
+        joining_.join(channel, key);
+    }
     void leave();
     std::vector<Joined> rooms() const;
     void enterRoom(int number) { joining_.enter(number); }

@@ -62,9 +62,10 @@ std::vector<SlashWord> IrcWords::words() {
     };
     const auto join = [this](std::string_view rest) {
         const std::string name(takeWord(rest));
+        const std::string key(takeWord(rest));
         if (name.empty() || !isBlank(rest))
             return false;
-        irc_.join(name);
+        irc_.join(name, key);
         return true;
     };
     const auto topic = [this](std::string_view rest) {
@@ -77,9 +78,11 @@ std::vector<SlashWord> IrcWords::words() {
         return isBlank(rest);
     };
     const auto disconnect = [this](std::string_view rest) {
-        if (isBlank(rest))
-            irc_.disconnect();
-        return isBlank(rest);
+        if (!isBlank(rest))
+            return false;
+        irc_.disconnect();
+        follow();
+        return true;
     };
     std::vector<SlashWord> all = wordsOfOwnRoom();
     const std::vector<SlashWord> more{
@@ -88,7 +91,8 @@ std::vector<SlashWord> IrcWords::words() {
          by(&Self::connect)},
         {"login", "USER [keep]", "asks for the password of an account, and may keep it",
          by(&Self::login)},
-        {"join", "#ROOM", "goes into a room, which waits behind the one you are in", there(join)},
+        {"join", "#ROOM [KEY]", "goes into a room, which waits behind the one you are in",
+         there(join)},
         {"leave", "", "leaves the room", there(by(&Self::leave))},
         {"names", "", "tells who is in the room", there(names)},
         {"topic", "[TEXT]", "tells the room's topic, or sets it", there(topic)},

@@ -139,6 +139,7 @@ struct EditLibrary::Parts {
 
     bool open();
     void bindKeys();
+    void setMode() const;
 
     static ssize_t write(void* self, const char* bytes, std::size_t size) {
         static_cast<Parts*>(self)->drawBytes({bytes, size});
@@ -168,6 +169,7 @@ struct EditLibrary::Parts {
     ::History* history = nullptr;
     std::wstring key;  // what is left of the one that is being struck
     termios ownMode{}; // of the real terminal
+    bool takesSignalKeys = false;
     winsize size{};
 };
 
@@ -219,16 +221,26 @@ EditLibrary::EditLibrary(std::unique_ptr<Parts> parts) : parts_(std::move(parts)
 
 EditLibrary::~EditLibrary() = default;
 
-// The mode is changed at once: waiting until all is written would never end on a terminal that
-// has been stopped.
+// At once: waiting until all is written would never end on a terminal that has been stopped.
+void EditLibrary::Parts::setMode() const {
+    if (!isInForeground())
+        return;
+    termios mode = ownMode;
+    mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | IEXTEN);
+    if (takesSignalKeys)
+        mode.c_lflag &= ~static_cast<tcflag_t>(ISIG);
+    mode.c_cc[VMIN] = 1;
+    mode.c_cc[VTIME] = 0;
+    ::tcsetattr(STDIN_FILENO, TCSANOW, &mode);
+}
+
+void EditLibrary::takeSignalKeys(bool takes) {
+    parts_->takesSignalKeys = takes;
+    parts_->setMode();
+}
+
 void EditLibrary::begin() {
-    if (isInForeground()) {
-        termios mode = parts_->ownMode;
-        mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | IEXTEN);
-        mode.c_cc[VMIN] = 1;
-        mode.c_cc[VTIME] = 0;
-        ::tcsetattr(STDIN_FILENO, TCSANOW, &mode);
-    }
+    parts_->setMode();
     parts_->size = readSize();
     ::ioctl(parts_->standIn, TIOCSWINSZ, &parts_->size);
     ::el_set(parts_->edit, EL_UNBUFFERED, 0);

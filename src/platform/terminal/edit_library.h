@@ -29,6 +29,9 @@ public:
     // Gives the terminal its own mode back.
     void end();
 
+    // Whether keys that would send a signal, such as Ctrl-C, come as keys instead.
+    void takeSignalKeys(bool takes);
+
     // One key that does something, as the terminal sends it. A key without a use does nothing.
     void strike(std::string_view key);
     // Characters at the cursor. False when some had no place any more.

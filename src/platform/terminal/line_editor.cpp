@@ -16,7 +16,8 @@ using namespace std::chrono_literals;
 
 constexpr auto sequenceTimeout = 50ms;      // for the rest of what a key sends
 constexpr std::size_t longestSecret = 1000; // bytes
-constexpr std::string_view endKey = "\x04", asItIsKey = "\x16", completionKey = "\t", beep = "\a";
+constexpr std::string_view endKey = "\x04", interruptKey = "\x03", asItIsKey = "\x16",
+                           completionKey = "\t", beep = "\a";
 constexpr std::string_view backspaces = "\x08\x7F", eraseKey = "\x15", returns = "\n\r";
 
 } // namespace
@@ -130,10 +131,11 @@ void LineEditor::endLine() {
 }
 
 void LineEditor::takeSecretKey(std::string_view key) {
-    if (returns.find(key) != returns.npos || key == endKey) {
-        const Secret secret = std::exchange(secret_, nullptr);
-        std::string line = std::exchange(typedSecret_, {});
-        library_->setPrompt(prompt_);
+    const bool isGivenUp = key == interruptKey;
+    if (isGivenUp || returns.find(key) != returns.npos || key == endKey) {
+        const Secret secret = secret_;
+        std::string line = isGivenUp ? std::string() : std::move(typedSecret_);
+        dropSecret();
         loop_.post([secret, line = std::move(line)] { secret(line); });
     } else if (backspaces.find(key) != backspaces.npos) {
         typedSecret_.resize(withoutLast(typedSecret_, 1).size());
@@ -145,12 +147,16 @@ void LineEditor::takeSecretKey(std::string_view key) {
 void LineEditor::takeSecret(const std::string& prompt, Secret secret) {
     secret_ = std::move(secret);
     typedSecret_.clear();
+    if (isOpen_)
+        library_->takeSignalKeys(true);
     showPrompt(prompt);
 }
 
 void LineEditor::dropSecret() {
     secret_ = nullptr;
     typedSecret_.clear();
+    if (isOpen_)
+        library_->takeSignalKeys(false);
     showPrompt(prompt_);
 }
 

@@ -107,6 +107,10 @@ TEST_F(IrcProgramTest, APasswordIsNeitherShownNorSaidNorRemembered) {
     terminal->tell("/connect plain irc.test jo #den");
     EXPECT_TRUE(terminal->shows("you are in #den", patience));
     EXPECT_TRUE(terminal->shows("jo: ", patience)); // stands in front of what he types
+    terminal->write("/login jo\n");
+    EXPECT_TRUE(terminal->shows("password of jo: ", patience));
+    terminal->write("sesam\x03");
+    EXPECT_TRUE(terminal->shows("without a password all stays as it was", patience));
     terminal->write("/login jo keep\nseza\x7f\x7fsam\xC3\xA9\x7f"
                     "e\n/nick joe\n"); // all at once
     EXPECT_TRUE(terminal->shows("password of jo: ", patience));
@@ -117,7 +121,7 @@ TEST_F(IrcProgramTest, APasswordIsNeitherShownNorSaidNorRemembered) {
     EXPECT_TRUE(disk.read("larkspin/irc.txt").ends_with("password=sesame\n"));
     terminal->write("\x04");
     EXPECT_EQ(terminal->ends(patience), 0);
-    EXPECT_EQ(history(), "/connect plain irc.test jo #den\n/login jo keep\n/nick joe\n");
+    EXPECT_EQ(history(), "/connect plain irc.test jo #den\n/login jo\n/login jo keep\n/nick joe\n");
 }
 
 TEST_F(IrcProgramTest, SaysAndHearsWithAndWithoutTls) {
