@@ -7,11 +7,17 @@
 #include "support/virtual_machine.h"
 
 #include <QCoreApplication>
+#include <QProcess>
 #include <QWidget>
 #include <cstdlib>
 #include <string>
 
 namespace larkspin {
+
+// A real hand, by way of the display.
+inline void hand(const QStringList& does) {
+    QProcess::execute("xdotool", does);
+}
 
 struct Desk : VirtualMachine {
     explicit Desk(const Lines& songs = {"a.mp3", "b.mp3", "c.mp3"}) : VirtualMachine(songs, 100s) {

@@ -14,7 +14,6 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
-#include <QProcess>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSlider>
@@ -25,11 +24,6 @@
 namespace larkspin {
 
 namespace {
-
-// A real hand, by way of the display.
-void hand(const QStringList& does) {
-    QProcess::execute("xdotool", does);
-}
 
 template <typename Condition> bool comes(Desk& desk, Condition condition) {
     return QTest::qWaitFor([&] {

@@ -66,6 +66,12 @@ bool ControlView::released(const QMouseEvent& event) {
     return false;
 }
 
+// No click of its own: what a double click has done would be followed by what one click does.
+bool ControlView::releasedBehindDoubleClick() {
+    hand().passes([](Window& window) { window.dragged = false; });
+    return false;
+}
+
 // Where nothing answers to it, it is one more press.
 bool ControlView::pressedAgain(const QMouseEvent& event) {
     const Control* const described = control();
@@ -90,9 +96,12 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
             parts_.mover.grip(mouse().globalPosition().toPoint());
         return isLeft() && pressed(mouse());
     case QEvent::MouseButtonRelease:
+        if (isLeft() && std::exchange(isDoubleClicked_, false))
+            return releasedBehindDoubleClick();
         return isLeft() && released(mouse());
     case QEvent::MouseButtonDblClick:
-        return isLeft() && pressedAgain(mouse());
+        isDoubleClicked_ = isLeft() && pressedAgain(mouse());
+        return isDoubleClicked_;
     case QEvent::MouseMove:
         return mouseMoved(mouse());
     case QEvent::KeyPress:

@@ -53,12 +53,13 @@ protected:
     // True when Qt's own handling is to be left out.
     virtual bool pressed(const QMouseEvent& event);
     virtual bool released(const QMouseEvent& event);
-    virtual bool pressedAgain(const QMouseEvent& event);
+    virtual bool pressedAgain(const QMouseEvent& event); // or it is no double click
     virtual bool strike(const QKeyEvent& event);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool releasedBehindDoubleClick();
     bool mouseMoved(const QMouseEvent& event);
     bool keyPressed(const QKeyEvent& event);
     bool dragged(QEvent& event) const;
@@ -68,6 +69,7 @@ private:
     const std::string name_;
     const Control::Kind kind_;
     std::unique_ptr<QWidget> widget_;
+    bool isDoubleClicked_ = false;                                     // and the button still down
     std::optional<std::pair<Color, Color>> colors_;                    // that it shows
     std::shared_ptr<bool> isHovering_ = std::make_shared<bool>(false); // an event is on its way
 };
