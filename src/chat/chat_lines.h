@@ -17,37 +17,39 @@ public:
     // Until there is a listener lines go by.
     void connect(Scanner::Handler listener) { listener_ = std::move(listener); }
 
-    // A line that somebody has said in that room. To be called from an event of its own.
-    void heard(const ChatLine& line, const std::string& room) {
-        const AtWork outer = std::exchange(atWork_, {room, loop_.depth()});
+    // A line that somebody has said at that place, which tells this room from all others. To be
+    // called from an event of its own.
+    void heard(const ChatLine& line, const std::string& place) {
+        const Heard outer = std::exchange(heard_, {place, loop_.atWork()});
         if (listener_)
             listener_(line);
-        atWork_ = outer;
+        heard_ = outer;
     }
 
     // Where the line was said that the event at work is about; blank for an event that is about
     // none, such as a tick within its waits. What answers it belongs there, wherever the owner has
     // gone meanwhile.
-    std::string roomAtWork() const {
-        return loop_.depth() == atWork_.depth ? atWork_.room : std::string();
+    std::string placeAtWork() const {
+        return loop_.atWork() == heard_.event ? heard_.place : std::string();
     }
 
     // A line that the program has said for its owner: it is heard in a later event like any other,
     // and events run once before this returns.
-    void said(ChatLine line, std::string room) {
-        loop_.post([this, line = std::move(line), room = std::move(room)] { heard(line, room); });
+    void said(ChatLine line, std::string place) {
+        loop_.post(
+            [this, line = std::move(line), place = std::move(place)] { heard(line, place); });
         loop_.serveTurn();
     }
 
 private:
-    struct AtWork {
-        std::string room;
-        int depth = 0; // of the event
+    struct Heard {
+        std::string place;
+        EventAtWork event;
     };
 
     EventLoop& loop_;
     Scanner::Handler listener_;
-    AtWork atWork_; // the innermost one of several
+    Heard heard_; // the innermost one of several
 };
 
 } // namespace larkspin

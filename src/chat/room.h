@@ -16,6 +16,9 @@ public:
     // way. The line comes back through ChatLines like any other. Without a room nothing happens.
     virtual void sendChatLine(const std::string& line) = 0;
 
+    // Forgets what was said but is still on its way out: the owner has broken it off.
+    virtual void dropUnsaid() {}
+
     // Empties the line that the owner is about to say. Without a room nothing happens.
     virtual void clearChatInput() = 0;
 

@@ -10,6 +10,8 @@ namespace larkspin {
 
 namespace {
 
+const std::string place = "home"; // one, with all of his own rooms
+
 constexpr std::string_view privateRoomAddress = "aol://2719:2-2-";
 
 // By these addressees the owner switches private messages.
@@ -36,9 +38,12 @@ OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown)
     findOrMakeRoom(std::string(firstRoom));
 }
 
+// What answers a line from elsewhere stays there.
 void OwnRoom::sendChatLine(const std::string& line) {
+    if (const std::string asked = lines_.placeAtWork(); !asked.empty() && asked != place)
+        return;
     shown_.line({screenName_, line});
-    lines_.said({screenName_, line}, name());
+    lines_.said({screenName_, line}, place);
 }
 
 void OwnRoom::say(const std::string& line) {
@@ -47,7 +52,7 @@ void OwnRoom::say(const std::string& line) {
 }
 
 void OwnRoom::sayShown(const std::string& line) {
-    lines_.heard({screenName_, line}, name());
+    lines_.heard({screenName_, line}, place);
 }
 
 bool OwnRoom::isOwner(std::string_view name) const {
@@ -101,7 +106,7 @@ void OwnRoom::sayAs(const ChatLine& line) {
     if (!speaker || isIgnored(*speaker))
         return;
     shown_.line({*speaker, line.text});
-    lines_.heard({*speaker, line.text}, name());
+    lines_.heard({*speaker, line.text}, place);
 }
 
 void OwnRoom::leave(const std::string& given) {

@@ -73,7 +73,7 @@ public:
     PlaySelection selection{core_, transport, choices, randomPick};
     SongFiles songFiles{core_, needs_.files, counters, choices, transport};
     SelectionDialogue dialogue{core_, needs_.room, choices, recital, selection, transport};
-    StopWindow stopWindow{core_, dialogue, recital};
+    StopWindow stopWindow{core_, needs_.room, dialogue, recital};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
     TransportButtons transportButtons{core_, needs_.player, transport, choices, randomPick};
     RemoteControl remote{core_, needs_.player, transportButtons, modes, sliders};

@@ -1,5 +1,6 @@
 #include "playback/stop_window.h"
 
+#include "chat/room.h"
 #include "playback/choice_recital.h"
 #include "playback/selection_dialogue.h"
 #include "shell/app_state.h"
@@ -22,9 +23,15 @@ void StopWindow::click() {
     else if (state_.stopsCaption == stopsOffering)
         recite();
     else if (state_.stopsCaption == stopsReciting)
-        state_.stopsCaption = stopsResting; // which the recital sees
+        breakOff(stopsResting);
     else
-        state_.stopsCaption = stopsLeadingBack; // which the recital of `yes` sees
+        breakOff(stopsLeadingBack); // the recital of `yes`
+}
+
+// A recital sees the caption behind its next wait, which may be one for what is on its way out.
+void StopWindow::breakOff(std::string_view caption) {
+    state_.stopsCaption = caption;
+    room_.dropUnsaid();
 }
 
 void StopWindow::recite() {

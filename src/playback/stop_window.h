@@ -5,25 +5,29 @@
 #include "chat/core.h"
 #include "shell/window.h"
 
+#include <string_view>
 #include <vector>
 
 namespace larkspin {
 
 class ChoiceRecital;
+class Room;
 class SelectionDialogue;
 
 class StopWindow {
 public:
-    StopWindow(const Core& core, SelectionDialogue& dialogue, ChoiceRecital& recital)
-        : state_(core.state), dialogue_(dialogue), recital_(recital) {}
+    StopWindow(const Core& core, Room& room, SelectionDialogue& dialogue, ChoiceRecital& recital)
+        : state_(core.state), room_(room), dialogue_(dialogue), recital_(recital) {}
 
     std::vector<Control> controls();
 
 private:
     void click();
     void recite();
+    void breakOff(std::string_view caption);
 
     AppState& state_;
+    Room& room_;
     SelectionDialogue& dialogue_;
     ChoiceRecital& recital_;
 };

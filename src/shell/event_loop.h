@@ -17,6 +17,14 @@ using Task = std::function<void()>;
 
 enum class TimerId : std::uint64_t { none = 0 };
 
+// An event that is being served.
+struct EventAtWork {
+    int depth = 0;            // how many are being served inside each other
+    std::uint64_t number = 0; // its own, and that of no other
+
+    bool operator==(const EventAtWork&) const = default;
+};
+
 class EventLoop {
 public:
     virtual ~EventLoop() = default;
@@ -51,8 +59,8 @@ public:
     // Serves events until the moment has come; in between the thread sleeps.
     virtual void waitUntil(Nanoseconds moment) = 0;
 
-    // How many events are being served inside each other; 0 outside of any.
-    virtual int depth() const = 0;
+    // The innermost one that is being served; all 0 outside of any.
+    virtual EventAtWork atWork() const = 0;
 };
 
 } // namespace larkspin

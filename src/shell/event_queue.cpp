@@ -6,16 +6,19 @@ namespace larkspin {
 
 namespace {
 
-// Counts a running handler, also when it is left by the end of the program.
+// A running handler, also when it is left by the end of the program.
 class Nested {
 public:
-    explicit Nested(int& depth) : depth_(depth) { ++depth_; }
-    ~Nested() { --depth_; }
+    Nested(EventAtWork& atWork, std::uint64_t number) : atWork_(atWork), outer_(atWork) {
+        atWork_ = {outer_.depth + 1, number};
+    }
+    ~Nested() { atWork_ = outer_; }
     Nested(const Nested&) = delete;
     Nested& operator=(const Nested&) = delete;
 
 private:
-    int& depth_;
+    EventAtWork& atWork_;
+    const EventAtWork outer_;
 };
 
 } // namespace
@@ -80,7 +83,7 @@ void EventQueue::runBeforeSleep() {
 }
 
 void EventQueue::runNested(const Task& task) {
-    const Nested nested(depth_);
+    const Nested nested(atWork_, ++lastEvent_);
     task();
 }
 

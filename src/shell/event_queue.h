@@ -36,10 +36,9 @@ public:
     // Handlers wait inside each other's waits. Past this limit events stay queued until one
     // of them returns, so that a flood of lines can't exhaust the stack.
     static constexpr int nestingLimit = 64;
-    bool canNest() const { return depth_ < nestingLimit; }
+    bool canNest() const { return atWork_.depth < nestingLimit; }
 
-    // How many handlers are running inside each other; 0 outside of any.
-    int depth() const { return depth_; }
+    EventAtWork atWork() const { return atWork_; }
 
     // Runs a handler that comes from elsewhere, such as a readable file, and counts it.
     void runNested(const Task& task);
@@ -62,7 +61,8 @@ private:
     std::map<DueKey, Timer> timers_;
     std::uint64_t armings_ = 0;
     std::uint64_t lastTimer_ = 0;
-    int depth_ = 0;
+    std::uint64_t lastEvent_ = 0;
+    EventAtWork atWork_;
 };
 
 } // namespace larkspin

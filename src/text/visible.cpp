@@ -55,11 +55,11 @@ std::string visible(std::string_view text, Form form, std::string_view lineBreak
     while (!text.empty()) {
         const Character character = firstCharacter(text);
         const char32_t code = character.code;
-        if (character.valid && isStandIn(code))
+        if (character.valid && isStandIn(code) && form == Form::text)
             shown += static_cast<char>(code - 0xF000);
         else if (code == '\n' && form == Form::text)
             shown += lineBreak;
-        else if (!character.valid || isControl(code) || isIn(hidden, code))
+        else if (!character.valid || isControl(code) || isStandIn(code) || isIn(hidden, code))
             shown += onlyJoins(code, form) ? "" : replacementCharacter;
         else
             shown += text.substr(0, character.length);

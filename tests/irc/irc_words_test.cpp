@@ -191,21 +191,24 @@ TEST_F(IrcWordsTest, WaitForNoPasswordForEver) {
     EXPECT_EQ(kept(), "");
 }
 
-TEST_F(IrcWordsTest, AFileThatMakesNoSenseCountsAsNone) {
-    const std::string sound = "server=irc.test\nport=6667\ntls=yes\nnick=jo\nconnect=yes\n";
+TEST_F(IrcWordsTest, ALineThatMakesNoSenseIsLeftOutOfTheFile) {
+    const std::string sound = "server=irc.test\nport=6667\ntls=yes\nnick=jo\nconnect=yes\n"
+                              "login server=irc.test\nlogin=jo\npassword=sesame\n";
     for (const char* const bad :
          {"port=0\n", "port=99999\n", "port= 1\n", "tls=maybe\n", "server=a b\n", "nick=\x01\n",
-          "nick=#a\n", "room=a,b\n", "lines a minute=-1\n", "login=a b\n", "password=\x7F\n"}) {
+          "nick=#a\n", "room=a,b\n", "lines a minute=-1\n", "login=a b\n", "password=\x7F\n",
+          "more\r\n[x]\r\nother=1\r\n"}) {
         disk.write("irc.txt", sound + bad);
+        const int opened = server.opened;
         begin();
-        EXPECT_EQ(server.opened, 0) << bad;
+        EXPECT_EQ(server.opened, opened + 1) << bad;
+        typed("/limit 5");
+        EXPECT_EQ(kept(), sound + "lines a minute=5\n") << bad;
     }
-    disk.write("irc.txt", "more\r\n[x]\r\nother=1\r\n" + sound);
-    begin();
-    EXPECT_EQ(server.opened, 1);
     disk.write("irc.txt", std::string(20'000, 'x') + '\n' + sound);
+    const int opened = server.opened;
     begin();
-    EXPECT_EQ(server.opened, 1);
+    EXPECT_EQ(server.opened, opened) << "too large";
 }
 
 TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {

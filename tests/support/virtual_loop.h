@@ -22,8 +22,8 @@ public:
     void serveTurn() override { queue_.runDue(now_); }
     void waitUntil(Nanoseconds moment) override;
 
-    int depth() const override { return queue_.depth(); }
-    bool isIdle() const { return depth() == 0; }
+    EventAtWork atWork() const override { return queue_.atWork(); }
+    bool isIdle() const { return atWork().depth == 0; }
 
 private:
     EventQueue queue_;

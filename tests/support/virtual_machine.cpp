@@ -47,7 +47,7 @@ void RecordedRoom::sendChatLine(const std::string& line) {
             if (const auto handler = inMessage) // which may replace itself
                 handler(messageOf(line));
         });
-    hearers_.said({screenName, line}, "a room");
+    hearers_.said({screenName, line}, {});
 }
 
 void ScriptedDialogs::titledBox(const std::string& title, const std::string& text) {

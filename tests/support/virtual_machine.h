@@ -223,7 +223,7 @@ public:
     bool run(const std::function<void()>& action);
     // What happens once, in the middle of the first message that begins so.
     void inMessage(const std::string& beginning, const std::function<void()>& action);
-    void heard(const ChatLine& line) { lines.heard(line, "a room"); }
+    void heard(const ChatLine& line) { lines.heard(line, {}); }
     void hear(const std::string& line) { heard({room.screenName, line}); } // of the owner
 
     // What the program has said, without the style around it; the owner's own lines are not

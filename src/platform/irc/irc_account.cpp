@@ -75,8 +75,9 @@ IrcAccount read(std::string_view contents) {
         if (line.ends_with('\r'))
             line.remove_suffix(1);
         const auto equals = line.find('=');
-        if (equals != line.npos && !take(account, line.substr(0, equals), line.substr(equals + 1)))
-            return {};
+        IrcAccount more = account;
+        if (equals != line.npos && take(more, line.substr(0, equals), line.substr(equals + 1)))
+            account = std::move(more);
     }
     const bool isWhole = !account.server.host.empty() && !account.nick.empty();
     account.isWanted = account.isWanted && isWhole;

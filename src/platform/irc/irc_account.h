@@ -40,7 +40,7 @@ std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted);
 
 class IrcAccountFile {
 public:
-    // What makes no sense counts as if there were no file. Lines that aren't known are left out.
+    // A line that makes no sense, or isn't known, counts as if it weren't there.
     IrcAccountFile(Files& files, std::string path);
 
     const IrcAccount& account() const { return account_; }

@@ -34,7 +34,7 @@ std::string_view actionIn(std::string_view text) {
 // Control characters, what ends a line by Unicode, and what turns the direction of writing.
 bool steersDisplays(char32_t code) {
     return code < 0x20 || (code >= 0x7F && code < 0xA0) || (code >= 0x2028 && code <= 0x202E) ||
-           (code >= 0x2066 && code <= 0x2069);
+           (code >= 0x2066 && code <= 0x2069) || code == 0x61C || code == 0x200E || code == 0x200F;
 }
 
 // In the client's markup. Scripts get lines as they are, and may show them on a terminal or take
@@ -93,7 +93,7 @@ void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
     const std::string markup = harmlessMarkup(text);
     shown_.line({shownNick, markup});
     if (!isSelf)
-        lines_.heard({nick, markup}, std::string(message.parameter(0)));
+        lines_.heard({nick, markup}, session_.placeOf(message.parameter(0)));
 }
 
 // To those of a rank in a channel, whether it is the room or not: among them, no song is ordered.
@@ -135,7 +135,7 @@ void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
 // He may have left meanwhile, or be called otherwise.
 void IrcHearing::hearOwner(const std::string& channel, const std::string& text) {
     if (isHere(channel))
-        lines_.heard({session_.nick(), text}, channel);
+        lines_.heard({session_.nick(), text}, session_.placeOf(channel));
 }
 
 } // namespace larkspin

@@ -1,6 +1,7 @@
 #include "platform/irc/irc_joining.h"
 
 #include "platform/irc/irc_message.h"
+#include "platform/irc/irc_news.h"
 #include "platform/irc/irc_session.h"
 #include "text/blanks.h"
 #include "text/visible.h"
@@ -14,7 +15,10 @@ namespace {
 
 constexpr std::size_t longestChannel = 200, longestList = 400;
 
-constexpr std::string_view refusals[] = {"403", "405", "471", "473", "474", "475", "476", "477"};
+// Whatever it is: there are many reasons, and servers have numbers of their own for some.
+bool isRefusal(std::string_view command) {
+    return command.size() == 3 && (command[0] == '4' || command[0] == '5');
+}
 
 } // namespace
 
@@ -56,10 +60,10 @@ void IrcJoining::welcomed() {
     request(wanted_);
 }
 
-// The first room that he comes into will be the room: it is asked for before those that he was on
-// his way into.
+// The first room that he comes into will be the room: it is asked for before the others that he was
+// on his way into.
 void IrcJoining::lost() {
-    if (channels_.here())
+    if (entering_.empty() && channels_.here())
         entering_ = channels_.here()->channel.name();
     for (const IrcChannels::Place& place : channels_.all())
         want(place.channel.name());
@@ -132,7 +136,9 @@ void IrcJoining::enter(const IrcChannels::Place& place) {
 
 void IrcJoining::leave(const std::string& farewell) {
     if (channels_.here()) {
-        session_.request("PART", {channels_.here()->channel.name(), farewell});
+        // behind what he has typed in it
+        session_.send(IrcOutgoing::Kind::typed,
+                      ircLine("PART", {channels_.here()->channel.name(), farewell}));
         return;
     }
     wantNoMore(std::exchange(entering_, {}));
@@ -160,7 +166,7 @@ void IrcJoining::take(const IrcMessage& message) {
         left(message.parameter(0));
     else if (command == "KICK" && session_.isSelf(message.parameter(1)))
         left(message.parameter(0));
-    else if (std::ranges::find(refusals, command) != std::end(refusals))
+    else if (isRefusal(command))
         wantNoMore(message.parameter(1));
 }
 
@@ -169,11 +175,13 @@ void IrcJoining::left(std::string_view channel) {
     if (!place)
         return;
     const bool wasHere = channels_.isHere(place);
-    events_.tell("you have left " + visibleName(place->channel.name()));
+    const std::string name = place->channel.name();
+    events_.tell("you have left " + visibleName(name));
+    session_.outgoing().dropFor(IrcOutgoing::Kind::said, name);
+    tellUnsent(session_.outgoing().dropFor(IrcOutgoing::Kind::typed, name), events_.tell);
     channels_.remove(*place);
     if (!wasHere)
         return;
-    events_.roomLeft();
     if (channels_.here())
         return enter(*channels_.here());
     events_.tell("you are in no room");

@@ -19,8 +19,7 @@ class IrcJoining {
 public:
     struct Events {
         std::function<void(const std::string& text)> tell;
-        std::function<void()> roomLeft; // what waits to be said was for it
-        std::function<void()> newRoom;  // another one is the room, or none
+        std::function<void()> newRoom; // another one is the room, or none
     };
 
     IrcJoining(IrcSession& session, IrcChannels& channels, Events events)

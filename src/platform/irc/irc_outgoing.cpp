@@ -50,6 +50,14 @@ void IrcOutgoing::drop(Kind kind) {
     sendDue();
 }
 
+std::size_t IrcOutgoing::dropFor(Kind kind, const std::string& channel) {
+    const std::string beginning = "PRIVMSG " + channel + ' ';
+    const std::size_t dropped = std::erase_if(
+        lines_[place(kind)], [&](const Line& line) { return line.text.starts_with(beginning); });
+    sendDue();
+    return dropped;
+}
+
 void IrcOutgoing::sendLast(Kind kind) {
     std::deque<Line>& lines = lines_[place(kind)];
     if (lines.empty())

@@ -38,8 +38,10 @@ public:
     // Said lines go no faster than so many in any minute; 0 for no limit beyond the server's.
     void limitSaid(int linesPerMinute);
 
-    // Forgets what waits of that kind.
+    // Forgets what waits of that kind; or what is to be said in that channel, and tells how many
+    // lines that was.
     void drop(Kind kind);
+    std::size_t dropFor(Kind kind, const std::string& channel);
 
     // Sends the last one of that kind at once and forgets the others: a farewell, before an end
     // that they won't outlive.

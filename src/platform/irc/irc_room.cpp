@@ -22,7 +22,6 @@ constexpr std::string_view messagesOn = "$IM_ON", messagesOff = "$IM_OFF";
 
 const std::string farewell = "larkspin flies off";
 
-constexpr auto betweenLooks = 50ms; // at what waits to be sent
 constexpr int mostNamed = 200;
 
 } // namespace
@@ -41,11 +40,11 @@ IrcRoom::IrcRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, R
                 .tell = [this](const std::string& text) { tell(plainText(text)); }}),
       joining_(session_, channels_,
                {.tell = [this](const std::string& text) { tell(text); },
-                .roomLeft = [this] { session_.outgoing().drop(IrcOutgoing::Kind::said); },
                 .newRoom = [this] { newRoom(); }}),
       hearing_(loop, lines, shown_, session_, channels_, people_),
       speech_(loop, session_,
-              [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }) {}
+              [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }),
+      pacing_(loop, session_.outgoing()) {}
 
 const IrcChannel* IrcRoom::here() const {
     const Place* const place = channels_.here();
@@ -70,8 +69,8 @@ IrcRoom::State IrcRoom::state() const {
 
 void IrcRoom::connect(const IrcServer& server, const IrcIdentity& identity,
                       const std::string& channel) {
-    session_.end(farewell);
-    if (server != session_.server())
+    endSession();
+    if (server.host != session_.server().host)
         people_.ignoreNobody();
     forgetRooms();
     joining_.beginWith(channel);
@@ -85,7 +84,7 @@ void IrcRoom::disconnect() {
     const bool wasThere = state() != State::connecting;
     if (!std::exchange(isOn_, false))
         return;
-    session_.end(farewell);
+    endSession();
     forgetRooms();
     tell((wasThere ? "you have left " : "no longer connecting to ") +
          visibleName(session_.server().host));
@@ -95,13 +94,26 @@ void IrcRoom::disconnect() {
 void IrcRoom::sendHostKeys(const std::string& keys) {
     if (keys != signOffKeys || !session_.isOn())
         return;
-    session_.end(farewell);
+    endSession();
     forgetRooms();
     tell("you are signed off");
     shown_.changed();
 }
 
+void IrcRoom::endSession() {
+    sendFarewell();
+    tellUnsent(session_.outgoing().waiting(IrcOutgoing::Kind::typed), shown_.message);
+    session_.end(farewell);
+}
+
+// What the event at work has said is about the end. Nothing else that waits is said any more.
+void IrcRoom::sendFarewell() {
+    if (session_.isWelcomed() && pacing_.hasSpoken())
+        session_.outgoing().sendLast(IrcOutgoing::Kind::said);
+}
+
 void IrcRoom::finish() {
+    sendFarewell();
     std::vector<std::string> names;
     for (const Place& place : channels_.all())
         names.push_back(place.channel.name());
@@ -216,7 +228,7 @@ void IrcRoom::names() {
 
 void IrcRoom::limitSaid(int linesPerMinute) {
     session_.outgoing().limitSaid(linesPerMinute);
-    perSaid_ = linesPerMinute > 0 ? Nanoseconds(1min) / linesPerMinute : Nanoseconds(0);
+    pacing_.limitSaid(linesPerMinute);
 }
 
 void IrcRoom::say(const std::string& line) {
@@ -239,20 +251,16 @@ void IrcRoom::speak(std::string channel, const std::string& line, bool isShown) 
 
 // Those in the next room haven't asked for what goes on from the last one, and mustn't hear it.
 bool IrcRoom::isMeantForElsewhere() const {
-    const std::string room = lines_.roomAtWork();
-    return !room.empty() && !session_.isSame(room, here()->name());
+    const std::string place = lines_.placeAtWork();
+    return !place.empty() && place != session_.placeOf(here()->name());
 }
 
-// So the program doesn't run ahead of what the server takes, and what it says can be broken off.
 void IrcRoom::sendChatLine(const std::string& line) {
     if (!here() || isMeantForElsewhere())
         return;
-    const auto said = IrcOutgoing::Kind::said;
-    speech_.say(said, {here()->name(), line, false});
+    speech_.say(IrcOutgoing::Kind::said, {here()->name(), line, false});
     loop_.serveTurn();
-    const Nanoseconds end = loop_.now() + longestPacing + perSaid_;
-    while (session_.outgoing().waiting(said) > mostSaidAhead && loop_.now() < end)
-        loop_.waitUntil(loop_.now() + betweenLooks);
+    pacing_.spoke();
 }
 
 std::string IrcRoom::currentScreenName() {

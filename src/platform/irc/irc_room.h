@@ -15,6 +15,7 @@
 #include "platform/irc/irc_clock.h"
 #include "platform/irc/irc_hearing.h"
 #include "platform/irc/irc_joining.h"
+#include "platform/irc/irc_pacing.h"
 #include "platform/irc/irc_people.h"
 #include "platform/irc/irc_session.h"
 #include "platform/irc/irc_speech.h"
@@ -48,11 +49,6 @@ public:
     void finish();
 
     static constexpr std::size_t mostRooms = IrcChannels::most;
-
-    // Said lines that wait to be sent: with more than so many, what is said waits for them, but no
-    // longer than that and what the limit takes for a line.
-    static constexpr std::size_t mostSaidAhead = 3;
-    static constexpr std::chrono::seconds longestPacing{20};
 
     // Joined rooms have numbers, from 1. The first one is the room; others wait until they are
     // entered. Whoever leaves the room is in the last one of those that are left.
@@ -95,6 +91,7 @@ public:
 
     std::string currentScreenName() override; // blank while in no room
     void sendChatLine(const std::string& line) override;
+    void dropUnsaid() override { session_.outgoing().drop(IrcOutgoing::Kind::said); }
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
 
@@ -129,6 +126,8 @@ private:
 
     void take(const IrcMessage& message);
     void lost();
+    void endSession();
+    void sendFarewell();
     void forgetRooms();
     void newRoom();
     void speak(std::string channel, const std::string& line, bool isShown);
@@ -143,9 +142,9 @@ private:
     IrcPeople people_{session_};
     IrcHearing hearing_;
     IrcSpeech speech_;
+    IrcPacing pacing_;
     IrcClock clock_;
     bool isOn_ = false;
-    Nanoseconds perSaid_{}; // by the limit
     RowList nobody_;
 };
 

@@ -43,7 +43,12 @@ void IrcSession::connect(const IrcServer& server, const IrcIdentity& identity) {
     server_ = server;
     identity_ = identity;
     nextWait_ = shortestWait;
+    ++network_;
     open();
+}
+
+std::string IrcSession::placeOf(std::string_view channel) const {
+    return std::to_string(network_) + ' ' + features_.fold(channel);
 }
 
 void IrcSession::open() {
@@ -64,8 +69,6 @@ void IrcSession::end(const std::string& farewell) {
     if (!isOn())
         return;
     const bool isOpen = phase_ != Phase::waiting;
-    if (isWelcomed())
-        outgoing_.sendLast(IrcOutgoing::Kind::said);
     reset(Phase::off);
     if (!isOpen)
         return;
@@ -74,10 +77,8 @@ void IrcSession::end(const std::string& farewell) {
 }
 
 void IrcSession::finish(const std::string& lastLines) {
-    if (isWelcomed()) {
-        outgoing_.sendLast(IrcOutgoing::Kind::said);
+    if (isWelcomed())
         connection_.send(lastLines);
-    }
     reset(Phase::off);
     connection_.finish(longestFarewell);
 }
@@ -168,7 +169,8 @@ void IrcSession::lose(const std::string& why) {
 }
 
 void IrcSession::changeNick(const std::string& nick) {
-    if (request("NICK", {nick}))
+    // behind what he has typed as he is called now
+    if (send(IrcOutgoing::Kind::typed, ircLine("NICK", {nick})))
         wantedNick_ = nick;
 }
 

@@ -44,7 +44,8 @@ public:
 
     void connect(const IrcServer& server, const IrcIdentity& identity);
 
-    // Says so to the server, and doesn't connect again. Without a connection the tries end.
+    // Says so to the server, and doesn't connect again. Without a connection the tries end. What
+    // waits to be sent is dropped.
     void end(const std::string& farewell);
 
     // As the process ends: the last lines, which the server gets before the end.
@@ -58,6 +59,9 @@ public:
     const IrcIdentity& identity() const { return identity_; }
     const IrcFeatures& features() const { return features_; }
     Nanoseconds welcomedAt() const { return welcomedAt_; }
+
+    // What tells a channel from those of the same name on other networks.
+    std::string placeOf(std::string_view channel) const;
 
     // What the server calls this connection now; before the welcome, what it will be asked for.
     const std::string& nick() const { return isWelcomed() ? nick_ : identity_.nick; }
@@ -97,6 +101,7 @@ private:
     IrcServer server_;
     IrcIdentity identity_;
     Phase phase_ = Phase::off;
+    int network_ = 0; // the how many-th one that was asked for
     IrcInput input_;
     IrcOutgoing outgoing_;
     IrcFeatures features_;

@@ -30,6 +30,7 @@ public:
     // What neither room has isn't here.
     std::string currentScreenName() override { return here().currentScreenName(); }
     void sendChatLine(const std::string& line) override { here().sendChatLine(line); }
+    void dropUnsaid() override { here().dropUnsaid(); }
     void clearChatInput() override { here().clearChatInput(); }
     void bringHostForward() override { here().bringHostForward(); }
     HostHandle findChatRoom() override { return here().findChatRoom(); }

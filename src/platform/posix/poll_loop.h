@@ -33,7 +33,7 @@ public:
     void beforeSleep(Task task) override { queue_.beforeSleep(std::move(task)); }
     void serveTurn() override;
     void waitUntil(Nanoseconds moment) override;
-    int depth() const override { return queue_.depth(); }
+    EventAtWork atWork() const override { return queue_.atWork(); }
 
     void watch(int descriptor, Task readable) override;
     void unwatch(int descriptor) override;

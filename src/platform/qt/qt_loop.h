@@ -38,7 +38,7 @@ public:
 
     void serveTurn() override;
     void waitUntil(Nanoseconds moment) override;
-    int depth() const override { return queue_.depth(); }
+    EventAtWork atWork() const override { return queue_.atWork(); }
 
     void watch(int descriptor, Task readable) override;
     void unwatch(int descriptor) override { forget(watched_, descriptor); }
