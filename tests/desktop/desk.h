@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QProcess>
+#include <QTest>
 #include <QWidget>
 #include <cstdlib>
 #include <string>
@@ -57,5 +58,12 @@ struct Desk : VirtualMachine {
                       program->windows(),
                       {.titleMenu = [this] { ++titleMenus; }, .pressed = [this] { ++presses; }}};
 };
+
+template <typename Condition> bool comes(Desk& desk, Condition condition) {
+    return QTest::qWaitFor([&] {
+        desk.settle();
+        return condition();
+    });
+}
 
 } // namespace larkspin

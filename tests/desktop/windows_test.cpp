@@ -25,13 +25,6 @@ namespace larkspin {
 
 namespace {
 
-template <typename Condition> bool comes(Desk& desk, Condition condition) {
-    return QTest::qWaitFor([&] {
-        desk.settle();
-        return condition();
-    });
-}
-
 bool isTold(Desk& desk, const std::string& line) {
     desk.settle();
     const Lines said = desk.allSaid();
@@ -173,71 +166,6 @@ TEST(Windows, LeaveTheKeysToTheOwnerUnlessTheyAnswerAPressOfHis) {
     EXPECT_FALSE(boxTakesKeys());
     dialogs.ownerPresses();
     EXPECT_TRUE(boxTakesKeys());
-}
-
-// Each by a real hand, which goes by what is on the display.
-TEST(Windows, AreDraggedByMouseAndHiddenByKeyboard) {
-    Desk desk;
-    const auto pointTo = [](int x, int y) {
-        hand({"mousemove", QString::number(x), QString::number(y)});
-    };
-    for (Window* window : desk.program->windows()) {
-        if (window->name == "dire" || window->name == "stops")
-            continue; // it comes and goes by itself
-        SCOPED_TRACE(window->name);
-        window->place.left = 1500;
-        window->place.top = 1500;
-        QWidget& widget = desk.show(window->name);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
-        ASSERT_TRUE(comes(desk, [&] { return widget.pos() == QPoint(100, 100); }));
-        pointTo(130, 110);
-        hand({"mousedown", "1"});
-        EXPECT_TRUE(comes(desk, [&] { return window->dragged; }));
-        for (const int way : {4, 20, 40, 60}) {
-            pointTo(130 + way, 110 + way);
-            desk.settle();
-        }
-        hand({"mouseup", "1"});
-        EXPECT_TRUE(comes(desk, [&] { return window->place.left > 1500; }));
-        EXPECT_TRUE(comes(desk, [&] { return !window->dragged; }));
-        EXPECT_TRUE(comes(desk, [&] { return widget.isActiveWindow(); }));
-        hand({"key", "Escape"});
-        EXPECT_TRUE(comes(desk, [&] { return !window->visible; }));
-    }
-}
-
-TEST(Windows, AreDraggedByTheirTitleWithTheMouse) {
-    Desk desk;
-    const QPoint start = desk.show("mp3s").pos();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.widget("mp3s")));
-    const auto at = [](int x, int y) {
-        return QStringList{QString::number(x), QString::number(y)};
-    };
-    hand(QStringList{"mousemove"} + at(start.x() + 50, start.y() + 10));
-    hand({"mousedown", "1"});
-    ASSERT_TRUE(comes(desk, [&] { return desk.window("mp3s").dragged; }));
-    for (const int way : {4, 20, 40, 60}) {
-        hand(QStringList{"mousemove"} + at(start.x() + 50 + way, start.y() + 10 + way / 2));
-        EXPECT_TRUE(comes(desk, [&] { return !desk.window("mp3s").dragged; })) << "by others";
-    }
-    hand({"mouseup", "1"});
-    const Place& place = desk.window("mp3s").place; // but for the little way to begin with
-    EXPECT_TRUE(comes(desk, [&] { return place.left >= 4500 + 55 * 15; }));
-    EXPECT_NEAR(place.top, 4500 + 30 * 15, 5 * 15);
-    const auto moveOver = [&](const char* control) {
-        const QPoint middle = desk.control("mp3s", control).rect().center();
-        const QPoint there = desk.control("mp3s", control).mapToGlobal(middle);
-        hand(QStringList{"mousemove"} + at(there.x(), there.y()));
-    };
-    moveOver("nextButton");
-    EXPECT_TRUE(comes(desk, [&] { return desk.state().mediaCaption == "  next song"; }));
-    moveOver("closeButton");
-    hand({"click", "1"});
-    EXPECT_TRUE(comes(desk, [&] { return !desk.window("mp3s").visible; })) << "the mouse is free";
-    const QPoint end(place.left / 15, place.top / 15);
-    desk.restart();
-    EXPECT_EQ(desk.setting("mp3slpos"), std::to_string(15 * end.x()));
-    EXPECT_EQ(desk.show("mp3s").pos(), end);
 }
 
 TEST(Windows, StandInTheMiddleOfTheScreenUntilTheyAreMoved) {
