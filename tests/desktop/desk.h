@@ -7,18 +7,11 @@
 #include "support/virtual_machine.h"
 
 #include <QCoreApplication>
-#include <QProcess>
-#include <QTest>
 #include <QWidget>
 #include <cstdlib>
 #include <string>
 
 namespace larkspin {
-
-// A real hand, by way of the display.
-inline void hand(const QStringList& does) {
-    QProcess::execute("xdotool", does);
-}
 
 struct Desk : VirtualMachine {
     explicit Desk(const Lines& songs = {"a.mp3", "b.mp3", "c.mp3"}) : VirtualMachine(songs, 100s) {
@@ -58,12 +51,5 @@ struct Desk : VirtualMachine {
                       program->windows(),
                       {.titleMenu = [this] { ++titleMenus; }, .pressed = [this] { ++presses; }}};
 };
-
-template <typename Condition> bool comes(Desk& desk, Condition condition) {
-    return QTest::qWaitFor([&] {
-        desk.settle();
-        return condition();
-    });
-}
 
 } // namespace larkspin

@@ -1,10 +1,9 @@
 // A real mouse on the display: on all that can be clicked, and on what is dragged.
-#include "desktop/desk.h"
+#include "desktop/hand.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 
 #include <QListView>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace larkspin {

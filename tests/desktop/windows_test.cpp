@@ -1,5 +1,5 @@
 // The windows as their owner works them: by mouse, by keyboard and by a screen reader.
-#include "desktop/desk.h"
+#include "desktop/hand.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
 #include "shell/control_events.h"
@@ -17,7 +17,6 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QSlider>
-#include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
 
