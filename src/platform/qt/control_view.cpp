@@ -92,6 +92,7 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
     const auto isLeft = [&mouse] { return mouse().button() == Qt::LeftButton; };
     switch (event->type()) {
     case QEvent::MouseButtonPress:
+        isDoubleClicked_ = false; // its end may have gone to another window
         if (isLeft())
             parts_.mover.grip(mouse().globalPosition().toPoint());
         return isLeft() && pressed(mouse());
