@@ -40,7 +40,7 @@ OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown)
 
 // What answers a line from elsewhere stays there.
 void OwnRoom::sendChatLine(const std::string& line) {
-    if (const std::string asked = lines_.placeAtWork(); !asked.empty() && asked != place)
+    if (!lines_.mayBeSaidAt(place))
         return;
     shown_.line({screenName_, line});
     lines_.said({screenName_, line}, place);

@@ -19,10 +19,25 @@ TEST(IrcSession, ALostConnectionIsMadeAgainWithTheRoomsAndNothingOldIsSaid) {
             machine.rooms.say("line " + std::to_string(line));
     });
     EXPECT_EQ(machine.seenOf([&] { machine.server.lose("the cable is out"); }),
-              "- irc.test: the cable is out; trying again in 5 seconds\n");
+              "- irc.test: the cable is out; trying again in 5 seconds\n"
+              "- 4 lines of yours had not been sent yet, and won't be\n");
     EXPECT_EQ(machine.rooms.currentScreenName(), "");
     EXPECT_EQ(machine.sentOf([] {}, 60s), "JOIN #music\nJOIN #den sesame\nMODE #music b\n");
     EXPECT_EQ(machine.rooms.name(), "#music");
+}
+
+TEST(IrcSession, ARoomThatWasRefusedIsNeitherAskedForAgainNorTheRoom) {
+    IrcMachine machine;
+    machine.begin();
+    machine.seenOf([&] { machine.irc.join("#den"); });
+    machine.server.takes = [&](const std::string& line) {
+        if (line == "JOIN #secret")
+            machine.server.say(":irc 473 Owner #secret :invited people only");
+        return line == "JOIN #secret";
+    };
+    machine.typed("'kw #secret", 10s);
+    machine.server.lose("x");
+    EXPECT_EQ(machine.sentOf([] {}, 60s), "JOIN #music,#den\nMODE #music b\n");
 }
 
 TEST(IrcSession, WaitsGrowToFiveMinutesAndBeginAnewBehindAConnectionThatLasted) {
@@ -113,21 +128,28 @@ TEST(IrcSession, ARecitalStaysInTheRoomThatHasAskedForIt) {
          }},
         {"home", [](IrcMachine& machine) { machine.irc.disconnect(); }},
     };
-    for (const auto& [where, go] : ways) {
-        SCOPED_TRACE(where);
-        IrcMachine machine;
-        machine.begin();
-        machine.seenOf([&] { machine.irc.join("#den"); });
-        for (int note = 0; note < 12; ++note)
-            machine.state().notes.add("note " + std::to_string(note));
-        machine.loop.once(5s, [&, go = go] { go(machine), machine.seen.clear(); });
-        machine.loop.once(7s, [&] { machine.rooms.sendChatLine("a tick"); }); // isn't part of it
-        std::string told = machine.typed("'scrn", 60s);
-        EXPECT_NE(told.find(": a tick\n"), told.npos);
-        for (std::size_t late; (late = told.find("- to #music: ")) != told.npos;)
-            told.erase(late, told.find('\n', late) - late); // what was on its way already
-        EXPECT_EQ(told.find("note"), told.npos) << told;
-    }
+    const std::pair<const char*, void (*)(IrcMachine&)> begins[] = {
+        {"by a line", [](IrcMachine& machine) { machine.rooms.say("'scrn"); }},
+        {"by hand", [](IrcMachine& machine) { press(machine.window("notez"), "Label3"); }},
+    };
+    for (const auto& [where, go] : ways)
+        for (const auto& [how, begin] : begins) {
+            SCOPED_TRACE(std::string(where) + ", begun " + how);
+            IrcMachine machine;
+            machine.begin();
+            machine.seenOf([&] { machine.irc.join("#den"); });
+            for (int note = 0; note < 12; ++note)
+                machine.state().notes.add("note " + std::to_string(note));
+            machine.typed("'nshow", 60s);
+            machine.loop.once(5s, [&, go = go] { go(machine), machine.seen.clear(); });
+            machine.loop.once(7s, [&] { machine.rooms.sendChatLine("a tick"); }); // not of it
+            std::string told = machine.seenOf(
+                [&, begin = begin] { machine.loop.post([&] { begin(machine); }); }, 60s);
+            EXPECT_NE(told.find(": a tick\n"), told.npos);
+            for (std::size_t late; (late = told.find("- to #music: ")) != told.npos;)
+                told.erase(late, told.find('\n', late) - late); // what was on its way already
+            EXPECT_EQ(told.find("note"), told.npos) << told;
+        }
 }
 
 TEST(IrcSession, AFarewellGoesBeforeTheEndHoweverMuchWaits) {

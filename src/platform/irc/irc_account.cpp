@@ -69,18 +69,28 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
 
 IrcAccount read(std::string_view contents) {
     IrcAccount account;
+    bool isLoginWhole = true; // else the password could go to another host, or for another account
     while (!contents.empty()) {
         std::string_view line = contents.substr(0, contents.find('\n'));
         contents.remove_prefix(std::min(line.size() + 1, contents.size()));
         if (line.ends_with('\r'))
             line.remove_suffix(1);
         const auto equals = line.find('=');
+        if (equals == line.npos)
+            continue;
         IrcAccount more = account;
-        if (equals != line.npos && take(more, line.substr(0, equals), line.substr(equals + 1)))
+        const std::string_view key = line.substr(0, equals);
+        if (take(more, key, line.substr(equals + 1)))
             account = std::move(more);
+        else
+            isLoginWhole = isLoginWhole && !key.starts_with("login") && key != "password";
     }
     const bool isWhole = !account.server.host.empty() && !account.nick.empty();
     account.isWanted = account.isWanted && isWhole;
+    if (!isLoginWhole) {
+        account.loginHost = account.user = account.password = "";
+        account.keepsPassword = false;
+    }
     return account;
 }
 

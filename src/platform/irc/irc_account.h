@@ -40,7 +40,8 @@ std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted);
 
 class IrcAccountFile {
 public:
-    // A line that makes no sense, or isn't known, counts as if it weren't there.
+    // A line that makes no sense, or isn't known, counts as if it weren't there; one about the
+    // login takes the whole login with it.
     IrcAccountFile(Files& files, std::string path);
 
     const IrcAccount& account() const { return account_; }

@@ -1,7 +1,6 @@
 #include "platform/irc/irc_joining.h"
 
 #include "platform/irc/irc_message.h"
-#include "platform/irc/irc_news.h"
 #include "platform/irc/irc_session.h"
 #include "text/blanks.h"
 #include "text/visible.h"
@@ -84,6 +83,13 @@ void IrcJoining::wantNoMore(std::string_view channel) {
     std::erase_if(wanted_, [&](const std::string& name) { return session_.isSame(name, channel); });
 }
 
+// The last one that was given; blank for none.
+std::string IrcJoining::keyOf(std::string_view channel) const {
+    const auto found = std::ranges::find_if(
+        keys_, [&](const auto& key) { return session_.isSame(key.first, channel); });
+    return found == keys_.end() ? std::string() : found->second;
+}
+
 // In this order, since the first one may become the room.
 void IrcJoining::request(const std::vector<std::string>& channels) {
     std::vector<std::string> keyless;
@@ -92,13 +98,13 @@ void IrcJoining::request(const std::vector<std::string>& channels) {
             session_.request("JOIN", {list});
     };
     for (const std::string& channel : channels) {
-        const auto key = keys_.find(session_.features().fold(channel));
-        if (key == keys_.end()) {
+        const std::string key = keyOf(channel);
+        if (key.empty()) {
             keyless.push_back(channel);
             continue;
         }
         requestThose();
-        session_.request("JOIN", {channel, key->second});
+        session_.request("JOIN", {channel, key});
     }
     requestThose();
 }
@@ -114,7 +120,7 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
     if (channels_.all().size() >= IrcChannels::most || !want(*name))
         return events_.tell("there are too many rooms");
     if (!key.empty())
-        keys_[session_.features().fold(*name)] = key;
+        keys_.insert(keys_.begin(), {*name, key});
     if (enters)
         entering_ = *name;
     if (session_.isWelcomed())
@@ -167,7 +173,13 @@ void IrcJoining::take(const IrcMessage& message) {
     else if (command == "KICK" && session_.isSelf(message.parameter(1)))
         left(message.parameter(0));
     else if (isRefusal(command))
-        wantNoMore(message.parameter(1));
+        refused(message.parameter(1));
+}
+
+void IrcJoining::refused(std::string_view channel) {
+    wantNoMore(channel);
+    if (session_.isSame(entering_, channel))
+        entering_.clear();
 }
 
 void IrcJoining::left(std::string_view channel) {
@@ -177,8 +189,7 @@ void IrcJoining::left(std::string_view channel) {
     const bool wasHere = channels_.isHere(place);
     const std::string name = place->channel.name();
     events_.tell("you have left " + visibleName(name));
-    session_.outgoing().dropFor(IrcOutgoing::Kind::said, name);
-    tellUnsent(session_.outgoing().dropFor(IrcOutgoing::Kind::typed, name), events_.tell);
+    session_.dropFor(name);
     channels_.remove(*place);
     if (!wasHere)
         return;

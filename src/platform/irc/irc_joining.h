@@ -5,10 +5,10 @@
 #include "platform/irc/irc_channels.h"
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -48,6 +48,8 @@ private:
     void join(const std::string& name, const std::string& key, bool enters);
     void enter(const IrcChannels::Place& place);
     void left(std::string_view channel);
+    void refused(std::string_view channel);
+    std::string keyOf(std::string_view channel) const;
     std::optional<std::string> channelNamed(std::string_view given) const;
     bool want(const std::string& channel);
     void wantNoMore(std::string_view channel);
@@ -56,9 +58,9 @@ private:
     IrcSession& session_;
     IrcChannels& channels_;
     Events events_;
-    std::vector<std::string> wanted_;         // asked for, or to be asked for
-    std::map<std::string, std::string> keys_; // by the folded name
-    std::string entering_;                    // is the room once it is joined
+    std::vector<std::string> wanted_;                       // asked for, or to be asked for
+    std::vector<std::pair<std::string, std::string>> keys_; // of channels, by name
+    std::string entering_;                                  // is the room once it is joined
 };
 
 // The server would take a name with such a byte in it for another, or for several.

@@ -101,12 +101,6 @@ private:
 
 } // namespace
 
-void tellUnsent(std::size_t lines, const std::function<void(const std::string& text)>& tell) {
-    if (lines > 0)
-        tell(std::to_string(lines) + (lines == 1 ? " line" : " lines") +
-             " of yours had not been sent yet, and won't be");
-}
-
 std::string plainText(std::string_view codes) {
     return visibleText(withoutIrcCodes(codes), " ");
 }

@@ -17,9 +17,6 @@ struct IrcMessage;
 void tellNews(const IrcMessage& message, const IrcSession& session, const IrcChannel* room,
               const std::function<void(const std::string& text)>& tell);
 
-// That so many lines which the owner has typed won't be sent, if there are any.
-void tellUnsent(std::size_t lines, const std::function<void(const std::string& text)>& tell);
-
 // What others have written, and what is said in the client's markup, as plain text on one line.
 std::string plainText(std::string_view codes);
 std::string plainMarkup(std::string_view markup);

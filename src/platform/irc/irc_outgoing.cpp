@@ -50,12 +50,21 @@ void IrcOutgoing::drop(Kind kind) {
     sendDue();
 }
 
-std::size_t IrcOutgoing::dropFor(Kind kind, const std::string& channel) {
-    const std::string beginning = "PRIVMSG " + channel + ' ';
-    const std::size_t dropped = std::erase_if(
-        lines_[place(kind)], [&](const Line& line) { return line.text.starts_with(beginning); });
+void IrcOutgoing::dropFor(const std::string& channel) {
+    const auto isFor = [&](const Line& line) {
+        const auto target = line.text.find(' ');
+        return target != line.text.npos &&
+               line.text.compare(target, channel.size() + 2, ' ' + channel + ' ') == 0;
+    };
+    for (std::deque<Line>& lines : lines_)
+        std::erase_if(lines, isFor);
     sendDue();
-    return dropped;
+}
+
+std::size_t IrcOutgoing::unsaid() const {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(lines_[place(Kind::typed)],
+                              [](const Line& line) { return line.text.starts_with("PRIVMSG "); }));
 }
 
 void IrcOutgoing::sendLast(Kind kind) {

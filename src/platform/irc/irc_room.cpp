@@ -102,7 +102,6 @@ void IrcRoom::sendHostKeys(const std::string& keys) {
 
 void IrcRoom::endSession() {
     sendFarewell();
-    tellUnsent(session_.outgoing().waiting(IrcOutgoing::Kind::typed), shown_.message);
     session_.end(farewell);
 }
 
@@ -250,13 +249,8 @@ void IrcRoom::speak(std::string channel, const std::string& line, bool isShown) 
 }
 
 // Those in the next room haven't asked for what goes on from the last one, and mustn't hear it.
-bool IrcRoom::isMeantForElsewhere() const {
-    const std::string place = lines_.placeAtWork();
-    return !place.empty() && place != session_.placeOf(here()->name());
-}
-
 void IrcRoom::sendChatLine(const std::string& line) {
-    if (!here() || isMeantForElsewhere())
+    if (!here() || !lines_.mayBeSaidAt(session_.placeOf(here()->name())))
         return;
     speech_.say(IrcOutgoing::Kind::said, {here()->name(), line, false});
     loop_.serveTurn();

@@ -121,8 +121,7 @@ private:
 
     const IrcChannel* here() const;
     void tell(const std::string& text) const { shown_.message(text); }
-    bool tellWithoutRoom() const;     // true when there is none
-    bool isMeantForElsewhere() const; // what the program is about to say
+    bool tellWithoutRoom() const; // true when there is none
 
     void take(const IrcMessage& message);
     void lost();
@@ -133,7 +132,7 @@ private:
     void speak(std::string channel, const std::string& line, bool isShown);
 
     EventLoop& loop_;
-    const ChatLines& lines_;
+    ChatLines& lines_;
     RoomDisplay shown_;
     RoomHandles handles_{*this};
     IrcSession session_;

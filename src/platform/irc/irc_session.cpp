@@ -69,6 +69,7 @@ void IrcSession::end(const std::string& farewell) {
     if (!isOn())
         return;
     const bool isOpen = phase_ != Phase::waiting;
+    dropAll();
     reset(Phase::off);
     if (!isOpen)
         return;
@@ -126,8 +127,9 @@ void IrcSession::follow(const IrcMessage& message) {
     if (message.command != "NICK" || !isSelf(message.nick()) || message.parameter(0).empty())
         return;
     nick_ = message.parameter(0);
-    if (!wantedNick_.empty() && isSame(nick_, wantedNick_))
-        identity_.nick = nick_;
+    if (wantedNick_.empty() || !isSame(nick_, wantedNick_))
+        return;
+    identity_.nick = nick_;
     wantedNick_.clear();
 }
 
@@ -162,10 +164,28 @@ void IrcSession::lose(const std::string& why) {
     if (isWelcomed() && loop_.now() - welcomedAt_ >= lasting)
         nextWait_ = shortestWait;
     const auto wait = std::exchange(nextWait_, std::min(nextWait_ * 2, longestWait));
+    events_.tell(server_.host + ": " + why + "; " + inSeconds(wait));
+    dropAll();
     reset(Phase::waiting);
     wakeIn(wait, [this] { open(); });
-    events_.tell(server_.host + ": " + why + "; " + inSeconds(wait));
     events_.lost();
+}
+
+void IrcSession::dropFor(const std::string& channel) {
+    const std::size_t before = outgoing_.unsaid();
+    outgoing_.dropFor(channel);
+    tellUnsaid(before - outgoing_.unsaid());
+}
+
+void IrcSession::dropAll() {
+    tellUnsaid(outgoing_.unsaid());
+    outgoing_.clear();
+}
+
+void IrcSession::tellUnsaid(std::size_t lines) const {
+    if (lines > 0)
+        events_.tell(std::to_string(lines) + (lines == 1 ? " line" : " lines") +
+                     " of yours had not been sent yet, and won't be");
 }
 
 void IrcSession::changeNick(const std::string& nick) {

@@ -77,6 +77,10 @@ public:
     // is no welcome, and when too many wait.
     bool request(std::string_view command, const std::vector<std::string>& parameters);
     bool send(IrcOutgoing::Kind kind, std::string line, Task gone = {});
+
+    // What waits for that channel, or all of it, won't be sent. The owner is told of what is his.
+    void dropFor(const std::string& channel);
+    void dropAll();
     IrcOutgoing& outgoing() { return outgoing_; }
 
 private:
@@ -90,6 +94,7 @@ private:
     void answer(const IrcMessage& ping);
     void watchSilence(Nanoseconds span);
     void lookForSilence();
+    void tellUnsaid(std::size_t lines) const;
     void giveUp(const std::string& why);
     void lose(const std::string& why);
     void reset(Phase phase);
