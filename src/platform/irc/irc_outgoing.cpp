@@ -50,15 +50,18 @@ void IrcOutgoing::drop(Kind kind) {
     sendDue();
 }
 
-void IrcOutgoing::dropFor(const std::string& channel) {
+std::size_t IrcOutgoing::dropFor(const std::string& channel) {
     const auto isFor = [&](const Line& line) {
         const auto target = line.text.find(' ');
         return target != line.text.npos &&
                line.text.compare(target, channel.size() + 2, ' ' + channel + ' ') == 0;
     };
+    const std::size_t before = unsaid();
     for (std::deque<Line>& lines : lines_)
         std::erase_if(lines, isFor);
+    const std::size_t dropped = before - unsaid();
     sendDue();
+    return dropped;
 }
 
 std::size_t IrcOutgoing::unsaid() const {

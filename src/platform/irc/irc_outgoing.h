@@ -38,12 +38,13 @@ public:
     // Said lines go no faster than so many in any minute; 0 for no limit beyond the server's.
     void limitSaid(int linesPerMinute);
 
-    // Forgets what waits of that kind; or all that waits for that channel.
-    void drop(Kind kind);
-    void dropFor(const std::string& channel);
-
-    // How many messages of the owner's own wait, as the server counts them.
+    // How many messages wait that the owner has typed, as the server counts them.
     std::size_t unsaid() const;
+
+    // Forgets what waits of that kind; or all that waits for that channel, and tells how many such
+    // messages were among it.
+    void drop(Kind kind);
+    std::size_t dropFor(const std::string& channel);
 
     // Sends the last one of that kind at once and forgets the others: a farewell, before an end
     // that they won't outlive.

@@ -69,7 +69,7 @@ void IrcSession::end(const std::string& farewell) {
     if (!isOn())
         return;
     const bool isOpen = phase_ != Phase::waiting;
-    dropAll();
+    tellUnsaid(outgoing_.unsaid());
     reset(Phase::off);
     if (!isOpen)
         return;
@@ -165,21 +165,14 @@ void IrcSession::lose(const std::string& why) {
         nextWait_ = shortestWait;
     const auto wait = std::exchange(nextWait_, std::min(nextWait_ * 2, longestWait));
     events_.tell(server_.host + ": " + why + "; " + inSeconds(wait));
-    dropAll();
+    tellUnsaid(outgoing_.unsaid());
     reset(Phase::waiting);
     wakeIn(wait, [this] { open(); });
     events_.lost();
 }
 
 void IrcSession::dropFor(const std::string& channel) {
-    const std::size_t before = outgoing_.unsaid();
-    outgoing_.dropFor(channel);
-    tellUnsaid(before - outgoing_.unsaid());
-}
-
-void IrcSession::dropAll() {
-    tellUnsaid(outgoing_.unsaid());
-    outgoing_.clear();
+    tellUnsaid(outgoing_.dropFor(channel));
 }
 
 void IrcSession::tellUnsaid(std::size_t lines) const {

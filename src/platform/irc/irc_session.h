@@ -45,7 +45,7 @@ public:
     void connect(const IrcServer& server, const IrcIdentity& identity);
 
     // Says so to the server, and doesn't connect again. Without a connection the tries end. What
-    // waits to be sent is dropped.
+    // waits to be sent is dropped, as whenever a connection ends; the owner is told of what is his.
     void end(const std::string& farewell);
 
     // As the process ends: the last lines, which the server gets before the end.
@@ -78,9 +78,8 @@ public:
     bool request(std::string_view command, const std::vector<std::string>& parameters);
     bool send(IrcOutgoing::Kind kind, std::string line, Task gone = {});
 
-    // What waits for that channel, or all of it, won't be sent. The owner is told of what is his.
+    // What waits for that channel won't be sent.
     void dropFor(const std::string& channel);
-    void dropAll();
     IrcOutgoing& outgoing() { return outgoing_; }
 
 private:
