@@ -1,24 +1,14 @@
 #include "chat/chat_lines.h"
 
-#include <cstddef>
 #include <utility>
 
 namespace larkspin {
 
-// Whatever lay deeper has ended.
-ChatLines::Work& ChatLines::atWork() {
-    const auto [depth, number] = loop_.atWork();
-    works_.resize(static_cast<std::size_t>(depth) + 1);
-    if (works_.back().event != number)
-        works_.back() = {number, {}};
-    return works_.back();
-}
-
 void ChatLines::heard(const ChatLine& line, const std::string& place) {
-    atWork().place = place;
+    places_.atWork() = place;
     if (listener_)
         listener_(line);
-    atWork().place.clear();
+    places_.atWork().clear();
 }
 
 void ChatLines::said(ChatLine line, std::string place) {
@@ -29,10 +19,10 @@ void ChatLines::said(ChatLine line, std::string place) {
 bool ChatLines::mayBeSaidAt(const std::string& place) {
     if (loop_.atWork().depth == 0)
         return true; // a start's greeting, which is about no line
-    Work& work = atWork();
-    if (work.place.empty())
-        work.place = place;
-    return work.place == place;
+    std::string& own = places_.atWork();
+    if (own.empty())
+        own = place;
+    return own == place;
 }
 
 } // namespace larkspin

@@ -4,15 +4,15 @@
 
 #include "chat/scanner.h"
 #include "shell/event_loop.h"
+#include "shell/event_notes.h"
 
 #include <string>
-#include <vector>
 
 namespace larkspin {
 
 class ChatLines {
 public:
-    explicit ChatLines(EventLoop& loop) : loop_(loop) {}
+    explicit ChatLines(EventLoop& loop) : loop_(loop), places_(loop) {}
 
     // Until there is a listener lines go by.
     void connect(Scanner::Handler listener) { listener_ = std::move(listener); }
@@ -31,16 +31,9 @@ public:
     bool mayBeSaidAt(const std::string& place);
 
 private:
-    struct Work {
-        std::uint64_t event = 0;
-        std::string place; // blank while it is about none
-    };
-
-    Work& atWork();
-
     EventLoop& loop_;
     Scanner::Handler listener_;
-    std::vector<Work> works_; // by the depth of their events
+    EventNotes<std::string> places_; // that an event is about; blank while it is about none
 };
 
 } // namespace larkspin

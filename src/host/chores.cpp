@@ -2,6 +2,7 @@
 
 #include "chat/reply.h"
 #include "companions/launcher.h"
+#include "host/client_addresses.h"
 #include "host/host_client.h"
 #include "host/web_address.h"
 #include "shell/pause.h"
@@ -12,10 +13,6 @@ namespace larkspin {
 namespace {
 
 constexpr double beforeErrand = 0.2; // seconds, so that the room has the line before it
-
-// The client's own way of switching private messages: a message to one of these.
-const std::string messagesOn = "$IM_ON";
-const std::string messagesOff = "$IM_OFF";
 
 } // namespace
 
@@ -35,7 +32,7 @@ void Chores::url(const std::string& address) {
 
 void Chores::pr(const std::string& room) {
     if (announce("private room ~> <b>" + room, beforeErrand))
-        client_.gotoKeyword("aol://2719:2-2-" + room);
+        client_.gotoKeyword(privateRoomAddress + room);
 }
 
 void Chores::newMail() {
@@ -55,7 +52,7 @@ void Chores::sentMail() {
 
 void Chores::signoff() {
     if (announce("signing off this piece of shit!", beforeErrand))
-        client_.sendHostKeys("%OO");
+        client_.sendHostKeys(signOffKeys);
 }
 
 void Chores::closeaol() {

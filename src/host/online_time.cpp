@@ -1,6 +1,7 @@
 #include "host/online_time.h"
 
 #include "chat/reply.h"
+#include "host/client_addresses.h"
 #include "host/host_client.h"
 #include "shell/pause.h"
 #include "shell/this_run.h"
@@ -47,7 +48,7 @@ void OnlineTime::ot() {
 
 void OnlineTime::readClock() {
     const ThisRun run(core_.state);
-    client_.gotoKeyword("online clock");
+    client_.gotoKeyword(onlineClock);
     const HostHandle notice = client_.waitForClockNotice();
     if (notice == noHandle || !run.lasts())
         return;

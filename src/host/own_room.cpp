@@ -1,5 +1,6 @@
 #include "host/own_room.h"
 
+#include "host/client_addresses.h"
 #include "text/blanks.h"
 #include "text/fold.h"
 #include "text/utf8.h"
@@ -11,11 +12,6 @@ namespace larkspin {
 namespace {
 
 const std::string place = "home"; // one, with all of his own rooms
-
-constexpr std::string_view privateRoomAddress = "aol://2719:2-2-";
-
-// By these addressees the owner switches private messages.
-constexpr std::string_view messagesOn = "$IM_ON", messagesOff = "$IM_OFF";
 
 std::optional<int> rowOf(const RowList& list, std::string_view name) {
     const std::string folded = foldCase(name);

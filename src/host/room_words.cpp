@@ -39,32 +39,31 @@ bool whisper(OwnRoom& room, std::string_view rest) {
     return true;
 }
 
-void name(const OwnRoom& room, const RowList& people, const std::string& mark,
-          const SlashWords::Tell& tell) {
-    const int named = std::min(people.count(), mostNamed);
-    for (int row = 0; row < named; ++row) {
-        std::string line = "  " + std::string(people.row(row));
-        if (room.isIgnored(people.row(row)))
-            line += " (ignored)";
-        tell(line + mark);
-    }
-    if (people.count() > named)
-        tell("  and " + std::to_string(people.count() - named) + " more" + mark);
-}
-
-void tellRoom(const OwnRoom& room, const SlashWords::Tell& tell) {
-    const int count = room.people().count();
-    tell(room.name() + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
-    name(room, room.people(), "", tell);
-    name(room, room.ejected(), " (kept out)", tell);
-}
-
 } // namespace
+
+void tellRoom(const ShownRoom& room, const RowList& ejected, const Called& called,
+              const SlashWords::Tell& tell) {
+    const auto tellAll = [&](const RowList& list, const std::string& mark) {
+        const int named = std::min(list.count(), mostNamed);
+        for (int row = 0; row < named; ++row) {
+            const std::string_view name = list.row(row);
+            tell("  " + called(name) + (room.isIgnored(name) ? " (ignored)" : "") + mark);
+        }
+        if (list.count() > named)
+            tell("  and " + std::to_string(list.count() - named) + " more" + mark);
+    };
+    const int count = room.people().count();
+    tell(called(room.name()) + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
+    tellAll(room.people(), "");
+    tellAll(ejected, " (kept out)");
+}
 
 std::vector<SlashWord> roomWords(OwnRoom& room, SlashWords::Tell tell) {
     const auto goOrTell = [&room, tell = std::move(tell)](std::string_view rest) {
         if (withoutBlanks(rest).empty())
-            tellRoom(room, tell);
+            tellRoom(
+                room, room.ejected(), [](std::string_view name) { return std::string(name); },
+                tell);
         else
             room.enterRoom(std::string(rest));
         return true;

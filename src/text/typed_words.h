@@ -1,4 +1,4 @@
-// What is typed to the terminal itself, taken apart into words.
+// What is typed as a command, or a list of words, taken apart.
 #pragma once
 
 #include <algorithm>

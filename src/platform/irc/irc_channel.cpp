@@ -1,6 +1,7 @@
 #include "platform/irc/irc_channel.h"
 
 #include "platform/irc/irc_message.h"
+#include "text/typed_words.h"
 
 #include <algorithm>
 
@@ -19,13 +20,6 @@ std::uint64_t bitOf(char mode) {
 
 bool holds(const std::string& modes, char mode) {
     return modes.find(mode) != modes.npos;
-}
-
-std::string_view takeWord(std::string_view& rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-    const auto word = rest.substr(0, rest.find(' '));
-    rest.remove_prefix(word.size());
-    return word;
 }
 
 // The parameters of modes: words, also where a message has more of them than are kept apart.

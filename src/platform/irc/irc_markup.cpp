@@ -2,6 +2,7 @@
 
 #include "platform/irc/irc_codes.h"
 #include "text/fold.h"
+#include "text/number.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -69,11 +70,10 @@ void appendWithoutTags(std::string& to, std::string_view text) {
 std::string fontTag(std::optional<std::uint32_t> color) {
     if (!color)
         return "</font>";
-    constexpr int digits = 6;
-    std::string tag = "<font color=#";
-    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
-        tag += "0123456789ABCDEF"[*color >> shift & 0xF];
-    return tag + '>';
+    const auto part = [&](int shift) {
+        return hexPair(static_cast<std::uint8_t>(*color >> shift));
+    };
+    return "<font color=#" + part(16) + part(8) + part(0) + '>';
 }
 
 std::string tagsBetween(const MarkupStyle& from, const MarkupStyle& to) {

@@ -5,17 +5,17 @@
 
 #include "platform/irc/irc_outgoing.h"
 #include "shell/event_loop.h"
+#include "shell/event_notes.h"
 
 #include <chrono>
 #include <cstddef>
-#include <cstdint>
-#include <vector>
 
 namespace larkspin {
 
 class IrcPacing {
 public:
-    IrcPacing(EventLoop& loop, const IrcOutgoing& outgoing) : loop_(loop), outgoing_(outgoing) {}
+    IrcPacing(EventLoop& loop, const IrcOutgoing& outgoing)
+        : loop_(loop), outgoing_(outgoing), haveSpoken_(loop) {}
 
     static constexpr std::size_t mostAhead = 3; // lines
 
@@ -30,13 +30,16 @@ public:
     void spoke();
 
     // Whether the event at work has said anything.
-    bool hasSpoken() const;
+    bool hasSpoken() { return haveSpoken_.atWork().yes; }
 
 private:
     EventLoop& loop_;
     const IrcOutgoing& outgoing_;
     Nanoseconds perLine_{};
-    std::vector<std::uint64_t> speakers_; // by their depth
+    struct Spoken {
+        bool yes = false;
+    };
+    EventNotes<Spoken> haveSpoken_;
     int waiting_ = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/irc/irc_message.h"
 #include "platform/irc/sasl_plain.h"
+#include "text/typed_words.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,27 +17,20 @@ constexpr const char* withoutAccount[] = {"multi-prefix", "server-time", echo};
 
 constexpr const char* userName = "larkspin";
 
-std::string_view takeWord(std::string_view& rest, char end) {
-    const auto word = rest.substr(0, rest.find(end));
-    rest.remove_prefix(std::min(word.size() + 1, rest.size()));
-    return word;
-}
-
 std::vector<std::string_view> wordsOf(std::string_view list) {
     std::vector<std::string_view> words;
-    while (!list.empty())
-        if (const auto word = takeWord(list, ' '); !word.empty())
-            words.push_back(word);
+    for (std::string_view word; !(word = takeWord(list)).empty();)
+        words.push_back(word);
     return words;
 }
 
 // "sasl=EXTERNAL,PLAIN"; without a value any way may do.
 bool offersPlain(std::string_view capability) {
-    takeWord(capability, '=');
-    bool offers = capability.empty();
-    while (!capability.empty())
-        offers |= takeWord(capability, ',') == "PLAIN";
-    return offers;
+    const auto equals = capability.find('=');
+    if (equals == capability.npos)
+        return true;
+    const std::string ways = ',' + std::string(capability.substr(equals + 1)) + ',';
+    return ways == ",," || ways.find(",PLAIN,") != ways.npos;
 }
 
 bool isAmong(const std::vector<std::string>& names, std::string_view name) {

@@ -1,5 +1,7 @@
 #include "platform/irc/irc_room.h"
 
+#include "host/client_addresses.h"
+#include "host/room_words.h"
 #include "platform/irc/irc_message.h"
 #include "platform/irc/irc_news.h"
 #include "text/blanks.h"
@@ -15,14 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::string_view privateRoomAddress = "aol://2719:2-2-";
-constexpr std::string_view onlineClock = "online clock";
-constexpr std::string_view signOffKeys = "%OO";
-constexpr std::string_view messagesOn = "$IM_ON", messagesOff = "$IM_OFF";
-
 const std::string farewell = "larkspin flies off";
-
-constexpr int mostNamed = 200;
 
 } // namespace
 
@@ -209,20 +204,10 @@ void IrcRoom::topic(const std::optional<std::string>& text) {
 void IrcRoom::names() {
     if (tellWithoutRoom())
         return;
-    const auto tellAll = [&](const RowList& list, const auto& line) {
-        const int named = std::min(list.count(), mostNamed);
-        for (int row = 0; row < named; ++row)
-            tell("  " + line(list.row(row)));
-        if (list.count() > named)
-            tell("  and " + std::to_string(list.count() - named) + " more");
+    const auto called = [&](std::string_view name) {
+        return here()->ranks(name, session_.features()) + visibleName(name);
     };
-    const int count = people().count();
-    tell(visibleName(name()) + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
-    tellAll(people(), [&](std::string_view person) {
-        return here()->ranks(person, session_.features()) + visibleName(person) +
-               (isIgnored(person) ? " (ignored)" : "");
-    });
-    tellAll(ejected(), [&](std::string_view mask) { return visibleName(mask) + " (kept out)"; });
+    tellRoom(*this, ejected(), called, shown_.message);
 }
 
 void IrcRoom::limitSaid(int linesPerMinute) {

@@ -1,7 +1,7 @@
 #include "platform/irc/sasl_plain.h"
 
-#include <algorithm>
-#include <cstdint>
+#include <glib.h>
+#include <memory>
 
 namespace larkspin {
 
@@ -9,19 +9,10 @@ namespace {
 
 constexpr std::size_t longest = 400;
 
-std::string base64(std::string_view bytes) {
-    constexpr std::string_view digits =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(3, bytes.size()))) {
-        std::uint32_t group = 0;
-        for (std::size_t byte = 0; byte < 3; ++byte)
-            group =
-                group << 8 | (byte < bytes.size() ? static_cast<unsigned char>(bytes[byte]) : 0);
-        for (std::size_t digit = 0; digit < 4; ++digit)
-            text += digit <= bytes.size() ? digits[group >> (18 - 6 * digit) & 0x3F] : '=';
-    }
-    return text;
+std::string base64(const std::string& bytes) {
+    const std::unique_ptr<gchar, decltype(&g_free)> text(
+        g_base64_encode(reinterpret_cast<const guchar*>(bytes.data()), bytes.size()), g_free);
+    return text.get();
 }
 
 } // namespace
