@@ -80,6 +80,16 @@ void appendCharacter(std::string& text, char32_t code) {
     }
 }
 
+std::size_t fittingLength(std::string_view text, std::size_t most) {
+    if (text.size() <= most)
+        return text.size();
+    constexpr int longestRest = 3; // of a character, behind its first byte
+    std::size_t length = most;
+    for (int back = 0; back < longestRest && length > 0 && isContinuation(text[length]); ++back)
+        --length;
+    return length;
+}
+
 std::size_t prefixLength(std::string_view text, std::size_t count) {
     std::size_t bytes = 0;
     while (count-- > 0 && bytes < text.size())

@@ -22,6 +22,9 @@ void appendCharacter(std::string& text, char32_t code);
 // How many bytes the first `count` characters take; all of them when there are fewer.
 std::size_t prefixLength(std::string_view text, std::size_t count);
 
+// How many bytes of it have room in so many, without a part of a character at the end.
+std::size_t fittingLength(std::string_view text, std::size_t most);
+
 // The text without its last `count` characters, and those alone. With fewer characters the
 // first is empty and the second all there is.
 std::string_view withoutLast(std::string_view text, std::size_t count);

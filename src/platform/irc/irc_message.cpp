@@ -1,5 +1,7 @@
 #include "platform/irc/irc_message.h"
 
+#include "text/utf8.h"
+
 #include <algorithm>
 
 namespace larkspin {
@@ -75,16 +77,6 @@ std::string onOneLine(std::string_view text) {
     return line;
 }
 
-// Not in the middle of a character.
-void shorten(std::string& line) {
-    if (line.size() <= longestWithoutEnd)
-        return;
-    std::size_t end = longestWithoutEnd;
-    for (int back = 0; back < 3 && (static_cast<unsigned char>(line[end]) & 0xC0) == 0x80; ++back)
-        --end;
-    line.resize(end);
-}
-
 } // namespace
 
 std::optional<IrcMessage> readIrcMessage(std::string_view line) {
@@ -115,7 +107,7 @@ std::string ircLine(std::string_view command, const std::vector<std::string>& pa
         line += needsMark ? " :" : " ";
         line += parameter;
     }
-    shorten(line);
+    line.resize(fittingLength(line, longestWithoutEnd));
     return line + "\r\n";
 }
 

@@ -1,5 +1,7 @@
 #include "platform/irc/irc_nick_choice.h"
 
+#include "text/utf8.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -13,10 +15,6 @@ constexpr const char* fallback = "larkspin";
 
 bool isLetter(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-bool isInsideCharacter(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
 std::string lettersAndDigits(const std::string& name) {
@@ -54,10 +52,8 @@ bool IrcNickChoice::next() {
     const std::string suffix = tries_ <= mostUnderscores
                                    ? std::string(static_cast<std::size_t>(tries_), '_')
                                    : std::to_string(tries_ - mostUnderscores);
-    std::size_t kept = std::min(base_.size(), longest_ - std::min(longest_, suffix.size()));
-    while (kept > 0 && kept < base_.size() && isInsideCharacter(base_[kept]))
-        --kept;
-    asked_ = base_.substr(0, kept) + suffix;
+    const std::size_t room = longest_ - std::min(longest_, suffix.size());
+    asked_ = base_.substr(0, fittingLength(base_, room)) + suffix;
     return true;
 }
 
