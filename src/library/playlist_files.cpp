@@ -66,7 +66,7 @@ bool PlaylistFiles::exists(const std::string& name) {
     return files_.exists(pathOf(name));
 }
 
-bool PlaylistFiles::remove(const std::string& name) {
+FileChange PlaylistFiles::remove(const std::string& name) {
     return files_.remove(pathOf(name));
 }
 

@@ -8,6 +8,7 @@
 
 #include "library/listers.h"
 #include "shell/data_directory.h"
+#include "shell/files.h"
 #include "shell/settings.h"
 
 #include <string>
@@ -17,7 +18,6 @@
 namespace larkspin {
 
 struct AppState;
-class Files;
 class LineFiles;
 
 class PlaylistFiles {
@@ -32,7 +32,7 @@ public:
     std::vector<std::string> names();
 
     bool exists(const std::string& name);
-    bool remove(const std::string& name); // for good; false when it is still there
+    FileChange remove(const std::string& name); // for good
 
     // The file in place of what the lists hold. One that can't be read is taken for empty.
     void load(const std::string& name) { loadFrom(pathOf(name), name); }

@@ -15,8 +15,17 @@ struct FileRead {
 
     Outcome outcome = Outcome::failed;
     std::string contents = {}; // empty unless that is the outcome
+    std::string reason = {};   // of a failure, in a few words, as they stand behind a colon
 
     bool failed() const { return outcome == Outcome::failed; }
+};
+
+// What came of a change on the disk: made, or else why not, in a few words for the owner ("no space
+// left on the device"), as they stand behind a colon.
+struct FileChange {
+    std::string reason = {}; // empty when it was made
+
+    explicit operator bool() const { return reason.empty(); }
 };
 
 class Files {
@@ -38,28 +47,28 @@ public:
 
     // Puts the contents in place of the file, or makes it, for the owner's eyes alone. The file
     // holds either the old or the new contents at every moment, also after a kill, a crash or a
-    // full disk. Lifts a read-only mark. False, and the old contents stay, when that can't be
+    // full disk. Lifts a read-only mark. It fails, and the old contents stay, when that can't be
     // done, or when the old file is none that could be read.
-    virtual bool replace(const std::string& path, const std::string& contents) = 0;
+    virtual FileChange replace(const std::string& path, const std::string& contents) = 0;
 
     // Gives the file another name in its directory. Nothing that is there is ever replaced, and the
-    // file never leaves its directory: false, and all stays as it was, when the name is taken, or
-    // no single name (empty, "." or "..", with a separator in it), or when it can't be done. A
+    // file never leaves its directory: it fails, and all stays as it was, when the name is taken,
+    // or no single name (empty, "." or "..", with a separator in it), or when it can't be done. A
     // directory isn't renamed. Of a link the link is.
-    virtual bool rename(const std::string& path, const std::string& newName) = 0;
+    virtual FileChange rename(const std::string& path, const std::string& newName) = 0;
 
     // Puts the file into the desktop's wastebasket, from where the owner can take it back. Asks
-    // nothing. False, and the file stays, when there is no wastebasket that can take it, and for a
-    // directory. Of a link the link is taken.
-    virtual bool moveToWastebasket(const std::string& path) = 0;
+    // nothing. It fails, and the file stays, when there is no wastebasket that can take it, and for
+    // a directory. Of a link the link is taken.
+    virtual FileChange moveToWastebasket(const std::string& path) = 0;
 
-    // Takes the file away for good; of a link, the link. False when it is still there, as a
+    // Takes the file away for good; of a link, the link. It fails when it is still there, as a
     // directory is in any case.
-    virtual bool remove(const std::string& path) = 0;
+    virtual FileChange remove(const std::string& path) = 0;
 
-    // Makes the directory with those above it, for the owner alone. True when it is there
+    // Makes the directory with those above it, for the owner alone. It fails when it isn't there
     // afterwards.
-    virtual bool makeDirectory(const std::string& path) = 0;
+    virtual FileChange makeDirectory(const std::string& path) = 0;
 
     // Keeps the file out of directory listings, where the file system has such a mark.
     virtual void hide(const std::string& path) = 0;

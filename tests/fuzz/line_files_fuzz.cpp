@@ -15,14 +15,14 @@ struct FilesInMemory : Files {
     FileRead read(const std::string& path, std::size_t) override {
         return {FileRead::Outcome::contents, contents[path]};
     }
-    bool replace(const std::string& path, const std::string& text) override {
+    FileChange replace(const std::string& path, const std::string& text) override {
         contents[path] = text;
-        return true;
+        return {};
     }
-    bool rename(const std::string&, const std::string&) override { return false; }
-    bool moveToWastebasket(const std::string&) override { return false; }
-    bool remove(const std::string& path) override { return contents.erase(path) > 0; }
-    bool makeDirectory(const std::string&) override { return true; }
+    FileChange rename(const std::string&, const std::string&) override { return {"no"}; }
+    FileChange moveToWastebasket(const std::string&) override { return {"no"}; }
+    FileChange remove(const std::string&) override { return {"no"}; }
+    FileChange makeDirectory(const std::string&) override { return {}; }
     void hide(const std::string&) override {}
     std::map<std::string, std::string> contents;
 };

@@ -124,16 +124,23 @@ TEST_F(PosixDisk, WhatCantBeReplacedStays) {
     fs::create_symlink("gone/x", native("dangling"));
     fs::create_symlink("loop", native("loop"));
     EXPECT_EQ(::mkfifo(native("pipe").c_str(), 0600), 0);
-    for (const std::string& path :
-         Names{drive("directory"), drive("dangling"), drive("loop"), "d:\\x", drive("pipe"),
-               drive("file/x"), drive("gone/x"), drive(std::string(300, 'x')), ""}) {
-        EXPECT_FALSE(files.replace(path, "new")) << path;
+    const std::string gone = "there is no such file or directory";
+    for (const auto& [path, reason] : Pairs{{drive("directory"), "something else has that name"},
+                                            {drive("dangling"), gone},
+                                            {drive("loop"), "it is a link without an end"},
+                                            {"d:\\x", gone},
+                                            {drive("pipe"), "something else has that name"},
+                                            {drive("file/x"), "there is no such directory"},
+                                            {drive("gone/x"), gone},
+                                            {drive(std::string(300, 'x')), "the name is too long"},
+                                            {"", gone}}) {
+        EXPECT_EQ(files.replace(path, "new").reason, reason) << path;
         EXPECT_FALSE(files.exists(path)) << path;
         EXPECT_EQ(files.read(path).contents, "") << path;
     }
     const auto before = std::signal(SIGXFSZ, SIG_IGN);
     EXPECT_FALSE(withLimit(RLIMIT_FSIZE, 4096, [&] { // the disk fills up in the middle of the write
-        return files.replace(drive("file"), std::string(10000, 'x'));
+        return bool(files.replace(drive("file"), std::string(10000, 'x')));
     }));
     std::signal(SIGXFSZ, before);
     EXPECT_EQ(disk.read("file"), "old");

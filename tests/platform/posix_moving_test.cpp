@@ -28,7 +28,7 @@ struct PosixMoving : testing::Test {
     std::string drive(const std::string& below) {
         return drivePath((disk.path() / below).native());
     }
-    bool throwAway(const std::string& below) { return files.moveToWastebasket(drive(below)); }
+    FileChange throwAway(const std::string& below) { return files.moveToWastebasket(drive(below)); }
     // Thrown away under that name, with a note of its origin: the lines of the date aside.
     void expectKept(const std::string& basket, const std::string& name, const std::string& origin) {
         const std::string note = disk.read(basket + "/info/" + name + ".trashinfo");
@@ -90,6 +90,10 @@ TEST_F(PosixMoving, RenamesNothingOverAnything) {
         EXPECT_FALSE(files.rename(drive("a.mp3"), name)) << name;
     for (const std::string& path : Names{drive("directory.mp3"), drive("gone"), "", "d:\\a.mp3"})
         EXPECT_FALSE(files.rename(path, "new")) << path;
+    EXPECT_EQ(files.rename(drive("a.mp3"), "b.mp3").reason, "the name is taken");
+    EXPECT_EQ(files.rename(drive("a.mp3"), "..").reason, "no file can have that name");
+    EXPECT_EQ(files.rename(drive("a.mp3"), std::string(256, 'x')).reason, "the name is too long");
+    EXPECT_EQ(files.rename(drive("directory.mp3"), "new").reason, "it is a directory");
     EXPECT_EQ(disk.read("a.mp3"), "a.mp3");
     EXPECT_EQ(disk.read("b.mp3"), "b.mp3");
     EXPECT_TRUE(files.rename(drive("a.mp3"), "\uF03FA"));
@@ -156,7 +160,9 @@ TEST_F(PosixMoving, ThrowsLinksAwayAndNoDirectories) {
     EXPECT_FALSE(throwAway("real"));
     EXPECT_FALSE(throwAway("gone"));
     EXPECT_FALSE(files.moveToWastebasket(""));
-    EXPECT_FALSE(PosixFiles().moveToWastebasket(drive("real/a.mp3"))) << "without a home";
+    EXPECT_EQ(PosixFiles().moveToWastebasket(drive("real/a.mp3")).reason,
+              "its disk has no wastebasket that can be written")
+        << "without a home";
     EXPECT_TRUE(throwAway("link.mp3"));
     EXPECT_EQ(fs::read_symlink(disk.path() / "share/Trash/files/link.mp3"), "real/a.mp3");
 }

@@ -11,26 +11,26 @@ namespace larkspin {
 
 FileRead FaultyFiles::read(const std::string& path, std::size_t largest) {
     if (++reads == failReadAt || unreadable)
-        return {};
+        return {FileRead::Outcome::failed, {}, "the disk can't be read"};
     return PosixFiles::read(path, largest);
 }
 
-bool FaultyFiles::replace(const std::string& path, const std::string& contents) {
+FileChange FaultyFiles::replace(const std::string& path, const std::string& contents) {
     full = full || writes >= fullAfter;
     ++writes;
-    return !full && PosixFiles::replace(path, contents);
+    return full ? FileChange{"no space left on the device"} : PosixFiles::replace(path, contents);
 }
 
-bool FaultyFiles::makeDirectory(const std::string& path) {
-    return !full && PosixFiles::makeDirectory(path);
+FileChange FaultyFiles::makeDirectory(const std::string& path) {
+    return full ? FileChange{"no space left on the device"} : PosixFiles::makeDirectory(path);
 }
 
-bool FaultyFiles::rename(const std::string& path, const std::string& newName) {
-    return !refusesMoves && PosixFiles::rename(path, newName);
+FileChange FaultyFiles::rename(const std::string& path, const std::string& newName) {
+    return refusesMoves ? FileChange{"permission denied"} : PosixFiles::rename(path, newName);
 }
 
-bool FaultyFiles::moveToWastebasket(const std::string& path) {
-    return !refusesMoves && PosixFiles::moveToWastebasket(path);
+FileChange FaultyFiles::moveToWastebasket(const std::string& path) {
+    return refusesMoves ? FileChange{"permission denied"} : PosixFiles::moveToWastebasket(path);
 }
 
 std::optional<DirectoryListing> ScriptedDirectories::list(const std::string& path) {

@@ -47,10 +47,10 @@ class FaultyFiles : public PosixFiles {
 public:
     using PosixFiles::PosixFiles;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
-    bool replace(const std::string& path, const std::string& contents) override;
-    bool makeDirectory(const std::string& path) override;
-    bool rename(const std::string& path, const std::string& newName) override;
-    bool moveToWastebasket(const std::string& path) override;
+    FileChange replace(const std::string& path, const std::string& contents) override;
+    FileChange makeDirectory(const std::string& path) override;
+    FileChange rename(const std::string& path, const std::string& newName) override;
+    FileChange moveToWastebasket(const std::string& path) override;
     bool refusesMoves = false;                       // no file is renamed or thrown away
     bool full = false;                               // every write fails
     int fullAfter = std::numeric_limits<int>::max(); // the disk fills up behind so many writes

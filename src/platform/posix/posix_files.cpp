@@ -2,6 +2,7 @@
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/drive_paths.h"
+#include "platform/posix/failure_words.h"
 #include "platform/posix/private_directory.h"
 #include "platform/posix/rename_file.h"
 #include "platform/posix/replace_file.h"
@@ -33,19 +34,28 @@ bool fill(std::string& text, const Descriptor& file) {
     return true;
 }
 
+FileRead unreadable(std::string reason) {
+    return {FileRead::Outcome::failed, {}, std::move(reason)};
+}
+
 FileRead readWhole(const std::string& native, std::size_t largest) {
     const Descriptor file(::open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen())
-        return {errno == ENOENT || errno == ENOTDIR ? FileRead::Outcome::missing
-                                                    : FileRead::Outcome::failed};
+        return errno == ENOENT || errno == ENOTDIR ? FileRead{FileRead::Outcome::missing}
+                                                   : unreadable(failureWords(errno));
     struct stat facts {};
-    if (::fstat(file.number(), &facts) != 0 || !S_ISREG(facts.st_mode) ||
-        static_cast<std::uintmax_t>(facts.st_size) > largest)
-        return {};
+    if (::fstat(file.number(), &facts) != 0)
+        return unreadable(failureWords(errno));
+    if (!S_ISREG(facts.st_mode))
+        return unreadable("it is no file");
+    if (static_cast<std::uintmax_t>(facts.st_size) > largest)
+        return unreadable("it is too large");
     const auto size = static_cast<std::size_t>(facts.st_size);
     std::string contents(size + 1, '\0'); // one more, to see that it ends there
-    if (!fill(contents, file) || contents.size() != size)
-        return {}; // somebody else is writing it just now
+    if (!fill(contents, file))
+        return unreadable(failureWords(errno));
+    if (contents.size() != size)
+        return unreadable("somebody else is writing it");
     return {FileRead::Outcome::contents, std::move(contents)};
 }
 
@@ -57,10 +67,12 @@ std::optional<struct stat> factsOfFile(const std::string& native) {
     return isFile ? std::optional(facts) : std::nullopt;
 }
 
-// A file of any kind, or a link to whatever it is.
-bool isNoDirectory(const std::string& native) {
+// Whether there is a file of any kind, or a link to whatever it is, that may be moved.
+FileChange isMovable(const std::string& native) {
     struct stat facts {};
-    return !native.empty() && ::lstat(native.c_str(), &facts) == 0 && !S_ISDIR(facts.st_mode);
+    if (::lstat(native.c_str(), &facts) != 0)
+        return failedBecause(errno);
+    return S_ISDIR(facts.st_mode) ? failedBecause(EISDIR) : FileChange{};
 }
 
 // Empty for a text that is no single name, whichever way the name is written.
@@ -86,27 +98,33 @@ FileRead PosixFiles::read(const std::string& path, std::size_t largest) {
     return readWhole(nativePath(path), largest);
 }
 
-bool PosixFiles::replace(const std::string& path, const std::string& contents) {
+FileChange PosixFiles::replace(const std::string& path, const std::string& contents) {
     return replaceFile(nativePath(path), contents);
 }
 
-bool PosixFiles::rename(const std::string& path, const std::string& newName) {
+FileChange PosixFiles::rename(const std::string& path, const std::string& newName) {
     const std::string from = nativePath(path), name = nativeName(newName);
-    return !name.empty() && isNoDirectory(from) &&
-           renameFile(from, from.substr(0, from.rfind('/') + 1) + name);
+    if (name.empty())
+        return {"no file can have that name"};
+    FileChange outcome = isMovable(from);
+    if (outcome && !renameFile(from, from.substr(0, from.rfind('/') + 1) + name))
+        outcome = failedBecause(errno);
+    return outcome;
 }
 
-bool PosixFiles::moveToWastebasket(const std::string& path) {
+FileChange PosixFiles::moveToWastebasket(const std::string& path) {
     const std::string native = nativePath(path);
-    return isNoDirectory(native) && wastebasket_.take(native);
+    FileChange outcome = isMovable(native);
+    return outcome ? wastebasket_.take(native) : outcome;
 }
 
-bool PosixFiles::remove(const std::string& path) {
-    return ::unlink(nativePath(path).c_str()) == 0 || errno == ENOENT;
+FileChange PosixFiles::remove(const std::string& path) {
+    const bool isGone = ::unlink(nativePath(path).c_str()) == 0 || errno == ENOENT;
+    return isGone ? FileChange{} : failedBecause(errno);
 }
 
-bool PosixFiles::makeDirectory(const std::string& path) {
-    return makePrivateDirectory(nativePath(path));
+FileChange PosixFiles::makeDirectory(const std::string& path) {
+    return makePrivateDirectory(nativePath(path)) ? FileChange{} : failedBecause(errno);
 }
 
 // Hidden is what begins with a dot here, and the data directory lies below one.

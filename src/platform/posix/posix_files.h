@@ -14,11 +14,11 @@ public:
     bool exists(const std::string& path) override;
     std::uintmax_t size(const std::string& path) override;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
-    bool replace(const std::string& path, const std::string& contents) override;
-    bool rename(const std::string& path, const std::string& newName) override;
-    bool moveToWastebasket(const std::string& path) override;
-    bool remove(const std::string& path) override;
-    bool makeDirectory(const std::string& path) override;
+    FileChange replace(const std::string& path, const std::string& contents) override;
+    FileChange rename(const std::string& path, const std::string& newName) override;
+    FileChange moveToWastebasket(const std::string& path) override;
+    FileChange remove(const std::string& path) override;
+    FileChange makeDirectory(const std::string& path) override;
     void hide(const std::string& path) override;
 
 private:

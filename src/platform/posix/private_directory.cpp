@@ -1,5 +1,6 @@
 #include "platform/posix/private_directory.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -11,8 +12,11 @@ bool makePrivateDirectory(const std::string& path) {
         made /= name;
         ::mkdir(made.c_str(), S_IRWXU);
     }
-    std::error_code failed;
-    return std::filesystem::is_directory(path, failed);
+    const int reason = errno;
+    struct stat facts {};
+    const bool isThere = ::stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
+    errno = reason; // of the last step, which tells more
+    return isThere;
 }
 
 void closeToOthers(const std::string& path) {

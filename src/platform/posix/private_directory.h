@@ -6,7 +6,7 @@
 namespace larkspin {
 
 // Makes the directory with those above it, open to the owner alone. One that is there stays as it
-// is. True when it is there afterwards.
+// is. True when it is there afterwards; else errno tells why not.
 bool makePrivateDirectory(const std::string& path);
 
 // Takes the rights of everybody else from a directory; the owner keeps those he has. Links to it

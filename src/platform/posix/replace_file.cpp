@@ -1,7 +1,7 @@
 #include "platform/posix/replace_file.h"
 
 #include "platform/posix/descriptor.h"
-#include "shell/files.h"
+#include "platform/posix/failure_words.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -79,7 +79,9 @@ std::optional<fs::path> nameThenWrite(const fs::path& directory, const std::stri
     });
     if (!name || write(file, contents))
         return name;
+    const int reason = errno;
     ::unlink(name->c_str());
+    errno = reason;
     return std::nullopt;
 }
 
@@ -97,31 +99,36 @@ fs::path behindLinks(fs::path path) {
 }
 
 // Whether there is nothing yet, or a file that could be read.
-bool mayBeReplaced(const fs::path& path) {
+FileChange mayBeReplaced(const fs::path& path) {
     struct stat facts {};
     if (::stat(path.c_str(), &facts) != 0)
-        return errno == ENOENT;
-    return S_ISREG(facts.st_mode) &&
-           static_cast<std::uintmax_t>(facts.st_size) <= Files::largestFile &&
-           ::access(path.c_str(), R_OK) == 0;
+        return errno == ENOENT ? FileChange{} : failedBecause(errno);
+    if (!S_ISREG(facts.st_mode))
+        return {"something else has that name"};
+    if (static_cast<std::uintmax_t>(facts.st_size) > Files::largestFile)
+        return {"the old file is too large to be ours"};
+    return ::access(path.c_str(), R_OK) == 0 ? FileChange{} : failedBecause(errno);
 }
 
 } // namespace
 
-bool replaceFile(const std::string& path, const std::string& contents) {
+FileChange replaceFile(const std::string& path, const std::string& contents) {
     const fs::path old = behindLinks(path);
-    if (old.empty() || !mayBeReplaced(old))
-        return false;
+    if (FileChange outcome = mayBeReplaced(old); !outcome)
+        return outcome;
+    if (old.empty())
+        return failedBecause(ENOENT);
     const fs::path directory = old.parent_path();
     auto fresh = writeThenName(directory, contents);
     if (!fresh)
         fresh = nameThenWrite(directory, contents);
     if (!fresh)
-        return false;
+        return failedBecause(errno);
     if (::rename(fresh->c_str(), old.c_str()) == 0)
-        return true;
+        return {};
+    const int reason = errno;
     ::unlink(fresh->c_str());
-    return false;
+    return failedBecause(reason);
 }
 
 void removeUnfinished(const std::string& directory) {

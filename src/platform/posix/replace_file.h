@@ -2,12 +2,14 @@
 // moment, and what interrupted replacements have left behind. Paths are native.
 #pragma once
 
+#include "shell/files.h"
+
 #include <string>
 
 namespace larkspin {
 
 // As Files::replace. A link stays a link: what it points to is replaced.
-bool replaceFile(const std::string& path, const std::string& contents);
+FileChange replaceFile(const std::string& path, const std::string& contents);
 
 // Removes the unfinished files in a directory. Nobody may be writing there meanwhile.
 void removeUnfinished(const std::string& directory);

@@ -1,6 +1,7 @@
 #include "platform/posix/wastebasket.h"
 
 #include "platform/posix/descriptor.h"
+#include "platform/posix/failure_words.h"
 #include "platform/posix/percent_escapes.h"
 #include "platform/posix/private_directory.h"
 #include "platform/posix/rename_file.h"
@@ -76,6 +77,10 @@ bool isSharedBasket(const fs::path& path) {
            (facts.st_mode & S_ISVTX);
 }
 
+FileChange noWastebasket() {
+    return {"its disk has no wastebasket that can be written"};
+}
+
 // What a file manager needs to put the file back.
 std::string noteFor(std::string_view origin) {
     const std::time_t now = std::time(nullptr);
@@ -86,34 +91,36 @@ std::string noteFor(std::string_view origin) {
     return "[Trash Info]\nPath=" + percentEscaped(origin) + "\nDeletionDate=" + date.data() + "\n";
 }
 
-enum class Outcome { done, nameTaken, failed };
+// Each of these steps tells the error that ends it, EEXIST for a name that is taken.
+constexpr int done = 0;
 
-Outcome write(const fs::path& path, const std::string& contents) {
+int write(const fs::path& path, const std::string& contents) {
     const Descriptor file(
         ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!file.isOpen())
-        return errno == EEXIST ? Outcome::nameTaken : Outcome::failed;
+        return errno;
     const auto size = static_cast<ssize_t>(contents.size());
+    errno = ENOSPC; // of a write that comes to an end too early
     if (::write(file.number(), contents.data(), contents.size()) == size &&
         ::fsync(file.number()) == 0)
-        return Outcome::done;
+        return done;
+    const int error = errno;
     ::unlink(path.c_str());
-    return Outcome::failed;
+    return error;
 }
 
 // The note comes first, since making it claims the name. A file that lies there without one is
 // somebody's all the same.
-Outcome putUnder(const std::string& name, const fs::path& basket, const fs::path& file,
-                 const std::string& note) {
+int putUnder(const std::string& name, const fs::path& basket, const fs::path& file,
+             const std::string& note) {
     const fs::path notePath = basket / "info" / (name + std::string(noteEnding));
-    const Outcome noted = write(notePath, note);
-    if (noted != Outcome::done)
-        return noted;
+    if (const int error = write(notePath, note); error != done)
+        return error;
     if (renameFile(file, basket / "files" / name))
-        return Outcome::done;
-    const bool isTaken = errno == EEXIST;
+        return done;
+    const int error = errno;
     ::unlink(notePath.c_str());
-    return isTaken ? Outcome::nameTaken : Outcome::failed;
+    return error;
 }
 
 // The name for the `round`th file of that name: "ride.mp3", "ride.mp3.2". It is cut where it would
@@ -131,52 +138,59 @@ std::string nameInBasket(std::string_view name, int round, std::size_t longest) 
 }
 
 // `origin`: the path to put it back to.
-bool put(const fs::path& basket, const fs::path& file, const std::string& origin) {
+FileChange put(const fs::path& basket, const fs::path& file, const std::string& origin) {
     constexpr int mostOfOneName = 10'000;
     if (!makeOwnDirectory(basket) || !makeOwnDirectory(basket / "info") ||
         !makeOwnDirectory(basket / "files"))
-        return false;
+        return noWastebasket();
     const long limit = ::pathconf((basket / "info").c_str(), _PC_NAME_MAX);
     const auto longest = static_cast<std::size_t>(limit > 0 ? limit : NAME_MAX);
     const std::string note = noteFor(origin);
     for (int round = 1; round <= mostOfOneName; ++round) {
         const std::string name = nameInBasket(file.filename().native(), round, longest);
-        const Outcome outcome = putUnder(name, basket, file, note);
-        if (outcome != Outcome::nameTaken)
-            return outcome == Outcome::done;
+        const int error = putUnder(name, basket, file, note);
+        if (error != EEXIST)
+            return error == done ? FileChange{} : failedBecause(error);
     }
-    return false;
+    return failedBecause(EEXIST);
 }
 
 // The user's own may be a link of his to another place.
-bool putInHome(const fs::path& dataHome, const fs::path& file, const Disk& disk) {
+FileChange putInHome(const fs::path& dataHome, const fs::path& file, const Disk& disk) {
     const fs::path basket = dataHome / "Trash";
     if (makePrivateDirectory(dataHome) && diskOf(dataHome) == disk)
         ::mkdir(basket.c_str(), S_IRWXU);
     std::error_code failed;
     const fs::path real = fs::canonical(basket, failed);
-    return !failed && diskOf(real) == disk && put(real, file, file.native());
+    return !failed && diskOf(real) == disk ? put(real, file, file.native()) : noWastebasket();
 }
 
 // The notes of a disk's own wastebasket tell paths below its top, so that they hold wherever it is
 // mounted next.
-bool putOnDisk(const fs::path& file, const Disk& disk) {
+FileChange putOnDisk(const fs::path& file, const Disk& disk) {
     const fs::path top = topOf(file.parent_path(), disk);
     const std::string user = std::to_string(::geteuid());
     const std::string origin = file.lexically_relative(top).native();
     const fs::path shared = top / ".Trash";
-    return (isSharedBasket(shared) && put(shared / user, file, origin)) ||
-           put(top / (".Trash-" + user), file, origin);
+    FileChange outcome =
+        isSharedBasket(shared) ? put(shared / user, file, origin) : noWastebasket();
+    return outcome ? outcome : put(top / (".Trash-" + user), file, origin);
 }
 
 } // namespace
 
-bool Wastebasket::take(const std::string& path) const {
+FileChange Wastebasket::take(const std::string& path) const {
     if (!dataHome_.is_absolute())
-        return false;
+        return noWastebasket();
     const fs::path file = withoutLinksAbove(path);
     const auto disk = diskOf(file.parent_path());
-    return disk && (putInHome(dataHome_, file, *disk) || putOnDisk(file, *disk));
+    if (!disk)
+        return failedBecause(errno);
+    const FileChange atHome = putInHome(dataHome_, file, *disk);
+    if (atHome)
+        return atHome;
+    const FileChange onDisk = putOnDisk(file, *disk);
+    return onDisk || atHome.reason == noWastebasket().reason ? onDisk : atHome;
 }
 
 } // namespace larkspin

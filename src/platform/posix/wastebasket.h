@@ -3,6 +3,8 @@
 // renaming alone: nothing is ever copied, and nobody is asked. Paths are native.
 #pragma once
 
+#include "shell/files.h"
+
 #include <filesystem>
 #include <string>
 
@@ -14,9 +16,9 @@ public:
     // Without one nothing is ever taken.
     explicit Wastebasket(std::string dataHome = {}) : dataHome_(std::move(dataHome)) {}
 
-    // False when the file's disk has no wastebasket that can be written; it stays where it is then.
+    // Fails when the file's disk has no wastebasket that can be written; it stays where it is then.
     // Of a link the link is taken. The path is a full one.
-    bool take(const std::string& path) const;
+    FileChange take(const std::string& path) const;
 
 private:
     std::filesystem::path dataHome_;
