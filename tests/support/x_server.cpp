@@ -1,6 +1,7 @@
 #include "support/x_server.h"
 
 #include <csignal>
+#include <unistd.h>
 
 namespace larkspin {
 
@@ -8,13 +9,21 @@ namespace {
 
 constexpr std::chrono::seconds patience(20);
 
+// One of this process's own: which numbers are free isn't seen from another network, and two
+// servers of one number spoil each other's files.
+std::string nextNumber() {
+    static int servers = 0;
+    constexpr int first = 1000, most = 50'000;
+    return ":" + std::to_string(first + (::getpid() + most / 2 * servers++) % most);
+}
+
 } // namespace
 
-// It takes a number that is free, and tells it once it can be used.
+// It tells the number once it can be used.
 XServer::XServer()
-    : process_(Child::start(
-          "Xvfb", {},
-          {"-displayfd", "1", "-screen", "0", "1024x768x24", "-nolisten", "tcp", "-noreset"})),
+    : process_(Child::start("Xvfb", {},
+                            {nextNumber(), "-displayfd", "1", "-screen", "0", "1024x768x24",
+                             "-nolisten", "tcp", "-noreset"})),
       display_(":" + process_->line(patience)) {}
 
 void XServer::kill() {
