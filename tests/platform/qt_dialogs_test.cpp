@@ -57,12 +57,14 @@ private:
 };
 
 TEST_F(QtDialogsTest, EventsRunWhileABoxIsOpenAndMarkupIsText) {
-    int ticks = 0;
-    loop.every(1ms, [&] { ++ticks; });
-    loop.post([&] { loop.once(100ms, [&] { answer("", Qt::Key_Escape); }); });
+    int ticks = 0; // it is closed by the last of them alone
+    loop.every(1ms, [&] {
+        if (++ticks == 20)
+            answer("", Qt::Key_Escape);
+    });
     dialogs.ownerPresses();
     dialogs.titledBox("news", "<b>bold</b> & more");
-    EXPECT_GT(ticks, 20);
+    EXPECT_GE(ticks, 20);
     EXPECT_EQ(title, "news");
     EXPECT_NE(shown.find("<b>bold</b> & more\n"), std::string::npos) << shown;
     answer("", Qt::Key_Return);

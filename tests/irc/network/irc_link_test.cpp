@@ -60,7 +60,7 @@ protected:
         link->send(std::string(16 << 20, 'x'));
         loop.waitUntil(loop.now() + 20ms);
         EXPECT_GT(link->unsent(), 1u << 20);
-        EXPECT_LT(spanOf([this] { link->finish(50ms); }), 1s);
+        EXPECT_LT(spanOf([this] { link->finish(50ms); }), patience);
         EXPECT_EQ(link->unsent(), 0u);
     }
 
@@ -203,7 +203,8 @@ TEST_P(IrcLinkTest, ClosedAtAnyMomentNothingComesAnyMore) {
             loop.waitUntil(loop.now() + 20ms);
         if (stage == "read")
             ::send(server.number(), "x", 1, 0);
-        EXPECT_LT(spanOf([&] { stage == "gone" ? link.reset() : link->close(); }), 300ms);
+        const auto span = spanOf([&] { stage == "gone" ? link.reset() : link->close(); });
+        EXPECT_LT(span, 4s) << "a name server is given five";
         loop.waitUntil(loop.now() + 10ms);
         EXPECT_EQ(log, server.isOpen() ? "opened " : "");
     }
