@@ -172,7 +172,7 @@ void StatusCommands::boxSong() {
 std::string StatusCommands::songTitle() {
     if (!state_.tempTitle.empty())
         return state_.tempTitle;
-    return transport_.nothingLoaded() ? "" : settings_.yochoose(Choice::play);
+    return transport_.nothingLoaded() ? "" : state_.play;
 }
 
 void StatusCommands::adv() {

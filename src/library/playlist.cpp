@@ -5,6 +5,7 @@
 #include "text/fold.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace larkspin {
 
@@ -18,7 +19,12 @@ bool nameContains(const Row& row, std::string_view folded) {
 
 std::string_view foldedDirectory(const Row& row) {
     const std::string_view folded = row.folded();
-    return folded.substr(std::min(row.bar() + 2, folded.size()));
+    return plainDirectory(folded.substr(std::min(row.bar() + 2, folded.size())));
+}
+
+// As the row spells it, but for what renamings of older versions have put behind it.
+std::string_view tidyDirectory(std::string_view directory) {
+    return directory.ends_with("\\\\") ? plainDirectory(directory) : directory;
 }
 
 } // namespace
@@ -94,10 +100,15 @@ bool searchrows(AppState& state, RowList& list, std::string_view text) {
 
 void collectdirs(AppState& state) {
     state.knownDirs.clear();
+    std::unordered_set<std::string_view> known;
+    std::string_view last;
     for (int index = 0; index < state.masterList.count(); ++index) {
         const std::string_view folded = foldedDirectory(state.masterList.share(index));
-        if (folded.empty() || !state.knownDirs.containsFolded(folded))
-            state.knownDirs.add(rowdir(state.masterList.row(index)));
+        if (!folded.empty() && folded == last)
+            continue; // most songs lie where the one before them did
+        last = folded;
+        if (folded.empty() || known.insert(folded).second)
+            state.knownDirs.add(tidyDirectory(rowdir(state.masterList.row(index))));
     }
     state.setMasterIndex(state.masterList.count() - 1);
 }

@@ -44,8 +44,8 @@ bool isinlist(const RowList& list, std::string_view text);
 // is contained in every name.
 bool searchrows(AppState& state, RowList& list, std::string_view text);
 
-// Fills knownDirs with the directories of the playlist's rows, each once, in the order of the
-// rows. Leaves masterIndex on the last row.
+// Fills knownDirs with the directories of the playlist's rows, each once however it is spelled, in
+// the order of the rows. Leaves masterIndex on the last row.
 void collectdirs(AppState& state);
 
 } // namespace larkspin

@@ -76,6 +76,16 @@ bool isDriveRoot(std::string_view directory) {
     return fits(directory, "*:\\");
 }
 
+std::string_view plainDirectory(std::string_view directory) {
+    const std::size_t end = directory.find_last_not_of('\\') + 1;
+    const bool isRoot = end > 0 && directory[end - 1] == ':';
+    return directory.substr(0, isRoot ? end + 1 : end);
+}
+
+bool isSameFile(const Song& a, const Song& b) {
+    return a.title() == b.title() && plainDirectory(a.directory) == plainDirectory(b.directory);
+}
+
 bool isWellFormed(std::string_view row) {
     const auto bar = row.find('|');
     const auto brace = row.find('{');

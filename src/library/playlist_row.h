@@ -4,8 +4,7 @@
 //
 // The name is the file name without its last four characters, the extension those four, dot
 // included. The blanks push all but the name out of a list's sight. The directory stands in
-// any of its spellings, with or without trailing backslashes; two spellings are two
-// directories.
+// any of its spellings, with or without trailing backslashes.
 //
 // A name that holds "{" takes the extension apart wrongly, so that the song can be listed but
 // not played. A line without "|" is no row: all its parts read empty.
@@ -33,6 +32,9 @@ std::string rowpath(std::string_view row);
 std::string joinPath(std::string_view directory, std::string_view fileName);
 bool isDriveRoot(std::string_view directory);
 
+// The one spelling of a directory: without trailing backslashes, but for the root of a drive.
+std::string_view plainDirectory(std::string_view directory);
+
 // Whether makerow of the row's parts gives the row again.
 bool isWellFormed(std::string_view row);
 
@@ -43,6 +45,9 @@ struct Song {
     std::string title() const { return name + extension; } // the file's name
     std::string path() const { return joinPath(directory, title()); }
 };
+
+// Whether both are the same file, however its directory is spelled.
+bool isSameFile(const Song& a, const Song& b);
 
 Song songOfRow(std::string_view row);
 Song songOfFile(std::string_view fileName, std::string_view directory);

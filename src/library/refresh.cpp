@@ -9,26 +9,15 @@
 #include "shell/app_state.h"
 #include "shell/this_run.h"
 #include "text/fold.h"
-#include "text/wildcard.h"
 
 namespace larkspin {
-
-namespace {
-
-// Renames leave backslashes behind: a directory under such a spelling isn't refreshed. A row that
-// names no directory has none to list.
-bool isPassedOver(std::string_view directory) {
-    return directory.empty() || fits(directory, "*:\\*\\\\");
-}
-
-} // namespace
 
 int Refresh::refreshDirectories() {
     const int before = state_.masterList.count();
     RowList& directories = state_.knownDirs;
     collectdirs(state_);
     for (int index = directories.count() - 1; index >= 0; --index)
-        if (isPassedOver(directories.row(index)))
+        if (directories.row(index).empty()) // of a row that names none
             directories.removeAt(index);
     clearPlaylist(state_); // so that there is no need of memory for the rows twice
     std::vector<Row> listed;

@@ -3,7 +3,7 @@
 #include "chat/reply.h"
 #include "playback/play_counters.h"
 #include "playback/top_list.h"
-#include "shell/settings.h"
+#include "shell/app_state.h"
 #include "text/number.h"
 
 #include <limits>
@@ -26,7 +26,7 @@ std::optional<std::int32_t> howMany(const std::string& text) {
 } // namespace
 
 void CounterCommands::times() {
-    const double count = counters_.count(settings_.yochoose(Choice::play));
+    const double count = counters_.count(state_.play);
     counters_.show(count); // in place of the coming count, which a start shows
     reply_.sayOrBox("this song has been played <b>" + numberText(count) + "</b> times",
                     "this song has been played " + numberText(count) + " times");

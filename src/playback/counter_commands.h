@@ -13,7 +13,7 @@ class TopList;
 class CounterCommands {
 public:
     CounterCommands(const Core& core, PlayCounters& counters, TopList& topList)
-        : settings_(core.settings), reply_(core.reply), counters_(counters), topList_(topList) {}
+        : state_(core.state), reply_(core.reply), counters_(counters), topList_(topList) {}
 
     // How often the song last started has been played to its end.
     void times();
@@ -26,7 +26,7 @@ public:
     void top(const std::string& wanted);
 
 private:
-    Settings& settings_;
+    AppState& state_;
     Reply& reply_;
     PlayCounters& counters_;
     TopList& topList_;

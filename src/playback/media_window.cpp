@@ -71,7 +71,7 @@ void MediaWindow::hintOfTitle() {
 std::string MediaWindow::songName() {
     if (!state_.tempTitle.empty())
         return state_.tempTitle;
-    const Song song = songOfFile(settings_.yochoose(Choice::play), "");
+    const Song song = songOfFile(state_.play, "");
     if (song.title().empty())
         return "song name not available";
     const std::string tag = " (" + song.extension + ")";

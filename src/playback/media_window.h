@@ -21,8 +21,7 @@ public:
     static constexpr int width = 4500;
     static constexpr int firstEdge = 4500; // left and top, until it has been moved
 
-    MediaWindow(const Core& core, MediaControl& player)
-        : state_(core.state), settings_(core.settings), player_(player) {}
+    MediaWindow(const Core& core, MediaControl& player) : state_(core.state), player_(player) {}
 
     // Takes place and height from the settings, and gives them back at the end of a run.
     void load(const StoredSettings& stored);
@@ -52,7 +51,6 @@ private:
     std::string songName();
 
     AppState& state_;
-    Settings& settings_;
     MediaControl& player_;
     int jobs_ = 0; // for which it has stepped aside
 };

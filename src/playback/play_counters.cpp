@@ -17,7 +17,7 @@ double PlayCounters::count(const std::string& title) {
 }
 
 void PlayCounters::bumpcount() {
-    const std::string title = settings_.yochoose(Choice::play);
+    const std::string title = state_.play;
     const double counted = count(title) + 1;
     settings_.putini(section, title, numberText(counted), countsFile_);
     show(counted);

@@ -18,8 +18,8 @@ public:
 
     double count(const std::string& title);
 
-    // Counts the song that has just ended, which the setting "play" still names, and shows
-    // the new count.
+    // Counts the song that has just ended, which is still the one last started, and shows the new
+    // count.
     void bumpcount();
 
     // One more song played in all.

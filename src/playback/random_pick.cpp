@@ -3,24 +3,12 @@
 #include "library/playlist_row.h"
 #include "playback/choices.h"
 #include "shell/app_state.h"
-#include "shell/settings.h"
 #include "text/number.h"
 
 #include <string>
 #include <string_view>
 
 namespace larkspin {
-
-namespace {
-
-constexpr std::string_view takenFlag = "1";
-constexpr std::string_view rejectedFlag = "0";
-
-} // namespace
-
-bool isPickFlag(std::string_view play) {
-    return play == takenFlag || play == rejectedFlag;
-}
 
 bool RandomPick::randompick(const StillWanted& stillWanted, const Task& atEachTry) {
     bool taken = false;
@@ -43,11 +31,8 @@ bool RandomPick::offerRow(int index, const Task& atEachTry) {
         atEachTry();
     const std::string title = songOfRow(state_.masterList.currentRow()).title();
     choices_.take(title);
-    if (state_.playedMemory.contains(title)) {
-        settings_.put("play", rejectedFlag);
+    if (state_.playedMemory.contains(title))
         return false;
-    }
-    settings_.put("play", takenFlag);
     state_.playedMemory.add(title);
     return true;
 }
@@ -99,11 +84,8 @@ std::vector<int> RandomPick::choicesLeft() const {
 
 bool RandomPick::offerChoice(int index) {
     state_.choiceList.setCurrentIndex(index);
-    if (meetsMemory(index)) {
-        settings_.put("play", rejectedFlag);
+    if (meetsMemory(index))
         return false;
-    }
-    settings_.put("play", takenFlag);
     state_.playedMemory.add(state_.choiceList.share(index));
     return true;
 }

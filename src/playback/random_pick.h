@@ -7,26 +7,20 @@
 #include "shell/event_loop.h"
 
 #include <functional>
-#include <string_view>
 #include <vector>
 
 namespace larkspin {
 
 class Choices;
 
-// What the setting "play" holds behind a pick, until the song's name is written over it.
-bool isPickFlag(std::string_view play);
-
 class RandomPick {
 public:
     RandomPick(const Core& core, Choices& choices, const Chance& chance)
-        : state_(core.state), settings_(core.settings), loop_(core.loop), choices_(choices),
-          chance_(chance) {}
+        : state_(core.state), loop_(core.loop), choices_(choices), chance_(chance) {}
 
     // Leaves masterIndex on the picked row and its file name in choiceList as the only entry.
     // Events run before each try; `atEachTry` does once the row is known that it tries. False when
-    // there is no row to pick, or when the pick isn't wanted any longer behind these events: then
-    // it has changed nothing but the flag.
+    // there is no row to pick, or when the pick isn't wanted any longer behind these events.
     using StillWanted = std::function<bool()>;
     bool randompick(const StillWanted& stillWanted, const Task& atEachTry = {});
 
@@ -35,8 +29,8 @@ public:
     bool pickFromChoices(const StillWanted& stillWanted);
 
 private:
-    // Random tries before the pick looks up which rows are left: each failed one is written
-    // to disk, and with a long memory most of them fail.
+    // Random tries before the pick looks up which rows are left: with a long memory most of them
+    // fail.
     static constexpr int tries = 3;
 
     bool offerRow(int index, const Task& atEachTry);
@@ -47,7 +41,6 @@ private:
     int anyOf(const std::vector<int>& left, int count);
 
     AppState& state_;
-    Settings& settings_;
     EventLoop& loop_;
     Choices& choices_;
     Chance chance_;

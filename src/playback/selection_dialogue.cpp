@@ -7,7 +7,6 @@
 #include "playback/play_selection.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
-#include "shell/settings.h"
 #include "text/number.h"
 
 namespace larkspin {
@@ -57,7 +56,7 @@ void SelectionDialogue::cancel() {
 
 void SelectionDialogue::endSelection() {
     choices_.closeselection();
-    choices_.replace(settings_.yochoose(Choice::play));
+    choices_.replace(state_.play);
     state_.setMasterIndex(transport_.resumeRow());
     transport_.resumeShuffle();
 }
@@ -86,7 +85,7 @@ void SelectionDialogue::close() {
     if (!choices_.areOnShow())
         return;
     choices_.hideStopWindow();
-    choices_.replace(settings_.yochoose(Choice::play));
+    choices_.replace(state_.play);
     state_.playlistView.setCurrentIndex(transport_.resumeRow());
     transport_.resumeShuffle();
 }

@@ -20,8 +20,8 @@ class SelectionDialogue {
 public:
     SelectionDialogue(const Core& core, Room& room, Choices& choices, ChoiceRecital& recital,
                       PlaySelection& selection, Transport& transport)
-        : state_(core.state), settings_(core.settings), reply_(core.reply), room_(room),
-          choices_(choices), recital_(recital), selection_(selection), transport_(transport) {}
+        : state_(core.state), reply_(core.reply), room_(room), choices_(choices), recital_(recital),
+          selection_(selection), transport_(transport) {}
 
     // The commands.
     void yes();
@@ -41,7 +41,6 @@ private:
     void endSelection();
 
     AppState& state_;
-    Settings& settings_;
     Reply& reply_;
     Room& room_;
     Choices& choices_;

@@ -2,15 +2,12 @@
 
 #include "chat/reply.h"
 #include "library/playlist.h"
-#include "library/removing.h"
 #include "playback/choices.h"
 #include "playback/play_counters.h"
-#include "playback/random_pick.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "shell/files.h"
-#include "shell/settings.h"
 
 #include <algorithm>
 
@@ -18,10 +15,8 @@ namespace larkspin {
 
 namespace {
 
-constexpr const char* stillThere = "the disk wont let go of it, the file is still there";
-
-std::string stillCalled(const Song& song) {
-    return "the disk wont have that name, the file is still called " + song.title();
+std::string undone(std::string_view verb, const std::string& title, const std::string& reason) {
+    return "couldn't " + std::string(verb) + " " + title + ":  " + reason;
 }
 
 // A control character would break the row, and the files that it is kept in.
@@ -49,20 +44,23 @@ void SongFiles::deleteInPlay() {
         reply_.sayOrBox("what the fuck are you gonna delete, stupid?");
         return;
     }
-    const Listed listed = rowInPlay();
     const bool nothingFollows = letGo();
-    const bool isGone = discard(*song);
-    takeOutInPlay(*song, listed, nothingFollows);
-    showFileCountEntry(state_);
-    state_.playedMemory.clear();
+    const FileChange gone = files_.moveToWastebasket(song->path());
+    if (!gone) {
+        if (nothingFollows)
+            becomeInPlay(*song);
+        tellUndone("delete", *song, gone.reason);
+        return;
+    }
+    if (nothingFollows)
+        catchUpWith(*song);
+    takeOut(*song);
     if (nothingFollows) {
         returnToResumeRow();
-        settings_.put("play", "");
+        transport_.forgetLastSong();
     }
     reply_.sayOrBox("deleted:  <b>" + song->name + "</b> " + extensionTag(song->extension),
                     "deleted " + song->title());
-    if (!isGone)
-        reply_.sayOrBox(stillThere);
 }
 
 void SongFiles::renameInPlay(const std::string& newName) {
@@ -76,77 +74,83 @@ void SongFiles::renameInPlay(const std::string& newName) {
         return;
     }
     const Song renamed = renamedTo(newName, *song);
-    const Listed listed = rowInPlay();
     const bool nothingFollows = letGo();
-    const bool isRenamed = giveName(*song, renamed);
-    takeOutInPlay(*song, listed, nothingFollows);
-    add(renamed);
+    const FileChange moved = files_.rename(song->path(), renamed.title());
     if (nothingFollows)
-        becomeInPlay(renamed);
+        becomeInPlay(moved ? renamed : *song);
+    if (!moved) {
+        tellUndone("rename", *song, moved.reason);
+        return;
+    }
+    if (nothingFollows)
+        catchUpWith(*song);
+    giveName(*song, renamed);
     if (state_.silnt) // the box has always told that extension
         dialogs_.box("renamed " + song->title() + " to " + newName + ".mp3");
     else
         reply_.saychat("rename current song to:  <b>" + newName + extensionTag(song->extension));
-    if (!isRenamed)
-        reply_.sayOrBox(stillCalled(*song));
 }
 
 void SongFiles::deleteShown() {
-    const auto listed = rowShown();
-    if (!listed)
+    const auto song = songShown();
+    if (!song || !dialogs_.ask("do you really wanna delete " + song->name + "?"))
         return;
-    const Song song = songOfRow(listed->row.text());
-    if (!dialogs_.ask("do you really wanna delete " + song.name + "?"))
-        return;
-    const bool wasInPlay = isInPlay(song);
+    const bool wasInPlay = isInPlay(*song);
     const bool nothingFollows = wasInPlay && letGo();
-    const bool isGone = discard(song);
-    takeOut(*listed);
-    showFileCountEntry(state_);
-    state_.playedMemory.clear();
+    const FileChange gone = files_.moveToWastebasket(song->path());
+    if (!gone) {
+        if (nothingFollows)
+            becomeInPlay(*song);
+        dialogs_.box(undone("delete", song->title(), gone.reason));
+        return;
+    }
+    takeOut(*song);
     if (state_.masterList.empty() && !wasInPlay)
         state_.Timer1.disable();
     if (nothingFollows || (!wasInPlay && state_.masterIndex() > transport_.resumeRow()))
         returnToResumeRow();
-    if (!isGone)
-        dialogs_.box(stillThere);
 }
 
 void SongFiles::renameShown() {
-    const auto listed = rowShown();
-    if (!listed)
+    const auto song = songShown();
+    if (!song)
         return;
-    const Song song = songOfRow(listed->row.text());
     const auto newName =
         dialogs_.askText({.title = "file renamer",
-                          .prompt = "what would you like to rename " + song.name + " as?(" +
-                                    song.extension + " is already provided)",
-                          .preset = song.name});
-    if (!newName || !isNewName(*newName, song))
+                          .prompt = "what would you like to rename " + song->name + " as?(" +
+                                    song->extension + " is already provided)",
+                          .preset = song->name});
+    if (!newName || !isNewName(*newName, *song))
         return;
-    const Song renamed = renamedTo(*newName, song);
-    const bool nothingFollows = isInPlay(song) && letGo();
-    const bool isRenamed = giveName(song, renamed);
-    if (takeOut(*listed))
-        add(renamed);
-    state_.playedMemory.clear();
+    const Song renamed = renamedTo(*newName, *song);
+    const bool nothingFollows = isInPlay(*song) && letGo();
+    const FileChange moved = files_.rename(song->path(), renamed.title());
     if (nothingFollows)
-        becomeInPlay(renamed);
-    if (!isRenamed)
-        dialogs_.box(stillCalled(song));
+        becomeInPlay(moved ? renamed : *song);
+    if (!moved) {
+        dialogs_.box(undone("rename", song->title(), moved.reason));
+        return;
+    }
+    giveName(*song, renamed);
+    state_.playedMemory.clear();
 }
 
-// While a random pick is at work, and behind one whose file was gone, the setting holds its flag.
-std::optional<Song> SongFiles::songInPlay() {
-    Song song = transport_.lastSong();
-    if (state_.choiceList.empty() || song.title().empty() || isPickFlag(song.title()))
+// Without choices there is none, as behind a search that found nothing.
+std::optional<Song> SongFiles::songInPlay() const {
+    return state_.choiceList.empty() ? std::nullopt : transport_.songInHand();
+}
+
+std::optional<Song> SongFiles::songShown() {
+    const int index = state_.playlistView.currentIndex();
+    const Song song = songOfRow(state_.playlistView.row(index));
+    if (song.title().empty())
         return std::nullopt;
+    state_.setMasterIndex(index);
     return song;
 }
 
-// By its name alone: a file of that name in another directory counts as the song in play.
-bool SongFiles::isInPlay(const Song& song) {
-    return !song.title().empty() && song.title() == settings_.yochoose(Choice::play);
+bool SongFiles::isInPlay(const Song& song) const {
+    return state_.tempTitle.empty() && isSameFile(song, transport_.lastSong());
 }
 
 // The player lets go of the song. A command that comes in meanwhile finds none to work on, so that
@@ -159,62 +163,52 @@ bool SongFiles::letGo() {
     return transport_.releasesong();
 }
 
-SongFiles::Listed SongFiles::rowInPlay() {
-    const int index = transport_.resumeRow();
-    return {index, state_.masterList.share(index)};
-}
-
-std::optional<SongFiles::Listed> SongFiles::rowShown() {
-    const int index = state_.playlistView.currentIndex();
-    if (state_.playlistView.row(index).empty())
-        return std::nullopt;
-    state_.setMasterIndex(index);
-    return Listed{index, state_.playlistView.share(index)};
-}
-
-int SongFiles::find(const Listed& listed) {
-    return findRow(state_.masterList, listed.row, listed.index);
-}
-
-bool SongFiles::takeOut(const Listed& listed) {
-    const int index = find(listed);
-    removeFromPlaylist(state_, index);
-    return index >= 0;
-}
-
-// Before any row has been started it is known by its text alone. Otherwise no row is current behind
-// it, unless that is a song's that has been started meanwhile.
-void SongFiles::takeOutInPlay(const Song& song, const Listed& listed, bool nothingFollows) {
-    if (listed.index < 0) {
-        removematching(state_.masterList, state_.playlistView,
-                       makerow(song.name, song.extension, song.directory));
+// The row last started, which additions may have moved, is current before it goes. The row of a
+// choice isn't the one last started.
+void SongFiles::catchUpWith(const Song& song) {
+    for (const int index : {transport_.resumeRow(), state_.masterIndex()}) {
+        if (!isSameFile(songOfRow(state_.masterList.row(index)), song))
+            continue;
+        state_.resumeIndex = std::to_string(index);
+        state_.setMasterIndex(index);
         return;
     }
-    if (const int index = find(listed); nothingFollows && index >= 0)
-        state_.setMasterIndex(index);
-    takeOut(listed);
 }
 
-// Each renaming puts one more backslash behind the directory.
-void SongFiles::add(const Song& song) {
-    const std::string directory =
-        isDriveRoot(song.directory) ? song.directory : song.directory + '\\';
-    addToPlaylist(state_, Row(makerow(song.name, song.extension, directory)));
-}
-
-// The file with its count. False when it is still there.
-bool SongFiles::discard(const Song& song) {
-    const bool isGone = files_.moveToWastebasket(song.path()) || !files_.exists(song.path());
+// Out of the lists and the counter file.
+void SongFiles::takeOut(const Song& song) {
     counters_.drop(song.title());
-    return isGone;
+    changeRows(song, nullptr);
+    showFileCountEntry(state_);
+    state_.playedMemory.clear();
 }
 
-// The same; false when it still has its old name.
-bool SongFiles::giveName(const Song& song, const Song& renamed) {
-    const bool isRenamed =
-        files_.rename(song.path(), renamed.title()) || !files_.exists(song.path());
+// In the lists and the counter file.
+void SongFiles::giveName(const Song& song, const Song& renamed) {
     counters_.carry(song.title(), renamed.title());
-    return isRenamed;
+    changeRows(song, &renamed);
+    if (isSameFile(song, transport_.lastSong())) // a file from disk is in hand by now
+        transport_.takeInHand(renamed);
+}
+
+// All rows of the file go, however they spell its directory. Where there is a new name, rows with
+// that come in their place; a list that has lost the song meanwhile gets none. The row last started
+// stays that one, wherever it stands then.
+void SongFiles::changeRows(const Song& song, const Song* renamed) {
+    const int resumeRow = transport_.resumeRow();
+    const Row lastStarted = state_.masterList.share(resumeRow);
+    int gone = 0;
+    for (int index = state_.masterList.count() - 1; index >= 0; --index) {
+        if (!isSameFile(songOfRow(state_.masterList.row(index)), song))
+            continue;
+        removeFromPlaylist(state_, index);
+        ++gone;
+    }
+    for (; renamed && gone > 0; --gone)
+        addToPlaylist(state_, Row(makerow(renamed->name, renamed->extension,
+                                          plainDirectory(renamed->directory))));
+    if (const int index = findRow(state_.masterList, lastStarted, resumeRow); index >= 0)
+        state_.resumeIndex = std::to_string(index);
 }
 
 // After a removal it is the row behind the removed one. A list that doesn't reach it keeps the
@@ -225,8 +219,13 @@ void SongFiles::returnToResumeRow() {
 
 // Without being started. A choice that has been opened meanwhile stays.
 void SongFiles::becomeInPlay(const Song& song) {
-    settings_.put("play", song.title());
+    transport_.takeInHand(song);
     choices_.offer(song.title());
+}
+
+void SongFiles::tellUndone(std::string_view verb, const Song& song, const std::string& reason) {
+    reply_.sayOrBox(undone(verb, "<b>" + song.title() + "</b>", reason),
+                    undone(verb, song.title(), reason));
 }
 
 } // namespace larkspin

@@ -2,15 +2,15 @@
 // the play count, and, for the song in play, its hold in the player and the settings. What is
 // deleted goes to the desktop's wastebasket.
 //
-// When the disk refuses, the rest changes all the same, and the owner is told.
+// When the disk refuses, the owner is told, and all stays as it was.
 #pragma once
 
 #include "chat/core.h"
 #include "library/playlist_row.h"
-#include "text/row.h"
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
@@ -23,8 +23,8 @@ class SongFiles {
 public:
     SongFiles(const Core& core, Files& files, PlayCounters& counters, Choices& choices,
               Transport& transport)
-        : state_(core.state), settings_(core.settings), dialogs_(core.dialogs), reply_(core.reply),
-          files_(files), counters_(counters), choices_(choices), transport_(transport) {}
+        : state_(core.state), dialogs_(core.dialogs), reply_(core.reply), files_(files),
+          counters_(counters), choices_(choices), transport_(transport) {}
 
     // The commands `delete` and `rename *`, on the song in play.
     void deleteInPlay();
@@ -36,28 +36,19 @@ public:
     void renameShown();
 
 private:
-    // A row, for finding it again behind a wait.
-    struct Listed {
-        int index;
-        Row row;
-    };
-
-    std::optional<Song> songInPlay();
-    bool isInPlay(const Song& song);
+    std::optional<Song> songInPlay() const;
+    std::optional<Song> songShown();
+    bool isInPlay(const Song& song) const;
     bool letGo();
-    Listed rowInPlay();
-    std::optional<Listed> rowShown();
-    int find(const Listed& listed);
-    bool takeOut(const Listed& listed);
-    void takeOutInPlay(const Song& song, const Listed& listed, bool nothingFollows);
-    void add(const Song& song);
-    bool discard(const Song& song);
-    bool giveName(const Song& song, const Song& renamed);
+    void catchUpWith(const Song& song);
+    void takeOut(const Song& song);
+    void giveName(const Song& song, const Song& renamed);
+    void changeRows(const Song& song, const Song* renamed);
     void returnToResumeRow();
     void becomeInPlay(const Song& song);
+    void tellUndone(std::string_view verb, const Song& song, const std::string& reason);
 
     AppState& state_;
-    Settings& settings_;
     Dialogs& dialogs_;
     Reply& reply_;
     Files& files_;

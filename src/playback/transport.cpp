@@ -5,7 +5,6 @@
 #include "playback/media_control.h"
 #include "playback/media_window.h"
 #include "playback/play_counters.h"
-#include "playback/random_pick.h"
 #include "playback/sliders.h"
 #include "shell/app_state.h"
 #include "shell/files.h"
@@ -134,29 +133,24 @@ void Transport::openFromDisk(const std::string& path) {
            .endsPause = false,
            .sendsVolume = false,
            .tempTitle = song.title(),
-           .whenOpened =
-               [&] {
-                   state_.playMark = playingMark;
-                   state_.tempTitle = song.title(); // so that a pause in the message names it
-               },
+           .whenOpened = [this] { state_.playMark = playingMark; },
            .behindMessage = [this] { state_.playtz = "played n/a times"; }});
 }
 
 void Transport::startPicked(const std::function<bool(const StillWanted&)>& pick,
                             const std::function<SongStart()>& describe) {
     const unsigned turn = turns_;
-    if (picks_++ == 0)
-        playBeforePick_ = settings_.yochoose(Choice::play);
     const bool picked = pick([this, turn] { return turns_ == turn; });
-    if (!picked || begin(describe(), turn) == Outcome::overtaken)
+    if (picked && begin(describe(), turn) == Outcome::notFound && !choices_.areOpen())
         takeBackPick();
-    --picks_;
 }
 
-// Whoever has overtaken the pick may have stored a song of his own.
+// The pick has made its song the only choice.
 void Transport::takeBackPick() {
-    if (picks_ > 0 && isPickFlag(settings_.yochoose(Choice::play)))
-        settings_.put("play", playBeforePick_);
+    if (const auto song = songInHand())
+        choices_.replace(song->title());
+    else
+        choices_.clear();
 }
 
 Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
@@ -171,15 +165,17 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
     openFile(start);
     if (start.whenOpened)
         start.whenOpened();
+    noteOpened(start);
     if (!start.message.empty())
         reply_.saychat(start.message);
     if (own != turns_)
         return Outcome::overtaken;
     if (start.behindMessage)
         start.behindMessage();
-    showStarted(start);
+    dressplayer();
+    state_.playMark = playingMark;
     place(start.position);
-    remember(start);
+    showCount(start);
     settleChoices(start.choices, start.song.title());
     if (state_.modeIsOn())
         state_.Timer1.enable();
@@ -204,10 +200,14 @@ void Transport::openFile(const SongStart& start) {
         sliders_.HScroll2_Change();
 }
 
-void Transport::showStarted(const SongStart& start) {
-    dressplayer();
+// In front of the message: what comes in within it is about this song.
+void Transport::noteOpened(const SongStart& start) {
     state_.tempTitle = start.tempTitle;
-    state_.playMark = playingMark;
+    if (!start.tempTitle.empty())
+        return;
+    isInHand_ = true;
+    if (start.isRemembered)
+        takeInHand(start.song);
 }
 
 // The player shows none of its own controls.
@@ -223,10 +223,8 @@ void Transport::place(SongStart::Position position) {
         state_.setMasterIndex(resumeRow());
 }
 
-void Transport::remember(const SongStart& start) {
+void Transport::showCount(const SongStart& start) {
     const std::string title = start.song.title();
-    if (start.isRemembered)
-        settings_.putAll({{"play", title}, {"playpath", start.song.directory}});
     if (start.count != SongStart::Count::leftAlone)
         counters_.show(counters_.count(title) + (start.count == SongStart::Count::coming ? 1 : 0));
 }
@@ -240,13 +238,29 @@ void Transport::settleChoices(SongStart::Choices choices, const std::string& tit
         choices_.stopListening();
 }
 
+// A run of an older version could end in the middle of a random pick, whose mark then stood there.
+void Transport::load(const StoredSettings& stored) {
+    state_.play = stored.get("play");
+    state_.playpath = stored.get("playpath");
+    if (state_.play == "0" || state_.play == "1" || state_.play == "2")
+        state_.play.clear();
+}
+
+void Transport::save(SettingsChanges& changes) const {
+    changes.emplace_back("play", state_.play);
+    if (!state_.playpath.empty())
+        changes.emplace_back("playpath", state_.playpath);
+}
+
 void Transport::close() {
     ++turns_;
+    isInHand_ = false;
     player_.Open("");
 }
 
 bool Transport::releasesong() {
     ++turns_;
+    isInHand_ = false;
     endPauseMark();
     state_.playMark = idleMark;
     player_.Stop();
@@ -293,11 +307,30 @@ int Transport::resumeRow() const {
     return wholeNumber16(state_.resumeIndex).value_or(-1);
 }
 
-Song Transport::lastSong() {
-    return songOfFile(settings_.yochoose(Choice::play), settings_.yochoose(Choice::playpath));
+Song Transport::lastSong() const {
+    return songOfFile(state_.play, state_.playpath);
 }
 
-std::string Transport::currentName() {
+std::optional<Song> Transport::songInHand() const {
+    if (!isInHand_ || !state_.tempTitle.empty() || state_.play.empty())
+        return std::nullopt;
+    return lastSong();
+}
+
+void Transport::takeInHand(const Song& song) {
+    isInHand_ = true;
+    state_.play = song.title();
+    state_.playpath = song.directory;
+    settings_.putAll({{"play", state_.play}, {"playpath", state_.playpath}});
+}
+
+void Transport::forgetLastSong() {
+    isInHand_ = false;
+    state_.play.clear();
+    settings_.put("play", "");
+}
+
+std::string Transport::currentName() const {
     return state_.tempTitle.empty() ? lastSong().name : songOfFile(state_.tempTitle, "").name;
 }
 

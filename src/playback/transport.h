@@ -4,13 +4,18 @@
 // the others. A start serves events while it says its message, and one that is picked at random
 // also before its song is known. Another start, or a stop, that comes in there wins: what is left
 // of the overtaken start is dropped.
+//
+// Which song is in hand is known here from the moment the player opens it. The settings only keep
+// it for the next run.
 #pragma once
 
 #include "chat/core.h"
 #include "library/playlist_row.h"
 #include "shell/event_loop.h"
+#include "shell/settings.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -91,12 +96,12 @@ public:
     void startPicked(const std::function<bool(const StillWanted&)>& pick,
                      const std::function<SongStart()>& describe);
 
-    // The end of the process can come inside such a start: the setting "play" then gets back what
-    // it held.
-    void takeBackPick();
-
     // A media file that is on no list, by its path.
     void openFromDisk(const std::string& path);
+
+    // The list song last started, as the last run has left it; and for the next one.
+    void load(const StoredSettings& stored);
+    void save(SettingsChanges& changes) const;
 
     // The player lets go of its song, at the end of a run.
     void close();
@@ -116,8 +121,15 @@ public:
 
     bool nothingLoaded();  // stopped or closed
     int resumeRow() const; // of masterList: the one last started, -1 for none
-    Song lastSong();       // the list song last started, from the settings
+    Song lastSong() const; // the list song last started, in this run or before; may be empty
     void endPauseMark();   // without a call of the player
+
+    // The song whose file the owner may work on: the list song last started, unless that was in
+    // another run, or the player has let go of it, or a file from disk has been opened since.
+    std::optional<Song> songInHand() const;
+    // The song is that one from now on, without being started: it has got another name.
+    void takeInHand(const Song& song);
+    void forgetLastSong(); // its file is gone
 
     // While the owner has a choice to make shuffle starts no song: its pick would take the place of
     // the choices. It goes on behind them if a song still plays.
@@ -131,12 +143,14 @@ private:
     Outcome begin(const SongStart& start, unsigned turn);
     bool isThere(const SongStart& start);
     void openFile(const SongStart& start);
+    void noteOpened(const SongStart& start);
+    void takeBackPick();
     void showStarted(const SongStart& start);
     void place(SongStart::Position position);
-    void remember(const SongStart& start);
+    void showCount(const SongStart& start);
     void settleChoices(SongStart::Choices choices, const std::string& title);
     void dressplayer();
-    std::string currentName();
+    std::string currentName() const;
 
     AppState& state_;
     Settings& settings_;
@@ -148,9 +162,8 @@ private:
     PlayCounters& counters_;
     MediaWindow& window_;
     Choices& choices_;
-    unsigned turns_ = 0; // songs opened and stopped so far; wraps around
-    int picks_ = 0;      // starts under way whose song is picked, one inside the other
-    std::string playBeforePick_;
+    unsigned turns_ = 0;    // songs opened and stopped so far; wraps around
+    bool isInHand_ = false; // the list song last started
 };
 
 } // namespace larkspin

@@ -60,7 +60,8 @@ struct AppState {
     std::string searchTerm = buildText() + "Loading..."; // last search; also the splash's status
 
     // Playback
-    std::string resumeIndex = "-1";               // row of masterList last started
+    std::string play, playpath;     // list song last started, name and directory; kept in settings
+    std::string resumeIndex = "-1"; // row of masterList last started
     std::string pauseMark{unpausedMark};          // the only record of a pause
     std::string playMark{idleMark};               // whether a song counts as started
     std::string tempTitle;                        // file name of a song opened straight from disk

@@ -28,8 +28,6 @@ constexpr Default defaults[] = {
     {Choice::font, "font", "arial narrow"},
     {Choice::fontColor, "font color", "0066BB"},
     {Choice::played, "played", "0"},
-    {Choice::playpath, "playpath", ""},
-    {Choice::play, "play", ""},
     {Choice::closing, "eascii", ""},
     {Choice::closingFont, "efont", " "},
     {Choice::closingColor, "eascii color", ""},

@@ -30,8 +30,6 @@ enum class Choice {
     font = 4,
     fontColor = 5,
     played = 6,
-    playpath = 7,
-    play = 8,
     closing = 9,
     closingFont = 10,
     closingColor = 11,

@@ -10,12 +10,8 @@ namespace larkspin {
 
 namespace {
 
-const std::string unwilling = "the disk wont let go of it, the file is still there";
 const std::string noSong = "what the fuck are you gonna delete, stupid?";
-
-std::string stillCalled(const std::string& title) {
-    return "the disk wont have that name, the file is still called " + title;
-}
+const std::string refused = ":  permission denied";
 
 // On a playlist of a.mp3, played twice, b.mp3, played four times, and c.wav, in the directory rock.
 struct SongFiles : testing::Test {
@@ -98,23 +94,113 @@ TEST_F(SongFiles, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(machine.state().masterIndex(), -1) << "it was the last row";
 }
 
-TEST_F(SongFiles, DeleteTakesTheRowLastStartedWhicheverItIsByNow) {
-    machine.owner("'num 2");
-    machine.owner("'listrmv a  ");
-    EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
-    EXPECT_EQ(rows(), Lines{"b.mp3 rock"});
-    EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
-    machine.owner("'play "); // a question is open, with no song in play
-    EXPECT_EQ(machine.answer("'delete"), noSong);
-    EXPECT_EQ(rows(), Lines{"b.mp3 rock"});
+// What the owner does before he deletes b.mp3, and what is left of the list then, whichever row
+// stands where b.mp3 was started.
+TEST_F(SongFiles, TheRowThatGoesIsThatOfTheSongInPlay) {
+    const std::string rock = machine.drive("music/rock"), pop = machine.song("pop", "b.mp3");
+    const std::string doubled = makerow("b", ".mp3", rock + "\\\\");
+    machine.song("aaa", "aaa.mp3");
+    struct Case {
+        Lines lines, rows = {"a.mp3 rock", "c.wav rock"};
+        std::string more = {}; // in the playlist
+    };
+    const Case cases[] = {
+        {{"'num 1", "'play ", "'yes", "'m 2"}},
+        {{"'num 3", "'play ", "'yes", "'m 2"}},
+        {{"'num 2", "'scan " + machine.drive("music/aaa"), "'transfer"},
+         {"a.mp3 rock", "aaa.mp3 aaa", "c.wav rock"}},
+        {{"'num 2", "'listrmv a.mp3", "'listrmv a  "}, {"c.wav rock"}},
+        {{"'num 2", "'listrmv b  "}},
+        {{"'num 2", "'clearpl"}, {}},
+        {{"'num 3", "restart", "'play"}, {"a.mp3 rock", "b.mp3 pop", "c.wav rock"}, pop},
+        {{"'num 3", "restart", "'play"},
+         {"a.mp3 rock", "ab.mp3 rock", "b.mp3 rock2", "c.wav rock"},
+         makerow("ab", ".mp3", rock) + "\r\n" + makerow("b", ".mp3", rock + "2")},
+        {{"'num 2"}, {"a.mp3 rock", "c.wav rock"}, doubled},
+        {{"'num 3"}, {"a.mp3 rock", "c.wav rock"}, doubled},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.lines.back() + one.more);
+        machine.playlist({"a.mp3", "b.mp3", "c.wav"});
+        machine.writeDataFile("temp.lst", machine.dataFile("temp.lst") + one.more);
+        machine.start();
+        for (const std::string& line : one.lines)
+            line == "restart" ? machine.restart() : machine.owner(line);
+        EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
+        EXPECT_EQ(rows(), one.rows);
+        EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
+    }
+    EXPECT_EQ(files("music/pop"), Lines{"b.mp3"});
 }
 
-TEST_F(SongFiles, AreKnownByTheirTextBeforeAnyRowHasBeenStarted) {
+TEST_F(SongFiles, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
+    for (const char* line : {"'num 3", "'play ", "'yes", "'m 2", "'delete"})
+        machine.owner(line);
+    EXPECT_EQ(machine.answer("'pre"), "previous:  <b>1</b>.  a");
+    for (const char* line : {"'num 2", "'play ", "'yes", "'m 1", "'delete"})
+        machine.owner(line);
+    EXPECT_EQ(machine.answer("'media"), "viewing media list");
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  c (<b>.wav</b>)");
+    EXPECT_EQ(rows(), Lines{"c.wav rock"});
+}
+
+// A full disk, a disk that can't be read: which song is in play is known without it.
+TEST_F(SongFiles, TheFileThatGoesIsThatOfTheSongInPlay) {
+    for (bool FaultyFiles::*fault : {&FaultyFiles::full, &FaultyFiles::unreadable}) {
+        machine.playlist({"a.mp3", "b.mp3", "c.wav"});
+        machine.start();
+        machine.owner("'num 1");
+        machine.files.*fault = true;
+        machine.owner("'num 3");
+        converse(machine, {Turn("'info", "song:  c (<b>.wav</b>)"),
+                           Turn("'times", "this song has been played <b>0</b> times"),
+                           Turn("'play", "playing temp:  c"),
+                           Turn("'rename d", "rename current song to:  <b>d (<b>.wav</b>)"),
+                           Turn("'play", "playing temp:  d"),
+                           Turn("'delete", "deleted:  <b>d</b>  (<b>.wav</b>)")});
+        EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3"}));
+        EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "b.mp3 rock"}));
+        machine.files.*fault = false;
+    }
+    machine.owner("'num 2");
+    machine.files.failReadAt = machine.files.reads + 1;
+    EXPECT_EQ(machine.answer("'info"), "song:  b");
+    EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
+}
+
+TEST_F(SongFiles, NoFileGoesBeforeASongHasBeenStarted) {
     machine.owner("'num 2");
     machine.restart();
-    converse(machine, {Turn("'delete", noSong), Turn("'play", "playing temp:  b"),
+    std::filesystem::remove(machine.disk.path() / "music/rock/c.wav");
+    // None of these starts one.
+    for (const char* line : {"'play ", "'play c", "'num 3", "'rnd c"}) {
+        machine.owner(line);
+        EXPECT_EQ(machine.answer("'delete"), noSong) << line;
+    }
+    EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3"}));
+    converse(machine, {Turn("'play", "playing temp:  b"),
                        Turn("'rename d", "rename current song to:  <b>d")});
-    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "d.mp3 rock\\"}));
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "d.mp3 rock"}));
+}
+
+// `info` names the one from disk, and the other one plays no longer.
+TEST_F(SongFiles, AFileFromDiskInPlaySavesTheSongBeforeIt) {
+    machine.owner("'num 2");
+    machine.disk.write("other.mp3", "mine");
+    machine.dialogs.answers = {machine.drive("other.mp3")};
+    machine.click("mp3s", "openButton");
+    converse(machine, {Turn("'info", "song:  other"), Turn("'delete", noSong)});
+    EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3", "c.wav"}));
+}
+
+// The message tells of the new song, and what is typed in it is about that one.
+TEST_F(SongFiles, ASongIsInPlayFromItsOpeningOn) {
+    machine.owner("'num 1");
+    machine.inMessage("next:", [&] { machine.hear("'delete"); });
+    machine.owner("'next");
+    EXPECT_EQ(machine.said(), "deleted:  <b>b</b> ");
+    EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
 }
 
 TEST_F(SongFiles, RenameCarriesRowAndCountAlong) {
@@ -122,13 +208,13 @@ TEST_F(SongFiles, RenameCarriesRowAndCountAlong) {
     machine.owner("'num 2");
     EXPECT_EQ(machine.answer("'rename Me.mp3"), "rename current song to:  <b>Me.mp3");
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
-    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "Me.mp3.mp3 rock\\"}));
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "Me.mp3.mp3 rock"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\nMe.mp3.mp3=4\r\n");
     EXPECT_EQ(machine.state().masterIndex(), -1);
     EXPECT_EQ(machine.answer("'play"), "playing temp:  Me.mp3");
-    for (const char* line : {"'num 3", "'rename z", "'num 2", "'rename C"})
+    for (const char* line : {"'num 3", "'rename y", "'rename z", "'num 2", "'rename C"})
         machine.owner(line);
-    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "C.wav rock\\", "z.mp3 rock\\\\"}));
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "C.wav rock", "z.mp3 rock"}));
     EXPECT_EQ(files(), (Lines{"C.wav", "a.mp3", "z.mp3"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\nz.mp3=4\r\n") << "a song never played has none";
 }
@@ -158,10 +244,12 @@ TEST_F(SongFiles, RenameKeepsToItsDirectoryAndOverNothing) {
         machine.writeDataFile("temp.lst", makerow("b", ".mp3", machine.drive("music/rock")));
         machine.start();
         machine.owner("'num 1");
-        EXPECT_EQ(machine.answer("'rename " + name),
-                  "rename current song to:  <b>" + name +
-                      (onDisk == "b.mp3" ? '\n' + stillCalled("b.mp3") : ""));
-        EXPECT_EQ(rows(), Lines{name + ".mp3 rock\\"});
+        const bool isRenamed = onDisk != "b.mp3";
+        EXPECT_TRUE(machine.answer("'rename " + name)
+                        .starts_with(isRenamed ? "rename current song to:  <b>" + name
+                                               : "couldn't rename <b>b.mp3</b>:  "))
+            << machine.said();
+        EXPECT_EQ(rows(), Lines{(isRenamed ? name : "b") + ".mp3 rock"});
         EXPECT_EQ(machine.disk.read("music/rock/" + onDisk), "mine");
         std::filesystem::remove(machine.disk.path() / "music/rock" / onDisk);
     }
@@ -178,18 +266,27 @@ TEST_F(SongFiles, SilentModeAnswersInBoxes) {
     EXPECT_EQ(machine.disk.read("share/Trash/files/d.wav"), "sound");
     machine.files.refusesMoves = true;
     machine.owner("'num 1");
-    EXPECT_EQ(machine.answer("'delete"), "[box] deleted a.mp3\n[box] " + unwilling);
+    EXPECT_EQ(machine.answer("'delete"), "[box] couldn't delete a.mp3" + refused);
 }
 
-TEST_F(SongFiles, TellWhenTheDiskRefuses) {
+TEST_F(SongFiles, WhatTheDiskRefusesIsToldAndLeftAsItWas) {
     machine.files.refusesMoves = true;
+    const std::string couldntDelete = "couldn't delete <b>b.mp3</b>" + refused;
     converse(machine, {Turn("'num 2", "playing:  <b>2</b>.  b"),
-                       Turn("'rename d", "rename current song to:  <b>d\n" + stillCalled("b.mp3")),
-                       Turn("'num 1", "playing:  <b>1</b>.  a"),
-                       Turn("'delete", "deleted:  <b>a</b> \n" + unwilling)});
-    EXPECT_EQ(rows(), (Lines{"c.wav rock", "d.mp3 rock\\"}));
-    EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3", "c.wav"}));
-    EXPECT_EQ(counts(), "d.mp3=4\r\n");
+                       Turn({"'rename d", "'rename d"}, "couldn't rename <b>b.mp3</b>" + refused),
+                       Turn({"'delete", "'delete"}, couldntDelete)});
+    strikeDelete(0, "yes");
+    EXPECT_EQ(machine.lastBox(), "couldn't delete a.mp3" + refused);
+    clickRename(0, "d");
+    EXPECT_EQ(machine.lastBox(), "couldn't rename a.mp3" + refused);
+    machine.files.refusesMoves = false;
+    std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
+    EXPECT_TRUE(machine.answer("'delete").starts_with("couldn't delete <b>b.mp3</b>:  "));
+    EXPECT_TRUE(machine.answer("'rename d").starts_with("couldn't rename <b>b.mp3</b>:  "));
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "b.mp3 rock", "c.wav rock"}));
+    EXPECT_EQ(counts(), "a.mp3=2\r\nb.mp3=4\r\n");
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 3 files");
+    EXPECT_EQ(machine.answer("'play").substr(0, 10), "not found,");
 }
 
 TEST_F(SongFiles, WaitFiveSecondsAtMostForThePlayer) {
@@ -241,9 +338,9 @@ TEST_F(SongFiles, TheDeleteKeyAsksFirst) {
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     machine.files.refusesMoves = true;
     strikeDelete(0, "yes");
-    EXPECT_EQ(machine.lastBox(), unwilling);
+    EXPECT_EQ(machine.lastBox(), "couldn't delete a.mp3" + refused);
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed) << "it was the song in play";
-    EXPECT_EQ(machine.state().masterIndex(), 0);
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
 }
 
 TEST_F(SongFiles, TheRenameLabelWorksOnAnyRow) {
@@ -259,12 +356,41 @@ TEST_F(SongFiles, TheRenameLabelWorksOnAnyRow) {
     EXPECT_EQ(machine.dialogs.titles.back(), "file renamer");
     EXPECT_EQ(machine.allSaid(), Lines{});
     EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav", "d.mp3"}));
-    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "d.mp3 rock\\"}));
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "d.mp3 rock"}));
     EXPECT_TRUE(machine.state().playedMemory.empty());
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     clickRename(0, "d"); // the song in play, to a name that is taken
-    EXPECT_EQ(machine.lastBox(), stillCalled("a.mp3"));
+    EXPECT_TRUE(machine.lastBox().starts_with("couldn't rename a.mp3:  ")) << machine.lastBox();
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
+}
+
+TEST_F(SongFiles, ASongOfThatNameElsewhereIsNotTheOneInPlay) {
+    machine.writeDataFile("temp.lst",
+                          machine.song("pop", "a.mp3") + "\r\n" + machine.song("rock", "a.mp3"));
+    machine.start();
+    machine.window("mp3s").visible = true;
+    machine.owner("'num 2");
+    clickRename(0, "d");
+    EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
+    EXPECT_EQ(machine.answer("'info"), "song:  a");
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "d.mp3 pop"}));
+    strikeDelete(1, "yes");
+    EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
+    EXPECT_EQ(files("music/pop"), Lines{});
+}
+
+TEST_F(SongFiles, OneDirectoryStaysOneHoweverItIsSpelled) {
+    const std::string rock = machine.drive("music/rock");
+    machine.writeDataFile("temp.lst", makerow("a", ".mp3", rock + "\\\\") + "\r\n" +
+                                          makerow("b", ".mp3", rock + "\\") + "\r\n" +
+                                          makerow("c", ".wav", rock));
+    machine.start();
+    converse(machine, {Turn("'num 1", "playing:  <b>1</b>.  a"),
+                       Turn("'rename A", "rename current song to:  <b>A"),
+                       Turn("'num 2", "playing:  <b>2</b>.  b"),
+                       Turn("'rename B", "rename current song to:  <b>B"),
+                       Turn("'dir?", "total number of directories:  <b>1")});
+    EXPECT_EQ(rows(), (Lines{"A.mp3 rock", "B.mp3 rock", "c.wav rock"}));
 }
 
 TEST_F(SongFiles, WhatTheOwnerWasAskedAboutIsFoundAgain) {
