@@ -46,7 +46,21 @@ std::string_view rowname(std::string_view row) {
     return withoutLast(head, betweenNameAndBar);
 }
 
+namespace {
+
+// The gap and the extension, up to the "|".
+std::string_view behindName(std::string_view row) {
+    const auto bar = row.find('|');
+    return bar == std::string_view::npos ? std::string_view()
+                                         : row.substr(0, bar).substr(rowname(row).size());
+}
+
+} // namespace
+
+// A line that wasn't built by the template has its extension behind the first brace.
 std::string_view rowext(std::string_view row) {
+    if (const std::string_view tail = behindName(row); tail.starts_with(gap))
+        return withoutLast(tail.substr(gap.size()), 1);
     const auto brace = row.find('{');
     if (brace == std::string_view::npos || brace + 2 > row.size())
         return {};
@@ -88,12 +102,9 @@ bool isSameFile(const Song& a, const Song& b) {
 
 bool isWellFormed(std::string_view row) {
     const auto bar = row.find('|');
-    const auto brace = row.find('{');
-    if (bar == std::string_view::npos || brace == std::string_view::npos)
-        return false;
-    const std::string_view name = rowname(row);
-    return brace == name.size() + blankCount && row.substr(name.size(), gap.size()) == gap &&
-           bar > brace + 2 && row[bar - 1] == ' ' && row.substr(bar + 1).starts_with(' ');
+    const std::string_view tail = behindName(row);
+    return bar != std::string_view::npos && tail.size() > gap.size() && tail.starts_with(gap) &&
+           tail.ends_with(' ') && row.substr(bar + 1).starts_with(' ');
 }
 
 Song songOfRow(std::string_view row) {

@@ -6,8 +6,8 @@
 // included. The blanks push all but the name out of a list's sight. The directory stands in
 // any of its spellings, with or without trailing backslashes.
 //
-// A name that holds "{" takes the extension apart wrongly, so that the song can be listed but
-// not played. A line without "|" is no row: all its parts read empty.
+// A row is taken apart from its "|", which no name and no extension holds. A line without it is no
+// row: all its parts read empty.
 #pragma once
 
 #include <string>

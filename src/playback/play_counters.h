@@ -1,7 +1,7 @@
 // Play counters: how often each song has been played to its end, and how many songs in all.
 //
 // The counts stand in a file of their own under the song's file name, so that two files of
-// one name share a count. A count that isn't numeric is 0.
+// one name share a count, also when they differ in case. A count that isn't numeric is 0.
 #pragma once
 
 #include "chat/core.h"
@@ -40,6 +40,8 @@ public:
     void show(double count);
 
 private:
+    void store(const std::string& title, double counted);
+
     AppState& state_;
     Settings& settings_;
     std::string countsFile_;

@@ -1,6 +1,7 @@
 #include "playback/top_list.h"
 
 #include "chat/reply.h"
+#include "playback/count_keys.h"
 #include "shell/files.h"
 #include "shell/pause.h"
 #include "text/fold.h"
@@ -48,7 +49,7 @@ std::vector<CountedSong> readcounts(Files& files, const std::string& path) {
             continue;
         const std::string_view count = line.substr(equals + 1);
         const double value = numberOrZero(count);
-        songs.push_back({std::string(line.substr(0, equals)), value, shownCount(count, value)});
+        songs.push_back({titleOfCountKey(line.substr(0, equals)), value, shownCount(count, value)});
     }
     return songs;
 }
