@@ -123,6 +123,7 @@ void Program::save() {
 
 void Program::unload() {
     phase_ = Phase::saving;
+    machine.dialogs.dismissAll();
     save();
     chat.stopScanners();
     companions.unload();

@@ -11,6 +11,7 @@
 #include "shell/pause.h"
 #include "shell/settings.h"
 #include "shell/shell.h"
+#include "shell/this_run.h"
 #include "text/dates.h"
 #include "text/number.h"
 
@@ -125,14 +126,19 @@ void StatusCommands::sela() {
 }
 
 void StatusCommands::stats() {
+    const ThisRun run(state_);
     const Pause pause(loop_);
     collectdirs(state_);
     reply_.saychat("directories:  <b>" + std::to_string(state_.knownDirs.count()) +
                    "</b> - files:  <b>" + std::to_string(state_.masterList.count()));
     pause(0.3);
+    if (!run.lasts())
+        return;
     reply_.saychat("tempo (speed):  <b>" + std::to_string(state_.HScroll3) + "</b> - volume:  <b>" +
                    std::to_string(state_.HScroll2));
     pause(0.3);
+    if (!run.lasts())
+        return;
     const bool isRepeat = state_.rep, isShuffle = state_.crand && !isRepeat;
     const bool isContinuous = state_.cintz && !isRepeat && !isShuffle;
     reply_.saychat(std::string("continuous:  <b>") + yesNo(isContinuous) + "</b> - repeat:  <b>" +
@@ -140,6 +146,7 @@ void StatusCommands::stats() {
 }
 
 void StatusCommands::pstat() {
+    const ThisRun run(state_);
     const Pause pause(loop_);
     const auto setting = [this](Choice choice) { return settings_.yochoose(choice); };
     const std::string loadNumber =
@@ -147,12 +154,18 @@ void StatusCommands::pstat() {
     reply_.saychat("load number:  <b>" + loadNumber + "</b> - files played:  <b>" +
                    counters_.played());
     pause(0.5);
+    if (!run.lasts())
+        return;
     reply_.saychat("ascii font:  <b>" + setting(Choice::openingFont) + "</b> - font:  <b>" +
                    setting(Choice::font));
     pause(0.5);
+    if (!run.lasts())
+        return;
     reply_.saychat("ascii color:  <b>" + setting(Choice::openingColor) + "</b> - font color:  <b>" +
                    setting(Choice::fontColor));
     pause(0.5);
+    if (!run.lasts())
+        return;
     reply_.saychat("end ascii font:  <b>" + setting(Choice::closingFont) +
                    "</b> - end ascii font color:  <b>" + setting(Choice::closingColor));
 }
@@ -176,8 +189,11 @@ std::string StatusCommands::songTitle() {
 }
 
 void StatusCommands::adv() {
+    const ThisRun run(state_);
     reply_.saychat("larkspin player - by moraine");
     Pause{loop_}(0.5);
+    if (!run.lasts())
+        return;
     reply_.saychat("<body link=#" + settings_.yochoose(Choice::fontColor) + "><a href=\"" +
                    std::string(homePage) + "\"></u>built around perfection <> download</a>");
 }

@@ -4,6 +4,7 @@
 #include "library/playlist.h"
 #include "shell/app_state.h"
 #include "shell/pause.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/number.h"
 #include "text/utf8.h"
@@ -32,10 +33,13 @@ void ListQuestions::dir() {
 
 // The directories are those that knownDirs holds when their turn comes.
 void ListQuestions::scrd() {
+    const ThisRun run(state_);
     collectdirs(state_);
     reply_.saychat("scrolling <b>" + std::to_string(state_.knownDirs.count()) + "</b> directories");
     for (int index = 0; index < state_.knownDirs.count(); ++index) {
         Pause{loop_}(betweenLines);
+        if (!run.lasts())
+            return;
         if (index < state_.knownDirs.count())
             reply_.saychat("<b>" + std::to_string(index + 1) + ".</b>  " +
                            std::string(state_.knownDirs.row(index)));

@@ -9,6 +9,7 @@
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
 #include "shell/pause.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 
 namespace larkspin {
@@ -118,11 +119,14 @@ void PlaylistCommands::scrpl() {
         reply_.saychat("there are no playlists to scroll");
         return;
     }
+    const ThisRun run(state_);
     const Pause pause(loop_);
     reply_.saychat("scrolling <b>" + std::to_string(names.size()) + "</b> playlists");
     pause(betweenLines);
     int number = 0;
     for (const std::string& name : names) {
+        if (!run.lasts())
+            return;
         reply_.saychat("<b>" + std::to_string(++number) + "</b>.  " + name);
         pause(betweenLines);
     }
@@ -132,17 +136,21 @@ void PlaylistCommands::newpl() {
     if (state_.playlistView.empty()) {
         playlists_.showName("new playlist");
         reply_.saychat("new playlist created");
-    } else if (clearIfWanted()) {
-        reply_.saychat("new playlist created: files deleted");
-    } else {
-        reply_.saychat("new playlist created: files not deleted");
+        return;
     }
+    const ThisRun run(state_);
+    const bool isCleared = clearIfWanted();
+    if (run.lasts())
+        reply_.saychat(std::string("new playlist created: files ") +
+                       (isCleared ? "deleted" : "not deleted"));
 }
 
 void PlaylistCommands::startAnew() {
+    const ThisRun run(state_);
     if (!state_.playlistView.empty())
         clearIfWanted();
-    playlists_.showName("new playlist");
+    if (run.lasts())
+        playlists_.showName("new playlist");
 }
 
 bool PlaylistCommands::clearIfWanted() {

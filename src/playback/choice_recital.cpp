@@ -18,6 +18,7 @@ ChoiceRecital::End ChoiceRecital::recite(std::string_view breakCaption,
                                          const std::string& opening) {
     const Pause pause(loop_);
     const unsigned own = choices_.beginRecital();
+    const unsigned begun = ++begun_;
     if (!opening.empty()) {
         reply_.saychat(opening);
         pause(betweenLines);
@@ -37,7 +38,7 @@ ChoiceRecital::End ChoiceRecital::recite(std::string_view breakCaption,
     }
     if (!choices_.areOpen())
         choices_.hideStopWindow(); // a random pick doesn't
-    return End::lost;
+    return begun == begun_ ? End::lost : End::replaced;
 }
 
 void ChoiceRecital::tell(int choice) {

@@ -20,9 +20,10 @@ public:
         : state_(core.state), loop_(core.loop), reply_(core.reply), choices_(choices) {}
 
     enum class End {
-        asked,  // all are told, and a number is awaited
-        broken, // by the owner; the choices are still open
-        lost,   // the choices, or their place
+        asked,    // all are told, and a number is awaited
+        broken,   // by the owner; the choices are still open
+        lost,     // its choices, as a start takes them away
+        replaced, // by another recital
     };
 
     // `breakCaption`: what a click that breaks it off makes of the stop window's caption.
@@ -40,6 +41,7 @@ private:
     EventLoop& loop_;
     Reply& reply_;
     Choices& choices_;
+    unsigned begun_ = 0; // wraps around
 };
 
 } // namespace larkspin

@@ -8,6 +8,7 @@
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "shell/files.h"
+#include "shell/this_run.h"
 
 #include <algorithm>
 
@@ -44,7 +45,10 @@ void SongFiles::deleteInPlay() {
         reply_.sayOrBox("what the fuck are you gonna delete, stupid?");
         return;
     }
+    const ThisRun run(state_);
     const bool nothingFollows = letGo();
+    if (!run.lasts())
+        return;
     const FileChange gone = files_.moveToWastebasket(song->path());
     if (!gone) {
         if (nothingFollows)
@@ -74,7 +78,10 @@ void SongFiles::renameInPlay(const std::string& newName) {
         return;
     }
     const Song renamed = renamedTo(newName, *song);
+    const ThisRun run(state_);
     const bool nothingFollows = letGo();
+    if (!run.lasts())
+        return;
     const FileChange moved = files_.rename(song->path(), renamed.title());
     if (nothingFollows)
         becomeInPlay(moved ? renamed : *song);
@@ -96,7 +103,10 @@ void SongFiles::deleteShown() {
     if (!song || !dialogs_.ask("do you really wanna delete " + song->name + "?"))
         return;
     const bool wasInPlay = isInPlay(*song);
+    const ThisRun run(state_);
     const bool nothingFollows = wasInPlay && letGo();
+    if (!run.lasts())
+        return;
     const FileChange gone = files_.moveToWastebasket(song->path());
     if (!gone) {
         if (nothingFollows)
@@ -123,7 +133,10 @@ void SongFiles::renameShown() {
     if (!newName || !isNewName(*newName, *song))
         return;
     const Song renamed = renamedTo(*newName, *song);
+    const ThisRun run(state_);
     const bool nothingFollows = isInPlay(*song) && letGo();
+    if (!run.lasts())
+        return;
     const FileChange moved = files_.rename(song->path(), renamed.title());
     if (nothingFollows)
         becomeInPlay(moved ? renamed : *song);

@@ -5,6 +5,7 @@
 #include "playback/selection_dialogue.h"
 #include "shell/app_state.h"
 #include "shell/controls.h"
+#include "shell/this_run.h"
 
 #include <string>
 
@@ -36,12 +37,15 @@ void StopWindow::breakOff(std::string_view caption) {
 
 void StopWindow::recite() {
     state_.stopsCaption = stopsReciting; // at once: another click must not start another one
+    const ThisRun run(state_);
     const std::string count = std::to_string(state_.choiceList.count());
     const auto end = recital_.recite(stopsResting, "scrolling <b>" + count + "</b> matches");
-    if (end != ChoiceRecital::End::broken)
+    if (!run.lasts())
         return;
-    state_.stopsCaption = stopsOffering;
-    recital_.tellBroken();
+    if (end == ChoiceRecital::End::broken)
+        state_.stopsCaption = stopsOffering;
+    if (end == ChoiceRecital::End::broken || end == ChoiceRecital::End::lost)
+        recital_.tellBroken();
 }
 
 } // namespace larkspin

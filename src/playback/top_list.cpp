@@ -4,6 +4,7 @@
 #include "playback/count_keys.h"
 #include "shell/files.h"
 #include "shell/pause.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/number.h"
 
@@ -64,17 +65,19 @@ void TopList::toplist(std::int32_t n) {
     std::vector<CountedSong> songs = readcounts(files_, countsFile_);
     const std::size_t all = songs.size(), wanted = static_cast<std::size_t>(std::max(n, 0));
     keepMostPlayed(songs, wanted);
+    const ThisRun run(state_);
+    const auto sayAndWait = [&](const std::string& text) {
+        if (run.lasts())
+            reply_.saychat(text);
+        if (run.lasts())
+            Pause{loop_}(secondsBetweenLines);
+    };
     sayAndWait("top <b>" + std::to_string(n) + "</b> most played songs");
     if (all < wanted)
         sayAndWait("there are only <b>" + std::to_string(all) + "</b> songs");
-    for (std::size_t index = 0; index < songs.size(); ++index)
+    for (std::size_t index = 0; index < songs.size() && run.lasts(); ++index)
         sayAndWait("<b>" + std::to_string(index + 1) + "</b>.  " + songs[index].title + ":  <b>" +
                    songs[index].count);
-}
-
-void TopList::sayAndWait(const std::string& text) {
-    reply_.saychat(text);
-    Pause{loop_}(secondsBetweenLines);
 }
 
 } // namespace larkspin

@@ -29,16 +29,15 @@ void keepMostPlayed(std::vector<CountedSong>& songs, std::size_t wanted);
 class TopList {
 public:
     TopList(const Core& core, Files& files, const DataDirectory& directory)
-        : loop_(core.loop), reply_(core.reply), files_(files), countsFile_(directory.countsFile()) {
-    }
+        : state_(core.state), loop_(core.loop), reply_(core.reply), files_(files),
+          countsFile_(directory.countsFile()) {}
 
     // Says the n most played songs, 0.7 seconds apart, as they are when it begins. Another recital
-    // may run inside; each one has songs of its own.
+    // may run inside; each one has songs of its own. It ends with its run.
     void toplist(std::int32_t n);
 
 private:
-    void sayAndWait(const std::string& text);
-
+    AppState& state_;
     EventLoop& loop_;
     Reply& reply_;
     Files& files_;

@@ -59,6 +59,10 @@ public:
     // A directory on disk. The owner may name any file in it instead, and nobody vouches for
     // either.
     virtual std::optional<std::string> openDirectory(const FileQuestion& question) = 0;
+
+    // The run has ended that they belong to: all that are open count as dismissed, also what has
+    // been answered while another one inside it waits.
+    virtual void dismissAll() = 0;
 };
 
 } // namespace larkspin

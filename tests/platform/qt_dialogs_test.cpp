@@ -92,6 +92,26 @@ TEST_F(QtDialogsTest, ATextIsTypedOverThePreset) {
     EXPECT_EQ(dialogs.askText({.title = "notes", .prompt = "what?"}), none);
 }
 
+TEST_F(QtDialogsTest, AllThatIsOpenIsDismissedTogether) {
+    const auto visible = [] {
+        const auto windows = QApplication::topLevelWidgets();
+        return std::ranges::count_if(windows, [](QWidget* window) {
+            return window->isVisible() && qobject_cast<QDialog*>(window);
+        });
+    };
+    loop.post([&] { EXPECT_FALSE(dialogs.ask("delete it?")); });
+    loop.post([&] { EXPECT_EQ(dialogs.saveFile(question()), std::nullopt); });
+    const TimerId look = loop.every(10ms, [&] {
+        if (visible() < 3)
+            return;
+        dialogs.dismissAll();
+        EXPECT_EQ(visible(), 0);
+    });
+    EXPECT_EQ(dialogs.askText({.title = "notes", .prompt = "what?", .preset = "old"}),
+              std::nullopt);
+    loop.cancel(look);
+}
+
 TEST_F(QtDialogsTest, FilesAndDirectoriesComeAsDrivePaths) {
     for (const char* const name : {"a.mp3", "b: c.mp3", "d/e.mp3"})
         disk.write(name, "");

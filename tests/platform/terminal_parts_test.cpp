@@ -41,6 +41,8 @@ protected:
             log += dialogs.ask("sure?\nreally?") ? "yes" : "no";
         if (line == "/cut")
             input.cut();
+        if (line == "/dismiss")
+            dialogs.dismissAll();
         log += ")";
     }
     // What comes of these lines, the last of all.
@@ -86,6 +88,10 @@ TEST_P(TypedLinesTest, AnswerAQuestionInTheMiddleOfALine) {
 
 TEST_P(TypedLinesTest, TheEndTakesAwayWhatIsLeftAndAnyQuestion) {
     EXPECT_EQ(logOf("ask\n/cut\nmore\n"), "ask(/cut()no)end");
+}
+
+TEST_P(TypedLinesTest, AnswerNoQuestionThatHasBeenDismissed) {
+    EXPECT_EQ(logOf("ask\n/dismiss\nyes\n"), "ask(/dismiss()no)yes()end");
 }
 
 TEST_P(TypedLinesTest, AreHeldBackUntilAMoment) {

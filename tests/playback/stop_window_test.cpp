@@ -84,8 +84,9 @@ TEST(StopWindow, LosesItsRecitalToAStart) {
         for (const auto wait : {300ms, 900ms}) {
             machine.owner("'view");
             machine.loop.once(wait, [&, said = line] { machine.owner(said); });
-            EXPECT_EQ(machine.saidByClick(),
-                      wait < 600ms ? Lines({opening, answer}) : Lines({opening, first, answer}));
+            EXPECT_EQ(machine.saidByClick(), wait < 600ms
+                                                 ? Lines({opening, answer, aborted})
+                                                 : Lines({opening, first, answer, aborted}));
             EXPECT_FALSE(machine.stops().visible);
             EXPECT_EQ(machine.caption(), "     stop");
             machine.owner("'play a");
@@ -97,9 +98,20 @@ TEST(StopWindow, LosesItsRecitalToTheEndOfTheChoices) {
     Stops machine;
     machine.owner("'view");
     machine.loop.once(900ms, [&] { press(machine.window("larkmain"), "closeLabel"); });
-    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first}));
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, aborted}));
     machine.owner("'coms");
     EXPECT_TRUE(machine.window("larkmain").control("commandNames").visible);
+}
+
+TEST(StopWindow, SaysNothingOfARecitalThatAnotherOneHasReplaced) {
+    Stops machine;
+    machine.owner("'view");
+    machine.loop.once(300ms, [&] {
+        machine.owner("'play a");
+        machine.owner("'yes");
+    });
+    EXPECT_EQ(machine.saidByClick().back(), askNumber);
+    EXPECT_EQ(machine.saidWithin(5s), Lines{});
 }
 
 } // namespace larkspin

@@ -58,8 +58,9 @@ void ScriptedDialogs::titledBox(const std::string& title, const std::string& tex
 }
 
 std::string ScriptedDialogs::nextAnswer() {
+    const int before = dismissals_;
     Task{whileOpen}();
-    if (answers.empty())
+    if (answers.empty() || before != dismissals_)
         return {};
     std::string answer = std::move(answers.front());
     answers.pop_front();

@@ -105,6 +105,7 @@ public:
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
     std::optional<std::string> openDirectory(const FileQuestion& question) override;
+    void dismissAll() override { ++dismissals_; }
 
     std::vector<std::string> boxes;          // and the questions
     std::vector<std::string> titles;         // of boxes with one of their own, and of dialogs
@@ -114,6 +115,7 @@ public:
 
 private:
     std::string nextAnswer();
+    int dismissals_ = 0;
 };
 
 // The tray icon and the popup menu that are there, for choosing from by name.

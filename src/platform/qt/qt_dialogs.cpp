@@ -144,10 +144,21 @@ int QtDialogs::show(QDialog& dialog, bool answersPress) {
     dialog.raise();
     if (answersPress)
         dialog.activateWindow();
-    loop_.waitFor([&finished] { return finished; }, loop_.now() + answerLimit);
-    if (finished)
-        ownerPresses(); // another question may follow
-    return finished ? dialog.result() : 0;
+    open_.push_back(&dialog);
+    const unsigned before = dismissals_;
+    loop_.waitFor([&] { return finished || dismissals_ != before; }, loop_.now() + answerLimit);
+    std::erase(open_, &dialog);
+    if (!finished || dismissals_ != before)
+        return 0;
+    ownerPresses(); // another question may follow
+    return dialog.result();
+}
+
+// They go at once; their callers go on when what has come in while they were open is done.
+void QtDialogs::dismissAll() {
+    ++dismissals_;
+    for (QDialog* dialog : open_)
+        dialog->hide();
 }
 
 // Asked before a dialog is made, which takes its time.

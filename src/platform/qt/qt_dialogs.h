@@ -24,6 +24,7 @@ public:
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
     std::optional<std::string> openDirectory(const FileQuestion& question) override;
+    void dismissAll() override;
 
     // He presses something in a window or a menu; the line that he types in the room doesn't count.
     void ownerPresses();
@@ -37,6 +38,8 @@ private:
 
     WatchingLoop& loop_;
     std::optional<Nanoseconds> pressedAt_;
+    std::vector<QDialog*> open_;
+    unsigned dismissals_ = 0; // of all
 };
 
 } // namespace larkspin

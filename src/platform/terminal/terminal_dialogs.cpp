@@ -63,6 +63,10 @@ std::vector<std::string> TerminalDialogs::openFiles(const FileQuestion& question
     return paths;
 }
 
+void TerminalDialogs::dismissAll() {
+    input_.dropQuestions();
+}
+
 std::optional<std::string> TerminalDialogs::answer() {
     auto line = input_.answer(answerLimit);
     return line && !line->empty() ? line : std::nullopt;

@@ -32,6 +32,7 @@ public:
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
     std::optional<std::string> openDirectory(const FileQuestion& question) override;
+    void dismissAll() override;
 
 private:
     // Nothing when the question was dismissed.

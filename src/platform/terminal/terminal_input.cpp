@@ -39,11 +39,14 @@ void TerminalInput::cut() {
 std::optional<std::string> TerminalInput::answer(Nanoseconds limit) {
     ++questions_;
     deliverLater();
-    const auto isAnswered = [this] { return lines_.empty() ? hasEnded_ : !nextActsAtOnce(); };
-    loop_.waitFor(isAnswered, loop_.now() + limit);
+    const auto isDropped = [this, before = drops_] { return drops_ != before; };
+    const auto isOver = [&] {
+        return isDropped() || (lines_.empty() ? hasEnded_ : !nextActsAtOnce());
+    };
+    loop_.waitFor(isOver, loop_.now() + limit);
     --questions_;
     std::optional<std::string> line;
-    if (!lines_.empty() && !nextActsAtOnce())
+    if (!isDropped() && !lines_.empty() && !nextActsAtOnce())
         line = pop();
     deliverLater();
     return line;

@@ -47,8 +47,9 @@ public:
     void deliverLater();
 
     // The next line, for a question that is asked in the middle of a line's work. Nothing when
-    // none comes in that time or the input has ended.
+    // none comes in that time, the input has ended, or the questions are dropped.
     std::optional<std::string> answer(Nanoseconds limit);
+    void dropQuestions() { ++drops_; }
 
     // The next line, whatever it says, for a question that nothing waits for. Nothing else gets it.
     void takeSecret(std::function<void(const std::string& line)> take);
@@ -75,6 +76,7 @@ private:
     int handAtWork_ = 0;               // of them, those that act at once
     Nanoseconds workBegan_{};          // of the innermost one
     int questions_ = 0;
+    unsigned drops_ = 0; // of all questions so far
 };
 
 } // namespace larkspin
