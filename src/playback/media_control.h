@@ -5,6 +5,7 @@
 // A call that makes no sense at the moment (Play with nothing loaded) does nothing.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace larkspin {
@@ -34,9 +35,10 @@ public:
     virtual void Stop() = 0; // PlayState becomes stopped at once
 
     virtual larkspin::PlayState PlayState() = 0;
-    // Whether the song in hand reads stopped because it couldn't be played: none of it sounded, or
-    // the player under it failed.
-    virtual bool wasGivenUp() = 0;
+    // Why the song in hand reads stopped, if it couldn't be played: none of it sounded, or the
+    // player under it failed. An empty text where nobody knows more.
+    virtual std::optional<std::string> failure() = 0;
+    bool wasGivenUp() { return failure().has_value(); }
     virtual std::string FileName() = 0; // as given to Open; empty when nothing is loaded
 
     virtual double Duration() = 0;        // seconds; 0 while unknown

@@ -1,11 +1,14 @@
 #include "playback/mode_tick.h"
 
 #include "chat/reply.h"
+#include "library/playlist_row.h"
 #include "playback/media_control.h"
 #include "playback/play_counters.h"
 #include "playback/random_pick.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
+
+#include <utility>
 
 namespace larkspin {
 
@@ -42,6 +45,9 @@ std::string ModeTick::followMode() {
     const PlayState now = player_.PlayState();
     if (now == PlayState::playing || now == PlayState::waiting)
         return {};
+    sayFailure();
+    if (wasStopped())
+        return {};
     if (state_.crand && !state_.rep)
         return shuffleOn();
     if (state_.cintz && !state_.rep) {
@@ -53,6 +59,23 @@ std::string ModeTick::followMode() {
 
 bool ModeTick::hasEnded() {
     return player_.PlayState() == PlayState::stopped;
+}
+
+// In the message before, for one: the tick's timer has been halted by then.
+bool ModeTick::wasStopped() {
+    return !state_.Timer1.enabled();
+}
+
+// Once for a song that is repeated: it fails every two seconds.
+void ModeTick::sayFailure() {
+    const auto reason = player_.failure();
+    if (!reason)
+        return failedFile_.clear();
+    const std::string file = player_.FileName();
+    if (std::exchange(failedFile_, file) == file && state_.rep)
+        return;
+    reply_.saychat("<b>" + songOfPath(file).name + "</b> can't be played" +
+                   (reason->empty() ? "" : ":  " + *reason));
 }
 
 std::string ModeTick::repeatSong() {
@@ -120,7 +143,9 @@ void ModeTick::checkEndWithoutMode() {
     if (isAtWork_ || state_.modeIsOn() || !hasEnded() || state_.playMark != playingMark)
         return;
     state_.playMark = idleMark;
-    if (!player_.wasGivenUp())
+    if (player_.wasGivenUp())
+        sayFailure();
+    else
         counters_.countEnd();
 }
 

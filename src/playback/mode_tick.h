@@ -2,7 +2,7 @@
 // mode tick while a mode is on, and by the one-second tick while none is.
 //
 // A song that the player gave up on has not been played to its end and isn't counted; the mode
-// goes on all the same.
+// goes on all the same. Why it was given up is said.
 #pragma once
 
 #include "chat/core.h"
@@ -36,6 +36,8 @@ private:
     std::string shuffleOn();
     void continueOn();
     bool hasEnded();
+    bool wasStopped();
+    void sayFailure();
 
     AppState& state_;
     Reply& reply_;
@@ -44,6 +46,7 @@ private:
     PlayCounters& counters_;
     RandomPick& randomPick_;
     bool isAtWork_ = false;
+    std::string failedFile_; // of which it was said last
 };
 
 } // namespace larkspin

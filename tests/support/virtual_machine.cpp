@@ -142,8 +142,10 @@ PlayState SilentPlayer::PlayState() {
     return state_;
 }
 
-bool SilentPlayer::wasGivenUp() {
-    return PlayState() == PlayState::stopped && !lengths.contains(fileName_);
+std::optional<std::string> SilentPlayer::failure() {
+    if (PlayState() != PlayState::stopped || lengths.contains(fileName_))
+        return std::nullopt;
+    return whyUnplayable;
 }
 
 double SilentPlayer::CurrentPosition() {

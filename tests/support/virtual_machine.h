@@ -156,7 +156,7 @@ public:
     void Pause() override;
     void Stop() override;
     larkspin::PlayState PlayState() override;
-    bool wasGivenUp() override;
+    std::optional<std::string> failure() override;
     std::string FileName() override { return fileName_; }
     double Duration() override { return duration_; }
     double CurrentPosition() override;
@@ -169,6 +169,7 @@ public:
 
     std::map<std::string, double> lengths; // seconds, by drive path
     std::vector<std::string> opened;
+    std::string whyUnplayable; // what has no length
     int volume = 0;
     bool mute = false;
     double rate = 1;

@@ -8,11 +8,6 @@ namespace larkspin {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-// A program that runs for weeks finds the device that was plugged in meanwhile.
-constexpr auto retryInterval = 60s;
-
 // The process wakes up once for each period.
 constexpr gint64 deviceBuffer = 300000, devicePeriod = 100000; // microseconds
 
@@ -21,34 +16,49 @@ void setIfKnown(GstElement* element, const char* name, gint64 value) {
         g_object_set(element, name, value, nullptr);
 }
 
-// The first sink that can open its device, already open; null without one.
-GstElement* openDevice() {
-    for (const char* name : {"pulsesink", "pipewiresink", "alsasink"}) {
-        GstElement* const sink = gst_element_factory_make(name, nullptr);
-        if (!sink)
-            continue;
-        setIfKnown(sink, "buffer-time", deviceBuffer);
-        setIfKnown(sink, "latency-time", devicePeriod);
-        if (gst_element_set_state(sink, GST_STATE_READY) == GST_STATE_CHANGE_SUCCESS)
-            return sink;
-        gst_element_set_state(sink, GST_STATE_NULL);
-        gst_object_unref(gst_object_ref_sink(sink));
-    }
+constexpr const char* servers[] = {"pulsesink", "pipewiresink"};
+
+// With its device open; null when there is none.
+GstRef<GstElement> openSink(const char* name) {
+    GstElement* const made = gst_element_factory_make(name, nullptr);
+    if (!made)
+        return nullptr;
+    GstRef<GstElement> sink(GST_ELEMENT(gst_object_ref_sink(made)));
+    setIfKnown(made, "buffer-time", deviceBuffer);
+    setIfKnown(made, "latency-time", devicePeriod);
+    if (gst_element_set_state(made, GST_STATE_READY) == GST_STATE_CHANGE_SUCCESS)
+        return sink;
+    gst_element_set_state(made, GST_STATE_NULL);
     return nullptr;
 }
 
 } // namespace
 
-AudioOutput::AudioOutput(std::string description) : description_(std::move(description)) {}
+// All sinks of a sound server share its connection. A sink that is never used keeps it open, since
+// no other one can be made once this process is confined.
+AudioOutput::AudioOutput(std::string description) : description_(std::move(description)) {
+    if (!description_.empty())
+        return;
+    for (const char* server : servers) {
+        connection_ = openSink(server);
+        if (!connection_)
+            continue;
+        device_ = openSink(server);
+        return;
+    }
+    device_ = openSink("alsasink");
+}
+
+AudioOutput::~AudioOutput() {
+    for (const auto& sink : {device_.get(), connection_.get()})
+        if (sink)
+            gst_element_set_state(sink, GST_STATE_NULL);
+}
 
 void AudioOutput::attach(GstElement* pipeline) {
-    const auto now = std::chrono::steady_clock::now();
-    if (attached_ && (!silent_ || now - triedAt_ < retryInterval))
+    if (attached_)
         return;
-    triedAt_ = now;
     GstElement* sink = std::exchange(takeSilence_, false) ? nullptr : openOutput();
-    if (!sink && attached_)
-        return;
     attached_ = true;
     silent_ = !sink;
     if (silent_)
@@ -94,9 +104,14 @@ GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo* info, gpointer sel
 }
 
 // Null when there is none. A device that was lost may be back, or there is another one.
-GstElement* AudioOutput::openOutput() const {
-    if (description_.empty())
-        return openDevice();
+GstElement* AudioOutput::openOutput() {
+    if (description_.empty()) {
+        if (!device_)
+            device_ =
+                openSink(connection_ ? GST_OBJECT_NAME(gst_element_get_factory(connection_.get()))
+                                     : "alsasink");
+        return device_.release();
+    }
     return gst_parse_bin_from_description_full(description_.c_str(), TRUE, nullptr,
                                                GST_PARSE_FLAG_FATAL_ERRORS, nullptr);
 }

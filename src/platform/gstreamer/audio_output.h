@@ -5,7 +5,6 @@
 #include "platform/gstreamer/gst_ref.h"
 
 #include <atomic>
-#include <chrono>
 #include <string>
 
 namespace larkspin {
@@ -13,11 +12,15 @@ namespace larkspin {
 class AudioOutput {
 public:
     explicit AudioOutput(std::string description);
+    ~AudioOutput();
+    AudioOutput(const AudioOutput&) = delete;
+    AudioOutput& operator=(const AudioOutput&) = delete;
 
-    // Gives the pipeline an output, unless it has a good one.
+    // Gives the pipeline an output, unless it has one that hasn't broken.
     void attach(GstElement* pipeline);
 
-    // It broke; the next `attach` looks anew, or takes silence at once.
+    // It broke; the next `attach` looks anew, or takes silence at once. What needs a socket can't
+    // be found any more by then.
     void lose(bool takeSilence);
 
     bool isSilent() const { return silent_; }
@@ -30,16 +33,16 @@ public:
     bool hasSounded() { return sounded_.exchange(false); }
 
 private:
-    GstElement* openOutput() const;
+    GstElement* openOutput();
     GstElement* silence();
     GstElement* watched(GstElement* sink);
     static GstPadProbeReturn note(GstPad*, GstPadProbeInfo* info, gpointer self);
 
     std::string description_; // of a sink to use instead of a device
+    GstRef<GstElement> device_, connection_;
     bool attached_ = false;
     bool takeSilence_ = false;
     bool silent_ = false;
-    std::chrono::steady_clock::time_point triedAt_;
     GstRef<GstElement> bin_; // the one in use
     std::atomic<bool> sounded_ = false, atEnd_ = false;
 };

@@ -12,8 +12,8 @@ constexpr std::string_view elements[] = {
     // what playbin is made of
     "bin", "pipeline", "playbin", "playsink", "uridecodebin", "decodebin", "streamsynchronizer",
     "typefind", "multiqueue", "queue", "queue2", "tee", "identity", "capsfilter", "input-selector",
-    // where sound comes from; "appsrc" is for what is decoded here
-    "filesrc", "appsrc",
+    // where sound comes from: the song's file as it is, or what is decoded here
+    "appsrc",
     // MP3 and the tags around it; WAV
     "id3demux", "apedemux", "mpegaudioparse", "mpg123audiodec", "wavparse", "alawdec", "mulawdec",
     // on the way to the output

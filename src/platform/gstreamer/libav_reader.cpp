@@ -6,7 +6,9 @@ extern "C" {
 }
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
 #include <utility>
@@ -16,6 +18,7 @@ namespace larkspin {
 namespace {
 
 constexpr double leastSeconds = 0.2;                // that are read at once
+constexpr int portion = 32 * 1024;                  // of the file, read at once
 constexpr const char* fileTypes[] = {"asf", "wav"}; // no playlists among them
 constexpr AVCodecID codecs[] = {
     AV_CODEC_ID_WMAV1,    AV_CODEC_ID_WMAV2,    AV_CODEC_ID_WMAPRO,       AV_CODEC_ID_WMALOSSLESS,
@@ -48,6 +51,16 @@ public:
     Format* const findFormat = find<Format>(formats_, "av_find_input_format");
     using Open = decltype(avformat_open_input);
     Open* const open = find<Open>(formats_, "avformat_open_input");
+    using FormatContext = decltype(avformat_alloc_context);
+    FormatContext* const makeFormat = find<FormatContext>(formats_, "avformat_alloc_context");
+    using Input = decltype(avio_alloc_context);
+    Input* const makeInput = find<Input>(formats_, "avio_alloc_context");
+    using FreeInput = decltype(avio_context_free);
+    FreeInput* const freeInput = find<FreeInput>(formats_, "avio_context_free");
+    using Memory = decltype(av_malloc);
+    Memory* const memory = find<Memory>(basics_, "av_malloc");
+    using FreeMemory = decltype(av_freep);
+    FreeMemory* const freeMemory = find<FreeMemory>(basics_, "av_freep");
     using Close = decltype(avformat_close_input);
     Close* const close = find<Close>(formats_, "avformat_close_input");
     using Read = decltype(av_read_frame);
@@ -115,23 +128,25 @@ bool isPlanar(int format) {
 
 class LibavReader : public SoundReader {
 public:
-    explicit LibavReader(const Libav& libav) : libav_(libav) {}
+    LibavReader(const Libav& libav, const SongFile& song) : libav_(libav), song_(song) {}
     ~LibavReader() override {
         libav_.freeFrame(&frame_);
         libav_.freePacket(&packet_);
         libav_.freeContext(&decoder_);
         libav_.close(&file_);
+        closeInput();
     }
     LibavReader(const LibavReader&) = delete;
     LibavReader& operator=(const LibavReader&) = delete;
 
-    bool open(const std::string& path) {
-        const std::string url = "file:" + path;
+    bool open() {
         for (const char* type : fileTypes) {
             const AVInputFormat* const format = libav_.findFormat(type);
-            if (format && libav_.open(&file_, url.c_str(), format, nullptr) == 0 && openStream())
+            if (format && openInput() && libav_.open(&file_, "", format, nullptr) == 0 &&
+                openStream())
                 return true;
             libav_.close(&file_);
+            closeInput();
         }
         return false;
     }
@@ -160,6 +175,47 @@ public:
     }
 
 private:
+    // The library opens no file by itself: it reads this one through an input of its own.
+    bool openInput() {
+        place_ = 0;
+        auto* const memory = static_cast<unsigned char*>(libav_.memory(portion));
+        input_ = memory ? libav_.makeInput(memory, portion, 0, this, readSong, nullptr, moveInSong)
+                        : nullptr;
+        file_ = input_ ? libav_.makeFormat() : nullptr;
+        if (!file_)
+            return false;
+        file_->pb = input_;
+        return true;
+    }
+
+    void closeInput() {
+        if (input_)
+            libav_.freeMemory(&input_->buffer);
+        libav_.freeInput(&input_);
+    }
+
+    static int readSong(void* self, std::uint8_t* bytes, int size) {
+        auto& reader = *static_cast<LibavReader*>(self);
+        const std::size_t count =
+            reader.song_.read(static_cast<std::uint64_t>(reader.place_),
+                              {reinterpret_cast<char*>(bytes), static_cast<std::size_t>(size)});
+        reader.place_ += static_cast<std::int64_t>(count);
+        return count > 0 ? static_cast<int>(count) : AVERROR_EOF;
+    }
+
+    static std::int64_t moveInSong(void* self, std::int64_t offset, int origin) {
+        auto& reader = *static_cast<LibavReader*>(self);
+        const auto size = static_cast<std::int64_t>(reader.song_.size());
+        if (origin & AVSEEK_SIZE)
+            return size;
+        const int from = origin & ~AVSEEK_FORCE;
+        const std::int64_t base = from == SEEK_CUR ? reader.place_ : from == SEEK_END ? size : 0;
+        std::int64_t place = 0;
+        if (__builtin_add_overflow(base, offset, &place) || place < 0)
+            return AVERROR(EINVAL);
+        return reader.place_ = place;
+    }
+
     bool openStream() {
         for (unsigned at = 0; at < file_->nb_streams; ++at) {
             AVStream* const stream = file_->streams[at];
@@ -231,6 +287,9 @@ private:
     }
 
     const Libav& libav_;
+    const SongFile& song_;
+    std::int64_t place_ = 0; // in the song's file
+    AVIOContext* input_ = nullptr;
     AVFormatContext* file_ = nullptr;
     AVStream* stream_ = nullptr;
     AVCodecContext* decoder_ = nullptr;
@@ -243,12 +302,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<SoundReader> openWithLibav(const std::string& path) {
+std::unique_ptr<SoundReader> openWithLibav(const SongFile& file) {
     const Libav* const libav = Libav::get();
     if (!libav)
         return nullptr;
-    auto reader = std::make_unique<LibavReader>(*libav);
-    if (!reader->open(path))
+    auto reader = std::make_unique<LibavReader>(*libav, file);
+    if (!reader->open())
         return nullptr;
     return reader;
 }

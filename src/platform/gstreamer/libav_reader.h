@@ -6,7 +6,8 @@
 
 namespace larkspin {
 
-// Nothing when it can't be played: the libraries are missing, or the file has no such sound.
-std::unique_ptr<SoundReader> openWithLibav(const std::string& path);
+// Nothing when it can't be played: the libraries are missing, or the file has no such sound. It
+// must stay open for as long.
+std::unique_ptr<SoundReader> openWithLibav(const SongFile& file);
 
 } // namespace larkspin

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <utility>
 
 namespace larkspin {
@@ -11,14 +10,6 @@ namespace {
 
 constexpr std::size_t largestFile = 16 << 20;
 constexpr std::int64_t chunk = Synthesizer::sampleRate / 5; // frames
-
-std::string fileContents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string contents(largestFile, '\0');
-    file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
-    contents.resize(static_cast<std::size_t>(file.gcount()));
-    return contents;
-}
 
 std::int64_t frameAt(double seconds) {
     return std::llround(seconds * Synthesizer::sampleRate);
@@ -31,8 +22,8 @@ bool isNote(const MidiEvent& event) {
 
 } // namespace
 
-std::unique_ptr<SoundReader> MidiReader::open(const std::string& path, Synthesizer& synthesizer) {
-    auto song = readMidi(fileContents(path));
+std::unique_ptr<SoundReader> MidiReader::open(const SongFile& file, Synthesizer& synthesizer) {
+    auto song = readMidi(file.begin(largestFile));
     if (!song)
         return nullptr;
     return std::unique_ptr<SoundReader>(new MidiReader(std::move(*song), synthesizer));

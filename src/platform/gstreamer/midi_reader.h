@@ -9,7 +9,7 @@ namespace larkspin {
 class MidiReader : public SoundReader {
 public:
     // Nothing when it can't be played. The synthesizer is silent, and is kept busy.
-    static std::unique_ptr<SoundReader> open(const std::string& path, Synthesizer& synthesizer);
+    static std::unique_ptr<SoundReader> open(const SongFile& file, Synthesizer& synthesizer);
 
     SoundFormat format() const override { return {Synthesizer::sampleRate, 2, 0}; }
     double duration() const override { return song_.duration; }

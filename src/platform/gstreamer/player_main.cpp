@@ -4,6 +4,7 @@
 #include "platform/gstreamer/confinement.h"
 #include "platform/gstreamer/elements.h"
 #include "platform/gstreamer/song_player.h"
+#include "platform/player/passed_file.h"
 
 #include <array>
 #include <cerrno>
@@ -21,37 +22,56 @@ namespace {
 constexpr int channel = 3;           // as spawned
 constexpr int reportInterval = 1000; // milliseconds, while a song plays
 
+struct Received {
+    std::optional<PlayerWishes> wishes;
+    SongFile file; // of their song, if that is a new one
+};
+
 // Only the latest of all that have come in. Ends the process with the program's end.
-std::optional<PlayerWishes> receiveWishes() {
-    std::optional<PlayerWishes> latest;
+Received receiveWishes() {
+    Received latest;
     std::array<char, longestMessage> bytes;
     for (;;) {
-        const ssize_t got = ::recv(channel, bytes.data(), bytes.size(), MSG_DONTWAIT);
+        Descriptor file;
+        const ssize_t got = receiveWithFile(channel, bytes, file);
         if (got < 0 && errno == EAGAIN)
             return latest;
         if (got == 0 || (got < 0 && errno != EINTR))
             ::_exit(EXIT_SUCCESS); // whatever its threads are at
-        if (auto wishes = got > 0 ? decodedWishes({bytes.data(), static_cast<std::size_t>(got)})
-                                  : std::nullopt)
-            latest = std::move(wishes);
+        const auto wishes =
+            got > 0 ? decodedWishes({bytes.data(), static_cast<std::size_t>(got)}) : std::nullopt;
+        if (!wishes)
+            continue;
+        if (!latest.wishes || latest.wishes->song != wishes->song)
+            latest.file = SongFile(std::move(file));
+        latest.wishes = wishes;
     }
 }
 
 class Reports {
 public:
-    explicit Reports(SongPlayer& player) : player_(player) {}
+    // A step of the start is done: whoever waits sees that it gets on.
+    void sayStep() { send({.start = ++start_, .at = std::chrono::steady_clock::now()}); }
+
+    void begin(SongPlayer& player, bool isConfined) {
+        player_ = &player;
+        isConfined_ = isConfined;
+        start_ = startSteps;
+    }
 
     // If there is something new, or nothing was said for a second while a song plays.
     void say() {
-        const PlayerReport report = player_.report();
+        const PlayerReport report = complete(player_->report());
         const bool due = report.at - said_.at >= std::chrono::milliseconds(reportInterval);
-        if (!(player_.isPlaying() && due) && !isNews(report))
+        if (!(player_->isPlaying() && due) && !isNews(report))
             return;
         send(report);
     }
     // Before anything is done with it: should it end this process, it is known which one it was.
     void sayTaken(std::uint32_t song) {
-        send({.song = song, .at = std::chrono::steady_clock::now()});
+        send(complete({.song = song,
+                       .withoutDevice = player_->isSilent(),
+                       .at = std::chrono::steady_clock::now()}));
     }
     bool areUnsaid() const { return unsaid_; }
 
@@ -63,6 +83,12 @@ private:
             said_ = report;
     }
 
+    PlayerReport complete(PlayerReport report) const {
+        report.start = start_;
+        report.confined = isConfined_;
+        return report;
+    }
+
     // The position alone is none while it runs by itself.
     bool isNews(PlayerReport report) const {
         report.at = said_.at;
@@ -71,8 +97,10 @@ private:
         return report != said_;
     }
 
-    SongPlayer& player_;
+    SongPlayer* player_ = nullptr;
     PlayerReport said_;
+    std::uint8_t start_ = 0;
+    bool isConfined_ = false;
     bool unsaid_ = false;
 };
 
@@ -84,22 +112,29 @@ int main(int count, char** arguments) {
     // Each song is played by other threads. With a heap for each of them, much would stay in
     // memory many times over.
     ::mallopt(M_ARENA_MAX, 1);
+    Reports reports;
+    reports.sayStep();
     startGStreamer();
-    confine(count > 2 ? arguments[2] : "");
+    reports.sayStep();
 
+    // The way to the sound server is the last one that is opened.
+    const bool filesAreClosed = closeFiles(count > 2 ? arguments[2] : "");
     SongPlayer player(count > 1 ? arguments[1] : "");
-    Reports reports(player);
+    closeNetwork();
+    const bool callsAreClosed = closeCalls();
+    limitMemory();
+    reports.begin(player, filesAreClosed && callsAreClosed);
     for (;;) {
         pollfd events[] = {
             {channel, static_cast<short>(reports.areUnsaid() ? POLLIN | POLLOUT : POLLIN), 0},
             {player.messages(), POLLIN, 0}};
         ::poll(events, 2, player.isPlaying() || player.isOpening() ? reportInterval : -1);
-        if (const auto wishes = receiveWishes()) {
-            if (wishes->song != player.song()) {
+        if (Received received = receiveWishes(); received.wishes) {
+            if (received.wishes->song != player.song()) {
                 player.drop();
-                reports.sayTaken(wishes->song);
+                reports.sayTaken(received.wishes->song);
             }
-            player.wish(*wishes);
+            player.wish(*received.wishes, std::move(received.file));
         }
         player.handleMessages();
         player.watchOpening();

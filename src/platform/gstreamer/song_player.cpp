@@ -4,7 +4,6 @@
 #include "platform/gstreamer/midi_reader.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
 namespace larkspin {
@@ -13,13 +12,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr const char* sourceUri = "appsrc://"; // the playbin asks what it is fed with
 constexpr auto longestSilence = 3s; // of a song that isn't ready yet and isn't read any more
-
-// A pipe or a device would be waited for without end.
-bool isPlainFile(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
-}
 
 bool hasStoppedReading(GstElement* element) {
     const GstRef<GstPad> pad(gst_element_get_static_pad(element, "sink"));
@@ -62,12 +56,12 @@ void SongPlayer::handleMessages() {
     }
 }
 
-void SongPlayer::wish(const PlayerWishes& wishes) {
+void SongPlayer::wish(const PlayerWishes& wishes, SongFile file) {
     wishes_ = wishes;
     if (playbin_)
         applyLoudness();
     if (wishes_.song != song_)
-        begin();
+        begin(std::move(file));
     drive();
 }
 
@@ -80,39 +74,43 @@ void SongPlayer::applyLoudness() {
                  static_cast<gboolean>(wishes_.mute), nullptr);
 }
 
-void SongPlayer::begin() {
+void SongPlayer::begin(SongFile file) {
     song_ = wishes_.song;
     duration_ = position_ = 0;
     seeking_ = seekDone_ = 0;
     sounded_ = lostOutput_ = displaced_ = false;
     source_.reset();
-    if (wishes_.path.empty()) {
+    bytes_.reset();
+    file_ = std::move(file);
+    if (!wishes_.hasFile) {
         finish(SongPhase::ended);
         return;
     }
     phase_ = SongPhase::opening;
-    if (playbin_ && isPlainFile(wishes_.path) && openSource(wishes_.path))
+    if (playbin_ && file_.isOpen() && openSource())
         load();
     else
         finish(SongPhase::failed);
 }
 
 // False when it can't be played. One that is GStreamer's is found out by loading it.
-bool SongPlayer::openSource(const std::string& path) {
-    const ReadBy kind = readerOf(path);
-    if (kind == ReadBy::gstreamer)
+bool SongPlayer::openSource() {
+    const ReadBy kind = readerOf(file_);
+    if (kind == ReadBy::gstreamer) {
+        bytes_ = std::make_unique<FileSource>(file_);
         return true;
-    auto reader = kind == ReadBy::midi ? openMidi(path) : openWithLibav(path);
+    }
+    auto reader = kind == ReadBy::midi ? openMidi() : openWithLibav(file_);
     if (!reader)
         return false;
     source_ = std::make_unique<SoundSource>(std::move(reader));
     return true;
 }
 
-std::unique_ptr<SoundReader> SongPlayer::openMidi(const std::string& path) {
+std::unique_ptr<SoundReader> SongPlayer::openMidi() {
     if (!synthesizer_)
         synthesizer_ = Synthesizer::start();
-    return synthesizer_ ? MidiReader::open(path, *synthesizer_) : nullptr;
+    return synthesizer_ ? MidiReader::open(file_, *synthesizer_) : nullptr;
 }
 
 // Every song is opened paused: its rate can be set once it is known to be seekable, and no
@@ -125,10 +123,7 @@ void SongPlayer::load() {
     // From one song to the next, this filter reads behind its freed buffers.
     if (GstElement* const tempo = gst_element_factory_make("scaletempo", nullptr))
         g_object_set(playbin_.get(), "audio-filter", tempo, nullptr);
-    gchar* const uri = source_ ? g_strdup(SoundSource::uri)
-                               : g_filename_to_uri(wishes_.path.c_str(), nullptr, nullptr);
-    g_object_set(playbin_.get(), "uri", uri, nullptr);
-    g_free(uri);
+    g_object_set(playbin_.get(), "uri", sourceUri, nullptr);
     gst_element_set_state(playbin_.get(), GST_STATE_PAUSED); // what fails is told by a message
 }
 
@@ -136,6 +131,8 @@ void SongPlayer::setUpSource(GstElement*, GstElement* source, gpointer self) {
     auto* const player = static_cast<SongPlayer*>(self);
     if (player->source_)
         player->source_->connect(source);
+    else if (player->bytes_)
+        player->bytes_->connect(source);
 }
 
 // From what is to what is wished, step by step. One that begins before the last one is through

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/gstreamer/audio_output.h"
+#include "platform/gstreamer/file_source.h"
 #include "platform/gstreamer/sound_source.h"
 #include "platform/gstreamer/synthesizer.h"
 #include "platform/player/player_messages.h"
@@ -22,10 +23,12 @@ public:
     int messages() const; // a descriptor that is readable while there are messages to handle
     void handleMessages();
 
-    void wish(const PlayerWishes& wishes);
+    // The file is the one of a new song.
+    void wish(const PlayerWishes& wishes, SongFile file);
     void drop(); // the song in hand
     std::uint32_t song() const { return song_; }
     PlayerReport report(); // with the position of this moment
+    bool isSilent() const { return output_.isSilent(); }
     bool isPlaying() const { return playing_ && phase_ == SongPhase::open; }
 
     // To be asked from time to time: gives a song up that will never be ready.
@@ -34,9 +37,9 @@ public:
 
 private:
     void applyLoudness();
-    void begin();
-    bool openSource(const std::string& path);
-    std::unique_ptr<SoundReader> openMidi(const std::string& path);
+    void begin(SongFile file);
+    bool openSource();
+    std::unique_ptr<SoundReader> openMidi();
     void load();
     void drive();
     bool isSettled() const;
@@ -62,7 +65,9 @@ private:
 
     // Of the song in hand.
     std::uint32_t song_ = 0;
-    std::unique_ptr<SoundSource> source_; // if GStreamer doesn't read it itself
+    SongFile file_;
+    std::unique_ptr<FileSource> bytes_;   // for GStreamer to decode
+    std::unique_ptr<SoundSource> source_; // or decoded already
     std::chrono::steady_clock::time_point loadedAt_;
     SongPhase phase_ = SongPhase::ended;
     double duration_ = 0, position_ = 0;

@@ -2,9 +2,10 @@
 // ever on damaged ones, or bring several times the memory along.
 #pragma once
 
+#include "platform/gstreamer/song_file.h"
+
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace larkspin {
@@ -30,6 +31,6 @@ public:
 
 // Nothing for a song that GStreamer is to read.
 enum class ReadBy { gstreamer, midi, libav };
-ReadBy readerOf(const std::string& path); // by its first bytes
+ReadBy readerOf(const SongFile& file); // by its first bytes
 
 } // namespace larkspin

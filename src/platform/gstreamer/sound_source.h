@@ -8,8 +8,6 @@ namespace larkspin {
 
 class SoundSource {
 public:
-    static constexpr const char* uri = "appsrc://"; // under which a playbin asks for its source
-
     explicit SoundSource(std::unique_ptr<SoundReader> reader) : reader_(std::move(reader)) {}
     SoundSource(const SoundSource&) = delete;
     SoundSource& operator=(const SoundSource&) = delete;

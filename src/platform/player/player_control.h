@@ -1,14 +1,18 @@
 // The media control in front of a player process. The process is started by the first song,
-// ended after a minute of rest, and replaced when it dies or stands still: the song it had in
-// hand can't be played then, and nothing else is lost.
+// ended after a minute of rest, and replaced when it dies, stands still or isn't through with a
+// song in time. The song it had in hand can't be played then; the one behind it isn't to blame,
+// and gets a process of its own.
 #pragma once
 
 #include "platform/player/player_process.h"
+#include "platform/player/song_opening.h"
+#include "platform/player/standstill.h"
 #include "playback/media_control.h"
 #include "shell/event_loop.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -25,6 +29,7 @@ public:
         // Where the sound goes, as GStreamer's launch lines say it, and a directory that it may
         // write to. Without it, that is the sound device, or silence where there is none.
         std::vector<std::string> arguments;
+        SongOpening::Open open = openSong;
     };
     // Of what is wrong with the sound, the owner is told once, through `tell`.
     using Tell = std::function<void(const std::string& line)>;
@@ -38,7 +43,7 @@ public:
     void Pause() override;
     void Stop() override;
     larkspin::PlayState PlayState() override;
-    bool wasGivenUp() override;
+    std::optional<std::string> failure() override;
     std::string FileName() override { return fileName_; }
     double Duration() override;
     double CurrentPosition() override;
@@ -50,21 +55,27 @@ public:
     void setSize(int, int) override {}
 
 private:
+    void takeFile(std::chrono::milliseconds patience);
     void startProcess();
     void endProcess();
-    void replaceProcess();
+    void replaceProcess(const std::string& reason);
+    void renewProcess();
+    bool isHarmed() const;
     void wish();
+    void wishSong(bool hasFile);
     void say();
-    void dropSong();
     SongPhase listen();
-    void take(const PlayerReport& report);
+    bool take(const PlayerReport& report);
+    void takeStart();
     void tellOnce(const std::string& line);
     bool isTaken() const { return report_.song == wishes_.song; }
+    bool hasMoved() const { return report_.phase == SongPhase::open && report_.position > 0; }
     bool isResting() const;
     double reckonedPosition() const;
     void watchEvery(Nanoseconds interval);
     void watch();
     void watchSong();
+    void watchHandover();
 
     EventLoop& loop_;
     Player player_;
@@ -75,20 +86,33 @@ private:
     PlayerWishes wishes_;
     bool unsaid_ = false;             // the process hasn't been given the wishes yet
     TimerId turnEnd_ = TimerId::none; // until when more may be wished
-    PlayerReport report_;             // of this process
 
+    // Of this process.
+    PlayerReport report_;
+    Nanoseconds startedAt_{};
+    std::uint32_t firstSong_ = 0; // that it has had in hand
+    bool hadDevice_ = false;
+
+    // Of this song.
     std::string fileName_;
+    SongOpening opening_;
+    Descriptor file_;
     Nanoseconds openedAt_{};
-    bool stopped_ = false;  // by hand
-    bool failed_ = false;   // because of its process
-    bool replaced_ = false; // the process that was to play it
+    bool stopped_ = false;              // by hand
+    std::optional<std::string> failed_; // whatever its process says: the reason
+    bool replaced_ = false;             // the process that was to play it
+    bool renewed_ = false;              // the process, because its device was lost
     double duration_ = 0, position_ = 0;
 
     // Each second while a song is in hand.
     TimerId watch_ = TimerId::none;
     Nanoseconds watchedEvery_{}; // 0 for not at all
-    PlayerReport watched_;
-    int standstill_ = 0; // rounds
+    Standstill standstill_;
+
+    // While the process may still be at an older song than the one that is wished.
+    TimerId handover_ = TimerId::none;
+    std::uint32_t olderSong_ = 0;
+    int handoverRounds_ = 0;
 };
 
 } // namespace larkspin

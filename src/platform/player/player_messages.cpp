@@ -1,7 +1,5 @@
 #include "platform/player/player_messages.h"
 
-#include <climits>
-#include <cmath>
 #include <cstring>
 
 namespace larkspin {
@@ -11,17 +9,15 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::uint32_t wishesForm = 0x6C6B5701, reportForm = 0x6C6B5201;
-constexpr double longestTime = 1e9; // seconds
 
 // Both ends are of one build on one machine: the bytes are those in memory.
-struct WishesHead {
+struct WishesBytes {
     std::uint32_t form = wishesForm;
     std::uint32_t song = 0, seek = 0;
-    std::uint8_t playing = 0, mute = 0;
-    std::uint16_t unused = 0;
+    std::uint8_t hasFile = 0, playing = 0, mute = 0, unused = 0;
     double rate = 0, volume = 0, seekTo = 0;
 };
-static_assert(sizeof(WishesHead) + PATH_MAX <= longestMessage);
+static_assert(sizeof(WishesBytes) <= longestMessage);
 
 struct ReportBytes {
     std::uint32_t form = reportForm;
@@ -29,10 +25,20 @@ struct ReportBytes {
     std::uint8_t phase = 0, moving = 0, advancing = 0, withoutDevice = 0;
     double duration = 0, position = 0, rate = 0;
     std::int64_t at = 0;
+    std::uint8_t start = 0, confined = 0, unused[6] = {};
 };
+static_assert(sizeof(ReportBytes) <= longestMessage);
 
 template <typename Bytes> std::string bytesOf(const Bytes& value) {
     return {reinterpret_cast<const char*>(&value), sizeof value};
+}
+
+template <typename Bytes> std::optional<Bytes> messageIn(std::string_view bytes) {
+    Bytes message;
+    if (bytes.size() != sizeof message)
+        return std::nullopt;
+    std::memcpy(&message, bytes.data(), sizeof message);
+    return message;
 }
 
 bool isWithin(double value, double least, double most) {
@@ -47,18 +53,28 @@ bool isTime(double value) {
     return isWithin(value, 0, longestTime);
 }
 
+bool isPhase(std::uint8_t value) {
+    return value <= static_cast<std::uint8_t>(SongPhase::failed);
+}
+
+// Spans up to now can be reckoned from it.
+bool isPast(std::int64_t at) {
+    return at >= 0 && at <= std::chrono::nanoseconds(Clock::now().time_since_epoch()).count();
+}
+
 } // namespace
 
 std::string encoded(const PlayerWishes& wishes) {
-    WishesHead head;
-    head.song = wishes.song;
-    head.seek = wishes.seek;
-    head.playing = wishes.playing;
-    head.mute = wishes.mute;
-    head.rate = wishes.rate;
-    head.volume = wishes.volume;
-    head.seekTo = wishes.seekTo;
-    return bytesOf(head) + wishes.path.substr(0, PATH_MAX);
+    WishesBytes bytes;
+    bytes.song = wishes.song;
+    bytes.seek = wishes.seek;
+    bytes.hasFile = wishes.hasFile;
+    bytes.playing = wishes.playing;
+    bytes.mute = wishes.mute;
+    bytes.rate = wishes.rate;
+    bytes.volume = wishes.volume;
+    bytes.seekTo = wishes.seekTo;
+    return bytesOf(bytes);
 }
 
 std::string encoded(const PlayerReport& report) {
@@ -73,41 +89,42 @@ std::string encoded(const PlayerReport& report) {
     bytes.position = report.position;
     bytes.rate = report.rate;
     bytes.at = std::chrono::nanoseconds(report.at.time_since_epoch()).count();
+    bytes.start = report.start;
+    bytes.confined = report.confined;
     return bytesOf(bytes);
 }
 
 std::optional<PlayerWishes> decodedWishes(std::string_view bytes) {
-    WishesHead head;
-    if (bytes.size() < sizeof head || bytes.size() > sizeof head + PATH_MAX)
+    const auto said = messageIn<WishesBytes>(bytes);
+    if (!said || said->form != wishesForm)
         return std::nullopt;
-    std::memcpy(&head, bytes.data(), sizeof head);
-    if (head.form != wishesForm)
-        return std::nullopt;
-    return PlayerWishes{head.song,         std::string(bytes.substr(sizeof head)),
-                        head.playing != 0, head.rate,
-                        head.volume,       head.mute != 0,
-                        head.seek,         head.seekTo};
+    return PlayerWishes{.song = said->song,
+                        .hasFile = said->hasFile != 0,
+                        .playing = said->playing != 0,
+                        .rate = said->rate,
+                        .volume = said->volume,
+                        .mute = said->mute != 0,
+                        .seek = said->seek,
+                        .seekTo = said->seekTo};
 }
 
 std::optional<PlayerReport> decodedReport(std::string_view bytes) {
-    ReportBytes head;
-    if (bytes.size() != sizeof head)
+    const auto said = messageIn<ReportBytes>(bytes);
+    if (!said || said->form != reportForm || !isPhase(said->phase) || !isTime(said->duration) ||
+        !isTime(said->position) || !isRate(said->rate) || !isPast(said->at))
         return std::nullopt;
-    std::memcpy(&head, bytes.data(), sizeof head);
-    const Clock::time_point at{std::chrono::nanoseconds(head.at)};
-    if (head.form != reportForm || head.phase > static_cast<std::uint8_t>(SongPhase::failed) ||
-        !isTime(head.duration) || !isTime(head.position) || !isRate(head.rate) || at > Clock::now())
-        return std::nullopt;
-    return PlayerReport{head.song,
-                        head.seek,
-                        static_cast<SongPhase>(head.phase),
-                        head.moving != 0,
-                        head.advancing != 0,
-                        head.withoutDevice != 0,
-                        head.duration,
-                        head.position,
-                        head.rate,
-                        at};
+    return PlayerReport{.song = said->song,
+                        .seek = said->seek,
+                        .start = said->start,
+                        .phase = static_cast<SongPhase>(said->phase),
+                        .confined = said->confined != 0,
+                        .moving = said->moving != 0,
+                        .advancing = said->advancing != 0,
+                        .withoutDevice = said->withoutDevice != 0,
+                        .duration = said->duration,
+                        .position = said->position,
+                        .rate = said->rate,
+                        .at = Clock::time_point(std::chrono::nanoseconds(said->at))};
 }
 
 } // namespace larkspin

@@ -1,6 +1,6 @@
 // What the program and its player process say to each other: all that is wished, and how far
-// things are. Each message stands for itself, so that only the latest one counts. Paths are
-// native, times are seconds of the song, whatever its rate.
+// things are. Each message stands for itself, so that only the latest one counts; the open file of
+// a song comes along with the first one about it. Times are seconds of the song, whatever its rate.
 #pragma once
 
 #include <chrono>
@@ -13,7 +13,7 @@ namespace larkspin {
 
 struct PlayerWishes {
     std::uint32_t song = 0; // counted up for each song, and for none
-    std::string path;       // empty for no song
+    bool hasFile = false;   // else there is no song
     bool playing = true;
     double rate = 1;
     double volume = 1; // amplitude
@@ -24,10 +24,14 @@ struct PlayerWishes {
 
 enum class SongPhase : std::uint8_t { opening, open, ended, failed };
 
+inline constexpr std::uint8_t startSteps = 3;
+
 struct PlayerReport {
     std::uint32_t song = 0; // the song of the wishes that it is about
     std::uint32_t seek = 0; // the last seek that was done
+    std::uint8_t start = 0; // steps of the process's own start that are done
     SongPhase phase = SongPhase::opening;
+    bool confined = false;      // it has given up its rights to all that it doesn't need
     bool moving = false;        // a seek or a change of rate is on its way
     bool advancing = false;     // the position grows by itself, by `rate` a second
     bool withoutDevice = false; // it plays into silence
@@ -41,9 +45,10 @@ struct PlayerReport {
 };
 
 inline constexpr double lowestRate = 0.001, highestRate = 100;
-inline constexpr std::size_t longestMessage = 4400; // bytes
+inline constexpr double longestTime = 1e9;        // seconds
+inline constexpr std::size_t longestMessage = 64; // bytes
 
-std::string encoded(const PlayerWishes& wishes); // the path is cut where no file's can be longer
+std::string encoded(const PlayerWishes& wishes);
 std::string encoded(const PlayerReport& report);
 
 // Nothing when the bytes are no such message, or say what can't be.

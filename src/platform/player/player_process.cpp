@@ -1,5 +1,6 @@
 #include "platform/player/player_process.h"
 
+#include "platform/player/passed_file.h"
 #include "platform/posix/spawn.h"
 
 #include <array>
@@ -14,25 +15,12 @@ namespace larkspin {
 
 namespace {
 
-// What a sound server's client looks at, texts for the owner, and what steers a build under
-// sanitizers. GStreamer's own variables, which can load any code, are not among them.
-const std::vector<std::string> playersVariables = {"HOME",
-                                                   "USER",
-                                                   "PATH",
-                                                   "LANG",
-                                                   "LC_*",
-                                                   "XDG_RUNTIME_DIR",
-                                                   "XDG_CONFIG_HOME",
-                                                   "XDG_CACHE_HOME",
-                                                   "PULSE_*",
-                                                   "PIPEWIRE_*",
-                                                   "ALSA_*",
-                                                   "DBUS_SESSION_BUS_ADDRESS",
-                                                   "DISPLAY",
-                                                   "XAUTHORITY",
-                                                   "ASAN_OPTIONS",
-                                                   "LSAN_OPTIONS",
-                                                   "UBSAN_OPTIONS"};
+// What a sound server's client looks at, and what steers a build under sanitizers. GStreamer's own
+// variables, which can load any code, are not among them, nor is the way to the desktop.
+const std::vector<std::string> playersVariables = {
+    "HOME",           "USER",    "LANG",       "LC_*",   "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME",
+    "XDG_CACHE_HOME", "PULSE_*", "PIPEWIRE_*", "ALSA_*", "ASAN_OPTIONS",    "LSAN_OPTIONS",
+    "UBSAN_OPTIONS"};
 
 } // namespace
 
@@ -58,10 +46,12 @@ PlayerProcess::~PlayerProcess() {
     isGone();
 }
 
-bool PlayerProcess::send(const PlayerWishes& wishes) {
-    const std::string bytes = encoded(wishes);
-    if (::send(channel_, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL) >= 0)
+bool PlayerProcess::send(const PlayerWishes& wishes, const Descriptor& file) {
+    const bool isNew = wishes.hasFile && wishes.song != given_;
+    if (sendWithFile(channel_, encoded(wishes), isNew ? &file : nullptr) >= 0) {
+        given_ = wishes.song;
         return true;
+    }
     broken_ |= errno != EAGAIN && errno != EINTR && errno != ENOBUFS;
     return false;
 }

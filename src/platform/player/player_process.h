@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/player/player_messages.h"
+#include "platform/posix/descriptor.h"
 
 #include <memory>
 #include <sys/types.h>
@@ -19,7 +20,9 @@ public:
     PlayerProcess(const PlayerProcess&) = delete;
     PlayerProcess& operator=(const PlayerProcess&) = delete;
 
-    bool send(const PlayerWishes& wishes); // false when it takes nothing at the moment
+    // False when it takes nothing at the moment. A song's file goes along with the first message
+    // about it.
+    bool send(const PlayerWishes& wishes, const Descriptor& file);
     std::optional<PlayerReport> receive(); // the next report, if there is one
 
     // It has ended, or it says what no player says.
@@ -33,6 +36,7 @@ private:
 
     pid_t id_;
     int channel_;
+    std::uint32_t given_ = 0; // the song whose file it has
     bool broken_ = false;
     bool gone_ = false;
 };

@@ -1,0 +1,33 @@
+#include "platform/player/standstill.h"
+
+namespace larkspin {
+
+namespace {
+
+int limit(Standstill::Patience patience) {
+    switch (patience) {
+    case Standstill::Patience::starting:
+        return 20;
+    case Standstill::Patience::suspicious:
+        return 2;
+    default:
+        return 4; // the round before saw it move
+    }
+}
+
+} // namespace
+
+void Standstill::beginProcess() {
+    last_ = {};
+    rounds_ = 0;
+}
+
+bool Standstill::isReached(const PlayerReport& report, Patience patience) {
+    const bool moves = report.position != last_.position || report.phase != last_.phase ||
+                       report.song != last_.song || report.start != last_.start;
+    last_ = report;
+    rounds_ = moves ? 0 : rounds_ + 1;
+    return rounds_ >= limit(patience);
+}
+
+} // namespace larkspin
