@@ -32,13 +32,13 @@ void Playback::load(const StoredSettings& stored) {
     loadFlag(state.cintz, stored.get("continue"));
     mediaWindow.load(stored);
     choices.load();
-    transport.load(stored);
+    lastSong.load(stored);
     counters.show(counters.count(state.play));
     needs_.player.setVolume(firstVolume);
 }
 
 void Playback::save(SettingsChanges& changes) {
-    transport.save(changes);
+    lastSong.save(changes);
     const AppState& state = core_.state;
     changes.emplace_back("tempo", std::to_string(state.HScroll3));
     changes.emplace_back("volume", std::to_string(state.HScroll2));

@@ -8,6 +8,7 @@
 #include "playback/counter_commands.h"
 #include "playback/edit_menu.h"
 #include "playback/file_menu.h"
+#include "playback/last_song.h"
 #include "playback/media_list.h"
 #include "playback/media_window.h"
 #include "playback/mode_tick.h"
@@ -66,12 +67,13 @@ public:
     Choices choices{core_, needs_.NiteScan2, needs_.commandsWindow};
     ChoiceRecital recital{core_, choices};
     MediaWindow mediaWindow{core_, needs_.player};
+    LastSong lastSong{core_};
     Transport transport{core_,    needs_.files, needs_.player, sliders,
-                        counters, mediaWindow,  choices};
+                        counters, mediaWindow,  choices,       lastSong};
     PlayModes modes{core_, transport};
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
-    SongFiles songFiles{core_, needs_.files, counters, choices, transport};
+    SongFiles songFiles{core_, needs_.files, counters, choices, transport, lastSong};
     SelectionDialogue dialogue{core_, needs_.room, choices, recital, selection, transport};
     StopWindow stopWindow{core_, needs_.room, dialogue, recital};
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};

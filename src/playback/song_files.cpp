@@ -3,6 +3,7 @@
 #include "chat/reply.h"
 #include "library/playlist.h"
 #include "playback/choices.h"
+#include "playback/last_song.h"
 #include "playback/play_counters.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
@@ -61,7 +62,7 @@ void SongFiles::deleteInPlay() {
     takeOut(*song);
     if (nothingFollows) {
         returnToResumeRow();
-        transport_.forgetLastSong();
+        lastSong_.forget();
     }
     reply_.sayOrBox("deleted:  <b>" + song->name + "</b> " + extensionTag(song->extension),
                     "deleted " + song->title());
@@ -150,7 +151,7 @@ void SongFiles::renameShown() {
 
 // Without choices there is none, as behind a search that found nothing.
 std::optional<Song> SongFiles::songInPlay() const {
-    return state_.choiceList.empty() ? std::nullopt : transport_.songInHand();
+    return state_.choiceList.empty() ? std::nullopt : lastSong_.inHand();
 }
 
 std::optional<Song> SongFiles::songShown() {
@@ -163,7 +164,7 @@ std::optional<Song> SongFiles::songShown() {
 }
 
 bool SongFiles::isInPlay(const Song& song) const {
-    return state_.tempTitle.empty() && isSameFile(song, transport_.lastSong());
+    return state_.tempTitle.empty() && isSameFile(song, lastSong_.song());
 }
 
 // The player lets go of the song. A command that comes in meanwhile finds none to work on, so that
@@ -200,8 +201,8 @@ void SongFiles::takeOut(const Song& song) {
 void SongFiles::giveName(const Song& song, const Song& renamed) {
     counters_.carry(song.title(), renamed.title());
     changeRows(song, &renamed);
-    if (isSameFile(song, transport_.lastSong())) // a file from disk is in hand by now
-        transport_.takeInHand(renamed);
+    if (isSameFile(song, lastSong_.song())) // a file from disk is in hand by now
+        lastSong_.take(renamed);
 }
 
 // All rows of the file go, however they spell its directory. Where there is a new name, rows with
@@ -232,7 +233,7 @@ void SongFiles::returnToResumeRow() {
 
 // Without being started. A choice that has been opened meanwhile stays.
 void SongFiles::becomeInPlay(const Song& song) {
-    transport_.takeInHand(song);
+    lastSong_.take(song);
     choices_.offer(song.title());
 }
 

@@ -16,15 +16,16 @@ namespace larkspin {
 
 class Choices;
 class Files;
+class LastSong;
 class PlayCounters;
 class Transport;
 
 class SongFiles {
 public:
     SongFiles(const Core& core, Files& files, PlayCounters& counters, Choices& choices,
-              Transport& transport)
+              Transport& transport, LastSong& lastSong)
         : state_(core.state), dialogs_(core.dialogs), reply_(core.reply), files_(files),
-          counters_(counters), choices_(choices), transport_(transport) {}
+          counters_(counters), choices_(choices), transport_(transport), lastSong_(lastSong) {}
 
     // The commands `delete` and `rename *`, on the song in play.
     void deleteInPlay();
@@ -55,6 +56,7 @@ private:
     PlayCounters& counters_;
     Choices& choices_;
     Transport& transport_;
+    LastSong& lastSong_;
 };
 
 } // namespace larkspin

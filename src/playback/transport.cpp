@@ -9,7 +9,6 @@
 #include "shell/app_state.h"
 #include "shell/files.h"
 #include "shell/pause.h"
-#include "shell/settings.h"
 #include "text/fold.h"
 #include "text/highlight.h"
 #include "text/number.h"
@@ -147,7 +146,7 @@ void Transport::startPicked(const std::function<bool(const StillWanted&)>& pick,
 
 // The pick has made its song the only choice.
 void Transport::takeBackPick() {
-    if (const auto song = songInHand())
+    if (const auto song = lastSong_.inHand())
         choices_.replace(song->title());
     else
         choices_.clear();
@@ -205,9 +204,10 @@ void Transport::noteOpened(const SongStart& start) {
     state_.tempTitle = start.tempTitle;
     if (!start.tempTitle.empty())
         return;
-    isInHand_ = true;
     if (start.isRemembered)
-        takeInHand(start.song);
+        lastSong_.take(start.song);
+    else
+        lastSong_.takeAgain();
 }
 
 // The player shows none of its own controls.
@@ -238,29 +238,15 @@ void Transport::settleChoices(SongStart::Choices choices, const std::string& tit
         choices_.stopListening();
 }
 
-// A run of an older version could end in the middle of a random pick, whose mark then stood there.
-void Transport::load(const StoredSettings& stored) {
-    state_.play = stored.get("play");
-    state_.playpath = stored.get("playpath");
-    if (state_.play == "0" || state_.play == "1" || state_.play == "2")
-        state_.play.clear();
-}
-
-void Transport::save(SettingsChanges& changes) const {
-    changes.emplace_back("play", state_.play);
-    if (!state_.playpath.empty())
-        changes.emplace_back("playpath", state_.playpath);
-}
-
 void Transport::close() {
     ++turns_;
-    isInHand_ = false;
+    lastSong_.letGo();
     player_.Open("");
 }
 
 bool Transport::releasesong() {
     ++turns_;
-    isInHand_ = false;
+    lastSong_.letGo();
     endPauseMark();
     state_.playMark = idleMark;
     player_.Stop();
@@ -305,29 +291,6 @@ bool Transport::nothingLoaded() {
 
 int Transport::resumeRow() const {
     return wholeNumber16(state_.resumeIndex).value_or(-1);
-}
-
-Song Transport::lastSong() const {
-    return songOfFile(state_.play, state_.playpath);
-}
-
-std::optional<Song> Transport::songInHand() const {
-    if (!isInHand_ || !state_.tempTitle.empty() || state_.play.empty())
-        return std::nullopt;
-    return lastSong();
-}
-
-void Transport::takeInHand(const Song& song) {
-    isInHand_ = true;
-    state_.play = song.title();
-    state_.playpath = song.directory;
-    settings_.putAll({{"play", state_.play}, {"playpath", state_.playpath}});
-}
-
-void Transport::forgetLastSong() {
-    isInHand_ = false;
-    state_.play.clear();
-    settings_.put("play", "");
 }
 
 std::string Transport::currentName() const {

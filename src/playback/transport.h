@@ -4,18 +4,14 @@
 // the others. A start serves events while it says its message, and one that is picked at random
 // also before its song is known. Another start, or a stop, that comes in there wins: what is left
 // of the overtaken start is dropped.
-//
-// Which song is in hand is known here from the moment the player opens it. The settings only keep
-// it for the next run.
 #pragma once
 
 #include "chat/core.h"
 #include "library/playlist_row.h"
+#include "playback/last_song.h"
 #include "shell/event_loop.h"
-#include "shell/settings.h"
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -74,10 +70,10 @@ std::string markedName(const std::string& name, const std::string& words);
 class Transport {
 public:
     Transport(const Core& core, Files& files, MediaControl& player, Sliders& sliders,
-              PlayCounters& counters, MediaWindow& window, Choices& choices)
-        : state_(core.state), settings_(core.settings), loop_(core.loop), reply_(core.reply),
-          files_(files), player_(player), sliders_(sliders), counters_(counters), window_(window),
-          choices_(choices) {}
+              PlayCounters& counters, MediaWindow& window, Choices& choices, LastSong& lastSong)
+        : state_(core.state), loop_(core.loop), reply_(core.reply), files_(files), player_(player),
+          sliders_(sliders), counters_(counters), window_(window), choices_(choices),
+          lastSong_(lastSong) {}
 
     // The commands.
     void stop(); // halts, with a word
@@ -99,10 +95,6 @@ public:
     // A media file that is on no list, by its path.
     void openFromDisk(const std::string& path);
 
-    // The list song last started, as the last run has left it; and for the next one.
-    void load(const StoredSettings& stored);
-    void save(SettingsChanges& changes) const;
-
     // The player lets go of its song, at the end of a run.
     void close();
 
@@ -121,15 +113,8 @@ public:
 
     bool nothingLoaded();  // stopped or closed
     int resumeRow() const; // of masterList: the one last started, -1 for none
-    Song lastSong() const; // the list song last started, in this run or before; may be empty
-    void endPauseMark();   // without a call of the player
-
-    // The song whose file the owner may work on: the list song last started, unless that was in
-    // another run, or the player has let go of it, or a file from disk has been opened since.
-    std::optional<Song> songInHand() const;
-    // The song is that one from now on, without being started: it has got another name.
-    void takeInHand(const Song& song);
-    void forgetLastSong(); // its file is gone
+    Song lastSong() const { return lastSong_.song(); }
+    void endPauseMark(); // without a call of the player
 
     // While the owner has a choice to make shuffle starts no song: its pick would take the place of
     // the choices. It goes on behind them if a song still plays.
@@ -153,7 +138,6 @@ private:
     std::string currentName() const;
 
     AppState& state_;
-    Settings& settings_;
     EventLoop& loop_;
     Reply& reply_;
     Files& files_;
@@ -162,8 +146,8 @@ private:
     PlayCounters& counters_;
     MediaWindow& window_;
     Choices& choices_;
-    unsigned turns_ = 0;    // songs opened and stopped so far; wraps around
-    bool isInHand_ = false; // the list song last started
+    LastSong& lastSong_;
+    unsigned turns_ = 0; // songs opened and stopped so far; wraps around
 };
 
 } // namespace larkspin

@@ -1,0 +1,44 @@
+#include "playback/last_song.h"
+
+#include "shell/app_state.h"
+
+namespace larkspin {
+
+// A run of an older version could end in the middle of a random pick, whose mark then stood there.
+void LastSong::load(const StoredSettings& stored) {
+    state_.play = stored.get("play");
+    state_.playpath = stored.get("playpath");
+    if (state_.play == "0" || state_.play == "1" || state_.play == "2")
+        state_.play.clear();
+}
+
+void LastSong::save(SettingsChanges& changes) const {
+    changes.emplace_back("play", state_.play);
+    if (!state_.playpath.empty())
+        changes.emplace_back("playpath", state_.playpath);
+}
+
+Song LastSong::song() const {
+    return songOfFile(state_.play, state_.playpath);
+}
+
+std::optional<Song> LastSong::inHand() const {
+    if (!isInHand_ || !state_.tempTitle.empty() || state_.play.empty())
+        return std::nullopt;
+    return song();
+}
+
+void LastSong::take(const Song& song) {
+    isInHand_ = true;
+    state_.play = song.title();
+    state_.playpath = song.directory;
+    settings_.putAll({{"play", state_.play}, {"playpath", state_.playpath}});
+}
+
+void LastSong::forget() {
+    isInHand_ = false;
+    state_.play.clear();
+    settings_.put("play", "");
+}
+
+} // namespace larkspin
