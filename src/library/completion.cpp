@@ -2,7 +2,9 @@
 
 #include "library/playlist_row.h"
 #include "shell/app_state.h"
+#include "text/canonical.h"
 #include "text/fold.h"
+#include "text/stand_ins.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -20,26 +22,12 @@ std::size_t characterCount(std::string_view text) {
     return count;
 }
 
-// A name's stand-ins as the characters that the owner would type for them.
-std::string typeable(std::string_view name) {
-    constexpr char32_t firstStandIn = 0xF000, lastStandIn = 0xF07F;
-    std::string plain;
-    while (!name.empty()) {
-        const Character character = firstCharacter(name);
-        const std::string_view bytes = name.substr(0, character.length);
-        const bool mayStandIn =
-            character.valid && character.code >= firstStandIn && character.code <= lastStandIn;
-        plain += mayStandIn ? foldCase(bytes) : std::string(bytes);
-        name.remove_prefix(character.length);
-    }
-    return plain;
-}
-
 // What fits a beginning, and what all of it have in common.
 class Fitting {
 public:
     // The beginning's last part, which they replace.
-    explicit Fitting(std::string_view beginning) : replaced_(characterCount(beginning)) {}
+    explicit Fitting(std::string_view beginning)
+        : replaced_(characterCount(beginning)), sure_(foldCase(beginning).size()) {}
 
     // A text, and how it is shown among several. One that is the same as the one before it counts
     // only if it is shown differently.
@@ -60,18 +48,18 @@ public:
     Completion completion() {
         if (count_ == 0)
             return {};
-        if (isOne() || characterCount(common_) > replaced_)
-            return {.replaced = replaced_, .text = typeable(common_)};
+        if (isOne() || foldCase(common_).size() > sure_)
+            return {.replaced = replaced_, .text = asSeen(common_)};
         const int others = count_ - static_cast<int>(shown_.size());
-        return {replaced_, typeable(common_), std::move(shown_), others};
+        return {replaced_, asSeen(common_), std::move(shown_), others};
     }
 
 private:
     std::size_t commonBytes(std::string_view text) const {
         std::string_view rest = common_;
         while (!rest.empty() && !text.empty()) {
-            const std::size_t length = firstCharacter(rest).length;
-            const std::size_t other = firstCharacter(text).length;
+            const std::size_t length = clusterLength(rest);
+            const std::size_t other = clusterLength(text);
             if (!equalFolded(rest.substr(0, length), text.substr(0, other)))
                 break;
             rest.remove_prefix(length);
@@ -81,6 +69,7 @@ private:
     }
 
     std::size_t replaced_;
+    std::size_t sure_;   // bytes of it, once folded
     std::string common_; // in the spelling of the first one
     std::string last_;
     std::vector<std::string> shown_;
@@ -89,7 +78,7 @@ private:
 
 Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
     Fitting fitting(typed);
-    const std::string beginning = foldCase(typed);
+    const std::string beginning = foldName(typed);
     std::string number;
     for (int index = 0; index < state.masterList.count(); ++index) {
         const std::string_view folded = state.masterList.folded(index);
@@ -108,7 +97,7 @@ Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
 
 Completion playlists(const AppState& state, std::string_view typed) {
     Fitting fitting(typed);
-    const std::string beginning = foldCase(typed);
+    const std::string beginning = foldName(typed);
     for (const std::string& fileName : state.p) {
         const std::string_view name = withoutLast(fileName, playlistEnding);
         if (foldCase(name).starts_with(beginning))

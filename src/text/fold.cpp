@@ -1,5 +1,7 @@
 #include "text/fold.h"
 
+#include "text/canonical.h"
+#include "text/stand_ins.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -19,12 +21,9 @@ constexpr FoldRange foldRanges[] = {
 #include "text/fold_table.inc"
 };
 
-constexpr char32_t standInBase = 0xF000;
-constexpr std::u32string_view plainCharacters = U" \"*:<>?";
-
 char32_t folded(char32_t code) {
-    if (code > standInBase && plainCharacters.find(code - standInBase) != plainCharacters.npos)
-        return code - standInBase;
+    if (const auto meant = standsFor(code); meant && *meant != '|' && *meant != '\\')
+        return seenCharacter(code);
     const auto range = std::lower_bound(std::begin(foldRanges), std::end(foldRanges), code,
                                         [](const FoldRange& r, char32_t c) { return r.last < c; });
     if (range == std::end(foldRanges) || code < range->first ||
@@ -41,6 +40,31 @@ char foldedAscii(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
 }
 
+void appendFolded(std::string& result, std::string_view cluster) {
+    Character character = firstCharacter(cluster);
+    if (cluster.size() == 1) {
+        result += foldedAscii(cluster[0]);
+        return;
+    }
+    if (character.length == cluster.size() && !isRespelled(character.code)) {
+        appendCharacter(result, folded(character.code));
+        return;
+    }
+    std::u32string codes;
+    for (; !cluster.empty(); cluster.remove_prefix(character.length)) {
+        character = firstCharacter(cluster);
+        codes += character.code;
+    }
+    compose(codes);
+    std::ranges::transform(codes, codes.begin(), [](char32_t code) {
+        return code < 0x80 ? static_cast<char32_t>(foldedAscii(static_cast<char>(code)))
+                           : folded(code);
+    });
+    compose(codes); // a capital may have no composed form where the small letter has
+    for (const char32_t code : codes)
+        appendCharacter(result, code);
+}
+
 } // namespace
 
 std::string foldCase(std::string_view text) {
@@ -55,21 +79,43 @@ std::string foldCase(std::string_view text) {
 
     result.clear();
     while (!text.empty()) {
-        const Character character = firstCharacter(text);
-        if (character.length == 1)
-            result += foldedAscii(text[0]);
-        else
-            appendCharacter(result, folded(character.code));
-        text.remove_prefix(character.length);
+        const bool standsAlone = isAscii(text[0]) && (text.size() == 1 || isAscii(text[1]));
+        const std::size_t length = standsAlone ? 1 : clusterLength(text);
+        appendFolded(result, text.substr(0, length));
+        text.remove_prefix(length);
     }
     return result;
 }
+
+std::string foldName(std::string_view typed) {
+    std::string name;
+    for (const char byte : foldCase(typed)) {
+        if (byte == '|' || byte == '\\')
+            appendCharacter(name, standInBase + static_cast<unsigned char>(byte));
+        else
+            name += byte;
+    }
+    return name;
+}
+
+namespace {
+
+// What stands at `i` may join the character before it.
+std::string foldedFrom(std::string_view text, std::size_t i) {
+    return foldCase(text.substr(i - std::min<std::size_t>(i, 1)));
+}
+
+bool isJoined(std::string_view text, std::size_t i) {
+    return i + 1 < text.size() && !isAscii(text[i + 1]);
+}
+
+} // namespace
 
 bool equalFolded(std::string_view a, std::string_view b) {
     const std::size_t both = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < both; ++i) {
         if (!isAscii(a[i]) || !isAscii(b[i]))
-            return foldCase(a.substr(i)) == foldCase(b.substr(i));
+            return foldedFrom(a, i) == foldedFrom(b, i);
         if (foldedAscii(a[i]) != foldedAscii(b[i]))
             return false;
     }
@@ -84,8 +130,10 @@ int compareFolded(std::string_view a, std::string_view b) {
     const std::size_t both = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < both; ++i) {
         if (!isAscii(a[i]) || !isAscii(b[i]))
-            return foldCase(a.substr(i)).compare(foldCase(b.substr(i)));
+            return foldedFrom(a, i).compare(foldedFrom(b, i));
         const char left = foldedAscii(a[i]), right = foldedAscii(b[i]);
+        if (left != right && (isJoined(a, i) || isJoined(b, i)))
+            return foldCase(a.substr(i)).compare(foldCase(b.substr(i)));
         if (left != right)
             return static_cast<unsigned char>(left) < static_cast<unsigned char>(right) ? -1 : 1;
     }

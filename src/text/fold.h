@@ -1,9 +1,9 @@
-// Case folding: what "without regard to case" means everywhere here. Unicode simple folding,
-// so that Ä finds ä, one character for one; invalid bytes stay as they are.
+// Case folding: what "without regard to case" means everywhere here. Unicode simple folding, so
+// that Ä finds ä, in one spelling of what is canonically the same, so that a letter with an accent
+// behind it finds the letter that has it. Invalid bytes stay as they are.
 //
-// Names on disk may hold `" * : < > ?` and blanks that a path carries as U+F000 plus their code.
-// These stand-ins fold to the plain characters, which are what the owner types. Those of `|` and
-// `\` don't: rows and paths take the plain ones for separators.
+// Stand-ins fold to what is seen of them, which is what the owner types. Those of `|` and `\`
+// don't: rows and paths take the plain ones for separators. Names alone are searched by `foldName`.
 #pragma once
 
 #include <string>
@@ -12,6 +12,9 @@
 namespace larkspin {
 
 std::string foldCase(std::string_view text);
+
+// What the owner types to find a name: folded, with the stand-ins that a folded name holds.
+std::string foldName(std::string_view typed);
 
 // Compare as if both were folded, without making the folded texts.
 bool equalFolded(std::string_view a, std::string_view b);

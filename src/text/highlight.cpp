@@ -1,30 +1,38 @@
 #include "text/highlight.h"
 
+#include "text/canonical.h"
 #include "text/fold.h"
-#include "text/utf8.h"
 
 namespace larkspin {
 
-// Folding can change how many bytes a character takes, never how many characters there are.
-// So both texts are walked side by side, and a hit must end where a character ends: bytes that
-// only look like one are passed over.
-std::string highlight(std::string_view text, std::string_view find, std::string_view replacement) {
-    const std::string foldedText = foldCase(text), wanted = foldCase(find);
-    if (wanted.empty())
-        return std::string(text);
-    std::size_t wantedCharacters = 0;
-    for (std::string_view rest = wanted; !rest.empty(); ++wantedCharacters)
-        rest.remove_prefix(firstCharacter(rest).length);
+namespace {
 
+// How many bytes the folded text takes at the beginning of the other; 0 when it isn't there. It
+// ends where a letter ends with all that belongs to it.
+std::size_t lengthOf(std::string_view wanted, std::string_view text) {
+    std::size_t length = 0;
+    while (!wanted.empty() && length < text.size()) {
+        const std::string_view rest = text.substr(length);
+        const std::size_t cluster = clusterLength(rest);
+        const std::string folded = foldCase(rest.substr(0, cluster));
+        if (!wanted.starts_with(folded))
+            return 0;
+        wanted.remove_prefix(folded.size());
+        length += cluster;
+    }
+    return wanted.empty() ? length : 0;
+}
+
+} // namespace
+
+std::string highlight(std::string_view text, std::string_view find, std::string_view replacement) {
+    const std::string wanted = foldCase(find);
     std::string result;
-    std::string_view folded = foldedText;
     while (!text.empty()) {
-        const bool hit =
-            folded.starts_with(wanted) && prefixLength(folded, wantedCharacters) == wanted.size();
-        const std::size_t length = prefixLength(text, hit ? wantedCharacters : 1);
-        result += hit ? replacement : text.substr(0, length);
+        const std::size_t hit = lengthOf(wanted, text);
+        const std::size_t length = hit > 0 ? hit : clusterLength(text);
+        result += hit > 0 ? replacement : text.substr(0, length);
         text.remove_prefix(length);
-        folded.remove_prefix(hit ? wanted.size() : firstCharacter(folded).length);
     }
     return result;
 }

@@ -79,11 +79,43 @@ TEST(Text, OfAnyBytesKeepsItsCharacters) {
 TEST(Text, FoldsCapitalsAndStandIns) {
     for (const auto& [text, folded] : Pairs{
              {"RIDE {|}", "ride {|}"}, {"ÄÖ ÉŁ ΣΑΣς ЖЁ", "äö éł σασσ жё"}, {"ẞ ſ \u212A", "ß s k"},
-             {"Ä\xC4\xE4Z", "ä\xC4\xE4z"}, {"\uF07C\uF05C\uF00A\uF000", "\uF07C\uF05C\uF00A\uF000"},
+             {"Ä\xC4\xE4Z", "ä\xC4\xE4z"}, {"\uF07C\uF05C\uF00A\uF000", "\uF07C\uF05C\u240A\uF000"},
              {"A\uF022\uF02A\uF03A\uF03C\uF03E\uF03F\uF020", "a\"*:<>? "}})
         EXPECT_EQ(foldCase(text), folded);
 }
 // clang-format on
+
+// One meaning, spelled in several ways.
+TEST(Text, FoldsTheSameLettersAlikeHoweverTheyAreSpelled) {
+    const std::vector<Names> alike = {
+        {"beyonc\u00E9", "beyonce\u0301", "BEYONCE\u0301", "Beyonc\u00C9"},
+        {"\u212B", "\u00C5", "A\u030A", "a\u030A"},                   // angstrom
+        {"\u1EA5", "\u00E2\u0301", "a\u0302\u0301", "A\u0302\u0301"}, // two marks
+        {"\u1E69", "s\u0323\u0307", "s\u0307\u0323", "\u1E61\u0323"}, // in either order
+        {"\uD55C\uAE00", "\u1112\u1161\u11AB\u1100\u1173\u11AF", "\uD558\u11AB\uAE00"}, // hangul
+        {"\u01F0", "j\u030C", "J\u030C"}, // with no capital of its own
+        {"\u0929", "\u0928\u093C"},
+        {"\u0958", "\u0915\u093C"}, // composed, and never composed
+        {"\u09CB", "\u09C7\u09BE"},
+        {"x\u0302", "X\u0302"},
+        {"\uFA0A", "\u898B"},
+        {"\u2260", "=\u0338"}};
+    for (const Names& spellings : alike)
+        for (const std::string& other : spellings) {
+            SCOPED_TRACE(other);
+            EXPECT_EQ(foldCase(other), foldCase(spellings[0]));
+            EXPECT_TRUE(equalFolded("a" + other, "A" + spellings[0]));
+            EXPECT_EQ(highlight("<" + other + ">", spellings[0], "*"), "<*>");
+        }
+    for (const auto& [a, b] : Pairs{{"e", "e\u0301"},
+                                    {"e\u0301", "e\u0300"},
+                                    {"a\u0301\u0302", "a\u0302\u0301"},
+                                    {"\u1112\u1161", "\uD55C"},
+                                    {"e\u0301", "\xE9"}})
+        EXPECT_FALSE(equalFolded(a, b)) << a;
+    EXPECT_EQ(foldCase("\xE9\u0301e"), "\xE9\u0301e");
+    EXPECT_EQ(highlight("Beyonce\u0301 beyonce", "e", "*"), "B*yonce\u0301 b*yonc*");
+}
 
 TEST(Text, FitsAPatternAsAWhole) {
     for (const auto& [text, pattern] : Pairs{{"aXbXc", "a*b*c"},

@@ -1,0 +1,57 @@
+// Characters that a file name may hold and a path or a row may not: | \ : * ? " < > and control
+// characters, and blanks at the ends of a name. Inside the program they travel as stand-ins, which
+// are U+F000 plus their code. Nobody sees one and nobody types one: what leaves for an eye or a
+// wire goes through `asSeen`, what the owner types as a name comes in through `asStored`.
+//
+// U+F000 itself stands in front of a character of those numbers that is meant as such.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+inline constexpr char32_t standInBase = 0xF000;
+
+// By byte. A scan asks for every byte of every name.
+inline constexpr auto bytesWithStandIn = [] {
+    std::array<bool, 256> table{};
+    for (unsigned control = 0; control < 0x20; ++control)
+        table[control] = true;
+    for (const char reserved : std::string_view("|\\:*?\"<>\x7F"))
+        table[static_cast<unsigned char>(reserved)] = true;
+    return table;
+}();
+
+inline bool needsStandIn(char byte) {
+    return bytesWithStandIn[static_cast<unsigned char>(byte)];
+}
+
+// What a stand-in stands for; nothing for any other character.
+inline std::optional<char> standsFor(char32_t code) {
+    if (code <= standInBase || code > standInBase + 0x7F)
+        return std::nullopt;
+    const char byte = static_cast<char>(code - standInBase);
+    return byte == ' ' || needsStandIn(byte) ? std::optional(byte) : std::nullopt;
+}
+
+// How a stand-in looks: as what it stands for, a control character as its picture ("␊"). Any other
+// character as it is.
+char32_t seenCharacter(char32_t code);
+
+// The text with each stand-in as it looks. Bytes that are no UTF-8 stay.
+std::string asSeen(std::string_view text);
+
+// A name as it is typed, with stand-ins for what needs them. Those that it holds already stay.
+std::string asStored(std::string_view typed);
+
+// The same for a path, whose separators and drive stay.
+std::string asStoredPath(std::string_view typed);
+
+// What has become of a stored text that the owner was shown and has edited: what he has left keeps
+// its very bytes, also where they can't be shown; what he has typed comes as he has typed it.
+std::string afterEditing(std::string_view stored, std::string_view edited);
+
+} // namespace larkspin
