@@ -1,6 +1,7 @@
 #include "chat/markup.h"
 
 #include "text/fold.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <charconv>
@@ -127,6 +128,18 @@ bool applyTag(MarkupStyle& style, std::string_view tag) {
     return true;
 }
 
+// Whether a bracket in front of it opens a tag. Where its own closing one is missing, one of a tag
+// that is written later would do.
+bool readsAsTag(std::string_view text) {
+    constexpr std::string_view tags[] = {"b>",  "/b>",   "u>",     "/u>",    "i>",
+                                         "/i>", "html>", "/html>", "/font>", "font "};
+    return std::ranges::any_of(tags, [text](std::string_view tag) {
+        return equalFolded(text.substr(0, tag.size()), tag);
+    });
+}
+
+constexpr std::string_view tagBreak = "\u200C"; // unseen
+
 } // namespace
 
 std::vector<MarkupPiece> readMarkup(std::string_view line) {
@@ -151,6 +164,38 @@ std::vector<MarkupPiece> readMarkup(std::string_view line) {
     }
     endPiece(line.size());
     return pieces;
+}
+
+std::string withoutTags(std::string_view text) {
+    std::string plain;
+    for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<')) {
+        plain += text.substr(0, at + 1);
+        text.remove_prefix(at + 1);
+        if (readsAsTag(text))
+            plain += tagBreak;
+    }
+    return plain.append(text);
+}
+
+std::string asSeenInMarkup(std::string_view message) {
+    constexpr std::string_view bracket = "\uF03C";
+    constexpr std::size_t longestTag = 24; // bytes of the longest opening, in stand-ins
+    std::string seen;
+    for (auto at = message.find(bracket); at != message.npos; at = message.find(bracket)) {
+        seen += asSeen(message.substr(0, at)) + '<';
+        message.remove_prefix(at + bracket.size());
+        if (readsAsTag(asSeen(message.substr(0, longestTag))))
+            seen += tagBreak;
+    }
+    return seen + asSeen(message);
+}
+
+std::string withoutTagBreaks(std::string_view text) {
+    std::string plain(text);
+    const std::string broken = '<' + std::string(tagBreak);
+    for (auto at = plain.find(broken); at != plain.npos; at = plain.find(broken, at + 1))
+        plain.erase(at + 1, tagBreak.size());
+    return plain;
 }
 
 } // namespace larkspin

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -26,5 +27,16 @@ struct MarkupPiece {
 // "<3", a tag of another kind, one that nobody closes. The pieces are views into the line. Takes
 // time in proportion to the line's length, whatever it holds.
 std::vector<MarkupPiece> readMarkup(std::string_view line);
+
+// A text that isn't meant as markup: U+200C stands behind a bracket that would open a tag.
+// `text/visible.h` leaves it out of what is shown.
+std::string withoutTags(std::string_view text);
+
+// A message with the names in it as they are seen: stand-ins (see `text/stand_ins.h`) as what they
+// stand for, and none of them opens a tag.
+std::string asSeenInMarkup(std::string_view message);
+
+// What has been taken out of the way of tags, for a wire that has none.
+std::string withoutTagBreaks(std::string_view text);
 
 } // namespace larkspin

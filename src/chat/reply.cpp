@@ -1,5 +1,6 @@
 #include "chat/reply.h"
 
+#include "chat/markup.h"
 #include "chat/room.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
@@ -66,7 +67,7 @@ std::string Reply::styled(std::string_view message) {
     line += "\" color=#";
     line += style(Choice::fontColor);
     line += ">";
-    line += message;
+    line += asSeenInMarkup(message);
     line += "</b><font face=\"";
     line += style(Choice::closingFont);
     line += "\" color=#";

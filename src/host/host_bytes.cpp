@@ -32,9 +32,15 @@ char32_t characterOf(char byte) {
 
 // The micro sign, which the code page has, is this letter once its case is folded.
 constexpr char32_t micro = 0xB5, foldedMicro = 0x3BC;
+// What keeps a bracket from opening a tag; of what isn't seen the code page has this hyphen alone.
+constexpr char32_t joiner = 0x200C, softHyphen = 0xAD;
+
+char32_t nearest(char32_t code) {
+    return code == foldedMicro ? micro : code == joiner ? softHyphen : code;
+}
 
 char byteOf(const Character& character) {
-    const char32_t code = character.code == foldedMicro ? micro : character.code;
+    const char32_t code = character.valid ? nearest(character.code) : character.code;
     if (!character.valid || (code < 0x100 && !isSpecial(code)))
         return static_cast<char>(code);
     const auto at = std::find(std::begin(special), std::end(special), code);

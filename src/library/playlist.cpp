@@ -83,7 +83,7 @@ bool isinlist(const RowList& list, std::string_view text) {
 
 bool searchrows(AppState& state, RowList& list, std::string_view text) {
     state.choiceList.clear();
-    const std::string wanted = foldCase(text);
+    const std::string wanted = foldName(text);
     for (int index = 0; index < list.count(); ++index) {
         const Row& row = list.share(index);
         if (!nameContains(row, wanted))

@@ -10,6 +10,8 @@
 #include "shell/dialogs.h"
 #include "shell/files.h"
 #include "shell/this_run.h"
+#include "text/stand_ins.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 
@@ -21,17 +23,25 @@ std::string undone(std::string_view verb, const std::string& title, const std::s
     return "couldn't " + std::string(verb) + " " + title + ":  " + reason;
 }
 
-// A control character would break the row, and the files that it is kept in.
-bool isControl(char letter) {
+// Whether a name may get no such character; it may keep those that it has.
+bool isRefused(char letter) {
     const auto byte = static_cast<unsigned char>(letter);
-    return byte < 0x20 || byte == 0x7F;
+    return byte < 0x20 || byte == 0x7F ||
+           std::string_view("/\\:<>|").find(letter) != std::string_view::npos;
 }
 
-// Without the extension, which stays.
+// As it is stored, without the extension, which stays.
 bool isNewName(const std::string& name, const Song& song) {
-    return !name.empty() && !name.starts_with(' ') &&
-           name.find_first_of("/\\:<>|") == std::string::npos &&
-           std::none_of(name.begin(), name.end(), isControl) && name != song.name;
+    for (std::string_view rest = name; !rest.empty();) {
+        const Character character = firstCharacter(rest);
+        const std::string_view bytes = rest.substr(0, character.length);
+        const auto standIn = character.valid ? standsFor(character.code) : std::nullopt;
+        if (isRefused(standIn.value_or(bytes.front())) &&
+            song.name.find(bytes) == std::string::npos)
+            return false;
+        rest.remove_prefix(character.length);
+    }
+    return !name.empty() && !name.starts_with(' ') && name != song.name;
 }
 
 Song renamedTo(const std::string& name, const Song& song) {
@@ -68,7 +78,8 @@ void SongFiles::deleteInPlay() {
                     "deleted " + song->title());
 }
 
-void SongFiles::renameInPlay(const std::string& newName) {
+void SongFiles::renameInPlay(const std::string& typed) {
+    const std::string newName = asStored(typed);
     const auto song = songInPlay();
     if (!song) {
         reply_.sayOrBox("what the fuck are you gonna rename, stupid?");
@@ -126,14 +137,15 @@ void SongFiles::renameShown() {
     const auto song = songShown();
     if (!song)
         return;
-    const auto newName =
+    const auto typed =
         dialogs_.askText({.title = "file renamer",
                           .prompt = "what would you like to rename " + song->name + " as?(" +
                                     song->extension + " is already provided)",
                           .preset = song->name});
-    if (!newName || !isNewName(*newName, *song))
+    const std::string newName = asStored(typed.value_or(""));
+    if (!isNewName(newName, *song))
         return;
-    const Song renamed = renamedTo(*newName, *song);
+    const Song renamed = renamedTo(newName, *song);
     const ThisRun run(state_);
     const bool nothingFollows = isInPlay(*song) && letGo();
     if (!run.lasts())

@@ -12,6 +12,7 @@
 #include "text/fold.h"
 #include "text/highlight.h"
 #include "text/number.h"
+#include "text/stand_ins.h"
 #include "text/wildcard.h"
 
 namespace larkspin {
@@ -39,7 +40,8 @@ std::string startMessage(std::string_view head, const std::string& number, const
 }
 
 std::string markedName(const std::string& name, const std::string& words) {
-    return highlight(name, words, "<b><u>" + words + "</b></u>");
+    const std::string stored = asStored(words); // as it stands in the name, and no tag
+    return highlight(name, stored, "<b><u>" + stored + "</b></u>");
 }
 
 void Transport::stop() {

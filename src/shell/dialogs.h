@@ -1,7 +1,8 @@
 // The port to what stops in front of the owner himself rather than in the room: boxes, questions
 // and file dialogs. Each call returns when the owner has seen or answered it, and events run
 // meanwhile; a front end that can't wait for a look returns at once. A question that nobody answers
-// counts as dismissed. Paths are drive paths.
+// counts as dismissed. Paths are drive paths; a front end shows texts by
+// `asSeen` (see `text/stand_ins.h`).
 #pragma once
 
 #include <chrono>
@@ -47,8 +48,9 @@ public:
     // Yes and No buttons, no icon; true for Yes. No answer at all counts as No.
     virtual bool ask(const std::string& question) = 0;
 
-    // A line of text. Nothing when it is dismissed or left empty.
-    virtual std::optional<std::string> askText(const TextQuestion& question) = 0;
+    // A line of text. Nothing when it is dismissed or left empty. What the owner leaves of the
+    // preset keeps its bytes, however it was shown to him.
+    std::optional<std::string> askText(const TextQuestion& question);
 
     // Files on disk, as full paths; none when the dialog is dismissed. A file to open exists as a
     // rule, but nobody vouches for it; one to save may exist.
@@ -63,6 +65,10 @@ public:
     // The run has ended that they belong to: all that are open count as dismissed, also what has
     // been answered while another one inside it waits.
     virtual void dismissAll() = 0;
+
+protected:
+    // The line as the owner leaves it.
+    virtual std::optional<std::string> askLine(const TextQuestion& question) = 0;
 };
 
 } // namespace larkspin

@@ -1,5 +1,6 @@
 #include "text/visible.h"
 
+#include "text/stand_ins.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -39,10 +40,6 @@ bool isControl(char32_t code) {
     return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
 
-bool isStandIn(char32_t code) {
-    return code > 0xF01F && code < 0xF07F;
-}
-
 enum class Form { name, text };
 
 // Whether it may be left out: all that it does is to join others or to choose their form.
@@ -55,11 +52,9 @@ std::string visible(std::string_view text, Form form, std::string_view lineBreak
     while (!text.empty()) {
         const Character character = firstCharacter(text);
         const char32_t code = character.code;
-        if (character.valid && isStandIn(code) && form == Form::text)
-            shown += static_cast<char>(code - 0xF000);
-        else if (code == '\n' && form == Form::text)
+        if (code == '\n' && form == Form::text)
             shown += lineBreak;
-        else if (!character.valid || isControl(code) || isStandIn(code) || isIn(hidden, code))
+        else if (!character.valid || isControl(code) || standsFor(code) || isIn(hidden, code))
             shown += onlyJoins(code, form) ? "" : replacementCharacter;
         else
             shown += text.substr(0, character.length);
@@ -75,7 +70,7 @@ std::string visibleName(std::string_view name) {
 }
 
 std::string visibleText(std::string_view text, std::string_view lineBreak) {
-    return visible(text, Form::text, lineBreak);
+    return visible(asSeen(text), Form::text, lineBreak);
 }
 
 } // namespace larkspin

@@ -44,6 +44,12 @@ TEST(Reply, LeaksNothingIntoTheRoomInSilentMode) {
     EXPECT_EQ(machine.setting("silent"), "yes");
 }
 
+TEST(Reply, NamesSongsAsTheyAreSeenAndTakesNoneForMarkup) {
+    VirtualMachine machine({"<b>who?|<3 \".mp3"});
+    EXPECT_EQ(machine.answer("'play <B>WHO?|"),
+              "playing:  <b>1</b>.  <b><u><\u200CB>WHO?|</b></u><3 \"");
+}
+
 TEST(Reply, VanishesWithoutARoom) {
     VirtualMachine machine({"ride.mp3"}, 10s);
     machine.room.open = false;

@@ -336,6 +336,20 @@ TEST(Windows, StartTheRowThatIsClickedTwiceOrTakenByReturn) {
     EXPECT_EQ(desk.state().playlistView.count(), 2);
 }
 
+TEST(Windows, ShowEveryNameAsItIs) {
+    Desk desk({"who?.mp3"});
+    desk.show("mp3s");
+    desk.owner("'num 1");
+    desk.state().playlistTitle = " playlist:  a\uF03F.lkl";
+    desk.state().mediaCaption = "  who\uF03F";
+    desk.settle();
+    auto& list = desk.control<QListView>("mp3s", "playlistView");
+    EXPECT_EQ(list.model()->index(0, 0).data().toString().toStdString(), "who?");
+    for (const auto& [name, words] :
+         {std::pair("playlistTitle", "playlist: a?.lkl"), {"mediaCaption", "who?"}})
+        EXPECT_EQ(desk.control("mp3s", name).accessibleName().toStdString(), words);
+}
+
 TEST(Windows, DrawManyChangesOnceAndKeepTheirPlaceInTheList) {
     Desk desk(numbered(300));
     desk.show("mp3s");

@@ -23,6 +23,7 @@ TEST(IrcMarkup, IsWrittenInCodes) {
         {"<font color=#000000>black <font color=#FFFFFE>white", "black white"},
         {"two\nlines\x03\x01\xC2\x85.\xFF", "two lines   .\xFF"},
         {"no <3 tag <nick></html><b></b>", "no <3 tag <nick>"},
+        {"<b>a <\u200Cb>name<\u200C/b></b>.", "^Ba <b>name</b>^B."},
     };
     for (const auto& each : cases)
         EXPECT_EQ(ircCodes(each.markup), carets(each.codes));

@@ -2,6 +2,7 @@
 #include "app/program.h"
 #include "library/playlist_row.h"
 #include "support/talk.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <set>
@@ -199,7 +200,7 @@ TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
     const std::string gap(78, ' ');
     const std::vector<Texts> songs = { // directory, file, and a part of its name as it is typed
         {"дом", "Песня Ё.mp3", "песня ё"}, {"日本", "歌.mp3", "歌"}, {"a b ", "What?.mp3", "what?"},
-        {" x", " \"q\": <a*b>.mp3", " \"Q\": <A*B>"}, {"x|y\\z", "AC|DC.mp3", "dc"},
+        {" x", " \"q\": <a*b>.mp3", " \"Q\": <A*B>"}, {"x|y\\z", "AC|DC.mp3", "ac|dc"},
         {"l\n", "line\nbreak\t.mp3", "break"}, {"\xFF", "\xC4rger.mp3", "\xC4RGER"},
         {"مرحبا", "שלום 🎵.mp3", "שלום 🎵"}, {"{d}", " .mp3", " "}, {"..x", ". .mp3", ". "},
         {"\uF03F", "\uF07C|.mp3", "\uF07C"}, {"tail", "blank .mp3", "blank "},
@@ -215,7 +216,7 @@ TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
     machine.owner("'transfer");
     for (int run = 0; run < 2; ++run) {
         for (int row = 1; row <= 16; ++row) {
-            const std::string name(rowname(machine.state().masterList.row(row - 1)));
+            const std::string name = asSeen(rowname(machine.state().masterList.row(row - 1)));
             EXPECT_EQ(machine.answer("'num " + std::to_string(row)),
                       "playing:  <b>" + std::to_string(row) + "</b>.  " + name);
         }
@@ -223,7 +224,6 @@ TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
             machine.owner("'play " + typed);
             EXPECT_TRUE(machine.state().choiceList.contains(row)) << row;
         }
-        EXPECT_EQ(machine.answer("'play ac|"), "your gay song was not found");
         machine.owner("'exit");
         machine.start();
     }

@@ -112,6 +112,21 @@ TEST_F(QtDialogsTest, AllThatIsOpenIsDismissedTogether) {
     loop.cancel(look);
 }
 
+TEST_F(QtDialogsTest, NamesAreShownAsTheyAreAndKeepTheirBytes) {
+    const TextQuestion rename{.title = "c\uF03Al", .prompt = "a\uF03F", .preset = "\xE9: \uF03F"};
+    answer("", Qt::Key_Return);
+    EXPECT_EQ(dialogs.askText(rename), rename.preset);
+    EXPECT_EQ(title, "c:l");
+    EXPECT_NE(shown.find("a?\n"), std::string::npos) << shown;
+    answer("", Qt::Key_Return);
+    dialogs.box("b\uF02A");
+    EXPECT_NE(shown.find("b*\n"), std::string::npos) << shown;
+    FileQuestion save = question();
+    save.preset = "\xE9\uF03F.lkl";
+    answer("", Qt::Key_Return);
+    EXPECT_EQ(dialogs.saveFile(save), save.directory + '\\' + save.preset);
+}
+
 TEST_F(QtDialogsTest, FilesAndDirectoriesComeAsDrivePaths) {
     for (const char* const name : {"a.mp3", "b: c.mp3", "d/e.mp3"})
         disk.write(name, "");

@@ -105,6 +105,32 @@ TEST_F(TerminalTest, SpeaksTheProtocolAndSavesAtTheEndOfTheInput) {
     EXPECT_EQ(setting("load"), "3");
 }
 
+// Rooms, boxes, questions, windows, menus: whatever tells a name.
+TEST_F(TerminalTest, TellsEveryNameAsItIs) {
+    const std::string name = R"(what? <b>*: a|\c "x")", said = R"(what? <)"
+                                                               "\u200C"
+                                                               R"(b>*: a|\c "x")";
+    std::filesystem::create_directory(disk.path() / "Music?");
+    ASSERT_TRUE(makeSong(disk.path() / "Music?" / (name + ".wav"), 60));
+    disk.write("larkspin/list?.lkl", "");
+    const std::string all = output(
+        "'filter wav\n'scan ~/Music?\n'transfer\n'num 1\n'info\n'pause\n'scrd\n'scrpl\n"
+        "'list t?\n'pl\n/menu\n'transfer\n'play ?\n'rnd <\n'ap ~/a?, b?\n'apps\n"
+        "/click appz.List1 1\n/show appz\n'media\n/click mp3s.playlistView 1\n/show mp3s\n"
+        "/key mp3s.playlistView delete\nn\n/click mp3s.renameLabel\n\n/double mp3s.mediaCaption\n"
+        "/hover mp3s.mediaCaption\n/show mp3s\n'play \n'view\n/show larkmain\n'rename what?!\n"
+        "'delete\n");
+    for (const std::string& told : std::vector<std::string>{
+             "playing:  <b>1</b>.  " + said, "song:  " + said, "paused:  " + said,
+             "\\Music?</b> for <b>wav", "loaded playlist <b>list?.lkl",
+             "[ask] do you really wanna delete " + name + "?",
+             "[input] file renamer: what would you like to rename " + name + " as?",
+             "(" + name + ")\n", "    1 " + name + "    ", "deleted:  <b>what?!</b>"})
+        EXPECT_NE(all.find(told), std::string::npos) << told;
+    for (const char* lead : {"\xEF\x80", "\xEF\x81"}) // of U+F000 to U+F07F
+        EXPECT_EQ(all.find(lead), std::string::npos) << all;
+}
+
 TEST_F(TerminalTest, TakesLinesOfAnySize) {
     const std::string huge(1 << 20, 'x');
     const std::string said = output(huge + "\n'play " + huge + "\n\n'ver");

@@ -19,7 +19,7 @@ TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
         {"one\ntwo", "one\n  two"},
         {"\x1b]0;title\x07 \x7f \u009b31m \xff\r",
          "\uFFFD]0;title\uFFFD \uFFFD \uFFFD31m \uFFFD\uFFFD"},
-        {"what\uF03F \uF03Cb> \uF00A", "what? <b> \uF00A"},
+        {"what\uF03F \uF03Cb> \uF00A", "what? <b> \u240A"},
         {"a\u202Eb\u2066c\u200Fd\u061Ce", "a\uFFFDb\uFFFDc\uFFFDd\uFFFDe"},
         {"a\u2028b\u2029c\u200Bd\uFEFFe", "a\uFFFDb\uFFFDc\uFFFDd\uFFFDe"},
         {"a\U000E0041\U000E007F\u00ADb", "a\uFFFD\uFFFD\uFFFDb"},

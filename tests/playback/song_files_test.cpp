@@ -2,6 +2,7 @@
 #include "library/playlist_row.h"
 #include "shell/control_events.h"
 #include "support/talk.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -233,7 +234,7 @@ TEST_F(SongFiles, RenameKeepsToItsDirectoryAndOverNothing) {
     const std::string longName(300, 'x');
     for (const auto& [name, onDisk] :
          std::map<std::string, std::string>{{"..", "...mp3"},
-                                            {"x\uF00Ay\uF05C", "x\ny\\.mp3"},
+                                            {"who? *\"", "who? *\".mp3"},
                                             {"..\uF02Fa", "..\uF02Fa.mp3"},
                                             {"B", "B.mp3"},
                                             {"a", "b.mp3"},
@@ -249,13 +250,38 @@ TEST_F(SongFiles, RenameKeepsToItsDirectoryAndOverNothing) {
                         .starts_with(isRenamed ? "rename current song to:  <b>" + name
                                                : "couldn't rename <b>b.mp3</b>:  "))
             << machine.said();
-        EXPECT_EQ(rows(), Lines{(isRenamed ? name : "b") + ".mp3 rock"});
+        EXPECT_EQ(rows(), Lines{(isRenamed ? asStored(name) : "b") + ".mp3 rock"});
         EXPECT_EQ(machine.disk.read("music/rock/" + onDisk), "mine");
         std::filesystem::remove(machine.disk.path() / "music/rock" / onDisk);
     }
     EXPECT_EQ(files(), (Lines{"A.mp3", "a.mp3", "c.wav"}));
     EXPECT_EQ(files("music"), Lines{"rock"});
     EXPECT_EQ(machine.disk.read("music/rock/a.mp3"), "sound");
+}
+
+// As the box shows the old name: a new one keeps of it what the owner has left.
+TEST_F(SongFiles, TheRenameBoxKeepsBytesAndCharactersOfTheOldName) {
+    const struct {
+        const char *onDisk, *answer, *then;
+    } edits[] = {
+        {"caf\xE9: \"?\".wav", "caf\uFFFD: \"?\"", "caf\xE9: \"?\".wav"},
+        {"caf\xE9: \"?\".wav", "my caf\uFFFD: who?*", "my caf\xE9: who?*.wav"},
+        {"a<b>|\\\n.wav", "a<b>|\\\u240A 2", "a<b>|\\\n 2.wav"},
+        {"a:b.wav", "a<b", "a:b.wav"},
+        {"a.wav", "a: b", "a.wav"},
+    };
+    for (const auto& [onDisk, answer, then] : edits) {
+        SCOPED_TRACE(answer);
+        std::filesystem::remove_all(machine.disk.path() / "music/rock");
+        machine.song("rock", onDisk);
+        machine.start();
+        for (const std::string& line : {"'filter wav", "'clearpl", "'scan ~/", "'transfer"})
+            machine.owner(line == "'scan ~/" ? "'scan " + machine.drive("music") : line);
+        machine.window("mp3s").visible = true;
+        clickRename(0, answer);
+        EXPECT_EQ(files(), Lines{then});
+        EXPECT_TRUE(machine.answer("'num 1").starts_with("playing:  <b>1</b>"));
+    }
 }
 
 TEST_F(SongFiles, SilentModeAnswersInBoxes) {

@@ -72,7 +72,7 @@ bool ScriptedDialogs::ask(const std::string& question) {
     return nextAnswer() == "yes";
 }
 
-std::optional<std::string> ScriptedDialogs::askText(const TextQuestion& question) {
+std::optional<std::string> ScriptedDialogs::askLine(const TextQuestion& question) {
     boxes.push_back(question.prompt);
     titles.push_back(question.title);
     std::string answer = nextAnswer();

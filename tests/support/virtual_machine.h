@@ -100,7 +100,6 @@ public:
     void titledBox(const std::string& title, const std::string& text) override;
     void stopBox(const std::string& text) override { boxes.push_back(text); }
     bool ask(const std::string& question) override;
-    std::optional<std::string> askText(const TextQuestion& question) override;
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
@@ -114,6 +113,7 @@ public:
     std::function<void()> whileOpen = [] {}; // what happens while one of them is open
 
 private:
+    std::optional<std::string> askLine(const TextQuestion& question) override;
     std::string nextAnswer();
     int dismissals_ = 0;
 };

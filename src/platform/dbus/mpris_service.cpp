@@ -3,6 +3,7 @@
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/percent_escapes.h"
 #include "playback/sliders.h"
+#include "text/stand_ins.h"
 #include "text/utf8.h"
 
 #include <cstdint>
@@ -63,9 +64,11 @@ double share(int value) {
     return value / 100.0;
 }
 
-// The bus takes valid text only.
-std::string validText(std::string_view text) {
+// As it is seen. The bus takes valid text only.
+std::string validText(std::string_view stored) {
+    const std::string seen = asSeen(stored);
     std::string valid;
+    std::string_view text = seen;
     while (!text.empty()) {
         const Character next = firstCharacter(text);
         if (next.valid)

@@ -1,7 +1,6 @@
 #include "platform/irc/irc_markup.h"
 
 #include "platform/irc/irc_codes.h"
-#include "text/fold.h"
 #include "text/number.h"
 #include "text/utf8.h"
 
@@ -46,27 +45,6 @@ std::vector<Run> runsOf(std::string_view codes) {
     return runs;
 }
 
-// Whether a bracket in front of it opens a tag. Where its own closing one is missing, one of a tag
-// that is written later would do.
-bool readsAsTag(std::string_view text) {
-    constexpr std::string_view tags[] = {"b>",  "/b>",   "u>",     "/u>",    "i>",
-                                         "/i>", "html>", "/html>", "/font>", "font "};
-    return std::ranges::any_of(tags, [text](std::string_view tag) {
-        return equalFolded(text.substr(0, tag.size()), tag);
-    });
-}
-
-void appendWithoutTags(std::string& to, std::string_view text) {
-    constexpr std::string_view unseen = "\u200C";
-    for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<')) {
-        to += text.substr(0, at + 1);
-        text.remove_prefix(at + 1);
-        if (readsAsTag(text))
-            to += unseen;
-    }
-    to += text;
-}
-
 std::string fontTag(std::optional<std::uint32_t> color) {
     if (!color)
         return "</font>";
@@ -96,7 +74,7 @@ std::string ircCodes(std::string_view markup) {
     MarkupStyle last;
     for (const MarkupPiece& piece : readMarkup(markup)) {
         codes += ircCodesBetween(last, piece.style, piece.text);
-        appendWithoutControls(codes, piece.text);
+        appendWithoutControls(codes, withoutTagBreaks(piece.text));
         last = piece.style;
     }
     return codes;
@@ -107,7 +85,7 @@ std::string markupOfIrc(std::string_view codes) {
     MarkupStyle last;
     for (const Run& run : runsOf(codes)) {
         markup += tagsBetween(last, run.style);
-        appendWithoutTags(markup, run.text);
+        markup += withoutTags(run.text);
         last = run.style;
     }
     return markup;

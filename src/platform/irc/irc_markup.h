@@ -12,8 +12,7 @@ namespace larkspin {
 std::string ircCodes(std::string_view markup);
 
 // What is said in the room, in the client's markup. Signs of others that would read as the client's
-// tags don't: they come out with U+200C behind the bracket, which `text/visible.h` leaves out of
-// what is shown. Control characters that are no codes stay.
+// tags don't (`withoutTags`). Control characters that are no codes stay.
 std::string markupOfIrc(std::string_view codes);
 
 // Without any code: what it says.

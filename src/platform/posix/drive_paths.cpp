@@ -1,46 +1,20 @@
 #include "platform/posix/drive_paths.h"
 
+#include "text/stand_ins.h"
 #include "text/utf8.h"
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 namespace larkspin {
 
 namespace {
 
-constexpr char32_t privateBase = 0xF000;
-// No name holds the character that this would stand for, so it is free to mark a private
-// character that is meant as such.
-constexpr char32_t escapeMark = privateBase;
-
-// By byte. A scan asks for every byte of every name.
-constexpr auto disguised = [] {
-    std::array<bool, 256> table{};
-    for (unsigned control = 0; control < 0x20; ++control)
-        table[control] = true;
-    for (const char reserved : std::string_view("|\\:*?\"<>\x7F"))
-        table[static_cast<unsigned char>(reserved)] = true;
-    return table;
-}();
-
-bool needsDisguise(char byte) {
-    return disguised[static_cast<unsigned char>(byte)];
-}
-
-bool isDisguise(char32_t code) {
-    if (code <= privateBase || code > privateBase + 0x7F)
-        return false;
-    const char byte = static_cast<char>(code - privateBase);
-    return byte == ' ' || needsDisguise(byte);
-}
-
-// No disguise and no blank at an end: what nearly all names are like.
+// No stand-in and no blank at an end: what nearly all names are like.
 bool isPlain(std::string_view name) {
     constexpr char privateLead = '\xEF'; // of U+F000 to U+FFFF in UTF-8
     return std::none_of(name.begin(), name.end(),
-                        [](char byte) { return needsDisguise(byte) || byte == privateLead; }) &&
+                        [](char byte) { return needsStandIn(byte) || byte == privateLead; }) &&
            !name.starts_with(' ') && !name.ends_with(' ');
 }
 
@@ -51,12 +25,12 @@ bool isSeparator(char byte) {
 void appendNativeName(std::string& path, std::string_view name) {
     while (!name.empty()) {
         Character character = firstCharacter(name);
-        if (character.valid && character.code == escapeMark && character.length < name.size()) {
+        if (character.valid && character.code == standInBase && character.length < name.size()) {
             name.remove_prefix(character.length);
             character = firstCharacter(name);
             path += name.substr(0, character.length);
-        } else if (character.valid && isDisguise(character.code)) {
-            path += static_cast<char>(character.code - privateBase);
+        } else if (const auto meant = standsFor(character.code); character.valid && meant) {
+            path += *meant;
         } else {
             path += name.substr(0, character.length);
         }
@@ -91,11 +65,11 @@ std::string driveName(std::string_view nativeName) {
     for (std::size_t at = 0; at < nativeName.size();) {
         const Character character = firstCharacter(nativeName.substr(at));
         const bool atAnEnd = at == 0 || at + 1 == nativeName.size();
-        if (needsDisguise(nativeName[at]) || (nativeName[at] == ' ' && atAnEnd)) {
-            appendCharacter(name, privateBase + character.code);
+        if (needsStandIn(nativeName[at]) || (nativeName[at] == ' ' && atAnEnd)) {
+            appendCharacter(name, standInBase + character.code);
         } else {
-            if (character.valid && (character.code == escapeMark || isDisguise(character.code)))
-                appendCharacter(name, escapeMark);
+            if (character.valid && (character.code == standInBase || standsFor(character.code)))
+                appendCharacter(name, standInBase);
             name += nativeName.substr(at, character.length);
         }
         at += character.length;

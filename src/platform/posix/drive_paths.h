@@ -1,11 +1,10 @@
 // Drive paths (`c:\home\jo`) to native ones (`/home/jo`) and back, by syntax alone: drive `c:`
 // is the root directory and the only drive.
 //
-// A native name may hold characters that a drive path or a playlist row may not: | \ : * ? "
-// < > and control characters. They travel as U+F000 plus their code, as other systems'
-// shared-drive layers do, and so do blanks at the ends of a name, which the settings file
-// would drop. A name that holds such a private character itself gets U+F000 in front of it.
-// So every native name has exactly one drive form, whatever its bytes.
+// What a native name may hold and a drive path or a playlist row may not travels as stand-ins (see
+// `text/stand_ins.h`), also blanks at the ends of a name, which the settings file would drop. A
+// name that holds such a private character itself gets U+F000 in front of it. So every native name
+// has exactly one drive form, whatever its bytes.
 #pragma once
 
 #include <string>

@@ -2,6 +2,7 @@
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/drive_paths.h"
+#include "text/stand_ins.h"
 
 #include <climits>
 #include <cstdlib>
@@ -121,7 +122,7 @@ std::string PosixDirectories::nativeAsTyped(std::string_view typed) const {
 std::string PosixDirectories::drivePath(std::string_view typed) {
     if (isHome(typed) || typed.starts_with('/'))
         return larkspin::drivePath(withoutUpwards(nativeAsTyped(typed)));
-    return std::string(typed);
+    return typed.size() >= 2 && typed[1] == ':' ? asStoredPath(typed) : std::string(typed);
 }
 
 } // namespace larkspin

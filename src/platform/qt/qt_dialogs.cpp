@@ -1,7 +1,9 @@
 #include "platform/qt/qt_dialogs.h"
 
+#include "library/playlist_row.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/qt/qt_text.h"
+#include "text/stand_ins.h"
 
 #include <QDir>
 #include <QFile>
@@ -67,7 +69,7 @@ bool QtDialogs::ask(const std::string& question) {
     return show(box, answersPress) == QMessageBox::Yes;
 }
 
-std::optional<std::string> QtDialogs::askText(const TextQuestion& question) {
+std::optional<std::string> QtDialogs::askLine(const TextQuestion& question) {
     const bool answersPress = isPressed();
     QInputDialog dialog;
     dialog.setWindowTitle(toQt(question.title));
@@ -126,10 +128,13 @@ std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQues
     dialog.setDirectory(directory.isEmpty() ? QDir::homePath() : directory);
     if (!question.preset.empty())
         dialog.selectFile(nativeName("c:\\" + question.preset).mid(1));
+    // What he leaves of it keeps its bytes, which Qt's own reading would change.
+    const std::string begun = nativePath(joinPath(question.directory, question.preset));
     std::vector<std::string> paths;
     if (show(dialog, answersPress) == QDialog::Accepted)
         for (const QString& chosen : dialog.selectedFiles())
-            paths.push_back(drivePath(QFile::encodeName(chosen).toStdString()));
+            paths.push_back(
+                drivePath(afterEditing(begun, QFile::encodeName(chosen).toStdString())));
     return paths;
 }
 

@@ -19,7 +19,6 @@ public:
     void titledBox(const std::string& title, const std::string& text) override;
     void stopBox(const std::string& text) override;
     bool ask(const std::string& question) override;
-    std::optional<std::string> askText(const TextQuestion& question) override;
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
@@ -30,6 +29,7 @@ public:
     void ownerPresses();
 
 private:
+    std::optional<std::string> askLine(const TextQuestion& question) override;
     // What the dialog ended with; 0 when it was dismissed.
     int show(QDialog& dialog, bool answersPress);
     std::vector<std::string> askPaths(QFileDialog& dialog, const FileQuestion& question,

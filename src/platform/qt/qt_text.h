@@ -1,7 +1,8 @@
-// Texts and colours between the program and Qt.
+// Texts and colours between the program and Qt. A text goes to Qt as it is to be seen.
 #pragma once
 
 #include "shell/window.h"
+#include "text/stand_ins.h"
 
 #include <QColor>
 #include <QString>
@@ -11,7 +12,7 @@
 namespace larkspin {
 
 inline QString toQt(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromStdString(asSeen(text));
 }
 
 inline QColor toQt(Color color) {

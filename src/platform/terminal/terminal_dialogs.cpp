@@ -3,6 +3,7 @@
 #include "platform/terminal/terminal_input.h"
 #include "platform/terminal/terminal_screen.h"
 #include "text/blanks.h"
+#include "text/stand_ins.h"
 
 namespace larkspin {
 
@@ -33,7 +34,7 @@ bool TerminalDialogs::ask(const std::string& question) {
     return line && (line->starts_with('y') || line->starts_with('Y'));
 }
 
-std::optional<std::string> TerminalDialogs::askText(const TextQuestion& question) {
+std::optional<std::string> TerminalDialogs::askLine(const TextQuestion& question) {
     screen_.show("input", titled(question.title, question.prompt) + " (" + question.preset + ')');
     return answer();
 }
@@ -85,7 +86,8 @@ std::string TerminalDialogs::pathOf(std::string_view typed, const FileQuestion& 
     std::string path = readPath_(withoutBlanks(typed));
     if (isDrivePath(path) || question.directory.empty())
         return path;
-    return question.directory + (question.directory.ends_with('\\') ? "" : "\\") + path;
+    return question.directory + (question.directory.ends_with('\\') ? "" : "\\") +
+           asStoredPath(path);
 }
 
 } // namespace larkspin

@@ -24,7 +24,6 @@ public:
 
     // Yes is a line that opens with y. Everything else is No.
     bool ask(const std::string& question) override;
-    std::optional<std::string> askText(const TextQuestion& question) override;
 
     // A path may be native and absolute, open with `~/`, or be a drive path; any other is taken to
     // be in the question's directory. Several are separated by `|`.
@@ -35,6 +34,7 @@ public:
     void dismissAll() override;
 
 private:
+    std::optional<std::string> askLine(const TextQuestion& question) override;
     // Nothing when the question was dismissed.
     std::optional<std::string> answer();
     std::optional<std::string> askPath(std::string_view head, const FileQuestion& question);

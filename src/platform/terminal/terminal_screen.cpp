@@ -1,6 +1,8 @@
 #include "platform/terminal/terminal_screen.h"
 
+#include "chat/markup.h"
 #include "platform/terminal/terminal_text.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,7 +14,7 @@ namespace {
 std::string onOneLine(std::string_view text) {
     std::string line;
     line.reserve(text.size());
-    for (const char byte : text) {
+    for (const char byte : asSeen(text)) {
         if (byte == '\n')
             line += "\\n";
         else if (byte == '\r')
@@ -53,7 +55,7 @@ TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form f
 
 void TerminalScreen::showLine(const std::string& speaker, const std::string& text) {
     if (form_ == Form::protocol)
-        put(output_, onOneLine(speaker) + ": " + onOneLine(text) + '\n');
+        put(output_, onOneLine(speaker) + ": " + onOneLine(asSeenInMarkup(text)) + '\n');
     else
         put(output_, shownName(speaker) + ": " + shownMarkup(text) + '\n');
 }
