@@ -52,6 +52,7 @@ private:
 
     void post(Event event);
     void end(const std::string& why);
+    bool isClosedAtOnce() const;
     std::string why(const GlibRef<GError>& error) const;
     GSocket* socket() const { return g_socket_connection_get_socket(connection_.get()); }
 
@@ -105,6 +106,17 @@ void IrcLink::Session::end(const std::string& why) {
 void IrcLink::Session::ended() {
     cut();
     events_.ended(why_);
+}
+
+// It has hung up on the handshake without a byte.
+bool IrcLink::Session::isClosedAtOnce() const {
+    GIOStream* base = nullptr;
+    if (tls_)
+        g_object_get(tls_.get(), "base-io-stream", &base, nullptr);
+    const GlibRef<GIOStream> below(base);
+    return base && G_IS_SOCKET_CONNECTION(base) &&
+           hasClosedSilently(
+               g_socket_get_fd(g_socket_connection_get_socket(G_SOCKET_CONNECTION(base))));
 }
 
 std::string IrcLink::Session::why(const GlibRef<GError>& error) const {
@@ -171,8 +183,10 @@ void IrcLink::Session::connected(GSocketClient* client, GAsyncResult* result) {
     loop_.cancel(patience_);
     GError* error = nullptr;
     connection_.reset(g_socket_client_connect_finish(client, result, &error));
-    if (!connection_)
-        return end(why(GlibRef<GError>(error)));
+    if (!connection_) {
+        const GlibRef<GError> failed(error);
+        return end(isClosedAtOnce() ? serverHasClosed : why(failed));
+    }
     g_socket_set_option(socket(), IPPROTO_TCP, TCP_NODELAY, 1, nullptr); // lines are short
     post(&Session::opened);
 }

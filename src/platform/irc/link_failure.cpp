@@ -1,5 +1,9 @@
 #include "platform/irc/link_failure.h"
 
+#include <linux/tcp.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 namespace larkspin {
 
 namespace {
@@ -54,6 +58,15 @@ std::string found(const Words (&all)[count], const GError& error, const char* ot
 }
 
 } // namespace
+
+// The kernel counts the end among the bytes.
+bool hasClosedSilently(int socket) {
+    constexpr int established = 1;
+    tcp_info facts{};
+    socklen_t size = sizeof facts;
+    return ::getsockopt(socket, IPPROTO_TCP, TCP_INFO, &facts, &size) == 0 &&
+           facts.tcpi_state != established && facts.tcpi_bytes_received <= 1;
+}
 
 std::string whyFailed(const GError& error, GTlsCertificateFlags doubts) {
     if (error.domain == G_TLS_ERROR && error.code == G_TLS_ERROR_BAD_CERTIFICATE)

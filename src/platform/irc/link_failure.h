@@ -12,4 +12,7 @@ std::string whyFailed(const GError& error, GTlsCertificateFlags doubts);
 inline constexpr const char* serverDoesNotAnswer = "the server doesn't answer";
 inline constexpr const char* serverHasClosed = "the server has closed the connection";
 
+// Whether the other end of a TCP connection has closed it without having sent a byte.
+bool hasClosedSilently(int socket);
+
 } // namespace larkspin

@@ -104,6 +104,22 @@ TEST_P(IrcLinkTest, WhatCannotBeReachedIsToldInPlainWords) {
     EXPECT_TRUE(endOf("127.0.0.1", listener.port(), true).starts_with("|the trusted cert"));
 }
 
+TEST_P(IrcLinkTest, AServerThatClosesAtOnceIsToldAsThat) {
+    for (const bool encrypted : {false, true}) {
+        for (const bool reads : {false, true}) { // what it leaves unread resets the connection
+            SCOPED_TRACE(std::to_string(encrypted) + std::to_string(reads));
+            std::thread closing([&] {
+                const Descriptor server = listener.take();
+                if (reads && encrypted)
+                    readFrom(server, 100);
+            });
+            const std::string end = endOf("127.0.0.1", listener.port(), encrypted);
+            EXPECT_TRUE(end.ends_with("|the server has closed the connection")) << end;
+            closing.join();
+        }
+    }
+}
+
 TEST_P(IrcLinkTest, NamesAreLookedUpAndUnknownOnesTold) {
     if (!isAlone())
         GTEST_SKIP() << "needs a network of its own";
