@@ -2,8 +2,10 @@
 #include "platform/posix/posix_machine_facts.h"
 
 #include "platform/posix/drive_paths.h"
+#include "platform/posix/local_time.h"
 #include "support/temp_directory.h"
 
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -50,6 +52,16 @@ TEST(MachineFacts, TellsOfThisMachine) {
     for (const std::string& place : {std::string(), std::string("q:\\"), std::string("tmp"), file,
                                      missing, std::string("/\0", 2), "/" + tooLong})
         EXPECT_FALSE(facts.driveSpace(place)) << place.substr(0, 50);
+}
+
+TEST(LocalTime, FollowsTheZoneWhileTheProgramRuns) {
+    const char* const before = std::getenv("TZ");
+    const std::string zone = before ? before : "";
+    for (const auto& [name, hour] : {std::pair("UTC-3", 3), {"UTC+5", 19}, {"UTC", 0}}) {
+        ::setenv("TZ", name, 1);
+        EXPECT_EQ(localTime(0).tm_hour, hour);
+    }
+    before ? ::setenv("TZ", zone.c_str(), 1) : ::unsetenv("TZ");
 }
 
 TEST(DiskSpace, LeavesNothingBehindWhateverTheDiskDoes) {

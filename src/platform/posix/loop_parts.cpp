@@ -1,5 +1,7 @@
 #include "platform/posix/loop_parts.h"
 
+#include "platform/posix/local_time.h"
+
 #include <csignal>
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -23,10 +25,7 @@ Nanoseconds steadyTime() {
 }
 
 std::tm ownersTime() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    return local;
+    return localTime(std::time(nullptr));
 }
 
 void blockSignals(std::initializer_list<int> signals) {

@@ -2,6 +2,7 @@
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/failure_words.h"
+#include "platform/posix/local_time.h"
 #include "platform/posix/percent_escapes.h"
 #include "platform/posix/private_directory.h"
 #include "platform/posix/rename_file.h"
@@ -83,9 +84,7 @@ FileChange noWastebasket() {
 
 // What a file manager needs to put the file back.
 std::string noteFor(std::string_view origin) {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
+    const std::tm local = localTime(std::time(nullptr));
     std::array<char, 32> date{};
     std::strftime(date.data(), date.size(), "%Y-%m-%dT%H:%M:%S", &local);
     return "[Trash Info]\nPath=" + percentEscaped(origin) + "\nDeletionDate=" + date.data() + "\n";
