@@ -98,6 +98,15 @@ void applyFont(MarkupStyle& style, std::string_view attributes) {
     }
 }
 
+// Of the tag that opens a link; nothing for any other.
+std::optional<std::string_view> addressIn(std::string_view tag) {
+    constexpr std::string_view opening = "a href=";
+    if (!equalFolded(tag.substr(0, opening.size()), opening))
+        return std::nullopt;
+    tag.remove_prefix(2);
+    return takeAttribute(tag).value;
+}
+
 // What stands between the brackets of a tag. False when it is none of the client's.
 bool applyTag(MarkupStyle& style, std::string_view tag) {
     constexpr std::string_view font = "font ";
@@ -105,6 +114,9 @@ bool applyTag(MarkupStyle& style, std::string_view tag) {
         applyFont(style, tag.substr(font.size()));
         return true;
     }
+    constexpr std::string_view body = "body ";
+    if (equalFolded(tag.substr(0, body.size()), body))
+        return true; // the reader's own
     constexpr std::size_t longestName = 5;
     if (tag.size() > longestName)
         return false;
@@ -131,8 +143,9 @@ bool applyTag(MarkupStyle& style, std::string_view tag) {
 // Whether a bracket in front of it opens a tag. Where its own closing one is missing, one of a tag
 // that is written later would do.
 bool readsAsTag(std::string_view text) {
-    constexpr std::string_view tags[] = {"b>",  "/b>",   "u>",     "/u>",    "i>",
-                                         "/i>", "html>", "/html>", "/font>", "font "};
+    constexpr std::string_view tags[] = {"b>",  "/b>",     "u>",     "/u>",    "i>",
+                                         "/i>", "html>",   "/html>", "/font>", "font ",
+                                         "/a>", "a href=", "body "};
     return std::ranges::any_of(tags, [text](std::string_view tag) {
         return equalFolded(text.substr(0, tag.size()), tag);
     });
@@ -146,7 +159,8 @@ std::vector<MarkupPiece> readMarkup(std::string_view line) {
     std::vector<MarkupPiece> pieces;
     MarkupStyle style;
     TagEnds ends(line);
-    std::size_t begun = 0; // of the piece that is being read
+    std::size_t begun = 0;                   // of the piece that is being read
+    std::optional<std::string_view> address; // of the link that is being read
     const auto endPiece = [&](std::size_t end) {
         if (end > begun)
             pieces.push_back({line.substr(begun, end - begun), style});
@@ -154,12 +168,21 @@ std::vector<MarkupPiece> readMarkup(std::string_view line) {
     for (std::size_t at = line.find('<'); at != std::string_view::npos; at = line.find('<', at)) {
         const auto end = ends.endOf(at);
         MarkupStyle changed = style;
-        if (!end || !applyTag(changed, line.substr(at + 1, *end - at - 2))) {
+        const std::string_view tag = end ? line.substr(at + 1, *end - at - 2) : std::string_view();
+        const auto opened = addressIn(tag);
+        const bool endsLink = address && equalFolded(tag, "/a");
+        if (!end || !(opened || endsLink || applyTag(changed, tag))) {
             ++at;
             continue;
         }
         endPiece(at);
         style = changed;
+        if (endsLink && !address->empty()) {
+            pieces.push_back({" ", style});
+            pieces.push_back({*address, style});
+        }
+        if (opened || endsLink)
+            address = opened;
         at = begun = *end;
     }
     endPiece(line.size());

@@ -1,5 +1,6 @@
-// The markup of the chat client that lines are said in: bold, underline, italics, font and colour.
-// A room or a window that shows a line reads it here into pieces of plain text with a style each.
+// The markup of the chat client that lines are said in: bold, underline, italics, font, colour,
+// links. A room or a window that shows a line reads it here into pieces of plain text with a style
+// each.
 #pragma once
 
 #include <cstdint>
@@ -24,8 +25,9 @@ struct MarkupPiece {
 };
 
 // The text without its tags, in order. What is no tag of the client's stays in the text as it is:
-// "<3", a tag of another kind, one that nobody closes. The pieces are views into the line. Takes
-// time in proportion to the line's length, whatever it holds.
+// "<3", a tag of another kind, one that nobody closes. A link is its text with the address behind
+// it, so that nobody is led elsewhere than he reads. The pieces are views into the line. Takes time
+//  in proportion to the line's length, whatever it holds.
 std::vector<MarkupPiece> readMarkup(std::string_view line);
 
 // A text that isn't meant as markup: U+200C stands behind a bracket that would open a tag.

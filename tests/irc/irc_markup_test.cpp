@@ -23,6 +23,7 @@ TEST(IrcMarkup, IsWrittenInCodes) {
         {"<font color=#000000>black <font color=#FFFFFE>white", "black white"},
         {"two\nlines\x03\x01\xC2\x85.\xFF", "two lines   .\xFF"},
         {"no <3 tag <nick></html><b></b>", "no <3 tag <nick>"},
+        {"<a href=\"http://x.y/\"></u>get it</a>.", "get it http://x.y/."},
         {"<b>a <\u200Cb>name<\u200C/b></b>.", "^Ba <b>name</b>^B."},
     };
     for (const auto& each : cases)
@@ -40,6 +41,8 @@ TEST(IrcMarkup, IsReadFromCodes) {
         {"^C00,01white^C99own^D101010dark", "whiteowndark"},
         {"^Vturned^^struck^Qtyped^]", "turnedstrucktyped"},
         {"<^V/FONT> <3 <nick>", "<\u200C/FONT> <3 <nick>"},
+        {"<a href=x>y</a>", "<\u200C"
+                            "a href=x>y<\u200C/a>"},
         {"^B<font ^Bx", "<b><\u200C"
                         "font </b>x"},
     };

@@ -16,6 +16,8 @@ TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
         {"<font color=#000001>x<font face=\" \" color=#>y", "\x1b[38;2;0;0;1mx\x1b[39my"},
         {"<font color=#00000g>a<font color=#0000011>b<font face=\"#000001\">", "ab"},
         {"a<br><b ><font face=\"open>x<<b>y</b", "a<br><b ><font face=\"open>x<\x1b[1my</b"},
+        {"<body link=#0066BB><a href=\"http://x.y/\"></u>get <> it</a>!", "get <> it http://x.y/!"},
+        {"<A HREF=x>a<a href=\"y\">b</a></a> <a>c</a>", "ab y</a> <a>c</a>"},
         {"one\ntwo", "one\n  two"},
         {"\x1b]0;title\x07 \x7f \u009b31m \xff\r",
          "\uFFFD]0;title\uFFFD \uFFFD \uFFFD31m \uFFFD\uFFFD"},
