@@ -350,6 +350,29 @@ TEST(Windows, ShowEveryNameAsItIs) {
         EXPECT_EQ(desk.control("mp3s", name).accessibleName().toStdString(), words);
 }
 
+// Whatever colours the owner gives to words and strips.
+TEST(Windows, HaveAnXThatCanBeSeen) {
+    Desk desk;
+    for (Window* window : desk.program->windows()) {
+        const auto isX = [](const Control& c) { return c.text && c.text() == "  X"; };
+        const auto x = std::ranges::find_if(window->controls, isX);
+        if (x == window->controls.end())
+            continue;
+        for (const Color ground : {Color{0}, Color{0xFFFFFF}, Color{0x808080}}) {
+            SCOPED_TRACE(window->name + ' ' + std::to_string(ground));
+            x->foreground = x->background = ground;
+            desk.show(window->name);
+            const QImage drawn = desk.control(window->name, x->name.c_str()).grab().toImage();
+            int furthest = 0;
+            for (int at = 0; at < drawn.width() * (drawn.height() - 1); ++at)
+                furthest = std::max(
+                    furthest, std::abs(qGray(drawn.pixel(at % drawn.width(), at / drawn.width())) -
+                                       static_cast<int>(ground & 0xFF)));
+            EXPECT_GT(furthest, 50);
+        }
+    }
+}
+
 TEST(Windows, DrawManyChangesOnceAndKeepTheirPlaceInTheList) {
     Desk desk(numbered(300));
     desk.show("mp3s");

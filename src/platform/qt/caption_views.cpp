@@ -80,8 +80,9 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        const QColor front = palette().color(QPalette::ButtonText);
         const QColor ground = palette().color(QPalette::Button);
+        const QColor wanted = palette().color(QPalette::ButtonText);
+        const QColor front = look_.isOnStrip ? legible(wanted, ground) : wanted; // the X, too
         const bool isInverted = isDown() && look_.isCentred;
         const QRect box = look_.hasBox ? rect().adjusted(1, 1, -1, -1) : rect();
         if (isInverted)

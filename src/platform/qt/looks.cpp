@@ -80,6 +80,16 @@ QColor between(const QColor& first, const QColor& second, double share) {
             part(first.blue(), second.blue())};
 }
 
+QColor legible(const QColor& front, const QColor& ground) {
+    constexpr int leastDifference = 70; // of grey; plain red on black has 87
+    const QColor far = qGray(ground.rgb()) < 128 ? Qt::white : Qt::black;
+    QColor seen = front;
+    for (double share = 0.1; std::abs(qGray(seen.rgb()) - qGray(ground.rgb())) < leastDifference;
+         share += 0.1)
+        seen = between(front, far, std::min(share, 1.0));
+    return seen;
+}
+
 QColor dimmed(const QPalette& palette) {
     return palette.color(QPalette::Mid);
 }

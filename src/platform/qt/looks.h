@@ -30,6 +30,9 @@ QPalette paletteOf(Color foreground, Color background);
 QColor between(const QColor& first, const QColor& second, double share); // of the second
 QColor dimmed(const QPalette& palette);                                  // for outlines
 
+// The nearest colour to the first that is told from the second at a glance.
+QColor legible(const QColor& front, const QColor& ground);
+
 // One pixel wide, sharp at every size.
 void drawOutline(QPainter& painter, const QRect& box, const QColor& color);
 
