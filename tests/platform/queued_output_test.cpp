@@ -2,9 +2,11 @@
 #include "platform/terminal/queued_output.h"
 #include "support/pipe.h"
 
+#include <algorithm>
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace larkspin {
 namespace {
@@ -67,6 +69,29 @@ TEST_F(QueuedOutputTest, PastItsBoundDropsWholeLinesAndTellsHowManyWhenTheyAreRe
     EXPECT_EQ(readAll(), "again\n");
 }
 
+// However much others say: it is told where theirs is missing, and only there.
+TEST_F(QueuedOutputTest, KeepsTheOwnersLinesInAFloodOfOthers) {
+    std::string expected;
+    output.afterDrops([this](int count) { output.put(std::to_string(count) + " gone\n"); });
+    const std::string line = std::string(999, '.') + '\n';
+    const auto flood = [&](int lines) {
+        for (int number = 0; number < lines; ++number)
+            output.putOfOthers(line);
+    };
+    flood(3000);
+    output.put("first answer\n");
+    flood(5);
+    output.put("second answer\n");
+    output.put("third answer\n");
+    flood(7);
+    const std::string all = readAll();
+    const std::size_t kept = all.find("\n") == 999 ? all.find(" gone") / 1000 : 0;
+    EXPECT_GE(kept * 1000, QueuedOutput::boundOfOthers);
+    EXPECT_EQ(all.substr(kept * 1000), std::to_string(3000 - kept) +
+                                           " gone\nfirst answer\n5 gone\nsecond answer\n"
+                                           "third answer\n7 gone\n");
+}
+
 TEST_F(QueuedOutputTest, TakesOneTextOfAnySize) {
     const std::string huge(5 * QueuedOutput::bound, 'x');
     output.put(huge);
@@ -94,6 +119,23 @@ TEST_F(QueuedOutputTest, TheEndWaitsForNobodyWhoTakesNothing) {
     const auto begin = loop.now();
     output.finish();
     EXPECT_LT(loop.now() - begin, 1s);
+}
+
+TEST_F(QueuedOutputTest, TheEndWaitsForAReaderWhoGoesOnTaking) {
+    const std::string all = put(500'000);
+    std::string read;
+    std::thread reader([&] { // all of it takes well over a second
+        char page[4096];
+        for (ssize_t count = 1; read.size() < all.size() && count > 0;) {
+            std::this_thread::sleep_for(15ms);
+            count = ::read(pipe.out(), page, sizeof page);
+            read.append(page, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        }
+    });
+    output.finish();
+    pipe.closeIn();
+    reader.join();
+    EXPECT_EQ(read.size(), all.size());
 }
 
 TEST_F(QueuedOutputTest, IsBusyWhileItsReaderMayStillCome) {

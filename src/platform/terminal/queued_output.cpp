@@ -18,9 +18,8 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t littleWaits = 65536; // bytes: as much as a pipe holds
 constexpr auto patience = 250ms;           // with a reader that takes nothing
-constexpr auto patienceAtEnd = 100ms;
-constexpr auto longestEnd = 1s;
-constexpr std::size_t memoryKept = 65536; // bytes, for the next texts
+constexpr auto patienceAtEnd = 400ms;      // in which a reader frees a page of its pipe
+constexpr std::size_t memoryKept = 65536;  // bytes, for the next texts
 
 // A description of its own that doesn't block; -1 where there is none to be had. A file keeps its
 // description, with which goes the place to write to; writing to it doesn't block.
@@ -51,16 +50,18 @@ QueuedOutput::~QueuedOutput() {
         ::close(descriptor_);
 }
 
-void QueuedOutput::putCounted(std::string_view text, int count) {
-    if (waiting() >= bound)
+void QueuedOutput::putCounted(std::string_view text, int count, std::size_t most) {
+    if (waiting() >= most)
         writeOn();
     if (isGone_ || text.empty())
         return;
-    if (hasDropped_ || waiting() >= bound) {
+    if (waiting() >= most || (hasDropped_ && most < bound)) {
         hasDropped_ = true;
         dropped_ += count;
         return;
     }
+    if (hasDropped_ && count > 0)
+        tellDrops();
     if (!isWaiting())
         takenAt_ = loop_.now();
     queue_ += text;
@@ -110,10 +111,16 @@ void QueuedOutput::readerIsReady() {
     if (isWaiting())
         return;
     loop_.unwatchWritable(descriptor_);
-    const int count = std::exchange(dropped_, 0);
-    if (std::exchange(hasDropped_, false) && !isGone_)
-        afterDrops_(count);
+    if (hasDropped_)
+        tellDrops();
     whenTaken_();
+}
+
+void QueuedOutput::tellDrops() {
+    hasDropped_ = false;
+    const int count = std::exchange(dropped_, 0);
+    if (!isGone_)
+        afterDrops_(count);
 }
 
 Nanoseconds QueuedOutput::busyUntil() const {
@@ -123,9 +130,8 @@ Nanoseconds QueuedOutput::busyUntil() const {
 }
 
 void QueuedOutput::finish() {
-    const Nanoseconds latest = loop_.now() + longestEnd;
     writeOn();
-    while (isWaiting() && loop_.now() < latest && takesBytes(descriptor_, patienceAtEnd)) {
+    while (isWaiting() && takesBytes(descriptor_, patienceAtEnd)) {
         const std::size_t before = waiting();
         writeOn();
         if (waiting() == before)

@@ -1,6 +1,7 @@
 // Text on its way to a terminal, a pipe or a file that may take it slowly or not at all: writing
 // never blocks. What isn't taken at once waits in a queue and goes when the loop finds the reader
-// ready; past the queue's bound, text is dropped and counted.
+// ready; past the queue's bound, text is dropped and counted. What others say has a bound of its
+// own below it, so that no flood of theirs takes the place of what the owner is told.
 //
 // The descriptor's own flags stay as they are, since other processes share them. A terminal or a
 // pipe is opened once more through /proc for a description of its own that doesn't block. Where
@@ -21,18 +22,22 @@ public:
     QueuedOutput(const QueuedOutput&) = delete;
     QueuedOutput& operator=(const QueuedOutput&) = delete;
 
-    // A text that begins below this mark is taken whole, whatever its size.
-    static constexpr std::size_t bound = 1 << 20; // bytes
+    // A text that begins below its mark is taken whole, whatever its size.
+    static constexpr std::size_t boundOfOthers = 1 << 20; // bytes
+    static constexpr std::size_t bound = 2 * boundOfOthers;
 
-    // Lines, all of them or none. Once some have been dropped, so are those that follow, until the
-    // reader has taken what waits and has been told. When it has gone for good, texts go nowhere.
-    void put(std::string_view lines) { putCounted(lines, 1); }
+    // Lines, all of them or none. Once some have been dropped, so are those of their kind that
+    // follow, until the reader has been told: when he has taken what waits, or in front of the next
+    // line of the owner's that has room. When he has gone for good, texts go nowhere.
+    void put(std::string_view lines) { putCounted(lines, 1, bound); }
+    // The same for what others have said.
+    void putOfOthers(std::string_view lines) { putCounted(lines, 1, boundOfOthers); }
     // The same for what only passes on the screen, like a line that is being typed: nobody misses
     // it that it wasn't seen.
-    void putPassing(std::string_view text) { putCounted(text, 0); }
+    void putPassing(std::string_view text) { putCounted(text, 0, bound); }
 
-    // Called from the loop when the reader has taken all of a queue behind which texts were
-    // dropped: how many puts of lines. It must not wait.
+    // Called where texts were dropped, when there is room again or the reader has taken all of the
+    // queue: how many puts of lines. It must not wait.
     void afterDrops(std::function<void(int count)> task) { afterDrops_ = std::move(task); }
 
     // Up to which moment it is worth while to wait for the reader before more is written: a little
@@ -41,14 +46,15 @@ public:
     // Called from the loop when the reader has taken all of a queue. It must not wait.
     void whenTaken(Task task) { whenTaken_ = std::move(task); }
 
-    // At the end of the process: waits for a reader that goes on taking, but for a second at most.
-    // What is left then is lost.
+    // At the end of the process: waits for a reader for as long as he goes on taking. What is left
+    // then is lost.
     void finish();
 
 private:
     bool isWaiting() const { return taken_ < queue_.size(); }
     std::size_t waiting() const { return queue_.size() - taken_; }
-    void putCounted(std::string_view text, int count);
+    void putCounted(std::string_view text, int count, std::size_t most);
+    void tellDrops();
     void writeOn();
     void readerIsReady();
     bool writeSome();

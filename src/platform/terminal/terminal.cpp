@@ -47,7 +47,7 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
       dialogs(screen, input_, std::move(readPath)), desktop(screen),
       rooms(loop, lines, connection, password_, files, directory, screenName,
-            {.line = [this](const ChatLine& line) { screen.showLine(line.speaker, line.text); },
+            {.line = [this](const ChatLine& line) { showLine(line); },
              .message = [this](const std::string& text) { screen.showRoom(text); },
              .changed = [this] { showOwnName(); }}),
       commands_(screen, desktop, rooms.words.words(),
@@ -83,6 +83,12 @@ void Terminal::openEditor(PollLoop& loop) {
 std::string Terminal::prompt() const {
     const std::string name = visibleName(rooms.room.ownName());
     return name.substr(0, prefixLength(name, longestPrompt)) + ": ";
+}
+
+void Terminal::showLine(const ChatLine& line) {
+    using Speaker = TerminalScreen::Speaker;
+    const bool isOwners = line.speaker == rooms.room.ownName();
+    screen.showLine(line.speaker, line.text, isOwners ? Speaker::owner : Speaker::other);
 }
 
 void Terminal::showOwnName() {

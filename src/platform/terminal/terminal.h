@@ -56,6 +56,7 @@ private:
     void keepHistory(Files& files, const std::string& path);
     void take(const std::string& line);
     std::string prompt() const;
+    void showLine(const ChatLine& line);
     void showOwnName();
     void showChoices(const Completion& completion);
 

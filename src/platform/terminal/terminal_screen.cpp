@@ -53,11 +53,11 @@ TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form f
     });
 }
 
-void TerminalScreen::showLine(const std::string& speaker, const std::string& text) {
+void TerminalScreen::showLine(const std::string& name, const std::string& text, Speaker speaker) {
     if (form_ == Form::protocol)
-        put(output_, onOneLine(speaker) + ": " + onOneLine(asSeenInMarkup(text)) + '\n');
+        put(output_, onOneLine(name) + ": " + onOneLine(asSeenInMarkup(text)) + '\n', speaker);
     else
-        put(output_, shownName(speaker) + ": " + shownMarkup(text) + '\n');
+        put(output_, shownName(name) + ": " + shownMarkup(text) + '\n', speaker);
 }
 
 void TerminalScreen::show(std::string_view head, const std::string& text) {
@@ -70,11 +70,11 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
 
 // On one line: others choose the names in it.
 void TerminalScreen::showRoom(const std::string& text) {
-    constexpr std::string_view head = "room";
+    const std::string head = "[room] ";
     if (form_ == Form::protocol)
-        show(head, text);
+        put(output_, head + onOneLine(text) + '\n', Speaker::other);
     else
-        put(output_, "\x1b[2m[" + std::string(head) + "] " + shownName(text) + "\x1b[0m\n");
+        put(output_, "\x1b[2m" + head + shownName(text) + "\x1b[0m\n", Speaker::other);
 }
 
 void TerminalScreen::note(const std::string& line) {
@@ -87,10 +87,17 @@ void TerminalScreen::aroundTypedLine(Task hide, Task show) {
 }
 
 // A reader that has gone is no reason to stop: the music plays on.
-void TerminalScreen::put(QueuedOutput& output, const std::string& line) {
-    hide_();
-    output.put(line);
-    show_();
+void TerminalScreen::put(QueuedOutput& output, const std::string& line, Speaker speaker) {
+    const bool isInside = std::exchange(isPutting_, true); // what was dropped is told before it
+    if (!isInside)
+        hide_();
+    if (speaker == Speaker::owner)
+        output.put(line);
+    else
+        output.putOfOthers(line);
+    isPutting_ = isInside;
+    if (!isInside)
+        show_();
 }
 
 } // namespace larkspin

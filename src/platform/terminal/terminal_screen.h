@@ -19,8 +19,10 @@ public:
     // Notes go to an output of their own, which may be the same.
     TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form form);
 
-    // A line of the room, with the client's markup.
-    void showLine(const std::string& speaker, const std::string& text);
+    // A line of the room, with the client's markup. What others say gives way to the owner's.
+    enum class Speaker { owner, other };
+    void showLine(const std::string& name, const std::string& text,
+                  Speaker speaker = Speaker::owner);
 
     // Anything else, as plain text. The head stands in brackets.
     void show(std::string_view head, const std::string& text);
@@ -39,11 +41,12 @@ public:
     void aroundTypedLine(Task hide, Task show);
 
 private:
-    void put(QueuedOutput& output, const std::string& line);
+    void put(QueuedOutput& output, const std::string& line, Speaker speaker = Speaker::owner);
 
     QueuedOutput& output_;
     QueuedOutput& notes_;
     Form form_;
+    bool isPutting_ = false;
     Task hide_ = [] {}, show_ = [] {};
 };
 
