@@ -187,5 +187,29 @@ TEST_F(DamagedSongs, LeaveTheProgramAsItWasAndTheNextSongPlays) {
     EXPECT_EQ(childProcesses().size(), before.size() + 1);
 }
 
+// The owner doesn't wait for what becomes of them.
+TEST_F(DamagedSongs, TheOneBehindIsNeverToBlame) {
+    const char* const wanted = std::getenv("LARKSPIN_DAMAGED_SONGS");
+    const int count = wanted ? std::atoi(wanted) : 8; // of each type
+    PlayerControl player(loop, playing(fastSink), tell);
+    const std::string good = song("good.wav", 0.1);
+    for (const std::string type : {".mp3", ".wav"}) {
+        const std::string whole = made("whole" + type);
+        for (int number = 0; number < count; ++number) {
+            SCOPED_TRACE(std::to_string(number) + type);
+            disk.write("damaged" + type, damaged(whole));
+            player.Open(drive("damaged" + type));
+            const auto left = Clock::now() + std::chrono::milliseconds(upTo(40));
+            comesTrue([&] { return Clock::now() > left; });
+            player.Open(good);
+            EXPECT_TRUE(comesTrue([&] {
+                pass(10ms);
+                return player.PlayState() == PlayState::stopped;
+            }));
+            EXPECT_FALSE(player.wasGivenUp());
+        }
+    }
+}
+
 } // namespace
 } // namespace larkspin

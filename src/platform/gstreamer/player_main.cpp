@@ -131,7 +131,8 @@ int main(int count, char** arguments) {
         ::poll(events, 2, player.isPlaying() || player.isOpening() ? reportInterval : -1);
         if (Received received = receiveWishes(); received.wishes) {
             if (received.wishes->song != player.song()) {
-                player.drop();
+                if (!player.drop())
+                    ::_exit(EXIT_FAILURE); // the next song gets another process
                 reports.sayTaken(received.wishes->song);
             }
             player.wish(*received.wishes, std::move(received.file));

@@ -65,8 +65,9 @@ void SongPlayer::wish(const PlayerWishes& wishes, SongFile file) {
     drive();
 }
 
-void SongPlayer::drop() {
+bool SongPlayer::drop() {
     finish(SongPhase::ended);
+    return isDown();
 }
 
 void SongPlayer::applyLoudness() {
@@ -79,6 +80,7 @@ void SongPlayer::begin(SongFile file) {
     duration_ = position_ = 0;
     seeking_ = seekDone_ = 0;
     sounded_ = lostOutput_ = displaced_ = false;
+    fed_.reset();
     source_.reset();
     bytes_.reset();
     file_ = std::move(file);
@@ -129,6 +131,7 @@ void SongPlayer::load() {
 
 void SongPlayer::setUpSource(GstElement*, GstElement* source, gpointer self) {
     auto* const player = static_cast<SongPlayer*>(self);
+    player->fed_.reset(GST_ELEMENT(gst_object_ref(source)));
     if (player->source_)
         player->source_->connect(source);
     else if (player->bytes_)
@@ -320,6 +323,16 @@ void SongPlayer::clear() {
     gst_bus_set_flushing(bus_.get(), TRUE);
     gst_bus_set_flushing(bus_.get(), FALSE);
     output_.hasSounded();
+}
+
+// A pipeline that couldn't be put down would work on behind the next song.
+bool SongPlayer::isDown() const {
+    if (!playbin_ || !fed_)
+        return true;
+    const bool isQuiet =
+        gst_element_get_state(playbin_.get(), nullptr, nullptr, 0) == GST_STATE_CHANGE_SUCCESS &&
+        GST_STATE(playbin_.get()) <= GST_STATE_READY;
+    return isQuiet && GST_STATE(fed_.get()) <= GST_STATE_READY;
 }
 
 PlayerReport SongPlayer::report() {

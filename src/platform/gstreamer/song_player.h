@@ -25,7 +25,7 @@ public:
 
     // The file is the one of a new song.
     void wish(const PlayerWishes& wishes, SongFile file);
-    void drop(); // the song in hand
+    bool drop(); // the song in hand; false when something of it is still at work
     std::uint32_t song() const { return song_; }
     PlayerReport report(); // with the position of this moment
     bool isSilent() const { return output_.isSilent(); }
@@ -54,6 +54,7 @@ private:
     void readDuration();
     void readPosition();
     void finish(SongPhase phase);
+    bool isDown() const;
     void clear();
     static void setUpSource(GstElement*, GstElement* source, gpointer self);
 
@@ -68,6 +69,7 @@ private:
     SongFile file_;
     std::unique_ptr<FileSource> bytes_;   // for GStreamer to decode
     std::unique_ptr<SoundSource> source_; // or decoded already
+    GstRef<GstElement> fed_;              // by one of the two
     std::chrono::steady_clock::time_point loadedAt_;
     SongPhase phase_ = SongPhase::ended;
     double duration_ = 0, position_ = 0;

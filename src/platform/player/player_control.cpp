@@ -19,10 +19,6 @@ constexpr auto usualOpening = 100ms;    // of a file on a disk that answers
 constexpr Nanoseconds watchInterval = 1s;
 constexpr Nanoseconds longestRest = 60s;
 constexpr Nanoseconds deviceInterval = 60s; // between two looks for a sound device
-// How long the end of one song may keep the next one waiting. Rounds are counted for the same
-// reason as those of a standstill.
-constexpr Nanoseconds handoverInterval = 250ms;
-constexpr int handoverLimit = 4;
 // A process reports once a second while it plays; one that doesn't isn't believed much longer.
 constexpr std::chrono::duration<double> longestReckoning = 3s;
 constexpr int mostReports = 100; // at once
@@ -39,11 +35,14 @@ std::string playerBeside() {
 }
 
 PlayerControl::PlayerControl(EventLoop& loop, Player player, Tell tell)
-    : loop_(loop), player_(std::move(player)), tell_(std::move(tell)), opening_(player_.open) {}
+    : loop_(loop), tell_(std::move(tell)),
+      line_(loop, std::move(player.program), std::move(player.arguments)),
+      mostSongs_(player.mostSongs), opening_(std::move(player.open)),
+      handover_(
+          loop, line_, [this] { listen(); }, [this] { replaceProcess(stoodStill); }) {}
 
 PlayerControl::~PlayerControl() {
-    for (const TimerId timer : {watch_, turnEnd_, handover_})
-        loop_.cancel(timer);
+    loop_.cancel(watch_);
 }
 
 void PlayerControl::Open(const std::string& fileName) {
@@ -55,19 +54,17 @@ void PlayerControl::Open(const std::string& fileName) {
     stopped_ = replaced_ = renewed_ = false;
     failed_.reset();
     openedAt_ = loop_.now();
-    file_ = {};
     opening_.drop();
-    wishes_.playing = true;
-    wishes_.seek = 0;
+    wishNoSong(); // nothing of the older one is heard any longer
+    line_.wish().playing = true;
+    line_.wish().seek = 0;
     const std::string path = nativePath(fileName);
     if (!fileName.empty() && path.empty()) // names no file
         failed_ = "";
     else if (!fileName.empty() && !opening_.begin(path))
         failed_ = diskIsGone;
     takeFile(usualOpening);
-    if (!file_.isOpen())
-        wishSong(false); // nothing of the older one is heard any longer
-    if (process_ || opening_.isUnderWay())
+    if (line_.isUp() || opening_.isUnderWay())
         watchEvery(watchInterval);
 }
 
@@ -79,31 +76,29 @@ void PlayerControl::takeFile(std::chrono::milliseconds patience) {
         failed_ = opened->reason;
         return;
     }
-    file_ = std::move(opened->file);
-    const bool seeksDevice = report_.withoutDevice && loop_.now() - startedAt_ >= deviceInterval;
-    if (process_ && seeksDevice)
-        endProcess();
-    if (!process_)
+    const bool seeksDevice =
+        line_.report().withoutDevice && loop_.now() - line_.startedAt() >= deviceInterval;
+    if (line_.isUp() && (seeksDevice || line_.songs() >= mostSongs_))
+        line_.end();
+    line_.wishSong(std::move(opened->file));
+    if (!line_.isUp())
         startProcess();
-    wishSong(true);
+    handover_.begin();
 }
 
 void PlayerControl::Play() {
-    wishes_.playing = true;
-    wish();
+    line_.wish().playing = true;
 }
 
 void PlayerControl::Pause() {
-    wishes_.playing = false;
-    wish();
+    line_.wish().playing = false;
 }
 
 void PlayerControl::Stop() {
     CurrentPosition(); // what is read once it has stopped
     stopped_ = true;
     opening_.drop();
-    file_ = {};
-    wishSong(false);
+    wishNoSong();
 }
 
 PlayState PlayerControl::PlayState() {
@@ -118,7 +113,7 @@ PlayState PlayerControl::PlayState() {
         return PlayState::stopped;
     if (phase == SongPhase::opening)
         return PlayState::waiting;
-    return wishes_.playing ? PlayState::playing : PlayState::paused;
+    return line_.wishes().playing ? PlayState::playing : PlayState::paused;
 }
 
 std::optional<std::string> PlayerControl::failure() {
@@ -136,7 +131,8 @@ double PlayerControl::CurrentPosition() {
     if (stopped_ || fileName_.empty())
         return position_;
     const SongPhase phase = listen();
-    if (phase == SongPhase::open && report_.seek == wishes_.seek && !report_.moving)
+    if (phase == SongPhase::open && line_.report().seek == line_.wishes().seek &&
+        !line_.report().moving)
         position_ = reckonedPosition();
     else if (phase == SongPhase::ended)
         position_ = duration_;
@@ -152,40 +148,31 @@ void PlayerControl::setCurrentPosition(double seconds) {
     position_ = std::clamp(seconds, 0.0, longestTime);
     if (duration_ > 0)
         position_ = std::min(position_, duration_);
-    wishes_.seekTo = position_;
-    ++wishes_.seek;
-    wish();
+    line_.wish().seekTo = position_;
+    ++line_.wish().seek;
 }
 
 void PlayerControl::setRate(double rate) {
     if (!(rate > 0) || !std::isfinite(rate))
         return;
-    wishes_.rate = std::clamp(rate, lowestRate, highestRate);
-    wish();
+    line_.wish().rate = std::clamp(rate, lowestRate, highestRate);
 }
 
 void PlayerControl::setVolume(int volume) {
-    wishes_.volume = std::pow(10.0, std::min(volume, 0) / 2000.0);
-    wish();
+    line_.wish().volume = std::pow(10.0, std::min(volume, 0) / 2000.0);
 }
 
 void PlayerControl::setMute(bool mute) {
-    wishes_.mute = mute;
-    wish();
+    line_.wish().mute = mute;
 }
 
 void PlayerControl::startProcess() {
-    process_ = PlayerProcess::start(player_.program, player_.arguments);
-    report_ = {};
-    firstSong_ = 0;
     hadDevice_ = false;
-    startedAt_ = loop_.now();
     standstill_.beginProcess();
-    unsaid_ = true;
-    if (!process_) {
-        failed_ = "";
-        tellOnce("larkspin: the player can't be started, songs don't play");
-    }
+    if (line_.start())
+        return;
+    failed_ = "";
+    tellOnce("larkspin: the player can't be started, songs don't play");
 }
 
 // At rest nothing wakes the program up but the rest's end.
@@ -198,15 +185,10 @@ void PlayerControl::watchEvery(Nanoseconds interval) {
         watch_ = loop_.every(interval, [this] { watch(); });
 }
 
-void PlayerControl::endProcess() {
-    process_->kill();
-    killed_.push_back(std::move(process_));
-}
-
 void PlayerControl::replaceProcess(const std::string& reason) {
     const bool harmed = isHarmed();
-    endProcess();
-    if (isResting() || !file_.isOpen())
+    line_.end();
+    if (isResting() || !line_.hasFile())
         return;
     if (harmed && !std::exchange(replaced_, true))
         startProcess();
@@ -217,91 +199,61 @@ void PlayerControl::replaceProcess(const std::string& reason) {
 // The song isn't to blame for what became of its process: it wasn't begun, or it never got going
 // behind others. It gets another process.
 bool PlayerControl::isHarmed() const {
-    return !isTaken() || (firstSong_ != wishes_.song && !hasMoved());
+    const bool hasMoved = line_.isOpen() && line_.report().position > 0;
+    return !line_.isTaken() || (!line_.isFirstSong() && !hasMoved);
 }
 
 // A device that is lost can only be opened anew by another process. The song goes on there.
 void PlayerControl::renewProcess() {
     renewed_ = true;
-    wishes_.seekTo = position_ = reckonedPosition();
-    wishes_.seek = 1;
-    endProcess();
+    position_ = reckonedPosition();
+    line_.end();
+    line_.wishSongAgain();
+    line_.wish().seekTo = position_;
+    line_.wish().seek = 1;
     startProcess();
-    wishSong(true);
 }
 
-// What is wished in one turn goes as one message: of a song that is set elsewhere and halted,
-// nothing is to be heard in between.
-void PlayerControl::wish() {
-    unsaid_ = true;
-    if (turnEnd_ != TimerId::none)
-        return;
-    turnEnd_ = loop_.once(0s, [this] {
-        turnEnd_ = TimerId::none;
-        say();
-    });
-}
-
-void PlayerControl::say() {
-    const bool isWhole = turnEnd_ == TimerId::none;
-    if (process_ && unsaid_ && isWhole && process_->send(wishes_, file_))
-        unsaid_ = false;
-}
-
-// Another song, or none.
-void PlayerControl::wishSong(bool hasFile) {
-    ++wishes_.song;
-    wishes_.hasFile = hasFile;
-    wish();
-    if (!process_ || report_.song == 0 || handover_ != TimerId::none)
-        return;
-    olderSong_ = report_.song;
-    handoverRounds_ = 0;
-    handover_ = loop_.every(handoverInterval, [this] { watchHandover(); });
+void PlayerControl::wishNoSong() {
+    line_.wishSong({});
+    handover_.begin();
 }
 
 // How far the song is, with all that the process has said meanwhile.
 SongPhase PlayerControl::listen() {
     takeFile(0ms);
-    for (int count = 0; process_ && count < mostReports; ++count) {
-        say();
-        const auto report = process_->receive();
-        if (process_->isBroken() || (report && !take(*report)))
-            replaceProcess(hasDied);
-        else if (!report)
+    for (int count = 0; count < mostReports; ++count) {
+        const auto heard = line_.hear();
+        if (heard == PlayerLine::Heard::nothing)
             break;
+        if (heard == PlayerLine::Heard::end)
+            replaceProcess(hasDied);
+        else
+            take();
     }
     if (failed_)
         return SongPhase::failed;
-    return isTaken() && !opening_.isUnderWay() ? report_.phase : SongPhase::opening;
+    return line_.isTaken() && !opening_.isUnderWay() ? line_.report().phase : SongPhase::opening;
 }
 
-// False for one of a song that it can't know of.
-bool PlayerControl::take(const PlayerReport& report) {
-    if (static_cast<std::int32_t>(report.song - wishes_.song) > 0)
-        return false;
-    report_ = report;
-    if (firstSong_ == 0)
-        firstSong_ = report.song;
+void PlayerControl::take() {
     takeStart();
-    if (!isTaken() || report.duration <= 0 || stopped_)
-        return true;
-    duration_ = report.duration;
+    if (!line_.isTaken() || line_.report().duration <= 0 || stopped_)
+        return;
+    duration_ = line_.report().duration;
     position_ = std::min(position_, duration_); // of a seek before the length was known
-    return true;
 }
 
-// What it found, or has lost since.
+// What its process found when it started, or has lost since.
 void PlayerControl::takeStart() {
-    if (report_.start < startSteps)
+    if (line_.report().start < startSteps)
         return;
-    if (!report_.confined)
+    if (!line_.report().confined)
         tellOnce("larkspin: this system can't confine the player, a hostile song could reach your "
                  "files");
-    const bool isOpen = isTaken() && report_.phase == SongPhase::open && file_.isOpen();
-    if (!report_.withoutDevice)
-        hadDevice_ |= isOpen;
-    else if (hadDevice_ && isOpen && !renewed_)
+    if (!line_.report().withoutDevice)
+        hadDevice_ |= line_.isOpen();
+    else if (hadDevice_ && line_.isOpen() && !renewed_)
         renewProcess();
     else
         tellOnce("larkspin: no sound device, songs play silently");
@@ -313,16 +265,18 @@ void PlayerControl::tellOnce(const std::string& line) {
 }
 
 bool PlayerControl::isResting() const {
-    const bool over = report_.phase == SongPhase::ended || report_.phase == SongPhase::failed;
+    const SongPhase phase = line_.report().phase;
+    const bool over = phase == SongPhase::ended || phase == SongPhase::failed;
     return fileName_.empty() || stopped_ || failed_ ||
-           (isTaken() && over && !opening_.isUnderWay());
+           (line_.isTaken() && over && !opening_.isUnderWay());
 }
 
 double PlayerControl::reckonedPosition() const {
-    double position = report_.position;
-    if (report_.advancing) {
-        const std::chrono::duration<double> passed = Clock::now() - report_.at;
-        position += std::min(passed, longestReckoning).count() * report_.rate;
+    const PlayerReport& report = line_.report();
+    double position = report.position;
+    if (report.advancing) {
+        const std::chrono::duration<double> passed = Clock::now() - report.at;
+        position += std::min(passed, longestReckoning).count() * report.rate;
     }
     return duration_ > 0 ? std::min(position, duration_) : position;
 }
@@ -330,51 +284,34 @@ double PlayerControl::reckonedPosition() const {
 void PlayerControl::watch() {
     listen();
     const bool rested = watchedEvery_ == longestRest;
-    std::erase_if(killed_, [](const auto& process) { return process->isGone(); });
     if (!isResting())
         watchSong();
-    else if (process_ && rested)
-        endProcess();
-    if (!killed_.empty() || !isResting())
+    else if (line_.isUp() && rested)
+        line_.end();
+    if (!line_.leavesNothing() || !isResting())
         watchEvery(watchInterval);
     else
-        watchEvery(process_ ? longestRest : 0s);
+        watchEvery(line_.isUp() ? longestRest : 0s);
 }
 
 // A sound server, a disk or a decoder that stands still must not keep a list from moving on.
 void PlayerControl::watchSong() {
     using Patience = Standstill::Patience;
-    const bool paused = isTaken() && report_.phase == SongPhase::open && !wishes_.playing;
-    const bool unheard = process_ && report_.start == 0;
-    const bool doubtful = process_ && isTaken() && isHarmed() && !replaced_;
+    const bool unheard = line_.isUp() && line_.report().start == 0;
+    const bool doubtful = line_.isUp() && line_.isTaken() && isHarmed() && !replaced_;
     const Patience patience = unheard    ? Patience::starting
                               : doubtful ? Patience::suspicious
                                          : Patience::usual;
-    if (paused) {
+    if (line_.isOpen() && !line_.wishes().playing) { // paused
         standstill_.begin();
-    } else if (!standstill_.isReached(report_, patience)) {
+    } else if (!standstill_.isReached(line_.report(), patience)) {
         return;
     } else if (opening_.isUnderWay()) {
         opening_.drop();
         failed_ = diskIsGone;
-    } else if (process_) {
+    } else if (line_.isUp()) {
         replaceProcess(stoodStill);
     }
-}
-
-// A song that the process is not through with is left to it.
-void PlayerControl::watchHandover() {
-    listen();
-    const bool isBehind = process_ && report_.song != 0 && !isTaken();
-    if (isBehind && report_.song != olderSong_) {
-        olderSong_ = report_.song;
-        handoverRounds_ = 0;
-    }
-    if (isBehind && ++handoverRounds_ < handoverLimit)
-        return;
-    loop_.cancel(std::exchange(handover_, TimerId::none));
-    if (isBehind)
-        replaceProcess(stoodStill);
 }
 
 } // namespace larkspin

@@ -4,14 +4,13 @@
 // and gets a process of its own.
 #pragma once
 
-#include "platform/player/player_process.h"
+#include "platform/player/handover.h"
 #include "platform/player/song_opening.h"
 #include "platform/player/standstill.h"
 #include "playback/media_control.h"
 #include "shell/event_loop.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -30,6 +29,7 @@ public:
         // write to. Without it, that is the sound device, or silence where there is none.
         std::vector<std::string> arguments;
         SongOpening::Open open = openSong;
+        int mostSongs = 500; // of one process: libraries lose some memory with each
     };
     // Of what is wrong with the sound, the owner is told once, through `tell`.
     using Tell = std::function<void(const std::string& line)>;
@@ -57,46 +57,30 @@ public:
 private:
     void takeFile(std::chrono::milliseconds patience);
     void startProcess();
-    void endProcess();
     void replaceProcess(const std::string& reason);
     void renewProcess();
     bool isHarmed() const;
-    void wish();
-    void wishSong(bool hasFile);
-    void say();
+    void wishNoSong();
     SongPhase listen();
-    bool take(const PlayerReport& report);
+    void take();
     void takeStart();
     void tellOnce(const std::string& line);
-    bool isTaken() const { return report_.song == wishes_.song; }
-    bool hasMoved() const { return report_.phase == SongPhase::open && report_.position > 0; }
     bool isResting() const;
     double reckonedPosition() const;
     void watchEvery(Nanoseconds interval);
     void watch();
     void watchSong();
-    void watchHandover();
 
     EventLoop& loop_;
-    Player player_;
     Tell tell_;
     std::set<std::string> told_;
-    std::unique_ptr<PlayerProcess> process_;
-    std::vector<std::unique_ptr<PlayerProcess>> killed_; // until nothing is left of them
-    PlayerWishes wishes_;
-    bool unsaid_ = false;             // the process hasn't been given the wishes yet
-    TimerId turnEnd_ = TimerId::none; // until when more may be wished
-
-    // Of this process.
-    PlayerReport report_;
-    Nanoseconds startedAt_{};
-    std::uint32_t firstSong_ = 0; // that it has had in hand
-    bool hadDevice_ = false;
+    PlayerLine line_;
+    int mostSongs_;
+    bool hadDevice_ = false; // its process
 
     // Of this song.
     std::string fileName_;
     SongOpening opening_;
-    Descriptor file_;
     Nanoseconds openedAt_{};
     bool stopped_ = false;              // by hand
     std::optional<std::string> failed_; // whatever its process says: the reason
@@ -108,11 +92,7 @@ private:
     TimerId watch_ = TimerId::none;
     Nanoseconds watchedEvery_{}; // 0 for not at all
     Standstill standstill_;
-
-    // While the process may still be at an older song than the one that is wished.
-    TimerId handover_ = TimerId::none;
-    std::uint32_t olderSong_ = 0;
-    int handoverRounds_ = 0;
+    Handover handover_;
 };
 
 } // namespace larkspin

@@ -2,6 +2,7 @@
 
 #include "platform/posix/no_signals.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <condition_variable>
 #include <fcntl.h>
@@ -15,7 +16,12 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t mostHanging = 16;
+constexpr std::size_t mostHanging = 64;
+constexpr std::ptrdiff_t mostInDirectory = 4;
+
+std::string directoryOf(const std::string& path) {
+    return path.substr(0, path.rfind('/') + 1);
+}
 
 std::string reasonOf(int error) {
     std::string reason = std::generic_category().message(error);
@@ -42,6 +48,7 @@ OpenedSong openSong(const std::string& path) {
 }
 
 struct SongOpening::Shared {
+    std::string directory;
     std::mutex mutex;
     std::condition_variable ended;
     bool isOver = false;
@@ -53,7 +60,9 @@ bool SongOpening::begin(const std::string& path) {
         const std::lock_guard lock(thread->mutex);
         return thread->isOver;
     });
-    if (threads_.size() >= mostHanging)
+    const auto inDirectory = std::ranges::count_if(
+        threads_, [&](const auto& thread) { return thread->directory == directoryOf(path); });
+    if (inDirectory >= mostInDirectory || threads_.size() >= mostHanging)
         return false;
     path_ = path;
     startThread();
@@ -62,6 +71,7 @@ bool SongOpening::begin(const std::string& path) {
 
 void SongOpening::startThread() {
     auto shared = std::make_shared<Shared>();
+    shared->directory = directoryOf(*path_);
     threads_.push_back(shared);
     const auto run = [shared, open = open_, path = *path_] {
         OpenedSong song = open(path);

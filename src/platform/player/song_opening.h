@@ -27,7 +27,8 @@ public:
 
     explicit SongOpening(Open open) : open_(std::move(open)) {}
 
-    // The one before isn't wanted any more. False when too many of those still hang.
+    // The one before isn't wanted any more. False when too many of those still hang, in its
+    // directory or in all.
     bool begin(const std::string& path);
     void drop() { path_.reset(); }
     bool isUnderWay() const { return path_.has_value(); }

@@ -1,0 +1,36 @@
+#include "platform/player/handover.h"
+
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// They are counted instead of time, since the whole program may have been halted in between.
+constexpr Nanoseconds interval = std::chrono::milliseconds(250);
+constexpr int limit = 4;
+
+} // namespace
+
+void Handover::begin() {
+    if (!line_.isUp() || line_.report().song == 0 || watch_ != TimerId::none)
+        return;
+    olderSong_ = line_.report().song;
+    rounds_ = 0;
+    watch_ = loop_.every(interval, [this] { watch(); });
+}
+
+void Handover::watch() {
+    hear_();
+    const std::uint32_t song = line_.report().song;
+    const bool isBehind = line_.isUp() && song != 0 && !line_.isTaken();
+    if (isBehind && std::exchange(olderSong_, song) != song)
+        rounds_ = 0;
+    if (isBehind && ++rounds_ < limit)
+        return;
+    loop_.cancel(std::exchange(watch_, TimerId::none));
+    if (isBehind)
+        leave_();
+}
+
+} // namespace larkspin

@@ -1,0 +1,71 @@
+#include "platform/player/player_line.h"
+
+#include <utility>
+
+namespace larkspin {
+
+bool PlayerLine::start() {
+    process_ = PlayerProcess::start(program_, arguments_);
+    startedAt_ = loop_.now();
+    report_ = {};
+    firstSong_ = 0;
+    songs_ = 0;
+    unsaid_ = true;
+    return isUp();
+}
+
+void PlayerLine::end() {
+    process_->kill();
+    ended_.push_back(std::move(process_));
+}
+
+bool PlayerLine::leavesNothing() {
+    std::erase_if(ended_, [](const auto& process) { return process->isGone(); });
+    return ended_.empty();
+}
+
+PlayerWishes& PlayerLine::wish() {
+    unsaid_ = true;
+    if (turnEnd_ == TimerId::none)
+        turnEnd_ = loop_.once(Nanoseconds(0), [this] {
+            turnEnd_ = TimerId::none;
+            say();
+        });
+    return wishes_;
+}
+
+void PlayerLine::say() {
+    const bool isWhole = turnEnd_ == TimerId::none;
+    if (process_ && unsaid_ && isWhole && process_->send(wishes_, file_))
+        unsaid_ = false;
+}
+
+void PlayerLine::wishSong(Descriptor file) {
+    file_ = std::move(file);
+    wishSongAgain();
+}
+
+void PlayerLine::wishSongAgain() {
+    ++wish().song;
+    wishes_.hasFile = file_.isOpen();
+}
+
+// A process that tells of a song which it can't know of is no player.
+PlayerLine::Heard PlayerLine::hear() {
+    if (!process_)
+        return Heard::nothing;
+    say();
+    const auto report = process_->receive();
+    const bool isAhead = report && static_cast<std::int32_t>(report->song - wishes_.song) > 0;
+    if (process_->isBroken() || isAhead)
+        return Heard::end;
+    if (!report)
+        return Heard::nothing;
+    songs_ += report->song != report_.song;
+    report_ = *report;
+    if (firstSong_ == 0)
+        firstSong_ = report_.song;
+    return Heard::report;
+}
+
+} // namespace larkspin

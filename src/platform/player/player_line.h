@@ -1,0 +1,65 @@
+// The line to the player: the process at its other end, what is wished of it, and what it has
+// reported last. What becomes of a song whose process ends is not decided here.
+#pragma once
+
+#include "platform/player/player_process.h"
+#include "shell/event_loop.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace larkspin {
+
+class PlayerLine {
+public:
+    PlayerLine(EventLoop& loop, std::string program, std::vector<std::string> arguments)
+        : loop_(loop), program_(std::move(program)), arguments_(std::move(arguments)) {}
+    ~PlayerLine() { loop_.cancel(turnEnd_); }
+    PlayerLine(const PlayerLine&) = delete;
+    PlayerLine& operator=(const PlayerLine&) = delete;
+
+    bool start(); // a process; false when it can't be
+    void end();   // of the process there is
+    bool isUp() const { return process_ != nullptr; }
+    Nanoseconds startedAt() const { return startedAt_; }
+    bool leavesNothing(); // whether all is gone that was ended
+
+    // What is wished in one turn goes as one message: of a song that is set elsewhere and halted,
+    // nothing is to be heard in between.
+    const PlayerWishes& wishes() const { return wishes_; }
+    PlayerWishes& wish();
+
+    // Another song, of that file, or none; the same once more, for another process.
+    void wishSong(Descriptor file);
+    void wishSongAgain();
+    bool hasFile() const { return file_.isOpen(); }
+
+    enum class Heard { nothing, report, end };
+    Heard hear(); // the next that it has said, if there is more
+    const PlayerReport& report() const { return report_; }
+    int songs() const { return songs_; } // that it has had in hand
+    bool isTaken() const { return report_.song == wishes_.song; }
+    bool isFirstSong() const { return firstSong_ == wishes_.song; }
+    bool isOpen() const { return isTaken() && report_.phase == SongPhase::open; }
+
+private:
+    void say();
+
+    EventLoop& loop_;
+    std::string program_; // native path
+    std::vector<std::string> arguments_;
+    PlayerWishes wishes_;
+    Descriptor file_;
+    bool unsaid_ = false;             // the process hasn't been given the wishes yet
+    TimerId turnEnd_ = TimerId::none; // until when more may be wished
+
+    std::unique_ptr<PlayerProcess> process_;
+    Nanoseconds startedAt_{};
+    PlayerReport report_;
+    std::uint32_t firstSong_ = 0;
+    int songs_ = 0;
+    std::vector<std::unique_ptr<PlayerProcess>> ended_; // until nothing is left of them
+};
+
+} // namespace larkspin
