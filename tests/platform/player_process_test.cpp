@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <limits>
 #include <set>
 #include <sstream>
 #include <sys/stat.h>
@@ -290,6 +291,43 @@ TEST_F(PlayerProcessTest, WhatIsNoPlayerIsNotBelieved) {
         EXPECT_TRUE(player.wasGivenUp());
     }
     EXPECT_EQ(told, "");
+}
+
+TEST(PlayerReports, AreCheckedWhole) {
+    const auto isTaken = [](void (*change)(PlayerReport&)) {
+        PlayerReport report{.at = std::chrono::steady_clock::now()};
+        change(report);
+        return decodedReport(encoded(report)).has_value();
+    };
+    EXPECT_TRUE(isTaken([](PlayerReport&) {}));
+    using Limits = std::numeric_limits<double>;
+    for (const double bad :
+         {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), -0x1p63, 0x1p63}) {
+        SCOPED_TRACE(bad);
+        for (double PlayerReport::*field :
+             {&PlayerReport::duration, &PlayerReport::position, &PlayerReport::rate}) {
+            PlayerReport report{.at = std::chrono::steady_clock::now()};
+            report.*field = bad;
+            EXPECT_FALSE(decodedReport(encoded(report)));
+        }
+    }
+    EXPECT_FALSE(isTaken([](PlayerReport& report) { report.rate = 0; }));
+    EXPECT_FALSE(isTaken([](PlayerReport& report) { report.at += 10s; }));
+    EXPECT_FALSE(isTaken([](PlayerReport& report) { report.at = decltype(report.at)::min(); }));
+    EXPECT_FALSE(isTaken([](PlayerReport& report) { report.phase = static_cast<SongPhase>(9); }));
+    EXPECT_FALSE(decodedReport(encoded(PlayerReport{}) + 'x'));
+}
+
+// It claims that songs which it will be given later have ended.
+TEST_F(PlayerProcessTest, OneThatTellsOfSongsToComeIsEnded) {
+    const PlayerReport ahead{.song = 100, .phase = SongPhase::ended, .duration = 1};
+    disk.write("ahead", encoded(ahead));
+    PlayerControl player(
+        loop, script("cat " + (disk.path() / "ahead").native() + " >&3; sleep 100"), tell);
+    player.Open(song("a.wav", 0.1));
+    pass(2s);
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+    EXPECT_EQ(player.failure(), "the player died");
 }
 
 TEST_F(PlayerProcessTest, TellsTheOwnerOnceThatItIsMissing) {
