@@ -136,6 +136,8 @@ void tryNetwork(const Place& at) {
     tell("ask the kernel's network", ::socket(AF_NETLINK, SOCK_RAW, NETLINK_ROUTE));
     tell("ask the machine around", ::socket(AF_VSOCK, SOCK_STREAM, 0));
     tell("reach the bus", connectTo(::socket(AF_UNIX, SOCK_STREAM, 0), at.socket, false));
+    int pair[2];
+    tell("make a pair to send by", ::socketpair(AF_UNIX, SOCK_DGRAM, 0, pair));
     tell("reach an abstract socket",
          connectTo(::socket(AF_UNIX, SOCK_STREAM, 0), at.abstractName, true));
 }

@@ -9,6 +9,7 @@
 #include <seccomp.h>
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace larkspin {
@@ -19,7 +20,7 @@ constexpr const char* refused[] = {
     // other programs
     "execve", "execveat", "uselib", "fork", "vfork",
     // ways out: those to the sound server and to who started this process are open
-    "socket", "socketpair", "connect", "bind", "listen", "accept", "accept4",
+    "socket", "connect", "bind", "listen", "accept", "accept4",
     // other processes
     "ptrace", "process_vm_readv", "process_vm_writev", "process_madvise", "process_mrelease",
     "pidfd_open", "pidfd_getfd", "pidfd_send_signal", "kill", "tkill", "rt_sigqueueinfo",
@@ -121,6 +122,15 @@ void refuseProcesses(Filter& filter) {
     filter.refuse("prctl", {is(0, PR_SET_PDEATHSIG)});
 }
 
+// GStreamer wakes itself up by a pair of streams. Any other pair could be given another address.
+void refusePairs(Filter& filter) {
+    constexpr unsigned typeMask = 0xF;
+    for (unsigned type = 0; type <= typeMask; ++type)
+        if (type != SOCK_STREAM)
+            filter.refuse("socketpair", {hasBits(1, typeMask, type)});
+    filter.refuse("socketpair", {isNot(0, AF_UNIX)});
+}
+
 void refuseControls(Filter& filter) {
     for (const unsigned kind : fileKinds)
         filter.refuse("ioctl", {hasBits(1, 0xFF00, kind << 8)});
@@ -137,6 +147,7 @@ bool closeCalls() {
     for (const char* name : refused)
         filter.refuse(name);
     refuseProcesses(filter);
+    refusePairs(filter);
     refuseControls(filter);
     for (int call = firstUnknownCall; call < behindUnknownCalls; ++call)
         filter.refuse(call, ENOSYS);
