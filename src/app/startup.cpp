@@ -41,7 +41,7 @@ void Program::start() {
     machine.desktop.addTrayIcon(trayIcon(*this));
     phase_ = Phase::running; // from here on there is something to save
     if (shell.state.rol)
-        playback.refreshButton.Command5_Click();
+        playback.refreshButton.refreshAtStart();
     if (!run.lasts())
         return;
 
@@ -51,6 +51,7 @@ void Program::start() {
         return;
     shell.splash.hide();
     listen();
+    playback.refreshButton.tellOfStart();
 }
 
 void Program::claimOnlyCopy() {

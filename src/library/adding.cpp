@@ -26,29 +26,35 @@ void Adding::scan(const std::string& directory) {
 void Adding::listadd(const std::string& text) {
     if (reply_.refusedInSilence("scanning"))
         return;
+    const ThisRun run(state_);
     const int before = state_.masterList.count();
-    addmatching(state_.scanRows, text);
+    const int leftOut = addmatching(state_.scanRows, text);
     const int after = state_.masterList.count();
-    showFileCountLabel(state_);
+    showfilecount(state_);
     reply_.saychat("added <b>" + std::to_string(after - before) + "</b> items for <b>" + text +
                    "</b> (<b>" + std::to_string(after) + "</b>)");
-    showFileCountEntry(state_);
+    if (run.lasts())
+        sayLeftOut(leftOut);
 }
 
 void Adding::transfer() {
+    const ThisRun run(state_);
     if (state_.scanRows.empty()) {
         reply_.saychat("there's nothing to transfer, you dumbass");
         return;
     }
     reply_.saychat("transferring <b>" + std::to_string(state_.scanRows.count()) +
                    "</b> files over to playlist");
-    addScanned();
+    if (run.lasts())
+        sayLeftOut(addScanned());
 }
 
-void Adding::addScanned() {
+int Adding::addScanned() {
+    int leftOut = 0;
     for (int index = 0; index < state_.scanRows.count(); ++index)
-        addToPlaylistOnce(state_, state_.scanRows.share(index));
+        leftOut += addToPlaylistOnce(state_, state_.scanRows.share(index)) == Addition::leftOut;
     showfilecount(state_);
+    return leftOut;
 }
 
 void Adding::scanAndOffer() {
@@ -57,21 +63,31 @@ void Adding::scanAndOffer() {
     if (dialogs_.ask("found " + std::to_string(state_.scanRows.count()) + " mp3s in " +
                      std::to_string(state_.knownDirs.count()) +
                      " directories, would you like to transfer them? or use add string on the "
-                     "mp3s window to add individual songs"))
-        addScanned();
+                     "mp3s window to add individual songs" +
+                     scan_.notes()))
+        boxLeftOut(addScanned());
 }
 
-bool Adding::addmatching(RowList& list, const std::string& text) {
+int Adding::addmatching(RowList& list, const std::string& text) {
     const std::string wanted = foldCase(text);
-    bool matched = false;
+    int leftOut = 0;
     for (int index = 0; index < list.count(); ++index) {
         if (list.folded(index).find(wanted) == std::string::npos)
             continue;
-        matched = true;
         list.setCurrentIndex(index);
-        addToPlaylistOnce(state_, list.share(index));
+        leftOut += addToPlaylistOnce(state_, list.share(index)) == Addition::leftOut;
     }
-    return matched;
+    return leftOut;
+}
+
+void Adding::sayLeftOut(int count) {
+    if (count > 0)
+        reply_.sayOrBox(leftOutText(count), leftOutText(count, "", ""));
+}
+
+void Adding::boxLeftOut(int count) {
+    if (count > 0)
+        dialogs_.box(leftOutText(count, "", ""));
 }
 
 FileQuestion Adding::question(const std::string& wanted) const {
@@ -86,44 +102,63 @@ void Adding::addFiles() {
 // A single file brings its directory with the backslash behind it, and leaves the memory of the
 // random pick alone.
 void Adding::addFiles(const std::vector<std::string>& paths) {
+    int leftOut = 0;
     for (const std::string& path : paths) {
         const Song song = songOfPath(path);
         if (song.title().empty() || song.directory.empty())
             continue; // the name of a directory, or of nothing
         const std::string directory =
             paths.size() == 1 ? joinPath(song.directory, "") : song.directory;
-        if (addToPlaylistOnce(state_, Row(makerow(song.name, song.extension, directory))))
+        const Addition came =
+            addToPlaylistOnce(state_, Row(makerow(song.name, song.extension, directory)));
+        leftOut += came == Addition::leftOut;
+        if (came == Addition::added)
             showfilecount(state_);
     }
     if (paths.size() > 1)
         state_.playedMemory.clear();
+    boxLeftOut(leftOut);
+}
+
+FileLister::Shown Adding::askForDirectory() {
+    const auto path = dialogs_.openDirectory(question("add a directory"));
+    if (!path)
+        return nullptr;
+    const Place place = placeAt(*path);
+    return place.isDirectory || place.isUnread ? place.shown
+                                               : placeAt(songOfPath(*path).directory).shown;
 }
 
 // The listing stays what it is, whatever File1 shows by the time that it is added.
-FileLister::Shown Adding::askForDirectory() {
-    const auto path = dialogs_.openDirectory(question("add a directory"));
-    const bool isThere =
-        path && (File1_.setPath(*path) || File1_.setPath(songOfPath(*path).directory));
-    return isThere ? File1_.shown() : nullptr;
-}
-
-FileLister::Shown Adding::directoryAt(const std::string& path) {
-    return File1_.setPath(path) ? File1_.shown() : nullptr;
+Adding::Place Adding::placeAt(const std::string& path) {
+    const DirectoryRead::Outcome outcome = File1_.show(path);
+    if (outcome == DirectoryRead::Outcome::listed)
+        return {.isDirectory = true, .shown = File1_.shown()};
+    if (outcome == DirectoryRead::Outcome::missing)
+        return {};
+    UnreadDirectories unread;
+    unread.note(path, outcome);
+    dialogs_.box(unread.told("", ""));
+    return {.isUnread = true};
 }
 
 // Each directory with the backslash behind it, which a scan doesn't write.
 void Adding::addDirectory(const DirectoryListing& chosen) {
     const std::string directory = joinPath(chosen.path, "");
+    int leftOut = 0;
     for (const std::string& name : chosen.files)
-        addToPlaylistOnce(state_, Row(rowOfFile(name, directory)));
-    showfilecount(state_);
-    state_.playedMemory.clear();
+        leftOut += addToPlaylistOnce(state_, Row(rowOfFile(name, directory))) == Addition::leftOut;
+    showAdded(leftOut);
 }
 
 void Adding::addString(const std::string& text) {
-    addmatching(state_.scanRows, text);
+    showAdded(addmatching(state_.scanRows, text));
+}
+
+void Adding::showAdded(int leftOut) {
     showfilecount(state_);
     state_.playedMemory.clear();
+    boxLeftOut(leftOut);
 }
 
 } // namespace larkspin

@@ -28,24 +28,34 @@ public:
     void scanAndOffer();
 
     // Adds the list's rows that contain the text, without regard to case, in name, extension
-    // or directory. True when there was one, also when the playlist held it already.
-    bool addmatching(RowList& list, const std::string& text);
+    // or directory. Gives the number of those that didn't fit.
+    int addmatching(RowList& list, const std::string& text);
 
     // As the media window does it: files that the owner chooses, whatever their type.
     void addFiles();
     void addFiles(const std::vector<std::string>& paths);
 
     // What the media filter lets through in a directory that he chooses, without those below it.
-    // Nothing is chosen when he dismisses the dialog or names what isn't there.
+    // Nothing is chosen when he dismisses the dialog or names what isn't there; of what can't be
+    // looked into he is told.
     FileLister::Shown askForDirectory();
-    FileLister::Shown directoryAt(const std::string& path); // nothing when it is no directory
     void addDirectory(const DirectoryListing& chosen);
+
+    // What there is at a path that he brings.
+    struct Place {
+        bool isDirectory = false, isUnread = false; // a file, or nothing, is neither
+        FileLister::Shown shown = {};               // of a directory
+    };
+    Place placeAt(const std::string& path);
 
     // Adds what the last scan found and contains the text, in the same way.
     void addString(const std::string& text);
 
 private:
-    void addScanned();
+    int addScanned(); // how many didn't fit
+    void showAdded(int leftOut);
+    void sayLeftOut(int count);
+    void boxLeftOut(int count);
     FileQuestion question(const std::string& wanted) const;
 
     AppState& state_;

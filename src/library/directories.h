@@ -1,10 +1,14 @@
-// The port to directories and drives, for the listers to read from. Paths are drive paths;
-// nothing throws.
+// The port to directories and drives. Paths are drive paths; nothing throws.
+//
+// A directory lies on a disk of the owner's, which may take its time or hang. Events are served
+// while it does, so that any state may have changed behind each of these calls; a disk that hasn't
+// answered within a bound counts as one that doesn't.
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -17,12 +21,44 @@ struct DirectoryListing {
     std::vector<std::string> directories; // those that a walk from above should enter
 };
 
+// What came of reading one.
+struct DirectoryRead {
+    enum class Outcome {
+        listed,
+        missing,    // there is no such directory
+        refused,    // the owner may not look into it
+        failed,     // the disk can't read it
+        unanswered, // the disk doesn't answer
+    };
+
+    Outcome outcome = Outcome::failed;
+    DirectoryListing listing = {}; // empty unless that is the outcome
+
+    DirectoryRead() = default;
+    explicit DirectoryRead(Outcome outcome) : outcome(outcome) {}
+    explicit DirectoryRead(DirectoryListing listing)
+        : outcome(Outcome::listed), listing(std::move(listing)) {}
+    bool isListed() const { return outcome == Outcome::listed; }
+};
+
+// For who reads many of them.
+class DirectoryReader {
+public:
+    virtual ~DirectoryReader() = default;
+
+    // These will be asked for, in that order: they may be read ahead.
+    virtual void expect(const std::vector<std::string>& paths) = 0;
+    virtual DirectoryRead read(const std::string& path) = 0;
+};
+
 class Directories {
 public:
     virtual ~Directories() = default;
 
-    // Nothing when there is no such directory or it can't be entered.
-    virtual std::optional<DirectoryListing> list(const std::string& path) = 0;
+    virtual DirectoryRead list(const std::string& path) = 0;
+
+    // It must not outlive the port.
+    virtual std::unique_ptr<DirectoryReader> reader();
 
     // One text per drive: letter, colon and perhaps a label behind them.
     virtual std::vector<std::string> drives() = 0;

@@ -35,13 +35,13 @@ public:
     LineFiles lineFiles{files_};
     Listers listers{directories_};
     MediaFilter mediaFilter{core_, listers.File1};
-    Scan scan{core_.state, listers, core_.loop, core_.reply};
+    Scan scan{core_.state, directories_, listers, core_.loop, core_.reply};
     Adding adding{core_, directories_, listers.File1, scan};
     Removing removing{core_};
     PlaylistFiles playlistFiles{core_.state, files_, lineFiles, listers.File1, directory_};
     PlaylistCommands playlistCommands{core_, playlistFiles, mediaFilter};
     ListQuestions questions{core_};
-    Refresh refresh{core_, listers.File1, scan};
+    Refresh refresh{core_, directories_, listers.File1, scan};
 
     // The playlist of the last run with the menu of all of them, and the media filter.
     void load(const StoredSettings& stored);

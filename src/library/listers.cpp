@@ -1,14 +1,18 @@
 #include "library/listers.h"
 
-#include "library/playlist_row.h"
 #include "text/fold.h"
 #include "text/wildcard.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace larkspin {
 
 namespace {
+
+constexpr std::string_view besideFile = "._";
+
+} // namespace
 
 // A list without regard to case takes only the first of several names that differ in case alone.
 // Which one that is must not depend on the order in which the disk tells them.
@@ -18,45 +22,27 @@ void sortByName(std::vector<std::string>& names) {
         std::stable_sort(names.begin(), names.end(), lessFolded);
 }
 
-} // namespace
-
-void FileLister::setPattern(std::string_view pattern) {
-    pattern_ = pattern;
-    refresh();
+std::vector<std::string> filesThatFit(std::vector<std::string> names, std::string_view pattern) {
+    std::erase_if(names, [pattern](const std::string& name) {
+        return name.starts_with(besideFile) || !fitsAnyFolded(name, pattern);
+    });
+    sortByName(names);
+    return names;
 }
 
-bool FileLister::setPath(const std::string& path) {
-    auto listing = directories_.list(path);
-    if (!listing)
-        return false;
-    show(select(std::move(*listing)));
-    return true;
-}
-
-FileLister::Shown FileLister::select(DirectoryListing listing) const {
-    std::erase_if(listing.files,
-                  [this](const std::string& name) { return !fitsAnyFolded(name, pattern_); });
-    sortByName(listing.files);
-    listing.directories = {};
-    return std::make_shared<const DirectoryListing>(std::move(listing));
+DirectoryRead::Outcome FileLister::show(const std::string& path) {
+    DirectoryRead read = directories_.list(path);
+    if (read.isListed()) {
+        read.listing.files = filesThatFit(std::move(read.listing.files), pattern_);
+        read.listing.directories = {};
+        shown_ = std::make_shared<const DirectoryListing>(std::move(read.listing));
+    }
+    return read.outcome;
 }
 
 const std::string& FileLister::name(int index) const {
     static const std::string none;
     return index >= 0 && index < count() ? shown_->files[static_cast<std::size_t>(index)] : none;
-}
-
-bool DirectoryLister::setPath(const std::string& path) {
-    auto listing = directories_.list(path);
-    if (!listing)
-        return false;
-    listing_ = std::move(*listing);
-    path_ = listing_.path;
-    sortByName(listing_.directories);
-    subdirectories_.clear();
-    for (const std::string& name : listing_.directories)
-        subdirectories_.push_back(joinPath(path_, name));
-    return true;
 }
 
 } // namespace larkspin

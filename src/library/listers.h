@@ -1,9 +1,7 @@
-// The listers: File1 lists the files of one directory under a pattern, Dir1 its direct
-// subdirectories, Drive1 the drives. They are one shared tool: whoever changes File1's pattern
-// for another purpose puts it back.
+// The listers: File1 lists the files of one directory under a pattern, Drive1 the drives. They are
+// one shared tool: whoever changes File1's pattern for another purpose puts it back.
 //
-// Both directory listers stay where they are when they are sent to a place that can't be
-// entered.
+// A lister that is sent to a place that can't be entered stays where it is.
 #pragma once
 
 #include "library/directories.h"
@@ -11,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -20,16 +17,17 @@ class FileLister {
 public:
     explicit FileLister(Directories& directories) : directories_(directories) {}
 
-    // Patterns joined by semicolons, such as "*.mp3;*.wav"; compared without regard to case.
-    void setPattern(std::string_view pattern);
+    // Patterns joined by semicolons, such as "*.mp3;*.wav"; compared without regard to case. What
+    // is shown stays until the next setPath.
+    void setPattern(std::string_view pattern) { pattern_ = pattern; }
     const std::string& pattern() const { return pattern_; }
 
-    // False, and nothing changes, when the directory can't be entered.
-    bool setPath(const std::string& path);
+    // False, and nothing changes, when the directory can't be entered. Events are served before it
+    // is shown, and none behind that.
+    bool setPath(const std::string& path) { return show(path) == DirectoryRead::Outcome::listed; }
+    DirectoryRead::Outcome show(const std::string& path);
     // Without a trailing backslash, but for a root; empty before the first setPath.
     const std::string& path() const { return shown_->path; }
-
-    void refresh() { setPath(path()); }
 
     // The files that fit, by name without regard to case; names that differ in nothing else stand
     // in the order of their bytes. Outside the list: an empty text.
@@ -40,9 +38,6 @@ public:
     // who lets events run while he goes through the files holds on to it.
     using Shown = std::shared_ptr<const DirectoryListing>;
     const Shown& shown() const { return shown_; }
-    // What setPath would show of a directory that has been read already, and showing it.
-    Shown select(DirectoryListing listing) const;
-    void show(Shown directory) { shown_ = std::move(directory); }
 
 private:
     Directories& directories_;
@@ -50,25 +45,10 @@ private:
     Shown shown_ = std::make_shared<DirectoryListing>();
 };
 
-class DirectoryLister {
-public:
-    explicit DirectoryLister(Directories& directories) : directories_(directories) {}
-
-    bool setPath(const std::string& path);
-    const std::string& path() const { return path_; }
-
-    // The full paths of the direct subdirectories, in the order of File1's files.
-    const std::vector<std::string>& list() const { return subdirectories_; }
-
-    // The files of the directory, which were read along; they are given away.
-    DirectoryListing giveListing() { return std::move(listing_); }
-
-private:
-    Directories& directories_;
-    std::string path_;
-    std::vector<std::string> subdirectories_;
-    DirectoryListing listing_;
-};
+// Of names, those that fit the pattern, in File1's order. What a Mac leaves beside a file on a disk
+// that can't hold all of it ("._ride.mp3") is no file of its own.
+std::vector<std::string> filesThatFit(std::vector<std::string> names, std::string_view pattern);
+void sortByName(std::vector<std::string>& names);
 
 class DriveLister {
 public:
@@ -82,11 +62,9 @@ private:
 };
 
 struct Listers {
-    explicit Listers(Directories& directories)
-        : File1(directories), Dir1(directories), Drive1(directories) {}
+    explicit Listers(Directories& directories) : File1(directories), Drive1(directories) {}
 
     FileLister File1;
-    DirectoryLister Dir1;
     DriveLister Drive1;
 };
 

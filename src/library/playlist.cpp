@@ -33,8 +33,15 @@ bool addToPlaylist(AppState& state, const Row& row) {
     return state.masterList.add(row) && state.playlistView.add(row);
 }
 
-bool addToPlaylistOnce(AppState& state, const Row& row) {
-    return !row.text().empty() && !state.masterList.contains(row) && addToPlaylist(state, row);
+Addition addToPlaylistOnce(AppState& state, const Row& row) {
+    if (row.text().empty() || state.masterList.contains(row))
+        return Addition::thereAlready;
+    return addToPlaylist(state, row) ? Addition::added : Addition::leftOut;
+}
+
+std::string leftOutText(int count, const std::string& mark, const std::string& unmark) {
+    return "a list holds " + mark + std::to_string(RowList::limit) + unmark + " songs, left out " +
+           mark + std::to_string(count) + unmark;
 }
 
 void removeFromPlaylist(AppState& state, int index) {

@@ -17,10 +17,16 @@ struct AppState;
 bool addToPlaylist(AppState& state, const Row& row);
 
 // The same, unless the row is there already, compared as a whole without regard to case.
-bool addToPlaylistOnce(AppState& state, const Row& row);
+enum class Addition { added, thereAlready, leftOut };
+Addition addToPlaylistOnce(AppState& state, const Row& row);
 
 // Takes the row at the index out of both lists; an index outside them does nothing.
 void removeFromPlaylist(AppState& state, int index);
+
+// Of files that didn't fit: "a list holds <b>32767</b> songs, left out <b>12</b>". The marks are
+// for the room; a box goes without.
+std::string leftOutText(int count, const std::string& mark = "<b>",
+                        const std::string& unmark = "</b>");
 
 void clearPlaylist(AppState& state);
 

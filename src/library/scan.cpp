@@ -6,64 +6,73 @@
 #include "shell/app_state.h"
 #include "shell/event_loop.h"
 #include "shell/this_run.h"
+#include "text/fold.h"
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
-#include <vector>
 
 namespace larkspin {
 
 namespace {
 
-// As many subdirectories of one directory as a walk enters.
-constexpr std::size_t entryLimit = 1001;
+// Of other systems, where they aren't hidden by their name.
+constexpr std::string_view wastebaskets[] = {"$recycle.bin", "recycler", "recycled",
+                                             "system volume information"};
 
 } // namespace
 
+bool isHiddenDirectory(std::string_view name) {
+    return name.starts_with('.') || std::ranges::count(wastebaskets, foldCase(name)) > 0;
+}
+
 void Scan::Command4_Click() {
+    if (scanTrees({state_.scanRoot}, {}))
+        sayUnread();
+}
+
+bool Scan::scanTrees(const std::vector<std::string>& roots, const Take& take) {
     const ThisRun run(state_);
-    state_.knownDirs.clear();
-    state_.scanRows.clear();
-    const Walk walk = queueTree(run);
-    listers_.File1.refresh();
-    listFiles(walk, run);
+    state_.dirQueue.clear();
+    clearResults();
+    for (const std::string& root : roots)
+        if (run.lasts())
+            walkdirs(root, run, take);
     if (run.lasts())
         sayFound();
+    return run.lasts();
 }
 
 void Scan::Command4z(const ThisRun& run) {
-    listFiles(queueTree(run), run);
-}
-
-Scan::Walk Scan::queueTree(const ThisRun& run) {
-    Walk walk = walkdirs(state_.scanRoot, run);
     state_.dirQueue.clear();
-    for (const Visit& visit : walk)
-        state_.dirQueue.add(visit.directory);
-    return walk;
+    walkdirs(state_.scanRoot, run, {});
 }
 
 void Scan::scanpc() {
     const ThisRun run(state_);
+    state_.driveRoots.clear();
     clearResults();
     reply_.saychat("scanning pc for <b>" + state_.mediaFilter + "</b>, please wait..");
     scanRoots(run);
     if (run.lasts())
         sayFound();
+    if (run.lasts())
+        sayUnread();
 }
 
 bool Scan::scanDrives() {
     const ThisRun run(state_);
+    state_.driveRoots.clear();
     clearResults();
     scanRoots(run);
     return run.lasts();
 }
 
 void Scan::clearResults() {
-    state_.driveRoots.clear();
     state_.knownDirs.clear();
     state_.scanRows.clear();
+    leftOut_ = 0;
+    unread_ = {};
 }
 
 void Scan::scanRoots(const ThisRun& run) {
@@ -79,69 +88,92 @@ void Scan::scanRoots(const ThisRun& run) {
     }
 }
 
-// Depth-first. A directory that can't be entered has no subdirectories. A walk ends where its
-// queue would be full.
-Scan::Walk Scan::walkdirs(std::string directory, const ThisRun& run) {
-    Walk walk;
-    std::vector<std::string> pending; // the next to enter stands last
-    for (;;) {
-        FileLister::Shown listing;
-        if (listers_.Dir1.setPath(directory)) {
-            const auto& entries = listers_.Dir1.list();
-            const auto end =
-                entries.begin() + static_cast<std::ptrdiff_t>(std::min(entries.size(), entryLimit));
-            std::copy(std::make_reverse_iterator(end), std::make_reverse_iterator(entries.begin()),
-                      std::back_inserter(pending));
-            listing = listers_.File1.select(listers_.Dir1.giveListing());
-        }
-        walk.push_back({std::move(directory), listers_.File1.pattern(), std::move(listing)});
+// Depth-first. A directory that can't be entered has no subdirectories.
+void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& take) {
+    const auto reader = directories_.reader();
+    std::vector<std::string> pending{root}; // the next to enter stands last
+    for (bool isRoot = true; !pending.empty(); isRoot = false) {
+        const std::string directory = std::move(pending.back());
+        pending.pop_back();
+        state_.dirQueue.add(directory);
+        DirectoryRead read = reader->read(directory);
         loop_.serveTurn();
         if (!run.lasts())
-            return {};
-        if (pending.empty() || walk.size() == RowList::limit)
-            return walk;
-        directory = std::move(pending.back());
-        pending.pop_back();
-    }
-}
-
-// A directory that can't be entered leaves File1 where it was, so that the one before it is
-// listed once more.
-void Scan::listFiles(const Walk& walk, const ThisRun& run) {
-    FileLister::Shown listed = listers_.File1.shown();
-    for (const Visit& visit : walk) {
-        if (enter(visit))
-            listed = listers_.File1.shown();
-        for (const std::string& name : listed->files) {
-            loop_.serveTurn();
-            if (!run.lasts())
-                return;
-            noteFile(name, listed->path);
+            return;
+        if (!read.isListed()) {
+            noteUnread(directory, read.outcome, isRoot);
+            continue;
         }
+        std::vector<std::string> next = below(read.listing);
+        reader->expect(next);
+        std::move(next.rbegin(), next.rend(), std::back_inserter(pending));
+        read.listing.files = filesThatFit(std::move(read.listing.files), listers_.File1.pattern());
+        if (take)
+            take(read.listing);
+        listFiles(read.listing, run);
+        if (!run.lasts())
+            return;
     }
 }
 
-bool Scan::enter(const Visit& visit) {
-    if (listers_.File1.pattern() != visit.pattern) // it has changed meanwhile
-        return listers_.File1.setPath(visit.directory);
-    if (visit.listing)
-        listers_.File1.show(visit.listing);
-    return visit.listing != nullptr;
+std::vector<std::string> Scan::below(DirectoryListing& listing) const {
+    std::erase_if(listing.directories, isHiddenDirectory);
+    sortByName(listing.directories);
+    std::vector<std::string> paths;
+    paths.reserve(listing.directories.size());
+    for (const std::string& name : listing.directories)
+        paths.push_back(joinPath(listing.path, name));
+    return paths;
 }
 
+void Scan::listFiles(const DirectoryListing& listing, const ThisRun& run) {
+    for (const std::string& name : listing.files) {
+        loop_.serveTurn();
+        if (!run.lasts())
+            return;
+        noteFile(name, listing.path);
+    }
+}
+
+// A directory counts when a row came of it.
 void Scan::noteFile(const std::string& fileName, const std::string& directory) {
-    if (!state_.scanRows.full())
-        state_.scanRows.add(rows_.write(rowOfFile(fileName, directory)));
+    if (!state_.scanRows.add(rows_.write(rowOfFile(fileName, directory)))) {
+        ++leftOut_;
+        return;
+    }
     // Most files lie where the one before them did.
     const RowList& known = state_.knownDirs;
     if (known.row(known.count() - 1) != directory && !known.contains(directory))
         state_.knownDirs.add(directory);
 }
 
+// What the system keeps from the owner, or has taken away since it was seen, is none of his.
+void Scan::noteUnread(const std::string& directory, DirectoryRead::Outcome outcome, bool isRoot) {
+    const bool isFault =
+        outcome == DirectoryRead::Outcome::failed || outcome == DirectoryRead::Outcome::unanswered;
+    if (isRoot || isFault)
+        unread_.note(directory, outcome);
+}
+
+std::string Scan::notes() const {
+    return (leftOut_ > 0 ? " - " + leftOutText(leftOut_, "", "") : "") +
+           (unread_.empty() ? "" : " - " + unread_.told("", ""));
+}
+
 void Scan::sayFound() {
+    const ThisRun run(state_);
+    const int leftOut = leftOut_;
     reply_.saychat("found <b>" + std::to_string(state_.scanRows.count()) + "</b> (<b>" +
                    state_.mediaFilter + "</b>) in <b>" + std::to_string(state_.knownDirs.count()) +
                    "</b> directories");
+    if (leftOut > 0 && run.lasts())
+        reply_.sayOrBox(leftOutText(leftOut), leftOutText(leftOut, "", ""));
+}
+
+void Scan::sayUnread() {
+    const UnreadDirectories unread = unread_;
+    if (!unread.empty())
+        reply_.sayOrBox(unread.told(), unread.told("", ""));
 }
 
 } // namespace larkspin

@@ -5,12 +5,17 @@
 // scan. One that scans clears the results, which this scan goes on adding to; one that changes the
 // filter changes what this scan lists from the next directory on. The walks stay apart. A scan
 // ends with the run that it began in: the results of the next one hold nothing of it.
+//
+// A walk passes over what desktops hide: directories whose name begins with a dot, and
+// wastebaskets. One that it begins at is walked, whatever its name.
 #pragma once
 
 #include "library/listers.h"
+#include "library/unread_directories.h"
 #include "shell/pause.h"
 #include "text/row.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,44 +28,53 @@ class ThisRun;
 
 class Scan {
 public:
-    Scan(AppState& state, Listers& listers, EventLoop& loop, Reply& reply)
-        : state_(state), listers_(listers), loop_(loop), pause_(loop), reply_(reply) {}
+    Scan(AppState& state, Directories& directories, Listers& listers, EventLoop& loop, Reply& reply)
+        : state_(state), directories_(directories), listers_(listers), loop_(loop), pause_(loop),
+          reply_(reply) {}
 
     // The tree under scanRoot, from empty results, with an answer in the room.
     void Command4_Click();
+
+    // The same of several trees together; of what couldn't be read nothing is said. Each directory
+    // that could is handed on, with the files that the filter lets through, in order. False when
+    // the run has ended meanwhile.
+    using Take = std::function<void(const DirectoryListing&)>;
+    bool scanTrees(const std::vector<std::string>& roots, const Take& take);
 
     // Every drive of the machine, with answers and without. False when the run has ended meanwhile.
     void scanpc();
     bool scanDrives();
 
-private:
-    // What a walk has read, for the listing behind it: each directory is read once. Another walk
-    // may run inside this one, so that each has its own.
-    struct Visit {
-        std::string directory;
-        std::string pattern;       // the listing holds only what fits it
-        FileLister::Shown listing; // none when it can't be entered
-    };
-    using Walk = std::vector<Visit>;
+    // What the last scan has to tell besides what it found, for a box: files that didn't fit,
+    // directories that couldn't be read.
+    std::string notes() const;
 
+private:
     // Command4_Click without the answer, added to the results that are there.
     void Command4z(const ThisRun& run);
 
-    Walk queueTree(const ThisRun& run);
-    Walk walkdirs(std::string directory, const ThisRun& run);
-    void listFiles(const Walk& walk, const ThisRun& run);
-    bool enter(const Visit& visit);
+    void walkdirs(const std::string& root, const ThisRun& run, const Take& take);
+    std::vector<std::string> below(DirectoryListing& listing) const;
+    void listFiles(const DirectoryListing& listing, const ThisRun& run);
     void noteFile(const std::string& fileName, const std::string& directory);
+    void noteUnread(const std::string& directory, DirectoryRead::Outcome outcome, bool isRoot);
     void clearResults();
     void scanRoots(const ThisRun& run);
     void sayFound();
+    void sayUnread();
 
     AppState& state_;
+    Directories& directories_;
     Listers& listers_;
     EventLoop& loop_;
     Pause pause_;
     Reply& reply_;
-    RowWriter rows_; // of the files found
+    RowWriter rows_;           // of the files found
+    int leftOut_ = 0;          // files, since the results were cleared
+    UnreadDirectories unread_; // since then
 };
+
+// Whether a walk passes over a directory of that name.
+bool isHiddenDirectory(std::string_view name);
 
 } // namespace larkspin

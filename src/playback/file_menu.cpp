@@ -4,6 +4,7 @@
 #include "playback/behind_splash.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
+#include "shell/this_run.h"
 
 namespace larkspin {
 
@@ -19,7 +20,9 @@ std::vector<MenuEntry> FileMenu::entries() {
 }
 
 void FileMenu::askForDirectory() {
-    if (const auto chosen = adding_.askForDirectory())
+    const ThisRun run(state_);
+    const auto chosen = adding_.askForDirectory();
+    if (chosen && run.lasts())
         addDirectory(*chosen);
 }
 
@@ -28,13 +31,14 @@ bool FileMenu::addDirectory(const DirectoryListing& directory) {
 }
 
 void FileMenu::addDropped(const std::vector<std::string>& paths) {
+    const ThisRun run(state_);
     std::vector<std::string> files;
     for (const std::string& path : paths) {
-        const auto directory = adding_.directoryAt(path);
-        if (!directory)
-            files.push_back(path);
-        else if (!addDirectory(*directory))
+        const Adding::Place place = adding_.placeAt(path);
+        if (!run.lasts() || (place.isDirectory && !addDirectory(*place.shown)))
             return; // the run has ended
+        if (!place.isDirectory && !place.isUnread)
+            files.push_back(path);
     }
     adding_.addFiles(files);
 }

@@ -17,7 +17,8 @@ class Desktop;
 class FileMenu {
 public:
     FileMenu(const Core& core, Desktop& desktop, BehindSplash& behindSplash, Adding& adding)
-        : dialogs_(core.dialogs), desktop_(desktop), behindSplash_(behindSplash), adding_(adding) {}
+        : state_(core.state), dialogs_(core.dialogs), desktop_(desktop),
+          behindSplash_(behindSplash), adding_(adding) {}
 
     void popUp();
 
@@ -30,6 +31,7 @@ private:
     bool addDirectory(const DirectoryListing& directory); // false: the run has ended
     void addString();
 
+    AppState& state_;
     Dialogs& dialogs_;
     Desktop& desktop_;
     BehindSplash& behindSplash_;

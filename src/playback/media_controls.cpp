@@ -110,7 +110,7 @@ Controls tools(Playback& p) {
                 .place = {1245, toolRow, 405, rowHeight},
                 .spoken = "refresh",
                 .text = caption("ref"),
-                .onClick = [&p] { p.refreshButton.Command5_Click(); }}),
+                .onClick = [&p] { p.refreshButton.press(); }}),
     };
 }
 

@@ -41,13 +41,18 @@ void MediaList::media() {
     reply_.saychat("viewing media list");
 }
 
+// While the disk is asked, the owner can have clicked on another row.
 void MediaList::tellSize() {
-    const RowList& list = state_.playlistView;
-    const int index = list.currentIndex();
-    if (index < 0)
+    const Row row = state_.playlistView.share(state_.playlistView.currentIndex());
+    if (state_.playlistView.currentIndex() < 0)
         return;
-    state_.fileCountLabel = std::to_string(index + 1) + "/" + std::to_string(list.count()) +
-                            " files - " + sizeText(files_.size(rowpath(list.row(index))));
+    const auto size = files_.size(rowpath(row.text()));
+    const int index = state_.playlistView.find(row);
+    if (index < 0 || index != state_.playlistView.currentIndex())
+        return;
+    state_.fileCountLabel = std::to_string(index + 1) + "/" +
+                            std::to_string(state_.playlistView.count()) + " files - " +
+                            (size ? sizeText(*size) : noAnswer);
 }
 
 void MediaList::startClicked() {

@@ -5,8 +5,12 @@
 #include "playback/behind_splash.h"
 #include "playback/media_window.h"
 #include "shell/app_state.h"
+#include "shell/dialogs.h"
+#include "shell/event_loop.h"
+#include "shell/this_run.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace larkspin {
 
@@ -22,25 +26,54 @@ std::string changeText(int grown, const char* beforeNumber, const char* behindNu
 
 } // namespace
 
-std::optional<int> RefreshButton::Command5_Click() {
-    std::optional<int> grown;
-    const auto work = [&] { grown = refreshWithStatus(); };
+std::optional<Refreshed> RefreshButton::Command5_Click() {
+    std::optional<Refreshed> refreshed;
+    const auto work = [&] { refreshed = refreshWithStatus(); };
     if (!window_.mp3s.visible)
         work();
     else if (!behindSplash_.run({.status = "refreshing list...", .before = 0.1, .behind = 1}, work))
         return std::nullopt;
-    return grown;
+    return refreshed;
 }
 
-int RefreshButton::refreshWithStatus() {
-    const int grown = refresh_.refreshDirectories();
-    state_.searchTerm = changeText(grown, "", "");
-    return grown;
+std::optional<Refreshed> RefreshButton::refreshWithStatus() {
+    auto refreshed = refresh_.refreshDirectories();
+    if (refreshed)
+        state_.searchTerm = changeText(refreshed->grown, "", "");
+    return refreshed;
+}
+
+void RefreshButton::press() {
+    if (refresh_.isAtWork())
+        return;
+    if (const auto refreshed = Command5_Click())
+        for (const std::string& note : refreshed->notes("", ""))
+            dialogs_.box(note);
 }
 
 void RefreshButton::ref() {
-    if (const auto grown = Command5_Click())
-        reply_.saychat("list refreshed - " + changeText(*grown, "<b>", "</b>"));
+    if (refresh_.isAtWork())
+        return;
+    const ThisRun run(state_);
+    const auto refreshed = Command5_Click();
+    if (!refreshed)
+        return;
+    reply_.saychat("list refreshed - " + changeText(refreshed->grown, "<b>", "</b>"));
+    if (run.lasts())
+        refresh_.say(*refreshed);
+}
+
+void RefreshButton::refreshAtStart() {
+    ofStart_ = Command5_Click();
+}
+
+// A box would hold the start up.
+void RefreshButton::tellOfStart() {
+    if (const auto refreshed = std::exchange(ofStart_, std::nullopt))
+        loop_.post([this, found = *refreshed, run = ThisRun(state_)] {
+            if (run.lasts())
+                refresh_.say(found);
+        });
 }
 
 } // namespace larkspin

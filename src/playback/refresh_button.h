@@ -3,6 +3,7 @@
 #pragma once
 
 #include "chat/core.h"
+#include "library/refresh.h"
 
 #include <optional>
 
@@ -10,31 +11,39 @@ namespace larkspin {
 
 class BehindSplash;
 class MediaWindow;
-class Refresh;
 
 class RefreshButton {
 public:
     RefreshButton(const Core& core, BehindSplash& behindSplash, Refresh& refresh,
                   MediaWindow& window)
-        : state_(core.state), reply_(core.reply), behindSplash_(behindSplash), refresh_(refresh),
-          window_(window) {}
+        : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
+          behindSplash_(behindSplash), refresh_(refresh), window_(window) {}
 
-    // Tells by how many rows the playlist has grown. The splash window shows it in place of the
-    // media window, if that is there; its status line tells it in any case. Nothing when the run
-    // of the program has ended meanwhile.
-    std::optional<int> Command5_Click();
+    // The button: of what couldn't be refreshed, boxes tell.
+    void press();
 
     // The command: the same with an answer.
     void ref();
 
+    // The refresh at start, and what it has to tell once the start is over.
+    void refreshAtStart();
+    void tellOfStart();
+
 private:
-    int refreshWithStatus();
+    // The splash window shows by how many rows the playlist has grown, in place of the media
+    // window, if that is there; its status line tells it in any case. Nothing when the run of the
+    // program has ended meanwhile.
+    std::optional<Refreshed> Command5_Click();
+    std::optional<Refreshed> refreshWithStatus();
 
     AppState& state_;
+    EventLoop& loop_;
+    Dialogs& dialogs_;
     Reply& reply_;
     BehindSplash& behindSplash_;
     Refresh& refresh_;
     MediaWindow& window_;
+    std::optional<Refreshed> ofStart_;
 };
 
 } // namespace larkspin

@@ -160,7 +160,10 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
     if (start.endsPause)
         endPauseMark();
     state_.Timer1.disable();
-    if (!isThere(start))
+    const bool there = isThere(start, turn);
+    if (turn != turns_)
+        return Outcome::overtaken;
+    if (!there)
         return Outcome::notFound;
     const unsigned own = ++turns_;
     openFile(start);
@@ -183,11 +186,18 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
     return Outcome::started;
 }
 
-bool Transport::isThere(const SongStart& start) {
-    if (!start.tempTitle.empty() || files_.exists(start.song.path()))
+// Events are served while the disk takes its time.
+bool Transport::isThere(const SongStart& start, unsigned turn) {
+    if (!start.tempTitle.empty())
         return true;
+    const Files::Presence presence = files_.presence(start.song.path());
+    if (presence == Files::Presence::there || turn != turns_)
+        return presence == Files::Presence::there;
     const std::string& directory = start.song.directory;
-    if (!start.notFound.empty())
+    if (presence == Files::Presence::unanswered)
+        reply_.sayOrBox(std::string(noAnswer) + ":  <b>" + directory,
+                        std::string(noAnswer) + ":  " + directory);
+    else if (!start.notFound.empty())
         reply_.saychat(start.notFound);
     else
         reply_.saychat("not found, refresh the directory (" + directory +

@@ -126,7 +126,7 @@ private:
 
     // `turn`: the one at which the start was wanted.
     Outcome begin(const SongStart& start, unsigned turn);
-    bool isThere(const SongStart& start);
+    bool isThere(const SongStart& start, unsigned turn);
     void openFile(const SongStart& start);
     void noteOpened(const SongStart& start);
     void takeBackPick();

@@ -1,9 +1,14 @@
 // The port to the files on the owner's disk. Paths are drive paths (`c:\music\ride.mp3`);
 // a doubled separator counts as one. Nothing throws: what has failed is told by the result.
+//
+// What lies outside the data directory lies on a disk of the owner's, which may take its time or
+// hang. Events are served while it does, so that any state may have changed behind such a call; a
+// disk that hasn't answered within a bound counts as one that doesn't.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace larkspin {
@@ -28,15 +33,21 @@ struct FileChange {
     explicit operator bool() const { return reason.empty(); }
 };
 
+// What is said of a disk that hangs.
+inline constexpr const char* noAnswer = "the disk doesn't answer";
+
 class Files {
 public:
     virtual ~Files() = default;
 
-    // True for a file, also one that can't be opened; false for a directory.
-    virtual bool exists(const std::string& path) = 0;
+    // Whether there is a file, also one that can't be opened; a directory is none.
+    enum class Presence { there, gone, unanswered };
+    virtual Presence presence(const std::string& path) = 0;
+    bool exists(const std::string& path) { return presence(path) == Presence::there; }
 
-    // In bytes; of a link, that of the file behind it. 0 for what `exists` denies.
-    virtual std::uintmax_t size(const std::string& path) = 0;
+    // In bytes; of a link, that of the file behind it. 0 where there is no file, nothing when the
+    // disk doesn't answer.
+    virtual std::optional<std::uintmax_t> size(const std::string& path) = 0;
 
     // No file that the program keeps comes near this size, in bytes.
     static constexpr std::size_t largestFile = std::size_t{64} * 1024 * 1024;

@@ -51,16 +51,69 @@ TEST_F(RefreshTest, BringsInWhatHasComeAndTakesOutWhatHasGone) {
 
 TEST_F(RefreshTest, ListsADirectoryOnceHoweverItIsSpelled) {
     const std::string rock = directory("rock");
-    add(makerow("a", ".mp3", rock + "\\"));
-    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>1</b> songs");
-    EXPECT_EQ(titles(), (Lines{"a.mp3", "b.mp3"}));
+    for (const char* behind : {"\\", "\\\\"})
+        add(makerow("a", ".mp3", rock + behind));
+    add("a line that is no row");
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>2</b> songs");
+    EXPECT_EQ(rowdir(machine.state().masterList.row(0)), rock);
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - no change");
     machine.owner("'clearpl");
     add(makerow("a", ".mp3", rock + "\\\\"));
     EXPECT_EQ(machine.answer("'ref"), "list refreshed - added <b>1</b> new songs");
-    add("a line that is no row");
-    add("");
-    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>2</b> songs");
-    EXPECT_EQ(machine.answer("'ref"), "list refreshed - no change");
+}
+
+TEST_F(RefreshTest, KeepsTheRowsOfWhatCantBeListed) {
+    for (const char* name : {"1.mp3", "2.mp3"}) {
+        addFile("stick/pop", name);
+        addFile("nas", name);
+    }
+    add(rowOfFile("3.mp3", directory("nas/below")));
+    fs::remove_all(machine.disk.path() / "music/stick");
+    removeFile("rock/a.mp3");
+    machine.slowDisk.spans[directory("nas")] = 1min;
+    machine.slowDisk.spans[directory("nas/below")] = 1min;
+    const std::string unread =
+        "couldn't look into <b>" + directory("nas") +
+        "</b> and <b>2</b> more directories:  the disk doesn't answer - kept "
+        "<b>5</b> songs";
+    EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>1</b> songs\n" + unread);
+    EXPECT_EQ(titles(), (Lines{"1.mp3", "1.mp3", "2.mp3", "2.mp3", "3.mp3", "b.mp3"}));
+    EXPECT_EQ(machine.answer("'ref stick"),
+              "found <b>0</b> (<b>mp3</b>) in <b>0</b> directories\ncouldn't look into <b>" +
+                  directory("stick/pop") + "</b>:  it isn't there - kept <b>2</b> songs");
+    machine.chooseFromTray("rol");
+    EXPECT_EQ(machine.answerTo([&] {
+        machine.restart();
+        machine.advance(1s);
+    }),
+              "restarting larkspin player\nlarkspin player - by moraine\n"
+              "load:  <b>2</b> - mp3s played:  <b>0</b>\n" +
+                  unread);
+    EXPECT_EQ(titles().size(), 6u);
+}
+
+// The directories of a whole collection on a disk that takes its time for each.
+TEST_F(RefreshTest, AnswersWhileItLists) {
+    for (int number = 100; number < 428; ++number) {
+        addFile(std::to_string(number), "s.mp3");
+        machine.slowDisk.spans[directory(std::to_string(number))] = 50ms;
+    }
+    machine.song("100", "new.mp3");
+    machine.owner("'cont");
+    machine.owner("'num 329");
+    machine.player.setCurrentPosition(machine.player.Duration());
+    machine.loop.once(4s, [&] {
+        EXPECT_EQ(machine.said(), "next:  <b>330</b>.  s") << "once the one before it had ended";
+        machine.owner("'ref");
+        EXPECT_EQ(machine.said(), "im still refreshing, wait");
+        machine.owner("'listrmv \\100");
+        machine.owner("'listrmv b ");
+    });
+    machine.owner("'ref", 20s);
+    EXPECT_EQ(machine.said(), "list refreshed - removed <b>2</b> songs");
+    EXPECT_EQ(machine.state().masterList.count(), 328);
+    machine.owner("'next");
+    EXPECT_EQ(machine.said(), "next:  <b>1</b>.  a");
 }
 
 TEST_F(RefreshTest, ListsWhatTheFilterLetsThrough) {
@@ -112,13 +165,27 @@ TEST_F(RefreshTest, OfOneDirectoryLooksBelowIt) {
     EXPECT_EQ(titles(), (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3"}));
     EXPECT_EQ(machine.trayEntry("mp3z"), "view 4 files");
     EXPECT_EQ(machine.answer("'ref none such"), "");
-    // The walk goes on over what the first scan has found: the directory below is scanned by
-    // itself, and only its rows are made anew.
     machine.song("pop", "unseen.mp3");
     machine.song("pop/live", "newer.mp3");
-    EXPECT_EQ(machine.answer("'ref \\pop"), "found <b>4</b> (<b>mp3</b>) in <b>2</b> directories\n"
-                                            "found <b>2</b> (<b>mp3</b>) in <b>1</b> directories");
-    EXPECT_EQ(titles(), (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3", "newer.mp3"}));
+    EXPECT_EQ(machine.answer("'ref \\pop"), "found <b>4</b> (<b>mp3</b>) in <b>2</b> directories");
+    EXPECT_EQ(titles(), (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3", "newer.mp3", "unseen.mp3"}));
+}
+
+TEST_F(RefreshTest, OfSomeDirectoriesKeepsAllOthers) {
+    for (const char* place : {"queen", "queen live", "queen/old", "x/queen", "queen/.demos"})
+        addFile(place, "1.mp3");
+    addFile("queen", "gone.mp3");
+    machine.song("x/queen", "new.mp3");
+    removeFile("queen/gone.mp3");
+    removeFile("queen live/1.mp3");
+    machine.state().playlistView.choose(1);
+    machine.owner("'num 6");
+    EXPECT_EQ(machine.answer("'ref \\queen"),
+              "found <b>4</b> (<b>mp3</b>) in <b>3</b> directories");
+    EXPECT_EQ(titles(), (Lines{"1.mp3", "1.mp3", "1.mp3", "1.mp3", "a.mp3", "b.mp3", "new.mp3"}));
+    EXPECT_EQ(machine.answer("'ref queen\\old"),
+              "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories");
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>6</b>.  b") << "the row in play is kept";
 }
 
 TEST_F(RefreshTest, OfAnEmptyListAndInSilence) {

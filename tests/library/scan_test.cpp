@@ -22,12 +22,17 @@ Texts rowsOf(const RowList& list) {
 
 // Directories by path, as a test puts them; one that isn't there can't be entered.
 struct MadeDirectories : Directories {
-    std::optional<DirectoryListing> list(const std::string& path) override {
-        return tree.contains(path) ? std::optional(tree[path]) : std::nullopt;
+    DirectoryRead list(const std::string& path) override {
+        if (const auto fault = faults.find(path); fault != faults.end())
+            return DirectoryRead(fault->second);
+        return tree.contains(path) ? DirectoryRead(tree[path])
+                                   : DirectoryRead(DirectoryRead::Outcome::missing);
     }
-    std::vector<std::string> drives() override { return {"c: [system]", "C:", "d:", "e:"}; }
+    std::vector<std::string> drives() override { return driveTexts; }
     std::string drivePath(std::string_view typed) override { return std::string(typed); }
     std::map<std::string, DirectoryListing> tree;
+    std::map<std::string, DirectoryRead::Outcome> faults;
+    Texts driveTexts = {"c: [system]", "C:", "d:", "e:"};
 };
 
 struct ScanTest : testing::Test {
@@ -55,28 +60,96 @@ TEST_F(ScanTest, WalksTheTreeDepthFirstAndListsByName) {
     EXPECT_EQ(rowsOf(machine.state().scanRows), rows);
 }
 
-TEST_F(ScanTest, WhatCantBeEnteredListsTheDirectoryBeforeItAgain) {
+TEST_F(ScanTest, WalksEveryDriveAndEveryDirectoryHoweverMany) {
     MadeDirectories made;
     made.tree = {{"c:\\", {"c:\\", {"a.mp3"}, {"x", "locked"}}},
                  {"c:\\x", {"c:\\x", {"b.mp3"}, {}}},
                  {"e:\\", {"e:\\", {"e.mp3"}, {}}}};
-    for (int number = 1001; number <= 2100; ++number) { // more than a walk enters
+    for (int number = 100'000; number < 133'000; ++number) { // more than a list holds
         made.tree["e:\\"].directories.push_back(std::to_string(number));
         const std::string path = "e:\\" + std::to_string(number);
-        made.tree[path] = {path, {"e.mp3"}, {}};
+        made.tree[path] = {path, {}, {}};
     }
-    made.tree["e:\\1002"].path = "E:\\1001"; // known but for the case
+    made.tree["e:\\101001"].files = made.tree["e:\\132999"].files = {"e.mp3"};
+    made.tree["e:\\101001"].path = "E:\\"; // known but for the case
     machine.startOn(made);
     for (int round = 0; round < 2; ++round)
-        EXPECT_EQ(machine.answer("'scanpc"),
-                  "scanning pc for <b>mp3</b>, please wait..\n"
-                  "found <b>1006</b> (<b>mp3</b>) in <b>1003</b> directories");
-    for (const auto& [index, directory] : std::map<int, std::string>{
-             {0, "c:\\"}, {1, "c:\\"}, {2, "c:\\x"}, {3, "c:\\x"}, {4, "e:\\"}, {1005, "e:\\2001"}})
-        EXPECT_EQ(rowdir(machine.state().scanRows.row(index)), directory);
-    made.tree["e:\\2001"].files.push_back("new.mp3");
-    EXPECT_EQ(machine.answer("'scan z:\\x"), "scanning directory <b>z:\\x</b> for <b>mp3\n"
-                                             "found <b>2</b> (<b>mp3</b>) in <b>1</b> directories");
+        EXPECT_EQ(machine.answer("'scanpc"), "scanning pc for <b>mp3</b>, please wait..\n"
+                                             "found <b>5</b> (<b>mp3</b>) in <b>4</b> directories\n"
+                                             "couldn't look into <b>d:\\</b>:  it isn't there");
+    EXPECT_EQ(rowdir(machine.state().scanRows.row(4)), "e:\\132999");
+}
+
+TEST_F(ScanTest, TellsWhatCouldntBeReadAndKeepsNothingOfAnOlderScan) {
+    using enum DirectoryRead::Outcome;
+    MadeDirectories made;
+    made.tree = {{"c:\\", {"c:\\", {"a.mp3"}, {"bad", "closed", "gone", "hangs"}}}};
+    made.faults = {{"c:\\bad", failed}, {"c:\\closed", refused}, {"c:\\hangs", unanswered}};
+    machine.startOn(made);
+    const std::string none = "found <b>0</b> (<b>mp3</b>) in <b>0</b> directories\n";
+    for (const auto& [typed, answer] : std::map<std::string, std::string>{
+             {"c:\\", "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories\n"
+                      "couldn't look into <b>c:\\bad</b> and <b>1</b> more directory:  "
+                      "the disk can't be read"},
+             {"c:\\closed", none + "couldn't look into <b>c:\\closed</b>:  permission denied"},
+             {"c:\\hangs", none + "couldn't look into <b>c:\\hangs</b>:  the disk doesn't answer"},
+             {"z:\\x", none + "couldn't look into <b>z:\\x</b>:  it isn't there"}})
+        EXPECT_EQ(machine.answer("'scan " + typed),
+                  "scanning directory <b>" + typed + "</b> for <b>mp3\n" + answer);
+    EXPECT_EQ(machine.answer("'transfer"), "there's nothing to transfer, you dumbass");
+}
+
+TEST_F(ScanTest, PassesOverWhatIsHiddenUnlessTheOwnerNamesIt) {
+    for (const char* name :
+         {"a/1.mp3", "a/._1.mp3", "a/.hidden.mp3", ".Trash-1000/files/2.mp3", "$RECYCLE.BIN/3.mp3",
+          ".config/x/4.mp3", "System Volume Information/5.mp3"})
+        machine.song("", name);
+    machine.start();
+    for (const auto& [below, found, directories] : {std::tuple("", 2, 1),
+                                                    {"\\.Trash-1000", 1, 1},
+                                                    {"\\.config", 1, 1},
+                                                    {"\\$RECYCLE.BIN", 1, 1}})
+        EXPECT_TRUE(machine.answer("'scan " + root + below)
+                        .ends_with("\nfound <b>" + std::to_string(found) +
+                                   "</b> (<b>mp3</b>) in <b>" + std::to_string(directories) +
+                                   "</b> directories"))
+            << machine.said();
+}
+
+TEST_F(ScanTest, SaysHowManyDontFit) {
+    MadeDirectories made;
+    made.tree = {{"c:\\", {"c:\\", {}, {"x", "y"}}}, {"c:\\y", {"c:\\y", {"z.mp3"}, {}}}};
+    DirectoryListing& many = made.tree["c:\\x"];
+    many.path = "c:\\x";
+    for (int number = 10'000; number < 42'769; ++number)
+        many.files.push_back(std::to_string(number) + ".mp3");
+    made.driveTexts = {"c:"};
+    const std::string row = rowOfFile("here.mp3", "c:\\a");
+    machine.writeDataFile("temp.lst", row + "\n");
+    machine.startOn(made);
+    const std::string scanned = "found <b>32767</b> (<b>mp3</b>) in <b>1</b> directories\n"
+                                "a list holds <b>32767</b> songs, left out <b>3</b>";
+    EXPECT_TRUE(machine.answer("'scan c:\\").ends_with("\n" + scanned)) << machine.said();
+    const std::string oneLeft = "\na list holds <b>32767</b> songs, left out <b>1</b>";
+    EXPECT_EQ(machine.answer("'transfer"),
+              "transferring <b>32767</b> files over to playlist" + oneLeft);
+    EXPECT_EQ(machine.answer("'listadd 42766"),
+              "added <b>0</b> items for <b>42766</b> (<b>32767</b>)" + oneLeft);
+    EXPECT_EQ(machine.answer("'listadd here"),
+              "added <b>0</b> items for <b>here</b> (<b>32767</b>)")
+        << "which was in no scan";
+    machine.dialogs.answers = {"yes"};
+    EXPECT_EQ(
+        machine.answerTo([&] {
+            machine.chooseFromTray("scanpcf");
+            machine.advance(1s);
+        }),
+        "[box] found 32767 mp3s in 1 directories, would you like to transfer them? or use add "
+        "string on the mp3s window to add individual songs - a list holds 32767 songs, left "
+        "out 3\n[box] a list holds 32767 songs, left out 1");
+    machine.dialogs.answers = {"c:\\new.mp3", ""};
+    EXPECT_EQ(machine.answerTo([&] { machine.program->library.adding.addFiles(); }),
+              "[box] a list holds 32767 songs, left out 1");
 }
 
 TEST_F(ScanTest, AnotherScanInsideItLeavesItsWalkAlone) {
@@ -189,7 +262,8 @@ TEST_F(ScanTest, FoundRowsAreAddedOnceByTextOrAllTogether) {
     machine.song("rock", "new.mp3");
     machine.song("rock", "RIDE.mp3"); // the same row but for the case
     machine.owner("'scan " + root);
-    EXPECT_EQ(machine.answer("'listadd "), "added <b>0</b> items for <b></b> (<b>32767</b>)");
+    EXPECT_EQ(machine.answer("'listadd "), "added <b>0</b> items for <b></b> (<b>32767</b>)\n"
+                                           "a list holds <b>32767</b> songs, left out <b>1</b>");
     EXPECT_EQ(machine.state().fileCountLabel, "32767 files");
     EXPECT_EQ(machine.state().mp3z, "view 32767 files");
     EXPECT_EQ(rowsOf(machine.state().playlistView), rowsOf(machine.state().masterList));
@@ -202,7 +276,7 @@ TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
         {"дом", "Песня Ё.mp3", "песня ё"}, {"日本", "歌.mp3", "歌"}, {"a b ", "What?.mp3", "what?"},
         {" x", " \"q\": <a*b>.mp3", " \"Q\": <A*B>"}, {"x|y\\z", "AC|DC.mp3", "ac|dc"},
         {"l\n", "line\nbreak\t.mp3", "break"}, {"\xFF", "\xC4rger.mp3", "\xC4RGER"},
-        {"مرحبا", "שלום 🎵.mp3", "שלום 🎵"}, {"{d}", " .mp3", " "}, {"..x", ". .mp3", ". "},
+        {"مرحبا", "שלום 🎵.mp3", "שלום 🎵"}, {"{d}", " .mp3", " "}, {"x..", ". .mp3", ". "},
         {"\uF03F", "\uF07C|.mp3", "\uF07C"}, {"tail", "blank .mp3", "blank "},
         {"{d}", "a{b.mp3", "a{"}, {"{d}", "{ .{.mp3", "{ .{"},
         {"e", "row" + gap + "{ .mp3 | c:\\no.mp3", "row" + gap + "{ .mp3 "}, {"e", gap + ".mp3", gap}};

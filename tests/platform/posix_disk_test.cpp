@@ -237,17 +237,16 @@ TEST_F(PosixDisk, ListsADirectoryUnderItsOneSpelling) {
     for (const auto& [target, link] : Pairs{{"sub", "link"}, {"sub/x", "file"}, {"gone", "none"}})
         fs::create_symlink(target, native(link));
     EXPECT_EQ(::mkfifo(native("pipe").c_str(), 0600), 0);
-    auto listing = directories.list(drive("sub") + "\\..\\\\");
-    ASSERT_TRUE(listing);
+    DirectoryRead read = directories.list(drive("sub") + "\\..\\\\");
+    DirectoryListing* listing = &read.listing;
     EXPECT_EQ(listing->path, drive(""));
     std::ranges::sort(listing->files);
     EXPECT_EQ(listing->files, (Names{".hidden", "a\uF07Cb", "file"}));
     std::ranges::sort(listing->directories);
     EXPECT_EQ(listing->directories, (Names{".dot", "sub"}));
     for (const std::string& path : Names{drive("gone"), drive("file"), "", "d:\\"})
-        EXPECT_FALSE(directories.list(path)) << path;
-    listing = directories.list("C:\\\\");
-    ASSERT_TRUE(listing);
+        EXPECT_EQ(directories.list(path).outcome, DirectoryRead::Outcome::missing) << path;
+    read = directories.list("C:\\\\");
     EXPECT_EQ(listing->path, "c:\\");
     for (const char* name : {"proc", "sys", "dev", "run"})
         EXPECT_EQ(std::ranges::count(listing->directories, name), 0) << name;
@@ -262,9 +261,7 @@ TEST_F(PosixDisk, UpwardsBehindALinkLeadsWhereTheSystemGoes) {
                                            {"near/link/../away/./below", "far/away/below"},
                                            {"near/../near/link", "near/link"},
                                            {"near/link/below/..", "far/away"}}) {
-        const auto listing = directories.list(drive("") + "\\" + path);
-        ASSERT_TRUE(listing) << path;
-        EXPECT_EQ(listing->path, drive(place)) << path;
+        EXPECT_EQ(directories.list(drive("") + "\\" + path).listing.path, drive(place)) << path;
         EXPECT_EQ(directories.drivePath(native(path).native()), drive(place)) << path;
     }
     EXPECT_EQ(directories.drivePath(native("gone/../x").native()), drive("x"));

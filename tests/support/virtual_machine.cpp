@@ -9,6 +9,23 @@
 
 namespace larkspin {
 
+bool SlowDisk::answers(const std::string& directory) {
+    const auto found = spans.find(directory);
+    const auto span = found == spans.end() ? bound - bound : std::min(found->second, bound);
+    if (span > span.zero())
+        loop_.waitUntil(loop_.now() + std::chrono::round<Nanoseconds>(span));
+    return span < bound;
+}
+
+Files::Presence FaultyFiles::presence(const std::string& path) {
+    return disk_.answers(songOfPath(path).directory) ? PosixFiles::presence(path)
+                                                     : Presence::unanswered;
+}
+
+std::optional<std::uintmax_t> FaultyFiles::size(const std::string& path) {
+    return disk_.answers(songOfPath(path).directory) ? PosixFiles::size(path) : std::nullopt;
+}
+
 FileRead FaultyFiles::read(const std::string& path, std::size_t largest) {
     if (++reads == failReadAt || unreadable)
         return {FileRead::Outcome::failed, {}, "the disk can't be read"};
@@ -33,7 +50,9 @@ FileChange FaultyFiles::moveToWastebasket(const std::string& path) {
     return refusesMoves ? FileChange{"permission denied"} : PosixFiles::moveToWastebasket(path);
 }
 
-std::optional<DirectoryListing> ScriptedDirectories::list(const std::string& path) {
+DirectoryRead ScriptedDirectories::list(const std::string& path) {
+    if (!disk_.answers(path))
+        return DirectoryRead(DirectoryRead::Outcome::unanswered);
     const bool isOther = !behindDrives.empty() && path.ends_with(":\\") && path != "c:\\";
     return PosixDirectories::list(isOther ? behindDrives : path);
 }
@@ -187,7 +206,7 @@ static TempDirectory quickDisk() {
 }
 
 VirtualMachine::VirtualMachine()
-    : disk(quickDisk()), directories((disk.path() / "home").native()), player(loop) {}
+    : disk(quickDisk()), directories((disk.path() / "home").native(), slowDisk), player(loop) {}
 
 VirtualMachine::~VirtualMachine() = default;
 

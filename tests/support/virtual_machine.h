@@ -32,6 +32,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -42,10 +43,27 @@ struct Window;
 using namespace std::chrono_literals;
 using Lines = std::vector<std::string>;
 
+// Directories that take their time: so long events are served until what lies in one of them is
+// answered for. From the bound on it hangs.
+class SlowDisk {
+public:
+    explicit SlowDisk(EventLoop& loop) : loop_(loop) {}
+
+    bool answers(const std::string& directory); // behind that time
+    std::map<std::string, std::chrono::duration<double>> spans;
+    static constexpr std::chrono::duration<double> bound = std::chrono::seconds(10);
+
+private:
+    EventLoop& loop_;
+};
+
 // The real files of a temporary disk, with faults on demand.
 class FaultyFiles : public PosixFiles {
 public:
-    using PosixFiles::PosixFiles;
+    FaultyFiles(Wastebasket wastebasket, SlowDisk& disk)
+        : PosixFiles(std::move(wastebasket)), disk_(disk) {}
+    Presence presence(const std::string& path) override;
+    std::optional<std::uintmax_t> size(const std::string& path) override;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     FileChange replace(const std::string& path, const std::string& contents) override;
     FileChange makeDirectory(const std::string& path) override;
@@ -58,17 +76,24 @@ public:
     bool unreadable = false; // every read fails
     int failReadAt = 0;      // this one does, counted from 1
     int reads = 0;
+
+private:
+    SlowDisk& disk_;
 };
 
 // The real directories of the temporary disk. A scan of all drives would walk the real disk,
 // so that the machine has only those that a test gives it.
 class ScriptedDirectories : public PosixDirectories {
 public:
-    using PosixDirectories::PosixDirectories;
-    std::optional<DirectoryListing> list(const std::string& path) override;
+    ScriptedDirectories(std::string home, SlowDisk& disk)
+        : PosixDirectories(std::move(home)), disk_(disk) {}
+    DirectoryRead list(const std::string& path) override;
     std::vector<std::string> drives() override { return driveTexts; }
     std::vector<std::string> driveTexts;
     std::string behindDrives; // what the roots of drives other than c: show
+
+private:
+    SlowDisk& disk_;
 };
 
 // What was said in the room. The owner is signed on as "Owner".
@@ -252,7 +277,8 @@ public:
 
     TempDirectory disk;
     VirtualLoop loop;
-    FaultyFiles files{Wastebasket((disk.path() / "share").native())};
+    SlowDisk slowDisk{loop};
+    FaultyFiles files{Wastebasket((disk.path() / "share").native()), slowDisk};
     ScriptedDirectories directories;
     ScriptedDialogs dialogs;
     RecordedDesktop desktop;

@@ -4,6 +4,7 @@
 #include "platform/posix/drive_paths.h"
 #include "text/stand_ins.h"
 
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <dirent.h>
@@ -71,6 +72,20 @@ void take(DirectoryListing& listing, std::string_view native, std::string_view n
     names.push_back(driveName(name));
 }
 
+DirectoryRead::Outcome outcomeOf(int error) {
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+    case ENAMETOOLONG:
+        return DirectoryRead::Outcome::missing;
+    case EACCES:
+    case EPERM:
+        return DirectoryRead::Outcome::refused;
+    default:
+        return DirectoryRead::Outcome::failed;
+    }
+}
+
 bool isHome(std::string_view typed) {
     return typed == "~" || typed.starts_with("~/");
 }
@@ -86,21 +101,23 @@ std::string ownHome() {
 
 PosixDirectories::PosixDirectories() : home_(ownHome()) {}
 
-std::optional<DirectoryListing> PosixDirectories::list(const std::string& path) {
+DirectoryRead PosixDirectories::list(const std::string& path) {
     const std::string native = nativePath(path);
     if (native.empty())
-        return std::nullopt;
+        return DirectoryRead(DirectoryRead::Outcome::missing);
     const Descriptor directory(::open(native.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!directory.isOpen())
-        return std::nullopt;
+        return DirectoryRead(outcomeOf(errno));
     DirectoryListing listing;
     listing.files.reserve(usualFiles);
     listing.path = larkspin::drivePath(withoutUpwards(native));
     alignas(dirent64) char buffer[bufferSize];
     for (;;) {
         const ssize_t filled = ::getdents64(directory.number(), buffer, sizeof buffer);
-        if (filled <= 0)
-            return listing;
+        if (filled < 0) // what has been read so far isn't all that there is
+            return DirectoryRead(outcomeOf(errno));
+        if (filled == 0)
+            return DirectoryRead(std::move(listing));
         for (const char* at = buffer; at < buffer + filled;) {
             const auto& entry = *reinterpret_cast<const dirent64*>(at);
             take(listing, native, entry.d_name, kindOf(directory.number(), entry));

@@ -13,7 +13,7 @@ public:
     PosixDirectories(); // with the user's own home directory
     explicit PosixDirectories(std::string home) : home_(std::move(home)) {}
 
-    std::optional<DirectoryListing> list(const std::string& path) override;
+    DirectoryRead list(const std::string& path) override;
     std::vector<std::string> drives() override;
     std::string drivePath(std::string_view typed) override;
 

@@ -85,11 +85,11 @@ std::string nativeName(const std::string& name) {
 
 } // namespace
 
-bool PosixFiles::exists(const std::string& path) {
-    return factsOfFile(nativePath(path)).has_value();
+Files::Presence PosixFiles::presence(const std::string& path) {
+    return factsOfFile(nativePath(path)) ? Presence::there : Presence::gone;
 }
 
-std::uintmax_t PosixFiles::size(const std::string& path) {
+std::optional<std::uintmax_t> PosixFiles::size(const std::string& path) {
     const auto facts = factsOfFile(nativePath(path));
     return facts ? static_cast<std::uintmax_t>(facts->st_size) : 0;
 }

@@ -11,8 +11,8 @@ public:
     explicit PosixFiles(Wastebasket wastebasket = Wastebasket())
         : wastebasket_(std::move(wastebasket)) {}
 
-    bool exists(const std::string& path) override;
-    std::uintmax_t size(const std::string& path) override;
+    Presence presence(const std::string& path) override;
+    std::optional<std::uintmax_t> size(const std::string& path) override;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     FileChange replace(const std::string& path, const std::string& contents) override;
     FileChange rename(const std::string& path, const std::string& newName) override;

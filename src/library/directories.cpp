@@ -1,0 +1,24 @@
+#include "library/directories.h"
+
+namespace larkspin {
+
+namespace {
+
+class OneAfterTheOther : public DirectoryReader {
+public:
+    explicit OneAfterTheOther(Directories& directories) : directories_(directories) {}
+
+    void expect(const std::vector<std::string>&) override {}
+    DirectoryRead read(const std::string& path) override { return directories_.list(path); }
+
+private:
+    Directories& directories_;
+};
+
+} // namespace
+
+std::unique_ptr<DirectoryReader> Directories::reader() {
+    return std::make_unique<OneAfterTheOther>(*this);
+}
+
+} // namespace larkspin
