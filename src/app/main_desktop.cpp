@@ -8,8 +8,9 @@
 #include "platform/dbus/tray_host.h"
 #include "platform/irc/irc_link.h"
 #include "platform/player/player_control.h"
-#include "platform/posix/posix_directories.h"
-#include "platform/posix/posix_files.h"
+#include "platform/posix/asked_directories.h"
+#include "platform/posix/asked_files.h"
+#include "platform/posix/disk_questions.h"
 #include "platform/posix/posix_launching.h"
 #include "platform/posix/posix_machine_facts.h"
 #include "platform/posix/posix_process.h"
@@ -30,14 +31,17 @@ using namespace larkspin;
 int main(int count, char** arguments) {
     const auto endSignals = {SIGTERM, SIGHUP, SIGINT};
     openStandardStreams();
+    const PosixFiles onDisk(Wastebasket{userDataHome()});
+    OwnersDisk disk(answersFrom(onDisk, PosixDirectories())); // in front of all threads
     blockSignals(endSignals);
     Display display(count, arguments);
     if (count > 1 && arguments[1] == std::string_view("--probe"))
         return 0; // there is one
     QtLoop loop;
     ChatLines lines(loop);
-    PosixFiles files(Wastebasket{userDataHome()});
-    PosixDirectories directories;
+    disk.serve(loop);
+    AskedFiles files(disk, onDisk, userDataDirectory());
+    AskedDirectories directories(disk, PosixDirectories(), userDataDirectory());
     QtDialogs dialogs(loop);
     QtDesktop desktop(loop);
     IrcLink link(loop);
@@ -47,7 +51,7 @@ int main(int count, char** arguments) {
     });
     PosixLaunching launching;
     MprisPlayer otherPlayer(sessionBusAddress());
-    PosixMachineFacts facts([&] { return display.size(); });
+    PosixMachineFacts facts(disk, [&] { return display.size(); });
     LogindPower power(systemBusAddress());
     PosixProcess process(userDataDirectory());
     process.beforeEnd([&] { room.close(); });

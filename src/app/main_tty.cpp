@@ -6,9 +6,10 @@
 #include "platform/dbus/mpris_service.h"
 #include "platform/irc/irc_link.h"
 #include "platform/player/player_control.h"
+#include "platform/posix/asked_directories.h"
+#include "platform/posix/asked_files.h"
+#include "platform/posix/disk_questions.h"
 #include "platform/posix/poll_loop.h"
-#include "platform/posix/posix_directories.h"
-#include "platform/posix/posix_files.h"
 #include "platform/posix/posix_launching.h"
 #include "platform/posix/posix_machine_facts.h"
 #include "platform/posix/posix_process.h"
@@ -24,10 +25,13 @@ using namespace larkspin;
 
 int main() {
     openStandardStreams();
+    const PosixFiles onDisk(Wastebasket{userDataHome()});
+    OwnersDisk disk(answersFrom(onDisk, PosixDirectories())); // in front of all threads
     PollLoop loop;
     ChatLines lines(loop);
-    PosixFiles files(Wastebasket{userDataHome()});
-    PosixDirectories directories;
+    disk.serve(loop);
+    AskedFiles files(disk, onDisk, userDataDirectory());
+    AskedDirectories directories(disk, PosixDirectories(), userDataDirectory());
     IrcLink link(loop);
     Terminal terminal(loop, lines, link, files, DataDirectory(userDataDirectory()), loginName(),
                       [&](std::string_view typed) { return directories.drivePath(typed); });
@@ -35,7 +39,7 @@ int main() {
                          [&](const std::string& line) { terminal.screen.note(line); });
     PosixLaunching launching;
     MprisPlayer otherPlayer(sessionBusAddress());
-    PosixMachineFacts facts([] { return terminalDisplay(STDOUT_FILENO); });
+    PosixMachineFacts facts(disk, [] { return terminalDisplay(STDOUT_FILENO); });
     LogindPower power(systemBusAddress());
     PosixProcess process(userDataDirectory());
     process.beforeEnd([&] { terminal.close(); });

@@ -54,11 +54,6 @@ void clearPlaylist(AppState& state) {
     state.playlistView.clear();
 }
 
-void replacePlaylist(AppState& state, const std::vector<Row>& rows) {
-    state.masterList.assign(rows);
-    state.playlistView = state.masterList;
-}
-
 int findRow(const RowList& list, const Row& row, int index) {
     const std::string_view text = row.text();
     if (text.empty())

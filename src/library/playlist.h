@@ -7,7 +7,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace larkspin {
 
@@ -29,9 +28,6 @@ std::string leftOutText(int count, const std::string& mark = "<b>",
                         const std::string& unmark = "</b>");
 
 void clearPlaylist(AppState& state);
-
-// The rows in place of what the lists hold. For many rows it is quicker than adding each.
-void replacePlaylist(AppState& state, const std::vector<Row>& rows);
 
 // Where the row is that stood at the index before a wait; -1 when it has gone.
 int findRow(const RowList& list, const Row& row, int index);

@@ -5,6 +5,7 @@
 #include "outside/machine_facts.h"
 #include "outside/power.h"
 #include "shell/dialogs.h"
+#include "shell/files.h"
 #include "shell/pause.h"
 #include "shell/this_run.h"
 
@@ -81,6 +82,10 @@ void MachineCommands::free(const std::string& drive) {
     const ThisRun run(core_.state);
     const std::string place = isLetter(drive) ? drive + ":\\" : drive;
     const DriveSpace space = facts_.driveSpace(place).value_or(DriveSpace{});
+    if (!run.lasts())
+        return;
+    if (space.isUnanswered)
+        return core_.reply.saychat(std::string(noAnswer) + ":  <b>" + place);
     if (space.total == 0)
         return core_.reply.saychat("invalid, use this example:  <b>c:\\");
     const std::uint64_t free = std::min(space.free, space.total);

@@ -15,6 +15,7 @@ struct DisplaySize {
 
 struct DriveSpace {
     std::uint64_t total = 0, free = 0; // bytes; free with what is kept for the system
+    bool isUnanswered = false;         // the disk doesn't answer
 };
 
 class MachineFacts {
@@ -28,7 +29,7 @@ public:
 
     // The space of the drive with that root (`c:\`), or of the one that holds that directory, which
     // may be named in any way that the owner names one: `c:\music`, `/music`, `~/music`. Nothing
-    // when there is no such place, or when it doesn't answer within a second.
+    // when there is no such place. Events are served while the disk takes its time, up to a bound.
     virtual std::optional<DriveSpace> driveSpace(const std::string& path) = 0;
 };
 

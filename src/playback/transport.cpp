@@ -9,6 +9,7 @@
 #include "shell/app_state.h"
 #include "shell/files.h"
 #include "shell/pause.h"
+#include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/highlight.h"
 #include "text/number.h"
@@ -195,14 +196,24 @@ bool Transport::isThere(const SongStart& start, unsigned turn) {
         return presence == Files::Presence::there;
     const std::string& directory = start.song.directory;
     if (presence == Files::Presence::unanswered)
-        reply_.sayOrBox(std::string(noAnswer) + ":  <b>" + directory,
-                        std::string(noAnswer) + ":  " + directory);
+        tellUnanswered(directory);
     else if (!start.notFound.empty())
         reply_.saychat(start.notFound);
     else
         reply_.saychat("not found, refresh the directory (" + directory +
                        (isDriveRoot(directory) ? ")" : "\\)"));
     return false;
+}
+
+// A box, in silent mode, must not hold up what the start is a part of.
+void Transport::tellUnanswered(const std::string& directory) {
+    const std::string text = std::string(noAnswer) + ":  ";
+    if (!state_.silnt)
+        return reply_.saychat(text + "<b>" + directory);
+    loop_.post([this, boxed = text + directory, run = ThisRun(state_)] {
+        if (run.lasts())
+            reply_.sayOrBox(boxed);
+    });
 }
 
 void Transport::openFile(const SongStart& start) {

@@ -127,6 +127,7 @@ private:
     // `turn`: the one at which the start was wanted.
     Outcome begin(const SongStart& start, unsigned turn);
     bool isThere(const SongStart& start, unsigned turn);
+    void tellUnanswered(const std::string& directory);
     void openFile(const SongStart& start);
     void noteOpened(const SongStart& start);
     void takeBackPick();

@@ -10,8 +10,12 @@
 using namespace larkspin;
 
 struct FilesInMemory : Files {
-    bool exists(const std::string& path) override { return contents.contains(path); }
-    std::uintmax_t size(const std::string& path) override { return contents[path].size(); }
+    Presence presence(const std::string& path) override {
+        return contents.contains(path) ? Presence::there : Presence::gone;
+    }
+    std::optional<std::uintmax_t> size(const std::string& path) override {
+        return contents[path].size();
+    }
     FileRead read(const std::string& path, std::size_t) override {
         return {FileRead::Outcome::contents, contents[path]};
     }

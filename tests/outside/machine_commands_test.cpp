@@ -97,6 +97,8 @@ TEST_F(MachineCommandsTest, NameAnExampleForWhatIsNoDriveWithSpace) {
     const std::string odd[] = {"q", "d", "", "\xFF", {"\0", 1}, std::string(100000, 'c'), "c:\\no"};
     for (const auto& drive : odd)
         EXPECT_EQ(machine.answer("'free " + drive), "invalid, use this example:  <b>c:\\");
+    machine.facts.drives["/nas"] = {.isUnanswered = true};
+    EXPECT_EQ(machine.answer("'free /nas"), "the disk doesn't answer:  <b>/nas");
 }
 
 TEST_F(MachineCommandsTest, OrderPowerTwiceEightSecondsApart) {

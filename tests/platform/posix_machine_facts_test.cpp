@@ -1,16 +1,14 @@
 // What the machine tells of itself.
 #include "platform/posix/posix_machine_facts.h"
 
+#include "platform/posix/disk_questions.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/local_time.h"
 #include "support/temp_directory.h"
 
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace larkspin {
 namespace {
@@ -33,7 +31,8 @@ TEST(MachineFacts, ReadsTheSystemsNameAsAShellDoes) {
 }
 
 TEST(MachineFacts, TellsOfThisMachine) {
-    PosixMachineFacts facts([] { return DisplaySize{8, 80, 24}; });
+    OwnersDisk asked(answersFrom(PosixFiles(), PosixDirectories()));
+    PosixMachineFacts facts(asked, [] { return DisplaySize{8, 80, 24}; });
     EXPECT_NE(facts.systemName(), "");
     EXPECT_GT(facts.memoryBytes(), 1u << 20);
     EXPECT_GT(facts.uptime(), 1s);
@@ -62,32 +61,6 @@ TEST(LocalTime, FollowsTheZoneWhileTheProgramRuns) {
         EXPECT_EQ(localTime(0).tm_hour, hour);
     }
     before ? ::setenv("TZ", zone.c_str(), 1) : ::unsetenv("TZ");
-}
-
-TEST(DiskSpace, LeavesNothingBehindWhateverTheDiskDoes) {
-    const auto open = [] {
-        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
-    };
-    const auto before = open();
-    DiskSpace hangs(50ms, [](const char*, DriveSpace&) { return ::pause() == 0; });
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_FALSE(hangs.of("/"));
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s) << "the machine may be busy";
-    DiskSpace dies(5s, [](const char*, DriveSpace&) -> bool { ::_exit(1); });
-    EXPECT_FALSE(dies.of("/"));
-    DiskSpace works(5s);
-    for (int i = 0; i < 20; ++i)
-        ASSERT_TRUE(works.of("/")) << i;
-    EXPECT_EQ(open(), before);
-    for (DiskSpace* each : {&hangs, &dies, &works}) // on a busy machine one may die late
-        EXPECT_FALSE(each->of({"\0", 1}));
-    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child is left, alive or dead";
-    DiskSpace holds(5s, [](const char*, DriveSpace& space) {
-        for (int number = 1; number < 1024; ++number)
-            space.total += ::fcntl(number, F_GETFD) >= 0;
-        return space.total == 0;
-    });
-    EXPECT_TRUE(holds.of("/")) << "who asks keeps nothing open";
 }
 
 } // namespace

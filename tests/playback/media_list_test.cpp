@@ -20,6 +20,15 @@ TEST(MediaList, TellsTheSizeOfTheRowThatIsClicked) {
     std::filesystem::remove(file);
     machine.press("playlistView", 1);
     EXPECT_EQ(machine.shown("fileCountLabel"), "2/3 files - 0bytes");
+    machine.slowDisk.spans[machine.drive("music/rock")] = 1min;
+    machine.press("playlistView", 2);
+    EXPECT_EQ(machine.shown("fileCountLabel"), "3/3 files - the disk doesn't answer");
+    machine.loop.once(1s, [&] {
+        machine.slowDisk.spans.clear();
+        machine.press("playlistView", 0);
+    });
+    machine.press("playlistView", 2);
+    EXPECT_EQ(machine.shown("fileCountLabel"), "1/3 files - 5bytes");
 }
 
 TEST(MediaList, StartsTheRowThatIsClickedTwice) {

@@ -52,6 +52,38 @@ TEST(Transport, LeavesASongAloneWhenTheNextOneIsGone) {
     }
 }
 
+TEST(Transport, ADiskThatTakesItsTimeHoldsOnlyItsOwnSongUp) {
+    VirtualMachine machine;
+    machine.writeDataFile("temp.lst", machine.song("nas", "a.mp3") + "\r\n" +
+                                          machine.song("rock", "b.mp3") + "\r\n" +
+                                          machine.song("rock", "c.mp3") + "\r\n");
+    machine.start();
+    const std::string nas = machine.drive("music/nas"), b = machine.drive("music/rock/b.mp3");
+    const std::string unanswered = "the disk doesn't answer:  <b>" + nas, other = "'num 3",
+                      none = "";
+    for (const auto& [span, meanwhile, answer, playing] : std::vector<
+             std::tuple<std::chrono::duration<double>, std::string, std::string, std::string>>{
+             {3s, none, "playing:  <b>1</b>.  a", nas + "\\a.mp3"},
+             {1min, none, unanswered, b},
+             {1min, other, "playing:  <b>3</b>.  c", machine.drive("music/rock/c.mp3")},
+             {3s, other, "playing:  <b>3</b>.  c", machine.drive("music/rock/c.mp3")},
+             {3s, "'stop", "larkspin player [stopped]", b}}) {
+        SCOPED_TRACE(meanwhile + " " + std::to_string(span.count()));
+        machine.owner("'num 2");
+        machine.slowDisk.spans[nas] = span;
+        machine.loop.once(1s, [&, line = meanwhile] {
+            if (!line.empty())
+                machine.hear(line);
+        });
+        EXPECT_EQ(machine.answerTo([&] { machine.owner("'num 1", 11s); }), answer);
+        EXPECT_EQ(machine.player.FileName(), playing);
+    }
+    machine.owner("'silent");
+    machine.slowDisk.spans[nas] = 1min;
+    EXPECT_EQ(machine.answerTo([&] { machine.owner("'num 1", 11s); }),
+              "[box] the disk doesn't answer:  " + nas);
+}
+
 TEST(Transport, PausesAndGoesOnInEveryState) {
     VirtualMachine machine({"a.mp3", "c.mp3"}, 100s);
     const std::string pauseWhat = "wtf are you gonna pause?",

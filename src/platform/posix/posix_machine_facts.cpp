@@ -1,5 +1,6 @@
 #include "platform/posix/posix_machine_facts.h"
 
+#include "platform/posix/disk_questions.h"
 #include "text/fold.h"
 
 #include <algorithm>
@@ -78,7 +79,10 @@ std::chrono::milliseconds PosixMachineFacts::uptime() {
 
 std::optional<DriveSpace> PosixMachineFacts::driveSpace(const std::string& path) {
     const std::string native = directories_.nativeAsTyped(path);
-    return native.empty() ? std::nullopt : diskSpace_.of(native);
+    if (native.empty())
+        return std::nullopt;
+    const auto answer = disk_.ask(put(DiskQuestion::space, native), native);
+    return answer ? spaceIn(*answer) : DriveSpace{.isUnanswered = true};
 }
 
 } // namespace larkspin

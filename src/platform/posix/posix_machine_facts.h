@@ -2,7 +2,7 @@
 #pragma once
 
 #include "outside/machine_facts.h"
-#include "platform/posix/disk_space.h"
+#include "platform/posix/owners_disk.h"
 #include "platform/posix/posix_directories.h"
 
 #include <functional>
@@ -19,7 +19,8 @@ public:
     // What is shown on, and how, only the front end knows.
     using Display = std::function<DisplaySize()>;
 
-    explicit PosixMachineFacts(Display display) : display_(std::move(display)) {}
+    PosixMachineFacts(OwnersDisk& disk, Display display)
+        : disk_(disk), display_(std::move(display)) {}
 
     std::string systemName() override;
     std::uint64_t memoryBytes() override;
@@ -28,9 +29,9 @@ public:
     std::optional<DriveSpace> driveSpace(const std::string& path) override;
 
 private:
+    OwnersDisk& disk_;
     Display display_;
     PosixDirectories directories_; // for how the owner names one
-    DiskSpace diskSpace_;
 };
 
 } // namespace larkspin

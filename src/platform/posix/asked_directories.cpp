@@ -1,0 +1,130 @@
+#include "platform/posix/asked_directories.h"
+
+#include "platform/posix/disk_questions.h"
+#include "platform/posix/drive_paths.h"
+
+#include <deque>
+#include <unordered_map>
+
+namespace larkspin {
+
+namespace {
+
+// So many directories are asked for before the first of them is told.
+constexpr std::size_t mostAhead = 16;
+
+// Reads ahead in a worker of its own. Each answer belongs to the question that has waited longest.
+class ReaderAhead : public DirectoryReader {
+public:
+    explicit ReaderAhead(OwnersDisk& disk) : disk_(disk), worker_(disk.borrow()) {}
+    ~ReaderAhead() override {
+        if (asked_.empty())
+            disk_.giveBack(std::move(worker_));
+        else if (worker_)
+            disk_.end(std::move(worker_));
+    }
+    ReaderAhead(const ReaderAhead&) = delete;
+    ReaderAhead& operator=(const ReaderAhead&) = delete;
+
+    void expect(const std::vector<std::string>& paths) override {
+        expected_.insert(expected_.begin(), paths.begin(), paths.end());
+        askAhead();
+    }
+
+    DirectoryRead read(const std::string& path) override {
+        if (!isAskedFor(path)) {
+            std::erase(expected_, path);
+            ask(path);
+        }
+        while (!answers_.contains(path) && !asked_.empty())
+            takeNext();
+        const auto found = answers_.find(path);
+        DirectoryRead read = found == answers_.end() ? DirectoryRead() : std::move(found->second);
+        if (found != answers_.end())
+            answers_.erase(found);
+        return read;
+    }
+
+private:
+    bool isAskedFor(const std::string& path) const {
+        return answers_.contains(path) ||
+               std::find(asked_.begin(), asked_.end(), path) != asked_.end();
+    }
+
+    void ask(const std::string& path) {
+        if (disk_.isHung(nativePath(path))) {
+            answers_[path] = DirectoryRead(DirectoryRead::Outcome::unanswered);
+            return;
+        }
+        if (!worker_)
+            worker_ = disk_.borrow();
+        if (worker_)
+            worker_->send(put(DiskQuestion::list, path));
+        asked_.push_back(path);
+    }
+
+    void askAhead() {
+        while (!expected_.empty() && asked_.size() < mostAhead) {
+            const std::string path = std::move(expected_.front());
+            expected_.pop_front();
+            if (!isAskedFor(path))
+                ask(path);
+        }
+    }
+
+    void takeNext() {
+        std::string answer;
+        const OwnersDisk::Wait wait =
+            worker_ ? disk_.await(*worker_, answer) : OwnersDisk::Wait::died;
+        const std::string path = std::move(asked_.front());
+        asked_.pop_front();
+        if (wait == OwnersDisk::Wait::answered) {
+            answers_[path] = directoryIn(answer);
+        } else {
+            giveUp(path, wait);
+        }
+        askAhead();
+    }
+
+    // What was asked behind it is asked again, of another worker.
+    void giveUp(const std::string& path, OwnersDisk::Wait wait) {
+        using enum DirectoryRead::Outcome;
+        answers_[path] = DirectoryRead(wait == OwnersDisk::Wait::hung ? unanswered : failed);
+        if (wait == OwnersDisk::Wait::hung)
+            disk_.hasHung(std::move(worker_), nativePath(path));
+        else if (worker_)
+            disk_.end(std::move(worker_));
+        worker_ = nullptr;
+        for (const std::string& behind : std::exchange(asked_, {}))
+            ask(behind);
+    }
+
+    OwnersDisk& disk_;
+    std::unique_ptr<DiskWorker> worker_;
+    std::deque<std::string> expected_, asked_;
+    std::unordered_map<std::string, DirectoryRead> answers_; // by path, not yet told
+};
+
+} // namespace
+
+DirectoryRead AskedDirectories::list(const std::string& path) {
+    if (path == own_)
+        return directories_.list(path);
+    const auto answer = disk_.ask(put(DiskQuestion::list, path), nativePath(path));
+    return answer ? directoryIn(*answer) : DirectoryRead(DirectoryRead::Outcome::unanswered);
+}
+
+std::unique_ptr<DirectoryReader> AskedDirectories::reader() {
+    return std::make_unique<ReaderAhead>(disk_);
+}
+
+// The disk is asked where the way leads upwards, which may be behind a link.
+std::string AskedDirectories::drivePath(std::string_view typed) {
+    const std::string native = directories_.nativeAsTyped(typed);
+    if (native.find("/..") == std::string::npos)
+        return directories_.drivePath(typed);
+    const auto answer = disk_.ask(put(DiskQuestion::drivePath, typed), native);
+    return answer ? textIn(*answer) : std::string(typed);
+}
+
+} // namespace larkspin
