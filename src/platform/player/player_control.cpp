@@ -206,11 +206,12 @@ bool PlayerControl::isHarmed() const {
 // A device that is lost can only be opened anew by another process. The song goes on there.
 void PlayerControl::renewProcess() {
     renewed_ = true;
-    position_ = reckonedPosition();
+    if (line_.report().seek == line_.wishes().seek && !line_.report().moving)
+        position_ = reckonedPosition(); // else it is where it is to be set to
     line_.end();
     line_.wishSongAgain();
     line_.wish().seekTo = position_;
-    line_.wish().seek = 1;
+    ++line_.wish().seek;
     startProcess();
 }
 
