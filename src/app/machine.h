@@ -11,8 +11,8 @@ class Desktop;
 class Dialogs;
 class Directories;
 class EventLoop;
-class Files;
 class HostClient;
+class KeptFiles;
 class Launching;
 class MachineFacts;
 class MediaControl;
@@ -22,7 +22,7 @@ class Process;
 
 struct Machine {
     EventLoop& loop;
-    Files& files;
+    KeptFiles& files;
     Directories& directories;
     Dialogs& dialogs;
     Desktop& desktop;

@@ -22,6 +22,7 @@
 #include "platform/qt/qt_loop.h"
 #include "platform/qt/qt_room.h"
 #include "platform/qt/qt_windows.h"
+#include "shell/kept_files.h"
 
 #include <csignal>
 #include <string_view>
@@ -40,12 +41,14 @@ int main(int count, char** arguments) {
     QtLoop loop;
     ChatLines lines(loop);
     disk.serve(loop);
-    AskedFiles files(disk, onDisk, userDataDirectory());
+    const DataDirectory directory(userDataDirectory());
+    AskedFiles asked(disk, onDisk, userDataDirectory());
+    KeptFiles files(asked, directory);
     AskedDirectories directories(disk, PosixDirectories(), userDataDirectory());
     QtDialogs dialogs(loop);
     QtDesktop desktop(loop);
     IrcLink link(loop);
-    QtRoom room(loop, lines, link, files, DataDirectory(userDataDirectory()), loginName());
+    QtRoom room(loop, lines, link, files, directory, loginName());
     PlayerControl player(loop, {playerBeside(), {}}, [&](const std::string& line) {
         loop.post([&room, line] { room.window.tell(line); });
     });
@@ -109,8 +112,10 @@ int main(int count, char** arguments) {
         else // which it says as it starts, and ends
             raiseRunningCopy(sessionBusAddress());
         dialogs.ownerPresses(); // the program's own icon
+        const auto open = [&] { room.open([&] { program.end(); }); };
+        program.opensBy(open);
         program.start();
-        room.open([&] { program.end(); });
+        open();
     });
     display.run();
     program.end();

@@ -17,6 +17,7 @@
 #include "platform/posix/user_directories.h"
 #include "platform/terminal/terminal.h"
 #include "platform/terminal/terminal_display.h"
+#include "shell/kept_files.h"
 
 #include <csignal>
 #include <unistd.h>
@@ -30,10 +31,12 @@ int main() {
     PollLoop loop;
     ChatLines lines(loop);
     disk.serve(loop);
-    AskedFiles files(disk, onDisk, userDataDirectory());
+    const DataDirectory directory(userDataDirectory());
+    AskedFiles asked(disk, onDisk, userDataDirectory());
+    KeptFiles files(asked, directory);
     AskedDirectories directories(disk, PosixDirectories(), userDataDirectory());
     IrcLink link(loop);
-    Terminal terminal(loop, lines, link, files, DataDirectory(userDataDirectory()), loginName(),
+    Terminal terminal(loop, lines, link, files, directory, loginName(),
                       [&](std::string_view typed) { return directories.drivePath(typed); });
     PlayerControl player(loop, {playerBeside(), {}},
                          [&](const std::string& line) { terminal.screen.note(line); });
@@ -62,9 +65,13 @@ int main() {
     MprisService remote(loop, sessionBusAddress(), program.playback.remote,
                         {.raise = {}, .quit = [&] { program.exit(); }});
     loop.onSignals({SIGTERM, SIGHUP, SIGINT}, [&] { program.end(); });
+    const auto open = [&] {
+        terminal.completeBy(
+            [&](std::string_view typed) { return completionOf(program.shell.state, typed); });
+        terminal.open(program.windows(), [&] { program.end(); });
+    };
+    program.opensBy(open);
     program.start();
-    terminal.completeBy(
-        [&](std::string_view typed) { return completionOf(program.shell.state, typed); });
-    terminal.open(program.windows(), [&] { program.end(); });
+    open();
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

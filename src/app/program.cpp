@@ -2,6 +2,7 @@
 
 #include "app/command_rows.h"
 #include "shell/event_loop.h"
+#include "shell/kept_files.h"
 
 namespace larkspin {
 
@@ -21,7 +22,8 @@ Program::Program(const Machine& m)
                            .refresh = library.refresh,
                            .NiteScan2 = chat.NiteScan2,
                            .commandsWindow = chat.commandsWindow}),
-      companions(chat.core, {.lineFiles = library.lineFiles,
+      companions(chat.core, {.files = m.files,
+                             .lineFiles = library.lineFiles,
                              .directory = shell.directory,
                              .directories = m.directories,
                              .launching = m.launching}),
@@ -35,10 +37,14 @@ Program::Program(const Machine& m)
     chat.NiteScan2.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows2_); });
     chat.NiteScan3.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows3_); });
     machine.lines.connect([this](const ChatLine& line) { chat.hear(line); });
+    machine.files.onNews([this] { tellSoon(); });
 }
 
 Program::~Program() {
     machine.lines.connect({});
+    machine.files.onNews({});
+    machine.loop.cancel(telling_);
+    machine.loop.cancel(settling_);
 }
 
 std::vector<Window*> Program::windows() {

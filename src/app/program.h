@@ -12,10 +12,12 @@
 #include "library/library.h"
 #include "outside/outside.h"
 #include "playback/playback.h"
+#include "shell/event_loop.h"
 #include "shell/menu.h"
 #include "shell/shell.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -31,10 +33,15 @@ public:
     // runs. With another running copy the process ends instead.
     void start();
 
-    // Save and end the process: the owner's way, and the machine's, which says nothing. While
-    // the settings and lists are being loaded there is nothing to save.
+    // Save and end the process: the owner's way, and the machine's, which says nothing. Until the
+    // greeting there is nothing to save. From then on the owner may have typed something: it is
+    // taken first.
     void exit();
     void end();
+
+    // What a front end does behind the start to bring in the lines that the owner has typed during
+    // it. An end that comes earlier does it then.
+    void opensBy(Task open) { open_ = std::move(open); }
 
     // Saves as these do, and goes on: the process may be about to end, or not.
     void keep();
@@ -56,7 +63,7 @@ public:
     StatusCommands status{chat.core, machine.host, playback.transport, playback.counters};
 
 private:
-    enum class Phase { off, loading, running, saving };
+    enum class Phase { off, loading, greeted, running, saving };
 
     void claimOnlyCopy();
     void loadWindows();
@@ -65,11 +72,20 @@ private:
     void countLoad(const std::string& loadNumber);
     void loadFolders(const StoredSettings& stored);
     void listen();
+    void takeEarlyLines();
+    void finish(bool speaks);
     void save();
-    void unload();
+    void unload(bool speaks);
     void secondTick();
+    void tellSoon();
+    void tellNews();
 
     Phase phase_ = Phase::off;
+    bool isEndWanted_ = false; // as soon as all is loaded
+    bool isEnding_ = false;
+    TimerId settling_ = TimerId::none; // up to then the owner's first lines may not have been taken
+    TimerId telling_ = TimerId::none;
+    Task open_;
     std::vector<CommandRow> rows1_, rows2_, rows3_; // what each scanner's lines are tried on
 };
 

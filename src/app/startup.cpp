@@ -9,18 +9,36 @@
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
-#include "shell/files.h"
+#include "shell/kept_files.h"
 #include "shell/pause.h"
 #include "shell/process.h"
 #include "shell/this_run.h"
 #include "text/dates.h"
+#include "text/fold.h"
 #include "text/number.h"
 
 namespace larkspin {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto settlingTime = 300ms;
+constexpr auto longestLastWork = 500ms; // of lines that are taken while the process is to end
+
+std::string withoutBold(std::string text) {
+    for (const std::string_view tag : {"<b>", "</b>"})
+        for (auto at = text.find(tag); at != std::string::npos; at = text.find(tag, at))
+            text.erase(at, tag.size());
+    return text;
+}
+
+} // namespace
+
 void Program::start() {
     claimOnlyCopy();
     phase_ = Phase::loading;
+    isEndWanted_ = isEnding_ = false;
     const Pause pause(machine.loop);
     loadWindows();
     const ThisRun run(shell.state);
@@ -30,9 +48,9 @@ void Program::start() {
     const StoredSettings stored = shell.settings.all();
     companions.windowColors.load(stored);
     const std::string load = stored.get("load");
-    const bool firstRun = !number(load);
-    const std::string loadNumber = firstRun ? "1" : load;
-    shell.state.trigger = firstRun ? "'" : stored.get("trigger");
+    const bool firstRun = !number(load) && stored.wereRead();
+    const std::string loadNumber = number(load) ? load : "1";
+    shell.state.trigger = number(load) ? foldCase(stored.get("trigger")) : "'";
     if (firstRun)
         welcomeFirstRun();
     greet(loadNumber);
@@ -40,6 +58,9 @@ void Program::start() {
     loadFolders(stored);
     machine.desktop.addTrayIcon(trayIcon(*this));
     phase_ = Phase::running; // from here on there is something to save
+    tellSoon();
+    if (isEndWanted_)
+        end();
     if (shell.state.rol)
         playback.refreshButton.refreshAtStart();
     if (!run.lasts())
@@ -80,6 +101,7 @@ void Program::welcomeFirstRun() {
 }
 
 void Program::greet(const std::string& loadNumber) {
+    phase_ = Phase::greeted;
     machine.host.clearChatInput();
     chat.reply.saychat("larkspin player - by moraine");
     Pause{machine.loop}(0.2);
@@ -107,6 +129,33 @@ void Program::loadFolders(const StoredSettings& stored) {
 void Program::listen() {
     chat.NiteScan1.startscan();
     chat.NiteScan3.startscan();
+    machine.loop.cancel(settling_);
+    settling_ = machine.loop.once(settlingTime, [this] { settling_ = TimerId::none; });
+}
+
+// A line may have been typed, or lie in a pipe, that nobody has come to read yet.
+void Program::takeEarlyLines() {
+    listen();
+    if (open_)
+        open_();
+    const TimerId limit = machine.loop.once(longestLastWork, [this] { finish(false); });
+    for (int turn = 0; turn < 5; ++turn)
+        machine.loop.waitUntil(machine.loop.now() + std::chrono::milliseconds(10));
+    machine.loop.cancel(limit);
+}
+
+// A file is read or written in the middle of anything. What comes during the start waits for its
+// end.
+void Program::tellSoon() {
+    machine.loop.cancel(telling_);
+    if (phase_ == Phase::running)
+        telling_ = machine.loop.once(0ns, [this] { tellNews(); });
+}
+
+// What couldn't be read or written. It is told in turn: the next one may come meanwhile.
+void Program::tellNews() {
+    for (const std::string& text : machine.files.takeNews())
+        chat.reply.sayOrBox(text, withoutBold(text));
 }
 
 void Program::save() {
@@ -122,10 +171,14 @@ void Program::save() {
     machine.files.hide(shell.directory.settingsFile());
 }
 
-void Program::unload() {
+void Program::unload(bool speaks) {
     phase_ = Phase::saving;
     machine.dialogs.dismissAll();
     save();
+    machine.loop.cancel(telling_);
+    if (speaks)
+        tellNews();
+    machine.files.takeNews();
     chat.stopScanners();
     companions.unload();
     shell.splash.hide();
@@ -137,12 +190,23 @@ void Program::unload() {
 
 void Program::exit() {
     chat.reply.saychat("larkspin player - unload");
-    end();
+    finish(true);
 }
 
 void Program::end() {
+    if (phase_ == Phase::greeted) {
+        isEndWanted_ = true;
+        return;
+    }
+    const bool isEarly = settling_ != TimerId::none || !chat.NiteScan1.running();
+    if (phase_ == Phase::running && isEarly && !std::exchange(isEnding_, true))
+        takeEarlyLines();
+    finish(false);
+}
+
+void Program::finish(bool speaks) {
     if (phase_ == Phase::running)
-        unload();
+        unload(speaks);
     machine.process.end();
 }
 
@@ -158,7 +222,7 @@ void Program::restart() {
     chat.reply.saychat("restarting larkspin player");
     if (!run.lasts())
         return; // another one has come and gone meanwhile
-    unload();
+    unload(true);
     Pause{machine.loop}(0.5);
     start();
 }

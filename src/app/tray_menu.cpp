@@ -40,7 +40,7 @@ Entries playlists(Program& p) {
     Entries entries{label("numl", state.numl), separator("p0")};
     for (const std::string& name : state.p)
         entries.push_back(entry("p" + std::to_string(entries.size() - 1), name,
-                                [&p, name] { p.library.playlistFiles.load(name); }));
+                                [&p, name] { p.library.playlistCommands.loadSilently(name); }));
     return entries;
 }
 

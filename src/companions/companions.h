@@ -18,11 +18,13 @@ namespace larkspin {
 
 class DataDirectory;
 class Directories;
+class KeptFiles;
 class Launching;
 class LineFiles;
 
 // Of the floors below, what the companions work with beside the core.
 struct CompanionsNeeds {
+    KeptFiles& files;
     LineFiles& lineFiles;
     const DataDirectory& directory;
     Directories& directories;
@@ -35,6 +37,7 @@ struct Companions {
 private: // what the units are made with
     Core core_;
     CompanionsNeeds needs_;
+    LauncherFiles launcherFiles_{needs_.files, needs_.directory};
 
 public:
     Notes notes{core_};

@@ -2,34 +2,33 @@
 
 #include "library/line_files.h"
 #include "shell/app_state.h"
-#include "shell/data_directory.h"
+
+#include <utility>
 
 namespace larkspin {
 
-namespace {
-
-void fillUp(RowList& list, int count) {
-    while (list.count() < count && list.add(""))
-        continue;
-}
-
-} // namespace
-
-// Of files that differ in length the shorter one is filled up with empty texts, and saved so: no
-// line is lost, and what is added later still finds its other half. An item without a title can be
-// started and deleted in the window; one without a path can only be deleted there, and it ends the
-// walks of the commands, behind which there is none with a path any more.
-void LauncherItems::load(LineFiles& files, const DataDirectory& directory) {
-    files.loadTogether({directory.appPathsFile(), state_.appPaths},
-                       {directory.appTitlesFile(), state_.appTitles});
-    fillUp(state_.appPaths, state_.appTitles.count());
-    fillUp(state_.appTitles, state_.appPaths.count());
+// An item without a title can be started and deleted in the window; one without a path can only be
+// deleted there, and it ends the walks of the commands, behind which there is none with a path any
+// more.
+void LauncherItems::load(LauncherFiles& files) {
+    leftOut_.clear();
+    for (LauncherItem& item : files.load()) {
+        if (state_.appTitles.full()) {
+            leftOut_.push_back(std::move(item));
+            continue;
+        }
+        state_.appPaths.add(item.path);
+        state_.appTitles.add(item.title);
+    }
     showCount();
 }
 
-void LauncherItems::save(LineFiles& files, const DataDirectory& directory) const {
-    files.savelines(directory.appPathsFile(), state_.appPaths);
-    files.savelines(directory.appTitlesFile(), state_.appTitles);
+void LauncherItems::save(LauncherFiles& files) const {
+    LauncherItemList items;
+    for (int index = 0; index < count(); ++index)
+        items.push_back({path(index), title(index)});
+    items.insert(items.end(), leftOut_.begin(), leftOut_.end());
+    files.save(std::move(items));
 }
 
 int LauncherItems::count() const {

@@ -2,6 +2,7 @@
 // adds, takes out and selects items goes through here, so that the two lists stay parallel.
 #pragma once
 
+#include "companions/launcher_files.h"
 #include "text/row.h"
 
 #include <string>
@@ -10,15 +11,13 @@
 namespace larkspin {
 
 struct AppState;
-class DataDirectory;
-class LineFiles;
 
 class LauncherItems {
 public:
     explicit LauncherItems(AppState& state) : state_(state) {}
 
-    void load(LineFiles& files, const DataDirectory& directory);
-    void save(LineFiles& files, const DataDirectory& directory) const;
+    void load(LauncherFiles& files);
+    void save(LauncherFiles& files) const;
 
     int count() const;
     // Indexes count from 0. Outside the list: an empty text, and no effect.
@@ -42,6 +41,7 @@ private:
     void showCount();
 
     AppState& state_;
+    LauncherItemList leftOut_; // of the files: the list has no room for them
 };
 
 } // namespace larkspin

@@ -1,6 +1,7 @@
 #include "library/library.h"
 
 #include "shell/app_state.h"
+#include "shell/kept_files.h"
 
 namespace larkspin {
 
@@ -9,8 +10,7 @@ void Library::load(const StoredSettings& stored) {
     playlistFiles.fillplaylistmenu();
     listers.File1.setPattern("*.mp3");
     listers.File1.setPath("c:\\");
-    const std::string filter = stored.get("media filter");
-    mediaFilter.choose(filter.empty() ? "mp3" : filter);
+    mediaFilter.load(stored.get("media filter"));
 }
 
 void Library::save(SettingsChanges& changes) {

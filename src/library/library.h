@@ -4,6 +4,7 @@
 
 #include "chat/core.h"
 #include "library/adding.h"
+#include "library/directories.h"
 #include "library/line_files.h"
 #include "library/list_questions.h"
 #include "library/listers.h"
@@ -14,25 +15,25 @@
 #include "library/removing.h"
 #include "library/scan.h"
 #include "shell/data_directory.h"
+#include "shell/kept_files.h"
 #include "shell/settings.h"
 
 namespace larkspin {
 
-class Files;
-
 struct Library {
-    Library(const Core& core, Files& files, Directories& directories,
+    Library(const Core& core, KeptFiles& files, Directories& directories,
             const DataDirectory& directory)
         : core_(core), files_(files), directories_(directories), directory_(directory) {}
 
 private: // what the units are made with
     Core core_;
-    Files& files_;
+    KeptFiles& files_;
     Directories& directories_;
     const DataDirectory& directory_;
 
 public:
-    LineFiles lineFiles{files_};
+    LineFiles lineFiles{files_,
+                        [this](std::string_view typed) { return directories_.drivePath(typed); }};
     Listers listers{directories_};
     MediaFilter mediaFilter{core_, listers.File1};
     Scan scan{core_.state, directories_, listers, core_.loop, core_.reply};

@@ -1,33 +1,51 @@
 #include "library/line_files.h"
 
 #include "library/playlist.h"
+#include "library/playlist_line.h"
 #include "shell/app_state.h"
+#include "shell/data_directory.h"
 #include "shell/files.h"
 
 #include <algorithm>
-#include <functional>
-#include <string_view>
 #include <utility>
 
 namespace larkspin {
 
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
-constexpr std::string_view rescuedEnding = ".rescued";
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-int forEachLine(std::string_view contents, const std::function<void(std::string_view)>& take) {
-    int count = 0;
-    while (!contents.empty()) {
-        const auto end = contents.find('\n');
-        std::string_view line = contents.substr(0, end);
-        contents.remove_prefix(end == std::string_view::npos ? contents.size() : end + 1);
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
-        take(line);
-        ++count;
-    }
-    return count;
+bool isBlank(std::string_view line) {
+    return line.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+// The first line is cut from the text. A carriage return alone ends a line as well.
+std::string_view takeLine(std::string_view& text) {
+    const auto end = std::min(text.find_first_of("\r\n"), text.size());
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end);
+    if (text.starts_with('\r'))
+        text.remove_prefix(std::min(text.find_first_not_of('\r'), text.size()));
+    if (text.starts_with('\n'))
+        text.remove_prefix(1);
+    return line;
+}
+
+// Adds what the lines stand for, and gives those that have no room.
+std::string addLines(std::string_view text, Loaded& loaded,
+                     const std::function<std::string(std::string_view)>& rowOf,
+                     const std::function<bool(std::string_view)>& add) {
+    std::string leftOut;
+    forEachLine(text, [&](std::string_view line) {
+        if (isBlank(line))
+            return;
+        const std::string row = rowOf(line);
+        if (row.empty() || add(row))
+            return;
+        ++loaded.leftOut;
+        leftOut.append(row).append(lineEnd);
+    });
+    return leftOut;
 }
 
 } // namespace
@@ -38,63 +56,121 @@ std::string asOneLine(std::string text) {
     return text;
 }
 
-int LineFiles::loadlines(const std::string& path, RowList& list) {
-    const std::string contents = load(path);
-    RowWriter rows;
-    return forEachLine(contents, [&](std::string_view line) { list.add(rows.write(line)); });
+void forEachLine(std::string_view text, const std::function<void(std::string_view)>& take) {
+    if (text.starts_with(byteOrderMark))
+        text.remove_prefix(byteOrderMark.size());
+    while (!text.empty())
+        take(takeLine(text));
 }
 
-void LineFiles::savelines(const std::string& path, const RowList& list) {
-    std::string rows;
+std::string linesOf(const RowList& list) {
+    std::string lines;
     for (int index = 0; index < list.count(); ++index)
-        rows.append(list.row(index)).append(lineEnd);
-    if (!unread_.contains(path))
-        files_.replace(path, rows);
-    else if (!rows.empty())
-        saveBehind(path, rows);
+        lines.append(list.row(index)).append(lineEnd);
+    return lines;
 }
 
-void LineFiles::loadTogether(const Half& first, const Half& second) {
-    loadlines(first.path, first.list);
-    loadlines(second.path, second.list);
-    if (!unread_.contains(first.path) && !unread_.contains(second.path))
-        return;
-    for (const Half& half : {first, second}) {
-        half.list.clear();
-        unread_[half.path] = std::nullopt;
-    }
+Loaded LineFiles::loadlines(const std::string& path, RowList& list) {
+    const FileRead file = load(path);
+    Loaded loaded{file.reason};
+    RowWriter rows;
+    kept_[path].leftOut = addLines(
+        file.contents, loaded, [](std::string_view line) { return std::string(line); },
+        [&](std::string_view row) { return list.add(rows.write(row)); });
+    return loaded;
 }
 
-void LineFiles::loadPlaylist(const std::string& path, AppState& state) {
-    clearPlaylist(state);
-    loadlines(path, state.masterList);
-    for (int index = 0; index < state.masterList.count(); ++index)
-        state.playlistView.add(state.masterList.share(index));
+Loaded LineFiles::loadPlaylist(const std::string& path, AppState& state, Into into) {
+    const FileRead file = load(path);
+    Loaded loaded{file.reason};
+    if (file.failed() && into != Into::listsOfNewRun)
+        return loaded;
+    const bool isAddition = into == Into::listsAsTheyAre;
+    if (!isAddition)
+        clearPlaylist(state);
+    RowWriter rows;
+    const auto add = [&](std::string_view text) {
+        const Row row = rows.write(text);
+        return (isAddition && state.masterList.contains(row)) || addToPlaylist(state, row);
+    };
+    kept_[path].leftOut = addLines(
+        file.contents, loaded,
+        [&](std::string_view line) { return rowOfPlaylistLine(line, path, readPath_); }, add);
+    return loaded;
 }
 
-std::string LineFiles::load(const std::string& path) {
-    FileRead file = files_.read(path);
+bool LineFiles::holdsPlaylist(const std::string& path, const RowList& list) {
+    const FileRead file = files_.read(path);
     if (file.failed())
-        unread_[path] = std::nullopt;
-    else
-        unread_.erase(path);
-    return std::move(file.contents);
+        return false;
+    if (file.contents == linesOf(list) + leftOut(path))
+        return true;
+    RowList other(RowList::Order::sorted);
+    Loaded loaded;
+    addLines(
+        file.contents, loaded,
+        [&](std::string_view line) { return rowOfPlaylistLine(line, path, readPath_); },
+        [&](std::string_view row) { return other.add(row); });
+    if (other.count() != list.count())
+        return false;
+    for (int index = 0; index < list.count(); ++index)
+        if (other.row(index) != list.row(index))
+            return false;
+    return true;
 }
 
-void LineFiles::saveBehind(const std::string& path, const std::string& rows) {
-    for (const std::string& target : {path, path + std::string(rescuedEnding)}) {
-        std::optional<std::string>& lines = unread_[target];
-        if (!lines) {
-            FileRead file = files_.read(target);
-            if (file.failed())
-                continue;
-            lines = std::move(file.contents);
-            if (!lines->empty() && lines->back() != '\n')
-                *lines += lineEnd;
+FileChange LineFiles::savelines(const std::string& path, const RowList& list,
+                                const std::string& more) {
+    return kept_[path].isUnread ? saveBehind(path, linesOf(list) + more)
+                                : replaceLines(path, list, more);
+}
+
+FileChange LineFiles::replaceLines(const std::string& path, const RowList& list,
+                                   const std::string& more) {
+    return replaceWithBeside(path, linesOf(list) + more);
+}
+
+// What the file beside it holds is among the lines.
+FileChange LineFiles::replaceWithBeside(const std::string& path, const std::string& lines) {
+    const FileChange outcome = files_.replace(path, lines);
+    if (outcome && std::exchange(kept_[path].hasBeside, false))
+        files_.remove(path + std::string(besideEnding));
+    return outcome;
+}
+
+std::string LineFiles::leftOut(const std::string& path) const {
+    const auto found = kept_.find(path);
+    return found == kept_.end() ? "" : found->second.leftOut;
+}
+
+// With the lines of the file beside it, which may be all that can be read.
+FileRead LineFiles::load(const std::string& path) {
+    FileRead file = files_.read(path);
+    FileRead beside = files_.read(path + std::string(besideEnding));
+    kept_[path] = {.isUnread = file.failed(),
+                   .hasBeside = beside.outcome == FileRead::Outcome::contents};
+    if (!file.contents.empty() && !file.contents.ends_with('\n') && !beside.contents.empty())
+        file.contents += lineEnd;
+    file.contents += beside.contents;
+    return file;
+}
+
+FileChange LineFiles::saveBehind(const std::string& path, const std::string& rows) {
+    Kept& kept = kept_[path];
+    if (rows.empty() && !kept.hasBeside)
+        return {};
+    if (!kept.before) {
+        FileRead file = files_.read(path);
+        if (file.failed()) {
+            FileChange outcome = files_.replace(path + std::string(besideEnding), rows);
+            kept.hasBeside = kept.hasBeside || outcome;
+            return outcome;
         }
-        files_.replace(target, *lines + rows);
-        return;
+        kept.before = std::move(file.contents);
+        if (!kept.before->empty() && kept.before->back() != '\n')
+            *kept.before += lineEnd;
     }
+    return replaceWithBeside(path, *kept.before + rows);
 }
 
 } // namespace larkspin

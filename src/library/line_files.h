@@ -1,57 +1,95 @@
 // Line files: one list row per line in UTF-8, each ended by carriage return and line feed; no
-// header, no count. Playlists, notes and launcher items are kept in them.
+// header, no count. Playlists and notes are kept in them.
+//
+// They may have been made by hand, or elsewhere: a byte order mark in front, any line ends and
+// blank lines don't count, and what a playlist's lines can be is told in playlist_line.h.
 #pragma once
 
+#include "shell/files.h"
 #include "text/row_list.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
 struct AppState;
-class Files;
 
 // A text that is to be a row of such a list: line breaks in it become blanks.
 std::string asOneLine(std::string text);
 
+inline constexpr std::string_view lineEnd = "\r\n";
+
+// Calls for each line of the text, without its end.
+void forEachLine(std::string_view text, const std::function<void(std::string_view)>& take);
+
+std::string linesOf(const RowList& list);
+
+// What came of a load.
+struct Loaded {
+    std::string reason = {}; // why the file couldn't be read; empty when it could
+    int leftOut = 0;         // lines that the full list didn't take
+
+    bool failed() const { return !reason.empty(); }
+};
+
 class LineFiles {
 public:
-    explicit LineFiles(Files& files) : files_(files) {}
+    // The drive path for a path in the system's own notation.
+    using ReadPath = std::function<std::string(std::string_view typed)>;
 
-    // Appends every line of the file to the list as it stands and gives the number of lines read.
-    // A file that can't be read leaves the list as it was.
-    int loadlines(const std::string& path, RowList& list);
+    explicit LineFiles(Files& files, ReadPath readPath = {})
+        : files_(files), readPath_(std::move(readPath)) {}
 
-    // Puts the rows over the file. A failure is not noticed; the file then keeps its old lines.
+    // Appends the lines of the file to the list as it stands. A file that can't be read leaves the
+    // list as it was.
     //
-    // The list of a file that couldn't be loaded lacks that file's lines, and holds only what has
-    // come since. Until the file has been loaded, the rows are therefore put behind the lines that
-    // it holds, or, while it still can't be read, behind those of a file beside it, whose name has
-    // ".rescued" at its end. No rows at all change neither.
-    void savelines(const std::string& path, const RowList& list);
+    // Such a list lacks that file's lines, and holds only what comes after that. Until the file has
+    // been loaded, the rows are therefore put behind the lines that it holds, or, while it still
+    // can't be read, into a file beside it, which is loaded with it from then on.
+    Loaded loadlines(const std::string& path, RowList& list);
 
-    // Two files of which each line belongs to the same line of the other. When one of them can't be
-    // read neither is loaded, so that new rows go behind the lines of both and the halves still
-    // fit.
-    struct Half {
-        std::string path;
-        RowList& list;
-    };
-    void loadTogether(const Half& first, const Half& second);
+    // Puts the rows over the file, and behind them more lines: those that the list had no room for.
+    FileChange savelines(const std::string& path, const RowList& list) {
+        return savelines(path, list, leftOut(path));
+    }
+    FileChange savelines(const std::string& path, const RowList& list, const std::string& more);
 
-    // The playlist from a file, in place of what the lists hold.
-    void loadPlaylist(const std::string& path, AppState& state);
+    // The playlist from a file in place of what the lists hold, or, of those rows, what they don't
+    // hold yet. When it can't be read they stay as they are; at a start there may be rows beside
+    // it.
+    enum class Into { lists, listsOfNewRun, listsAsTheyAre };
+    Loaded loadPlaylist(const std::string& path, AppState& state, Into into = Into::lists);
+
+    // Whether loading the file into an empty playlist would give this one.
+    bool holdsPlaylist(const std::string& path, const RowList& list);
+
+    // The same over a file whose lines the list doesn't lack.
+    FileChange replaceLines(const std::string& path, const RowList& list, const std::string& more);
+
+    // The lines of the file that had no room in the list when it was loaded last.
+    std::string leftOut(const std::string& path) const;
 
 private:
-    std::string load(const std::string& path);
-    void saveBehind(const std::string& path, const std::string& rows);
+    struct Kept {
+        bool isUnread = false;  // the list lacks the lines of the file
+        bool hasBeside = false; // and those of the file beside it are to go with the next save
+        std::string leftOut = {};
+        // Of an unread file that could be read at a save, so that one save after the other doesn't
+        // add the same rows again.
+        std::optional<std::string> before = {};
+    };
+
+    FileRead load(const std::string& path);
+    FileChange replaceWithBeside(const std::string& path, const std::string& lines);
+    FileChange saveBehind(const std::string& path, const std::string& rows);
 
     Files& files_;
-    // What couldn't be loaded, by path; with its lines where a save has come to them since, so
-    // that one save after the other doesn't add the same rows again.
-    std::map<std::string, std::optional<std::string>> unread_;
+    ReadPath readPath_;
+    std::map<std::string, Kept> kept_;
 };
 
 } // namespace larkspin

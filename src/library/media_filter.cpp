@@ -4,6 +4,7 @@
 #include "library/listers.h"
 #include "shell/app_state.h"
 #include "shell/menu.h"
+#include "text/fold.h"
 
 #include <algorithm>
 #include <iterator>
@@ -44,6 +45,11 @@ FileType fileTypeOf(std::string_view mediaFilter) {
         return {"media files (*.mid, *.mp3, *.wav, *.wma)", "*.mid;*.mp3;*.wav;*.wma"};
     const std::string pattern(found->pattern);
     return {std::string(found->files) + " files (" + pattern + ")", pattern};
+}
+
+void MediaFilter::load(const std::string& stored) {
+    const std::string word = foldCase(stored);
+    choose(find(word) ? word : "mp3");
 }
 
 void MediaFilter::choose(std::string_view word) {

@@ -25,6 +25,9 @@ public:
     // is none of the five does nothing.
     void choose(std::string_view word);
 
+    // The same at the start, where an unknown word counts as mp3.
+    void load(const std::string& stored);
+
     // Gives File1 the pattern of the filter back. No filter lets all media types through.
     void restorepattern();
 

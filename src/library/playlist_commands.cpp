@@ -10,7 +10,10 @@
 #include "shell/event_loop.h"
 #include "shell/pause.h"
 #include "shell/this_run.h"
+#include "text/blanks.h"
 #include "text/fold.h"
+
+#include <algorithm>
 
 namespace larkspin {
 
@@ -18,12 +21,25 @@ namespace {
 
 constexpr double betweenLines = 0.7; // of a recital, in seconds
 
-// The settings file, which remembers the name, drops blanks in front of it. Their stand-in stays.
-std::string keptInSettings(std::string name) {
-    for (std::size_t at = 0; at < name.size() && name[at] == ' ';) {
-        constexpr std::string_view blank = "\uF020";
-        name.replace(at, 1, blank);
-        at += blank.size();
+// In UTF-8: U+F000 and the code.
+std::string standIn(char character) {
+    const auto code = static_cast<unsigned char>(character);
+    return {'\xEF', static_cast<char>(0x80 | code >> 6), static_cast<char>(0x80 | (code & 0x3F))};
+}
+
+// The name of a file that is called so. What rows can't hold travels as its stand-in, and so do
+// blanks in front, which the settings file would drop.
+std::string fileNameFor(const std::string& typed) {
+    constexpr std::string_view reserved = "\\:*?\"<>|\x7F";
+    const auto blanksInFront = std::min(typed.find_first_not_of(' '), typed.size());
+    std::string name;
+    for (std::size_t at = 0; at < typed.size(); ++at) {
+        const char c = typed[at];
+        const bool isControl = static_cast<unsigned char>(c) < ' ' && c != '\0';
+        if (isControl || at < blanksInFront || reserved.find(c) != std::string_view::npos)
+            name += standIn(c);
+        else
+            name += c;
     }
     return name;
 }
@@ -46,33 +62,71 @@ void PlaylistCommands::xlist(const std::string& text) {
 }
 
 void PlaylistCommands::loadnamed(const std::string& lowered) {
-    forEachNamed(lowered, [this](const std::string& name) {
-        playlists_.load(name);
-        sayLoaded(name);
+    bool any = false;
+    forEach(namesWith(lowered), [&](const std::string& name) {
+        any = true;
+        tellLoad(name, playlists_.load(name), true);
     });
+    if (!any)
+        sayNotFound(lowered);
 }
 
-// What can't be deleted is passed over: it will stand on the menu again.
+// An empty text is a slip: a completed word and Return. It must not take every playlist.
 void PlaylistCommands::deletenamed(const std::string& lowered) {
-    forEachNamed(lowered, [this](const std::string& name) {
-        playlists_.remove(name);
-        reply_.saychat("deleted playlist <b>" + name);
+    const std::vector<std::string> names =
+        withoutBlanks(lowered).empty() ? std::vector<std::string>() : namesWith(lowered);
+    const ThisRun run(state_);
+    const bool isMeant = mayDelete(names);
+    if (!run.lasts())
+        return;
+    if (!isMeant)
+        return reply_.saychat("playlists not deleted");
+    bool any = false;
+    forEach(names, [&](const std::string& name) {
+        any = true;
+        const FileChange removed = playlists_.remove(name);
+        reply_.saychat(removed
+                           ? "deleted playlist <b>" + name
+                           : "couldn't delete playlist <b>" + name + "</b>:  " + removed.reason);
     });
+    if (!any)
+        sayNotFound(lowered);
+}
+
+// One playlist is what he has named; several may be more than he meant.
+bool PlaylistCommands::mayDelete(const std::vector<std::string>& names) {
+    constexpr std::size_t mostNamed = 10;
+    if (names.size() < 2)
+        return true;
+    std::string all;
+    for (std::size_t at = 0; at < names.size() && at < mostNamed; ++at)
+        all += (at == 0 ? "" : ", ") + names[at];
+    if (names.size() > mostNamed)
+        all += ", ...";
+    return dialogs_.ask("do you really wanna delete " + std::to_string(names.size()) +
+                        " playlists: " + all + "?");
+}
+
+std::vector<std::string> PlaylistCommands::namesWith(const std::string& lowered) {
+    std::vector<std::string> names = playlists_.names();
+    std::erase_if(names, [&](const std::string& name) {
+        return foldCase(name).find(lowered) == std::string::npos;
+    });
+    return names;
 }
 
 // Events run at each file. One that is gone when its turn comes doesn't count.
 template <typename Action>
-void PlaylistCommands::forEachNamed(const std::string& lowered, Action&& action) {
-    bool any = false;
-    for (const std::string& name : playlists_.names()) {
+void PlaylistCommands::forEach(const std::vector<std::string>& names, Action&& action) {
+    for (const std::string& name : names) {
         loop_.serveTurn();
-        if (foldCase(name).find(lowered) == std::string::npos || !playlists_.exists(name))
-            continue;
-        any = true;
-        action(name);
+        if (playlists_.exists(name))
+            action(name);
     }
-    if (!any)
-        reply_.saychat("<b>" + lowered + "</b> not found");
+}
+
+void PlaylistCommands::sayNotFound(const std::string& text) {
+    reply_.saychat("<b>" + text + "</b> not found");
 }
 
 void PlaylistCommands::save(const std::string& name) {
@@ -81,20 +135,36 @@ void PlaylistCommands::save(const std::string& name) {
 }
 
 void PlaylistCommands::saveAs(const std::string& fileName) {
-    const bool isNew = playlists_.save(keptInSettings(fileName));
+    const auto [outcome, isNew] = playlists_.save(fileNameFor(fileName));
+    if (!outcome)
+        return reply_.sayOrBox("couldn't save playlist <b>" + fileName + "</b>:  " + outcome.reason,
+                               "couldn't save playlist " + fileName + ":  " + outcome.reason);
     reply_.saychat((isNew ? "saved playlist <b>" : "saved over original playlist <b>") + fileName +
                    "</b>, <b>" + std::to_string(state_.masterList.count()) + "</b> files");
 }
 
 void PlaylistCommands::loadFile(const std::string& path) {
     const std::string name = songOfPath(path).title();
-    playlists_.loadFrom(path, name);
-    sayLoaded(name);
+    tellLoad(name, playlists_.loadFrom(path, name), true);
 }
 
-void PlaylistCommands::sayLoaded(const std::string& name) {
-    reply_.saychat("loaded playlist <b>" + name + "</b>, <b>" +
-                   std::to_string(state_.masterList.count()) + "</b> files");
+void PlaylistCommands::loadSilently(const std::string& name) {
+    tellLoad(name, playlists_.load(name), false);
+}
+
+void PlaylistCommands::tellLoad(const std::string& name, const Loaded& loaded, bool says) {
+    const std::string files = std::to_string(state_.masterList.count()),
+                      leftOut = std::to_string(loaded.leftOut);
+    if (loaded.failed())
+        reply_.sayOrBox("couldn't load playlist <b>" + name + "</b>:  " + loaded.reason,
+                        "couldn't load playlist " + name + ":  " + loaded.reason);
+    else if (loaded.leftOut > 0)
+        reply_.sayOrBox("loaded playlist <b>" + name + "</b>, <b>" + files + "</b> files, <b>" +
+                            leftOut + "</b> more don't fit",
+                        "loaded playlist " + name + ", " + files + " files, " + leftOut +
+                            " more don't fit");
+    else if (says)
+        reply_.saychat("loaded playlist <b>" + name + "</b>, <b>" + files + "</b> files");
 }
 
 void PlaylistCommands::pl() {

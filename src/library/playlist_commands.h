@@ -4,11 +4,13 @@
 #include "chat/core.h"
 
 #include <string>
+#include <vector>
 
 namespace larkspin {
 
 class MediaFilter;
 class PlaylistFiles;
+struct Loaded;
 
 class PlaylistCommands {
 public:
@@ -30,14 +32,18 @@ public:
     // disk, and into a file of the data directory.
     void loadFile(const std::string& path);
     void saveAs(const std::string& fileName);
-    // The same without one.
+    // The same without one, and what the tray's entries do.
     void startAnew();
+    void loadSilently(const std::string& name);
 
 private:
     void loadnamed(const std::string& lowered);
     void deletenamed(const std::string& lowered);
-    template <typename Action> void forEachNamed(const std::string& lowered, Action&& action);
-    void sayLoaded(const std::string& name);
+    bool mayDelete(const std::vector<std::string>& names);
+    std::vector<std::string> namesWith(const std::string& lowered);
+    template <typename Action> void forEach(const std::vector<std::string>& names, Action&& action);
+    void tellLoad(const std::string& name, const Loaded& loaded, bool says);
+    void sayNotFound(const std::string& text);
     bool clearIfWanted();
 
     AppState& state_;

@@ -1,21 +1,27 @@
 #include "library/playlist_files.h"
 
-#include "library/line_files.h"
 #include "library/playlist.h"
 #include "shell/app_state.h"
-#include "shell/files.h"
-#include "text/fold.h"
+#include "shell/kept_files.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace larkspin {
 
 namespace {
 
+using Into = LineFiles::Into;
+
 constexpr std::string_view ending = ".lkl";
 constexpr std::string_view pattern = "*.lkl";
 constexpr std::string_view titleHead = " playlist:  ";
+
+// Settings about the list with which a run has ended: the name of its file; the same name again
+// when the list is another one, which temp.lst holds; and once more when it holds only what has
+// been added to a file that couldn't be read.
+constexpr const char* nameKey = "playlist";
+constexpr const char* changedKey = "changed playlist";
+constexpr const char* addedKey = "added to playlist";
 
 bool isControl(char byte) {
     return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
@@ -28,24 +34,6 @@ bool isFileName(std::string_view name) {
     return name.find_first_not_of('.') != std::string_view::npos &&
            name.find_first_of("\\/:") == std::string_view::npos &&
            std::none_of(name.begin(), name.end(), isControl);
-}
-
-// The mark of a private character that is meant as such makes no other name of one without.
-std::string withoutMarks(std::string name) {
-    constexpr std::string_view mark = "\uF000";
-    for (auto at = name.find(mark); at != std::string::npos; at = name.find(mark, at))
-        name.erase(at, mark.size());
-    return name;
-}
-
-bool isOtherFile(const DataDirectory& directory, const std::string& path) {
-    const std::string others[] = {directory.settingsFile(),     directory.countsFile(),
-                                  directory.notesFile(),        directory.appPathsFile(),
-                                  directory.appTitlesFile(),    directory.file("larkspin.lock"),
-                                  directory.file("history.txt")};
-    return std::any_of(std::begin(others), std::end(others), [&](const std::string& other) {
-        return equalFolded(withoutMarks(path), withoutMarks(other));
-    });
 }
 
 } // namespace
@@ -67,26 +55,72 @@ bool PlaylistFiles::exists(const std::string& name) {
 }
 
 FileChange PlaylistFiles::remove(const std::string& name) {
-    return files_.remove(pathOf(name));
+    return files_.moveToWastebasket(pathOf(name));
 }
 
-void PlaylistFiles::loadFrom(const std::string& path, const std::string& name) {
-    lineFiles_.loadPlaylist(path, state_);
+Loaded PlaylistFiles::loadFrom(const std::string& path, const std::string& name) {
+    if (!files_.exists(path) && !files_.read(path).failed())
+        return {"there is no such file"};
+    Loaded loaded = lineFiles_.loadPlaylist(path, state_);
+    if (loaded.failed())
+        return loaded;
+    file_ = loaded_ = path;
+    lacksFile_ = false;
     showfilecount(state_);
     showName(name);
     state_.playedMemory.clear();
     state_.setMasterIndex(state_.masterList.count() - 1); // the first row is the next one
+    return loaded;
 }
 
-bool PlaylistFiles::save(const std::string& name) {
+PlaylistFiles::Saved PlaylistFiles::save(const std::string& name) {
+    if (FileChange refused = mayBeSaved(name); !refused)
+        return {refused};
     const bool isNew = !exists(name);
-    lineFiles_.savelines(pathOf(name), state_.masterList);
+    const std::string path = pathOf(name);
+    const std::string more = leftOut(path == file_);
+    FileChange outcome = lineFiles_.replaceLines(path, state_.masterList, more);
+    if (!outcome)
+        return {outcome};
+    file_ = path;
+    if (more.empty())
+        loaded_ = path;
+    lacksFile_ = false;
     showName(name);
     if (isNew && std::find(state_.p.begin(), state_.p.end(), name) == state_.p.end()) {
         state_.p.push_back(name);
         showCount();
     }
-    return isNew;
+    return {{}, isNew};
+}
+
+// No file is written over that can't be read, nor any by a list that lacks its own file's rows.
+FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
+    const std::string path = pathOf(name);
+    if (path.empty())
+        return whyNot(name);
+    if (!lacksFile_)
+        return {files_.read(path).reason};
+    if (name == shownName()) {
+        const Loaded joined = lineFiles_.loadPlaylist(path, state_, Into::listsAsTheyAre);
+        lacksFile_ = joined.failed();
+        showfilecount(state_);
+        return {joined.reason};
+    }
+    if (state_.masterList.empty())
+        return {"the list that should be here couldn't be loaded"};
+    return {files_.read(path).reason};
+}
+
+FileChange PlaylistFiles::whyNot(const std::string& name) {
+    return {isFileName(name) ? "the program keeps something else there"
+                             : "no file can have that name"};
+}
+
+// The lines for which the list had no room. They belong into another file than its own only when
+// nothing has been taken out of the list.
+std::string PlaylistFiles::leftOut(bool isOwnFile) const {
+    return isOwnFile || state_.masterList.full() ? lineFiles_.leftOut(loaded_) : "";
 }
 
 void PlaylistFiles::fillplaylistmenu() {
@@ -108,29 +142,75 @@ std::string PlaylistFiles::shownName() const {
 }
 
 void PlaylistFiles::loadOfLastRun(const StoredSettings& stored) {
-    const std::string name = stored.get("playlist");
-    if (name.empty()) {
-        lineFiles_.loadPlaylist(directory_.unnamedPlaylist(), state_);
-    } else {
-        lineFiles_.loadPlaylist(pathOf(name), state_);
-        showName(name);
-    }
+    file_ = loaded_ = directory_.unnamedPlaylist();
+    lacksFile_ = false;
+    for (const char* key : {nameKey, changedKey, addedKey})
+        if (!stored.get(key).empty())
+            remembered_.insert(key);
+    const std::string name = stored.get(nameKey);
+    if (name.empty())
+        tellLoad("", lineFiles_.loadPlaylist(loaded_, state_, Into::listsOfNewRun));
+    else
+        loadNamed(name, stored);
     showFileCountEntry(state_);
+}
+
+void PlaylistFiles::loadNamed(const std::string& name, const StoredSettings& stored) {
+    showName(name);
+    file_ = pathOf(name);
+    const std::string unnamed = directory_.unnamedPlaylist();
+    if (stored.get(changedKey) == name && files_.exists(unnamed)) {
+        tellLoad("", lineFiles_.loadPlaylist(unnamed, state_, Into::listsOfNewRun));
+        return;
+    }
+    loaded_ = file_;
+    const Loaded loaded = lineFiles_.loadPlaylist(loaded_, state_, Into::listsOfNewRun);
+    tellLoad(name, loaded);
+    lacksFile_ = loaded.failed();
+    if (stored.get(addedKey) == name)
+        tellLoad("", lineFiles_.loadPlaylist(unnamed, state_, Into::listsAsTheyAre));
+}
+
+// Of a file without a name the failure is told by whoever reads it.
+void PlaylistFiles::tellLoad(const std::string& name, const Loaded& loaded) {
+    if (loaded.failed() && !name.empty())
+        files_.tell("couldn't load playlist <b>" + name + "</b>:  " + loaded.reason);
+    if (loaded.leftOut > 0)
+        files_.tell("<b>" + std::to_string(loaded.leftOut) +
+                    "</b> files of the playlist don't fit into the list");
 }
 
 void PlaylistFiles::endRun(SettingsChanges& changes) {
     const std::string name = shownName();
-    if (name.ends_with(ending))
-        changes.emplace_back("playlist", name);
-    // A list whose file couldn't be made, or has gone, would be kept nowhere.
-    if (!name.ends_with(ending) || (!exists(name) && !state_.masterList.empty()))
-        lineFiles_.savelines(directory_.unnamedPlaylist(), state_.masterList);
+    const bool isNamed = name.ends_with(ending);
+    const bool isKept =
+        isNamed && (lacksFile_ ? state_.masterList.empty()
+                               : lineFiles_.holdsPlaylist(pathOf(name), state_.masterList));
+    if (!isKept && !saveUnnamed(isNamed))
+        return; // what the last run has left is all that there is
+    const std::string named = isNamed ? name : "", differs = isKept ? "" : named;
+    remember(changes, nameKey, named);
+    remember(changes, changedKey, lacksFile_ ? "" : differs);
+    remember(changes, addedKey, lacksFile_ ? differs : "");
+}
+
+void PlaylistFiles::remember(SettingsChanges& changes, const std::string& key,
+                             const std::string& value) {
+    if (value.empty() && !remembered_.contains(key))
+        return;
+    remembered_.insert(key);
+    changes.emplace_back(key, value);
+}
+
+FileChange PlaylistFiles::saveUnnamed(bool isNamed) {
+    const std::string unnamed = directory_.unnamedPlaylist();
+    return lineFiles_.savelines(unnamed, state_.masterList, leftOut(isNamed || loaded_ == unnamed));
 }
 
 // Empty for what is no playlist file's name: no file has the empty path.
 std::string PlaylistFiles::pathOf(const std::string& name) const {
     std::string path = directory_.file(name);
-    return isFileName(name) && !isOtherFile(directory_, path) ? path : "";
+    return isFileName(name) && !directory_.isOwnFile(path) ? path : "";
 }
 
 } // namespace larkspin

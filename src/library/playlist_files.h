@@ -1,16 +1,17 @@
 // The playlist files: line files in the data directory, which the tray's menu lists, and the one
 // whose name the title of the media window bears.
 //
-// A text can be typed, or stand in the settings, that is no file's name there: a path, a drive,
-// dots alone, a name that the program keeps something else under. It is taken for the name of a
-// file that can be neither read nor written, so that nothing outside the playlists is touched.
+// A text can be typed, or stand in the settings, that is no file's name there: a path, dots alone,
+// a name that the program keeps something else under. Nothing is read or written then.
 #pragma once
 
+#include "library/line_files.h"
 #include "library/listers.h"
 #include "shell/data_directory.h"
 #include "shell/files.h"
 #include "shell/settings.h"
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,11 +19,11 @@
 namespace larkspin {
 
 struct AppState;
-class LineFiles;
+class KeptFiles;
 
 class PlaylistFiles {
 public:
-    PlaylistFiles(AppState& state, Files& files, LineFiles& lineFiles, FileLister& File1,
+    PlaylistFiles(AppState& state, KeptFiles& files, LineFiles& lineFiles, FileLister& File1,
                   const DataDirectory& directory)
         : state_(state), files_(files), lineFiles_(lineFiles), File1_(File1),
           directory_(directory) {}
@@ -32,15 +33,19 @@ public:
     std::vector<std::string> names();
 
     bool exists(const std::string& name);
-    FileChange remove(const std::string& name); // for good
+    FileChange remove(const std::string& name); // into the wastebasket
 
-    // The file in place of what the lists hold. One that can't be read is taken for empty.
-    void load(const std::string& name) { loadFrom(pathOf(name), name); }
-    void loadFrom(const std::string& path, const std::string& name);
+    // The file in place of what the lists hold. They stay when it can't be read.
+    Loaded load(const std::string& name) { return loadFrom(pathOf(name), name); }
+    Loaded loadFrom(const std::string& path, const std::string& name);
 
-    // The lists into the file, which is the playlist in use from then on. A failure isn't noticed.
-    // True when there was no such file before: it gets an entry on the menu.
-    bool save(const std::string& name);
+    // The lists into the file, which is the playlist in use from then on. One that is new gets an
+    // entry on the menu. When it can't be saved nothing changes.
+    struct Saved {
+        FileChange outcome;
+        bool isNew = false;
+    };
+    Saved save(const std::string& name);
 
     // The tray's entries, made anew.
     void fillplaylistmenu();
@@ -49,20 +54,31 @@ public:
     void showName(std::string_view name);
     std::string shownName() const;
 
-    // The playlist with which the last run ended, and the end of this one: a playlist that has a
-    // name is saved only when the owner says so, and its name is remembered.
+    // The list with which the last run ended, and the end of this one. A playlist that has a name
+    // is saved only when the owner says so: a list that its file doesn't hold, for whatever reason,
+    // is kept where a list without a name is.
     void loadOfLastRun(const StoredSettings& stored);
     void endRun(SettingsChanges& changes);
 
 private:
     std::string pathOf(const std::string& name) const;
+    FileChange whyNot(const std::string& name);
+    FileChange mayBeSaved(const std::string& name);
+    std::string leftOut(bool isOwnFile) const;
+    void remember(SettingsChanges& changes, const std::string& key, const std::string& value);
+    void loadNamed(const std::string& name, const StoredSettings& stored);
+    void tellLoad(const std::string& name, const Loaded& loaded);
+    FileChange saveUnnamed(bool isNamed);
     void showCount();
 
     AppState& state_;
-    Files& files_;
+    KeptFiles& files_;
     LineFiles& lineFiles_;
     FileLister& File1_;
     const DataDirectory& directory_;
+    std::string file_, loaded_; // that of the list in use, and the one that its rows are from
+    bool lacksFile_ = false;    // which couldn't be read: the list holds only what has come since
+    std::set<std::string> remembered_; // keys of settings that have a value
 };
 
 } // namespace larkspin

@@ -5,11 +5,14 @@
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
+#include "text/blanks.h"
 #include "text/fold.h"
 
 namespace larkspin {
 
 void removematching(RowList& first, RowList& second, const std::string& text) {
+    if (withoutBlanks(text).empty())
+        return;
     const std::string wanted = foldCase(text);
     for (int index = 0; index < first.count();) {
         if (first.folded(index).find(wanted) == std::string_view::npos) {

@@ -13,6 +13,14 @@ namespace {
 
 const FileType playlistType{"larkspin playlist files (*.lkl)", "*.lkl"};
 
+std::string withEnding(std::string name) {
+    const auto dot = name.rfind('.');
+    const bool hasNone = dot == std::string::npos || dot == 0 || dot == name.size() - 1;
+    if (hasNone)
+        name.append(name.ends_with('.') ? "lkl" : ".lkl");
+    return name;
+}
+
 } // namespace
 
 void OpsMenu::popUp() {
@@ -47,7 +55,7 @@ void OpsMenu::save() {
         {.title = "save a playlist", .types = {playlistType}, .directory = directory_.path()});
     const std::string name = path ? songOfPath(*path).title() : "";
     if (!name.empty())
-        playlists_.saveAs(name);
+        playlists_.saveAs(withEnding(name));
 }
 
 } // namespace larkspin

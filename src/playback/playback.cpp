@@ -30,6 +30,8 @@ void Playback::load(const StoredSettings& stored) {
     loadFlag(state.rep, stored.get("repeat"));
     loadFlag(state.crand, stored.get("shuffle"));
     loadFlag(state.cintz, stored.get("continue"));
+    state.crand = state.crand && !state.rep; // one at most, as when they are saved
+    state.cintz = state.cintz && !state.rep && !state.crand;
     mediaWindow.load(stored);
     choices.load();
     lastSong.load(stored);

@@ -20,10 +20,25 @@ public:
     std::string notesFile() const { return file("larkmain.lpb"); }
     std::string appPathsFile() const { return file("lksapp.lst"); }
     std::string appTitlesFile() const { return file("lksappl.lst"); }
+    std::string historyFile() const { return file("history.txt"); }
+    std::string ircFile() const { return file("irc.txt"); }
+    std::string roomWindowFile() const { return file("room-window.txt"); }
     std::string file(std::string_view name) const { return path_ + '\\' + std::string(name); }
+
+    // What such a file holds, as the owner calls it; empty for any other path.
+    std::string_view contentsOf(std::string_view path) const;
+
+    // Whether the path is that of a file of the program's own, however it is written, or of one
+    // that stands in for such a file for a while. Playlists can't have their names.
+    bool isOwnFile(std::string_view path) const;
 
 private:
     std::string path_;
 };
+
+// The file beside another one that keeps what can't be put into that.
+inline constexpr std::string_view besideEnding = ".rescued";
+// The file that holds the new contents of several others until all of them have them.
+inline constexpr std::string_view aheadEnding = ".ahead";
 
 } // namespace larkspin

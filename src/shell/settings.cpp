@@ -76,7 +76,7 @@ StoredSettings Settings::all() {
     outOfUse_ = false;
     const FileRead file = readIni(settingsFile_);
     outOfUse_ = file.failed();
-    return StoredSettings(iniValues(file.contents, ownSection));
+    return StoredSettings(iniValues(file.contents, ownSection), !file.failed());
 }
 
 void Settings::putAll(const SettingsChanges& changes) {

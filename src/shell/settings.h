@@ -41,13 +41,18 @@ using SettingsChanges = std::vector<std::pair<std::string, std::string>>;
 // The program's own settings as they stood at one moment.
 class StoredSettings {
 public:
-    explicit StoredSettings(IniValues values) : values_(std::move(values)) {}
+    explicit StoredSettings(IniValues values, bool wereRead = true)
+        : values_(std::move(values)), wereRead_(wereRead) {}
+
+    // False when there may be settings that couldn't be read.
+    bool wereRead() const { return wereRead_; }
 
     // As Settings::get.
     std::string get(std::string_view key) const;
 
 private:
     IniValues values_;
+    bool wereRead_;
 };
 
 class Settings {

@@ -10,6 +10,10 @@ bool isOneOf(const std::string& text, const Lines& texts) {
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
+std::string firstLine(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
 } // namespace
 
 TEST(FullDisk, LeavesEachFileOldOrNewWhicheverWriteFails) {
@@ -21,10 +25,13 @@ TEST(FullDisk, LeavesEachFileOldOrNewWhicheverWriteFails) {
         const std::string list = machine.dataFile("temp.lst");
         machine.files.fullAfter = allowed;
         ASSERT_TRUE(machine.start());
-        converse(machine, {Turn("'next", "next:  <b>1</b>.  a"),
-                           Turn("'tempo 150", "tempo set to <b>150</b> (fast)"),
-                           Turn("'cont", "continuous play - <b>on")});
-        EXPECT_EQ(machine.saidWithin(8s), Lines{"next:  <b>2</b>.  b"}) << "told to the last word";
+        for (const auto& [line, answer] : std::vector<std::pair<std::string, std::string>>{
+                 {"'next", "next:  <b>1</b>.  a"},
+                 {"'tempo 150", "tempo set to <b>150</b> (fast)"},
+                 {"'cont", "continuous play - <b>on"}})
+            EXPECT_EQ(firstLine(machine.answer(line)), answer) << "told to the last word";
+        const Lines said = machine.saidWithin(8s);
+        EXPECT_TRUE(isOneOf("next:  <b>2</b>.  b", said));
         EXPECT_FALSE(machine.owner("'exit"));
         full = machine.files.full;
         EXPECT_TRUE(machine.dataFile("larkspin.ini").starts_with("[lark]\r\nload="));
@@ -62,6 +69,7 @@ TEST(FailedRead, LosesNothingWhicheverReadItIs) {
         machine.owner("'cont", 12s);
         machine.owner("'exit");
         reads = machine.files.reads;
+        machine.files.failReadAt = 0;
 
         for (const auto& [name, lines] : before)
             EXPECT_EQ(machine.dataFile(name), lines) << name;

@@ -23,18 +23,39 @@ TEST(Shutdown, EndsAtOnceInTheMiddleOfAWait) {
 TEST(Shutdown, SavesNothingWhileLoading) {
     VirtualMachine machine;
     machine.writeDataFile("larkspin.ini", "[lark]\r\ntrigger='\r\nload=3\r\n");
-    for (const auto moment : {50ms, 200ms}) {
-        machine.loop.once(moment, [&] { machine.program->end(); });
-        EXPECT_FALSE(machine.start());
-    }
+    machine.loop.once(50ms, [&] { machine.program->end(); });
+    EXPECT_FALSE(machine.start());
     EXPECT_EQ(machine.dataFile("larkspin.ini"), "[lark]\r\ntrigger='\r\nload=3\r\n");
 }
 
-TEST(Shutdown, SavesAllAsSoonAsAllIsLoaded) {
+TEST(Shutdown, SavesAllAsSoonAsAllIsLoadedWithWhatWasTypedMeanwhile) {
+    for (const auto moment : {150ms, 250ms, 350ms, 500ms}) { // greeted, loading, the splash goes
+        VirtualMachine machine;
+        machine.writeDataFile("larkspin.ini", "[lark]\r\ntrigger='\r\nload=3\r\nvolume=12\r\n");
+        bool isOpen = false;
+        const auto open = [&] {
+            if (!std::exchange(isOpen, true))
+                machine.loop.post([&] { machine.hear("'volume 66"); });
+        };
+        machine.loop.once(1ms, [&] { machine.program->opensBy(open); });
+        machine.loop.once(moment, [&] { machine.program->end(); });
+        if (machine.start()) {
+            open();
+            machine.advance(1s);
+        }
+        EXPECT_EQ(machine.program, nullptr) << moment.count();
+        EXPECT_EQ(machine.setting("volume"), "66") << moment.count();
+    }
+}
+
+TEST(Shutdown, IsHeldUpByNothingThatWasTypedAtTheStart) {
     VirtualMachine machine;
-    machine.loop.once(350ms, [&] { machine.program->end(); }); // while the splash goes
-    EXPECT_FALSE(machine.start());
-    EXPECT_EQ(machine.setting("volume"), "50");
+    machine.start();
+    machine.program->opensBy([&] { machine.loop.post([&] { machine.hear("'scanpc"); }); });
+    machine.directories.driveTexts = {"q:", "r:"};
+    const auto before = machine.loop.now();
+    EXPECT_FALSE(machine.endProcess());
+    EXPECT_LT(machine.loop.now() - before, 1s);
 }
 
 TEST(Shutdown, GoesOnWhenTheSessionDoesntEndAfterAll) {

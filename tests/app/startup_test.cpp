@@ -35,7 +35,7 @@ TEST(Startup, BringsBackAllOfTheLastRun) {
     EXPECT_EQ(
         shown(machine.state()),
         (Lines{"x-x-x", ".", "load number:  41", "mp3s played:  12",
-               std::string(unnamedPlaylistTitle), "view 2 files", "view 3 notes",
+               std::string(unnamedPlaylistTitle), "view 2 files", "view 2 notes",
                "       tempo:  150", "     volume:  0", "100", "201.5", "scan pc for all types"}))
         << "a second passes while the refresh is shown";
     EXPECT_TRUE(machine.player.mute);
@@ -44,7 +44,8 @@ TEST(Startup, BringsBackAllOfTheLastRun) {
     std::string later = settings;
     later.replace(later.find("200.5"), 5, "201.5");
     EXPECT_EQ(machine.dataFile("larkspin.ini"), later + "42\r\n");
-    for (const std::string name : {"larkmain.lpb", "lksapp.lst", "lksappl.lst"})
+    EXPECT_EQ(machine.dataFile("larkmain.lpb"), "one\r\nlarkmain.lpb\r\n");
+    for (const std::string name : {"lksapp.lst", "lksappl.lst"})
         EXPECT_EQ(machine.dataFile(name), "one\r\n\r\n" + name + "\r\n");
     EXPECT_EQ(machine.dataFile("temp.lst"),
               machine.song("rock", "A.mp3") + "\r\n" + machine.song("rock", "b.mp3") + "\r\n");
@@ -61,7 +62,7 @@ TEST(Startup, TakesOddValuesAsTheyAreMeant) {
     EXPECT_EQ(shown(machine.state()),
               (Lines{"-----", "", "load number:  -2.5", "mp3s played:  0", " playlist:  gone.lkl",
                      "view 0 files", "view 0 notes", "       tempo:  100", "     volume:  50", "0",
-                     "12.5", ""}));
+                     "12.5", "scan pc for mp3"}));
     machine.writeDataFile("larkspin.ini", "[lark]\nload=x\ntrigger=.\ntempo=-1\nvolume=49.5\n");
     machine.start();
     EXPECT_EQ(machine.dialogs.boxes.size(), 1u) << "without a number of loads it's a first run";
@@ -69,6 +70,27 @@ TEST(Startup, TakesOddValuesAsTheyAreMeant) {
               (Lines{"-----", "'", "load number:  1", "mp3s played:  0",
                      std::string(unnamedPlaylistTitle), "view 1 files", "view 0 notes",
                      "       tempo:  100", "     volume:  50", "0", "0", "scan pc for mp3"}));
+}
+
+TEST(Startup, TakesOneModeAtMost) {
+    for (const auto& [stored, modes] :
+         std::map<std::string, std::string>{{"repeat=yes\nshuffle=yes\ncontinue=yes\n", "x--"},
+                                            {"shuffle=yes\ncontinue=yes\n", "-x-"},
+                                            {"continue=yes\n", "--x"}}) {
+        VirtualMachine machine;
+        machine.writeDataFile("larkspin.ini", "[lark]\nload=3\n" + stored);
+        machine.start();
+        EXPECT_EQ(shown(machine.state()).front(), "-" + modes + "-");
+    }
+}
+
+TEST(Startup, IsNoFirstRunWhenTheSettingsCantBeRead) {
+    VirtualMachine machine;
+    machine.writeDataFile("larkspin.ini", "[lark]\nload=3\ntrigger=.\n");
+    machine.files.broken = "larkspin.ini";
+    machine.start();
+    EXPECT_EQ(machine.dialogs.boxes, Lines{});
+    EXPECT_SAID(machine, "couldn't load <b>settings</b>:  the disk can't be read");
 }
 
 TEST(Startup, KeepsANamedPlaylistApart) {

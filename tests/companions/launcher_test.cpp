@@ -166,6 +166,38 @@ TEST(Launcher, KeepsTheLinesOfItsFilesTogether) {
     }
 }
 
+TEST(Launcher, NeverShiftsPathsAgainstTitles) {
+    int writes = 1;
+    for (int allowed = 0; allowed < writes; ++allowed) {
+        SCOPED_TRACE(allowed);
+        Launcher machine;
+        machine.endProcess();
+        machine.start();
+        machine.owner("'rmva blue");
+        machine.owner("'ap c:\\new, new");
+        machine.files.fullAfter = machine.files.writes + allowed;
+        const int before = machine.files.writes;
+        machine.endProcess();
+        writes = machine.files.writes - before + 1;
+        machine.files.full = false;
+        machine.files.fullAfter = std::numeric_limits<int>::max();
+        for (int start = 0; start < 2; ++start) {
+            machine.start();
+            std::string items;
+            for (int row = 0; row < machine.state().appTitles.count(); ++row)
+                items += std::string(machine.state().appTitles.row(row)) + '=' +
+                         std::string(machine.state().appPaths.row(row)) + ' ';
+            const std::string old = "Red Rose=c:\\a.jpg Blue=c:\\rose.exe rose bush=c:\\c.JPG "
+                                    "bush rose=c:\\d.EXE ",
+                              now = "Red Rose=c:\\a.jpg rose bush=c:\\c.JPG "
+                                    "bush rose=c:\\d.EXE new=c:\\new ";
+            EXPECT_TRUE(items == old || items == now) << items;
+            machine.endProcess();
+        }
+    }
+    EXPECT_GT(writes, 3);
+}
+
 TEST(Launcher, RefusesMoreThanAListHolds) {
     Launcher machine;
     for (RowList* list : {&machine.state().appPaths, &machine.state().appTitles})

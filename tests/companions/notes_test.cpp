@@ -127,17 +127,17 @@ TEST(Notes, AreSavedAtExitALineEach) {
     const std::string stored = "01/02/03-11:59 am:     old\r\nno clock\r\n\r\nam\r\n";
     machine.writeDataFile("larkmain.lpb", stored);
     machine.start();
-    EXPECT_EQ(machine.trayEntry("noted"), "view 4 notes");
-    converse(machine,
-             {Turn("'note 2", "<b>2</b>.  no clock"), Turn({"'note 3", "'note 4", "'rn zz"}, ""),
-              Turn("'sn two\r\nlines", "note number <b>5</b> added"),
-              Turn("'edit 1, New", "edited note <b>1</b> - New")});
+    EXPECT_EQ(machine.trayEntry("noted"), "view 3 notes");
+    converse(machine, {Turn("'note 2", "<b>2</b>.  no clock"), Turn("'note 3", ""),
+                       Turn("'rn zz", "<b>zz</b> not found"),
+                       Turn("'sn two\r\nlines", "note number <b>4</b> added"),
+                       Turn("'edit 1, New", "edited note <b>1</b> - New")});
     EXPECT_EQ(machine.dataFile("larkmain.lpb"), stored);
     machine.owner("'exit");
     EXPECT_EQ(machine.dataFile("larkmain.lpb"),
-              moment + "New\r\nno clock\r\n\r\nam\r\n" + moment + "two  lines\r\n");
+              moment + "New\r\nno clock\r\nam\r\n" + moment + "two  lines\r\n");
     machine.start();
-    EXPECT_EQ(machine.answer("'note 5"), "<b>5</b>.  two  lines");
+    EXPECT_EQ(machine.answer("'note 4"), "<b>4</b>.  two  lines");
 }
 
 TEST(Notes, TakeNoMoreThanTheirListHolds) {

@@ -22,7 +22,7 @@ protected:
 
     // The program begins anew in the room's window, as a run of its own.
     void open() {
-        room = std::make_unique<QtRoom>(machine.loop, machine.lines, server, machine.files,
+        room = std::make_unique<QtRoom>(machine.loop, machine.lines, server, machine.kept,
                                         DataDirectory(machine.drive("data")), "Owner");
         machine.host = &room->rooms.room;
         room->show();

@@ -4,6 +4,7 @@
 #include "shell/app_state.h"
 #include "shell/files.h"
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 
@@ -17,6 +18,8 @@ struct FilesInMemory : Files {
         return contents[path].size();
     }
     FileRead read(const std::string& path, std::size_t) override {
+        if (!exists(path))
+            return {FileRead::Outcome::missing};
         return {FileRead::Outcome::contents, contents[path]};
     }
     FileChange replace(const std::string& path, const std::string& text) override {
@@ -39,16 +42,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         first += *data < 0xE0 ? static_cast<char>(*data) : *data % 2 == 0 ? '\r' : '\n';
 
     RowList list;
-    demand(lineFiles.loadlines("first", list) == list.count());
+    lineFiles.loadlines("first", list);
     int count = 0;
+    std::replace(first.begin(), first.end(), '\r', '\n');
     std::istringstream lines(first);
-    for (std::string line; std::getline(lines, line); ++count)
-        demand(list.row(count) == line.substr(0, line.size() - line.ends_with('\r')));
+    for (std::string line; std::getline(lines, line);)
+        if (line.find_first_not_of(" \t") != line.npos)
+            demand(list.row(count++) == line);
     demand(list.count() == count);
 
     AppState state, again;
     lineFiles.loadPlaylist("first", state);
-    demand(state.masterList.count() == count);
+    demand(state.masterList.count() <= count); // less comments
     for (int index = 1; index < count; ++index)
         demand(state.masterList.folded(index - 1) <= state.masterList.folded(index));
     lineFiles.savelines("second", state.masterList);

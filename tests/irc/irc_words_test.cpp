@@ -3,10 +3,9 @@
 #include "platform/irc/all_rooms.h"
 #include "platform/irc/password_prompt.h"
 #include "platform/posix/drive_paths.h"
-#include "platform/posix/posix_files.h"
 #include "support/pretend_irc.h"
 #include "support/temp_directory.h"
-#include "support/virtual_loop.h"
+#include "support/virtual_machine.h"
 
 #include <gtest/gtest.h>
 #include <optional>
@@ -26,7 +25,7 @@ protected:
             rooms->finish();
         rooms.reset();
         words = SlashWords([this](const std::string& text) { seen += "! " + text + '\n'; });
-        rooms.emplace(loop, lines, server, *this, files,
+        rooms.emplace(loop, lines, server, *this, keptFiles,
                       DataDirectory(drivePath(disk.path().native())), "jo",
                       RoomDisplay{[](const ChatLine&) {},
                                   [this](const std::string& text) { seen += text + '\n'; }});
@@ -68,7 +67,9 @@ protected:
     TempDirectory disk;
     VirtualLoop loop;
     ChatLines lines{loop};
-    PosixFiles files{Wastebasket{}};
+    SlowDisk slowDisk{loop};
+    FaultyFiles files{Wastebasket{}, slowDisk};
+    KeptFiles keptFiles{files, DataDirectory(drivePath(disk.path().native()))};
     PretendIrc server{loop};
     SlashWords words{{}};
     std::optional<AllRooms> rooms;
@@ -215,6 +216,23 @@ TEST_F(IrcWordsTest, ALineThatMakesNoSenseIsLeftOutOfTheFile) {
     const int opened = server.opened;
     begin();
     EXPECT_EQ(server.opened, opened) << "too large";
+}
+
+TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
+    const std::string before = "server=irc.test\nport=6667\ntls=yes\nnick=jo\nconnect=no\n"
+                               "login server=irc.test\nlogin=jo\npassword=sesame\n";
+    disk.write("irc.txt", before);
+    files.unreadable = true;
+    begin();
+    typed("/limit 5");
+    EXPECT_EQ(kept(), before);
+    EXPECT_EQ(keptFiles.takeNews(),
+              (Lines{"couldn't load <b>irc account</b>:  the disk can't be read",
+                     "couldn't save <b>irc account</b>:  the disk can't be read"}));
+    files.unreadable = false;
+    typed("/connect other.test anna");
+    EXPECT_EQ(kept(), "server=other.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n"
+                      "login server=irc.test\nlogin=jo\npassword=sesame\nlines a minute=5\n");
 }
 
 TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {

@@ -9,7 +9,8 @@ namespace {
 struct LineFilesTest : testing::Test {
     int load() {
         list.clear();
-        return lineFiles.loadlines(path, list);
+        lineFiles.loadlines(path, list);
+        return list.count();
     }
     void save(const char* row) {
         list.add(row);
@@ -43,16 +44,22 @@ TEST_F(LineFilesTest, RowsGoBesideAFileThatStaysUnreadable) {
     machine.writeDataFile("notes.rescued", "of another day\r\n");
     const auto file = machine.disk.path() / "data/notes";
     std::filesystem::resize_file(file, Files::largestFile + 1);
-    EXPECT_EQ(load(), 0);
+    EXPECT_EQ(load(), 1);
     save("three");
     save("four");
     EXPECT_EQ(machine.dataFile("notes.rescued"), "of another day\r\nthree\r\nfour\r\n");
     EXPECT_EQ(std::filesystem::file_size(file), Files::largestFile + 1);
     machine.files.unreadable = true; // this one too
-    LineFiles another{machine.files};
+    LineFiles another{machine.kept};
     another.loadlines(path, list);
     another.savelines(path, list);
     EXPECT_EQ(machine.dataFile("notes.rescued"), "of another day\r\nthree\r\nfour\r\n");
+    machine.files.unreadable = false;
+    machine.writeDataFile("notes", "one");
+    EXPECT_EQ(load(), 4);
+    lineFiles.savelines(path, list);
+    EXPECT_EQ(machine.dataFile("notes"), "one\r\nof another day\r\nthree\r\nfour\r\n");
+    EXPECT_FALSE(machine.files.exists(machine.drive("data/notes.rescued")));
 }
 
 TEST_F(LineFilesTest, AMissingFileIsAnEmptyOne) {

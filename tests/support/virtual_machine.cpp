@@ -27,7 +27,7 @@ std::optional<std::uintmax_t> FaultyFiles::size(const std::string& path) {
 }
 
 FileRead FaultyFiles::read(const std::string& path, std::size_t largest) {
-    if (++reads == failReadAt || unreadable)
+    if (++reads == failReadAt || unreadable || (!broken.empty() && path.ends_with(broken)))
         return {FileRead::Outcome::failed, {}, "the disk can't be read"};
     return PosixFiles::read(path, largest);
 }
@@ -35,7 +35,9 @@ FileRead FaultyFiles::read(const std::string& path, std::size_t largest) {
 FileChange FaultyFiles::replace(const std::string& path, const std::string& contents) {
     full = full || writes >= fullAfter;
     ++writes;
-    return full ? FileChange{"no space left on the device"} : PosixFiles::replace(path, contents);
+    if (full || (!unwritable.empty() && path.ends_with(unwritable)))
+        return {"no space left on the device"};
+    return PosixFiles::replace(path, contents);
 }
 
 FileChange FaultyFiles::makeDirectory(const std::string& path) {
@@ -256,7 +258,7 @@ bool VirtualMachine::start() {
 bool VirtualMachine::startOn(Directories& others) {
     program.reset();
     program = std::make_unique<Program>(Machine{.loop = loop,
-                                                .files = files,
+                                                .files = kept,
                                                 .directories = others,
                                                 .dialogs = dialogs,
                                                 .desktop = desktop,

@@ -18,6 +18,7 @@
 #include "shell/app_state.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
+#include "shell/kept_files.h"
 #include "shell/process.h"
 #include "support/temp_directory.h"
 #include "support/virtual_loop.h"
@@ -73,7 +74,9 @@ public:
     bool full = false;                               // every write fails
     int fullAfter = std::numeric_limits<int>::max(); // the disk fills up behind so many writes
     int writes = 0;
+    std::string unwritable;  // every write to a file whose path ends so
     bool unreadable = false; // every read fails
+    std::string broken;      // every read of a file whose path ends so
     int failReadAt = 0;      // this one does, counted from 1
     int reads = 0;
 
@@ -279,6 +282,7 @@ public:
     VirtualLoop loop;
     SlowDisk slowDisk{loop};
     FaultyFiles files{Wastebasket((disk.path() / "share").native()), slowDisk};
+    KeptFiles kept{files, DataDirectory(drive("data"))}; // the program's road to them
     ScriptedDirectories directories;
     ScriptedDialogs dialogs;
     RecordedDesktop desktop;

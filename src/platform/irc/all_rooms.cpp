@@ -7,9 +7,9 @@
 namespace larkspin {
 
 AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
-                   PasswordPrompt& prompt, Files& files, const DataDirectory& directory,
+                   PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
                    const std::string& screenName, const RoomDisplay& shown)
-    : file_(files, directory.file("irc.txt")), own(lines, screenName, shown),
+    : file_(files, directory.ircFile()), own(lines, screenName, shown),
       irc(loop, lines, connection, followed(shown)),
       words(loop, own, irc, prompt, file_, shown.message) {}
 

@@ -18,7 +18,7 @@ class AllRooms {
 public:
     // All must live on. Lines said in the rooms come in through `lines`.
     AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection, PasswordPrompt& prompt,
-             Files& files, const DataDirectory& directory, const std::string& screenName,
+             KeptFiles& files, const DataDirectory& directory, const std::string& screenName,
              const RoomDisplay& shown);
 
     // What Tab makes of a line: of a word with a slash, of what a program completes, or of a name.

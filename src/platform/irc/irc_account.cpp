@@ -1,6 +1,6 @@
 #include "platform/irc/irc_account.h"
 
-#include "shell/files.h"
+#include "shell/kept_files.h"
 
 #include <algorithm>
 #include <charconv>
@@ -119,6 +119,23 @@ std::string textOf(const IrcAccount& account) {
     return text;
 }
 
+void addWhatIsLacking(IrcAccount& account, const IrcAccount& other) {
+    if (account.server.host.empty()) {
+        account.server = other.server;
+        account.nick = other.nick;
+        account.room = other.room;
+        account.isWanted = other.isWanted;
+    }
+    if (account.user.empty()) {
+        account.loginHost = other.loginHost;
+        account.user = other.user;
+        account.password = other.password;
+        account.keepsPassword = other.keepsPassword;
+    }
+    if (account.linesPerMinute == 0)
+        account.linesPerMinute = other.linesPerMinute;
+}
+
 } // namespace
 
 bool canBeIrcHost(std::string_view host) {
@@ -166,11 +183,20 @@ std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted) {
     return server;
 }
 
-IrcAccountFile::IrcAccountFile(Files& files, std::string path)
-    : files_(files), path_(std::move(path)),
-      account_(read(files_.read(path_, largestFile).contents)), written_(textOf(account_)) {}
+IrcAccountFile::IrcAccountFile(KeptFiles& files, std::string path)
+    : files_(files), path_(std::move(path)), account_(load()) {}
+
+IrcAccount IrcAccountFile::load() {
+    const FileRead file = files_.read(path_, largestFile);
+    isRead_ = !file.failed();
+    IrcAccount account = read(file.contents);
+    written_ = textOf(account);
+    return account;
+}
 
 void IrcAccountFile::keep(IrcAccount account) {
+    if (!isRead_)
+        addWhatIsLacking(account, load());
     account_ = std::move(account);
     std::string text = textOf(account_);
     if (text != written_ && files_.replace(path_, text))

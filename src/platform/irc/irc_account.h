@@ -10,7 +10,7 @@
 
 namespace larkspin {
 
-class Files;
+class KeptFiles;
 
 struct IrcAccount {
     IrcServer server; // without a host there has been none
@@ -42,19 +42,22 @@ class IrcAccountFile {
 public:
     // A line that makes no sense, or isn't known, counts as if it weren't there; one about the
     // login takes the whole login with it.
-    IrcAccountFile(Files& files, std::string path);
+    IrcAccountFile(KeptFiles& files, std::string path);
 
     const IrcAccount& account() const { return account_; }
 
     // For the owner's eyes alone, and only where it is another. The password only where he wants it
-    // kept.
+    // kept. Of a file that couldn't be read before, what this account lacks is taken first.
     void keep(IrcAccount account);
 
 private:
-    Files& files_;
+    IrcAccount load();
+
+    KeptFiles& files_;
     std::string path_;
-    IrcAccount account_;
+    bool isRead_ = false;
     std::string written_;
+    IrcAccount account_;
 };
 
 } // namespace larkspin

@@ -1,6 +1,6 @@
 #include "platform/qt/qt_room.h"
 
-#include "shell/files.h"
+#include "shell/kept_files.h"
 
 #include <utility>
 
@@ -15,10 +15,10 @@ constexpr std::size_t largestPlace = 10'000;
 
 } // namespace
 
-QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
                const DataDirectory& directory, const std::string& screenName)
-    : loop_(loop), files_(files), placeFile_(directory.file("room-window.txt")),
-      history_(files, directory.file("history.txt")),
+    : loop_(loop), files_(files), placeFile_(directory.roomWindowFile()),
+      history_(files, directory.historyFile()),
       rooms(loop, lines, connection, *this, files, directory, screenName,
             {.line = [this](const ChatLine& line) { window.say(line.speaker, line.text); },
              .message =

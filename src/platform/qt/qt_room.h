@@ -16,12 +16,12 @@
 
 namespace larkspin {
 
-class Files;
+class KeptFiles;
 
 class QtRoom : private PasswordPrompt {
 public:
     // Lines said in the rooms come in through `lines`. Networks are reached by the connection.
-    QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+    QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
            const DataDirectory& directory, const std::string& screenName);
     ~QtRoom() override { loop_.cancel(keeping_); }
 
@@ -53,7 +53,7 @@ private:
     void dismiss() override { window.dismissPassword(); }
 
     EventLoop& loop_;
-    Files& files_;
+    KeptFiles& files_;
     std::string placeFile_;
     std::string place_; // of the window, when that has changed
     TimerId keeping_ = TimerId::none;

@@ -1,5 +1,6 @@
 #include "platform/terminal/terminal.h"
 
+#include "shell/kept_files.h"
 #include "text/utf8.h"
 #include "text/visible.h"
 
@@ -37,7 +38,7 @@ bool errorsGoWithOutput() {
 
 } // namespace
 
-Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
                    const DataDirectory& directory, const std::string& screenName,
                    TerminalDialogs::ReadPath readPath)
     : output_(loop, STDOUT_FILENO), errors_(loop, STDERR_FILENO),
@@ -56,7 +57,7 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
     if (inputIsTerminal() && outputIsTerminal())
         openEditor(loop);
     if (editor_) {
-        keepHistory(files, directory.file("history.txt"));
+        keepHistory(files, directory.historyFile());
         return;
     }
     reader_.emplace(loop, input_, STDIN_FILENO);

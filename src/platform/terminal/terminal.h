@@ -25,7 +25,7 @@ namespace larkspin {
 class Terminal {
 public:
     // Lines said in the rooms come in through `lines`. Networks are reached by the connection.
-    Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, Files& files,
+    Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
              const DataDirectory& directory, const std::string& screenName,
              TerminalDialogs::ReadPath readPath);
 

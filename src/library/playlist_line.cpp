@@ -1,0 +1,50 @@
+#include "library/playlist_line.h"
+
+#include "library/playlist_row.h"
+#include "text/blanks.h"
+#include "text/fold.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+// Between a row's name and extension, and hardly anywhere else.
+bool isRow(std::string_view line) {
+    static const std::string gap = makerow("", "", "").substr(0, 80);
+    return line.find(gap) != std::string_view::npos;
+}
+
+bool isDrivePath(std::string_view line) {
+    return line.size() > 3 && line.substr(1, 2) == ":\\";
+}
+
+std::string rowOfPath(const std::string& path) {
+    const Song song = songOfPath(path);
+    return makerow(song.name, song.extension, song.directory);
+}
+
+} // namespace
+
+std::string rowOfPlaylistLine(std::string_view line, std::string_view file,
+                              const std::function<std::string(std::string_view)>& readPath) {
+    if (isRow(line))
+        return std::string(line);
+    if (line.starts_with('#'))
+        return {};
+    const std::string_view path = withoutBlanks(line);
+    if (isDrivePath(path))
+        return rowOfPath(std::string(path));
+    if (!readPath)
+        return std::string(line);
+    if (path.starts_with('/') || path.starts_with("~/"))
+        return rowOfPath(readPath(path));
+    const std::string kind = foldCase(file.substr(std::min(file.rfind('.'), file.size())));
+    if (kind != ".m3u" && kind != ".m3u8")
+        return std::string(line);
+    const std::string below = readPath('/' + std::string(path)).substr(2);
+    return rowOfPath(std::string(file.substr(0, file.rfind('\\'))) + below);
+}
+
+} // namespace larkspin

@@ -1,0 +1,62 @@
+#include "shell/kept_files.h"
+
+namespace larkspin {
+
+namespace {
+
+bool isUtf16(std::string_view text) {
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+}
+
+} // namespace
+
+FileRead KeptFiles::read(const std::string& path, std::size_t largest) {
+    FileRead file = disk_.read(path, largest);
+    if (isUtf16(file.contents))
+        file = {FileRead::Outcome::failed, {}, "it is in UTF-16"};
+    if (file.failed())
+        unread_[path] = file.reason;
+    else if (!unread_.empty())
+        unread_.erase(path);
+    note(path, "couldn't load ", file.reason);
+    return file;
+}
+
+FileChange KeptFiles::replace(const std::string& path, const std::string& contents) {
+    const auto unread = unread_.find(path);
+    FileChange outcome =
+        unread == unread_.end() ? disk_.replace(path, contents) : FileChange{unread->second};
+    note(path, "couldn't save ", outcome.reason);
+    return outcome;
+}
+
+void KeptFiles::note(const std::string& path, const std::string& what, const std::string& reason) {
+    if (reason.empty() && failures_.empty())
+        return; // as a rule
+    const std::string contents(directory_.contentsOf(path));
+    if (contents.empty())
+        return;
+    if (reason.empty()) {
+        failures_.erase(what + path);
+        return;
+    }
+    std::string& told = failures_[what + path];
+    if (told == reason)
+        return;
+    told = reason;
+    tell(what + "<b>" + contents + "</b>:  " + reason);
+}
+
+void KeptFiles::tell(std::string text) {
+    news_.push_back(std::move(text));
+    if (onNews_)
+        onNews_();
+}
+
+void KeptFiles::onNews(Task task) {
+    onNews_ = std::move(task);
+    if (onNews_ && !news_.empty())
+        onNews_();
+}
+
+} // namespace larkspin

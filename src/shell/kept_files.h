@@ -1,0 +1,58 @@
+// The one road to the disk for all that the program keeps: its files go through here, whoever reads
+// and writes them.
+//
+// A file that couldn't be read isn't written until it has been: who reads it got nothing, and what
+// he makes of that must not take the place of what the file holds. And a failure is told to the
+// owner, once until it is over or has another reason.
+#pragma once
+
+#include "shell/data_directory.h"
+#include "shell/event_loop.h"
+#include "shell/files.h"
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+class KeptFiles : public Files {
+public:
+    KeptFiles(Files& disk, DataDirectory directory)
+        : disk_(disk), directory_(std::move(directory)) {}
+
+    Presence presence(const std::string& path) override { return disk_.presence(path); }
+    std::optional<std::uintmax_t> size(const std::string& path) override {
+        return disk_.size(path);
+    }
+    // A text in UTF-16 counts as one that can't be read.
+    FileRead read(const std::string& path, std::size_t largest = largestFile) override;
+    FileChange replace(const std::string& path, const std::string& contents) override;
+    FileChange rename(const std::string& path, const std::string& newName) override {
+        return disk_.rename(path, newName);
+    }
+    FileChange moveToWastebasket(const std::string& path) override {
+        return disk_.moveToWastebasket(path);
+    }
+    FileChange remove(const std::string& path) override { return disk_.remove(path); }
+    FileChange makeDirectory(const std::string& path) override { return disk_.makeDirectory(path); }
+    void hide(const std::string& path) override { disk_.hide(path); }
+
+    // What there is to tell the owner, in the client's markup, and who is called when there is.
+    void tell(std::string text);
+    std::vector<std::string> takeNews() { return std::exchange(news_, {}); }
+    void onNews(Task task);
+
+private:
+    void note(const std::string& path, const std::string& what, const std::string& reason);
+
+    Files& disk_;
+    DataDirectory directory_;
+    std::map<std::string, std::string> unread_;   // why, by path
+    std::map<std::string, std::string> failures_; // told last, by what couldn't be done
+    std::vector<std::string> news_;
+    Task onNews_;
+};
+
+} // namespace larkspin
