@@ -54,7 +54,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     AppState state, again;
     lineFiles.loadPlaylist("first", state);
     demand(state.masterList.count() <= count); // less comments
-    for (int index = 1; index < count; ++index)
+    for (int index = 1; index < state.masterList.count(); ++index)
         demand(state.masterList.folded(index - 1) <= state.masterList.folded(index));
     lineFiles.savelines("second", state.masterList);
     lineFiles.loadPlaylist("second", again);
