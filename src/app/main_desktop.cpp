@@ -112,10 +112,8 @@ int main(int count, char** arguments) {
         else // which it says as it starts, and ends
             raiseRunningCopy(sessionBusAddress());
         dialogs.ownerPresses(); // the program's own icon
-        const auto open = [&] { room.open([&] { program.end(); }); };
-        program.opensBy(open);
+        program.opensBy([&] { room.open([&] { program.end(); }); });
         program.start();
-        open();
     });
     display.run();
     program.end();

@@ -65,13 +65,11 @@ int main() {
     MprisService remote(loop, sessionBusAddress(), program.playback.remote,
                         {.raise = {}, .quit = [&] { program.exit(); }});
     loop.onSignals({SIGTERM, SIGHUP, SIGINT}, [&] { program.end(); });
-    const auto open = [&] {
+    program.opensBy([&] {
         terminal.completeBy(
             [&](std::string_view typed) { return completionOf(program.shell.state, typed); });
         terminal.open(program.windows(), [&] { program.end(); });
-    };
-    program.opensBy(open);
+    });
     program.start();
-    open();
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

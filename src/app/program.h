@@ -39,8 +39,8 @@ public:
     void exit();
     void end();
 
-    // What a front end does behind the start to bring in the lines that the owner has typed during
-    // it. An end that comes earlier does it then.
+    // What a front end does once, behind the start, to bring in the lines that the owner has typed
+    // during it. An end that comes earlier does it then.
     void opensBy(Task open) { open_ = std::move(open); }
 
     // Saves as these do, and goes on: the process may be about to end, or not.
@@ -72,6 +72,7 @@ private:
     void countLoad(const std::string& loadNumber);
     void loadFolders(const StoredSettings& stored);
     void listen();
+    void openFrontEnd();
     void takeEarlyLines();
     void finish(bool speaks);
     void save();

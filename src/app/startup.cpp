@@ -73,6 +73,7 @@ void Program::start() {
     shell.splash.hide();
     listen();
     playback.refreshButton.tellOfStart();
+    openFrontEnd();
 }
 
 void Program::claimOnlyCopy() {
@@ -133,11 +134,15 @@ void Program::listen() {
     settling_ = machine.loop.once(settlingTime, [this] { settling_ = TimerId::none; });
 }
 
+void Program::openFrontEnd() {
+    if (const Task open = std::exchange(open_, nullptr))
+        open();
+}
+
 // A line may have been typed, or lie in a pipe, that nobody has come to read yet.
 void Program::takeEarlyLines() {
     listen();
-    if (open_)
-        open_();
+    openFrontEnd();
     const TimerId limit = machine.loop.once(longestLastWork, [this] { finish(false); });
     for (int turn = 0; turn < 5; ++turn)
         machine.loop.waitUntil(machine.loop.now() + std::chrono::milliseconds(10));

@@ -12,6 +12,7 @@
 #include "shell/this_run.h"
 #include "text/blanks.h"
 #include "text/fold.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 
@@ -21,27 +22,16 @@ namespace {
 
 constexpr double betweenLines = 0.7; // of a recital, in seconds
 
-// In UTF-8: U+F000 and the code.
-std::string standIn(char character) {
-    const auto code = static_cast<unsigned char>(character);
-    return {'\xEF', static_cast<char>(0x80 | code >> 6), static_cast<char>(0x80 | (code & 0x3F))};
-}
-
-// The name of a file that is called so. What rows can't hold travels as its stand-in, and so do
-// blanks in front, which the settings file would drop.
+// The name of a file that is called so, if one can be. Blanks in front, which the settings file
+// would drop, travel as stand-ins too.
 std::string fileNameFor(const std::string& typed) {
-    constexpr std::string_view reserved = "\\:*?\"<>|\x7F";
+    if (typed.find('\0') != std::string::npos)
+        return typed;
     const auto blanksInFront = std::min(typed.find_first_not_of(' '), typed.size());
     std::string name;
-    for (std::size_t at = 0; at < typed.size(); ++at) {
-        const char c = typed[at];
-        const bool isControl = static_cast<unsigned char>(c) < ' ' && c != '\0';
-        if (isControl || at < blanksInFront || reserved.find(c) != std::string_view::npos)
-            name += standIn(c);
-        else
-            name += c;
-    }
-    return name;
+    for (std::size_t count = 0; count < blanksInFront; ++count)
+        name += "\uF020";
+    return name + asStored(typed.substr(blanksInFront));
 }
 
 } // namespace

@@ -175,7 +175,7 @@ TEST_F(RoomWindowTest, ShowsMarkupAsStyleAndAllElseAsText) {
     const std::pair<std::string, std::string> cases[] = {
         {"<b>a</b> <i>b</i>", "a b"},
         {"<img src=\"file:///etc/passwd\">", "<img src=\"file:///etc/passwd\">"},
-        {"<a href=\"http://x\">x</a>", "<a href=\"http://x\">x</a>"},
+        {"<a href=\"http://x\">y</a>", "y http://x"},
         {"<script>x()</script>", "<script>x()</script>"},
         {"javascript:x &lt;b&gt;&#65;", "javascript:x &lt;b&gt;&#65;"},
         {"a\u202Eb\u2066c\u200Bd\u2028e\u0007f", "a\uFFFDb\uFFFDc\uFFFDd\uFFFDe\uFFFDf"},
