@@ -53,11 +53,11 @@ void PlaylistCommands::xlist(const std::string& text) {
 
 void PlaylistCommands::loadnamed(const std::string& lowered) {
     bool any = false;
-    forEach(namesWith(lowered), [&](const std::string& name) {
+    const bool isThrough = forEach(namesWith(lowered), [&](const std::string& name) {
         any = true;
         tellLoad(name, playlists_.load(name), true);
     });
-    if (!any)
+    if (isThrough && !any)
         sayNotFound(lowered);
 }
 
@@ -72,14 +72,14 @@ void PlaylistCommands::deletenamed(const std::string& lowered) {
     if (!isMeant)
         return reply_.saychat("playlists not deleted");
     bool any = false;
-    forEach(names, [&](const std::string& name) {
+    const bool isThrough = forEach(names, [&](const std::string& name) {
         any = true;
         const FileChange removed = playlists_.remove(name);
         reply_.saychat(removed
                            ? "deleted playlist <b>" + name
                            : "couldn't delete playlist <b>" + name + "</b>:  " + removed.reason);
     });
-    if (!any)
+    if (isThrough && !any)
         sayNotFound(lowered);
 }
 
@@ -105,14 +105,19 @@ std::vector<std::string> PlaylistCommands::namesWith(const std::string& lowered)
     return names;
 }
 
-// Events run at each file. One that is gone when its turn comes doesn't count.
+// Events run at each file. One that is gone when its turn comes doesn't count. False when one of
+// them was a restart.
 template <typename Action>
-void PlaylistCommands::forEach(const std::vector<std::string>& names, Action&& action) {
+bool PlaylistCommands::forEach(const std::vector<std::string>& names, Action&& action) {
+    const ThisRun run(state_);
     for (const std::string& name : names) {
         loop_.serveTurn();
+        if (!run.lasts())
+            return false;
         if (playlists_.exists(name))
             action(name);
     }
+    return run.lasts();
 }
 
 void PlaylistCommands::sayNotFound(const std::string& text) {

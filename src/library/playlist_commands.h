@@ -41,7 +41,7 @@ private:
     void deletenamed(const std::string& lowered);
     bool mayDelete(const std::vector<std::string>& names);
     std::vector<std::string> namesWith(const std::string& lowered);
-    template <typename Action> void forEach(const std::vector<std::string>& names, Action&& action);
+    template <typename Action> bool forEach(const std::vector<std::string>& names, Action&& action);
     void tellLoad(const std::string& name, const Loaded& loaded, bool says);
     void sayNotFound(const std::string& text);
     bool clearIfWanted();

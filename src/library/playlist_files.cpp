@@ -65,7 +65,7 @@ Loaded PlaylistFiles::loadFrom(const std::string& path, const std::string& name)
     if (loaded.failed())
         return loaded;
     file_ = loaded_ = path;
-    lacksFile_ = false;
+    lacksNamed_ = lacksUnnamed_ = isPart_ = false;
     showfilecount(state_);
     showName(name);
     state_.playedMemory.clear();
@@ -83,9 +83,9 @@ PlaylistFiles::Saved PlaylistFiles::save(const std::string& name) {
     if (!outcome)
         return {outcome};
     file_ = path;
-    if (more.empty())
+    if (more.empty() && !lacksUnnamed_)
         loaded_ = path;
-    lacksFile_ = false;
+    lacksNamed_ = isPart_ = false;
     showName(name);
     if (isNew && std::find(state_.p.begin(), state_.p.end(), name) == state_.p.end()) {
         state_.p.push_back(name);
@@ -99,17 +99,31 @@ FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
     const std::string path = pathOf(name);
     if (path.empty())
         return whyNot(name);
-    if (!lacksFile_)
-        return {files_.read(path).reason};
-    if (name == shownName()) {
-        const Loaded joined = lineFiles_.loadPlaylist(path, state_, Into::listsAsTheyAre);
-        lacksFile_ = joined.failed();
-        showfilecount(state_);
-        return {joined.reason};
+    if (isPart_) {
+        const FileChange joined = joinLackingRows();
+        if (isPart_ && name == shownName())
+            return joined;
+        if (isPart_ && state_.masterList.empty())
+            return {"the list that should be here couldn't be loaded"};
     }
-    if (state_.masterList.empty())
-        return {"the list that should be here couldn't be loaded"};
     return {files_.read(path).reason};
+}
+
+FileChange PlaylistFiles::joinLackingRows() {
+    std::string reason;
+    const auto join = [&](bool& lacks, const std::string& path) {
+        if (!lacks)
+            return;
+        const Loaded joined = lineFiles_.loadPlaylist(path, state_, Into::listsAsTheyAre);
+        lacks = joined.failed();
+        if (lacks)
+            reason = joined.reason;
+    };
+    join(lacksNamed_, file_);
+    join(lacksUnnamed_, directory_.unnamedPlaylist());
+    isPart_ = lacksNamed_ || lacksUnnamed_;
+    showfilecount(state_);
+    return {reason};
 }
 
 FileChange PlaylistFiles::whyNot(const std::string& name) {
@@ -143,32 +157,37 @@ std::string PlaylistFiles::shownName() const {
 
 void PlaylistFiles::loadOfLastRun(const StoredSettings& stored) {
     file_ = loaded_ = directory_.unnamedPlaylist();
-    lacksFile_ = false;
+    lacksNamed_ = lacksUnnamed_ = false;
     for (const char* key : {nameKey, changedKey, addedKey})
         if (!stored.get(key).empty())
             remembered_.insert(key);
     const std::string name = stored.get(nameKey);
     if (name.empty())
-        tellLoad("", lineFiles_.loadPlaylist(loaded_, state_, Into::listsOfNewRun));
+        loadUnnamed(Into::listsOfNewRun);
     else
         loadNamed(name, stored);
+    isPart_ = lacksNamed_ || lacksUnnamed_;
     showFileCountEntry(state_);
+}
+
+void PlaylistFiles::loadUnnamed(Into into) {
+    const std::string unnamed = directory_.unnamedPlaylist();
+    const Loaded loaded = lineFiles_.loadPlaylist(unnamed, state_, into);
+    tellLoad("", loaded);
+    lacksUnnamed_ = loaded.failed();
 }
 
 void PlaylistFiles::loadNamed(const std::string& name, const StoredSettings& stored) {
     showName(name);
     file_ = pathOf(name);
-    const std::string unnamed = directory_.unnamedPlaylist();
-    if (stored.get(changedKey) == name && files_.exists(unnamed)) {
-        tellLoad("", lineFiles_.loadPlaylist(unnamed, state_, Into::listsOfNewRun));
-        return;
-    }
+    if (stored.get(changedKey) == name && files_.exists(directory_.unnamedPlaylist()))
+        return loadUnnamed(Into::listsOfNewRun);
     loaded_ = file_;
     const Loaded loaded = lineFiles_.loadPlaylist(loaded_, state_, Into::listsOfNewRun);
     tellLoad(name, loaded);
-    lacksFile_ = loaded.failed();
+    lacksNamed_ = loaded.failed();
     if (stored.get(addedKey) == name)
-        tellLoad("", lineFiles_.loadPlaylist(unnamed, state_, Into::listsAsTheyAre));
+        loadUnnamed(Into::listsAsTheyAre);
 }
 
 // Of a file without a name the failure is told by whoever reads it.
@@ -180,18 +199,20 @@ void PlaylistFiles::tellLoad(const std::string& name, const Loaded& loaded) {
                     "</b> files of the playlist don't fit into the list");
 }
 
+// While the file of a list without a name holds rows that couldn't be read, the list isn't kept in
+// another one alone.
 void PlaylistFiles::endRun(SettingsChanges& changes) {
     const std::string name = shownName();
     const bool isNamed = name.ends_with(ending);
-    const bool isKept =
-        isNamed && (lacksFile_ ? state_.masterList.empty()
-                               : lineFiles_.holdsPlaylist(pathOf(name), state_.masterList));
+    const bool isKept = isNamed && !lacksUnnamed_ &&
+                        (lacksNamed_ ? state_.masterList.empty()
+                                     : lineFiles_.holdsPlaylist(pathOf(name), state_.masterList));
     if (!isKept && !saveUnnamed(isNamed))
         return; // what the last run has left is all that there is
     const std::string named = isNamed ? name : "", differs = isKept ? "" : named;
     remember(changes, nameKey, named);
-    remember(changes, changedKey, lacksFile_ ? "" : differs);
-    remember(changes, addedKey, lacksFile_ ? differs : "");
+    remember(changes, changedKey, lacksNamed_ ? "" : differs);
+    remember(changes, addedKey, lacksNamed_ ? differs : "");
 }
 
 void PlaylistFiles::remember(SettingsChanges& changes, const std::string& key,

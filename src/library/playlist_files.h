@@ -64,8 +64,10 @@ private:
     std::string pathOf(const std::string& name) const;
     FileChange whyNot(const std::string& name);
     FileChange mayBeSaved(const std::string& name);
+    FileChange joinLackingRows();
     std::string leftOut(bool isOwnFile) const;
     void remember(SettingsChanges& changes, const std::string& key, const std::string& value);
+    void loadUnnamed(LineFiles::Into into);
     void loadNamed(const std::string& name, const StoredSettings& stored);
     void tellLoad(const std::string& name, const Loaded& loaded);
     FileChange saveUnnamed(bool isNamed);
@@ -77,7 +79,10 @@ private:
     FileLister& File1_;
     const DataDirectory& directory_;
     std::string file_, loaded_; // that of the list in use, and the one that its rows are from
-    bool lacksFile_ = false;    // which couldn't be read: the list holds only what has come since
+    // Rows that the last run had: those of the file with the name, and those of the file without
+    // one, which couldn't be read.
+    bool lacksNamed_ = false, lacksUnnamed_ = false;
+    bool isPart_ = false;              // for that reason, and hasn't been saved as it is
     std::set<std::string> remembered_; // keys of settings that have a value
 };
 

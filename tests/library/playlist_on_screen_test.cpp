@@ -74,7 +74,7 @@ TEST_F(ListOnScreen, ComesBackFromAStickThatIsGone) {
 TEST_F(ListOnScreen, ComesBackAsItWasChangedAndItsFileOnlyWhenItIsSaved) {
     machine.owner("'save mix");
     const std::string saved = machine.dataFile("mix.lkl");
-    machine.owner("'listrmv b");
+    machine.owner("'listrmv b   ");
     add("c.mp3");
     EXPECT_EQ(namesAfterStart(), "a c ");
     EXPECT_EQ(machine.dataFile("mix.lkl"), saved);
@@ -126,6 +126,50 @@ TEST_F(ListOnScreen, WithoutANameOutlivesAFileThatCantBeRead) {
     EXPECT_FALSE(fs::exists(machine.disk.path() / "data/temp.lst.rescued"));
 }
 
+// The file of a list without a name holds the list, or what one with a name has been changed to.
+TEST_F(ListOnScreen, ThatCouldntBeLoadedIsNotSavedOverNorLeftBehindByASave) {
+    for (const bool isNamed : {false, true}) {
+        SCOPED_TRACE(isNamed);
+        VirtualMachine other{Lines{"a.mp3", "b.mp3"}};
+        const auto rows = [&] { return other.state().masterList.count(); };
+        const auto startWith = [&](const std::string& broken) {
+            other.endProcess();
+            other.files.broken = broken;
+            other.start();
+        };
+        const auto saved = [&](const std::string& name) {
+            return other.answer("'save " + name).substr(0, 13) != "couldn't save";
+        };
+        if (isNamed)
+            other.owner("'save mix");
+        const std::string mix = other.dataFile("mix.lkl");
+        other.owner("'listrmv b   ");
+        startWith("temp.lst");
+        EXPECT_EQ(rows(), 0);
+        EXPECT_FALSE(saved("mix"));
+        EXPECT_FALSE(saved("other"));
+        EXPECT_EQ(other.dataFile("mix.lkl"), mix);
+        other.song("pop", "c.mp3");
+        other.owner("'scan " + other.drive("music/pop"));
+        other.owner("'transfer");
+        if (isNamed)
+            EXPECT_FALSE(saved("mix"));
+        EXPECT_TRUE(saved("other"));
+        EXPECT_TRUE(saved("other"));
+        startWith("temp.lst");
+        EXPECT_EQ(rows(), 1);
+        startWith("");
+        EXPECT_EQ(rows(), 2);
+        EXPECT_EQ(other.dataFile("mix.lkl"), mix);
+        startWith("temp.lst");
+        other.files.broken = "";
+        EXPECT_TRUE(saved("both"));
+        EXPECT_EQ(rows(), 2);
+        startWith("temp.lst");
+        EXPECT_EQ(rows(), 2);
+    }
+}
+
 TEST_F(ListOnScreen, StaysWhenAnotherCantBeLoaded) {
     write("data/big.lkl", {"z.mp3"});
     breakFile("big.lkl");
@@ -142,7 +186,7 @@ TEST_F(ListOnScreen, StaysWhenAnotherCantBeLoaded) {
 TEST_F(ListOnScreen, IsTheLastOneThatWasSavedWhenTheDiskIsFull) {
     machine.owner("'save mix");
     namesAfterStart();
-    machine.owner("'listrmv b");
+    machine.owner("'listrmv b   ");
     machine.files.full = true;
     machine.forget();
     machine.owner("'exit");
@@ -186,7 +230,7 @@ TEST_F(Saving, MapsWhatOnlyAnotherSystemReserves) {
 
 TEST_F(Saving, ThatFailsOnDiskIsSaid) {
     machine.owner("'save old");
-    machine.owner("'listrmv b");
+    machine.owner("'listrmv b   ");
     machine.files.unwritable = ".lkl";
     for (const std::string name : {"new", "old"})
         EXPECT_EQ(machine.answer("'save " + name),

@@ -146,6 +146,18 @@ TEST_F(Playlists, ThatGoWhileTheyAreLoadedDontCount) {
                                             "loaded playlist <b>c.lkl</b>, <b>1</b> files");
 }
 
+TEST_F(Playlists, AreNoneOfTheNextRunsBusinessAfterARestart) {
+    for (const char* name : {"one.lkl", "two.lkl"})
+        write(name, {"z.mp3"});
+    for (const char* line : {"'list lkl", "'xlist lkl"}) {
+        machine.dialogs.answers = {"yes"};
+        machine.inMessage("", [&] { machine.restart(); });
+        machine.owner(line);
+        EXPECT_EQ(machine.answer("'pl"), "playlist in use:  <b>one.lkl") << line;
+    }
+    EXPECT_TRUE(fs::exists(machine.disk.path() / "data/two.lkl"));
+}
+
 TEST_F(Playlists, AreScrolledWithTimeToRead) {
     write("one.lkl", {});
     write("Two.lkl", {});
