@@ -35,9 +35,9 @@ struct DirectoryRead {
     DirectoryListing listing = {}; // empty unless that is the outcome
 
     DirectoryRead() = default;
-    explicit DirectoryRead(Outcome outcome) : outcome(outcome) {}
-    explicit DirectoryRead(DirectoryListing listing)
-        : outcome(Outcome::listed), listing(std::move(listing)) {}
+    explicit DirectoryRead(Outcome what) : outcome(what) {}
+    explicit DirectoryRead(DirectoryListing found)
+        : outcome(Outcome::listed), listing(std::move(found)) {}
     bool isListed() const { return outcome == Outcome::listed; }
 };
 
