@@ -49,7 +49,7 @@ int main(int count, char** arguments) {
     QtDesktop desktop(loop);
     IrcLink link(loop);
     QtRoom room(loop, lines, link, files, directory, loginName());
-    PlayerControl player(loop, {playerBeside(), {}}, [&](const std::string& line) {
+    PlayerControl player(loop, {playerBeside(), {}, disk}, [&](const std::string& line) {
         loop.post([&room, line] { room.window.tell(line); });
     });
     PosixLaunching launching;

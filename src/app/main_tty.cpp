@@ -38,7 +38,7 @@ int main() {
     IrcLink link(loop);
     Terminal terminal(loop, lines, link, files, directory, loginName(),
                       [&](std::string_view typed) { return directories.drivePath(typed); });
-    PlayerControl player(loop, {playerBeside(), {}},
+    PlayerControl player(loop, {playerBeside(), {}, disk},
                          [&](const std::string& line) { terminal.screen.note(line); });
     PosixLaunching launching;
     MprisPlayer otherPlayer(sessionBusAddress());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/player/player_control.h"
+#include "platform/posix/disk_questions.h"
 #include "support/made_songs.h"
 #include "support/temp_directory.h"
 #include "support/virtual_loop.h"
@@ -35,8 +36,8 @@ protected:
     std::string song(const std::string& name, double seconds) const;
 
     // Into a sink, which may write to the disk.
-    PlayerControl::Player playing(const std::string& sink = fastSink) const {
-        return {LARKSPIN_PLAYER, {sink, disk.path().native()}};
+    PlayerControl::Player playing(const std::string& sink = fastSink) {
+        return {LARKSPIN_PLAYER, {sink, disk.path().native()}, asked};
     }
 
     // Polls in real time, as the program's ticks do in theirs. The virtual clock stands, so
@@ -63,6 +64,7 @@ protected:
     // Opens it and waits for its end, however that comes.
     bool isPlayedToItsEnd(PlayerControl& player, const std::string& path);
 
+    OwnersDisk asked{answersFrom(PosixFiles(), PosixDirectories())};
     std::vector<pid_t> before = childProcesses();
     VirtualLoop loop;
     TempDirectory disk;

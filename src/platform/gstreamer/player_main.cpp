@@ -4,7 +4,7 @@
 #include "platform/gstreamer/confinement.h"
 #include "platform/gstreamer/elements.h"
 #include "platform/gstreamer/song_player.h"
-#include "platform/player/passed_file.h"
+#include "platform/posix/passed_file.h"
 
 #include <array>
 #include <cerrno>

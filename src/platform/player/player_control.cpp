@@ -1,6 +1,7 @@
 #include "platform/player/player_control.h"
 
 #include "platform/posix/drive_paths.h"
+#include "shell/files.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,7 +24,6 @@ constexpr Nanoseconds deviceInterval = 60s; // between two looks for a sound dev
 constexpr std::chrono::duration<double> longestReckoning = 3s;
 constexpr int mostReports = 100; // at once
 
-constexpr const char* diskIsGone = "the disk doesn't answer";
 constexpr const char* hasDied = "the player died";
 constexpr const char* stoodStill = "the player stood still";
 
@@ -37,7 +37,7 @@ std::string playerBeside() {
 PlayerControl::PlayerControl(EventLoop& loop, Player player, Tell tell)
     : loop_(loop), tell_(std::move(tell)),
       line_(loop, std::move(player.program), std::move(player.arguments)),
-      mostSongs_(player.mostSongs), opening_(std::move(player.open)),
+      mostSongs_(player.mostSongs), opening_(player.disk),
       handover_(
           loop, line_, [this] { listen(); }, [this] { replaceProcess(stoodStill); }) {}
 
@@ -62,7 +62,7 @@ void PlayerControl::Open(const std::string& fileName) {
     if (!fileName.empty() && path.empty()) // names no file
         failed_ = "";
     else if (!fileName.empty() && !opening_.begin(path))
-        failed_ = diskIsGone;
+        failed_ = noAnswer;
     takeFile(usualOpening);
     if (line_.isUp() || opening_.isUnderWay())
         watchEvery(watchInterval);
@@ -289,7 +289,8 @@ void PlayerControl::watch() {
         watchSong();
     else if (line_.isUp() && rested)
         line_.end();
-    if (!line_.leavesNothing() || !isResting())
+    const bool leavesNothing = line_.leavesNothing() && opening_.leavesNothing();
+    if (!leavesNothing || !isResting())
         watchEvery(watchInterval);
     else
         watchEvery(line_.isUp() ? longestRest : 0s);
@@ -308,8 +309,8 @@ void PlayerControl::watchSong() {
     } else if (!standstill_.isReached(line_.report(), patience)) {
         return;
     } else if (opening_.isUnderWay()) {
-        opening_.drop();
-        failed_ = diskIsGone;
+        opening_.giveUp();
+        failed_ = noAnswer;
     } else if (line_.isUp()) {
         replaceProcess(stoodStill);
     }

@@ -28,7 +28,7 @@ public:
         // Where the sound goes, as GStreamer's launch lines say it, and a directory that it may
         // write to. Without it, that is the sound device, or silence where there is none.
         std::vector<std::string> arguments;
-        SongOpening::Open open = openSong;
+        OwnersDisk& disk;    // where the songs lie
         int mostSongs = 500; // of one process: libraries lose some memory with each
     };
     // Of what is wrong with the sound, the owner is told once, through `tell`.

@@ -1,6 +1,6 @@
 #include "platform/player/player_process.h"
 
-#include "platform/player/passed_file.h"
+#include "platform/posix/passed_file.h"
 #include "platform/posix/spawn.h"
 
 #include <array>

@@ -1,102 +1,111 @@
 #include "platform/player/song_opening.h"
 
-#include "platform/posix/no_signals.h"
+#include "platform/posix/disk_questions.h"
+#include "platform/posix/loop_parts.h"
+#include "shell/files.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <condition_variable>
-#include <fcntl.h>
-#include <mutex>
-#include <sys/stat.h>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 namespace larkspin {
 
 namespace {
 
-constexpr std::size_t mostHanging = 64;
-constexpr std::ptrdiff_t mostInDirectory = 4;
-
-std::string directoryOf(const std::string& path) {
-    return path.substr(0, path.rfind('/') + 1);
-}
-
-std::string reasonOf(int error) {
-    std::string reason = std::generic_category().message(error);
-    if (!reason.empty() && reason[0] >= 'A' && reason[0] <= 'Z')
-        reason[0] = static_cast<char>(reason[0] - 'A' + 'a');
-    return reason;
-}
+constexpr std::size_t mostAsked = 8; // directories at once
+constexpr int mostTries = 2;         // a worker that was idle may have died long ago
 
 } // namespace
 
-// A pipe or a device isn't even touched: the file is looked at first, and then opened by that look.
-OpenedSong openSong(const std::string& path) {
-    const Descriptor look(::open(path.c_str(), O_PATH | O_CLOEXEC));
-    struct stat status {};
-    if (!look.isOpen() || ::fstat(look.number(), &status) != 0)
-        return {{}, reasonOf(errno)};
-    if (!S_ISREG(status.st_mode))
-        return {{}, "not a file"};
-    const std::string same = "/proc/self/fd/" + std::to_string(look.number());
-    Descriptor file(::open(same.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.isOpen())
-        return {{}, reasonOf(errno)};
-    return {std::move(file)};
-}
-
-struct SongOpening::Shared {
-    std::string directory;
-    std::mutex mutex;
-    std::condition_variable ended;
-    bool isOver = false;
-    OpenedSong song;
-};
-
 bool SongOpening::begin(const std::string& path) {
-    std::erase_if(threads_, [](const auto& thread) {
-        const std::lock_guard lock(thread->mutex);
-        return thread->isOver;
-    });
-    const auto inDirectory = std::ranges::count_if(
-        threads_, [&](const auto& thread) { return thread->directory == directoryOf(path); });
-    if (inDirectory >= mostInDirectory || threads_.size() >= mostHanging)
+    drop();
+    hear();
+    directory_ = path.substr(0, path.rfind('/'));
+    question_ = put(DiskQuestion::open, path);
+    tries_ = 0;
+    opened_.reset();
+    if (disk_.isHung(directory_) || (!wantedOne() && asked_.size() >= mostAsked))
         return false;
-    path_ = path;
-    startThread();
+    isWanted_ = true;
+    ask();
     return true;
 }
 
-void SongOpening::startThread() {
-    auto shared = std::make_shared<Shared>();
-    shared->directory = directoryOf(*path_);
-    threads_.push_back(shared);
-    const auto run = [shared, open = open_, path = *path_] {
-        OpenedSong song = open(path);
-        const std::lock_guard lock(shared->mutex);
-        shared->song = std::move(song);
-        shared->isOver = true;
-        shared->ended.notify_all();
-    };
-    const NoSignals quiet; // they are the other threads' business
-    try {
-        std::thread(run).detach();
-    } catch (const std::system_error&) { // there can be no more of them
-        run();
-    }
+SongOpening::Asked* SongOpening::wantedOne() {
+    const auto found = std::ranges::find(asked_, directory_, &Asked::directory);
+    return found == asked_.end() ? nullptr : &*found;
 }
 
-std::optional<OpenedSong> SongOpening::result(std::chrono::milliseconds patience) {
-    if (!path_)
+void SongOpening::ask() {
+    if (tries_++ == mostTries) {
+        opened_ = OpenedFile{{}, noAnswer};
+        return;
+    }
+    if (!wantedOne()) {
+        auto worker = disk_.borrow();
+        if (!worker) {
+            opened_ = openedFileIn(disk_.answerHere(question_));
+            return;
+        }
+        asked_.push_back({std::move(worker), directory_, steadyTime()});
+    }
+    wantedOne()->worker->send(question_);
+    ++wantedOne()->unanswered;
+}
+
+// Takes in what has been answered. The wanted file is the last that its worker was asked for.
+void SongOpening::hear() {
+    std::erase_if(asked_, [this](Asked& asked) { return isDone(asked); });
+    if (isWanted_ && !opened_ && !wantedOne())
+        ask();
+}
+
+bool SongOpening::isDone(Asked& asked) {
+    const bool isWanted = isWanted_ && asked.directory == directory_;
+    while (asked.unanswered > 0) {
+        auto answer = asked.worker->receive();
+        if (!answer)
+            break;
+        asked.since = steadyTime();
+        if (--asked.unanswered == 0 && isWanted)
+            opened_ = openedFileIn(std::move(*answer));
+    }
+    const bool isLate = !isWanted && steadyTime() >= asked.since + OwnersDisk::longestAnswer;
+    if (asked.unanswered > 0 && !asked.worker->isBroken() && !isLate)
+        return false;
+    if (asked.unanswered == 0)
+        disk_.giveBack(std::move(asked.worker));
+    else if (isLate)
+        disk_.hasHung(std::move(asked.worker), asked.directory);
+    else
+        disk_.end(std::move(asked.worker));
+    return true;
+}
+
+void SongOpening::giveUp() {
+    if (Asked* const asked = isWanted_ ? wantedOne() : nullptr) {
+        disk_.hasHung(std::move(asked->worker), directory_);
+        asked_.erase(asked_.begin() + (asked - asked_.data()));
+    }
+    drop();
+}
+
+bool SongOpening::leavesNothing() {
+    hear();
+    return asked_.empty();
+}
+
+std::optional<OpenedFile> SongOpening::result(std::chrono::milliseconds patience) {
+    const Nanoseconds latest = steadyTime() + patience;
+    hear();
+    while (isWanted_ && !opened_ && steadyTime() < latest) {
+        wantedOne()->worker->waitForNews(
+            std::chrono::ceil<std::chrono::milliseconds>(latest - steadyTime()));
+        hear();
+    }
+    if (!isWanted_ || !opened_)
         return std::nullopt;
-    const auto thread = threads_.back();
-    std::unique_lock lock(thread->mutex);
-    if (!thread->ended.wait_for(lock, patience, [&] { return thread->isOver; }))
-        return std::nullopt;
-    path_.reset();
-    return std::move(thread->song);
+    isWanted_ = false;
+    return std::exchange(opened_, std::nullopt);
 }
 
 } // namespace larkspin

@@ -1,49 +1,57 @@
-// A song's file on its way to being open. Asked of a disk that is gone, that may take for ever:
-// threads do it that nobody has to wait for.
+// A song's file on its way to being open. The owner's disk is asked for it, and nobody waits: what
+// came of it is looked for from time to time.
 #pragma once
 
-#include "platform/posix/descriptor.h"
+#include "platform/posix/opened_file.h"
+#include "platform/posix/owners_disk.h"
 
 #include <chrono>
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace larkspin {
 
-struct OpenedSong {
-    Descriptor file;
-    std::string reason = {}; // why there is none
-};
-
-// A regular file to read from. Waits for the disk.
-OpenedSong openSong(const std::string& path);
-
 class SongOpening {
 public:
-    using Open = std::function<OpenedSong(const std::string& path)>;
+    explicit SongOpening(OwnersDisk& disk) : disk_(disk) {}
+    SongOpening(const SongOpening&) = delete;
+    SongOpening& operator=(const SongOpening&) = delete;
 
-    explicit SongOpening(Open open) : open_(std::move(open)) {}
-
-    // The one before isn't wanted any more. False when too many of those still hang, in its
-    // directory or in all.
+    // Of that native path. The one before isn't wanted any more. False when its directory, or too
+    // many others, don't answer.
     bool begin(const std::string& path);
-    void drop() { path_.reset(); }
-    bool isUnderWay() const { return path_.has_value(); }
+    void drop() { isWanted_ = false; }
+    void giveUp(); // the directory counts as one that doesn't answer
+    bool isUnderWay() const { return isWanted_; }
+    bool leavesNothing(); // whether all has been answered, or given up
 
     // What came of it, once: waits for it as long.
-    std::optional<OpenedSong> result(std::chrono::milliseconds patience);
+    std::optional<OpenedFile> result(std::chrono::milliseconds patience);
 
 private:
-    struct Shared;
-    void startThread();
+    // A worker that opens files of one directory, one behind the other, also those that nobody
+    // wants any more.
+    struct Asked {
+        std::unique_ptr<DiskWorker> worker;
+        std::string directory;
+        Nanoseconds since; // its last answer
+        int unanswered = 0;
+    };
 
-    Open open_;
-    std::optional<std::string> path_;
-    std::vector<std::shared_ptr<Shared>>
-        threads_; // that may still hang; the wanted one is the last
+    Asked* wantedOne();
+    void ask();
+    void hear();
+    bool isDone(Asked& asked);
+
+    OwnersDisk& disk_;
+    std::vector<Asked> asked_;
+    bool isWanted_ = false;
+
+    // Of the wanted one.
+    std::string directory_, question_;
+    int tries_ = 0;
+    std::optional<OpenedFile> opened_;
 };
 
 } // namespace larkspin

@@ -48,13 +48,14 @@ public:
     Answering(PosixFiles files, PosixDirectories directories)
         : files_(std::move(files)), directories_(std::move(directories)) {}
 
-    std::string answer(std::string_view asked) {
+    DiskAnswer answer(std::string_view asked) {
         WireReader wire(asked);
         const auto question = static_cast<DiskQuestion>(wire.number());
         const std::string path = wire.text();
         const std::uint64_t number = wire.number();
         const std::string text = wire.text();
         WireWriter answer;
+        OpenedFile opened;
         switch (question) {
         case DiskQuestion::list:
             write(answer, directories_.list(path));
@@ -83,8 +84,12 @@ public:
         case DiskQuestion::space:
             write(answer, spaceOf(path));
             break;
+        case DiskQuestion::open:
+            opened = openToRead(path);
+            answer.text(opened.reason);
+            break;
         }
-        return std::move(answer.bytes);
+        return {std::move(answer.bytes), std::move(opened.file)};
     }
 
 private:
@@ -151,6 +156,12 @@ std::optional<DriveSpace> spaceIn(std::string_view answer) {
     const bool isKnown = wire.number() != 0;
     const std::uint64_t total = wire.number(), free = wire.number();
     return isKnown && wire.isWhole() ? std::optional(DriveSpace{total, free}) : std::nullopt;
+}
+
+OpenedFile openedFileIn(DiskAnswer answer) {
+    WireReader wire(answer.text);
+    OpenedFile opened{std::move(answer.file), wire.text()};
+    return wire.isWhole() ? std::move(opened) : OpenedFile{{}, noAnswer};
 }
 
 } // namespace larkspin

@@ -4,6 +4,7 @@
 #include "library/directories.h"
 #include "outside/machine_facts.h"
 #include "platform/posix/disk_worker.h"
+#include "platform/posix/opened_file.h"
 #include "platform/posix/posix_directories.h"
 #include "platform/posix/posix_files.h"
 
@@ -24,6 +25,7 @@ enum class DiskQuestion : std::uint8_t {
     moveToWastebasket,
     drivePath,
     space,
+    open,
 };
 
 // The question about the path. What stands behind it: the number and the text that some need.
@@ -41,5 +43,6 @@ Files::Presence presenceIn(std::string_view answer);
 std::uint64_t numberIn(std::string_view answer);
 std::string textIn(std::string_view answer);
 std::optional<DriveSpace> spaceIn(std::string_view answer);
+OpenedFile openedFileIn(DiskAnswer answer);
 
 } // namespace larkspin

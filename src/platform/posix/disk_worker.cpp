@@ -1,12 +1,14 @@
 #include "platform/posix/disk_worker.h"
 
 #include "platform/posix/no_signals.h"
+#include "platform/posix/passed_file.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -19,8 +21,10 @@ namespace {
 
 constexpr std::size_t portion = 64 * 1024; // of what is read at once
 
-// Each message goes behind its length.
-using Length = std::uint64_t;
+// Goes in front of each message. Its file comes with the first bytes.
+struct Head {
+    std::uint64_t length = 0, files = 0;
+};
 
 bool readAll(int channel, void* into, std::size_t size) {
     auto* at = static_cast<char*>(into);
@@ -36,21 +40,30 @@ bool readAll(int channel, void* into, std::size_t size) {
     return true;
 }
 
-bool writeAll(int channel, std::string_view bytes) {
+void waitUntilReady(int channel, short events, int milliseconds) {
+    pollfd waiting{channel, events, 0};
+    ::poll(&waiting, 1, milliseconds);
+}
+
+bool writeAll(int channel, std::string_view bytes, const Descriptor& file) {
+    const Descriptor* along = file.isOpen() ? &file : nullptr;
     while (!bytes.empty()) {
-        const ssize_t put = ::send(channel, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (put < 0 && errno == EINTR)
+        const ssize_t put = sendWithFile(channel, bytes, along);
+        if (put < 0 && errno == EAGAIN)
+            waitUntilReady(channel, POLLOUT, -1);
+        if (put < 0 && (errno == EINTR || errno == EAGAIN))
             continue;
         if (put <= 0)
             return false;
         bytes.remove_prefix(static_cast<std::size_t>(put));
+        along = nullptr;
     }
     return true;
 }
 
-std::string framed(std::string_view message) {
-    const Length length = message.size();
-    std::string frame(reinterpret_cast<const char*>(&length), sizeof length);
+std::string framed(std::string_view message, bool hasFile = false) {
+    const Head head{message.size(), hasFile};
+    std::string frame(reinterpret_cast<const char*>(&head), sizeof head);
     return frame.append(message);
 }
 
@@ -70,13 +83,16 @@ bool keepOnly(int channel) {
 [[noreturn]] void serve(int channel, const DiskWorker::Answer& answer) {
     ::prctl(PR_SET_NAME, "larkspin-disk");
     ::prctl(PR_SET_PDEATHSIG, SIGKILL); // also while it hangs
-    Length length = 0;
+    Head head;
     std::string question;
     bool goesOn = keepOnly(channel);
-    while (goesOn && readAll(onlyChannel, &length, sizeof length)) {
-        question.resize(length);
-        goesOn = readAll(onlyChannel, question.data(), length) &&
-                 writeAll(onlyChannel, framed(answer(question)));
+    while (goesOn && readAll(onlyChannel, &head, sizeof head)) {
+        question.resize(head.length);
+        goesOn = readAll(onlyChannel, question.data(), head.length);
+        if (!goesOn)
+            break;
+        const DiskAnswer given = answer(question);
+        goesOn = writeAll(onlyChannel, framed(given.text, given.file.isOpen()), given.file);
     }
     ::_exit(0);
 }
@@ -140,26 +156,38 @@ void DiskWorker::flush() {
 void DiskWorker::fill() {
     incoming_.erase(0, std::exchange(taken_, 0));
     char buffer[portion];
+    Descriptor file;
     ssize_t got = 0;
     do
-        got = ::recv(channel(), buffer, sizeof buffer, MSG_DONTWAIT);
+        got = receiveWithFile(channel(), buffer, file);
     while (got < 0 && errno == EINTR);
+    if (file.isOpen())
+        files_.push_back(std::move(file));
     if (got > 0)
         incoming_.append(buffer, static_cast<std::size_t>(got));
     else if (got == 0 || errno != EAGAIN)
         isBroken_ = true;
 }
 
-std::optional<std::string> DiskWorker::receive() {
+void DiskWorker::waitForNews(std::chrono::milliseconds longest) const {
+    const short wanted = hasUnsent() ? POLLIN | POLLOUT : POLLIN;
+    waitUntilReady(channel(), wanted, static_cast<int>(longest.count()));
+}
+
+std::optional<DiskAnswer> DiskWorker::receive() {
     flush();
     for (int round = 0; round < 2; ++round) {
-        Length length = 0;
+        Head head;
         const std::size_t there = incoming_.size() - taken_;
-        if (there >= sizeof length) {
-            std::memcpy(&length, incoming_.data() + taken_, sizeof length);
-            if (there - sizeof length >= length) {
-                std::string answer = incoming_.substr(taken_ + sizeof length, length);
-                taken_ += sizeof length + length;
+        if (there >= sizeof head) {
+            std::memcpy(&head, incoming_.data() + taken_, sizeof head);
+            if (there - sizeof head >= head.length) {
+                DiskAnswer answer(incoming_.substr(taken_ + sizeof head, head.length));
+                taken_ += sizeof head + head.length;
+                if (head.files > 0 && !files_.empty()) {
+                    answer.file = std::move(files_.front());
+                    files_.pop_front();
+                }
                 return answer;
             }
         }

@@ -1,10 +1,12 @@
 // A process that is asked in the program's place what can hang whoever asks it, as a disk far away
-// may: it is given questions and answers them in turn, for as long as it isn't killed. Nothing here
-// waits.
+// may: it is given questions and answers them in turn, for as long as it isn't killed. An answer
+// may bring an open file along.
 #pragma once
 
 #include "platform/posix/descriptor.h"
 
+#include <chrono>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,11 +16,19 @@
 
 namespace larkspin {
 
+struct DiskAnswer {
+    DiskAnswer(std::string said, Descriptor opened = {})
+        : text(std::move(said)), file(std::move(opened)) {}
+
+    std::string text;
+    Descriptor file;
+};
+
 class DiskWorker {
 public:
     // Runs in a process that was forked off another one's threads: it knows only what it is given
     // and what it asks the system.
-    using Answer = std::function<std::string(std::string_view question)>;
+    using Answer = std::function<DiskAnswer(std::string_view question)>;
 
     // Nothing when there can be no more processes.
     static std::unique_ptr<DiskWorker> start(const Answer& answer);
@@ -28,8 +38,12 @@ public:
 
     int channel() const { return channel_.number(); } // readable when there are answers
 
+    // Neither waits.
     void send(std::string_view question);
-    std::optional<std::string> receive(); // the next answer, when it is there
+    std::optional<DiskAnswer> receive(); // the next answer, when it is there
+
+    // Until it says something, or takes more of what it is given.
+    void waitForNews(std::chrono::milliseconds longest) const;
 
     // Whether it waits for the other end to take what it was given.
     bool hasUnsent() const { return sent_ < outgoing_.size(); }
@@ -49,6 +63,7 @@ private:
     Descriptor channel_;
     std::string outgoing_, incoming_;
     std::size_t sent_ = 0, taken_ = 0; // of the two
+    std::deque<Descriptor> files_;     // of the answers that haven't been taken
     bool isBroken_ = false, isGone_ = false;
 };
 

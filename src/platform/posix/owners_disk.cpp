@@ -5,7 +5,6 @@
 #include "platform/posix/watching_loop.h"
 
 #include <algorithm>
-#include <poll.h>
 #include <utility>
 
 namespace larkspin {
@@ -18,7 +17,7 @@ constexpr std::size_t mostIdle = 2;
 constexpr std::size_t mostHung = 8; // then nobody is asked
 constexpr Nanoseconds untilNextTry = 60s;
 // An answer that comes so soon isn't worth the events.
-constexpr int blink = 2; // milliseconds
+constexpr auto blink = 2ms;
 
 // Calls back nothing: what can be read wakes the loop up.
 class Watched {
@@ -44,12 +43,6 @@ bool isWithin(const std::string& path, const std::string& directory) {
 
 std::string directoryAbove(const std::string& path) {
     return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
-}
-
-void sleepUntilReady(const DiskWorker& worker, int milliseconds) {
-    const short wanted = worker.hasUnsent() ? POLLIN | POLLOUT : POLLIN;
-    pollfd channel{worker.channel(), wanted, 0};
-    ::poll(&channel, 1, milliseconds);
 }
 
 } // namespace
@@ -90,7 +83,7 @@ std::optional<std::string> OwnersDisk::ask(std::string_view question, const std:
     for (int tries = 0; tries < 2; ++tries) { // one that was idle may have died long ago
         std::unique_ptr<DiskWorker> worker = borrow();
         if (!worker)
-            return answer_(question); // no more processes: better here than not at all
+            return answerHere(question).text;
         worker->send(question);
         std::string answer;
         const Wait wait = await(*worker, answer);
@@ -110,18 +103,18 @@ OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer) {
     bool answered = false;
     const auto isOver = [&] {
         if (auto came = answered ? std::nullopt : worker.receive()) {
-            answer = std::move(*came);
+            answer = std::move(came->text);
             answered = true;
         }
         return answered || worker.isBroken();
     };
     if (!isOver())
-        sleepUntilReady(worker, blink);
+        worker.waitForNews(blink);
     while (!isOver() && steadyTime() < latest) {
         if (loop_)
             serveEvents(worker, isOver, latest);
         else
-            sleepUntilReady(worker, blink);
+            worker.waitForNews(blink);
     }
     if (isOver())
         return answered ? Wait::answered : Wait::died;

@@ -37,8 +37,12 @@ public:
     // The answer to the question about that native directory; nothing when the disk doesn't answer.
     std::optional<std::string> ask(std::string_view question, const std::string& path);
 
-    // For who has many questions and puts the next ones before he has the answers: a worker of his
-    // own, and the wait for its next answer. Without one, the disk couldn't be asked.
+    // The same by the program itself, for when there can be no worker: better than not at all.
+    DiskAnswer answerHere(std::string_view question) { return answer_(question); }
+
+    // For who doesn't wait, or has many questions and puts the next ones before he has the answers:
+    // a worker of his own, and the wait for its next answer. Without one, the disk couldn't be
+    // asked.
     std::unique_ptr<DiskWorker> borrow();
     void giveBack(std::unique_ptr<DiskWorker> worker); // when it has answered everything
     enum class Wait { answered, hung, died };

@@ -1,5 +1,6 @@
-#include "platform/player/passed_file.h"
+#include "platform/posix/passed_file.h"
 
+#include <cerrno>
 #include <cstring>
 #include <sys/socket.h>
 
@@ -41,6 +42,10 @@ ssize_t receiveWithFile(int channel, std::span<char> bytes, Descriptor& file) {
     message.msg_control = attachment.bytes;
     message.msg_controllen = sizeof attachment.bytes;
     const ssize_t got = ::recvmsg(channel, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
+    if (got >= 0 && (message.msg_flags & MSG_CTRUNC) != 0) {
+        errno = EMFILE;
+        return -1;
+    }
     const cmsghdr* const head = got < 0 ? nullptr : CMSG_FIRSTHDR(&message);
     if (head && head->cmsg_level == SOL_SOCKET && head->cmsg_type == SCM_RIGHTS) {
         int number = -1;

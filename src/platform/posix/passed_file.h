@@ -9,7 +9,7 @@
 
 namespace larkspin {
 
-// As send(2) and recv(2) answer. Neither waits.
+// As send(2) and recv(2) answer; a file that finds no room is a failure. Neither waits.
 ssize_t sendWithFile(int channel, std::string_view bytes, const Descriptor* file);
 ssize_t receiveWithFile(int channel, std::span<char> bytes, Descriptor& file);
 

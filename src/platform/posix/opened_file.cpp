@@ -1,0 +1,29 @@
+#include "platform/posix/opened_file.h"
+
+#include "platform/posix/failure_words.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace larkspin {
+
+// A pipe or a device isn't even touched: the file is looked at first, and then opened by that look.
+OpenedFile openToRead(const std::string& path) {
+    constexpr int toRead = O_RDONLY | O_NOCTTY | O_CLOEXEC;
+    const Descriptor look(::open(path.c_str(), O_PATH | O_CLOEXEC));
+    struct stat status {};
+    if (!look.isOpen() || ::fstat(look.number(), &status) != 0)
+        return {{}, failureWords(errno)};
+    if (!S_ISREG(status.st_mode))
+        return {{}, "it is no file"};
+    const std::string same = "/proc/self/fd/" + std::to_string(look.number());
+    Descriptor file(::open(same.c_str(), toRead | O_NONBLOCK));
+    if (!file.isOpen() && errno == EWOULDBLOCK) // leased to somebody, who is asked to let it go
+        file = Descriptor(::open(same.c_str(), toRead));
+    if (!file.isOpen())
+        return {{}, failureWords(errno)};
+    return {std::move(file)};
+}
+
+} // namespace larkspin
