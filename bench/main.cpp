@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     larkspin::addChatWorks();
     larkspin::addRefreshWorks();
     larkspin::addScanWorks();
+    larkspin::addSongWorks();
     larkspin::addTerminalWorks();
     larkspin::addIrcWorks();
     larkspin::addDesktopWorks();

@@ -4,6 +4,7 @@
 #include "library/playlist.h"
 #include "library/playlist_row.h"
 #include "made_music.h"
+#include "owners_road.h"
 #include "platform/posix/drive_paths.h"
 #include "support/child.h"
 #include "support/virtual_machine.h"
@@ -40,8 +41,9 @@ struct Tree {
 
 // One `find` and one refresh in turn, so that both see the same machine.
 void refresh(benchmark::State& state, std::shared_ptr<Tree>& tree) {
+    OwnersRoad road;
     VirtualMachine machine;
-    machine.start();
+    machine.startOn(road.directories);
     if (!tree)
         tree = std::make_shared<Tree>(sizeOf(state));
     AppState& app = machine.state();

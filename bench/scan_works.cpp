@@ -5,6 +5,7 @@
 #include "library/media_filter.h"
 #include "library/scan.h"
 #include "made_music.h"
+#include "owners_road.h"
 #include "support/child.h"
 #include "support/virtual_machine.h"
 #include "works.h"
@@ -29,10 +30,11 @@ void scan(benchmark::State& state, std::shared_ptr<Tree>& tree) {
     std::filesystem::path root = tree->disk.path();
     for (auto size = state.range(0); size < treeSize; size *= 2)
         root /= "half";
+    OwnersRoad road;
     VirtualMachine machine;
-    machine.start();
+    machine.startOn(road.directories);
     AppState& app = machine.state();
-    app.scanRoot = machine.directories.drivePath(root.native());
+    app.scanRoot = road.directories.drivePath(root.native());
     double find = 0;
     for (auto _ : state) {
         find = secondsOf([&] { runFind(root.native()); });

@@ -46,6 +46,7 @@ void addCounterWorks();
 void addChatWorks();
 void addRefreshWorks();
 void addScanWorks();
+void addSongWorks();
 void addTerminalWorks();
 void addIrcWorks();
 void addDesktopWorks();
