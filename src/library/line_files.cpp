@@ -19,16 +19,14 @@ bool isBlank(std::string_view line) {
     return line.find_first_not_of(" \t") == std::string_view::npos;
 }
 
-// The first line is cut from the text. A carriage return alone ends a line as well.
-std::string_view takeLine(std::string_view& text) {
-    const auto end = std::min(text.find_first_of("\r\n"), text.size());
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end);
-    if (text.starts_with('\r'))
-        text.remove_prefix(std::min(text.find_first_not_of('\r'), text.size()));
-    if (text.starts_with('\n'))
-        text.remove_prefix(1);
-    return line;
+// A carriage return alone ends a line as well. Those behind the last line are of its own end.
+void takeLines(std::string_view text, const std::function<void(std::string_view)>& take) {
+    text = text.substr(0, text.find_last_not_of('\r') + 1);
+    for (auto end = text.find('\r'); end != std::string_view::npos; end = text.find('\r')) {
+        take(text.substr(0, end));
+        text.remove_prefix(text.find_first_not_of('\r', end));
+    }
+    take(text);
 }
 
 // Adds what the lines stand for, and gives those that have no room.
@@ -59,8 +57,11 @@ std::string asOneLine(std::string text) {
 void forEachLine(std::string_view text, const std::function<void(std::string_view)>& take) {
     if (text.starts_with(byteOrderMark))
         text.remove_prefix(byteOrderMark.size());
-    while (!text.empty())
-        take(takeLine(text));
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size());
+        takeLines(text.substr(0, end), take);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
 }
 
 std::string linesOf(const RowList& list) {
