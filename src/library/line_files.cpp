@@ -5,6 +5,7 @@
 #include "shell/app_state.h"
 #include "shell/data_directory.h"
 #include "shell/files.h"
+#include "shell/this_run.h"
 
 #include <algorithm>
 #include <utility>
@@ -82,7 +83,10 @@ Loaded LineFiles::loadlines(const std::string& path, RowList& list) {
 }
 
 Loaded LineFiles::loadPlaylist(const std::string& path, AppState& state, Into into) {
+    const ThisRun run(state);
     const FileRead file = load(path);
+    if (!run.lasts())
+        return {"it belongs to an older run"};
     Loaded loaded{file.reason};
     if (file.failed() && into != Into::listsOfNewRun)
         return loaded;

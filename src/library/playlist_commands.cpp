@@ -140,7 +140,10 @@ void PlaylistCommands::saveAs(const std::string& fileName) {
 
 void PlaylistCommands::loadFile(const std::string& path) {
     const std::string name = songOfPath(path).title();
-    tellLoad(name, playlists_.loadFrom(path, name), true);
+    const ThisRun run(state_);
+    const Loaded loaded = playlists_.loadFrom(path, name);
+    if (run.lasts())
+        tellLoad(name, loaded, true);
 }
 
 void PlaylistCommands::loadSilently(const std::string& name) {

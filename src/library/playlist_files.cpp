@@ -3,6 +3,7 @@
 #include "library/playlist.h"
 #include "shell/app_state.h"
 #include "shell/kept_files.h"
+#include "shell/this_run.h"
 
 #include <algorithm>
 
@@ -59,9 +60,11 @@ FileChange PlaylistFiles::remove(const std::string& name) {
 }
 
 Loaded PlaylistFiles::loadFrom(const std::string& path, const std::string& name) {
+    const ThisRun run(state_);
     if (!files_.exists(path) && !files_.read(path).failed())
         return {"there is no such file"};
-    Loaded loaded = lineFiles_.loadPlaylist(path, state_);
+    Loaded loaded =
+        run.lasts() ? lineFiles_.loadPlaylist(path, state_) : Loaded{"it belongs to an older run"};
     if (loaded.failed())
         return loaded;
     file_ = loaded_ = path;

@@ -25,6 +25,16 @@ std::string rowOfPath(const std::string& path) {
     return makerow(song.name, song.extension, song.directory);
 }
 
+// Other systems write backslashes between names.
+std::string pathFrom(std::string_view directory, std::string path,
+                     const std::function<std::string(std::string_view)>& readPath) {
+    if (path.find('/') == std::string::npos)
+        std::replace(path.begin(), path.end(), '\\', '/');
+    for (; path.starts_with("../"); path.erase(0, 3))
+        directory = directory.substr(0, std::min(directory.rfind('\\'), directory.size()));
+    return std::string(directory) + readPath('/' + path).substr(2);
+}
+
 } // namespace
 
 std::string rowOfPlaylistLine(std::string_view line, std::string_view file,
@@ -43,8 +53,7 @@ std::string rowOfPlaylistLine(std::string_view line, std::string_view file,
     const std::string kind = foldCase(file.substr(std::min(file.rfind('.'), file.size())));
     if (kind != ".m3u" && kind != ".m3u8")
         return std::string(line);
-    const std::string below = readPath('/' + std::string(path)).substr(2);
-    return rowOfPath(std::string(file.substr(0, file.rfind('\\'))) + below);
+    return rowOfPath(pathFrom(file.substr(0, file.rfind('\\')), std::string(path), readPath));
 }
 
 } // namespace larkspin

@@ -30,6 +30,10 @@ std::optional<Song> LastSong::inHand() const {
 
 void LastSong::take(const Song& song) {
     isInHand_ = true;
+    follow(song);
+}
+
+void LastSong::follow(const Song& song) {
     state_.play = song.title();
     state_.playpath = song.directory;
     settings_.putAll({{"play", state_.play}, {"playpath", state_.playpath}});

@@ -26,6 +26,7 @@ public:
 
     void take(const Song& song);           // it is that one from now on
     void takeAgain() { isInHand_ = true; } // started once more
+    void follow(const Song& song);         // renamed, in hand or not
     void letGo() { isInHand_ = false; }
     void forget(); // its file is gone
 

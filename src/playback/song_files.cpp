@@ -57,14 +57,16 @@ void SongFiles::deleteInPlay() {
         return;
     }
     const ThisRun run(state_);
-    const bool nothingFollows = letGo();
+    letGo();
     if (!run.lasts())
         return;
     const FileChange gone = files_.moveToWastebasket(song->path());
+    const bool nothingFollows = run.lasts() && isNothingStarted();
     if (!gone) {
         if (nothingFollows)
             becomeInPlay(*song);
-        tellUndone("delete", *song, gone.reason);
+        if (run.lasts())
+            tellUndone("delete", *song, gone.reason);
         return;
     }
     if (nothingFollows)
@@ -74,8 +76,9 @@ void SongFiles::deleteInPlay() {
         returnToResumeRow();
         lastSong_.forget();
     }
-    reply_.sayOrBox("deleted:  <b>" + song->name + "</b> " + extensionTag(song->extension),
-                    "deleted " + song->title());
+    if (run.lasts())
+        reply_.sayOrBox("deleted:  <b>" + song->name + "</b> " + extensionTag(song->extension),
+                        "deleted " + song->title());
 }
 
 void SongFiles::renameInPlay(const std::string& typed) {
@@ -91,19 +94,23 @@ void SongFiles::renameInPlay(const std::string& typed) {
     }
     const Song renamed = renamedTo(newName, *song);
     const ThisRun run(state_);
-    const bool nothingFollows = letGo();
+    letGo();
     if (!run.lasts())
         return;
     const FileChange moved = files_.rename(song->path(), renamed.title());
+    const bool nothingFollows = run.lasts() && isNothingStarted();
     if (nothingFollows)
         becomeInPlay(moved ? renamed : *song);
     if (!moved) {
-        tellUndone("rename", *song, moved.reason);
+        if (run.lasts())
+            tellUndone("rename", *song, moved.reason);
         return;
     }
     if (nothingFollows)
         catchUpWith(*song);
     giveName(*song, renamed);
+    if (!run.lasts())
+        return;
     if (state_.silnt) // the box has always told that extension
         dialogs_.box("renamed " + song->title() + " to " + newName + ".mp3");
     else
@@ -116,17 +123,22 @@ void SongFiles::deleteShown() {
         return;
     const bool wasInPlay = isInPlay(*song);
     const ThisRun run(state_);
-    const bool nothingFollows = wasInPlay && letGo();
+    if (wasInPlay)
+        letGo();
     if (!run.lasts())
         return;
     const FileChange gone = files_.moveToWastebasket(song->path());
+    const bool nothingFollows = wasInPlay && run.lasts() && isNothingStarted();
     if (!gone) {
         if (nothingFollows)
             becomeInPlay(*song);
-        dialogs_.box(undone("delete", song->title(), gone.reason));
+        if (run.lasts())
+            dialogs_.box(undone("delete", song->title(), gone.reason));
         return;
     }
     takeOut(*song);
+    if (!run.lasts())
+        return;
     if (state_.masterList.empty() && !wasInPlay)
         state_.Timer1.disable();
     if (nothingFollows || (!wasInPlay && state_.masterIndex() > transport_.resumeRow()))
@@ -146,19 +158,21 @@ void SongFiles::renameShown() {
     if (!isNewName(newName, *song))
         return;
     const Song renamed = renamedTo(newName, *song);
+    const bool wasInPlay = isInPlay(*song);
     const ThisRun run(state_);
-    const bool nothingFollows = isInPlay(*song) && letGo();
+    if (wasInPlay)
+        letGo();
     if (!run.lasts())
         return;
     const FileChange moved = files_.rename(song->path(), renamed.title());
-    if (nothingFollows)
+    if (wasInPlay && run.lasts() && isNothingStarted())
         becomeInPlay(moved ? renamed : *song);
-    if (!moved) {
+    if (moved) {
+        giveName(*song, renamed);
+        state_.playedMemory.clear();
+    } else if (run.lasts()) {
         dialogs_.box(undone("rename", song->title(), moved.reason));
-        return;
     }
-    giveName(*song, renamed);
-    state_.playedMemory.clear();
 }
 
 // Without choices there is none, as behind a search that found nothing.
@@ -180,13 +194,17 @@ bool SongFiles::isInPlay(const Song& song) const {
 }
 
 // The player lets go of the song. A command that comes in meanwhile finds none to work on, so that
-// none is deleted or renamed twice. False when that command has started another song, which is then
-// left alone.
-bool SongFiles::letGo() {
+// none is deleted or renamed twice.
+void SongFiles::letGo() {
     state_.Timer1.disable();
     choices_.closeselection();
     choices_.clear();
-    return transport_.releasesong();
+    transport_.releasesong();
+}
+
+// Behind that, and behind what the disk took: a song that has come meanwhile is left alone.
+bool SongFiles::isNothingStarted() const {
+    return state_.playMark == idleMark && state_.tempTitle.empty() && !lastSong_.inHand();
 }
 
 // The row last started, which additions may have moved, is current before it goes. The row of a
@@ -213,8 +231,8 @@ void SongFiles::takeOut(const Song& song) {
 void SongFiles::giveName(const Song& song, const Song& renamed) {
     counters_.carry(song.title(), renamed.title());
     changeRows(song, &renamed);
-    if (isSameFile(song, lastSong_.song())) // a file from disk is in hand by now
-        lastSong_.take(renamed);
+    if (isSameFile(song, lastSong_.song())) // something else may be in hand by now
+        lastSong_.follow(renamed);
 }
 
 // All rows of the file go, however they spell its directory. Where there is a new name, rows with

@@ -40,7 +40,8 @@ private:
     std::optional<Song> songInPlay() const;
     std::optional<Song> songShown();
     bool isInPlay(const Song& song) const;
-    bool letGo();
+    void letGo();
+    bool isNothingStarted() const;
     void catchUpWith(const Song& song);
     void takeOut(const Song& song);
     void giveName(const Song& song, const Song& renamed);

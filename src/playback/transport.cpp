@@ -267,7 +267,7 @@ void Transport::close() {
     player_.Open("");
 }
 
-bool Transport::releasesong() {
+void Transport::releasesong() {
     ++turns_;
     lastSong_.letGo();
     endPauseMark();
@@ -279,7 +279,6 @@ bool Transport::releasesong() {
     const auto nothingStarted = [this] { return state_.playMark == idleMark; };
     while (nothingStarted() && player_.PlayState() != PlayState::closed && loop_.now() < latest)
         Pause{loop_}(releaseInterval);
-    return nothingStarted();
 }
 
 void Transport::endPauseMark() {

@@ -103,8 +103,8 @@ public:
 
     // The same as `close` for working on the song's file. Nothing plays then, and nothing has
     // ended, as after a stop. Events run until the player is off the file, for five seconds at
-    // most. False when one of them has started a song, which then is no business of the caller's.
-    bool releasesong();
+    // most, or until one of them has started a song.
+    void releasesong();
 
     void moveToNextRow();     // behind the last row the first one follows
     void moveToPreviousRow(); // and the other way round

@@ -1,5 +1,7 @@
 #include "shell/kept_files.h"
 
+#include <algorithm>
+
 namespace larkspin {
 
 namespace {
@@ -47,7 +49,10 @@ void KeptFiles::note(const std::string& path, const std::string& what, const std
     tell(what + "<b>" + contents + "</b>:  " + reason);
 }
 
+// Of several files that hold one thing he is told once.
 void KeptFiles::tell(std::string text) {
+    if (std::find(news_.begin(), news_.end(), text) != news_.end())
+        return;
     news_.push_back(std::move(text));
     if (onNews_)
         onNews_();

@@ -55,6 +55,19 @@ TEST(Restart, EndsWhatIsBeingRecited) {
     }
 }
 
+TEST(Restart, EndsTheLoadingFromASlowDisk) {
+    Restarting machine;
+    machine.disk.write("stick/far.lkl", "");
+    machine.slowDisk.spans[machine.drive("stick")] = 3s;
+    machine.loop.once(1s, [&] { machine.program->restart(); });
+    machine.dialogs.answers = {machine.drive("stick/far.lkl")};
+    machine.press("Command3");
+    machine.chooseFromPopup("loadlis");
+    machine.advance(5s);
+    EXPECT_EQ(machine.state().masterList.count(), 2);
+    EXPECT_TRUE(machine.said().starts_with("load:  ")) << machine.said();
+}
+
 TEST(Restart, DismissesWhatIsOpenWhateverIsAnsweredThen) {
     struct Case {
         std::string window, list, button, entry, answer; // no button: the delete key
@@ -75,7 +88,8 @@ TEST(Restart, DismissesWhatIsOpenWhateverIsAnsweredThen) {
                           {"appz", "List1", "", "", "yes"},
                           {"appz", "", "Label3", "", "music/pop/other.mp3"},
                           {"'newpl", "", "", "", "yes"},
-                          {"'newpl", "", "", "", "no"}};
+                          {"'newpl", "", "", "", "no"},
+                          {"'xlist lkl", "", "", "", "yes"}};
     for (const auto& [window, list, button, entry, answer] : cases) {
         SCOPED_TRACE(window + ' ' + list + ' ' + button + ' ' + entry + ' ' + answer);
         Restarting machine;

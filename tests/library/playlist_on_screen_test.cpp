@@ -258,6 +258,21 @@ TEST_F(Saving, SaysEachFailureOnce) {
     EXPECT_EQ(machine.lastBox(), "couldn't save settings" + full);
 }
 
+TEST_F(Saving, IsPrecededByWhatCouldntBeLoadedEachSaidOnce) {
+    machine.endProcess();
+    machine.forget();
+    machine.files.unreadable = true;
+    machine.start();
+    Lines said = machine.allSaid();
+    std::sort(said.begin(), said.end());
+    const std::string unread = "</b>:  the disk can't be read";
+    EXPECT_EQ(said,
+              (Lines{"couldn't load <b>applications n shit" + unread,
+                     "couldn't load <b>notes" + unread, "couldn't load <b>play counts" + unread,
+                     "couldn't load <b>playlist" + unread, "couldn't load <b>settings" + unread,
+                     "larkspin player - by moraine", "load:  <b>1</b> - mp3s played:  <b>0</b>"}));
+}
+
 TEST_F(Saving, TellsWhatIsLostAtTheEnd) {
     machine.owner("'sn a note");
     machine.owner("'ap c:\\x, y");

@@ -284,7 +284,9 @@ TEST_F(Playlists, OfOtherPlayersAndHandsAreLoadedAsMeant) {
                          unix + "\n",
                          "  " + machine.drive("music/rock/a.mp3") + "\r\n",
                          "#EXTM3U\n#EXTINF:3,A | B\n" + unix,
-                         "rock/a.mp3\n"};
+                         "rock/a.mp3\n",
+                         "rock\\a.mp3\r\n",
+                         "../music/rock/a.mp3\n"};
     for (const std::string& text : texts) {
         machine.disk.write("music/x.m3u", text);
         machine.dialogs.answers = {machine.drive("music/x.m3u")};

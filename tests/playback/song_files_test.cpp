@@ -342,6 +342,53 @@ TEST_F(SongFiles, ASongStartedWhileThePlayerLetsGoPlaysOn) {
     EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav", "d.mp3"}));
 }
 
+TEST_F(SongFiles, ASongStartedWhileTheDiskTakesItsTimePlaysOn) {
+    machine.playlist({"a.mp3", "b.mp3", "c.wav"});
+    machine.writeDataFile("temp.lst",
+                          machine.dataFile("temp.lst") + machine.song("pop", "d.mp3") + "\r\n");
+    machine.start();
+    machine.window("mp3s").visible = true;
+    const auto slow = [&](const std::function<void()>& hand) {
+        for (const int seconds : {60, 2}) {
+            machine.owner("'num 2");
+            machine.slowDisk.spans[machine.drive("music/rock")] = std::chrono::seconds(seconds);
+            machine.loop.once(1s, [&] { machine.hear("'play d"); });
+            hand();
+            machine.slowDisk.spans.clear();
+            EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
+            EXPECT_EQ(machine.answer("'info"), "song:  d");
+            EXPECT_EQ(machine.setting("play"), "d.mp3");
+        }
+    };
+    slow([&] { machine.owner("'rename e"); });
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "d.mp3 pop", "e.mp3 rock"}));
+    slow([&] { machine.owner("'delete"); });
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "d.mp3 pop", "e.mp3 rock"}));
+    machine.song("rock", "c.mp3");
+    machine.owner("'ref rock");
+    slow([&] { clickRename(1, "b"); });
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "b.mp3 rock", "d.mp3 pop", "e.mp3 rock"}));
+    slow([&] { strikeDelete(1, "yes"); });
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "d.mp3 pop", "e.mp3 rock"}));
+    EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>d</b> ");
+}
+
+TEST_F(SongFiles, ASlowDiskHasNoPartInTheNextRun) {
+    for (const char* line : {"'rename d", "'delete"}) {
+        machine.owner("'num 1");
+        machine.slowDisk.spans[machine.drive("music/rock")] = 3s;
+        machine.loop.once(1s, [&] {
+            machine.restart();
+            machine.slowDisk.spans.clear();
+            machine.owner("'play c");
+            machine.forget();
+        });
+        machine.owner(line, 5s);
+        EXPECT_EQ(machine.allSaid(), Lines{});
+        EXPECT_EQ(machine.answer("'info"), "song:  c (<b>.wav</b>)");
+    }
+}
+
 TEST_F(SongFiles, AChoiceOpenedWhileThePlayerLetsGoStaysOpen) {
     machine.owner("'num 2");
     hearInBetween({"'play "});

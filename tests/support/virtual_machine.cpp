@@ -27,6 +27,8 @@ std::optional<std::uintmax_t> FaultyFiles::size(const std::string& path) {
 }
 
 FileRead FaultyFiles::read(const std::string& path, std::size_t largest) {
+    if (!disk_.answers(songOfPath(path).directory))
+        return {FileRead::Outcome::failed, {}, noAnswer};
     if (++reads == failReadAt || unreadable || (!broken.empty() && path.ends_with(broken)))
         return {FileRead::Outcome::failed, {}, "the disk can't be read"};
     return PosixFiles::read(path, largest);
@@ -45,10 +47,14 @@ FileChange FaultyFiles::makeDirectory(const std::string& path) {
 }
 
 FileChange FaultyFiles::rename(const std::string& path, const std::string& newName) {
+    if (!disk_.answers(songOfPath(path).directory))
+        return {noAnswer};
     return refusesMoves ? FileChange{"permission denied"} : PosixFiles::rename(path, newName);
 }
 
 FileChange FaultyFiles::moveToWastebasket(const std::string& path) {
+    if (!disk_.answers(songOfPath(path).directory))
+        return {noAnswer};
     return refusesMoves ? FileChange{"permission denied"} : PosixFiles::moveToWastebasket(path);
 }
 
