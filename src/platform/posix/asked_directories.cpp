@@ -10,8 +10,13 @@ namespace larkspin {
 
 namespace {
 
-// So many directories are asked for before the first of them is told.
-constexpr std::size_t mostAhead = 16;
+// So many directories are asked for before the first of them is told. The next ones follow when
+// half of them have been, all together.
+constexpr std::size_t mostAhead = 128;
+// While there are more than so many to come, some are let come together: to be woken up by each
+// would take as long as to list one.
+constexpr std::size_t several = 16;
+constexpr auto untilSeveral = std::chrono::microseconds(200);
 
 // Reads ahead in a worker of its own. Each answer belongs to the question that has waited longest.
 class ReaderAhead : public DirectoryReader {
@@ -59,23 +64,29 @@ private:
         if (!worker_)
             worker_ = disk_.borrow();
         if (worker_)
-            worker_->send(put(DiskQuestion::list, path));
+            worker_->add(put(DiskQuestion::list, path));
         asked_.push_back(path);
     }
 
     void askAhead() {
+        if (asked_.size() > mostAhead / 2)
+            return;
         while (!expected_.empty() && asked_.size() < mostAhead) {
             const std::string path = std::move(expected_.front());
             expected_.pop_front();
             if (!isAskedFor(path))
                 ask(path);
         }
+        if (worker_)
+            worker_->flush();
     }
 
     void takeNext() {
         std::string answer;
         const OwnersDisk::Wait wait =
-            worker_ ? disk_.await(*worker_, answer) : OwnersDisk::Wait::died;
+            worker_ ? disk_.await(*worker_, answer,
+                                  asked_.size() > several ? untilSeveral : Nanoseconds(0))
+                    : OwnersDisk::Wait::died;
         const std::string path = std::move(asked_.front());
         asked_.pop_front();
         if (wait == OwnersDisk::Wait::answered) {

@@ -3,6 +3,7 @@
 #include "platform/posix/disk_space.h"
 #include "platform/posix/disk_wire.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -10,6 +11,8 @@
 namespace larkspin {
 
 namespace {
+
+constexpr std::uint64_t mostReserved = 1024; // places for texts before they are there
 
 void write(WireWriter& wire, const std::vector<std::string>& texts) {
     wire.number(texts.size());
@@ -19,7 +22,9 @@ void write(WireWriter& wire, const std::vector<std::string>& texts) {
 
 std::vector<std::string> readTexts(WireReader& wire) {
     std::vector<std::string> texts;
-    for (std::uint64_t left = wire.number(); left > 0 && wire.isWhole(); --left)
+    const std::uint64_t count = wire.number();
+    texts.reserve(std::min<std::uint64_t>(count, mostReserved));
+    for (std::uint64_t left = count; left > 0 && wire.isWhole(); --left)
         texts.push_back(wire.text());
     return texts;
 }

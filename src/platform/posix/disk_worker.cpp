@@ -134,10 +134,9 @@ bool DiskWorker::isGone() {
     return isGone_;
 }
 
-void DiskWorker::send(std::string_view question) {
+void DiskWorker::add(std::string_view question) {
     outgoing_.erase(0, std::exchange(sent_, 0));
     outgoing_ += framed(question);
-    flush();
 }
 
 void DiskWorker::flush() {

@@ -38,8 +38,13 @@ public:
 
     int channel() const { return channel_.number(); } // readable when there are answers
 
-    // Neither waits.
-    void send(std::string_view question);
+    // None of these waits. What is added goes with the next of them.
+    void add(std::string_view question);
+    void flush();
+    void send(std::string_view question) {
+        add(question);
+        flush();
+    }
     std::optional<DiskAnswer> receive(); // the next answer, when it is there
 
     // Until it says something, or takes more of what it is given.
@@ -56,7 +61,6 @@ private:
     DiskWorker(pid_t process, Descriptor channel)
         : process_(process), channel_(std::move(channel)) {}
 
-    void flush();
     void fill();
 
     pid_t process_;

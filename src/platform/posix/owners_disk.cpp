@@ -5,6 +5,7 @@
 #include "platform/posix/watching_loop.h"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 namespace larkspin {
@@ -98,7 +99,7 @@ std::optional<std::string> OwnersDisk::ask(std::string_view question, const std:
     return std::nullopt;
 }
 
-OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer) {
+OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer, Nanoseconds nap) {
     const Nanoseconds latest = steadyTime() + bound_;
     bool answered = false;
     const auto isOver = [&] {
@@ -108,6 +109,8 @@ OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer) {
         }
         return answered || worker.isBroken();
     };
+    if (!isOver())
+        std::this_thread::sleep_for(nap);
     if (!isOver())
         worker.waitForNews(blink);
     while (!isOver() && steadyTime() < latest) {

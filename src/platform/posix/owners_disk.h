@@ -46,7 +46,8 @@ public:
     std::unique_ptr<DiskWorker> borrow();
     void giveBack(std::unique_ptr<DiskWorker> worker); // when it has answered everything
     enum class Wait { answered, hung, died };
-    Wait await(DiskWorker& worker, std::string& answer);
+    // Sleeps as long first, if there is no answer yet.
+    Wait await(DiskWorker& worker, std::string& answer, Nanoseconds nap = Nanoseconds(0));
     void hasHung(std::unique_ptr<DiskWorker> worker, const std::string& path); // over this
     void end(std::unique_ptr<DiskWorker> worker); // one that has more to answer, or none can
 
