@@ -14,6 +14,7 @@
 #include <functional>
 #include <iterator>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -190,22 +191,25 @@ void Refresh::heyaz(const DirectoryListing& listing, Listed& listed) const {
 
 void Refresh::bringInLine(const RowList& before, const Listed& listed, Refreshed& refreshed) {
     const Meanwhile meanwhile(before, state_.masterList);
-    Views onDisk, inList;
+    std::unordered_map<std::string_view, bool> onDisk; // and whether they are in the list
+    onDisk.reserve(listed.rows.size());
     for (const Row& row : listed.rows)
-        onDisk.insert(row.text());
+        onDisk.emplace(row.text(), false);
     for (int index = state_.masterList.count() - 1; index >= 0; --index) {
         const Row row = state_.masterList.share(index);
+        const auto there = onDisk.find(row.text());
+        if (there != onDisk.end() && !std::exchange(there->second, true))
+            continue;
         const std::string_view directory = directoryOf(row);
         refreshed.kept += listed.unread.contains(directory);
-        if (!listed.directories.contains(directory))
-            continue;
-        const auto there = onDisk.find(row.text());
-        if (there == onDisk.end() || !inList.insert(*there).second)
+        if (listed.directories.contains(directory))
             removeFromPlaylist(state_, index);
     }
+    const auto isInList = [](const auto& row) { return row.second; };
+    if (std::ranges::all_of(onDisk, isInList))
+        return;
     for (const Row& row : listed.rows)
-        if (!inList.contains(row.text()) && !meanwhile.hasTakenOut(row) &&
-            !addToPlaylist(state_, row))
+        if (!onDisk.at(row.text()) && !meanwhile.hasTakenOut(row) && !addToPlaylist(state_, row))
             ++refreshed.leftOut;
 }
 
