@@ -126,8 +126,11 @@ bool LineFiles::holdsPlaylist(const std::string& path, const RowList& list) {
 
 FileChange LineFiles::savelines(const std::string& path, const RowList& list,
                                 const std::string& more) {
-    return kept_[path].isUnread ? saveBehind(path, linesOf(list) + more)
-                                : replaceLines(path, list, more);
+    const auto [kept, isNotLoaded] = kept_.try_emplace(path);
+    if (isNotLoaded) // what a run before may have put beside it goes with the lines it belongs to
+        kept->second.hasBeside = true;
+    return kept->second.isUnread ? saveBehind(path, linesOf(list) + more)
+                                 : replaceLines(path, list, more);
 }
 
 FileChange LineFiles::replaceLines(const std::string& path, const RowList& list,
