@@ -104,9 +104,10 @@ FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
         return whyNot(name);
     if (isPart_) {
         const FileChange joined = joinLackingRows();
-        if (isPart_ && name == shownName())
+        const bool isOwn = name == shownName();
+        if (isOwn && lacksNamed_)
             return joined;
-        if (isPart_ && state_.masterList.empty())
+        if (isPart_ && (isOwn || state_.masterList.empty()))
             return {"the list that should be here couldn't be loaded"};
     }
     return {files_.read(path).reason};
@@ -122,8 +123,8 @@ FileChange PlaylistFiles::joinLackingRows() {
         if (lacks)
             reason = joined.reason;
     };
-    join(lacksNamed_, file_);
     join(lacksUnnamed_, directory_.unnamedPlaylist());
+    join(lacksNamed_, file_);
     isPart_ = lacksNamed_ || lacksUnnamed_;
     showfilecount(state_);
     return {reason};
