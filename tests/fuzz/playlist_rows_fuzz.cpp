@@ -32,7 +32,7 @@ static void search(AppState& state, const std::string& text) {
     for (int index = 0; index < state.masterList.count(); ++index) {
         const std::string_view row = state.masterList.row(index);
         demand(row == state.playlistView.row(index));
-        if (foldCase(rowname(row)).find(foldCase(text)) == std::string::npos)
+        if (foldCase(rowname(row)).find(foldName(text)) == std::string::npos)
             continue;
         demand(state.choiceList.row(hits++) == rebuilt(row));
         last = index;
