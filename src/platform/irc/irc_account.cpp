@@ -69,6 +69,8 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
 
 IrcAccount read(std::string_view contents) {
     IrcAccount account;
+    if (constexpr std::string_view mark = "\xEF\xBB\xBF"; contents.starts_with(mark))
+        contents.remove_prefix(mark.size()); // an editor's
     bool isLoginWhole = true; // else the password could go to another host, or for another account
     while (!contents.empty()) {
         std::string_view line = contents.substr(0, contents.find('\n'));
