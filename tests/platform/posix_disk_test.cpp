@@ -138,6 +138,7 @@ TEST_F(PosixDisk, WhatCantBeReplacedStays) {
         EXPECT_FALSE(files.exists(path)) << path;
         EXPECT_EQ(files.read(path).contents, "") << path;
     }
+    EXPECT_TRUE(files.read(drive("dangling")).failed()); // it is for a disk that is away
     const auto before = std::signal(SIGXFSZ, SIG_IGN);
     EXPECT_FALSE(withLimit(RLIMIT_FSIZE, 4096, [&] { // the disk fills up in the middle of the write
         return bool(files.replace(drive("file"), std::string(10000, 'x')));

@@ -40,9 +40,11 @@ FileRead unreadable(std::string reason) {
 
 FileRead readWhole(const std::string& native, std::size_t largest) {
     const Descriptor file(::open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (!file.isOpen())
-        return errno == ENOENT || errno == ENOTDIR ? FileRead{FileRead::Outcome::missing}
-                                                   : unreadable(failureWords(errno));
+    if (!file.isOpen()) {
+        const int reason = errno;
+        const bool isMissing = (reason == ENOENT || reason == ENOTDIR) && !leadsNowhere(native);
+        return isMissing ? FileRead{FileRead::Outcome::missing} : unreadable(failureWords(reason));
+    }
     struct stat facts {};
     if (::fstat(file.number(), &facts) != 0)
         return unreadable(failureWords(errno));

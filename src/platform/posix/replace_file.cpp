@@ -131,6 +131,11 @@ FileChange replaceFile(const std::string& path, const std::string& contents) {
     return failedBecause(reason);
 }
 
+bool leadsNowhere(const std::string& path) {
+    std::error_code failed;
+    return fs::is_symlink(path, failed) && !fs::exists(behindLinks(path).parent_path(), failed);
+}
+
 void removeUnfinished(const std::string& directory) {
     std::error_code failed;
     for (fs::directory_iterator entry(directory, failed), end; entry != end;

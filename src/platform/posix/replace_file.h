@@ -11,6 +11,9 @@ namespace larkspin {
 // As Files::replace. A link stays a link: what it points to is replaced.
 FileChange replaceFile(const std::string& path, const std::string& contents);
 
+// Whether the path is a link to where there is no directory, as one to a disk that is away is.
+bool leadsNowhere(const std::string& path);
+
 // Removes the unfinished files in a directory. Nobody may be writing there meanwhile.
 void removeUnfinished(const std::string& directory);
 
