@@ -2,6 +2,7 @@
 // makes them and hands them over; they must outlive the program.
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace larkspin {
@@ -36,6 +37,8 @@ struct Machine {
     Process& process;
     std::string dataDirectory; // drive path without a trailing backslash
     bool fadesWindows;         // the desktop can draw the splash half transparent
+    // A last word, where nothing can be said in the room any more.
+    std::function<void(const std::string& line)> note = [](const std::string&) {};
 };
 
 } // namespace larkspin

@@ -25,6 +25,7 @@
 #include "shell/kept_files.h"
 
 #include <csignal>
+#include <iostream>
 #include <string_view>
 
 using namespace larkspin;
@@ -73,7 +74,8 @@ int main(int count, char** arguments) {
                      .power = power,
                      .process = process,
                      .dataDirectory = userDataDirectory(),
-                     .fadesWindows = display.drawsTransparency()});
+                     .fadesWindows = display.drawsTransparency(),
+                     .note = [](const std::string& line) { std::cerr << line << std::endl; }});
     const MprisService remote(loop, sessionBusAddress(), program.playback.remote,
                               {.raise =
                                    [&] {

@@ -61,7 +61,8 @@ int main() {
                      .power = power,
                      .process = process,
                      .dataDirectory = userDataDirectory(),
-                     .fadesWindows = false});
+                     .fadesWindows = false,
+                     .note = [&](const std::string& line) { terminal.screen.note(line); }});
     MprisService remote(loop, sessionBusAddress(), program.playback.remote,
                         {.raise = {}, .quit = [&] { program.exit(); }});
     loop.onSignals({SIGTERM, SIGHUP, SIGINT}, [&] { program.end(); });

@@ -76,6 +76,7 @@ private:
     void takeEarlyLines();
     void finish(bool speaks);
     void save();
+    bool saveWhole(); // false when something couldn't be kept
     void unload(bool speaks);
     void secondTick();
     void tellSoon();

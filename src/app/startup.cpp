@@ -159,8 +159,8 @@ void Program::tellSoon() {
 
 // What couldn't be read or written. It is told in turn: the next one may come meanwhile.
 void Program::tellNews() {
-    for (const std::string& text : machine.files.takeNews())
-        chat.reply.sayOrBox(text, withoutBold(text));
+    machine.files.tellNews(
+        [this](const std::string& text) { chat.reply.sayOrBox(text, withoutBold(text)); });
 }
 
 void Program::save() {
@@ -176,6 +176,12 @@ void Program::save() {
     machine.files.hide(shell.directory.settingsFile());
 }
 
+bool Program::saveWhole() {
+    const int failed = machine.files.failedSaves();
+    save();
+    return machine.files.failedSaves() == failed;
+}
+
 void Program::unload(bool speaks) {
     phase_ = Phase::saving;
     machine.dialogs.dismissAll();
@@ -183,7 +189,8 @@ void Program::unload(bool speaks) {
     machine.loop.cancel(telling_);
     if (speaks)
         tellNews();
-    machine.files.takeNews();
+    for (const std::string& text : machine.files.takeNews())
+        machine.note("larkspin: " + withoutBold(text));
     chat.stopScanners();
     companions.unload();
     shell.splash.hide();
@@ -227,6 +234,11 @@ void Program::restart() {
     chat.reply.saychat("restarting larkspin player");
     if (!run.lasts())
         return; // another one has come and gone meanwhile
+    if (!saveWhole()) {
+        tellNews();
+        chat.reply.sayOrBox("not restarted, what can't be saved would be lost");
+        return;
+    }
     unload(true);
     Pause{machine.loop}(0.5);
     start();

@@ -47,6 +47,17 @@ std::string addLines(std::string_view text, Loaded& loaded,
     return leftOut;
 }
 
+std::size_t hashOf(std::string_view text) {
+    return std::hash<std::string_view>()(text);
+}
+
+std::vector<std::size_t> linesIn(std::string_view text) {
+    std::vector<std::size_t> lines;
+    forEachLine(text, [&](std::string_view line) { lines.push_back(hashOf(line)); });
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
 } // namespace
 
 std::string asOneLine(std::string text) {
@@ -79,6 +90,7 @@ Loaded LineFiles::loadlines(const std::string& path, RowList& list) {
     kept_[path].leftOut = addLines(
         file.contents, loaded, [](std::string_view line) { return std::string(line); },
         [&](std::string_view row) { return list.add(rows.write(row)); });
+    remember(kept_[path], file.contents, linesOf(list) + leftOut(path));
     return loaded;
 }
 
@@ -101,6 +113,7 @@ Loaded LineFiles::loadPlaylist(const std::string& path, AppState& state, Into in
     kept_[path].leftOut = addLines(
         file.contents, loaded,
         [&](std::string_view line) { return rowOfPlaylistLine(line, path, readPath_); }, add);
+    remember(kept_[path], file.contents, linesOf(state.masterList) + leftOut(path));
     return loaded;
 }
 
@@ -126,11 +139,46 @@ bool LineFiles::holdsPlaylist(const std::string& path, const RowList& list) {
 
 FileChange LineFiles::savelines(const std::string& path, const RowList& list,
                                 const std::string& more) {
-    const auto [kept, isNotLoaded] = kept_.try_emplace(path);
+    const auto [place, isNotLoaded] = kept_.try_emplace(path);
+    Kept& kept = place->second;
     if (isNotLoaded) // what a run before may have put beside it goes with the lines it belongs to
-        kept->second.hasBeside = true;
-    return kept->second.isUnread ? saveBehind(path, linesOf(list) + more)
-                                 : replaceLines(path, list, more);
+        kept.hasBeside = true;
+    const std::string lines = linesOf(list) + more;
+    if (kept.isUnread)
+        return saveBehind(path, lines);
+    if (kept.seen && !kept.hasBeside)
+        return saveWithOthers(path, kept, lines);
+    const FileChange outcome = replaceWithBeside(path, lines);
+    if (outcome)
+        remember(kept, lines, lines);
+    return outcome;
+}
+
+void LineFiles::remember(Kept& kept, const std::string& file, const std::string& own) {
+    kept.seen = hashOf(file);
+    kept.seenLines = linesIn(file);
+    kept.own = hashOf(own);
+}
+
+FileChange LineFiles::saveWithOthers(const std::string& path, Kept& kept,
+                                     const std::string& lines) {
+    const FileRead now = files_.read(path);
+    if (now.outcome == FileRead::Outcome::contents && hashOf(now.contents) != kept.seen) {
+        if (hashOf(lines) == kept.own)
+            return {};
+        const std::vector<std::size_t> own = linesIn(lines);
+        forEachLine(now.contents, [&](std::string_view line) {
+            const std::size_t hash = hashOf(line);
+            if (!isBlank(line) && !std::ranges::binary_search(kept.seenLines, hash) &&
+                !std::ranges::binary_search(own, hash))
+                kept.others.append(line).append(lineEnd);
+        });
+    }
+    const std::string all = lines + kept.others;
+    const FileChange outcome = files_.replace(path, all);
+    if (outcome)
+        remember(kept, all, lines);
+    return outcome;
 }
 
 FileChange LineFiles::replaceLines(const std::string& path, const RowList& list,
@@ -155,8 +203,11 @@ std::string LineFiles::leftOut(const std::string& path) const {
 FileRead LineFiles::load(const std::string& path) {
     FileRead file = files_.read(path);
     FileRead beside = files_.read(path + std::string(besideEnding));
-    kept_[path] = {.isUnread = file.failed(),
-                   .hasBeside = beside.outcome == FileRead::Outcome::contents};
+    Kept& kept = kept_[path];
+    kept.isUnread = file.failed();
+    kept.hasBeside = beside.outcome == FileRead::Outcome::contents;
+    kept.before.reset();
+    kept.others.clear();
     if (!file.contents.empty() && !file.contents.ends_with('\n') && !beside.contents.empty())
         file.contents += lineEnd;
     file.contents += beside.contents;

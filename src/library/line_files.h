@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larkspin {
 
@@ -53,6 +54,8 @@ public:
     Loaded loadlines(const std::string& path, RowList& list);
 
     // Puts the rows over the file, and behind them more lines: those that the list had no room for.
+    // What somebody else has added to the file since it was loaded stays, behind them all; a file
+    // that only he has changed stays as it is.
     FileChange savelines(const std::string& path, const RowList& list) {
         return savelines(path, list, leftOut(path));
     }
@@ -81,9 +84,17 @@ private:
         // Of an unread file that could be read at a save, so that one save after the other doesn't
         // add the same rows again.
         std::optional<std::string> before = {};
+        // Of the file as it was last read or written, and of what was made of it; their lines in
+        // order.
+        std::optional<std::size_t> seen = {};
+        std::size_t own = 0;
+        std::vector<std::size_t> seenLines = {};
+        std::string others = {}; // lines that somebody else has added since it was loaded
     };
 
     FileRead load(const std::string& path);
+    void remember(Kept& kept, const std::string& file, const std::string& own);
+    FileChange saveWithOthers(const std::string& path, Kept& kept, const std::string& lines);
     FileChange replaceWithBeside(const std::string& path, const std::string& lines);
     FileChange saveBehind(const std::string& path, const std::string& rows);
 

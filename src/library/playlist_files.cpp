@@ -68,7 +68,8 @@ Loaded PlaylistFiles::loadFrom(const std::string& path, const std::string& name)
     if (loaded.failed())
         return loaded;
     file_ = loaded_ = path;
-    lacksNamed_ = lacksUnnamed_ = isPart_ = false;
+    whole_ = {path};
+    lacksNamed_ = lacksUnnamed_ = isPart_ = isUnknown_ = false;
     showfilecount(state_);
     showName(name);
     state_.playedMemory.clear();
@@ -81,14 +82,14 @@ PlaylistFiles::Saved PlaylistFiles::save(const std::string& name) {
         return {refused};
     const bool isNew = !exists(name);
     const std::string path = pathOf(name);
-    const std::string more = leftOut(path == file_);
+    const std::string more = leftOut(path);
     FileChange outcome = lineFiles_.replaceLines(path, state_.masterList, more);
     if (!outcome)
         return {outcome};
     file_ = path;
-    if (more.empty() && !lacksUnnamed_)
-        loaded_ = path;
-    lacksNamed_ = isPart_ = false;
+    if (!more.empty())
+        whole_.insert(path);
+    lacksNamed_ = isPart_ = isUnknown_ = false;
     showName(name);
     if (isNew && std::find(state_.p.begin(), state_.p.end(), name) == state_.p.end()) {
         state_.p.push_back(name);
@@ -110,6 +111,8 @@ FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
         if (isPart_ && (isOwn || state_.masterList.empty()))
             return {"the list that should be here couldn't be loaded"};
     }
+    if (isUnknown_ && state_.masterList.empty())
+        return {"the list that should be here couldn't be loaded"};
     return {files_.read(path).reason};
 }
 
@@ -135,10 +138,11 @@ FileChange PlaylistFiles::whyNot(const std::string& name) {
                              : "no file can have that name"};
 }
 
-// The lines for which the list had no room. They belong into another file than its own only when
-// nothing has been taken out of the list.
-std::string PlaylistFiles::leftOut(bool isOwnFile) const {
-    return isOwnFile || state_.masterList.full() ? lineFiles_.leftOut(loaded_) : "";
+// The lines for which the list had no room. A file that has them keeps them, whatever the list has
+// been saved as meanwhile. They come into another one only when nothing has been taken out of the
+// list.
+std::string PlaylistFiles::leftOut(const std::string& path) const {
+    return whole_.contains(path) || state_.masterList.full() ? lineFiles_.leftOut(loaded_) : "";
 }
 
 void PlaylistFiles::fillplaylistmenu() {
@@ -161,6 +165,8 @@ std::string PlaylistFiles::shownName() const {
 
 void PlaylistFiles::loadOfLastRun(const StoredSettings& stored) {
     file_ = loaded_ = directory_.unnamedPlaylist();
+    whole_ = {loaded_};
+    isUnknown_ = !stored.wereRead();
     lacksNamed_ = lacksUnnamed_ = false;
     for (const char* key : {nameKey, changedKey, addedKey})
         if (!stored.get(key).empty())
@@ -184,8 +190,11 @@ void PlaylistFiles::loadUnnamed(Into into) {
 void PlaylistFiles::loadNamed(const std::string& name, const StoredSettings& stored) {
     showName(name);
     file_ = pathOf(name);
-    if (stored.get(changedKey) == name && files_.exists(directory_.unnamedPlaylist()))
+    if (stored.get(changedKey) == name && files_.exists(directory_.unnamedPlaylist())) {
+        whole_.insert(file_);
         return loadUnnamed(Into::listsOfNewRun);
+    }
+    whole_ = {file_};
     loaded_ = file_;
     const Loaded loaded = lineFiles_.loadPlaylist(loaded_, state_, Into::listsOfNewRun);
     tellLoad(name, loaded);
@@ -229,7 +238,7 @@ void PlaylistFiles::remember(SettingsChanges& changes, const std::string& key,
 
 FileChange PlaylistFiles::saveUnnamed(bool isNamed) {
     const std::string unnamed = directory_.unnamedPlaylist();
-    return lineFiles_.savelines(unnamed, state_.masterList, leftOut(isNamed || loaded_ == unnamed));
+    return lineFiles_.savelines(unnamed, state_.masterList, leftOut(isNamed ? file_ : unnamed));
 }
 
 // Empty for what is no playlist file's name: no file has the empty path.

@@ -65,7 +65,7 @@ private:
     FileChange whyNot(const std::string& name);
     FileChange mayBeSaved(const std::string& name);
     FileChange joinLackingRows();
-    std::string leftOut(bool isOwnFile) const;
+    std::string leftOut(const std::string& path) const;
     void remember(SettingsChanges& changes, const std::string& key, const std::string& value);
     void loadUnnamed(LineFiles::Into into);
     void loadNamed(const std::string& name, const StoredSettings& stored);
@@ -78,11 +78,13 @@ private:
     LineFiles& lineFiles_;
     FileLister& File1_;
     const DataDirectory& directory_;
-    std::string file_, loaded_; // that of the list in use, and the one that its rows are from
+    std::string file_, loaded_;   // that of the list in use, and the one that its rows are from
+    std::set<std::string> whole_; // files with the rows for which the list had no room
     // Rows that the last run had: those of the file with the name, and those of the file without
     // one, which couldn't be read.
     bool lacksNamed_ = false, lacksUnnamed_ = false;
-    bool isPart_ = false;              // for that reason, and hasn't been saved as it is
+    bool isPart_ = false;    // for that reason, and hasn't been saved as it is
+    bool isUnknown_ = false; // which list it should be, since the settings couldn't be read
     std::set<std::string> remembered_; // keys of settings that have a value
 };
 

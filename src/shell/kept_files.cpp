@@ -6,8 +6,18 @@ namespace larkspin {
 
 namespace {
 
+// With its mark, or, without one, by every other byte of its first characters.
 bool isUtf16(std::string_view text) {
-    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
+    constexpr std::size_t judged = 8;
+    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
+        return true;
+    if (text.size() < judged)
+        return false;
+    const bool isSecond = text[1] == '\0';
+    for (std::size_t at = 0; at < judged; ++at)
+        if ((text[at] == '\0') != (at % 2 == isSecond))
+            return false;
+    return true;
 }
 
 } // namespace
@@ -28,6 +38,7 @@ FileChange KeptFiles::replace(const std::string& path, const std::string& conten
     const auto unread = unread_.find(path);
     FileChange outcome =
         unread == unread_.end() ? disk_.replace(path, contents) : FileChange{unread->second};
+    failedSaves_ += !outcome;
     note(path, "couldn't save ", outcome.reason);
     return outcome;
 }
@@ -39,7 +50,8 @@ void KeptFiles::note(const std::string& path, const std::string& what, const std
     if (contents.empty())
         return;
     if (reason.empty()) {
-        failures_.erase(what + path);
+        if (tellings_ == 0)
+            failures_.erase(what + path);
         return;
     }
     std::string& told = failures_[what + path];
@@ -56,6 +68,13 @@ void KeptFiles::tell(std::string text) {
     news_.push_back(std::move(text));
     if (onNews_)
         onNews_();
+}
+
+void KeptFiles::tellNews(const std::function<void(const std::string& text)>& say) {
+    ++tellings_;
+    for (const std::string& text : takeNews())
+        say(text);
+    --tellings_;
 }
 
 void KeptFiles::onNews(Task task) {

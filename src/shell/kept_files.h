@@ -10,6 +10,7 @@
 #include "shell/event_loop.h"
 #include "shell/files.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -40,9 +41,12 @@ public:
     void hide(const std::string& path) override { disk_.hide(path); }
 
     // What there is to tell the owner, in the client's markup, and who is called when there is.
+    // Telling reads files itself: on a disk that fails now and then it mustn't go on for ever.
     void tell(std::string text);
+    void tellNews(const std::function<void(const std::string& text)>& say);
     std::vector<std::string> takeNews() { return std::exchange(news_, {}); }
     void onNews(Task task);
+    int failedSaves() const { return failedSaves_; } // so far
 
 private:
     void note(const std::string& path, const std::string& what, const std::string& reason);
@@ -52,6 +56,7 @@ private:
     std::map<std::string, std::string> unread_;   // why, by path
     std::map<std::string, std::string> failures_; // told last, by what couldn't be done
     std::vector<std::string> news_;
+    int failedSaves_ = 0, tellings_ = 0; // those under way
     Task onNews_;
 };
 

@@ -250,6 +250,47 @@ TEST_F(Saving, ThatFailsOnDiskIsSaid) {
     EXPECT_EQ(machine.setting("playlist"), "old.lkl");
 }
 
+TEST_F(Saving, KeepsWhatAnotherHandHasAddedMeanwhile) {
+    machine.owner("'sn old");
+    machine.owner("'sn older");
+    machine.restart();
+    const std::string file = machine.dataFile("larkmain.lpb"), added = "by hand\r\n";
+    machine.writeDataFile("larkmain.lpb", added + file.substr(file.find('\n') + 1));
+    machine.restart(); // nothing has changed here
+    EXPECT_EQ(machine.dataFile("larkmain.lpb"), added + file.substr(file.find('\n') + 1));
+    machine.owner("'sn new");
+    machine.writeDataFile("larkmain.lpb", added + added.substr(3) + file);
+    machine.restart();
+    EXPECT_EQ(machine.answer("'notes?"), "total notes:  <b>5");
+    machine.owner("'clrn");
+    machine.restart();
+    EXPECT_EQ(machine.answer("'notes?"), "total notes:  <b>0");
+}
+
+TEST_F(Saving, EmptiesNoFileByAListThatIsntKnown) {
+    machine.owner("'save old");
+    const std::string saved = machine.dataFile("old.lkl");
+    EXPECT_EQ(namesAfterStart([&] {
+                  breakFile("larkspin.ini");
+                  fs::remove(machine.disk.path() / "data/temp.lst");
+              }),
+              "");
+    EXPECT_EQ(machine.answer("'save old"), "couldn't save playlist <b>old.lkl</b>:  the list that "
+                                           "should be here couldn't be loaded");
+    EXPECT_EQ(machine.dataFile("old.lkl"), saved);
+    add("c.mp3");
+    EXPECT_EQ(machine.answer("'save new"), "saved playlist <b>new.lkl</b>, <b>1</b> files");
+}
+
+TEST_F(Saving, TellsOfADiskThatFailsNowAndThenOnceForEachAnswer) {
+    machine.files.failEach = 3;
+    machine.forget();
+    machine.owner("'media?", 5s);
+    const Lines said = machine.allSaid();
+    EXPECT_GE(said.size(), 1);
+    EXPECT_LT(said.size(), 10);
+}
+
 TEST_F(Saving, SaysEachFailureOnce) {
     machine.owner("'num 1");
     machine.files.full = true;
@@ -295,6 +336,26 @@ TEST_F(Saving, TellsWhatIsLostAtTheEnd) {
               (Lines{"couldn't save <b>applications n shit</b>" + full,
                      "couldn't save <b>notes</b>" + full, "couldn't save <b>playlist</b>" + full,
                      "couldn't save <b>settings</b>" + full, "larkspin player - unload"}));
+}
+
+TEST_F(Saving, TellsWhatIsLostWhereTheRoomHearsNothing) {
+    machine.files.unwritable = "larkmain.lpb";
+    machine.owner("'sn a note");
+    machine.endProcess();
+    EXPECT_EQ(machine.notes, Lines{"larkspin: couldn't save notes:  no space left on the device"});
+}
+
+TEST_F(Saving, KeepsTheProgramFromARestartThatWouldLoseWords) {
+    machine.owner("'sn a note");
+    machine.files.unwritable = "larkmain.lpb";
+    EXPECT_EQ(machine.answerTo([&] { machine.chooseFromTray("rstartp"); }),
+              "restarting larkspin player\n"
+              "couldn't save <b>notes</b>:  no space left on the device\n"
+              "not restarted, what can't be saved would be lost");
+    EXPECT_EQ(machine.answer("'notes?"), "total notes:  <b>1");
+    machine.files.unwritable.clear();
+    machine.chooseFromTray("rstartp");
+    EXPECT_EQ(machine.answer("'notes?"), "total notes:  <b>1");
 }
 
 } // namespace

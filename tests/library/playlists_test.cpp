@@ -268,6 +268,13 @@ TEST_F(Playlists, ThatDontFitAreNeverSavedShorter) {
     machine.owner("'listrmv 10000");
     machine.owner("'save many");
     EXPECT_EQ(lines("many.lkl"), 32'769);
+    machine.owner("'save copy");
+    EXPECT_EQ(lines("copy.lkl"), 32'766);
+    machine.files.broken = "many.lkl";
+    machine.owner("'list many");
+    machine.files.broken.clear();
+    machine.owner("'save many");
+    EXPECT_EQ(lines("many.lkl"), 32'769);
     machine.owner("'listrmv 10001");
     machine.restart();
     EXPECT_SAID(machine, "<b>1</b> files of the playlist don't fit into the list");
@@ -295,12 +302,15 @@ TEST_F(Playlists, OfOtherPlayersAndHandsAreLoadedAsMeant) {
             << text;
         EXPECT_EQ(machine.state().masterList.row(0), row) << text;
     }
-    machine.disk.write("music/x.m3u", std::string("\xFF\xFE"
-                                                  "a\0\n\0",
-                                                  6));
-    machine.dialogs.answers = {machine.drive("music/x.m3u")};
-    EXPECT_EQ(machine.answerTo([&] { chooseFromOps("loadlis"); }),
-              "couldn't load playlist <b>x.m3u</b>:  it is in UTF-16");
+    const std::string utf16("\xFF\xFE"
+                            "a\0b\0c\0d\0\n\0",
+                            12);
+    for (const std::string& text : {utf16, utf16.substr(2), utf16.substr(3)}) {
+        machine.disk.write("music/x.m3u", text);
+        machine.dialogs.answers = {machine.drive("music/x.m3u")};
+        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("loadlis"); }),
+                  "couldn't load playlist <b>x.m3u</b>:  it is in UTF-16");
+    }
     EXPECT_EQ(machine.state().masterList.count(), 1);
 }
 

@@ -29,7 +29,8 @@ std::optional<std::uintmax_t> FaultyFiles::size(const std::string& path) {
 FileRead FaultyFiles::read(const std::string& path, std::size_t largest) {
     if (!disk_.answers(songOfPath(path).directory))
         return {FileRead::Outcome::failed, {}, noAnswer};
-    if (++reads == failReadAt || unreadable || (!broken.empty() && path.ends_with(broken)))
+    const bool isItsTurn = ++reads == failReadAt || (failEach > 0 && reads % failEach == 0);
+    if (isItsTurn || unreadable || (!broken.empty() && path.ends_with(broken)))
         return {FileRead::Outcome::failed, {}, "the disk can't be read"};
     return PosixFiles::read(path, largest);
 }
@@ -263,21 +264,23 @@ bool VirtualMachine::start() {
 
 bool VirtualMachine::startOn(Directories& others) {
     program.reset();
-    program = std::make_unique<Program>(Machine{.loop = loop,
-                                                .files = kept,
-                                                .directories = others,
-                                                .dialogs = dialogs,
-                                                .desktop = desktop,
-                                                .host = *host,
-                                                .lines = lines,
-                                                .player = player,
-                                                .launching = launching,
-                                                .otherPlayer = otherPlayer,
-                                                .facts = facts,
-                                                .power = power,
-                                                .process = process,
-                                                .dataDirectory = drive("data"),
-                                                .fadesWindows = fadesWindows});
+    program = std::make_unique<Program>(
+        Machine{.loop = loop,
+                .files = kept,
+                .directories = others,
+                .dialogs = dialogs,
+                .desktop = desktop,
+                .host = *host,
+                .lines = lines,
+                .player = player,
+                .launching = launching,
+                .otherPlayer = otherPlayer,
+                .facts = facts,
+                .power = power,
+                .process = process,
+                .dataDirectory = drive("data"),
+                .fadesWindows = fadesWindows,
+                .note = [this](const std::string& line) { notes.push_back(line); }});
     return run([this] { program->start(); });
 }
 

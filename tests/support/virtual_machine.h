@@ -78,6 +78,7 @@ public:
     bool unreadable = false; // every read fails
     std::string broken;      // every read of a file whose path ends so
     int failReadAt = 0;      // this one does, counted from 1
+    int failEach = 0;        // and each of that many
     int reads = 0;
 
 private:
@@ -296,6 +297,7 @@ public:
     RecordedPower power;
     HostClient* host = &room; // what the next start runs on
     bool fadesWindows = false;
+    Lines notes;                      // last words, behind the room's end
     std::unique_ptr<Program> program; // made at start
     AppState& state();
 };
