@@ -18,8 +18,12 @@ class RowList;
 struct RoomDisplay {
     std::function<void(const ChatLine& line)> line;
     std::function<void(const std::string& text)> message;
+    // What is told to the owner's own words, where that is shown otherwise.
+    std::function<void(const std::string& text)> answer = {};
     Task clearInput = [] {}, bringForward = [] {};
     Task changed = [] {}; // what `ShownRoom` tells is another, also where there is no message
+
+    void tell(const std::string& text) const { (answer ? answer : message)(text); }
 };
 
 // What a window must know of a room.

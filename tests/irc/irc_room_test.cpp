@@ -163,6 +163,20 @@ TEST(IrcRoom, TheOwnersWordsDoWhatTheySay) {
     EXPECT_EQ(machine.rooms.currentScreenName(), "Boss");
 }
 
+// A front end keeps them a place that no flood of others takes.
+TEST(IrcRoom, WhatTheOwnerHasAskedForIsToldApart) {
+    IrcMachine machine;
+    machine.begin();
+    machine.answers = 0;
+    machine.seenOf([&] { machine.irc.names(); });
+    EXPECT_EQ(machine.answers, 4);
+    machine.told(":irc.test 401 Owner nobody :No such nick");
+    EXPECT_EQ(machine.answers, 5);
+    machine.told(":eve!e@h JOIN #music\r\n:ann!a@h TOPIC #music :x\r\n:ann!a@h PRIVMSG Owner :x\r\n"
+                 ":ann!a@h INVITE Owner #den\r\n:ann!a@h MODE #music +v eve\r\n:eve!e@h QUIT :x");
+    EXPECT_EQ(machine.answers, 5);
+}
+
 TEST(IrcRoom, TheClientsErrandsAreRunOnTheNetwork) {
     IrcMachine machine;
     machine.begin();

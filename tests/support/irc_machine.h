@@ -52,11 +52,17 @@ public:
                             [this](const ChatLine& line) {
                                 seen += line.speaker + ": " + messageOf(line.text) + '\n';
                             },
-                        .message = [this](const std::string& text) { seen += "- " + text + '\n'; }};
+                        .message = [this](const std::string& text) { seen += "- " + text + '\n'; },
+                        .answer =
+                            [this](const std::string& text) {
+                                seen += "- " + text + '\n';
+                                ++answers;
+                            }};
     OwnRoom own{lines, "Login", display};
     IrcRoom irc{loop, lines, server, display};
     Rooms rooms{own, irc};
     std::string seen;
+    int answers = 0; // of all messages, those that the owner has asked for
 };
 
 } // namespace larkspin

@@ -11,7 +11,8 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
                    const std::string& screenName, const RoomDisplay& shown)
     : file_(files, directory.ircFile()), own(lines, screenName, shown),
       irc(loop, lines, connection, followed(shown)),
-      words(loop, own, irc, prompt, file_, shown.message) {}
+      words(loop, own, irc, prompt, file_, [shown](const std::string& text) { shown.tell(text); }) {
+}
 
 RoomDisplay AllRooms::followed(RoomDisplay shown) {
     shown.changed = [this, changed = std::move(shown.changed)] {

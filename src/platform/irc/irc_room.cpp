@@ -19,6 +19,11 @@ using namespace std::chrono_literals;
 
 const std::string farewell = "larkspin flies off";
 
+// What the server says by number it says to the owner's own words.
+bool isNumber(std::string_view command) {
+    return !command.empty() && command.front() >= '0' && command.front() <= '9';
+}
+
 } // namespace
 
 IrcRoom::IrcRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, RoomDisplay shown)
@@ -136,7 +141,9 @@ void IrcRoom::take(const IrcMessage& message) {
         return hearing_.take(message, speech_);
     const bool isSelf = session_.isSelf(message.nick());
     if (!(command == "INVITE" && people_.ignores(message.nick())))
-        tellNews(message, session_, here(), shown_.message);
+        tellNews(message, session_, here(), [&](const std::string& text) {
+            isNumber(command) ? tell(text) : shown_.message(text);
+        });
     if (command == "JOIN" && isSelf)
         joining_.cameIn(std::string(message.parameter(0)));
     if (command == "NICK")
@@ -207,7 +214,7 @@ void IrcRoom::names() {
     const auto called = [&](std::string_view name) {
         return here()->ranks(name, session_.features()) + visibleName(name);
     };
-    tellRoom(*this, ejected(), called, shown_.message);
+    tellRoom(*this, ejected(), called, [this](const std::string& text) { tell(text); });
 }
 
 void IrcRoom::limitSaid(int linesPerMinute) {

@@ -2,8 +2,7 @@
 // others; the owner is whoever the server says that this connection is, and only what was said by
 // this connection is his.
 //
-// Everything that it has to tell goes to `RoomDisplay::message`. Nothing here waits but
-// `sendChatLine`.
+// Everything that it has to tell goes to `RoomDisplay`. Nothing here waits but `sendChatLine`.
 #pragma once
 
 #include "chat/chat_lines.h"
@@ -120,7 +119,7 @@ private:
     using Place = IrcChannels::Place;
 
     const IrcChannel* here() const;
-    void tell(const std::string& text) const { shown_.message(text); }
+    void tell(const std::string& text) const { shown_.tell(text); }
     bool tellWithoutRoom() const; // true when there is none
 
     void take(const IrcMessage& message);

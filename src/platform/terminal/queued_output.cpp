@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t littleWaits = 65536; // bytes: as much as a pipe holds
 constexpr auto patience = 250ms;           // with a reader that takes nothing
-constexpr auto patienceAtEnd = 400ms;      // in which a reader frees a page of its pipe
+constexpr auto patienceAtEnd = 800ms;      // in which a reader frees a page of its pipe
 constexpr std::size_t memoryKept = 65536;  // bytes, for the next texts
 
 // A description of its own that doesn't block; -1 where there is none to be had. A file keeps its
@@ -29,11 +29,6 @@ int reopened(int descriptor) {
         return -1;
     const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
     return ::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-}
-
-bool takesBytes(int descriptor, std::chrono::milliseconds within) {
-    pollfd writable{descriptor, POLLOUT, 0};
-    return ::poll(&writable, 1, static_cast<int>(within.count())) > 0;
 }
 
 } // namespace
@@ -87,7 +82,7 @@ void QueuedOutput::writeOn() {
 bool QueuedOutput::writeSome() {
     std::size_t size = waiting();
     if (mustPoll_) {
-        if (!takesBytes(descriptor_, 0ms))
+        if (!waitForReader(descriptor_, 0ms))
             return false;
         size = std::min<std::size_t>(size, PIPE_BUF);
     }
@@ -129,7 +124,12 @@ Nanoseconds QueuedOutput::busyUntil() const {
     return takenAt_ + patience;
 }
 
-void QueuedOutput::finish() {
+bool QueuedOutput::waitForReader(int descriptor, std::chrono::milliseconds longest) {
+    pollfd writable{descriptor, POLLOUT, 0};
+    return ::poll(&writable, 1, static_cast<int>(longest.count())) > 0;
+}
+
+void QueuedOutput::finish(const Wait& takesBytes) {
     writeOn();
     while (isWaiting() && takesBytes(descriptor_, patienceAtEnd)) {
         const std::size_t before = waiting();

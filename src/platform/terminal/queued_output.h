@@ -10,6 +10,8 @@
 
 #include "platform/posix/poll_loop.h"
 
+#include <chrono>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -48,7 +50,10 @@ public:
 
     // At the end of the process: waits for a reader for as long as he goes on taking. What is left
     // then is lost.
-    void finish();
+    using Wait = std::function<bool(int descriptor, std::chrono::milliseconds longest)>;
+    void finish(const Wait& takesBytes = waitForReader);
+    // Whether the descriptor takes something by then.
+    static bool waitForReader(int descriptor, std::chrono::milliseconds longest);
 
 private:
     bool isWaiting() const { return taken_ < queue_.size(); }

@@ -50,6 +50,10 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
       rooms(loop, lines, connection, password_, files, directory, screenName,
             {.line = [this](const ChatLine& line) { showLine(line); },
              .message = [this](const std::string& text) { screen.showRoom(text); },
+             .answer =
+                 [this](const std::string& text) {
+                     screen.showRoom(text, TerminalScreen::Speaker::owner);
+                 },
              .changed = [this] { showOwnName(); }}),
       commands_(screen, desktop, rooms.words.words(),
                 [this](const std::string& line) { rooms.room.say(line); }) {

@@ -69,12 +69,12 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
 }
 
 // On one line: others choose the names in it.
-void TerminalScreen::showRoom(const std::string& text) {
+void TerminalScreen::showRoom(const std::string& text, Speaker speaker) {
     const std::string head = "[room] ";
     if (form_ == Form::protocol)
-        put(output_, head + onOneLine(text) + '\n', Speaker::other);
+        put(output_, head + onOneLine(text) + '\n', speaker);
     else
-        put(output_, "\x1b[2m" + head + shownName(text) + "\x1b[0m\n", Speaker::other);
+        put(output_, "\x1b[2m" + head + shownName(text) + "\x1b[0m\n", speaker);
 }
 
 void TerminalScreen::note(const std::string& line) {

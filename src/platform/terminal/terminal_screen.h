@@ -28,7 +28,7 @@ public:
     void show(std::string_view head, const std::string& text);
 
     // What happens in the room beside what is said there, dimmed, with the head "[room]".
-    void showRoom(const std::string& text);
+    void showRoom(const std::string& text, Speaker speaker = Speaker::other);
 
     // What the front end itself has to say.
     void tell(const std::string& text) { show("terminal", text); }
