@@ -9,7 +9,24 @@
 #include "shell/this_run.h"
 #include "text/fold.h"
 
+#include <algorithm>
+#include <unordered_set>
+
 namespace larkspin {
+
+namespace {
+
+// What a scan has found is on the disk.
+IsOnDisk asFoundIn(const RowList& found) {
+    return [&found, texts = std::unordered_set<std::string_view>()](const Row& row) mutable {
+        const bool isFirst = texts.empty(); // seldom is anybody asked at all
+        for (int index = 0; isFirst && index < found.count(); ++index)
+            texts.insert(found.row(index));
+        return texts.contains(row.text());
+    };
+}
+
+} // namespace
 
 void Adding::scan(const std::string& directory) {
     if (reply_.refusedInSilence("scanning"))
@@ -50,9 +67,11 @@ void Adding::transfer() {
 }
 
 int Adding::addScanned() {
+    const RowList& found = state_.scanRows;
+    const IsOnDisk isOnDisk = asFoundIn(found);
     int leftOut = 0;
-    for (int index = 0; index < state_.scanRows.count(); ++index)
-        leftOut += addToPlaylistOnce(state_, state_.scanRows.share(index)) == Addition::leftOut;
+    for (int index = 0; index < found.count(); ++index)
+        leftOut += addToPlaylistOnce(state_, found.share(index), isOnDisk) == Addition::leftOut;
     showfilecount(state_);
     return leftOut;
 }
@@ -70,12 +89,13 @@ void Adding::scanAndOffer() {
 
 int Adding::addmatching(RowList& list, const std::string& text) {
     const std::string wanted = foldCase(text);
+    const IsOnDisk isOnDisk = asFoundIn(list);
     int leftOut = 0;
     for (int index = 0; index < list.count(); ++index) {
         if (list.folded(index).find(wanted) == std::string::npos)
             continue;
         list.setCurrentIndex(index);
-        leftOut += addToPlaylistOnce(state_, list.share(index)) == Addition::leftOut;
+        leftOut += addToPlaylistOnce(state_, list.share(index), isOnDisk) == Addition::leftOut;
     }
     return leftOut;
 }
@@ -102,6 +122,7 @@ void Adding::addFiles() {
 // A single file brings its directory with the backslash behind it, and leaves the memory of the
 // random pick alone.
 void Adding::addFiles(const std::vector<std::string>& paths) {
+    const ThisRun run(state_);
     int leftOut = 0;
     for (const std::string& path : paths) {
         const Song song = songOfPath(path);
@@ -110,7 +131,10 @@ void Adding::addFiles(const std::vector<std::string>& paths) {
         const std::string directory =
             paths.size() == 1 ? joinPath(song.directory, "") : song.directory;
         const Addition came =
-            addToPlaylistOnce(state_, Row(makerow(song.name, song.extension, directory)));
+            addToPlaylistOnce(state_, Row(makerow(song.name, song.extension, directory)),
+                              [&](const Row& other) { return isOnDisk(other) && run.lasts(); });
+        if (!run.lasts())
+            return;
         leftOut += came == Addition::leftOut;
         if (came == Addition::added)
             showfilecount(state_);
@@ -118,6 +142,13 @@ void Adding::addFiles(const std::vector<std::string>& paths) {
     if (paths.size() > 1)
         state_.playedMemory.clear();
     boxLeftOut(leftOut);
+}
+
+// Events are served while it is asked.
+bool Adding::isOnDisk(const Row& row) {
+    const Song song = songOfRow(row.text());
+    const DirectoryRead read = directories_.list(std::string(plainDirectory(song.directory)));
+    return std::ranges::count(read.listing.files, song.title()) > 0;
 }
 
 FileLister::Shown Adding::askForDirectory() {
@@ -145,9 +176,13 @@ Adding::Place Adding::placeAt(const std::string& path) {
 // Each directory with the backslash behind it, which a scan doesn't write.
 void Adding::addDirectory(const DirectoryListing& chosen) {
     const std::string directory = joinPath(chosen.path, "");
+    const auto isOneOfThem = [&](const Row& row) {
+        return std::ranges::count(chosen.files, songOfRow(row.text()).title()) > 0;
+    };
     int leftOut = 0;
     for (const std::string& name : chosen.files)
-        leftOut += addToPlaylistOnce(state_, Row(rowOfFile(name, directory))) == Addition::leftOut;
+        leftOut += addToPlaylistOnce(state_, Row(rowOfFile(name, directory)), isOneOfThem) ==
+                   Addition::leftOut;
     showAdded(leftOut);
 }
 

@@ -56,6 +56,7 @@ private:
     void showAdded(int leftOut);
     void sayLeftOut(int count);
     void boxLeftOut(int count);
+    bool isOnDisk(const Row& row);
     FileQuestion question(const std::string& wanted) const;
 
     AppState& state_;

@@ -108,7 +108,7 @@ Loaded LineFiles::loadPlaylist(const std::string& path, AppState& state, Into in
     RowWriter rows;
     const auto add = [&](std::string_view text) {
         const Row row = rows.write(text);
-        return (isAddition && state.masterList.contains(row)) || addToPlaylist(state, row);
+        return (isAddition && holdsRow(state.masterList, row)) || addToPlaylist(state, row);
     };
     kept_[path].leftOut = addLines(
         file.contents, loaded,

@@ -5,6 +5,7 @@
 
 #include "text/row_list.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,9 +16,15 @@ struct AppState;
 // False when the lists are full; they stay as they are then.
 bool addToPlaylist(AppState& state, const Row& row);
 
-// The same, unless the row is there already, compared as a whole without regard to case.
+// The same, unless the row is there already, compared as a whole without regard to case. A row that
+// differs from it in that, or in how its letters are spelled, is the row of another file when its
+// own is on the disk as well.
 enum class Addition { added, thereAlready, leftOut };
-Addition addToPlaylistOnce(AppState& state, const Row& row);
+using IsOnDisk = std::function<bool(const Row& row)>;
+Addition addToPlaylistOnce(AppState& state, const Row& row, const IsOnDisk& isOnDisk);
+
+// Whether a sorted list holds that very row.
+bool holdsRow(const RowList& list, const Row& row);
 
 // Takes the row at the index out of both lists; an index outside them does nothing.
 void removeFromPlaylist(AppState& state, int index);

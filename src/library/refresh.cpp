@@ -84,7 +84,7 @@ public:
 
     // Whether the owner has taken the row out, or all from its directory.
     bool hasTakenOut(const Row& row) const {
-        return isChanged_ && (before_.contains(row) || gone_.contains(directoryOf(row)));
+        return isChanged_ && (holdsRow(before_, row) || gone_.contains(directoryOf(row)));
     }
 
 private:

@@ -47,6 +47,21 @@ TEST_F(AddingTest, SeveralFilesBringNone) {
     EXPECT_TRUE(machine.state().playedMemory.empty());
 }
 
+// Where both are on the disk; else only one of them is a file.
+TEST_F(AddingTest, FilesWhoseNamesDifferInTheCaseAlone) {
+    for (const char* name : {"A.mp3", "pop/e\u0301.mp3", "pop/\u00E9.mp3"})
+        machine.song("rock", name);
+    choose("adfil", {rock + "\\A.mp3", rock + "\\gone.mp3", rock + "\\Gone.mp3"});
+    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\A.mp3", "\\gone.mp3"}));
+    machine.owner("'listrmv gone");
+    choose("adir", {rock + "\\pop"});
+    machine.song("rock", "a.MP3");
+    machine.owner("'scan " + rock);
+    machine.owner("'listadd a  ");
+    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\A.mp3", "\\a.MP3", "\\pop\\\\e\u0301.mp3",
+                              "\\pop\\\\\u00E9.mp3"}));
+}
+
 TEST_F(AddingTest, OffersWhatTheFilterLetsThrough) {
     const std::string filter = " - your current media filter is ";
     for (const auto& [word, entry, title, types] :
