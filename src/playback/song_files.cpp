@@ -19,8 +19,9 @@ namespace larkspin {
 
 namespace {
 
-std::string undone(std::string_view verb, const std::string& title, const std::string& reason) {
-    return "couldn't " + std::string(verb) + " " + title + ":  " + reason;
+std::string undone(const std::string& verb, const std::string& title, const FileChange& change) {
+    return change.mayHappen ? change.reason + ", it may still " + verb + " " + title
+                            : "couldn't " + verb + " " + title + ":  " + change.reason;
 }
 
 // Whether a name may get no such character; it may keep those that it has.
@@ -66,7 +67,7 @@ void SongFiles::deleteInPlay() {
         if (nothingFollows)
             becomeInPlay(*song);
         if (run.lasts())
-            tellUndone("delete", *song, gone.reason);
+            tellUndone("delete", *song, gone);
         return;
     }
     if (nothingFollows)
@@ -103,7 +104,7 @@ void SongFiles::renameInPlay(const std::string& typed) {
         becomeInPlay(moved ? renamed : *song);
     if (!moved) {
         if (run.lasts())
-            tellUndone("rename", *song, moved.reason);
+            tellUndone("rename", *song, moved);
         return;
     }
     if (nothingFollows)
@@ -133,7 +134,7 @@ void SongFiles::deleteShown() {
         if (nothingFollows)
             becomeInPlay(*song);
         if (run.lasts())
-            dialogs_.box(undone("delete", song->title(), gone.reason));
+            dialogs_.box(undone("delete", song->title(), gone));
         return;
     }
     takeOut(*song);
@@ -171,7 +172,7 @@ void SongFiles::renameShown() {
         giveName(*song, renamed);
         state_.playedMemory.clear();
     } else if (run.lasts()) {
-        dialogs_.box(undone("rename", song->title(), moved.reason));
+        dialogs_.box(undone("rename", song->title(), moved));
     }
 }
 
@@ -267,9 +268,9 @@ void SongFiles::becomeInPlay(const Song& song) {
     choices_.offer(song.title());
 }
 
-void SongFiles::tellUndone(std::string_view verb, const Song& song, const std::string& reason) {
-    reply_.sayOrBox(undone(verb, "<b>" + song.title() + "</b>", reason),
-                    undone(verb, song.title(), reason));
+void SongFiles::tellUndone(const std::string& verb, const Song& song, const FileChange& change) {
+    reply_.sayOrBox(undone(verb, "<b>" + song.title() + "</b>", change),
+                    undone(verb, song.title(), change));
 }
 
 } // namespace larkspin

@@ -2,7 +2,8 @@
 // the play count, and, for the song in play, its hold in the player and the settings. What is
 // deleted goes to the desktop's wastebasket.
 //
-// When the disk refuses, the owner is told, and all stays as it was.
+// When the disk refuses, the owner is told, and all stays as it was; so it does when the disk
+// doesn't answer, but whether the file has been changed, or will be, isn't known then.
 #pragma once
 
 #include "chat/core.h"
@@ -10,12 +11,12 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace larkspin {
 
 class Choices;
 class Files;
+struct FileChange;
 class LastSong;
 class PlayCounters;
 class Transport;
@@ -48,7 +49,7 @@ private:
     void changeRows(const Song& song, const Song* renamed);
     void returnToResumeRow();
     void becomeInPlay(const Song& song);
-    void tellUndone(std::string_view verb, const Song& song, const std::string& reason);
+    void tellUndone(const std::string& verb, const Song& song, const FileChange& change);
 
     AppState& state_;
     Dialogs& dialogs_;

@@ -1,6 +1,7 @@
 #include "playback/transport.h"
 
 #include "chat/reply.h"
+#include "library/playlist.h"
 #include "playback/choices.h"
 #include "playback/media_control.h"
 #include "playback/media_window.h"
@@ -161,11 +162,14 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
     if (start.endsPause)
         endPauseMark();
     state_.Timer1.disable();
+    const Row row = state_.masterList.share(state_.masterIndex());
     const bool there = isThere(start, turn);
     if (turn != turns_)
         return Outcome::overtaken;
     if (!there)
         return Outcome::notFound;
+    if (start.position == SongStart::Position::kept)
+        returnTo(row);
     const unsigned own = ++turns_;
     openFile(start);
     if (start.whenOpened)
@@ -244,6 +248,13 @@ void Transport::place(SongStart::Position position) {
         state_.resumeIndex = std::to_string(state_.masterIndex());
     else if (position == SongStart::Position::goneBack)
         state_.setMasterIndex(resumeRow());
+}
+
+// Whatever was looked up in the list while the disk took its time.
+void Transport::returnTo(const Row& row) {
+    const int index = findRow(state_.masterList, row, state_.masterIndex());
+    if (index >= 0)
+        state_.setMasterIndex(index);
 }
 
 void Transport::showCount(const SongStart& start) {

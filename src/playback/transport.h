@@ -22,6 +22,7 @@ class Files;
 class MediaControl;
 class MediaWindow;
 class PlayCounters;
+class Row;
 class Sliders;
 
 // What a message shows behind a song's name: " (<b>.wav</b>)", nothing for .mp3.
@@ -132,6 +133,7 @@ private:
     void noteOpened(const SongStart& start);
     void takeBackPick();
     void showStarted(const SongStart& start);
+    void returnTo(const Row& row);
     void place(SongStart::Position position);
     void showCount(const SongStart& start);
     void settleChoices(SongStart::Choices choices, const std::string& title);

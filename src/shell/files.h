@@ -29,6 +29,7 @@ struct FileRead {
 // left on the device"), as they stand behind a colon.
 struct FileChange {
     std::string reason = {}; // empty when it was made
+    bool mayHappen = false;  // or have happened: nobody knows
 
     explicit operator bool() const { return reason.empty(); }
 };

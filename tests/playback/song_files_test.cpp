@@ -315,6 +315,21 @@ TEST_F(SongFiles, WhatTheDiskRefusesIsToldAndLeftAsItWas) {
     EXPECT_EQ(machine.answer("'play").substr(0, 10), "not found,");
 }
 
+TEST_F(SongFiles, OfADiskThatDoesntAnswerNobodyKnowsWhatItStillDoes) {
+    machine.owner("'num 2");
+    machine.slowDisk.spans[machine.drive("music/rock")] = 10s;
+    for (const auto& [line, verb] : {std::pair("'rename d", "rename"), {"'delete", "delete"}})
+        EXPECT_EQ(machine.answerTo([&, said = line] { machine.owner(said, 11s); }),
+                  "the disk doesn't answer, it may still " + std::string(verb) + " <b>b.mp3</b>");
+    strikeDelete(0, "yes");
+    machine.advance(11s);
+    EXPECT_EQ(machine.lastBox(), "the disk doesn't answer, it may still delete a.mp3");
+    clickRename(0, "d");
+    machine.advance(11s);
+    EXPECT_EQ(machine.lastBox(), "the disk doesn't answer, it may still rename a.mp3");
+    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "b.mp3 rock", "c.wav rock"}));
+}
+
 TEST_F(SongFiles, WaitFiveSecondsAtMostForThePlayer) {
     machine.player.closing = 1h;
     machine.player.lengths[""] = 1; // as if what is stopped meanwhile had come to its end

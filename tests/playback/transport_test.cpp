@@ -78,6 +78,9 @@ TEST(Transport, ADiskThatTakesItsTimeHoldsOnlyItsOwnSongUp) {
         EXPECT_EQ(machine.answerTo([&] { machine.owner("'num 1", 11s); }), answer);
         EXPECT_EQ(machine.player.FileName(), playing);
     }
+    machine.loop.once(1s, [&] { machine.hear("'count c"); });
+    machine.owner("'num 1", 5s);
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>2</b>.  b") << "the one behind it";
     machine.owner("'silent");
     machine.slowDisk.spans[nas] = 1min;
     EXPECT_EQ(machine.answerTo([&] { machine.owner("'num 1", 11s); }),

@@ -49,13 +49,13 @@ FileChange FaultyFiles::makeDirectory(const std::string& path) {
 
 FileChange FaultyFiles::rename(const std::string& path, const std::string& newName) {
     if (!disk_.answers(songOfPath(path).directory))
-        return {noAnswer};
+        return {noAnswer, true};
     return refusesMoves ? FileChange{"permission denied"} : PosixFiles::rename(path, newName);
 }
 
 FileChange FaultyFiles::moveToWastebasket(const std::string& path) {
     if (!disk_.answers(songOfPath(path).directory))
-        return {noAnswer};
+        return {noAnswer, true};
     return refusesMoves ? FileChange{"permission denied"} : PosixFiles::moveToWastebasket(path);
 }
 

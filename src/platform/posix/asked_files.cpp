@@ -5,10 +5,25 @@
 
 namespace larkspin {
 
-// The directory is what hangs, or doesn't.
-std::optional<std::string> AskedFiles::ask(const std::string& question, const std::string& path) {
+namespace {
+
+// What hangs, or doesn't.
+std::string directoryOf(const std::string& path) {
     const std::string native = nativePath(path);
-    return disk_.ask(question, native.substr(0, native.rfind('/')));
+    return native.substr(0, native.rfind('/'));
+}
+
+} // namespace
+
+std::optional<std::string> AskedFiles::ask(const std::string& question, const std::string& path) {
+    return disk_.ask(question, directoryOf(path));
+}
+
+// A disk that was asked and doesn't answer may do it all the same, before its worker dies.
+FileChange AskedFiles::change(const std::string& question, const std::string& path) {
+    const bool isAsked = !disk_.isHung(directoryOf(path));
+    const auto answer = ask(question, path);
+    return answer ? changeIn(*answer) : FileChange{noAnswer, isAsked};
 }
 
 Files::Presence AskedFiles::presence(const std::string& path) {
@@ -35,22 +50,19 @@ FileRead AskedFiles::read(const std::string& path, std::size_t largest) {
 FileChange AskedFiles::replace(const std::string& path, const std::string& contents) {
     if (isOwn(path))
         return files_.replace(path, contents);
-    const auto answer = ask(put(DiskQuestion::replace, path, 0, contents), path);
-    return answer ? changeIn(*answer) : FileChange{noAnswer};
+    return change(put(DiskQuestion::replace, path, 0, contents), path);
 }
 
 FileChange AskedFiles::rename(const std::string& path, const std::string& newName) {
     if (isOwn(path))
         return files_.rename(path, newName);
-    const auto answer = ask(put(DiskQuestion::rename, path, 0, newName), path);
-    return answer ? changeIn(*answer) : FileChange{noAnswer};
+    return change(put(DiskQuestion::rename, path, 0, newName), path);
 }
 
 FileChange AskedFiles::moveToWastebasket(const std::string& path) {
     if (isOwn(path))
         return files_.moveToWastebasket(path);
-    const auto answer = ask(put(DiskQuestion::moveToWastebasket, path), path);
-    return answer ? changeIn(*answer) : FileChange{noAnswer};
+    return change(put(DiskQuestion::moveToWastebasket, path), path);
 }
 
 } // namespace larkspin

@@ -30,6 +30,7 @@ public:
 private:
     bool isOwn(const std::string& path) const { return path.starts_with(own_); }
     std::optional<std::string> ask(const std::string& question, const std::string& path);
+    FileChange change(const std::string& question, const std::string& path);
 
     OwnersDisk& disk_;
     PosixFiles files_;

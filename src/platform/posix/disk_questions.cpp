@@ -139,7 +139,7 @@ FileRead fileIn(std::string_view answer) {
 FileChange changeIn(std::string_view answer) {
     WireReader wire(answer);
     FileChange change{wire.text()};
-    return wire.isWhole() ? change : FileChange{noAnswer};
+    return wire.isWhole() ? change : FileChange{noAnswer, true};
 }
 
 Files::Presence presenceIn(std::string_view answer) {

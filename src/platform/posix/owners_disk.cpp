@@ -48,8 +48,7 @@ std::string directoryAbove(const std::string& path) {
 
 } // namespace
 
-OwnersDisk::OwnersDisk(DiskWorker::Answer answer, Nanoseconds bound)
-    : answer_(std::move(answer)), bound_(bound) {
+OwnersDisk::OwnersDisk(DiskWorker::Answer answer) : answer_(std::move(answer)) {
     giveBack(borrow());
 }
 
@@ -100,7 +99,7 @@ std::optional<std::string> OwnersDisk::ask(std::string_view question, const std:
 }
 
 OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer, Nanoseconds nap) {
-    const Nanoseconds latest = steadyTime() + bound_;
+    const Nanoseconds begin = steadyTime();
     bool answered = false;
     const auto isOver = [&] {
         if (auto came = answered ? std::nullopt : worker.receive()) {
@@ -113,9 +112,9 @@ OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer, Nano
         std::this_thread::sleep_for(nap);
     if (!isOver())
         worker.waitForNews(blink);
-    while (!isOver() && steadyTime() < latest) {
+    while (!isOver() && steadyTime() < begin + bound_) {
         if (loop_)
-            serveEvents(worker, isOver, latest);
+            serveEvents(worker, isOver, begin + bound_);
         else
             worker.waitForNews(blink);
     }

@@ -26,10 +26,13 @@ public:
     static constexpr auto longestAnswer = std::chrono::seconds(10); // a disk at rest spins up first
 
     // The first worker is forked at once: best before there are threads.
-    explicit OwnersDisk(DiskWorker::Answer answer, Nanoseconds bound = longestAnswer);
+    explicit OwnersDisk(DiskWorker::Answer answer);
     ~OwnersDisk();
     OwnersDisk(const OwnersDisk&) = delete;
     OwnersDisk& operator=(const OwnersDisk&) = delete;
+
+    // How long it may take, from now on, also for who waits already.
+    void allow(Nanoseconds bound) { bound_ = bound; }
 
     // Whose events are served. Before that, waits serve nothing.
     void serve(WatchingLoop& loop) { loop_ = &loop; }
@@ -66,7 +69,7 @@ private:
     std::string placeOf(const std::string& path) const;
 
     DiskWorker::Answer answer_;
-    Nanoseconds bound_;
+    Nanoseconds bound_ = longestAnswer;
     WatchingLoop* loop_ = nullptr;
     std::vector<std::unique_ptr<DiskWorker>> idle_, ended_;
     std::vector<Hung> hung_;
