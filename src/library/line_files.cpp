@@ -54,8 +54,24 @@ std::size_t hashOf(std::string_view text) {
 std::vector<std::size_t> linesIn(std::string_view text) {
     std::vector<std::size_t> lines;
     forEachLine(text, [&](std::string_view line) { lines.push_back(hashOf(line)); });
-    std::sort(lines.begin(), lines.end());
     return lines;
+}
+
+// Of a whole text, whose bytes aren't read twice for it.
+std::size_t hashOf(const std::vector<std::size_t>& lines) {
+    return hashOf(std::string_view(reinterpret_cast<const char*>(lines.data()),
+                                   lines.size() * sizeof lines.front()));
+}
+
+// Without making the text of a whole list for it.
+bool isText(std::string_view text, const RowList& list, std::string_view more) {
+    for (int index = 0; index < list.count(); ++index) {
+        const std::string_view row = list.row(index);
+        if (!text.starts_with(row) || !text.substr(row.size()).starts_with(lineEnd))
+            return false;
+        text.remove_prefix(row.size() + lineEnd.size());
+    }
+    return text == more;
 }
 
 } // namespace
@@ -77,7 +93,11 @@ void forEachLine(std::string_view text, const std::function<void(std::string_vie
 }
 
 std::string linesOf(const RowList& list) {
+    std::size_t size = 0;
+    for (int index = 0; index < list.count(); ++index)
+        size += list.row(index).size() + lineEnd.size();
     std::string lines;
+    lines.reserve(size);
     for (int index = 0; index < list.count(); ++index)
         lines.append(list.row(index)).append(lineEnd);
     return lines;
@@ -90,7 +110,7 @@ Loaded LineFiles::loadlines(const std::string& path, RowList& list) {
     kept_[path].leftOut = addLines(
         file.contents, loaded, [](std::string_view line) { return std::string(line); },
         [&](std::string_view row) { return list.add(rows.write(row)); });
-    remember(kept_[path], file.contents, linesOf(list) + leftOut(path));
+    rememberLoaded(kept_[path], file.contents, list);
     return loaded;
 }
 
@@ -113,7 +133,7 @@ Loaded LineFiles::loadPlaylist(const std::string& path, AppState& state, Into in
     kept_[path].leftOut = addLines(
         file.contents, loaded,
         [&](std::string_view line) { return rowOfPlaylistLine(line, path, readPath_); }, add);
-    remember(kept_[path], file.contents, linesOf(state.masterList) + leftOut(path));
+    rememberLoaded(kept_[path], file.contents, state.masterList);
     return loaded;
 }
 
@@ -121,7 +141,7 @@ bool LineFiles::holdsPlaylist(const std::string& path, const RowList& list) {
     const FileRead file = files_.read(path);
     if (file.failed())
         return false;
-    if (file.contents == linesOf(list) + leftOut(path))
+    if (isText(file.contents, list, leftOut(path)))
         return true;
     RowList other(RowList::Order::sorted);
     Loaded loaded;
@@ -154,19 +174,29 @@ FileChange LineFiles::savelines(const std::string& path, const RowList& list,
     return outcome;
 }
 
-void LineFiles::remember(Kept& kept, const std::string& file, const std::string& own) {
-    kept.seen = hashOf(file);
+void LineFiles::remember(Kept& kept, std::string_view file, std::string_view own) {
     kept.seenLines = linesIn(file);
-    kept.own = hashOf(own);
+    kept.seen = hashOf(kept.seenLines);
+    kept.own = file == own ? *kept.seen : hashOf(linesIn(own));
+}
+
+void LineFiles::rememberLoaded(Kept& kept, std::string_view file, const RowList& list) {
+    if (isText(file, list, kept.leftOut))
+        remember(kept, file, file);
+    else
+        remember(kept, file, linesOf(list) + kept.leftOut);
 }
 
 FileChange LineFiles::saveWithOthers(const std::string& path, Kept& kept,
                                      const std::string& lines) {
     const FileRead now = files_.read(path);
-    if (now.outcome == FileRead::Outcome::contents && hashOf(now.contents) != kept.seen) {
-        if (hashOf(lines) == kept.own)
+    if (now.outcome == FileRead::Outcome::contents &&
+        hashOf(linesIn(now.contents)) != kept.seen) {
+        std::vector<std::size_t> own = linesIn(lines);
+        if (hashOf(own) == kept.own)
             return {};
-        const std::vector<std::size_t> own = linesIn(lines);
+        std::ranges::sort(own);
+        std::ranges::sort(kept.seenLines);
         forEachLine(now.contents, [&](std::string_view line) {
             const std::size_t hash = hashOf(line);
             if (!isBlank(line) && !std::ranges::binary_search(kept.seenLines, hash) &&

@@ -84,8 +84,8 @@ private:
         // Of an unread file that could be read at a save, so that one save after the other doesn't
         // add the same rows again.
         std::optional<std::string> before = {};
-        // Of the file as it was last read or written, and of what was made of it; their lines in
-        // order.
+        // Of the file as it was last read or written, and of what was made of it, by their
+        // lines.
         std::optional<std::size_t> seen = {};
         std::size_t own = 0;
         std::vector<std::size_t> seenLines = {};
@@ -93,7 +93,8 @@ private:
     };
 
     FileRead load(const std::string& path);
-    void remember(Kept& kept, const std::string& file, const std::string& own);
+    void remember(Kept& kept, std::string_view file, std::string_view own);
+    void rememberLoaded(Kept& kept, std::string_view file, const RowList& list);
     FileChange saveWithOthers(const std::string& path, Kept& kept, const std::string& lines);
     FileChange replaceWithBeside(const std::string& path, const std::string& lines);
     FileChange saveBehind(const std::string& path, const std::string& rows);

@@ -28,24 +28,6 @@ std::string_view tidyDirectory(std::string_view directory) {
     return directory.ends_with("\\\\") ? plainDirectory(directory) : directory;
 }
 
-// The rows of a sorted list that equal the row without regard to case.
-std::vector<Row> alikeIn(const RowList& list, const Row& row) {
-    std::vector<Row> alike;
-    if (!list.contains(row))
-        return alike;
-    int first = 0;
-    for (int end = list.count(); first < end;) {
-        const int middle = first + (end - first) / 2;
-        if (list.folded(middle) < row.folded())
-            first = middle + 1;
-        else
-            end = middle;
-    }
-    for (int index = first; index < list.count() && list.folded(index) == row.folded(); ++index)
-        alike.push_back(list.share(index));
-    return alike;
-}
-
 } // namespace
 
 bool addToPlaylist(AppState& state, const Row& row) {
@@ -55,7 +37,7 @@ bool addToPlaylist(AppState& state, const Row& row) {
 Addition addToPlaylistOnce(AppState& state, const Row& row, const IsOnDisk& isOnDisk) {
     if (row.text().empty())
         return Addition::thereAlready;
-    const std::vector<Row> alike = alikeIn(state.masterList, row);
+    const std::vector<Row> alike = state.masterList.equals(row);
     const auto isTheSame = [&](const Row& other) {
         return other.text() == row.text() || !isOnDisk(other);
     };
@@ -65,7 +47,7 @@ Addition addToPlaylistOnce(AppState& state, const Row& row, const IsOnDisk& isOn
 }
 
 bool holdsRow(const RowList& list, const Row& row) {
-    return std::ranges::any_of(alikeIn(list, row),
+    return std::ranges::any_of(list.equals(row),
                                [&](const Row& other) { return other.text() == row.text(); });
 }
 

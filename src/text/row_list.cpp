@@ -238,7 +238,9 @@ bool RowList::containsFolded(std::string_view folded) const {
     return order_ == Order::sorted ? sortedContains(folded) : known().contains(folded);
 }
 
-bool RowList::sortedContains(std::string_view folded) const {
+// In a sorted list the first row that sorts like the text or behind it; behind all of them there
+// is no such block.
+RowList::Place RowList::firstNotBefore(std::string_view folded) const {
     const auto before = [](const Slot& slot, std::string_view text) {
         return slot.row.folded() < text;
     };
@@ -247,9 +249,29 @@ bool RowList::sortedContains(std::string_view folded) const {
             return before(candidate.back(), folded);
         });
     if (block == blocks_.end())
-        return false;
+        return {blocks_.size(), 0};
     const auto found = std::lower_bound(block->begin(), block->end(), folded, before);
-    return found->row.folded() == folded;
+    return {static_cast<std::size_t>(block - blocks_.begin()),
+            static_cast<std::size_t>(found - block->begin())};
+}
+
+bool RowList::sortedContains(std::string_view folded) const {
+    const Place place = firstNotBefore(folded);
+    return place.block < blocks_.size() &&
+           blocks_[place.block][place.offset].row.folded() == folded;
+}
+
+std::vector<Row> RowList::equals(const Row& row) const {
+    assert(order_ == Order::sorted);
+    std::vector<Row> rows;
+    for (Place at = firstNotBefore(row.folded()); at.block < blocks_.size(); at = {at.block + 1, 0})
+        for (const Block& block = blocks_[at.block]; at.offset < block.size(); ++at.offset) {
+            const Row& other = block[at.offset].row;
+            if (other.folded() != row.folded())
+                return rows;
+            rows.push_back(other);
+        }
+    return rows;
 }
 
 const RowList::FoldedTexts& RowList::known() const {

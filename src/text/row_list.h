@@ -80,6 +80,8 @@ public:
     bool contains(std::string_view text) const;
     bool contains(const Row& row) const { return containsFolded(row.folded()); }
     bool containsFolded(std::string_view folded) const; // for a text that is folded already
+    // The rows of a sorted list that equal the row without regard to case, in their order.
+    std::vector<Row> equals(const Row& row) const;
 
 private:
     struct Slot {
@@ -99,6 +101,7 @@ private:
     const Slot& slot(int index) const; // of an index inside the list
     Place placeOf(int index) const;
     Place placeFor(const Row& row) const;
+    Place firstNotBefore(std::string_view folded) const;
     int indexOf(Place place) const;
     void insert(Place place, Row row);
     void append(Row row);

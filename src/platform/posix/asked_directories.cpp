@@ -11,12 +11,13 @@ namespace larkspin {
 namespace {
 
 // So many directories are asked for before the first of them is told. The next ones follow when
-// half of them have been, all together.
-constexpr std::size_t mostAhead = 128;
+// an eighth of them has been, all together.
+constexpr std::size_t mostAhead = 256;
+constexpr std::size_t askedAnew = mostAhead / 8 * 7;
 // While there are more than so many to come, some are let come together: to be woken up by each
 // would take as long as to list one.
 constexpr std::size_t several = 16;
-constexpr auto untilSeveral = std::chrono::microseconds(200);
+constexpr auto untilSeveral = std::chrono::microseconds(300);
 
 // Reads ahead in a worker of its own. Each answer belongs to the question that has waited longest.
 class ReaderAhead : public DirectoryReader {
@@ -69,7 +70,7 @@ private:
     }
 
     void askAhead() {
-        if (asked_.size() > mostAhead / 2)
+        if (asked_.size() > askedAnew)
             return;
         while (!expected_.empty() && asked_.size() < mostAhead) {
             const std::string path = std::move(expected_.front());

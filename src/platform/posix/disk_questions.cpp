@@ -12,6 +12,7 @@ namespace larkspin {
 
 namespace {
 
+constexpr std::size_t usualAnswer = 4096;
 constexpr std::uint64_t mostReserved = 1024; // places for texts before they are there
 
 void write(WireWriter& wire, const std::vector<std::string>& texts) {
@@ -60,6 +61,7 @@ public:
         const std::uint64_t number = wire.number();
         const std::string text = wire.text();
         WireWriter answer;
+        answer.bytes.reserve(usualAnswer);
         OpenedFile opened;
         switch (question) {
         case DiskQuestion::list:

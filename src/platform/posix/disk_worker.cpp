@@ -26,19 +26,47 @@ struct Head {
     std::uint64_t length = 0, files = 0;
 };
 
-bool readAll(int channel, void* into, std::size_t size) {
-    auto* at = static_cast<char*>(into);
-    while (size > 0) {
-        const ssize_t got = ::read(channel, at, size);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
+// Reads as many questions at once as there are: each call to the system costs what listing a small
+// directory does.
+class QuestionReader {
+public:
+    explicit QuestionReader(int channel) : channel_(channel) {}
+
+    // False at the end of the channel. The question stands until the next one is read.
+    bool read(std::string_view& question) {
+        Head head;
+        if (!fillUpTo(sizeof head))
             return false;
-        at += got;
-        size -= static_cast<std::size_t>(got);
+        std::memcpy(&head, bytes_.data() + taken_, sizeof head);
+        taken_ += sizeof head;
+        if (!fillUpTo(head.length))
+            return false;
+        question = std::string_view(bytes_).substr(taken_, head.length);
+        taken_ += head.length;
+        return true;
     }
-    return true;
-}
+
+private:
+    bool fillUpTo(std::size_t size) {
+        if (bytes_.size() - taken_ >= size)
+            return true;
+        bytes_.erase(0, std::exchange(taken_, 0));
+        while (bytes_.size() < size) {
+            char buffer[portion];
+            const ssize_t got = ::read(channel_, buffer, sizeof buffer);
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got <= 0)
+                return false;
+            bytes_.append(buffer, static_cast<std::size_t>(got));
+        }
+        return true;
+    }
+
+    int channel_;
+    std::string bytes_;
+    std::size_t taken_ = 0;
+};
 
 void waitUntilReady(int channel, short events, int milliseconds) {
     pollfd waiting{channel, events, 0};
@@ -63,8 +91,9 @@ bool writeAll(int channel, std::string_view bytes, const Descriptor& file) {
 
 std::string framed(std::string_view message, bool hasFile = false) {
     const Head head{message.size(), hasFile};
-    std::string frame(reinterpret_cast<const char*>(&head), sizeof head);
-    return frame.append(message);
+    std::string frame;
+    frame.reserve(sizeof head + message.size());
+    return frame.append(reinterpret_cast<const char*>(&head), sizeof head).append(message);
 }
 
 // In that process nothing else stays open: one that hangs must hold neither the lock of the only
@@ -83,14 +112,10 @@ bool keepOnly(int channel) {
 [[noreturn]] void serve(int channel, const DiskWorker::Answer& answer) {
     ::prctl(PR_SET_NAME, "larkspin-disk");
     ::prctl(PR_SET_PDEATHSIG, SIGKILL); // also while it hangs
-    Head head;
-    std::string question;
+    QuestionReader questions(onlyChannel);
+    std::string_view question;
     bool goesOn = keepOnly(channel);
-    while (goesOn && readAll(onlyChannel, &head, sizeof head)) {
-        question.resize(head.length);
-        goesOn = readAll(onlyChannel, question.data(), head.length);
-        if (!goesOn)
-            break;
+    while (goesOn && questions.read(question)) {
         const DiskAnswer given = answer(question);
         goesOn = writeAll(onlyChannel, framed(given.text, given.file.isOpen()), given.file);
     }
