@@ -195,7 +195,7 @@ TEST_F(PlayerTest, StaysWhereItIsSetToWhateverBecomesOfItsOutput) {
         ASSERT_TRUE(comesTrue([&] { return player.CurrentPosition() > 0.25; }));
         player.setCurrentPosition(7);
         player.Pause();
-        EXPECT_TRUE(reaches(player, PlayState::paused)); // while it is renewed it waits
+        EXPECT_TRUE(staysFor(player, PlayState::paused, 300ms));
         EXPECT_NEAR(player.CurrentPosition(), 7, 0.001);
         player.Play();
         EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 7.2; }));

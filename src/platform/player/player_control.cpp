@@ -111,7 +111,8 @@ PlayState PlayerControl::PlayState() {
         return loop_.now() - openedAt_ < giveUpDelay ? PlayState::waiting : PlayState::stopped;
     if (phase == SongPhase::ended)
         return PlayState::stopped;
-    if (phase == SongPhase::opening)
+    const bool stillRests = renewed_ && !line_.wishes().playing; // it was open before
+    if (phase == SongPhase::opening && !stillRests)
         return PlayState::waiting;
     return line_.wishes().playing ? PlayState::playing : PlayState::paused;
 }
