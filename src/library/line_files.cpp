@@ -190,8 +190,7 @@ void LineFiles::rememberLoaded(Kept& kept, std::string_view file, const RowList&
 FileChange LineFiles::saveWithOthers(const std::string& path, Kept& kept,
                                      const std::string& lines) {
     const FileRead now = files_.read(path);
-    if (now.outcome == FileRead::Outcome::contents &&
-        hashOf(linesIn(now.contents)) != kept.seen) {
+    if (now.outcome == FileRead::Outcome::contents && hashOf(linesIn(now.contents)) != kept.seen) {
         std::vector<std::size_t> own = linesIn(lines);
         if (hashOf(own) == kept.own)
             return {};
