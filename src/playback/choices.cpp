@@ -44,12 +44,10 @@ void Choices::clear() {
     stopListening();
 }
 
-// A number that counts already counts for the new choices, and they pass for recited: only that
-// number or `cancel` ends them.
+// All that the question offers must work. A number that counts already counts for the new choices.
 void Choices::ask() {
     closeselection();
-    if (!NiteScan2_.running())
-        markNormal();
+    markNormal();
 }
 
 void Choices::show() {

@@ -55,7 +55,10 @@ TEST(SelectionDialogue, EndsWithoutASong) {
              {Turn("'num 1", startOther), Turn("'play ride", question),
               Turn("'no", "selection will not be scrolled"), Turn({"'no", "'yes", "'view"}, ""),
               Turn("'pre", "previous:  <b>4</b>.  Ride c"), Turn("'play ride", question),
-              Turn("'yes", recital), Turn("'play ride", question), Turn({"'no", "'view"}, ""),
+              Turn("'yes", recital), Turn("'play ride", question),
+              Turn("'no", "selection will not be scrolled"), Turn("'play ride", question),
+              Turn("'yes", recital), Turn("'play ride", question),
+              Turn("'view", "viewing multiple choices"), Turn({"'no", "'yes"}, ""),
               Turn("'cancel", "selection cancelled"), Turn({"'cancel", "'m 1"}, ""),
               Turn("'next", "next:  <b>1</b>.  other")});
     EXPECT_EQ(machine.title(), commandsNormal);
