@@ -29,11 +29,6 @@ std::optional<double> seconds(std::string_view time) {
     return 60 * *minutes + *rest;
 }
 
-void setSeconds(std::string& field, std::string_view time) {
-    if (const auto value = seconds(time))
-        field = numberText(*value);
-}
-
 } // namespace
 
 void SectionRepeat::rec(const std::string& times) {
@@ -43,8 +38,17 @@ void SectionRepeat::rec(const std::string& times) {
     const auto section = twoArguments(times);
     if (!section || section->first.empty() || section->second.empty())
         return;
-    setSeconds(state_.sectionStart, section->first);
-    setSeconds(state_.sectionEnd, section->second);
+    const auto start = seconds(section->first), end = seconds(section->second);
+    if (!start || !end) {
+        reply_.saychat("those arent times, dumbass");
+        return;
+    }
+    if (*end < *start) {
+        reply_.saychat("thats backwards, stupid");
+        return;
+    }
+    state_.sectionStart = numberText(*start);
+    state_.sectionEnd = numberText(*end);
     reply_.saychat("repeating from <b>" + section->first + "</b> to <b>" + section->second);
 }
 

@@ -39,13 +39,14 @@ TEST(SectionRepeat, TakesTimesAsTheyAreTyped) {
         {"'rec 10, 20.5", "repeating from <b>10</b> to <b>20.5", "10", "20.5"},
         {"'REC :30,  1: ", "repeating from <b>:30</b> to <b>1:", "30", "60"},
         {"'rec 0:90, 1:75", "repeating from <b>0:90</b> to <b>1:75", "90", "135"},
-        {"'rec x, 2:00", "repeating from <b>x</b> to <b>2:00", "90", "120"},
-        {"'rec 1e1, 1:2:3", "repeating from <b>1e1</b> to <b>1:2:3", "90", "120"},
-        {"'rec 1:00,2:00, 3", "repeating from <b>1:00</b> to <b>:00, 3", "60", "120"},
-        {"'rec , 1:00", "", "60", "120"},
-        {"'rec 0:10, ", "", "60", "120"},
-        {"'rec 0:10 0:20", "", "60", "120"},
-        {"'end", "repeating session ended", "60", ""},
+        {"'rec x, 2:00", "those arent times, dumbass", "90", "135"},
+        {"'rec 1e1, 1:2:3", "those arent times, dumbass", "90", "135"},
+        {"'rec 1:00,2:00, 3", "those arent times, dumbass", "90", "135"},
+        {"'rec 2:00, 1:00", "thats backwards, stupid", "90", "135"},
+        {"'rec , 1:00", "", "90", "135"},
+        {"'rec 0:10, ", "", "90", "135"},
+        {"'rec 0:10 0:20", "", "90", "135"},
+        {"'end", "repeating session ended", "90", ""},
     };
     for (const auto& [line, answer, start, end] : cases) {
         EXPECT_EQ(machine.answer(line), answer);
@@ -84,8 +85,11 @@ TEST(SectionRepeat, IsMarkedByTheButton) {
 // Whose end lies before its start, or beyond the song's.
 TEST(SectionRepeat, LeavesAnOddSectionToTheTick) {
     VirtualMachine machine({"a.mp3"}, 20s);
-    machine.owner("'num 1", 5s);
-    machine.owner("'rec 10, 3", 8s);
+    machine.owner("'num 1", 10s);
+    machine.click("mp3s", "Command6");
+    machine.owner("'pos 0:03");
+    machine.click("mp3s", "Command6");
+    machine.advance(8s);
     EXPECT_LT(machine.player.CurrentPosition(), 11);
     machine.owner("'rec 1, 30", 20s);
     EXPECT_EQ(machine.setting("played"), "1");
