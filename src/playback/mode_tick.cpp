@@ -5,14 +5,17 @@
 #include "playback/media_control.h"
 #include "playback/play_counters.h"
 #include "playback/random_pick.h"
-#include "playback/transport.h"
 #include "shell/app_state.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
 
 namespace {
+
+constexpr int mostMissing = 100;    // songs in a row that are passed over
+constexpr std::size_t mostTold = 5; // directories in which they are missing
 
 class AtWork {
 public:
@@ -82,7 +85,7 @@ std::string ModeTick::repeatSong() {
     // Paused, as a rule: the shuffle's first step still tells of an empty list.
     if (!hasEnded())
         return player_.PlayState() == PlayState::waiting ? std::string() : shuffleOn();
-    const bool counts = !player_.wasGivenUp();
+    countEnd();
     const Song last = transport_.lastSong();
     const std::string temp = state_.tempTitle;
     const std::string name = temp.empty() ? last.name : songOfFile(temp, "").name;
@@ -94,59 +97,77 @@ std::string ModeTick::repeatSong() {
                       .isRemembered = false,
                       .endsPause = false,
                       .tempTitle = temp,
-                      .whenOpened = [&] {
-                          if (counts)
-                              counters_.countEnd();
-                      }});
+                      .whenOpened = [this] { state_.playMark = playingMark; }});
     return {};
 }
 
-// The finished song is counted before its successor is picked and announced, since it is the
-// stored one only until then.
 std::string ModeTick::shuffleOn() {
     if (state_.playlistView.empty()) {
         state_.Timer1.disable();
+        if (hasEnded())
+            countEnd();
         return "no mp3s found, retard";
     }
     if (!hasEnded())
         return {};
-    if (!player_.wasGivenUp())
-        counters_.countEnd();
-    transport_.startPicked(
-        [this](const auto& stillWanted) { return randomPick_.randompick(stillWanted); },
-        [this] {
-            SongStart start = transport_.currentRowStart("random:  <b>");
-            start.choices = SongStart::Choices::ended;
-            start.count = SongStart::Count::stored;
-            start.endsPause = false;
-            return start;
-        });
+    countEnd();
+    passOverMissing(state_.crand, [this](Directories& told) {
+        return transport_.startPicked(
+            [this](const auto& stillWanted) { return randomPick_.randompick(stillWanted); },
+            [this, &told] {
+                SongStart start = nextStart("random:  <b>", told);
+                start.choices = SongStart::Choices::ended;
+                return start;
+            });
+    });
     return {};
 }
 
 void ModeTick::continueOn() {
     if (!hasEnded())
         return;
-    const bool counts = !player_.wasGivenUp();
-    transport_.moveToNextRow();
-    SongStart start = transport_.currentRowStart("next:  <b>");
+    countEnd();
+    passOverMissing(state_.cintz, [this](Directories& told) {
+        transport_.moveToNextRow();
+        return transport_.start(nextStart("next:  <b>", told));
+    });
+}
+
+SongStart ModeTick::nextStart(std::string_view head, Directories& told) const {
+    SongStart start = transport_.currentRowStart(head);
     start.count = SongStart::Count::stored;
     start.endsPause = false;
-    start.whenOpened = [&] {
-        if (counts)
-            counters_.countEnd();
-    };
-    transport_.start(start);
+    start.isMissingTold = !told.insert(start.song.directory).second;
+    start.whenOpened = [this] { state_.playMark = playingMark; };
+    return start;
+}
+
+// One file that has been moved doesn't end the music. A disk that is gone does: the mode is silent
+// then until the next start by hand.
+void ModeTick::passOverMissing(const bool& mode,
+                               const std::function<Transport::Outcome(Directories&)>& startNext) {
+    Directories told;
+    const int most =
+        std::min(mostMissing, 2 * state_.masterList.count()); // two rounds of a shuffle
+    for (int missing = 1; startNext(told) == Transport::Outcome::notFound; ++missing)
+        if (!mode || missing >= most || told.size() >= mostTold)
+            return;
+}
+
+// Before its successor is picked, announced or found missing, since it is the stored one only
+// until then. The mark tells that it has yet to be counted.
+void ModeTick::countEnd() {
+    if (std::exchange(state_.playMark, idleMark) == playingMark && !player_.wasGivenUp())
+        counters_.countEnd();
 }
 
 void ModeTick::checkEndWithoutMode() {
     if (isAtWork_ || state_.modeIsOn() || !hasEnded() || state_.playMark != playingMark)
         return;
-    state_.playMark = idleMark;
-    if (player_.wasGivenUp())
+    const bool isGivenUp = player_.wasGivenUp();
+    countEnd();
+    if (isGivenUp)
         sayFailure();
-    else
-        counters_.countEnd();
 }
 
 } // namespace larkspin

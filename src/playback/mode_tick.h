@@ -2,19 +2,22 @@
 // mode tick while a mode is on, and by the one-second tick while none is.
 //
 // A song that the player gave up on has not been played to its end and isn't counted; the mode
-// goes on all the same. Why it was given up is said.
+// goes on all the same. Why it was given up is said. Songs whose files are gone are passed over.
 #pragma once
 
 #include "chat/core.h"
+#include "playback/transport.h"
 
+#include <functional>
+#include <set>
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
 class MediaControl;
 class PlayCounters;
 class RandomPick;
-class Transport;
 
 class ModeTick {
 public:
@@ -35,6 +38,11 @@ private:
     std::string repeatSong();
     std::string shuffleOn();
     void continueOn();
+    using Directories = std::set<std::string>; // in which a song was missing, which has been said
+    void passOverMissing(const bool& mode,
+                         const std::function<Transport::Outcome(Directories&)>& startNext);
+    SongStart nextStart(std::string_view head, Directories& told) const;
+    void countEnd();
     bool hasEnded();
     bool wasStopped();
     void sayFailure();

@@ -140,12 +140,16 @@ void Transport::openFromDisk(const std::string& path) {
            .behindMessage = [this] { state_.playtz = "played n/a times"; }});
 }
 
-void Transport::startPicked(const std::function<bool(const StillWanted&)>& pick,
-                            const std::function<SongStart()>& describe) {
+Transport::Outcome Transport::startPicked(const std::function<bool(const StillWanted&)>& pick,
+                                          const std::function<SongStart()>& describe) {
     const unsigned turn = turns_;
-    const bool picked = pick([this, turn] { return turns_ == turn; });
-    if (picked && begin(describe(), turn) == Outcome::notFound && !choices_.areOpen())
+    if (!pick([this, turn] { return turns_ == turn; }))
+        return Outcome::overtaken;
+    const Outcome outcome = begin(describe(), turn);
+    const bool isMissing = outcome == Outcome::notFound || outcome == Outcome::unanswered;
+    if (isMissing && !choices_.areOpen())
         takeBackPick();
+    return outcome;
 }
 
 // The pick has made its song the only choice.
@@ -163,11 +167,11 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
         endPauseMark();
     state_.Timer1.disable();
     const Row row = state_.masterList.share(state_.masterIndex());
-    const bool there = isThere(start, turn);
+    const Outcome found = lookFor(start, turn);
     if (turn != turns_)
         return Outcome::overtaken;
-    if (!there)
-        return Outcome::notFound;
+    if (found != Outcome::started)
+        return found;
     if (start.position == SongStart::Position::kept)
         returnTo(row);
     const unsigned own = ++turns_;
@@ -192,21 +196,30 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
 }
 
 // Events are served while the disk takes its time.
-bool Transport::isThere(const SongStart& start, unsigned turn) {
+Transport::Outcome Transport::lookFor(const SongStart& start, unsigned turn) {
     if (!start.tempTitle.empty())
-        return true;
+        return Outcome::started;
     const Files::Presence presence = files_.presence(start.song.path());
-    if (presence == Files::Presence::there || turn != turns_)
-        return presence == Files::Presence::there;
+    if (turn != turns_)
+        return Outcome::overtaken;
+    if (presence == Files::Presence::there)
+        return Outcome::started;
+    if (presence == Files::Presence::unanswered) {
+        tellUnanswered(start.song.directory);
+        return Outcome::unanswered;
+    }
+    if (!start.isMissingTold)
+        tellMissing(start);
+    return Outcome::notFound;
+}
+
+void Transport::tellMissing(const SongStart& start) {
     const std::string& directory = start.song.directory;
-    if (presence == Files::Presence::unanswered)
-        tellUnanswered(directory);
-    else if (!start.notFound.empty())
+    if (!start.notFound.empty())
         reply_.saychat(start.notFound);
     else
         reply_.saychat("not found, refresh the directory (" + directory +
                        (isDriveRoot(directory) ? ")" : "\\)"));
-    return false;
 }
 
 // A box, in silent mode, must not hold up what the start is a part of.

@@ -57,6 +57,7 @@ struct SongStart {
     bool sendsVolume = true;
     std::string tempTitle = {}; // of a file that is no list song; such a file isn't looked for
     std::string notFound = {};  // what is said when the file is gone; empty for the usual
+    bool isMissingTold = false; // its directory has been named: nothing is said then
     Task whenOpened = {};       // in front of the message
     Task behindMessage = {};
 };
@@ -84,14 +85,19 @@ public:
     void prep3();  // pre
     void tempp3(); // play: the song last started
 
-    // False when the file is gone, which has been said, or the start has been overtaken.
-    bool start(const SongStart& start) { return begin(start, turns_) == Outcome::started; }
+    enum class Outcome {
+        started,
+        notFound,   // the file is gone
+        unanswered, // nobody knows: the disk doesn't answer
+        overtaken,
+    };
+    Outcome start(const SongStart& start) { return begin(start, turns_); }
 
     // A start whose song is picked first. The pick serves events, asks whether it is still wanted
     // behind each time, and tells whether there is a song; the start is described only then.
     using StillWanted = std::function<bool()>;
-    void startPicked(const std::function<bool(const StillWanted&)>& pick,
-                     const std::function<SongStart()>& describe);
+    Outcome startPicked(const std::function<bool(const StillWanted&)>& pick,
+                        const std::function<SongStart()>& describe);
 
     // A media file that is on no list, by its path.
     void openFromDisk(const std::string& path);
@@ -123,11 +129,10 @@ public:
     void resumeShuffle();
 
 private:
-    enum class Outcome { started, notFound, overtaken };
-
     // `turn`: the one at which the start was wanted.
     Outcome begin(const SongStart& start, unsigned turn);
-    bool isThere(const SongStart& start, unsigned turn);
+    Outcome lookFor(const SongStart& start, unsigned turn);
+    void tellMissing(const SongStart& start);
     void tellUnanswered(const std::string& directory);
     void openFile(const SongStart& start);
     void noteOpened(const SongStart& start);

@@ -23,8 +23,6 @@ TEST(ModeTick, RepeatsASongAndCountsEachTime) {
     const std::string again = "repeat:  ride (<b>.wav</b>)";
     EXPECT_EQ(machine.saidWithin(35s), (Lines{again, again, again}));
     EXPECT_EQ(machine.state().playtz, "played 3 times");
-    const Lines complaint{gone(machine, "ride.wav")};
-    EXPECT_EQ(machine.saidWithin(60s), complaint);
     EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\nother.mp3=7\r\nride.wav=3\r\n");
 }
 
@@ -55,13 +53,27 @@ TEST(ModeTick, ContinuesThroughTheListForEver) {
                                                   "next:  <b>1</b>.  a", "next:  <b>2</b>.  b"}));
     EXPECT_EQ(machine.dataFile("played.ini"),
               "[times played]\r\nb.mp3=2\r\nc.wav=2\r\na.mp3=2\r\n");
-    // A song that is gone silences the mode until the next start by hand.
-    const Lines complaint{gone(machine, "c.wav")};
-    EXPECT_EQ(machine.saidWithin(60s), complaint);
-    EXPECT_EQ(machine.setting("played"), "6");
-    converse(machine, {Turn("'next", "next:  <b>1</b>.  a")});
-    EXPECT_EQ(machine.saidWithin(11s), Lines{"next:  <b>2</b>.  b"});
+    const std::string complaint = gone(machine, "c.wav");
+    EXPECT_EQ(machine.saidWithin(20s),
+              (Lines{complaint, "next:  <b>1</b>.  a", "next:  <b>2</b>.  b"}));
     EXPECT_EQ(machine.state().resumeIndex, "1");
+}
+
+TEST(ModeTick, PassesOverSongsThatAreGoneUntilNoneIsLeft) {
+    for (const std::string mode : {"'repeat", "'shuffle", "'cont"}) {
+        SCOPED_TRACE(mode);
+        VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 9.9s);
+        machine.owner("'num 1");
+        machine.owner(mode);
+        gone(machine, "b.mp3");
+        machine.advance(45s);
+        EXPECT_EQ(machine.player.opened.size(), 5u);
+        gone(machine, "a.mp3");
+        const Lines complaint{gone(machine, "c.mp3")};
+        EXPECT_EQ(machine.saidWithin(60s), complaint);
+        machine.owner(mode == "'shuffle" ? "'soff" : mode + "off", 60s);
+        EXPECT_EQ(machine.setting("played"), "5") << "the last one as well, and once";
+    }
 }
 
 TEST(ModeTick, IsPatientWithPausedAndUnplayableSongs) {
