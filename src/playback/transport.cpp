@@ -205,7 +205,8 @@ Transport::Outcome Transport::lookFor(const SongStart& start, unsigned turn) {
     if (presence == Files::Presence::there)
         return Outcome::started;
     if (presence == Files::Presence::unanswered) {
-        tellUnanswered(start.song.directory);
+        const std::string text = std::string(noAnswer) + ":  ";
+        tellUnstarted(text + "<b>" + start.song.directory, text + start.song.directory);
         return Outcome::unanswered;
     }
     if (!start.isMissingTold)
@@ -215,19 +216,17 @@ Transport::Outcome Transport::lookFor(const SongStart& start, unsigned turn) {
 
 void Transport::tellMissing(const SongStart& start) {
     const std::string& directory = start.song.directory;
-    if (!start.notFound.empty())
-        reply_.saychat(start.notFound);
-    else
-        reply_.saychat("not found, refresh the directory (" + directory +
-                       (isDriveRoot(directory) ? ")" : "\\)"));
+    const std::string usual = "not found, refresh the directory (" + directory +
+                              (isDriveRoot(directory) ? ")" : "\\)"),
+                      text = start.notFound.empty() ? usual : start.notFound;
+    tellUnstarted(text, text);
 }
 
 // A box, in silent mode, must not hold up what the start is a part of.
-void Transport::tellUnanswered(const std::string& directory) {
-    const std::string text = std::string(noAnswer) + ":  ";
+void Transport::tellUnstarted(const std::string& said, const std::string& boxed) {
     if (!state_.silnt)
-        return reply_.saychat(text + "<b>" + directory);
-    loop_.post([this, boxed = text + directory, run = ThisRun(state_)] {
+        return reply_.saychat(said);
+    loop_.post([this, boxed, run = ThisRun(state_)] {
         if (run.lasts())
             reply_.sayOrBox(boxed);
     });

@@ -133,7 +133,7 @@ private:
     Outcome begin(const SongStart& start, unsigned turn);
     Outcome lookFor(const SongStart& start, unsigned turn);
     void tellMissing(const SongStart& start);
-    void tellUnanswered(const std::string& directory);
+    void tellUnstarted(const std::string& said, const std::string& boxed);
     void openFile(const SongStart& start);
     void noteOpened(const SongStart& start);
     void takeBackPick();

@@ -43,6 +43,9 @@ TEST(Transport, LeavesASongAloneWhenTheNextOneIsGone) {
          Turn({"'next", "'num 3"}, "not found, refresh the directory (c:\\)", 60s)});
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     EXPECT_FALSE(machine.state().Timer1.enabled());
+    machine.owner("'silent");
+    converse(machine, {Turn({"'num 2", "'play b"},
+                            "[box] not found, refresh the directory (c:\\no\\dir\\)")});
     // The song last started says it in a form of its own.
     for (const std::string directory : {"c:\\no\\dir", "c:\\"}) {
         machine.writeDataFile(
