@@ -7,7 +7,7 @@
 #include "library/scan.h"
 #include "shell/app_state.h"
 #include "shell/this_run.h"
-#include "text/fold.h"
+#include "text/sought_text.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -88,11 +88,11 @@ void Adding::scanAndOffer() {
 }
 
 int Adding::addmatching(RowList& list, const std::string& text) {
-    const std::string wanted = foldCase(text);
+    const SoughtText wanted(text);
     const IsOnDisk isOnDisk = asFoundIn(list);
     int leftOut = 0;
     for (int index = 0; index < list.count(); ++index) {
-        if (list.folded(index).find(wanted) == std::string::npos)
+        if (!wanted.isIn(list.folded(index)))
             continue;
         list.setCurrentIndex(index);
         leftOut += addToPlaylistOnce(state_, list.share(index), isOnDisk) == Addition::leftOut;
@@ -165,7 +165,8 @@ Adding::Place Adding::placeAt(const std::string& path) {
     const DirectoryRead::Outcome outcome = File1_.show(path);
     if (outcome == DirectoryRead::Outcome::listed)
         return {.isDirectory = true, .shown = File1_.shown()};
-    if (outcome == DirectoryRead::Outcome::missing)
+    if (outcome == DirectoryRead::Outcome::missing ||
+        outcome == DirectoryRead::Outcome::noDirectory)
         return {};
     UnreadDirectories unread;
     unread.note(path, outcome);

@@ -25,10 +25,11 @@ struct DirectoryListing {
 struct DirectoryRead {
     enum class Outcome {
         listed,
-        missing,    // there is no such directory
-        refused,    // the owner may not look into it
-        failed,     // the disk can't read it
-        unanswered, // the disk doesn't answer
+        missing,     // there is no such directory
+        noDirectory, // something else lies there
+        refused,     // the owner may not look into it
+        failed,      // the disk can't read it
+        unanswered,  // the disk doesn't answer
     };
 
     Outcome outcome = Outcome::failed;

@@ -5,8 +5,8 @@
 #include "shell/app_state.h"
 #include "shell/pause.h"
 #include "shell/this_run.h"
-#include "text/fold.h"
 #include "text/number.h"
+#include "text/sought_text.h"
 #include "text/utf8.h"
 
 namespace larkspin {
@@ -62,12 +62,11 @@ void ListQuestions::count(const std::string& text) {
 
 void ListQuestions::countmatches(RowList& list, const std::string& text) {
     constexpr std::size_t uncounted = 4; // characters at the end of each row
-    const std::string wanted = foldCase(text);
+    const SoughtText wanted(text);
     int matches = 0, last = list.currentIndex();
     for (int index = 0; index < list.count(); ++index) {
         const std::string_view row = list.folded(index);
-        if (row.find(wanted) == std::string_view::npos ||
-            withoutLast(row, uncounted).find(wanted) == std::string_view::npos)
+        if (!wanted.isIn(row) || !wanted.isIn(withoutLast(row, uncounted)))
             continue;
         ++matches;
         last = index;

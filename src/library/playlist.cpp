@@ -78,17 +78,9 @@ int findRow(const RowList& list, const Row& row, int index) {
     return found;
 }
 
-void showFileCountLabel(AppState& state) {
-    state.fileCountLabel = std::to_string(state.masterList.count()) + " files";
-}
-
-void showFileCountEntry(AppState& state) {
-    state.mp3z = "view " + std::to_string(state.masterList.count()) + " files";
-}
-
 void showfilecount(AppState& state) {
-    showFileCountLabel(state);
-    showFileCountEntry(state);
+    state.fileCountLabel = std::to_string(state.masterList.count()) + " files";
+    state.mp3z = "view " + state.fileCountLabel;
 }
 
 bool isinlist(const RowList& list, std::string_view text) {

@@ -39,9 +39,7 @@ void clearPlaylist(AppState& state);
 // Where the row is that stood at the index before a wait; -1 when it has gone.
 int findRow(const RowList& list, const Row& row, int index);
 
-// The row count on the media window, in the tray menu's entry, and in both.
-void showFileCountLabel(AppState& state);
-void showFileCountEntry(AppState& state);
+// The row count, on the media window and in the tray menu's entry.
 void showfilecount(AppState& state);
 
 // Whether the list holds a row that equals the text as a whole, without regard to case. An

@@ -39,14 +39,14 @@ std::string fileNameFor(const std::string& typed) {
 void PlaylistCommands::list(const std::string& text) {
     if (reply_.refusedInSilence("load"))
         return;
-    loadnamed(foldCase(text));
+    loadnamed(foldName(text));
     filter_.restorepattern();
 }
 
 void PlaylistCommands::xlist(const std::string& text) {
     if (reply_.refusedInSilence("load"))
         return;
-    deletenamed(foldCase(text));
+    deletenamed(foldName(text));
     playlists_.fillplaylistmenu();
     filter_.restorepattern();
 }
@@ -225,7 +225,7 @@ bool PlaylistCommands::clearIfWanted() {
     if (!dialogs_.ask("do you wanna clear the list?"))
         return false;
     clearPlaylist(state_);
-    showFileCountLabel(state_);
+    showfilecount(state_);
     return true;
 }
 

@@ -177,7 +177,7 @@ void PlaylistFiles::loadOfLastRun(const StoredSettings& stored) {
     else
         loadNamed(name, stored);
     isPart_ = lacksNamed_ || lacksUnnamed_;
-    showFileCountEntry(state_);
+    showfilecount(state_);
 }
 
 void PlaylistFiles::loadUnnamed(Into into) {

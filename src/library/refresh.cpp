@@ -9,6 +9,7 @@
 #include "shell/event_loop.h"
 #include "shell/this_run.h"
 #include "text/fold.h"
+#include "text/sought_text.h"
 
 #include <algorithm>
 #include <functional>
@@ -158,7 +159,7 @@ std::optional<Refreshed> Refresh::refreshDirectories() {
     state_.playlistView.setCurrentIndex(-1);
     if (!hasMoved) // else the song behind the one that has started meanwhile is the next
         state_.setMasterIndex(-1);
-    showFileCountLabel(state_);
+    showfilecount(state_);
     refreshed.grown = state_.masterList.count() - before.count();
     return refreshed;
 }
@@ -229,13 +230,15 @@ void Refresh::ref(const std::string& text) {
 void Refresh::refreshmatching(const std::string& text) {
     const AtWork atWork(*this);
     const RowList before = state_.masterList;
-    const std::string wanted = foldCase(text);
+    const SoughtText wanted(text);
     std::vector<std::string> directories = directoriesOf(before);
-    std::erase_if(directories, [&](const std::string& directory) {
-        return foldCase(directory).find(wanted) == std::string::npos;
-    });
-    if (directories.empty())
+    std::erase_if(directories,
+                  [&](const std::string& directory) { return !wanted.isIn(foldCase(directory)); });
+    if (directories.empty()) {
+        if (!before.empty())
+            reply_.saychat("<b>" + text + "</b> not found");
         return;
+    }
     Listed listed;
     Refreshed refreshed;
     const std::vector<std::string> roots = topmostOf(directories);

@@ -6,16 +6,16 @@
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
 #include "text/blanks.h"
-#include "text/fold.h"
+#include "text/sought_text.h"
 
 namespace larkspin {
 
 void removematching(RowList& first, RowList& second, const std::string& text) {
     if (withoutBlanks(text).empty())
         return;
-    const std::string wanted = foldCase(text);
+    const SoughtText wanted(text);
     for (int index = 0; index < first.count();) {
-        if (first.folded(index).find(wanted) == std::string_view::npos) {
+        if (!wanted.isIn(first.folded(index))) {
             ++index;
             continue;
         }

@@ -97,6 +97,8 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
         pending.pop_back();
         state_.dirQueue.add(directory);
         DirectoryRead read = reader->read(directory);
+        if (isRoot && !take && read.outcome == DirectoryRead::Outcome::missing)
+            read = readAlike(directory); // by the owner, who may spell it in another way
         loop_.serveTurn();
         if (!run.lasts())
             return;
@@ -114,6 +116,25 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
         if (!run.lasts())
             return;
     }
+}
+
+// The only directory whose name, without regard to case, is the same text in another spelling. So
+// may be what it lies in.
+DirectoryRead Scan::readAlike(const std::string& path) {
+    const std::string_view plain = plainDirectory(path);
+    const auto slash = plain.rfind('\\');
+    if (slash == std::string_view::npos || isDriveRoot(plain))
+        return DirectoryRead(DirectoryRead::Outcome::missing);
+    const std::string above(plainDirectory(joinPath(plain.substr(0, slash), "")));
+    DirectoryRead around = directories_.list(above);
+    if (around.outcome == DirectoryRead::Outcome::missing)
+        around = readAlike(above);
+    std::vector<std::string>& names = around.listing.directories;
+    std::erase_if(names, [&](const std::string& name) {
+        return !equalFolded(name, plain.substr(slash + 1));
+    });
+    return names.size() == 1 ? directories_.list(joinPath(around.listing.path, names.front()))
+                             : DirectoryRead(DirectoryRead::Outcome::missing);
 }
 
 std::vector<std::string> Scan::below(DirectoryListing& listing) const {

@@ -54,6 +54,7 @@ private:
     void Command4z(const ThisRun& run);
 
     void walkdirs(const std::string& root, const ThisRun& run, const Take& take);
+    DirectoryRead readAlike(const std::string& path);
     std::vector<std::string> below(DirectoryListing& listing) const;
     void listFiles(const DirectoryListing& listing, const ThisRun& run);
     void noteFile(const std::string& fileName, const std::string& directory);

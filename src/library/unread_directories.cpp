@@ -10,6 +10,8 @@ std::string reasonOf(DirectoryRead::Outcome outcome) {
     switch (outcome) {
     case DirectoryRead::Outcome::missing:
         return "it isn't there";
+    case DirectoryRead::Outcome::noDirectory:
+        return "it is no directory";
     case DirectoryRead::Outcome::refused:
         return "permission denied";
     case DirectoryRead::Outcome::unanswered:

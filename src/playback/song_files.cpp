@@ -224,7 +224,7 @@ void SongFiles::catchUpWith(const Song& song) {
 void SongFiles::takeOut(const Song& song) {
     counters_.drop(song.title());
     changeRows(song, nullptr);
-    showFileCountEntry(state_);
+    showfilecount(state_);
     state_.playedMemory.clear();
 }
 

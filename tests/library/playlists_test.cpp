@@ -100,14 +100,17 @@ TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
 }
 
 TEST_F(Playlists, AreFoundAgainWhateverTheirName) {
-    for (const std::string name : {"  two blanks", "what?", "50% \"off\"", "{a}", ".hidden"}) {
+    for (const std::string name :
+         {"  two blanks", "what?", "50% \"off\"", "{a}", ".hidden", "a\\b", "c|d"}) {
         SCOPED_TRACE(name);
         machine.owner("'save " + name);
         machine.owner("'exit");
         machine.start();
         EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
+        EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "2 files");
         machine.owner("'clearpl");
         EXPECT_TRUE(machine.answer("'list " + name).starts_with("loaded playlist <b>"));
+        EXPECT_EQ(machine.answer("'xlist " + name), "deleted playlist <b>" + name + ".lkl");
     }
 }
 
@@ -183,6 +186,7 @@ TEST_F(Playlists, StartAnewWithAQuestionWhenThereAreRows) {
                   std::string("new playlist created: files ") + files + question);
     }
     EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "0 files");
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 0 files");
     converse(machine,
              {Turn("'pl", "temporarly playlist in use"), Turn("'newpl", "new playlist created"),
               Turn("'pl", "playlist in use:  <b>new playlist")});

@@ -84,13 +84,17 @@ TEST_F(ScanTest, TellsWhatCouldntBeReadAndKeepsNothingOfAnOlderScan) {
     using enum DirectoryRead::Outcome;
     MadeDirectories made;
     made.tree = {{"c:\\", {"c:\\", {"a.mp3"}, {"bad", "closed", "gone", "hangs"}}}};
-    made.faults = {{"c:\\bad", failed}, {"c:\\closed", refused}, {"c:\\hangs", unanswered}};
+    made.faults = {{"c:\\bad", failed},
+                   {"c:\\closed", refused},
+                   {"c:\\hangs", unanswered},
+                   {"c:\\a.mp3", noDirectory}};
     machine.startOn(made);
     const std::string none = "found <b>0</b> (<b>mp3</b>) in <b>0</b> directories\n";
     for (const auto& [typed, answer] : std::map<std::string, std::string>{
              {"c:\\", "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories\n"
                       "couldn't look into <b>c:\\bad</b> and <b>1</b> more directory:  "
                       "the disk can't be read"},
+             {"c:\\a.mp3", none + "couldn't look into <b>c:\\a.mp3</b>:  it is no directory"},
              {"c:\\closed", none + "couldn't look into <b>c:\\closed</b>:  permission denied"},
              {"c:\\hangs", none + "couldn't look into <b>c:\\hangs</b>:  the disk doesn't answer"},
              {"z:\\x", none + "couldn't look into <b>z:\\x</b>:  it isn't there"}})
@@ -303,9 +307,29 @@ TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
         for (const auto& [typed, row] : rows) {
             machine.owner("'play " + typed);
             EXPECT_TRUE(machine.state().choiceList.contains(row)) << row;
+            EXPECT_TRUE(machine.answer("'count " + typed).ends_with("of <b>20")) << row;
         }
         machine.owner("'exit");
         machine.start();
+    }
+    machine.owner("'scan " + root);
+    converse(machine,
+             {Turn("'listrmv AC|DC", "removed <b>1</b> items for <b>AC|DC</b> (<b>19</b>)"),
+              Turn("'listadd AC|DC", "added <b>1</b> items for <b>AC|DC</b> (<b>20</b>)"),
+              Turn("'ref X|Y\\Z", "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories")});
+}
+
+// Other systems write a letter and its accent apart. Of two that are alike none is meant.
+TEST_F(ScanTest, FindsADirectoryHoweverItIsSpelled) {
+    for (const char* name : {"e\u0301/live/1.mp3", "twins/o\u0308/2.mp3", "twins/O\u0308/3.mp3"})
+        machine.song("", name);
+    machine.start();
+    machine.owner("'scan " + root + "\\\u00E9\\live");
+    EXPECT_SAID(machine, "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories");
+    EXPECT_EQ(rowdir(machine.state().scanRows.row(0)), root + "\\e\u0301\\live");
+    for (const char* name : {"\\twins\\\u00F6", "\\\u00E9\\dead"}) {
+        machine.owner("'scan " + root + name);
+        EXPECT_SAID(machine, "couldn't look into <b>" + root + name + "</b>:  it isn't there");
     }
 }
 

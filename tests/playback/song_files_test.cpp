@@ -422,6 +422,7 @@ TEST_F(SongFiles, TheDeleteKeyAsksFirst) {
     EXPECT_EQ(machine.allSaid(), Lines{});
     EXPECT_EQ(machine.disk.read("share/Trash/files/b.mp3"), "sound");
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
+    EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "2 files");
     EXPECT_EQ(counts(), "a.mp3=2\r\n");
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     machine.files.refusesMoves = true;

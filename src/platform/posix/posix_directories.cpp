@@ -86,6 +86,14 @@ DirectoryRead::Outcome outcomeOf(int error) {
     }
 }
 
+DirectoryRead::Outcome whyUnopened(const std::string& native) {
+    const int error = errno;
+    struct stat facts {};
+    if (error == ENOTDIR && ::stat(native.c_str(), &facts) == 0)
+        return DirectoryRead::Outcome::noDirectory;
+    return outcomeOf(error);
+}
+
 bool isHome(std::string_view typed) {
     return typed == "~" || typed.starts_with("~/");
 }
@@ -107,7 +115,7 @@ DirectoryRead PosixDirectories::list(const std::string& path) {
         return DirectoryRead(DirectoryRead::Outcome::missing);
     const Descriptor directory(::open(native.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!directory.isOpen())
-        return DirectoryRead(outcomeOf(errno));
+        return DirectoryRead(whyUnopened(native));
     DirectoryListing listing;
     listing.files.reserve(usualFiles);
     listing.path = larkspin::drivePath(withoutUpwards(native));
