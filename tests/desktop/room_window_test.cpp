@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
@@ -318,6 +319,12 @@ TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
     machine.endProcess();
     open();
     EXPECT_EQ(window().geometry(), QRect(120, 90, 555, 444));
+    window().setGeometry(120, 90, 555, 9999); // on a screen that has grown smaller
+    machine.advance(2s);
+    machine.endProcess();
+    open();
+    EXPECT_TRUE(
+        QGuiApplication::primaryScreen()->availableGeometry().contains(window().frameGeometry()));
 }
 
 } // namespace

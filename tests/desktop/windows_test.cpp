@@ -177,12 +177,10 @@ TEST(Windows, StandInTheMiddleOfTheScreenUntilTheyAreMoved) {
 
 TEST(Windows, AreFetchedBackOntoTheScreen) {
     const QRect screen = QApplication::primaryScreen()->availableGeometry();
-    const std::tuple<int, int, bool> corners[] = {// pixels, and whether they stay
-                                                  {-3000, -200, false},
-                                                  {screen.right() + 1, 5, false},
-                                                  {5, screen.bottom() - 5, false},
-                                                  {-200, 5, true},
-                                                  {screen.right() - 60, 5, true}};
+    const std::tuple<int, int, bool> corners[] = {
+        // pixels, and whether they stay
+        {-3000, -200, false}, {screen.right() + 1, 5, false},   {5, screen.bottom() - 5, false},
+        {-200, 5, false},     {5, screen.bottom() - 60, false}, {5, 5, true}};
     for (const auto& [left, top, stays] : corners) {
         SCOPED_TRACE(left);
         Desk desk;
@@ -199,6 +197,14 @@ TEST(Windows, AreFetchedBackOntoTheScreen) {
         EXPECT_EQ(window.place.left, widget.x() * 15);
         EXPECT_EQ(window.place.top, widget.y() * 15);
     }
+    Desk desk;
+    QWidget& widget = desk.show("mp3s");
+    widget.move(-200, 5); // by the owner, who can fetch it back
+    EXPECT_TRUE(comes(desk, [&] { return desk.window("mp3s").place.left == -200 * 15; }));
+    desk.window("mp3s").visible = false;
+    desk.settle();
+    desk.show("mp3s");
+    EXPECT_TRUE(comes(desk, [&] { return widget.x() == -200; }));
 }
 
 TEST(Windows, ShowTheStripAloneInTheSmallHeight) {

@@ -1,6 +1,7 @@
 #include "platform/qt/room_window.h"
 
 #include "platform/qt/looks.h"
+#include "platform/qt/places.h"
 #include "platform/qt/qt_text.h"
 #include "text/row_list.h"
 #include "text/visible.h"
@@ -10,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
+#include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <utility>
@@ -21,6 +23,7 @@ namespace {
 constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(700, 460), leastSize(320, 200);
 constexpr int peopleWidth = 160;
+constexpr QSize frameRoom(4, 40); // what a window manager puts around it, at most
 
 } // namespace
 
@@ -81,6 +84,17 @@ void RoomWindow::layOut() {
     setTabOrder(&said_, &people_);
     setTabOrder(&people_, &input_);
     input_.setFocus();
+}
+
+// On a small screen, or one that shows all larger, the line to type in would lie below it.
+void RoomWindow::fitScreen() {
+    if (isMaximized() || isFullScreen())
+        return;
+    const QRect area = screen()->availableGeometry();
+    resize(size().boundedTo(area.size() - frameRoom));
+    const QPoint corner = cornerWithin(area, QRect(pos(), size() + frameRoom));
+    if (testAttribute(Qt::WA_Moved) && corner != pos())
+        move(corner);
 }
 
 // Drawn when the loop goes on, for which the empty event is.
@@ -160,6 +174,7 @@ void RoomWindow::restorePlace(const std::string& place) {
     restoreGeometry(QByteArray::fromBase64(lines.value(0)));
     halves_.restoreState(QByteArray::fromBase64(lines.value(1)));
     setWindowState(windowState() & ~Qt::WindowMinimized);
+    fitScreen();
 }
 
 } // namespace larkspin

@@ -59,6 +59,7 @@ public:
 
 private:
     void layOut();
+    void fitScreen();
     void showNew();
     void showRoom();
     void tellChoices(const Completion& completion);

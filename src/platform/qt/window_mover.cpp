@@ -1,10 +1,12 @@
 #include "platform/qt/window_mover.h"
 
 #include "platform/qt/looks.h"
+#include "platform/qt/places.h"
 #include "shell/controls.h"
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QRegion>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -25,36 +27,34 @@ int distance(QPoint point, const QRect& area) {
            beyond(point.y(), area.top(), area.bottom());
 }
 
-QPoint movedInto(const QRect& area, const QRect& window) {
-    const auto into = [](int start, int length, int first, int last) {
-        return std::max(first, std::min(start, last + 1 - length));
-    };
-    return {into(window.left(), window.width(), area.left(), area.right()),
-            into(window.top(), window.height(), area.top(), area.bottom())};
-}
-
 } // namespace
 
 QPoint WindowMover::described() const {
     return pixelsOf(window_.place, widget_.logicalDpiX()).topLeft();
 }
 
-// One that the owner has left half outside stays so, as long as he can fetch it back.
-QPoint WindowMover::onScreen(QPoint corner) const {
+// One that the owner leaves half outside stays so, as long as he can fetch it back. Where it first
+// appears it is seen whole, if it fits.
+QPoint WindowMover::onScreen(QPoint corner, Seen wanted) const {
     const QRect window(corner, widget_.size());
     const int strip = std::min(pixelsOf(stripHeight, widget_.logicalDpiX()), window.height());
     const QRect handle(corner, QSize(window.width(), strip));
     QRect nearest;
+    QRegion areas;
+    bool isInReach = false;
     for (const QScreen* screen : QGuiApplication::screens()) {
         const QRect area = screen->availableGeometry();
         const QRect seen = area & handle;
+        areas += area;
         if (seen.width() >= std::min(leastSeen, window.width()) && seen.height() == strip)
-            return corner;
+            isInReach = true;
         if (nearest.isNull() ||
             distance(window.center(), area) < distance(window.center(), nearest))
             nearest = area;
     }
-    return nearest.isNull() ? corner : movedInto(nearest, window);
+    const bool isWhole = (QRegion(window) - areas).isEmpty();
+    const bool stays = wanted == Seen::whole ? isWhole : isInReach;
+    return stays || nearest.isNull() ? corner : cornerWithin(nearest, window);
 }
 
 QPoint WindowMover::middleOfScreen() const {
@@ -72,7 +72,8 @@ bool WindowMover::refresh(bool inAnyCase) {
     const QPoint wanted = described();
     if (!inAnyCase && wanted == asked_)
         return false;
-    const QPoint corner = window_.centred ? middleOfScreen() : onScreen(wanted);
+    const Seen seen = wanted == asked_ ? Seen::strip : Seen::whole;
+    const QPoint corner = window_.centred ? middleOfScreen() : onScreen(wanted, seen);
     isAsking_ = true;
     widget_.move(corner);
     isAsking_ = false;
@@ -119,7 +120,7 @@ void WindowMover::follow(QPoint mouse) {
 }
 
 void WindowMover::nudge(QPoint way) {
-    widget_.move(onScreen(widget_.pos() + way));
+    widget_.move(onScreen(widget_.pos() + way, Seen::strip));
 }
 
 } // namespace larkspin

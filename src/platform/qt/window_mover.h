@@ -29,7 +29,8 @@ public:
 
 private:
     QPoint described() const;
-    QPoint onScreen(QPoint corner) const;
+    enum class Seen { whole, strip };
+    QPoint onScreen(QPoint corner, Seen wanted) const;
     QPoint middleOfScreen() const; // of the one with the pointer
     void tellPlace();
 
