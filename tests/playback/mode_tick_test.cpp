@@ -1,4 +1,5 @@
 #include "library/playlist.h"
+#include "library/playlist_row.h"
 #include "support/talk.h"
 
 #include <set>
@@ -74,6 +75,28 @@ TEST(ModeTick, PassesOverSongsThatAreGoneUntilNoneIsLeft) {
         machine.owner(mode == "'shuffle" ? "'soff" : mode + "off", 60s);
         EXPECT_EQ(machine.setting("played"), "5") << "the last one as well, and once";
     }
+}
+
+TEST(ModeTick, FallsSilentWhereADiskIsAway) {
+    VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 9.9s);
+    machine.owner("'num 1");
+    machine.owner("'cont");
+    machine.slowDisk.spans[machine.drive("music/rock")] = SlowDisk::bound;
+    EXPECT_EQ(machine.saidWithin(5min),
+              Lines{"the disk doesn't answer:  <b>" + machine.drive("music/rock")});
+    machine.slowDisk.spans.clear();
+    std::string rows = machine.song("rock", "a.mp3", 9.9s) + "\r\n";
+    Lines complaints;
+    for (const std::string stick : {"s1", "s2", "s3", "s4", "s5", "s6"}) {
+        rows += makerow("b " + stick, ".mp3", "c:\\" + stick) + "\r\n";
+        complaints.push_back("not found, refresh the directory (c:\\" + stick + "\\)");
+    }
+    complaints.pop_back();
+    machine.writeDataFile("temp.lst", rows);
+    machine.start();
+    machine.owner("'cont");
+    machine.owner("'num 1");
+    EXPECT_EQ(machine.saidWithin(60s), complaints);
 }
 
 TEST(ModeTick, IsPatientWithPausedAndUnplayableSongs) {
