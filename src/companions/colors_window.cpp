@@ -15,7 +15,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr Place home = {3600, 3600, 3300, 2370};
+constexpr Place colorsHome = {3600, 3600, 3300, 2370};
 constexpr std::string_view tagOpening = "<font color=#";
 
 Color colorOf(const std::array<std::uint8_t, 3>& parts) {
@@ -36,7 +36,7 @@ ColorsWindow::ColorsWindow(const Core& core, WindowColors& windowColors)
       windowColors_(windowColors) {
     for (const ColorSlot& slot : colorSlots())
         slots_.add(slot.name);
-    colors.place = home;
+    colors.place = colorsHome;
     colors.controls = controls();
     reset();
 }
@@ -98,7 +98,7 @@ void ColorsWindow::show() {
 }
 
 void ColorsWindow::reset() {
-    putAway(colors, home);
+    putAway(colors, colorsHome);
     parts_ = {};
     colors.control("Label1").background = colorOf(parts_);
     tag_.clear();

@@ -17,7 +17,7 @@ namespace {
 
 // Seconds.
 constexpr double behindItem = 0.6;
-constexpr double behindOpening = 0.7; // of a recital
+constexpr double untilFirstTitle = 0.7; // of a recital
 
 } // namespace
 
@@ -111,7 +111,7 @@ void Launcher::scra() {
     const ThisRun run(state_);
     const Pause pause(loop_);
     reply_.saychat("scrolling <b>" + std::to_string(items_.count()) + "</b> app n shit items");
-    pause(behindOpening);
+    pause(untilFirstTitle);
     for (int index = 0; run.lasts() && index < items_.count(); ++index) {
         items_.select(index);
         if (items_.path(index).empty())

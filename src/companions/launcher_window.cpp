@@ -12,7 +12,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr Place home = {3300, 3300, 4500, 2970};
+constexpr Place launcherHome = {3300, 3300, 4500, 2970};
 constexpr std::string_view ownTitle = "                       applications n shit";
 constexpr std::string_view hint = "                     dbl click an item to load";
 
@@ -26,7 +26,7 @@ const std::vector<FileType> itemTypes{{"application files (*.exe)", "*.exe"},
 LauncherWindow::LauncherWindow(const Core& core, LauncherItems& items, Launcher& launcher)
     : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
       items_(items), launcher_(launcher) {
-    appz.place = home;
+    appz.place = launcherHome;
     appz.controls = controls();
     reset();
 }
@@ -63,7 +63,7 @@ std::vector<Control> LauncherWindow::controls() {
 }
 
 void LauncherWindow::reset() {
-    putAway(appz, home);
+    putAway(appz, launcherHome);
     title_ = ownTitle;
 }
 

@@ -12,7 +12,7 @@ namespace larkspin {
 namespace {
 
 // Seconds.
-constexpr double behindOpening = 0.7;
+constexpr double untilFirstNote = 0.7;
 constexpr double betweenNotes = 0.6;
 
 } // namespace
@@ -23,7 +23,7 @@ void NoteRecital::scrn() {
     const ThisRun run(state_);
     const Pause pause(loop_);
     reply_.saychat("scrolling <b>" + std::to_string(notes_.count()) + "</b> notes");
-    pause(behindOpening);
+    pause(untilFirstNote);
     for (int note = 0; run.lasts() && note < notes_.count(); ++note) {
         if (!recite(note))
             return;

@@ -13,14 +13,14 @@ namespace larkspin {
 
 namespace {
 
-constexpr Place home = {3000, 3000, 4500, 2700};
+constexpr Place notesHome = {3000, 3000, 4500, 2700};
 
 } // namespace
 
 NotesWindow::NotesWindow(const Core& core, Notes& notes, NoteRecital& recital)
     : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
       notes_(notes), recital_(recital) {
-    notez.place = home;
+    notez.place = notesHome;
     notez.controls = controls();
 }
 
@@ -64,7 +64,7 @@ std::vector<Control> NotesWindow::controls() {
 }
 
 void NotesWindow::reset() {
-    putAway(notez, home);
+    putAway(notez, notesHome);
 }
 
 void NotesWindow::nshow() {

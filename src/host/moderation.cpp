@@ -11,11 +11,11 @@ namespace larkspin {
 
 namespace {
 
-constexpr const char* ignoreButton = "Ignor*"; // a toggle: it also takes the ignoring back
-constexpr const char* ejectButton = "Eject M*";
-constexpr const char* allowButton = "Allo*";
-constexpr const char* ejectedButton = "Ejecte*"; // shows the list; only the room's owner sees it
-constexpr const char* peopleButton = "Peopl*";   // shows the other list again
+constexpr const char* ignoreCaption = "Ignor*"; // a toggle: it also takes the ignoring back
+constexpr const char* ejectCaption = "Eject M*";
+constexpr const char* allowCaption = "Allo*";
+constexpr const char* ejectedCaption = "Ejecte*"; // shows the list; only the room's owner sees it
+constexpr const char* peopleCaption = "Peopl*";   // shows the other list again
 
 // Seconds. The client needs the first to take in what is pressed.
 constexpr double aroundHolding = 0.03;
@@ -48,14 +48,14 @@ HostHandle Moderation::readNames(List list) {
 
 void Moderation::ignore(const std::string& fragment, std::string_view ending) {
     const HostHandle read = readNames(&HostClient::peopleList);
-    pass(fragment, {&HostClient::peopleList, read, ignoreButton, ending});
+    pass(fragment, {&HostClient::peopleList, read, ignoreCaption, ending});
 }
 
 void Moderation::eject(const std::string& fragment) {
     if (refusedToOthers())
         return;
     const HostHandle read = readNames(&HostClient::peopleList);
-    pass(fragment, {&HostClient::peopleList, read, ejectButton, "ejected bastard"});
+    pass(fragment, {&HostClient::peopleList, read, ejectCaption, "ejected bastard"});
 }
 
 void Moderation::letBackIn(const std::string& fragment) {
@@ -64,7 +64,7 @@ void Moderation::letBackIn(const std::string& fragment) {
         return;
     const HostHandle read = readNames(&HostClient::ejectedList);
     const HostHandle toEjected =
-        client_.findChatRoom() == noHandle ? noHandle : client_.findRoomIcon(ejectedButton);
+        client_.findChatRoom() == noHandle ? noHandle : client_.findRoomIcon(ejectedCaption);
     if (!run.lasts())
         return;
     // Without the ejected people in view a button would be pressed for a row of another list.
@@ -73,9 +73,9 @@ void Moderation::letBackIn(const std::string& fragment) {
         return;
     }
     client_.pressIcon(toEjected);
-    pass(fragment, {&HostClient::ejectedList, read, allowButton, "unbanned bastard"});
+    pass(fragment, {&HostClient::ejectedList, read, allowCaption, "unbanned bastard"});
     // However that ended, by the end of the run as well: the client doesn't end with it.
-    client_.pressIcon(client_.findRoomIcon(peopleButton));
+    client_.pressIcon(client_.findRoomIcon(peopleCaption));
 }
 
 // True where the room isn't the owner's, or when the run has ended in the search for the button:
@@ -83,7 +83,7 @@ void Moderation::letBackIn(const std::string& fragment) {
 bool Moderation::refusedToOthers() {
     const ThisRun run(core_.state);
     const bool owns = client_.findChatRoom() != noHandle &&
-                      client_.iconVisible(client_.findRoomIcon(ejectedButton));
+                      client_.iconVisible(client_.findRoomIcon(ejectedCaption));
     if (!run.lasts())
         return true;
     if (!owns)

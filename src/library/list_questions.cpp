@@ -13,7 +13,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr double betweenLines = 0.7; // of a recital, in seconds
+constexpr double betweenDirectories = 0.7; // of a recital, in seconds
 
 std::string percent(double part, int whole) {
     return numberText(static_cast<double>(rounded(10000 * part / whole)) / 100);
@@ -37,7 +37,7 @@ void ListQuestions::scrd() {
     collectdirs(state_);
     reply_.saychat("scrolling <b>" + std::to_string(state_.knownDirs.count()) + "</b> directories");
     for (int index = 0; index < state_.knownDirs.count(); ++index) {
-        Pause{loop_}(betweenLines);
+        Pause{loop_}(betweenDirectories);
         if (!run.lasts())
             return;
         if (index < state_.knownDirs.count())

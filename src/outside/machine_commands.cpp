@@ -24,10 +24,11 @@ struct Description {
 
 // Memory counts in whole megabytes, a part of one as one.
 Description describe(MachineFacts& facts) {
-    constexpr std::uint64_t mb = 1048576;
+    constexpr std::uint64_t megabyte = 1048576;
     const std::uint64_t memory = facts.memoryBytes();
     const DisplaySize display = facts.display();
-    return {facts.systemName(), std::to_string(memory / mb + (memory % mb != 0 ? 1 : 0)),
+    return {facts.systemName(),
+            std::to_string(memory / megabyte + (memory % megabyte != 0 ? 1 : 0)),
             std::to_string(display.bits), std::to_string(display.width),
             std::to_string(display.height)};
 }

@@ -13,7 +13,6 @@ namespace {
 
 constexpr char lastControl = 0x1F, deleteControl = 0x7F;
 constexpr char32_t pictureBase = 0x2400, pictureOfDelete = 0x2421;
-constexpr std::string_view replacementCharacter = "\uFFFD";
 
 // No stand-in and no mark: what nearly all texts are like.
 bool isPlain(std::string_view text) {

@@ -14,6 +14,9 @@ struct Character {
     bool valid;
 };
 
+// What is shown in place of bytes that are no text.
+inline constexpr std::string_view replacementCharacter = "\uFFFD";
+
 // The character at the start of a text that isn't empty.
 Character firstCharacter(std::string_view text);
 

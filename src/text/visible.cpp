@@ -10,8 +10,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::string_view replacementCharacter = "\uFFFD";
-
 struct Range {
     char32_t first, last;
 };
@@ -27,7 +25,7 @@ constexpr Range hidden[] = {
 };
 
 // Those of them without which some scripts and emoji aren't written.
-constexpr Range joining[] = {{0x200C, 0x200D}, {0xFE00, 0xFE0F}};
+constexpr Range joiners[] = {{0x200C, 0x200D}, {0xFE00, 0xFE0F}};
 
 template <std::size_t count> bool isIn(const Range (&ranges)[count], char32_t code) {
     const auto behind =
@@ -44,7 +42,7 @@ enum class Form { name, text };
 
 // Whether it may be left out: all that it does is to join others or to choose their form.
 bool onlyJoins(char32_t code, Form form) {
-    return form == Form::text && isIn(joining, code);
+    return form == Form::text && isIn(joiners, code);
 }
 
 std::string visible(std::string_view text, Form form, std::string_view lineBreak) {

@@ -11,8 +11,8 @@ namespace {
 const std::string moment = "12/19/03-07:05 pm:     "; // of all that is made here
 
 // In its first run, with these notes and their window shown.
-struct Notes : VirtualMachine {
-    explicit Notes(const Lines& texts) : VirtualMachine(Lines{}) {
+struct NotesTest : VirtualMachine {
+    explicit NotesTest(const Lines& texts) : VirtualMachine(Lines{}) {
         for (const std::string& text : texts)
             owner("'sn " + text);
         chooseFromTray("noted");
@@ -34,7 +34,7 @@ struct Notes : VirtualMachine {
 } // namespace
 
 TEST(Notes, AreAddedToldChangedAndDeleted) {
-    Notes machine({});
+    NotesTest machine({});
     converse(machine,
              {Turn("'sn Call Mum", "note number <b>1</b> added"),
               Turn("'sn a,b  c ", "note number <b>2</b> added"),
@@ -54,7 +54,7 @@ TEST(Notes, RefuseWhatIsNoNoteWithoutTouchingOthers) {
     const std::string invalid = "you fucker, that isnt a valid note number";
     const std::string tooFew = "you dont have that many notes you fag";
     const std::string huge = "9999999999999999999999";
-    Notes machine({"a", "b", ""});
+    NotesTest machine({"a", "b", ""});
     converse(machine,
              {Turn({"'note 0", "'note x", "'note ", "'note -1", "'note 0.5", "'note -" + huge,
                     "'note 2, 3", "'edit 0, x", "'edit , x", "'edit -1, x", "'edit x,  "},
@@ -73,7 +73,7 @@ TEST(Notes, RefuseWhatIsNoNoteWithoutTouchingOthers) {
 }
 
 TEST(Notes, AreLeftAloneInSilence) {
-    Notes machine({"a", "b"});
+    NotesTest machine({"a", "b"});
     machine.chooseFromTray("silnt");
     const std::pair<const char*, const char*> refusals[] = {
         {"'scrn", "cant scroll notes in silent mode you dits"},
@@ -108,7 +108,7 @@ TEST(Notes, AreToldInTurnWhateverComesBetween) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.line);
-        Notes machine({"Mum", "b", "mum's"});
+        NotesTest machine({"Mum", "b", "mum's"});
         machine.loop.once(c.line == "'scrn" ? 1299ms : 599ms, [&] { // ahead of the second note
             for (const std::string& line : c.interruption)
                 line == "restart" ? void(machine.restart()) : machine.hear(line);
@@ -158,7 +158,7 @@ TEST(Notes, TakeNoMoreThanTheirListHolds) {
 }
 
 TEST(NotesWindow, ShowsTheTextOfTheNoteSelectedLast) {
-    Notes machine({"a", "b", "c"});
+    NotesTest machine({"a", "b", "c"});
     EXPECT_TRUE(machine.notez().onTop);
     machine.pressRow(1);
     EXPECT_EQ(machine.shown("Text1"), "b");
@@ -180,7 +180,7 @@ TEST(NotesWindow, ShowsTheTextOfTheNoteSelectedLast) {
 }
 
 TEST(NotesWindow, AddsEditsAndDeletesAlsoInSilence) {
-    Notes machine({"a", "b"});
+    NotesTest machine({"a", "b"});
     machine.chooseFromTray("silnt");
     machine.click("notez", "Label6");
     machine.pressDelete();
@@ -209,7 +209,7 @@ TEST(NotesWindow, AddsEditsAndDeletesAlsoInSilence) {
 }
 
 TEST(NotesWindow, RecitesByDoubleClickAlsoWhileItScrolls) {
-    Notes machine({"a", "b", "c"});
+    NotesTest machine({"a", "b", "c"});
     machine.doubleClick("notez", "List2");
     EXPECT_EQ(machine.allSaid(), Lines{}) << "nothing is selected";
     machine.loop.once(1s, [&] {
@@ -238,7 +238,7 @@ TEST(NotesWindow, ChangesOnlyTheNoteThatItsBoxIsAbout) {
     for (const auto& c : cases) {
         for (const bool isEdited : {true, false}) {
             SCOPED_TRACE(c.meanwhile.front());
-            Notes machine({"a", "b", "a"});
+            NotesTest machine({"a", "b", "a"});
             machine.pressRow(2);
             machine.dialogs.answers = {c.meanwhile.front() == "Label6" ? "inner" : "",
                                        isEdited ? "x" : "yes"};

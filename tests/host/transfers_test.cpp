@@ -10,8 +10,8 @@ namespace {
 const std::string noUpload = "you arent uploading, bitch";
 const std::string noDownload = "you're not downloading, bitch";
 
-struct Transfers : testing::Test {
-    Transfers() { machine.start(); }
+struct TransfersTest : testing::Test {
+    TransfersTest() { machine.start(); }
 
     std::string tray(const std::string& entry) {
         return machine.answerTo([&] { machine.chooseFromTray(entry); });
@@ -31,7 +31,7 @@ struct Transfers : testing::Test {
 
 } // namespace
 
-TEST_F(Transfers, TellOfNoneOnceOrTwice) {
+TEST_F(TransfersTest, TellOfNoneOnceOrTwice) {
     EXPECT_EQ(tray("ustatz"), noUpload + "\n[box] " + noUpload);
     EXPECT_EQ(tray("upzon"), noUpload);
     EXPECT_EQ(tray("upzoff"), noUpload);
@@ -46,7 +46,7 @@ TEST_F(Transfers, TellOfNoneOnceOrTwice) {
                        Turn({"'ustat", "'dstat"}, "")});
 }
 
-TEST_F(Transfers, TellHowFarAnUploadIs) {
+TEST_F(TransfersTest, TellHowFarAnUploadIs) {
     const struct {
         const char *caption, *status, *timeLeft, *file, *percentage, *minutes;
     } cases[] = {
@@ -78,7 +78,7 @@ TEST_F(Transfers, TellHowFarAnUploadIs) {
     EXPECT_EQ(machine.answer("'ustat"), "");
 }
 
-TEST_F(Transfers, TellHowFarADownloadIs) {
+TEST_F(TransfersTest, TellHowFarADownloadIs) {
     const struct {
         const char *caption, *timeLeft, *percentage, *minutes;
     } cases[] = {{"File Transfer - 45%", "About 5 minutes remaining", "45%", "5"},
@@ -101,7 +101,7 @@ TEST_F(Transfers, TellHowFarADownloadIs) {
     EXPECT_TRUE(machine.answer("'dstat").starts_with("download:  "));
 }
 
-TEST_F(Transfers, HideAnUploadAndBringItBack) {
+TEST_F(TransfersTest, HideAnUploadAndBringItBack) {
     upload("How Uploadable");
     EXPECT_EQ(tray("upzon"), "how uploadable");
     EXPECT_EQ(host.shown, (Shown{{host.modal, 0}, {host.modal, 6}}));
@@ -117,7 +117,7 @@ TEST_F(Transfers, HideAnUploadAndBringItBack) {
 
 // Two uploads one behind the other: each is hidden and told of once, even if the owner brings it
 // back and while the message itself lets the next second pass.
-TEST_F(Transfers, HideEachNewUploadOnce) {
+TEST_F(TransfersTest, HideEachNewUploadOnce) {
     const Lines once{"auto-upchat enabled"};
     for (const char* end : {"File transfer complete.", "Sorry. Upload aborted. Bye"}) {
         upload("Now Uploading a.mp3");
@@ -135,7 +135,7 @@ TEST_F(Transfers, HideEachNewUploadOnce) {
     EXPECT_EQ(machine.state().uploadSeen, "nope");
 }
 
-TEST_F(Transfers, LeaveOtherWindowsAlone) {
+TEST_F(TransfersTest, LeaveOtherWindowsAlone) {
     for (const char* other :
          {"Finished with uploading x", "Uploading", "File transfer complete", ""}) {
         upload(other);

@@ -8,7 +8,7 @@
 namespace larkspin {
 namespace {
 
-constexpr int untouched = 50;
+constexpr int untouchedVolume = 50;
 
 TEST(IrcSession, ALostConnectionIsMadeAgainWithTheRoomsAndNothingOldIsSaid) {
     IrcMachine machine;
@@ -272,7 +272,7 @@ TEST(IrcSession, AFloodLeavesTheProgramAnswerable) {
                  std::to_string(line) + "\r\n";
     flood += ":ann!a@h PRIVMSG #music :" + std::string(1'000'000, 'x');
     machine.told(flood);
-    EXPECT_EQ(machine.state().HScroll2, untouched);
+    EXPECT_EQ(machine.state().HScroll2, untouchedVolume);
     EXPECT_EQ(machine.typed("'volume 7"), "Owner: 'volume 7\nOwner: volume set:  <b>7</b>\n");
 }
 

@@ -9,7 +9,7 @@
 namespace larkspin {
 namespace {
 
-const std::string gap = std::string(78, ' ') + "{ ";
+const std::string rowGap = std::string(78, ' ') + "{ ";
 
 struct PlaylistRows : testing::Test {
     AppState& start(const std::string& lines) {
@@ -25,17 +25,17 @@ TEST_F(PlaylistRows, AreBuiltAndTakenApartByOneTemplate) {
     for (const auto& [directory, name, extension] : std::vector<std::array<std::string, 3>>{
              {"c:\\a", "song", ".mp3"}, {"c:\\", "Ä", ".MP3"}, {"c:\\a\\", "x.", "midi"},
              {"c:\\{a", "", ".mp3"}, {"c:\\a", "\xFF", "zÄÖÜ"}, {"c:\\a", "", "ab"},
-             {"c:\\{ ", "{a{", "{ .{"}, {"c:\\", gap, gap.substr(76)}, {"c:\\a", gap + ".mp3 ", "ä{ ."}}) {
+             {"c:\\{ ", "{a{", "{ .{"}, {"c:\\", rowGap, rowGap.substr(76)}, {"c:\\a", rowGap + ".mp3 ", "ä{ ."}}) {
         // clang-format on
         const std::string row = rowOfFile(name + extension, directory);
-        EXPECT_EQ(row, name + gap + extension + " | " + directory);
+        EXPECT_EQ(row, name + rowGap + extension + " | " + directory);
         EXPECT_EQ(rowname(row), name);
         EXPECT_EQ(rowext(row), extension);
         EXPECT_EQ(rowdir(row), directory);
         EXPECT_EQ(rowpath(row), directory + (directory == "c:\\" ? "" : "\\") + name + extension);
     }
     std::mt19937 random(4);
-    const std::string pieces[] = {gap, "{", "|", " ", ".mp3", " | ", "ä", "\xFF", "\\"};
+    const std::string pieces[] = {rowGap, "{", "|", " ", ".mp3", " | ", "ä", "\xFF", "\\"};
     for (int round = 0; round < 20000; ++round) {
         std::string row;
         for (auto count = random() % 8; count > 0; --count)

@@ -6,8 +6,8 @@ namespace larkspin {
 
 namespace {
 
-struct Removing : testing::Test {
-    Removing() {
+struct RemovingTest : testing::Test {
+    RemovingTest() {
         machine.writeDataFile("temp.lst", machine.song("rock", "One.mp3") + "\r\n" +
                                               machine.song("rock", "two.mp3") + "\r\n" +
                                               machine.song("pop", "rocket.wav") + "\r\n" +
@@ -43,7 +43,7 @@ struct Removing : testing::Test {
 
 } // namespace
 
-TEST_F(Removing, TakesOutWhateverHoldsTheText) {
+TEST_F(RemovingTest, TakesOutWhateverHoldsTheText) {
     converse(machine, {Turn("'listrmv e.mp", "removed <b>0</b> items for <b>e.mp</b> (<b>4</b>)"),
                        Turn("'listrmv SIX", "removed <b>1</b> items for <b>SIX</b> (<b>3</b>)")});
     EXPECT_EQ(names(), (Lines{"One", "rocket", "two"}));
@@ -60,7 +60,7 @@ TEST_F(Removing, TakesOutWhateverHoldsTheText) {
     EXPECT_EQ(machine.answer("'listrmv "), "[box] scanning");
 }
 
-TEST_F(Removing, TakesTheSelectedFilesOut) {
+TEST_F(RemovingTest, TakesTheSelectedFilesOut) {
     machine.owner("'num 2"); // rocket
     chooseFromEditMenu("remfil");
     EXPECT_EQ(machine.lastBox(), "No items selected");
@@ -71,20 +71,20 @@ TEST_F(Removing, TakesTheSelectedFilesOut) {
     EXPECT_TRUE(machine.state().playedMemory.empty());
 }
 
-TEST_F(Removing, OfSelectedFilesGoesOnBehindALineThatComesBetween) {
+TEST_F(RemovingTest, OfSelectedFilesGoesOnBehindALineThatComesBetween) {
     selectRows(mp3s(), "playlistView", {0, 2, 3});
     machine.loop.post([&] { machine.hear("'listrmv rock"); });
     chooseFromEditMenu("remfil");
     EXPECT_EQ(names(), Lines{});
 }
 
-TEST_F(Removing, EmptiesThePlaylistWithoutAQuestion) {
+TEST_F(RemovingTest, EmptiesThePlaylistWithoutAQuestion) {
     EXPECT_EQ(machine.answerTo([&] { chooseFromEditMenu("remal"); }), "");
     EXPECT_EQ(names(), Lines{});
     EXPECT_TRUE(machine.state().playedMemory.empty());
 }
 
-TEST_F(Removing, AsksForAStringBehindTheSplash) {
+TEST_F(RemovingTest, AsksForAStringBehindTheSplash) {
     machine.loop.once(100ms, [&] { EXPECT_FALSE(mp3s().visible); });
     machine.dialogs.answers = {"Rock"};
     chooseFromEditMenu("remstr");

@@ -1,6 +1,7 @@
 // larkspin on a session bus of the test's own, steered by a real client.
 #include "support/child.h"
 #include "support/made_songs.h"
+#include "support/patience.h"
 #include "support/private_bus.h"
 
 #include <cstdio>
@@ -13,7 +14,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto patience = 20s;
 constexpr int mostLooks = 50;
 
 class OnTheSessionBus : public testing::Test {

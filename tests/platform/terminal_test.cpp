@@ -2,6 +2,7 @@
 #include "library/playlist_row.h"
 #include "support/child.h"
 #include "support/made_songs.h"
+#include "support/patience.h"
 #include "support/temp_directory.h"
 
 #include <csignal>
@@ -14,7 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto patience = 20s;
 constexpr std::string_view welcome = "[box] this must be your first time running this damn program";
 
 class TerminalTest : public testing::Test {

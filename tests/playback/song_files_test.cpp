@@ -15,8 +15,8 @@ const std::string noSong = "what the fuck are you gonna delete, stupid?";
 const std::string refused = ":  permission denied";
 
 // On a playlist of a.mp3, played twice, b.mp3, played four times, and c.wav, in the directory rock.
-struct SongFiles : testing::Test {
-    SongFiles() {
+struct SongFilesTest : testing::Test {
+    SongFilesTest() {
         machine.writeDataFile("larkspin.ini", "[lark]\r\nload=2\r\ntrigger='\r\n");
         machine.writeDataFile("played.ini", "[times played]\r\na.mp3=2\r\nb.mp3=4\r\n");
         machine.playlist({"a.mp3", "b.mp3", "c.wav"});
@@ -76,7 +76,7 @@ struct SongFiles : testing::Test {
 
 } // namespace
 
-TEST_F(SongFiles, DeletePutsTheSongInPlayIntoTheWastebasket) {
+TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(machine.answer("'delete"), noSong);
     machine.owner("'cont");
     machine.owner("'num 2");
@@ -97,7 +97,7 @@ TEST_F(SongFiles, DeletePutsTheSongInPlayIntoTheWastebasket) {
 
 // What the owner does before he deletes b.mp3, and what is left of the list then, whichever row
 // stands where b.mp3 was started.
-TEST_F(SongFiles, TheRowThatGoesIsThatOfTheSongInPlay) {
+TEST_F(SongFilesTest, TheRowThatGoesIsThatOfTheSongInPlay) {
     const std::string rock = machine.drive("music/rock"), pop = machine.song("pop", "b.mp3");
     const std::string doubled = makerow("b", ".mp3", rock + "\\\\");
     machine.song("aaa", "aaa.mp3");
@@ -134,7 +134,7 @@ TEST_F(SongFiles, TheRowThatGoesIsThatOfTheSongInPlay) {
     EXPECT_EQ(files("music/pop"), Lines{"b.mp3"});
 }
 
-TEST_F(SongFiles, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
+TEST_F(SongFilesTest, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
     for (const char* line : {"'num 3", "'play ", "'yes", "'m 2", "'delete"})
         machine.owner(line);
     EXPECT_EQ(machine.answer("'pre"), "previous:  <b>1</b>.  a");
@@ -146,7 +146,7 @@ TEST_F(SongFiles, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
 }
 
 // A full disk, a disk that can't be read: which song is in play is known without it.
-TEST_F(SongFiles, TheFileThatGoesIsThatOfTheSongInPlay) {
+TEST_F(SongFilesTest, TheFileThatGoesIsThatOfTheSongInPlay) {
     for (bool FaultyFiles::*fault : {&FaultyFiles::full, &FaultyFiles::unreadable}) {
         machine.playlist({"a.mp3", "b.mp3", "c.wav"});
         machine.start();
@@ -169,7 +169,7 @@ TEST_F(SongFiles, TheFileThatGoesIsThatOfTheSongInPlay) {
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
 }
 
-TEST_F(SongFiles, NoFileGoesBeforeASongHasBeenStarted) {
+TEST_F(SongFilesTest, NoFileGoesBeforeASongHasBeenStarted) {
     machine.owner("'num 2");
     machine.restart();
     std::filesystem::remove(machine.disk.path() / "music/rock/c.wav");
@@ -185,7 +185,7 @@ TEST_F(SongFiles, NoFileGoesBeforeASongHasBeenStarted) {
 }
 
 // `info` names the one from disk, and the other one plays no longer.
-TEST_F(SongFiles, AFileFromDiskInPlaySavesTheSongBeforeIt) {
+TEST_F(SongFilesTest, AFileFromDiskInPlaySavesTheSongBeforeIt) {
     machine.owner("'num 2");
     machine.disk.write("other.mp3", "mine");
     machine.dialogs.answers = {machine.drive("other.mp3")};
@@ -195,7 +195,7 @@ TEST_F(SongFiles, AFileFromDiskInPlaySavesTheSongBeforeIt) {
 }
 
 // The message tells of the new song, and what is typed in it is about that one.
-TEST_F(SongFiles, ASongIsInPlayFromItsOpeningOn) {
+TEST_F(SongFilesTest, ASongIsInPlayFromItsOpeningOn) {
     machine.owner("'num 1");
     machine.inMessage("next:", [&] { machine.hear("'delete"); });
     machine.owner("'next");
@@ -204,7 +204,7 @@ TEST_F(SongFiles, ASongIsInPlayFromItsOpeningOn) {
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
 }
 
-TEST_F(SongFiles, RenameCarriesRowAndCountAlong) {
+TEST_F(SongFilesTest, RenameCarriesRowAndCountAlong) {
     EXPECT_EQ(machine.answer("'rename x"), "what the fuck are you gonna rename, stupid?");
     machine.owner("'num 2");
     EXPECT_EQ(machine.answer("'rename Me.mp3"), "rename current song to:  <b>Me.mp3");
@@ -220,7 +220,7 @@ TEST_F(SongFiles, RenameCarriesRowAndCountAlong) {
     EXPECT_EQ(counts(), "a.mp3=2\r\nz.mp3=4\r\n") << "a song never played has none";
 }
 
-TEST_F(SongFiles, RenameRefusesWhatIsNoNewName) {
+TEST_F(SongFilesTest, RenameRefusesWhatIsNoNewName) {
     machine.owner("'num 2");
     for (const std::string& name :
          Lines{"", " x", "a/b", "..\\b", "a:b", "a<b", "a>b", "a|b", "b", "a\tb", "a\nb", "a\x7F"})
@@ -229,7 +229,7 @@ TEST_F(SongFiles, RenameRefusesWhatIsNoNewName) {
     EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3", "c.wav"}));
 }
 
-TEST_F(SongFiles, RenameKeepsToItsDirectoryAndOverNothing) {
+TEST_F(SongFilesTest, RenameKeepsToItsDirectoryAndOverNothing) {
     machine.disk.write("music/rock/A.mp3", "other");
     const std::string longName(300, 'x');
     for (const auto& [name, onDisk] :
@@ -260,7 +260,7 @@ TEST_F(SongFiles, RenameKeepsToItsDirectoryAndOverNothing) {
 }
 
 // As the box shows the old name: a new one keeps of it what the owner has left.
-TEST_F(SongFiles, TheRenameBoxKeepsBytesAndCharactersOfTheOldName) {
+TEST_F(SongFilesTest, TheRenameBoxKeepsBytesAndCharactersOfTheOldName) {
     const struct {
         const char *onDisk, *answer, *then;
     } edits[] = {
@@ -284,7 +284,7 @@ TEST_F(SongFiles, TheRenameBoxKeepsBytesAndCharactersOfTheOldName) {
     }
 }
 
-TEST_F(SongFiles, SilentModeAnswersInBoxes) {
+TEST_F(SongFilesTest, SilentModeAnswersInBoxes) {
     machine.state().silnt = true;
     converse(machine, {Turn("'delete", "[box] " + noSong), Turn("'num 3", ""),
                        Turn("'rename c", ""), Turn("'rename d", "[box] renamed c.wav to d.mp3"),
@@ -295,7 +295,7 @@ TEST_F(SongFiles, SilentModeAnswersInBoxes) {
     EXPECT_EQ(machine.answer("'delete"), "[box] couldn't delete a.mp3" + refused);
 }
 
-TEST_F(SongFiles, WhatTheDiskRefusesIsToldAndLeftAsItWas) {
+TEST_F(SongFilesTest, WhatTheDiskRefusesIsToldAndLeftAsItWas) {
     machine.files.refusesMoves = true;
     const std::string couldntDelete = "couldn't delete <b>b.mp3</b>" + refused;
     converse(machine, {Turn("'num 2", "playing:  <b>2</b>.  b"),
@@ -315,7 +315,7 @@ TEST_F(SongFiles, WhatTheDiskRefusesIsToldAndLeftAsItWas) {
     EXPECT_EQ(machine.answer("'play").substr(0, 10), "not found,");
 }
 
-TEST_F(SongFiles, OfADiskThatDoesntAnswerNobodyKnowsWhatItStillDoes) {
+TEST_F(SongFilesTest, OfADiskThatDoesntAnswerNobodyKnowsWhatItStillDoes) {
     machine.owner("'num 2");
     machine.slowDisk.spans[machine.drive("music/rock")] = 10s;
     for (const auto& [line, verb] : {std::pair("'rename d", "rename"), {"'delete", "delete"}})
@@ -330,7 +330,7 @@ TEST_F(SongFiles, OfADiskThatDoesntAnswerNobodyKnowsWhatItStillDoes) {
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "b.mp3 rock", "c.wav rock"}));
 }
 
-TEST_F(SongFiles, WaitFiveSecondsAtMostForThePlayer) {
+TEST_F(SongFilesTest, WaitFiveSecondsAtMostForThePlayer) {
     machine.player.closing = 1h;
     machine.player.lengths[""] = 1; // as if what is stopped meanwhile had come to its end
     machine.owner("'num 2");
@@ -341,7 +341,7 @@ TEST_F(SongFiles, WaitFiveSecondsAtMostForThePlayer) {
     EXPECT_EQ(machine.setting("played"), "") << "left before its end";
 }
 
-TEST_F(SongFiles, ASongStartedWhileThePlayerLetsGoPlaysOn) {
+TEST_F(SongFilesTest, ASongStartedWhileThePlayerLetsGoPlaysOn) {
     for (const std::string& command : Lines{"'delete", "'rename d"}) {
         machine.playlist({"a.mp3", "b.mp3", "c.wav"});
         machine.start();
@@ -357,7 +357,7 @@ TEST_F(SongFiles, ASongStartedWhileThePlayerLetsGoPlaysOn) {
     EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav", "d.mp3"}));
 }
 
-TEST_F(SongFiles, ASongStartedWhileTheDiskTakesItsTimePlaysOn) {
+TEST_F(SongFilesTest, ASongStartedWhileTheDiskTakesItsTimePlaysOn) {
     machine.playlist({"a.mp3", "b.mp3", "c.wav"});
     machine.writeDataFile("temp.lst",
                           machine.dataFile("temp.lst") + machine.song("pop", "d.mp3") + "\r\n");
@@ -388,7 +388,7 @@ TEST_F(SongFiles, ASongStartedWhileTheDiskTakesItsTimePlaysOn) {
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>d</b> ");
 }
 
-TEST_F(SongFiles, ASlowDiskHasNoPartInTheNextRun) {
+TEST_F(SongFilesTest, ASlowDiskHasNoPartInTheNextRun) {
     for (const char* line : {"'rename d", "'delete"}) {
         machine.owner("'num 1");
         machine.slowDisk.spans[machine.drive("music/rock")] = 3s;
@@ -404,14 +404,14 @@ TEST_F(SongFiles, ASlowDiskHasNoPartInTheNextRun) {
     }
 }
 
-TEST_F(SongFiles, AChoiceOpenedWhileThePlayerLetsGoStaysOpen) {
+TEST_F(SongFilesTest, AChoiceOpenedWhileThePlayerLetsGoStaysOpen) {
     machine.owner("'num 2");
     hearInBetween({"'play "});
     machine.owner("'rename d");
     EXPECT_EQ(machine.state().choiceList.count(), 3);
 }
 
-TEST_F(SongFiles, TheDeleteKeyAsksFirst) {
+TEST_F(SongFilesTest, TheDeleteKeyAsksFirst) {
     strikeDelete(noRow, "yes");
     EXPECT_EQ(machine.lastBox(), "") << "no row is current";
     machine.owner("'num 1");
@@ -432,7 +432,7 @@ TEST_F(SongFiles, TheDeleteKeyAsksFirst) {
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
 }
 
-TEST_F(SongFiles, TheRenameLabelWorksOnAnyRow) {
+TEST_F(SongFilesTest, TheRenameLabelWorksOnAnyRow) {
     machine.owner("'num 1");
     for (const std::string& name : Lines{"", "b", "x/y", " x"}) {
         clickRename(1, name);
@@ -453,7 +453,7 @@ TEST_F(SongFiles, TheRenameLabelWorksOnAnyRow) {
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
 }
 
-TEST_F(SongFiles, ASongOfThatNameElsewhereIsNotTheOneInPlay) {
+TEST_F(SongFilesTest, ASongOfThatNameElsewhereIsNotTheOneInPlay) {
     machine.writeDataFile("temp.lst",
                           machine.song("pop", "a.mp3") + "\r\n" + machine.song("rock", "a.mp3"));
     machine.start();
@@ -468,7 +468,7 @@ TEST_F(SongFiles, ASongOfThatNameElsewhereIsNotTheOneInPlay) {
     EXPECT_EQ(files("music/pop"), Lines{});
 }
 
-TEST_F(SongFiles, OneDirectoryStaysOneHoweverItIsSpelled) {
+TEST_F(SongFilesTest, OneDirectoryStaysOneHoweverItIsSpelled) {
     const std::string rock = machine.drive("music/rock");
     machine.writeDataFile("temp.lst", makerow("a", ".mp3", rock + "\\\\") + "\r\n" +
                                           makerow("b", ".mp3", rock + "\\") + "\r\n" +
@@ -482,7 +482,7 @@ TEST_F(SongFiles, OneDirectoryStaysOneHoweverItIsSpelled) {
     EXPECT_EQ(rows(), (Lines{"A.mp3 rock", "B.mp3 rock", "c.wav rock"}));
 }
 
-TEST_F(SongFiles, WhatTheOwnerWasAskedAboutIsFoundAgain) {
+TEST_F(SongFilesTest, WhatTheOwnerWasAskedAboutIsFoundAgain) {
     hearInBetween({"'listrmv a    "});
     strikeDelete(1, "yes");
     EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));

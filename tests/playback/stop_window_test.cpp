@@ -24,9 +24,9 @@ struct Stops : VirtualMachine {
     }
 };
 
-static const std::string first = "<b>1</b>.  <b><u>a</b></u>1";
-static const std::string second = "<b>2</b>.  <b><u>a</b></u>2";
-static const std::string askNumber = "type <b>'m 1</b> - <b>'m 2</b> or <b>'cancel";
+static const std::string firstLine = "<b>1</b>.  <b><u>a</b></u>1";
+static const std::string secondLine = "<b>2</b>.  <b><u>a</b></u>2";
+static const std::string askOneOrTwo = "type <b>'m 1</b> - <b>'m 2</b> or <b>'cancel";
 static const std::string aborted = "selection scroll aborted";
 static const std::string opening = "scrolling <b>2</b> matches";
 
@@ -34,11 +34,11 @@ TEST(StopWindow, BreaksTheRecitalOfYes) {
     for (const int clicks : {1, 2}) {
         Stops machine;
         machine.clickBehindFirst(clicks);
-        EXPECT_EQ(machine.answer("'yes"), first + "\n" + aborted);
+        EXPECT_EQ(machine.answer("'yes"), firstLine + "\n" + aborted);
         EXPECT_TRUE(machine.stops().visible);
         EXPECT_EQ(machine.caption(), " show list");
         EXPECT_EQ(machine.answer("'m 1"), "");
-        EXPECT_EQ(machine.answer("'yes"), first + "\n" + second + "\n" + askNumber);
+        EXPECT_EQ(machine.answer("'yes"), firstLine + "\n" + secondLine + "\n" + askOneOrTwo);
         EXPECT_FALSE(machine.stops().visible);
         machine.owner("'play a");
         machine.clickBehindFirst(clicks);
@@ -54,9 +54,9 @@ TEST(StopWindow, BreaksTheRecitalOfYes) {
 TEST(StopWindow, RecitesTheChoicesOnShow) {
     Stops machine;
     machine.owner("'view");
-    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, second, askNumber}));
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, firstLine, secondLine, askOneOrTwo}));
     EXPECT_FALSE(machine.stops().visible);
-    EXPECT_EQ(machine.answer("'m 2"), "playing choice:  " + second);
+    EXPECT_EQ(machine.answer("'m 2"), "playing choice:  " + secondLine);
     EXPECT_FALSE(machine.window("larkmain").visible);
 }
 
@@ -64,13 +64,13 @@ TEST(StopWindow, BreaksItsOwnRecital) {
     Stops machine;
     machine.owner("'view");
     machine.clickBehindFirst(1);
-    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, aborted}));
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, firstLine, aborted}));
     EXPECT_EQ(machine.caption(), "    scroll");
     EXPECT_EQ(machine.answer("'m 1"), "");
     machine.loop.once(300ms, [&] { machine.click(); }); // while it is announced
     EXPECT_EQ(machine.saidByClick(), (Lines{opening, aborted})) << "and starts no second one";
     machine.clickBehindFirst(2);
-    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, second, askNumber}))
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, firstLine, secondLine, askOneOrTwo}))
         << "the second click comes before the first one is seen";
     EXPECT_FALSE(machine.stops().visible);
 }
@@ -86,7 +86,7 @@ TEST(StopWindow, LosesItsRecitalToAStart) {
             machine.loop.once(wait, [&, said = line] { machine.owner(said); });
             EXPECT_EQ(machine.saidByClick(), wait < 600ms
                                                  ? Lines({opening, answer, aborted})
-                                                 : Lines({opening, first, answer, aborted}));
+                                                 : Lines({opening, firstLine, answer, aborted}));
             EXPECT_FALSE(machine.stops().visible);
             EXPECT_EQ(machine.caption(), "     stop");
             machine.owner("'play a");
@@ -98,7 +98,7 @@ TEST(StopWindow, LosesItsRecitalToTheEndOfTheChoices) {
     Stops machine;
     machine.owner("'view");
     machine.loop.once(900ms, [&] { press(machine.window("larkmain"), "closeLabel"); });
-    EXPECT_EQ(machine.saidByClick(), (Lines{opening, first, aborted}));
+    EXPECT_EQ(machine.saidByClick(), (Lines{opening, firstLine, aborted}));
     machine.owner("'coms");
     EXPECT_TRUE(machine.window("larkmain").control("commandNames").visible);
 }
@@ -110,7 +110,7 @@ TEST(StopWindow, SaysNothingOfARecitalThatAnotherOneHasReplaced) {
         machine.owner("'play a");
         machine.owner("'yes");
     });
-    EXPECT_EQ(machine.saidByClick().back(), askNumber);
+    EXPECT_EQ(machine.saidByClick().back(), askOneOrTwo);
     EXPECT_EQ(machine.saidWithin(5s), Lines{});
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/child.h"
+#include "support/patience.h"
 #include "support/temp_directory.h"
 #include "support/x_server.h"
 
@@ -15,8 +16,6 @@ namespace larkspin {
 
 class DesktopProgram : public testing::Test {
 protected:
-    static constexpr std::chrono::seconds patience{20};
-
     // With its errors in its output.
     std::unique_ptr<Child> start(const std::string& display) const;
     // Past the box that welcomes him the first time.

@@ -1,6 +1,7 @@
 #include "support/irc_server.h"
 
 #include "support/own_network.h"
+#include "support/patience.h"
 
 #include <arpa/inet.h>
 #include <csignal>
@@ -14,8 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-
-constexpr auto patience = 5s;
 
 Descriptor connectTo(std::uint16_t port) {
     Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));

@@ -1,4 +1,5 @@
 #include "support/x_server.h"
+#include "support/patience.h"
 
 #include <csignal>
 #include <unistd.h>
@@ -6,8 +7,6 @@
 namespace larkspin {
 
 namespace {
-
-constexpr std::chrono::seconds patience(20);
 
 // One of this process's own: which numbers are free isn't seen from another network, and two
 // servers of one number spoil each other's files.

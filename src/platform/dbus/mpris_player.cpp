@@ -2,6 +2,7 @@
 
 #include "platform/dbus/bus.h"
 #include "platform/dbus/mpris_answer.h"
+#include "platform/dbus/mpris_names.h"
 
 #include <algorithm>
 #include <string_view>
@@ -15,8 +16,6 @@ using namespace std::chrono_literals;
 
 constexpr auto questionBound = 250ms;
 constexpr std::size_t mostPlayers = 100; // that are asked
-constexpr auto playerPath = "/org/mpris/MediaPlayer2";
-constexpr auto playerInterface = "org.mpris.MediaPlayer2.Player";
 
 struct Candidate {
     // In the order in which they are taken.
@@ -90,7 +89,7 @@ public:
 
     bool press(const Candidate& player, const char* button) {
         const BusMessage call =
-            bus_.methodCall({player.name.c_str(), playerPath, playerInterface, button});
+            bus_.methodCall({player.name.c_str(), mprisPath, mprisPlayer, button});
         if (!call || sd_bus_message_set_auto_start(call.get(), 0) < 0)
             return false;
         return bus_.tell(call) && bus_.flush(std::max(latest_, Clock::now() + sendBound));
@@ -113,10 +112,10 @@ private:
 
     void ask(Candidate& player) {
         const BusMessage call = bus_.methodCall(
-            {player.name.c_str(), playerPath, "org.freedesktop.DBus.Properties", "GetAll"});
+            {player.name.c_str(), mprisPath, "org.freedesktop.DBus.Properties", "GetAll"});
         const bool asked =
             call && sd_bus_message_set_auto_start(call.get(), 0) >= 0 &&
-            sd_bus_message_append(call.get(), "s", playerInterface) >= 0 &&
+            sd_bus_message_append(call.get(), "s", mprisPlayer) >= 0 &&
             bus_.ask(call, [&](sd_bus_message* answer) { takeAnswer(answer, player); });
         if (!asked) // the bus is gone, or the name is none
             player.state = Candidate::State::gone;

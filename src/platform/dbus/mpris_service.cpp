@@ -1,5 +1,6 @@
 #include "platform/dbus/mpris_service.h"
 
+#include "platform/dbus/mpris_names.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/percent_escapes.h"
 #include "playback/sliders.h"
@@ -19,9 +20,6 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::microseconds;
 
-constexpr const char* objectPath = "/org/mpris/MediaPlayer2";
-constexpr const char* rootInterface = "org.mpris.MediaPlayer2";
-constexpr const char* playerInterface = "org.mpris.MediaPlayer2.Player";
 constexpr const char* busName = "org.mpris.MediaPlayer2.larkspin";
 constexpr const char* songPaths = "/org/larkspin/song/";
 constexpr const char* noSong = "/org/mpris/MediaPlayer2/TrackList/NoTrack";
@@ -173,8 +171,8 @@ MprisService::MprisService(WatchingLoop& loop, const std::string& busAddress, Re
       shown_(remote.view()) {
     if (!bus_.isOpen())
         return;
-    sd_bus_add_object_vtable(bus_.raw(), nullptr, objectPath, rootInterface, Table::root, this);
-    sd_bus_add_object_vtable(bus_.raw(), nullptr, objectPath, playerInterface, Table::player, this);
+    sd_bus_add_object_vtable(bus_.raw(), nullptr, mprisPath, mprisRoot, Table::root, this);
+    sd_bus_add_object_vtable(bus_.raw(), nullptr, mprisPath, mprisPlayer, Table::player, this);
     sd_bus_request_name_async(bus_.raw(), nullptr, busName, 0, takeOtherName, nullptr);
     bus_.attach(loop);
     loop.beforeSleep([this] { announce(); });
@@ -309,7 +307,7 @@ void MprisService::announceChanges(const RemoteView& now) {
     if (changed.empty())
         return;
     changed.push_back(nullptr);
-    sd_bus_emit_properties_changed_strv(bus_.raw(), objectPath, playerInterface,
+    sd_bus_emit_properties_changed_strv(bus_.raw(), mprisPath, mprisPlayer,
                                         const_cast<char**>(changed.data()));
 }
 
@@ -323,7 +321,7 @@ void MprisService::announceJump(const RemoteView& now) {
                               ? position < expected - mostDrift
                               : position < look_.position;
     if (isBehind || position > expected + mostDrift)
-        sd_bus_emit_signal(bus_.raw(), objectPath, playerInterface, "Seeked", "x",
+        sd_bus_emit_signal(bus_.raw(), mprisPath, mprisPlayer, "Seeked", "x",
                            std::int64_t(position.count()));
 }
 

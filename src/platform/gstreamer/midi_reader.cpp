@@ -9,7 +9,7 @@ namespace larkspin {
 namespace {
 
 constexpr std::size_t largestFile = 16 << 20;
-constexpr std::int64_t chunk = Synthesizer::sampleRate / 5; // frames
+constexpr std::int64_t framesAtOnce = Synthesizer::sampleRate / 5; // frames
 
 std::int64_t frameAt(double seconds) {
     return std::llround(seconds * Synthesizer::sampleRate);
@@ -49,7 +49,7 @@ void MidiReader::seek(double seconds) {
 
 // From message to message.
 void MidiReader::read(std::vector<float>& samples) {
-    const std::int64_t until = std::min(frame_ + chunk, end_);
+    const std::int64_t until = std::min(frame_ + framesAtOnce, end_);
     while (frame_ < until) {
         std::int64_t stop = until;
         for (; next_ < song_.events.size(); ++next_) {

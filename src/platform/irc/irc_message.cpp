@@ -13,7 +13,7 @@ constexpr std::size_t longestWithoutEnd = 510;
 constexpr std::string_view endsLine("\r\n\0", 3);
 
 // Takes the first word off, and the blanks behind it.
-std::string_view takeWord(std::string_view& rest) {
+std::string_view takePart(std::string_view& rest) {
     const auto end = std::min(rest.find(' '), rest.size());
     const auto word = rest.substr(0, end);
     rest.remove_prefix(std::min(rest.find_first_not_of(' ', end), rest.size()));
@@ -67,7 +67,7 @@ void readParameters(std::string_view rest, IrcMessage& message) {
             message.parameters.emplace_back(rest.substr(isRest ? 1 : 0));
             return;
         }
-        message.parameters.emplace_back(takeWord(rest));
+        message.parameters.emplace_back(takePart(rest));
     }
 }
 
@@ -83,10 +83,10 @@ std::optional<IrcMessage> readIrcMessage(std::string_view line) {
     line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
     IrcMessage message;
     if (line.starts_with('@'))
-        readTags(takeWord(line).substr(1), message);
+        readTags(takePart(line).substr(1), message);
     if (line.starts_with(':'))
-        message.sender = takeWord(line).substr(1);
-    message.command = commandOf(takeWord(line));
+        message.sender = takePart(line).substr(1);
+    message.command = commandOf(takePart(line));
     if (message.command.empty())
         return std::nullopt;
     readParameters(line, message);

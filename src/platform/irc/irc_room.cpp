@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::string farewell = "larkspin flies off";
+const std::string usualFarewell = "larkspin flies off";
 
 // What the server says by number it says to the owner's own words.
 bool isNumber(std::string_view command) {
@@ -102,7 +102,7 @@ void IrcRoom::sendHostKeys(const std::string& keys) {
 
 void IrcRoom::endSession() {
     sendFarewell();
-    session_.end(farewell);
+    session_.end(usualFarewell);
 }
 
 // What the event at work has said is about the end. Nothing else that waits is said any more.
@@ -118,8 +118,8 @@ void IrcRoom::finish() {
         names.push_back(place.channel.name());
     std::string lines;
     for (const std::string& list : ircLists(names))
-        lines += ircLine("PART", {list, farewell});
-    session_.finish(lines + ircLine("QUIT", {farewell}));
+        lines += ircLine("PART", {list, usualFarewell});
+    session_.finish(lines + ircLine("QUIT", {usualFarewell}));
 }
 
 void IrcRoom::lost() {
@@ -165,7 +165,7 @@ void IrcRoom::newRoom() {
 }
 
 void IrcRoom::leave() {
-    joining_.leave(farewell);
+    joining_.leave(usualFarewell);
 }
 
 std::vector<IrcRoom::Joined> IrcRoom::rooms() const {

@@ -7,8 +7,8 @@ namespace larkspin {
 namespace {
 
 // They are counted instead of time, since the whole program may have been halted in between.
-constexpr Nanoseconds interval = std::chrono::milliseconds(250);
-constexpr int limit = 4;
+constexpr Nanoseconds handoverInterval = std::chrono::milliseconds(250);
+constexpr int mostRoundsBehind = 4;
 
 } // namespace
 
@@ -17,7 +17,7 @@ void Handover::begin() {
         return;
     olderSong_ = line_.report().song;
     rounds_ = 0;
-    watch_ = loop_.every(interval, [this] { watch(); });
+    watch_ = loop_.every(handoverInterval, [this] { watch(); });
 }
 
 void Handover::watch() {
@@ -26,7 +26,7 @@ void Handover::watch() {
     const bool isBehind = line_.isUp() && song != 0 && !line_.isTaken();
     if (isBehind && std::exchange(olderSong_, song) != song)
         rounds_ = 0;
-    if (isBehind && ++rounds_ < limit)
+    if (isBehind && ++rounds_ < mostRoundsBehind)
         return;
     loop_.cancel(std::exchange(watch_, TimerId::none));
     if (isBehind)

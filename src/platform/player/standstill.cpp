@@ -4,7 +4,7 @@ namespace larkspin {
 
 namespace {
 
-int limit(Standstill::Patience patience) {
+int mostRounds(Standstill::Patience patience) {
     switch (patience) {
     case Standstill::Patience::starting:
         return 20;
@@ -27,7 +27,7 @@ bool Standstill::isReached(const PlayerReport& report, Patience patience) {
                        report.song != last_.song || report.start != last_.start;
     last_ = report;
     rounds_ = moves ? 0 : rounds_ + 1;
-    return rounds_ >= limit(patience);
+    return rounds_ >= mostRounds(patience);
 }
 
 } // namespace larkspin

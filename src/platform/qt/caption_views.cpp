@@ -16,7 +16,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr int margin = 2; // in pixels, left and right of a caption
+constexpr int captionMargin = 2; // in pixels, left and right of a caption
 
 struct CaptionLook {
     explicit CaptionLook(const Control& control)
@@ -30,7 +30,7 @@ struct CaptionLook {
 // The blanks in front of a label's caption are part of how it looks; a button's stands in the
 // middle.
 void drawCaption(QPainter& painter, const QWidget& widget, const QString& caption, bool isCentred) {
-    const QRect within = widget.rect().adjusted(margin, 0, -margin, 0);
+    const QRect within = widget.rect().adjusted(captionMargin, 0, -captionMargin, 0);
     if (const QPainterPath glyph = isCentred ? glyphOf(caption, widget.rect()) : QPainterPath();
         !glyph.isEmpty()) {
         painter.setRenderHint(QPainter::Antialiasing);

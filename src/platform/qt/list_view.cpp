@@ -16,8 +16,8 @@ namespace larkspin {
 
 namespace {
 
-constexpr int margin = 4; // in pixels, left of a row
-constexpr int gap = 2;    // between two rows
+constexpr int rowMargin = 4;   // in pixels, left of a row
+constexpr int betweenRows = 2; // between two rows
 
 class RowPainter : public QStyledItemDelegate {
 public:
@@ -29,7 +29,7 @@ public:
             painter->fillRect(option.rect, palette.color(QPalette::Highlight));
         painter->setPen(palette.color(isOn ? QPalette::HighlightedText : QPalette::Text));
         painter->setFont(option.font);
-        const QRect within = option.rect.adjusted(margin, 0, -margin, 0);
+        const QRect within = option.rect.adjusted(rowMargin, 0, -rowMargin, 0);
         painter->drawText(within, Qt::AlignVCenter | Qt::TextSingleLine, index.data().toString());
         if (option.state & QStyle::State_HasFocus) {
             const QColor front = painter->pen().color();
@@ -56,7 +56,7 @@ public:
     // Whole rows: as many as fit share the height, and what is left lies below the last of them.
     void fitRows() {
         const int height = contentsRect().height();
-        const int fitting = std::max(1, height / (fontMetrics().height() + gap));
+        const int fitting = std::max(1, height / (fontMetrics().height() + betweenRows));
         const int row = std::max(height / fitting, 1);
         if (row == painter_.rowHeight && bottom_ == height - fitting * row)
             return;

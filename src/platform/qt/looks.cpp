@@ -13,7 +13,7 @@ namespace {
 constexpr int twipsPerInch = 1440;
 constexpr double outlineShare = 0.55; // of the background, in an outline
 
-QStringList standIns(std::string_view family) {
+QStringList familiesFor(std::string_view family) {
     if (family == "Trebuchet MS")
         return {"Trebuchet MS", "Liberation Sans", "Arimo", "Nimbus Sans"};
     return {"Arial", "Liberation Sans", "Arimo", "Nimbus Sans"};
@@ -37,7 +37,7 @@ void applyLooks(QApplication& application) {
 
 QFont fontOf(const Font& font) {
     QFont made;
-    made.setFamilies(standIns(font.family));
+    made.setFamilies(familiesFor(font.family));
     made.setPointSize(font.points);
     return made;
 }

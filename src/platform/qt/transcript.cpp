@@ -17,15 +17,15 @@ namespace larkspin {
 
 namespace {
 
-constexpr int margin = 6; // in pixels, as those below
-constexpr int setIn = 18; // of the lines behind the first one
+constexpr int documentMargin = 6; // in pixels, as those below
+constexpr int hangingIndent = 18; // of the lines behind the first one
 constexpr int betweenLines = 3;
 constexpr std::string_view cutMark = "\u2026";
 
 QTextBlockFormat lineFormat() {
     QTextBlockFormat format;
-    format.setLeftMargin(setIn);
-    format.setTextIndent(-setIn);
+    format.setLeftMargin(hangingIndent);
+    format.setTextIndent(-hangingIndent);
     format.setTopMargin(betweenLines);
     return format;
 }
@@ -50,7 +50,7 @@ Transcript::Transcript() {
     option.setTextDirection(Qt::LeftToRight);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document()->setDefaultTextOption(option);
-    document()->setDocumentMargin(margin);
+    document()->setDocumentMargin(documentMargin);
     plain_.setForeground(palette().color(QPalette::Text));
     name_ = plain_;
     name_.setFontWeight(QFont::Bold);

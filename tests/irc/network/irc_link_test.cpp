@@ -5,6 +5,7 @@
 #include "support/certificate.h"
 #include "support/listener.h"
 #include "support/own_network.h"
+#include "support/patience.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -15,8 +16,6 @@ namespace larkspin {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr auto patience = 10s;
 
 class IrcLinkTest : public testing::TestWithParam<bool> {
 protected:

@@ -5,6 +5,7 @@
 #include "support/irc_server.h"
 #include "support/made_songs.h"
 #include "support/own_network.h"
+#include "support/patience.h"
 #include "support/temp_directory.h"
 
 #include <csignal>
@@ -61,7 +62,6 @@ protected:
     }
     std::string history() const { return disk.read("larkspin/history.txt"); }
 
-    static constexpr auto patience = 20s;
     TempDirectory disk;
 };
 
