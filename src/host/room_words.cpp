@@ -2,6 +2,7 @@
 
 #include "host/own_room.h"
 #include "text/blanks.h"
+#include "text/number.h"
 #include "text/typed_words.h"
 
 #include <algorithm>
@@ -53,7 +54,7 @@ void tellRoom(const ShownRoom& room, const RowList& ejected, const Called& calle
             tell("  and " + std::to_string(list.count() - named) + " more" + mark);
     };
     const int count = room.people().count();
-    tell(called(room.name()) + ", " + std::to_string(count) + (count == 1 ? " person" : " people"));
+    tell(called(room.name()) + ", " + counted(count, "person", "people"));
     tellAll(room.people(), "");
     tellAll(ejected, " (kept out)");
 }

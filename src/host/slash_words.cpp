@@ -1,19 +1,12 @@
 #include "host/slash_words.h"
 
+#include "text/characters.h"
 #include "text/fold.h"
 #include "text/typed_words.h"
 
 #include <iterator>
 
 namespace larkspin {
-
-namespace {
-
-bool isLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
-} // namespace
 
 void SlashWords::add(std::vector<SlashWord> words) {
     words_.insert(words_.end(), std::make_move_iterator(words.begin()),

@@ -1,6 +1,7 @@
 #include "host/web_address.h"
 
 #include "text/blanks.h"
+#include "text/characters.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -24,14 +25,9 @@ std::string lowerAscii(std::string_view text) {
     return lowered;
 }
 
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-
 // Those of other alphabets stand for themselves: their bytes are all above ASCII.
 bool isLetterOrDigit(char byte) {
-    return isDigit(byte) || (lowerAscii(byte) >= 'a' && lowerAscii(byte) <= 'z') ||
-           static_cast<unsigned char>(byte) >= 0x80;
+    return isDigit(byte) || isLetter(byte) || static_cast<unsigned char>(byte) >= 0x80;
 }
 
 // Control characters, blanks of any kind, marks that nobody sees, and the signs that an address

@@ -8,6 +8,7 @@
 #include "shell/files.h"
 #include "shell/pause.h"
 #include "shell/this_run.h"
+#include "text/characters.h"
 
 #include <algorithm>
 
@@ -49,11 +50,6 @@ std::string uptimeBox(const Uptime& up) {
            " minutes";
 }
 
-bool isLetter(const std::string& drive) {
-    return drive.size() == 1 &&
-           ((drive[0] >= 'a' && drive[0] <= 'z') || (drive[0] >= 'A' && drive[0] <= 'Z'));
-}
-
 } // namespace
 
 void MachineCommands::cinfo() {
@@ -81,7 +77,7 @@ void MachineCommands::free(const std::string& drive) {
             "use your damn computer to figure that shit out in silent mode"))
         return;
     const ThisRun run(core_.state);
-    const std::string place = isLetter(drive) ? drive + ":\\" : drive;
+    const std::string place = drive.size() == 1 && isLetter(drive[0]) ? drive + ":\\" : drive;
     const DriveSpace space = facts_.driveSpace(place).value_or(DriveSpace{});
     if (!run.lasts())
         return;

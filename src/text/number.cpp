@@ -1,6 +1,7 @@
 #include "text/number.h"
 
 #include "text/blanks.h"
+#include "text/characters.h"
 
 #include <charconv>
 #include <cmath>
@@ -60,6 +61,24 @@ std::int64_t rounded(double value) {
 std::string hexPair(std::uint8_t value) {
     constexpr char digits[] = "0123456789ABCDEF";
     return {digits[value >> 4], digits[value & 0xF]};
+}
+
+std::optional<int> plainNumber(std::string_view digits, int least, int most) {
+    int number = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [last, error] = std::from_chars(digits.data(), end, number);
+    const bool isPlain = !digits.empty() && isDigit(digits.front()) && last == end;
+    if (!isPlain || error != std::errc() || number < least || number > most)
+        return std::nullopt;
+    return number;
+}
+
+std::string counted(std::int64_t count, std::string_view one) {
+    return counted(count, one, std::string(one) + 's');
+}
+
+std::string counted(std::int64_t count, std::string_view one, std::string_view many) {
+    return std::to_string(count).append(" ").append(count == 1 ? one : many);
 }
 
 std::optional<std::int16_t> wholeNumber16(std::string_view text) {

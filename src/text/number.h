@@ -22,6 +22,13 @@ std::int64_t rounded(double value);
 // Two hexadecimal digits, capitals.
 std::string hexPair(std::uint8_t value);
 
+// Digits alone, as a number within those bounds.
+std::optional<int> plainNumber(std::string_view digits, int least, int most);
+
+// "1 line", "2 lines"; another plural is named.
+std::string counted(std::int64_t count, std::string_view one);
+std::string counted(std::int64_t count, std::string_view one, std::string_view many);
+
 // A numeric text as a whole number of 16 bits, rounded; nothing when it doesn't fit.
 std::optional<std::int16_t> wholeNumber16(std::string_view text);
 

@@ -1,5 +1,6 @@
 #include "text/visible.h"
 
+#include "text/characters.h"
 #include "text/stand_ins.h"
 #include "text/utf8.h"
 
@@ -32,10 +33,6 @@ template <std::size_t count> bool isIn(const Range (&ranges)[count], char32_t co
         std::upper_bound(std::begin(ranges), std::end(ranges), code,
                          [](char32_t wanted, const Range& range) { return wanted < range.first; });
     return behind != std::begin(ranges) && code <= std::prev(behind)->last;
-}
-
-bool isControl(char32_t code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
 
 enum class Form { name, text };

@@ -1,9 +1,10 @@
 #include "platform/irc/irc_account.h"
 
 #include "shell/kept_files.h"
+#include "text/characters.h"
+#include "text/number.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace larkspin {
@@ -13,19 +14,6 @@ namespace {
 constexpr std::size_t largestFile = 10'000, longestHost = 255, longestWord = 200;
 constexpr std::size_t longestPassword = 500;
 constexpr std::uint16_t portByTls = 6697, plainPort = 6667;
-
-bool isControl(char byte) {
-    return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F';
-}
-
-std::optional<int> wholeNumber(std::string_view digits, int least, int most) {
-    int number = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [last, error] = std::from_chars(digits.data(), end, number);
-    if (error != std::errc() || last != end || number < least || number > most)
-        return std::nullopt;
-    return number;
-}
 
 // One line of the file. False for a value that makes no sense.
 bool take(IrcAccount& account, std::string_view key, std::string_view value) {
@@ -57,7 +45,7 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
     }
     if (key == "port" || key == "lines a minute") {
         const bool isPort = key == "port";
-        const auto number = wholeNumber(value, isPort, isPort ? 65535 : mostLinesPerMinute);
+        const auto number = plainNumber(value, isPort, isPort ? 65535 : mostLinesPerMinute);
         if (isPort)
             account.server.port = static_cast<std::uint16_t>(number.value_or(0));
         else
@@ -142,7 +130,7 @@ void addWhatIsLacking(IrcAccount& account, const IrcAccount& other) {
 
 bool canBeIrcHost(std::string_view host) {
     constexpr std::string_view others = "[]/@ ";
-    return !host.empty() && host.size() <= longestHost && std::ranges::none_of(host, isControl) &&
+    return !host.empty() && host.size() <= longestHost && !hasControls(host) &&
            host.find_first_of(others) == host.npos;
 }
 
@@ -153,13 +141,12 @@ bool canBeIrcNick(std::string_view nick) {
 }
 
 bool canBeIrcWord(std::string_view word) {
-    return !word.empty() && word.size() <= longestWord && std::ranges::none_of(word, isControl) &&
+    return !word.empty() && word.size() <= longestWord && !hasControls(word) &&
            word.find_first_of(" ,") == word.npos;
 }
 
 bool canBeIrcPassword(std::string_view password) {
-    return !password.empty() && password.size() <= longestPassword &&
-           std::ranges::none_of(password, isControl);
+    return !password.empty() && password.size() <= longestPassword && !hasControls(password);
 }
 
 std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted) {
@@ -178,7 +165,7 @@ std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted) {
         return std::nullopt;
     if (text.empty())
         return server;
-    const auto port = wholeNumber(text.substr(1), 1, 65535);
+    const auto port = plainNumber(text.substr(1), 1, 65535);
     if (text.front() != ':' || !port)
         return std::nullopt;
     server.port = static_cast<std::uint16_t>(*port);

@@ -1,16 +1,10 @@
 #include "platform/irc/irc_clock.h"
 
+#include "text/number.h"
+
 #include <cstdio>
 
 namespace larkspin {
-
-namespace {
-
-std::string counted(long long count, const char* unit) {
-    return std::to_string(count) + ' ' + unit + (count == 1 ? "" : "s");
-}
-
-} // namespace
 
 // As the client words it: whoever reads it counts the characters from the full stop on.
 void IrcClock::open(const std::tm& timeOfDay, std::chrono::minutes online) {

@@ -5,6 +5,7 @@
 #include "platform/irc/irc_news.h"
 #include "platform/irc/irc_people.h"
 #include "platform/irc/irc_session.h"
+#include "text/characters.h"
 #include "text/utf8.h"
 #include "text/visible.h"
 
@@ -33,7 +34,7 @@ std::string_view actionIn(std::string_view text) {
 
 // Control characters, what ends a line by Unicode, and what turns the direction of writing.
 bool steersDisplays(char32_t code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || (code >= 0x2028 && code <= 0x202E) ||
+    return isControl(code) || (code >= 0x2028 && code <= 0x202E) ||
            (code >= 0x2066 && code <= 0x2069) || code == 0x61C || code == 0x200E || code == 0x200F;
 }
 
@@ -45,7 +46,7 @@ std::string harmlessMarkup(std::string_view codes) {
     for (std::string_view rest = markup; !rest.empty();) {
         const Character character = firstCharacter(rest);
         const bool isHarmless = character.valid && !steersDisplays(character.code);
-        harmless += isHarmless ? rest.substr(0, character.length) : "\uFFFD";
+        harmless += isHarmless ? rest.substr(0, character.length) : replacementCharacter;
         rest.remove_prefix(character.length);
     }
     return harmless;

@@ -1,6 +1,7 @@
 #include "platform/irc/irc_markup.h"
 
 #include "platform/irc/irc_codes.h"
+#include "text/characters.h"
 #include "text/number.h"
 #include "text/utf8.h"
 
@@ -11,15 +12,11 @@ namespace larkspin {
 
 namespace {
 
-bool isControl(const Character& character) {
-    const char32_t code = character.code;
-    return character.valid && (code < 0x20 || (code >= 0x7F && code < 0xA0));
-}
-
 void appendWithoutControls(std::string& to, std::string_view text) {
     while (!text.empty()) {
         const Character character = firstCharacter(text);
-        to += isControl(character) ? " " : text.substr(0, character.length);
+        const bool isShown = !character.valid || !isControl(character.code);
+        to += !isShown ? " " : text.substr(0, character.length);
         text.remove_prefix(character.length);
     }
 }

@@ -1,5 +1,6 @@
 #include "platform/irc/irc_nick_choice.h"
 
+#include "text/characters.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -13,14 +14,10 @@ constexpr std::size_t longestEverywhere = 9;
 constexpr int mostUnderscores = 3;
 constexpr const char* fallback = "larkspin";
 
-bool isLetter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
 std::string lettersAndDigits(const std::string& name) {
     std::string plain;
     for (const char c : name)
-        if (isLetter(c) || (!plain.empty() && c >= '0' && c <= '9'))
+        if (isLetter(c) || (!plain.empty() && isDigit(c)))
             plain += c;
     return plain.empty() ? fallback : plain;
 }

@@ -1,6 +1,7 @@
 #include "platform/irc/irc_session.h"
 
 #include "platform/irc/irc_message.h"
+#include "text/number.h"
 
 #include <algorithm>
 #include <utility>
@@ -177,7 +178,7 @@ void IrcSession::dropFor(const std::string& channel) {
 
 void IrcSession::tellUnsaid(std::size_t lines) const {
     if (lines > 0)
-        events_.tell(std::to_string(lines) + (lines == 1 ? " line" : " lines") +
+        events_.tell(counted(static_cast<std::int64_t>(lines), "line") +
                      " of yours had not been sent yet, and won't be");
 }
 

@@ -7,10 +7,10 @@
 #include "shell/dialogs.h"
 #include "text/blanks.h"
 #include "text/fold.h"
+#include "text/number.h"
 #include "text/typed_words.h"
 #include "text/visible.h"
 
-#include <charconv>
 #include <optional>
 #include <utility>
 
@@ -19,16 +19,6 @@ namespace larkspin {
 namespace {
 
 constexpr auto followsWithin = std::chrono::milliseconds(500);
-
-// Digits alone.
-std::optional<int> countOf(std::string_view digits, int most) {
-    int count = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [last, error] = std::from_chars(digits.data(), end, count);
-    if (error != std::errc() || last != end || count < 0 || count > most)
-        return std::nullopt;
-    return count;
-}
 
 bool isBlank(std::string_view rest) {
     return withoutBlanks(rest).empty();
@@ -242,7 +232,7 @@ bool IrcWords::room(std::string_view rest) {
         tellRooms();
         return true;
     }
-    const auto wanted = countOf(number, static_cast<int>(IrcRoom::mostRooms));
+    const auto wanted = plainNumber(number, 0, static_cast<int>(IrcRoom::mostRooms));
     if (wanted && isBlank(rest))
         irc_.enterRoom(*wanted);
     return wanted && isBlank(rest);
@@ -258,7 +248,7 @@ void IrcWords::tellRooms() const {
         if (isHere)
             line += " (here)";
         else if (unseen > 0)
-            line += " (" + std::to_string(unseen) + (unseen == 1 ? " line)" : " lines)");
+            line += " (" + counted(unseen, "line") + ')';
         tell_(line);
     }
 }
@@ -267,7 +257,7 @@ bool IrcWords::limit(std::string_view rest) {
     const std::string_view lines = takeWord(rest);
     IrcAccount account = file_.account();
     if (!lines.empty()) {
-        const auto wanted = countOf(lines, mostLinesPerMinute);
+        const auto wanted = plainNumber(lines, 0, mostLinesPerMinute);
         if (!wanted || !isBlank(rest))
             return false;
         account.linesPerMinute = *wanted;
@@ -277,8 +267,7 @@ bool IrcWords::limit(std::string_view rest) {
     if (account.linesPerMinute == 0)
         tell_("larkspin says as many lines as the server allows");
     else
-        tell_("larkspin says at most " + std::to_string(account.linesPerMinute) +
-              (account.linesPerMinute == 1 ? " line" : " lines") + " a minute");
+        tell_("larkspin says at most " + counted(account.linesPerMinute, "line") + " a minute");
     return true;
 }
 

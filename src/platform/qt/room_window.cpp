@@ -3,6 +3,7 @@
 #include "platform/qt/looks.h"
 #include "platform/qt/places.h"
 #include "platform/qt/qt_text.h"
+#include "text/number.h"
 #include "text/row_list.h"
 #include "text/visible.h"
 
@@ -110,7 +111,7 @@ void RoomWindow::showRoom() {
     isRoomShown_ = true;
     setWindowTitle("larkspin - " + toQt(visibleName(room_.name())));
     const int count = room_.people().count();
-    count_.setText(QString::number(count) + (count == 1 ? " person" : " people"));
+    count_.setText(toQt(counted(count, "person", "people")));
     ownName_.setText(toQt(visibleName(prompt_.empty() ? room_.ownName() : prompt_)) + ':');
     people_.refresh();
 }

@@ -57,7 +57,7 @@ int pageCount(const RowList& rows) {
 }
 
 std::string rowsText(const RowList& rows, int page) {
-    std::string text = ", " + std::to_string(rows.count()) + (rows.count() == 1 ? " row" : " rows");
+    std::string text = ", " + counted(rows.count(), "row");
     if (pageCount(rows) > 1)
         text += ", page " + std::to_string(page) + " of " + std::to_string(pageCount(rows));
     return text;

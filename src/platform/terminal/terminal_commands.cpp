@@ -21,12 +21,7 @@ using Kind = Control::Kind;
 
 // A count from 1; nothing for what isn't written in digits alone.
 std::optional<int> countOf(std::string_view digits) {
-    const bool isCount = std::all_of(digits.begin(), digits.end(),
-                                     [](char byte) { return byte >= '0' && byte <= '9'; });
-    const auto number = isCount ? wholeNumber16(digits) : std::nullopt;
-    if (!number || *number < 1)
-        return std::nullopt;
-    return *number;
+    return plainNumber(digits, 1, RowList::limit);
 }
 
 std::optional<Key> keyOf(std::string_view name) {

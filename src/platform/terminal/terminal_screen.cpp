@@ -2,6 +2,7 @@
 
 #include "chat/markup.h"
 #include "platform/terminal/terminal_text.h"
+#include "text/number.h"
 #include "text/stand_ins.h"
 
 #include <algorithm>
@@ -46,8 +47,7 @@ TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form f
     : output_(output), notes_(notes), form_(form) {
     output_.afterDrops([this](int count) {
         if (count > 0)
-            tell(std::to_string(count) + (count == 1 ? " line was" : " lines were") +
-                 " dropped here, since nobody read on");
+            tell(counted(count, "line was", "lines were") + " dropped here, since nobody read on");
         else
             put(output_, {}); // draws what is being typed
     });

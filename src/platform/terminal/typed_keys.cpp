@@ -1,5 +1,6 @@
 #include "platform/terminal/typed_keys.h"
 
+#include "text/characters.h"
 #include "text/utf8.h"
 
 namespace larkspin {
@@ -8,10 +9,6 @@ namespace {
 
 constexpr char escape = '\x1b';
 constexpr std::size_t longestSequence = 32; // far more than any key sends
-
-bool isControl(char byte) {
-    return static_cast<unsigned char>(byte) < 0x20 || byte == '\x7F';
-}
 
 // The first character; 0 while bytes of it are to come.
 std::size_t characterLength(std::string_view bytes) {
