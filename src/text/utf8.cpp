@@ -30,7 +30,7 @@ bool isForbidden(char32_t code, std::size_t length) {
 
 // Where the last character of a text that isn't empty begins.
 std::size_t lastCharacterStart(std::string_view text) {
-    const std::size_t furthest = text.size() > 4 ? text.size() - 4 : 0;
+    const std::size_t furthest = text.size() - std::min<std::size_t>(text.size(), 4);
     for (std::size_t start = text.size() - 1;; --start) {
         if (!isContinuation(text[start])) {
             const Character character = firstCharacter(text.substr(start));

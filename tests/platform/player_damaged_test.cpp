@@ -51,11 +51,11 @@ protected:
     // Opens it and waits until it has ended or has been given up.
     void isOver(PlayerControl& player, const std::string& path) {
         player.Open(path);
-        const auto stops = [&] {
+        const auto isOver = [&] {
             pass(10ms);
-            return player.PlayState() == PlayState::stopped;
+            return player.PlayState() == PlayState::stopped || player.Duration() > longSong;
         };
-        EXPECT_TRUE(comesTrue([&] { return stops() || player.Duration() > longSong; }));
+        EXPECT_TRUE(comesTrue(isOver));
         hung += player.failure() == "the player stood still";
     }
 

@@ -110,9 +110,11 @@ TEST(Text, FoldsTheSameLettersAlikeHoweverTheyAreSpelled) {
     for (const auto& [a, b] : Pairs{{"e", "e\u0301"},
                                     {"e\u0301", "e\u0300"},
                                     {"a\u0301\u0302", "a\u0302\u0301"},
+                                    {"a\u0305\u0301", "a\u0301\u0305"},
                                     {"\u1112\u1161", "\uD55C"},
                                     {"e\u0301", "\xE9"}})
         EXPECT_FALSE(equalFolded(a, b)) << a;
+    EXPECT_TRUE(lessFolded("f", "e\u0301")) << "as its letter, not as the first part of it";
     EXPECT_EQ(foldCase("\xE9\u0301e"), "\xE9\u0301e");
     EXPECT_EQ(highlight("Beyonce\u0301 beyonce", "e", "*"), "B*yonce\u0301 b*yonc*");
 }
