@@ -33,6 +33,10 @@ TEST(Text, HoldsNumbersThatRoundAHalfToTheEvenOne) {
     EXPECT_FALSE(wholeNumber16("32767.5"));
     EXPECT_FALSE(wholeNumber16("-32769"));
     EXPECT_FALSE(wholeNumber16("one"));
+    for (const int inside : {1, 10, 65535})
+        EXPECT_EQ(plainNumber(std::to_string(inside), 1, 65535), inside);
+    for (const char* other : {"", "0", "65536", "99999999999", "-1", "+1", " 1", "1 ", "1x", "1.5"})
+        EXPECT_EQ(plainNumber(other, 1, 65535), std::nullopt) << other;
 }
 
 Names charactersOf(std::string_view text) {
@@ -132,6 +136,7 @@ TEST(Text, FitsAPatternAsAWhole) {
         EXPECT_FALSE(fits(text, pattern)) << text;
     EXPECT_TRUE(fitsAny("x.mid", "*.mp3;*.mid"));
     EXPECT_FALSE(fitsAny("x.wav", "*.mp3;*.mid;"));
+    EXPECT_TRUE(fitsAny("xaybz", "*.mp3;*a*b*"));
 }
 
 } // namespace
