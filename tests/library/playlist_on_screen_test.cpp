@@ -206,7 +206,13 @@ TEST_F(ListOnScreen, IsTheLastOneThatWasSavedWhenTheDiskIsFull) {
     EXPECT_EQ(names(), "a b ");
 }
 
-struct Saving : ListOnScreen {};
+struct Saving : ListOnScreen {
+    Lines saidInAnyOrder() const {
+        Lines said = machine.allSaid();
+        std::sort(said.begin(), said.end());
+        return said;
+    }
+};
 
 TEST_F(Saving, UnderANameThatNoFileCanHaveIsSaidAndChangesNothing) {
     const std::string noName = "no file can have that name", longName(300, 'x');
@@ -313,10 +319,8 @@ TEST_F(Saving, IsPrecededByWhatCouldntBeLoadedEachSaidOnce) {
     machine.forget();
     machine.files.unreadable = true;
     machine.start();
-    Lines said = machine.allSaid();
-    std::sort(said.begin(), said.end());
     const std::string unread = "</b>:  the disk can't be read";
-    EXPECT_EQ(said,
+    EXPECT_EQ(saidInAnyOrder(),
               (Lines{"couldn't load <b>applications n shit" + unread,
                      "couldn't load <b>notes" + unread, "couldn't load <b>play counts" + unread,
                      "couldn't load <b>playlist" + unread, "couldn't load <b>settings" + unread,
@@ -329,10 +333,8 @@ TEST_F(Saving, TellsWhatIsLostAtTheEnd) {
     machine.files.full = true;
     machine.forget();
     machine.owner("'exit");
-    Lines said = machine.allSaid();
-    std::sort(said.begin(), said.end());
     const std::string full = ":  no space left on the device";
-    EXPECT_EQ(said,
+    EXPECT_EQ(saidInAnyOrder(),
               (Lines{"couldn't save <b>applications n shit</b>" + full,
                      "couldn't save <b>notes</b>" + full, "couldn't save <b>playlist</b>" + full,
                      "couldn't save <b>settings</b>" + full, "larkspin player - unload"}));
