@@ -178,7 +178,9 @@ Adding::Place Adding::placeAt(const std::string& path) {
 void Adding::addDirectory(const DirectoryListing& chosen) {
     const std::string directory = joinPath(chosen.path, "");
     const auto isOneOfThem = [&](const Row& row) {
-        return std::ranges::count(chosen.files, songOfRow(row.text()).title()) > 0;
+        const Song song = songOfRow(row.text());
+        return plainDirectory(song.directory) == plainDirectory(directory) &&
+               std::ranges::count(chosen.files, song.title()) > 0;
     };
     int leftOut = 0;
     for (const std::string& name : chosen.files)

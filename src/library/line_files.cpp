@@ -190,6 +190,7 @@ void LineFiles::rememberLoaded(Kept& kept, std::string_view file, const RowList&
 FileChange LineFiles::saveWithOthers(const std::string& path, Kept& kept,
                                      const std::string& lines) {
     const FileRead now = files_.read(path);
+    std::string others = kept.others; // a save that fails leaves them new
     if (now.outcome == FileRead::Outcome::contents && hashOf(linesIn(now.contents)) != kept.seen) {
         std::vector<std::size_t> own = linesIn(lines);
         if (hashOf(own) == kept.own)
@@ -200,13 +201,15 @@ FileChange LineFiles::saveWithOthers(const std::string& path, Kept& kept,
             const std::size_t hash = hashOf(line);
             if (!isBlank(line) && !std::ranges::binary_search(kept.seenLines, hash) &&
                 !std::ranges::binary_search(own, hash))
-                kept.others.append(line).append(lineEnd);
+                others.append(line).append(lineEnd);
         });
     }
-    const std::string all = lines + kept.others;
+    const std::string all = lines + others;
     const FileChange outcome = files_.replace(path, all);
-    if (outcome)
+    if (outcome) {
+        kept.others = std::move(others);
         remember(kept, all, lines);
+    }
     return outcome;
 }
 

@@ -137,7 +137,10 @@ SongStart ModeTick::nextStart(std::string_view head, Directories& told) const {
     SongStart start = transport_.currentRowStart(head);
     start.count = SongStart::Count::stored;
     start.endsPause = false;
-    start.isMissingTold = !told.insert(start.song.directory).second;
+    const bool isNew = told.insert(start.song.directory).second;
+    // In silence it would be told in a box, and one would pile up on the other while the owner is
+    // away.
+    start.isMissingTold = !isNew || state_.silnt;
     start.whenOpened = [this] { state_.playMark = playingMark; };
     return start;
 }

@@ -266,6 +266,10 @@ TEST_F(Saving, KeepsWhatAnotherHandHasAddedMeanwhile) {
     EXPECT_EQ(machine.dataFile("larkmain.lpb"), added + file.substr(file.find('\n') + 1));
     machine.owner("'sn new");
     machine.writeDataFile("larkmain.lpb", added + added.substr(3) + file);
+    machine.files.full = true;
+    machine.chooseFromTray("rstartp"); // in vain
+    machine.chooseFromTray("rstartp");
+    machine.files.full = false;
     machine.restart();
     EXPECT_EQ(machine.answer("'notes?"), "total notes:  <b>5");
     machine.owner("'clrn");

@@ -133,6 +133,9 @@ TEST_F(OwnersDiskTest, DirectoriesAreListedAsTheyAre) {
     Names paths{drive("gone")};
     for (int number = 100; number < 160; ++number)
         paths.push_back(drive("d" + std::to_string(number)));
+    std::unique_ptr<DiskWorker> dead = asked.borrow(); // as one that was idle may be
+    dead->kill();
+    asked.giveBack(std::move(dead));
     const auto reader = directories.reader();
     reader->expect(paths);
     EXPECT_EQ(reader->read(paths[0]).outcome, Outcome::missing);

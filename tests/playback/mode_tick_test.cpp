@@ -58,6 +58,10 @@ TEST(ModeTick, ContinuesThroughTheListForEver) {
     EXPECT_EQ(machine.saidWithin(20s),
               (Lines{complaint, "next:  <b>1</b>.  a", "next:  <b>2</b>.  b"}));
     EXPECT_EQ(machine.state().resumeIndex, "1");
+    machine.owner("'silent");
+    machine.dialogs.boxes.clear();
+    machine.advance(40s);
+    EXPECT_EQ(machine.dialogs.boxes, Lines{}) << "none piles up while the owner is away";
 }
 
 TEST(ModeTick, PassesOverSongsThatAreGoneUntilNoneIsLeft) {

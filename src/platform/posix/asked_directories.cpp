@@ -92,6 +92,10 @@ private:
         asked_.pop_front();
         if (wait == OwnersDisk::Wait::answered) {
             answers_[path] = directoryIn(answer);
+            mayBeDead_ = false;
+        } else if (wait == OwnersDisk::Wait::died && worker_ && std::exchange(mayBeDead_, false)) {
+            asked_.push_front(path); // one that was idle may have died long ago
+            askAnew();
         } else {
             giveUp(path, wait);
         }
@@ -104,15 +108,20 @@ private:
         answers_[path] = DirectoryRead(wait == OwnersDisk::Wait::hung ? unanswered : failed);
         if (wait == OwnersDisk::Wait::hung)
             disk_.hasHung(std::move(worker_), nativePath(path));
-        else if (worker_)
+        askAnew();
+    }
+
+    void askAnew() {
+        if (worker_)
             disk_.end(std::move(worker_));
         worker_ = nullptr;
-        for (const std::string& behind : std::exchange(asked_, {}))
-            ask(behind);
+        for (const std::string& path : std::exchange(asked_, {}))
+            ask(path);
     }
 
     OwnersDisk& disk_;
     std::unique_ptr<DiskWorker> worker_;
+    bool mayBeDead_ = true; // the borrowed worker, which hasn't answered yet
     std::deque<std::string> expected_, asked_;
     std::unordered_map<std::string, DirectoryRead> answers_; // by path, not yet told
 };
@@ -136,7 +145,7 @@ std::string AskedDirectories::drivePath(std::string_view typed) {
     if (native.find("/..") == std::string::npos)
         return directories_.drivePath(typed);
     const auto answer = disk_.ask(put(DiskQuestion::drivePath, typed), native);
-    return answer ? textIn(*answer) : std::string(typed);
+    return answer ? textIn(*answer) : larkspin::drivePath(native); // as far as it can be told
 }
 
 } // namespace larkspin
