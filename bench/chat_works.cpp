@@ -54,7 +54,7 @@ void addChatWorks() {
     addWork("an owner's line that is no command", 5e-6, [](benchmark::State& state) {
         hearLine(state, "Owner", "does anybody here know who sings this one?");
     });
-    addWork("the same behind the trigger", 5e-6, [](benchmark::State& state) {
+    addWork("the same after the trigger", 5e-6, [](benchmark::State& state) {
         hearLine(state, "Owner", "'does anybody here know who sings this one?");
     });
     addWork("a reply, with its settings on disk", 150e-6, reply);

@@ -27,7 +27,7 @@ void completeSong(benchmark::State& state) {
 
 void addCompletionWorks() {
     // A key shows its effect within a screen's frame.
-    addSizedWork("Tab behind num: every song fits", 0.016, completeSong);
+    addSizedWork("Tab after num: every song fits", 0.016, completeSong);
 }
 
 } // namespace larkspin

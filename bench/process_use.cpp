@@ -31,7 +31,7 @@ std::vector<pid_t> processTree(pid_t root) {
     return tree;
 }
 
-// A number of a file such as /proc/<pid>/status, which stands behind its name and a colon.
+// A number of a file such as /proc/<pid>/status, which stands after its name and a colon.
 double numberIn(const std::filesystem::path& file, const std::string& name) {
     std::ifstream lines(file);
     for (std::string word; lines >> word;) {

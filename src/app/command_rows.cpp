@@ -6,7 +6,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr bool atAnyTrigger = false; // CommandRow::behindTrigger
+constexpr bool atAnyTrigger = false; // CommandRow::afterTrigger
 
 // Why three handlers: each scanner brings every line to a handler of its own. The first and the
 // third run all the time and share the long vocabulary between them; that split means nothing. The

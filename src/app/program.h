@@ -39,7 +39,7 @@ public:
     void exit();
     void end();
 
-    // What a front end does once, behind the start, to bring in the lines that the owner has typed
+    // What a front end does once, after the start, to bring in the lines that the owner has typed
     // during it. An end that comes earlier does it then.
     void opensBy(Task open) { open_ = std::move(open); }
 

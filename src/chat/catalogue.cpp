@@ -7,7 +7,7 @@ namespace larkspin {
 namespace {
 
 struct Entry {
-    std::string_view form; // behind the trigger
+    std::string_view form; // after the trigger
     std::string_view help;
 };
 

@@ -30,7 +30,7 @@ struct Chat {
     // Every line goes to each scanner that runs.
     void hear(const ChatLine& line);
 
-    void loadSilence(const StoredSettings& stored); // behind the greeting, which is always said
+    void loadSilence(const StoredSettings& stored); // after the greeting, which is always said
     void save(SettingsChanges& changes) const;
     void stopScanners();
 };

@@ -37,7 +37,7 @@ void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) co
 
 // The trigger is part of the pattern, unescaped: none that the owner can choose is a wildcard.
 bool Dispatch::matches(const CommandRow& row, std::string_view lowered) const {
-    if (!row.behindTrigger)
+    if (!row.afterTrigger)
         return lowered == row.pattern;
     const std::string& trigger = state_.trigger;
     if (takesArgument(row))

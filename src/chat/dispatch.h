@@ -15,11 +15,11 @@ struct AppState;
 class Room;
 
 // One row of the command table. A pattern with a star takes an argument: all that stands
-// behind the word and one blank, as typed. A pattern without one fits only the bare word.
+// after the word and one blank, as typed. A pattern without one fits only the bare word.
 struct CommandRow {
     std::string_view pattern;                             // in lower case
     std::function<void(const std::string& argument)> run; // may be empty: the row does nothing
-    bool behindTrigger = true;                            // false: the line is the pattern alone
+    bool afterTrigger = true;                             // false: the line is the pattern alone
 };
 
 class Dispatch {

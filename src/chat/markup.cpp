@@ -76,7 +76,7 @@ Attribute takeAttribute(std::string_view& text) {
     return attribute;
 }
 
-// Of "#0066BB"; what isn't six digits behind the mark is no colour.
+// Of "#0066BB"; what isn't six digits after the mark is no colour.
 std::optional<std::uint32_t> colorOf(std::string_view text) {
     constexpr std::size_t size = 7;
     std::uint32_t rgb = 0;

@@ -25,12 +25,12 @@ struct MarkupPiece {
 };
 
 // The text without its tags, in order. What is no tag of the client's stays in the text as it is:
-// "<3", a tag of another kind, one that nobody closes. A link is its text with the address behind
+// "<3", a tag of another kind, one that nobody closes. A link is its text with the address after
 // it, so that nobody is led elsewhere than he reads. The pieces are views into the line. Takes time
 //  in proportion to the line's length, whatever it holds.
 std::vector<MarkupPiece> readMarkup(std::string_view line);
 
-// A text that isn't meant as markup: U+200C stands behind a bracket that would open a tag.
+// A text that isn't meant as markup: U+200C stands after a bracket that would open a tag.
 // `text/visible.h` leaves it out of what is shown.
 std::string withoutTags(std::string_view text);
 

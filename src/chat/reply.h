@@ -22,7 +22,7 @@ public:
         : state_(state), settings_(settings), room_(room), dialogs_(dialogs) {}
 
     // Says the text in the room, styled. Lost in silent mode or without a room. Serves events
-    // once, so that any state may have changed behind it.
+    // once, so that any state may have changed after it.
     void saychat(std::string_view text);
 
     // In silent mode the text comes as a box instead. A box waits: what it tells of must be done.

@@ -1,5 +1,5 @@
 // The two arguments of a command like `rec *, *`. What divides them is the first comma; the one
-// character behind it, a blank as a rule, is dropped whatever it is.
+// character after it, a blank as a rule, is dropped whatever it is.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@ struct TwoArguments {
     std::string first, second; // without blanks around them; either may be empty
 };
 
-// Nothing when there is no comma, or nothing behind it.
+// Nothing when there is no comma, or nothing after it.
 std::optional<TwoArguments> twoArguments(std::string_view text);
 
 } // namespace larkspin

@@ -16,7 +16,7 @@ namespace larkspin {
 namespace {
 
 // Seconds.
-constexpr double behindItem = 0.6;
+constexpr double afterItem = 0.6;
 constexpr double untilFirstTitle = 0.7; // of a recital
 
 } // namespace
@@ -42,7 +42,7 @@ void Launcher::load(const std::string& text) {
             continue;
         found = true;
         announceAndLaunch(index);
-        Pause{loop_}(behindItem);
+        Pause{loop_}(afterItem);
     }
     if (!found)
         reply_.saychat("<b>" + wanted + "</b> not found");
@@ -67,7 +67,7 @@ void Launcher::rmva(const std::string& text) {
         const std::string title = items_.title(index);
         items_.removeAt(index);
         reply_.saychat("<b>" + title + "</b> removed from applications n shit list");
-        Pause{loop_}(behindItem);
+        Pause{loop_}(afterItem);
         index = 0; // any other item may have gone meanwhile
     }
     if (!found)
@@ -118,7 +118,7 @@ void Launcher::scra() {
             return;
         reply_.saychat("<b>" + std::to_string(index + 1) + "</b>.  <b>" + items_.title(index) +
                        "</b> ~> " + items_.path(index));
-        pause(behindItem);
+        pause(afterItem);
     }
 }
 

@@ -27,7 +27,7 @@ public:
           ahead_(paths_ + std::string(aheadEnding)), beside_(paths_ + std::string(besideEnding)) {}
 
     // Of files that differ in length the shorter one is filled up with empty texts. When one can't
-    // be read neither is; the items that come then are saved behind theirs, or, while that still
+    // be read neither is; the items that come then are saved after theirs, or, while that still
     // can't be done, into a file beside them, which is loaded with them from then on.
     LauncherItemList load();
     void save(LauncherItemList items);

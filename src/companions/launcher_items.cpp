@@ -8,7 +8,7 @@
 namespace larkspin {
 
 // An item without a title can be started and deleted in the window; one without a path can only be
-// deleted there, and it ends the walks of the commands, behind which there is none with a path any
+// deleted there, and it ends the walks of the commands, after which there is none with a path any
 // more.
 void LauncherItems::load(LauncherFiles& files) {
     leftOut_.clear();

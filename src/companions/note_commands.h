@@ -21,7 +21,7 @@ public:
     void clrn();
     // Leaves the count in the tray's menu as it was.
     void del(const std::string& text);
-    // "2, new text". Behind a trigger that is itself a comma the line's first comma leaves no
+    // "2, new text". After a trigger that is itself a comma the line's first comma leaves no
     // number before it: no line is an edit then.
     void edit(const std::string& text);
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr char lastOfTime = 'm'; // of "am" and "pm"; there is no letter before them
 
-std::string_view behindTime(std::string_view row, std::size_t characters) {
+std::string_view afterTime(std::string_view row, std::size_t characters) {
     const auto end = row.find(lastOfTime);
     if (end == std::string_view::npos)
         return row;
@@ -23,11 +23,11 @@ std::string_view behindTime(std::string_view row, std::size_t characters) {
 } // namespace
 
 std::string_view noteText(std::string_view row) {
-    return behindTime(row, 7);
+    return afterTime(row, 7);
 }
 
 std::string_view noteSubject(std::string_view row) {
-    return behindTime(row, 4);
+    return afterTime(row, 4);
 }
 
 std::string Notes::made(const std::string& text) const {

@@ -4,7 +4,7 @@
 //     12/19/03-07:05 pm:     call mum
 //
 // Notes count from 0 in here and from 1 for the owner. What a box or a pause was opened for may
-// have moved or gone behind it: see `find`.
+// have moved or gone after it: see `find`.
 #pragma once
 
 #include "chat/core.h"
@@ -15,7 +15,7 @@
 
 namespace larkspin {
 
-// What stands behind date and time, and what a search looks at, which is some blanks more. A row
+// What stands after date and time, and what a search looks at, which is some blanks more. A row
 // without a time of day, from a file that somebody else has written, is all text.
 std::string_view noteText(std::string_view row);
 std::string_view noteSubject(std::string_view row);

@@ -89,7 +89,7 @@ void Chores::hideWelcome() {
     client_.hideWelcomeWindow();
 }
 
-// True when the errand still is to be run: the line, or the wait behind it, may have seen a
+// True when the errand still is to be run: the line, or the wait after it, may have seen a
 // restart.
 bool Chores::announce(const std::string& text, double wait) {
     const ThisRun run(core_.state);

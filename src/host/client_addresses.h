@@ -5,7 +5,7 @@
 
 namespace larkspin {
 
-// A keyword: the private room of the name behind it.
+// A keyword: the private room of the name after it.
 inline const std::string privateRoomAddress = "aol://2719:2-2-";
 
 // A keyword: the notice of how long the owner has been online.

@@ -22,7 +22,7 @@ using HostHandle = std::uint64_t;
 inline constexpr HostHandle noHandle = 0;
 
 // How long an operation waits for a window or a button of the client's. Events run meanwhile.
-// Behind it the operation gives up: the handle is 0, and what would have followed is left undone.
+// After it the operation gives up: the handle is 0, and what would have followed is left undone.
 inline constexpr std::chrono::seconds longestHostWait{10};
 
 // The numbers are those of the client's window manager.
@@ -72,7 +72,7 @@ public:
     virtual void closeHost() {}
 
     // Keystrokes for the window that has the focus. "^" holds Ctrl and "%" holds Alt for the key
-    // behind it.
+    // after it.
     virtual void sendHostKeys(const std::string& /*keys*/) {}
 
     // What a window or one of its controls says.

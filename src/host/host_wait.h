@@ -14,7 +14,7 @@ namespace larkspin {
 using HostLook = std::function<std::optional<HostHandle>()>;
 
 // Gives what the look found, and 0 when time is up. Events run between two looks, so that any state
-// may have changed behind it.
+// may have changed after it.
 HostHandle waitForHost(EventLoop& loop, const HostLook& look);
 
 } // namespace larkspin

@@ -10,7 +10,7 @@ namespace larkspin {
 
 namespace {
 
-// Windows that change their order during a walk turn up again, so that it ends behind so many.
+// Windows that change their order during a walk turn up again, so that it ends after so many.
 constexpr int mostChildren = 1000;
 
 // What a window claims its text to be long isn't believed beyond this, in bytes.

@@ -40,7 +40,7 @@ void IdleMode::idle(const std::string& reason) {
 void IdleMode::idleoff() {
     core_.state.idleClock.disable();
     const std::string text = "idLed:  " + counted(core_.state) + " - end";
-    countAnew(core_.state); // ahead of the box: idle mode may begin anew behind it
+    countAnew(core_.state); // ahead of the box: idle mode may begin anew after it
     core_.reply.sayOrBox(text);
 }
 

@@ -1,5 +1,5 @@
 // Work in the client that can't be done in the middle of its like, since there is one list, one
-// selected row and one set of windows: what is asked for meanwhile runs behind it.
+// selected row and one set of windows: what is asked for meanwhile runs after it.
 #pragma once
 
 #include "shell/event_loop.h"
@@ -17,7 +17,7 @@ public:
     // So many may wait; what is asked for past that is left undone.
     static constexpr std::size_t mostWaiting = 64;
 
-    // Does the task at once, or, in the middle of another, behind those that wait already. A task
+    // Does the task at once, or, in the middle of another, after those that wait already. A task
     // that still waits when the run of the program ends is forgotten.
     void run(Task task);
 

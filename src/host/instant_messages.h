@@ -2,7 +2,7 @@
 // which is filled in and sent, and what the client has to say about it is answered.
 //
 // One message goes out at a time. While it waits for its windows another one may be asked for: that
-// one goes out behind it, so that neither writes into the other's window. Nor is a message window
+// one goes out after it, so that neither writes into the other's window. Nor is a message window
 // touched that was open before.
 #pragma once
 

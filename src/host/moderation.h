@@ -18,7 +18,7 @@ public:
         : core_(core), client_(client), inTurn_(core.state) {}
 
     // The commands. Each takes everybody whose name holds the fragment, without regard to case, but
-    // never the owner. One that comes while another is at work runs behind it.
+    // never the owner. One that comes while another is at work runs after it.
     void x(const std::string& fragment);
     void unx(const std::string& fragment);
     void ban(const std::string& fragment);

@@ -14,18 +14,18 @@ namespace larkspin {
 
 namespace {
 
-constexpr double behindNotice = 0.5; // seconds, in which the client puts it away
+constexpr double afterNotice = 0.5; // seconds, in which the client puts it away
 
-// The notice tells the time of day first; the time online begins that many characters behind the
+// The notice tells the time of day first; the time online begins that many characters after the
 // full stop. In a text without one they count as if it stood in front.
-constexpr std::size_t behindFullStop = 16;
+constexpr std::size_t afterFullStop = 16;
 
 std::string_view timeOnline(std::string_view notice) {
     const auto stop = notice.find('.');
     if (stop == std::string_view::npos)
-        return notice.substr(prefixLength(notice, behindFullStop - 1));
+        return notice.substr(prefixLength(notice, afterFullStop - 1));
     notice.remove_prefix(stop);
-    return notice.substr(prefixLength(notice, behindFullStop));
+    return notice.substr(prefixLength(notice, afterFullStop));
 }
 
 std::string withBoldDigits(std::string_view text) {
@@ -54,7 +54,7 @@ void OnlineTime::readClock() {
         return;
     const std::string text = client_.controlText(client_.statics(notice).first);
     client_.pressByKey(client_.firstIcon(notice));
-    Pause{core_.loop}(behindNotice);
+    Pause{core_.loop}(afterNotice);
     if (run.lasts())
         core_.reply.saychat(withBoldDigits(timeOnline(text)));
 }

@@ -34,7 +34,7 @@ public:
     void showNewRoom();
 
 private:
-    // A row stands for whoever stood in it when the list was read: when others come or go behind
+    // A row stands for whoever stood in it when the list was read: when others come or go after
     // that, the press must not hit the next one.
     struct List {
         std::vector<Row> read;

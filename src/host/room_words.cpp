@@ -20,7 +20,7 @@ bool as(OwnRoom& room, std::string_view rest) {
     if (rest.empty())
         room.comeIn(name);
     else
-        room.sayAs({name, textBehind(rest)});
+        room.sayAs({name, textAfter(rest)});
     return true;
 }
 
@@ -36,7 +36,7 @@ bool whisper(OwnRoom& room, std::string_view rest) {
     const std::string name(takeWord(rest));
     if (name.empty() || rest.empty())
         return false;
-    room.whisper(name, textBehind(rest));
+    room.whisper(name, textAfter(rest));
     return true;
 }
 

@@ -15,7 +15,7 @@ namespace larkspin {
 struct SlashWord {
     std::string name, arguments, help;
 
-    // Takes what stands behind the word, and is false when it makes no sense of that.
+    // Takes what stands after the word, and is false when it makes no sense of that.
     std::function<bool(std::string_view rest)> run;
 
     // How it is typed.

@@ -12,15 +12,15 @@ namespace larkspin {
 namespace {
 
 constexpr std::string_view beforeMinutes = "About ";
-constexpr std::string_view behindMinutes = " minutes remaining";
+constexpr std::string_view afterMinutes = " minutes remaining";
 
 std::string_view withoutFirst(std::string_view text, std::size_t count) {
     return text.substr(prefixLength(text, count));
 }
 
-// What follows the mark and the character behind it. A text without the mark loses its first
+// What follows the mark and the character after it. A text without the mark loses its first
 // character alone.
-std::string_view behind(std::string_view text, char mark) {
+std::string_view after(std::string_view text, char mark) {
     const auto at = text.find(mark);
     return withoutFirst(at == text.npos ? text : text.substr(at + 1), 1);
 }
@@ -35,7 +35,7 @@ bool contains(std::string_view text, std::string_view part) {
 }
 
 std::string_view betweenWords(std::string_view timeLeft) {
-    return withoutLast(withoutFirst(timeLeft, beforeMinutes.size()), behindMinutes.size());
+    return withoutLast(withoutFirst(timeLeft, beforeMinutes.size()), afterMinutes.size());
 }
 
 std::optional<std::string> minutes(std::string_view timeLeft) {
@@ -46,7 +46,7 @@ std::optional<std::string> minutes(std::string_view timeLeft) {
 } // namespace
 
 std::string transferredFile(std::string_view status) {
-    return std::string(behind(status, 'g'));
+    return std::string(after(status, 'g'));
 }
 
 bool tellsOfUpload(std::string_view status) {
@@ -62,11 +62,11 @@ bool tellsOfEnd(std::string_view status) {
 }
 
 std::string uploadPercentage(std::string_view caption) {
-    return std::string(withoutLast(highlight(behind(caption, '-'), "File Transfer - ", ""), 1));
+    return std::string(withoutLast(highlight(after(caption, '-'), "File Transfer - ", ""), 1));
 }
 
 std::string downloadPercentage(std::string_view caption) {
-    const auto percentage = behind(caption, '-');
+    const auto percentage = after(caption, '-');
     return fits(percentage, "ile *") ? "calculating" : std::string(percentage);
 }
 

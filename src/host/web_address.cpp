@@ -62,14 +62,14 @@ std::string_view cut(std::string_view& text, char sign) {
     return part;
 }
 
-// Behind "http://": a host must come first.
+// After "http://": a host must come first.
 bool namesHost(std::string_view text) {
     std::string_view server = text.substr(0, text.find_first_of("/?#"));
     server.remove_prefix(server.rfind('@') + 1); // none is npos, and one more is 0
     return !server.empty() && (isLetterOrDigit(server[0]) || server[0] == '[');
 }
 
-// Behind "mailto:": to whom, and only such headers as the owner would write himself. Others attach
+// After "mailto:": to whom, and only such headers as the owner would write himself. Others attach
 // a file of his to the mail. An encoded control character would begin another header; in the body
 // it is the end of a line.
 bool isMail(std::string_view text) {

@@ -33,7 +33,7 @@ public:
     virtual HostHandle findWindow(const std::string& className) = 0;
     virtual HostHandle findWindow(const std::string& className, const std::string& caption) = 0;
 
-    // The next direct child of the class behind the child `after`, front-most first; the first one
+    // The next direct child of the class after the child `after`, front-most first; the first one
     // for 0. Nothing stands behind a window that isn't a child of the parent.
     virtual HostHandle findChild(HostHandle parent, HostHandle after,
                                  const std::string& className) = 0;

@@ -91,7 +91,7 @@ void WindowTreeHost::selectHostRow(HostHandle list, int row) {
         calls_.send(list, window::setCurrentRow, static_cast<unsigned>(row), 0);
 }
 
-// Goes round and round through the room's buttons; behind the last one comes none, and then the
+// Goes round and round through the room's buttons; after the last one comes none, and then the
 // first again.
 HostHandle WindowTreeHost::findRoomIcon(const std::string& pattern) {
     HostHandle icon = firstIcon(windows_.room());

@@ -119,7 +119,7 @@ void Adding::addFiles() {
     addFiles(dialogs_.openFiles(question("add file(s)")));
 }
 
-// A single file brings its directory with the backslash behind it, and leaves the memory of the
+// A single file brings its directory with the backslash after it, and leaves the memory of the
 // random pick alone.
 void Adding::addFiles(const std::vector<std::string>& paths) {
     const ThisRun run(state_);
@@ -174,7 +174,7 @@ Adding::Place Adding::placeAt(const std::string& path) {
     return {.isUnread = true};
 }
 
-// Each directory with the backslash behind it, which a scan doesn't write.
+// Each directory with the backslash after it, which a scan doesn't write.
 void Adding::addDirectory(const DirectoryListing& chosen) {
     const std::string directory = joinPath(chosen.path, "");
     const auto isOneOfThem = [&](const Row& row) {

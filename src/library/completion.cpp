@@ -129,14 +129,14 @@ Completion commands(const AppState& state, std::string_view typed) {
 
 Completion completionOf(const AppState& state, std::string_view typed) {
     const std::size_t triggerLength = prefixLength(typed, characterCount(state.trigger));
-    const std::string_view behindTrigger = typed.substr(triggerLength);
-    const auto blank = behindTrigger.find(' ');
+    const std::string_view afterTrigger = typed.substr(triggerLength);
+    const auto blank = afterTrigger.find(' ');
     if (blank == std::string_view::npos)
         return commands(state, typed);
     if (!equalFolded(typed.substr(0, triggerLength), state.trigger))
         return {};
-    const std::string word = foldCase(behindTrigger.substr(0, blank));
-    const std::string_view argument = behindTrigger.substr(blank + 1);
+    const std::string word = foldCase(afterTrigger.substr(0, blank));
+    const std::string_view argument = afterTrigger.substr(blank + 1);
     if (word == "play" || word == "rnd" || word == "num")
         return songs(state, argument, word == "num");
     if (word == "list" || word == "xlist" || word == "save")

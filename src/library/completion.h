@@ -1,5 +1,5 @@
 // What a line that the owner has begun to type can become: command words from the catalogue, and
-// behind some of them the names of songs and playlists.
+// after some of them the names of songs and playlists.
 #pragma once
 
 #include <string>
@@ -22,10 +22,10 @@ struct Completion {
 inline constexpr std::size_t mostChoices = 40;
 
 // Of a line as it stands in front of the cursor. Without regard to case; names come as the lists
-// have them. Behind `num` the name of a song becomes its number. Nothing at all when nothing fits.
+// have them. After `num` the name of a song becomes its number. Nothing at all when nothing fits.
 Completion completionOf(const AppState& state, std::string_view typed);
 
-// The same among words of a front end's own, each with what is typed behind it; one that can't be
+// The same among words of a front end's own, each with what is typed after it; one that can't be
 // without an argument, which doesn't open with a bracket, gets the blank in front of that.
 struct CompletedWord {
     std::string word, arguments;

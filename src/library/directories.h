@@ -1,7 +1,7 @@
 // The port to directories and drives. Paths are drive paths; nothing throws.
 //
 // A directory lies on a disk of the owner's, which may take its time or hang. Events are served
-// while it does, so that any state may have changed behind each of these calls; a disk that hasn't
+// while it does, so that any state may have changed after each of these calls; a disk that hasn't
 // answered within a bound counts as one that doesn't.
 #pragma once
 
@@ -61,7 +61,7 @@ public:
     // It must not outlive the port.
     virtual std::unique_ptr<DirectoryReader> reader();
 
-    // One text per drive: letter, colon and perhaps a label behind them.
+    // One text per drive: letter, colon and perhaps a label after them.
     virtual std::vector<std::string> drives() = 0;
 
     // The drive path for what the owner typed: the system's own notation (`~/Music`,

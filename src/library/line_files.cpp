@@ -20,7 +20,7 @@ bool isBlank(std::string_view line) {
     return line.find_first_not_of(" \t") == std::string_view::npos;
 }
 
-// A carriage return alone ends a line as well. Those behind the last line are of its own end.
+// A carriage return alone ends a line as well. Those after the last line are of its own end.
 void takeLines(std::string_view text, const std::function<void(std::string_view)>& take) {
     text = text.substr(0, text.find_last_not_of('\r') + 1);
     for (auto end = text.find('\r'); end != std::string_view::npos; end = text.find('\r')) {
@@ -165,7 +165,7 @@ FileChange LineFiles::savelines(const std::string& path, const RowList& list,
         kept.hasBeside = true;
     const std::string lines = linesOf(list) + more;
     if (kept.isUnread)
-        return saveBehind(path, lines);
+        return saveAfter(path, lines);
     if (kept.seen && !kept.hasBeside)
         return saveWithOthers(path, kept, lines);
     const FileChange outcome = replaceWithBeside(path, lines);
@@ -246,7 +246,7 @@ FileRead LineFiles::load(const std::string& path) {
     return file;
 }
 
-FileChange LineFiles::saveBehind(const std::string& path, const std::string& rows) {
+FileChange LineFiles::saveAfter(const std::string& path, const std::string& rows) {
     Kept& kept = kept_[path];
     if (rows.empty() && !kept.hasBeside)
         return {};

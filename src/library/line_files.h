@@ -49,12 +49,12 @@ public:
     // list as it was.
     //
     // Such a list lacks that file's lines, and holds only what comes after that. Until the file has
-    // been loaded, the rows are therefore put behind the lines that it holds, or, while it still
+    // been loaded, the rows are therefore put after the lines that it holds, or, while it still
     // can't be read, into a file beside it, which is loaded with it from then on.
     Loaded loadlines(const std::string& path, RowList& list);
 
-    // Puts the rows over the file, and behind them more lines: those that the list had no room for.
-    // What somebody else has added to the file since it was loaded stays, behind them all; a file
+    // Puts the rows over the file, and after them more lines: those that the list had no room for.
+    // What somebody else has added to the file since it was loaded stays, after them all; a file
     // that only he has changed stays as it is.
     FileChange savelines(const std::string& path, const RowList& list) {
         return savelines(path, list, leftOut(path));
@@ -97,7 +97,7 @@ private:
     void rememberLoaded(Kept& kept, std::string_view file, const RowList& list);
     FileChange saveWithOthers(const std::string& path, Kept& kept, const std::string& lines);
     FileChange replaceWithBeside(const std::string& path, const std::string& lines);
-    FileChange saveBehind(const std::string& path, const std::string& rows);
+    FileChange saveAfter(const std::string& path, const std::string& rows);
 
     Files& files_;
     ReadPath readPath_;

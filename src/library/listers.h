@@ -23,7 +23,7 @@ public:
     const std::string& pattern() const { return pattern_; }
 
     // False, and nothing changes, when the directory can't be entered. Events are served before it
-    // is shown, and none behind that.
+    // is shown, and none after that.
     bool setPath(const std::string& path) { return show(path) == DirectoryRead::Outcome::listed; }
     DirectoryRead::Outcome show(const std::string& path);
     // Without a trailing backslash, but for a root; empty before the first setPath.
@@ -54,7 +54,7 @@ class DriveLister {
 public:
     explicit DriveLister(Directories& directories) : directories_(directories) {}
 
-    // One text per drive: letter, colon and perhaps a label behind them.
+    // One text per drive: letter, colon and perhaps a label after them.
     std::vector<std::string> list() { return directories_.drives(); }
 
 private:

@@ -23,7 +23,7 @@ std::string_view foldedDirectory(const Row& row) {
     return plainDirectory(folded.substr(std::min(row.bar() + 2, folded.size())));
 }
 
-// As the row spells it, but for what renamings of older versions have put behind it.
+// As the row spells it, but for what renamings of older versions have put after it.
 std::string_view tidyDirectory(std::string_view directory) {
     return directory.ends_with("\\\\") ? plainDirectory(directory) : directory;
 }

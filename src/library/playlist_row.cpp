@@ -49,7 +49,7 @@ std::string_view rowname(std::string_view row) {
 namespace {
 
 // The gap and the extension, up to the "|".
-std::string_view behindName(std::string_view row) {
+std::string_view afterName(std::string_view row) {
     const auto bar = row.find('|');
     return bar == std::string_view::npos ? std::string_view()
                                          : row.substr(0, bar).substr(rowname(row).size());
@@ -57,9 +57,9 @@ std::string_view behindName(std::string_view row) {
 
 } // namespace
 
-// A line that wasn't built by the template has its extension behind the first brace.
+// A line that wasn't built by the template has its extension after the first brace.
 std::string_view rowext(std::string_view row) {
-    if (const std::string_view tail = behindName(row); tail.starts_with(gap))
+    if (const std::string_view tail = afterName(row); tail.starts_with(gap))
         return withoutLast(tail.substr(gap.size()), 1);
     const auto brace = row.find('{');
     if (brace == std::string_view::npos || brace + 2 > row.size())
@@ -102,7 +102,7 @@ bool isSameFile(const Song& a, const Song& b) {
 
 bool isWellFormed(std::string_view row) {
     const auto bar = row.find('|');
-    const std::string_view tail = behindName(row);
+    const std::string_view tail = afterName(row);
     return bar != std::string_view::npos && tail.size() > gap.size() && tail.starts_with(gap) &&
            tail.ends_with(' ') && row.substr(bar + 1).starts_with(' ');
 }

@@ -157,7 +157,7 @@ std::optional<Refreshed> Refresh::refreshDirectories() {
     bringInLine(before, listed, refreshed);
     state_.playlistView.clearSelection();
     state_.playlistView.setCurrentIndex(-1);
-    if (!hasMoved) // else the song behind the one that has started meanwhile is the next
+    if (!hasMoved) // else the song after the one that has started meanwhile is the next
         state_.setMasterIndex(-1);
     showfilecount(state_);
     refreshed.grown = state_.masterList.count() - before.count();

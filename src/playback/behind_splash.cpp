@@ -16,7 +16,7 @@ bool BehindSplash::run(const SplashJob& job, const Task& work) {
     if (run.lasts())
         work();
     if (run.lasts())
-        pause(job.behind);
+        pause(job.after);
     if (!run.lasts())
         return false;
     splash_.hide();

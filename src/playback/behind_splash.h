@@ -14,7 +14,7 @@ class Splash;
 
 struct SplashJob {
     std::string status = "adding directory..."; // of every job that puts in or takes out
-    double before = 0.2, behind = 0;            // seconds for which it shows besides the work
+    double before = 0.2, after = 0;             // seconds for which it shows besides the work
 };
 
 class BehindSplash {
@@ -22,7 +22,7 @@ public:
     BehindSplash(const Core& core, Splash& splash, MediaWindow& window)
         : state_(core.state), loop_(core.loop), splash_(splash), window_(window) {}
 
-    // Does the work, and shows the media window behind it whether it was there or not. Events run
+    // Does the work, and shows the media window after it whether it was there or not. Events run
     // meanwhile: when the run of the program ends in there, what is left isn't done, and the answer
     // is false.
     bool run(const SplashJob& job, const Task& work);

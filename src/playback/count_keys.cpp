@@ -19,13 +19,13 @@ bool isBlank(char byte) {
     return blanks.find(byte) != std::string_view::npos;
 }
 
-// A section's header, when a comment seems to stand behind its bracket.
+// A section's header, when a comment seems to stand after its bracket.
 bool opensLikeHeader(std::string_view title) {
     const auto bracket = title.find(']');
     if (!title.starts_with('[') || bracket == std::string_view::npos)
         return false;
-    const auto behind = title.find_first_not_of(blanks, bracket + 1);
-    return behind != std::string_view::npos && title[behind] == ';';
+    const auto after = title.find_first_not_of(blanks, bracket + 1);
+    return after != std::string_view::npos && title[after] == ';';
 }
 
 // What no key can hold.

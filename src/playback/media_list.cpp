@@ -66,7 +66,7 @@ void MediaList::startClicked() {
          .message = startMessage("playing:  <b>", std::to_string(index + 1), song.name, song),
          .position = SongStart::Position::leftAlone,
          .count = SongStart::Count::stored,
-         .behindMessage = [&] { moveTo(row, index); }});
+         .afterMessage = [&] { moveTo(row, index); }});
 }
 
 // Within the message the row can have moved, and the owner can have clicked on another one.

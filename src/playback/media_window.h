@@ -27,7 +27,7 @@ public:
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
 
-    // Out of sight for the splash window, which tells of a long job, and back again behind it. To
+    // Out of sight for the splash window, which tells of a long job, and back again after it. To
     // the settings the window is shown meanwhile. Within a job another one can step aside.
     void stepAside();
     void comeBack();

@@ -33,7 +33,7 @@ public:
     void checkEndWithoutMode();
 
 private:
-    // What is left to say behind it; empty for nothing.
+    // What is left to say after it; empty for nothing.
     std::string followMode();
     std::string repeatSong();
     std::string shuffleOn();

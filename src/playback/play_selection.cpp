@@ -80,7 +80,7 @@ void PlaySelection::num(const std::string& number) {
     }
     state_.setMasterIndex(wanted - 1);
     SongStart start = transport_.currentRowStart("playing:  <b>");
-    start.behindMessage = [this] { choices_.stopListening(); };
+    start.afterMessage = [this] { choices_.stopListening(); };
     transport_.start(start);
 }
 
@@ -123,7 +123,7 @@ SongStart PlaySelection::startOfRandomHit(const std::string& text) {
             .message = startMessage("random:  <b>", number, markedName(song.name, text), song),
             .position = SongStart::Position::leftAlone,
             .choices = SongStart::Choices::replaced,
-            .behindMessage = [this, text, picked, before = last - (hits - picked)] {
+            .afterMessage = [this, text, picked, before = last - (hits - picked)] {
                 placeAtRandomHit(text, picked, before);
             }};
 }

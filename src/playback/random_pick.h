@@ -20,7 +20,7 @@ public:
 
     // Leaves masterIndex on the picked row and its file name in choiceList as the only entry.
     // Events run before each try; `atEachTry` does once the row is known that it tries. False when
-    // there is no row to pick, or when the pick isn't wanted any longer behind these events.
+    // there is no row to pick, or when the pick isn't wanted any longer after these events.
     using StillWanted = std::function<bool()>;
     bool randompick(const StillWanted& stillWanted, const Task& atEachTry = {});
 

@@ -17,11 +17,11 @@ namespace larkspin {
 namespace {
 
 // The number can be dressed for the room.
-std::string changeText(int grown, const char* beforeNumber, const char* behindNumber) {
+std::string changeText(int grown, const char* beforeNumber, const char* afterNumber) {
     if (grown == 0)
         return "no change";
     return (grown > 0 ? "added " : "removed ") + (beforeNumber + std::to_string(std::abs(grown))) +
-           behindNumber + (grown > 0 ? " new songs" : " songs");
+           afterNumber + (grown > 0 ? " new songs" : " songs");
 }
 
 } // namespace
@@ -31,7 +31,7 @@ std::optional<Refreshed> RefreshButton::Command5_Click() {
     const auto work = [&] { refreshed = refreshWithStatus(); };
     if (!window_.mp3s.visible)
         work();
-    else if (!behindSplash_.run({.status = "refreshing list...", .before = 0.1, .behind = 1}, work))
+    else if (!behindSplash_.run({.status = "refreshing list...", .before = 0.1, .after = 1}, work))
         return std::nullopt;
     return refreshed;
 }

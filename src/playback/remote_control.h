@@ -50,7 +50,7 @@ public:
     void previous();
 
     // To a place in the song, or from the present one. What lies in front of the song is its
-    // beginning; behind its end comes the next one.
+    // beginning; after its end comes the next one.
     void moveTo(std::chrono::microseconds place);
     void moveBy(std::chrono::microseconds span);
 

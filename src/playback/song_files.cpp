@@ -176,7 +176,7 @@ void SongFiles::renameShown() {
     }
 }
 
-// Without choices there is none, as behind a search that found nothing.
+// Without choices there is none, as after a search that found nothing.
 std::optional<Song> SongFiles::songInPlay() const {
     return state_.choiceList.empty() ? std::nullopt : lastSong_.inHand();
 }
@@ -203,7 +203,7 @@ void SongFiles::letGo() {
     transport_.releasesong();
 }
 
-// Behind that, and behind what the disk took: a song that has come meanwhile is left alone.
+// After that, and after what the disk took: a song that has come meanwhile is left alone.
 bool SongFiles::isNothingStarted() const {
     return state_.playMark == idleMark && state_.tempTitle.empty() && !lastSong_.inHand();
 }
@@ -256,7 +256,7 @@ void SongFiles::changeRows(const Song& song, const Song* renamed) {
         state_.resumeIndex = std::to_string(index);
 }
 
-// After a removal it is the row behind the removed one. A list that doesn't reach it keeps the
+// After a removal it is the row after the removed one. A list that doesn't reach it keeps the
 // current row that it has.
 void SongFiles::returnToResumeRow() {
     state_.setMasterIndex(transport_.resumeRow());

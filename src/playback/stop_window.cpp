@@ -29,7 +29,7 @@ void StopWindow::click() {
         breakOff(stopsLeadingBack); // the recital of `yes`
 }
 
-// A recital sees the caption behind its next wait, which may be one for what is on its way out.
+// A recital sees the caption after its next wait, which may be one for what is on its way out.
 void StopWindow::breakOff(std::string_view caption) {
     state_.stopsCaption = caption;
     room_.dropUnsaid();

@@ -137,7 +137,7 @@ void Transport::openFromDisk(const std::string& path) {
            .sendsVolume = false,
            .tempTitle = song.title(),
            .whenOpened = [this] { state_.playMark = playingMark; },
-           .behindMessage = [this] { state_.playtz = "played n/a times"; }});
+           .afterMessage = [this] { state_.playtz = "played n/a times"; }});
 }
 
 Transport::Outcome Transport::startPicked(const std::function<bool(const StillWanted&)>& pick,
@@ -183,8 +183,8 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
         reply_.saychat(start.message);
     if (own != turns_)
         return Outcome::overtaken;
-    if (start.behindMessage)
-        start.behindMessage();
+    if (start.afterMessage)
+        start.afterMessage();
     dressplayer();
     state_.playMark = playingMark;
     place(start.position);

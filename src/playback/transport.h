@@ -25,7 +25,7 @@ class PlayCounters;
 class Row;
 class Sliders;
 
-// What a message shows behind a song's name: " (<b>.wav</b>)", nothing for .mp3.
+// What a message shows after a song's name: " (<b>.wav</b>)", nothing for .mp3.
 std::string extensionTag(std::string_view extension);
 
 // One start. The defaults are those of a row that is started by hand.
@@ -59,7 +59,7 @@ struct SongStart {
     std::string notFound = {};  // what is said when the file is gone; empty for the usual
     bool isMissingTold = false; // its directory has been named: nothing is said then
     Task whenOpened = {};       // in front of the message
-    Task behindMessage = {};
+    Task afterMessage = {};
 };
 
 // "next:  <b>3</b>.  ride" with the song's tag: the number is shown as given.
@@ -94,7 +94,7 @@ public:
     Outcome start(const SongStart& start) { return begin(start, turns_); }
 
     // A start whose song is picked first. The pick serves events, asks whether it is still wanted
-    // behind each time, and tells whether there is a song; the start is described only then.
+    // after each time, and tells whether there is a song; the start is described only then.
     using StillWanted = std::function<bool()>;
     Outcome startPicked(const std::function<bool(const StillWanted&)>& pick,
                         const std::function<SongStart()>& describe);
@@ -113,7 +113,7 @@ public:
     // most, or until one of them has started a song.
     void releasesong();
 
-    void moveToNextRow();     // behind the last row the first one follows
+    void moveToNextRow();     // after the last row the first one follows
     void moveToPreviousRow(); // and the other way round
     // The start by hand of the row at masterIndex, whose message begins with the head.
     SongStart currentRowStart(std::string_view head) const;
@@ -124,7 +124,7 @@ public:
     void endPauseMark(); // without a call of the player
 
     // While the owner has a choice to make shuffle starts no song: its pick would take the place of
-    // the choices. It goes on behind them if a song still plays.
+    // the choices. It goes on after them if a song still plays.
     void holdShuffle();
     void resumeShuffle();
 

@@ -104,7 +104,7 @@ struct AppState {
 
     // Captions of the tray menu that change
     std::string mp3z, noted, appsz, playtz, numl, loads, mpp, scanpcf;
-    std::vector<std::string> p; // one entry per playlist file, behind the fixed separator
+    std::vector<std::string> p; // one entry per playlist file, after the fixed separator
 
     // Captions of the media window that change
     std::string mediaCaption{resizeHint};

@@ -5,7 +5,7 @@
 // control; with nothing there to reach (no such control, one that isn't shown, another kind, a row
 // outside its list) nothing happens. An event that the control has no use for reaches it without
 // effect. Handlers may wait, close the window, change its rows or its controls: nothing is held
-// across one, and what belongs to the same gesture behind it is left out when it has lost its aim.
+// across one, and what belongs to the same gesture after it is left out when it has lost its aim.
 #pragma once
 
 #include "shell/window.h"
@@ -36,10 +36,10 @@ bool click(Window& window, const std::string& control, int row = noRow);
 // The button going down again so soon after a click that the two belong together.
 bool doubleClick(Window& window, const std::string& control, int row = noRow);
 
-// Down and up again: a click behind the mouse-down. In a combo it takes the row.
+// Down and up again: a click after the mouse-down. In a combo it takes the row.
 bool press(Window& window, const std::string& control, int row = noRow);
 
-// A press, and the double click behind it.
+// A press, and the double click after it.
 bool pressTwice(Window& window, const std::string& control, int row = noRow);
 
 // Selects these rows of a list and no others; the last of them becomes current. A list that doesn't

@@ -35,7 +35,7 @@ public:
     // The owner's date and time of day.
     virtual std::tm localTime() const = 0;
 
-    // Runs the task in a later turn, behind those posted before it.
+    // Runs the task in a later turn, after those posted before it.
     virtual void post(Task task) = 0;
 
     // Runs the task once per interval until it is cancelled; rounds that came late because

@@ -30,7 +30,7 @@ public:
     // task nor timer, or when nothing may run now.
     std::optional<Nanoseconds> nextDue() const;
 
-    // The loop calls it when nothing is due; nextDue is to be asked behind it.
+    // The loop calls it when nothing is due; nextDue is to be asked after it.
     void runBeforeSleep();
 
     // Handlers wait inside each other's waits. Past this limit events stay queued until one

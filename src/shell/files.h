@@ -2,7 +2,7 @@
 // a doubled separator counts as one. Nothing throws: what has failed is told by the result.
 //
 // What lies outside the data directory lies on a disk of the owner's, which may take its time or
-// hang. Events are served while it does, so that any state may have changed behind such a call; a
+// hang. Events are served while it does, so that any state may have changed after such a call; a
 // disk that hasn't answered within a bound counts as one that doesn't.
 #pragma once
 
@@ -20,13 +20,13 @@ struct FileRead {
 
     Outcome outcome = Outcome::failed;
     std::string contents = {}; // empty unless that is the outcome
-    std::string reason = {};   // of a failure, in a few words, as they stand behind a colon
+    std::string reason = {};   // of a failure, in a few words, as they stand after a colon
 
     bool failed() const { return outcome == Outcome::failed; }
 };
 
 // What came of a change on the disk: made, or else why not, in a few words for the owner ("no space
-// left on the device"), as they stand behind a colon.
+// left on the device"), as they stand after a colon.
 struct FileChange {
     std::string reason = {}; // empty when it was made
     bool mayHappen = false;  // or have happened: nobody knows

@@ -29,21 +29,21 @@ std::string_view valueOf(std::string_view line) {
     return trimmed(line.substr(line.find('=') + 1));
 }
 
-// A song's name may open with a bracket. It is told from a header by the equals sign behind the
+// A song's name may open with a bracket. It is told from a header by the equals sign after the
 // brackets, which a header has in a comment only.
 std::optional<std::string_view> headerName(std::string_view line) {
     line = trimmed(line);
     const auto end = line.find(']');
     if (!line.starts_with('[') || end == std::string_view::npos)
         return std::nullopt;
-    const std::string_view behind = trimmed(line.substr(end + 1));
-    if (behind.find('=') != std::string_view::npos && !behind.starts_with(';'))
+    const std::string_view after = trimmed(line.substr(end + 1));
+    if (after.find('=') != std::string_view::npos && !after.starts_with(';'))
         return std::nullopt;
     return trimmed(line.substr(1, end - 1));
 }
 
 // Walks through the lines of the first section of that name that aren't blank. A section that
-// its own header follows once more goes on behind it.
+// its own header follows once more goes on after it.
 class SectionLines {
 public:
     SectionLines(std::string_view contents, std::string_view section)
@@ -75,7 +75,7 @@ public:
     }
 
     std::size_t begin() const { return begin_; }
-    std::size_t end() const { return next_; } // behind the line break
+    std::size_t end() const { return next_; } // after the line break
     std::string_view line() const { return line_; }
     bool holdsKey() const { return !isHeader_ && line_.find('=') != std::string_view::npos; }
 
@@ -88,7 +88,7 @@ private:
 // What there is of a section and a key, as positions in the contents.
 struct Found {
     bool section = false;
-    std::size_t sectionEnd = 0; // behind the last line of the section that isn't blank
+    std::size_t sectionEnd = 0; // after the last line of the section that isn't blank
     std::optional<std::size_t> line;
     std::size_t lineEnd = 0;
 };

@@ -61,7 +61,7 @@ public:
         : files_(files), settingsFile_(directory.settingsFile()) {}
 
     // Empty when the key is empty, or when it, the section or the file isn't there. A value is cut
-    // behind its first 749 characters, the length that the profile format's readers have room for.
+    // after its first 749 characters, the length that the profile format's readers have room for.
     std::string getini(std::string_view section, std::string_view key, const std::string& path);
 
     // Makes the file, the section and the key as needed. A key whose last read failed is left

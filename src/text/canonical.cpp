@@ -145,7 +145,7 @@ void compose(std::u32string& cluster) {
     order(apart);
     cluster.clear();
     std::optional<std::size_t> base;
-    int lastClass = 0; // of what stands behind the base
+    int lastClass = 0; // of what stands after the base
     for (const char32_t code : apart) {
         const int itsClass = classOf(code);
         const bool isNext = base && *base + 1 == cluster.size();

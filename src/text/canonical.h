@@ -8,7 +8,7 @@
 
 namespace larkspin {
 
-// How many bytes the first character takes with those behind it that may join it: what is spelled
+// How many bytes the first character takes with those after it that may join it: what is spelled
 // in it depends on nothing around it. Of a text that isn't empty.
 std::size_t clusterLength(std::string_view text);
 

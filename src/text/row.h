@@ -25,7 +25,7 @@ public:
         const Sizes size = sizes();
         return part(0, size.folded != 0 ? size.folded : size.text);
     }
-    // Where the first "|" of the folded form stands; behind its end when there is none.
+    // Where the first "|" of the folded form stands; after its end when there is none.
     std::size_t bar() const { return sizes().bar; }
 
 private:

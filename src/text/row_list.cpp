@@ -187,7 +187,7 @@ const RowList::Slot& RowList::slot(int index) const {
     return blocks_[place.block][place.offset];
 }
 
-// The place of an index in the list, or behind the last row for the count.
+// The place of an index in the list, or after the last row for the count.
 RowList::Place RowList::placeOf(int index) const {
     if (index == count_) {
         if (blocks_.empty())
@@ -214,7 +214,7 @@ int RowList::indexOf(Place place) const {
     return index;
 }
 
-// Behind all rows that don't sort after this one; the list isn't empty.
+// After all rows that don't sort after this one; the list isn't empty.
 RowList::Place RowList::placeFor(const Row& row) const {
     const auto after = [](std::string_view folded, const Slot& slot) {
         return folded < slot.row.folded();
@@ -238,7 +238,7 @@ bool RowList::containsFolded(std::string_view folded) const {
     return order_ == Order::sorted ? sortedContains(folded) : known().contains(folded);
 }
 
-// In a sorted list the first row that sorts like the text or behind it; behind all of them there
+// In a sorted list the first row that sorts like the text or after it; after all of them there
 // is no such block.
 RowList::Place RowList::firstNotBefore(std::string_view folded) const {
     const auto before = [](const Slot& slot, std::string_view text) {

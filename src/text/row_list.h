@@ -2,7 +2,7 @@
 //
 // Indexes count from 0. A list holds at most 32,767 rows, so that an index fits 16 bits; an
 // addition past that is refused. A sorted list places each row by its folded text, ascending,
-// behind rows that fold to the same.
+// after rows that fold to the same.
 //
 // The current index and the selection, of any number of rows, are independent of each other. Both
 // stay with their rows when others come or go before them, and leave with them. The current index

@@ -105,7 +105,7 @@ private:
     std::vector<Unit> units_;
     std::vector<std::string_view> typed_;
     std::size_t width_ = 0;
-    std::vector<std::uint16_t> lengths_; // of what both have in common behind such places
+    std::vector<std::uint16_t> lengths_; // of what both have in common after such places
 };
 
 } // namespace

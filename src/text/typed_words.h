@@ -15,8 +15,8 @@ inline std::string_view takeWord(std::string_view& rest) {
     return word;
 }
 
-// What stands behind the one blank that ends a word, as typed.
-inline std::string textBehind(std::string_view rest) {
+// What stands after the one blank that ends a word, as typed.
+inline std::string textAfter(std::string_view rest) {
     return std::string(rest.substr(rest.empty() ? 0 : 1));
 }
 

@@ -83,7 +83,7 @@ void appendCharacter(std::string& text, char32_t code) {
 std::size_t fittingLength(std::string_view text, std::size_t most) {
     if (text.size() <= most)
         return text.size();
-    constexpr int longestRest = 3; // of a character, behind its first byte
+    constexpr int longestRest = 3; // of a character, after its first byte
     std::size_t length = most;
     for (int back = 0; back < longestRest && length > 0 && isContinuation(text[length]); ++back)
         --length;

@@ -29,10 +29,10 @@ constexpr Range hidden[] = {
 constexpr Range joiners[] = {{0x200C, 0x200D}, {0xFE00, 0xFE0F}};
 
 template <std::size_t count> bool isIn(const Range (&ranges)[count], char32_t code) {
-    const auto behind =
+    const auto after =
         std::upper_bound(std::begin(ranges), std::end(ranges), code,
                          [](char32_t wanted, const Range& range) { return wanted < range.first; });
-    return behind != std::begin(ranges) && code <= std::prev(behind)->last;
+    return after != std::begin(ranges) && code <= std::prev(after)->last;
 }
 
 enum class Form { name, text };

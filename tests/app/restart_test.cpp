@@ -22,7 +22,7 @@ struct Restarting : MediaMachine {
         mp3s().visible = true;
     }
 
-    // All that could be lost, or come, behind the restart.
+    // All that could be lost, or come, after the restart.
     Lines kept() {
         Lines all{state().playlistTitle,
                   state().mp3z,

@@ -31,7 +31,7 @@ TEST(Startup, BringsBackAllOfTheLastRun) {
     machine.start();
     EXPECT_EQ(machine.allSaid(),
               (Lines{"larkspin player - by moraine", "load:  <b>41</b> - mp3s played:  <b>12</b>"}))
-        << "also behind a silent run";
+        << "also after a silent run";
     EXPECT_EQ(
         shown(machine.state()),
         (Lines{"x-x-x", ".", "load number:  41", "mp3s played:  12",

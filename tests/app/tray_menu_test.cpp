@@ -6,7 +6,7 @@ namespace larkspin {
 
 namespace {
 
-// The tree as it shows: each entry behind its depth.
+// The tree as it shows: each entry after its depth.
 Lines outline(const std::vector<MenuEntry>& entries, const std::string& depth = "") {
     Lines lines;
     for (const MenuEntry& entry : entries) {

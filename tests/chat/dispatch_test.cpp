@@ -39,7 +39,7 @@ TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {
     for (const auto handler : {HandledBy::NiteScan1, HandledBy::NiteScan2, HandledBy::NiteScan3})
         for (const CommandRow& row : commandRows(*machine.program, handler))
             for (const char* argument : {"", "\xFF%n|{\x01, *", "-99999999999, 1e5"})
-                lines.push_back((row.behindTrigger ? "'" : "") +
+                lines.push_back((row.afterTrigger ? "'" : "") +
                                 std::string(row.pattern.substr(0, row.pattern.find('*'))) +
                                 argument);
     std::erase(lines, "'exit");
@@ -68,7 +68,7 @@ TEST(Dispatch, StaysDeafToAMillionLinesOfStrangers) {
                  {"", "owner", "OWNER", " Owner", "Owner ", "Owner\u200B", "\uFEFFOwner",
                   "Owner\r\n", "<b>Owner</b>", "Owner: ", "Own", "\u041Ewner", "Owner\xFF"})
                 others.push_back(
-                    {speaker, (row.behindTrigger ? "'" : "") + std::string(row.pattern)});
+                    {speaker, (row.afterTrigger ? "'" : "") + std::string(row.pattern)});
     machine.forget();
     const int writes = machine.files.writes;
     for (std::size_t line = 0; line < 1'000'000; ++line)

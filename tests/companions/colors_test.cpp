@@ -139,7 +139,7 @@ TEST(Colors, AreThoseOfTheDesignWithoutAColorInTheSettings) {
     machine.loop.once(300ms, [&] { machine.writeDataFile("larkspin.ini", settingsWith("")); });
     machine.restart();
     for (const Slot& slot : slots)
-        EXPECT_EQ(colorOf(machine, slot), slot.design) << slot.key << ": gone behind the save";
+        EXPECT_EQ(colorOf(machine, slot), slot.design) << slot.key << ": gone after the save";
 }
 
 TEST(ColorsWindow, MixesAColor) {

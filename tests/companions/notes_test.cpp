@@ -221,7 +221,7 @@ TEST(NotesWindow, RecitesByDoubleClickAlsoWhileItScrolls) {
                                         "<b>2</b>.  b", "<b>3</b>.  c"}));
 }
 
-// The list changes behind a box about the third note, which reads like the first one.
+// The list changes after a box about the third note, which reads like the first one.
 TEST(NotesWindow, ChangesOnlyTheNoteThatItsBoxIsAbout) {
     const struct {
         Lines meanwhile; // lines, or a control that is worked

@@ -1,4 +1,4 @@
-// Any bytes behind a MIDI file's first ones give no song, or one that can be played in order.
+// Any bytes after a MIDI file's first ones give no song, or one that can be played in order.
 #include "fuzz/fuzz.h"
 #include "platform/gstreamer/midi_file.h"
 

@@ -21,7 +21,7 @@ static std::string nameOf(const std::string& key) {
     return onOneLine(key.substr(0, key.find('=')));
 }
 
-// A name in brackets with a comment behind it would open a section of its own.
+// A name in brackets with a comment after it would open a section of its own.
 static bool readsAsHeader(const std::string& name) {
     const auto end = name.find(']');
     return name.starts_with('[') && end != name.npos &&

@@ -68,7 +68,7 @@ TEST(Chores, SwitchMessagesInTheOrderInWhichTheyWereAsked) {
 
 TEST(Chores, EndWithTheRunTheyBeganIn) {
     for (const std::string line : {"'kw x", "'url x.org", "'new", "'pr x", "'signoff", "'closeaol"})
-        for (const auto moment : {0ms, 199ms}) { // in the message, or in a wait behind it
+        for (const auto moment : {0ms, 199ms}) { // in the message, or in a wait after it
             WithClient machine;
             machine.loop.once(moment, [&] {
                 machine.deeds();
@@ -77,7 +77,7 @@ TEST(Chores, EndWithTheRunTheyBeganIn) {
             machine.owner(line, 9s);
             EXPECT_EQ(machine.deeds(), Lines{}) << line;
         }
-    for (const auto moment : {20ms, 300ms}) // before the windows, or behind the clock's
+    for (const auto moment : {20ms, 300ms}) // before the windows, or after the clock's
         for (const std::string line : {"'imson", "'ot"}) {
             WithClient machine;
             machine.loop.once(moment, [&] { machine.restart(); });

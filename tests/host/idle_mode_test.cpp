@@ -34,7 +34,7 @@ TEST(IdleMode, AnswersTheQuestionWhetherTheOwnerIsThere) {
     }
 }
 
-TEST(IdleMode, TellsOfTransfersBehindTheMinutes) {
+TEST(IdleMode, TellsOfTransfersAfterTheMinutes) {
     VirtualMachine machine;
     PretendHost client(machine);
     machine.start();

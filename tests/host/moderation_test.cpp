@@ -91,7 +91,7 @@ TEST_P(ModerationTest, TakesAThousandPeople) {
     EXPECT_EQ(m.room.lines.size(), 1000u);
 }
 
-TEST_P(ModerationTest, ACommandThatComesMeanwhileRunsBehind) {
+TEST_P(ModerationTest, ACommandThatComesMeanwhileRunsAfterwards) {
     EXPECT_EQ(answer("'x b",
                      [&] {
                          EXPECT_EQ(scratch(), 4);
@@ -117,7 +117,7 @@ TEST_P(ModerationTest, EndsWithTheRun) {
         EXPECT_EQ(scratch(), 0);
         m.owner("'x nobody");
     });
-    EXPECT_EQ(m.said(), "fag not found"); // of the new run, behind all that the last one left
+    EXPECT_EQ(m.said(), "fag not found"); // of the new run, after all that the last one left
     converse(m, {Turn("'ban ann", "<b><b>ann</b>, ejected bastard"), // the people show again
                  Turn("'unban z", "<b>zoe x</b>, unbanned bastard"),
                  Turn("'unban ", "<b><b>ann</b>, unbanned bastard")});
@@ -152,7 +152,7 @@ TEST(Moderation, PressesTheClientsButtons) {
     const HostHandle button = m.host.host.findRoomIcon("Ignor*");
     m.loop.once(45ms, [&] { EXPECT_TRUE(m.host[button].isHeld); });
     converse(m, {Turn("'x ann", "<b>ann</b>, ignored bastard"),
-                 Turn("'x bob", ""), // behind an empty row
+                 Turn("'x bob", ""), // after an empty row
                  Turn("'unban b", "fag not found")});
     EXPECT_EQ(m.host.pressedButtons, (Lines{"Ignore Member", "Ejected List", "People List"}));
 }

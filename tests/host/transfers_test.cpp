@@ -115,7 +115,7 @@ TEST_F(TransfersTest, HideAnUploadAndBringItBack) {
     EXPECT_EQ(host.shown.size(), 3u);
 }
 
-// Two uploads one behind the other: each is hidden and told of once, even if the owner brings it
+// Two uploads one after the other: each is hidden and told of once, even if the owner brings it
 // back and while the message itself lets the next second pass.
 TEST_F(TransfersTest, HideEachNewUploadOnce) {
     const Lines once{"auto-upchat enabled"};

@@ -25,8 +25,8 @@ protected:
         return names.substr(0, names.size() - 1);
     }
     std::string people() { return all(channel.people()); }
-    void expectPeople(std::initializer_list<std::pair<const char*, const char*>> behindLines) {
-        for (const auto& [line, expected] : behindLines) {
+    void expectPeople(std::initializer_list<std::pair<const char*, const char*>> afterLines) {
+        for (const auto& [line, expected] : afterLines) {
             told(line);
             EXPECT_EQ(people(), expected) << line;
         }
@@ -109,7 +109,7 @@ TEST_F(IrcChannelTest, OfAnyNumberOfNamesAsManyAreKeptAsAListHolds) {
     EXPECT_EQ(channel.people().row(0), "me");
 }
 
-// One after the other, from behind and between: who stays keeps the order.
+// One after the other, from the back and from the middle: who stays keeps the order.
 TEST_F(IrcChannelTest, ANetworkFallsApartAndComesBackAtOnce) {
     const auto begun = std::clock();
     for (int round = 0; round < 2; ++round) {

@@ -68,7 +68,7 @@ TEST(IrcObeying, ALineThatTheServerHasRefusedDoesNotComeBack) {
     EXPECT_EQ(machine.state().HScroll2, untouched);
 }
 
-TEST(IrcObeying, AnEchoThatComesTooLateOrBehindALaterOneDoesNotCount) {
+TEST(IrcObeying, AnEchoThatComesTooLateOrAfterALaterOneDoesNotCount) {
     IrcMachine machine;
     machine.begin();
     machine.server.takes = [](const std::string&) { return true; };

@@ -40,7 +40,7 @@ TEST(IrcSession, ARoomThatWasRefusedIsNeitherAskedForAgainNorTheRoom) {
     EXPECT_EQ(machine.sentOf([] {}, 60s), "JOIN #music,#den\nMODE #music b\n");
 }
 
-TEST(IrcSession, WaitsGrowToFiveMinutesAndBeginAnewBehindAConnectionThatLasted) {
+TEST(IrcSession, WaitsGrowToFiveMinutesAndBeginAnewAfterAConnectionThatLasted) {
     IrcMachine machine;
     machine.server.refuses = true;
     machine.begin();
@@ -49,7 +49,7 @@ TEST(IrcSession, WaitsGrowToFiveMinutesAndBeginAnewBehindAConnectionThatLasted) 
         machine.advance(span);
         return machine.server.opened - before;
     };
-    EXPECT_EQ(tries(76s), 4); // behind 5, 10, 20, 40 seconds
+    EXPECT_EQ(tries(76s), 4); // after 5, 10, 20, 40 seconds
     EXPECT_EQ(tries(1000s), 4);
     EXPECT_EQ(tries(3600s), 12);
     machine.server.refuses = false;
@@ -98,7 +98,7 @@ TEST(IrcSession, AnotherNameIsTakenAndTheOwnerIsThatOne) {
               std::string::npos);
 }
 
-// Behind what the server lets through at once, a line in two seconds. A program that says much
+// After what the server lets through at once, a line in two seconds. A program that says much
 // waits for it, so that `stop` still comes in between; what the owner types goes first.
 TEST(IrcSession, WhatIsSaidIsPacedAndTheOwnerGoesFirst) {
     IrcMachine machine;
@@ -240,7 +240,7 @@ TEST(IrcSession, AStoppedRecitalEndsWithinAFewLines) {
     EXPECT_TRUE(all.ends_with("selection scroll aborted\n"));
 }
 
-TEST(IrcSession, WhatWaitsIsNotSaidBehindTheOwner) {
+TEST(IrcSession, WhatWaitsIsNotSaidBehindTheOwnersBack) {
     IrcMachine machine;
     machine.begin();
     machine.seenOf([&] { machine.irc.join("#den"); }, 60s);

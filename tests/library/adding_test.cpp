@@ -17,7 +17,7 @@ struct AddingTest : testing::Test {
         machine.dialogs.answers = answers;
         machine.choose("Command1", entry);
     }
-    // What the list holds, as paths below rock, with the backslashes that stand behind it.
+    // What the list holds, as paths below rock, with the backslashes that stand after it.
     Lines paths() {
         Lines found;
         for (int row = 0; row < machine.state().playlistView.count(); ++row) {

@@ -22,7 +22,7 @@ struct LineFilesTest : testing::Test {
     RowList list;
 };
 
-TEST_F(LineFilesTest, RowsGoBehindTheLinesThatCouldNotBeLoaded) {
+TEST_F(LineFilesTest, RowsGoAfterTheLinesThatCouldNotBeLoaded) {
     machine.writeDataFile("notes", "one\r\ntwo");
     machine.files.unreadable = true;
     EXPECT_EQ(load(), 0);

@@ -51,8 +51,8 @@ TEST_F(RefreshTest, BringsInWhatHasComeAndTakesOutWhatHasGone) {
 
 TEST_F(RefreshTest, ListsADirectoryOnceHoweverItIsSpelled) {
     const std::string rock = directory("rock");
-    for (const char* behind : {"\\", "\\\\"})
-        add(makerow("a", ".mp3", rock + behind));
+    for (const char* after : {"\\", "\\\\"})
+        add(makerow("a", ".mp3", rock + after));
     add("a line that is no row");
     EXPECT_EQ(machine.answer("'ref"), "list refreshed - removed <b>2</b> songs");
     EXPECT_EQ(rowdir(machine.state().masterList.row(0)), rock);

@@ -71,7 +71,7 @@ TEST_F(RemovingTest, TakesTheSelectedFilesOut) {
     EXPECT_TRUE(machine.state().playedMemory.empty());
 }
 
-TEST_F(RemovingTest, OfSelectedFilesGoesOnBehindALineThatComesBetween) {
+TEST_F(RemovingTest, OfSelectedFilesGoesOnAfterALineThatComesBetween) {
     selectRows(mp3s(), "playlistView", {0, 2, 3});
     machine.loop.post([&] { machine.hear("'listrmv rock"); });
     chooseFromEditMenu("remfil");

@@ -166,7 +166,7 @@ TEST_F(ScanTest, AnotherScanInsideItLeavesItsWalkAlone) {
     const Texts others = rowsOf(machine.state().scanRows);
     machine.owner("'scan " + root);
     const Texts alone = rowsOf(machine.state().scanRows);
-    std::set<std::size_t> left; // rows that are found behind the other scan, by its moment
+    std::set<std::size_t> left; // rows that are found after the other scan, by its moment
     // At the first moment the scan hasn't begun yet: it announces itself.
     for (int moment = 2; left.size() < alone.size(); ++moment) {
         SCOPED_TRACE(moment);
@@ -196,7 +196,7 @@ TEST_F(ScanTest, EndsWithItsRun) {
     machine.start();
     machine.loop.post([&] { machine.loop.post([&] { machine.chooseFromTray("rstartp"); }); });
     machine.owner("'scan " + root);
-    EXPECT_TRUE(machine.said().starts_with("load:  <b>2")) << "nothing is found behind it";
+    EXPECT_TRUE(machine.said().starts_with("load:  <b>2")) << "nothing is found after it";
     EXPECT_TRUE(machine.state().scanRows.empty());
 }
 

@@ -46,7 +46,7 @@ std::string textIn(const BusMessage& answer) {
     return text ? text : "";
 }
 
-// A desktop's tray. Its host comes a moment behind its watcher, as on a real one.
+// A desktop's tray. Its host comes a moment after its watcher, as on a real one.
 class PretendTray {
 public:
     explicit PretendTray(const std::string& address)

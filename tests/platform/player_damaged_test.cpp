@@ -1,5 +1,5 @@
 // Files that are no songs, or songs that were damaged: each is given up or played, a good song
-// behind it plays, and the program stays what it was.
+// after it plays, and the program stays what it was.
 #include "support/real_player.h"
 
 #include <arpa/inet.h>
@@ -188,7 +188,7 @@ TEST_F(DamagedSongs, LeaveTheProgramAsItWasAndTheNextSongPlays) {
 }
 
 // The owner doesn't wait for what becomes of them.
-TEST_F(DamagedSongs, TheOneBehindIsNeverToBlame) {
+TEST_F(DamagedSongs, TheNextOneIsNeverToBlame) {
     const char* const wanted = std::getenv("LARKSPIN_DAMAGED_SONGS");
     const int count = wanted ? std::atoi(wanted) : 8; // of each type
     PlayerControl player(loop, playing(fastSink), tell);

@@ -184,7 +184,7 @@ TEST_F(PlayerTest, WhatIsOrderedWhileItIsBeingOpenedHolds) {
     }
 }
 
-// Two of these outputs break soon behind the seek.
+// Two of these outputs break soon after the seek.
 TEST_F(PlayerTest, StaysWhereItIsSetToWhateverBecomesOfItsOutput) {
     const std::string path = song("a.wav", 10);
     for (const std::string output :

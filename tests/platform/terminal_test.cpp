@@ -51,7 +51,7 @@ protected:
         EXPECT_EQ(child.ends(3s), 0);
         EXPECT_EQ(setting("volume"), volume);
     }
-    // A message is said in the middle of its work. The line behind it comes when that is done.
+    // A message is said in the middle of its work. The line after it comes when that is done.
     static void letFinish(Child& child) {
         child.tell("'filter?");
         EXPECT_TRUE(child.says("current media filter", patience));

@@ -28,7 +28,7 @@ TEST(PlaySelection, StartsTheOnlyHitOrAsks) {
          Turn(".resume", "already playing something you dick")});
     EXPECT_EQ(machine.player.PlayState(), PlayState::paused) << "only the mark has gone";
     EXPECT_EQ(machine.player.opened.size(), 1u);
-    EXPECT_EQ(machine.answer(".next"), "next:  <b>4</b>.  z") << "behind the last hit";
+    EXPECT_EQ(machine.answer(".next"), "next:  <b>4</b>.  z") << "after the last hit";
     EXPECT_EQ(machine.state().choiceList.count(), 2) << "an open selection stays";
 }
 

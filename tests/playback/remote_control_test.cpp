@@ -73,7 +73,7 @@ TEST_F(ARemoteControl, MovesWithinTheSong) {
     remote().moveBy(std::chrono::microseconds::min());
     EXPECT_EQ(remote().position(), 0s);
     remote().moveBy(std::chrono::microseconds::max());
-    EXPECT_EQ(view().name, "high"); // behind the end comes the next one
+    EXPECT_EQ(view().name, "high"); // after the end comes the next one
 }
 
 TEST_F(ARemoteControl, WorksTheSliders) {

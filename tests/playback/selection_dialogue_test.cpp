@@ -132,7 +132,7 @@ TEST(SelectionDialogue, KeepsTheChoicesWhenTheFileIsGone) {
     EXPECT_EQ(machine.said(), "playing choice:  " + second + " (<b>.wav</b>)");
 }
 
-// Shuffle would take the choices' place. However they end, it goes on behind them.
+// Shuffle would take the choices' place. However they end, it goes on after them.
 TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
     const auto say = [](const char* line) { return [line](Rides& m) { m.owner(line); }; };
     const std::pair<const char*, std::function<void(Rides&)>> cases[] = {
@@ -166,7 +166,7 @@ TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
 TEST(SelectionDialogue, LosesItsRecitalToWhatComesInBetween) {
     const std::string rest = third + "\n" + askNumber;
     const std::pair<const char*, std::string> cases[] = {
-        // said in the second line; all behind it
+        // said in the second line; all after it
         {"'play other", "playing:  <b>1</b>.  <b><u>other</b></u>"},
         {"'play ride", question},
         {"'play x", "your gay song was not found"},

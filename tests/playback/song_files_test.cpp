@@ -88,7 +88,7 @@ TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\n");
     EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
-    EXPECT_EQ(machine.state().masterIndex(), 1) << "the row behind it";
+    EXPECT_EQ(machine.state().masterIndex(), 1) << "the row after it";
     converse(machine, {Turn("'delete", noSong), Turn("'play", "nothing to play, fag"),
                        Turn("'num 2", "playing:  <b>2</b>.  c (<b>.wav</b>)"),
                        Turn("'delete", "deleted:  <b>c</b>  (<b>.wav</b>)")});

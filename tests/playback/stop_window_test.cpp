@@ -15,8 +15,8 @@ struct Stops : VirtualMachine {
         run([this] { click(); });
         return allSaid();
     }
-    // The owner clicks so often in the wait behind the first choice.
-    void clickBehindFirst(int times) {
+    // The owner clicks so often in the wait after the first choice.
+    void clickAfterFirst(int times) {
         inMessage("<b>1", [this, times] {
             for (int i = 0; i < times; ++i)
                 loop.once(Nanoseconds(100ms) * (i + 1), [this] { click(); });
@@ -33,7 +33,7 @@ static const std::string opening = "scrolling <b>2</b> matches";
 TEST(StopWindow, BreaksTheRecitalOfYes) {
     for (const int clicks : {1, 2}) {
         Stops machine;
-        machine.clickBehindFirst(clicks);
+        machine.clickAfterFirst(clicks);
         EXPECT_EQ(machine.answer("'yes"), firstLine + "\n" + aborted);
         EXPECT_TRUE(machine.stops().visible);
         EXPECT_EQ(machine.caption(), " show list");
@@ -41,7 +41,7 @@ TEST(StopWindow, BreaksTheRecitalOfYes) {
         EXPECT_EQ(machine.answer("'yes"), firstLine + "\n" + secondLine + "\n" + askOneOrTwo);
         EXPECT_FALSE(machine.stops().visible);
         machine.owner("'play a");
-        machine.clickBehindFirst(clicks);
+        machine.clickAfterFirst(clicks);
         machine.owner("'yes");
         machine.click();
         EXPECT_EQ(machine.caption(), "    scroll");
@@ -63,13 +63,13 @@ TEST(StopWindow, RecitesTheChoicesOnShow) {
 TEST(StopWindow, BreaksItsOwnRecital) {
     Stops machine;
     machine.owner("'view");
-    machine.clickBehindFirst(1);
+    machine.clickAfterFirst(1);
     EXPECT_EQ(machine.saidByClick(), (Lines{opening, firstLine, aborted}));
     EXPECT_EQ(machine.caption(), "    scroll");
     EXPECT_EQ(machine.answer("'m 1"), "");
     machine.loop.once(300ms, [&] { machine.click(); }); // while it is announced
     EXPECT_EQ(machine.saidByClick(), (Lines{opening, aborted})) << "and starts no second one";
-    machine.clickBehindFirst(2);
+    machine.clickAfterFirst(2);
     EXPECT_EQ(machine.saidByClick(), (Lines{opening, firstLine, secondLine, askOneOrTwo}))
         << "the second click comes before the first one is seen";
     EXPECT_FALSE(machine.stops().visible);

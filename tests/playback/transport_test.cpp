@@ -83,7 +83,7 @@ TEST(Transport, ADiskThatTakesItsTimeHoldsOnlyItsOwnSongUp) {
     }
     machine.loop.once(1s, [&] { machine.hear("'count c"); });
     machine.owner("'num 1", 5s);
-    EXPECT_EQ(machine.answer("'next"), "next:  <b>2</b>.  b") << "the one behind it";
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>2</b>.  b") << "the one after it";
     machine.owner("'silent");
     machine.slowDisk.spans[nas] = 1min;
     EXPECT_EQ(machine.answerTo([&] { machine.owner("'num 1", 11s); }),

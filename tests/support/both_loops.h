@@ -21,11 +21,11 @@ inline std::unique_ptr<WatchingLoop> makeLoop(bool onQt) {
 // How often the thread wakes up while nothing happens.
 inline long wakeUps(WatchingLoop& loop, Nanoseconds within) {
     loop.waitUntil(loop.now() + within / 10); // what was under way is over then
-    rusage before{}, behind{};
+    rusage before{}, after{};
     ::getrusage(RUSAGE_THREAD, &before);
     loop.waitUntil(loop.now() + within);
-    ::getrusage(RUSAGE_THREAD, &behind);
-    return behind.ru_nvcsw - before.ru_nvcsw;
+    ::getrusage(RUSAGE_THREAD, &after);
+    return after.ru_nvcsw - before.ru_nvcsw;
 }
 
 } // namespace larkspin

@@ -22,11 +22,11 @@ constexpr auto timeToEnd = std::chrono::seconds(5);
 // With these variables in place of its own; on the descriptors, or leading a session on that
 // terminal.
 pid_t run(const std::string& program, std::vector<std::string> command,
-          const std::vector<std::string>& behind, int input, int output,
+          const std::vector<std::string>& after, int input, int output,
           const char* terminal = nullptr) {
     command.insert(command.begin(), "env");
     command.push_back(program);
-    command.insert(command.end(), behind.begin(), behind.end());
+    command.insert(command.end(), after.begin(), after.end());
     std::vector<char*> arguments;
     for (std::string& argument : command)
         arguments.push_back(argument.data());

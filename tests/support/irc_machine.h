@@ -21,7 +21,7 @@ public:
         server.sent.clear();
     }
 
-    // What the owner sees of it: lines, and messages behind "- ".
+    // What the owner sees of it: lines, and messages after "- ".
     std::string seenOf(const std::function<void()>& action,
                        std::chrono::duration<double> span = 1ms) {
         seen.clear();

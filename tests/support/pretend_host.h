@@ -27,7 +27,7 @@ public:
     // The room. The button to the ejected people is to be seen by whoever owns it.
     Lines people{"Owner"}, ejected, ignored;
     bool ownsRoom = false;
-    HostHandle addRoom(); // another one, behind those that are there, with nobody in it
+    HostHandle addRoom(); // another one, after those that are there, with nobody in it
     Lines pressedButtons; // their captions, of whichever window
 
     // The owner signs on, or off with an empty name. His greeting is a window.

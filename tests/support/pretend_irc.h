@@ -68,7 +68,7 @@ public:
     }
 
 private:
-    // Nothing comes behind the end of its connection.
+    // Nothing comes after the end of its connection.
     void post(Task event) {
         loop_.post([this, event = std::move(event), of = connection_] {
             if (of == connection_)

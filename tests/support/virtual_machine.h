@@ -50,7 +50,7 @@ class SlowDisk {
 public:
     explicit SlowDisk(EventLoop& loop) : loop_(loop) {}
 
-    bool answers(const std::string& directory); // behind that time
+    bool answers(const std::string& directory); // after that time
     std::map<std::string, std::chrono::duration<double>> spans;
     static constexpr std::chrono::duration<double> bound = std::chrono::seconds(10);
 
@@ -72,7 +72,7 @@ public:
     FileChange moveToWastebasket(const std::string& path) override;
     bool refusesMoves = false;                       // no file is renamed or thrown away
     bool full = false;                               // every write fails
-    int fullAfter = std::numeric_limits<int>::max(); // the disk fills up behind so many writes
+    int fullAfter = std::numeric_limits<int>::max(); // the disk fills up after so many writes
     int writes = 0;
     std::string unwritable;  // every write to a file whose path ends so
     bool unreadable = false; // every read fails
@@ -297,7 +297,7 @@ public:
     RecordedPower power;
     HostClient* host = &room; // what the next start runs on
     bool fadesWindows = false;
-    Lines notes;                      // last words, behind the room's end
+    Lines notes;                      // last words, after the room's end
     std::unique_ptr<Program> program; // made at start
     AppState& state();
 };

@@ -25,7 +25,7 @@ std::string variable(const char* name) {
     return value ? value : "";
 }
 
-// Owned by the library, which drops it behind the answer or with the connection.
+// Owned by the library, which drops it after the answer or with the connection.
 int takeAnswer(sd_bus_message* message, void* answered, sd_bus_error*) {
     const bool refused = sd_bus_message_is_method_error(message, nullptr) != 0;
     (*static_cast<Bus::Answered*>(answered))(refused ? nullptr : message);

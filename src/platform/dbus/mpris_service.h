@@ -24,7 +24,7 @@ public:
         Task raise, quit;
     };
 
-    // On the bus of that address. The loop must not run behind the end of this.
+    // On the bus of that address. The loop must not run after the end of this.
     MprisService(WatchingLoop& loop, const std::string& busAddress, RemoteControl& remote,
                  Wishes wishes);
 

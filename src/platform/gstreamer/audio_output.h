@@ -26,7 +26,7 @@ public:
     bool isSilent() const { return silent_; }
     bool holds(GstObject* element) const;
 
-    // Whether all sound has come, and none can come any more but behind a seek.
+    // Whether all sound has come, and none can come any more but after a seek.
     bool isAtEnd() const { return atEnd_; }
 
     // Whether any sound has come this far since it was asked for the last time.

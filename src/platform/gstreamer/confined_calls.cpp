@@ -54,7 +54,7 @@ constexpr const char* refused[] = {
     "adjtimex", "clock_adjtime", "clock_adjtime64", "stime", "sethostname", "setdomainname"};
 
 // Calls that came into the kernel later than the library that knows them by name.
-constexpr int firstUnknownCall = 451, behindUnknownCalls = 512;
+constexpr int firstUnknownCall = 451, afterUnknownCalls = 512;
 
 constexpr unsigned long newNamespaces[] = {CLONE_NEWNS,  CLONE_NEWUTS, CLONE_NEWIPC, CLONE_NEWUSER,
                                            CLONE_NEWPID, CLONE_NEWNET, 0x02000000 /* cgroup */};
@@ -149,7 +149,7 @@ bool closeCalls() {
     refuseProcesses(filter);
     refusePairs(filter);
     refuseControls(filter);
-    for (int call = firstUnknownCall; call < behindUnknownCalls; ++call)
+    for (int call = firstUnknownCall; call < afterUnknownCalls; ++call)
         filter.refuse(call, ENOSYS);
     return filter.enforce();
 }

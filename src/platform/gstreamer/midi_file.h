@@ -22,7 +22,7 @@ struct MidiEvent {
 struct MidiSong {
     std::vector<MidiEvent> events;
     std::vector<std::string> longTexts; // system exclusive messages
-    double duration = 0;                // seconds, with the silence behind the last note
+    double duration = 0;                // seconds, with the silence after the last note
 };
 
 bool isMidi(std::string_view firstBytes); // four of them are enough

@@ -122,7 +122,7 @@ void SongPlayer::load() {
     rate_ = 1;
     loadedAt_ = std::chrono::steady_clock::now();
     output_.attach(playbin_.get());
-    // From one song to the next, this filter reads behind its freed buffers.
+    // From one song to the next, this filter reads past its freed buffers.
     if (GstElement* const tempo = gst_element_factory_make("scaletempo", nullptr))
         g_object_set(playbin_.get(), "audio-filter", tempo, nullptr);
     g_object_set(playbin_.get(), "uri", sourceUri, nullptr);

@@ -10,7 +10,7 @@ namespace larkspin {
 
 namespace {
 
-// Behind these signs stands something else than a nick: "$a:account", "~q:bob!*@*".
+// After these signs stands something else than a nick: "$a:account", "~q:bob!*@*".
 constexpr std::string_view noNick = "*?$~:";
 
 std::string_view rowOf(std::string_view mask) {

@@ -38,7 +38,7 @@ public:
 
 private:
     const IrcMessage& message_;
-    std::size_t number_ = 2; // behind the channel and the letters
+    std::size_t number_ = 2; // after the channel and the letters
     std::string_view rest_;
 };
 

@@ -93,9 +93,9 @@ std::size_t takeColor(std::string_view text, const Digits& digits, MarkupStyle& 
     const auto number = takeNumber(rest, digits);
     style.color = number ? colorOf(*number, digits) : std::nullopt;
     if (number && rest.starts_with(',')) {
-        std::string_view behind = rest.substr(1);
-        if (takeNumber(behind, digits))
-            rest = behind;
+        std::string_view after = rest.substr(1);
+        if (takeNumber(after, digits))
+            rest = after;
     }
     return text.size() - rest.size();
 }
@@ -130,7 +130,7 @@ std::size_t takeIrcCode(std::string_view text, MarkupStyle& style) {
 }
 
 // A colour is ended by taking everything back: a bare 0x03 would take digits of the text for its
-// own. A comma behind a colour would begin a background but for another code in between.
+// own. A comma after a colour would begin a background but for another code in between.
 std::string ircCodesBetween(const MarkupStyle& from, const MarkupStyle& to, std::string_view text) {
     std::string codes;
     MarkupStyle now = from;
@@ -144,14 +144,14 @@ std::string ircCodesBetween(const MarkupStyle& from, const MarkupStyle& to, std:
                                static_cast<char>('0' + *wanted % 10)};
         codes.append(digits, std::size(digits));
     }
-    const std::size_t behindColor = codes.size();
+    const std::size_t afterColor = codes.size();
     if (now.bold != to.bold)
         codes += bold;
     if (now.italic != to.italic)
         codes += italic;
     if (now.underlined != to.underlined)
         codes += underlined;
-    if (codes.size() == behindColor && wanted != had && text.starts_with(','))
+    if (codes.size() == afterColor && wanted != had && text.starts_with(','))
         codes += {bold, bold};
     return codes;
 }

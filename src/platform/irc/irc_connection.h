@@ -22,7 +22,7 @@ class IrcConnection {
 public:
     virtual ~IrcConnection() = default;
 
-    // Each comes in an event of its own. `received` must not wait. Behind `ended`, which tells the
+    // Each comes in an event of its own. `received` must not wait. After `ended`, which tells the
     // owner why, nothing comes any more; it also comes when a server can't be reached.
     struct Events {
         Task opened;
@@ -39,7 +39,7 @@ public:
     // What is kept, in bytes.
     virtual std::size_t unsent() const = 0;
 
-    // Ends without a word. No event comes behind this.
+    // Ends without a word. No event comes after this.
     virtual void close() = 0;
 
     // As the process ends: sends what is kept, within this time, and closes. No events run

@@ -5,7 +5,7 @@
 namespace larkspin {
 
 // Lines end at line feeds alone: servers that pass on other control characters would let anybody
-// write a line of the server's behind a carriage return.
+// write a line of the server's after a carriage return.
 void IrcInput::add(std::string_view bytes, const Take& take) {
     while (!bytes.empty()) {
         const auto end = std::min(bytes.find('\n'), bytes.size());

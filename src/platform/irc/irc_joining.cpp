@@ -142,7 +142,7 @@ void IrcJoining::enter(const IrcChannels::Place& place) {
 
 void IrcJoining::leave(const std::string& farewell) {
     if (channels_.here()) {
-        // behind what he has typed in it
+        // after what he has typed in it
         session_.send(IrcOutgoing::Kind::typed,
                       ircLine("PART", {channels_.here()->channel.name(), farewell}));
         return;

@@ -40,7 +40,7 @@ public:
     void leave(const std::string& farewell);
 
     // To be told of what the owner does, by the server: before the channels are told of a JOIN, and
-    // behind that of all else.
+    // after that of all else.
     void cameIn(const std::string& channel);
     void take(const IrcMessage& message);
 

@@ -78,7 +78,7 @@ private:
 
     std::array<char, readAtOnce> input_;
     std::size_t inputSize_ = 0;
-    std::string sending_, waiting_; // what the library has in its hands, and what comes behind it
+    std::string sending_, waiting_; // what the library has in its hands, and what comes after it
     std::size_t sent_ = 0;          // of `sending_`
     std::string why_;
 
@@ -252,7 +252,7 @@ void IrcLink::Session::write() {
                                 G_PRIORITY_DEFAULT, cancellable_.get(), done, hold());
 }
 
-// What the server has said before it went is still read; the end comes behind it.
+// What the server has said before it went is still read; the end comes after it.
 void IrcLink::Session::hasWritten(GOutputStream* stream, GAsyncResult* result) {
     writing_ = false;
     GError* error = nullptr;

@@ -12,7 +12,7 @@ constexpr std::size_t mostParameters = 15;
 constexpr std::size_t longestWithoutEnd = 510;
 constexpr std::string_view endsLine("\r\n\0", 3);
 
-// Takes the first word off, and the blanks behind it.
+// Takes the first word off, and the blanks after it.
 std::string_view takePart(std::string_view& rest) {
     const auto end = std::min(rest.find(' '), rest.size());
     const auto word = rest.substr(0, end);

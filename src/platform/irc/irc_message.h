@@ -28,7 +28,7 @@ struct IrcMessage {
 std::optional<IrcMessage> readIrcMessage(std::string_view line);
 
 // With its line end. Control characters that would end the line are left out of it, and so is what
-// stands behind a blank in any parameter but the last one: no parameter can become a second line or
+// stands after a blank in any parameter but the last one: no parameter can become a second line or
 // another parameter. A parameter that only the last one can be, empty or with a colon in front,
 // makes no line elsewhere: nothing. What is beyond the 512 bytes that servers take is left out.
 std::string ircLine(std::string_view command, const std::vector<std::string>& parameters = {});

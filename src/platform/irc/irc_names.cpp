@@ -64,7 +64,7 @@ std::string foldIrcName(std::string_view name, CaseMapping mapping) {
 }
 
 void IrcFeatures::read(const IrcMessage& message) {
-    // In front of the features stands the owner's name, behind them a sentence.
+    // In front of the features stands the owner's name, after them a sentence.
     for (std::size_t number = 1; number + 1 < message.parameters.size(); ++number)
         readWord(message.parameters[number]);
 }

@@ -81,7 +81,7 @@ private:
         return words(1, message_.parameters.size());
     }
 
-    // The last one behind a colon, as the server wrote it.
+    // The last one after a colon, as the server wrote it.
     std::string words(std::size_t from, std::size_t end) const {
         std::string all;
         for (std::size_t word = from; word < end; ++word) {

@@ -1,6 +1,6 @@
 // Keeps the program from running ahead of what the server takes, so that what it recites can be
-// broken off. The first line that an event says doesn't wait: what is to be done behind an answer
-// is done at once. Behind each further one the event waits, as long as too many are on their way.
+// broken off. The first line that an event says doesn't wait: what is to be done after an answer
+// is done at once. After each further one the event waits, as long as too many are on their way.
 #pragma once
 
 #include "platform/irc/irc_outgoing.h"
@@ -26,7 +26,7 @@ public:
 
     void limitSaid(int linesPerMinute); // 0 for no limit
 
-    // Behind each line that the event at work says. May wait.
+    // After each line that the event at work says. May wait.
     void spoke();
 
     // Whether the event at work has said anything.

@@ -28,18 +28,18 @@ bool endsWord(std::string_view rest) {
 // The last place up to which the text fits: a blank behind a word where there is one.
 Place endOfPiece(std::string_view text, const MarkupStyle& style, std::size_t longest) {
     Place here{0, style}, blank;
-    bool isBehindWord = false;
+    bool isAfterWord = false;
     while (here.at < text.size()) {
         const std::string_view rest = text.substr(here.at);
         Place next = here;
         const std::size_t code = takeIrcCode(rest, next.style);
         next.at += code > 0 ? code : firstCharacter(rest).length;
         const bool isBlank = rest.front() == ' ';
-        if (isBlank && isBehindWord)
+        if (isBlank && isAfterWord)
             blank = here;
         if (next.at > longest)
             return blank.at == 0 || endsWord(rest) ? here : blank;
-        isBehindWord |= code == 0 && !isBlank;
+        isAfterWord |= code == 0 && !isBlank;
         here = next;
     }
     return here;

@@ -36,7 +36,7 @@ public:
     // The name that the server knows this connection by, once that is done (001).
     const std::string& nick() const { return nick_; }
 
-    // Which of the capabilities hold, also behind the registration (CAP DEL).
+    // Which of the capabilities hold, also after the registration (CAP DEL).
     bool echoes() const;
 
 private:

@@ -134,7 +134,7 @@ void IrcSession::follow(const IrcMessage& message) {
     wantedNick_.clear();
 }
 
-// At once: it isn't kept back behind anything.
+// At once: it isn't kept back after anything.
 void IrcSession::answer(const IrcMessage& ping) {
     if (connection_.unsent() <= mostUnsentForAnswers)
         connection_.send(ircLine("PONG", {std::string(ping.parameter(0))}));
@@ -183,7 +183,7 @@ void IrcSession::tellUnsaid(std::size_t lines) const {
 }
 
 void IrcSession::changeNick(const std::string& nick) {
-    // behind what he has typed as he is called now
+    // after what he has typed as he is called now
     if (send(IrcOutgoing::Kind::typed, ircLine("NICK", {nick})))
         wantedNick_ = nick;
 }

@@ -24,7 +24,7 @@ public:
     // None of these may wait.
     struct Events {
         Task welcomed;                                  // the server knows the owner now
-        std::function<void(const IrcMessage&)> message; // behind that
+        std::function<void(const IrcMessage&)> message; // after that
         Task lost;                                      // also when it had never been welcomed
         std::function<void(const std::string& text)> tell;
     };

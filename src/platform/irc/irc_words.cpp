@@ -59,7 +59,7 @@ std::vector<SlashWord> IrcWords::words() {
         return true;
     };
     const auto topic = [this](std::string_view rest) {
-        irc_.topic(isBlank(rest) ? std::nullopt : std::optional(textBehind(rest)));
+        irc_.topic(isBlank(rest) ? std::nullopt : std::optional(textAfter(rest)));
         return true;
     };
     const auto names = [this](std::string_view rest) {
@@ -206,7 +206,7 @@ bool IrcWords::message(std::string_view rest) {
     const std::string name(takeWord(rest));
     if (name.empty() || isBlank(rest))
         return false;
-    irc_.message(name, textBehind(rest));
+    irc_.message(name, textAfter(rest));
     return true;
 }
 

@@ -28,7 +28,7 @@ public:
     // Those of the owner's own room among them.
     std::vector<SlashWord> words();
 
-    // Whether what is typed behind this line is a password.
+    // Whether what is typed after this line is a password.
     static bool asksPassword(std::string_view line);
 
     // As a run begins: connects as the last one was. Returns at once.

@@ -198,7 +198,7 @@ void PlayerControl::replaceProcess(const std::string& reason) {
 }
 
 // The song isn't to blame for what became of its process: it wasn't begun, or it never got going
-// behind others. It gets another process.
+// after others. It gets another process.
 bool PlayerControl::isHarmed() const {
     const bool hasMoved = line_.isOpen() && line_.report().position > 0;
     return !line_.isTaken() || (!line_.isFirstSong() && !hasMoved);

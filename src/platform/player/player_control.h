@@ -1,6 +1,6 @@
 // The media control in front of a player process. The process is started by the first song,
 // ended after a minute of rest, and replaced when it dies, stands still or isn't through with a
-// song in time. The song it had in hand can't be played then; the one behind it isn't to blame,
+// song in time. The song it had in hand can't be played then; the one after it isn't to blame,
 // and gets a process of its own.
 #pragma once
 

@@ -30,7 +30,7 @@ public:
     std::optional<OpenedFile> result(std::chrono::milliseconds patience);
 
 private:
-    // A worker that opens files of one directory, one behind the other, also those that nobody
+    // A worker that opens files of one directory, one after the other, also those that nobody
     // wants any more.
     struct Asked {
         std::unique_ptr<DiskWorker> worker;

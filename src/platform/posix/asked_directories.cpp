@@ -102,7 +102,7 @@ private:
         askAhead();
     }
 
-    // What was asked behind it is asked again, of another worker.
+    // What was asked after it is asked again, of another worker.
     void giveUp(const std::string& path, OwnersDisk::Wait wait) {
         using enum DirectoryRead::Outcome;
         answers_[path] = DirectoryRead(wait == OwnersDisk::Wait::hung ? unanswered : failed);

@@ -1,4 +1,4 @@
-// Numbers and texts one behind the other, in which the program and the processes that ask its disks
+// Numbers and texts one after the other, in which the program and the processes that ask its disks
 // for it talk. What is cut short reads as 0 and empty.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The system's error numbers in a few words for the owner, as they stand behind a colon.
+// The system's error numbers in a few words for the owner, as they stand after a colon.
 #pragma once
 
 #include "shell/files.h"

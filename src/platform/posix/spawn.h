@@ -11,7 +11,7 @@ namespace larkspin {
 
 struct SpawnRequest {
     std::string program;                  // native path; not looked for
-    std::vector<std::string> arguments;   // behind the program's own name
+    std::vector<std::string> arguments;   // after the program's own name
     std::vector<std::string> environment; // "NAME=value"
     int channel = -1;                     // a descriptor that becomes `spawnChannel`; -1 for none
     std::string directory = {};           // where it starts; empty for this program's own

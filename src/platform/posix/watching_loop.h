@@ -26,7 +26,7 @@ public:
     virtual void onSignals(std::initializer_list<int> signals, Task task) = 0;
 
     // Serves events until the condition holds or the moment has come. The condition is looked
-    // at behind each turn.
+    // at after each turn.
     virtual void waitFor(const std::function<bool()>& condition, Nanoseconds latest) = 0;
 };
 

@@ -67,7 +67,7 @@ bool ControlView::released(const QMouseEvent& event) {
 }
 
 // No click of its own: what a double click has done would be followed by what one click does.
-bool ControlView::releasedBehindDoubleClick() {
+bool ControlView::releasedAfterDoubleClick() {
     hand().passes([](Window& window) { window.dragged = false; });
     return false;
 }
@@ -98,7 +98,7 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
         return isLeft() && pressed(mouse());
     case QEvent::MouseButtonRelease:
         if (isLeft() && std::exchange(isDoubleClicked_, false))
-            return releasedBehindDoubleClick();
+            return releasedAfterDoubleClick();
         return isLeft() && released(mouse());
     case QEvent::MouseButtonDblClick:
         isDoubleClicked_ = isLeft() && pressedAgain(mouse());

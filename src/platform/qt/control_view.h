@@ -59,7 +59,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool releasedBehindDoubleClick();
+    bool releasedAfterDoubleClick();
     bool mouseMoved(const QMouseEvent& event);
     bool keyPressed(const QKeyEvent& event);
     bool dragged(QEvent& event) const;

@@ -50,7 +50,7 @@ void tellWhatQtSays(QtMsgType type, const QMessageLogContext&, const QString& me
         std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
 }
 
-// On Wayland Qt leaves by _exit(2) when its connection breaks, right behind these words: in its own
+// On Wayland Qt leaves by _exit(2) when its connection breaks, right after these words: in its own
 // thread, which must wait for the program's, as well as in the program's.
 void hearOfLoss(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     tellAsUsual(type, context, message);

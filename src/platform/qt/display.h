@@ -36,7 +36,7 @@ public:
     // is to be saved is saved; as it does end, the second task is called.
     void onSessionEnd(Task save, Task end);
 
-    // Called when the display has gone, which ends the process behind it. Nothing can be shown any
+    // Called when the display has gone, which ends the process after it. Nothing can be shown any
     // more, nor waited for. One display per process.
     void onLoss(Task task);
 

@@ -29,7 +29,7 @@ std::vector<std::string> droppedPaths(const QMimeData& dropped) {
     for (const QByteArray& line : dropped.data("text/uri-list").split('\n')) {
         if (!line.startsWith(scheme))
             continue;
-        const qsizetype root = line.indexOf('/', scheme.size()); // behind the name of a machine
+        const qsizetype root = line.indexOf('/', scheme.size()); // after the name of a machine
         if (root < 0)
             continue;
         const QByteArray path = QByteArray::fromPercentEncoding(line.mid(root).trimmed());

@@ -125,7 +125,7 @@ void InputLine::endLine() {
         return;
     history_.add(line);
     empty();
-    isHeld_ = holdsBehind_(line);
+    isHeld_ = holdsAfter_(line);
     if (isHeld_)
         setEchoMode(Password);
     onLine_(std::move(line));

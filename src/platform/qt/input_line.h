@@ -39,9 +39,9 @@ public:
     void takeSecret(Secret secret);
     void dropSecret();
 
-    // Behind such a line nothing is shown or handed on until `goOn`: it may be a secret.
-    void holdBehind(std::function<bool(const std::string& line)> line) {
-        holdsBehind_ = std::move(line);
+    // After such a line nothing is shown or handed on until `goOn`: it may be a secret.
+    void holdAfter(std::function<bool(const std::string& line)> line) {
+        holdsAfter_ = std::move(line);
     }
     void goOn();
 
@@ -61,7 +61,7 @@ private:
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const Completion&)> onChoices_ = [](const Completion&) {};
     std::function<void(int)> onPage_ = [](int) {};
-    std::function<bool(const std::string&)> holdsBehind_ = [](const std::string&) { return false; };
+    std::function<bool(const std::string&)> holdsAfter_ = [](const std::string&) { return false; };
     Secret secret_;                 // while it is asked for
     bool isHeld_ = false;           // before that
     bool isSecretComplete_ = false; // before that, too

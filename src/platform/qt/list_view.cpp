@@ -137,7 +137,7 @@ private:
         return rows;
     }
 
-    // Behind what Qt does with the mouse or the key that is being told of.
+    // After what Qt does with the mouse or the key that is being told of.
     void tellSelectionLater() {
         hand().passes([view = QPointer<ListView>(this), name = name()](Window& window) {
             if (!view)

@@ -18,14 +18,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// What comes up so soon behind a press answers it.
+// What comes up so soon after a press answers it.
 constexpr Nanoseconds answerTime = 1s;
 
 std::optional<std::string> firstOf(const std::vector<std::string>& paths) {
     return paths.empty() ? std::nullopt : std::optional(paths.front());
 }
 
-// As Qt reads it: the patterns in brackets behind the description, divided by blanks.
+// As Qt reads it: the patterns in brackets after the description, divided by blanks.
 QString filterOf(const FileType& type) {
     return toQt(type.description + " (" + type.patterns + ')').replace(';', ' ');
 }

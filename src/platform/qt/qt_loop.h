@@ -2,7 +2,7 @@
 // queue, so that nesting and timing are those of the other loops; Qt sleeps, wakes up, and delivers
 // input. It serves them in every loop of Qt's own as well, such as the outermost one.
 //
-// It is made behind Qt's application and must outlive what waits.
+// It is made after Qt's application and must outlive what waits.
 #pragma once
 
 #include "platform/posix/loop_parts.h"

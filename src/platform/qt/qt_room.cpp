@@ -31,7 +31,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Kep
              .changed = [this] { window.roomChanged(); }}),
       words([this](const std::string& text) { window.tell(text); }) {
     window.onLine([this](const std::string& line) { take(line); });
-    window.holdBehind(&IrcWords::asksPassword);
+    window.holdAfter(&IrcWords::asksPassword);
     words.add(rooms.words.words());
     window.restorePlace(files.read(placeFile_, largestPlace).contents);
     window.onPlace([this] { placeChanged(); });

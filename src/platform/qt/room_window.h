@@ -41,9 +41,9 @@ public:
     void onLine(std::function<void(const std::string& line)> take) { take_ = std::move(take); }
     void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
 
-    // Behind such a line comes a password, before it is asked for as well.
-    void holdBehind(std::function<bool(const std::string& line)> line) {
-        input_.holdBehind(std::move(line));
+    // After such a line comes a password, before it is asked for as well.
+    void holdAfter(std::function<bool(const std::string& line)> line) {
+        input_.holdAfter(std::move(line));
     }
 
     // Takes a password, as `PasswordPrompt` has it: in the line to type in, so that no key of it

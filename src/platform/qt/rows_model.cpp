@@ -9,11 +9,11 @@ namespace larkspin {
 
 namespace {
 
-// What a row holds behind so many blanks isn't to be seen, however wide the list is: a song's path.
-const std::string farBehind(40, ' ');
+// What a row holds after so many blanks isn't to be seen, however wide the list is: a song's path.
+const std::string farAfter(40, ' ');
 
 std::string_view seenOf(std::string_view row) {
-    return row.substr(0, row.find(farBehind));
+    return row.substr(0, row.find(farAfter));
 }
 
 } // namespace

@@ -15,7 +15,7 @@ namespace larkspin {
 
 namespace {
 
-// A soft break, with the line behind it set in further than any that opens at the edge.
+// A soft break, with the line after it set in further than any that opens at the edge.
 constexpr std::string_view setIn = "\u2028    ";
 
 constexpr double leastContrast = 5.2;    // that of plain red

@@ -16,7 +16,7 @@ namespace larkspin {
 // its own.
 void insertSaid(QTextCursor& cursor, std::string_view line, const QTextCharFormat& plain);
 
-// Plain text on one line, such as a name, which can't turn what stands behind it around.
+// Plain text on one line, such as a name, which can't turn what stands after it around.
 void insertName(QTextCursor& cursor, std::string_view name, const QTextCharFormat& format);
 
 // The colour, or one like it that is light enough to be read on black.

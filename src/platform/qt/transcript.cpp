@@ -18,7 +18,7 @@ namespace larkspin {
 namespace {
 
 constexpr int documentMargin = 6; // in pixels, as those below
-constexpr int hangingIndent = 18; // of the lines behind the first one
+constexpr int hangingIndent = 18; // of the lines after the first one
 constexpr int betweenLines = 3;
 constexpr std::string_view cutMark = "\u2026";
 

@@ -15,7 +15,7 @@ inline constexpr int rowsPerPage = 20;
 // The window's name, then a line per control as "window.control: kind text", without those that are
 // hidden or cut off by the window's edge. A list is followed by the rows of one page, counted from
 // 1 like the pages: "12 row", with ">" in front for the current row and "*" for a selected one.
-// Pages behind the first hold the lists alone; past its last page a list shows no rows.
+// Pages after the first hold the lists alone; past its last page a list shows no rows.
 std::vector<std::string> windowLines(const Window& window, int page);
 
 // The menu's name, then a line per entry as "name: caption", set in by its depth, with "(checked)"

@@ -123,7 +123,7 @@ void LineEditor::endLine() {
     }
     library_->strike("\n");
     library_->begin();
-    if (holdsBehind_(line)) {
+    if (holdsAfter_(line)) {
         isHeld_ = true;
         loop_.unwatch(STDIN_FILENO);
     }

@@ -44,9 +44,9 @@ public:
     void takeSecret(const std::string& prompt, Secret secret);
     void dropSecret();
 
-    // Behind such a line keys wait for `goOn`: what they type may be a secret.
-    void holdBehind(std::function<bool(const std::string& line)> line) {
-        holdsBehind_ = std::move(line);
+    // After such a line keys wait for `goOn`: what they type may be a secret.
+    void holdAfter(std::function<bool(const std::string& line)> line) {
+        holdsAfter_ = std::move(line);
     }
     void goOn();
 
@@ -79,7 +79,7 @@ private:
     std::unique_ptr<EditLibrary> library_;
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const std::string&)> onLine_ = [](const std::string&) {};
-    std::function<bool(const std::string&)> holdsBehind_ = [](const std::string&) { return false; };
+    std::function<bool(const std::string&)> holdsAfter_ = [](const std::string&) { return false; };
     std::string prompt_;
     Secret secret_; // while it is asked for
     std::string typedSecret_;

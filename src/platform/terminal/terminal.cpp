@@ -81,7 +81,7 @@ void Terminal::openEditor(PollLoop& loop) {
         return;
     screen.aroundTypedLine([this] { editor_->hide(); }, [this] { editor_->show(); });
     loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
-    editor_->holdBehind(&IrcWords::asksPassword);
+    editor_->holdAfter(&IrcWords::asksPassword);
     password_.editBy(*editor_);
 }
 

@@ -74,7 +74,7 @@ void TerminalCommands::addOtherWords(std::vector<SlashWord> roomWords,
     const auto now = [say = std::move(say)](std::string_view rest) {
         if (rest.empty())
             return false;
-        say(textBehind(rest));
+        say(textAfter(rest));
         return true;
     };
     const auto quit = [this](std::string_view) {
@@ -193,7 +193,7 @@ bool TerminalCommands::set(std::string_view rest) {
     const auto target = findControl(name);
     if (!target)
         return true;
-    const std::string value = textBehind(rest);
+    const std::string value = textAfter(rest);
     if (target->control.kind == Kind::slider)
         setSlider(*target, value);
     else if (target->control.kind == Kind::combo)

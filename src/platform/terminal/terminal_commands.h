@@ -38,7 +38,7 @@ public:
 private:
     struct Target { // a control that is shown
         Window& window;
-        const Control& control; // not to be touched behind an event
+        const Control& control; // not to be touched after an event
         std::string name;
         std::string shownName;
     };
@@ -48,7 +48,7 @@ private:
     void addOtherWords(std::vector<SlashWord> roomWords,
                        std::function<void(const std::string& line)> say);
 
-    // Each takes what stands behind its word, and is false when it makes no sense of that.
+    // Each takes what stands after its word, and is false when it makes no sense of that.
     bool windows(std::string_view rest);
     bool show(std::string_view rest);
     bool click(std::string_view rest);

@@ -1,7 +1,7 @@
 // The lines that the owner types or a script sends, on their way to whoever takes them: the room,
 // a question that waits for its answer, or the front end itself, whose own words act at once.
 //
-// Lines are never put out of their order: one that has to wait holds up those behind it.
+// Lines are never put out of their order: one that has to wait holds up those after it.
 #pragma once
 
 #include "platform/posix/poll_loop.h"
@@ -26,7 +26,7 @@ public:
         // Whether a line waits for no other one's work and answers no question.
         std::function<bool(const std::string& line)> actsAtOnce;
         std::function<void(const std::string& line)> take;
-        Task ended; // once, behind the last line
+        Task ended; // once, after the last line
     };
 
     // Until this call lines wait, but for answers.

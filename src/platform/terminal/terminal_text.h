@@ -10,7 +10,7 @@ namespace larkspin {
 // On one line whatever it holds, without markup: a name.
 std::string shownName(std::string_view name);
 
-// Line breaks stay, and the lines behind one are set in, so that none of them opens at the edge.
+// Line breaks stay, and the lines after one are set in, so that none of them opens at the edge.
 std::string shownText(std::string_view text);
 
 // The same with the chat client's markup, for a terminal that shows bold, underline, italics and

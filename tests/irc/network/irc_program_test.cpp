@@ -49,7 +49,7 @@ protected:
         EXPECT_NE(person.hears(" 366 "), "");
         return person;
     }
-    // What is said there next, as it stands on the wire behind the channel.
+    // What is said there next, as it stands on the wire after the channel.
     static std::string said(IrcPerson& listener) {
         const std::string line = listener.hears("PRIVMSG #den :", patience);
         return line.substr(std::min(line.find(" :"), line.size() - 2) + 2);
