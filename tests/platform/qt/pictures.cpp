@@ -1,6 +1,6 @@
 // Takes a picture of every window of a program with something in it: desktop_pictures
 // DIRECTORY [ENDING].
-#include "desktop/desk.h"
+#include "platform/qt/desk.h"
 #include "platform/qt/looks.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
