@@ -1,10 +1,10 @@
 // Any bytes from a server: lines don't depend on how they arrive, what was read is written and read
 // the same, people are listed once each, and nothing that is sent holds more than a line.
 #include "fuzz/fuzz.h"
-#include "platform/irc/irc_channel.h"
-#include "platform/irc/irc_input.h"
-#include "platform/irc/irc_message.h"
-#include "platform/irc/irc_registration.h"
+#include "irc/channels/irc_channel.h"
+#include "irc/connection/irc_registration.h"
+#include "irc/protocol/irc_input.h"
+#include "irc/protocol/irc_message.h"
 
 #include <set>
 

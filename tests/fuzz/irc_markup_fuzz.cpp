@@ -2,9 +2,9 @@
 // all programs know goes out, in pieces of which none is too long.
 #include "chat/markup.h"
 #include "fuzz/fuzz.h"
-#include "platform/irc/irc_codes.h"
-#include "platform/irc/irc_markup.h"
-#include "platform/irc/irc_pieces.h"
+#include "irc/protocol/irc_codes.h"
+#include "irc/protocol/irc_markup.h"
+#include "irc/protocol/irc_pieces.h"
 #include "text/utf8.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // A running program whose owner sits in a room on a pretended IRC server.
 #pragma once
 
-#include "platform/irc/rooms.h"
+#include "irc/client/current_room.h"
 #include "support/pretend_irc.h"
 #include "support/virtual_machine.h"
 
@@ -59,8 +59,8 @@ public:
                                 ++answers;
                             }};
     OwnRoom own{lines, "Login", display};
-    IrcRoom irc{loop, lines, server, display};
-    Rooms rooms{own, irc};
+    IrcClient irc{loop, lines, server, display};
+    CurrentRoom rooms{own, irc};
     std::string seen;
     int answers = 0; // of all messages, those that the owner has asked for
 };

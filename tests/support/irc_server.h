@@ -1,6 +1,6 @@
 // A real IRC server (ngircd) in a network of the test process's own, and people on it.
 //
-// The test belongs into tests/irc/network/, whose main enters that network (own_network.h). It
+// The test belongs into tests/platform/irc/, whose main enters that network (own_network.h). It
 // begins with `if (!isAlone()) GTEST_SKIP() << …;`, makes a `LocalIrcServer`, and lets whatever it
 // tests connect to 127.0.0.1 or "irc.test", at `plainPort` or, with TLS, `encryptedPort`. The
 // ports are fixed: each test process has them for itself, so that tests may run side by side. A

@@ -2,7 +2,7 @@
 // servers do, says what a test gives it, line by line, and may be lost, refuse or go silent.
 #pragma once
 
-#include "platform/irc/irc_connection.h"
+#include "irc/connection/irc_connection.h"
 
 #include <algorithm>
 #include <functional>

@@ -5,7 +5,7 @@
 // Whether a silent server is still there is for the protocol to find out.
 #pragma once
 
-#include "platform/irc/irc_connection.h"
+#include "irc/connection/irc_connection.h"
 
 #include <memory>
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "host/slash_words.h"
-#include "platform/irc/all_rooms.h"
-#include "platform/irc/password_prompt.h"
+#include "irc/client/all_rooms.h"
+#include "irc/client/password_prompt.h"
 #include "platform/posix/line_history.h"
 #include "platform/qt/room_window.h"
 #include "shell/data_directory.h"

@@ -3,7 +3,7 @@
 // on it; and the rooms.
 #pragma once
 
-#include "platform/irc/all_rooms.h"
+#include "irc/client/all_rooms.h"
 #include "platform/posix/line_history.h"
 #include "platform/terminal/line_editor.h"
 #include "platform/terminal/line_reader.h"

@@ -2,7 +2,7 @@
 // shows by itself what is typed is told not to meanwhile.
 #pragma once
 
-#include "platform/irc/password_prompt.h"
+#include "irc/client/password_prompt.h"
 
 namespace larkspin {
 

@@ -1,0 +1,69 @@
+#include "irc/channels/irc_bans.h"
+
+#include "irc/protocol/irc_names.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// After these signs stands something else than a nick: "$a:account", "~q:bob!*@*".
+constexpr std::string_view noNick = "*?$~:";
+
+std::string_view rowOf(std::string_view mask) {
+    const auto nick = mask.substr(0, mask.find('!'));
+    const bool isAboutNick =
+        nick.size() < mask.size() && !nick.empty() && nick.find_first_of(noNick) == nick.npos;
+    return isAboutNick ? nick : mask;
+}
+
+} // namespace
+
+bool IrcBans::add(std::string_view mask, const IrcFeatures& features) {
+    if (mask.empty() || mask.size() > longestMask || bans_.size() == most)
+        return false;
+    std::string folded = features.fold(mask);
+    if (std::ranges::find(bans_, folded, &Ban::foldedMask) != bans_.end())
+        return false;
+    const std::string_view row = rowOf(mask);
+    bans_.push_back({std::string(mask), std::string(row), std::move(folded), features.fold(row)});
+    isOld_ = true;
+    return true;
+}
+
+bool IrcBans::remove(std::string_view mask, const IrcFeatures& features) {
+    const auto found = std::ranges::find(bans_, features.fold(mask), &Ban::foldedMask);
+    if (found == bans_.end())
+        return false;
+    bans_.erase(found);
+    isOld_ = true;
+    return true;
+}
+
+const RowList& IrcBans::rows() const {
+    if (!std::exchange(isOld_, false))
+        return rows_;
+    std::vector<Row> rows;
+    std::unordered_set<std::string_view> known;
+    for (const Ban& ban : bans_)
+        if (known.insert(ban.foldedRow).second)
+            rows.emplace_back(ban.row);
+    rows_.assign(rows);
+    return rows_;
+}
+
+std::vector<std::string> IrcBans::masksOf(std::string_view row) const {
+    std::vector<std::string> masks;
+    const auto named = std::ranges::find(bans_, row, &Ban::row);
+    if (named == bans_.end())
+        return masks;
+    for (const Ban& ban : bans_)
+        if (ban.foldedRow == named->foldedRow)
+            masks.push_back(ban.mask);
+    return masks;
+}
+
+} // namespace larkspin

@@ -1,0 +1,64 @@
+// A channel that the owner is in, or would be in: its people with their ranks, whom it keeps out,
+// its topic. It follows what the server tells.
+#pragma once
+
+#include "irc/channels/irc_bans.h"
+#include "irc/channels/irc_name_list.h"
+#include "irc/protocol/irc_names.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+struct IrcMessage;
+
+class IrcChannel {
+public:
+    explicit IrcChannel(std::string name) : name_(std::move(name)) {}
+
+    const std::string& name() const { return name_; } // as the server writes it
+    const std::string& topic() const { return topic_; }
+
+    // In the order in which they were told of; names alone. No more than a list can hold: who comes
+    // beyond that isn't listed.
+    const RowList& people() const { return people_.rows(); }
+
+    // Whom bans keep out: the nick where a mask is about a nick ("bob!*@*"), otherwise the mask.
+    const RowList& ejected() const { return bans_.rows(); }
+    std::vector<std::string> masksOf(std::string_view ejectedRow) const {
+        return bans_.masksOf(ejectedRow);
+    }
+
+    bool contains(std::string_view nick, const IrcFeatures& features) const;
+
+    // The signs of somebody's ranks, the highest one first; blank for none.
+    std::string ranks(std::string_view nick, const IrcFeatures& features) const;
+
+    // Whether that person may put others out: one of the ranks q, a, o, h.
+    bool mayEject(std::string_view nick, const IrcFeatures& features) const;
+
+    // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, 332, 353/366, 367/368, 331. True when it was about
+    // this channel and changed something that shows.
+    bool take(const IrcMessage& message, const IrcFeatures& features);
+
+private:
+    bool isThis(std::string_view name, const IrcFeatures& features) const;
+    bool takeNews(const IrcMessage& message, const IrcFeatures& features);
+    bool takeNumber(const IrcMessage& message, const IrcFeatures& features);
+    bool takeNames(std::string_view names, const IrcFeatures& features);
+    bool takeName(std::string_view word, const IrcFeatures& features);
+    bool takeModes(const IrcMessage& message, const IrcFeatures& features);
+    bool come(std::string_view nick, std::uint64_t ranks, const IrcFeatures& features);
+    bool setRanks(const std::string& folded, std::uint64_t ranks);
+    bool setTopic(std::string_view topic);
+
+    std::string name_, topic_;
+    IrcNameList people_;
+    IrcBans bans_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,49 @@
+#include "irc/channels/irc_channels.h"
+
+namespace larkspin {
+
+IrcChannels::Place* IrcChannels::find(std::string_view name, const IrcFeatures& features) {
+    const std::string folded = features.fold(name);
+    for (Place& place : places_)
+        if (features.fold(place.channel.name()) == folded)
+            return &place;
+    return nullptr;
+}
+
+IrcChannels::Place* IrcChannels::add(const std::string& name, const IrcFeatures& features) {
+    if (Place* const known = find(name, features)) {
+        *known = {.channel = IrcChannel(name)};
+        return known;
+    }
+    if (places_.size() == most)
+        return nullptr;
+    return &places_.emplace_back(Place{.channel = IrcChannel(name)});
+}
+
+void IrcChannels::remove(const Place& place) {
+    const auto index = static_cast<std::size_t>(&place - places_.data());
+    places_.erase(places_.begin() + static_cast<std::ptrdiff_t>(index));
+    if (index == current_)
+        current_ = places_.empty() ? 0 : places_.size() - 1;
+    else if (index < current_)
+        --current_;
+    if (here())
+        here()->unseen = 0;
+}
+
+void IrcChannels::clear() {
+    places_.clear();
+    current_ = 0;
+}
+
+void IrcChannels::enter(const Place& place) {
+    current_ = static_cast<std::size_t>(&place - places_.data());
+    here()->unseen = 0;
+}
+
+void IrcChannels::take(const IrcMessage& message, const IrcFeatures& features) {
+    for (Place& place : places_)
+        place.channel.take(message, features);
+}
+
+} // namespace larkspin

@@ -1,0 +1,51 @@
+// The channels that the owner is in, one of which is the room. They have numbers, from 1, in the
+// order in which he came in.
+#pragma once
+
+#include "irc/channels/irc_channel.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+class IrcChannels {
+public:
+    static constexpr std::size_t most = 100;
+
+    struct Place {
+        IrcChannel channel;
+        int unseen = 0;             // lines, while another one was the room
+        bool wereBansAsked = false; // for the list of them; changes are told unasked
+    };
+
+    // The room; none while the owner is in no channel.
+    Place* here() { return places_.empty() ? nullptr : &places_[current_]; }
+    const Place* here() const { return places_.empty() ? nullptr : &places_[current_]; }
+    bool isHere(const Place* place) const { return place && place == here(); }
+
+    Place* find(std::string_view name, const IrcFeatures& features);
+    const std::vector<Place>& all() const { return places_; }
+    int numberOf(const Place& place) const { return static_cast<int>(&place - places_.data()) + 1; }
+
+    // A channel that he comes into; the first one is the room. None when there are too many. Coming
+    // in once more makes it anew, under its number.
+    Place* add(const std::string& name, const IrcFeatures& features);
+
+    // One that he leaves. When that was the room, the last one of the others is it.
+    void remove(const Place& place);
+    void clear();
+
+    void enter(const Place& place);
+
+    // Everything that is told of channels and people.
+    void take(const IrcMessage& message, const IrcFeatures& features);
+
+private:
+    std::vector<Place> places_;
+    std::size_t current_ = 0;
+};
+
+} // namespace larkspin

@@ -1,0 +1,202 @@
+#include "irc/channels/irc_joining.h"
+
+#include "irc/connection/irc_session.h"
+#include "irc/protocol/irc_message.h"
+#include "text/blanks.h"
+#include "text/visible.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t longestChannel = 200, longestList = 400;
+
+// Whatever it is: there are many reasons, and servers have numbers of their own for some.
+bool isRefusal(std::string_view command) {
+    return command.size() == 3 && (command[0] == '4' || command[0] == '5');
+}
+
+} // namespace
+
+bool endsIrcName(char byte) {
+    return static_cast<unsigned char>(byte) <= ' ' || byte == ',';
+}
+
+std::vector<std::string> ircLists(const std::vector<std::string>& names) {
+    std::vector<std::string> lists;
+    for (const std::string& name : names)
+        if (lists.empty() || lists.back().size() + 1 + name.size() > longestList)
+            lists.push_back(name);
+        else
+            lists.back().append(1, ',').append(name);
+    return lists;
+}
+
+std::optional<std::string> IrcJoining::channelNamed(std::string_view given) const {
+    const std::string_view trimmed = withoutBlanks(given);
+    if (trimmed.empty())
+        return std::nullopt;
+    std::string name(session_.features().isChannel(trimmed) ? "" : "#");
+    name += trimmed;
+    if (name.size() <= longestChannel && std::ranges::none_of(name, endsIrcName))
+        return name;
+    events_.tell("a room's name is short and has no blanks or commas");
+    return std::nullopt;
+}
+
+void IrcJoining::beginWith(const std::string& given) {
+    wanted_.clear();
+    keys_.clear();
+    entering_ = channelNamed(given).value_or("");
+    if (!entering_.empty())
+        want(entering_);
+}
+
+void IrcJoining::welcomed() {
+    request(wanted_);
+}
+
+// The first room that he comes into will be the room: it is asked for before the others that he was
+// on his way into.
+void IrcJoining::lost() {
+    if (entering_.empty() && channels_.here())
+        entering_ = channels_.here()->channel.name();
+    for (const IrcChannels::Place& place : channels_.all())
+        want(place.channel.name());
+    std::stable_partition(wanted_.begin(), wanted_.end(), [&](const std::string& name) {
+        return session_.isSame(name, entering_);
+    });
+}
+
+bool IrcJoining::want(const std::string& channel) {
+    wantNoMore(channel);
+    if (wanted_.size() >= IrcChannels::most)
+        return false;
+    wanted_.push_back(channel);
+    return true;
+}
+
+void IrcJoining::wantNoMore(std::string_view channel) {
+    std::erase_if(wanted_, [&](const std::string& name) { return session_.isSame(name, channel); });
+}
+
+// The last one that was given; blank for none.
+std::string IrcJoining::keyOf(std::string_view channel) const {
+    const auto found = std::ranges::find_if(
+        keys_, [&](const auto& key) { return session_.isSame(key.first, channel); });
+    return found == keys_.end() ? std::string() : found->second;
+}
+
+// In this order, since the first one may become the room.
+void IrcJoining::request(const std::vector<std::string>& channels) {
+    std::vector<std::string> keyless;
+    const auto requestThose = [&] {
+        for (const std::string& list : ircLists(std::exchange(keyless, {})))
+            session_.request("JOIN", {list});
+    };
+    for (const std::string& channel : channels) {
+        const std::string key = keyOf(channel);
+        if (key.empty()) {
+            keyless.push_back(channel);
+            continue;
+        }
+        requestThose();
+        session_.request("JOIN", {channel, key});
+    }
+    requestThose();
+}
+
+void IrcJoining::join(const std::string& given, const std::string& key, bool enters) {
+    const auto name = channelNamed(given);
+    if (!name)
+        return;
+    if (const auto* const place = channels_.find(*name, session_.features()))
+        return enter(*place);
+    if (!session_.isOn())
+        return events_.tell("you are not connected");
+    if (channels_.all().size() >= IrcChannels::most || !want(*name))
+        return events_.tell("there are too many rooms");
+    if (!key.empty())
+        keys_.insert(keys_.begin(), {*name, key});
+    if (enters)
+        entering_ = *name;
+    if (session_.isWelcomed())
+        request({*name});
+}
+
+void IrcJoining::enter(int number) {
+    if (number < 1 || std::cmp_greater(number, channels_.all().size()))
+        return events_.tell("there is no room " + std::to_string(number));
+    enter(channels_.all()[static_cast<std::size_t>(number) - 1]);
+}
+
+void IrcJoining::enter(const IrcChannels::Place& place) {
+    entering_.clear();
+    channels_.enter(place);
+    events_.tell("you are in " + visibleName(place.channel.name()));
+    events_.newRoom();
+}
+
+void IrcJoining::leave(const std::string& farewell) {
+    if (channels_.here()) {
+        // after what he has typed in it
+        session_.send(IrcOutgoing::Kind::typed,
+                      ircLine("PART", {channels_.here()->channel.name(), farewell}));
+        return;
+    }
+    wantNoMore(std::exchange(entering_, {}));
+    events_.tell("you are in no room");
+}
+
+void IrcJoining::cameIn(const std::string& channel) {
+    wantNoMore(channel);
+    const bool isFirst = !channels_.here();
+    const auto* const place = channels_.add(channel, session_.features());
+    if (!place) {
+        events_.tell("there are too many rooms");
+        session_.request("PART", {channel});
+    } else if (isFirst || session_.isSame(entering_, channel)) {
+        enter(*place);
+    } else if (!channels_.isHere(place)) {
+        events_.tell(visibleName(channel) + " is room " +
+                     std::to_string(channels_.numberOf(*place)));
+    }
+}
+
+void IrcJoining::take(const IrcMessage& message) {
+    const std::string& command = message.command;
+    if (command == "PART" && session_.isSelf(message.nick()))
+        left(message.parameter(0));
+    else if (command == "KICK" && session_.isSelf(message.parameter(1)))
+        left(message.parameter(0));
+    else if (isRefusal(command))
+        refused(message.parameter(1));
+}
+
+void IrcJoining::refused(std::string_view channel) {
+    wantNoMore(channel);
+    if (session_.isSame(entering_, channel))
+        entering_.clear();
+}
+
+void IrcJoining::left(std::string_view channel) {
+    const auto* const place = channels_.find(channel, session_.features());
+    if (!place)
+        return;
+    const bool wasHere = channels_.isHere(place);
+    const std::string name = place->channel.name();
+    events_.tell("you have left " + visibleName(name));
+    session_.dropFor(name);
+    channels_.remove(*place);
+    if (!wasHere)
+        return;
+    if (channels_.here())
+        return enter(*channels_.here());
+    events_.tell("you are in no room");
+    events_.newRoom();
+}
+
+} // namespace larkspin

@@ -1,0 +1,83 @@
+#include "irc/channels/irc_name_list.h"
+
+#include <utility>
+
+namespace larkspin {
+
+bool IrcNameList::add(const std::string& folded, std::string_view name) {
+    if (name.empty() || name.size() > longestName || entries_.size() == RowList::limit)
+        return false;
+    if (!entries_.try_emplace(folded, Entry{places_.size()}).second)
+        return false;
+    places_.emplace_back(name);
+    isOld_ = true;
+    return true;
+}
+
+bool IrcNameList::remove(const std::string& folded) {
+    const auto found = entries_.find(folded);
+    if (found == entries_.end())
+        return false;
+    places_[found->second.place] = {};
+    entries_.erase(found);
+    isOld_ = true;
+    closeGaps();
+    return true;
+}
+
+bool IrcNameList::rename(const std::string& folded, const std::string& newFolded,
+                         std::string_view newName) {
+    if (!entries_.contains(folded))
+        return false;
+    if (newName.empty() || newName.size() > longestName)
+        return remove(folded);
+    if (folded != newFolded)
+        remove(newFolded);
+    auto entry = entries_.extract(folded);
+    entry.key() = newFolded;
+    places_[entry.mapped().place] = Row(newName);
+    entries_.insert(std::move(entry));
+    isOld_ = true;
+    return true;
+}
+
+// Only when most of it is gaps, so that it costs little for each that has left.
+void IrcNameList::closeGaps() {
+    if (places_.size() <= 2 * entries_.size() + 64)
+        return;
+    std::vector<Entry*> inOrder(places_.size());
+    for (auto& [folded, entry] : entries_)
+        inOrder[entry.place] = &entry;
+    std::vector<Row> closed;
+    closed.reserve(entries_.size());
+    for (Entry* const entry : inOrder)
+        if (entry) {
+            closed.push_back(std::move(places_[entry->place]));
+            entry->place = closed.size() - 1;
+        }
+    places_ = std::move(closed);
+}
+
+std::uint64_t* IrcNameList::ranks(const std::string& folded) {
+    const auto found = entries_.find(folded);
+    return found == entries_.end() ? nullptr : &found->second.ranks;
+}
+
+const std::uint64_t* IrcNameList::ranks(const std::string& folded) const {
+    const auto found = entries_.find(folded);
+    return found == entries_.end() ? nullptr : &found->second.ranks;
+}
+
+const RowList& IrcNameList::rows() const {
+    if (!std::exchange(isOld_, false))
+        return rows_;
+    std::vector<Row> names;
+    names.reserve(entries_.size());
+    for (const Row& row : places_)
+        if (!row.text().empty())
+            names.push_back(row);
+    rows_.assign(names);
+    return rows_;
+}
+
+} // namespace larkspin

@@ -1,0 +1,33 @@
+#include "irc/client/all_rooms.h"
+
+#include "host/name_completion.h"
+
+#include <utility>
+
+namespace larkspin {
+
+AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
+                   PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
+                   const std::string& screenName, const RoomDisplay& shown)
+    : file_(files, directory.ircFile()), own(lines, screenName, shown),
+      irc(loop, lines, connection, followed(shown)),
+      words(loop, own, irc, prompt, file_, [shown](const std::string& text) { shown.tell(text); }) {
+}
+
+RoomDisplay AllRooms::followed(RoomDisplay shown) {
+    shown.changed = [this, changed = std::move(shown.changed)] {
+        words.roomChanged();
+        changed();
+    };
+    return shown;
+}
+
+Completion AllRooms::completionOf(std::string_view typed, const SlashWords& slashWords,
+                                  const Complete& others) const {
+    if (SlashWords::isBegun(typed))
+        return slashWords.completionOf(typed);
+    Completion found = SlashWords::isMeantForIt(typed) ? Completion() : others(typed);
+    return found.text.empty() ? completionOfNames(room, typed) : found;
+}
+
+} // namespace larkspin

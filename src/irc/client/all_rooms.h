@@ -1,0 +1,46 @@
+// All rooms that a front end offers, put together: the owner's own and those on a network, the
+// words by which he gets about, and what is kept of it.
+#pragma once
+
+#include "host/slash_words.h"
+#include "irc/client/current_room.h"
+#include "irc/client/irc_account.h"
+#include "irc/client/irc_words.h"
+#include "shell/data_directory.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class AllRooms {
+public:
+    // All must live on. Lines said in the rooms come in through `lines`.
+    AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection, PasswordPrompt& prompt,
+             KeptFiles& files, const DataDirectory& directory, const std::string& screenName,
+             const RoomDisplay& shown);
+
+    // What Tab makes of a line: of a word with a slash, of what a program completes, or of a name.
+    using Complete = std::function<Completion(std::string_view typed)>;
+    Completion completionOf(std::string_view typed, const SlashWords& words,
+                            const Complete& others) const;
+
+    // As the process ends.
+    void finish() {
+        words.follow();
+        irc.finish();
+    }
+
+private:
+    RoomDisplay followed(RoomDisplay shown);
+    IrcAccountFile file_;
+
+public:
+    OwnRoom own;
+    IrcClient irc;
+    CurrentRoom room{own, irc}; // the one that the owner is in
+    IrcWords words;
+};
+
+} // namespace larkspin

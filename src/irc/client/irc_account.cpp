@@ -1,0 +1,195 @@
+#include "irc/client/irc_account.h"
+
+#include "shell/kept_files.h"
+#include "text/characters.h"
+#include "text/number.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t largestFile = 10'000, longestHost = 255, longestWord = 200;
+constexpr std::size_t longestPassword = 500;
+constexpr std::uint16_t portByTls = 6697, plainPort = 6667;
+
+// One line of the file. False for a value that makes no sense.
+bool take(IrcAccount& account, std::string_view key, std::string_view value) {
+    const auto text = [&](std::string& field, bool canBe) {
+        field = value;
+        return canBe || value.empty();
+    };
+    const auto yes = [&](bool& field) {
+        field = value == "yes";
+        return field || value == "no";
+    };
+    if (key == "server")
+        return text(account.server.host, canBeIrcHost(value));
+    if (key == "tls")
+        return yes(account.server.encrypted);
+    if (key == "nick")
+        return text(account.nick, canBeIrcNick(value));
+    if (key == "room")
+        return text(account.room, canBeIrcWord(value));
+    if (key == "connect")
+        return yes(account.isWanted);
+    if (key == "login server")
+        return text(account.loginHost, canBeIrcHost(value));
+    if (key == "login")
+        return text(account.user, canBeIrcWord(value));
+    if (key == "password") {
+        account.keepsPassword = true;
+        return text(account.password, canBeIrcPassword(value));
+    }
+    if (key == "port" || key == "lines a minute") {
+        const bool isPort = key == "port";
+        const auto number = plainNumber(value, isPort, isPort ? 65535 : mostLinesPerMinute);
+        if (isPort)
+            account.server.port = static_cast<std::uint16_t>(number.value_or(0));
+        else
+            account.linesPerMinute = number.value_or(0);
+        return number.has_value();
+    }
+    return true;
+}
+
+IrcAccount read(std::string_view contents) {
+    IrcAccount account;
+    if (constexpr std::string_view mark = "\xEF\xBB\xBF"; contents.starts_with(mark))
+        contents.remove_prefix(mark.size()); // an editor's
+    bool isLoginWhole = true; // else the password could go to another host, or for another account
+    while (!contents.empty()) {
+        std::string_view line = contents.substr(0, contents.find('\n'));
+        contents.remove_prefix(std::min(line.size() + 1, contents.size()));
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        const auto equals = line.find('=');
+        if (equals == line.npos)
+            continue;
+        IrcAccount more = account;
+        const std::string_view key = line.substr(0, equals);
+        if (take(more, key, line.substr(equals + 1)))
+            account = std::move(more);
+        else
+            isLoginWhole = isLoginWhole && !key.starts_with("login") && key != "password";
+    }
+    const bool isWhole = !account.server.host.empty() && !account.nick.empty();
+    account.isWanted = account.isWanted && isWhole;
+    if (!isLoginWhole) {
+        account.loginHost = account.user = account.password = "";
+        account.keepsPassword = false;
+    }
+    return account;
+}
+
+std::string textOf(const IrcAccount& account) {
+    std::string text;
+    const auto line = [&text](const char* key, const std::string& value) {
+        if (!value.empty())
+            text.append(key).append("=").append(value).append("\n");
+    };
+    const auto yes = [](bool is) { return std::string(is ? "yes" : "no"); };
+    if (!account.server.host.empty()) {
+        line("server", account.server.host);
+        line("port", std::to_string(account.server.port));
+        line("tls", yes(account.server.encrypted));
+        line("nick", account.nick);
+        line("room", account.room);
+        line("connect", yes(account.isWanted));
+    }
+    if (!account.user.empty()) {
+        line("login server", account.loginHost);
+        line("login", account.user);
+        line("password", account.keepsPassword ? account.password : "");
+    }
+    if (account.linesPerMinute > 0)
+        line("lines a minute", std::to_string(account.linesPerMinute));
+    return text;
+}
+
+void addWhatIsLacking(IrcAccount& account, const IrcAccount& other) {
+    if (account.server.host.empty()) {
+        account.server = other.server;
+        account.nick = other.nick;
+        account.room = other.room;
+        account.isWanted = other.isWanted;
+    }
+    if (account.user.empty()) {
+        account.loginHost = other.loginHost;
+        account.user = other.user;
+        account.password = other.password;
+        account.keepsPassword = other.keepsPassword;
+    }
+    if (account.linesPerMinute == 0)
+        account.linesPerMinute = other.linesPerMinute;
+}
+
+} // namespace
+
+bool canBeIrcHost(std::string_view host) {
+    constexpr std::string_view others = "[]/@ ";
+    return !host.empty() && host.size() <= longestHost && !hasControls(host) &&
+           host.find_first_of(others) == host.npos;
+}
+
+bool canBeIrcNick(std::string_view nick) {
+    constexpr std::string_view noFirst = ":#&+$", others = "!@*?";
+    return canBeIrcWord(nick) && noFirst.find(nick.front()) == noFirst.npos &&
+           nick.find_first_of(others) == nick.npos;
+}
+
+bool canBeIrcWord(std::string_view word) {
+    return !word.empty() && word.size() <= longestWord && !hasControls(word) &&
+           word.find_first_of(" ,") == word.npos;
+}
+
+bool canBeIrcPassword(std::string_view password) {
+    return !password.empty() && password.size() <= longestPassword && !hasControls(password);
+}
+
+std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted) {
+    IrcServer server{"", encrypted ? portByTls : plainPort, encrypted};
+    if (text.starts_with('[')) {
+        const auto end = text.find(']');
+        if (end == text.npos)
+            return std::nullopt;
+        server.host = text.substr(1, end - 1);
+        text.remove_prefix(end + 1);
+    } else {
+        server.host = text.substr(0, text.find(':'));
+        text.remove_prefix(server.host.size());
+    }
+    if (!canBeIrcHost(server.host))
+        return std::nullopt;
+    if (text.empty())
+        return server;
+    const auto port = plainNumber(text.substr(1), 1, 65535);
+    if (text.front() != ':' || !port)
+        return std::nullopt;
+    server.port = static_cast<std::uint16_t>(*port);
+    return server;
+}
+
+IrcAccountFile::IrcAccountFile(KeptFiles& files, std::string path)
+    : files_(files), path_(std::move(path)), account_(load()) {}
+
+IrcAccount IrcAccountFile::load() {
+    const FileRead file = files_.read(path_, largestFile);
+    isRead_ = !file.failed();
+    IrcAccount account = read(file.contents);
+    written_ = textOf(account);
+    return account;
+}
+
+void IrcAccountFile::keep(IrcAccount account) {
+    if (!isRead_)
+        addWhatIsLacking(account, load());
+    account_ = std::move(account);
+    std::string text = textOf(account_);
+    if (text != written_ && files_.replace(path_, text))
+        written_ = std::move(text);
+}
+
+} // namespace larkspin

@@ -1,0 +1,365 @@
+#include "irc/client/irc_client.h"
+
+#include "host/client_addresses.h"
+#include "host/room_words.h"
+#include "irc/protocol/irc_message.h"
+#include "irc/talk/irc_news.h"
+#include "text/blanks.h"
+#include "text/fold.h"
+#include "text/visible.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::string usualFarewell = "larkspin flies off";
+
+// What the server says by number it says to the owner's own words.
+bool isNumber(std::string_view command) {
+    return !command.empty() && command.front() >= '0' && command.front() <= '9';
+}
+
+} // namespace
+
+IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
+                     RoomDisplay shown)
+    : loop_(loop), lines_(lines), shown_(std::move(shown)),
+      session_(loop, connection,
+               {.welcomed =
+                    [this] {
+                        tell("you are " + visibleName(ownName()) + " on " + visibleName(name()));
+                        joining_.welcomed();
+                        shown_.changed();
+                    },
+                .message = [this](const IrcMessage& message) { take(message); },
+                .lost = [this] { lost(); },
+                .tell = [this](const std::string& text) { tell(plainText(text)); }}),
+      joining_(session_, channels_,
+               {.tell = [this](const std::string& text) { tell(text); },
+                .newRoom = [this] { newRoom(); }}),
+      hearing_(loop, lines, shown_, session_, channels_, people_),
+      speech_(loop, session_,
+              [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }),
+      pacing_(loop, session_.outgoing()) {}
+
+const IrcChannel* IrcClient::here() const {
+    const Place* const place = channels_.here();
+    return place ? &place->channel : nullptr;
+}
+
+bool IrcClient::tellWithoutRoom() const {
+    if (!here())
+        tell(session_.isWelcomed() ? "you are in no room" : "you are not connected");
+    return !here();
+}
+
+IrcClient::State IrcClient::state() const {
+    if (!isOn_)
+        return State::disconnected;
+    if (!session_.isOn())
+        return State::signedOff;
+    if (!session_.isWelcomed())
+        return State::connecting;
+    return here() ? State::joined : State::connected;
+}
+
+void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
+                        const std::string& channel) {
+    endSession();
+    if (server.host != session_.server().host)
+        people_.ignoreNobody();
+    forgetRooms();
+    joining_.beginWith(channel);
+    isOn_ = true;
+    tell("connecting to " + visibleName(server.host));
+    session_.connect(server, identity);
+    shown_.changed();
+}
+
+void IrcClient::disconnect() {
+    const bool wasThere = state() != State::connecting;
+    if (!std::exchange(isOn_, false))
+        return;
+    endSession();
+    forgetRooms();
+    tell((wasThere ? "you have left " : "no longer connecting to ") +
+         visibleName(session_.server().host));
+    shown_.changed();
+}
+
+void IrcClient::sendHostKeys(const std::string& keys) {
+    if (keys != signOffKeys || !session_.isOn())
+        return;
+    endSession();
+    forgetRooms();
+    tell("you are signed off");
+    shown_.changed();
+}
+
+void IrcClient::endSession() {
+    sendFarewell();
+    session_.end(usualFarewell);
+}
+
+// What the event at work has said is about the end. Nothing else that waits is said any more.
+void IrcClient::sendFarewell() {
+    if (session_.isWelcomed() && pacing_.hasSpoken())
+        session_.outgoing().sendLast(IrcOutgoing::Kind::said);
+}
+
+void IrcClient::finish() {
+    sendFarewell();
+    std::vector<std::string> names;
+    for (const Place& place : channels_.all())
+        names.push_back(place.channel.name());
+    std::string lines;
+    for (const std::string& list : ircLists(names))
+        lines += ircLine("PART", {list, usualFarewell});
+    session_.finish(lines + ircLine("QUIT", {usualFarewell}));
+}
+
+void IrcClient::lost() {
+    joining_.lost();
+    forgetRooms();
+    shown_.changed();
+}
+
+void IrcClient::forgetRooms() {
+    channels_.clear();
+    speech_.clear();
+    clock_.close();
+    handles_.showNewRoom();
+}
+
+void IrcClient::take(const IrcMessage& message) {
+    const std::string& command = message.command;
+    if (command == "PRIVMSG" || command == "NOTICE")
+        return hearing_.take(message, speech_);
+    const bool isSelf = session_.isSelf(message.nick());
+    if (!(command == "INVITE" && people_.ignores(message.nick())))
+        tellNews(message, session_, here(), [&](const std::string& text) {
+            isNumber(command) ? tell(text) : shown_.message(text);
+        });
+    if (command == "JOIN" && isSelf)
+        joining_.cameIn(std::string(message.parameter(0)));
+    if (command == "NICK")
+        people_.rename(message.nick(), message.parameter(0));
+    if (command == "404")
+        speech_.refused(message.parameter(1));
+    channels_.take(message, session_.features());
+    joining_.take(message);
+    if (Place* const place = channels_.here(); place && (command == "366" || command == "MODE"))
+        people_.askForBans(*place);
+    shown_.changed();
+}
+
+void IrcClient::newRoom() {
+    handles_.showNewRoom();
+    if (channels_.here())
+        people_.askForBans(*channels_.here());
+    shown_.changed();
+}
+
+void IrcClient::leave() {
+    joining_.leave(usualFarewell);
+}
+
+std::vector<IrcClient::Joined> IrcClient::rooms() const {
+    std::vector<Joined> all;
+    for (const Place& place : channels_.all())
+        all.push_back({place.channel.name(), channels_.isHere(&place), place.unseen});
+    return all;
+}
+
+void IrcClient::changeNick(const std::string& nick) {
+    if (!session_.isWelcomed())
+        tell("you are not connected");
+    else
+        session_.changeNick(std::string(withoutBlanks(nick)));
+}
+
+void IrcClient::message(const std::string& name, const std::string& text) {
+    if (!session_.isWelcomed())
+        return tell("you are not connected");
+    if (const Place* const place = channels_.find(name, session_.features()))
+        return speak(place->channel.name(), text, false);
+    if (session_.features().isChannel(name))
+        return tell("you are not in " + visibleName(name));
+    if (name.empty() || std::ranges::any_of(name, endsIrcName))
+        return tell("a name has no blanks and commas");
+    if (speech_.whisper(name, text))
+        tell("to " + visibleName(name) + ": " + plainMarkup(text));
+    else
+        tell("too much waits to be said");
+}
+
+void IrcClient::topic(const std::optional<std::string>& text) {
+    if (tellWithoutRoom())
+        return;
+    if (text)
+        session_.request("TOPIC", {here()->name(), *text});
+    else if (here()->topic().empty())
+        tell("there is no topic");
+    else
+        tell("the topic is: " + plainText(here()->topic()));
+}
+
+void IrcClient::names() {
+    if (tellWithoutRoom())
+        return;
+    const auto called = [&](std::string_view name) {
+        return here()->ranks(name, session_.features()) + visibleName(name);
+    };
+    tellRoom(*this, ejected(), called, [this](const std::string& text) { tell(text); });
+}
+
+void IrcClient::limitSaid(int linesPerMinute) {
+    session_.outgoing().limitSaid(linesPerMinute);
+    pacing_.limitSaid(linesPerMinute);
+}
+
+void IrcClient::say(const std::string& line) {
+    if (!tellWithoutRoom())
+        speak(here()->name(), line, false);
+}
+
+void IrcClient::sayShown(const std::string& line) {
+    if (!tellWithoutRoom())
+        speak(here()->name(), line, true);
+}
+
+void IrcClient::speak(std::string channel, const std::string& line, bool isShown) {
+    const bool isElsewhere = !session_.isSame(channel, name()); // before the line has its effect
+    if (!speech_.say(IrcOutgoing::Kind::typed, {channel, line, isShown || isElsewhere}))
+        tell("too much waits to be said");
+    else if (isElsewhere)
+        tell("to " + visibleName(channel) + ": " + plainMarkup(line));
+}
+
+// Those in the next room haven't asked for what goes on from the last one, and mustn't hear it.
+void IrcClient::sendChatLine(const std::string& line) {
+    if (!here() || !lines_.mayBeSaidAt(session_.placeOf(here()->name())))
+        return;
+    speech_.say(IrcOutgoing::Kind::said, {here()->name(), line, false});
+    loop_.serveTurn();
+    pacing_.spoke();
+}
+
+std::string IrcClient::currentScreenName() {
+    return here() ? session_.nick() : "";
+}
+
+std::string IrcClient::name() const {
+    return here() ? here()->name() : session_.server().host;
+}
+
+std::string IrcClient::ownName() const {
+    return session_.nick();
+}
+
+bool IrcClient::isIgnored(std::string_view name) const {
+    return people_.ignores(name);
+}
+
+const RowList& IrcClient::people() const {
+    return here() ? here()->people() : nobody_;
+}
+
+const RowList& IrcClient::ejected() const {
+    return here() ? here()->ejected() : nobody_;
+}
+
+bool IrcClient::ownerMayEject() const {
+    return here() && people_.ownerMayEject(*channels_.here());
+}
+
+void IrcClient::toggleIgnored(const std::string& name) {
+    if (!here() || session_.isSelf(name) || !here()->contains(name, session_.features()))
+        return;
+    const bool isIgnored = people_.toggleIgnored(name);
+    tell(visibleName(name) + (isIgnored ? " is ignored" : " is heard again"));
+    shown_.changed();
+}
+
+void IrcClient::eject(const std::string& name) {
+    if (ownerMayEject() && !session_.isSelf(name) && here()->contains(name, session_.features()))
+        people_.eject(*here(), name);
+}
+
+void IrcClient::allow(const std::string& ejectedRow) {
+    if (ownerMayEject())
+        people_.allow(*here(), ejectedRow);
+}
+
+HostHandle IrcClient::findChatRoom() {
+    return here() ? handles_.findChatRoom() : noHandle;
+}
+
+HostHandle IrcClient::peopleList() {
+    return here() ? handles_.peopleList() : noHandle;
+}
+
+HostHandle IrcClient::ejectedList() {
+    return here() ? handles_.ejectedList() : noHandle;
+}
+
+void IrcClient::readHostList(HostHandle list, RowList& names, bool includeSelf) {
+    handles_.readHostList(list, names, includeSelf ? "" : session_.nick());
+}
+
+HostHandle IrcClient::findRoomIcon(const std::string& pattern) {
+    return here() ? handles_.findRoomIcon(pattern) : noHandle;
+}
+
+bool IrcClient::iconVisible(HostHandle icon) {
+    return here() && handles_.iconVisible(icon);
+}
+
+void IrcClient::gotoKeyword(const std::string& keyword) {
+    if (keyword.starts_with(privateRoomAddress))
+        joining_.joinAndEnter(keyword.substr(privateRoomAddress.size()));
+    else if (equalFolded(keyword, onlineClock) && session_.isWelcomed())
+        clock_.open(loop_.localTime(), std::chrono::duration_cast<std::chrono::minutes>(
+                                           loop_.now() - session_.welcomedAt()));
+    else if (session_.features().isChannel(keyword))
+        joining_.joinAndEnter(keyword);
+}
+
+void IrcClient::sendInstantMessage(const std::string& addressee, const std::string& body) {
+    if (addressee == messagesOn || addressee == messagesOff)
+        hearing_.takeMessages(addressee == messagesOn);
+    else
+        message(addressee, body);
+}
+
+std::string IrcClient::controlText(HostHandle control) {
+    const std::string text = clock_.textIn(control);
+    return text.empty() ? handles_.controlText(control) : text;
+}
+
+HostHandle IrcClient::waitForClockNotice() {
+    return clock_.window();
+}
+
+HostClient::Statics IrcClient::statics(HostHandle window) {
+    return {.first = clock_.textOf(window)};
+}
+
+HostHandle IrcClient::firstIcon(HostHandle window) {
+    return clock_.buttonOf(window);
+}
+
+void IrcClient::pressByKey(HostHandle icon) {
+    clock_.press(icon);
+}
+
+std::string IrcClient::messengerAccount() {
+    return session_.identity().account;
+}
+
+} // namespace larkspin

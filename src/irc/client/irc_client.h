@@ -1,0 +1,149 @@
+// Rooms on an IRC network, one of which is the room that the program works in. Who speaks there is
+// others; the owner is whoever the server says that this connection is, and only what was said by
+// this connection is his.
+//
+// Everything that it has to tell goes to `RoomDisplay`. Nothing here waits but `sendChatLine`.
+#pragma once
+
+#include "chat/chat_lines.h"
+#include "host/host_client.h"
+#include "host/room_handles.h"
+#include "host/room_people.h"
+#include "host/shown_room.h"
+#include "irc/channels/irc_channels.h"
+#include "irc/channels/irc_joining.h"
+#include "irc/channels/irc_people.h"
+#include "irc/client/irc_clock.h"
+#include "irc/connection/irc_session.h"
+#include "irc/talk/irc_hearing.h"
+#include "irc/talk/irc_pacing.h"
+#include "irc/talk/irc_speech.h"
+#include "text/row_list.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+class IrcClient : public HostClient, public RoomPeople, public ShownRoom {
+public:
+    IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connection, RoomDisplay shown);
+    IrcClient(const IrcClient&) = delete;
+    IrcClient& operator=(const IrcClient&) = delete;
+
+    // `connecting` also while it waits to try again; `connected` while it is in no room. Signed off
+    // there is no connection, and none will be, until it is asked for.
+    enum class State { disconnected, connecting, connected, joined, signedOff };
+    State state() const;
+    bool isOn() const { return state() != State::disconnected; } // from connect to disconnect
+
+    // Connects, and stays so: a connection that is lost is made again, with the rooms. Without a
+    // channel sign a room's name gets one; blank for no room.
+    void connect(const IrcServer& server, const IrcIdentity& identity, const std::string& channel);
+    void disconnect();
+
+    // As the process ends: leaves with a word, within 300 milliseconds.
+    void finish();
+
+    static constexpr std::size_t mostRooms = IrcChannels::most;
+
+    // Joined rooms have numbers, from 1. The first one is the room; others wait until they are
+    // entered. Whoever leaves the room is in the last one of those that are left.
+    struct Joined {
+        std::string name;
+        bool isHere;
+        int unseen; // lines
+    };
+    void join(const std::string& channel, const std::string& key = {}) {
+        joining_.join(channel, key);
+    }
+    void leave();
+    std::vector<Joined> rooms() const;
+    void enterRoom(int number) { joining_.enter(number); }
+
+    // These tell what they have to tell. The topic: asked for, or set.
+    void changeNick(const std::string& nick);
+    const std::string& wantedNick() const { return session_.identity().nick; } // at each connection
+    void message(const std::string& name, const std::string& text);
+    void topic(const std::optional<std::string>& text);
+    void names();
+
+    // What the program says is no more than so many lines a minute; 0 for no limit.
+    void limitSaid(int linesPerMinute);
+
+    // A line that the owner says himself. These are to be called from an event of its own each.
+    void say(const std::string& line);
+    void sayShown(const std::string& line); // that he sees already
+
+    std::string name() const override;    // of the room; of the server while in none
+    std::string ownName() const override; // also while not joined
+    bool isIgnored(std::string_view name) const override;
+
+    const RowList& people() const override;
+    const RowList& ejected() const override;
+    bool ownerMayEject() const override;
+    void toggleIgnored(const std::string& name) override;
+    void eject(const std::string& name) override;
+    void allow(const std::string& name) override;
+
+    std::string currentScreenName() override; // blank while in no room
+    void sendChatLine(const std::string& line) override;
+    void dropUnsaid() override { session_.outgoing().drop(IrcOutgoing::Kind::said); }
+    void clearChatInput() override { shown_.clearInput(); }
+    void bringHostForward() override { shown_.bringForward(); }
+
+    HostHandle findChatRoom() override;
+    HostHandle peopleList() override;
+    HostHandle ejectedList() override;
+    void readHostList(HostHandle list, RowList& names, bool includeSelf) override;
+    void selectHostRow(HostHandle list, int row) override { handles_.selectHostRow(list, row); }
+    HostHandle findRoomIcon(const std::string& pattern) override;
+    bool iconVisible(HostHandle icon) override;
+    void holdIcon(HostHandle icon) override { handles_.holdIcon(icon); }
+    void releaseIcon(HostHandle icon) override { handles_.releaseIcon(icon); }
+    std::string controlText(HostHandle control) override;
+
+    void gotoKeyword(const std::string& keyword) override;
+    void sendInstantMessage(const std::string& addressee, const std::string& body) override;
+    void closeHost() override { disconnect(); }
+    void sendHostKeys(const std::string& keys) override;
+    HostHandle waitForClockNotice() override;
+    Statics statics(HostHandle window) override;
+    HostHandle firstIcon(HostHandle window) override;
+    void pressByKey(HostHandle icon) override;
+    std::string messengerAccount() override;
+
+private:
+    using Place = IrcChannels::Place;
+
+    const IrcChannel* here() const;
+    void tell(const std::string& text) const { shown_.tell(text); }
+    bool tellWithoutRoom() const; // true when there is none
+
+    void take(const IrcMessage& message);
+    void lost();
+    void endSession();
+    void sendFarewell();
+    void forgetRooms();
+    void newRoom();
+    void speak(std::string channel, const std::string& line, bool isShown);
+
+    EventLoop& loop_;
+    ChatLines& lines_;
+    RoomDisplay shown_;
+    RoomHandles handles_{*this};
+    IrcSession session_;
+    IrcChannels channels_;
+    IrcJoining joining_;
+    IrcPeople people_{session_};
+    IrcHearing hearing_;
+    IrcSpeech speech_;
+    IrcPacing pacing_;
+    IrcClock clock_;
+    bool isOn_ = false;
+    RowList nobody_;
+};
+
+} // namespace larkspin

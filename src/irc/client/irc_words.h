@@ -1,0 +1,67 @@
+// The words with a slash by which the owner gets to rooms on a network and about in them, and what
+// is kept of it for the next run.
+#pragma once
+
+#include "host/slash_words.h"
+#include "irc/client/irc_account.h"
+#include "shell/event_loop.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+class IrcClient;
+class OwnRoom;
+class PasswordPrompt;
+
+class IrcWords {
+public:
+    // All must live on. What the words have to say is told by `tell`, a line each.
+    IrcWords(EventLoop& loop, OwnRoom& own, IrcClient& irc, PasswordPrompt& prompt,
+             IrcAccountFile& file, SlashWords::Tell tell);
+    ~IrcWords();
+    IrcWords(const IrcWords&) = delete;
+    IrcWords& operator=(const IrcWords&) = delete;
+
+    // Those of the owner's own room among them.
+    std::vector<SlashWord> words();
+
+    // Whether what is typed after this line is a password.
+    static bool asksPassword(std::string_view line);
+
+    // As a run begins: connects as the last one was. Returns at once.
+    void takeUpAgain();
+
+    // After anything about rooms on the network: what is to be taken up again follows what the
+    // server has agreed to, within a moment; or at once.
+    void roomChanged();
+    void follow();
+
+private:
+    bool connect(std::string_view rest);
+    bool connectAgain();
+    bool login(std::string_view rest);
+    void takePassword(IrcAccount account);
+    bool message(std::string_view rest);
+    bool changeNick(std::string_view rest);
+    bool leave(std::string_view rest);
+    bool room(std::string_view rest);
+    bool limit(std::string_view rest);
+    void tellRooms() const;
+    std::vector<SlashWord> wordsOfOwnRoom();
+
+    EventLoop& loop_;
+    OwnRoom& own_;
+    IrcClient& irc_;
+    PasswordPrompt& prompt_;
+    IrcAccountFile& file_;
+    SlashWords::Tell tell_;
+    TimerId unanswered_ = TimerId::none;
+    TimerId following_ = TimerId::none;
+    bool wasOn_ = false;  // the network
+    bool leaves_ = false; // the owner's own wish, which the server has not yet fulfilled
+};
+
+} // namespace larkspin

@@ -1,0 +1,223 @@
+#include "irc/connection/irc_registration.h"
+
+#include "irc/protocol/irc_message.h"
+#include "irc/protocol/sasl_plain.h"
+#include "text/typed_words.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr const char* sasl = "sasl";
+constexpr const char* echo = "echo-message";
+constexpr const char* withoutAccount[] = {"multi-prefix", "server-time", echo};
+
+constexpr const char* userName = "larkspin";
+
+std::vector<std::string_view> wordsOf(std::string_view list) {
+    std::vector<std::string_view> words;
+    for (std::string_view word; !(word = takeWord(list)).empty();)
+        words.push_back(word);
+    return words;
+}
+
+// "sasl=EXTERNAL,PLAIN"; without a value any way may do.
+bool offersPlain(std::string_view capability) {
+    const auto equals = capability.find('=');
+    if (equals == capability.npos)
+        return true;
+    const std::string ways = ',' + std::string(capability.substr(equals + 1)) + ',';
+    return ways == ",," || ways.find(",PLAIN,") != ways.npos;
+}
+
+bool isAmong(const std::vector<std::string>& names, std::string_view name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
+} // namespace
+
+IrcRegistration::IrcRegistration(IrcIdentity identity, bool encrypted, Send send, Tell tell)
+    : identity_(std::move(identity)), send_(std::move(send)), tell_(std::move(tell)),
+      choice_(identity_.nick.empty() ? userName : identity_.nick) {
+    if (!identity_.account.empty())
+        login_ = encrypted ? Login::wanted : Login::impossible;
+}
+
+void IrcRegistration::begin() {
+    if (login_ == Login::impossible)
+        failLogin("a password isn't sent without TLS");
+    send_(ircLine("CAP", {"LS", "302"}));
+    send_(ircLine("NICK", {choice_.asked()}));
+    send_(ircLine("USER", {userName, "0", "*", choice_.asked()}));
+}
+
+bool IrcRegistration::take(const IrcMessage& message) {
+    const std::string& command = message.command;
+    if (command == "CAP")
+        takeCapabilities(message);
+    else if (isDone())
+        return false;
+    else if (command == "001")
+        welcome(message);
+    else if (command == "433" || command == "436" || command == "437")
+        askAnew(choice_.taken(message.parameter(1)));
+    else if (command == "431" || command == "432")
+        askAnew(choice_.malformed());
+    else if (command == "AUTHENTICATE")
+        sendLogin(message.parameter(0));
+    else if (command.starts_with("90"))
+        return takeLoginAnswer(message);
+    else
+        return takeUnknown(message);
+    return true;
+}
+
+void IrcRegistration::welcome(const IrcMessage& message) {
+    failLogin("the server knows no accounts");
+    nick_ = message.parameter(0).empty() ? choice_.asked() : message.parameter(0);
+    phase_ = Phase::done;
+}
+
+void IrcRegistration::askAnew(bool hasAnother) {
+    if (hasAnother)
+        send_(ircLine("NICK", {choice_.asked()}));
+    else if (!std::exchange(hasGivenUp_, true))
+        tell_("the server gives you none of the names that were tried");
+}
+
+// A server that doesn't know what it was asked. One that doesn't know CAP goes on by itself.
+bool IrcRegistration::takeUnknown(const IrcMessage& message) {
+    const std::string& command = message.command;
+    if (command != "410" && command != "421" && command != "451")
+        return false;
+    const bool isLogin = message.parameter(1) == "AUTHENTICATE";
+    if (isLogin)
+        failLogin("the server knows no accounts");
+    if (isLogin || command == "410")
+        endCapabilities();
+    return isLogin || command == "410" || message.parameter(1) == "CAP";
+}
+
+void IrcRegistration::takeCapabilities(const IrcMessage& message) {
+    if (message.parameters.size() < 3)
+        return;
+    const std::string_view kind = message.parameter(1);
+    const auto words = wordsOf(message.parameters.back());
+    if (kind == "LS" && phase_ == Phase::listing) {
+        for (const std::string_view word : words)
+            takeOffer(word);
+        if (message.parameters.size() < 4) // otherwise there is a "*" for more to come
+            request();
+    } else if (kind == "ACK") {
+        for (const std::string_view word : words)
+            takeGrant(word);
+        goOn();
+    } else if (kind == "NAK") {
+        takeRefusal(words);
+        goOn();
+    } else if (kind == "DEL") {
+        for (const std::string_view word : words)
+            std::erase(held_, word);
+    }
+}
+
+void IrcRegistration::takeOffer(std::string_view capability) {
+    const std::string name(capability.substr(0, capability.find('=')));
+    const bool isWanted = name == sasl
+                              ? login_ == Login::wanted && offersPlain(capability)
+                              : std::ranges::find(withoutAccount, name) != std::end(withoutAccount);
+    if (isWanted && !isAmong(requested_, name))
+        requested_.push_back(name);
+}
+
+void IrcRegistration::request() {
+    phase_ = Phase::requesting;
+    if (!isAmong(requested_, sasl))
+        failLogin("the server offers no login by a password");
+    std::string list;
+    for (const std::string& name : requested_)
+        list += (list.empty() ? "" : " ") + name;
+    if (!list.empty())
+        send_(ircLine("CAP", {"REQ", list}));
+    goOn();
+}
+
+// In answers, signs may stand in front of the name.
+void IrcRegistration::takeGrant(std::string_view word) {
+    const auto signs = std::min(word.find_first_not_of("-~="), word.size());
+    const std::string_view name = word.substr(signs);
+    if (word.substr(0, signs).find('-') != word.npos)
+        std::erase(held_, name);
+    else if (std::erase(requested_, name) > 0)
+        held_.emplace_back(name);
+}
+
+// One that isn't granted is reason to refuse all that were asked for with it: each is asked for
+// alone then.
+void IrcRegistration::takeRefusal(const std::vector<std::string_view>& words) {
+    if (requested_.size() > 1 && !std::exchange(asksSingly_, true)) {
+        for (const std::string& name : requested_)
+            send_(ircLine("CAP", {"REQ", name}));
+        return;
+    }
+    for (const std::string_view word : words)
+        if (std::erase(requested_, word) > 0 && word == sasl)
+            failLogin("the server refuses it");
+}
+
+void IrcRegistration::goOn() {
+    if (phase_ != Phase::requesting || !requested_.empty())
+        return;
+    if (login_ != Login::wanted)
+        return endCapabilities();
+    phase_ = Phase::loggingIn;
+    send_(ircLine("AUTHENTICATE", {"PLAIN"}));
+}
+
+void IrcRegistration::endCapabilities() {
+    if (phase_ == Phase::ended || isDone())
+        return;
+    phase_ = Phase::ended;
+    send_(ircLine("CAP", {"END"}));
+}
+
+// Once at most, and only to a server that asks for it as agreed.
+void IrcRegistration::sendLogin(std::string_view challenge) {
+    if (phase_ != Phase::loggingIn || login_ != Login::wanted)
+        return;
+    login_ = Login::sent;
+    if (challenge != "+")
+        return send_(ircLine("AUTHENTICATE", {"*"}));
+    for (const std::string& line : saslPlainLines(identity_.account, identity_.password))
+        send_(ircLine("AUTHENTICATE", {line}));
+}
+
+bool IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
+    const std::string& command = message.command;
+    if (command == "900" || command == "901" || phase_ != Phase::loggingIn)
+        return false;
+    if (command == "903" || command == "907") { // now, or before already
+        login_ = Login::none;
+    } else if (command == "908") {
+        failLogin("the server knows only other ways than a password");
+    } else {
+        const bool saysWhy = message.parameters.size() > 1;
+        failLogin(saysWhy ? message.parameters.back() : "the server refuses it");
+    }
+    endCapabilities();
+    return true;
+}
+
+void IrcRegistration::failLogin(std::string_view why) {
+    if (std::exchange(login_, Login::none) != Login::none)
+        tell_("you are not logged in: " + std::string(why));
+}
+
+bool IrcRegistration::echoes() const {
+    return isAmong(held_, echo);
+}
+
+} // namespace larkspin

@@ -1,0 +1,73 @@
+// How a connection begins: capabilities, the account, the name. Ends when the server welcomes.
+#pragma once
+
+#include "irc/connection/irc_nick_choice.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+struct IrcMessage;
+
+struct IrcIdentity {
+    std::string nick;
+    std::string account{}, password{}; // blank without one; only ever sent over TLS, by SASL PLAIN
+};
+
+class IrcRegistration {
+public:
+    using Send = std::function<void(const std::string& line)>;
+    using Tell = std::function<void(const std::string& text)>; // what the owner should know
+
+    IrcRegistration(IrcIdentity identity, bool encrypted, Send send, Tell tell);
+
+    // The first lines: CAP LS 302, NICK, USER.
+    void begin();
+
+    // Takes CAP, AUTHENTICATE, 001, the refusals of names and of what it asks for, and what is said
+    // of the login. True when the message was for it. However a login ends, the connection goes on.
+    bool take(const IrcMessage& message);
+
+    bool isDone() const { return phase_ == Phase::done; }
+
+    // The name that the server knows this connection by, once that is done (001).
+    const std::string& nick() const { return nick_; }
+
+    // Which of the capabilities hold, also after the registration (CAP DEL).
+    bool echoes() const;
+
+private:
+    enum class Phase { listing, requesting, loggingIn, ended, done };
+    enum class Login { none, impossible, wanted, sent };
+
+    bool takeUnknown(const IrcMessage& message);
+    void welcome(const IrcMessage& message);
+    void askAnew(bool hasAnother);
+
+    void takeCapabilities(const IrcMessage& message);
+    void takeOffer(std::string_view capability);
+    void request();
+    void takeGrant(std::string_view word);
+    void takeRefusal(const std::vector<std::string_view>& words);
+    void goOn();
+    void endCapabilities();
+
+    void sendLogin(std::string_view challenge);
+    bool takeLoginAnswer(const IrcMessage& message);
+    void failLogin(std::string_view why);
+
+    IrcIdentity identity_;
+    Send send_;
+    Tell tell_;
+    IrcNickChoice choice_;
+    std::string nick_;
+    std::vector<std::string> requested_, held_; // capabilities; those not answered, those granted
+    Phase phase_ = Phase::listing;
+    Login login_ = Login::none;
+    bool asksSingly_ = false, hasGivenUp_ = false;
+};
+
+} // namespace larkspin

@@ -1,0 +1,199 @@
+#include "irc/connection/irc_session.h"
+
+#include "irc/protocol/irc_message.h"
+#include "text/number.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// While the server doesn't take what it is sent, it gets no answers: it could ask without end.
+constexpr std::size_t mostUnsentForAnswers = 4096;
+
+std::string inSeconds(std::chrono::seconds wait) {
+    return "trying again in " + std::to_string(wait.count()) + " seconds";
+}
+
+} // namespace
+
+IrcSession::IrcSession(EventLoop& loop, IrcConnection& connection, Events events)
+    : loop_(loop), connection_(connection), events_(std::move(events)),
+      outgoing_(loop, [this](const std::string& line) { connection_.send(line); }) {}
+
+IrcSession::~IrcSession() {
+    loop_.cancel(timer_);
+    connection_.close();
+}
+
+void IrcSession::wakeIn(Nanoseconds span, Task task) {
+    loop_.cancel(timer_);
+    timer_ = loop_.once(span, std::move(task));
+}
+
+// Nothing of the last connection is said on the next one.
+void IrcSession::reset(Phase phase) {
+    loop_.cancel(std::exchange(timer_, TimerId::none));
+    outgoing_.clear();
+    phase_ = phase;
+}
+
+void IrcSession::connect(const IrcServer& server, const IrcIdentity& identity) {
+    server_ = server;
+    identity_ = identity;
+    nextWait_ = shortestWait;
+    ++network_;
+    open();
+}
+
+std::string IrcSession::placeOf(std::string_view channel) const {
+    return std::to_string(network_) + ' ' + features_.fold(channel);
+}
+
+void IrcSession::open() {
+    reset(Phase::beginning);
+    input_.clear();
+    features_ = {};
+    wantedNick_.clear();
+    registration_.emplace(
+        identity_, server_.encrypted, [this](const std::string& line) { connection_.send(line); },
+        events_.tell);
+    wakeIn(longestBeginning, [this] { giveUp("the server doesn't answer"); });
+    connection_.open(server_, {.opened = [this] { registration_->begin(); },
+                               .received = [this](std::string_view bytes) { take(bytes); },
+                               .ended = [this](const std::string& why) { lose(why); }});
+}
+
+void IrcSession::end(const std::string& farewell) {
+    if (!isOn())
+        return;
+    const bool isOpen = phase_ != Phase::waiting;
+    tellUnsaid(outgoing_.unsaid());
+    reset(Phase::off);
+    if (!isOpen)
+        return;
+    connection_.send(ircLine("QUIT", {farewell}));
+    wakeIn(longestEnding, [this] { connection_.close(); });
+}
+
+void IrcSession::finish(const std::string& lastLines) {
+    if (isWelcomed())
+        connection_.send(lastLines);
+    reset(Phase::off);
+    connection_.finish(longestFarewell);
+}
+
+void IrcSession::take(std::string_view bytes) {
+    heardAt_ = loop_.now();
+    input_.add(bytes, [this](std::string_view line) {
+        if (phase_ != Phase::beginning && phase_ != Phase::welcomed)
+            return;
+        if (const auto message = readIrcMessage(line))
+            take(*message);
+    });
+}
+
+void IrcSession::take(const IrcMessage& message) {
+    if (message.command == "PING")
+        return answer(message);
+    if (message.command == "PONG")
+        return;
+    const bool isBeginning = phase_ == Phase::beginning;
+    if ((isBeginning || message.command == "CAP") && registration_->take(message)) {
+        if (isBeginning && registration_->isDone())
+            welcome();
+        return;
+    }
+    if (message.command == "ERROR")
+        events_.tell(server_.host + ": " + std::string(message.parameter(0)));
+    if (isBeginning)
+        return;
+    follow(message);
+    events_.message(message);
+}
+
+void IrcSession::welcome() {
+    phase_ = Phase::welcomed;
+    nick_ = registration_->nick();
+    welcomedAt_ = loop_.now();
+    watchSilence(longestSilence);
+    events_.welcomed();
+}
+
+void IrcSession::follow(const IrcMessage& message) {
+    if (message.command == "005")
+        features_.read(message);
+    if (message.command != "NICK" || !isSelf(message.nick()) || message.parameter(0).empty())
+        return;
+    nick_ = message.parameter(0);
+    if (wantedNick_.empty() || !isSame(nick_, wantedNick_))
+        return;
+    identity_.nick = nick_;
+    wantedNick_.clear();
+}
+
+// At once: it isn't kept back after anything.
+void IrcSession::answer(const IrcMessage& ping) {
+    if (connection_.unsent() <= mostUnsentForAnswers)
+        connection_.send(ircLine("PONG", {std::string(ping.parameter(0))}));
+}
+
+void IrcSession::watchSilence(Nanoseconds span) {
+    wakeIn(span, [this] { lookForSilence(); });
+}
+
+void IrcSession::lookForSilence() {
+    const Nanoseconds silent = loop_.now() - heardAt_;
+    if (silent >= longestSilence + longestAnswer)
+        return giveUp("the server has gone silent");
+    if (silent < longestSilence)
+        return watchSilence(longestSilence - silent);
+    connection_.send(ircLine("PING", {"larkspin"}));
+    watchSilence(longestAnswer);
+}
+
+void IrcSession::giveUp(const std::string& why) {
+    connection_.close();
+    lose(why);
+}
+
+void IrcSession::lose(const std::string& why) {
+    if (phase_ == Phase::off)
+        return reset(Phase::off); // it was to end
+    if (isWelcomed() && loop_.now() - welcomedAt_ >= lasting)
+        nextWait_ = shortestWait;
+    const auto wait = std::exchange(nextWait_, std::min(nextWait_ * 2, longestWait));
+    events_.tell(server_.host + ": " + why + "; " + inSeconds(wait));
+    tellUnsaid(outgoing_.unsaid());
+    reset(Phase::waiting);
+    wakeIn(wait, [this] { open(); });
+    events_.lost();
+}
+
+void IrcSession::dropFor(const std::string& channel) {
+    tellUnsaid(outgoing_.dropFor(channel));
+}
+
+void IrcSession::tellUnsaid(std::size_t lines) const {
+    if (lines > 0)
+        events_.tell(counted(static_cast<std::int64_t>(lines), "line") +
+                     " of yours had not been sent yet, and won't be");
+}
+
+void IrcSession::changeNick(const std::string& nick) {
+    // after what he has typed as he is called now
+    if (send(IrcOutgoing::Kind::typed, ircLine("NICK", {nick})))
+        wantedNick_ = nick;
+}
+
+bool IrcSession::request(std::string_view command, const std::vector<std::string>& parameters) {
+    return send(IrcOutgoing::Kind::protocol, ircLine(command, parameters));
+}
+
+bool IrcSession::send(IrcOutgoing::Kind kind, std::string line, Task gone) {
+    return isWelcomed() && outgoing_.add(kind, std::move(line), std::move(gone));
+}
+
+} // namespace larkspin

@@ -1,0 +1,119 @@
+// The life of a connection to a server: it is opened, registers, is kept alive, and when it is lost
+// it is made again, with waits that grow.
+#pragma once
+
+#include "irc/connection/irc_connection.h"
+#include "irc/connection/irc_outgoing.h"
+#include "irc/connection/irc_registration.h"
+#include "irc/protocol/irc_input.h"
+#include "irc/protocol/irc_names.h"
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+struct IrcMessage;
+
+class IrcSession {
+public:
+    // None of these may wait.
+    struct Events {
+        Task welcomed;                                  // the server knows the owner now
+        std::function<void(const IrcMessage&)> message; // after that
+        Task lost;                                      // also when it had never been welcomed
+        std::function<void(const std::string& text)> tell;
+    };
+
+    IrcSession(EventLoop& loop, IrcConnection& connection, Events events);
+    ~IrcSession();
+    IrcSession(const IrcSession&) = delete;
+    IrcSession& operator=(const IrcSession&) = delete;
+
+    static constexpr std::chrono::seconds longestBeginning{60}; // until the welcome
+    static constexpr std::chrono::seconds longestSilence{120};  // before the server is asked
+    static constexpr std::chrono::seconds longestAnswer{60};    // of the server's to that
+    static constexpr std::chrono::seconds shortestWait{5}, longestWait{300}; // before the next try
+    static constexpr std::chrono::seconds lasting{60};      // so long, and the waits begin anew
+    static constexpr std::chrono::seconds longestEnding{5}; // of a connection that is given up
+    static constexpr std::chrono::milliseconds longestFarewell{300}; // as the process ends
+
+    void connect(const IrcServer& server, const IrcIdentity& identity);
+
+    // Says so to the server, and doesn't connect again. Without a connection the tries end. What
+    // waits to be sent is dropped, as whenever a connection ends; the owner is told of what is his.
+    void end(const std::string& farewell);
+
+    // As the process ends: the last lines, which the server gets before the end.
+    void finish(const std::string& lastLines);
+
+    bool isOn() const { return phase_ != Phase::off; } // connected, or trying
+    bool isWelcomed() const { return phase_ == Phase::welcomed; }
+    bool echoes() const { return registration_ && registration_->echoes(); }
+
+    const IrcServer& server() const { return server_; }
+    const IrcIdentity& identity() const { return identity_; }
+    const IrcFeatures& features() const { return features_; }
+    Nanoseconds welcomedAt() const { return welcomedAt_; }
+
+    // What tells a channel from those of the same name on other networks.
+    std::string placeOf(std::string_view channel) const;
+
+    // What the server calls this connection now; before the welcome, what it will be asked for.
+    const std::string& nick() const { return isWelcomed() ? nick_ : identity_.nick; }
+    bool isSelf(std::string_view name) const { return isSame(name, nick()); }
+    bool isSame(std::string_view a, std::string_view b) const {
+        return features_.fold(a) == features_.fold(b);
+    }
+
+    // Asks for another one, now and, once the server has agreed, also at the next connection.
+    void changeNick(const std::string& nick);
+
+    // A line of the protocol, or one that waits its turn. False, and nothing happens, while there
+    // is no welcome, and when too many wait.
+    bool request(std::string_view command, const std::vector<std::string>& parameters);
+    bool send(IrcOutgoing::Kind kind, std::string line, Task gone = {});
+
+    // What waits for that channel won't be sent.
+    void dropFor(const std::string& channel);
+    IrcOutgoing& outgoing() { return outgoing_; }
+
+private:
+    enum class Phase { off, beginning, welcomed, waiting };
+
+    void open();
+    void take(std::string_view bytes);
+    void take(const IrcMessage& message);
+    void follow(const IrcMessage& message);
+    void welcome();
+    void answer(const IrcMessage& ping);
+    void watchSilence(Nanoseconds span);
+    void lookForSilence();
+    void tellUnsaid(std::size_t lines) const;
+    void giveUp(const std::string& why);
+    void lose(const std::string& why);
+    void reset(Phase phase);
+    void wakeIn(Nanoseconds span, Task task);
+
+    EventLoop& loop_;
+    IrcConnection& connection_;
+    Events events_;
+    IrcServer server_;
+    IrcIdentity identity_;
+    Phase phase_ = Phase::off;
+    int network_ = 0; // the how many-th one that was asked for
+    IrcInput input_;
+    IrcOutgoing outgoing_;
+    IrcFeatures features_;
+    std::optional<IrcRegistration> registration_;
+    std::string nick_, wantedNick_;
+    std::chrono::seconds nextWait_ = shortestWait;
+    Nanoseconds welcomedAt_{}, heardAt_{};
+    TimerId timer_ = TimerId::none; // there is one at most: each phase waits for one thing
+};
+
+} // namespace larkspin

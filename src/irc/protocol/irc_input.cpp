@@ -1,0 +1,44 @@
+#include "irc/protocol/irc_input.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+// Lines end at line feeds alone: servers that pass on other control characters would let anybody
+// write a line of the server's after a carriage return.
+void IrcInput::add(std::string_view bytes, const Take& take) {
+    while (!bytes.empty()) {
+        const auto end = std::min(bytes.find('\n'), bytes.size());
+        keep(bytes.substr(0, end));
+        if (end == bytes.size())
+            return;
+        bytes.remove_prefix(end + 1);
+        finish(take);
+    }
+}
+
+void IrcInput::keep(std::string_view part) {
+    tooLong_ = tooLong_ || begun_.size() + part.size() > longestLine;
+    if (tooLong_)
+        begun_.clear();
+    else
+        begun_ += part;
+}
+
+// What takes the line may clear all this.
+void IrcInput::finish(const Take& take) {
+    std::string line;
+    line.swap(begun_);
+    tooLong_ = false;
+    while (line.ends_with('\r'))
+        line.pop_back();
+    if (!line.empty())
+        take(line);
+}
+
+void IrcInput::clear() {
+    begun_.clear();
+    tooLong_ = false;
+}
+
+} // namespace larkspin

@@ -1,0 +1,106 @@
+#include "irc/protocol/irc_names.h"
+
+#include "irc/protocol/irc_message.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+// For those that give none, and for how they begin.
+const IrcFeatures usual;
+
+char folded(char c, CaseMapping mapping) {
+    if (c >= 'A' && c <= 'Z')
+        return static_cast<char>(c - 'A' + 'a');
+    if (mapping == CaseMapping::ascii)
+        return c;
+    if (c >= '[' && c <= ']')
+        return static_cast<char>(c - '[' + '{');
+    return c == '^' && mapping == CaseMapping::rfc1459 ? '~' : c;
+}
+
+// One that isn't known is of a server that knows more than ASCII; its ASCII is as everywhere.
+CaseMapping mappingNamed(std::string_view name) {
+    if (name == "rfc1459")
+        return CaseMapping::rfc1459;
+    return name == "strict-rfc1459" || name == "rfc1459-strict" ? CaseMapping::rfc1459Strict
+                                                                : CaseMapping::ascii;
+}
+
+// As many as there are letters for modes.
+constexpr std::size_t mostRanks = 52;
+
+// "(ov)@+"; nothing at all where there are no ranks.
+void readRanks(std::string_view value, IrcFeatures& features) {
+    const auto end = value.find(')');
+    if (value.empty()) {
+        features.rankModes = features.rankSigns = "";
+    } else if (value.front() == '(' && end != value.npos && 2 * end == value.size() &&
+               end - 1 <= mostRanks) {
+        features.rankModes = value.substr(1, end - 1);
+        features.rankSigns = value.substr(end + 1);
+    }
+}
+
+// "beI,k,l,imnpst"
+void readModes(std::string_view value, IrcFeatures& features) {
+    for (std::string* kind :
+         {&features.listModes, &features.parameterModes, &features.setParameterModes}) {
+        const auto end = std::min(value.find(','), value.size());
+        *kind = value.substr(0, end);
+        value.remove_prefix(std::min(end + 1, value.size()));
+    }
+}
+
+} // namespace
+
+std::string foldIrcName(std::string_view name, CaseMapping mapping) {
+    std::string result(name);
+    for (char& c : result)
+        c = folded(c, mapping);
+    return result;
+}
+
+void IrcFeatures::read(const IrcMessage& message) {
+    // In front of the features stands the owner's name, after them a sentence.
+    for (std::size_t number = 1; number + 1 < message.parameters.size(); ++number)
+        readWord(message.parameters[number]);
+}
+
+void IrcFeatures::readWord(std::string_view word) {
+    const auto equals = std::min(word.find('='), word.size());
+    const auto name = word.substr(0, equals);
+    const auto value = word.substr(std::min(equals + 1, word.size()));
+    if (name == "PREFIX")
+        readRanks(value, *this);
+    else if (name == "CHANMODES")
+        readModes(value, *this);
+    else if (name == "CHANTYPES")
+        channelTypes = value;
+    else if (name == "STATUSMSG")
+        channelRankSigns = value;
+    else if (name == "CASEMAPPING" && !isMappingTold_)
+        caseMapping = mappingNamed(value), isMappingTold_ = true;
+    else if (word == "-PREFIX")
+        rankModes = usual.rankModes, rankSigns = usual.rankSigns;
+    else if (word == "-STATUSMSG")
+        channelRankSigns.clear();
+    else if (word == "-CHANTYPES")
+        channelTypes = usual.channelTypes;
+    else if (word == "-CHANMODES")
+        listModes = usual.listModes, parameterModes = usual.parameterModes,
+        setParameterModes = usual.setParameterModes;
+}
+
+bool IrcFeatures::isChannel(std::string_view name) const {
+    return !name.empty() && channelTypes.find(name.front()) != std::string::npos;
+}
+
+bool IrcFeatures::isRankedChannel(std::string_view name) const {
+    return !name.empty() && channelRankSigns.find(name.front()) != std::string::npos &&
+           isChannel(name.substr(1));
+}
+
+} // namespace larkspin

@@ -1,0 +1,142 @@
+#include "irc/talk/irc_hearing.h"
+
+#include "irc/channels/irc_people.h"
+#include "irc/connection/irc_session.h"
+#include "irc/protocol/irc_markup.h"
+#include "irc/protocol/irc_message.h"
+#include "irc/talk/irc_news.h"
+#include "text/characters.h"
+#include "text/utf8.h"
+#include "text/visible.h"
+
+namespace larkspin {
+
+namespace {
+
+constexpr int mostUnseen = 9999;
+
+// Messages from program to program stand between these; one of them is meant for people.
+constexpr char aroundRequest = '\x01';
+constexpr std::string_view action = "\x01"
+                                    "ACTION ";
+
+bool isRequest(std::string_view text) {
+    return text.starts_with(aroundRequest);
+}
+
+// What somebody does; blank for any other request.
+std::string_view actionIn(std::string_view text) {
+    if (!text.starts_with(action))
+        return {};
+    text.remove_prefix(action.size());
+    return text.substr(0, text.find(aroundRequest));
+}
+
+// Control characters, what ends a line by Unicode, and what turns the direction of writing.
+bool steersDisplays(char32_t code) {
+    return isControl(code) || (code >= 0x2028 && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069) || code == 0x61C || code == 0x200E || code == 0x200F;
+}
+
+// In the client's markup. Scripts get lines as they are, and may show them on a terminal or take
+// them for UTF-8.
+std::string harmlessMarkup(std::string_view codes) {
+    const std::string markup = markupOfIrc(codes);
+    std::string harmless;
+    for (std::string_view rest = markup; !rest.empty();) {
+        const Character character = firstCharacter(rest);
+        const bool isHarmless = character.valid && !steersDisplays(character.code);
+        harmless += isHarmless ? rest.substr(0, character.length) : replacementCharacter;
+        rest.remove_prefix(character.length);
+    }
+    return harmless;
+}
+
+} // namespace
+
+bool IrcHearing::isHere(std::string_view channel) {
+    return channels_.isHere(channels_.find(channel, session_.features()));
+}
+
+void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
+    const bool isNotice = message.command == "NOTICE";
+    const bool isSelf = session_.isSelf(message.nick());
+    IrcChannels::Place* const place = channels_.find(message.parameter(0), session_.features());
+    if (message.sender.empty())
+        return;
+    if (isSelf && !isNotice && place && speech.take(message.parameter(0), message.parameter(1)))
+        return;
+    if (!isSelf && people_.ignores(message.nick()))
+        return;
+    if (place && channels_.isHere(place))
+        hearInRoom(message, isSelf);
+    else if (place)
+        place->unseen += place->unseen < mostUnseen ? 1 : 0;
+    else if (!isSelf && session_.features().isRankedChannel(message.parameter(0)))
+        hearAmongRanks(message);
+    else if (!isSelf)
+        hearPrivately(message);
+}
+
+void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
+    const std::string_view text = message.parameter(1);
+    const std::string nick(message.nick()), shownNick = visibleName(nick);
+    if (message.command == "NOTICE") {
+        if (!isRequest(text))
+            shown_.message(shownNick + " notes: " + plainText(text));
+        return;
+    }
+    if (isRequest(text)) {
+        if (const auto doing = actionIn(text); !doing.empty())
+            shown_.message("* " + shownNick + ' ' + plainText(doing));
+        return;
+    }
+    const std::string markup = harmlessMarkup(text);
+    shown_.line({shownNick, markup});
+    if (!isSelf)
+        lines_.heard({nick, markup}, session_.placeOf(message.parameter(0)));
+}
+
+// To those of a rank in a channel, whether it is the room or not: among them, no song is ordered.
+void IrcHearing::hearAmongRanks(const IrcMessage& message) {
+    const std::string_view text = message.parameter(1);
+    if (!isRequest(text))
+        shown_.message(visibleName(message.nick()) + " to " + visibleName(message.parameter(0)) +
+                       ": " + plainText(text));
+}
+
+// To this connection alone, or from the server.
+void IrcHearing::hearPrivately(const IrcMessage& message) {
+    const std::string_view text = message.parameter(1);
+    const bool isNotice = message.command == "NOTICE";
+    const bool isServers = isNotice && message.sender.find('!') == std::string::npos;
+    if (isRequest(text) || !(isServers || session_.isSelf(message.parameter(0))))
+        return;
+    const std::string who = visibleName(message.nick());
+    if (!takesMessages_ && !isServers)
+        shown_.message("a private message of " + who + " was refused");
+    else
+        shown_.message(who + (isNotice ? " notes: " : " whispers: ") + plainText(text));
+}
+
+void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
+    if (!isHere(said.channel)) {
+        if (!said.isShown && !atOnce)
+            shown_.message("to " + visibleName(said.channel) + ": " + plainMarkup(said.text));
+        return;
+    }
+    if (!said.isShown)
+        shown_.line({visibleName(session_.nick()), said.text});
+    if (atOnce)
+        hearOwner(said.channel, said.text);
+    else
+        loop_.post([this, said] { hearOwner(said.channel, said.text); });
+}
+
+// He may have left meanwhile, or be called otherwise.
+void IrcHearing::hearOwner(const std::string& channel, const std::string& text) {
+    if (isHere(channel))
+        lines_.heard({session_.nick(), text}, session_.placeOf(channel));
+}
+
+} // namespace larkspin

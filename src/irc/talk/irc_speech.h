@@ -1,0 +1,75 @@
+// What the owner and the program say in channels, on its way out and back. Where the server sends
+// back what this connection has said, that counts: as the owner's, and in the order in which it
+// came. Elsewhere a line has been said when it is on its way.
+#pragma once
+
+#include "irc/connection/irc_outgoing.h"
+#include "shell/event_loop.h"
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class IrcSession;
+
+// A line of this connection.
+struct IrcSaid {
+    std::string channel;
+    std::string text = {}; // as it was given, whatever pieces the server had it in
+    bool isShown = false;  // the owner sees it already
+};
+
+class IrcSpeech {
+public:
+    // The line counts as said now. When that is within `say` it is `atOnce`.
+    using Reached = std::function<void(const IrcSaid& said, bool atOnce)>;
+
+    IrcSpeech(EventLoop& loop, IrcSession& session, Reached reached);
+
+    // How long the server may take to send a line back, and how many may be on their way.
+    static constexpr std::chrono::seconds longestEcho{60};
+    static constexpr std::size_t mostEchoes = 100;
+
+    // In pieces, if it must. What the owner types counts at once, what the program says when it has
+    // left, where it isn't sent back. False when too much waits.
+    bool say(IrcOutgoing::Kind kind, const IrcSaid& said);
+
+    // To somebody alone; it isn't waited for.
+    bool whisper(const std::string& name, const std::string& text);
+
+    // A line under the owner's own name that the server has sent. True when it is one of this
+    // connection's, and has been taken; anything else may be from another program of his, or old.
+    bool take(std::string_view channel, std::string_view codes);
+
+    // The server hasn't passed on the oldest line that is on its way to that channel.
+    void refused(std::string_view channel);
+
+    // Forgets what is on its way: no echo comes any more.
+    void clear() { awaited_.clear(); }
+
+private:
+    struct Piece {
+        std::string codes;
+        IrcSaid said; // whole, with the last piece
+        bool isDue;   // the line counts as said with this piece
+    };
+    struct Awaited {
+        Piece piece;
+        Nanoseconds sentAt;
+    };
+
+    std::size_t longestPiece(const std::string& target) const;
+    void gone(const Piece& piece);
+    bool isThat(const Piece& piece, std::string_view channel, std::string_view codes) const;
+
+    EventLoop& loop_;
+    IrcSession& session_;
+    Reached reached_;
+    std::deque<Awaited> awaited_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,259 @@
+// The words that lead to rooms on a network, typed in a room without a program, and what they leave
+// for the next run.
+#include "irc/client/all_rooms.h"
+#include "irc/client/password_prompt.h"
+#include "platform/posix/drive_paths.h"
+#include "support/pretend_irc.h"
+#include "support/temp_directory.h"
+#include "support/virtual_machine.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+
+class IrcWordsTest : public testing::Test, public PasswordPrompt {
+protected:
+    IrcWordsTest() { begin(); }
+
+    // A run; the one before it is over.
+    void begin() {
+        if (rooms)
+            rooms->finish();
+        rooms.reset();
+        words = SlashWords([this](const std::string& text) { seen += "! " + text + '\n'; });
+        rooms.emplace(loop, lines, server, *this, keptFiles,
+                      DataDirectory(drivePath(disk.path().native())), "jo",
+                      RoomDisplay{[](const ChatLine&) {},
+                                  [this](const std::string& text) { seen += text + '\n'; }});
+        words.add(rooms->words.words());
+        rooms->words.takeUpAgain();
+        loop.waitUntil(loop.now() + 1s);
+    }
+    // What the owner is told when that is typed, and what a password is asked for.
+    std::string typed(const std::string& line) {
+        seen.clear();
+        words.run(line);
+        loop.waitUntil(loop.now() + 1s);
+        return seen;
+    }
+    void answer(const std::string& password) {
+        std::exchange(answered, nullptr)(password);
+        loop.waitUntil(loop.now() + 1s);
+    }
+    std::string kept() const { return disk.read("irc.txt"); }
+    void ask(const std::string& prompt, std::function<void(std::string)> take) override {
+        seen += '(' + prompt + ")\n";
+        answered = std::move(take);
+    }
+    void dismiss() override { answered = nullptr; }
+
+    // From now on it logs people in, and this is what they log in by.
+    void offerAccounts() {
+        server.capabilities += " sasl";
+        server.takes = [this](const std::string& line) {
+            const bool isLogin = line.starts_with("AUTHENTICATE ");
+            if (isLogin)
+                server.say(line.ends_with(" PLAIN") ? "AUTHENTICATE +" : ":irc 903 jo :Welcome");
+            if (isLogin && !line.ends_with(" PLAIN"))
+                logins += line.substr(line.find(' '));
+            return isLogin;
+        };
+    }
+
+    TempDirectory disk;
+    VirtualLoop loop;
+    ChatLines lines{loop};
+    SlowDisk slowDisk{loop};
+    FaultyFiles files{Wastebasket{}, slowDisk};
+    KeptFiles keptFiles{files, DataDirectory(drivePath(disk.path().native()))};
+    PretendIrc server{loop};
+    SlashWords words{{}};
+    std::optional<AllRooms> rooms;
+    std::function<void(std::string)> answered;
+    std::string seen, logins;
+};
+
+TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
+    server.names["#music"] = "@jo ann";
+    const std::string nowhere = "you are on no network: /connect leads to one\n";
+    const std::pair<const char*, std::string> talk[]{
+        {"/join #music", nowhere},
+        {"/disconnect", nowhere},
+        {"/room den", "you are in den\n"},
+        {"/connect plain irc.test jo music",
+         "connecting to irc.test\nyou are jo on irc.test\nyou are in #music\n"},
+        {"/join #den", "#den is room 2\n"},
+        {"/room", "1  #music (here)\n2  #den\n"},
+        {"/room den", "! /room [NAME|NUMBER]\n"},
+        {"/room 3", "there is no room 3\n"},
+        {"/names", "#music, 2 people\n  @jo\n  ann\n"},
+        {"/topic", "there is no topic\n"},
+        {"/topic  all songs", "jo sets the topic:  all songs\n"},
+        {"/as ann hi", "on a network others come, go and speak by themselves\n"},
+        {"/nick a,b", "! /nick NAME\n"},
+        {"/nick Joe", "you are now called Joe\n"},
+        {"/room 2", "you are in #den\n"},
+        {"/leave", "you have left #den\nyou are in #music\n"},
+        {"/limit", "larkspin says as many lines as the server allows\n"},
+        {"/limit 1", "larkspin says at most 1 line a minute\n"},
+        {"/limit x", "! /limit [LINES]\n"},
+        {"/disconnect", "you have left irc.test\n"},
+        {"/room", "den, 1 person\n  jo\n"},
+    };
+    for (const auto& [line, told] : talk)
+        EXPECT_EQ(typed(line), told) << line;
+    EXPECT_EQ(kept(), "server=irc.test\nport=6667\ntls=no\nnick=Joe\nroom=#music\nconnect=no\n"
+                      "lines a minute=1\n");
+    typed("/connect");
+    typed("/msg ann  psst");
+    EXPECT_EQ(server.sent.back(), "PRIVMSG ann : psst");
+}
+
+TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
+    const std::string usage = "! /connect [[plain] SERVER[:PORT] NICK [#ROOM]]\n";
+    for (const char* const wrong :
+         {"", " irc.test", " irc.test #music", " irc.test:0 jo", " irc.test:70000 jo",
+          " irc.test: jo", " ::1 jo", " [::1 jo", " [::1]6667 jo", " irc/test jo",
+          " irc.test jo a,b", " irc.test jo #a b", " plain"})
+        EXPECT_EQ(typed(std::string("/connect") + wrong), usage) << wrong;
+    EXPECT_EQ(kept(), "");
+    const std::pair<const char*, const char*> right[]{
+        {"irc.test", "server=irc.test\nport=6697\ntls=yes\n"},
+        {"irc.test:7000", "server=irc.test\nport=7000\ntls=yes\n"},
+        {"plain [::1]", "server=::1\nport=6667\ntls=no\n"},
+        {"PLAIN [::1]:7000", "server=::1\nport=7000\ntls=no\n"},
+    };
+    for (const auto& [server, written] : right) {
+        typed(std::string("/connect ") + server + " jo");
+        EXPECT_EQ(kept(), std::string(written) + "nick=jo\nconnect=yes\n");
+    }
+}
+
+TEST_F(IrcWordsTest, TakeUpAgainWhatWasAskedForUntilItIsLeft) {
+    typed("/connect irc.test jo");
+    typed("/join #music");
+    server.say(":irc KICK #music jo :out");
+    typed("/limit");
+    EXPECT_EQ(typed("/room"), "you are in no room\n");
+    begin();
+    EXPECT_EQ(typed("/room"), "1  #music (here)\n");
+    server.say(":jo!o@host NICK Guest1"); // by services, which isn't his wish
+    server.nick = "Guest1";
+    typed("/leave");
+    begin();
+    EXPECT_EQ(typed("/room"), "you are in no room\n");
+    EXPECT_EQ(rooms->room.ownName(), "jo");
+    rooms->room.closeHost();
+    begin();
+    EXPECT_EQ(typed("/room"), "lobby, 1 person\n  jo\n");
+}
+
+TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
+    offerAccounts();
+    const std::string jo = " AGpvAHBzIHQ="; // "jo", "ps t"
+    for (const char* const wrong : {"/login", "/login jo kept", "/login jo keep x"})
+        EXPECT_EQ(typed(wrong), "! /login USER [keep]\n") << wrong;
+    EXPECT_EQ(typed("/login jo"), "(password of jo)\n");
+    answer("ps t");
+    typed("/connect irc.test jo");
+    EXPECT_EQ(logins, jo);
+    EXPECT_EQ(kept(), "server=irc.test\nport=6697\ntls=yes\nnick=jo\nconnect=yes\n"
+                      "login server=irc.test\nlogin=jo\n");
+    EXPECT_TRUE(typed("/connect evil.test jo")
+                    .starts_with("you don't log in as jo, which is for irc.test\n"));
+    EXPECT_EQ(logins, jo);
+    typed("/connect IRC.test:7000 jo");
+    EXPECT_EQ(logins, jo + jo);
+    begin();
+    EXPECT_EQ(logins, jo + jo);
+
+    typed("/login jo KEEP");
+    answer("ps t");
+    EXPECT_TRUE(kept().ends_with("login server=IRC.test\nlogin=jo\npassword=ps t\n"));
+    const auto rights = std::filesystem::status(disk.path() / "irc.txt").permissions();
+    EXPECT_EQ(static_cast<int>(rights), 0600);
+    begin();
+    EXPECT_EQ(logins, jo + jo + jo);
+}
+
+TEST_F(IrcWordsTest, WaitForNoPasswordForEver) {
+    typed("/login jo keep");
+    answer("");
+    typed("/login jo keep");
+    answer("a\nb");
+    typed("/login jo keep");
+    loop.waitUntil(loop.now() + 10min);
+    EXPECT_FALSE(answered);
+    EXPECT_EQ(seen, "(password of jo)\nnobody has typed a password\n");
+    EXPECT_EQ(kept(), "");
+}
+
+TEST_F(IrcWordsTest, ALineThatMakesNoSenseIsLeftOutOfTheFile) {
+    const std::string sound = "server=irc.test\nport=6667\ntls=yes\nnick=jo\nconnect=yes\n"
+                              "login server=irc.test\nlogin=jo\npassword=sesame\n";
+    for (const char* const bad :
+         {"port=0\n", "port=99999\n", "port= 1\n", "tls=maybe\n", "server=a b\n", "nick=\x01\n",
+          "nick=#a\n", "room=a,b\n", "lines a minute=-1\n", "more\r\n[x]\r\nother=1\r\n"}) {
+        disk.write("irc.txt", "\xEF\xBB\xBF" + sound + bad); // from an editor
+        const int opened = server.opened;
+        begin();
+        EXPECT_EQ(server.opened, opened + 1) << bad;
+        typed("/limit 5");
+        EXPECT_EQ(kept(), sound + "lines a minute=5\n") << bad;
+    }
+    const std::string withoutLogin = sound.substr(0, sound.find("login"));
+    for (const char* const bad : {"login server=a b\n", "login=a b\n", "password=\x7F\n"}) {
+        disk.write("irc.txt", sound + bad);
+        begin();
+        typed("/limit 5");
+        EXPECT_EQ(kept(), withoutLogin + "lines a minute=5\n") << bad;
+    }
+    disk.write("irc.txt", std::string(20'000, 'x') + '\n' + sound);
+    const int opened = server.opened;
+    begin();
+    EXPECT_EQ(server.opened, opened) << "too large";
+}
+
+TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
+    const std::string before = "server=irc.test\nport=6667\ntls=yes\nnick=jo\nconnect=no\n"
+                               "login server=irc.test\nlogin=jo\npassword=sesame\n";
+    disk.write("irc.txt", before);
+    files.unreadable = true;
+    begin();
+    typed("/limit 5");
+    EXPECT_EQ(kept(), before);
+    EXPECT_EQ(keptFiles.takeNews(),
+              (Lines{"couldn't load <b>irc account</b>:  the disk can't be read",
+                     "couldn't save <b>irc account</b>:  the disk can't be read"}));
+    files.unreadable = false;
+    typed("/connect other.test anna");
+    EXPECT_EQ(kept(), "server=other.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n"
+                      "login server=irc.test\nlogin=jo\npassword=sesame\nlines a minute=5\n");
+}
+
+TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {
+    server.names["#music"] = "jo ann Anna \xE2\x80\xAE"
+                             "anz";
+    typed("/connect irc.test jo #music");
+    const auto completed = [&](const char* begun) {
+        const auto others = [](std::string_view) { return Completion(); };
+        const Completion found = rooms->completionOf(begun, words, others);
+        std::string all = std::to_string(found.replaced) + found.text;
+        for (const std::string& choice : found.choices)
+            all += ' ' + choice;
+        return all;
+    };
+    EXPECT_EQ(completed("/con"), "4/connect");
+    EXPECT_EQ(completed("/msg A"), "1ann");
+    EXPECT_EQ(completed("hi anN"), "3ann ann Anna");
+    EXPECT_EQ(completed("'x anna"), "4Anna");
+    for (const char* const none : {"hi ", "hi jo", "xann", ""})
+        EXPECT_EQ(completed(none), "0") << none;
+}
+
+} // namespace
+} // namespace larkspin
