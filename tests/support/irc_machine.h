@@ -11,7 +11,7 @@ namespace larkspin {
 
 class IrcMachine : public VirtualMachine {
 public:
-    IrcMachine() { host = &rooms; }
+    IrcMachine() { host = &room; }
 
     // In #music, unless the server has something against it.
     void begin(const Lines& songs = {"ride.mp3"}) {
@@ -30,7 +30,7 @@ public:
         return seen;
     }
     std::string typed(const std::string& line, std::chrono::duration<double> span = 1ms) {
-        return seenOf([&] { loop.post([&, line] { rooms.say(line); }); }, span);
+        return seenOf([&] { loop.post([&, line] { room.say(line); }); }, span);
     }
     std::string told(const std::string& text) { // by the server
         return seenOf([&] { server.say(text); });
@@ -60,7 +60,7 @@ public:
                             }};
     OwnRoom own{lines, "Login", display};
     IrcClient irc{loop, lines, server, display};
-    CurrentRoom rooms{own, irc};
+    CurrentRoom room{own, irc};
     std::string seen;
     int answers = 0; // of all messages, those that the owner has asked for
 };

@@ -1,6 +1,6 @@
 #include "irc/channels/irc_bans.h"
 
-#include "irc/protocol/irc_names.h"
+#include "irc/protocol/irc_features.h"
 
 #include <algorithm>
 #include <unordered_set>

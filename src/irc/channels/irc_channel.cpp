@@ -1,6 +1,7 @@
 #include "irc/channels/irc_channel.h"
 
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_numerics.h"
 #include "text/typed_words.h"
 
 #include <algorithm>
@@ -80,12 +81,12 @@ bool IrcChannel::take(const IrcMessage& message, const IrcFeatures& features) {
     if (command == "NICK")
         return people_.rename(features.fold(message.nick()), features.fold(message.parameter(0)),
                               message.parameter(0));
-    if (command == "353")
+    if (command == numeric::names)
         return isThis(message.parameter(2), features) && takeNames(message.parameter(3), features);
-    const bool isNumber = command[0] >= '0' && command[0] <= '9';
-    if (!isThis(message.parameter(isNumber ? 1 : 0), features))
+    const bool isNumeric = numeric::isNumeric(command);
+    if (!isThis(message.parameter(isNumeric ? 1 : 0), features))
         return false;
-    return isNumber ? takeNumber(message, features) : takeNews(message, features);
+    return isNumeric ? takeNumber(message, features) : takeNews(message, features);
 }
 
 bool IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features) {
@@ -102,11 +103,11 @@ bool IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features
 }
 
 bool IrcChannel::takeNumber(const IrcMessage& message, const IrcFeatures& features) {
-    if (message.command == "367")
+    if (message.command == numeric::ban)
         return bans_.add(message.parameter(2), features);
-    if (message.command == "332")
+    if (message.command == numeric::topic)
         return setTopic(message.parameter(2));
-    return message.command == "331" && setTopic("");
+    return message.command == numeric::noTopic && setTopic("");
 }
 
 bool IrcChannel::setTopic(std::string_view topic) {

@@ -4,7 +4,7 @@
 
 #include "irc/channels/irc_bans.h"
 #include "irc/channels/irc_name_list.h"
-#include "irc/protocol/irc_names.h"
+#include "irc/protocol/irc_features.h"
 
 #include <cstdint>
 #include <string>
@@ -41,8 +41,8 @@ public:
     // Whether that person may put others out: one of the ranks q, a, o, h.
     bool mayEject(std::string_view nick, const IrcFeatures& features) const;
 
-    // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, 332, 353/366, 367/368, 331. True when it was about
-    // this channel and changed something that shows.
+    // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, and what the server answers of the topic, the
+    // people and the bans. True when it was about this channel and changed something that shows.
     bool take(const IrcMessage& message, const IrcFeatures& features);
 
 private:

@@ -2,6 +2,7 @@
 
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_numerics.h"
 #include "text/blanks.h"
 #include "text/visible.h"
 
@@ -13,11 +14,6 @@ namespace larkspin {
 namespace {
 
 constexpr std::size_t longestChannel = 200, longestList = 400;
-
-// Whatever it is: there are many reasons, and servers have numbers of their own for some.
-bool isRefusal(std::string_view command) {
-    return command.size() == 3 && (command[0] == '4' || command[0] == '5');
-}
 
 } // namespace
 
@@ -172,7 +168,7 @@ void IrcJoining::take(const IrcMessage& message) {
         left(message.parameter(0));
     else if (command == "KICK" && session_.isSelf(message.parameter(1)))
         left(message.parameter(0));
-    else if (isRefusal(command))
+    else if (numeric::isRefusal(command))
         refused(message.parameter(1));
 }
 

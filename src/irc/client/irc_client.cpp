@@ -3,6 +3,7 @@
 #include "host/client_addresses.h"
 #include "host/room_words.h"
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_numerics.h"
 #include "irc/talk/irc_news.h"
 #include "text/blanks.h"
 #include "text/fold.h"
@@ -18,11 +19,6 @@ namespace {
 using namespace std::chrono_literals;
 
 const std::string usualFarewell = "larkspin flies off";
-
-// What the server says by number it says to the owner's own words.
-bool isNumber(std::string_view command) {
-    return !command.empty() && command.front() >= '0' && command.front() <= '9';
-}
 
 } // namespace
 
@@ -42,7 +38,7 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
       joining_(session_, channels_,
                {.tell = [this](const std::string& text) { tell(text); },
                 .newRoom = [this] { newRoom(); }}),
-      hearing_(loop, lines, shown_, session_, channels_, people_),
+      hearing_(loop, lines, shown_, session_, channels_, moderation_),
       speech_(loop, session_,
               [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }),
       pacing_(loop, session_.outgoing()) {}
@@ -72,7 +68,7 @@ void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
                         const std::string& channel) {
     endSession();
     if (server.host != session_.server().host)
-        people_.ignoreNobody();
+        moderation_.ignoreNobody();
     forgetRooms();
     joining_.beginWith(channel);
     isOn_ = true;
@@ -141,27 +137,28 @@ void IrcClient::take(const IrcMessage& message) {
     if (command == "PRIVMSG" || command == "NOTICE")
         return hearing_.take(message, speech_);
     const bool isSelf = session_.isSelf(message.nick());
-    if (!(command == "INVITE" && people_.ignores(message.nick())))
-        tellNews(message, session_, here(), [&](const std::string& text) {
-            isNumber(command) ? tell(text) : shown_.message(text);
-        });
+    const bool isAnswer = numeric::isNumeric(command); // to the owner's own words
+    if (!(command == "INVITE" && moderation_.ignores(message.nick())))
+        tellNews(message, session_, here(),
+                 [&](const std::string& text) { isAnswer ? tell(text) : shown_.message(text); });
     if (command == "JOIN" && isSelf)
         joining_.cameIn(std::string(message.parameter(0)));
     if (command == "NICK")
-        people_.rename(message.nick(), message.parameter(0));
-    if (command == "404")
+        moderation_.rename(message.nick(), message.parameter(0));
+    if (command == numeric::cannotSend)
         speech_.refused(message.parameter(1));
     channels_.take(message, session_.features());
     joining_.take(message);
-    if (Place* const place = channels_.here(); place && (command == "366" || command == "MODE"))
-        people_.askForBans(*place);
+    if (Place* const place = channels_.here();
+        place && (command == numeric::endOfNames || command == "MODE"))
+        moderation_.askForBans(*place);
     shown_.changed();
 }
 
 void IrcClient::newRoom() {
     handles_.showNewRoom();
     if (channels_.here())
-        people_.askForBans(*channels_.here());
+        moderation_.askForBans(*channels_.here());
     shown_.changed();
 }
 
@@ -263,7 +260,7 @@ std::string IrcClient::ownName() const {
 }
 
 bool IrcClient::isIgnored(std::string_view name) const {
-    return people_.ignores(name);
+    return moderation_.ignores(name);
 }
 
 const RowList& IrcClient::people() const {
@@ -275,25 +272,25 @@ const RowList& IrcClient::ejected() const {
 }
 
 bool IrcClient::ownerMayEject() const {
-    return here() && people_.ownerMayEject(*channels_.here());
+    return here() && moderation_.ownerMayEject(*channels_.here());
 }
 
 void IrcClient::toggleIgnored(const std::string& name) {
     if (!here() || session_.isSelf(name) || !here()->contains(name, session_.features()))
         return;
-    const bool isIgnored = people_.toggleIgnored(name);
+    const bool isIgnored = moderation_.toggleIgnored(name);
     tell(visibleName(name) + (isIgnored ? " is ignored" : " is heard again"));
     shown_.changed();
 }
 
 void IrcClient::eject(const std::string& name) {
     if (ownerMayEject() && !session_.isSelf(name) && here()->contains(name, session_.features()))
-        people_.eject(*here(), name);
+        moderation_.eject(*here(), name);
 }
 
 void IrcClient::allow(const std::string& ejectedRow) {
     if (ownerMayEject())
-        people_.allow(*here(), ejectedRow);
+        moderation_.allow(*here(), ejectedRow);
 }
 
 HostHandle IrcClient::findChatRoom() {

@@ -12,7 +12,7 @@
 #include "host/shown_room.h"
 #include "irc/channels/irc_channels.h"
 #include "irc/channels/irc_joining.h"
-#include "irc/channels/irc_people.h"
+#include "irc/channels/irc_moderation.h"
 #include "irc/client/irc_clock.h"
 #include "irc/connection/irc_session.h"
 #include "irc/talk/irc_hearing.h"
@@ -137,7 +137,7 @@ private:
     IrcSession session_;
     IrcChannels channels_;
     IrcJoining joining_;
-    IrcPeople people_{session_};
+    IrcModeration moderation_{session_};
     IrcHearing hearing_;
     IrcSpeech speech_;
     IrcPacing pacing_;

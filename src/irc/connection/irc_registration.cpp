@@ -1,6 +1,7 @@
 #include "irc/connection/irc_registration.h"
 
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_numerics.h"
 #include "irc/protocol/sasl_plain.h"
 #include "text/typed_words.h"
 
@@ -60,15 +61,16 @@ bool IrcRegistration::take(const IrcMessage& message) {
         takeCapabilities(message);
     else if (isDone())
         return false;
-    else if (command == "001")
+    else if (command == numeric::welcome)
         welcome(message);
-    else if (command == "433" || command == "436" || command == "437")
+    else if (command == numeric::nickInUse || command == numeric::nickCollision ||
+             command == numeric::nickUnavailable)
         askAnew(choice_.taken(message.parameter(1)));
-    else if (command == "431" || command == "432")
+    else if (command == numeric::noNickGiven || command == numeric::badNick)
         askAnew(choice_.malformed());
     else if (command == "AUTHENTICATE")
         sendLogin(message.parameter(0));
-    else if (command.starts_with("90"))
+    else if (numeric::isAboutLogin(command))
         return takeLoginAnswer(message);
     else
         return takeUnknown(message);
@@ -91,14 +93,16 @@ void IrcRegistration::askAnew(bool hasAnother) {
 // A server that doesn't know what it was asked. One that doesn't know CAP goes on by itself.
 bool IrcRegistration::takeUnknown(const IrcMessage& message) {
     const std::string& command = message.command;
-    if (command != "410" && command != "421" && command != "451")
+    if (command != numeric::badCapability && command != numeric::unknownCommand &&
+        command != numeric::notRegistered)
         return false;
     const bool isLogin = message.parameter(1) == "AUTHENTICATE";
     if (isLogin)
         failLogin("the server knows no accounts");
-    if (isLogin || command == "410")
+    const bool isCapability = command == numeric::badCapability;
+    if (isLogin || isCapability)
         endCapabilities();
-    return isLogin || command == "410" || message.parameter(1) == "CAP";
+    return isLogin || isCapability || message.parameter(1) == "CAP";
 }
 
 void IrcRegistration::takeCapabilities(const IrcMessage& message) {
@@ -197,11 +201,11 @@ void IrcRegistration::sendLogin(std::string_view challenge) {
 
 bool IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
     const std::string& command = message.command;
-    if (command == "900" || command == "901" || phase_ != Phase::loggingIn)
+    if (command == numeric::loggedIn || command == numeric::loggedOut || phase_ != Phase::loggingIn)
         return false;
-    if (command == "903" || command == "907") { // now, or before already
+    if (command == numeric::loginDone || command == numeric::loginDoneBefore) {
         login_ = Login::none;
-    } else if (command == "908") {
+    } else if (command == numeric::loginWays) {
         failLogin("the server knows only other ways than a password");
     } else {
         const bool saysWhy = message.parameters.size() > 1;

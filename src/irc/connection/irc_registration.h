@@ -27,13 +27,14 @@ public:
     // The first lines: CAP LS 302, NICK, USER.
     void begin();
 
-    // Takes CAP, AUTHENTICATE, 001, the refusals of names and of what it asks for, and what is said
-    // of the login. True when the message was for it. However a login ends, the connection goes on.
+    // Takes CAP, AUTHENTICATE, the welcome, the refusals of names and of what it asks for, and what
+    // is said of the login. True when the message was for it. However a login ends, the connection
+    // goes on.
     bool take(const IrcMessage& message);
 
     bool isDone() const { return phase_ == Phase::done; }
 
-    // The name that the server knows this connection by, once that is done (001).
+    // The name that the server knows this connection by, once that is done.
     const std::string& nick() const { return nick_; }
 
     // Which of the capabilities hold, also after the registration (CAP DEL).

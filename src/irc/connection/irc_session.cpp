@@ -1,6 +1,7 @@
 #include "irc/connection/irc_session.h"
 
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_numerics.h"
 #include "text/number.h"
 
 #include <algorithm>
@@ -123,7 +124,7 @@ void IrcSession::welcome() {
 }
 
 void IrcSession::follow(const IrcMessage& message) {
-    if (message.command == "005")
+    if (message.command == numeric::features)
         features_.read(message);
     if (message.command != "NICK" || !isSelf(message.nick()) || message.parameter(0).empty())
         return;

@@ -5,8 +5,8 @@
 #include "irc/connection/irc_connection.h"
 #include "irc/connection/irc_outgoing.h"
 #include "irc/connection/irc_registration.h"
+#include "irc/protocol/irc_features.h"
 #include "irc/protocol/irc_input.h"
-#include "irc/protocol/irc_names.h"
 
 #include <chrono>
 #include <functional>

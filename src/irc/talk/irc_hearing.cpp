@@ -1,6 +1,6 @@
 #include "irc/talk/irc_hearing.h"
 
-#include "irc/channels/irc_people.h"
+#include "irc/channels/irc_moderation.h"
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_markup.h"
 #include "irc/protocol/irc_message.h"
@@ -66,7 +66,7 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
         return;
     if (isSelf && !isNotice && place && speech.take(message.parameter(0), message.parameter(1)))
         return;
-    if (!isSelf && people_.ignores(message.nick()))
+    if (!isSelf && moderation_.ignores(message.nick()))
         return;
     if (place && channels_.isHere(place))
         hearInRoom(message, isSelf);

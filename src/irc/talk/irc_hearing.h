@@ -12,7 +12,7 @@
 
 namespace larkspin {
 
-class IrcPeople;
+class IrcModeration;
 class IrcSession;
 struct IrcMessage;
 
@@ -20,9 +20,9 @@ class IrcHearing {
 public:
     // All must outlive it, and what is said by the owner.
     IrcHearing(EventLoop& loop, ChatLines& lines, const RoomDisplay& shown, IrcSession& session,
-               IrcChannels& channels, const IrcPeople& people)
+               IrcChannels& channels, const IrcModeration& moderation)
         : loop_(loop), lines_(lines), shown_(shown), session_(session), channels_(channels),
-          people_(people) {}
+          moderation_(moderation) {}
 
     // A PRIVMSG or NOTICE.
     void take(const IrcMessage& message, IrcSpeech& speech);
@@ -46,7 +46,7 @@ private:
     const RoomDisplay& shown_;
     IrcSession& session_;
     IrcChannels& channels_;
-    const IrcPeople& people_;
+    const IrcModeration& moderation_;
     bool takesMessages_ = true;
 };
 

@@ -5,6 +5,7 @@
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_markup.h"
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_numerics.h"
 #include "text/visible.h"
 
 #include <algorithm>
@@ -70,13 +71,13 @@ private:
 
     // Refusals, in the server's words, and the few answers that somebody waits for.
     std::string number() const {
-        static constexpr std::string_view answers[] = {"301", "331", "332", "341"};
+        static constexpr std::string_view answers[] = {numeric::away, numeric::noTopic,
+                                                       numeric::topic, numeric::inviting};
         const std::string& command = message_.command;
-        if (command == "422") // it has no greeting
+        if (command == numeric::noGreeting)
             return {};
-        const bool isRefusal =
-            command.size() == 3 && (command.starts_with('4') || command.starts_with('5'));
-        if (!isRefusal && std::ranges::find(answers, command) == std::end(answers))
+        if (!numeric::isRefusal(command) &&
+            std::ranges::find(answers, command) == std::end(answers))
             return {};
         return words(1, message_.parameters.size());
     }

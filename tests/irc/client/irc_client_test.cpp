@@ -28,7 +28,7 @@ TEST(IrcClient, WithoutEchoALineCountsAsItIsTypedAndAnAnswerAsItLeaves) {
 TEST(IrcClient, WhatIsOnTheScreenAlreadyIsNotShownAgain) {
     IrcMachine machine;
     machine.begin();
-    EXPECT_EQ(machine.seenOf([&] { machine.rooms.sayShown("'volume 7"); }),
+    EXPECT_EQ(machine.seenOf([&] { machine.room.sayShown("'volume 7"); }),
               "Owner: volume set:  <b>7</b>\n");
     EXPECT_EQ(machine.state().HScroll2, 7);
 }
@@ -36,7 +36,7 @@ TEST(IrcClient, WhatIsOnTheScreenAlreadyIsNotShownAgain) {
 TEST(IrcClient, MarkupTravelsAsCodesAndALongLineInPieces) {
     IrcMachine machine;
     machine.begin();
-    EXPECT_EQ(machine.sentOf([&] { machine.rooms.say("<b>loud</b>"); }).substr(0, 18),
+    EXPECT_EQ(machine.sentOf([&] { machine.room.say("<b>loud</b>"); }).substr(0, 18),
               "PRIVMSG #music \x02lo");
     EXPECT_EQ(machine.told(":ann!a@h PRIVMSG #music :\x02hi <b>\x1b[2J"),
               "ann: <b>hi <\u200Cb>\uFFFD[2J\n");
@@ -63,11 +63,11 @@ TEST(IrcClient, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
 TEST(IrcClient, AnOperatorPutsOthersOutAndLetsThemBackIn) {
     IrcMachine machine;
     machine.begin();
-    EXPECT_EQ(machine.sentOf([&] { machine.rooms.say("'ban ann"); }, 10s).substr(0, 71),
+    EXPECT_EQ(machine.sentOf([&] { machine.room.say("'ban ann"); }, 10s).substr(0, 71),
               "PRIVMSG #music :'ban ann\nMODE #music +b ann!*@*\nKICK #music ann\nPRIVMSG");
     EXPECT_EQ(machine.irc.people().count(), 2);
     machine.told(":irc 367 Owner #music *!*@evil bob 1\r\n:bob!b@h MODE #music +b Ann!x@*");
-    EXPECT_EQ(machine.sentOf([&] { machine.rooms.say("'unban ann"); }, 20s).substr(0, 26),
+    EXPECT_EQ(machine.sentOf([&] { machine.room.say("'unban ann"); }, 20s).substr(0, 26),
               "PRIVMSG #music :'unban ann");
     EXPECT_EQ(machine.irc.ejected().count(), 1);
     machine.told(":bob!b@h MODE #music -o Owner");
@@ -93,7 +93,7 @@ TEST(IrcClient, OneOfSeveralRoomsIsTheRoom) {
     EXPECT_EQ(machine.told(":ann!a@h PRIVMSG #den :hi\r\n:ann!a@h PRIVMSG #DEN :hi"), "");
     EXPECT_EQ(machine.irc.rooms()[1].unseen, 2);
     EXPECT_EQ(machine.seenOf([&] { machine.irc.enterRoom(2); }), "- you are in #den\n");
-    EXPECT_EQ(machine.rooms.name(), "#den");
+    EXPECT_EQ(machine.room.name(), "#den");
     EXPECT_EQ(machine.typed("'pr #attic", 10s),
               "Owner: 'pr #attic\nOwner: private room ~> <b>#attic\n- you are in #attic\n");
     EXPECT_EQ(machine.seenOf([&] { machine.irc.leave(); }, 10s),
@@ -160,7 +160,7 @@ TEST(IrcClient, TheOwnersWordsDoWhatTheySay) {
     EXPECT_EQ(machine.seenOf([&] { machine.irc.message("#x", "psst"); }), "- you are not in #x\n");
     EXPECT_EQ(machine.seenOf([&] { machine.irc.changeNick("Boss"); }),
               "- you are now called Boss\n");
-    EXPECT_EQ(machine.rooms.currentScreenName(), "Boss");
+    EXPECT_EQ(machine.room.currentScreenName(), "Boss");
 }
 
 // A front end keeps them a place that no flood of others takes.
@@ -188,7 +188,7 @@ TEST(IrcClient, TheClientsErrandsAreRunOnTheNetwork) {
     EXPECT_EQ(machine.typed("'volume 7", 1h), "- you are not connected\n");
     EXPECT_EQ(machine.server.opened, 1);
     machine.seenOf([&] { machine.irc.disconnect(); });
-    EXPECT_EQ(machine.rooms.currentScreenName(), "Login");
+    EXPECT_EQ(machine.room.currentScreenName(), "Login");
 }
 
 TEST(IrcClient, ClosingTheClientLeadsBackToTheOwnRoom) {
@@ -196,7 +196,7 @@ TEST(IrcClient, ClosingTheClientLeadsBackToTheOwnRoom) {
     machine.begin();
     EXPECT_EQ(machine.typed("'closeaol", 1s),
               "Owner: 'closeaol\nOwner: closing this piece of shit!\n- you have left irc.test\n");
-    EXPECT_EQ(machine.rooms.name(), "lobby");
+    EXPECT_EQ(machine.room.name(), "lobby");
     EXPECT_EQ(machine.typed("'volume 7"), "Login: 'volume 7\nLogin: volume set:  <b>7</b>\n");
 }
 

@@ -16,14 +16,14 @@ TEST(IrcSession, ALostConnectionIsMadeAgainWithTheRoomsAndNothingOldIsSaid) {
     machine.seenOf([&] { machine.irc.join("#den", "sesame"); }, 100s);
     machine.seenOf([&] {
         for (int line = 0; line < 9; ++line)
-            machine.rooms.say("line " + std::to_string(line));
+            machine.room.say("line " + std::to_string(line));
     });
     EXPECT_EQ(machine.seenOf([&] { machine.server.lose("the cable is out"); }),
               "- irc.test: the cable is out; trying again in 5 seconds\n"
               "- 4 lines of yours had not been sent yet, and won't be\n");
-    EXPECT_EQ(machine.rooms.currentScreenName(), "");
+    EXPECT_EQ(machine.room.currentScreenName(), "");
     EXPECT_EQ(machine.sentOf([] {}, 60s), "JOIN #music\nJOIN #den sesame\nMODE #music b\n");
-    EXPECT_EQ(machine.rooms.name(), "#music");
+    EXPECT_EQ(machine.room.name(), "#music");
 }
 
 TEST(IrcSession, ARoomThatWasRefusedIsNeitherAskedForAgainNorTheRoom) {
@@ -92,7 +92,7 @@ TEST(IrcSession, AnotherNameIsTakenAndTheOwnerIsThatOne) {
         return line == "NICK Owner";
     };
     machine.begin();
-    EXPECT_EQ(machine.rooms.currentScreenName(), "Owner_");
+    EXPECT_EQ(machine.room.currentScreenName(), "Owner_");
     EXPECT_EQ(machine.typed("'volume 7"), "Owner_: 'volume 7\nOwner_: volume set:  <b>7</b>\n");
     EXPECT_EQ(machine.sentOf([&] { machine.server.lose("x"); }, 6s).find("Owner_"),
               std::string::npos);
@@ -110,7 +110,7 @@ TEST(IrcSession, WhatIsSaidIsPacedAndTheOwnerGoesFirst) {
     EXPECT_GT(machine.loop.now() - begun, 6s);
     EXPECT_LT(machine.loop.now() - begun, 20s);
     machine.server.sent.clear();
-    machine.seenOf([&] { machine.rooms.say("typed"); }, 10s);
+    machine.seenOf([&] { machine.room.say("typed"); }, 10s);
     EXPECT_EQ(machine.server.sent.front(), "PRIVMSG #music typed");
     machine.seenOf([&] { machine.irc.limitSaid(1); }, 60s);
     const Nanoseconds limited = machine.loop.now();
@@ -129,7 +129,7 @@ TEST(IrcSession, ARecitalStaysInTheRoomThatHasAskedForIt) {
         {"home", [](IrcMachine& machine) { machine.irc.disconnect(); }},
     };
     const std::pair<const char*, void (*)(IrcMachine&)> begins[] = {
-        {"by a line", [](IrcMachine& machine) { machine.rooms.say("'scrn"); }},
+        {"by a line", [](IrcMachine& machine) { machine.room.say("'scrn"); }},
         {"by hand", [](IrcMachine& machine) { press(machine.window("notez"), "Label3"); }},
     };
     for (const auto& [where, go] : ways)
@@ -142,7 +142,7 @@ TEST(IrcSession, ARecitalStaysInTheRoomThatHasAskedForIt) {
                 machine.state().notes.add("note " + std::to_string(note));
             machine.typed("'nshow", 60s);
             machine.loop.once(5s, [&, go = go] { go(machine), machine.seen.clear(); });
-            machine.loop.once(7s, [&] { machine.rooms.sendChatLine("a tick"); }); // not of it
+            machine.loop.once(7s, [&] { machine.room.sendChatLine("a tick"); }); // not of it
             std::string told = machine.seenOf(
                 [&, begin = begin] { machine.loop.post([&] { begin(machine); }); }, 60s);
             EXPECT_NE(told.find(": a tick\n"), told.npos);
@@ -170,7 +170,7 @@ TEST(IrcSession, WhatWaitsAtTheEndIsNotSaidAndTheOwnerIsToldOfHisOwnLines) {
     machine.begin();
     machine.loop.once(3s, [&] {
         for (int line = 0; line < 6; ++line)
-            machine.rooms.say("line " + std::to_string(line));
+            machine.room.say("line " + std::to_string(line));
         machine.seen.clear();
         machine.server.sent.clear();
         machine.irc.disconnect();
@@ -190,7 +190,7 @@ struct HeardAtOnce : IrcMachine { // without an echo a line is heard as it is ty
     }
     void types(int times, const std::string& line) {
         for (int time = 0; time < times; ++time)
-            loop.post([this, line] { rooms.say(line); });
+            loop.post([this, line] { room.say(line); });
     }
 };
 
@@ -246,7 +246,7 @@ TEST(IrcSession, WhatWaitsIsNotSaidBehindTheOwnersBack) {
     machine.seenOf([&] { machine.irc.join("#den"); }, 60s);
     const auto sayMuch = [&] {
         for (int line = 0; line < 8; ++line)
-            machine.rooms.say("typed " + std::to_string(line));
+            machine.room.say("typed " + std::to_string(line));
         machine.irc.sendChatLine("said");
     };
     const std::string sent = machine.sentOf([&] { sayMuch(), machine.irc.leave(); }, 60s);

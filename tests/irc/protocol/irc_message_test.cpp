@@ -1,7 +1,7 @@
 // Lines of the protocol, there and back, and names as servers compare them.
+#include "irc/protocol/irc_features.h"
 #include "irc/protocol/irc_input.h"
 #include "irc/protocol/irc_message.h"
-#include "irc/protocol/irc_names.h"
 
 #include <gtest/gtest.h>
 

@@ -115,7 +115,7 @@ TEST(IrcObeying, TheOwnerIsWhoeverTheServerSaysThatThisConnectionIs) {
     machine.begin();
     machine.told(":Owner!o@host NICK :Guest7");
     machine.server.nick = "Guest7";
-    EXPECT_EQ(machine.rooms.ownName(), "Guest7");
+    EXPECT_EQ(machine.room.ownName(), "Guest7");
     EXPECT_EQ(machine.typed("'volume 7"), "Guest7: 'volume 7\nGuest7: volume set:  <b>7</b>\n");
     EXPECT_EQ(machine.state().HScroll2, 7);
 }
@@ -125,18 +125,18 @@ TEST(IrcObeying, NamesAreComparedAsTheServerDoes) {
     machine.begin();
     machine.told(":Owner!o@host NICK :Own[er]");
     machine.told(":own{ER}!o@host NICK :Boss");
-    EXPECT_EQ(machine.rooms.currentScreenName(), "Boss");
+    EXPECT_EQ(machine.room.currentScreenName(), "Boss");
 }
 
 TEST(IrcObeying, NobodyIsTheOwnerOutsideARoom) {
     IrcMachine machine;
     machine.begin();
     machine.told(":bob!b@h KICK #music Owner :x");
-    EXPECT_EQ(machine.rooms.currentScreenName(), "");
-    EXPECT_EQ(machine.sentOf([&] { machine.rooms.say("'volume 7"); }), "");
+    EXPECT_EQ(machine.room.currentScreenName(), "");
+    EXPECT_EQ(machine.sentOf([&] { machine.room.say("'volume 7"); }), "");
     EXPECT_EQ(machine.typed("'volume 7"), "- you are in no room\n");
     EXPECT_EQ(machine.state().HScroll2, untouched);
-    EXPECT_EQ(machine.sentOf([&] { machine.rooms.sendChatLine("hi"); }), "");
+    EXPECT_EQ(machine.sentOf([&] { machine.room.sendChatLine("hi"); }), "");
 }
 
 } // namespace

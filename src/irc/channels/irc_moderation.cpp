@@ -1,4 +1,4 @@
-#include "irc/channels/irc_people.h"
+#include "irc/channels/irc_moderation.h"
 
 #include "irc/connection/irc_session.h"
 
@@ -11,11 +11,11 @@ constexpr std::string_view wildcards = "*?!@";
 
 } // namespace
 
-bool IrcPeople::ignores(std::string_view name) const {
+bool IrcModeration::ignores(std::string_view name) const {
     return ignored_.contains(session_.features().fold(name));
 }
 
-bool IrcPeople::toggleIgnored(std::string_view name) {
+bool IrcModeration::toggleIgnored(std::string_view name) {
     const std::string folded = session_.features().fold(name);
     if (ignored_.erase(folded) > 0)
         return false;
@@ -23,17 +23,17 @@ bool IrcPeople::toggleIgnored(std::string_view name) {
     return true;
 }
 
-void IrcPeople::rename(std::string_view from, std::string_view to) {
+void IrcModeration::rename(std::string_view from, std::string_view to) {
     const IrcFeatures& features = session_.features();
     if (ignored_.erase(features.fold(from)) > 0)
         ignored_.insert(features.fold(to));
 }
 
-bool IrcPeople::ownerMayEject(const IrcChannels::Place& place) const {
+bool IrcModeration::ownerMayEject(const IrcChannels::Place& place) const {
     return place.channel.mayEject(session_.nick(), session_.features());
 }
 
-void IrcPeople::eject(const IrcChannel& channel, std::string_view name) {
+void IrcModeration::eject(const IrcChannel& channel, std::string_view name) {
     const std::string nick(name);
     if (nick.find_first_of(wildcards) != std::string::npos)
         return;
@@ -41,12 +41,12 @@ void IrcPeople::eject(const IrcChannel& channel, std::string_view name) {
     session_.request("KICK", {channel.name(), nick});
 }
 
-void IrcPeople::allow(const IrcChannel& channel, std::string_view ejectedRow) {
+void IrcModeration::allow(const IrcChannel& channel, std::string_view ejectedRow) {
     for (const std::string& mask : channel.masksOf(ejectedRow))
         session_.request("MODE", {channel.name(), "-b", mask});
 }
 
-void IrcPeople::askForBans(IrcChannels::Place& place) {
+void IrcModeration::askForBans(IrcChannels::Place& place) {
     if (!place.wereBansAsked && ownerMayEject(place))
         place.wereBansAsked = session_.request("MODE", {place.channel.name(), "b"});
 }

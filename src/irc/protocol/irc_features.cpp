@@ -1,4 +1,4 @@
-#include "irc/protocol/irc_names.h"
+#include "irc/protocol/irc_features.h"
 
 #include "irc/protocol/irc_message.h"
 

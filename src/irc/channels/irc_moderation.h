@@ -12,9 +12,9 @@ namespace larkspin {
 
 class IrcSession;
 
-class IrcPeople {
+class IrcModeration {
 public:
-    explicit IrcPeople(IrcSession& session) : session_(session) {}
+    explicit IrcModeration(IrcSession& session) : session_(session) {}
 
     bool ignores(std::string_view name) const;
 

@@ -1,4 +1,4 @@
-// How a server compares names, and which names and ranks it knows (ISUPPORT, numeric 005).
+// How a server compares names, and which names and ranks it knows (ISUPPORT).
 #pragma once
 
 #include <string>
@@ -30,7 +30,7 @@ struct IrcFeatures {
     // only when they are set.
     std::string listModes = "beI", parameterModes = "k", setParameterModes = "l";
 
-    // Takes the words of a 005 message, also those that take back what was told ("-PREFIX"). How
+    // Takes the words of such a message, also those that take back what was told ("-PREFIX"). How
     // names compare holds as it was told first: lists of names are kept by it.
     void read(const IrcMessage& message);
 

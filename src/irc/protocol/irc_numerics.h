@@ -1,0 +1,38 @@
+// The numbers that servers answer by, named by what they say, and the kinds of them.
+#pragma once
+
+#include <string_view>
+
+namespace larkspin::numeric {
+
+inline constexpr std::string_view welcome = "001", features = "005";
+
+// What was asked for.
+inline constexpr std::string_view away = "301", noTopic = "331", topic = "332", inviting = "341",
+                                  names = "353", endOfNames = "366", ban = "367";
+
+// What can't be had.
+inline constexpr std::string_view cannotSend = "404", badCapability = "410", unknownCommand = "421",
+                                  noGreeting = "422", noNickGiven = "431", badNick = "432",
+                                  nickInUse = "433", nickCollision = "436", nickUnavailable = "437",
+                                  notRegistered = "451";
+
+// What becomes of a login.
+inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone = "903",
+                                  loginDoneBefore = "907", loginWays = "908";
+
+inline bool isNumeric(std::string_view command) {
+    return !command.empty() && command.front() >= '0' && command.front() <= '9';
+}
+
+// Whatever it is: there are many reasons, and servers have numbers of their own for some.
+inline bool isRefusal(std::string_view command) {
+    return command.size() == 3 && (command.front() == '4' || command.front() == '5');
+}
+
+// 900 to 909.
+inline bool isAboutLogin(std::string_view command) {
+    return command.starts_with("90");
+}
+
+} // namespace larkspin::numeric
