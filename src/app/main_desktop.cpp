@@ -79,7 +79,7 @@ int main(int count, char** arguments) {
     const MprisService remote(loop, sessionBusAddress(), program.playback.remote,
                               {.raise =
                                    [&] {
-                                       program.playback.mediaList.show();
+                                       program.mediaWindow.list.show();
                                        room.show();
                                    },
                                .quit = [&] { program.exit(); }});
@@ -92,8 +92,8 @@ int main(int count, char** arguments) {
                              .pressed = [&] { dialogs.ownerPresses(); }});
     desktop.onPress([&] { dialogs.ownerPresses(); });
     desktop.withoutTray([&] {
-        if (!program.playback.mediaWindow.mp3s.visible)
-            program.playback.mediaList.show();
+        if (!program.mediaWindow.frame.mp3s.visible)
+            program.mediaWindow.list.show();
     });
     loop.onSignals(endSignals, [&] { program.end(); });
     display.onSessionEnd(

@@ -13,15 +13,15 @@ Program::Program(const Machine& m)
       playback(chat.core, {.room = m.host,
                            .files = m.files,
                            .player = m.player,
-                           .desktop = m.desktop,
                            .directory = shell.directory,
-                           .splash = shell.splash,
-                           .adding = library.adding,
-                           .removing = library.removing,
-                           .playlistCommands = library.playlistCommands,
-                           .refresh = library.refresh,
                            .NiteScan2 = chat.NiteScan2,
                            .commandsWindow = chat.commandsWindow}),
+      mediaWindow(chat.core, {.files = m.files,
+                              .player = m.player,
+                              .desktop = m.desktop,
+                              .shell = shell,
+                              .library = library,
+                              .playback = playback}),
       companions(chat.core, {.files = m.files,
                              .lineFiles = library.lineFiles,
                              .directory = shell.directory,
@@ -48,7 +48,7 @@ Program::~Program() {
 }
 
 std::vector<Window*> Program::windows() {
-    return {&playback.mediaWindow.mp3s,
+    return {&mediaWindow.frame.mp3s,
             &chat.commandsWindow.larkmain,
             &playback.choices.stops,
             &companions.notesWindow.notez,
@@ -61,7 +61,7 @@ std::vector<Window*> Program::windows() {
 // and before its end is seen.
 void Program::secondTick() {
     playback.checkSection();
-    playback.showPosition();
+    mediaWindow.showPosition();
     shell.countSecond(playback.isPlaying());
     playback.checkEnd();
     host.transfers.pressEndNotice();

@@ -10,6 +10,7 @@
 #include "companions/companions.h"
 #include "host/host.h"
 #include "library/library.h"
+#include "media_window/media_window.h"
 #include "outside/outside.h"
 #include "playback/playback.h"
 #include "shell/event_loop.h"
@@ -57,6 +58,7 @@ public:
     Chat chat;
     Library library;
     Playback playback;
+    MediaWindow mediaWindow;
     Companions companions;
     Host host;
     Outside outside;

@@ -62,7 +62,7 @@ void Program::start() {
     if (isEndWanted_)
         end();
     if (shell.state.rol)
-        playback.refreshButton.refreshAtStart();
+        mediaWindow.refreshButton.refreshAtStart();
     if (!run.lasts())
         return;
 
@@ -72,7 +72,7 @@ void Program::start() {
         return;
     shell.splash.hide();
     listen();
-    playback.refreshButton.tellOfStart();
+    mediaWindow.refreshButton.tellOfStart();
     openFrontEnd();
 }
 
@@ -123,6 +123,7 @@ void Program::loadFolders(const StoredSettings& stored) {
     shell.load(stored);
     chat.loadSilence(stored);
     playback.load(stored);
+    mediaWindow.load(stored);
     fillcatalogue(shell.state);
     companions.load();
 }
@@ -167,6 +168,7 @@ void Program::save() {
     machine.files.makeDirectory(shell.directory.path());
     SettingsChanges changes;
     playback.save(changes);
+    mediaWindow.save(changes);
     shell.save(changes);
     library.save(changes);
     chat.save(changes);
@@ -194,6 +196,7 @@ void Program::unload(bool speaks) {
     chat.stopScanners();
     companions.unload();
     shell.splash.hide();
+    mediaWindow.unload();
     playback.unload();
     shell.reset();
     machine.desktop.removeTrayIcon();

@@ -94,8 +94,8 @@ Entries tree(Program& p) {
             separator("a"),
             entry("mp3z", state.mp3z,
                   [&p] {
-                      p.playback.mediaList.show();
-                      keepontop(p.playback.mediaWindow.mp3s);
+                      p.mediaWindow.list.show();
+                      keepontop(p.mediaWindow.frame.mp3s);
                   }),
             entry("noted", state.noted, [&p] { p.companions.notesWindow.show(); }),
             entry("appsz", state.appsz, [&p] { p.companions.launcherWindow.show(); }),
@@ -115,11 +115,11 @@ Entries tree(Program& p) {
 }
 
 void toggleMediaWindow(Program& p) {
-    Window& mp3s = p.playback.mediaWindow.mp3s;
+    Window& mp3s = p.mediaWindow.frame.mp3s;
     if (isInSight(mp3s))
         mp3s.visible = false;
     else
-        p.playback.mediaList.show();
+        p.mediaWindow.list.show();
 }
 
 } // namespace

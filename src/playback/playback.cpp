@@ -2,7 +2,6 @@
 
 #include "chat/commands_window.h"
 #include "playback/media_control.h"
-#include "playback/media_controls.h"
 #include "shell/app_state.h"
 #include "shell/shell.h"
 
@@ -16,7 +15,6 @@ constexpr int firstVolume = -500;
 } // namespace
 
 Playback::Playback(const Core& core, const PlaybackNeeds& needs) : core_(core), needs_(needs) {
-    mediaWindow.mp3s.controls = mediaControls(core_, *this);
     choices.stops.controls = stopWindow.controls();
     needs_.commandsWindow.connect({.onDoubleClick = [this] { dialogue.startClicked(); },
                                    .onClose = [this] { dialogue.close(); },
@@ -32,7 +30,6 @@ void Playback::load(const StoredSettings& stored) {
     loadFlag(state.cintz, stored.get("continue"));
     state.crand = state.crand && !state.rep; // one at most, as when they are saved
     state.cintz = state.cintz && !state.rep && !state.crand;
-    mediaWindow.load(stored);
     choices.load();
     lastSong.load(stored);
     counters.show(counters.count(state.play));
@@ -47,18 +44,11 @@ void Playback::save(SettingsChanges& changes) {
     changes.emplace_back("repeat", yesNo(state.rep));
     changes.emplace_back("shuffle", yesNo(state.crand && !state.rep));
     changes.emplace_back("continue", yesNo(state.cintz && !state.rep && !state.crand));
-    mediaWindow.save(changes);
 }
 
 void Playback::unload() {
-    mediaWindow.mp3s.visible = false;
     choices.unload();
     transport.close();
-}
-
-void Playback::showPosition() {
-    if (mediaWindow.isMini() && isPlaying())
-        mediaWindow.showPosition();
 }
 
 bool Playback::isPlaying() {

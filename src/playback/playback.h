@@ -2,23 +2,16 @@
 #pragma once
 
 #include "chat/core.h"
-#include "playback/behind_splash.h"
 #include "playback/choice_recital.h"
 #include "playback/choices.h"
 #include "playback/counter_commands.h"
-#include "playback/edit_menu.h"
-#include "playback/file_menu.h"
 #include "playback/last_song.h"
-#include "playback/media_list.h"
-#include "playback/media_window.h"
 #include "playback/mode_tick.h"
-#include "playback/ops_menu.h"
 #include "playback/play_counters.h"
 #include "playback/play_modes.h"
 #include "playback/play_selection.h"
 #include "playback/position.h"
 #include "playback/random_pick.h"
-#include "playback/refresh_button.h"
 #include "playback/remote_control.h"
 #include "playback/section_repeat.h"
 #include "playback/selection_dialogue.h"
@@ -39,13 +32,7 @@ struct PlaybackNeeds {
     Room& room;
     Files& files;
     MediaControl& player;
-    Desktop& desktop;
     const DataDirectory& directory;
-    Splash& splash;
-    Adding& adding;
-    Removing& removing;
-    PlaylistCommands& playlistCommands;
-    Refresh& refresh;
     Scanner& NiteScan2;
     CommandsWindow& commandsWindow;
 };
@@ -66,10 +53,8 @@ public:
     SectionRepeat section{core_, needs_.player};
     Choices choices{core_, needs_.NiteScan2, needs_.commandsWindow};
     ChoiceRecital recital{core_, choices};
-    MediaWindow mediaWindow{core_, needs_.player};
     LastSong lastSong{core_};
-    Transport transport{core_,    needs_.files, needs_.player, sliders,
-                        counters, mediaWindow,  choices,       lastSong};
+    Transport transport{core_, needs_.files, needs_.player, sliders, counters, choices, lastSong};
     PlayModes modes{core_, transport};
     RandomPick randomPick{core_, choices, Chance::byClock(core_.loop)};
     PlaySelection selection{core_, transport, choices, randomPick};
@@ -79,21 +64,13 @@ public:
     ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
     TransportButtons transportButtons{core_, needs_.player, transport, choices, randomPick};
     RemoteControl remote{core_, needs_.player, transportButtons, modes, sliders};
-    MediaList mediaList{core_, needs_.files, mediaWindow, transport};
-    BehindSplash behindSplash{core_, needs_.splash, mediaWindow};
-    FileMenu fileMenu{core_, needs_.desktop, behindSplash, needs_.adding};
-    EditMenu editMenu{core_, needs_.desktop, behindSplash, needs_.removing};
-    OpsMenu opsMenu{core_, needs_.desktop, needs_.directory, behindSplash, needs_.playlistCommands};
-    RefreshButton refreshButton{core_, behindSplash, needs_.refresh, mediaWindow};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes);
     void unload();
 
-    // The shares of the one-second tick: the repeated section, the media window's clock, and the
-    // end of a song.
+    // The shares of the one-second tick: the repeated section, and the end of a song.
     void checkSection() { section.check(); }
-    void showPosition();
     void checkEnd() { modeTick.checkEndWithoutMode(); }
     bool isPlaying();
 };

@@ -4,7 +4,6 @@
 #include "library/playlist.h"
 #include "playback/choices.h"
 #include "playback/media_control.h"
-#include "playback/media_window.h"
 #include "playback/play_counters.h"
 #include "playback/sliders.h"
 #include "shell/app_state.h"
@@ -57,8 +56,7 @@ void Transport::halt() {
     state_.Timer1.disable();
     player_.Stop();
     state_.playMark = idleMark; // so that this end isn't counted
-    if (window_.isMini())
-        window_.showLength();
+    onHalt_();
 }
 
 void Transport::pause() {

@@ -14,13 +14,13 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace larkspin {
 
 class Choices;
 class Files;
 class MediaControl;
-class MediaWindow;
 class PlayCounters;
 class Row;
 class Sliders;
@@ -72,10 +72,9 @@ std::string markedName(const std::string& name, const std::string& words);
 class Transport {
 public:
     Transport(const Core& core, Files& files, MediaControl& player, Sliders& sliders,
-              PlayCounters& counters, MediaWindow& window, Choices& choices, LastSong& lastSong)
+              PlayCounters& counters, Choices& choices, LastSong& lastSong)
         : state_(core.state), loop_(core.loop), reply_(core.reply), files_(files), player_(player),
-          sliders_(sliders), counters_(counters), window_(window), choices_(choices),
-          lastSong_(lastSong) {}
+          sliders_(sliders), counters_(counters), choices_(choices), lastSong_(lastSong) {}
 
     // The commands.
     void stop(); // halts, with a word
@@ -107,6 +106,7 @@ public:
 
     // Stops the song in play by hand: its end isn't counted.
     void halt();
+    void onHalt(Task shown) { onHalt_ = std::move(shown); } // what shows it at once
 
     // The same as `close` for working on the song's file. Nothing plays then, and nothing has
     // ended, as after a stop. Events run until the player is off the file, for five seconds at
@@ -152,9 +152,9 @@ private:
     MediaControl& player_;
     Sliders& sliders_;
     PlayCounters& counters_;
-    MediaWindow& window_;
     Choices& choices_;
     LastSong& lastSong_;
+    Task onHalt_ = [] {};
     unsigned turns_ = 0; // songs opened and stopped so far; wraps around
 };
 

@@ -1,7 +1,7 @@
-#include "playback/edit_menu.h"
+#include "media_window/edit_menu.h"
 
 #include "library/removing.h"
-#include "playback/behind_splash.h"
+#include "media_window/behind_splash.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
 

@@ -1,9 +1,9 @@
-#include "playback/media_list.h"
+#include "media_window/media_list.h"
 
 #include "chat/reply.h"
 #include "library/playlist.h"
 #include "library/playlist_row.h"
-#include "playback/media_window.h"
+#include "media_window/media_frame.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/files.h"
@@ -33,7 +33,7 @@ std::string sizeText(std::uintmax_t bytes) {
 
 void MediaList::show() {
     state_.setMasterIndex(transport_.resumeRow());
-    bringUp(window_.mp3s);
+    bringUp(frame_.mp3s);
 }
 
 void MediaList::media() {

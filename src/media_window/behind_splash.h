@@ -9,7 +9,7 @@
 
 namespace larkspin {
 
-class MediaWindow;
+class MediaFrame;
 class Splash;
 
 struct SplashJob {
@@ -19,8 +19,8 @@ struct SplashJob {
 
 class BehindSplash {
 public:
-    BehindSplash(const Core& core, Splash& splash, MediaWindow& window)
-        : state_(core.state), loop_(core.loop), splash_(splash), window_(window) {}
+    BehindSplash(const Core& core, Splash& splash, MediaFrame& frame)
+        : state_(core.state), loop_(core.loop), splash_(splash), frame_(frame) {}
 
     // Does the work, and shows the media window after it whether it was there or not. Events run
     // meanwhile: when the run of the program ends in there, what is left isn't done, and the answer
@@ -32,7 +32,7 @@ private:
     AppState& state_;
     EventLoop& loop_;
     Splash& splash_;
-    MediaWindow& window_;
+    MediaFrame& frame_;
 };
 
 } // namespace larkspin

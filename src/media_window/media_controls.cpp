@@ -1,5 +1,6 @@
-#include "playback/media_controls.h"
+#include "media_window/media_controls.h"
 
+#include "media_window/media_window.h"
 #include "playback/playback.h"
 #include "shell/app_state.h"
 #include "shell/controls.h"
@@ -23,45 +24,45 @@ constexpr int captionLeft = 1680, captionWidth = 1785;
 constexpr int sliderLeft = 3480, sliderWidth = 1020;
 
 // A glyph, which is called by what the title label tells of it.
-Control playButton(MediaWindow& window, int left, std::string called, Control described) {
+Control playButton(MediaFrame& frame, int left, std::string called, Control described) {
     described.place = {left, playRow, 330, rowHeight};
     described.foreground = red;
-    described.onMouseMove = [&window, hint = "  " + called] { window.hint(hint); };
+    described.onMouseMove = [&frame, hint = "  " + called] { frame.hint(hint); };
     described.spoken = std::move(called);
     return button(std::move(described));
 }
 
-Controls strip(EventLoop& loop, AppState& state, MediaWindow& window) {
+Controls strip(EventLoop& loop, AppState& state, MediaFrame& frame) {
     return {
-        titleStrip(loop, window.mp3s,
+        titleStrip(loop, frame.mp3s,
                    {.name = "mediaCaption",
                     .text = shows(state.mediaCaption),
-                    .onDoubleClick = [&window] { window.toggleHeight(); },
-                    .onMouseMove = [&window] { window.hintOfTitle(); }}),
-        closeLabel(window.mp3s, {.name = "closeButton"}),
+                    .onDoubleClick = [&frame] { frame.toggleHeight(); },
+                    .onMouseMove = [&frame] { frame.hintOfTitle(); }}),
+        closeLabel(frame.mp3s, {.name = "closeButton"}),
     };
 }
 
-Controls playButtons(AppState& state, MediaWindow& window, TransportButtons& buttons) {
+Controls playButtons(AppState& state, MediaFrame& frame, TransportButtons& buttons) {
     return {
-        playButton(window, 0, "previous song",
+        playButton(frame, 0, "previous song",
                    {.name = "prevButton",
                     .text = caption("  <"),
                     .onClick = [&buttons] { buttons.previous(); }}),
-        playButton(window, 330, "stop/play",
+        playButton(frame, 330, "stop/play",
                    {.name = "playButton",
                     .text = shows(state.playMark),
                     .onClick = [&buttons] { buttons.stopOrPlay(); }}),
-        playButton(window, 660, "pause/resume",
+        playButton(frame, 660, "pause/resume",
                    {.name = "pauseButton",
                     .font = {.family = "Symbol"},
                     .text = shows(state.pauseMark),
                     .onClick = [&buttons] { buttons.pauseOrResume(); }}),
-        playButton(window, 990, "next song",
+        playButton(frame, 990, "next song",
                    {.name = "nextButton",
                     .text = caption("  >"),
                     .onClick = [&buttons] { buttons.next(); }}),
-        playButton(window, 1320, "open a media file",
+        playButton(frame, 1320, "open a media file",
                    {.name = "openButton",
                     .font = {.family = "Webdings"},
                     .text = caption(" \u00EA"), // a folder in that font
@@ -92,25 +93,25 @@ Controls slidersOf(AppState& state, Sliders& sliders) {
     };
 }
 
-Controls tools(Playback& p) {
+Controls tools(MediaWindow& window) {
     return {
         button({.name = "Command1",
                 .place = {0, toolRow, 420, rowHeight},
                 .text = caption("file"),
-                .onClick = [&p] { p.fileMenu.popUp(); }}),
+                .onClick = [&window] { window.fileMenu.popUp(); }}),
         button({.name = "Command2",
                 .place = {420, toolRow, 420, rowHeight},
                 .text = caption("edit"),
-                .onClick = [&p] { p.editMenu.popUp(); }}),
+                .onClick = [&window] { window.editMenu.popUp(); }}),
         button({.name = "Command3",
                 .place = {840, toolRow, 405, rowHeight},
                 .text = caption("ops"),
-                .onClick = [&p] { p.opsMenu.popUp(); }}),
+                .onClick = [&window] { window.opsMenu.popUp(); }}),
         button({.name = "Command5",
                 .place = {1245, toolRow, 405, rowHeight},
                 .spoken = "refresh",
                 .text = caption("ref"),
-                .onClick = [&p] { p.refreshButton.press(); }}),
+                .onClick = [&window] { window.refreshButton.press(); }}),
     };
 }
 
@@ -129,40 +130,42 @@ Controls headOfList(AppState& state, SectionRepeat& section) {
     };
 }
 
-Controls list(AppState& state, Playback& p) {
+Controls list(AppState& state, MediaWindow& window, SongFiles& songFiles) {
     return {
-        listBox({.name = "playlistView",
-                 .place = {0, listTop, MediaWindow::width, lastRow - listTop - 15},
-                 .rows = &state.playlistView,
-                 .selectsMany = true,
-                 .onClick = [&p] { p.mediaList.tellSize(); },
-                 .onDoubleClick = [&p] { p.mediaList.startClicked(); },
-                 .onMouseMove = [&p] { p.mediaWindow.hint("  [double click or press delete]"); },
-                 .onKey =
-                     [&p](Key key) {
-                         if (key == Key::del)
-                             p.songFiles.deleteShown();
-                     },
-                 .onDrop = [&p](const auto& paths) { p.fileMenu.addDropped(paths); }}),
+        listBox(
+            {.name = "playlistView",
+             .place = {0, listTop, MediaFrame::width, lastRow - listTop - 15},
+             .rows = &state.playlistView,
+             .selectsMany = true,
+             .onClick = [&window] { window.list.tellSize(); },
+             .onDoubleClick = [&window] { window.list.startClicked(); },
+             .onMouseMove = [&window] { window.frame.hint("  [double click or press delete]"); },
+             .onKey =
+                 [&songFiles](Key key) {
+                     if (key == Key::del)
+                         songFiles.deleteShown();
+                 },
+             .onDrop = [&window](const auto& paths) { window.fileMenu.addDropped(paths); }}),
         label({.name = "fileCountLabel",
                .place = {0, lastRow, 3750, rowHeight},
                .text = shows(state.fileCountLabel)}),
         button({.name = "renameLabel",
                 .place = {3780, lastRow, 720, rowHeight},
                 .text = caption(" rename"),
-                .onClick = [&p] { p.songFiles.renameShown(); }}),
+                .onClick = [&songFiles] { songFiles.renameShown(); }}),
     };
 }
 
 } // namespace
 
-std::vector<Control> mediaControls(const Core& core, Playback& p) {
+std::vector<Control> mediaControls(const Core& core, MediaWindow& window, Playback& playback) {
     AppState& state = core.state;
     Controls all;
     for (Controls& part : std::vector<Controls>{
-             strip(core.loop, state, p.mediaWindow),
-             playButtons(state, p.mediaWindow, p.transportButtons), slidersOf(state, p.sliders),
-             tools(p), headOfList(state, p.section), list(state, p)})
+             strip(core.loop, state, window.frame),
+             playButtons(state, window.frame, playback.transportButtons),
+             slidersOf(state, playback.sliders), tools(window), headOfList(state, playback.section),
+             list(state, window, playback.songFiles)})
         std::move(part.begin(), part.end(), std::back_inserter(all));
     return all;
 }

@@ -1,5 +1,5 @@
 // What stands on the media window: how it is laid out, and what a hand finds there.
-#include "playback/media_window.h"
+#include "media_window/media_frame.h"
 #include "shell/window.h"
 #include "support/media_machine.h"
 
@@ -36,8 +36,8 @@ TEST(MediaControls, StandSideBySideWithinTheWindow) {
         const Control& control = controls[one];
         SCOPED_TRACE(control.name);
         EXPECT_GE(control.place.left, 0);
-        EXPECT_LE(control.place.left + control.place.width, MediaWindow::width);
-        EXPECT_LE(control.place.top + control.place.height, MediaWindow::fullHeight);
+        EXPECT_LE(control.place.left + control.place.width, MediaFrame::width);
+        EXPECT_LE(control.place.top + control.place.height, MediaFrame::fullHeight);
         if (control.text)
             EXPECT_LE(widthOf(control.text()), control.place.width);
         for (std::size_t other = 0; other < one; ++other)

@@ -1,9 +1,9 @@
-#include "playback/refresh_button.h"
+#include "media_window/refresh_button.h"
 
 #include "chat/reply.h"
 #include "library/refresh.h"
-#include "playback/behind_splash.h"
-#include "playback/media_window.h"
+#include "media_window/behind_splash.h"
+#include "media_window/media_frame.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
@@ -29,7 +29,7 @@ std::string changeText(int grown, const char* beforeNumber, const char* afterNum
 std::optional<Refreshed> RefreshButton::Command5_Click() {
     std::optional<Refreshed> refreshed;
     const auto work = [&] { refreshed = refreshWithStatus(); };
-    if (!window_.mp3s.visible)
+    if (!frame_.mp3s.visible)
         work();
     else if (!behindSplash_.run({.status = "refreshing list...", .before = 0.1, .after = 1}, work))
         return std::nullopt;

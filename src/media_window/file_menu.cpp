@@ -1,7 +1,7 @@
-#include "playback/file_menu.h"
+#include "media_window/file_menu.h"
 
 #include "library/adding.h"
-#include "playback/behind_splash.h"
+#include "media_window/behind_splash.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"
 #include "shell/this_run.h"

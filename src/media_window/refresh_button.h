@@ -10,14 +10,13 @@
 namespace larkspin {
 
 class BehindSplash;
-class MediaWindow;
+class MediaFrame;
 
 class RefreshButton {
 public:
-    RefreshButton(const Core& core, BehindSplash& behindSplash, Refresh& refresh,
-                  MediaWindow& window)
+    RefreshButton(const Core& core, BehindSplash& behindSplash, Refresh& refresh, MediaFrame& frame)
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
-          behindSplash_(behindSplash), refresh_(refresh), window_(window) {}
+          behindSplash_(behindSplash), refresh_(refresh), frame_(frame) {}
 
     // The button: of what couldn't be refreshed, boxes tell.
     void press();
@@ -42,7 +41,7 @@ private:
     Reply& reply_;
     BehindSplash& behindSplash_;
     Refresh& refresh_;
-    MediaWindow& window_;
+    MediaFrame& frame_;
     std::optional<Refreshed> ofStart_;
 };
 

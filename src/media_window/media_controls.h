@@ -8,8 +8,9 @@
 namespace larkspin {
 
 struct Core;
+struct MediaWindow;
 struct Playback;
 
-std::vector<Control> mediaControls(const Core& core, Playback& playback);
+std::vector<Control> mediaControls(const Core& core, MediaWindow& window, Playback& playback);
 
 } // namespace larkspin

@@ -1,8 +1,8 @@
-#include "playback/ops_menu.h"
+#include "media_window/ops_menu.h"
 
 #include "library/playlist_commands.h"
 #include "library/playlist_row.h"
-#include "playback/behind_splash.h"
+#include "media_window/behind_splash.h"
 #include "shell/data_directory.h"
 #include "shell/desktop.h"
 #include "shell/dialogs.h"

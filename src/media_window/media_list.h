@@ -7,14 +7,14 @@
 namespace larkspin {
 
 class Files;
-class MediaWindow;
+class MediaFrame;
 class Row;
 class Transport;
 
 class MediaList {
 public:
-    MediaList(const Core& core, Files& files, MediaWindow& window, Transport& transport)
-        : state_(core.state), reply_(core.reply), files_(files), window_(window),
+    MediaList(const Core& core, Files& files, MediaFrame& frame, Transport& transport)
+        : state_(core.state), reply_(core.reply), files_(files), frame_(frame),
           transport_(transport) {}
 
     // Shows the window; masterIndex returns to the row last started.
@@ -33,7 +33,7 @@ private:
     AppState& state_;
     Reply& reply_;
     Files& files_;
-    MediaWindow& window_;
+    MediaFrame& frame_;
     Transport& transport_;
 };
 

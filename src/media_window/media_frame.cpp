@@ -1,4 +1,4 @@
-#include "playback/media_window.h"
+#include "media_window/media_frame.h"
 
 #include "library/playlist_row.h"
 #include "playback/time_forms.h"
@@ -17,12 +17,12 @@ constexpr double furthestEdge = 1'000'000; // far outside any screen
 int storedEdge(const std::string& value) {
     const auto edge = number(value);
     return edge ? static_cast<int>(std::clamp(*edge, -furthestEdge, furthestEdge))
-                : MediaWindow::firstEdge;
+                : MediaFrame::firstEdge;
 }
 
 } // namespace
 
-void MediaWindow::load(const StoredSettings& stored) {
+void MediaFrame::load(const StoredSettings& stored) {
     keepontop(mp3s);
     mp3s.place = {storedEdge(stored.get("mp3slpos")), storedEdge(stored.get("mp3stpos")), width,
                   stored.get("mp3smini") == "yes" ? miniHeight : fullHeight};
@@ -30,45 +30,45 @@ void MediaWindow::load(const StoredSettings& stored) {
     jobs_ = 0; // those of the last run never come back
 }
 
-void MediaWindow::save(SettingsChanges& changes) const {
+void MediaFrame::save(SettingsChanges& changes) const {
     changes.emplace_back("mp3svis", mp3s.visible || jobs_ > 0 ? "yes" : "no");
     changes.emplace_back("mp3stpos", std::to_string(mp3s.place.top));
     changes.emplace_back("mp3slpos", std::to_string(mp3s.place.left));
     changes.emplace_back("mp3smini", isMini() ? "yes" : "no");
 }
 
-void MediaWindow::stepAside() {
+void MediaFrame::stepAside() {
     ++jobs_;
     mp3s.visible = false;
 }
 
-void MediaWindow::comeBack() {
+void MediaFrame::comeBack() {
     --jobs_;
     mp3s.visible = true;
 }
 
-void MediaWindow::toggleHeight() {
+void MediaFrame::toggleHeight() {
     mp3s.place.height = mp3s.place.height == fullHeight ? miniHeight : fullHeight;
 }
 
-void MediaWindow::showPosition() {
+void MediaFrame::showPosition() {
     state_.mediaCaption = "  song position:  " + plainposition(player_);
 }
 
-void MediaWindow::showLength() {
+void MediaFrame::showLength() {
     state_.mediaCaption = "  song length:  " + plainlength(player_);
 }
 
-void MediaWindow::hint(std::string_view text) {
+void MediaFrame::hint(std::string_view text) {
     state_.mediaCaption = text;
 }
 
-void MediaWindow::hintOfTitle() {
+void MediaFrame::hintOfTitle() {
     hint(isMini() ? "  " + songName() : std::string(resizeHint));
 }
 
 // With its type, unless that is .mp3 in small letters.
-std::string MediaWindow::songName() {
+std::string MediaFrame::songName() {
     if (!state_.tempTitle.empty())
         return state_.tempTitle;
     const Song song = songOfFile(state_.play, "");

@@ -1,5 +1,4 @@
-// The media window `mp3s`: its place, its two heights and its title label. What stands on it is
-// listed in media_controls.
+// The frame of the media window `mp3s`: its place, its two heights and its title label.
 #pragma once
 
 #include "chat/core.h"
@@ -13,7 +12,7 @@ namespace larkspin {
 
 class MediaControl;
 
-class MediaWindow {
+class MediaFrame {
 public:
     // Twips. Only these two heights are ever set.
     static constexpr int fullHeight = 2520;
@@ -21,7 +20,7 @@ public:
     static constexpr int width = 4500;
     static constexpr int firstEdge = 4500; // left and top, until it has been moved
 
-    MediaWindow(const Core& core, MediaControl& player) : state_(core.state), player_(player) {}
+    MediaFrame(const Core& core, MediaControl& player) : state_(core.state), player_(player) {}
 
     // Takes place and height from the settings, and gives them back at the end of a run.
     void load(const StoredSettings& stored);

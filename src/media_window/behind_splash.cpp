@@ -1,6 +1,6 @@
-#include "playback/behind_splash.h"
+#include "media_window/behind_splash.h"
 
-#include "playback/media_window.h"
+#include "media_window/media_frame.h"
 #include "shell/pause.h"
 #include "shell/splash.h"
 #include "shell/this_run.h"
@@ -10,7 +10,7 @@ namespace larkspin {
 bool BehindSplash::run(const SplashJob& job, const Task& work) {
     const ThisRun run(state_);
     const Pause pause(loop_);
-    window_.stepAside();
+    frame_.stepAside();
     splash_.show(job.status);
     pause(job.before);
     if (run.lasts())
@@ -20,7 +20,7 @@ bool BehindSplash::run(const SplashJob& job, const Task& work) {
     if (!run.lasts())
         return false;
     splash_.hide();
-    window_.comeBack();
+    frame_.comeBack();
     return true;
 }
 
