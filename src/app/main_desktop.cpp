@@ -20,8 +20,8 @@
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
-#include "platform/qt/qt_room.h"
-#include "platform/qt/qt_windows.h"
+#include "platform/qt/room/qt_room.h"
+#include "platform/qt/windows/qt_windows.h"
 #include "shell/kept_files.h"
 
 #include <csignal>

@@ -1,7 +1,7 @@
 // Takes a picture of every window of a program with something in it: desktop_pictures
 // DIRECTORY [ENDING].
-#include "platform/qt/desk.h"
 #include "platform/qt/looks.h"
+#include "platform/qt/windows/desk.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 

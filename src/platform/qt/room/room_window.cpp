@@ -1,4 +1,4 @@
-#include "platform/qt/room_window.h"
+#include "platform/qt/room/room_window.h"
 
 #include "platform/qt/looks.h"
 #include "platform/qt/places.h"

@@ -1,4 +1,4 @@
-#include "platform/qt/qt_room.h"
+#include "platform/qt/room/qt_room.h"
 
 #include "shell/kept_files.h"
 

@@ -1,4 +1,4 @@
-#include "platform/qt/window_mover.h"
+#include "platform/qt/windows/window_mover.h"
 
 #include "platform/qt/looks.h"
 #include "platform/qt/places.h"

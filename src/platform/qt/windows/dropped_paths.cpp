@@ -1,4 +1,4 @@
-#include "platform/qt/dropped_paths.h"
+#include "platform/qt/windows/dropped_paths.h"
 
 #include "platform/posix/drive_paths.h"
 

@@ -1,7 +1,7 @@
 // The windows as their owner works them: by mouse, by keyboard and by a screen reader.
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
-#include "platform/qt/real_mouse.h"
+#include "platform/qt/windows/real_mouse.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 

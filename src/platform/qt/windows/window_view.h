@@ -1,9 +1,9 @@
 // A described window as a frameless one of Qt's, with an outline and a view of each control.
 #pragma once
 
-#include "platform/qt/control_view.h"
-#include "platform/qt/hand.h"
-#include "platform/qt/window_mover.h"
+#include "platform/qt/windows/control_view.h"
+#include "platform/qt/windows/hand.h"
+#include "platform/qt/windows/window_mover.h"
 
 #include <QWidget>
 #include <memory>

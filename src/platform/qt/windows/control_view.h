@@ -2,8 +2,8 @@
 // visibility follow the description, and the owner's hand goes back to it.
 #pragma once
 
-#include "platform/qt/hand.h"
-#include "platform/qt/window_mover.h"
+#include "platform/qt/windows/hand.h"
+#include "platform/qt/windows/window_mover.h"
 
 #include <QObject>
 #include <QPointer>

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "host/shown_room.h"
-#include "platform/qt/input_line.h"
-#include "platform/qt/people_view.h"
-#include "platform/qt/transcript.h"
+#include "platform/qt/room/input_line.h"
+#include "platform/qt/room/people_view.h"
+#include "platform/qt/room/transcript.h"
 #include "shell/event_loop.h"
 
 #include <QWidget>

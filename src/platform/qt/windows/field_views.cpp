@@ -1,8 +1,8 @@
 // What holds a value: text fields, sliders and combos.
-#include "platform/qt/control_view.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/rows_model.h"
+#include "platform/qt/windows/control_view.h"
+#include "platform/qt/windows/rows_model.h"
 
 #include <QComboBox>
 #include <QKeyEvent>

@@ -1,8 +1,8 @@
-#include "platform/qt/transcript.h"
+#include "platform/qt/room/transcript.h"
 
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/said_text.h"
+#include "platform/qt/room/said_text.h"
 #include "text/utf8.h"
 #include "text/visible.h"
 

@@ -1,4 +1,4 @@
-#include "platform/qt/window_view.h"
+#include "platform/qt/windows/window_view.h"
 
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"

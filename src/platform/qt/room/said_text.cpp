@@ -1,4 +1,4 @@
-#include "platform/qt/said_text.h"
+#include "platform/qt/room/said_text.h"
 
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"

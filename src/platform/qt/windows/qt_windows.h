@@ -2,7 +2,7 @@
 // loop's sleep, however much has changed in it.
 #pragma once
 
-#include "platform/qt/hand.h"
+#include "platform/qt/windows/hand.h"
 #include "shell/window.h"
 
 #include <memory>

@@ -1,5 +1,5 @@
 // A real mouse on the display: on all that can be clicked, and on what is dragged.
-#include "platform/qt/real_mouse.h"
+#include "platform/qt/windows/real_mouse.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 

@@ -1,9 +1,9 @@
 // Labels, buttons and swatches: what shows a caption or a colour. What can be pressed is a button
 // to a screen reader; in the strip at the window's top it looks like the label beside it.
-#include "platform/qt/control_view.h"
-#include "platform/qt/glyphs.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/windows/control_view.h"
+#include "platform/qt/windows/glyphs.h"
 #include "shell/controls.h"
 
 #include <QAbstractButton>

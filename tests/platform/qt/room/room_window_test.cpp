@@ -1,7 +1,7 @@
 // The room window, as the owner types in it and reads what is said.
 #include "app/program.h"
-#include "platform/qt/qt_room.h"
-#include "platform/qt/said_text.h"
+#include "platform/qt/room/qt_room.h"
+#include "platform/qt/room/said_text.h"
 #include "support/pretend_irc.h"
 #include "support/virtual_machine.h"
 

@@ -1,4 +1,4 @@
-#include "platform/qt/people_view.h"
+#include "platform/qt/room/people_view.h"
 
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"

@@ -1,8 +1,8 @@
-#include "platform/qt/control_view.h"
+#include "platform/qt/windows/control_view.h"
 
-#include "platform/qt/dropped_paths.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/windows/dropped_paths.h"
 
 #include <QContextMenuEvent>
 #include <QDropEvent>

@@ -6,7 +6,7 @@
 #include "irc/client/all_rooms.h"
 #include "irc/client/password_prompt.h"
 #include "platform/posix/line_history.h"
-#include "platform/qt/room_window.h"
+#include "platform/qt/room/room_window.h"
 #include "shell/data_directory.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
-#include "platform/qt/qt_windows.h"
+#include "platform/qt/windows/qt_windows.h"
 
-#include "platform/qt/window_view.h"
+#include "platform/qt/windows/window_view.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

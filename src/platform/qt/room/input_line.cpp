@@ -1,4 +1,4 @@
-#include "platform/qt/input_line.h"
+#include "platform/qt/room/input_line.h"
 
 #include "platform/posix/line_history.h"
 #include "platform/qt/qt_text.h"

@@ -1,8 +1,8 @@
 // Lists: a view of the rows themselves, however many. Rows and marks are read anew when the list
 // has another revision; what the owner selects goes back as one event.
-#include "platform/qt/control_view.h"
 #include "platform/qt/looks.h"
-#include "platform/qt/rows_model.h"
+#include "platform/qt/windows/control_view.h"
+#include "platform/qt/windows/rows_model.h"
 
 #include <QKeyEvent>
 #include <QListView>

@@ -1,4 +1,4 @@
-#include "platform/qt/glyphs.h"
+#include "platform/qt/windows/glyphs.h"
 
 #include <QTransform>
 #include <algorithm>

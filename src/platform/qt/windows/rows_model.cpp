@@ -1,4 +1,4 @@
-#include "platform/qt/rows_model.h"
+#include "platform/qt/windows/rows_model.h"
 
 #include "platform/qt/qt_text.h"
 

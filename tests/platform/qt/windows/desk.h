@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/program.h"
-#include "platform/qt/qt_windows.h"
+#include "platform/qt/windows/qt_windows.h"
 #include "support/virtual_machine.h"
 
 #include <QCoreApplication>

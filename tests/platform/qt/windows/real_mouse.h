@@ -1,7 +1,7 @@
 // A real mouse and real keys, and what comes of them by way of the display.
 #pragma once
 
-#include "platform/qt/desk.h"
+#include "platform/qt/windows/desk.h"
 
 #include <QProcess>
 #include <QTest>
