@@ -5,6 +5,7 @@
 #include "support/pretend_irc.h"
 #include "support/virtual_machine.h"
 
+#include <gtest/gtest.h>
 #include <string>
 
 namespace larkspin {
@@ -35,6 +36,23 @@ public:
     std::string told(const std::string& text) { // by the server
         return seenOf([&] { server.say(text); });
     }
+    std::string joined(const std::string& channel, const std::string& key = {}) {
+        return seenOf([&] { irc.join(channel, key); });
+    }
+    void type(int lines) { // at once
+        for (int line = 0; line < lines; ++line)
+            room.say("typed " + std::to_string(line));
+    }
+    Nanoseconds spanOfSaying(int lines) {
+        const Nanoseconds begun = loop.now();
+        for (int line = 0; line < lines; ++line)
+            irc.sendChatLine("line " + std::to_string(line));
+        return loop.now() - begun;
+    }
+    void addNotes(int count) {
+        for (int note = 0; note < count; ++note)
+            state().notes.add("note " + std::to_string(note));
+    }
 
     // What the client has sent meanwhile, a line each.
     std::string sentOf(const std::function<void()>& action,
@@ -63,6 +81,13 @@ public:
     CurrentRoom room{own, irc};
     std::string seen;
     int answers = 0; // of all messages, those that the owner has asked for
+};
+
+// Tests of such a program: one begins by itself, or is in #music from the beginning.
+class IrcTest : public testing::Test, protected IrcMachine {};
+class InMusic : public IrcTest {
+protected:
+    InMusic() { begin(); }
 };
 
 } // namespace larkspin

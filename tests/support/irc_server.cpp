@@ -44,7 +44,7 @@ constexpr const char* primes = "-----BEGIN DH PARAMETERS-----\n"
 
 } // namespace
 
-LocalIrcServer::LocalIrcServer(const std::string& more) {
+LocalIrcServer::LocalIrcServer() {
     disk_.write("primes", primes);
     disk_.write("ngircd.conf",
                 "[Global]\nName = " + std::string(name) +
@@ -57,7 +57,7 @@ LocalIrcServer::LocalIrcServer(const std::string& more) {
                     "[SSL]\nPorts = " +
                     std::to_string(encryptedPort) + "\nCertFile = " + certificate().file() +
                     "\nKeyFile = " + certificate().key() +
-                    "\nDHFile = " + (disk_.path() / "primes").native() + '\n' + more);
+                    "\nDHFile = " + (disk_.path() / "primes").native() + '\n');
     EXPECT_TRUE(start());
 }
 
@@ -73,9 +73,9 @@ bool LocalIrcServer::start() {
     return true;
 }
 
-void LocalIrcServer::stop(int signal) {
+void LocalIrcServer::kill() {
     if (process_)
-        ::kill(process_->id(), signal);
+        ::kill(process_->id(), SIGKILL);
     process_.reset();
 }
 

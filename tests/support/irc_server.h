@@ -7,19 +7,8 @@
 // program that the test starts (`Child`) is in the same network, and trusts the server's
 // certificate, since it stands in place of all that the system trusts.
 //
-//     LocalIrcServer server("[Channel]\nName = #den\nModes = tn\n");
-//     const auto program = Child::start(LARKSPIN_TTY, …);
-//     program->tell("/connect irc.test ann #den");
-//     IrcPerson bob("bob");
-//     bob.send("JOIN #den");
-//     EXPECT_NE(bob.hears("JOIN"), "");             // the answer to his own
-//     bob.send("PRIVMSG #den :hello");
-//     EXPECT_TRUE(program->says("hello", 5s));
-//     server.kill();                                // as when its machine fails
-//     server.start();                               // and is there again; people are gone
-//
-// The server knows no flood penalty unless asked for: `LocalIrcServer("[Limits]\nMaxPenaltyTime =
-// 2\n")`. It has no capabilities but multi-prefix, and so no echo-message.
+// The server knows no flood penalty, and of capabilities only multi-prefix, so that nothing is sent
+// back to who has said it.
 #pragma once
 
 #include "platform/posix/descriptor.h"
@@ -32,20 +21,14 @@ public:
     static constexpr std::uint16_t plainPort = 6667, encryptedPort = 6697;
     static constexpr const char* name = "irc.test";
 
-    // More of ngircd.conf(5), by sections: it overrides what stands in irc_server.cpp. With
-    // "[Operator]\nName = op\nPassword = pass\n", say, `OPER op pass` makes somebody an operator.
-    explicit LocalIrcServer(const std::string& more = "");
+    LocalIrcServer();
     ~LocalIrcServer() { kill(); }
 
     // Within some 10 ms; once made it is started. Whether people can come.
     bool start();
-    // Connections break without a word. `end` says goodbye first.
-    void kill() { stop(SIGKILL); }
-    void end() { stop(SIGTERM); }
+    void kill(); // connections break without a word; people are gone
 
 private:
-    void stop(int signal);
-
     const TempDirectory disk_;
     std::unique_ptr<Child> process_;
 };

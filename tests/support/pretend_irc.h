@@ -22,6 +22,7 @@ public:
     std::map<std::string, std::string> names{{"#music", "@Owner ann +bob"}}; // who is in a channel
     bool refuses = false;                                                    // connections
     bool silent = false;                                                     // answers nothing
+    std::size_t held = 0; // bytes that it hasn't taken from the client
     std::function<bool(const std::string& line)> takes; // true: the line is answered by the test
 
     int opened = 0;
@@ -57,7 +58,7 @@ public:
              bytes.remove_prefix(end + 2))
             take(std::string(bytes.substr(0, end)));
     }
-    std::size_t unsent() const override { return 0; }
+    std::size_t unsent() const override { return held; }
     void close() override {
         isOpen_ = false;
         ++connection_;

@@ -22,25 +22,23 @@ std::string_view rowOf(std::string_view mask) {
 
 } // namespace
 
-bool IrcBans::add(std::string_view mask, const IrcFeatures& features) {
+void IrcBans::add(std::string_view mask, const IrcFeatures& features) {
     if (mask.empty() || mask.size() > longestMask || bans_.size() == most)
-        return false;
+        return;
     std::string folded = features.fold(mask);
     if (std::ranges::find(bans_, folded, &Ban::foldedMask) != bans_.end())
-        return false;
+        return;
     const std::string_view row = rowOf(mask);
     bans_.push_back({std::string(mask), std::string(row), std::move(folded), features.fold(row)});
     isOld_ = true;
-    return true;
 }
 
-bool IrcBans::remove(std::string_view mask, const IrcFeatures& features) {
+void IrcBans::remove(std::string_view mask, const IrcFeatures& features) {
     const auto found = std::ranges::find(bans_, features.fold(mask), &Ban::foldedMask);
     if (found == bans_.end())
-        return false;
+        return;
     bans_.erase(found);
     isOld_ = true;
-    return true;
 }
 
 const RowList& IrcBans::rows() const {

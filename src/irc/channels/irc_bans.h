@@ -16,9 +16,8 @@ public:
     // More than servers keep, and longer than their lines: what is beyond isn't kept.
     static constexpr std::size_t most = 4096, longestMask = 512;
 
-    // False when nothing changes.
-    bool add(std::string_view mask, const IrcFeatures& features);
-    bool remove(std::string_view mask, const IrcFeatures& features);
+    void add(std::string_view mask, const IrcFeatures& features);
+    void remove(std::string_view mask, const IrcFeatures& features);
 
     const RowList& rows() const;
     std::vector<std::string> masksOf(std::string_view row) const;

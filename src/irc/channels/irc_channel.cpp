@@ -74,100 +74,90 @@ bool IrcChannel::isThis(std::string_view name, const IrcFeatures& features) cons
     return name.size() == name_.size() && features.fold(name) == features.fold(name_);
 }
 
-bool IrcChannel::take(const IrcMessage& message, const IrcFeatures& features) {
+void IrcChannel::take(const IrcMessage& message, const IrcFeatures& features) {
     const std::string& command = message.command;
+    const bool isAnswer = numeric::isNumeric(command);
     if (command == "QUIT")
-        return people_.remove(features.fold(message.nick()));
-    if (command == "NICK")
-        return people_.rename(features.fold(message.nick()), features.fold(message.parameter(0)),
-                              message.parameter(0));
-    if (command == numeric::names)
-        return isThis(message.parameter(2), features) && takeNames(message.parameter(3), features);
-    const bool isNumeric = numeric::isNumeric(command);
-    if (!isThis(message.parameter(isNumeric ? 1 : 0), features))
-        return false;
-    return isNumeric ? takeNumber(message, features) : takeNews(message, features);
+        people_.remove(features.fold(message.nick()));
+    else if (command == "NICK")
+        people_.rename(features.fold(message.nick()), features.fold(message.parameter(0)),
+                       message.parameter(0));
+    else if (command == numeric::names && isThis(message.parameter(2), features))
+        takeNames(message.parameter(3), features);
+    else if (isAnswer && isThis(message.parameter(1), features))
+        takeAnswer(message, features);
+    else if (!isAnswer && isThis(message.parameter(0), features))
+        takeNews(message, features);
 }
 
-bool IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features) {
+void IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features) {
     const std::string& command = message.command;
-    if (command == "JOIN")
-        return come(message.nick(), 0, features);
     if (command == "PART")
-        return people_.remove(features.fold(message.nick()));
-    if (command == "KICK")
-        return people_.remove(features.fold(message.parameter(1)));
-    if (command == "TOPIC")
-        return setTopic(message.parameter(1));
-    return command == "MODE" && takeModes(message, features);
+        people_.remove(features.fold(message.nick()));
+    else if (command == "KICK")
+        people_.remove(features.fold(message.parameter(1)));
+    else if (command == "TOPIC")
+        topic_ = message.parameter(1);
+    else if (command == "MODE")
+        takeModes(message, features);
+    else if (command == "JOIN")
+        if (std::uint64_t* const ranks = come(message.nick(), features))
+            *ranks = 0;
 }
 
-bool IrcChannel::takeNumber(const IrcMessage& message, const IrcFeatures& features) {
+void IrcChannel::takeAnswer(const IrcMessage& message, const IrcFeatures& features) {
     if (message.command == numeric::ban)
-        return bans_.add(message.parameter(2), features);
-    if (message.command == numeric::topic)
-        return setTopic(message.parameter(2));
-    return message.command == numeric::noTopic && setTopic("");
+        bans_.add(message.parameter(2), features);
+    else if (message.command == numeric::topic)
+        topic_ = message.parameter(2);
+    else if (message.command == numeric::noTopic)
+        topic_.clear();
 }
 
-bool IrcChannel::setTopic(std::string_view topic) {
-    const bool isNew = topic != topic_;
-    topic_ = topic;
-    return isNew;
-}
-
-bool IrcChannel::come(std::string_view nick, std::uint64_t ranks, const IrcFeatures& features) {
+// The ranks of whoever is there then; null where there is no place for him.
+std::uint64_t* IrcChannel::come(std::string_view nick, const IrcFeatures& features) {
     const std::string folded = features.fold(nick);
-    const bool isNew = people_.add(folded, nick);
-    return setRanks(folded, ranks) || isNew;
-}
-
-bool IrcChannel::setRanks(const std::string& folded, std::uint64_t ranks) {
-    std::uint64_t* const known = people_.ranks(folded);
-    return known && std::exchange(*known, ranks) != ranks;
+    people_.add(folded, nick);
+    return people_.ranks(folded);
 }
 
 // "@+ann bob carol!user@host"
-bool IrcChannel::takeNames(std::string_view names, const IrcFeatures& features) {
-    bool changes = false;
+void IrcChannel::takeNames(std::string_view names, const IrcFeatures& features) {
     for (std::string_view word; !(word = takeWord(names)).empty();)
-        changes |= takeName(word, features);
-    return changes;
+        takeName(word, features);
 }
 
 // A server that shows one sign alone shows the highest; what is known of the lower ones holds.
-bool IrcChannel::takeName(std::string_view word, const IrcFeatures& features) {
+void IrcChannel::takeName(std::string_view word, const IrcFeatures& features) {
     const auto signs = std::min(word.find_first_not_of(features.rankSigns), word.size());
     const std::string_view shown = word.substr(0, signs);
-    const std::string_view name = word.substr(signs, word.find('!', signs) - signs);
-    const auto* const known = people_.ranks(features.fold(name));
+    std::uint64_t* const known = come(word.substr(signs, word.find('!', signs) - signs), features);
+    if (!known)
+        return;
     std::uint64_t ranks = 0;
     for (std::size_t rank = 0; rank < features.rankModes.size(); ++rank) {
         const std::uint64_t bit = bitOf(features.rankModes[rank]);
-        if (shown.find(features.rankSigns[rank]) != shown.npos || (ranks && known && *known & bit))
+        if (shown.find(features.rankSigns[rank]) != shown.npos || (ranks && *known & bit))
             ranks |= bit;
     }
-    return come(name, ranks, features);
+    *known = ranks;
 }
 
-bool IrcChannel::takeModes(const IrcMessage& message, const IrcFeatures& features) {
+void IrcChannel::takeModes(const IrcMessage& message, const IrcFeatures& features) {
     Parameters parameters(message);
-    bool isSet = true, changes = false;
+    bool isSet = true;
     for (const char mode : message.parameter(1)) {
         if (mode == '+' || mode == '-') {
             isSet = mode == '+';
         } else if (holds(features.rankModes, mode)) {
-            const std::string folded = features.fold(parameters.next());
-            const auto* const known = people_.ranks(folded);
-            const std::uint64_t others = known ? *known & ~bitOf(mode) : 0;
-            changes |= setRanks(folded, others | (isSet ? bitOf(mode) : 0));
+            if (auto* const ranks = people_.ranks(features.fold(parameters.next())))
+                *ranks = isSet ? *ranks | bitOf(mode) : *ranks & ~bitOf(mode);
         } else if (takesParameter(mode, isSet, features)) {
             const std::string_view mask = parameters.next();
             if (mode == 'b')
-                changes |= isSet ? bans_.add(mask, features) : bans_.remove(mask, features);
+                isSet ? bans_.add(mask, features) : bans_.remove(mask, features);
         }
     }
-    return changes;
 }
 
 } // namespace larkspin

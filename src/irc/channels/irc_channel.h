@@ -42,19 +42,17 @@ public:
     bool mayEject(std::string_view nick, const IrcFeatures& features) const;
 
     // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, and what the server answers of the topic, the
-    // people and the bans. True when it was about this channel and changed something that shows.
-    bool take(const IrcMessage& message, const IrcFeatures& features);
+    // people and the bans, if it is about this channel.
+    void take(const IrcMessage& message, const IrcFeatures& features);
 
 private:
     bool isThis(std::string_view name, const IrcFeatures& features) const;
-    bool takeNews(const IrcMessage& message, const IrcFeatures& features);
-    bool takeNumber(const IrcMessage& message, const IrcFeatures& features);
-    bool takeNames(std::string_view names, const IrcFeatures& features);
-    bool takeName(std::string_view word, const IrcFeatures& features);
-    bool takeModes(const IrcMessage& message, const IrcFeatures& features);
-    bool come(std::string_view nick, std::uint64_t ranks, const IrcFeatures& features);
-    bool setRanks(const std::string& folded, std::uint64_t ranks);
-    bool setTopic(std::string_view topic);
+    void takeNews(const IrcMessage& message, const IrcFeatures& features);
+    void takeAnswer(const IrcMessage& message, const IrcFeatures& features);
+    void takeNames(std::string_view names, const IrcFeatures& features);
+    void takeName(std::string_view word, const IrcFeatures& features);
+    void takeModes(const IrcMessage& message, const IrcFeatures& features);
+    std::uint64_t* come(std::string_view nick, const IrcFeatures& features);
 
     std::string name_, topic_;
     IrcNameList people_;

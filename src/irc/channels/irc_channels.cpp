@@ -41,6 +41,14 @@ void IrcChannels::enter(const Place& place) {
     here()->unseen = 0;
 }
 
+IrcChannels::Place* IrcChannels::nextToLeave() {
+    if (here() && here()->isBeingLeft)
+        for (auto place = places_.rbegin(); place != places_.rend(); ++place)
+            if (!place->isBeingLeft)
+                return &*place;
+    return here();
+}
+
 void IrcChannels::take(const IrcMessage& message, const IrcFeatures& features) {
     for (Place& place : places_)
         place.channel.take(message, features);

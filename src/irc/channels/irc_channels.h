@@ -18,6 +18,7 @@ public:
     struct Place {
         IrcChannel channel;
         int unseen = 0;             // lines, while another one was the room
+        bool isBeingLeft = false;   // the owner has asked for it, and the server not answered
         bool wereBansAsked = false; // for the list of them; changes are told unasked
     };
 
@@ -39,6 +40,10 @@ public:
     void clear();
 
     void enter(const Place& place);
+
+    // What the owner leaves next: the room or, while that is being left, the one that he will be in
+    // then. When all are being left, the room once more.
+    Place* nextToLeave();
 
     // Everything that is told of channels and people.
     void take(const IrcMessage& message, const IrcFeatures& features);

@@ -46,6 +46,7 @@ std::optional<std::string> IrcJoining::channelNamed(std::string_view given) cons
 void IrcJoining::beginWith(const std::string& given) {
     wanted_.clear();
     keys_.clear();
+    wantedRoom_ = given;
     entering_ = channelNamed(given).value_or("");
     if (!entering_.empty())
         want(entering_);
@@ -131,19 +132,21 @@ void IrcJoining::enter(int number) {
 
 void IrcJoining::enter(const IrcChannels::Place& place) {
     entering_.clear();
+    wantedRoom_ = place.channel.name();
     channels_.enter(place);
     events_.tell("you are in " + visibleName(place.channel.name()));
     events_.newRoom();
 }
 
 void IrcJoining::leave(const std::string& farewell) {
-    if (channels_.here()) {
+    if (IrcChannels::Place* const place = channels_.nextToLeave()) {
         // after what he has typed in it
-        session_.send(IrcOutgoing::Kind::typed,
-                      ircLine("PART", {channels_.here()->channel.name(), farewell}));
+        place->isBeingLeft = session_.send(IrcOutgoing::Kind::typed,
+                                           ircLine("PART", {place->channel.name(), farewell}));
         return;
     }
     wantNoMore(std::exchange(entering_, {}));
+    wantedRoom_.clear();
     events_.tell("you are in no room");
 }
 
@@ -182,7 +185,7 @@ void IrcJoining::left(std::string_view channel) {
     const auto* const place = channels_.find(channel, session_.features());
     if (!place)
         return;
-    const bool wasHere = channels_.isHere(place);
+    const bool wasHere = channels_.isHere(place), isWanted = !place->isBeingLeft;
     const std::string name = place->channel.name();
     events_.tell("you have left " + visibleName(name));
     session_.dropFor(name);
@@ -191,6 +194,8 @@ void IrcJoining::left(std::string_view channel) {
         return;
     if (channels_.here())
         return enter(*channels_.here());
+    if (!isWanted)
+        wantedRoom_.clear();
     events_.tell("you are in no room");
     events_.newRoom();
 }

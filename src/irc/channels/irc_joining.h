@@ -39,6 +39,10 @@ public:
     void enter(int number);
     void leave(const std::string& farewell);
 
+    // Where the owner would be on this network: a room that he was put out of he still wants. Blank
+    // for nowhere.
+    const std::string& wantedRoom() const { return wantedRoom_; }
+
     // To be told of what the owner does, by the server: before the channels are told of a JOIN, and
     // after that of all else.
     void cameIn(const std::string& channel);
@@ -60,7 +64,8 @@ private:
     Events events_;
     std::vector<std::string> wanted_;                       // asked for, or to be asked for
     std::vector<std::pair<std::string, std::string>> keys_; // of channels, by name
-    std::string entering_;                                  // is the room once it is joined
+    std::string wantedRoom_;
+    std::string entering_; // is the room once it is joined
 };
 
 // The server would take a name with such a byte in it for another, or for several.

@@ -7,7 +7,7 @@ namespace larkspin {
 namespace {
 
 // What would make a ban of somebody one of others, too.
-constexpr std::string_view wildcards = "*?!@";
+constexpr std::string_view wildcards = "*?@";
 
 } // namespace
 

@@ -4,31 +4,29 @@
 
 namespace larkspin {
 
-bool IrcNameList::add(const std::string& folded, std::string_view name) {
+void IrcNameList::add(const std::string& folded, std::string_view name) {
     if (name.empty() || name.size() > longestName || entries_.size() == RowList::limit)
-        return false;
+        return;
     if (!entries_.try_emplace(folded, Entry{places_.size()}).second)
-        return false;
+        return;
     places_.emplace_back(name);
     isOld_ = true;
-    return true;
 }
 
-bool IrcNameList::remove(const std::string& folded) {
+void IrcNameList::remove(const std::string& folded) {
     const auto found = entries_.find(folded);
     if (found == entries_.end())
-        return false;
+        return;
     places_[found->second.place] = {};
     entries_.erase(found);
     isOld_ = true;
     closeGaps();
-    return true;
 }
 
-bool IrcNameList::rename(const std::string& folded, const std::string& newFolded,
+void IrcNameList::rename(const std::string& folded, const std::string& newFolded,
                          std::string_view newName) {
     if (!entries_.contains(folded))
-        return false;
+        return;
     if (newName.empty() || newName.size() > longestName)
         return remove(folded);
     if (folded != newFolded)
@@ -38,7 +36,6 @@ bool IrcNameList::rename(const std::string& folded, const std::string& newFolded
     places_[entry.mapped().place] = Row(newName);
     entries_.insert(std::move(entry));
     isOld_ = true;
-    return true;
 }
 
 // Only when most of it is gaps, so that it costs little for each that has left.

@@ -17,13 +17,13 @@ public:
     // Longer than any server's; what is longer isn't a name.
     static constexpr std::size_t longestName = 128;
 
-    // Names are found by what they fold to. False for one that is there, and when there are as many
+    // Names are found by what they fold to. One that is there stays as it is; none comes to as many
     // as a list can hold.
-    bool add(const std::string& folded, std::string_view name);
-    bool remove(const std::string& folded);
+    void add(const std::string& folded, std::string_view name);
+    void remove(const std::string& folded);
 
     // Keeps the place and the ranks. Whoever had the new name is gone.
-    bool rename(const std::string& folded, const std::string& newFolded, std::string_view newName);
+    void rename(const std::string& folded, const std::string& newFolded, std::string_view newName);
 
     // A set of bits; null for a name that isn't there. Good until the next change.
     std::uint64_t* ranks(const std::string& folded);

@@ -66,6 +66,7 @@ public:
     // These tell what they have to tell. The topic: asked for, or set.
     void changeNick(const std::string& nick);
     const std::string& wantedNick() const { return session_.identity().nick; } // at each connection
+    const std::string& wantedRoom() const { return joining_.wantedRoom(); }    // at the next one
     void message(const std::string& name, const std::string& text);
     void topic(const std::optional<std::string>& text);
     void names();

@@ -62,6 +62,11 @@ std::vector<SlashWord> IrcWords::words() {
         irc_.topic(isBlank(rest) ? std::nullopt : std::optional(textAfter(rest)));
         return true;
     };
+    const auto leave = [this](std::string_view rest) {
+        if (isBlank(rest))
+            irc_.leave();
+        return isBlank(rest);
+    };
     const auto names = [this](std::string_view rest) {
         if (isBlank(rest))
             irc_.names();
@@ -83,7 +88,7 @@ std::vector<SlashWord> IrcWords::words() {
          by(&Self::login)},
         {"join", "#ROOM [KEY]", "goes into a room, which waits behind the one you are in",
          there(join)},
-        {"leave", "", "leaves the room", there(by(&Self::leave))},
+        {"leave", "", "leaves the room", there(leave)},
         {"names", "", "tells who is in the room", there(names)},
         {"topic", "[TEXT]", "tells the room's topic, or sets it", there(topic)},
         {"msg", "NAME TEXT", "sends somebody a private message", there(by(&Self::message))},
@@ -150,7 +155,6 @@ bool IrcWords::connectAgain() {
         tell_("you don't log in as " + visibleName(account.user) +
               (isLoginFor ? ": there is no password"
                           : ", which is for " + visibleName(account.loginHost)));
-    leaves_ = false;
     wasOn_ = account.isWanted = true;
     file_.keep(account);
     irc_.connect(account.server,
@@ -218,14 +222,6 @@ bool IrcWords::changeNick(std::string_view rest) {
     return true;
 }
 
-bool IrcWords::leave(std::string_view rest) {
-    if (!isBlank(rest))
-        return false;
-    leaves_ = true;
-    irc_.leave();
-    return true;
-}
-
 bool IrcWords::room(std::string_view rest) {
     const std::string_view number = takeWord(rest);
     if (number.empty()) {
@@ -277,28 +273,20 @@ void IrcWords::roomChanged() {
         following_ = loop_.once(followsWithin, [this] { follow(); });
 }
 
-// A room that he was put out of, or that went with the connection, he still wants.
 void IrcWords::follow() {
     loop_.cancel(std::exchange(following_, TimerId::none));
-    const IrcClient::State state = irc_.state();
-    const bool isJoined = state == IrcClient::State::joined;
-    const IrcAccount& kept = file_.account();
-    const bool isElsewhere = isJoined && irc_.name() != kept.room;
-    const bool hasLeft = leaves_ && state == IrcClient::State::connected;
-    const bool hasOtherNick = irc_.isOn() && irc_.wantedNick() != kept.nick;
-    const bool hasGone = std::exchange(wasOn_, irc_.isOn()) && !irc_.isOn();
-    if (!isElsewhere && !hasLeft && !hasOtherNick && !hasGone)
+    const bool isOn = irc_.isOn();
+    if (!std::exchange(wasOn_, isOn) && !isOn)
         return;
-    leaves_ = leaves_ && !isElsewhere && !hasLeft;
-    IrcAccount account = kept;
-    if (isElsewhere && canBeIrcWord(irc_.name()))
-        account.room = irc_.name();
-    if (hasLeft)
-        account.room.clear();
-    if (hasOtherNick && canBeIrcNick(irc_.wantedNick()))
-        account.nick = irc_.wantedNick();
-    account.isWanted = irc_.isOn();
-    file_.keep(std::move(account));
+    IrcAccount account = file_.account();
+    const std::string &room = irc_.wantedRoom(), &nick = irc_.wantedNick();
+    if (isOn && (room.empty() || canBeIrcWord(room)))
+        account.room = room;
+    if (isOn && canBeIrcNick(nick))
+        account.nick = nick;
+    account.isWanted = isOn;
+    if (account != file_.account())
+        file_.keep(std::move(account));
 }
 
 } // namespace larkspin

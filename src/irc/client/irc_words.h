@@ -46,7 +46,6 @@ private:
     void takePassword(IrcAccount account);
     bool message(std::string_view rest);
     bool changeNick(std::string_view rest);
-    bool leave(std::string_view rest);
     bool room(std::string_view rest);
     bool limit(std::string_view rest);
     void tellRooms() const;
@@ -60,8 +59,7 @@ private:
     SlashWords::Tell tell_;
     TimerId unanswered_ = TimerId::none;
     TimerId following_ = TimerId::none;
-    bool wasOn_ = false;  // the network
-    bool leaves_ = false; // the owner's own wish, which the server has not yet fulfilled
+    bool wasOn_ = false; // the network
 };
 
 } // namespace larkspin

@@ -121,7 +121,7 @@ void IrcHearing::hearPrivately(const IrcMessage& message) {
 
 void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
     if (!isHere(said.channel)) {
-        if (!said.isShown && !atOnce)
+        if (!said.isShown)
             shown_.message("to " + visibleName(said.channel) + ": " + plainMarkup(said.text));
         return;
     }

@@ -19,13 +19,9 @@ void IrcPacing::limitSaid(int linesPerMinute) {
 void IrcPacing::spoke() {
     if (!std::exchange(haveSpoken_.atWork().yes, true))
         return;
-    if (waiting_ >= mostWaiting)
-        return;
-    ++waiting_;
     const Nanoseconds end = loop_.now() + longest + perLine_;
     while (outgoing_.waiting(IrcOutgoing::Kind::said) > mostAhead && loop_.now() < end)
         loop_.waitUntil(loop_.now() + betweenLooks);
-    --waiting_;
 }
 
 } // namespace larkspin

@@ -19,10 +19,8 @@ public:
 
     static constexpr std::size_t mostAhead = 3; // lines
 
-    // No longer than that and what the owner's limit takes for a line; and no more than so many
-    // wait inside each other, which leaves the loop room for all else.
+    // No longer than that and what the owner's limit takes for a line.
     static constexpr std::chrono::seconds longest{20};
-    static constexpr int mostWaiting = 8;
 
     void limitSaid(int linesPerMinute); // 0 for no limit
 
@@ -40,7 +38,6 @@ private:
         bool yes = false;
     };
     EventNotes<Spoken> haveSpoken_;
-    int waiting_ = 0;
 };
 
 } // namespace larkspin

@@ -266,7 +266,6 @@ void IrcLink::Session::hasWritten(GOutputStream* stream, GAsyncResult* result) {
     waiting_.clear();
     sent_ = 0;
     broken_ = true;
-    g_socket_shutdown(socket(), TRUE, FALSE, nullptr);
 }
 
 // The server gets all of it only when it isn't cut off with something unread.

@@ -93,6 +93,9 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/names", "#music, 2 people\n  @jo\n  ann\n"},
         {"/topic", "there is no topic\n"},
         {"/topic  all songs", "jo sets the topic:  all songs\n"},
+        {"/topic", "the topic is:  all songs\n"},
+        {"/msg ann  <b>psst", "to ann:  psst\n"},
+        {"/msg #x psst", "you are not in #x\n"},
         {"/as ann hi", "on a network others come, go and speak by themselves\n"},
         {"/nick a,b", "! /nick NAME\n"},
         {"/nick Joe", "you are now called Joe\n"},
@@ -108,9 +111,26 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         EXPECT_EQ(typed(line), told) << line;
     EXPECT_EQ(kept(), "server=irc.test\nport=6667\ntls=no\nnick=Joe\nroom=#music\nconnect=no\n"
                       "lines a minute=1\n");
-    typed("/connect");
-    typed("/msg ann  psst");
-    EXPECT_EQ(server.sent.back(), "PRIVMSG ann : psst");
+}
+
+TEST_F(IrcWordsTest, EachLeaveIsForOneRoomHoweverSlowTheServerIs) {
+    typed("/connect irc.test jo #a");
+    for (const char* const room : {"/join #b", "/join #c"})
+        typed(room);
+    server.takes = [](const std::string& line) { return line.starts_with("PART"); };
+    server.sent.clear();
+    for (int times = 0; times < 4; ++times)
+        typed("/leave");
+    Lines left;
+    for (const std::string& line : server.sent)
+        left.push_back(line.substr(0, line.find(':')));
+    EXPECT_EQ(left, (Lines{"PART #a ", "PART #c ", "PART #b ", "PART #a "}));
+    for (const char* const room : {"#a", "#c", "#b"}) {
+        server.say(std::string(":jo!o@host PART ") + room);
+        typed("/limit");
+    }
+    begin();
+    EXPECT_EQ(typed("/room"), "you are in no room\n");
 }
 
 TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
@@ -141,6 +161,12 @@ TEST_F(IrcWordsTest, TakeUpAgainWhatWasAskedForUntilItIsLeft) {
     EXPECT_EQ(typed("/room"), "you are in no room\n");
     begin();
     EXPECT_EQ(typed("/room"), "1  #music (here)\n");
+    typed("/join #den");
+    typed("/leave"); // which he is put out of again
+    server.say(":irc KICK #den jo :out");
+    typed("/limit");
+    begin();
+    EXPECT_EQ(typed("/room"), "1  #den (here)\n");
     server.say(":jo!o@host NICK Guest1"); // by services, which isn't his wish
     server.nick = "Guest1";
     typed("/leave");

@@ -6,6 +6,8 @@
 namespace larkspin {
 namespace {
 
+class IrcObeyingTest : public InMusic {};
+
 constexpr int untouched = 50; // the volume, which each of them would turn
 
 TEST(IrcObeying, NothingThatComesFromElsewhereIsACommand) {
@@ -42,44 +44,38 @@ TEST(IrcObeying, NothingThatComesFromElsewhereIsACommand) {
         }
 }
 
-TEST(IrcObeying, AnEchoCountsOnceAndOnlyInTheRoomThatItWasSaidIn) {
-    IrcMachine machine;
-    machine.begin();
-    machine.server.takes = [](const std::string&) { return true; }; // no echo by itself
-    const std::string echo = ":Owner!o@host PRIVMSG #music :'volume 7";
-    machine.typed("'volume 7");
-    EXPECT_EQ(machine.state().HScroll2, untouched);
-    machine.told(":Owner!o@host PRIVMSG #other :'volume 7");
-    EXPECT_EQ(machine.state().HScroll2, untouched);
-    machine.told(echo);
-    EXPECT_EQ(machine.state().HScroll2, 7);
-    machine.state().HScroll2 = 8;
-    EXPECT_EQ(machine.told(echo), "Owner: 'volume 7\n");
-    EXPECT_EQ(machine.state().HScroll2, 8);
+TEST(IrcObeying, WhatComesBackCountsOnceAndOnlyInItsRoomInTimeAndInTurn) {
+    const std::string seven = ":Owner!o@host PRIVMSG #music :'volume 7",
+                      nine = ":Owner!o@host PRIVMSG #music :'volume 9";
+    const struct {
+        Lines told;
+        int volume;
+        std::chrono::seconds later{};
+    } cases[] = {
+        {{seven}, 7},
+        {{seven, nine}, 9},
+        {{seven, nine, seven}, 9},
+        {{nine, seven}, 9},
+        {{":Owner!o@host PRIVMSG #other :'volume 7"}, untouched},
+        {{":irc 404 Owner #music :Cannot send to channel", seven}, untouched},
+        {{seven}, 7, 59s},
+        {{seven}, untouched, 61s},
+    };
+    for (const auto& each : cases) {
+        IrcMachine machine;
+        machine.begin();
+        machine.server.takes = [](const std::string&) { return true; }; // no echo by itself
+        machine.typed("'volume 7");
+        EXPECT_EQ(machine.typed("'volume 9"), "");
+        machine.advance(each.later);
+        for (const std::string& line : each.told)
+            machine.told(line);
+        EXPECT_EQ(machine.state().HScroll2, each.volume) << each.told.front();
+    }
 }
 
-TEST(IrcObeying, ALineThatTheServerHasRefusedDoesNotComeBack) {
-    IrcMachine machine;
-    machine.begin();
-    machine.server.takes = [](const std::string&) { return true; };
-    machine.typed("'volume 7");
-    machine.told(":irc 404 Owner #music :Cannot send to channel");
-    machine.told(":Owner!o@host PRIVMSG #music :'volume 7");
-    EXPECT_EQ(machine.state().HScroll2, untouched);
-}
-
-TEST(IrcObeying, AnEchoThatComesTooLateOrAfterALaterOneDoesNotCount) {
-    IrcMachine machine;
-    machine.begin();
-    machine.server.takes = [](const std::string&) { return true; };
-    machine.typed("'volume 7", 61s);
-    machine.told(":Owner!o@host PRIVMSG #music :'volume 7");
-    EXPECT_EQ(machine.state().HScroll2, untouched);
-    machine.typed("'volume 7");
-    machine.typed("'volume 9");
-    machine.told(":Owner!o@host PRIVMSG #music :'volume 9");
-    machine.told(":Owner!o@host PRIVMSG #music :'volume 7");
-    EXPECT_EQ(machine.state().HScroll2, 9);
+TEST_F(IrcObeyingTest, WhatIsNoEchoUnderTheOwnersNameIsShownAtMost) {
+    EXPECT_EQ(told(":Owner!o@host PRIVMSG #music :'volume 7"), "Owner: 'volume 7\n");
 }
 
 TEST(IrcObeying, WhatCameBackIsNoCommandOnceTheOwnerIsElsewhere) {
@@ -100,43 +96,35 @@ TEST(IrcObeying, WhatCameBackIsNoCommandOnceTheOwnerIsElsewhere) {
     }
 }
 
-TEST(IrcObeying, AChannelWithoutColoursStillSendsTheOwnersLine) {
-    IrcMachine machine;
-    machine.begin();
-    machine.server.takes = [&](const std::string& line) {
-        machine.server.say(":Owner!o@host PRIVMSG #music :'volume 7");
+TEST_F(IrcObeyingTest, AChannelWithoutColoursStillSendsTheOwnersLine) {
+    server.takes = [&](const std::string& line) {
+        server.say(":Owner!o@host PRIVMSG #music :'volume 7");
         return line.starts_with("PRIVMSG #music");
     };
-    EXPECT_EQ(machine.typed("<b>'volume 7").substr(0, 20), "Owner: <b>'volume 7\n");
+    EXPECT_EQ(typed("<b>'volume 7").substr(0, 20), "Owner: <b>'volume 7\n");
 }
 
-TEST(IrcObeying, TheOwnerIsWhoeverTheServerSaysThatThisConnectionIs) {
-    IrcMachine machine;
-    machine.begin();
-    machine.told(":Owner!o@host NICK :Guest7");
-    machine.server.nick = "Guest7";
-    EXPECT_EQ(machine.room.ownName(), "Guest7");
-    EXPECT_EQ(machine.typed("'volume 7"), "Guest7: 'volume 7\nGuest7: volume set:  <b>7</b>\n");
-    EXPECT_EQ(machine.state().HScroll2, 7);
+TEST_F(IrcObeyingTest, TheOwnerIsWhoeverTheServerSaysThatThisConnectionIs) {
+    told(":Owner!o@host NICK :Guest7");
+    server.nick = "Guest7";
+    EXPECT_EQ(room.ownName(), "Guest7");
+    EXPECT_EQ(typed("'volume 7"), "Guest7: 'volume 7\nGuest7: volume set:  <b>7</b>\n");
+    EXPECT_EQ(state().HScroll2, 7);
 }
 
-TEST(IrcObeying, NamesAreComparedAsTheServerDoes) {
-    IrcMachine machine;
-    machine.begin();
-    machine.told(":Owner!o@host NICK :Own[er]");
-    machine.told(":own{ER}!o@host NICK :Boss");
-    EXPECT_EQ(machine.room.currentScreenName(), "Boss");
+TEST_F(IrcObeyingTest, NamesAreComparedAsTheServerDoes) {
+    told(":Owner!o@host NICK :Own[er]");
+    told(":own{ER}!o@host NICK :Boss");
+    EXPECT_EQ(room.currentScreenName(), "Boss");
 }
 
-TEST(IrcObeying, NobodyIsTheOwnerOutsideARoom) {
-    IrcMachine machine;
-    machine.begin();
-    machine.told(":bob!b@h KICK #music Owner :x");
-    EXPECT_EQ(machine.room.currentScreenName(), "");
-    EXPECT_EQ(machine.sentOf([&] { machine.room.say("'volume 7"); }), "");
-    EXPECT_EQ(machine.typed("'volume 7"), "- you are in no room\n");
-    EXPECT_EQ(machine.state().HScroll2, untouched);
-    EXPECT_EQ(machine.sentOf([&] { machine.room.sendChatLine("hi"); }), "");
+TEST_F(IrcObeyingTest, NobodyIsTheOwnerOutsideARoom) {
+    told(":bob!b@h KICK #music Owner :x");
+    EXPECT_EQ(room.currentScreenName(), "");
+    EXPECT_EQ(sentOf([&] { room.say("'volume 7"); }), "");
+    EXPECT_EQ(typed("'volume 7"), "- you are in no room\n");
+    EXPECT_EQ(state().HScroll2, untouched);
+    EXPECT_EQ(sentOf([&] { room.sendChatLine("hi"); }), "");
 }
 
 } // namespace

@@ -1,9 +1,6 @@
 // The whole program in a terminal, on a real server, with somebody else in the room.
-#include "library/playlist_row.h"
-#include "platform/posix/drive_paths.h"
 #include "support/child.h"
 #include "support/irc_server.h"
-#include "support/made_songs.h"
 #include "support/own_network.h"
 #include "support/patience.h"
 #include "support/temp_directory.h"
@@ -67,13 +64,8 @@ protected:
 
 TEST_F(IrcProgramTest, ObeysItsOwnerInAFullRoomAndComesBackToItInTheNextRun) {
     LocalIrcServer server;
-    IrcPerson bob("bob");
-    bob.send("JOIN #den");
-    EXPECT_NE(bob.hears("JOIN"), "");
-    auto program = Child::start(LARKSPIN_TTY, variables());
-    EXPECT_TRUE(program->says("load:  <b>1</b>", patience));
-    program->tell("/connect irc.test jo #den");
-    EXPECT_TRUE(program->says("[room] you are in #den", patience));
+    IrcPerson bob = inDen("bob");
+    auto program = startIn("/connect irc.test jo #den");
     bob.send("PRIVMSG #den :'volume 99");
     EXPECT_TRUE(program->says("bob: 'volume 99", patience));
     program->tell("'volume 7");
@@ -152,21 +144,6 @@ TEST_F(IrcProgramTest, SaysAndHearsWithAndWithoutTls) {
     EXPECT_EQ(program->ends(patience), 0);
 }
 
-TEST_F(IrcProgramTest, ASongIsAnnouncedInItsColours) {
-    ASSERT_TRUE(makeSong(disk.path() / "ride.wav", 30));
-    disk.write("larkspin/temp.lst",
-               rowOfFile("ride.wav", drivePath(disk.path().native())) + "\r\n");
-    LocalIrcServer server;
-    IrcPerson bob = inDen("bob");
-    const auto program = startIn("/connect irc.test jo #den");
-    program->tell("'play ride");
-    EXPECT_EQ(said(bob), "'play ride");
-    EXPECT_EQ(said(bob), "\x03"
-                         "14'\u00AClks - \x03"
-                         "10playing:  \x02"
-                         "1\x02.  \x02\x1Fride\x02\x1F (\x02.wav\x02)\x0F");
-}
-
 TEST_F(IrcProgramTest, PutsOutWhomItMayAndIgnoresAnybody) {
     LocalIrcServer server;
     IrcPerson bob = inDen("bob"), eve = inDen("eve"), dave = inDen("dave");
@@ -208,17 +185,6 @@ TEST_F(IrcProgramTest, IsWhoeverTheServerSaysThatItIs) {
     program->tell("'volume 7");
     EXPECT_EQ(other.hears("PRIVMSG"), ":jo_!~larkspin@127.0.0.1 PRIVMSG #den :'volume 7");
     EXPECT_TRUE(program->says("volume set", patience));
-    other.send("NICK bob");
-    EXPECT_TRUE(program->says("jo is now called bob", patience));
-    program->tell("/nick jo");
-    EXPECT_TRUE(program->says("you are now called jo", patience));
-    other.send("NICK jo_\r\nPRIVMSG #den :'volume 99");
-    EXPECT_TRUE(program->says("jo_: 'volume 99", patience));
-    other.send("KICK #den jo :out");
-    EXPECT_TRUE(program->says("jo_ puts you out of #den: out", patience));
-    program->tell("'volume 99");
-    EXPECT_TRUE(program->says("[room] you are in no room", patience));
-    EXPECT_TRUE(program->says("[room] you are in no room", patience)); // to that line
     expectVolume(*program, "7");
 }
 
