@@ -6,6 +6,8 @@ namespace {
 
 constexpr bool atNextStart = true;
 
+// The controls that show each slot's colour. Those of the launcher's window take a new one only at
+// the next start.
 constexpr ColoredControl titlebarWords[] = {
     {"appz", "Label1", atNextStart},
     {"appz", "Label2", atNextStart},
@@ -80,7 +82,7 @@ constexpr ColoredControl playControls[] = {
 
 using Kind = ColorSlot::Kind;
 
-// Two of the keys are other words than their slots.
+// The keys of `titlebars` and `backgrounds` differ from the names of their slots.
 constexpr ColorSlot slots[] = {
     {"ascii color", "ascii color", Kind::styleColor},
     {"font color", "font color", Kind::styleColor},

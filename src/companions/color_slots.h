@@ -12,7 +12,7 @@ namespace larkspin {
 // A control by its window and name; the window itself where there is no name.
 struct ColoredControl {
     std::string_view window, name;
-    bool atNextStart = false; // takes a new colour only then
+    bool atNextStart = false; // takes a new colour only when the program starts again
 };
 
 struct ColorSlot {
@@ -22,9 +22,9 @@ struct ColorSlot {
     std::string_view key;  // in the settings
     Kind kind;
 
-    // Of a style colour, which shows in no control but in what is said, there is none of these.
+    // A style colour has none of these, since it shows in what is said and in no control.
     Color design = black;            // while the settings hold no colour
-    std::string_view savedFrom = {}; // of the media window: its colour is kept
+    std::string_view savedFrom = {}; // the control of the media window whose colour is saved
     std::span<const ColoredControl> controls = {};
 };
 

@@ -18,12 +18,13 @@ namespace {
 constexpr Place colorsHome = {3600, 3600, 3300, 2370};
 constexpr std::string_view tagOpening = "<font color=#";
 
+// Red is in the lowest byte of a colour.
 Color colorOf(const std::array<std::uint8_t, 3>& parts) {
     return parts[0] + 256u * parts[1] + 65536u * parts[2];
 }
 
-// The digits of a colour between the opening of its tag and the last character. What the owner has
-// cut shorter has none.
+// The digits of the colour in a tag: what stands between the tag's opening and its last character.
+// Nothing when the owner has edited the tag down to less.
 std::string_view digitsOf(std::string_view tag) {
     tag.remove_prefix(prefixLength(tag, tagOpening.size()));
     return withoutLast(tag, 1);
@@ -108,6 +109,7 @@ void ColorsWindow::reset() {
 void ColorsWindow::mix(std::size_t part, int value) {
     parts_[part] = static_cast<std::uint8_t>(value);
     colors.control("Label1").background = colorOf(parts_);
+    // The tag is written anew at each move of a bar, over what the owner may have typed.
     tag_ = tagOpening;
     for (const std::uint8_t each : parts_)
         tag_ += hexPair(each);

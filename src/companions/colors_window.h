@@ -21,7 +21,7 @@ class ColorsWindow {
 public:
     ColorsWindow(const Core& core, WindowColors& windowColors);
 
-    // The command, and what the tray's entry does without a word.
+    // The command, and the tray's entry, which does the same without saying anything.
     void color();
     void show();
 

@@ -22,7 +22,7 @@ class KeptFiles;
 class Launching;
 class LineFiles;
 
-// Of the floors below, what the companions work with beside the core.
+// What the companions use of the floors below, beside the core.
 struct CompanionsNeeds {
     KeptFiles& files;
     LineFiles& lineFiles;

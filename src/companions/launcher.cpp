@@ -21,8 +21,8 @@ constexpr double untilFirstTitle = 0.7; // of a recital
 
 } // namespace
 
-// Goes as far as the list reached at first: what is added meanwhile isn't loaded, and where items
-// have gone the walk comes upon an empty path, which ends it.
+// The walk ends where the list ended at first, so items added meanwhile aren't loaded. Where items
+// have been removed meanwhile it comes upon an empty path, which ends it as well.
 void Launcher::load(const std::string& text) {
     if (reply_.refusedInSilence(
             "double click an app or pic in the apps and pics list to load it in silent mode"))
@@ -128,6 +128,7 @@ void Launcher::launchSelected() {
 }
 
 void Launcher::announceAndLaunch(int index) {
+    // The path is read before the announcement, during which the list may change.
     const std::string path = items_.path(index);
     reply_.saychat("loading... <b>" + items_.title(index));
     launchItem(path);

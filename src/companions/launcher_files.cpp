@@ -17,7 +17,8 @@ std::vector<std::string> linesIn(std::string_view text) {
     return lines;
 }
 
-// Of a text with a path and a title in turn.
+// The items of a text in which paths and titles take turns. A last path without a title gets an
+// empty one.
 LauncherItemList itemsInTurn(std::string_view text) {
     std::vector<std::string> lines = linesIn(text);
     lines.resize(lines.size() + lines.size() % 2);
@@ -59,9 +60,13 @@ LauncherItemList LauncherFiles::load() {
 std::optional<LauncherItemList> LauncherFiles::read() {
     const FileRead ahead = files_.read(ahead_), paths = files_.read(paths_),
                    titles = files_.read(titles_);
+    // As long as this file is there, the next save writes the two others anew and removes it, even
+    // if no item has changed.
     hasAhead_ = ahead.outcome != FileRead::Outcome::missing;
     pathLines_ = contentsOf(paths);
     titleLines_ = contentsOf(titles);
+    // The file ahead is only there when a save was broken off. It is whole, and newer than the
+    // other two, of which perhaps one was written.
     if (ahead.outcome == FileRead::Outcome::contents)
         return itemsInTurn(ahead.contents);
     if (ahead.failed() || paths.failed() || titles.failed())
@@ -79,10 +84,12 @@ std::optional<LauncherItemList> LauncherFiles::read() {
 void LauncherFiles::save(LauncherItemList items) {
     if (!isUnread_)
         return write(items);
+    // The files couldn't be read at the start, so the items are only those of this run.
     if (items.empty() && !hasBeside_)
         return;
     if (!before_)
         before_ = read();
+    // They still can't be read.
     if (!before_) {
         hasBeside_ = files_.replace(beside_, inTurn(items)) || hasBeside_;
         return;
@@ -97,6 +104,7 @@ void LauncherFiles::write(const LauncherItemList& items) {
         paths.append(item.path).append(lineEnd);
         titles.append(item.title).append(lineEnd);
     }
+    // Files that hold these very items already aren't written again.
     const bool isThere = !hasAhead_ && pathLines_ == paths && titleLines_ == titles;
     if (!isThere && !saveBoth(paths, titles, inTurn(items)))
         return;
@@ -108,6 +116,8 @@ void LauncherFiles::write(const LauncherItemList& items) {
 
 bool LauncherFiles::saveBoth(const std::string& paths, const std::string& titles,
                              const std::string& itemsInTurn) {
+    // In this order there is one whole copy on the disk at any moment: the file ahead goes only
+    // when both others are written.
     if (!files_.replace(ahead_, itemsInTurn))
         return false;
     hasAhead_ = true;

@@ -1,7 +1,7 @@
-// The two files of the launcher: line by line, one holds an item's path and the other its title.
+// The launcher's two files: one has the path of an item, line by line, and the other its title.
 //
-// A file of its own goes ahead of them with both, in turn, and stays until both are written: a save
-// that was broken off between them, for whatever reason, is read from there.
+// A third file, with paths and titles in turn, is written ahead of the two and stays until both are
+// written: a save that was broken off between them is read from there.
 #pragma once
 
 #include "shell/data_directory.h"
@@ -26,9 +26,10 @@ public:
         : files_(files), paths_(directory.appPathsFile()), titles_(directory.appTitlesFile()),
           ahead_(paths_ + std::string(aheadEnding)), beside_(paths_ + std::string(besideEnding)) {}
 
-    // Of files that differ in length the shorter one is filled up with empty texts. When one can't
-    // be read neither is; the items that come then are saved after theirs, or, while that still
-    // can't be done, into a file beside them, which is loaded with them from then on.
+    // If one file is shorter than the other, it is filled up with empty texts. If one of the files
+    // can't be read, neither is. The items of that run are then saved after those of the files, or,
+    // as long as the files still can't be read, into a file beside them, which is loaded with them
+    // from then on.
     LauncherItemList load();
     void save(LauncherItemList items);
 
@@ -42,8 +43,8 @@ private:
     std::string paths_, titles_, ahead_, beside_;
     bool isUnread_ = false, hasAhead_ = false, hasBeside_ = false;
     std::optional<std::string> pathLines_,
-        titleLines_;                         // that the two files hold, if they are there
-    std::optional<LauncherItemList> before_; // of files that could be read at a later save
+        titleLines_;                         // what the two files hold, if they are there
+    std::optional<LauncherItemList> before_; // the items of files that could only be read at a save
 };
 
 } // namespace larkspin

@@ -7,13 +7,14 @@
 
 namespace larkspin {
 
-// An item without a title can be started and deleted in the window; one without a path can only be
-// deleted there, and it ends the walks of the commands, after which there is none with a path any
-// more.
+// Files that differ in length leave items without a title or without a path. One without a title
+// can be started and deleted in the window. One without a path can only be deleted there, and a
+// command that walks through the items takes it for the end of the list.
 void LauncherItems::load(LauncherFiles& files) {
     leftOut_.clear();
     for (LauncherItem& item : files.load()) {
         if (state_.appTitles.full()) {
+            // It stays in the files: a save puts it back after the others.
             leftOut_.push_back(std::move(item));
             continue;
         }

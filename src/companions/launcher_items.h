@@ -33,7 +33,7 @@ public:
     void select(int index);
     int selected() const; // -1 for none
 
-    // An item to be found again, whatever becomes of the list meanwhile.
+    // What finds the item again, whatever happens to the list meanwhile.
     Row mark(int index) const;
     int find(const Row& mark) const; // -1 when it is gone
 

@@ -76,6 +76,7 @@ void LauncherWindow::apps() {
 }
 
 void LauncherWindow::click() {
+    // The click has made the row current already; this shows its path as well.
     items_.select(items_.selected());
 }
 
@@ -91,7 +92,8 @@ void LauncherWindow::addFromDisk() {
         dialogs_.box("the applications n shit list is full");
 }
 
-// While the question is open the list may change, and the same question may come again.
+// The list may change while the question is open, and the same question may even be opened again.
+// So the item is looked up anew afterwards.
 void LauncherWindow::deleteSelected() {
     const int index = items_.selected();
     if (index < 0)

@@ -17,7 +17,7 @@ class LauncherWindow {
 public:
     LauncherWindow(const Core& core, LauncherItems& items, Launcher& launcher);
 
-    // The command, and what the tray's entry does without a word.
+    // The command, and the tray's entry, which does the same without saying anything.
     void apps();
     void show() { showOnTop(appz); }
 

@@ -18,7 +18,8 @@ namespace {
 constexpr const char* noSuchNumber = "you fucker, that isnt a valid note number";
 constexpr const char* tooFewNotes = "you dont have that many notes you fag";
 
-// As the owner counts, of any size. Nothing for what no note bears: 0, a number below, no number.
+// A note's number as the owner counts, however large. Nothing for a text that can't be the number
+// of a note: 0, a number below 0, or no number.
 std::optional<std::int64_t> noteNumber(std::string_view text) {
     const auto number = rounded(numberOrZero(text));
     return number > 0 ? std::optional(number) : std::nullopt;
@@ -86,6 +87,7 @@ void NoteCommands::edit(const std::string& text) {
         return;
     }
     const auto arguments = twoArguments(text);
+    // A line that is no edit is no mistake to be told of either.
     if (!arguments || state_.trigger.find(',') != std::string::npos)
         return;
     const auto number = noteNumber(arguments->first);

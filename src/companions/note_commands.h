@@ -19,10 +19,10 @@ public:
     void note(const std::string& text);
     void tellCount();
     void clrn();
-    // Leaves the count in the tray's menu as it was.
+    // The count in the tray's menu stays as it was.
     void del(const std::string& text);
-    // "2, new text". After a trigger that is itself a comma the line's first comma leaves no
-    // number before it: no line is an edit then.
+    // "2, new text". When the trigger is itself a comma, the line's first comma is that of the
+    // trigger and no number stands before it, so no line is an edit.
     void edit(const std::string& text);
 
 private:

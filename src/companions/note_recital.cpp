@@ -39,6 +39,7 @@ void NoteRecital::rn(const std::string& fragment) {
     const std::string lowered = foldCase(fragment);
     bool any = false;
     for (int note = 0; note < notes_.count(); ++note) {
+        // Searching a long list must not hold up the program.
         loop_.serveTurn();
         if (!run.lasts() || notes_.row(note).empty())
             return;

@@ -1,8 +1,8 @@
 // Notes told in the room: one, all, or those with a text in them.
 //
-// It waits between its lines. Meanwhile notes may come, go and move, and others be selected or
-// told: it goes on at the number it has reached, and ends at the first row that is empty or gone.
-// It doesn't go on in another run of the program.
+// A recital waits between its lines. Meanwhile notes may come, go and move, and others may be
+// selected or told. It goes on with the next number, ends at the first row that is empty or gone,
+// and doesn't go on after a restart of the program.
 #pragma once
 
 #include "chat/core.h"
@@ -18,14 +18,14 @@ public:
     NoteRecital(const Core& core, Notes& notes)
         : state_(core.state), loop_(core.loop), reply_(core.reply), notes_(notes) {}
 
-    // The commands; the first is the window's "scroll notes" as well.
+    // The commands. The window's "scroll notes" does the first one too.
     void scrn();
     void rn(const std::string& fragment);
 
     // Selects the note and tells it. False, and nothing is told, when it has no text.
     bool recite(int note);
 
-    // Tells it, with a text or without.
+    // Tells the note even when it has no text.
     void tell(int note);
 
 private:

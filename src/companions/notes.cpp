@@ -10,7 +10,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr char lastOfTime = 'm'; // of "am" and "pm"; there is no letter before them
+constexpr char lastOfTime = 'm'; // the end of "am" or "pm": no letter stands before these
 
 std::string_view afterTime(std::string_view row, std::size_t characters) {
     const auto end = row.find(lastOfTime);
@@ -23,14 +23,17 @@ std::string_view afterTime(std::string_view row, std::size_t characters) {
 } // namespace
 
 std::string_view noteText(std::string_view row) {
+    // "m:" and five blanks
     return afterTime(row, 7);
 }
 
 std::string_view noteSubject(std::string_view row) {
+    // "m:" and two blanks
     return afterTime(row, 4);
 }
 
 std::string Notes::made(const std::string& text) const {
+    // A note is one line of its file, so it can't have a line break.
     const std::tm now = loop_.localTime();
     return shortDate(now) + "-" + clockTime(now) + ":     " + asOneLine(text);
 }

@@ -3,8 +3,8 @@
 //
 //     12/19/03-07:05 pm:     call mum
 //
-// Notes count from 0 in here and from 1 for the owner. What a box or a pause was opened for may
-// have moved or gone after it: see `find`.
+// Notes count from 0 in here and from 1 for the owner. While a box is open, or
+// during a pause, the note that it is about may move or go: see `find`.
 #pragma once
 
 #include "chat/core.h"
@@ -15,8 +15,9 @@
 
 namespace larkspin {
 
-// What stands after date and time, and what a search looks at, which is some blanks more. A row
-// without a time of day, from a file that somebody else has written, is all text.
+// The text of a note, which stands after date and time; and what a search looks at, which is the
+// text with three blanks before it. A row without a time of day, from a file that somebody else has
+// written, is all text.
 std::string_view noteText(std::string_view row);
 std::string_view noteSubject(std::string_view row);
 
@@ -27,16 +28,16 @@ public:
     // The text gets the date and time of this moment; a line break in it becomes a blank. False
     // when the list is full, and nothing changes.
     bool add(const std::string& text);
-    std::string tellFull() const; // what there is to say then
+    std::string tellFull() const; // what is said when the list is full
 
-    // Of a note in the list. What is replaced keeps its number and gets a new date; after a removal
-    // no text shows.
+    // Both take a note of the list. A replaced note keeps its number and gets a new date. After a
+    // removal no text shows.
     void remove(int note);
     void replace(int note, const std::string& text);
     void clear();
 
-    // Makes it the selected one, whose text shows. Outside the list the selection stays, and no
-    // text shows.
+    // Selects the note and shows its text. For a number outside the list the selection stays, and
+    // no text shows.
     void select(int note);
     void showText(int note);
 
@@ -44,12 +45,13 @@ public:
     std::string_view row(int note) const;
     std::string text(int note) const { return std::string(noteText(row(note))); }
 
-    // The row that is selected, to be found again wherever it stands later; an empty one when there
-    // is none. -1 when that very row has been removed or replaced, also by one that reads the same.
+    // The selected row, by which `find` knows the note again wherever it stands later; an empty row
+    // when none is selected. `find` gives -1 when that very row has been removed or replaced, even
+    // by one that reads the same.
     Row selected() const;
     int find(const Row& row) const;
 
-    // The count in the tray's menu, which stands as it is until this is called.
+    // Brings the count in the tray's menu up to date. It changes by this call alone.
     void showCount();
 
 private:

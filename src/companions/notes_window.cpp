@@ -88,8 +88,8 @@ void NotesWindow::clear() {
     notes_.showCount();
 }
 
-// Only of the row that the box was opened for. One that has moved meanwhile is still meant; one
-// that has been changed or has gone isn't there to be edited any more.
+// Edits the note for which the box was opened. Other notes may come and go while it is open: the
+// note is edited even if it has another number then, but not if it has been changed or removed.
 void NotesWindow::edit() {
     const Row edited = notes_.selected();
     if (edited.text().empty())
@@ -102,7 +102,7 @@ void NotesWindow::edit() {
         notes_.replace(note, *text);
 }
 
-// The same holds here.
+// Deletes the note that the question names, which may have moved or gone while it was open.
 void NotesWindow::askToDelete() {
     const Row deleted = notes_.selected();
     if (deleted.text().empty())

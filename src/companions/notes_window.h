@@ -16,7 +16,7 @@ class NotesWindow {
 public:
     NotesWindow(const Core& core, Notes& notes, NoteRecital& recital);
 
-    // The command, and what the tray's entry does without a word.
+    // The command, and the tray's entry, which does the same without saying anything.
     void nshow();
     void show() { showOnTop(notez); }
 

@@ -11,7 +11,8 @@ namespace {
 
 constexpr Color white = 0xFFFFFF;
 
-// A fraction is a slip like any other text that isn't a colour: rounding it would only hide that.
+// A number with a fraction is no colour: rounding it would only hide that something is wrong with
+// the stored value.
 std::optional<Color> storedColor(const std::string& value) {
     const auto wanted = number(value);
     if (!wanted || *wanted < 0 || *wanted > white)
@@ -57,6 +58,7 @@ Color* WindowColors::find(ColorSlot::Kind kind, std::string_view windowName,
     for (Window* window : windows_) {
         if (window->name != windowName)
             continue;
+        // The window itself is meant.
         if (name.empty())
             return &window->background;
         Control* const control = window->find(std::string(name));

@@ -13,14 +13,14 @@ namespace larkspin {
 
 class WindowColors {
 public:
-    // All windows there are. They must outlive this.
+    // Gives all windows of the program, which must outlive this.
     void connect(std::vector<Window*> windows) { windows_ = std::move(windows); }
 
     // Every control gets its stored colour, or the one it was designed with when none is stored.
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
 
-    // Not to the controls that wait for the next start.
+    // Colours the slot's controls, but for those that take a new colour only at the next start.
     void giveAtOnce(const ColorSlot& slot, Color color);
 
 private:

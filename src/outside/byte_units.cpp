@@ -10,10 +10,11 @@ struct Fraction {
     std::uint64_t numerator, denominator;
 };
 
-// The fraction's whole number of units of that many decimals, by long division: a double would
-// turn some that aren't halves into halves, and the other way round.
+// The fraction in units of the last decimal, rounded. By long division, because a double would turn
+// some values that aren't halves into halves, and the other way round.
 std::uint64_t decimalUnits(Fraction of, int decimals) {
-    // Room for ten times the rest. That many bytes don't feel the loss of a bit.
+    // The rest is multiplied by ten below, which must fit into 64 bits. A number of bytes as large
+    // as this can lose its lowest bits without a change in the digits that are shown.
     for (; of.denominator >> 59 != 0; of.denominator >>= 1)
         of.numerator >>= 1;
     std::uint64_t units = of.numerator / of.denominator;
@@ -28,6 +29,7 @@ std::uint64_t decimalUnits(Fraction of, int decimals) {
 }
 
 std::string hundredthsText(std::uint64_t hundredths) {
+    // Without trailing zeros: 150 hundredths are "1.5".
     std::string text = std::to_string(hundredths / 100);
     const std::uint64_t rest = hundredths % 100;
     if (rest != 0)
@@ -51,7 +53,7 @@ std::string readable(std::uint64_t bytes) {
 }
 
 std::string percentage(std::uint64_t part, std::uint64_t whole) {
-    return hundredthsText(decimalUnits({part, whole}, 4)); // hundredths of a hundredth
+    return hundredthsText(decimalUnits({part, whole}, 4)); // in hundredths of a percent
 }
 
 } // namespace larkspin

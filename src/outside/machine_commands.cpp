@@ -23,7 +23,7 @@ struct Description {
     std::string system, memory, bits, width, height;
 };
 
-// Memory counts in whole megabytes, a part of one as one.
+// Memory is told in whole megabytes, rounded up.
 Description describe(MachineFacts& facts) {
     constexpr std::uint64_t megabyte = 1048576;
     const std::uint64_t memory = facts.memoryBytes();
@@ -77,7 +77,9 @@ void MachineCommands::free(const std::string& drive) {
             "use your damn computer to figure that shit out in silent mode"))
         return;
     const ThisRun run(core_.state);
+    // A letter alone means that drive.
     const std::string place = drive.size() == 1 && isLetter(drive[0]) ? drive + ":\\" : drive;
+    // A slow disk is waited for with events served, in which the run may end.
     const DriveSpace space = facts_.driveSpace(place).value_or(DriveSpace{});
     if (!run.lasts())
         return;
@@ -85,6 +87,7 @@ void MachineCommands::free(const std::string& drive) {
         return core_.reply.saychat(std::string(noAnswer) + ":  <b>" + place);
     if (space.total == 0)
         return core_.reply.saychat("invalid, use this example:  <b>c:\\");
+    // Some disks report more free space than they have in all, and the share must not exceed 100 %.
     const std::uint64_t free = std::min(space.free, space.total);
     core_.reply.saychat("[<b>" + place + "</b>] capacity:  " + readable(space.total) +
                         " - percent free:  [<b>" + percentage(free, space.total) + "</b>%]");
@@ -127,7 +130,7 @@ void MachineCommands::shutDownComputer() {
     twice(&Power::shutDown);
 }
 
-// The second time is for a machine that was too busy at the first.
+// The order is given a second time for a machine that was too busy to obey the first.
 void MachineCommands::twice(void (Power::*order)()) {
     const ThisRun run(core_.state);
     (power_.*order)();

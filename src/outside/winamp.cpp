@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view noPlayer = "winamp isnt loaded you fag";
 
-// What the player they were made for puts around a title.
+// Takes off what Winamp puts around the title of a song.
 std::string cleaned(const std::string& caption) {
     return highlight(highlight(caption, " - Winamp", ""), "[Stopped]", "");
 }
@@ -21,6 +21,7 @@ std::string cleaned(const std::string& caption) {
 void Winamp::amp() {
     const ThisRun run(core_.state);
     const auto caption = player_.title();
+    // Without a player that is told first, and then a title without words.
     if (!caption)
         core_.reply.sayAlways(noPlayer);
     if (run.lasts())
@@ -44,8 +45,9 @@ void Winamp::wnext() {
     pressAndTell(OtherPlayer::Button::next, "next track ");
 }
 
-// The title may still be that of the track before: the player isn't waited for. When it goes away
-// in between, its end is told first, and then a track without a title.
+// The title that is told may still be that of the track before, because the player isn't waited
+// for. If the player goes away after the press, that is told first, and then a track without a
+// title.
 void Winamp::pressAndTell(OtherPlayer::Button button, const std::string& opening) {
     const ThisRun run(core_.state);
     if (!player_.press(button))

@@ -17,6 +17,7 @@ Control* findShown(Window& window, const std::string& name) {
 }
 
 Control* findShown(Window& window, const std::string& name, Kind kind) {
+    // The handler may have hidden the window or changed its rows.
     Control* const control = findShown(window, name);
     return control && control->kind == kind ? control : nullptr;
 }
@@ -31,7 +32,7 @@ bool fits(const Control& control, int row) {
     return hasRows ? hasRow(control, row) : row == noRow;
 }
 
-// Of a copy: the handler may do away with the control that it belongs to.
+// Calls a copy of the handler, since the handler may remove the control that it belongs to.
 template <typename... Arguments>
 void call(const std::function<void(Arguments...)>& handler, Arguments... arguments) {
     if (const auto copy = handler)
@@ -42,6 +43,7 @@ void call(const std::function<void(Arguments...)>& handler, Arguments... argumen
 
 bool isOnWindow(const Window& window, const Control& control) {
     const Place& place = control.place;
+    // A control at the window's upper or left edge shows at any size.
     const bool isCutOff = (place.top > 0 && place.top >= window.place.height) ||
                           (place.left > 0 && place.left >= window.place.width);
     return control.visible && !isCutOff;
@@ -67,7 +69,7 @@ bool click(Window& window, const std::string& name, int row) {
     const bool isThere = control && fits(*control, row);
     if (isThere)
         call(control->onClick);
-    window.dragged = false; // its button is up again
+    window.dragged = false; // the mouse button is up again
     return isThere;
 }
 
@@ -80,6 +82,7 @@ bool doubleClick(Window& window, const std::string& name, int row) {
 }
 
 bool press(Window& window, const std::string& name, int row) {
+    // A combo has nothing but rows to take: no mouse-down of its own, and no click.
     if (findShown(window, name, Kind::combo))
         return chooseRow(window, name, row);
     if (!mouseDown(window, name, row))
@@ -97,6 +100,7 @@ bool pressTwice(Window& window, const std::string& name, int row) {
 
 bool selectRows(Window& window, const std::string& name, const std::vector<int>& rows) {
     const Control* const control = findShown(window, name, Kind::list);
+    // All rows are looked at before the selection changes.
     if (!control || rows.empty() || (rows.size() > 1 && !control->selectsMany) ||
         !std::all_of(rows.begin(), rows.end(), [&](int row) { return hasRow(*control, row); }))
         return false;

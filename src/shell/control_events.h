@@ -1,11 +1,12 @@
-// What the owner's hand does to a described control: one place for all that show windows, so that a
-// press means the same on a desktop, in a terminal and in a test.
+// What the owner's hand does to a described control. All that shows windows comes through here, so
+// that a press means the same on a desktop, in a terminal and in a test.
 //
-// Controls are told by window and name, rows count from 0. Each call is true when it reached the
-// control; with nothing there to reach (no such control, one that isn't shown, another kind, a row
+// Controls are named by window and name, rows count from 0. Each call returns true when it reached
+// the control. With nothing to reach (no such control, one that isn't shown, another kind, a row
 // outside its list) nothing happens. An event that the control has no use for reaches it without
-// effect. Handlers may wait, close the window, change its rows or its controls: nothing is held
-// across one, and what belongs to the same gesture after it is left out when it has lost its aim.
+// effect. Handlers may wait, close the window, change its rows or its controls. So nothing is held
+// across a handler, and the rest of a gesture is left out when the control that it was meant for
+// has gone.
 #pragma once
 
 #include "shell/window.h"
@@ -36,7 +37,7 @@ bool click(Window& window, const std::string& control, int row = noRow);
 // The button going down again so soon after a click that the two belong together.
 bool doubleClick(Window& window, const std::string& control, int row = noRow);
 
-// Down and up again: a click after the mouse-down. In a combo it takes the row.
+// The button going down and coming up again: a mouse-down, then a click. A combo takes the row.
 bool press(Window& window, const std::string& control, int row = noRow);
 
 // A press, and the double click after it.
@@ -51,8 +52,8 @@ bool pressKey(Window& window, const std::string& control, Key key);
 // The mouse moving over the control.
 bool hover(Window& window, const std::string& control);
 
-// Moves a slider; a value outside its range moves it to the nearer end. Where it stands already
-// nothing happens.
+// Moves a slider. A value outside its range moves it to the nearer end; the value that it has
+// already changes nothing.
 bool moveSlider(Window& window, const std::string& control, int value);
 
 // Takes a row of a combo.

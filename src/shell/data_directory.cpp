@@ -13,6 +13,8 @@ struct OwnFile {
     std::string_view name, contents;
 };
 
+// All files that the program keeps, with what they hold in the owner's words. The lock holds
+// nothing that could be lost.
 constexpr OwnFile ownFiles[] = {
     {"larkspin.ini", "settings"},
     {"played.ini", "play counts"},
@@ -26,10 +28,11 @@ constexpr OwnFile ownFiles[] = {
     {"larkspin.lock", ""},
 };
 
-// Of what is being written just now; the next start removes it.
+// How the names of half-written files begin. The next start removes what is left of them.
 constexpr std::string_view unfinishedStart = ".larkspin-";
 
-// The mark of a private character that is meant as such makes no other name of one without.
+// The marks of text/stand_ins.h aren't written to the disk: a name with one is that of the same
+// file as the name without.
 std::string withoutMarks(std::string_view text) {
     constexpr std::string_view mark = "\uF000";
     std::string name(text);

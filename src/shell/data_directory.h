@@ -36,9 +36,10 @@ private:
     std::string path_;
 };
 
-// The file beside another one that keeps what can't be put into that.
+// Ends the name of the file beside another one, for what couldn't be written into that one.
 inline constexpr std::string_view besideEnding = ".rescued";
-// The file that holds the new contents of several others until all of them have them.
+// Ends the name of the file that holds the new contents of several others until all of these are
+// written.
 inline constexpr std::string_view aheadEnding = ".ahead";
 
 } // namespace larkspin

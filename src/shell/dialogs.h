@@ -13,8 +13,9 @@
 
 namespace larkspin {
 
-inline constexpr std::chrono::minutes answerLimit{10};   // then a question counts as dismissed
-inline constexpr std::string_view boxTitle = "larkspin"; // of a box that says no other
+// After this a question counts as dismissed.
+inline constexpr std::chrono::minutes answerLimit{10};
+inline constexpr std::string_view boxTitle = "larkspin"; // of a box without a title of its own
 
 struct TextQuestion {
     std::string title;
@@ -52,18 +53,18 @@ public:
     // preset keeps its bytes, however it was shown to him.
     std::optional<std::string> askText(const TextQuestion& question);
 
-    // Files on disk, as full paths; none when the dialog is dismissed. A file to open exists as a
-    // rule, but nobody vouches for it; one to save may exist.
+    // Files on disk, as full paths; none when the dialog is dismissed. A file to open usually
+    // exists, but that isn't certain; one to save may exist already.
     virtual std::optional<std::string> openFile(const FileQuestion& question) = 0;
     virtual std::vector<std::string> openFiles(const FileQuestion& question) = 0;
     virtual std::optional<std::string> saveFile(const FileQuestion& question) = 0;
 
-    // A directory on disk. The owner may name any file in it instead, and nobody vouches for
-    // either.
+    // A directory on disk. The owner may name any file in it instead, and neither is certain to
+    // exist.
     virtual std::optional<std::string> openDirectory(const FileQuestion& question) = 0;
 
-    // The run has ended that they belong to: all that are open count as dismissed, also what has
-    // been answered while another one inside it waits.
+    // Ends the dialogs of a run that is over: all that are open count as dismissed, even one that
+    // has been answered and only waits for another one, opened inside it, to return.
     virtual void dismissAll() = 0;
 
 protected:

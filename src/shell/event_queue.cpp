@@ -6,7 +6,7 @@ namespace larkspin {
 
 namespace {
 
-// A running handler, also when it is left by the end of the program.
+// Counts a handler as running for as long as this lives, also when an exception leaves it.
 class Nested {
 public:
     Nested(EventAtWork& atWork, std::uint64_t number) : atWork_(atWork), outer_(atWork) {
@@ -43,10 +43,13 @@ void EventQueue::cancel(TimerId timer) {
     std::erase_if(timers_, [timer](const auto& entry) { return entry.second.id == timer; });
 }
 
+// A task or timer may wait, and another turn then runs inside this one. So both lists are looked at
+// anew after each call.
 bool EventQueue::runDue(Nanoseconds now) {
     if (!canNest())
         return false;
     bool ran = false;
+    // Tasks that these tasks post wait for the next turn.
     for (auto waiting = posted_.size(); waiting > 0 && !posted_.empty(); --waiting) {
         const Task task = std::move(posted_.front());
         posted_.pop_front();
@@ -70,13 +73,13 @@ std::optional<Nanoseconds> EventQueue::nextDue() const {
     if (!canNest())
         return std::nullopt;
     if (!posted_.empty())
-        return Nanoseconds::min();
+        return Nanoseconds::min(); // at once
     if (timers_.empty())
         return std::nullopt;
     return timers_.begin()->first.first;
 }
 
-// By index: a task may bring another one.
+// By index, since a task may add another one.
 void EventQueue::runBeforeSleep() {
     for (std::size_t at = 0; at < beforeSleep_.size(); ++at)
         Task{beforeSleep_[at]}();
@@ -102,6 +105,7 @@ void EventQueue::runTimer(std::map<DueKey, Timer>::iterator due, Nanoseconds now
         runNested(task);
         return;
     }
+    // A timer that comes late by several rounds runs once, and keeps its rhythm.
     const auto missed = std::max<std::int64_t>((now - scheduled) / again.interval, 0);
     const Nanoseconds next = scheduled + (missed + 1) * again.interval;
     arm(next, std::move(again));

@@ -29,8 +29,9 @@ std::string_view valueOf(std::string_view line) {
     return trimmed(line.substr(line.find('=') + 1));
 }
 
-// A song's name may open with a bracket. It is told from a header by the equals sign after the
-// brackets, which a header has in a comment only.
+// The name in a section's header; nothing for any other line. The key of a song whose name begins
+// with a bracket looks alike, but has an equals sign after the brackets; a header can have one
+// there in a comment only.
 std::optional<std::string_view> headerName(std::string_view line) {
     line = trimmed(line);
     const auto end = line.find(']');
@@ -42,8 +43,8 @@ std::optional<std::string_view> headerName(std::string_view line) {
     return trimmed(line.substr(1, end - 1));
 }
 
-// Walks through the lines of the first section of that name that aren't blank. A section that
-// its own header follows once more goes on after it.
+// Walks through the lines of the first section of that name, blank ones left out. If a second
+// header of the same name comes next, the section goes on after it.
 class SectionLines {
 public:
     SectionLines(std::string_view contents, std::string_view section)
@@ -85,7 +86,7 @@ private:
     bool inside_ = false, isHeader_ = false;
 };
 
-// What there is of a section and a key, as positions in the contents.
+// Where a section and a key in it were found, as positions in the contents.
 struct Found {
     bool section = false;
     std::size_t sectionEnd = 0; // after the last line of the section that isn't blank
@@ -148,6 +149,8 @@ std::string withIniValue(std::string_view contents, std::string_view section, st
 
     std::string result;
     result.reserve(contents.size() + section.size() + line.size() + 16);
+    // The line is replaced where it stands, so that the rest of the file keeps its order and its
+    // comments.
     if (found.line) {
         result = contents.substr(0, *found.line);
         result.append(line).append(lineEnd).append(contents.substr(found.lineEnd));
@@ -170,6 +173,7 @@ std::string withoutIniKey(std::string_view contents, std::string_view section,
     std::string result(contents);
     if (name.empty())
         return result;
+    // The key may be there more than once. A line that is left would count from now on.
     for (;;) {
         const Found found = findKey(result, section, name);
         if (!found.line)

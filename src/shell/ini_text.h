@@ -3,7 +3,7 @@
 // Sections and keys are found without regard to case, and blanks around them and around values
 // are not part of them. A key ends at its first equals sign, so one that holds such a sign is
 // cut there, both when it is read and when it is written. A byte order mark in front of all and
-// what stands after a section's closing bracket don't count. All else in the text stays as it is.
+// what stands after a section's closing bracket are ignored. All other text stays as it is.
 #pragma once
 
 #include <map>

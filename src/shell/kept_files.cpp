@@ -6,7 +6,8 @@ namespace larkspin {
 
 namespace {
 
-// With its mark, or, without one, by every other byte of its first characters.
+// UTF-16 begins with its byte order mark. A text without the mark is known by its first eight
+// bytes: in UTF-16 every other one of them is zero, as long as the letters are Latin ones.
 bool isUtf16(std::string_view text) {
     constexpr std::size_t judged = 8;
     if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
@@ -35,6 +36,7 @@ FileRead KeptFiles::read(const std::string& path, std::size_t largest) {
 }
 
 FileChange KeptFiles::replace(const std::string& path, const std::string& contents) {
+    // The save of a file that couldn't be read fails for the reason for which reading failed.
     const auto unread = unread_.find(path);
     FileChange outcome =
         unread == unread_.end() ? disk_.replace(path, contents) : FileChange{unread->second};
@@ -45,11 +47,13 @@ FileChange KeptFiles::replace(const std::string& path, const std::string& conten
 
 void KeptFiles::note(const std::string& path, const std::string& what, const std::string& reason) {
     if (reason.empty() && failures_.empty())
-        return; // as a rule
+        return; // nothing fails now, and nothing did before
     const std::string contents(directory_.contentsOf(path));
     if (contents.empty())
         return;
     if (reason.empty()) {
+        // Telling reads files itself. Were a failure forgotten meanwhile, the next one would be
+        // told anew, and on a disk that fails now and then this would never end.
         if (tellings_ == 0)
             failures_.erase(what + path);
         return;
@@ -61,7 +65,7 @@ void KeptFiles::note(const std::string& path, const std::string& what, const std
     tell(what + "<b>" + contents + "</b>:  " + reason);
 }
 
-// Of several files that hold one thing he is told once.
+// One thing may be kept in several files; the owner is told once.
 void KeptFiles::tell(std::string text) {
     if (std::find(news_.begin(), news_.end(), text) != news_.end())
         return;

@@ -1,9 +1,8 @@
-// The one road to the disk for all that the program keeps: its files go through here, whoever reads
-// and writes them.
+// The one road to the disk for the program's own files, whoever reads or writes them.
 //
-// A file that couldn't be read isn't written until it has been: who reads it got nothing, and what
-// he makes of that must not take the place of what the file holds. And a failure is told to the
-// owner, once until it is over or has another reason.
+// A file that couldn't be read isn't written until a read of it has succeeded: the reader got
+// nothing, and what it makes of that must not replace what the file holds. The owner is told of a
+// failure once, and again only when the failure was over or has another reason.
 #pragma once
 
 #include "shell/data_directory.h"
@@ -40,8 +39,8 @@ public:
     FileChange makeDirectory(const std::string& path) override { return disk_.makeDirectory(path); }
     void hide(const std::string& path) override { disk_.hide(path); }
 
-    // What there is to tell the owner, in the client's markup, and who is called when there is.
-    // Telling reads files itself: on a disk that fails now and then it mustn't go on for ever.
+    // News for the owner, in the client's markup, and the task to call when there is some. Telling
+    // reads files itself, and must come to an end even on a disk that fails now and then.
     void tell(std::string text);
     void tellNews(const std::function<void(const std::string& text)>& say);
     std::vector<std::string> takeNews() { return std::exchange(news_, {}); }
@@ -54,9 +53,9 @@ private:
     Files& disk_;
     DataDirectory directory_;
     std::map<std::string, std::string> unread_;   // why, by path
-    std::map<std::string, std::string> failures_; // told last, by what couldn't be done
+    std::map<std::string, std::string> failures_; // the reasons told last, by what couldn't be done
     std::vector<std::string> news_;
-    int failedSaves_ = 0, tellings_ = 0; // those under way
+    int failedSaves_ = 0, tellings_ = 0; // tellings_: calls of tellNews under way
     Task onNews_;
 };
 

@@ -10,8 +10,8 @@ namespace larkspin {
 namespace {
 
 constexpr std::size_t longestValue = 749;
-// In bytes. Real settings take two or three thousand; of more than this, each of the many reads
-// would take its time.
+// In bytes. Real settings take two or three thousand. The file is read very often, and one larger
+// than this would slow each read down.
 constexpr std::size_t largestSettings = 1024 * 1024;
 constexpr std::string_view ownSection = "lark";
 
@@ -38,6 +38,7 @@ std::string cut(std::string_view value) {
 }
 
 std::string idOf(const std::string& path, std::string_view section, std::string_view key) {
+    // A line break parts them, which none of the three can hold.
     return path + '\n' + foldCase(section) + '\n' + foldCase(key);
 }
 
@@ -97,6 +98,7 @@ void Settings::change(const std::string& path, std::string_view section,
 }
 
 FileRead Settings::readIni(const std::string& path) {
+    // Only the settings are bounded: the file of play counts grows with the songs played.
     if (path != settingsFile_)
         return files_.read(path);
     return outOfUse_ ? FileRead{} : files_.read(path, largestSettings);

@@ -1,11 +1,11 @@
 // The settings store: the only way to the two INI files of the data directory.
 //
-// Values are text, read from the file at each use and written through at once, so that what
-// one command has written the next read sees. Values aren't validated here: each reader says
-// what it makes of a bad one. A write that fails is lost.
+// Values are text, read from the file at each use and written through at once, so that what one
+// command has written the next read sees. Values aren't validated here: each reader decides what a
+// bad one means. A write that fails is lost.
 //
-// What couldn't be read is never written over: a reader that got nothing goes on with a default,
-// and that must not take the place of the true value.
+// A value that couldn't be read is never overwritten: its reader went on with a default, which must
+// not take the place of the true value.
 #pragma once
 
 #include "shell/data_directory.h"
@@ -79,9 +79,9 @@ public:
     }
     void putAll(const SettingsChanges& changes); // in one replacement of the file
 
-    // For the start, which takes all settings at once. If they can't be read then, the file is out
-    // of use up to the next start: it reads as empty and nothing is written, so that what a run
-    // on defaults ends with doesn't replace what the runs before it have gathered.
+    // All settings at once, for the start. If they can't be read then, the file is out of use up to
+    // the next start: it reads as empty and nothing is written. Otherwise what a run saves that
+    // began with defaults would replace what earlier runs have gathered.
     StoredSettings all();
 
     // The setting's value, or its default when it is missing or empty; a count of songs played

@@ -44,6 +44,7 @@ void Shell::save(SettingsChanges& changes) const {
 }
 
 void Shell::reset() {
+    // Only the number of the run goes on: handlers that still wait see by it that theirs is over.
     const unsigned next = state.run + 1;
     state = AppState();
     state.run = next;

@@ -13,7 +13,7 @@ namespace larkspin {
 
 class Files;
 
-// A flag as it is stored. An unknown word leaves the flag as it is; none switches it off.
+// Reads a stored flag. No word switches the flag off; a word other than "yes" and "no" leaves it.
 void loadFlag(bool& flag, const std::string& stored);
 const char* yesNo(bool flag);
 
@@ -29,7 +29,8 @@ struct Shell {
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
 
-    // Every field begins anew, and all timers stop. What waits has outlived its run then.
+    // Begins a new run: every field of the state gets its first value, and all timers stop.
+    // Handlers that still wait belong to the run before.
     void reset();
 
     void countSecond(bool songPlays);

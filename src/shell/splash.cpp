@@ -42,6 +42,7 @@ void Splash::show(const std::string& status) {
 void Splash::fadeIn() {
     dire.alpha = 0;
     dire.visible = true;
+    // Each step shows, since events are served, and the pause between two lets the window be drawn.
     for (int alpha = 1; alpha <= 255; ++alpha) {
         loop_.serveTurn();
         dire.alpha = alpha;

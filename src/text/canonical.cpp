@@ -31,7 +31,8 @@ struct CodeRange {
 
 #include "text/canonical_tables.inc"
 
-// Blocks of characters of which some are in a table. Nearly all letters stand in others.
+// Which blocks of 64 characters have at least one character in a table. Nearly all letters are in
+// blocks without one, so one look spares the search.
 constexpr std::size_t blockSize = 64;
 constexpr auto blocksInTables = [] {
     std::array<bool, 0x30000 / blockSize> blocks{};
@@ -63,7 +64,8 @@ int classOf(char32_t code) {
     return range ? range->combiningClass : 0;
 }
 
-// Syllables of Hangul: a consonant, a vowel and perhaps another consonant, by number.
+// Hangul syllables stand in no table: the number of a syllable is computed from the numbers of its
+// leading consonant, its vowel and its final consonant, the tail, which may be missing.
 constexpr char32_t syllableBase = 0xAC00, leadBase = 0x1100, vowelBase = 0x1161, tailBase = 0x11A7;
 constexpr char32_t leads = 19, vowels = 21, tails = 28; // no tail is the first of these
 
@@ -71,6 +73,7 @@ bool isNumbered(char32_t code, char32_t base, char32_t count) {
     return code >= base && code < base + count;
 }
 
+// Appends the character taken apart to the end: its parts may have parts themselves.
 void appendParts(std::u32string& text, char32_t code) {
     if (isNumbered(code, syllableBase, leads * vowels * tails)) {
         const char32_t number = code - syllableBase, tail = number % tails;
@@ -91,7 +94,8 @@ void appendParts(std::u32string& text, char32_t code) {
         appendParts(text, found->second);
 }
 
-// Marks stand in the order of their classes; what is none ends a run of them.
+// Sorts each run of marks by their combining classes. Marks of one class keep their order, since
+// among those the order has a meaning.
 void order(std::u32string& text) {
     const auto isMark = [](char32_t code) { return classOf(code) > 0; };
     for (auto at = text.begin(); at != text.end();) {
@@ -136,8 +140,8 @@ bool isRespelled(char32_t code) {
     return find(respelled, code) != nullptr;
 }
 
-// Each character joins the last one that is no mark, unless one of its class or above, or another
-// that is none, stands between them.
+// A character joins the last base (a character that is no mark), unless another base, or a mark of
+// the character's own class or a higher one, stands between the two.
 void compose(std::u32string& cluster) {
     std::u32string apart;
     for (const char32_t code : cluster)

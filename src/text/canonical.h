@@ -8,14 +8,14 @@
 
 namespace larkspin {
 
-// How many bytes the first character takes with those after it that may join it: what is spelled
-// in it depends on nothing around it. Of a text that isn't empty.
+// The length in bytes of the first cluster of a text that isn't empty: a character together with
+// those after it that may join it. How a cluster is spelled depends on nothing around it.
 std::size_t clusterLength(std::string_view text);
 
-// Whether that character by itself is spelled otherwise.
+// Whether NFC spells this character otherwise even where it stands alone.
 bool isRespelled(char32_t code);
 
-// A cluster, in the one spelling.
+// Brings a cluster into the one spelling.
 void compose(std::u32string& cluster);
 
 } // namespace larkspin

@@ -40,6 +40,8 @@ char foldedAscii(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
 }
 
+// The frequent cases go first: a single byte, then a single character that has one spelling only.
+// Anything else is composed.
 void appendFolded(std::string& result, std::string_view cluster) {
     Character character = firstCharacter(cluster);
     if (cluster.size() == 1) {
@@ -68,6 +70,7 @@ void appendFolded(std::string& result, std::string_view cluster) {
 } // namespace
 
 std::string foldCase(std::string_view text) {
+    // Text of nothing but ASCII, by far the most frequent, has no clusters to look for.
     std::string result(text);
     char bits = 0;
     for (char& byte : result) {
@@ -79,6 +82,7 @@ std::string foldCase(std::string_view text) {
 
     result.clear();
     while (!text.empty()) {
+        // ASCII can only be joined by something after it, and nothing in ASCII joins.
         const bool standsAlone = isAscii(text[0]) && (text.size() == 1 || isAscii(text[1]));
         const std::size_t length = standsAlone ? 1 : clusterLength(text);
         appendFolded(result, text.substr(0, length));
@@ -100,11 +104,13 @@ std::string foldName(std::string_view typed) {
 
 namespace {
 
-// What stands at `i` may join the character before it.
+// The folded rest of the text from one character before `i`: what stands at `i` may be an accent of
+// that one.
 std::string foldedFrom(std::string_view text, std::size_t i) {
     return foldCase(text.substr(i - std::min<std::size_t>(i, 1)));
 }
 
+// Whether what comes after the character at `i` may be an accent of it.
 bool isJoined(std::string_view text, std::size_t i) {
     return i + 1 < text.size() && !isAscii(text[i + 1]);
 }
@@ -132,6 +138,7 @@ int compareFolded(std::string_view a, std::string_view b) {
         if (!isAscii(a[i]) || !isAscii(b[i]))
             return foldedFrom(a, i).compare(foldedFrom(b, i));
         const char left = foldedAscii(a[i]), right = foldedAscii(b[i]);
+        // The letters differ, but with their accents they may be other characters.
         if (left != right && (isJoined(a, i) || isJoined(b, i)))
             return foldCase(a.substr(i)).compare(foldCase(b.substr(i)));
         if (left != right)

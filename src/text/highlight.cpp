@@ -7,8 +7,8 @@ namespace larkspin {
 
 namespace {
 
-// How many bytes the folded text takes at the beginning of the other; 0 when it isn't there. It
-// ends where a letter ends with all that belongs to it.
+// How many bytes of `text` match the folded `wanted` at its beginning; 0 when they don't. A match
+// ends with a whole cluster, so that no letter is parted from its accent.
 std::size_t lengthOf(std::string_view wanted, std::string_view text) {
     std::size_t length = 0;
     while (!wanted.empty() && length < text.size()) {

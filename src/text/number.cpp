@@ -67,6 +67,7 @@ std::optional<int> plainNumber(std::string_view digits, int least, int most) {
     int number = 0;
     const char* const end = digits.data() + digits.size();
     const auto [last, error] = std::from_chars(digits.data(), end, number);
+    // from_chars would take a minus sign as well
     const bool isPlain = !digits.empty() && isDigit(digits.front()) && last == end;
     if (!isPlain || error != std::errc() || number < least || number > most)
         return std::nullopt;

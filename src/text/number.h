@@ -16,13 +16,14 @@ double numberOrZero(std::string_view text);
 // Decimal, without trailing zeros and without an exponent.
 std::string numberText(double value);
 
-// To the nearest whole number, a half to the even one. Past the range of 64 bits: its end.
+// To the nearest whole number, a half to the even one. A value beyond the range of 64 bits gives
+// the end of that range.
 std::int64_t rounded(double value);
 
 // Two hexadecimal digits, capitals.
 std::string hexPair(std::uint8_t value);
 
-// Digits alone, as a number within those bounds.
+// The number that these digits spell; nothing for any other text, or outside the bounds.
 std::optional<int> plainNumber(std::string_view digits, int least, int most);
 
 // "1 line", "2 lines"; another plural is named.

@@ -19,6 +19,7 @@ Row RowWriter::write(std::string_view text) {
     sizes.folded = static_cast<std::uint32_t>(folded.size());
 
     const std::size_t needed = sizeof sizes + folded.size() + text.size();
+    // What is left of the old page stays unused. The page lives on in the rows that share it.
     if (left_ < needed) {
         left_ = std::max(pageSize_, needed);
         used_ = 0;

@@ -17,7 +17,7 @@ constexpr std::size_t blockLimit = 256;
 
 const Row noRow;
 
-// With its text at hand, which lies far away in memory.
+// A row beside its folded text, so that sorting needn't take it out of the row at each comparison.
 struct Placed {
     std::string_view folded;
     const Row* row;
@@ -30,6 +30,7 @@ bool RowList::add(Row row) {
         return false;
     if (known_)
         known_->insert(row.folded());
+    // Rows mostly come in order: then a sorted list needs no search either.
     const bool goesLast = order_ == Order::ofAddition || empty() ||
                           row.folded() >= blocks_.back().back().row.folded();
     const Place place = goesLast ? placeOf(count_) : placeFor(row);
@@ -77,6 +78,7 @@ void RowList::insert(Place place, Row row) {
         next.push_back({std::move(row)});
         blocks_.push_back(std::move(next));
     } else {
+        // A full block in the middle is halved, and the row goes into the half that it belongs to.
         Block upper;
         upper.reserve(blockLimit);
         const auto middle = block.begin() + blockLimit / 2;
@@ -98,6 +100,8 @@ void RowList::removeAt(int index) {
     if (!isInside(index))
         return;
     setSelected(index, false);
+    // The set has one view for all rows that fold to the same text. When the row that it looks into
+    // goes, it can't be put right but by making it anew.
     known_.reset();
     const Place place = placeOf(index);
     Block& block = blocks_[place.block];
@@ -132,7 +136,7 @@ const Row& RowList::share(int index) const {
     return isInside(index) ? slot(index).row : noRow;
 }
 
-// Copies of a row share its text, and no other row does.
+// Copies of a row share its text and no other row does, so the address of the text tells.
 int RowList::find(const Row& row) const {
     for (int index = 0; index < count_; ++index)
         if (this->row(index).data() == row.text().data())
@@ -153,7 +157,8 @@ void RowList::setSelected(int index, bool selected) {
     marksChanged();
 }
 
-// As a rule the one that was chosen before is the only one selected, and needn't be looked for.
+// The row chosen before is usually the only one selected. Taking its mark away first spares
+// clearSelection the walk over all rows.
 bool RowList::choose(int index) {
     if (!isInside(index))
         return false;
@@ -238,8 +243,8 @@ bool RowList::containsFolded(std::string_view folded) const {
     return order_ == Order::sorted ? sortedContains(folded) : known().contains(folded);
 }
 
-// In a sorted list the first row that sorts like the text or after it; after all of them there
-// is no such block.
+// The place of the first row of a sorted list that doesn't sort before the text. When all do, that
+// place has a block number past the last block.
 RowList::Place RowList::firstNotBefore(std::string_view folded) const {
     const auto before = [](const Slot& slot, std::string_view text) {
         return slot.row.folded() < text;

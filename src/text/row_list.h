@@ -52,8 +52,8 @@ public:
     std::string_view row(int index) const { return share(index).text(); }
     std::string_view folded(int index) const { return share(index).folded(); }
     const Row& share(int index) const;
-    // Where that very row stands, or a copy of it, whatever came and went before it; -1 when it
-    // isn't there, also when another row reads the same.
+    // The index at which this very row, or a copy of it, stands now; -1 when it is gone, even if
+    // another row reads the same.
     int find(const Row& row) const;
 
     int currentIndex() const { return current_; }
@@ -71,8 +71,8 @@ public:
     void clearSelection();
     int selectedCount() const { return selectedCount_; }
 
-    // By which one who shows the list sees that it has changed: lists of the same revision have the
-    // same rows, current index and selection, those of the same revision of rows the same rows.
+    // By these a front end sees that the list has changed. Lists of the same revision have the same
+    // rows, current index and selection; lists of the same revision of rows have the same rows.
     std::uint64_t revision() const { return revision_; }
     std::uint64_t rowsRevision() const { return rowsRevision_; }
 

@@ -1,5 +1,5 @@
-// A text that the owner types to find rows or paths by. A backslash or bar in it is found where it
-// parts a row, and where it is a character of a name.
+// A text that the owner types to find rows or paths by. A backslash or bar in it matches one that
+// separates the parts of a row or path as well as one that belongs to a name.
 #pragma once
 
 #include <string>

@@ -14,13 +14,13 @@ namespace {
 constexpr char lastControl = 0x1F, deleteControl = 0x7F;
 constexpr char32_t pictureBase = 0x2400, pictureOfDelete = 0x2421;
 
-// No stand-in and no mark: what nearly all texts are like.
+// Whether the text has neither stand-ins nor marks, as nearly all texts: both begin with this byte.
 bool isPlain(std::string_view text) {
     constexpr char lead = '\xEF'; // of U+F000 to U+FFFF in UTF-8
     return text.find(lead) == text.npos;
 }
 
-// A character of a stored text, the mark in front of it included.
+// One character of a stored text, with the mark in front of it if it has one.
 struct Unit {
     std::string_view stored;
     std::string seen;
@@ -35,6 +35,8 @@ Unit takeUnit(std::string_view& text) {
         length += character.length;
         isMarked = true;
     }
+    // A marked character is meant as itself, so it looks like what it is; only without a mark may
+    // it be a stand-in.
     Unit unit{text.substr(0, length), {}};
     if (character.valid && !isMarked)
         appendCharacter(unit.seen, seenCharacter(character.code));
@@ -44,10 +46,12 @@ Unit takeUnit(std::string_view& text) {
     return unit;
 }
 
-// Edited texts are names and notes; a longer one is taken as it was typed.
+// In bytes. Comparing takes time and memory by the product of both lengths. Edited texts are names
+// and notes; a longer one is taken just as it was typed.
 constexpr std::size_t mostCompared = 4096;
 
-// What of a shown text is in an edited one: the longest sequence that both have in common.
+// Finds what is left of a shown text in an edited one: the longest sequence of characters that both
+// have in common.
 class Alignment {
 public:
     Alignment(std::string_view stored, std::string_view edited) {
@@ -66,6 +70,8 @@ public:
                                        : std::max(length(unit + 1, at), length(unit, at + 1));
     }
 
+    // Characters that both have keep their stored bytes, typed ones come in as typed, and the rest
+    // was deleted. A character that the owner couldn't see goes or stays with the one before it.
     std::string result() {
         std::string text;
         std::size_t unit = 0, at = 0;
@@ -92,20 +98,20 @@ public:
 private:
     std::uint16_t& length(std::size_t unit, std::size_t at) { return lengths_[unit * width_ + at]; }
 
-    // A front end shows what is no text, or what can't be seen, as a replacement.
+    // A front end shows the replacement character for bytes that are no text, or can't be seen.
     bool isSame(std::size_t unit, std::size_t at) const {
         const std::string& seen = units_[unit].seen;
         return typed_[at] == seen ||
                (typed_[at] == replacementCharacter && visibleName(seen) == replacementCharacter);
     }
 
-    // What only joins others may be left out of what is shown.
+    // A front end may leave out characters that only join others.
     static bool isUnseen(const Unit& unit) { return visibleText(unit.seen, " ").empty(); }
 
     std::vector<Unit> units_;
     std::vector<std::string_view> typed_;
     std::size_t width_ = 0;
-    std::vector<std::uint16_t> lengths_; // of what both have in common after such places
+    std::vector<std::uint16_t> lengths_; // of the common sequence from a unit and a typed one on
 };
 
 } // namespace

@@ -3,7 +3,7 @@
 // are U+F000 plus their code. Nobody sees one and nobody types one: what leaves for an eye or a
 // wire goes through `asSeen`, what the owner types as a name comes in through `asStored`.
 //
-// U+F000 itself stands in front of a character of those numbers that is meant as such.
+// A character of that range that a name really holds gets U+F000 in front of it as a mark.
 #pragma once
 
 #include <array>
@@ -29,7 +29,7 @@ inline bool needsStandIn(char byte) {
     return bytesWithStandIn[static_cast<unsigned char>(byte)];
 }
 
-// What a stand-in stands for; nothing for any other character.
+// The character that a stand-in stands for; nothing if the code is no stand-in.
 inline std::optional<char> standsFor(char32_t code) {
     if (code <= standInBase || code > standInBase + 0x7F)
         return std::nullopt;
@@ -44,14 +44,14 @@ char32_t seenCharacter(char32_t code);
 // The text with each stand-in as it looks. Bytes that are no UTF-8 stay.
 std::string asSeen(std::string_view text);
 
-// A name as it is typed, with stand-ins for what needs them. Those that it holds already stay.
+// A typed name, with stand-ins for the characters that need them. Stand-ins in it stay.
 std::string asStored(std::string_view typed);
 
 // The same for a path, whose separators and drive stay.
 std::string asStoredPath(std::string_view typed);
 
-// What has become of a stored text that the owner was shown and has edited: what he has left keeps
-// its very bytes, also where they can't be shown; what he has typed comes as he has typed it.
+// The new stored form of a text that the owner was shown and has edited. What he has left of it
+// keeps its very bytes, also where they couldn't be shown; what he has typed comes in as typed.
 std::string afterEditing(std::string_view stored, std::string_view edited);
 
 } // namespace larkspin

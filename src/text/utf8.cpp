@@ -10,6 +10,8 @@ bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
+// 0 for a byte that begins no character. C0, C1 and everything from F5 on could only begin an
+// overlong form or a code past the last one.
 std::size_t lengthByLead(unsigned char lead) {
     if (lead < 0x80)
         return 1;
@@ -30,6 +32,8 @@ bool isForbidden(char32_t code, std::size_t length) {
 
 // Where the last character of a text that isn't empty begins.
 std::size_t lastCharacterStart(std::string_view text) {
+    // No character has more than four bytes. If none ends exactly at the end of the text, the last
+    // byte is no valid character and counts by itself.
     const std::size_t furthest = text.size() - std::min<std::size_t>(text.size(), 4);
     for (std::size_t start = text.size() - 1;; --start) {
         if (!isContinuation(text[start])) {
@@ -99,6 +103,7 @@ std::size_t prefixLength(std::string_view text, std::size_t count) {
 
 std::string_view withoutLast(std::string_view text, std::size_t count) {
     const auto tail = text.substr(text.size() - std::min(count, text.size()));
+    // An ASCII character is a single byte, so most texts need no walk backwards.
     if (std::none_of(tail.begin(), tail.end(), [](char byte) { return byte & 0x80; }))
         return text.substr(0, text.size() - tail.size());
     while (count-- > 0 && !text.empty())

@@ -25,7 +25,7 @@ void appendCharacter(std::string& text, char32_t code);
 // How many bytes the first `count` characters take; all of them when there are fewer.
 std::size_t prefixLength(std::string_view text, std::size_t count);
 
-// How many bytes of it have room in so many, without a part of a character at the end.
+// How many bytes of the text fit into `most` bytes when no character is cut in two.
 std::size_t fittingLength(std::string_view text, std::size_t most);
 
 // The text without its last `count` characters, and those alone. With fewer characters the

@@ -15,8 +15,8 @@ struct Range {
     char32_t first, last;
 };
 
-// Control characters aside, all that shows nothing by itself: what Unicode calls default ignorable,
-// the format characters, and the separators of lines and paragraphs. In order.
+// Characters that show nothing by themselves, control characters aside: what Unicode calls default
+// ignorable, the format characters, and the separators of lines and paragraphs. In ascending order.
 constexpr Range hidden[] = {
     {0x00AD, 0x00AD},   {0x034F, 0x034F},   {0x061C, 0x061C},   {0x115F, 0x1160},
     {0x17B4, 0x17B5},   {0x180B, 0x180F},   {0x200B, 0x200F},   {0x2028, 0x202E},
@@ -25,7 +25,7 @@ constexpr Range hidden[] = {
     {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF},
 };
 
-// Those of them without which some scripts and emoji aren't written.
+// Those among them that some scripts and emoji can't be written without.
 constexpr Range joiners[] = {{0x200C, 0x200D}, {0xFE00, 0xFE0F}};
 
 template <std::size_t count> bool isIn(const Range (&ranges)[count], char32_t code) {
@@ -37,7 +37,8 @@ template <std::size_t count> bool isIn(const Range (&ranges)[count], char32_t co
 
 enum class Form { name, text };
 
-// Whether it may be left out: all that it does is to join others or to choose their form.
+// Whether a text may do without the character, which only joins others or chooses their form. Left
+// out of a name, it would make two names look alike.
 bool onlyJoins(char32_t code, Form form) {
     return form == Form::text && isIn(joiners, code);
 }

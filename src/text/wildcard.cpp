@@ -25,8 +25,8 @@ bool isAscii(std::string_view text) {
                        [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-// A scan asks this of every file. For "*.mp3", as nearly always, the end of the name tells, and
-// needn't be copied to be folded unless there is more than ASCII in it.
+// A scan asks this of every file. Nearly all patterns are like "*.mp3": the end of the name decides
+// then, and is compared without a folded copy as long as it is pure ASCII.
 bool fitsFolded(std::string_view text, std::string_view pattern) {
     const bool isEnding = pattern.starts_with('*') && pattern.find('*', 1) == pattern.npos;
     const std::size_t length = pattern.size() - 1;
@@ -40,8 +40,9 @@ bool fitsFolded(std::string_view text, std::string_view pattern) {
 
 bool fits(std::string_view text, std::string_view pattern) {
     std::size_t at = 0, in = 0;
-    // Where the last star stood and how far its run reaches; only the last one ever needs to
-    // take more.
+    // Where the last star stands in the pattern, and where the run of characters that it takes
+    // ends. After a mismatch only this star has to take one more: it can take whatever an earlier
+    // one could.
     std::size_t star = std::string_view::npos, runEnd = 0;
     while (at < text.size()) {
         if (in < pattern.size() && pattern[in] == '*') {

@@ -17,15 +17,17 @@ namespace {
 using namespace std::chrono_literals;
 using Microseconds = std::chrono::duration<std::uint64_t, std::micro>;
 
+// As long as sd-bus waits if nobody tells it otherwise.
 constexpr Microseconds answerBound = 25s;
-constexpr int messagesInATurn = 64; // then the loop has its other events
+constexpr int messagesInATurn = 64; // before the loop gets to its other events
 
 std::string variable(const char* name) {
     const char* const value = ::secure_getenv(name);
     return value ? value : "";
 }
 
-// Owned by the library, which drops it after the answer or with the connection.
+// The function that takes an answer belongs to the library, which has it dropped after the answer,
+// or when the connection ends.
 int takeAnswer(sd_bus_message* message, void* answered, sd_bus_error*) {
     const bool refused = sd_bus_message_is_method_error(message, nullptr) != 0;
     (*static_cast<Bus::Answered*>(answered))(refused ? nullptr : message);
@@ -108,6 +110,7 @@ bool Bus::ask(const BusMessage& call, Answered answered) {
 
 bool Bus::process() {
     const int done = bus_ ? sd_bus_process(bus_, nullptr) : 0;
+    // EBUSY: this was called from inside the library, and the connection is alive.
     if (done < 0 && done != -EBUSY)
         close();
     return done > 0;
@@ -131,6 +134,7 @@ bool Bus::hasToWrite() const {
 }
 
 bool Bus::flush(Moment latest) {
+    // Until the connection has been accepted, all that was sent is still held back.
     return serveUntil([this] { return bus_ && sd_bus_is_ready(bus_) > 0 && !hasToWrite(); },
                       latest);
 }
@@ -142,7 +146,8 @@ void Bus::attach(WatchingLoop& loop) {
     settle();
 }
 
-// Of an address with alternatives each has a descriptor of its own, until one answers.
+// An address may name several places. Each one that is tried has a descriptor of its own, until one
+// answers.
 void Bus::follow() {
     const int now = sd_bus_get_fd(bus_);
     if (now == descriptor_)
@@ -168,6 +173,8 @@ void Bus::serve() {
     settle();
 }
 
+// Has the loop watch what the library waits for now: its descriptor, room for bytes that it
+// couldn't write, and its next timeout. To be called after everything that may change one of these.
 void Bus::settle() {
     if (!loop_ || !bus_)
         return;

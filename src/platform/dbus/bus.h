@@ -3,7 +3,7 @@
 // everything answers at once. Nothing throws.
 //
 // Callbacks, of `ask` and of what is added to `raw`, run inside the library, which can't be entered
-// again: they must neither wait nor do away with the connection, but post what does.
+// again. So they must neither wait nor end the connection, but post what does such things.
 #pragma once
 
 #include "platform/posix/watching_loop.h"
@@ -55,7 +55,7 @@ public:
     bool ask(const BusMessage& call, Answered answered);
 
     // Serves the connection here and now, until the condition holds, the moment has come, or the
-    // bus is gone. Whether the condition holds.
+    // bus is gone. Returns whether the condition holds.
     bool serveUntil(const std::function<bool()>& condition, Moment latest);
 
     // The same until all that was sent is on its way.

@@ -5,6 +5,7 @@ namespace larkspin {
 namespace {
 
 constexpr auto sendBound = std::chrono::milliseconds(250); // for a bus that hangs
+// logind isn't to ask the owner for a password.
 constexpr int interactive = 0;
 
 } // namespace

@@ -21,7 +21,8 @@ private:
     void order(const char* what);
 
     std::string busAddress_;
-    // Of the last order. It stays: logind looks its sender up by it before it obeys.
+    // The connection of the last order. It is kept open, because logind looks up its sender by it
+    // before it obeys.
     std::unique_ptr<Bus> bus_;
 };
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t longestTitle = 300; // characters, of all that is shown
 
-// The value that comes next, which is a variant: whether it holds that type.
+// Whether the next value is a variant that holds that type.
 bool comesNext(sd_bus_message* message, std::string_view type) {
     char kind = 0;
     const char* contents = nullptr;
@@ -18,8 +18,8 @@ bool comesNext(sd_bus_message* message, std::string_view type) {
            contents == type;
 }
 
-// Goes through a dictionary of variants. `take` reads the value of a key to its end; without one
-// for all of them, what is left is left out.
+// Walks through a dictionary of variants. `take` reads the value of a key to its end; when it
+// returns false the message can't be read on, and the rest is left out.
 template <class Take> void forEachEntry(sd_bus_message* message, const Take& take) {
     if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "{sv}") <= 0)
         return;

@@ -1,5 +1,5 @@
-// What an MPRIS player tells of itself, out of the message that it is told in. Whatever isn't of
-// the type that it should be is missing.
+// What an MPRIS player tells about itself, read from its message. A value that hasn't got the type
+// that it should have counts as missing.
 #pragma once
 
 #include <string>

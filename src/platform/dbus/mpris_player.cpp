@@ -15,10 +15,11 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto questionBound = 250ms;
-constexpr std::size_t mostPlayers = 100; // that are asked
+// More aren't asked, so that names on the bus without end don't make the question endless.
+constexpr std::size_t mostPlayers = 100;
 
 struct Candidate {
-    // In the order in which they are taken.
+    // In the order in which players are preferred.
     enum class State { playing, paused, other, silent, gone };
 
     std::string name;
@@ -46,7 +47,8 @@ void takeNames(sd_bus_message* answer, std::vector<Candidate>& players) {
 }
 
 void takeAnswer(sd_bus_message* message, Candidate& player) {
-    player.state = Candidate::State::gone; // or it is none
+    // No message is an error: the player has ended, or what has the name is no player.
+    player.state = Candidate::State::gone;
     if (!message)
         return;
     MprisAnswer answer = readMprisAnswer(message);
@@ -63,7 +65,8 @@ void takeAnswer(sd_bus_message* message, Candidate& player) {
     }
 }
 
-// No answer that is still to come can change which one it is.
+// Whether the answers still to come can't change the choice: one that plays is known, and all
+// before it, by name, have answered.
 bool isDecided(const std::vector<Candidate>& players) {
     const auto firstOpen = std::ranges::find(players, Candidate::State::silent, &Candidate::state);
     return firstOpen == players.end() ||
@@ -98,7 +101,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    static constexpr auto sendBound = 10ms; // beyond the question's own, for what takes no time
+    static constexpr auto sendBound = 10ms; // after the question's own bound: sending takes no time
 
     void lookUp() {
         bus_.ask(bus_.methodCall({"org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -123,7 +126,7 @@ private:
 
     const Clock::time_point latest_ = Clock::now() + questionBound;
     bool lookedUp_ = false;
-    std::vector<Candidate> players_; // outlives the connection, whose answers it takes
+    std::vector<Candidate> players_; // before the connection, whose answers are written into it
     Bus bus_;
 };
 

@@ -20,7 +20,8 @@ public:
     std::optional<std::string> title() override;
 
 private:
-    // Connected to for each question: it may end, and another one begin, while the program runs.
+    // A connection is made for each question, since the bus may end and another one begin while the
+    // program runs.
     std::string busAddress_;
 };
 

@@ -24,7 +24,7 @@ constexpr const char* busName = "org.mpris.MediaPlayer2.larkspin";
 constexpr const char* songPaths = "/org/larkspin/song/";
 constexpr const char* noSong = "/org/mpris/MediaPlayer2/TrackList/NoTrack";
 
-// By how much a position may be off what its neighbour lets expect, without a jump.
+// How far a position may be from the one expected after the last look without counting as a jump.
 constexpr auto mostDrift = 700ms;
 
 const char* nameOf(RemoteView::Status status) {
@@ -62,7 +62,7 @@ double share(int value) {
     return value / 100.0;
 }
 
-// As it is seen. The bus takes valid text only.
+// The text as the owner sees it, and in valid UTF-8, since the bus takes nothing else.
 std::string validText(std::string_view stored) {
     const std::string seen = asSeen(stored);
     std::string valid;
@@ -82,7 +82,8 @@ std::string addressOf(const std::string& path) {
     return "file://" + percentEscaped(nativePath(path));
 }
 
-// Another program has the name: this one takes one of its own.
+// Takes the answer to the request for the name. A result of 1 means that the name is ours.
+// Otherwise another copy has it, and this one takes a name of its own.
 int takeOtherName(sd_bus_message* answer, void*, sd_bus_error*) {
     std::uint32_t result = 0;
     if (sd_bus_message_read(answer, "u", &result) >= 0 && result == 1)
@@ -96,6 +97,8 @@ int takeOtherName(sd_bus_message* answer, void*, sd_bus_error*) {
 
 } // namespace
 
+// What the library calls. It hands every function the pointer that the table was registered with,
+// which is the service.
 struct MprisService::Table {
     static MprisService& of(void* service) { return *static_cast<MprisService*>(service); }
 
@@ -116,6 +119,7 @@ struct MprisService::Table {
         return 0;
     }
 
+    // `fixed` never changes while the program runs, `told` is announced when it changes.
     static constexpr std::uint64_t forAll = SD_BUS_VTABLE_UNPRIVILEGED;
     static constexpr std::uint64_t fixed = SD_BUS_VTABLE_PROPERTY_CONST;
     static constexpr std::uint64_t told = SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE;
@@ -178,7 +182,8 @@ MprisService::MprisService(WatchingLoop& loop, const std::string& busAddress, Re
     loop.beforeSleep([this] { announce(); });
 }
 
-// A call comes from inside the library, and what it wants may wait.
+// A call comes from inside the library, which can't be entered again, and what the call asks for
+// may wait. So it is done in an event of its own.
 void MprisService::later(Task task) {
     loop_.post(std::move(task));
 }
@@ -202,7 +207,8 @@ void MprisService::take(const std::string& method, sd_bus_message* call) {
         later([this, span] { remote_.moveBy(microseconds(span)); });
 }
 
-// Meant for a song that has gone, or past its ends, it is out of date.
+// A position that is meant for a song that has gone, or that lies outside the song, is out of date
+// and ignored.
 void MprisService::takeSetPosition(sd_bus_message* call) {
     const char* wanted = nullptr;
     std::int64_t place = 0;
@@ -260,7 +266,7 @@ int MprisService::tell(const std::string& property, sd_bus_message* answer) {
         return flag(false);
     if (property == "CanRaise")
         return flag(wishes_.raise != nullptr);
-    return flag(true); // all else that it can do
+    return flag(true); // CanPlay, CanSeek and so on: larkspin can do all of that
 }
 
 int MprisService::tellMetadata(sd_bus_message* answer) const {
@@ -281,6 +287,8 @@ void MprisService::announce() {
     if (!bus_.isOpen())
         return;
     const RemoteView now = remote_.view();
+    // A new song is told by its metadata. That its position isn't that of the song before is no
+    // jump.
     const bool isSameSong = now.path == shown_.path;
     if (!isSameSong)
         ++songs_;
@@ -311,7 +319,9 @@ void MprisService::announceChanges(const RemoteView& now) {
                                         const_cast<char**>(changed.data()));
 }
 
-// Who shows a position lets it run by itself, and has to be told when it is somewhere else.
+// Whoever shows the position lets it run on by himself, and has to be told when the song is
+// somewhere else. A song that has stopped or paused since the last look ran for an unknown part of
+// that time, so any place up to the expected one is fine.
 void MprisService::announceJump(const RemoteView& now) {
     const microseconds position = remote_.position();
     const auto passed = std::chrono::duration_cast<microseconds>(loop_.now() - look_.at);

@@ -1,8 +1,8 @@
 // The player on the session bus, for media keys and the player controls of a desktop: the two
 // interfaces org.mpris.MediaPlayer2 and org.mpris.MediaPlayer2.Player, without lists of songs.
 //
-// What is asked for is answered at once and done in a later event. What has changed is announced
-// before the thread sleeps, all of it in one signal. Without a bus, or when it goes away, nothing
+// A call is answered at once, and what it asks for is done in a later event. Changes are announced
+// before the thread sleeps, all of them in one signal. Without a bus, or when it goes away, nothing
 // happens.
 #pragma once
 
@@ -24,14 +24,14 @@ public:
         Task raise, quit;
     };
 
-    // On the bus of that address. The loop must not run after the end of this.
+    // Connects to the bus of that address. The loop must not run any more once this is gone.
     MprisService(WatchingLoop& loop, const std::string& busAddress, RemoteControl& remote,
                  Wishes wishes);
 
 private:
     struct Table; // what the two interfaces hold
 
-    // A look at the song's position, from which a later one can be told.
+    // The song's position at one moment, by which a later look knows what to expect.
     struct Look {
         std::chrono::microseconds position{};
         Nanoseconds at{};
@@ -54,7 +54,7 @@ private:
     Wishes wishes_;
     RemoteView shown_;
     Look look_;
-    unsigned songs_ = 0; // in hand so far; each has a name of its own on the bus
+    unsigned songs_ = 0; // so far; each has a name of its own on the bus
 };
 
 } // namespace larkspin

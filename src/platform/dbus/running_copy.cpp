@@ -6,6 +6,7 @@ namespace larkspin {
 
 namespace {
 
+// For a bus that hangs: this copy is about to end.
 constexpr std::chrono::milliseconds sendTime{250};
 
 } // namespace

@@ -7,7 +7,7 @@ namespace {
 constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
 constexpr const char* property = "IsStatusNotifierHostRegistered";
 
-// The watcher comes or goes; a host comes to it.
+// The signals after which to look again: the watcher comes or goes, or a host registers with it.
 constexpr const char* changes[] = {
     "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',"
     "arg0='org.kde.StatusNotifierWatcher'",

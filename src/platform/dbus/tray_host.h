@@ -11,7 +11,7 @@ namespace larkspin {
 
 class TrayHost {
 public:
-    // The loop must not run after the end of this.
+    // The loop must not run any more once this is gone.
     TrayHost(WatchingLoop& loop, const std::string& busAddress);
 
     bool isThere() const { return isThere_; }

@@ -8,7 +8,7 @@ namespace larkspin {
 
 namespace {
 
-// The process wakes up once for each period.
+// The process wakes up once for each period, so long periods let it sleep.
 constexpr gint64 deviceBuffer = 300000, devicePeriod = 100000; // microseconds
 
 void setIfKnown(GstElement* element, const char* name, gint64 value) {
@@ -18,7 +18,7 @@ void setIfKnown(GstElement* element, const char* name, gint64 value) {
 
 constexpr const char* servers[] = {"pulsesink", "pipewiresink"};
 
-// With its device open; null when there is none.
+// A sink with its device open (that is what READY means for a sink); null when there is none.
 GstRef<GstElement> openSink(const char* name) {
     GstElement* const made = gst_element_factory_make(name, nullptr);
     if (!made)
@@ -75,7 +75,8 @@ bool AudioOutput::holds(GstObject* element) const {
     return bin_ && gst_object_has_as_ancestor(element, GST_OBJECT(bin_.get()));
 }
 
-// In a bin, so that what comes from any part of it is known by that.
+// Puts the sink into a bin, so that a message from any part of the sink is known by the bin around
+// it.
 GstElement* AudioOutput::watched(GstElement* sink) {
     GstElement* const bin = gst_bin_new(nullptr);
     gst_bin_add(GST_BIN(bin), sink);
@@ -89,6 +90,7 @@ GstElement* AudioOutput::watched(GstElement* sink) {
     return bin;
 }
 
+// Runs on GStreamer's threads.
 GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo* info, gpointer self) {
     auto& output = *static_cast<AudioOutput*>(self);
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
@@ -103,7 +105,7 @@ GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo* info, gpointer sel
     return GST_PAD_PROBE_OK;
 }
 
-// Null when there is none. A device that was lost may be back, or there is another one.
+// A sink; null when there is none. A device that was lost may be back, or there may be another one.
 GstElement* AudioOutput::openOutput() {
     if (description_.empty()) {
         if (!device_)
@@ -118,6 +120,7 @@ GstElement* AudioOutput::openOutput() {
 
 GstElement* AudioOutput::silence() {
     GstElement* const sink = gst_element_factory_make("fakesink", nullptr);
+    // Takes as long as the song would sound.
     g_object_set(sink, "sync", TRUE, nullptr);
     return sink;
 }

@@ -19,14 +19,14 @@ public:
     // Gives the pipeline an output, unless it has one that hasn't broken.
     void attach(GstElement* pipeline);
 
-    // It broke; the next `attach` looks anew, or takes silence at once. What needs a socket can't
-    // be found any more by then.
+    // The output broke. The next `attach` looks for a device anew, or takes silence at once. A
+    // device that needs a new socket can't be found any more by then.
     void lose(bool takeSilence);
 
     bool isSilent() const { return silent_; }
     bool holds(GstObject* element) const;
 
-    // Whether all sound has come, and none can come any more but after a seek.
+    // Whether all of the song's sound has come, so that none can follow unless there is a seek.
     bool isAtEnd() const { return atEnd_; }
 
     // Whether any sound has come this far since it was asked for the last time.

@@ -1,5 +1,5 @@
-// seccomp's part of the confinement: what this process asks the kernel for. What is refused fails
-// as if it weren't allowed, so that libraries go on without it.
+// seccomp's part of the confinement: which calls this process can't make to the kernel. A refused
+// call fails as if it weren't permitted, so that libraries go on without it.
 #include "platform/gstreamer/confinement.h"
 
 #include <cerrno>
@@ -53,7 +53,8 @@ constexpr const char* refused[] = {
     "finit_module", "delete_module", "syslog", "settimeofday", "clock_settime", "clock_settime64",
     "adjtimex", "clock_adjtime", "clock_adjtime64", "stime", "sethostname", "setdomainname"};
 
-// Calls that came into the kernel later than the library that knows them by name.
+// The numbers of calls that are too new to have a name in the library. They fail as on an older
+// kernel.
 constexpr int firstUnknownCall = 451, afterUnknownCalls = 512;
 
 constexpr unsigned long newNamespaces[] = {CLONE_NEWNS,  CLONE_NEWUTS, CLONE_NEWIPC, CLONE_NEWUSER,
@@ -72,12 +73,13 @@ public:
         refuse(seccomp_syscall_resolve_name(name), EPERM, when);
     }
 
-    // One that another machine or another library has is no matter.
+    // A name that is unknown on this machine, or to this version of the library, doesn't matter.
     void refuse(int call, int error, std::initializer_list<scmp_arg_cmp> when = {}) {
         if (!filter_ || call == __NR_SCMP_ERROR)
             return;
         const int result = seccomp_rule_add_array(filter_.get(), SCMP_ACT_ERRNO(error), call,
                                                   static_cast<unsigned>(when.size()), when.begin());
+        // EDOM: this kind of machine has no such call. EEXIST: the rule is there already.
         isWhole_ = isWhole_ && (result == 0 || result == -EDOM || result == -EEXIST);
     }
 
@@ -115,14 +117,17 @@ void refuseProcesses(Filter& filter) {
     filter.refuse("clone", {hasBits(flags, CLONE_THREAD, 0)});
     for (const unsigned long space : newNamespaces)
         filter.refuse("clone", {hasBits(flags, space, space)});
-    // Its flags can't be looked at; threads are made by the older call then.
+    // The flags of clone3 lie in memory, where a filter can't look. When it seems to be missing,
+    // the C library makes threads by clone.
     filter.refuse(seccomp_syscall_resolve_name("clone3"), ENOSYS);
-    filter.refuse("tgkill", {isNot(0, static_cast<scmp_datum_t>(::getpid()))}); // but abort(3)
+    // abort(3) sends a signal to this process itself.
+    filter.refuse("tgkill", {isNot(0, static_cast<scmp_datum_t>(::getpid()))});
     filter.refuse("prlimit64", {isNot(0, 0)});
     filter.refuse("prctl", {is(0, PR_SET_PDEATHSIG)});
 }
 
-// GStreamer wakes itself up by a pair of streams. Any other pair could be given another address.
+// GStreamer wakes itself up by a pair of stream sockets, which lead nowhere else. A pair of another
+// type could be used to send to other addresses.
 void refusePairs(Filter& filter) {
     constexpr unsigned typeMask = 0xF;
     for (unsigned type = 0; type <= typeMask; ++type)

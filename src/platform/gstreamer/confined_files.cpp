@@ -14,7 +14,8 @@ namespace larkspin {
 
 namespace {
 
-// Of versions of Landlock that are newer than the system's headers.
+// Rights that newer versions of Landlock know, by their values, since the system's headers may be
+// older; and the versions that brought each of them.
 constexpr std::uint64_t accessTruncate = 1ull << 14, accessDevice = 1ull << 15;
 constexpr std::uint64_t netBind = 1ull << 0, netConnect = 1ull << 1;
 constexpr std::uint64_t scopeAbstractSockets = 1ull << 0, scopeSignals = 1ull << 1;
@@ -92,7 +93,7 @@ public:
         return ::syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
     }
 
-    // Of a file, only what can be done to files.
+    // A rule for a plain file takes only the rights that there are for files.
     void allow(const std::string& path, std::uint64_t access) {
         const Descriptor parent(::open(path.c_str(), O_PATH | O_CLOEXEC));
         struct stat status {};
@@ -110,7 +111,7 @@ public:
     }
 
 private:
-    std::size_t size() const { // an older kernel takes the first fields alone
+    std::size_t size() const { // an older kernel knows the first fields only
         return rules_.scoped    ? sizeof rules_
                : rules_.network ? 2 * sizeof rules_.files
                                 : sizeof rules_.files;
@@ -134,6 +135,7 @@ bool closeFiles(const std::string& writableDirectory) {
         landlock.allow(path, reading);
     landlock.allow("/dev/null", readFile | writeFile);
     landlock.allow("/dev/snd", reading | writeFile | accessDevice);
+    // For tests, whose sink writes a file.
     if (!writableDirectory.empty())
         landlock.allow(writableDirectory, rules.files & ~LANDLOCK_ACCESS_FS_EXECUTE);
     return landlock.enforce();

@@ -10,7 +10,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr rlim_t mostMemory = rlim_t{512} << 20; // beyond what it has
+constexpr rlim_t mostMemory = rlim_t{512} << 20; // bytes, beyond what the process has already
 
 } // namespace
 
@@ -21,7 +21,8 @@ void bindToParent() {
     ::setrlimit(RLIMIT_CORE, &none);
 }
 
-// Counted from what there is, since a build under sanitizers begins with terabytes.
+// The limit is counted from what the process has, since a build under sanitizers begins with
+// terabytes.
 void limitMemory() {
     std::ifstream sizes("/proc/self/statm");
     rlim_t total = 0, resident = 0, shared = 0, text = 0, library = 0, data = 0;

@@ -21,7 +21,7 @@ constexpr std::string_view elements[] = {
     // outputs; the last two are for those that are described in words
     "pulsesink", "pipewiresink", "alsasink", "fakesink", "filesink"};
 
-// These tell what a file is by its first bytes.
+// The plugin that tells what a file is by its first bytes.
 constexpr std::string_view typeFinders = "typefindfunctions";
 
 bool isNeeded(GstPluginFeature* feature) {

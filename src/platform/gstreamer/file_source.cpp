@@ -10,7 +10,7 @@ void FileSource::connect(GstElement* source) {
     g_signal_connect(source, "seek-data", G_CALLBACK(move), this);
 }
 
-// On the thread that reads, in the middle of its reading.
+// These are called on GStreamer's reading thread, in the middle of its reading.
 void FileSource::feed(GstElement* source, guint size, gpointer self) {
     static_cast<FileSource*>(self)->push(source, size);
 }

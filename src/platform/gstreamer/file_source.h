@@ -1,4 +1,4 @@
-// Feeds a playbin the bytes of a song's file, anywhere in which it may read.
+// Feeds a playbin the bytes of a song's file, which it may read at any place.
 #pragma once
 
 #include "platform/gstreamer/gst_ref.h"

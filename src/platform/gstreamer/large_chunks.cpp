@@ -76,12 +76,13 @@ bool LargeChunks::continues(GstBuffer* buffer) const {
            apart < static_cast<GstClockTimeDiff>(gap);
 }
 
-// What comes next must find it in the sink.
+// Gives the sink what was kept, ahead of anything that comes after it. The buffer passes this very
+// probe again, which lets it through.
 void LargeChunks::letGo(GstPad* pad) {
     if (!kept_)
         return;
     lettingGo_ = true;
-    gst_pad_chain(pad, std::exchange(kept_, nullptr)); // of a failure, the next buffer tells
+    gst_pad_chain(pad, std::exchange(kept_, nullptr)); // a failure shows with the next buffer
     lettingGo_ = false;
 }
 

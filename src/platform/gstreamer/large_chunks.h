@@ -1,5 +1,5 @@
-// Decoders give small buffers. Put together to larger ones on their way into a sink, they let
-// all threads sleep longer.
+// Decoders give small buffers. Here they are joined to larger ones on their way into a sink, so
+// that all threads sleep longer.
 #pragma once
 
 #include "platform/gstreamer/gst_ref.h"

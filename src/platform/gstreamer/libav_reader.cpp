@@ -17,14 +17,14 @@ namespace larkspin {
 
 namespace {
 
-constexpr double leastSeconds = 0.2;                // that are read at once
+constexpr double leastSeconds = 0.2;                // of sound in each portion
 constexpr int portion = 32 * 1024;                  // of the file, read at once
 constexpr const char* fileTypes[] = {"asf", "wav"}; // no playlists among them
 constexpr AVCodecID codecs[] = {
     AV_CODEC_ID_WMAV1,    AV_CODEC_ID_WMAV2,    AV_CODEC_ID_WMAPRO,       AV_CODEC_ID_WMALOSSLESS,
     AV_CODEC_ID_WMAVOICE, AV_CODEC_ID_ADPCM_MS, AV_CODEC_ID_ADPCM_IMA_WAV};
 
-// The functions that are used, of those libraries whose headers this was built with.
+// The functions in use, from the versions of the libraries whose headers this was built with.
 class Libav {
 public:
     static const Libav* get() {
@@ -175,7 +175,7 @@ public:
     }
 
 private:
-    // The library opens no file by itself: it reads this one through an input of its own.
+    // The library opens no file itself: it reads the song through an input of our own.
     bool openInput() {
         place_ = 0;
         auto* const memory = static_cast<unsigned char*>(libav_.memory(portion));
@@ -241,7 +241,7 @@ private:
         return format_.rate > 0 && format_.channels > 0 && format_.channels <= 8;
     }
 
-    // False at the end. What is damaged is left out.
+    // False at the end. Damaged packets are left out.
     bool readFrame() {
         while (!ended_) {
             if (libav_.receive(decoder_, frame_) == 0)
@@ -271,7 +271,7 @@ private:
                                       : sampler(frame_->extended_data[0], at * channels + channel));
     }
 
-    // A seek ends at the packet before its target.
+    // A seek lands at a packet before the wanted place. The frames up to that place are left out.
     int framesBeforeStart() {
         if (skipTo_ <= 0)
             return 0;

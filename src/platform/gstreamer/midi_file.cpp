@@ -19,7 +19,7 @@ public:
     bool isEmpty() const { return rest_.empty(); }
     std::uint8_t next() { return static_cast<std::uint8_t>(take(1)[0]); } // if not empty
     std::uint8_t peek() const { return static_cast<std::uint8_t>(rest_[0]); }
-    // As many as there are, if there are fewer.
+    // Fewer bytes when there are no more.
     std::string_view take(std::size_t count) {
         const std::string_view taken = rest_.substr(0, count);
         rest_.remove_prefix(taken.size());
@@ -31,7 +31,7 @@ public:
             value = value << 8 | static_cast<std::uint8_t>(byte);
         return value;
     }
-    // Seven bits a byte, the higher ones first, four bytes at most.
+    // A number of seven bits a byte, the higher ones first, in at most four bytes.
     std::optional<std::uint32_t> variableNumber() {
         std::uint32_t value = 0;
         for (int count = 0; count < 4 && !isEmpty(); ++count) {
@@ -47,7 +47,8 @@ private:
     std::string_view rest_;
 };
 
-// An event that has no place in time yet. A tempo is kept as such until the tracks are one.
+// An event that has its tick but no time yet. Changes of tempo are kept as events until the tracks
+// have been merged, since they hold for all of them.
 struct TimedEvent {
     std::uint64_t tick = 0;
     MidiEvent event;
@@ -141,18 +142,19 @@ private:
     Bytes bytes_;
     Tracks& tracks_;
     std::uint64_t tick_ = 0;
-    std::uint8_t status_ = 0; // it holds for messages that have none
+    std::uint8_t status_ = 0; // of the last message; one without a status byte has the same
 };
 
 // Ticks to seconds, step by step.
 class TickClock {
 public:
     explicit TickClock(std::uint32_t division) : ticksPerQuarter_(division) {
-        if (division >= 0x8000) { // frames a second, negative, and ticks a frame
+        if (division >= 0x8000) { // minus the frames a second, and the ticks of a frame
             const auto frames = static_cast<double>(0x100 - (division >> 8));
             secondsPerTick_ = 1 / ((frames == 29 ? 29.97 : frames) * (division & 0xFF));
             fixed_ = true;
         } else {
+            // 120 quarter notes a minute, until the song sets a tempo.
             setTempo(500000);
         }
     }
@@ -208,6 +210,7 @@ std::optional<MidiSong> readMidi(std::string_view file) {
     Bytes bytes(file.substr(4));
     Bytes head(bytes.take(bytes.number(4)));
     const std::uint32_t format = head.number(2), count = head.number(2), division = head.number(2);
+    // Format 2 is a collection of songs.
     if (format > 1 || count > mostTracks || !isDivision(division))
         return std::nullopt;
     Tracks tracks;

@@ -15,7 +15,8 @@ std::int64_t frameAt(double seconds) {
     return std::llround(seconds * Synthesizer::sampleRate);
 }
 
-// Of the messages before a position, these sound no more.
+// Messages that make single notes sound. When the song is moved, those before the new place have no
+// effect any more.
 bool isNote(const MidiEvent& event) {
     return event.bytes[0] < 0xB0;
 }
@@ -34,7 +35,7 @@ MidiReader::MidiReader(MidiSong song, Synthesizer& synthesizer)
     synthesizer_.reset();
 }
 
-// What was set on the way there holds: instruments, loudness, bends.
+// All that was set before the new place still holds there: instruments, loudness, bends.
 void MidiReader::seek(double seconds) {
     synthesizer_.reset();
     frame_ = std::min(frameAt(seconds), end_);
@@ -47,7 +48,7 @@ void MidiReader::seek(double seconds) {
     }
 }
 
-// From message to message.
+// Renders the sound between one message and the next, and so on.
 void MidiReader::read(std::vector<float>& samples) {
     const std::int64_t until = std::min(frame_ + framesAtOnce, end_);
     while (frame_ < until) {

@@ -8,7 +8,8 @@ namespace larkspin {
 
 class MidiReader : public SoundReader {
 public:
-    // Nothing when it can't be played. The synthesizer is silent, and is kept busy.
+    // Nothing when the file can't be played. The synthesizer must be silent, and is in use for as
+    // long as the reader lives.
     static std::unique_ptr<SoundReader> open(const SongFile& file, Synthesizer& synthesizer);
 
     SoundFormat format() const override { return {Synthesizer::sampleRate, 2, 0}; }

@@ -27,7 +27,7 @@ struct Received {
     SongFile file; // of their song, if that is a new one
 };
 
-// Only the latest of all that have come in. Ends the process with the program's end.
+// The latest of all the wishes that have come in. Ends the process when the program has ended.
 Received receiveWishes() {
     Received latest;
     std::array<char, longestMessage> bytes;
@@ -37,7 +37,7 @@ Received receiveWishes() {
         if (got < 0 && errno == EAGAIN)
             return latest;
         if (got == 0 || (got < 0 && errno != EINTR))
-            ::_exit(EXIT_SUCCESS); // whatever its threads are at
+            ::_exit(EXIT_SUCCESS); // without waiting for its threads
         const auto wishes =
             got > 0 ? decodedWishes({bytes.data(), static_cast<std::size_t>(got)}) : std::nullopt;
         if (!wishes)
@@ -50,7 +50,7 @@ Received receiveWishes() {
 
 class Reports {
 public:
-    // A step of the start is done: whoever waits sees that it gets on.
+    // A step of the start is done. Whoever waits for the process sees that it gets on.
     void sayStep() { send({.start = ++start_, .at = std::chrono::steady_clock::now()}); }
 
     void begin(SongPlayer& player, bool isConfined) {
@@ -59,7 +59,8 @@ public:
         start_ = startSteps;
     }
 
-    // If there is something new, or nothing was said for a second while a song plays.
+    // Sends a report if there is something new, or if a song plays and nothing was said for a
+    // second.
     void say() {
         const PlayerReport report = complete(player_->report());
         const bool due = report.at - said_.at >= std::chrono::milliseconds(reportInterval);
@@ -67,7 +68,8 @@ public:
             return;
         send(report);
     }
-    // Before anything is done with it: should it end this process, it is known which one it was.
+    // Says that the song has come, before anything is done with it. If it ends this process, the
+    // program knows which song it was.
     void sayTaken(std::uint32_t song) {
         send(complete({.song = song,
                        .withoutDevice = player_->isSilent(),
@@ -89,7 +91,7 @@ private:
         return report;
     }
 
-    // The position alone is none while it runs by itself.
+    // A position that only runs on is no news.
     bool isNews(PlayerReport report) const {
         report.at = said_.at;
         if (report.advancing)
@@ -117,7 +119,9 @@ int main(int count, char** arguments) {
     startGStreamer();
     reports.sayStep();
 
-    // The way to the sound server is the last one that is opened.
+    // The order matters. Files are closed while there is one thread, since other threads wouldn't
+    // be bound by that. The player then opens the way to the sound server, which needs a socket; no
+    // new one can be had after the next two steps.
     const bool filesAreClosed = closeFiles(count > 2 ? arguments[2] : "");
     SongPlayer player(count > 1 ? arguments[1] : "");
     closeNetwork();

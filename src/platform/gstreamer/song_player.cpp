@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* sourceUri = "appsrc://"; // the playbin asks what it is fed with
-constexpr auto longestSilence = 3s; // of a song that isn't ready yet and isn't read any more
+constexpr auto longestSilence = 3s;            // for a song to be neither ready nor read
 
 bool hasStoppedReading(GstElement* element) {
     const GstRef<GstPad> pad(gst_element_get_static_pad(element, "sink"));
@@ -95,7 +95,7 @@ void SongPlayer::begin(SongFile file) {
         finish(SongPhase::failed);
 }
 
-// False when it can't be played. One that is GStreamer's is found out by loading it.
+// False when the song can't be played. Whether GStreamer can play one shows only when it is loaded.
 bool SongPlayer::openSource() {
     const ReadBy kind = readerOf(file_);
     if (kind == ReadBy::gstreamer) {
@@ -122,7 +122,7 @@ void SongPlayer::load() {
     rate_ = 1;
     loadedAt_ = std::chrono::steady_clock::now();
     output_.attach(playbin_.get());
-    // From one song to the next, this filter reads past its freed buffers.
+    // A new filter for each song: the next song would make this one read buffers that it has freed.
     if (GstElement* const tempo = gst_element_factory_make("scaletempo", nullptr))
         g_object_set(playbin_.get(), "audio-filter", tempo, nullptr);
     g_object_set(playbin_.get(), "uri", sourceUri, nullptr);
@@ -138,8 +138,8 @@ void SongPlayer::setUpSource(GstElement*, GstElement* source, gpointer self) {
         player->bytes_->connect(source);
 }
 
-// From what is to what is wished, step by step. One that begins before the last one is through
-// would leave the song's clock where it was.
+// Goes from the state that is to the one that is wished, step by step. A step that began before the
+// last one is done would leave the song's clock where it was.
 void SongPlayer::drive() {
     while (prerolled_ && isSettled() && step()) {
     }
@@ -150,8 +150,8 @@ bool SongPlayer::isSettled() const {
     return result == GST_STATE_CHANGE_SUCCESS || result == GST_STATE_CHANGE_NO_PREROLL;
 }
 
-// False when all is as wished. A song is moved while it is paused, so that whatever is wished
-// meanwhile finds nothing sounding from where it was, or from where it is to stay.
+// Takes the next step; false when all is as wished. A song is moved while it is paused, so that
+// nothing sounds from its old place, or from a new one at which it is to stay paused.
 bool SongPlayer::step() {
     if (std::exchange(moving_, false))
         seekDone_ = seeking_;
@@ -180,7 +180,7 @@ bool SongPlayer::isPlaced() const {
     return !displaced_ && seekDone_ == wishes_.seek && (!seekable_ || rate_ == wishes_.rate);
 }
 
-// To the place and the rate that are wished, in one.
+// Moves the song to the wished place, at the wished rate, in one seek.
 void SongPlayer::move() {
     readPosition();
     double target = seekDone_ == wishes_.seek ? position_ : wishes_.seekTo;
@@ -217,7 +217,7 @@ void SongPlayer::handle(GstMessage* message) {
             gst_element_set_state(playbin_.get(), GST_STATE_PLAYING);
         }
         break;
-    case GST_MESSAGE_EOS: // of before a pause or a seek, it comes again when the song ends anew
+    case GST_MESSAGE_EOS: // it may be from before a pause or a seek, and comes again then
         if (playing_ && output_.isAtEnd())
             handleEnd();
         break;
@@ -229,8 +229,9 @@ void SongPlayer::handle(GstMessage* message) {
     }
 }
 
-// A decodebin loses the error of a demuxer that fails while it is being put in. Once there is a
-// sound to play, a short song has been read, and it is the output that takes its time.
+// A decodebin loses the error of a demuxer that fails while it is being put in, and would wait for
+// ever. So a song is given up when a part of the pipeline has stopped reading. But if there is a
+// sound to play, a short song has been read to its end, and it is the output that takes its time.
 void SongPlayer::watchOpening() {
     if (!isOpening() || std::chrono::steady_clock::now() - loadedAt_ < longestSilence ||
         countSounds() > 0)
@@ -291,8 +292,8 @@ void SongPlayer::handleEnd() {
     finish(sounded_ && duration_ > 0 ? SongPhase::ended : SongPhase::failed);
 }
 
-// An output that broke is replaced, by silence the second time: the song goes on where it was, and
-// nobody but its listener can tell. A file that is damaged at some place is played up to there.
+// An output that broke is replaced, and by silence the second time. The song goes on where it was,
+// and only its listener notices. A damaged file is played up to the damage.
 void SongPlayer::handleError(GstMessage* message) {
     if (!output_.holds(GST_MESSAGE_SRC(message)) || output_.isSilent()) {
         handleEnd();
@@ -314,9 +315,9 @@ void SongPlayer::finish(SongPhase phase) {
     prerolled_ = moving_ = playing_ = false;
 }
 
-// Once no thread works on the song any more, what they have said is dropped. The output stays
-// open from one song to the next, but a playbin whose song failed would try that one again
-// beside the next one, unless it is put down whole.
+// When no thread works on the song any more, the messages about it are dropped. The output stays
+// open from one song to the next. But a playbin whose song failed has to be put down whole, or it
+// would try that song again beside the next one.
 void SongPlayer::clear() {
     const bool sound = prerolled_ && phase_ != SongPhase::failed;
     gst_element_set_state(playbin_.get(), sound ? GST_STATE_READY : GST_STATE_NULL);
@@ -325,7 +326,8 @@ void SongPlayer::clear() {
     output_.hasSounded();
 }
 
-// A pipeline that couldn't be put down would work on behind the next song.
+// Whether nothing of the song is at work any more. If the pipeline couldn't be put down, it would
+// work on beside the next song.
 bool SongPlayer::isDown() const {
     if (!playbin_ || !fed_)
         return true;

@@ -1,6 +1,6 @@
 // Plays one song at a time: makes the wishes true step by step, as GStreamer's messages come
 // in. Messages of an earlier song never count for a later one. All of it may hang or end the
-// process on a damaged file; who started it knows what to do then.
+// process on a damaged file; whoever started it deals with that.
 #pragma once
 
 #include "platform/gstreamer/audio_output.h"
@@ -25,14 +25,14 @@ public:
 
     // The file is the one of a new song.
     void wish(const PlayerWishes& wishes, SongFile file);
-    bool drop(); // the song in hand; false when something of it is still at work
+    bool drop(); // the current song; false when something of it is still at work
     std::uint32_t song() const { return song_; }
     PlayerReport report(); // with the position of this moment
     bool isSilent() const { return output_.isSilent(); }
     bool isPlaying() const { return playing_ && phase_ == SongPhase::open; }
 
-    // To be asked from time to time: gives a song up that will never be ready.
-    bool isOpening() const; // also once more, because it lost its output
+    // To be called from time to time: gives up a song that will never be ready.
+    bool isOpening() const; // also while it is loaded again after it lost its output
     void watchOpening();
 
 private:
@@ -64,7 +64,7 @@ private:
     GstRef<GstBus> bus_;
     PlayerWishes wishes_;
 
-    // Of the song in hand.
+    // About the current song.
     std::uint32_t song_ = 0;
     SongFile file_;
     std::unique_ptr<FileSource> bytes_;   // for GStreamer to decode
@@ -74,14 +74,14 @@ private:
     SongPhase phase_ = SongPhase::ended;
     double duration_ = 0, position_ = 0;
     bool seekable_ = false;
-    bool prerolled_ = false; // moving and playing make sense from here on
+    bool prerolled_ = false; // the song is ready to be moved and played
     bool moving_ = false;    // to a new place or rate
     double rate_ = 1;
     bool playing_ = false; // what the pipeline was told
     std::uint32_t seeking_ = 0, seekDone_ = 0;
     bool sounded_ = false;
     bool lostOutput_ = false; // at least once
-    bool displaced_ = false;  // by that: it isn't at its position
+    bool displaced_ = false;  // by that: it has to be moved back to its position
 };
 
 } // namespace larkspin

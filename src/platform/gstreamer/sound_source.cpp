@@ -7,7 +7,8 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::uint64_t sharedChannels = 0x1FF; // whose bits mean the same in GStreamer
+// The channels whose bits mean the same in GStreamer.
+constexpr std::uint64_t sharedChannels = 0x1FF;
 
 GstCaps* capsOf(const SoundFormat& format) {
     GstCaps* const caps =
@@ -42,7 +43,7 @@ void SoundSource::connect(GstElement* source) {
     g_signal_connect(source, "seek-data", G_CALLBACK(move), this);
 }
 
-// On the source's thread, which stands still while it is moved.
+// These are called on the source's thread, so never at the same time.
 void SoundSource::feed(GstElement* source, guint, gpointer self) {
     static_cast<SoundSource*>(self)->push(source);
 }

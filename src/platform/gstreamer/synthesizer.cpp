@@ -7,7 +7,7 @@ namespace larkspin {
 
 namespace {
 
-// Left to itself, FluidSynth would take a soundfont that may fill hundreds of megabytes.
+// Small soundfonts. FluidSynth's own choice may be one of hundreds of megabytes.
 constexpr const char* soundfonts[] = {"/usr/share/sounds/sf2/TimGM6mb.sf2",
                                       "/usr/share/sounds/sf2/default-GM.sf2",
                                       "/usr/share/sounds/sf3/default-GM.sf3"};
@@ -23,8 +23,8 @@ const char* installedSoundfont() {
 
 } // namespace
 
-// The functions as fluidsynth.h 2.x declares them. Its package for developers brings 200 MB of
-// other libraries' headers along.
+// The functions as fluidsynth.h 2.x declares them. That header isn't used, since the package that
+// has it brings 200 MB of other libraries' headers along.
 struct Synthesizer::Library {
     void* handle = nullptr;
     bool isWhole = true;
@@ -90,6 +90,8 @@ bool Synthesizer::start(const char* instruments) {
     if (!settings_)
         return false;
     library_->setNumber(settings_, "synth.sample-rate", sampleRate);
+    // Memory is scarce here: none is locked, and only the sounds of the instruments in use are
+    // loaded.
     library_->setInteger(settings_, "synth.lock-memory", 0);
     library_->setInteger(settings_, "synth.dynamic-sample-loading", 1);
     synth_ = library_->make(settings_);

@@ -6,7 +6,7 @@ namespace larkspin {
 
 namespace {
 
-// They are counted instead of time, since the whole program may have been halted in between.
+// Rounds are counted instead of time, since the whole program may have been halted in between.
 constexpr Nanoseconds handoverInterval = std::chrono::milliseconds(250);
 constexpr int mostRoundsBehind = 4;
 
@@ -24,6 +24,8 @@ void Handover::watch() {
     hear_();
     const std::uint32_t song = line_.report().song;
     const bool isBehind = line_.isUp() && song != 0 && !line_.isTaken();
+    // The process has come to another song, though not yet to the wished one: it gets its time
+    // anew.
     if (isBehind && std::exchange(olderSong_, song) != song)
         rounds_ = 0;
     if (isBehind && ++rounds_ < mostRoundsBehind)

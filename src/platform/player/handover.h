@@ -15,7 +15,7 @@ public:
     Handover(const Handover&) = delete;
     Handover& operator=(const Handover&) = delete;
 
-    void begin(); // another song is wished; one that is under way isn't begun anew by that
+    void begin(); // when another song is wished; one under way goes on
 
 private:
     void watch();
@@ -24,7 +24,7 @@ private:
     const PlayerLine& line_;
     Task hear_, leave_;
     TimerId watch_ = TimerId::none;
-    std::uint32_t olderSong_ = 0; // that the process is at
+    std::uint32_t olderSong_ = 0; // the song that the process is still at
     int rounds_ = 0;
 };
 

@@ -15,14 +15,16 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr Nanoseconds giveUpDelay = 2s; // from Open on, for a file that can't be played
+constexpr Nanoseconds giveUpDelay = 2s; // from Open on, until a failed song reads stopped
 constexpr auto usualOpening = 100ms;    // of a file on a disk that answers
 constexpr Nanoseconds watchInterval = 1s;
 constexpr Nanoseconds longestRest = 60s;
 constexpr Nanoseconds deviceInterval = 60s; // between two looks for a sound device
-// A process reports once a second while it plays; one that doesn't isn't believed much longer.
+// A process reports once a second while it plays. When no report comes, its last position is taken
+// to run on for this long, and then to stand still.
 constexpr std::chrono::duration<double> longestReckoning = 3s;
-constexpr int mostReports = 100; // at once
+// In one go: a process that never stops talking must not hold up the program.
+constexpr int mostReports = 100;
 
 constexpr const char* hasDied = "the player died";
 constexpr const char* stoodStill = "the player stood still";
@@ -63,6 +65,8 @@ void PlayerControl::Open(const std::string& fileName) {
         failed_ = "";
     else if (!fileName.empty() && !opening_.begin(path))
         failed_ = noAnswer;
+    // Nearly all files open within this time. Waiting for it here lets the song begin at once,
+    // instead of when its state is next asked for.
     takeFile(usualOpening);
     if (line_.isUp() || opening_.isUnderWay())
         watchEvery(watchInterval);
@@ -76,6 +80,8 @@ void PlayerControl::takeFile(std::chrono::milliseconds patience) {
         failed_ = opened->reason;
         return;
     }
+    // After silence for a while, another process may find a device. And none plays too many songs,
+    // since libraries lose some memory with each.
     const bool seeksDevice =
         line_.report().withoutDevice && loop_.now() - line_.startedAt() >= deviceInterval;
     if (line_.isUp() && (seeksDevice || line_.songs() >= mostSongs_))
@@ -197,14 +203,15 @@ void PlayerControl::replaceProcess(const std::string& reason) {
         failed_ = reason;
 }
 
-// The song isn't to blame for what became of its process: it wasn't begun, or it never got going
-// after others. It gets another process.
+// Whether the song isn't to blame for what became of its process, since it wasn't begun, or never
+// got going after others. It then gets another process.
 bool PlayerControl::isHarmed() const {
     const bool hasMoved = line_.isOpen() && line_.report().position > 0;
     return !line_.isTaken() || (!line_.isFirstSong() && !hasMoved);
 }
 
-// A device that is lost can only be opened anew by another process. The song goes on there.
+// Only another process can open a device again, since the old one is confined. The song goes on
+// there.
 void PlayerControl::renewProcess() {
     renewed_ = true;
     if (line_.report().seek == line_.wishes().seek && !line_.report().moving)
@@ -221,7 +228,7 @@ void PlayerControl::wishNoSong() {
     handover_.begin();
 }
 
-// How far the song is, with all that the process has said meanwhile.
+// How far the song is, after everything that the process has said until now.
 SongPhase PlayerControl::listen() {
     takeFile(0ms);
     for (int count = 0; count < mostReports; ++count) {
@@ -243,10 +250,10 @@ void PlayerControl::take() {
     if (!line_.isTaken() || line_.report().duration <= 0 || stopped_)
         return;
     duration_ = line_.report().duration;
-    position_ = std::min(position_, duration_); // of a seek before the length was known
+    position_ = std::min(position_, duration_); // a seek may have come before the length was known
 }
 
-// What its process found when it started, or has lost since.
+// What the process found out when it started, or has lost since.
 void PlayerControl::takeStart() {
     if (line_.report().start < startSteps)
         return;

@@ -1,6 +1,6 @@
 // The media control in front of a player process. The process is started by the first song,
 // ended after a minute of rest, and replaced when it dies, stands still or isn't through with a
-// song in time. The song it had in hand can't be played then; the one after it isn't to blame,
+// song in time. The song it was at can't be played then; the one after it isn't to blame,
 // and gets a process of its own.
 #pragma once
 
@@ -31,7 +31,7 @@ public:
         OwnersDisk& disk;    // where the songs lie
         int mostSongs = 500; // of one process: libraries lose some memory with each
     };
-    // Of what is wrong with the sound, the owner is told once, through `tell`.
+    // Tells the owner what is wrong with the sound, each thing once.
     using Tell = std::function<void(const std::string& line)>;
     PlayerControl(EventLoop& loop, Player player, Tell tell);
     ~PlayerControl() override;
@@ -76,19 +76,19 @@ private:
     std::set<std::string> told_;
     PlayerLine line_;
     int mostSongs_;
-    bool hadDevice_ = false; // its process
+    bool hadDevice_ = false; // the process plays, or has played, to a device
 
-    // Of this song.
+    // About the current song.
     std::string fileName_;
     SongOpening opening_;
     Nanoseconds openedAt_{};
     bool stopped_ = false;              // by hand
-    std::optional<std::string> failed_; // whatever its process says: the reason
+    std::optional<std::string> failed_; // why it failed, whatever its process says
     bool replaced_ = false;             // the process that was to play it
     bool renewed_ = false;              // the process, because its device was lost
     double duration_ = 0, position_ = 0;
 
-    // Each second while a song is in hand.
+    // Runs each second while there is a song to watch over.
     TimerId watch_ = TimerId::none;
     Nanoseconds watchedEvery_{}; // 0 for not at all
     Standstill standstill_;

@@ -35,6 +35,7 @@ PlayerWishes& PlayerLine::wish() {
 }
 
 void PlayerLine::say() {
+    // Wishes of a turn that isn't over go together at its end.
     const bool isWhole = turnEnd_ == TimerId::none;
     if (process_ && unsaid_ && isWhole && process_->send(wishes_, file_))
         unsaid_ = false;
@@ -50,7 +51,8 @@ void PlayerLine::wishSongAgain() {
     wishes_.hasFile = file_.isOpen();
 }
 
-// A process that tells of a song which it can't know of is no player.
+// A process that reports a song which it hasn't been given yet is no player of ours. Songs are
+// compared by their difference, since their count may wrap around.
 PlayerLine::Heard PlayerLine::hear() {
     if (!process_)
         return Heard::nothing;

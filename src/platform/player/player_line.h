@@ -20,25 +20,25 @@ public:
     PlayerLine& operator=(const PlayerLine&) = delete;
 
     bool start(); // a process; false when it can't be
-    void end();   // of the process there is
+    void end();   // ends the process
     bool isUp() const { return process_ != nullptr; }
     Nanoseconds startedAt() const { return startedAt_; }
-    bool leavesNothing(); // whether all is gone that was ended
+    bool leavesNothing(); // whether all processes that were ended are gone
 
-    // What is wished in one turn goes as one message: of a song that is set elsewhere and halted,
-    // nothing is to be heard in between.
+    // All wishes of one turn go in one message, so that a song that is moved and paused isn't heard
+    // in between.
     const PlayerWishes& wishes() const { return wishes_; }
     PlayerWishes& wish();
 
-    // Another song, of that file, or none; the same once more, for another process.
+    // Wishes another song, of that file, or none; and the same song once more, for another process.
     void wishSong(Descriptor file);
     void wishSongAgain();
     bool hasFile() const { return file_.isOpen(); }
 
     enum class Heard { nothing, report, end };
-    Heard hear(); // the next that it has said, if there is more
+    Heard hear(); // the next thing that it has said
     const PlayerReport& report() const { return report_; }
-    int songs() const { return songs_; } // that it has had in hand
+    int songs() const { return songs_; } // that the process has been at
     bool isTaken() const { return report_.song == wishes_.song; }
     bool isFirstSong() const { return firstSong_ == wishes_.song; }
     bool isOpen() const { return isTaken() && report_.phase == SongPhase::open; }

@@ -42,7 +42,7 @@ template <typename Bytes> std::optional<Bytes> messageIn(std::string_view bytes)
 }
 
 bool isWithin(double value, double least, double most) {
-    return value >= least && value <= most; // no for what is no number
+    return value >= least && value <= most; // false for NaN
 }
 
 bool isRate(double value) {
@@ -57,7 +57,7 @@ bool isPhase(std::uint8_t value) {
     return value <= static_cast<std::uint8_t>(SongPhase::failed);
 }
 
-// Spans up to now can be reckoned from it.
+// Whether the moment isn't in the future, so that the time since then can be reckoned.
 bool isPast(std::int64_t at) {
     return at >= 0 && at <= std::chrono::nanoseconds(Clock::now().time_since_epoch()).count();
 }

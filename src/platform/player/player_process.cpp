@@ -15,8 +15,9 @@ namespace larkspin {
 
 namespace {
 
-// What a sound server's client looks at, and what steers a build under sanitizers. GStreamer's own
-// variables, which can load any code, are not among them, nor is the way to the desktop.
+// All variables that the player gets: those that a sound server's client looks at, and those that
+// steer a build under sanitizers. GStreamer's own variables, which can load any code, are not among
+// them, nor is the way to the desktop.
 const std::vector<std::string> playersVariables = {
     "HOME",           "USER",    "LANG",       "LC_*",   "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME",
     "XDG_CACHE_HOME", "PULSE_*", "PIPEWIRE_*", "ALSA_*", "ASAN_OPTIONS",    "LSAN_OPTIONS",
@@ -48,6 +49,7 @@ PlayerProcess::~PlayerProcess() {
 
 bool PlayerProcess::send(const PlayerWishes& wishes, const Descriptor& file) {
     const bool isNew = wishes.hasFile && wishes.song != given_;
+    // The file goes with the first message about its song that gets through.
     if (sendWithFile(channel_, encoded(wishes), isNew ? &file : nullptr) >= 0) {
         given_ = wishes.song;
         return true;

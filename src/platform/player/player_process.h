@@ -1,5 +1,6 @@
-// A player process and the socket to it. Nothing here waits: what the process doesn't take is
-// said again later, and one that is ended is killed. Without this object it ends by itself.
+// A player process and the socket to it. Nothing here waits. A message that the process doesn't
+// take is sent again later, and a process that is to end is killed. Should the program die, the
+// process ends by itself.
 #pragma once
 
 #include "platform/player/player_messages.h"

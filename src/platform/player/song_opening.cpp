@@ -12,7 +12,7 @@ namespace larkspin {
 namespace {
 
 constexpr std::size_t mostAsked = 8; // directories at once
-constexpr int mostTries = 2;         // a worker that was idle may have died long ago
+constexpr int mostTries = 2;         // an idle worker may have died unnoticed
 
 } // namespace
 
@@ -23,6 +23,8 @@ bool SongOpening::begin(const std::string& path) {
     question_ = put(DiskQuestion::open, path);
     tries_ = 0;
     opened_.reset();
+    // A directory has one worker, which is asked for the next song even if the one before is still
+    // unanswered.
     if (disk_.isHung(directory_) || (!wantedOne() && asked_.size() >= mostAsked))
         return false;
     isWanted_ = true;
@@ -52,7 +54,7 @@ void SongOpening::ask() {
     ++wantedOne()->unanswered;
 }
 
-// Takes in what has been answered. The wanted file is the last that its worker was asked for.
+// Takes in the answers that have come. The wanted file is the last that its worker was asked for.
 void SongOpening::hear() {
     std::erase_if(asked_, [this](Asked& asked) { return isDone(asked); });
     if (isWanted_ && !opened_ && !wantedOne())
@@ -69,6 +71,7 @@ bool SongOpening::isDone(Asked& asked) {
         if (--asked.unanswered == 0 && isWanted)
             opened_ = openedFileIn(std::move(*answer));
     }
+    // Nobody waits for a file that isn't wanted any more. It gets as long as any other question.
     const bool isLate = !isWanted && steadyTime() >= asked.since + OwnersDisk::longestAnswer;
     if (asked.unanswered > 0 && !asked.worker->isBroken() && !isLate)
         return false;

@@ -1,5 +1,5 @@
-// A song's file on its way to being open. The owner's disk is asked for it, and nobody waits: what
-// came of it is looked for from time to time.
+// A song's file that is being opened. The owner's disk is asked for it without a wait; whether it
+// has answered is looked for from time to time.
 #pragma once
 
 #include "platform/posix/opened_file.h"
@@ -18,15 +18,15 @@ public:
     SongOpening(const SongOpening&) = delete;
     SongOpening& operator=(const SongOpening&) = delete;
 
-    // Of that native path. The one before isn't wanted any more. False when its directory, or too
-    // many others, don't answer.
+    // Begins to open the file of that native path; an earlier one isn't wanted any more. False when
+    // its directory doesn't answer, or too many others don't.
     bool begin(const std::string& path);
     void drop() { isWanted_ = false; }
     void giveUp(); // the directory counts as one that doesn't answer
     bool isUnderWay() const { return isWanted_; }
     bool leavesNothing(); // whether all has been answered, or given up
 
-    // What came of it, once: waits for it as long.
+    // The outcome, once. Waits for it, but no longer than `patience`.
     std::optional<OpenedFile> result(std::chrono::milliseconds patience);
 
 private:
@@ -48,7 +48,7 @@ private:
     std::vector<Asked> asked_;
     bool isWanted_ = false;
 
-    // Of the wanted one.
+    // About the wanted file.
     std::string directory_, question_;
     int tries_ = 0;
     std::optional<OpenedFile> opened_;

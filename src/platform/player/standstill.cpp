@@ -4,6 +4,7 @@ namespace larkspin {
 
 namespace {
 
+// In rounds of a second without any movement.
 int mostRounds(Standstill::Patience patience) {
     switch (patience) {
     case Standstill::Patience::starting:
@@ -11,7 +12,7 @@ int mostRounds(Standstill::Patience patience) {
     case Standstill::Patience::suspicious:
         return 2;
     default:
-        return 4; // the round before saw it move
+        return 4; // the round before these saw it move: five seconds in all
     }
 }
 

@@ -10,20 +10,22 @@ namespace larkspin {
 
 namespace {
 
-// So many directories are asked for before the first of them is told. The next ones follow when
-// an eighth of them has been, all together.
+// This many directories are asked for before the first of them has been answered. When an eighth of
+// them has been, as many new ones are asked for together.
 constexpr std::size_t mostAhead = 256;
 constexpr std::size_t askedAnew = mostAhead / 8 * 7;
-// While there are more than so many to come, some are let come together: to be woken up by each
-// would take as long as to list one.
+// While more answers than this are to come, the worker gets a moment to collect several: being
+// woken up for each would take as long as listing a directory.
 constexpr std::size_t several = 16;
 constexpr auto untilSeveral = std::chrono::microseconds(300);
 
-// Reads ahead in a worker of its own. Each answer belongs to the question that has waited longest.
+// Reads ahead in a worker of its own. The worker answers in order, so each answer belongs to the
+// question that has waited longest.
 class ReaderAhead : public DirectoryReader {
 public:
     explicit ReaderAhead(OwnersDisk& disk) : disk_(disk), worker_(disk.borrow()) {}
     ~ReaderAhead() override {
+        // A worker that still owes answers can't be lent to anybody else.
         if (asked_.empty())
             disk_.giveBack(std::move(worker_));
         else if (worker_)
@@ -39,6 +41,7 @@ public:
 
     DirectoryRead read(const std::string& path) override {
         if (!isAskedFor(path)) {
+            // One that nobody named ahead, or out of turn.
             std::erase(expected_, path);
             ask(path);
         }
@@ -66,6 +69,7 @@ private:
             worker_ = disk_.borrow();
         if (worker_)
             worker_->add(put(DiskQuestion::list, path));
+        // Without a worker it counts as asked too: taking its answer then gives it up.
         asked_.push_back(path);
     }
 
@@ -94,7 +98,7 @@ private:
             answers_[path] = directoryIn(answer);
             mayBeDead_ = false;
         } else if (wait == OwnersDisk::Wait::died && worker_ && std::exchange(mayBeDead_, false)) {
-            asked_.push_front(path); // one that was idle may have died long ago
+            asked_.push_front(path); // the worker may have died while nobody used it
             askAnew();
         } else {
             giveUp(path, wait);
@@ -102,7 +106,7 @@ private:
         askAhead();
     }
 
-    // What was asked after it is asked again, of another worker.
+    // What was asked after this path is asked again, of another worker.
     void giveUp(const std::string& path, OwnersDisk::Wait wait) {
         using enum DirectoryRead::Outcome;
         answers_[path] = DirectoryRead(wait == OwnersDisk::Wait::hung ? unanswered : failed);
@@ -139,13 +143,13 @@ std::unique_ptr<DirectoryReader> AskedDirectories::reader() {
     return std::make_unique<ReaderAhead>(disk_);
 }
 
-// The disk is asked where the way leads upwards, which may be behind a link.
+// Only `..` needs the disk: what lies above a link to a directory can't be told from its path.
 std::string AskedDirectories::drivePath(std::string_view typed) {
     const std::string native = directories_.nativeAsTyped(typed);
     if (native.find("/..") == std::string::npos)
         return directories_.drivePath(typed);
     const auto answer = disk_.ask(put(DiskQuestion::drivePath, typed), native);
-    return answer ? textIn(*answer) : larkspin::drivePath(native); // as far as it can be told
+    return answer ? textIn(*answer) : larkspin::drivePath(native); // as far as the path alone tells
 }
 
 } // namespace larkspin

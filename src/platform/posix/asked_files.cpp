@@ -7,7 +7,7 @@ namespace larkspin {
 
 namespace {
 
-// What hangs, or doesn't.
+// A file hangs or answers together with its directory.
 std::string directoryOf(const std::string& path) {
     const std::string native = nativePath(path);
     return native.substr(0, native.rfind('/'));
@@ -19,7 +19,8 @@ std::optional<std::string> AskedFiles::ask(const std::string& question, const st
     return disk_.ask(question, directoryOf(path));
 }
 
-// A disk that was asked and doesn't answer may do it all the same, before its worker dies.
+// A disk that was asked but gives no answer in time may still make the change, before its worker
+// dies. The second value of the outcome says so.
 FileChange AskedFiles::change(const std::string& question, const std::string& path) {
     const bool isAsked = !disk_.isHung(directoryOf(path));
     const auto answer = ask(question, path);

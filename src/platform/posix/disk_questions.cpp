@@ -49,6 +49,8 @@ void write(WireWriter& wire, const std::optional<DriveSpace>& space) {
     wire.number(space ? space->free : 0);
 }
 
+// The worker's side: takes a question apart and answers it by asking the system, for as long as
+// that takes.
 class Answering {
 public:
     Answering(PosixFiles files, PosixDirectories directories)

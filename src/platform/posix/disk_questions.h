@@ -28,7 +28,7 @@ enum class DiskQuestion : std::uint8_t {
     open,
 };
 
-// The question about the path. What stands after it: the number and the text that some need.
+// The question about a path, with the number or the text that some questions need.
 std::string put(DiskQuestion question, std::string_view path, std::uint64_t number = 0,
                 std::string_view text = {});
 

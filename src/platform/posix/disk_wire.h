@@ -1,5 +1,5 @@
-// Numbers and texts one after the other, in which the program and the processes that ask its disks
-// for it talk. What is cut short reads as 0 and empty.
+// The language between the program and its disk workers: numbers and texts, one after the other.
+// What is cut short reads as 0 and as empty.
 #pragma once
 
 #include <cstdint>

@@ -26,8 +26,8 @@ struct Head {
     std::uint64_t length = 0, files = 0;
 };
 
-// Reads as many questions at once as there are: each call to the system costs what listing a small
-// directory does.
+// Reads all questions that are there at once, because a system call costs as much as listing a
+// small directory.
 class QuestionReader {
 public:
     explicit QuestionReader(int channel) : channel_(channel) {}
@@ -96,8 +96,9 @@ std::string framed(std::string_view message, bool hasFile = false) {
     return frame.append(reinterpret_cast<const char*>(&head), sizeof head).append(message);
 }
 
-// In that process nothing else stays open: one that hangs must hold neither the lock of the only
-// copy nor an end of any pipe. What would be written to the streams goes nowhere.
+// Nothing but the channel stays open in the worker. One that hangs must hold neither the lock that
+// tells a second copy of the program, nor an end of any pipe. What it writes to its streams goes
+// nowhere.
 constexpr int onlyChannel = 0;
 
 bool keepOnly(int channel) {
@@ -107,8 +108,8 @@ bool keepOnly(int channel) {
            ::open("/dev/null", O_WRONLY) == STDERR_FILENO;
 }
 
-// It ends with the program, or by being killed: the signals that end the program are no business of
-// its own.
+// The worker ends when the program's end closes the channel, or when it is killed. The signals that
+// end the program stay blocked in it.
 [[noreturn]] void serve(int channel, const DiskWorker::Answer& answer) {
     ::prctl(PR_SET_NAME, "larkspin-disk");
     ::prctl(PR_SET_PDEATHSIG, SIGKILL); // also while it hangs
@@ -131,6 +132,7 @@ std::unique_ptr<DiskWorker> DiskWorker::start(const Answer& answer) {
     Descriptor own(ends[0]), other(ends[1]);
     pid_t process = -1;
     {
+        // The worker begins, and stays, with the signals blocked.
         const NoSignals quiet;
         process = ::fork();
         if (process == 0)
@@ -200,6 +202,7 @@ void DiskWorker::waitForNews(std::chrono::milliseconds longest) const {
 
 std::optional<DiskAnswer> DiskWorker::receive() {
     flush();
+    // Looks at what is there already, and once more after a read.
     for (int round = 0; round < 2; ++round) {
         Head head;
         const std::size_t there = incoming_.size() - taken_;

@@ -26,8 +26,8 @@ struct DiskAnswer {
 
 class DiskWorker {
 public:
-    // Runs in a process that was forked off another one's threads: it knows only what it is given
-    // and what it asks the system.
+    // Runs in a process that was forked from the program and has none of its threads. So it works
+    // with nothing but what it is given and what it asks the system.
     using Answer = std::function<DiskAnswer(std::string_view question)>;
 
     // Nothing when there can be no more processes.
@@ -38,7 +38,7 @@ public:
 
     int channel() const { return channel_.number(); } // readable when there are answers
 
-    // None of these waits. What is added goes with the next of them.
+    // None of these waits. What `add` takes is sent by the next of them.
     void add(std::string_view question);
     void flush();
     void send(std::string_view question) {
@@ -47,15 +47,15 @@ public:
     }
     std::optional<DiskAnswer> receive(); // the next answer, when it is there
 
-    // Until it says something, or takes more of what it is given.
+    // Waits until the worker says something, or can take more of what is being sent.
     void waitForNews(std::chrono::milliseconds longest) const;
 
-    // Whether it waits for the other end to take what it was given.
+    // Whether something is left that the worker hasn't taken yet.
     bool hasUnsent() const { return sent_ < outgoing_.size(); }
     bool isBroken() const { return isBroken_; } // it has died
 
     void kill();   // one that hangs dies when its disk lets it
-    bool isGone(); // whether nothing is left of it
+    bool isGone(); // whether the process has ended and left nothing
 
 private:
     DiskWorker(pid_t process, Descriptor channel)

@@ -10,7 +10,8 @@ namespace larkspin {
 
 namespace {
 
-// No stand-in and no blank at an end: what nearly all names are like.
+// Whether the name needs no translation, like nearly all names: it has no character for a stand-in,
+// no private one, and no blank at an end.
 bool isPlain(std::string_view name) {
     constexpr char privateLead = '\xEF'; // of U+F000 to U+FFFF in UTF-8
     return std::none_of(name.begin(), name.end(),
@@ -22,6 +23,8 @@ bool isSeparator(char byte) {
     return byte == '\\' || byte == '/';
 }
 
+// A mark goes, and the character after it is meant as itself. A stand-in becomes the character that
+// it stands for.
 void appendNativeName(std::string& path, std::string_view name) {
     while (!name.empty()) {
         Character character = firstCharacter(name);

@@ -37,6 +37,7 @@ std::string failureWords(int error) {
     for (const Words& one : known)
         if (one.error == error)
             return one.words;
+    // Any other error is told in the system's words, which begin with a capital.
     std::string words = std::strerror(error);
     if (words.front() >= 'A' && words.front() <= 'Z')
         words.front() = static_cast<char>(words.front() - 'A' + 'a');

@@ -17,7 +17,7 @@ bool isFar(std::string_view kind) {
                                [&](std::string_view far) { return kind.starts_with(far); });
 }
 
-// Blanks and the like stand there as a backslash with three digits to the base of 8.
+// The system writes blanks and the like as a backslash with three octal digits.
 std::string unescaped(std::string_view text) {
     std::string plain;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -42,6 +42,7 @@ std::string farDiskIn(std::string_view mounts, const std::string& path) {
     while (std::getline(lines, line)) {
         std::istringstream fields(line);
         std::string field, point, kind;
+        // The fifth field is where the disk is mounted; after a lone hyphen comes the kind.
         for (int number = 0; number < 5 && fields >> point; ++number)
             continue;
         while (fields >> field && field != "-")
@@ -49,7 +50,7 @@ std::string farDiskIn(std::string_view mounts, const std::string& path) {
         fields >> kind;
         point = unescaped(point);
         const bool isAbove = point == "/" || path == point || path.starts_with(point + '/');
-        if (isAbove && point.size() >= longest.size()) { // the later one lies over the earlier
+        if (isAbove && point.size() >= longest.size()) { // a later mount lies over an earlier one
             longest = point;
             kindOfLongest = kind;
         }

@@ -10,9 +10,9 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t largestHistory = 4'000'000; // bytes; far more than so many lines take
+constexpr std::size_t largestHistory = 4'000'000; // bytes; far more than the lines can take
 
-// Any other line has been put into the file by somebody else.
+// Whether the owner can have typed the line. Any other one was put into the file by somebody else.
 bool canBeTyped(std::string_view line) {
     std::size_t count = 0;
     for (; !line.empty(); ++count) {
@@ -35,6 +35,7 @@ LineHistory::LineHistory(Files& files, std::string path) : files_(files), path_(
         rest.remove_prefix(std::min(line.size() + 1, rest.size()));
         add(line);
     }
+    // What was just read needn't be written.
     isChanged_ = false;
 }
 

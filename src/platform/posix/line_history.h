@@ -19,11 +19,11 @@ public:
 
     const std::deque<std::string>& lines() const { return lines_; }
 
-    // One that is the same as the last one, or that couldn't be told from several in the file,
-    // isn't kept. Of too many, the oldest go.
+    // A line equal to the last one isn't kept, and neither is one that the file couldn't hold as
+    // one line. When there are too many, the oldest go.
     void add(std::string_view line);
 
-    // Where anything has been added.
+    // Replaces the file if a line has been added.
     void save();
 
 private:

@@ -8,7 +8,8 @@
 
 namespace larkspin {
 
-// A pipe or a device isn't even touched: the file is looked at first, and then opened by that look.
+// Opening a pipe or a device could wait, or have effects. So the path is looked at first, without
+// opening what it leads to, and only a plain file is then opened, by that look.
 OpenedFile openToRead(const std::string& path) {
     constexpr int toRead = O_RDONLY | O_NOCTTY | O_CLOEXEC;
     const Descriptor look(::open(path.c_str(), O_PATH | O_CLOEXEC));
@@ -19,7 +20,8 @@ OpenedFile openToRead(const std::string& path) {
         return {{}, "it is no file"};
     const std::string same = "/proc/self/fd/" + std::to_string(look.number());
     Descriptor file(::open(same.c_str(), toRead | O_NONBLOCK));
-    if (!file.isOpen() && errno == EWOULDBLOCK) // leased to somebody, who is asked to let it go
+    // Somebody holds a lease on the file. An open that waits makes him let go.
+    if (!file.isOpen() && errno == EWOULDBLOCK)
         file = Descriptor(::open(same.c_str(), toRead));
     if (!file.isOpen())
         return {{}, failureWords(errno)};

@@ -12,7 +12,7 @@ struct OpenedFile {
     std::string reason = {}; // why there is none
 };
 
-// Of a native path. Waits for the disk. Nothing but a plain file is opened.
+// Opens the file of a native path, waiting for the disk. Opens plain files only.
 OpenedFile openToRead(const std::string& path);
 
 } // namespace larkspin

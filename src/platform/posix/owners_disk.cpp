@@ -15,12 +15,13 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::size_t mostIdle = 2;
-constexpr std::size_t mostHung = 8; // then nobody is asked
+constexpr std::size_t mostHung = 8; // hung workers; with so many, no disk is asked any more
 constexpr Nanoseconds untilNextTry = 60s;
-// An answer that comes so soon isn't worth the events.
+// An answer that comes within this time is waited for without serving events.
 constexpr auto blink = 2ms;
 
-// Calls back nothing: what can be read wakes the loop up.
+// Makes the worker's answer wake the loop up. The callback has nothing to do, since `await` looks
+// by itself.
 class Watched {
 public:
     Watched(WatchingLoop& loop, const DiskWorker& worker)
@@ -55,6 +56,8 @@ OwnersDisk::OwnersDisk(DiskWorker::Answer answer) : answer_(std::move(answer)) {
 OwnersDisk::~OwnersDisk() = default;
 
 std::unique_ptr<DiskWorker> OwnersDisk::borrow() {
+    // Workers that were killed are looked at now and then until nothing is left of them: one that
+    // hangs in the kernel dies only when its disk lets it.
     std::erase_if(ended_, [](const auto& worker) { return worker->isGone(); });
     if (idle_.empty())
         return DiskWorker::start(answer_);
@@ -80,7 +83,7 @@ void OwnersDisk::end(std::unique_ptr<DiskWorker> worker) {
 std::optional<std::string> OwnersDisk::ask(std::string_view question, const std::string& path) {
     if (isHung(path))
         return std::nullopt;
-    for (int tries = 0; tries < 2; ++tries) { // one that was idle may have died long ago
+    for (int tries = 0; tries < 2; ++tries) { // an idle worker may have died unnoticed
         std::unique_ptr<DiskWorker> worker = borrow();
         if (!worker)
             return answerHere(question).text;
@@ -108,6 +111,8 @@ OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer, Nano
         }
         return answered || worker.isBroken();
     };
+    // Nearly all answers come at once. So a nap lets several come together, then a blink is waited
+    // without events, and only a slow disk is waited for with events served.
     if (!isOver())
         std::this_thread::sleep_for(nap);
     if (!isOver())
@@ -123,7 +128,8 @@ OwnersDisk::Wait OwnersDisk::await(DiskWorker& worker, std::string& answer, Nano
     return Wait::hung;
 }
 
-// In short spans: a long question goes in pieces, and too deep in handlers the loop sees nothing.
+// Serves events for a short span only. A long question has to be sent in pieces, and where handlers
+// are nested too deep the loop doesn't look at the worker.
 void OwnersDisk::serveEvents(const DiskWorker& worker, const std::function<bool()>& isOver,
                              Nanoseconds latest) {
     const Watched watched(*loop_, worker);
@@ -133,6 +139,7 @@ void OwnersDisk::serveEvents(const DiskWorker& worker, const std::function<bool(
 
 void OwnersDisk::hasHung(std::unique_ptr<DiskWorker> worker, const std::string& path) {
     std::string place = placeOf(path);
+    // A larger place that hangs stands for all that hang within it.
     std::erase_if(hung_, [&](Hung& other) {
         if (!isWithin(other.place, place))
             return false;
@@ -142,8 +149,9 @@ void OwnersDisk::hasHung(std::unique_ptr<DiskWorker> worker, const std::string& 
     hung_.push_back({std::move(worker), std::move(place), steadyTime()});
 }
 
-// A link can lead to such a disk from anywhere: two directories side by side that hang stand for
-// the one above them.
+// What counts as hung together with the path: on a far disk, all of that disk. But a link can lead
+// to such a disk from anywhere, so when two directories side by side hang, the one above them
+// counts.
 std::string OwnersDisk::placeOf(const std::string& path) const {
     const std::string disk = farDiskOf(path);
     if (!disk.empty())
@@ -162,6 +170,7 @@ bool OwnersDisk::isHung(const std::string& path) {
 
 void OwnersDisk::lookAfterHung() {
     std::erase_if(hung_, [this](Hung& hung) {
+        // A worker that has answered after all shows that the disk is back.
         const bool isFree = hung.worker->receive() || hung.worker->isBroken();
         if (!isFree && steadyTime() < hung.since + untilNextTry)
             return false;

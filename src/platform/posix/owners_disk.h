@@ -1,10 +1,10 @@
-// Where the owner's songs lie, a disk may hang for a minute or for ever, and with it whoever asks.
-// So it is asked by workers, processes of their own. The program waits for them within a bound and
-// serves events meanwhile, if the answer takes longer than a blink.
+// A disk with the owner's songs may hang for a minute or for ever, and with it whoever asks it. So
+// it is asked by workers, processes of their own. The program waits for them within a bound, and
+// serves events meanwhile if the answer takes longer than a blink.
 //
-// What has hung isn't asked again until it has answered after all, or a while has passed: what lies
-// in the same directory, or on the same disk where that is one far away, counts as unanswered at
-// once.
+// What has hung isn't asked again until it has answered after all, or a while has passed. Until
+// then everything in the same directory counts as unanswered at once, and on a disk that is far
+// away everything on that disk.
 #pragma once
 
 #include "platform/posix/disk_worker.h"
@@ -31,28 +31,27 @@ public:
     OwnersDisk(const OwnersDisk&) = delete;
     OwnersDisk& operator=(const OwnersDisk&) = delete;
 
-    // How long it may take, from now on, also for who waits already.
+    // How long an answer may take from now on, also for those who wait already.
     void allow(Nanoseconds bound) { bound_ = bound; }
 
-    // Whose events are served. Before that, waits serve nothing.
+    // The loop whose events are served during a wait. Before this is called, none are.
     void serve(WatchingLoop& loop) { loop_ = &loop; }
 
     // The answer to the question about that native directory; nothing when the disk doesn't answer.
     std::optional<std::string> ask(std::string_view question, const std::string& path);
 
-    // The same by the program itself, for when there can be no worker: better than not at all.
+    // The program itself answers, for when no worker can be started: better than not asking at all.
     DiskAnswer answerHere(std::string_view question) { return answer_(question); }
 
-    // For who doesn't wait, or has many questions and puts the next ones before he has the answers:
-    // a worker of his own, and the wait for its next answer. Without one, the disk couldn't be
-    // asked.
+    // For a caller who doesn't wait, or who asks many questions ahead: a worker of his own, and the
+    // wait for its next answer. Nothing when no worker can be started.
     std::unique_ptr<DiskWorker> borrow();
-    void giveBack(std::unique_ptr<DiskWorker> worker); // when it has answered everything
+    void giveBack(std::unique_ptr<DiskWorker> worker); // one that owes no answer
     enum class Wait { answered, hung, died };
-    // Sleeps as long first, if there is no answer yet.
+    // `nap`: how long to sleep first if there is no answer yet.
     Wait await(DiskWorker& worker, std::string& answer, Nanoseconds nap = Nanoseconds(0));
-    void hasHung(std::unique_ptr<DiskWorker> worker, const std::string& path); // over this
-    void end(std::unique_ptr<DiskWorker> worker); // one that has more to answer, or none can
+    void hasHung(std::unique_ptr<DiskWorker> worker, const std::string& path); // over this path
+    void end(std::unique_ptr<DiskWorker> worker); // one that still owes answers, or is broken
 
     bool isHung(const std::string& path);
 

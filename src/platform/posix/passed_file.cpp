@@ -43,6 +43,7 @@ ssize_t receiveWithFile(int channel, std::span<char> bytes, Descriptor& file) {
     message.msg_controllen = sizeof attachment.bytes;
     const ssize_t got = ::recvmsg(channel, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
     if (got >= 0 && (message.msg_flags & MSG_CTRUNC) != 0) {
+        // The file got lost: this process has no descriptor free for it.
         errno = EMFILE;
         return -1;
     }

@@ -1,4 +1,4 @@
-// A message between two processes that an open file may come along with.
+// Messages between two processes that can carry an open file.
 #pragma once
 
 #include "platform/posix/descriptor.h"
@@ -9,7 +9,8 @@
 
 namespace larkspin {
 
-// As send(2) and recv(2) answer; a file that finds no room is a failure. Neither waits.
+// These return what send(2) and recv(2) return. A file for which there is no descriptor free is a
+// failure. Neither waits.
 ssize_t sendWithFile(int channel, std::string_view bytes, const Descriptor* file);
 ssize_t receiveWithFile(int channel, std::span<char> bytes, Descriptor& file);
 

@@ -76,6 +76,7 @@ void PollLoop::waitFor(const std::function<bool()>& condition, Nanoseconds lates
 // Runs what is due, or sleeps until something is, but not past the latest moment.
 void PollLoop::turn(Nanoseconds latest) {
     if (queue_.runDue(now())) {
+        // Timers that are due all the time must not keep input from being read.
         pollDescriptors(0ns);
         return;
     }
@@ -85,8 +86,8 @@ void PollLoop::turn(Nanoseconds latest) {
     pollDescriptors(wake == forever ? forever : std::max(wake, moment) - moment);
 }
 
-// Nested too deep, what can be read waits like all events. Not so the signals, which end the
-// process as a rule: a flood must not keep it alive.
+// When handlers are nested too deep, descriptors wait like all events. Signals don't: most of them
+// end the process, and a flood of lines must not keep it alive.
 void PollLoop::pollDescriptors(Nanoseconds timeout) {
     std::vector<pollfd> polled;
     for (const auto& entry : watchedWritable_)

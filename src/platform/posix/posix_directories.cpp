@@ -18,12 +18,15 @@ namespace larkspin {
 
 namespace {
 
-// What one call to the system brings: a scan asks for thousands of directories.
+// In bytes, of one system call. A scan lists thousands of directories, and in most of them
+// everything comes with one call.
 constexpr std::size_t bufferSize = 32 * 1024;
 constexpr std::size_t usualFiles = 24; // in a directory
 
 enum class Kind { file, directory, other };
 
+// A link to a file counts as a file. A link to a directory is left out, so that a walk can't run in
+// circles. Some file systems don't say what an entry is, and are asked again.
 Kind kindOf(int directory, const dirent64& entry) {
     if (entry.d_type == DT_REG)
         return Kind::file;
@@ -46,12 +49,13 @@ bool isMadeUp(std::string_view native, std::string_view name) {
     return native == "/" && (name == "proc" || name == "sys" || name == "dev" || name == "run");
 }
 
-// `..` behind a link to a directory leads where the system goes, which is not where the name says.
-// It is followed here, so that what is listed there gets the names by which it can be opened.
+// After a link to a directory, `..` leads the system to the directory above the link's target, not
+// to the one that the path names. It is followed here, so that what is listed there gets the names
+// by which it can be opened.
 std::string withoutUpwards(const std::string& native) {
     namespace fs = std::filesystem;
     if (native.find("/..") == std::string::npos || native.size() >= PATH_MAX)
-        return native; // what is longer can't be there, and takes hours to be followed
+        return native; // a longer path can't exist, and would take hours to follow
     fs::path path;
     for (const fs::path& name : fs::path(native)) {
         std::error_code failed;
@@ -145,6 +149,8 @@ std::string PosixDirectories::nativeAsTyped(std::string_view typed) const {
 }
 
 std::string PosixDirectories::drivePath(std::string_view typed) {
+    // Native paths are mapped. A drive path stays as typed but for the stand-ins in its names, and
+    // any other text stays as it is, for its reader to judge.
     if (isHome(typed) || typed.starts_with('/'))
         return larkspin::drivePath(withoutUpwards(nativeAsTyped(typed)));
     return typed.size() >= 2 && typed[1] == ':' ? asStoredPath(typed) : std::string(typed);

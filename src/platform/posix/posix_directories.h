@@ -17,8 +17,8 @@ public:
     std::vector<std::string> drives() override;
     std::string drivePath(std::string_view typed) override;
 
-    // The native path of what the owner typed, as the system takes it; empty for what is none.
-    // Nothing is asked of the disk.
+    // The native path of what the owner typed, as the system takes it; empty for a text that is no
+    // path. Asks nothing of the disk.
     std::string nativeAsTyped(std::string_view typed) const;
 
 private:

@@ -39,9 +39,11 @@ FileRead unreadable(std::string reason) {
 }
 
 FileRead readWhole(const std::string& native, std::size_t largest) {
+    // Without O_NONBLOCK, opening a pipe of that name would wait for a writer.
     const Descriptor file(::open(native.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen()) {
         const int reason = errno;
+        // A link to a disk that isn't mounted now: what it holds is out of reach, not missing.
         const bool isMissing = (reason == ENOENT || reason == ENOTDIR) && !leadsNowhere(native);
         return isMissing ? FileRead{FileRead::Outcome::missing} : unreadable(failureWords(reason));
     }
@@ -53,7 +55,7 @@ FileRead readWhole(const std::string& native, std::size_t largest) {
     if (static_cast<std::uintmax_t>(facts.st_size) > largest)
         return unreadable("it is too large");
     const auto size = static_cast<std::size_t>(facts.st_size);
-    std::string contents(size + 1, '\0'); // one more, to see that it ends there
+    std::string contents(size + 1, '\0'); // one byte more, to see whether the file has grown
     if (!fill(contents, file))
         return unreadable(failureWords(errno));
     if (contents.size() != size)
@@ -61,7 +63,8 @@ FileRead readWhole(const std::string& native, std::size_t largest) {
     return {FileRead::Outcome::contents, std::move(contents)};
 }
 
-// Of the file behind a link. Nothing unless it is a plain one.
+// The facts of the file that the path leads to, also through a link. Nothing unless it is a plain
+// file.
 std::optional<struct stat> factsOfFile(const std::string& native) {
     struct stat facts {};
     const bool isFile =
@@ -69,7 +72,7 @@ std::optional<struct stat> factsOfFile(const std::string& native) {
     return isFile ? std::optional(facts) : std::nullopt;
 }
 
-// Whether there is a file of any kind, or a link to whatever it is, that may be moved.
+// Whether there is something that may be moved: a file of any kind, or a link to anything.
 FileChange isMovable(const std::string& native) {
     struct stat facts {};
     if (::lstat(native.c_str(), &facts) != 0)
@@ -77,7 +80,7 @@ FileChange isMovable(const std::string& native) {
     return S_ISDIR(facts.st_mode) ? failedBecause(EISDIR) : FileChange{};
 }
 
-// Empty for a text that is no single name, whichever way the name is written.
+// The name in native form. Empty when the text is no single name, in drive form or native.
 std::string nativeName(const std::string& name) {
     if (name.find_first_of(std::string_view("/\\\0", 3)) != std::string::npos)
         return {};
@@ -129,7 +132,8 @@ FileChange PosixFiles::makeDirectory(const std::string& path) {
     return makePrivateDirectory(nativePath(path)) ? FileChange{} : failedBecause(errno);
 }
 
-// Hidden is what begins with a dot here, and the data directory lies below one.
+// Nothing to do: on this system files in directories whose name begins with a dot are hidden, and
+// the data directory lies below one.
 void PosixFiles::hide(const std::string&) {}
 
 } // namespace larkspin

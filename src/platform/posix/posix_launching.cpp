@@ -29,13 +29,14 @@ bool start(const fs::path& program, const std::vector<std::string>& arguments,
                         .newSession = true});
 }
 
-// A disk from another system may call every file executable: the system then refuses those that are
-// none.
+// On a disk of another system every file may look executable. The system then refuses to start
+// those that are no programs.
 bool execute(const fs::path& file) {
     return isFile(file) && ::access(file.c_str(), X_OK) == 0 && start(file, {}, file.parent_path());
 }
 
-// Relative directories don't count: who writes into the current one must not choose what runs.
+// Finds a program on the PATH. Relative directories don't count: whoever can write into the current
+// directory must not choose what runs.
 fs::path onPath(std::string_view name) {
     const char* const value = std::getenv("PATH");
     for (std::string_view rest = value ? value : "/usr/local/bin:/usr/bin:/bin"; !rest.empty();) {
@@ -58,7 +59,7 @@ fs::path ownDirectory() {
     return fs::read_symlink("/proc/self/exe", failed).parent_path();
 }
 
-// No program could be given all of it.
+// A program's argument ends at the first zero byte, so such a text can't be given to one.
 bool endsEarly(const std::string& text) {
     return text.find('\0') != std::string::npos;
 }
@@ -69,11 +70,12 @@ bool PosixLaunching::run(const std::string& path) {
     const std::string native = nativePath(path);
     if (endsEarly(native) || !isFile(native))
         return false;
+    // What the system doesn't start itself is a program of another system.
     return execute(native) || startWith("wine", native, fs::path(native).parent_path());
 }
 
 bool PosixLaunching::open(const std::string& pathOrAddress) {
-    // What begins so the opener would take for an option.
+    // The opener would take a text that begins with a hyphen for an option.
     if (pathOrAddress.empty() || pathOrAddress.starts_with('-') || endsEarly(pathOrAddress))
         return false;
     const std::string native = nativePath(pathOrAddress);

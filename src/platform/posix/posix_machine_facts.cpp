@@ -22,8 +22,8 @@ std::string firstPart(const char* path) {
     return text;
 }
 
-// A value as a shell reads it: bare, or between quotes, of which the double ones let a backslash
-// take the meaning of a sign.
+// A value as a shell reads it: bare or in quotes. A backslash makes the next character an ordinary
+// one, but not between single quotes.
 std::string unquoted(std::string_view value) {
     std::string text;
     char quote = 0;
@@ -61,6 +61,7 @@ std::string systemNameIn(std::string_view osRelease) {
 }
 
 std::string PosixMachineFacts::systemName() {
+    // The second file is where the system keeps its own, if the administrator has made none.
     const std::string release = firstPart("/etc/os-release");
     return systemNameIn(release.empty() ? firstPart("/usr/lib/os-release") : release);
 }

@@ -16,7 +16,7 @@ std::string systemNameIn(std::string_view osRelease);
 
 class PosixMachineFacts : public MachineFacts {
 public:
-    // What is shown on, and how, only the front end knows.
+    // Only the front end knows what display it uses.
     using Display = std::function<DisplaySize()>;
 
     PosixMachineFacts(OwnersDisk& disk, Display display)
@@ -31,7 +31,7 @@ public:
 private:
     OwnersDisk& disk_;
     Display display_;
-    PosixDirectories directories_; // for how the owner names one
+    PosixDirectories directories_; // which know what path the owner means
 };
 
 } // namespace larkspin

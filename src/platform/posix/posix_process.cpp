@@ -15,8 +15,8 @@ namespace {
 
 enum class Claim { ours, taken, impossible };
 
-// A record lock, since those work on network file systems as well, and one that belongs to the
-// open file rather than to the process, so that no other descriptor can lose it.
+// A record lock, since those work on network file systems as well. It belongs to the open file
+// rather than to the process, so that closing another descriptor of the file can't lose it.
 Claim lock(const Descriptor& file) {
     struct flock whole {};
     whole.l_type = F_WRLCK;
@@ -35,6 +35,7 @@ bool PosixProcess::claimOnlyCopy() {
         return true;
     const std::string directory = nativePath(dataDirectory_);
     makePrivateDirectory(directory);
+    // If something other than a file has that name, it is neither followed nor waited for.
     Descriptor file(::open((directory + "/larkspin.lock").c_str(),
                            O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     const Claim claim = lock(file);
@@ -43,6 +44,7 @@ bool PosixProcess::claimOnlyCopy() {
     closeToOthers(directory);
     if (claim == Claim::ours) {
         lock_ = std::move(file);
+        // Only now is it certain that no other copy is writing there.
         removeUnfinished(directory);
     }
     return true;
@@ -51,6 +53,8 @@ bool PosixProcess::claimOnlyCopy() {
 void PosixProcess::end() {
     if (beforeEnd_)
         beforeEnd_();
+    // Destructors must not run: handlers that still wait further up the stack use what they would
+    // destroy.
     std::_Exit(EXIT_SUCCESS);
 }
 

@@ -23,15 +23,15 @@ public:
     // directory that can't be written to, every copy counts as the only one.
     bool claimOnlyCopy() override;
 
-    // Runs what `beforeEnd` said and leaves at once: nothing is destroyed on the way.
+    // Runs the task given to `beforeEnd` and leaves at once. No object is destroyed on the way.
     [[noreturn]] void end() override;
 
-    // What has to be put right outside the process, such as a terminal's mode.
+    // The task puts right what is outside the process, such as a terminal's mode.
     void beforeEnd(Task task) { beforeEnd_ = std::move(task); }
 
 private:
     std::string dataDirectory_;
-    Descriptor lock_; // open while the place is held
+    Descriptor lock_; // open as long as this is the only copy
     Task beforeEnd_;
 };
 

@@ -10,12 +10,13 @@ bool makePrivateDirectory(const std::string& path) {
     std::filesystem::path made;
     for (const auto& name : std::filesystem::path(path)) {
         made /= name;
+        // Fails for the directories that are there; only the last look counts.
         ::mkdir(made.c_str(), S_IRWXU);
     }
     const int reason = errno;
     struct stat facts {};
     const bool isThere = ::stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode);
-    errno = reason; // of the last step, which tells more
+    errno = reason; // of mkdir, which tells more than that of stat
     return isThere;
 }
 

@@ -1,4 +1,4 @@
-// Directories that are nobody's business but the owner's. Paths are native.
+// Directories that are for the owner alone. Paths are native.
 #pragma once
 
 #include <string>

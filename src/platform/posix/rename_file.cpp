@@ -12,8 +12,8 @@ namespace larkspin {
 
 namespace {
 
-// One file under one name, however it is written. Of a file with several names the system would
-// leave both of these and call it done.
+// Whether the two are one name, written in two ways. For two hard links to one file it is false:
+// the system would leave both names and report success.
 bool isOneName(const std::string& a, const std::string& b) {
     struct stat first {};
     struct stat second {};
@@ -35,6 +35,7 @@ bool renameFile(const std::string& from, const std::string& to) {
         return true;
     if (errno == EEXIST)
         return takeOwnName(from, to);
+    // Some file systems can't rename without replacing.
     const bool isUnknown = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
     return isUnknown && claimAndRename(from, to);
 }

@@ -23,8 +23,9 @@ constexpr mode_t ownersAlone = S_IRUSR | S_IWUSR;
 constexpr std::string_view unfinishedStart = ".larkspin-";
 constexpr std::string_view unfinishedEnd = ".new";
 
-// No two names are the same in one process, and processes have their numbers. What has such a
-// name all the same, from a process of that number that is gone, is passed over.
+// A name is unique among running processes, since it holds the number of the process and a count. A
+// file that an earlier process with that number has left may have it all the same; `withNewName`
+// goes past that.
 fs::path nextUnfinishedName(const fs::path& directory) {
     static unsigned long writes = 0;
     return directory / (std::string(unfinishedStart) + std::to_string(::getpid()) + '-' +
@@ -58,7 +59,7 @@ bool write(const Descriptor& file, const std::string& contents) {
     return ::fsync(file.number()) == 0;
 }
 
-// The file gets its name when it is whole, so that a kill leaves no half of it behind. Not every
+// The file gets its name only when it is complete, so a kill leaves no half of it. Not every file
 // system can do that.
 std::optional<fs::path> writeThenName(const fs::path& directory, const std::string& contents) {
     const Descriptor file(::open(directory.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, ownersAlone));
@@ -85,7 +86,7 @@ std::optional<fs::path> nameThenWrite(const fs::path& directory, const std::stri
     return std::nullopt;
 }
 
-// What the path points to in the end, or would, where there is nothing yet.
+// Where the path leads in the end, through all links; there need be nothing yet.
 fs::path behindLinks(fs::path path) {
     constexpr int mostLinks = 40; // as many as the system follows
     std::error_code failed;
@@ -107,6 +108,7 @@ FileChange mayBeReplaced(const fs::path& path) {
         return {"something else has that name"};
     if (static_cast<std::uintmax_t>(facts.st_size) > Files::largestFile)
         return {"the old file is too large to be ours"};
+    // A file that can't be read wasn't read, so nobody knows what would be lost.
     return ::access(path.c_str(), R_OK) == 0 ? FileChange{} : failedBecause(errno);
 }
 
@@ -124,6 +126,7 @@ FileChange replaceFile(const std::string& path, const std::string& contents) {
         fresh = nameThenWrite(directory, contents);
     if (!fresh)
         return failedBecause(errno);
+    // The contents are safely on the disk by now. The rename puts them in place in one step.
     if (::rename(fresh->c_str(), old.c_str()) == 0)
         return {};
     const int reason = errno;

@@ -21,11 +21,12 @@ public:
         ::posix_spawn_file_actions_init(&actions_);
         if (!directory.empty())
             ::posix_spawn_file_actions_addchdir_np(&actions_, directory.c_str());
-        // First, since it may be one of those that are opened anew.
+        // The channel goes first, since it may be one of the streams that are opened anew below.
         if (channel >= 0)
             ::posix_spawn_file_actions_adddup2(&actions_, channel, spawnChannel);
         for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
             ::posix_spawn_file_actions_addopen(&actions_, standard, "/dev/null", O_RDWR, 0);
+        // All other descriptors of this program stay out of it.
         ::posix_spawn_file_actions_addclosefrom_np(&actions_,
                                                    channel >= 0 ? spawnChannel + 1 : spawnChannel);
     }
@@ -39,6 +40,7 @@ private:
     posix_spawn_file_actions_t actions_{};
 };
 
+// No signal is blocked in the new program, and none has a handler or is ignored.
 class CleanStart {
 public:
     explicit CleanStart(bool newSession) {
@@ -70,7 +72,8 @@ std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     return pointers;
 }
 
-// All that is needed, made beforehand: a process that was forked off must not ask for memory.
+// Everything that a start needs, made beforehand. The process that is forked must not allocate
+// memory: another thread may have held the allocator at that moment.
 class Start {
 public:
     explicit Start(const SpawnRequest& request)
@@ -109,8 +112,8 @@ std::optional<pid_t> spawn(const SpawnRequest& request) {
     return Start(request).run();
 }
 
-// Started by a process that ends at once, which is waited for here: the system takes the program
-// over, and looks after its end.
+// The program is started by a process in between, which ends at once and is waited for here. The
+// system then adopts the program and looks after its end.
 bool spawnOrphan(const SpawnRequest& request) {
     Start start(request);
     const NoSignals quiet;

@@ -10,12 +10,12 @@
 namespace larkspin {
 
 struct SpawnRequest {
-    std::string program;                  // native path; not looked for
+    std::string program;                  // native path; not looked for on the PATH
     std::vector<std::string> arguments;   // after the program's own name
     std::vector<std::string> environment; // "NAME=value"
     int channel = -1;                     // a descriptor that becomes `spawnChannel`; -1 for none
     std::string directory = {};           // where it starts; empty for this program's own
-    bool newSession = false;              // it goes on when this program's terminal hangs up
+    bool newSession = false;              // it survives a hang-up of this program's terminal
 };
 
 inline constexpr int spawnChannel = 3; // input, output and errors are /dev/null

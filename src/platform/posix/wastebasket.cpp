@@ -29,14 +29,15 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view noteEnding = ".trashinfo";
 
-// What a renaming can't leave: a file system, as it is mounted at one place.
+// A file can be renamed within this alone: one file system, mounted at one place.
 struct Disk {
     std::uint32_t major = 0, minor = 0;
     std::uint64_t mount = 0;
     bool operator==(const Disk&) const = default;
 };
 
-// Of a directory: that of a file in it can read otherwise where file systems lie over each other.
+// Asked for directories only: where file systems lie over each other, a file may tell another disk
+// than its directory.
 std::optional<Disk> diskOf(const fs::path& directory) {
     struct statx facts {};
     if (::statx(AT_FDCWD, directory.c_str(), 0, STATX_MNT_ID, &facts) != 0)
@@ -44,21 +45,21 @@ std::optional<Disk> diskOf(const fs::path& directory) {
     return Disk{facts.stx_dev_major, facts.stx_dev_minor, facts.stx_mnt_id};
 }
 
-// The uppermost directory of the disk.
+// The uppermost directory on the disk.
 fs::path topOf(fs::path directory, const Disk& disk) {
     while (directory.has_relative_path() && diskOf(directory.parent_path()) == disk)
         directory = directory.parent_path();
     return directory;
 }
 
-// Without links above it; the file itself may be one.
+// The path with no links in its directories. The file itself may be a link.
 fs::path withoutLinksAbove(const fs::path& path) {
     std::error_code failed;
     const fs::path directory = fs::canonical(path.parent_path(), failed);
     return failed ? fs::path() : directory / path.filename();
 }
 
-// Nobody else may have put it there: no link, and this user's.
+// Whether it is a directory of this user and no link, so that nobody else has put it there.
 bool isOwnDirectory(const fs::path& path) {
     struct stat facts {};
     return ::lstat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode) &&
@@ -70,8 +71,8 @@ bool makeOwnDirectory(const fs::path& path) {
     return isOwnDirectory(path);
 }
 
-// The one that an administrator has made for all users counts only when none of them can do away
-// with what is another's.
+// An administrator may have made one wastebasket for all users. It counts only with the sticky bit,
+// which keeps users from removing each other's files.
 bool isSharedBasket(const fs::path& path) {
     struct stat facts {};
     return ::lstat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode) &&
@@ -90,7 +91,8 @@ std::string noteFor(std::string_view origin) {
     return "[Trash Info]\nPath=" + percentEscaped(origin) + "\nDeletionDate=" + date.data() + "\n";
 }
 
-// Each of these steps tells the error that ends it, EEXIST for a name that is taken.
+// Each of these steps returns the error that ended it, or `done`; EEXIST means that the name is
+// taken.
 constexpr int done = 0;
 
 int write(const fs::path& path, const std::string& contents) {
@@ -108,8 +110,8 @@ int write(const fs::path& path, const std::string& contents) {
     return error;
 }
 
-// The note comes first, since making it claims the name. A file that lies there without one is
-// somebody's all the same.
+// The note comes first, since creating it claims the name. A file of that name that has no note is
+// still somebody's, and isn't replaced.
 int putUnder(const std::string& name, const fs::path& basket, const fs::path& file,
              const std::string& note) {
     const fs::path notePath = basket / "info" / (name + std::string(noteEnding));
@@ -122,8 +124,8 @@ int putUnder(const std::string& name, const fs::path& basket, const fs::path& fi
     return error;
 }
 
-// The name for the `round`th file of that name: "ride.mp3", "ride.mp3.2". It is cut where it would
-// be too long with the note's ending, between two characters.
+// The name for the `round`th file of the same name: "ride.mp3", "ride.mp3.2". If it would be too
+// long together with the note's ending, it is cut between two characters.
 std::string nameInBasket(std::string_view name, int round, std::size_t longest) {
     const std::string number = round == 1 ? "" : '.' + std::to_string(round);
     std::size_t length = 0;
@@ -154,7 +156,7 @@ FileChange put(const fs::path& basket, const fs::path& file, const std::string& 
     return failedBecause(EEXIST);
 }
 
-// The user's own may be a link of his to another place.
+// The user may have made his own wastebasket a link to another place.
 FileChange putInHome(const fs::path& dataHome, const fs::path& file, const Disk& disk) {
     const fs::path basket = dataHome / "Trash";
     if (makePrivateDirectory(dataHome) && diskOf(dataHome) == disk)
@@ -185,6 +187,8 @@ FileChange Wastebasket::take(const std::string& path) const {
     const auto disk = diskOf(file.parent_path());
     if (!disk)
         return failedBecause(errno);
+    // The user's own wastebasket comes first, if it is on the file's disk; else that disk's. If
+    // neither takes the file, the reason that says more is told.
     const FileChange atHome = putInHome(dataHome_, file, *disk);
     if (atHome)
         return atHome;

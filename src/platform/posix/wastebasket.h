@@ -16,8 +16,8 @@ public:
     // Without one nothing is ever taken.
     explicit Wastebasket(std::string dataHome = {}) : dataHome_(std::move(dataHome)) {}
 
-    // Fails when the file's disk has no wastebasket that can be written; it stays where it is then.
-    // Of a link the link is taken. The path is a full one.
+    // Takes a full path. Fails, and the file stays where it is, when its disk has no wastebasket
+    // that can be written. A link is thrown away itself, not what it points to.
     FileChange take(const std::string& path) const;
 
 private:

@@ -14,7 +14,7 @@ namespace {
 using Kind = Control::Kind;
 using Lines = std::vector<std::string>;
 
-constexpr std::size_t numberWidth = 5; // of the last row that a list can hold
+constexpr std::size_t numberWidth = 5; // digits of the largest row number
 
 std::string kindName(Kind kind) {
     switch (kind) {

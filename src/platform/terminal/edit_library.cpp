@@ -19,15 +19,16 @@ namespace larkspin {
 
 namespace {
 
-// The library's buffers hold a little more; it goes wrong where it has to enlarge them.
+// In characters. The library's buffers hold a little more, and it makes mistakes when it has to
+// enlarge them.
 constexpr std::ptrdiff_t longestLine = 1000;
 constexpr unsigned short widest = 1000, highest = 500; // of a terminal, in characters
 
-// All that may be struck. Among the library's other keys are some that wait for the next key, take
+// All keys that the library is given. Among its others are some that wait for the next key, take
 // the line for a command to itself, or leave its cursor outside the line.
 constexpr struct {
     std::string_view key;
-    const char* function; // nothing where the library has bound it so itself
+    const char* function; // null where the library binds the key so by itself
 } usableKeys[] = {
     {"\n", nullptr},
     {"\r", nullptr},
@@ -151,7 +152,8 @@ struct EditLibrary::Parts {
         return parts;
     }
     static char* promptOf(EditLine* edit) { return of(edit)->prompt.data(); }
-    // A key is struck whole: where its characters end, there are no others to wait for.
+    // Gives the library the characters of a key. It always gets the whole key at once, and after
+    // the last character it hears that there are no more, so it never waits.
     static int nextCharacter(EditLine* edit, wchar_t* character) {
         std::wstring& key = of(edit)->key;
         if (key.empty())
@@ -221,7 +223,7 @@ EditLibrary::EditLibrary(std::unique_ptr<Parts> parts) : parts_(std::move(parts)
 
 EditLibrary::~EditLibrary() = default;
 
-// At once: waiting until all is written would never end on a terminal that has been stopped.
+// TCSANOW: to wait until all output is written would never end on a terminal that has been stopped.
 void EditLibrary::Parts::setMode() const {
     if (!isInForeground())
         return;
@@ -243,6 +245,7 @@ void EditLibrary::begin() {
     parts_->setMode();
     parts_->size = readSize();
     ::ioctl(parts_->standIn, TIOCSWINSZ, &parts_->size);
+    // Off and on again makes the library begin a new line.
     ::el_set(parts_->edit, EL_UNBUFFERED, 0);
     ::el_set(parts_->edit, EL_UNBUFFERED, 1);
 }
@@ -269,7 +272,7 @@ bool EditLibrary::insert(std::string_view characters) {
     const std::wstring taken = all.substr(0, static_cast<std::size_t>(room));
     const bool isAsciiKey = all.size() == 1 && all[0] < 0x7F;
     if (taken.size() == 1 && isAsciiKey && isUsable(characters)) {
-        strike(characters); // drawn with less ado
+        strike(characters); // the library draws less for a key than `draw` does
     } else if (!taken.empty()) {
         erase();
         ::el_winsertstr(parts_->edit, taken.c_str());
@@ -314,6 +317,7 @@ void EditLibrary::erase() {
     const std::wstring_view before(line->buffer,
                                    static_cast<std::size_t>(line->cursor - line->buffer));
     const std::size_t columns = columnsOf(wideText(parts_->prompt)) + columnsOf(before);
+    // How far the cursor is below the line's first row.
     const std::size_t rows =
         std::min<std::size_t>(columns / parts_->size.ws_col, parts_->size.ws_row - 1);
     std::string bytes = rows > 0 ? "\x1b[" + std::to_string(rows) + "A" : "";

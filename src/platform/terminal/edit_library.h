@@ -1,7 +1,7 @@
 // The library that edits the typed line, held so that it can do no harm: it never waits for a key,
-// never writes to the terminal itself, sees only keys that it is known to take well, and believes
-// in no size that its tables wouldn't bear. What it takes for its terminal is one of our own
-// making, which nobody reads; the real one's mode is set here.
+// never writes to the terminal itself, sees only keys that it is known to take well, and is told no
+// terminal size that its tables can't bear. The terminal that it sees is one of our own making,
+// which nobody reads; the mode of the real one is set here.
 #pragma once
 
 #include "platform/posix/line_history.h"

@@ -61,6 +61,8 @@ void LineEditor::bytesCame() {
 
 void LineEditor::takeTyped() {
     takeKeys();
+    // What is left is the beginning of a longer key. If its rest doesn't come soon, it was a key by
+    // itself, such as Escape.
     loop_.cancel(std::exchange(incomplete_, TimerId::none));
     if (isOpen_ && !isHeld_ && !bytes_.empty())
         incomplete_ = loop_.once(sequenceTimeout, [this] {
@@ -69,7 +71,8 @@ void LineEditor::takeTyped() {
         });
 }
 
-// Characters that come together, as in a line that is pasted, are typed together.
+// Characters that come together, as in a line that is pasted, are put in together, and the line is
+// drawn once.
 void LineEditor::takeKeys() {
     std::string_view left = bytes_;
     while (isOpen_ && !isHeld_ && !left.empty()) {
@@ -77,7 +80,7 @@ void LineEditor::takeKeys() {
         if (length > 0) {
             type(left.substr(0, length));
         } else {
-            // As it is, an escape opens no longer key.
+            // Meant as a character, an escape doesn't begin a longer key.
             length = takesNextAsItIs_ && left[0] == '\x1b' ? 1 : keyLength(left);
             if (length == 0)
                 break;
@@ -121,6 +124,7 @@ void LineEditor::endLine() {
         library_->remember(line);
         onLine_(line);
     }
+    // The library ends its line only now, since until then it still has the text.
     library_->strike("\n");
     library_->begin();
     if (holdsAfter_(line)) {
@@ -136,6 +140,7 @@ void LineEditor::takeSecretKey(std::string_view key) {
         const Secret secret = secret_;
         std::string line = isGivenUp ? std::string() : std::move(typedSecret_);
         dropSecret();
+        // Posted, so that the editor is done with the key before anybody acts on the secret.
         loop_.post([secret, line = std::move(line)] { secret(line); });
     } else if (backspaces.find(key) != backspaces.npos) {
         typedSecret_.resize(withoutLast(typedSecret_, 1).size());

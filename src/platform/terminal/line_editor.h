@@ -18,8 +18,8 @@ namespace larkspin {
 
 class LineEditor {
 public:
-    // On standard input; what is drawn goes to the output. Nothing when that is no terminal to
-    // edit on.
+    // Edits on standard input and draws on the output. Nothing when standard input is no terminal
+    // that can be edited on.
     static std::unique_ptr<LineEditor> open(PollLoop& loop, TerminalInput& input,
                                             QueuedOutput& output, const std::string& prompt);
     ~LineEditor();
@@ -30,27 +30,27 @@ public:
     using Complete = std::function<Completion(std::string_view typed)>;
     void onTab(Complete complete) { complete_ = std::move(complete); }
 
-    // A line that comes back with the arrow up, like those that are typed, of which the task is
-    // told.
+    // Adds a line to those that come back with the arrow up. Typed lines are added as well, and the
+    // task of `onLine` is told of them.
     void remember(const std::string& line) { library_->remember(line); }
     void onLine(std::function<void(const std::string& line)> typed) { onLine_ = std::move(typed); }
 
     // What stands in front of the line, unless a secret is asked for.
     void setPrompt(const std::string& prompt);
 
-    // The line that is typed next isn't shown, remembered or brought to the input, but taken from
-    // here. Blank where the owner leaves it so.
+    // The next typed line is neither shown nor remembered nor brought to the input, but given to
+    // the task. It is empty when the owner leaves it so.
     using Secret = std::function<void(std::string line)>;
     void takeSecret(const std::string& prompt, Secret secret);
     void dropSecret();
 
-    // After such a line keys wait for `goOn`: what they type may be a secret.
+    // After a line for which this is true, keys wait for `goOn`, since they may type a secret.
     void holdAfter(std::function<bool(const std::string& line)> line) {
         holdsAfter_ = std::move(line);
     }
     void goOn();
 
-    // Take the line off the screen and put it back, for what is to stand above it.
+    // Take the line off the screen and put it back, so that other text can come above it.
     void hide();
     void show();
 
@@ -83,8 +83,8 @@ private:
     std::string prompt_;
     Secret secret_; // while it is asked for
     std::string typedSecret_;
-    std::string bytes_;                  // that make no whole key so far
-    TimerId incomplete_ = TimerId::none; // when the rest of that key won't come any more
+    std::string bytes_;                  // of a key whose rest hasn't come
+    TimerId incomplete_ = TimerId::none; // after which that rest isn't expected any more
     bool takesNextAsItIs_ = false;       // the next character is no key
     bool isHeld_ = false;
     bool isOpen_ = true;

@@ -30,6 +30,7 @@ void LineReader::readOn() {
             endLine();
         input_.end();
     }
+    // The input asks for more when the lines that it has are taken.
     if (hasEnded_ || !input_.empty())
         loop_.unwatch(descriptor_);
 }

@@ -21,8 +21,9 @@ constexpr auto patience = 250ms;           // with a reader that takes nothing
 constexpr auto patienceAtEnd = 800ms;      // in which a reader frees a page of its pipe
 constexpr std::size_t memoryKept = 65536;  // bytes, for the next texts
 
-// A description of its own that doesn't block; -1 where there is none to be had. A file keeps its
-// description, with which goes the place to write to; writing to it doesn't block.
+// Opens once more what the descriptor leads to, for a description that doesn't block and that no
+// other process shares; -1 when that can't be had. A file isn't opened again: the place to write to
+// belongs to its description, and writing to it doesn't block anyway.
 int reopened(int descriptor) {
     struct stat status {};
     if (::fstat(descriptor, &status) != 0 || S_ISREG(status.st_mode))
@@ -50,6 +51,8 @@ void QueuedOutput::putCounted(std::string_view text, int count, std::size_t most
         writeOn();
     if (isGone_ || text.empty())
         return;
+    // Once something was dropped, what others say stays out until the reader has been told. The
+    // owner's own lines come in as soon as there is room.
     if (waiting() >= most || (hasDropped_ && most < bound)) {
         hasDropped_ = true;
         dropped_ += count;
@@ -58,6 +61,7 @@ void QueuedOutput::putCounted(std::string_view text, int count, std::size_t most
     if (hasDropped_ && count > 0)
         tellDrops();
     if (!isWaiting())
+        // Patience with the reader begins when something begins to wait.
         takenAt_ = loop_.now();
     queue_ += text;
     writeOn();
@@ -81,6 +85,7 @@ void QueuedOutput::writeOn() {
 // False when the reader takes no more for now, or never will.
 bool QueuedOutput::writeSome() {
     std::size_t size = waiting();
+    // This descriptor may block. A pipe that poll(2) calls ready takes PIPE_BUF bytes at once.
     if (mustPoll_) {
         if (!waitForReader(descriptor_, 0ms))
             return false;
@@ -135,7 +140,7 @@ void QueuedOutput::finish(const Wait& takesBytes) {
         const std::size_t before = waiting();
         writeOn();
         if (waiting() == before)
-            return; // an error that poll tells as readiness
+            return; // poll(2) tells an error as readiness
     }
 }
 

@@ -38,12 +38,12 @@ public:
     // it that it wasn't seen.
     void putPassing(std::string_view text) { putCounted(text, 0, bound); }
 
-    // Called where texts were dropped, when there is room again or the reader has taken all of the
-    // queue: how many puts of lines. It must not wait.
+    // Called after texts were dropped, as soon as there is room again or the reader has taken the
+    // whole queue, with the number of dropped lines. It must not wait.
     void afterDrops(std::function<void(int count)> task) { afterDrops_ = std::move(task); }
 
-    // Up to which moment it is worth while to wait for the reader before more is written: a little
-    // past the last time it took something. Nanoseconds::min() when hardly anything waits.
+    // Until when it makes sense to wait for the reader before more is written: a little past the
+    // last time that it took something. Nanoseconds::min() when hardly anything waits.
     Nanoseconds busyUntil() const;
     // Called from the loop when the reader has taken all of a queue. It must not wait.
     void whenTaken(Task task) { whenTaken_ = std::move(task); }
@@ -52,7 +52,7 @@ public:
     // then is lost.
     using Wait = std::function<bool(int descriptor, std::chrono::milliseconds longest)>;
     void finish(const Wait& takesBytes = waitForReader);
-    // Whether the descriptor takes something by then.
+    // Waits until the descriptor takes something. False when it doesn't within that time.
     static bool waitForReader(int descriptor, std::chrono::milliseconds longest);
 
 private:

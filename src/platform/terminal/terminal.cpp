@@ -15,8 +15,8 @@ namespace larkspin {
 
 namespace {
 
-// What a line is given to do its work undisturbed, so that several lines pasted at once run one
-// after the other, and a recital can still be broken off.
+// How long a line may do its work undisturbed. Lines pasted together run one after the other by
+// that, and a recital, which takes longer, can still be broken off by the next line.
 constexpr Nanoseconds ownersPatience = std::chrono::milliseconds(300);
 
 constexpr std::size_t longestPrompt = 30; // characters: a server gives names of any length
@@ -29,6 +29,8 @@ bool outputIsTerminal() {
     return ::isatty(STDOUT_FILENO) == 1;
 }
 
+// Whether both lead to the same terminal or file. They then share one queue, so that lines keep
+// their order.
 bool errorsGoWithOutput() {
     struct stat output {
     }, errors{};
@@ -57,6 +59,7 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
              .changed = [this] { showOwnName(); }}),
       commands_(screen, desktop, rooms.words.words(),
                 [this](const std::string& line) { rooms.room.say(line); }) {
+    // A reader that has gone shows as an error of writing, and the music plays on.
     std::signal(SIGPIPE, SIG_IGN);
     if (inputIsTerminal() && outputIsTerminal())
         openEditor(loop);
@@ -67,13 +70,14 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
     reader_.emplace(loop, input_, STDIN_FILENO);
     if (inputIsTerminal())
         return;
-    // A script doesn't run ahead of whoever reads what it brings about.
+    // The lines of a script wait while the reader of the output has much left to read.
     input_.holdUntil([this] { return output_.busyUntil(); });
     output_.whenTaken([this] { input_.deliverLater(); });
 }
 
 void Terminal::openEditor(PollLoop& loop) {
-    // The editor thinks in characters; without a locale that knows them, in Debian's own.
+    // The editing library works in characters. If the owner's locale knows bytes only, Debian's
+    // C.UTF-8 is used.
     if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
         std::setlocale(LC_CTYPE, "C.UTF-8");
     editor_ = LineEditor::open(loop, input_, output_, prompt());
@@ -126,6 +130,7 @@ void Terminal::keepHistory(Files& files, const std::string& path) {
 }
 
 void Terminal::open(std::vector<Window*> windows, Task quit) {
+    // `/quit` drops the lines after it, as if the input had ended there.
     commands_.connect(std::move(windows), [this] { input_.cut(); });
     input_.open(
         {.actsAtOnce = [this](const std::string& line) { return commands_.words().knows(line); },

@@ -124,7 +124,7 @@ bool TerminalCommands::doubleClick(std::string_view rest) {
     return pressOn(rest, &pressTwice);
 }
 
-// Without a row a list is pressed on its current one.
+// A list is pressed on the row that is named, or else on its current one.
 bool TerminalCommands::pressOn(std::string_view rest, Press pressIt) {
     const auto name = takeWord(rest), number = takeWord(rest);
     if (name.empty() || !takeWord(rest).empty())
@@ -215,7 +215,7 @@ void TerminalCommands::setSlider(const Target& target, const std::string& value)
         static_cast<int>(std::clamp<std::int64_t>(rounded(*wanted), Limits::min(), Limits::max())));
 }
 
-// By the text of a row, or by its number.
+// Takes the row with that text, or else the one with that number.
 void TerminalCommands::setCombo(const Target& target, const std::string& value) {
     const RowList* const rows = target.control.rows;
     for (int row = 0; rows && row < rows->count(); ++row) {

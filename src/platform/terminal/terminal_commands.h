@@ -32,13 +32,13 @@ public:
 
     const SlashWords& words() const { return words_; }
 
-    // Of a line that is meant for the terminal.
+    // Does what a line says that is meant for the terminal.
     void run(const std::string& line) const { words_.run(line); }
 
 private:
     struct Target { // a control that is shown
         Window& window;
-        const Control& control; // not to be touched after an event
+        const Control& control; // gone, perhaps, after an event
         std::string name;
         std::string shownName;
     };
@@ -48,7 +48,7 @@ private:
     void addOtherWords(std::vector<SlashWord> roomWords,
                        std::function<void(const std::string& line)> say);
 
-    // Each takes what stands after its word, and is false when it makes no sense of that.
+    // Each takes what stands after its word, and returns false when it can make no sense of that.
     bool windows(std::string_view rest);
     bool show(std::string_view rest);
     bool click(std::string_view rest);
@@ -66,7 +66,7 @@ private:
     void setSlider(const Target& target, const std::string& value);
     void setCombo(const Target& target, const std::string& value);
 
-    // Nothing, and told why, when there is no such thing.
+    // Nothing when there is no such thing, which is told.
     Window* findWindow(std::string_view name) const;
     std::optional<Target> findControl(std::string_view name) const;
     std::optional<int> rowOf(const Target& target, std::string_view number) const;

@@ -17,7 +17,7 @@ void TerminalDesktop::printTrayMenu() {
         screen_.tell("there is no tray icon");
 }
 
-// Actions run on copies: they may take the icon away.
+// The action is copied before it runs, since it may take the icon away.
 void TerminalDesktop::chooseFromTray(const std::string& entry) {
     if (!icon_) {
         screen_.tell("there is no tray icon");
@@ -43,6 +43,7 @@ void TerminalDesktop::chooseFromPopup(const std::string& entry) {
     const auto action = choose(*popup_, entry);
     if (!action)
         return;
+    // The menu is closed before its action runs, which may open another one.
     popup_.reset();
     if (*action)
         (*action)();

@@ -17,7 +17,7 @@ public:
 
     void addTrayIcon(const TrayIcon& icon) override { icon_ = icon; }
     void removeTrayIcon() override { icon_.reset(); }
-    // Printed; its entries can be chosen until one is, or another menu pops up.
+    // Prints the menu. An entry can be chosen from it, until one has been or another menu pops up.
     void popUp(const Menu& menu) override;
 
     // What the owner does. What he can't do is told on the screen.
@@ -28,7 +28,8 @@ public:
 
 private:
     void print(const std::vector<std::string>& lines);
-    // A submenu is printed. Anything else is chosen, and the action is to be run.
+    // A submenu is printed and chooses nothing. The action of any other entry is for the caller to
+    // run.
     std::optional<Task> choose(const Menu& menu, const std::string& name);
 
     TerminalScreen& screen_;

@@ -9,7 +9,7 @@ namespace larkspin {
 
 namespace {
 
-// The title where it says more than whose box it is.
+// The text with its title, unless the title is only the program's name.
 std::string titled(const std::string& title, const std::string& text) {
     return title.empty() || title == boxTitle ? text : title + ": " + text;
 }

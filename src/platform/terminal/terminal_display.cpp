@@ -12,7 +12,7 @@ namespace larkspin {
 namespace {
 
 constexpr int trueColorBits = 24;
-constexpr int found = 0; // curses.h calls it OK, and much else by names that it takes from others
+constexpr int found = 0; // OK in curses.h, which defines too many common names to be used
 
 bool saysTrueColor() {
     const char* const value = std::getenv("COLORTERM");
@@ -20,7 +20,7 @@ bool saysTrueColor() {
     return depth == "truecolor" || depth == "24bit";
 }
 
-// The library keeps one terminal's description as the current one, which may be somebody else's.
+// The library has one current terminal, which may be in use by the editing library: it is put back.
 int colorBits(int descriptor) {
     if (saysTrueColor())
         return trueColorBits;

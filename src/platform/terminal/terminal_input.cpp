@@ -7,8 +7,9 @@ namespace larkspin {
 
 namespace {
 
-// What acts at once lets another one of its kind finish, unless that one waits for something: a
-// gesture serves events in its middle, and the next one is not meant for in there.
+// How long a line that acts at once lets an earlier one of its kind finish. A gesture serves events
+// in its middle, and the next gesture must not come in there. But one that waits for something must
+// not hold up the next for long.
 constexpr Nanoseconds handsPatience = std::chrono::milliseconds(50);
 
 } // namespace
@@ -39,6 +40,7 @@ void TerminalInput::cut() {
 std::optional<std::string> TerminalInput::answer(Nanoseconds limit) {
     ++questions_;
     deliverLater();
+    // A line that acts at once is no answer. It is delivered while the question waits.
     const auto isDropped = [this, before = drops_] { return drops_ != before; };
     const auto isOver = [&] {
         return isDropped() || (lines_.empty() ? hasEnded_ : !nextActsAtOnce());
@@ -61,7 +63,8 @@ bool TerminalInput::nextActsAtOnce() const {
     return isOpen_ && !lines_.empty() && (secret_ || taker_.actsAtOnce(lines_.front()));
 }
 
-// Nothing while something else has to happen first.
+// When the next line is to be delivered, or the end told. Nothing while something else has to
+// happen first: a line to come, a question to be answered, a line's work to be done.
 std::optional<Nanoseconds> TerminalInput::nextDelivery() const {
     if (!isOpen_ || (lines_.empty() && !hasEnded_))
         return std::nullopt;

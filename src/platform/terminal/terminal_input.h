@@ -15,8 +15,8 @@ namespace larkspin {
 
 class TerminalInput {
 public:
-    // Lines come in turn: each once those before it have done their work. Where that takes longer
-    // than this span, as a recital does, the next one comes in the middle of it.
+    // Lines come in turn: each when those before it have done their work. If that takes longer than
+    // `overtakeAfter`, as a recital does, the next one comes in the middle of it.
     TerminalInput(PollLoop& loop, Nanoseconds overtakeAfter)
         : loop_(loop), overtakeAfter_(overtakeAfter) {}
 
@@ -38,11 +38,11 @@ public:
     void onEmpty(Task task) { onEmpty_ = std::move(task); }
     bool empty() const { return lines_.empty(); }
 
-    // What it has not delivered so far is dropped, and the input has ended.
+    // Drops all lines that aren't delivered yet, and ends the input.
     void cut();
 
-    // No line is delivered before the moment that this tells when asked. When the moment has moved
-    // forward, `deliverLater` is to be called.
+    // No line is delivered before the moment that this returns. When the moment has come nearer,
+    // `deliverLater` is to be called.
     void holdUntil(std::function<Nanoseconds()> moment) { heldUntil_ = std::move(moment); }
     void deliverLater();
 

@@ -26,7 +26,8 @@ std::string onOneLine(std::string_view text) {
     return line;
 }
 
-// Rows of lists keep parts of themselves out of sight by a great many blanks.
+// Rows of lists keep some of their parts out of sight by many blanks. On a terminal such a gap is
+// closed.
 std::string withoutGaps(std::string_view text) {
     constexpr std::size_t gap = 10, left = 2;
     std::string closed;
@@ -68,7 +69,7 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
         put(output_, "\x1b[1m" + bracketed + "\x1b[0m" + shownText(withoutGaps(text)) + '\n');
 }
 
-// On one line: others choose the names in it.
+// Always on one line, since others choose the names in it.
 void TerminalScreen::showRoom(const std::string& text, Speaker speaker) {
     const std::string head = "[room] ";
     if (form_ == Form::protocol)
@@ -86,9 +87,10 @@ void TerminalScreen::aroundTypedLine(Task hide, Task show) {
     show_ = std::move(show);
 }
 
-// A reader that has gone is no reason to stop: the music plays on.
+// The line that is being typed makes room. Dropped lines are told from inside the put that finds
+// room again; the typed line is off the screen already then.
 void TerminalScreen::put(QueuedOutput& output, const std::string& line, Speaker speaker) {
-    const bool isInside = std::exchange(isPutting_, true); // what was dropped is told before it
+    const bool isInside = std::exchange(isPutting_, true); // telling what was dropped
     if (!isInside)
         hide_();
     if (speaker == Speaker::owner)

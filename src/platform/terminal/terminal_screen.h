@@ -33,11 +33,11 @@ public:
     // What the front end itself has to say.
     void tell(const std::string& text) { show("terminal", text); }
 
-    // For what belongs to neither.
+    // What the program has to say about itself, such as that there is no sound device.
     void note(const std::string& line);
 
-    // What takes the line that is being typed off the screen and puts it back, so that others
-    // come above it.
+    // The tasks that take the line being typed off the screen and put it back, so that other text
+    // can come above it.
     void aroundTypedLine(Task hide, Task show);
 
 private:

@@ -1,5 +1,5 @@
-// What others have a hand in on its way to a terminal, as `text/visible.h` has it, so that nothing
-// in it can steer the terminal.
+// Texts that others have written, made harmless for a terminal as text/visible.h says, so that
+// nothing in them can steer it.
 #pragma once
 
 #include <string>
@@ -7,10 +7,11 @@
 
 namespace larkspin {
 
-// On one line whatever it holds, without markup: a name.
+// A name, without markup, always on one line.
 std::string shownName(std::string_view name);
 
-// Line breaks stay, and the lines after one are set in, so that none of them opens at the edge.
+// Line breaks stay. Lines after the first are indented, so that none of them looks like a line of
+// its own.
 std::string shownText(std::string_view text);
 
 // The same with the chat client's markup, for a terminal that shows bold, underline, italics and

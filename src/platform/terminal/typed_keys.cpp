@@ -10,7 +10,7 @@ namespace {
 constexpr char escape = '\x1b';
 constexpr std::size_t longestSequence = 32; // far more than any key sends
 
-// The first character; 0 while bytes of it are to come.
+// The length of the first character; 0 while bytes of it are still to come.
 std::size_t characterLength(std::string_view bytes) {
     constexpr unsigned char leadOfTwo = 0xC2, leadOfThree = 0xE0, leadOfFour = 0xF0;
     const Character character = firstCharacter(bytes);
@@ -30,7 +30,8 @@ bool endsSequence(char byte) {
     return byte >= '@' && byte <= '~';
 }
 
-// Parameters, then a letter or a sign. What can be neither begins the next key.
+// A control sequence is "ESC [", parameters, and a letter or sign that ends it. A byte that can be
+// none of these begins the next key.
 std::size_t controlSequenceLength(std::string_view bytes) {
     for (std::size_t at = 2; at < bytes.size(); ++at) {
         if (endsSequence(bytes[at]))
@@ -52,7 +53,8 @@ std::size_t keyLength(std::string_view bytes) {
         return controlSequenceLength(bytes);
     if (bytes[1] == 'O')
         return bytes.size() < 3 ? 0 : endsSequence(bytes[2]) ? 3 : 2;
-    constexpr std::string_view erasing = "\x08\x7F"; // the only controls that Alt changes
+    // The only control characters that Alt makes another key of.
+    constexpr std::string_view erasing = "\x08\x7F";
     if (isControl(bytes[1]) && erasing.find(bytes[1]) == std::string_view::npos)
         return 1;
     const std::size_t length = characterLength(bytes.substr(1));
