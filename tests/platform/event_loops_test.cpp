@@ -1,6 +1,7 @@
 // The event loops of the front ends in real time, by spans of milliseconds: each owes the program
 // the same.
 #include "support/both_loops.h"
+#include "support/patience.h"
 #include "support/pipe.h"
 
 #include <csignal>
@@ -22,7 +23,7 @@ protected:
         return byte;
     }
     bool waitUntilTrue(const std::function<bool()>& condition) {
-        loop.waitFor(condition, loop.now() + 5s);
+        loop.waitFor(condition, loop.now() + patience);
         return condition();
     }
     // Handlers that wait inside each other to the limit; the innermost does this first.
@@ -80,9 +81,18 @@ TEST_P(EventLoopsTest, AHandlerThatWaitsIsOvertakenByInputAndMayStopWatching) {
 TEST_P(EventLoopsTest, ALongJobStillHearsTheInput) {
     loop.watch(pipe.out(), [&] { log += readOne(); });
     pipe.write("x");
-    for (const auto limit = loop.now() + 5s; log.empty() && loop.now() < limit;)
+    for (const auto limit = loop.now() + patience; log.empty() && loop.now() < limit;)
         loop.serveTurn();
     EXPECT_EQ(log, "x");
+}
+
+TEST(QtLoop, ShowsNowAndThenWhatALongJobHasChanged) {
+    const auto loop = makeLoop(true);
+    int shown = 0;
+    loop->beforeSleep([&] { ++shown; });
+    for (const auto limit = loop->now() + patience; shown < 3 && loop->now() < limit;)
+        loop->serveTurn();
+    EXPECT_EQ(shown, 3);
 }
 
 TEST_P(EventLoopsTest, AFloodOfInputNestsNoDeeperThanTheLimit) {

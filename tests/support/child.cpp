@@ -44,6 +44,18 @@ pid_t run(const std::string& program, std::vector<std::string> command,
 
 } // namespace
 
+std::vector<std::string> ownHome(const std::string& home) {
+    return {"HOME=" + home,
+            "XDG_DATA_HOME=" + home,
+            "XDG_RUNTIME_DIR=" + home,
+            "PULSE_SERVER=none",
+            "PIPEWIRE_REMOTE=none",
+            "ALSA_CONFIG_PATH=/dev/null",
+            "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent",
+            "DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent",
+            "LSAN_OPTIONS=detect_leaks=0"};
+}
+
 std::unique_ptr<Child> Child::start(const std::string& program,
                                     const std::vector<std::string>& variables,
                                     const std::vector<std::string>& arguments) {

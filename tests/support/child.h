@@ -12,6 +12,9 @@
 
 namespace larkspin {
 
+// The variables of a program with a home of its own, no sound device, and nobody to order about.
+std::vector<std::string> ownHome(const std::string& home);
+
 class Child {
 public:
     // With these variables ("NAME=value") in place of its own. Nothing when it can't be run.

@@ -7,8 +7,6 @@
 #include "support/temp_directory.h"
 #include "support/x_server.h"
 
-#include <chrono>
-#include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
 
@@ -21,7 +19,6 @@ protected:
     // Past the box that welcomes him the first time.
     std::unique_ptr<Child> welcomed() const;
 
-    static bool comes(const std::function<bool()>& condition);
     bool isSeen(const std::string& title) const {
         return server->hand({"search", "--onlyvisible", "--name", title});
     }

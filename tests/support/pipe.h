@@ -1,6 +1,8 @@
 // A pipe, whose ends are closed with it.
 #pragma once
 
+#include "support/patience.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <string>
@@ -37,7 +39,7 @@ public:
     // What stands in it, once something does.
     std::string readSoon() {
         pollfd readable{ends_[0], POLLIN, 0};
-        ::poll(&readable, 1, 5000);
+        ::poll(&readable, 1, patienceInMilliseconds);
         return readNow();
     }
     // All that stands in it.

@@ -1,5 +1,7 @@
 #include "support/private_bus.h"
 
+#include "support/patience.h"
+
 #include <gtest/gtest.h>
 
 namespace larkspin {
@@ -15,20 +17,19 @@ PrivateBus::PrivateBus() {
                              (disk_.path() / "config").native() + " 2>/dev/null\n");
     std::filesystem::permissions(disk_.path() / "start", std::filesystem::perms::owner_all);
     daemon_ = Child::start((disk_.path() / "start").native(), {});
-    EXPECT_TRUE(daemon_->says("unix:path=", std::chrono::seconds(20)));
+    EXPECT_TRUE(daemon_->says("unix:path=", patience));
 }
 
 void PrivateBus::signal(int number) const {
     ::kill(daemon_->id(), number);
 }
 
-bool isQuick(const std::function<void()>& task) {
-    for (int tries = 0; tries < 5; ++tries) {
-        const auto begin = std::chrono::steady_clock::now();
-        task();
-        if (std::chrono::steady_clock::now() - begin < std::chrono::milliseconds(450))
+bool comesQuickly(const std::function<bool()>& task) {
+    using Clock = std::chrono::steady_clock;
+    const auto until = Clock::now() + patience;
+    for (auto begin = Clock::now(); begin < until; begin = Clock::now())
+        if (task() && Clock::now() - begin < std::chrono::milliseconds(450))
             return true;
-    }
     return false;
 }
 

@@ -29,9 +29,9 @@ private:
     std::unique_ptr<Child> daemon_;
 };
 
-// Whether it waits for others no longer than the quarter of a second that they are given. A busy
-// machine may hold up one try; what waits longer is late in each.
-bool isQuick(const std::function<void()>& task);
+// Whether it comes about, waiting for others no longer than the quarter of a second that they are
+// given. A busy machine may hold up many tries; what waits longer is late in each.
+bool comesQuickly(const std::function<bool()>& task);
 
 // Has a name on the bus and gets all calls to an object, in a thread of its own.
 class PretendService {

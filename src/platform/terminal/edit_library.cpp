@@ -256,6 +256,10 @@ void EditLibrary::end() {
         ::tcsetattr(STDIN_FILENO, TCSANOW, &parts_->ownMode);
 }
 
+bool EditLibrary::hasTerminal() const {
+    return isInForeground();
+}
+
 void EditLibrary::strike(std::string_view key) {
     if (!isUsable(key))
         return;
@@ -270,8 +274,8 @@ bool EditLibrary::insert(std::string_view characters) {
     const auto room = std::max<std::ptrdiff_t>(longestLine - (line->lastchar - line->buffer), 0);
     const std::wstring all = wideText(characters);
     const std::wstring taken = all.substr(0, static_cast<std::size_t>(room));
-    const bool isAsciiKey = all.size() == 1 && all[0] < 0x7F;
-    if (taken.size() == 1 && isAsciiKey && isUsable(characters)) {
+    const bool isAscii = all.size() == 1 && all[0] >= ' ' && all[0] < 0x7F;
+    if (taken.size() == 1 && isAscii) {
         strike(characters); // the library draws less for a key than `draw` does
     } else if (!taken.empty()) {
         erase();

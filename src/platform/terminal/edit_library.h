@@ -28,6 +28,8 @@ public:
     void begin();
     // Gives the terminal its own mode back.
     void end();
+    // Whether it isn't another's, as it is while the process runs in the background.
+    bool hasTerminal() const;
 
     // Whether keys that would send a signal, such as Ctrl-C, come as keys instead.
     void takeSignalKeys(bool takes);

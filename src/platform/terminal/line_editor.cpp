@@ -5,6 +5,7 @@
 #include "text/utf8.h"
 
 #include <cerrno>
+#include <csignal>
 #include <unistd.h>
 #include <utility>
 
@@ -19,6 +20,18 @@ constexpr std::size_t longestSecret = 1000; // bytes
 constexpr std::string_view endKey = "\x04", interruptKey = "\x03", asItIsKey = "\x16",
                            completionKey = "\t", beep = "\a";
 constexpr std::string_view backspaces = "\x08\x7F", eraseKey = "\x15", returns = "\n\r";
+constexpr auto betweenLooks = 1s; // for the terminal, while it is another's
+
+// The loop holds the signal back, to hear of it. The system lets nobody stop who has no shell that
+// could wake him up.
+void stopProcess() {
+    sigset_t stop;
+    sigemptyset(&stop);
+    sigaddset(&stop, SIGTSTP);
+    std::raise(SIGTSTP);
+    ::pthread_sigmask(SIG_UNBLOCK, &stop, nullptr); // here it stops
+    ::pthread_sigmask(SIG_BLOCK, &stop, nullptr);
+}
 
 } // namespace
 
@@ -37,11 +50,27 @@ LineEditor::LineEditor(PollLoop& loop, TerminalInput& input, QueuedOutput& outpu
     : loop_(loop), input_(input), output_(output), library_(std::move(library)),
       prompt_(std::move(prompt)) {
     library_->begin();
-    loop_.watch(STDIN_FILENO, [this] { bytesCame(); });
+    hear();
 }
 
 LineEditor::~LineEditor() {
     close();
+}
+
+// Who reads in the background is stopped. A job that runs already isn't told when its shell brings
+// it to the front.
+void LineEditor::hear() {
+    loop_.cancel(std::exchange(look_, TimerId::none));
+    const bool hasTerminal = library_->hasTerminal();
+    if (hasTerminal && !isHeld_)
+        loop_.watch(STDIN_FILENO, [this] { bytesCame(); });
+    else
+        loop_.unwatch(STDIN_FILENO);
+    if (!hasTerminal)
+        look_ = loop_.every(betweenLooks, [this] {
+            if (library_->hasTerminal())
+                drawAnew();
+        });
 }
 
 // A terminal whose other end has gone reads as ended or fails.
@@ -178,7 +207,7 @@ void LineEditor::showPrompt(const std::string& prompt) {
 void LineEditor::goOn() {
     if (!std::exchange(isHeld_, false) || !isOpen_)
         return;
-    loop_.watch(STDIN_FILENO, [this] { bytesCame(); });
+    hear();
     takeTyped();
 }
 
@@ -204,8 +233,23 @@ void LineEditor::drawAnew() {
         return;
     const std::string typed = library_->line();
     library_->erase();
+    beginWith(typed);
+}
+
+void LineEditor::beginWith(const std::string& typed) {
     library_->begin();
     library_->insert(typed);
+    hear();
+}
+
+void LineEditor::stop() {
+    if (!isOpen_)
+        return stopProcess();
+    const std::string typed = library_->line();
+    library_->erase();
+    library_->end();
+    stopProcess();
+    beginWith(typed);
 }
 
 void LineEditor::close() {
@@ -215,6 +259,7 @@ void LineEditor::close() {
     isOpen_ = false;
     loop_.unwatch(STDIN_FILENO);
     loop_.cancel(std::exchange(incomplete_, TimerId::none));
+    loop_.cancel(std::exchange(look_, TimerId::none));
     library_->end();
 }
 

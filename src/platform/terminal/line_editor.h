@@ -57,12 +57,17 @@ public:
     // After the terminal's size or mode has changed under it.
     void drawAnew();
 
+    // Stops the process, as Ctrl-Z asks for, with the terminal as it was found.
+    void stop();
+
     // Gives the terminal back.
     void close();
 
 private:
     LineEditor(PollLoop& loop, TerminalInput& input, QueuedOutput& output,
                std::unique_ptr<EditLibrary> library, std::string prompt);
+    void beginWith(const std::string& typed);
+    void hear();
     void bytesCame();
     void takeKeys();
     void take(std::string_view key);
@@ -85,6 +90,7 @@ private:
     std::string typedSecret_;
     std::string bytes_;                  // of a key whose rest hasn't come
     TimerId incomplete_ = TimerId::none; // after which that rest isn't expected any more
+    TimerId look_ = TimerId::none;       // for the terminal, while the process is in the background
     bool takesNextAsItIs_ = false;       // the next character is no key
     bool isHeld_ = false;
     bool isOpen_ = true;

@@ -85,6 +85,7 @@ void Terminal::openEditor(PollLoop& loop) {
         return;
     screen.aroundTypedLine([this] { editor_->hide(); }, [this] { editor_->show(); });
     loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
+    loop.onSignals({SIGTSTP}, [this] { editor_->stop(); });
     editor_->holdAfter(&IrcWords::asksPassword);
     password_.editBy(*editor_);
 }

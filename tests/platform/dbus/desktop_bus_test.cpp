@@ -1,10 +1,8 @@
 // The desktop program on a session bus: its icon on a desktop that shows such icons by that bus
-// (StatusNotifier), and its buttons for whoever can't see them (at-spi).
+// (StatusNotifier), and the copy that is started again.
 #include "support/desktop_program.h"
-#include "support/made_songs.h"
 #include "support/private_bus.h"
 
-#include <algorithm>
 #include <map>
 #include <mutex>
 #include <string_view>
@@ -34,17 +32,6 @@ public:
 private:
     Bus bus;
 };
-
-// In the answer, or in the property that it is.
-std::string textIn(const BusMessage& answer) {
-    const char* text = nullptr;
-    if (answer) {
-        if (sd_bus_message_has_signature(answer.get(), "v"))
-            sd_bus_message_enter_container(answer.get(), 'v', "s");
-        sd_bus_message_read_basic(answer.get(), 's', &text);
-    }
-    return text ? text : "";
-}
 
 // A desktop's tray. Its host comes a moment after its watcher, as on a real one.
 class PretendTray {
@@ -107,30 +94,26 @@ protected:
 
 using Entries = std::map<std::string, int>;
 
-// Reads an entry of a menu with all that are below it: their captions, each with its number.
-void readEntries(sd_bus_message* layout, Entries& entries) {
-    int id = 0;
-    const char* property = nullptr;
-    sd_bus_message_enter_container(layout, 'r', "ia{sv}av");
-    sd_bus_message_read(layout, "i", &id);
-    sd_bus_message_enter_container(layout, 'a', "{sv}");
-    while (sd_bus_message_enter_container(layout, 'e', "sv") > 0) {
-        const char* label = nullptr;
-        sd_bus_message_read(layout, "s", &property);
-        if (std::string_view(property) != "label")
-            sd_bus_message_skip(layout, "v");
-        else if (sd_bus_message_read(layout, "v", "s", &label) > 0)
-            entries[label] = id;
-        sd_bus_message_exit_container(layout);
+// Reads the entries of a menu with all that are below them: their captions, each with its number,
+// which stands in front of an entry's properties.
+void readEntries(sd_bus_message* layout, Entries& entries, int id = 0, bool isLabel = false) {
+    char type = 0;
+    const char *inside = nullptr, *text = nullptr;
+    while (sd_bus_message_peek_type(layout, &type, &inside) > 0) {
+        if (type == SD_BUS_TYPE_STRING && sd_bus_message_read_basic(layout, type, &text) > 0) {
+            if (isLabel)
+                entries[text] = id;
+            isLabel = std::string_view(text) == "label";
+        } else if (!inside) {
+            sd_bus_message_skip(layout, std::string(1, type).c_str());
+        } else {
+            sd_bus_message_enter_container(layout, type, inside);
+            if (type == SD_BUS_TYPE_STRUCT)
+                sd_bus_message_read(layout, "i", &id);
+            readEntries(layout, entries, id, isLabel);
+            sd_bus_message_exit_container(layout);
+        }
     }
-    sd_bus_message_exit_container(layout);
-    sd_bus_message_enter_container(layout, 'a', "v");
-    while (sd_bus_message_enter_container(layout, 'v', "(ia{sv}av)") > 0) {
-        readEntries(layout, entries);
-        sd_bus_message_exit_container(layout);
-    }
-    sd_bus_message_exit_container(layout);
-    sd_bus_message_exit_container(layout);
 }
 
 class TrayOnABus : public DesktopOnABus {
@@ -225,88 +208,6 @@ TEST_F(DesktopOnABus, BringsTheRoomBackWhenItIsStartedAgain) {
     EXPECT_TRUE(sees("^larkspin$"));
     ::kill(second->id(), SIGKILL);
     ::kill(manager->id(), SIGTERM);
-}
-
-// A program that reads the screen.
-class ScreenReader {
-public:
-    explicit ScreenReader(const std::string& address) : ask_(address) {}
-
-    // Presses the button of that name, wherever it is.
-    bool press(const std::string& button) const {
-        std::vector<Thing> things = {
-            {"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"}};
-        for (std::size_t i = 0; i < things.size(); ++i) {
-            const Thing thing = things[i];
-            if (name(thing) == button && role(thing) == "push button")
-                return static_cast<bool>(
-                    ask_(of(thing, "org.a11y.atspi.Action", "DoAction"), "i", 0));
-            const auto below = children(thing);
-            things.insert(things.end(), below.begin(), below.end());
-        }
-        return false;
-    }
-
-private:
-    struct Thing {
-        std::string program, path;
-    };
-    static BusMethod of(const Thing& thing, const char* interface, const char* member) {
-        return {thing.program.c_str(), thing.path.c_str(), interface, member};
-    }
-    std::string name(const Thing& thing) const {
-        return textIn(
-            ask_(of(thing, "org.freedesktop.DBus.Properties", "Get"), "ss", accessible, "Name"));
-    }
-    std::string role(const Thing& thing) const {
-        return textIn(ask_(of(thing, accessible, "GetRoleName"), ""));
-    }
-    std::vector<Thing> children(const Thing& thing) const {
-        std::vector<Thing> found;
-        const BusMessage answer = ask_(of(thing, accessible, "GetChildren"), "");
-        const char *program = nullptr, *path = nullptr;
-        if (answer && sd_bus_message_enter_container(answer.get(), 'a', "(so)") > 0)
-            while (sd_bus_message_read(answer.get(), "(so)", &program, &path) > 0)
-                found.push_back({program, path});
-        return found;
-    }
-
-    static constexpr const char* accessible = "org.a11y.atspi.Accessible";
-    Asking ask_;
-};
-
-TEST_F(DesktopOnABus, IsPressedByWhoeverCantSeeIt) {
-    std::string rows;
-    const std::string blanks(78, ' '), home = disk.path().native();
-    std::string directory = "c:" + home;
-    std::replace(directory.begin(), directory.end(), '/', '\\');
-    for (const char* song : {"harbour", "ride"}) {
-        EXPECT_TRUE(makeSong(disk.path() / (std::string(song) + ".wav"), 15));
-        rows += song + blanks + "{ .wav | " + directory + "\r\n";
-    }
-    disk.write("larkspin/temp.lst", rows);
-    const auto readers = Child::start(
-        "sh", {"HOME=" + home, "XDG_RUNTIME_DIR=" + home, "DBUS_SESSION_BUS_ADDRESS=" + bus},
-        {"-c", "exec /usr/libexec/at-spi-bus-launcher --launch-immediately >/dev/null 2>&1"});
-    const Asking ask(bus);
-    std::string readersBus;
-    EXPECT_TRUE(comes([&] {
-        readersBus =
-            textIn(ask({"org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"}, ""));
-        return !readersBus.empty();
-    }));
-
-    also = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"}; // without a desktop that asks for it
-    program = start(server->display());
-    EXPECT_TRUE(sees("^larkspin media$"));
-    const ScreenReader reader(readersBus);
-    EXPECT_TRUE(comes([&] { return reader.press("next song"); }));
-    EXPECT_TRUE(comes([&] {
-        return textIn(ask({"org.mpris.MediaPlayer2.larkspin", "/org/mpris/MediaPlayer2",
-                           "org.freedesktop.DBus.Properties", "Get"},
-                          "ss", "org.mpris.MediaPlayer2.Player", "PlaybackStatus")) == "Playing";
-    }));
-    ::kill(readers->id(), SIGTERM);
 }
 
 } // namespace

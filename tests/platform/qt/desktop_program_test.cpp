@@ -1,6 +1,7 @@
 // The desktop program as a child process, on a display of its own: how it starts, how it ends, and
 // its tray icon on a real tray.
 #include "support/desktop_program.h"
+#include "support/session_manager.h"
 
 #include <csignal>
 #include <sysexits.h>
@@ -67,6 +68,19 @@ TEST_F(DesktopProgramTest, SavesWhenItsDisplayIsGone) {
     server->kill();
     EXPECT_EQ(child->ends(patience), 0);
     EXPECT_TRUE(hasSaved());
+}
+
+TEST_F(DesktopProgramTest, SavesWhenItsSessionIsAboutToEndAndEndsWithIt) {
+    SessionManager manager;
+    also = {"SESSION_MANAGER=" + manager.address()};
+    disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\n");
+    const auto child = start(server->display());
+    EXPECT_TRUE(comes([&] { return manager.hearsOf(0) && hasSaved("\nload=2"); }));
+    manager.askToSave();
+    EXPECT_TRUE(comes([&] { return manager.hearsOf(1); }));
+    EXPECT_TRUE(hasSaved());
+    manager.end();
+    EXPECT_EQ(child->ends(patience), 0);
 }
 
 TEST_F(DesktopProgramTest, WorksByTheTrayAlsoWhileABoxIsOpen) {

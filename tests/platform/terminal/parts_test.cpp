@@ -7,6 +7,7 @@
 #include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_dialogs.h"
 #include "platform/terminal/terminal_screen.h"
+#include "support/patience.h"
 #include "support/pipe.h"
 #include "text/row_list.h"
 
@@ -25,8 +26,10 @@ std::string slashes(std::string_view typed) {
     return path.starts_with('\\') ? "c:" + path : path;
 }
 
-class TypedLinesTest : public testing::TestWithParam<Nanoseconds> {
-protected:
+struct TypedLines {
+    explicit TypedLines(Nanoseconds overtakeAfter = TerminalInput::never)
+        : isOwner(overtakeAfter != TerminalInput::never), input(loop, overtakeAfter) {}
+
     void type(const std::string& text) { EXPECT_TRUE(in.write(text)); }
     void open() {
         input.open({.actsAtOnce = [](const std::string& line) { return line.starts_with('/'); },
@@ -35,10 +38,12 @@ protected:
     }
     void take(const std::string& line) {
         log += line + "(";
-        if (line == "wait")
+        if (line == "wait" && isOwner)
+            awaitEnd(); // it comes meanwhile
+        else if (line.ends_with("wait"))
             loop.waitUntil(loop.now() + 100ms);
         if (line.ends_with("ask"))
-            log += dialogs.ask("sure?\nreally?") ? "yes" : "no";
+            log += dialogs.ask("sure?") ? "yes" : "no";
         if (line == "/cut")
             input.cut();
         if (line == "/dismiss")
@@ -50,77 +55,75 @@ protected:
         type(lines);
         in.closeIn();
         open();
-        loop.waitFor([this] { return log.find("end") != std::string::npos; }, loop.now() + 5s);
+        awaitEnd();
         return log;
     }
-    bool isScript() const { return GetParam() == TerminalInput::never; }
+    void awaitEnd() {
+        loop.waitFor([this] { return log.find("end") != std::string::npos; },
+                     loop.now() + patience);
+    }
 
+    const bool isOwner;
     Pipe in, out;
     PollLoop loop;
     std::string log;
     QueuedOutput output{loop, out.in()};
-    TerminalInput input{loop, GetParam()};
+    TerminalInput input;
     LineReader reader{loop, input, in.out()};
     TerminalScreen screen{output, output, TerminalScreen::Form::protocol};
     TerminalDialogs dialogs{screen, input, slashes};
 };
 
-INSTANTIATE_TEST_SUITE_P(, TypedLinesTest, testing::Values(TerminalInput::never, 5ms),
-                         [](const auto& patience) {
-                             return patience.param == TerminalInput::never ? "Script" : "Owner";
-                         });
-
-TEST_P(TypedLinesTest, ComeInTurnOrInTheMiddleOfOthers) {
-    EXPECT_EQ(logOf("early\nwait\nnext\r\n\nlast"),
-              isScript() ? "early()wait()next()()last()end" : "early()wait(next()()last()end)");
+// An owner's come in the middle of others, where these take their time.
+TEST(TypedLines, ComeInTurnOrInTheMiddleOfOthers) {
+    const struct {
+        std::string lines, ofScript, ofOwner = ofScript;
+    } cases[] = {
+        {"early\nwait\nnext\r\n\nlast", "early()wait()next()()last()end",
+         "early()wait(next()()last()end)"},
+        {"wait\n/a\nlast\n", "wait(/a())last()end", "wait(/a()last()end)"},
+        {"ask\nYes!\nask\nsomething else\n/ask\n/a\nyes\nask\n",
+         "ask(yes)ask(no)/ask(/a()yes)ask(no)end"},
+        {"ask\n/wait\nyes\n", "ask(/wait()yes)end"},
+        {"ask\n/cut\nmore\n", "ask(/cut()no)end"},
+        {"ask\n/dismiss\nyes\n", "ask(/dismiss()no)yes()end"},
+    };
+    for (const auto& [lines, ofScript, ofOwner] : cases) {
+        EXPECT_EQ(TypedLines().logOf(lines), ofScript) << lines;
+        EXPECT_EQ(TypedLines(5ms).logOf(lines), ofOwner) << lines;
+    }
 }
 
-TEST_P(TypedLinesTest, ThoseForTheTerminalWaitForNoneAtWork) {
-    EXPECT_EQ(logOf("wait\n/a\nlast\n"),
-              isScript() ? "wait(/a())last()end" : "wait(/a()last()end)");
+TEST(TypedLines, AreHeldBackUntilAMoment) {
+    TypedLines typed;
+    const auto moment = typed.loop.now() + 30ms;
+    typed.input.holdUntil([moment] { return moment; });
+    typed.open();
+    typed.type("one\n");
+    typed.loop.waitFor([&] { return !typed.log.empty(); }, typed.loop.now() + patience);
+    EXPECT_GE(typed.loop.now(), moment);
 }
 
-TEST_P(TypedLinesTest, AnswerAQuestionInTheMiddleOfALine) {
-    EXPECT_EQ(logOf("ask\nYes!\nask\nsomething else\n/ask\n/a\nyes\nask\n"),
-              "ask(yes)ask(no)/ask(/a()yes)ask(no)end");
-    EXPECT_TRUE(out.readNow().starts_with("[ask] sure?\\nreally?\n[ask] sure?\\nreally?\n"));
-}
+class DialogsTest : public testing::Test, protected TypedLines {};
 
-TEST_P(TypedLinesTest, TheEndTakesAwayWhatIsLeftAndAnyQuestion) {
-    EXPECT_EQ(logOf("ask\n/cut\nmore\n"), "ask(/cut()no)end");
-}
-
-TEST_P(TypedLinesTest, AnswerNoQuestionThatHasBeenDismissed) {
-    EXPECT_EQ(logOf("ask\n/dismiss\nyes\n"), "ask(/dismiss()no)yes()end");
-}
-
-TEST_P(TypedLinesTest, AreHeldBackUntilAMoment) {
-    const auto moment = loop.now() + 30ms;
-    input.holdUntil([moment] { return moment; });
-    open();
-    type("one\n");
-    loop.waitFor([this] { return !log.empty(); }, loop.now() + 5s);
-    EXPECT_GE(loop.now(), moment);
-}
-
-class DialogsTest : public TypedLinesTest {};
-INSTANTIATE_TEST_SUITE_P(, DialogsTest, testing::Values(TerminalInput::never));
-
-TEST_P(DialogsTest, ShowBoxesWithATitleOfTheirOwn) {
+TEST_F(DialogsTest, ShowBoxesWithATitleOfTheirOwn) {
     dialogs.box("one\r\ntwo");
     dialogs.titledBox("news", "three");
     dialogs.stopBox("four");
-    EXPECT_EQ(out.readNow(), "[box] one\\r\\ntwo\n[box] news: three\n[stop] four\n");
+    type("no\n");
+    EXPECT_FALSE(dialogs.ask("five\n?"));
+    EXPECT_EQ(out.readNow(), "[box] one\\r\\ntwo\n[box] news: three\n[stop] four\n"
+                             "[ask] five\\n?\n");
 }
 
-TEST_P(DialogsTest, TakeTexts) {
+TEST_F(DialogsTest, TakeTexts) {
     type("a text \n\n");
     EXPECT_EQ(dialogs.askText({"larkspin", "name?", "old"}), "a text ");
     EXPECT_EQ(dialogs.askText({"count", "how many?"}), std::nullopt);
     EXPECT_EQ(out.readNow(), "[input] name? (old)\n[input] count: how many? ()\n");
 }
 
-TEST_P(DialogsTest, TakePathsAndAnEmptyLineDismissesThem) {
+TEST_F(DialogsTest, TakePathsAndAnEmptyLineDismissesThem) {
     const FileQuestion open{"Open it"}, save{.title = "Save it", .directory = "c:\\lists"};
     type(" /home/a | b.mp3 \nb.lkl\n\n \nd:\\x\n/a/b| c:\\d |\n\n/m\n");
     EXPECT_EQ(dialogs.openFile(open), "c:\\home\\a | b.mp3");

@@ -51,11 +51,11 @@ TEST(TerminalText, NamesAndTextsAreNoMarkup) {
 
 TEST(TypedKeys, AreTakenApart) {
     const std::pair<std::string_view, std::size_t> cases[] = {
-        {"ab", 1},      {"\x01z", 1},      {"\u00E4b", 2},  {"\xC3", 0},       {"\xE2\x82", 0},
-        {"\xE2z", 1},   {"\xFF\xFF", 1},   {"\x1b", 0},     {"\x1bx\x1b", 2},  {"\x1b\xC3", 0},
-        {"\x1b[", 0},   {"\x1b[A\x1b", 3}, {"\x1b[1;5", 0}, {"\x1b[1;5Cx", 6}, {"\x1bO", 0},
-        {"\x1bOAx", 3}, {"\x1b\x1b[A", 1}, {"\x1b[1\n", 3}, {"\x1b[\xFF", 2},  {"\x1bO\r", 2},
-        {"\x1b\n", 1},  {"\x1b\x7F", 2},
+        {"ab", 1},      {"\x01z", 1},      {"\u00E4b", 2},      {"\xC3", 0},       {"\xE2\x82", 0},
+        {"\xE2z", 1},   {"\xFF\xFF", 1},   {"\x1b", 0},         {"\x1bx\x1b", 2},  {"\x1b\xC3", 0},
+        {"\x1b[", 0},   {"\x1b[A\x1b", 3}, {"\x1b[1;5", 0},     {"\x1b[1;5Cx", 6}, {"\x1bO", 0},
+        {"\x1bOAx", 3}, {"\x1b\x1b[A", 1}, {"\x1b[1\n", 3},     {"\x1b[\xFF", 2},  {"\x1bO\r", 2},
+        {"\x1b\n", 1},  {"\x1b\x7F", 2},   {"\xF0\x9F\x98", 0},
     };
     for (const auto& [bytes, length] : cases)
         EXPECT_EQ(keyLength(bytes), length) << testing::PrintToString(bytes);

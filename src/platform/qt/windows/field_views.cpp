@@ -22,18 +22,10 @@ constexpr int severalLines = 600; // twips: a field of this height has more than
 template <typename Widget> class TextView : public ControlView {
 protected:
     TextView(const ViewParts& parts, const Control& control)
-        : ControlView(parts, control, std::make_unique<Widget>()) {
-        field().setReadOnly(!control.onEdit);
-    }
+        : ControlView(parts, control, std::make_unique<Widget>()) {}
 
     Widget& field() const { return static_cast<Widget&>(widget()); }
-
-    void tell(const QString& text) {
-        shown_ = text.toStdString();
-        hand().passes(
-            [name = name(), words = shown_](Window& window) { editText(window, name, words); });
-    }
-
+    void isTyped(const QString& text) { shown_ = text.toStdString(); }
     virtual void put(const QString& text) = 0;
 
 private:
@@ -51,39 +43,39 @@ private:
 class LineView : public TextView<QLineEdit> {
 public:
     LineView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
+        field().setReadOnly(!control.onEdit);
         field().setTextMargins(1, 0, 1, 0); // like a row of a list
         connect(&field(), &QLineEdit::textEdited, this,
                 [this](const QString& text) { tell(text); });
     }
 
 private:
+    void tell(const QString& text) {
+        isTyped(text);
+        hand().passes([name = name(), words = text.toStdString()](Window& window) {
+            editText(window, name, words);
+        });
+    }
+
     void put(const QString& text) override {
         field().setText(text);
         field().setCursorPosition(0);
     }
 };
 
+// To be read only.
 class LinesView : public TextView<QPlainTextEdit> {
 public:
     LinesView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
+        field().setReadOnly(true);
         field().setTabChangesFocus(true);
         field().setFrameStyle(int{QFrame::Box} | int{QFrame::Sunken});
         field().setLineWidth(2); // of which it draws the inner one, beside the window's outline
         listenTo(*field().viewport());
-        connect(&field(), &QPlainTextEdit::textChanged, this, [this] {
-            if (!isPutting_)
-                tell(field().toPlainText());
-        });
     }
 
 private:
-    void put(const QString& text) override {
-        isPutting_ = true;
-        field().setPlainText(text);
-        isPutting_ = false;
-    }
-
-    bool isPutting_ = false;
+    void put(const QString& text) override { field().setPlainText(text); }
 };
 
 // In the grey of other programs, whatever colours the window has.

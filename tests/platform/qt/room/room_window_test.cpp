@@ -21,8 +21,9 @@ class RoomWindowTest : public testing::Test {
 protected:
     RoomWindowTest() { open(); }
 
-    // The program begins anew in the room's window, as a run of its own.
-    void open() {
+    // The program begins anew in the room's window, as a run of its own. What is typed so soon
+    // waits until it can be taken.
+    void open(const std::string& early = "") {
         room = std::make_unique<QtRoom>(machine.loop, machine.lines, server, machine.kept,
                                         DataDirectory(machine.drive("data")), "Owner");
         machine.host = &room->rooms.room;
@@ -31,9 +32,10 @@ protected:
         machine.start();
         room->completeBy(
             [this](std::string_view typed) { return completionOf(machine.state(), typed); });
+        strike(early);
+        said().clear();
         machine.run([this] { room->open([this] { ++quits; }); });
         settle();
-        said().clear();
     }
 
     // A window manager that has just begun may let a window stand in the back.
@@ -122,6 +124,13 @@ TEST_F(RoomWindowTest, TakesLinesAndShowsWhatIsSaid) {
         EXPECT_EQ(shownFor(keys), shown) << keys;
     EXPECT_EQ(quits, 1);
     EXPECT_NE(shownFor("/help\n").find("/bye NAME  \u2013  lets"), std::string::npos);
+}
+
+TEST_F(RoomWindowTest, TakesWhatWasTypedBeforeItCouldButForAPassword) {
+    machine.endProcess();
+    open("one\n/login jo\nsesam\n");
+    EXPECT_EQ(said().toPlainText(), "Owner: one");
+    EXPECT_EQ(ownName(), "password of jo:");
 }
 
 TEST_F(RoomWindowTest, TakesLinesWhileABoxIsOpen) {

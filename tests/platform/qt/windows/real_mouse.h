@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/qt/windows/desk.h"
+#include "support/patience.h"
 
 #include <QProcess>
 #include <QTest>
@@ -13,10 +14,11 @@ inline void hand(const QStringList& does) {
 }
 
 template <typename Condition> bool comes(Desk& desk, Condition condition) {
-    return QTest::qWaitFor([&] {
+    const auto looks = [&] {
         desk.settle();
         return condition();
-    });
+    };
+    return QTest::qWaitFor(looks, patienceInMilliseconds);
 }
 
 } // namespace larkspin

@@ -39,6 +39,12 @@ void clickRow(Desk& desk, QListView& list, int row, Qt::KeyboardModifiers keys =
     desk.settle();
 }
 
+QWidget& showAgain(Desk& desk, const std::string& name) {
+    desk.window(name).visible = false;
+    desk.settle();
+    return desk.show(name);
+}
+
 std::vector<int> selectedIn(const RowList& rows) {
     std::vector<int> selected;
     for (int row = 0; row < rows.count(); ++row)
@@ -143,7 +149,10 @@ TEST(Windows, DontCoverWhatWaitsForAnAnswer) {
 }
 
 TEST(Windows, LeaveTheKeysToTheOwnerUnlessTheyAnswerAPressOfHis) {
-    QtLoop loop;
+    struct : QtLoop {
+        Nanoseconds now() const override { return QtLoop::now() + skipped; }
+        Nanoseconds skipped{};
+    } loop;
     QtDialogs dialogs(loop);
     QLineEdit chat;
     chat.show();
@@ -165,14 +174,19 @@ TEST(Windows, LeaveTheKeysToTheOwnerUnlessTheyAnswerAPressOfHis) {
     EXPECT_FALSE(boxTakesKeys());
     dialogs.ownerPresses();
     EXPECT_TRUE(boxTakesKeys());
+    loop.skipped = 2s;
+    EXPECT_FALSE(boxTakesKeys()) << "that was an answer to something else";
 }
 
 TEST(Windows, StandInTheMiddleOfTheScreenUntilTheyAreMoved) {
     Desk desk;
-    const QWidget& splash = desk.show("dire");
+    QWidget& splash = desk.show("dire");
     const QPoint middle = QApplication::primaryScreen()->availableGeometry().center();
     EXPECT_TRUE(
         comes(desk, [&] { return (splash.geometry().center() - middle).manhattanLength() <= 2; }));
+    splash.move(90, 60);
+    EXPECT_TRUE(comes(desk, [&] { return desk.window("dire").place.left == 90 * 15; }));
+    EXPECT_EQ(showAgain(desk, "dire").pos(), QPoint(90, 60));
 }
 
 TEST(Windows, AreFetchedBackOntoTheScreen) {
@@ -201,9 +215,7 @@ TEST(Windows, AreFetchedBackOntoTheScreen) {
     QWidget& widget = desk.show("mp3s");
     widget.move(-200, 5); // by the owner, who can fetch it back
     EXPECT_TRUE(comes(desk, [&] { return desk.window("mp3s").place.left == -200 * 15; }));
-    desk.window("mp3s").visible = false;
-    desk.settle();
-    desk.show("mp3s");
+    showAgain(desk, "mp3s");
     EXPECT_TRUE(comes(desk, [&] { return widget.x() == -200; }));
 }
 
@@ -279,13 +291,17 @@ TEST(Windows, MoveByTheKeyboardAndOfferTheTraysMenu) {
     QTest::keyClick(&window, Qt::Key_Right, Qt::AltModifier);
     desk.settle();
     EXPECT_GT(desk.window("notez").place.left, left);
-    QContextMenuEvent right(QContextMenuEvent::Mouse, {5, 5}, {5, 5});
-    QApplication::sendEvent(&desk.control("notez", "Label1"), &right);
-    desk.settle();
-    EXPECT_EQ(desk.titleMenus, 1);
-    QApplication::sendEvent(&desk.control("notez", "Label2"), &right);
-    desk.settle();
-    EXPECT_EQ(desk.titleMenus, 1) << "no title";
+    QWidget &title = desk.control("notez", "Label1"), &other = desk.control("notez", "Label2");
+    const std::tuple<QWidget&, QContextMenuEvent::Reason, int> asks[] = {
+        {title, QContextMenuEvent::Mouse, 1},
+        {other, QContextMenuEvent::Mouse, 0},
+        {other, QContextMenuEvent::Keyboard, 1}};
+    for (const auto& [where, reason, menus] : asks) {
+        QContextMenuEvent asked(reason, {5, 5}, {5, 5});
+        QApplication::sendEvent(&where, &asked);
+        desk.settle();
+        EXPECT_EQ(std::exchange(desk.titleMenus, 0), menus) << reason;
+    }
 }
 
 TEST(Windows, SelectRowsAsTheirListsDo) {
@@ -384,6 +400,7 @@ TEST(Windows, DrawManyChangesOnceAndKeepTheirPlaceInTheList) {
     desk.show("mp3s");
     auto& list = desk.control<QListView>("mp3s", "playlistView");
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.widget("mp3s")));
+    clickRow(desk, list, 0); // which stays where it is, out of sight
     list.verticalScrollBar()->setValue(120);
     desk.settle();
     PaintCounter counter(*list.viewport());
@@ -452,10 +469,23 @@ TEST(Windows, HoldValuesThatBothSidesChange) {
     EXPECT_EQ(tag.text(), "<b>");
 }
 
+TEST(Windows, HearTheClickAfterADoubleClickThatEndsInAnotherWindow) {
+    Desk desk;
+    for (const char* note : {"one", "two"})
+        desk.owner(std::string("'sn ") + note);
+    desk.show("notez");
+    auto& list = desk.control<QListView>("notez", "List2");
+    clickRow(desk, list, 0);
+    const QPointF place = middleOfRow(list, 0);
+    QMouseEvent again(QEvent::MouseButtonDblClick, place, place, Qt::LeftButton, Qt::LeftButton,
+                      {});
+    QApplication::sendEvent(list.viewport(), &again);
+    clickRow(desk, list, 1);
+    EXPECT_EQ(desk.control<QLineEdit>("notez", "Text1").text(), "two");
+}
+
 TEST(Windows, ComeBackInTheNextRun) {
     Desk desk;
-    const QPoint middle = desk.show("dire").geometry().center();
-    EXPECT_EQ(middle, QApplication::primaryScreen()->availableGeometry().center());
     desk.show("notez");
     desk.restart();
     desk.settle();
