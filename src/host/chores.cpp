@@ -17,8 +17,12 @@ constexpr double beforeErrand = 0.2; // seconds, so that the room has the line b
 } // namespace
 
 void Chores::kw(const std::string& keyword) {
-    if (announce("goto keyword:  <b>" + keyword))
-        client_.gotoKeyword(keyword);
+    if (!announce("goto keyword:  <b>" + keyword))
+        return;
+    if (keyword.starts_with(privateRoomAddress))
+        client_.errands().enterPrivateRoom(keyword.substr(privateRoomAddress.size()));
+    else
+        client_.errands().gotoKeyword(keyword);
 }
 
 // What is no address is said like one and not opened. No word is due about that: nor is one said
@@ -32,61 +36,61 @@ void Chores::url(const std::string& address) {
 
 void Chores::pr(const std::string& room) {
     if (announce("private room ~> <b>" + room, beforeErrand))
-        client_.gotoKeyword(privateRoomAddress + room);
+        client_.errands().enterPrivateRoom(room);
 }
 
 void Chores::newMail() {
     if (announce("opening new mail"))
-        client_.sendHostKeys("^r");
+        client_.errands().openMail(ClientErrands::Mail::unread);
 }
 
 void Chores::oldMail() {
     if (announce("opening old mail"))
-        client_.sendHostKeys("%MRO");
+        client_.errands().openMail(ClientErrands::Mail::old);
 }
 
 void Chores::sentMail() {
     if (announce("opening sent mail"))
-        client_.sendHostKeys("%MRS");
+        client_.errands().openMail(ClientErrands::Mail::sent);
 }
 
 void Chores::signoff() {
     if (announce("signing off this piece of shit!", beforeErrand))
-        client_.sendHostKeys(signOffKeys);
+        client_.errands().signOff();
 }
 
 void Chores::closeaol() {
     if (announce("closing this piece of shit!", beforeErrand))
-        client_.closeHost();
+        client_.errands().closeHost();
 }
 
 void Chores::imson() {
-    switchMessages(messagesOn, "ims are now on");
+    switchMessages(true, "ims are now on");
 }
 
 void Chores::imsoff() {
-    switchMessages(messagesOff, "ims are now off");
+    switchMessages(false, "ims are now off");
 }
 
 void Chores::aim() {
-    core_.reply.saychat("login aim sn > <b> " + client_.messengerAccount());
+    core_.reply.saychat("login aim sn > <b> " + client_.errands().messengerAccount());
 }
 
 void Chores::hidewelc() {
-    client_.hideWelcomeWindow();
+    client_.errands().hideWelcomeWindow();
     core_.reply.saychat("welcome window = hidden");
 }
 
 void Chores::switchMessagesOn() {
-    switchMessages(messagesOn);
+    switchMessages(true);
 }
 
 void Chores::switchMessagesOff() {
-    switchMessages(messagesOff);
+    switchMessages(false);
 }
 
 void Chores::hideWelcome() {
-    client_.hideWelcomeWindow();
+    client_.errands().hideWelcomeWindow();
 }
 
 // True when the errand still is to be run: the line, or the wait after it, may have seen a
@@ -101,10 +105,10 @@ bool Chores::announce(const std::string& text, double wait) {
 
 // In turn: what is asked for last must be what holds. It is said also when the client has not shown
 // its windows, since nothing tells how the client has taken it.
-void Chores::switchMessages(const std::string& addressee, const std::string& said) {
-    inTurn_.run([this, addressee, said] {
+void Chores::switchMessages(bool areTaken, const std::string& said) {
+    inTurn_.run([this, areTaken, said] {
         const ThisRun run(core_.state);
-        client_.sendInstantMessage(addressee, "lks");
+        client_.errands().takePrivateMessages(areTaken);
         if (run.lasts() && !said.empty())
             core_.reply.saychat(said);
     });

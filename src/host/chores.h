@@ -38,7 +38,7 @@ public:
 
 private:
     bool announce(const std::string& text, double wait = 0);
-    void switchMessages(const std::string& addressee, const std::string& said = {});
+    void switchMessages(bool areTaken, const std::string& said = {});
 
     Core core_;
     HostClient& client_;

@@ -1,20 +1,11 @@
-// What the chat client takes for more than text: keywords and addresses that do something.
+// What the owner may enter for a keyword and every client knows.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 namespace larkspin {
 
-// A keyword: the private room of the name after it.
-inline const std::string privateRoomAddress = "aol://2719:2-2-";
-
-// A keyword: the notice of how long the owner has been online.
-inline const std::string onlineClock = "online clock";
-
-// By a message to one of these the owner switches private messages.
-inline const std::string messagesOn = "$IM_ON", messagesOff = "$IM_OFF";
-
-// Keys that sign him off.
-inline const std::string signOffKeys = "%OO";
+// The address of a private room, before its name.
+inline constexpr std::string_view privateRoomAddress = "aol://2719:2-2-";
 
 } // namespace larkspin

@@ -69,13 +69,10 @@ void IdleMode::countMinute() {
     state.idleMinutes = numberText(minutes);
 }
 
-// The client asks in its modal window, which tells other things as well.
 void IdleMode::answerQuestion() {
-    const HostHandle modal = client_.modalWindow();
-    const std::string text = client_.controlText(client_.statics(modal).first);
-    if (text.find("You have been idle for a while.") != std::string::npos ||
-        text.find("Do you wish to continue to stay online?") != std::string::npos)
-        client_.pressIcon(client_.firstIcon(modal));
+    const auto notice = client_.notices().notice();
+    if (notice && notice->asksForOwner)
+        client_.notices().confirm();
 }
 
 // In silent mode a report is a box, which waits for an owner who is away: no minute adds another

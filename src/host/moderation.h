@@ -1,6 +1,5 @@
 // Ignoring people in the room and, where it is the owner's, putting them out and letting them back
-// in: the program selects a person in the client's list and presses the client's button, one person
-// after the other.
+// in, one person after the other.
 #pragma once
 
 #include "chat/core.h"
@@ -25,26 +24,16 @@ public:
     void unban(const std::string& fragment);
 
 private:
-    using List = HostHandle (HostClient::*)();
+    // What is done about each person, and what is said of him then.
     struct Mode {
-        List list;               // from which the names are read
-        HostHandle read;         // the one that they were read from
-        std::string_view button; // that is pressed for each person
-        std::string_view ending; // of what is said of him
+        bool (RoomPeople::*act)(const Person&);
+        std::string_view ending;
     };
 
-    HostHandle readNames(List list);
-    void ignore(const std::string& fragment, std::string_view ending);
-    void eject(const std::string& fragment);
     void letBackIn(const std::string& fragment);
-    bool refusedToOthers();
-
-    // Does it to everybody in `roomScratch`, and empties that.
-    void pass(const std::string& fragment, const Mode& mode);
-    enum class Outcome { nobodyMatched, done, ended };
-    Outcome walk(const std::string& fragment, const Mode& mode);
-    bool treat(int row, const Mode& mode);
-    bool act(int row, const Mode& mode);
+    bool ownerMayEject();
+    void pass(const People& people, const std::string& fragment, const Mode& mode);
+    bool treat(const Person& person, const Mode& mode);
 
     Core core_;
     HostClient& client_;

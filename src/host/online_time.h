@@ -1,4 +1,4 @@
-// How long the owner has been online, read off the client's own clock.
+// How long the owner has been online, as his client tells it.
 #pragma once
 
 #include "chat/core.h"
@@ -16,11 +16,9 @@ public:
     void ot();
 
 private:
-    void readClock();
-
     Core core_;
     HostClient& client_;
-    InTurn inTurn_; // there is one notice
+    InTurn inTurn_; // the client has one clock
 };
 
 } // namespace larkspin

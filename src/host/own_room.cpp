@@ -1,6 +1,5 @@
 #include "host/own_room.h"
 
-#include "host/client_addresses.h"
 #include "text/blanks.h"
 #include "text/fold.h"
 #include "text/utf8.h"
@@ -13,7 +12,7 @@ namespace {
 
 const std::string place = "home"; // one, with all of his own rooms
 
-std::optional<int> rowOf(const RowList& list, std::string_view name) {
+std::optional<int> rowOfName(const RowList& list, std::string_view name) {
     const std::string folded = foldCase(name);
     if (!list.containsFolded(folded))
         return std::nullopt;
@@ -79,11 +78,11 @@ std::optional<std::string> OwnRoom::admit(const std::string& given) {
     const auto name = othersName(given);
     if (!name)
         return std::nullopt;
-    if (const auto row = rowOf(ejected(), *name)) {
+    if (const auto row = rowOfName(ejected(), *name)) {
         shown_.message(nameIn(ejected(), *row) + " is kept out");
         return std::nullopt;
     }
-    if (const auto row = rowOf(people(), *name))
+    if (const auto row = rowOfName(people(), *name))
         return nameIn(people(), *row);
     if (!here().people.add(*name)) {
         shown_.message("the room is full");
@@ -109,7 +108,7 @@ void OwnRoom::leave(const std::string& given) {
     const auto name = othersName(given);
     if (!name)
         return;
-    const auto row = rowOf(people(), *name);
+    const auto row = rowOfName(people(), *name);
     if (!row) {
         shown_.message(*name + " isn't here");
         return;
@@ -139,7 +138,7 @@ void OwnRoom::enterRoom(const std::string& wanted) {
         return;
     }
     current_ = *room;
-    handles_.showNewRoom();
+    ++visit_;
     shown_.message("you are in " + here().name);
 }
 
@@ -154,53 +153,43 @@ std::optional<std::size_t> OwnRoom::findOrMakeRoom(const std::string& name) {
     return rooms_.size() - 1;
 }
 
-void OwnRoom::toggleIgnored(const std::string& given) {
-    const auto row = rowOf(people(), given);
-    if (!row || isOwner(given))
-        return;
-    const std::string name = nameIn(people(), *row);
-    if (const auto ignoredRow = rowOf(ignored_, name)) {
-        ignored_.removeAt(*ignoredRow);
-        shown_.message(name + " is heard again");
-    } else if (ignored_.add(name)) {
-        shown_.message(name + " is ignored");
+// Nothing about the owner himself, and when it is a list of another room.
+std::optional<int> OwnRoom::rowOf(const RowList& list, const Person& person) const {
+    if (person.list != visit_ || isOwner(person.name))
+        return std::nullopt;
+    return rowOfName(list, person.name);
+}
+
+bool OwnRoom::toggleIgnored(const Person& person) {
+    if (const auto row = rowOf(people(), person)) {
+        const std::string name = nameIn(people(), *row);
+        if (const auto ignoredRow = rowOfName(ignored_, name)) {
+            ignored_.removeAt(*ignoredRow);
+            shown_.message(name + " is heard again");
+        } else if (ignored_.add(name)) {
+            shown_.message(name + " is ignored");
+        }
     }
+    return true;
 }
 
-void OwnRoom::eject(const std::string& given) {
-    const auto row = rowOf(people(), given);
-    if (!row || isOwner(given) || !here().ejected.add(people().share(*row)))
-        return;
-    const std::string name = nameIn(people(), *row);
-    here().people.removeAt(*row);
-    shown_.message(name + " is put out");
+bool OwnRoom::eject(const Person& person) {
+    const auto row = rowOf(people(), person);
+    if (row && here().ejected.add(people().share(*row))) {
+        const std::string name = nameIn(people(), *row);
+        here().people.removeAt(*row);
+        shown_.message(name + " is put out");
+    }
+    return true;
 }
 
-void OwnRoom::allow(const std::string& given) {
-    const auto row = rowOf(ejected(), given);
-    if (!row)
-        return;
-    const std::string name = nameIn(ejected(), *row);
-    here().ejected.removeAt(*row);
-    shown_.message(name + " may come back");
-}
-
-void OwnRoom::readHostList(HostHandle list, RowList& names, bool includeSelf) {
-    handles_.readHostList(list, names, includeSelf ? "" : screenName_);
-}
-
-HostHandle OwnRoom::findRoomIcon(const std::string& pattern) {
-    return handles_.findRoomIcon(pattern);
-}
-
-void OwnRoom::gotoKeyword(const std::string& keyword) {
-    if (keyword.starts_with(privateRoomAddress))
-        enterRoom(keyword.substr(privateRoomAddress.size()));
-}
-
-void OwnRoom::sendInstantMessage(const std::string& addressee, const std::string&) {
-    if (addressee == messagesOn || addressee == messagesOff)
-        takesMessages_ = addressee == messagesOn;
+bool OwnRoom::allow(const Person& person) {
+    if (const auto row = rowOf(ejected(), person)) {
+        const std::string name = nameIn(ejected(), *row);
+        here().ejected.removeAt(*row);
+        shown_.message(name + " may come back");
+    }
+    return true;
 }
 
 } // namespace larkspin

@@ -7,11 +7,10 @@
 
 #include "chat/chat_lines.h"
 #include "host/host_client.h"
-#include "host/room_handles.h"
-#include "host/room_people.h"
 #include "host/shown_room.h"
 #include "text/row_list.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,7 +18,7 @@
 
 namespace larkspin {
 
-class OwnRoom : public HostClient, public RoomPeople, public ShownRoom {
+class OwnRoom : public HostClient, public RoomPeople, public ClientErrands, public ShownRoom {
 public:
     OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown);
     OwnRoom(const OwnRoom&) = delete;
@@ -52,30 +51,24 @@ public:
     std::string ownName() const override { return screenName_; }
     bool isIgnored(std::string_view name) const override { return ignored_.contains(name); }
     const RowList& people() const override { return here().people; }
-    const RowList& ejected() const override { return here().ejected; }
-    bool ownerMayEject() const override { return true; }
-    void toggleIgnored(const std::string& name) override;
-    void eject(const std::string& name) override;
-    void allow(const std::string& name) override;
+    const RowList& ejected() const { return here().ejected; }
 
     std::string currentScreenName() override { return screenName_; }
     void sendChatLine(const std::string& line) override;
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
 
-    HostHandle findChatRoom() override { return handles_.findChatRoom(); }
-    HostHandle peopleList() override { return handles_.peopleList(); }
-    HostHandle ejectedList() override { return handles_.ejectedList(); }
-    void readHostList(HostHandle list, RowList& names, bool includeSelf) override;
-    void selectHostRow(HostHandle list, int row) override { handles_.selectHostRow(list, row); }
-    HostHandle findRoomIcon(const std::string& pattern) override;
-    bool iconVisible(HostHandle icon) override { return handles_.iconVisible(icon); }
-    void holdIcon(HostHandle icon) override { handles_.holdIcon(icon); }
-    void releaseIcon(HostHandle icon) override { handles_.releaseIcon(icon); }
-    std::string controlText(HostHandle icon) override { return handles_.controlText(icon); }
+    RoomPeople& roomPeople() override { return *this; }
+    People listPeople() override { return listed(people(), visit_); }
+    bool ownerMayEject() override { return true; }
+    bool toggleIgnored(const Person& person) override;
+    bool eject(const Person& person) override;
+    bool allow(const Person& person) override;
+    std::optional<People> beginAllowing() override { return listed(ejected(), visit_); }
 
-    void gotoKeyword(const std::string& keyword) override;
-    void sendInstantMessage(const std::string& addressee, const std::string& body) override;
+    ClientErrands& errands() override { return *this; }
+    void enterPrivateRoom(const std::string& name) override { enterRoom(name); }
+    void takePrivateMessages(bool areTaken) override { takesMessages_ = areTaken; }
 
 private:
     struct Place {
@@ -86,6 +79,7 @@ private:
     const Place& here() const { return rooms_[current_]; }
     Place& here() { return rooms_[current_]; }
     bool isOwner(std::string_view name) const;
+    std::optional<int> rowOf(const RowList& list, const Person& person) const;
     bool isTooLong(std::string_view name) const;
     std::optional<std::string> othersName(const std::string& given) const;
     std::optional<std::string> admit(const std::string& given);
@@ -98,7 +92,7 @@ private:
     std::size_t current_ = 0;
     RowList ignored_;
     bool takesMessages_ = true;
-    RoomHandles handles_{*this};
+    std::uint64_t visit_ = 0; // how often he has gone to a room: by that a list is known
 };
 
 } // namespace larkspin

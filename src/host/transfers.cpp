@@ -1,8 +1,6 @@
 #include "host/transfers.h"
 
 #include "chat/reply.h"
-#include "host/host_client.h"
-#include "host/transfer_texts.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "text/fold.h"
@@ -19,21 +17,16 @@ void Transfers::boxUpload() {
     reportUpload(AskedFrom::tray);
 }
 
+// A notice of another kind isn't spoken of.
 void Transfers::reportUpload(AskedFrom where) {
-    const HostHandle window = client_.modalWindow();
-    if (window == noHandle) {
+    const auto shown = notice();
+    if (!shown)
         tellOfNoUpload(where);
-        return;
-    }
-    const auto [status, timeLeft] = client_.statics(window);
-    if (timeLeft != noHandle)
-        tellUpload({.file = transferredFile(client_.controlText(status)),
-                    .percentage = uploadPercentage(client_.controlText(window)),
-                    .minutes = uploadMinutes(client_.controlText(timeLeft))},
-                   where);
+    else if (shown->upload)
+        tellUpload(*shown->upload, where);
 }
 
-void Transfers::tellUpload(const Progress& upload, AskedFrom where) {
+void Transfers::tellUpload(const Transfer& upload, AskedFrom where) {
     const auto boxed = [&](const std::string& sign) {
         return "upload:  " + upload.file + " - " + upload.percentage + sign +
                " - min:  " + upload.minutes;
@@ -57,66 +50,53 @@ void Transfers::tellOfNoUpload(AskedFrom where) {
 }
 
 void Transfers::dstat() {
-    const HostHandle window = client_.downloadWindow();
-    if (window == noHandle) {
-        if (!state_.idleClock.enabled())
-            reply_.sayOrBox("you're not downloading, bitch");
-        return;
-    }
-    const auto [status, timeLeft] = client_.statics(window);
-    const std::string file = transferredFile(client_.controlText(status));
-    const std::string percentage = downloadPercentage(client_.windowCaption(window));
-    const std::string minutes = downloadMinutes(client_.controlText(timeLeft));
-    reply_.sayOrBox("download:  <b>" + foldCase(file) + "</b> - <b>" + percentage +
-                        "</b> - min:  <b>" + foldCase(minutes),
-                    "download:  " + file + " - " + percentage + " - min:  " + minutes);
-}
-
-std::string Transfers::modalStatus() {
-    return client_.controlText(client_.statics(client_.modalWindow()).first);
-}
-
-// False, and nothing is hidden, unless the modal window is an upload's.
-bool Transfers::hideUpload() {
-    if (!tellsOfUpload(modalStatus()))
-        return false;
-    const HostHandle window = client_.modalWindow();
-    client_.showHostWindow(window, ShowCommand::hide);
-    client_.showHostWindow(window, ShowCommand::minimise);
-    return true;
+    const auto download = client_.notices().download();
+    if (download)
+        reply_.sayOrBox("download:  <b>" + foldCase(download->file) + "</b> - <b>" +
+                            download->percentage + "</b> - min:  <b>" + foldCase(download->minutes),
+                        "download:  " + download->file + " - " + download->percentage +
+                            " - min:  " + download->minutes);
+    else if (!state_.idleClock.enabled())
+        reply_.sayOrBox("you're not downloading, bitch");
 }
 
 void Transfers::upzon() {
-    const std::string status = modalStatus();
-    if (hideUpload())
-        reply_.saychat(foldCase(status));
-    else
-        reply_.sayOrBox(noUpload);
-}
-
-void Transfers::upzoff() {
-    if (!tellsOfUpload(modalStatus())) {
+    const auto shown = notice();
+    if (!shown || !shown->isUpload) {
         reply_.sayOrBox(noUpload);
         return;
     }
-    client_.showHostWindow(client_.modalWindow(), ShowCommand::restore);
+    client_.notices().hide();
+    reply_.saychat(foldCase(shown->text));
+}
+
+void Transfers::upzoff() {
+    const auto shown = notice();
+    if (!shown || !shown->isUpload) {
+        reply_.sayOrBox(noUpload);
+        return;
+    }
+    client_.notices().bringBack();
     reply_.saychat("upchat off");
 }
 
 void Transfers::pressEndNotice() {
-    if (!tellsOfEnd(modalStatus()))
+    const auto shown = notice();
+    if (!shown || !shown->tellsOfEnd)
         return;
-    client_.pressIcon(client_.firstIcon(client_.modalWindow()));
+    client_.notices().confirm();
     state_.uploadSeen = "nope";
 }
 
 // Seen before it is said, since the next second may come in the middle of the message.
 void Transfers::hideNewUpload() {
-    if (!tellsOfTransfer(modalStatus())) {
+    const auto shown = notice();
+    if (!shown || !shown->tellsOfTransfer) {
         state_.uploadSeen = "nope";
     } else if (state_.uploadSeen != "yep") {
         state_.uploadSeen = "yep";
-        hideUpload();
+        if (shown->isUpload)
+            client_.notices().hide();
         reply_.saychat("auto-upchat enabled");
     }
 }

@@ -3,12 +3,11 @@
 #pragma once
 
 #include "chat/core.h"
+#include "host/host_client.h"
 
-#include <string>
+#include <optional>
 
 namespace larkspin {
-
-class HostClient;
 
 class Transfers {
 public:
@@ -31,15 +30,11 @@ public:
 
 private:
     enum class AskedFrom { chat, tray };
-    struct Progress {
-        std::string file, percentage, minutes;
-    };
 
     void reportUpload(AskedFrom where);
-    void tellUpload(const Progress& upload, AskedFrom where);
+    void tellUpload(const Transfer& upload, AskedFrom where);
     void tellOfNoUpload(AskedFrom where);
-    bool hideUpload();
-    std::string modalStatus(); // the first line of text in the client's modal window
+    std::optional<Notice> notice() { return client_.notices().notice(); }
 
     AppState& state_;
     Dialogs& dialogs_;

@@ -94,7 +94,6 @@ struct AppState {
     std::string noteText;
     RowList appTitles, appPaths; // parallel
     std::string appPathText;
-    RowList roomScratch;
     std::string idleReason, idleMinutes, idleHours;
     Timer idleClock{std::chrono::minutes(1)};
     std::string uploadSeen; // "yep" or "nope"

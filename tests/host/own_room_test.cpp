@@ -12,10 +12,17 @@ namespace {
 // enter; "!bob" is ignored or no more, "#bob" put out, "~bob" let back.
 void happen(OwnRoom& room, const std::string& what) {
     static const std::map<char, void (OwnRoom::*)(const std::string& name)> acts{
-        {'+', &OwnRoom::comeIn},        {'-', &OwnRoom::leave}, {'@', &OwnRoom::enterRoom},
+        {'+', &OwnRoom::comeIn}, {'-', &OwnRoom::leave}, {'@', &OwnRoom::enterRoom}};
+    static const std::map<char, bool (OwnRoom::*)(const Person& person)> deeds{
         {'!', &OwnRoom::toggleIgnored}, {'#', &OwnRoom::eject}, {'~', &OwnRoom::allow}};
     if (const auto act = acts.find(what[0]); act != acts.end())
         return (room.*act->second)(what.substr(1));
+    if (const auto deed = deeds.find(what[0]); deed != deeds.end()) {
+        Person person = room.listPeople().front();
+        person.name = what.substr(1);
+        (room.*deed->second)(person);
+        return;
+    }
     const auto end = what.find_first_of(":>");
     const std::string speaker = what.substr(0, end), text = what.substr(end + 2);
     what[end] == ':' ? room.sayAs({speaker, text}) : room.whisper(speaker, text);
@@ -75,20 +82,22 @@ TEST(OwnRoom, WhoIsPutOutStaysOutOfThatRoomUntilHeIsLetBack) {
 
 TEST(OwnRoom, TheClientsAddressesLeadToPrivateRoomsAndOthersNowhere) {
     OwnRoomMachine machine;
-    for (const char* address : {"aol://2719:2-2-my den", "aol://2719:2-2- ", "online clock"})
-        machine.own.gotoKeyword(address);
+    machine.start();
+    for (const char* keyword : {"aol://2719:2-2-my den", "aol://2719:2-2- ", "online clock"})
+        machine.owner("'kw " + std::string(keyword));
     EXPECT_EQ(machine.own.name(), "my den");
 }
 
 TEST(OwnRoom, PrivateMessagesAreRefusedOnRequest) {
     OwnRoomMachine machine;
-    const auto answer = [&](const char* addressee) {
-        machine.own.sendInstantMessage(addressee, "lks");
+    machine.start();
+    const auto answer = [&](const char* line) {
+        machine.owner(line);
         return seen(machine, {"bob> psst"});
     };
-    EXPECT_EQ(answer("bob"), "[room] bob whispers: psst\n");
-    EXPECT_EQ(answer("$IM_OFF"), "[room] a private message of bob was refused\n");
-    EXPECT_EQ(answer("$IM_ON"), "[room] bob whispers: psst\n");
+    EXPECT_EQ(answer(""), "[room] bob whispers: psst\n");
+    EXPECT_EQ(answer("'imsoff"), "[room] a private message of bob was refused\n");
+    EXPECT_EQ(answer("'imson"), "[room] bob whispers: psst\n");
 }
 
 TEST(OwnRoom, HoldsAsManyAsAList) {
@@ -102,26 +111,18 @@ TEST(OwnRoom, HoldsAsManyAsAList) {
     EXPECT_EQ(seen(machine, {"@one more"}), "[room] there are too many rooms\n");
 }
 
-TEST(OwnRoom, ButtonsActOnTheListThatShows) {
+TEST(OwnRoom, WhoWasListedInOneRoomIsNobodyInTheNext) {
     OwnRoomMachine machine;
     OwnRoom& room = machine.own;
-    seen(machine, {"+ann", "+bob"});
-    RowList names;
-    room.readHostList(room.peopleList(), names, false);
-    EXPECT_EQ(names.count(), 2);
-    const auto press = [&](const char* button, int row) {
-        room.selectHostRow(room.peopleList(), row);
-        return machine.seenOf([&] { room.pressIcon(room.findRoomIcon(button)); });
-    };
-    for (const char* button : {"Ejecte*", "Eject M*", "Ignor*", "Peopl*"})
-        EXPECT_EQ(press(button, 2), "");
-    EXPECT_EQ(press("Ignor*", 3), "");
-    EXPECT_EQ(press("Eject M*", 2), "[room] bob is put out\n");
-    room.selectHostRow(room.peopleList(), 1);
-    room.releaseIcon(room.findRoomIcon("Eject M*")); // which isn't held
-    EXPECT_EQ(seen(machine, {"+ann", "@den", "+ann"}),
-              "[room] you are in den\n[room] ann comes in\n");
-    EXPECT_EQ(press("Eject M*", 1), ""); // the row was another room's
+    seen(machine, {"+ann", "#ann", "+bob"});
+    const Person ann = room.beginAllowing()->front(), bob = room.listPeople().back();
+    seen(machine, {"@den", "+ann", "#ann", "+bob"});
+    EXPECT_EQ(machine.seenOf([&] {
+        room.toggleIgnored(bob);
+        room.eject(bob);
+        room.allow(ann);
+    }),
+              "");
 }
 
 } // namespace

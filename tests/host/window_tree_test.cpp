@@ -1,6 +1,6 @@
 // The chat client as a tree of windows. The owner's lines go through it, and each operation is
 // tried on windows that come late, stand in another order, or aren't there.
-#include "host/host_bytes.h"
+#include "host/window_tree/host_bytes.h"
 #include "support/pretend_host.h"
 #include "support/talk.h"
 #include "text/row_list.h"
@@ -29,7 +29,7 @@ struct WindowTree : testing::Test {
 
     VirtualMachine machine;
     PretendHost host{machine};
-    HostClient& client = host.host;
+    WindowTreeHost& client = host.host;
 };
 
 } // namespace
@@ -209,22 +209,22 @@ TEST_F(WindowTree, OutlivesTheClientAtEveryCall) {
     bool vanished = true;
     for (int at = 1; vanished; ++at) {
         PretendHost dying(machine);
-        HostClient& c = dying.host;
+        WindowTreeHost& c = dying.host;
         dying.showDownload("File Transfer - 3%", {"a", "b"});
         dying.showModal("File Transfer - 3%", {"a", "b"});
         dying.vanishAt = dying.calls + at;
         EXPECT_LE(timeOf([&] {
-                      RowList names;
                       c.sendChatLine("x");
                       c.hideWelcomeWindow();
-                      c.readHostList(c.peopleList(), names, false);
-                      c.selectHostRow(c.ejectedList(), 0);
-                      c.pressIcon(c.findRoomIcon("Ignor*"));
-                      c.sendInstantMessage("$IM_ON", "x");
-                      c.gotoKeyword("online clock");
-                      c.pressByKey(c.firstIcon(c.waitForClockNotice()));
-                      c.controlText(c.statics(c.downloadWindow()).second);
-                      c.showHostWindow(c.modalWindow(), ShowCommand::restore);
+                      for (const Person& person : c.roomPeople().listPeople())
+                          c.roomPeople().toggleIgnored(person);
+                      c.roomPeople().beginAllowing();
+                      c.roomPeople().endAllowing();
+                      c.takePrivateMessages(true);
+                      c.timeOnline();
+                      c.notices().notice();
+                      c.notices().download();
+                      c.notices().bringBack();
                       c.bringHostForward();
                       c.closeHost();
                   }),

@@ -14,7 +14,7 @@ public:
 
     struct Room : OwnRoom {
         using OwnRoom::OwnRoom;
-        bool ownerMayEject() const override { return owned; }
+        bool ownerMayEject() override { return owned; }
         bool owned = true;
     };
     Room own{lines,

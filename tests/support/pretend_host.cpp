@@ -1,6 +1,6 @@
 #include "support/pretend_host.h"
 
-#include "host/host_bytes.h"
+#include "host/window_tree/host_bytes.h"
 
 namespace larkspin {
 

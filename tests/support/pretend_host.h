@@ -11,7 +11,7 @@
 // bytes.
 #pragma once
 
-#include "host/window_tree_host.h"
+#include "host/window_tree/window_tree_host.h"
 #include "support/pretend_windows.h"
 #include "support/virtual_machine.h"
 

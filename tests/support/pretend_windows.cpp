@@ -1,6 +1,6 @@
 #include "support/pretend_windows.h"
 
-#include "host/window_names.h"
+#include "host/window_tree/window_names.h"
 
 #include <algorithm>
 

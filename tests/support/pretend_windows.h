@@ -2,7 +2,7 @@
 // What a pressed button or an entered text brings about is the business of whoever derives from it.
 #pragma once
 
-#include "host/window_calls.h"
+#include "host/window_tree/window_calls.h"
 
 #include <map>
 #include <string>

@@ -1,6 +1,8 @@
 #include "irc/channels/irc_moderation.h"
 
+#include "host/shown_room.h"
 #include "irc/connection/irc_session.h"
+#include "text/visible.h"
 
 namespace larkspin {
 
@@ -11,15 +13,42 @@ constexpr std::string_view wildcards = "*?@";
 
 } // namespace
 
+People IrcModeration::listPeople() {
+    return channels_.here() ? listed(channels_.here()->channel.people(), visit_) : People();
+}
+
+std::optional<People> IrcModeration::beginAllowing() {
+    if (!channels_.here())
+        return std::nullopt;
+    return listed(channels_.here()->channel.ejected(), visit_);
+}
+
+bool IrcModeration::ownerMayEject() {
+    const auto* const place = channels_.here();
+    return place && place->channel.mayEject(session_.nick(), session_.features());
+}
+
+// The room, if he still is there, and not the owner himself.
+const IrcChannel* IrcModeration::channelOf(const Person& person) const {
+    const IrcChannels::Place* const place = channels_.here();
+    const bool isThere = place && person.list == visit_ && !session_.isSelf(person.name) &&
+                         place->channel.contains(person.name, session_.features());
+    return isThere ? &place->channel : nullptr;
+}
+
 bool IrcModeration::ignores(std::string_view name) const {
     return ignored_.contains(session_.features().fold(name));
 }
 
-bool IrcModeration::toggleIgnored(std::string_view name) {
-    const std::string folded = session_.features().fold(name);
-    if (ignored_.erase(folded) > 0)
-        return false;
-    ignored_.insert(folded);
+bool IrcModeration::toggleIgnored(const Person& person) {
+    if (!channelOf(person))
+        return true;
+    const std::string folded = session_.features().fold(person.name);
+    const bool isIgnored = ignored_.erase(folded) == 0;
+    if (isIgnored)
+        ignored_.insert(folded);
+    shown_.tell(visibleName(person.name) + (isIgnored ? " is ignored" : " is heard again"));
+    shown_.changed();
     return true;
 }
 
@@ -29,26 +58,27 @@ void IrcModeration::rename(std::string_view from, std::string_view to) {
         ignored_.insert(features.fold(to));
 }
 
-bool IrcModeration::ownerMayEject(const IrcChannels::Place& place) const {
-    return place.channel.mayEject(session_.nick(), session_.features());
+bool IrcModeration::eject(const Person& person) {
+    const IrcChannel* const channel = channelOf(person);
+    if (channel && ownerMayEject() && person.name.find_first_of(wildcards) == std::string::npos) {
+        session_.request("MODE", {channel->name(), "+b", person.name + "!*@*"});
+        session_.request("KICK", {channel->name(), person.name});
+    }
+    return true;
 }
 
-void IrcModeration::eject(const IrcChannel& channel, std::string_view name) {
-    const std::string nick(name);
-    if (nick.find_first_of(wildcards) != std::string::npos)
+bool IrcModeration::allow(const Person& person) {
+    if (person.list == visit_ && ownerMayEject())
+        for (const std::string& mask : channels_.here()->channel.masksOf(person.name))
+            session_.request("MODE", {channels_.here()->channel.name(), "-b", mask});
+    return true;
+}
+
+void IrcModeration::askForBans() {
+    if (!ownerMayEject() || channels_.here()->wereBansAsked)
         return;
-    session_.request("MODE", {channel.name(), "+b", nick + "!*@*"});
-    session_.request("KICK", {channel.name(), nick});
-}
-
-void IrcModeration::allow(const IrcChannel& channel, std::string_view ejectedRow) {
-    for (const std::string& mask : channel.masksOf(ejectedRow))
-        session_.request("MODE", {channel.name(), "-b", mask});
-}
-
-void IrcModeration::askForBans(IrcChannels::Place& place) {
-    if (!place.wereBansAsked && ownerMayEject(place))
-        place.wereBansAsked = session_.request("MODE", {place.channel.name(), "b"});
+    const std::string& name = channels_.here()->channel.name();
+    channels_.here()->wereBansAsked = session_.request("MODE", {name, "b"});
 }
 
 } // namespace larkspin

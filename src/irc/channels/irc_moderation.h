@@ -1,9 +1,12 @@
 // What the owner does about others: whom he ignores, in all rooms, and whom he puts out of the room
-// or lets back in.
+// or lets back in. Nothing here waits.
 #pragma once
 
+#include "host/host_client.h"
 #include "irc/channels/irc_channels.h"
 
+#include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -11,30 +14,40 @@
 namespace larkspin {
 
 class IrcSession;
+struct RoomDisplay;
 
-class IrcModeration {
+class IrcModeration : public RoomPeople {
 public:
-    explicit IrcModeration(IrcSession& session) : session_(session) {}
+    IrcModeration(IrcSession& session, IrcChannels& channels, const RoomDisplay& shown)
+        : session_(session), channels_(channels), shown_(shown) {}
+
+    People listPeople() override;
+    bool ownerMayEject() override;
+    bool toggleIgnored(const Person& person) override;
+    bool eject(const Person& person) override;
+    bool allow(const Person& person) override;
+    std::optional<People> beginAllowing() override;
 
     bool ignores(std::string_view name) const;
-
-    // True when he is ignored then.
-    bool toggleIgnored(std::string_view name);
 
     // Whoever is ignored is so under his next name, too. Others may take the last one.
     void rename(std::string_view from, std::string_view to);
     void ignoreNobody() { ignored_.clear(); }
 
-    bool ownerMayEject(const IrcChannels::Place& place) const;
-    void eject(const IrcChannel& channel, std::string_view name);
-    void allow(const IrcChannel& channel, std::string_view ejectedRow);
+    // The owner is in another room, or in none: whoever was listed before isn't meant any more.
+    void newRoom() { ++visit_; }
 
-    // The list of the bans, once, and not before the owner could do something about them.
-    void askForBans(IrcChannels::Place& place);
+    // The list of the room's bans, once, and not before the owner could do something about them.
+    void askForBans();
 
 private:
+    const IrcChannel* channelOf(const Person& person) const;
+
     IrcSession& session_;
+    IrcChannels& channels_;
+    const RoomDisplay& shown_;
     std::set<std::string, std::less<>> ignored_; // folded names
+    std::uint64_t visit_ = 0;
 };
 
 } // namespace larkspin

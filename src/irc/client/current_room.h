@@ -27,37 +27,13 @@ public:
     const RowList& people() const override { return shown().people(); }
     bool isIgnored(std::string_view name) const override { return shown().isIgnored(name); }
 
-    // What neither room has isn't here.
     std::string currentScreenName() override { return here().currentScreenName(); }
     void sendChatLine(const std::string& line) override { here().sendChatLine(line); }
     void dropUnsaid() override { here().dropUnsaid(); }
     void clearChatInput() override { here().clearChatInput(); }
     void bringHostForward() override { here().bringHostForward(); }
-    HostHandle findChatRoom() override { return here().findChatRoom(); }
-    HostHandle peopleList() override { return here().peopleList(); }
-    HostHandle ejectedList() override { return here().ejectedList(); }
-    void readHostList(HostHandle list, RowList& names, bool includeSelf) override {
-        here().readHostList(list, names, includeSelf);
-    }
-    void selectHostRow(HostHandle list, int row) override { here().selectHostRow(list, row); }
-    HostHandle findRoomIcon(const std::string& pattern) override {
-        return here().findRoomIcon(pattern);
-    }
-    bool iconVisible(HostHandle icon) override { return here().iconVisible(icon); }
-    void holdIcon(HostHandle icon) override { here().holdIcon(icon); }
-    void releaseIcon(HostHandle icon) override { here().releaseIcon(icon); }
-    std::string controlText(HostHandle control) override { return here().controlText(control); }
-    void gotoKeyword(const std::string& keyword) override { here().gotoKeyword(keyword); }
-    void sendInstantMessage(const std::string& addressee, const std::string& body) override {
-        here().sendInstantMessage(addressee, body);
-    }
-    void closeHost() override { here().closeHost(); }
-    void sendHostKeys(const std::string& keys) override { here().sendHostKeys(keys); }
-    HostHandle waitForClockNotice() override { return here().waitForClockNotice(); }
-    Statics statics(HostHandle window) override { return here().statics(window); }
-    HostHandle firstIcon(HostHandle window) override { return here().firstIcon(window); }
-    void pressByKey(HostHandle icon) override { here().pressByKey(icon); }
-    std::string messengerAccount() override { return here().messengerAccount(); }
+    RoomPeople& roomPeople() override { return here().roomPeople(); }
+    ClientErrands& errands() override { return here().errands(); }
 
 private:
     HostClient& here() { return isOnNetwork() ? static_cast<HostClient&>(irc_) : own_; }

@@ -1,12 +1,11 @@
 #include "irc/client/irc_client.h"
 
-#include "host/client_addresses.h"
 #include "host/room_words.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
 #include "irc/talk/irc_news.h"
 #include "text/blanks.h"
-#include "text/fold.h"
+#include "text/number.h"
 #include "text/visible.h"
 
 #include <algorithm>
@@ -88,8 +87,8 @@ void IrcClient::disconnect() {
     shown_.changed();
 }
 
-void IrcClient::sendHostKeys(const std::string& keys) {
-    if (keys != signOffKeys || !session_.isOn())
+void IrcClient::signOff() {
+    if (!session_.isOn())
         return;
     endSession();
     forgetRooms();
@@ -128,8 +127,7 @@ void IrcClient::lost() {
 void IrcClient::forgetRooms() {
     channels_.clear();
     speech_.clear();
-    clock_.close();
-    handles_.showNewRoom();
+    moderation_.newRoom();
 }
 
 void IrcClient::take(const IrcMessage& message) {
@@ -149,16 +147,14 @@ void IrcClient::take(const IrcMessage& message) {
         speech_.refused(message.parameter(1));
     channels_.take(message, session_.features());
     joining_.take(message);
-    if (Place* const place = channels_.here();
-        place && (command == numeric::endOfNames || command == "MODE"))
-        moderation_.askForBans(*place);
+    if (command == numeric::endOfNames || command == "MODE")
+        moderation_.askForBans();
     shown_.changed();
 }
 
 void IrcClient::newRoom() {
-    handles_.showNewRoom();
-    if (channels_.here())
-        moderation_.askForBans(*channels_.here());
+    moderation_.newRoom();
+    moderation_.askForBans();
     shown_.changed();
 }
 
@@ -271,92 +267,19 @@ const RowList& IrcClient::ejected() const {
     return here() ? here()->ejected() : nobody_;
 }
 
-bool IrcClient::ownerMayEject() const {
-    return here() && moderation_.ownerMayEject(*channels_.here());
-}
-
-void IrcClient::toggleIgnored(const std::string& name) {
-    if (!here() || session_.isSelf(name) || !here()->contains(name, session_.features()))
-        return;
-    const bool isIgnored = moderation_.toggleIgnored(name);
-    tell(visibleName(name) + (isIgnored ? " is ignored" : " is heard again"));
-    shown_.changed();
-}
-
-void IrcClient::eject(const std::string& name) {
-    if (ownerMayEject() && !session_.isSelf(name) && here()->contains(name, session_.features()))
-        moderation_.eject(*here(), name);
-}
-
-void IrcClient::allow(const std::string& ejectedRow) {
-    if (ownerMayEject())
-        moderation_.allow(*here(), ejectedRow);
-}
-
-HostHandle IrcClient::findChatRoom() {
-    return here() ? handles_.findChatRoom() : noHandle;
-}
-
-HostHandle IrcClient::peopleList() {
-    return here() ? handles_.peopleList() : noHandle;
-}
-
-HostHandle IrcClient::ejectedList() {
-    return here() ? handles_.ejectedList() : noHandle;
-}
-
-void IrcClient::readHostList(HostHandle list, RowList& names, bool includeSelf) {
-    handles_.readHostList(list, names, includeSelf ? "" : session_.nick());
-}
-
-HostHandle IrcClient::findRoomIcon(const std::string& pattern) {
-    return here() ? handles_.findRoomIcon(pattern) : noHandle;
-}
-
-bool IrcClient::iconVisible(HostHandle icon) {
-    return here() && handles_.iconVisible(icon);
-}
-
 void IrcClient::gotoKeyword(const std::string& keyword) {
-    if (keyword.starts_with(privateRoomAddress))
-        joining_.joinAndEnter(keyword.substr(privateRoomAddress.size()));
-    else if (equalFolded(keyword, onlineClock) && session_.isWelcomed())
-        clock_.open(loop_.localTime(), std::chrono::duration_cast<std::chrono::minutes>(
-                                           loop_.now() - session_.welcomedAt()));
-    else if (session_.features().isChannel(keyword))
+    if (session_.features().isChannel(keyword))
         joining_.joinAndEnter(keyword);
 }
 
-void IrcClient::sendInstantMessage(const std::string& addressee, const std::string& body) {
-    if (addressee == messagesOn || addressee == messagesOff)
-        hearing_.takeMessages(addressee == messagesOn);
-    else
-        message(addressee, body);
-}
-
-std::string IrcClient::controlText(HostHandle control) {
-    const std::string text = clock_.textIn(control);
-    return text.empty() ? handles_.controlText(control) : text;
-}
-
-HostHandle IrcClient::waitForClockNotice() {
-    return clock_.window();
-}
-
-HostClient::Statics IrcClient::statics(HostHandle window) {
-    return {.first = clock_.textOf(window)};
-}
-
-HostHandle IrcClient::firstIcon(HostHandle window) {
-    return clock_.buttonOf(window);
-}
-
-void IrcClient::pressByKey(HostHandle icon) {
-    clock_.press(icon);
-}
-
-std::string IrcClient::messengerAccount() {
-    return session_.identity().account;
+std::optional<std::string> IrcClient::timeOnline() {
+    if (!session_.isWelcomed())
+        return std::nullopt;
+    const auto online = loop_.now() - session_.welcomedAt();
+    const auto hours = std::chrono::duration_cast<std::chrono::hours>(online);
+    const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(online - hours);
+    return "online for " + (hours.count() > 0 ? counted(hours.count(), "hour") + " and " : "") +
+           counted(minutes.count(), "minute") + '.';
 }
 
 } // namespace larkspin

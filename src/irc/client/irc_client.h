@@ -7,13 +7,10 @@
 
 #include "chat/chat_lines.h"
 #include "host/host_client.h"
-#include "host/room_handles.h"
-#include "host/room_people.h"
 #include "host/shown_room.h"
 #include "irc/channels/irc_channels.h"
 #include "irc/channels/irc_joining.h"
 #include "irc/channels/irc_moderation.h"
-#include "irc/client/irc_clock.h"
 #include "irc/connection/irc_session.h"
 #include "irc/talk/irc_hearing.h"
 #include "irc/talk/irc_pacing.h"
@@ -27,7 +24,7 @@
 
 namespace larkspin {
 
-class IrcClient : public HostClient, public RoomPeople, public ShownRoom {
+class IrcClient : public HostClient, public ClientErrands, public ShownRoom {
 public:
     IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connection, RoomDisplay shown);
     IrcClient(const IrcClient&) = delete;
@@ -83,11 +80,7 @@ public:
     bool isIgnored(std::string_view name) const override;
 
     const RowList& people() const override;
-    const RowList& ejected() const override;
-    bool ownerMayEject() const override;
-    void toggleIgnored(const std::string& name) override;
-    void eject(const std::string& name) override;
-    void allow(const std::string& name) override;
+    const RowList& ejected() const;
 
     std::string currentScreenName() override; // blank while in no room
     void sendChatLine(const std::string& line) override;
@@ -95,26 +88,16 @@ public:
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
 
-    HostHandle findChatRoom() override;
-    HostHandle peopleList() override;
-    HostHandle ejectedList() override;
-    void readHostList(HostHandle list, RowList& names, bool includeSelf) override;
-    void selectHostRow(HostHandle list, int row) override { handles_.selectHostRow(list, row); }
-    HostHandle findRoomIcon(const std::string& pattern) override;
-    bool iconVisible(HostHandle icon) override;
-    void holdIcon(HostHandle icon) override { handles_.holdIcon(icon); }
-    void releaseIcon(HostHandle icon) override { handles_.releaseIcon(icon); }
-    std::string controlText(HostHandle control) override;
+    RoomPeople& roomPeople() override { return moderation_; }
 
-    void gotoKeyword(const std::string& keyword) override;
-    void sendInstantMessage(const std::string& addressee, const std::string& body) override;
+    ClientErrands& errands() override { return *this; }
+    void gotoKeyword(const std::string& keyword) override; // the name of a channel
+    void enterPrivateRoom(const std::string& name) override { joining_.joinAndEnter(name); }
+    void signOff() override;
     void closeHost() override { disconnect(); }
-    void sendHostKeys(const std::string& keys) override;
-    HostHandle waitForClockNotice() override;
-    Statics statics(HostHandle window) override;
-    HostHandle firstIcon(HostHandle window) override;
-    void pressByKey(HostHandle icon) override;
-    std::string messengerAccount() override;
+    void takePrivateMessages(bool areTaken) override { hearing_.takeMessages(areTaken); }
+    std::optional<std::string> timeOnline() override;
+    std::string messengerAccount() override { return session_.identity().account; }
 
 private:
     using Place = IrcChannels::Place;
@@ -134,15 +117,13 @@ private:
     EventLoop& loop_;
     ChatLines& lines_;
     RoomDisplay shown_;
-    RoomHandles handles_{*this};
     IrcSession session_;
     IrcChannels channels_;
     IrcJoining joining_;
-    IrcModeration moderation_{session_};
+    IrcModeration moderation_{session_, channels_, shown_};
     IrcHearing hearing_;
     IrcSpeech speech_;
     IrcPacing pacing_;
-    IrcClock clock_;
     bool isOn_ = false;
     RowList nobody_;
 };

@@ -14,6 +14,9 @@ protected:
         for (const auto& [line, expected] : talk)
             EXPECT_EQ(line.starts_with(':') ? told(line) : typed(line, 10s), expected) << line;
     }
+    Person listed(const std::string& name) {
+        return {name, 0, irc.roomPeople().listPeople().front().list};
+    }
     void connect(const char* host) {
         seenOf([&] { irc.connect({.host = host}, {.nick = "Owner"}, "#music"); });
     }
@@ -73,7 +76,7 @@ TEST_F(IrcClientTest, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
          "Owner: 'unx eve\n- eve is heard again\nOwner: <b>eve</b>, unignored bastard\n"},
         {says, "eve: hi\n"},
     });
-    irc.toggleIgnored("eve");
+    irc.roomPeople().toggleIgnored(listed("eve"));
     connect("irc.test");
     EXPECT_EQ(told(says), "");
     connect("other.test"); // where that is somebody else's name
@@ -90,10 +93,24 @@ TEST_F(IrcClientTest, AnOperatorPutsOthersOutAndLetsThemBackIn) {
     EXPECT_EQ(irc.ejected().count(), 1);
     for (const std::string wild : {"a*", "b?b", "a@b"}) { // would put out others, too
         told(':' + wild + " JOIN #music");
-        EXPECT_EQ(sentOf([&] { irc.eject(wild); }), "") << wild;
+        EXPECT_EQ(sentOf([&] { irc.roomPeople().eject(listed(wild)); }), "") << wild;
     }
     told(":bob!b@h MODE #music -o Owner");
     EXPECT_EQ(typed("'ban bob"), "Owner: 'ban bob\nOwner: you aren't the owner, dumbass\n");
+}
+
+TEST_F(IrcClientTest, WhoWasListedInOneRoomIsNobodyInTheNext) {
+    server.names["#den"] = "@Owner ann";
+    const Person ann = listed("ann"), evil = listed("*!*@evil");
+    seenOf([&] { room.errands().enterPrivateRoom("den"); });
+    told(":irc 367 Owner #den *!*@evil");
+    EXPECT_EQ(sentOf([&] {
+                  irc.roomPeople().eject(ann);
+                  irc.roomPeople().toggleIgnored(ann);
+                  irc.roomPeople().allow(evil);
+              }),
+              "");
+    EXPECT_FALSE(room.isIgnored("ann"));
 }
 
 TEST_F(IrcClientTest, BansAreAskedForAsSoonAsTheOwnerCouldLiftThem) {
@@ -170,7 +187,10 @@ TEST_F(IrcClientTest, WhatTheOwnerHasAskedForIsToldApart) {
 
 TEST_F(IrcClientTest, TheClientsErrandsAreRunOnTheNetwork) {
     advance(125s);
-    expectTalk({{"'ot", "Owner: 'ot\nOwner: online for <b>2</b> minutes.\n"},
+    expectTalk({{"'ot", "Owner: 'ot\nOwner: online for <b>2</b> minutes.\n"}});
+    for (int minute = 0; minute < 60; ++minute)
+        seenOf([&] { server.say("PING :x"); }, 1min);
+    expectTalk({{"'ot", "Owner: 'ot\nOwner: online for <b>1</b> hour and <b>2</b> minutes.\n"},
                 {"'signoff", "Owner: 'signoff\nOwner: signing off this piece of shit!\n"
                              "- you are signed off\n"}});
     EXPECT_EQ(server.sent.back().substr(0, 4), "QUIT");

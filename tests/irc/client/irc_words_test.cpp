@@ -173,7 +173,7 @@ TEST_F(IrcWordsTest, TakeUpAgainWhatWasAskedForUntilItIsLeft) {
     begin();
     EXPECT_EQ(typed("/room"), "you are in no room\n");
     EXPECT_EQ(rooms->room.ownName(), "jo");
-    rooms->room.closeHost();
+    rooms->room.errands().closeHost();
     begin();
     EXPECT_EQ(typed("/room"), "lobby, 1 person\n  jo\n");
 }

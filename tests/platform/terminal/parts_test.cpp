@@ -342,8 +342,8 @@ TEST_F(TerminalCommandsTest, TellsWhoIsInWhichRoom) {
     EXPECT_EQ(run("/room  my den "), "[room] you are in my den\n");
     run("/as bob");
     run("/as eve");
-    room.toggleIgnored("bob");
-    room.eject("eve");
+    room.toggleIgnored({"bob", 1, 1});
+    room.eject({"eve", 2, 1});
     EXPECT_EQ(run("/room"), "[room] bob is ignored\n[room] eve is put out\n"
                             "[room] my den, 2 people\n[room]   jo\n[room]   bob (ignored)\n"
                             "[room]   eve (kept out)\n");

@@ -245,7 +245,7 @@ TEST_F(RoomWindowTest, KeepsTheLastLinesAndThePlaceOfWhoReadsAbove) {
 TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
     strike("/as bob\n");
     room->rooms.own.comeIn("<b>x\u202E");
-    room->rooms.own.toggleIgnored("bob");
+    room->rooms.own.toggleIgnored({"bob"});
     settle();
     EXPECT_EQ(people(), "Owner bob (ignored) <b>x\uFFFD ");
     strike("/room den\n");

@@ -1,4 +1,4 @@
-#include "host/transfer_texts.h"
+#include "host/window_tree/window_texts.h"
 
 #include "text/highlight.h"
 #include "text/number.h"
@@ -13,6 +13,10 @@ namespace {
 
 constexpr std::string_view beforeMinutes = "About ";
 constexpr std::string_view afterMinutes = " minutes remaining";
+
+// The clock's notice tells the time of day first; the time online begins that many characters from
+// the full stop. In a text without one they count as if it stood in front.
+constexpr std::size_t fromFullStop = 16;
 
 std::string_view withoutFirst(std::string_view text, std::size_t count) {
     return text.substr(prefixLength(text, count));
@@ -49,16 +53,15 @@ std::string transferredFile(std::string_view status) {
     return std::string(after(status, 'g'));
 }
 
-bool tellsOfUpload(std::string_view status) {
-    return fitsFrom(status, 'w', "w Upload*");
-}
-
-bool tellsOfTransfer(std::string_view status) {
-    return fitsFrom(status, 'i', "ing *");
-}
-
-bool tellsOfEnd(std::string_view status) {
-    return contains(status, "File transfer complete.") || contains(status, "Upload aborted.");
+Notice noticeThatSays(std::string_view status) {
+    return {.text = std::string(status),
+            .isUpload = fitsFrom(status, 'w', "w Upload*"),
+            .tellsOfTransfer = fitsFrom(status, 'i', "ing *"),
+            .tellsOfEnd =
+                contains(status, "File transfer complete.") || contains(status, "Upload aborted."),
+            .asksForOwner = contains(status, "You have been idle for a while.") ||
+                            contains(status, "Do you wish to continue to stay online?"),
+            .upload = std::nullopt};
 }
 
 std::string uploadPercentage(std::string_view caption) {
@@ -82,6 +85,13 @@ std::string downloadMinutes(std::string_view timeLeft) {
     if (auto told = minutes(timeLeft))
         return *told;
     return betweenWords(timeLeft) == "a" ? "calculating" : "less than 1";
+}
+
+std::string timeOnlineIn(std::string_view notice) {
+    const auto stop = notice.find('.');
+    if (stop == notice.npos)
+        return std::string(withoutFirst(notice, fromFullStop - 1));
+    return std::string(withoutFirst(notice.substr(stop), fromFullStop));
 }
 
 } // namespace larkspin

@@ -1,8 +1,8 @@
-#include "host/host_rows.h"
+#include "host/window_tree/host_rows.h"
 
-#include "host/host_bytes.h"
-#include "host/window_calls.h"
-#include "host/window_names.h"
+#include "host/window_tree/host_bytes.h"
+#include "host/window_tree/window_calls.h"
+#include "host/window_tree/window_names.h"
 #include "text/row_list.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
-#include "host/instant_messages.h"
+#include "host/window_tree/instant_messages.h"
 
-#include "host/host_bytes.h"
-#include "host/host_wait.h"
-#include "host/host_windows.h"
-#include "host/window_presses.h"
+#include "host/window_tree/host_bytes.h"
+#include "host/window_tree/host_wait.h"
+#include "host/window_tree/host_windows.h"
+#include "host/window_tree/window_presses.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "host/host_bytes.h"
+#include "host/window_tree/host_bytes.h"
 
 #include "text/utf8.h"
 

@@ -32,8 +32,28 @@ inline constexpr char clientCaption[] = "America Online";
 inline constexpr char instantMessageCaption[] = "Send Instant Message";
 inline constexpr char welcome[] = "Welcome, ";
 
-// The address that opens a message window, before the addressee.
+// The address that opens a message window, before the addressee. A message to one of the two
+// addressees switches private messages, whatever it says.
 inline constexpr char instantMessageAddress[] = "aol://9293:";
+inline constexpr char messagesOn[] = "$IM_ON";
+inline constexpr char messagesOff[] = "$IM_OFF";
+inline constexpr char switchBody[] = "lks";
+
+// The keyword that brings the clock's notice.
+inline constexpr char onlineClock[] = "online clock";
+
+// Keys; "^" holds Ctrl and "%" holds Alt for the next one.
+inline constexpr char unreadMailKeys[] = "^r";
+inline constexpr char oldMailKeys[] = "%MRO";
+inline constexpr char sentMailKeys[] = "%MRS";
+inline constexpr char signOffKeys[] = "%OO";
+
+// The room's buttons: `*` stands for any run of characters, case counts.
+inline constexpr char ignoreButton[] = "Ignor*"; // a toggle: it also takes the ignoring back
+inline constexpr char ejectButton[] = "Eject M*";
+inline constexpr char allowButton[] = "Allo*";
+inline constexpr char ejectedButton[] = "Ejecte*"; // shows the list; only the room's owner sees it
+inline constexpr char peopleButton[] = "Peopl*";   // shows the other list again
 
 inline constexpr char messengerKey[] =
     "Software\\America Online\\AOL Instant Messenger (TM)\\CurrentVersion\\Login";

@@ -1,5 +1,5 @@
 // The calls of a window manager that the chat client's windows are worked with, in plain values.
-// Texts are single bytes here, as the client has them (see host/host_bytes.h); class names are
+// Texts are single bytes here, as the client has them (see host_bytes.h); class names are
 // ASCII.
 //
 // A window may vanish between any two calls. What is asked of one that isn't there, or of handle 0,
@@ -8,14 +8,16 @@
 // Nothing throws.
 #pragma once
 
-#include "host/host_client.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 
 namespace larkspin {
+
+// Of a window or a control. Good for the operation that asked for it, and not kept.
+using HostHandle = std::uint64_t;
+inline constexpr HostHandle noHandle = 0;
 
 using ProcessHandle = std::uint64_t;
 

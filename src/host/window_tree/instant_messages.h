@@ -6,7 +6,7 @@
 // touched that was open before.
 #pragma once
 
-#include "host/host_client.h"
+#include "host/window_tree/window_calls.h"
 
 #include <deque>
 #include <functional>
@@ -17,7 +17,6 @@ namespace larkspin {
 
 class EventLoop;
 class HostWindows;
-class WindowCalls;
 
 class InstantMessages {
 public:

@@ -1,8 +1,8 @@
 // The two ways in which a button of the client's is pressed. It acts on the second half of each.
 #pragma once
 
-#include "host/window_calls.h"
-#include "host/window_names.h"
+#include "host/window_tree/window_calls.h"
+#include "host/window_tree/window_names.h"
 
 namespace larkspin {
 

@@ -2,14 +2,12 @@
 // says. Each walk begins at the top, since nothing in the tree lasts.
 #pragma once
 
-#include "host/host_client.h"
+#include "host/window_tree/window_calls.h"
 
 #include <functional>
 #include <string>
 
 namespace larkspin {
-
-class WindowCalls;
 
 class HostWindows {
 public:

@@ -1,24 +1,26 @@
-#include "host/window_tree_host.h"
+#include "host/window_tree/window_tree_host.h"
 
-#include "host/host_bytes.h"
-#include "host/host_rows.h"
-#include "host/host_wait.h"
-#include "host/window_presses.h"
+#include "host/client_addresses.h"
+#include "host/window_tree/host_bytes.h"
+#include "host/window_tree/host_rows.h"
+#include "host/window_tree/host_wait.h"
+#include "host/window_tree/window_presses.h"
+#include "host/window_tree/window_texts.h"
+#include "shell/pause.h"
 #include "text/row_list.h"
 #include "text/wildcard.h"
 
 namespace larkspin {
 
+namespace {
+
 // How many buttons are looked at between two turns of the events.
-static constexpr int stepsInPass = 17;
+constexpr int stepsInPass = 17;
 
-HostHandle WindowTreeHost::hostFrame() {
-    return windows_.frame();
-}
+// Seconds, in which the client puts its clock's notice away.
+constexpr double afterNotice = 0.5;
 
-HostHandle WindowTreeHost::findChatRoom() {
-    return windows_.room();
-}
+} // namespace
 
 // The name stands between the greeting and its exclamation mark.
 std::string WindowTreeHost::currentScreenName() {
@@ -112,6 +114,11 @@ bool WindowTreeHost::iconVisible(HostHandle icon) {
     return calls_.visible(icon) == 1;
 }
 
+void WindowTreeHost::pressIcon(HostHandle icon) {
+    holdIcon(icon);
+    releaseIcon(icon);
+}
+
 void WindowTreeHost::holdIcon(HostHandle icon) {
     holdButton(calls_, icon);
 }
@@ -136,6 +143,35 @@ bool WindowTreeHost::enterKeyword(const std::string& keyword) {
 
 void WindowTreeHost::gotoKeyword(const std::string& keyword) {
     enterKeyword(keyword);
+}
+
+void WindowTreeHost::enterPrivateRoom(const std::string& name) {
+    gotoKeyword(std::string(privateRoomAddress) + name);
+}
+
+void WindowTreeHost::openMail(Mail mail) {
+    sendHostKeys(mail == Mail::unread ? window::unreadMailKeys
+                 : mail == Mail::old  ? window::oldMailKeys
+                                      : window::sentMailKeys);
+}
+
+void WindowTreeHost::signOff() {
+    sendHostKeys(window::signOffKeys);
+}
+
+void WindowTreeHost::takePrivateMessages(bool areTaken) {
+    sendInstantMessage(areTaken ? window::messagesOn : window::messagesOff, window::switchBody);
+}
+
+std::optional<std::string> WindowTreeHost::timeOnline() {
+    gotoKeyword(window::onlineClock);
+    const HostHandle notice = waitForClockNotice();
+    if (notice == noHandle)
+        return std::nullopt;
+    const std::string text = controlText(statics(notice).first);
+    pressByKey(firstIcon(notice));
+    Pause{loop_}(afterNotice);
+    return timeOnlineIn(text);
 }
 
 void WindowTreeHost::sendInstantMessage(const std::string& addressee, const std::string& body) {
@@ -176,7 +212,7 @@ HostHandle WindowTreeHost::downloadWindow() {
     return windows_.download();
 }
 
-HostClient::Statics WindowTreeHost::statics(HostHandle window) {
+WindowTreeHost::Statics WindowTreeHost::statics(HostHandle window) {
     Statics found;
     found.first = windows_.first(window, window::label);
     if (found.first != noHandle)

@@ -1,4 +1,4 @@
-#include "host/host_wait.h"
+#include "host/window_tree/host_wait.h"
 
 namespace larkspin {
 
