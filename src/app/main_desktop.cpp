@@ -31,14 +31,16 @@
 using namespace larkspin;
 
 int main(int count, char** arguments) {
+    // The order matters: each part is given those above it, and the disk's workers are forked
+    // before anything starts a thread, as Qt does.
     const auto endSignals = {SIGTERM, SIGHUP, SIGINT};
     openStandardStreams();
     const PosixFiles onDisk(Wastebasket{userDataHome()});
-    OwnersDisk disk(answersFrom(onDisk, PosixDirectories())); // in front of all threads
+    OwnersDisk disk(answersFrom(onDisk, PosixDirectories())); // before there are threads
     blockSignals(endSignals);
     Display display(count, arguments);
     if (count > 1 && arguments[1] == std::string_view("--probe"))
-        return 0; // there is one
+        return 0; // there is a display
     QtLoop loop;
     ChatLines lines(loop);
     disk.serve(loop);
@@ -111,9 +113,9 @@ int main(int count, char** arguments) {
     loop.post([&] {
         if (process.claimOnlyCopy())
             room.show();
-        else // which it says as it starts, and ends
+        else // this copy says so as it starts, and ends
             raiseRunningCopy(sessionBusAddress());
-        dialogs.ownerPresses(); // the program's own icon
+        dialogs.ownerPresses(); // on the icon that starts the program
         program.opensBy([&] { room.open([&] { program.end(); }); });
         program.start();
     });

@@ -25,9 +25,11 @@
 using namespace larkspin;
 
 int main() {
+    // The order matters: each part is given those above it, and the disk's workers are forked
+    // before anything starts a thread.
     openStandardStreams();
     const PosixFiles onDisk(Wastebasket{userDataHome()});
-    OwnersDisk disk(answersFrom(onDisk, PosixDirectories())); // in front of all threads
+    OwnersDisk disk(answersFrom(onDisk, PosixDirectories())); // before there are threads
     PollLoop loop;
     ChatLines lines(loop);
     disk.serve(loop);
@@ -72,5 +74,6 @@ int main() {
         terminal.open(program.windows(), [&] { program.end(); });
     });
     program.start();
+    // Events run until one of them ends the process.
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

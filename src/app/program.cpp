@@ -57,8 +57,8 @@ std::vector<Window*> Program::windows() {
             &shell.splash.dire};
 }
 
-// The order counts: the clock of the media window shows where a repeated section has sent the song,
-// and before its end is seen.
+// The order matters. A repeated section may send the song back, which is to show on the media
+// window's clock and to happen before the end of the song is looked for.
 void Program::secondTick() {
     playback.checkSection();
     mediaWindow.showPosition();

@@ -41,10 +41,10 @@ public:
     void end();
 
     // What a front end does once, after the start, to bring in the lines that the owner has typed
-    // during it. An end that comes earlier does it then.
+    // during it. If the end comes before that, it is done then.
     void opensBy(Task open) { open_ = std::move(open); }
 
-    // Saves as these do, and goes on: the process may be about to end, or not.
+    // Saves as these do, and goes on: the process may or may not be about to end.
     void keep();
 
     // Saves, and starts again in the same process.
@@ -85,7 +85,7 @@ private:
     void tellNews();
 
     Phase phase_ = Phase::off;
-    bool isEndWanted_ = false; // as soon as all is loaded
+    bool isEndWanted_ = false; // to come as soon as all is loaded
     bool isEnding_ = false;
     TimerId settling_ = TimerId::none; // up to then the owner's first lines may not have been taken
     TimerId telling_ = TimerId::none;

@@ -24,7 +24,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto settlingTime = 300ms;
-constexpr auto longestLastWork = 500ms; // of lines that are taken while the process is to end
+constexpr auto longestLastWork = 500ms; // for lines that are taken when the process is to end
 
 std::string withoutBold(std::string text) {
     for (const std::string_view tag : {"<b>", "</b>"})
@@ -102,6 +102,7 @@ void Program::welcomeFirstRun() {
 }
 
 void Program::greet(const std::string& loadNumber) {
+    // From now on the owner knows that the program is there, and may type.
     phase_ = Phase::greeted;
     machine.host.clearChatInput();
     chat.reply.saychat("larkspin player - by moraine");
@@ -112,8 +113,8 @@ void Program::greet(const std::string& loadNumber) {
 
 void Program::countLoad(const std::string& loadNumber) {
     shell.state.loads = "load number:  " + loadNumber;
-    // With the trigger: a run that is killed must not leave the next one, which is no first run any
-    // more, without one.
+    // The trigger is stored as well. If this run is killed, the next one isn't a first run any
+    // more, and would find none.
     shell.settings.putAll(
         {{"load", numberText(numberOrZero(loadNumber) + 1)}, {"trigger", shell.state.trigger}});
 }
@@ -140,7 +141,8 @@ void Program::openFrontEnd() {
         open();
 }
 
-// A line may have been typed, or lie in a pipe, that nobody has come to read yet.
+// Lines may have been typed, or lie in a pipe, that haven't been read yet. Each takes several turns
+// on its way to the command.
 void Program::takeEarlyLines() {
     listen();
     openFrontEnd();
@@ -150,15 +152,15 @@ void Program::takeEarlyLines() {
     machine.loop.cancel(limit);
 }
 
-// A file is read or written in the middle of anything. What comes during the start waits for its
-// end.
+// News comes up wherever a file is read or written, so it is told in an event of its own. News of
+// the start waits until the start is over.
 void Program::tellSoon() {
     machine.loop.cancel(telling_);
     if (phase_ == Phase::running)
         telling_ = machine.loop.once(0ns, [this] { tellNews(); });
 }
 
-// What couldn't be read or written. It is told in turn: the next one may come meanwhile.
+// Tells what couldn't be read or written, one thing after the other, since more may come meanwhile.
 void Program::tellNews() {
     machine.files.tellNews(
         [this](const std::string& text) { chat.reply.sayOrBox(text, withoutBold(text)); });
@@ -186,11 +188,13 @@ bool Program::saveWhole() {
 
 void Program::unload(bool speaks) {
     phase_ = Phase::saving;
+    // Questions that are open belong to this run, and nobody is to wait for their answers.
     machine.dialogs.dismissAll();
     save();
     machine.loop.cancel(telling_);
     if (speaks)
         tellNews();
+    // What can't be told in the room any more.
     for (const std::string& text : machine.files.takeNews())
         machine.note("larkspin: " + withoutBold(text));
     chat.stopScanners();
@@ -213,6 +217,7 @@ void Program::end() {
         isEndWanted_ = true;
         return;
     }
+    // Lines that were typed during the start may not have been taken yet.
     const bool isEarly = settling_ != TimerId::none || !chat.NiteScan1.running();
     if (phase_ == Phase::running && isEarly && !std::exchange(isEnding_, true))
         takeEarlyLines();
@@ -232,11 +237,11 @@ void Program::keep() {
 
 void Program::restart() {
     if (phase_ != Phase::running)
-        return; // one is at it
+        return; // a restart or an end is under way
     const ThisRun run(shell.state);
     chat.reply.saychat("restarting larkspin player");
     if (!run.lasts())
-        return; // another one has come and gone meanwhile
+        return; // another restart has come and gone meanwhile
     if (!saveWhole()) {
         tellNews();
         chat.reply.sayOrBox("not restarted, what can't be saved would be lost");

@@ -97,7 +97,8 @@ void StatusCommands::boxFirstLoad() {
         dialogs_.box("this program was first loaded on " + moment);
 }
 
-// Empty when it was never stored; now it is.
+// The moment of the first start. Empty when it was never stored; it is stored then, for the next
+// time.
 std::string StatusCommands::firstLoad() {
     std::string moment = settings_.get("first load");
     if (moment.empty())
@@ -149,6 +150,7 @@ void StatusCommands::pstat() {
     const ThisRun run(state_);
     const Pause pause(loop_);
     const auto setting = [this](Choice choice) { return settings_.yochoose(choice); };
+    // After the words "load number:  " of the tray's entry.
     const std::string loadNumber =
         state_.loads.substr(std::min(state_.loads.size(), std::size_t{14}));
     reply_.saychat("load number:  <b>" + loadNumber + "</b> - files played:  <b>" +

@@ -22,7 +22,7 @@ MenuEntry entry(std::string name, std::string caption, Task action) {
     return {.name = std::move(name), .caption = std::move(caption), .action = std::move(action)};
 }
 
-// Shows something; choosing it only closes the menu.
+// An entry that only shows something. Choosing it closes the menu.
 MenuEntry label(std::string name, std::string caption) {
     return {.name = std::move(name), .caption = std::move(caption)};
 }
@@ -34,7 +34,8 @@ MenuEntry flag(std::string name, std::string caption, bool& value) {
             .checked = value};
 }
 
-// Element 0 of the array is the separator; no two entries may bear one name.
+// Playlist entries are named p1, p2 and so on; p0 is the separator, since no two entries may have
+// the same name.
 Entries playlists(Program& p) {
     const AppState& state = p.shell.state;
     Entries entries{label("numl", state.numl), separator("p0")};

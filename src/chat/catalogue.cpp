@@ -153,6 +153,7 @@ void fillcatalogue(AppState& state) {
         state.commandNames.add(state.trigger + std::string(entry.form));
         state.commandHelp.add(entry.help);
     }
+    // This command is the same under any trigger.
     state.commandNames.add("'trig?");
     state.commandHelp.add("tells your current trigger");
 }

@@ -10,6 +10,8 @@ Chat::Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room)
       dispatch(shell.state, room) {}
 
 void Chat::hear(const ChatLine& line) {
+    // In the order in which the scanners are started: the second one runs only while a choice is
+    // open.
     NiteScan1.hear(line);
     NiteScan3.hear(line);
     NiteScan2.hear(line);

@@ -18,7 +18,7 @@ void ChatLines::said(ChatLine line, std::string place) {
 
 bool ChatLines::mayBeSaidAt(const std::string& place) {
     if (loop_.atWork().depth == 0)
-        return true; // a start's greeting, which is about no line
+        return true; // the greeting of a start, which answers no line
     std::string& own = places_.atWork();
     if (own.empty())
         own = place;

@@ -23,13 +23,13 @@ public:
     explicit CommandsWindow(const Core& core);
     void connect(ChoiceEvents events) { choiceEvents_ = std::move(events); }
 
-    // The command, and what the tray's entry does without a word.
+    // The command, and the tray's entry, which does the same without saying anything.
     void coms();
     void showcommands();
 
     // Shows the window, with the choices in place of the catalogue.
     void showChoices();
-    // The catalogue is back in its place, whether the window shows or not.
+    // Puts the catalogue back, whether the window shows or not.
     void putCatalogueBack();
 
     Window larkmain{.name = "larkmain", .spoken = "larkspin commands"};

@@ -21,8 +21,9 @@ void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) co
     const std::string owner = room_.currentScreenName();
     if (owner.empty() || line.speaker != owner)
         return;
-    // No reply is a command under a trigger that the owner can choose. Under a wildcard that he has
-    // written into the settings by hand all of them would be, and answer each other without end.
+    // Under the triggers that the owner can choose no reply is a command anyway. But he may have
+    // written a wildcard into the settings by hand. Then all replies would be commands, and answer
+    // each other without end.
     if (isReply(line.text))
         return;
     const std::string lowered = foldCase(line.text);
@@ -35,7 +36,8 @@ void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) co
     }
 }
 
-// The trigger is part of the pattern, unescaped: none that the owner can choose is a wildcard.
+// The trigger becomes part of the pattern as it is. None of those that the owner can choose holds a
+// wildcard.
 bool Dispatch::matches(const CommandRow& row, std::string_view lowered) const {
     if (!row.afterTrigger)
         return lowered == row.pattern;
@@ -46,8 +48,8 @@ bool Dispatch::matches(const CommandRow& row, std::string_view lowered) const {
            lowered.ends_with(row.pattern);
 }
 
-// Cut from the line as typed. Counted in characters, since folding keeps their number but not
-// always their length.
+// The argument is cut from the line as it was typed. The cut is counted in characters, because
+// folding keeps their number but not always their length.
 std::string Dispatch::argument(const CommandRow& row, std::string_view line) const {
     std::size_t skipped = row.pattern.find(' ') + 1;
     for (std::string_view trigger = state_.trigger; !trigger.empty(); ++skipped)

@@ -10,10 +10,11 @@ namespace larkspin {
 
 namespace {
 
-// Finds where tags end, for openings that are asked about from left to right. A bracket inside
-// quotation marks closes nothing, and quotation marks count from the opening on: so it is the next
-// bracket with an even number of them in between. There is a cursor for either parity, and none
-// ever goes back.
+// Finds where tags end, for opening brackets that are asked about from left to right. A bracket
+// between quotation marks closes nothing. Quotation marks count from the opening bracket on, so a
+// tag ends at the next bracket with an even number of them in between. There is one cursor for
+// openings after an even number of marks in the line and one for the others. Neither ever goes
+// back, which keeps the time in proportion to the line.
 class TagEnds {
 public:
     explicit TagEnds(std::string_view line) : line_(line) {}
@@ -53,7 +54,8 @@ struct Attribute {
     std::string_view name, value;
 };
 
-// Takes the next `name=value` off the front; without a name there is none left.
+// Takes the next `name=value` from the front of the text. The name is empty when there is none
+// left.
 Attribute takeAttribute(std::string_view& text) {
     const auto take = [&text](auto&& ends) {
         const auto end = std::find_if(text.begin(), text.end(), ends);
@@ -76,7 +78,7 @@ Attribute takeAttribute(std::string_view& text) {
     return attribute;
 }
 
-// Of "#0066BB"; what isn't six digits after the mark is no colour.
+// The colour in a text like "#0066BB"; nothing for any other text.
 std::optional<std::uint32_t> colorOf(std::string_view text) {
     constexpr std::size_t size = 7;
     std::uint32_t rgb = 0;
@@ -98,7 +100,7 @@ void applyFont(MarkupStyle& style, std::string_view attributes) {
     }
 }
 
-// Of the tag that opens a link; nothing for any other.
+// The address in a tag that opens a link; nothing for any other tag.
 std::optional<std::string_view> addressIn(std::string_view tag) {
     constexpr std::string_view opening = "a href=";
     if (!equalFolded(tag.substr(0, opening.size()), opening))
@@ -107,7 +109,7 @@ std::optional<std::string_view> addressIn(std::string_view tag) {
     return takeAttribute(tag).value;
 }
 
-// What stands between the brackets of a tag. False when it is none of the client's.
+// Applies the tag that has this text between its brackets. False when the client knows no such tag.
 bool applyTag(MarkupStyle& style, std::string_view tag) {
     constexpr std::string_view font = "font ";
     if (equalFolded(tag.substr(0, font.size()), font)) {
@@ -116,7 +118,7 @@ bool applyTag(MarkupStyle& style, std::string_view tag) {
     }
     constexpr std::string_view body = "body ";
     if (equalFolded(tag.substr(0, body.size()), body))
-        return true; // the reader's own
+        return true; // the reader keeps his own background
     constexpr std::size_t longestName = 5;
     if (tag.size() > longestName)
         return false;
@@ -140,8 +142,8 @@ bool applyTag(MarkupStyle& style, std::string_view tag) {
     return true;
 }
 
-// Whether a bracket in front of it opens a tag. Where its own closing one is missing, one of a tag
-// that is written later would do.
+// Whether a bracket before this text would open a tag. It needn't have its closing bracket, since
+// that of a tag which is written later would do.
 bool readsAsTag(std::string_view text) {
     constexpr std::string_view tags[] = {"b>",  "/b>",     "u>",     "/u>",    "i>",
                                          "/i>", "html>",   "/html>", "/font>", "font ",
@@ -178,6 +180,8 @@ std::vector<MarkupPiece> readMarkup(std::string_view line) {
         endPiece(at);
         style = changed;
         if (endsLink && !address->empty()) {
+            // The address comes after the link's text, so that nobody is led elsewhere than he
+            // reads.
             pieces.push_back({" ", style});
             pieces.push_back({*address, style});
         }

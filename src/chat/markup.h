@@ -38,7 +38,7 @@ std::string withoutTags(std::string_view text);
 // stand for, and none of them opens a tag.
 std::string asSeenInMarkup(std::string_view message);
 
-// What has been taken out of the way of tags, for a wire that has none.
+// Takes out what `withoutTags` has put in, for a network that has no tags.
 std::string withoutTagBreaks(std::string_view text);
 
 } // namespace larkspin

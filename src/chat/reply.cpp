@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::string_view opening = "</html><font face=\"";
 
-// What would end the line that a style value stands in. The owner may have written anything into
-// the settings by hand, and all else goes out as it stands.
+// Characters that would end the line in which a style value stands. The owner may have written
+// anything into the settings by hand; all other characters go out as they are.
 bool endsLine(char byte) {
     return std::string_view("\n\v\f\r\0", 5).find(byte) != std::string_view::npos;
 }
@@ -55,6 +55,7 @@ std::string Reply::style(Choice choice) {
     return value;
 }
 
+// The style is read from the settings for each line, so a change shows from the next line on.
 std::string Reply::styled(std::string_view message) {
     std::string line(opening);
     line += style(Choice::openingFont);

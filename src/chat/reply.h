@@ -25,7 +25,8 @@ public:
     // once, so that any state may have changed after it.
     void saychat(std::string_view text);
 
-    // In silent mode the text comes as a box instead. A box waits: what it tells of must be done.
+    // In silent mode the text comes as a box instead. A box waits, so what it tells must have been
+    // done.
     void sayOrBox(const std::string& text) { sayOrBox(text, text); }
     void sayOrBox(const std::string& said, const std::string& boxed);
 

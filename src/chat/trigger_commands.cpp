@@ -20,6 +20,7 @@ void TriggerCommands::trig(const std::string& wanted) {
         return;
     }
     state_.trigger = wanted == "none" ? "" : wanted;
+    // The catalogue shows the commands as they are typed, with the trigger.
     fillcatalogue(state_);
     reply_.saychat("new trigger:  " + wanted);
 }

@@ -1,5 +1,5 @@
-// The two arguments of a command like `rec *, *`. What divides them is the first comma; the one
-// character after it, a blank as a rule, is dropped whatever it is.
+// The two arguments of a command like `rec *, *`. The first comma divides them. One character after
+// it, which is usually a blank, is dropped whatever it is.
 #pragma once
 
 #include <optional>

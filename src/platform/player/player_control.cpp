@@ -166,6 +166,7 @@ void PlayerControl::setRate(double rate) {
 }
 
 void PlayerControl::setVolume(int volume) {
+    // From hundredths of a decibel to an amplitude.
     line_.wish().volume = std::pow(10.0, std::min(volume, 0) / 2000.0);
 }
 
@@ -292,11 +293,13 @@ double PlayerControl::reckonedPosition() const {
 
 void PlayerControl::watch() {
     listen();
+    // After a look that came at the end of a whole rest, the process is no longer worth its memory.
     const bool rested = watchedEvery_ == longestRest;
     if (!isResting())
         watchSong();
     else if (line_.isUp() && rested)
         line_.end();
+    // Processes and workers that were ended are looked after until nothing is left of them.
     const bool leavesNothing = line_.leavesNothing() && opening_.leavesNothing();
     if (!leavesNothing || !isResting())
         watchEvery(watchInterval);

@@ -21,7 +21,7 @@ namespace larkspin {
 
 namespace {
 
-Task lossTask; // for the end of the process, which knows no objects
+Task lossTask; // called by exit handlers, which can reach no object
 QtMessageHandler tellAsUsual = nullptr;
 constexpr unsigned longestSave = 10; // seconds
 
@@ -42,7 +42,7 @@ bool isSet(const char* variable) {
     return value && *value;
 }
 
-// Where it can't connect, Qt would abort.
+// Qt would abort when it can't connect to a display.
 void tellWhatQtSays(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtFatalMsg)
         endWithoutDisplay();
@@ -50,8 +50,9 @@ void tellWhatQtSays(QtMsgType type, const QMessageLogContext&, const QString& me
         std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
 }
 
-// On Wayland Qt leaves by _exit(2) when its connection breaks, right after these words: in its own
-// thread, which must wait for the program's, as well as in the program's.
+// On Wayland Qt calls _exit(2) when its connection breaks, right after these words, either in the
+// program's thread or in one of its own. Its own one is held here until the program's thread has
+// saved.
 void hearOfLoss(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     tellAsUsual(type, context, message);
     if (!message.startsWith("The Wayland connection "))
@@ -62,9 +63,9 @@ void hearOfLoss(QtMsgType type, const QMessageLogContext& context, const QString
     QThread::sleep(longestSave);
 }
 
-// X first, also where it stands on Wayland, which gives windows no places and none the front. The
-// owner's own choice, by Qt's variables, goes before. As arguments, since the variables go on to
-// whatever the program starts.
+// X comes first, even where it runs on Wayland, since Wayland lets no program place its windows or
+// bring one to the front. The owner's own choice, by Qt's variables, goes before that. Ours is
+// given as arguments, because variables would go on to whatever the program starts.
 std::vector<const char*> withOurs(int count, char** given) {
     std::vector<const char*> arguments = {given[0]};
     if (!isSet("QT_QPA_PLATFORM") && isSet("DISPLAY"))
@@ -87,8 +88,8 @@ xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name) {
     return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-// By the rules of X, whoever takes such a name tells all that listen to the root window, as Qt
-// does.
+// Hears when a tray comes: by the rules of X, whoever takes such a name tells all that listen to
+// the root window, as Qt does.
 class Newcomers : public QAbstractNativeEventFilter {
 public:
     Newcomers(xcb_connection_t* connection, Task trayCame)
@@ -109,7 +110,7 @@ private:
     Task trayCame_;
 };
 
-// Qt would ask the windows first, of which some only hide when they are closed.
+// Takes the wish to quit before Qt asks the windows, some of which only hide when they are closed.
 class Quits : public QObject {
 public:
     explicit Quits(Task end) : end_(std::move(end)) {}
@@ -146,8 +147,8 @@ Display::Display(int given, char** givenArguments) {
 
 Display::~Display() = default;
 
-// By the rules of X, a program that draws windows together owns this name. Qt's Wayland can't fade
-// a window, and says so each time.
+// By the rules of X, a program that draws the windows of all together owns this name. On Wayland Qt
+// can't fade a window, and complains each time.
 bool Display::drawsTransparency() const {
     return isX() && isOwned("_NET_WM_CM_S0");
 }

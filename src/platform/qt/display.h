@@ -15,25 +15,25 @@ namespace larkspin {
 
 class Display {
 public:
-    // Without a display this is told, and the process ends (EX_UNAVAILABLE). Qt takes what it knows
-    // of the arguments: by one of them a session manager knows the program again.
+    // Without a display the process says so and ends (EX_UNAVAILABLE). Qt takes its own options
+    // from the arguments, such as the one by which a session manager knows the program again.
     Display(int count, char** arguments);
     ~Display();
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
 
-    // Windows can be half transparent on it.
+    // Whether windows can be half transparent on it.
     bool drawsTransparency() const;
     DisplaySize size() const;
 
-    // A tray that stands on the display itself, as on X alone.
+    // Whether there is a tray on the display itself, which only X has.
     bool hasTray() const;
 
-    // Called when one comes to the display.
+    // The task is called when such a tray comes.
     void onTray(Task task);
 
-    // As the desktop's session is about to end, which another program may still prevent, what there
-    // is to be saved is saved; as it does end, the second task is called.
+    // `save` is called when the desktop's session is about to end, which another program may still
+    // prevent, and `end` when it does end.
     void onSessionEnd(Task save, Task end);
 
     // Called when the display has gone, which ends the process after it. Nothing can be shown any

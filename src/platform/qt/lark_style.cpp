@@ -22,7 +22,7 @@ void drawBox(QPainter& painter, const QRect& box, const QColor& line, const QCol
     drawOutline(painter, box, line);
 }
 
-// What a box says beside its text: a letter in a ring.
+// The sign that a box shows beside its text: a letter in a ring.
 QIcon boxSign(const QString& letter, Color color) {
     constexpr int size = 144; // pixels, of which as many are used as the screen has
     QPixmap picture(size, size);
@@ -39,7 +39,8 @@ QIcon boxSign(const QString& letter, Color color) {
     return QIcon(picture);
 }
 
-// Of a scroll bar without arrows: as long as the part of it all that is in view.
+// The thumb of a scroll bar without arrows. Its share of the bar is the share of the list that is
+// in view.
 QRect thumbOf(const QStyleOptionSlider& bar) {
     const bool isLying = bar.orientation == Qt::Horizontal;
     const int length = isLying ? bar.rect.width() : bar.rect.height();
@@ -89,7 +90,8 @@ void drawButtonPanel(QPainter& painter, const QStyleOption& button) {
             isDown ? between(ground, front, 0.3) : ground);
 }
 
-// A field with a value has an outline. One that only chooses, as a list, shows it with the focus.
+// A field that holds a value always has an outline. A list, in which one only chooses, has one when
+// it has the focus.
 void drawFrame(QPainter& painter, const QStyleOptionFrame& frame, bool isWindow) {
     const QRect box = frame.lineWidth > 1 ? frame.rect.adjusted(1, 0, -1, -1) : frame.rect;
     if (frame.state & QStyle::State_HasFocus)
@@ -197,7 +199,7 @@ void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                 option->palette.color(QPalette::Base));
         return;
     case PE_FrameLineEdit:
-        return; // part of the panel
+        return; // drawn with the panel
     case PE_PanelMenu:
     case PE_FrameMenu:
         drawBox(*painter, option->rect, dimmed(option->palette),

@@ -31,7 +31,7 @@ void applyLooks(QApplication& application) {
         palette.setColor(QPalette::Disabled, role, faint);
     application.setPalette(palette);
     application.setFont(fontOf({.family = "Arial", .points = 9}));
-    application.setCursorFlashTime(0); // a blinking one would wake the machine all the time
+    application.setCursorFlashTime(0); // blinking would wake the machine all the time
     application.setEffectEnabled(Qt::UI_AnimateCombo, false);
 }
 
@@ -50,7 +50,7 @@ int twipsOf(int pixels, int dpi) {
     return qRound(pixels * static_cast<double>(twipsPerInch) / dpi);
 }
 
-// By its edges, so that neighbours touch at every size.
+// Computed from its edges, so that neighbours touch at every size.
 QRect pixelsOf(const Place& place, int dpi) {
     const QPoint corner(pixelsOf(place.left, dpi), pixelsOf(place.top, dpi));
     const QPoint end(pixelsOf(place.left + place.width, dpi),

@@ -9,7 +9,8 @@ namespace larkspin {
 
 namespace {
 
-// Plain text: no letter of it is a shortcut, and no part is set apart.
+// The caption as plain text. An unescaped "&" (for the desktop "_") would make the next letter a
+// shortcut, and a tab would set the rest apart.
 QString captionOf(const MenuEntry& entry, MenuDrawnBy drawnBy) {
     QString caption = toQt(entry.caption).replace('\t', ' ').replace('&', "&&");
     if (drawnBy == MenuDrawnBy::desktop)

@@ -10,12 +10,12 @@ class QMenu;
 
 namespace larkspin {
 
-// Whose own rules of writing a caption a menu follows: a desktop that draws exported menus itself
-// has others than Qt.
+// Who draws the menu. A desktop that draws exported menus itself has other rules for captions than
+// Qt.
 enum class MenuDrawnBy { qt, desktop };
 
-// Makes Qt's menu hold the entries of this one, as they are now, and bear its name. It must not be
-// open. `choose` is given what a chosen entry does, inside one of Qt's callbacks.
+// Fills Qt's menu with the entries as they are now, and gives it the menu's name. It must not be
+// open. `choose` gets the action of a chosen entry, inside one of Qt's callbacks.
 using Choose = std::function<void(const Task& action)>;
 void fillMenu(QMenu& view, const Menu& menu, const Choose& choose, MenuDrawnBy drawnBy);
 

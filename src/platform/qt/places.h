@@ -6,8 +6,8 @@
 
 namespace larkspin {
 
-// Where a window stands whole within the area, nearest to where it is; its top and left edge win
-// where it doesn't fit.
+// The corner at which the window lies wholly within the area, as near as possible to where it is.
+// If it doesn't fit, its top and left edges are within.
 QPoint cornerWithin(const QRect& area, const QRect& window);
 
 } // namespace larkspin

@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A tray that starts together with the program is given this time.
+// How long a tray that starts together with the program is waited for.
 constexpr Nanoseconds startOfTray = 1s;
 constexpr Nanoseconds doubleClickTime = 400ms;
 
@@ -41,8 +41,8 @@ void QtDesktop::addTrayIcon(const TrayIcon& icon) {
     });
 }
 
-// Qt finds out which kind of tray there is when it is first asked about trays, and stays with that
-// kind: it isn't asked before there is one. From then on it follows the tray by itself.
+// When Qt is first asked about trays it finds out which kind there is, and stays with that kind. So
+// it isn't asked before there is one. From then on it follows the tray by itself.
 void QtDesktop::showIcon() {
     if (!icon_ || (!tray_ && !hasTray_()))
         return;
@@ -62,7 +62,7 @@ void QtDesktop::removeTrayIcon() {
     loop_.cancel(std::exchange(giveUp_, TimerId::none));
     if (!hasDisplay_)
         return;
-    trayMenu_->close(); // it is filled anew with the next icon
+    trayMenu_->close(); // it is filled again for the next icon
     if (tray_)
         tray_->hide();
 }
@@ -93,13 +93,13 @@ std::function<void(const Task&)> QtDesktop::chooses() {
     };
 }
 
-// An icon that lies in a window of Qt's own has a place; one that the desktop draws has none.
+// An icon in a window of Qt's own has a place; one that the desktop draws has none.
 bool QtDesktop::isDrawnByDesktop() const {
     return !tray_->geometry().isValid();
 }
 
-// The desktop tells of single clicks only, so that each of them counts, but not the second one of a
-// pair. From its own window Qt tells of double clicks as well.
+// The desktop tells of single clicks only. So each of them counts as a double click, except one
+// that comes right after another. From its own window Qt tells of double clicks as well.
 void QtDesktop::takeClick(int reason) {
     if (reason == QSystemTrayIcon::DoubleClick)
         toggle();

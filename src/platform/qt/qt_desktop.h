@@ -25,20 +25,21 @@ public:
     void removeTrayIcon() override;
     void popUp(const Menu& menu) override;
 
-    // Tells whether there is a tray now, of any kind. When one has come, `trayCame` is called.
+    // `hasTray` tells whether there is a tray of any kind now. `trayCame` is to be called when one
+    // has come.
     void findTrayBy(std::function<bool()> hasTray) { hasTray_ = std::move(hasTray); }
     void trayCame() { showIcon(); }
 
-    // Where there is no tray to bear an icon, this is called in its place.
+    // The task is called instead when there is no tray for the icon.
     void withoutTray(Task task) { withoutTray_ = std::move(task); }
 
-    // This is called at once when the owner chooses from a menu.
+    // The task is called at once when the owner chooses from a menu.
     void onPress(Task task) { pressed_ = std::move(task); }
 
-    // The icon's menu where the pointer is, for whoever finds no tray.
+    // Opens the icon's menu at the pointer, for an owner without a tray.
     void popUpTrayMenu();
 
-    // From now on nothing of Qt's is touched: its display is gone.
+    // From now on nothing of Qt's is touched, since its display is gone.
     void loseDisplay() { hasDisplay_ = false; }
 
 private:

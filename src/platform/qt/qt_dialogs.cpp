@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// What comes up so soon after a press answers it.
+// A dialog that comes up within this time after a press is taken for the answer to it.
 constexpr Nanoseconds answerTime = 1s;
 
 std::optional<std::string> firstOf(const std::vector<std::string>& paths) {
@@ -34,7 +34,7 @@ QString nativeName(const std::string& path) {
     return QFile::decodeName(nativePath(path).c_str());
 }
 
-// Its format goes before its text, which would be read as markup otherwise.
+// The format is set before the text, which would be read as markup otherwise.
 void describe(QMessageBox& box, QMessageBox::Icon icon, std::string_view title,
               const std::string& text) {
     box.setIcon(icon);
@@ -112,8 +112,8 @@ std::optional<std::string> QtDialogs::openDirectory(const FileQuestion& question
     return firstOf(askPaths(dialog, question, answersPress));
 }
 
-// Not the desktop's own dialog, which isn't served by this loop, and no question whether to write
-// over a file: where the song or list really goes is the program's business.
+// The desktop's own dialog isn't served by this loop, so it isn't used. Whether a file may be
+// replaced isn't asked here either: what really is written to is the program's business.
 std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQuestion& question,
                                              bool answersPress) {
     dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
@@ -128,7 +128,7 @@ std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQues
     dialog.setDirectory(directory.isEmpty() ? QDir::homePath() : directory);
     if (!question.preset.empty())
         dialog.selectFile(nativeName("c:\\" + question.preset).mid(1));
-    // What he leaves of it keeps its bytes, which Qt's own reading would change.
+    // What the owner leaves of the preset keeps its bytes, which Qt would change.
     const std::string begun = nativePath(joinPath(question.directory, question.preset));
     std::vector<std::string> paths;
     if (show(dialog, answersPress) == QDialog::Accepted)
@@ -159,14 +159,15 @@ int QtDialogs::show(QDialog& dialog, bool answersPress) {
     return dialog.result();
 }
 
-// They go at once; their callers go on when what has come in while they were open is done.
+// The dialogs vanish at once. Their callers go on when the handlers that were started inside their
+// waits have returned.
 void QtDialogs::dismissAll() {
     ++dismissals_;
     for (QDialog* dialog : open_)
         dialog->hide();
 }
 
-// Asked before a dialog is made, which takes its time.
+// To be asked before a dialog is made, since making one takes its time.
 bool QtDialogs::isPressed() const {
     return pressedAt_ && loop_.now() - *pressedAt_ < answerTime;
 }

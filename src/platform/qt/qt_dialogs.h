@@ -25,7 +25,8 @@ public:
     std::optional<std::string> openDirectory(const FileQuestion& question) override;
     void dismissAll() override;
 
-    // He presses something in a window or a menu; the line that he types in the room doesn't count.
+    // To be called when the owner presses something in a window or a menu. A line that he types in
+    // the room doesn't count.
     void ownerPresses();
 
 private:

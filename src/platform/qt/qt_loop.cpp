@@ -14,8 +14,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A long job serves a turn at each of its steps. It must not spend its time on looking for input
-// nor on drawing, but be seen to go on.
+// A long job serves a turn at each of its steps. It must not spend its time on looking for input or
+// on drawing, but its progress must show.
 constexpr Nanoseconds pollInterval = 1ms;
 constexpr Nanoseconds showInterval = 50ms;
 
@@ -79,7 +79,7 @@ void QtLoop::watchWritable(int descriptor, Task writable) {
     watchedWritable_[descriptor] = notifier;
 }
 
-// Not deleted at once: its task may be running.
+// The notifier isn't deleted at once, since its task may be running.
 void QtLoop::forget(Watches& watches, int descriptor) {
     const auto found = watches.find(descriptor);
     if (found == watches.end())
@@ -89,7 +89,7 @@ void QtLoop::forget(Watches& watches, int descriptor) {
     watches.erase(found);
 }
 
-// Served however deep handlers are nested, since they end the process as a rule.
+// Signals are served however deep handlers are nested, since most of them end the process.
 void QtLoop::onSignals(std::initializer_list<int> signals, Task task) {
     const int descriptor = openSignals(signals);
     if (descriptor < 0)
@@ -102,7 +102,8 @@ void QtLoop::onSignals(std::initializer_list<int> signals, Task task) {
     signals_[descriptor] = notifier;
 }
 
-// The windows are shown by what comes before a sleep, which a long job doesn't come to.
+// Windows are brought up to date before the loop sleeps. A long job doesn't let it sleep, so this
+// is done here from time to time.
 void QtLoop::serveTurn() {
     if (now() - polledAt_ >= pollInterval) {
         if (now() - shownAt_ >= showInterval)
@@ -147,7 +148,7 @@ void QtLoop::wakeUp() {
     arm();
 }
 
-// One of Qt's dispatchers says that it is about to sleep also when something is due.
+// One of Qt's dispatchers announces a sleep even when something is due.
 void QtLoop::comeToRest() {
     if (queue_.nextDue().value_or(Nanoseconds::max()) > now())
         show();
@@ -163,9 +164,10 @@ void QtLoop::show() {
     arm();
 }
 
-// Only the innermost wait can end. What has passed counts no more: a loop of Qt's own may keep
-// that wait from noticing it, and must not be kept awake. The timer is always started anew, since
-// one whose handler is still running doesn't fire again.
+// Sets the timer for what is due first, a queued event or the end of the innermost wait (the others
+// can't end before it). A deadline that has passed doesn't count any more: a loop of Qt's own may
+// keep the wait from noticing it, and would be kept awake by it. A handler of the timer may still
+// be running, so the timer is started anew each time.
 void QtLoop::arm() {
     auto due = queue_.nextDue();
     if (!deadlines_.empty() && !deadlines_.back().passed)
@@ -182,8 +184,8 @@ void QtLoop::arm() {
     alarm_->start(std::min<std::chrono::milliseconds>(span, 24h));
 }
 
-// Nested too deep, what can be read waits like all events. One of Qt's dispatchers heeds no other
-// way of saying so.
+// When handlers are nested too deep, descriptors wait like all events. One of Qt's dispatchers can
+// be stopped from reading in no other way than this.
 void QtLoop::hearDescriptors() {
     if (hearing_ == queue_.canNest())
         return;

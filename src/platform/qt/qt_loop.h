@@ -50,7 +50,7 @@ public:
 private:
     struct Deadline {
         Nanoseconds moment;
-        bool passed = false; // the wait has been woken up for it
+        bool passed = false; // the wait has been woken up by it
     };
     using Watches = std::map<int, QSocketNotifier*>;
 

@@ -1,4 +1,4 @@
-// Texts and colours between the program and Qt. A text goes to Qt as it is to be seen.
+// Texts and colours between the program and Qt. A text is handed to Qt as the owner is to see it.
 #pragma once
 
 #include "shell/window.h"

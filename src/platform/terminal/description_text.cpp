@@ -105,6 +105,7 @@ Lines windowLines(const Window& window, int page) {
     if (page == 1)
         lines.push_back(window.visible ? window.name : window.name + " (hidden)");
     for (const Control& control : window.controls) {
+        // Pages after the first go on with the lists and repeat nothing else.
         if (!isOnWindow(window, control) || (page > 1 && !control.rows))
             continue;
         lines.push_back(controlLine(window, control, page));

@@ -178,6 +178,8 @@ struct EditLibrary::Parts {
 bool EditLibrary::Parts::open() {
     if (::tcgetattr(STDIN_FILENO, &ownMode) != 0)
         return false;
+    // The library wants a terminal whose mode it can set and whose size it can ask for. It gets a
+    // pseudo terminal, and nobody reads the other end. What it draws comes to `write`.
     standInsOther = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (standInsOther < 0 || ::grantpt(standInsOther) != 0 || ::unlockpt(standInsOther) != 0)
         return false;
@@ -195,6 +197,7 @@ bool EditLibrary::Parts::open() {
 void EditLibrary::Parts::bindKeys() {
     HistEvent event;
     ::history(history, &event, H_SETSIZE, historySize);
+    // A line said several times in a row comes back once.
     ::history(history, &event, H_SETUNIQUE, 1);
     ::el_set(edit, EL_CLIENTDATA, this);
     ::el_set(edit, EL_PROMPT, &promptOf);

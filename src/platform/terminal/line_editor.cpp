@@ -111,6 +111,7 @@ void LineEditor::takeKeys() {
         } else {
             // Meant as a character, an escape doesn't begin a longer key.
             length = takesNextAsItIs_ && left[0] == '\x1b' ? 1 : keyLength(left);
+            // The rest of the key is still to come.
             if (length == 0)
                 break;
             take(left.substr(0, length));
@@ -231,6 +232,8 @@ void LineEditor::show() {
 void LineEditor::drawAnew() {
     if (!isOpen_)
         return;
+    // A stopped program may find the terminal in another mode and of another size: `begin` sets the
+    // one and reads the other.
     const std::string typed = library_->line();
     library_->erase();
     beginWith(typed);

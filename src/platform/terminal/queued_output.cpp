@@ -70,6 +70,8 @@ void QueuedOutput::putCounted(std::string_view text, int count, std::size_t most
 }
 
 void QueuedOutput::writeOn() {
+    // Bytes that are taken leave the queue when they fill half of it, since each removal moves the
+    // rest.
     while (isWaiting() && writeSome())
         continue;
     if (!isWaiting()) {

@@ -209,6 +209,7 @@ void TerminalCommands::setSlider(const Target& target, const std::string& value)
         screen_.tell(target.shownName + " takes a number");
         return;
     }
+    // However large a number the owner types, the slider goes to its nearer end.
     using Limits = std::numeric_limits<int>;
     moveSlider(
         target.window, target.name,

@@ -86,6 +86,7 @@ std::string TerminalDialogs::pathOf(std::string_view typed, const FileQuestion& 
     std::string path = readPath_(withoutBlanks(typed));
     if (isDrivePath(path) || question.directory.empty())
         return path;
+    // A bare name is one in the directory that the question is about.
     return question.directory + (question.directory.ends_with('\\') ? "" : "\\") +
            asStoredPath(path);
 }

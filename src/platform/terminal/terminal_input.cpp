@@ -91,6 +91,7 @@ void TerminalInput::deliverLater() {
 void TerminalInput::deliver() {
     delivery_ = TimerId::none;
     const auto due = nextDelivery();
+    // The moment may have moved since the timer was set.
     if (!due || *due > loop_.now())
         deliverLater();
     else if (!lines_.empty())
@@ -112,6 +113,7 @@ void TerminalInput::work(const std::string& line) {
     taker_.take(line);
     --working_;
     handAtWork_ -= hand;
+    // If this line came in the middle of another one's work, that one goes on now.
     workBegan_ = outerBegan;
     deliverLater();
 }

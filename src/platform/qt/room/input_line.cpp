@@ -39,7 +39,8 @@ void InputLine::takeSecret(Secret secret) {
         endSecret(text().toStdString());
 }
 
-// What is set has no way back, by which a secret would be shown.
+// The text is set rather than cleared: setText() leaves nothing for undo to bring back, and so to
+// show.
 void InputLine::dropSecret() {
     secret_ = nullptr;
     isHeld_ = isSecretComplete_ = false;
@@ -59,18 +60,18 @@ void InputLine::endSecret(std::string line) {
     secret(std::move(line));
 }
 
-// True when nothing else is to be made of the key.
+// Whether the key has been dealt with.
 bool InputLine::takeSecretKey(int key) {
     const bool isEnd = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (secret_ && (isEnd || key == Qt::Key_Escape))
         endSecret(isEnd ? text().toStdString() : "");
     else if (isEnd)
-        isSecretComplete_ = true;
+        isSecretComplete_ = true; // `takeSecret` hands it on
     return isSecretComplete_ || isEnd || key == Qt::Key_Escape || key == Qt::Key_Up ||
            key == Qt::Key_Down;
 }
 
-// Tab leaves the line only where there is nothing to complete.
+// Tab moves the focus only from an empty line, in which there is nothing to complete.
 bool InputLine::event(QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
@@ -108,7 +109,8 @@ void InputLine::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// What is pasted says nothing before the owner has seen it.
+// A pasted line break becomes a blank and doesn't end the line, so that nothing is said before the
+// owner has seen it.
 void InputLine::closeLineBreaks() {
     QString line = text();
     if (std::none_of(line.cbegin(), line.cend(), isLineBreak))
@@ -125,6 +127,7 @@ void InputLine::endLine() {
         return;
     history_.add(line);
     empty();
+    // What is typed next may be a secret already, before anybody has asked for it.
     isHeld_ = holdsAfter_(line);
     if (isHeld_)
         setEchoMode(Password);
@@ -136,13 +139,14 @@ void InputLine::recall(int way) {
     const int wanted = back_ + way;
     if (wanted < 0 || wanted > static_cast<int>(lines.size()))
         return;
+    // The line that was begun comes back when the owner returns from the history.
     if (back_ == 0)
         begun_ = text();
     back_ = wanted;
     setText(back_ == 0 ? begun_ : toQt(*(lines.end() - back_)));
 }
 
-// A completion counts characters, Qt counts halves of some.
+// A completion counts characters. Qt counts UTF-16 units, of which some characters take two.
 void InputLine::complete() {
     const auto typed = text().left(cursorPosition()).toUcs4();
     const Completion found = complete_(text().left(cursorPosition()).toStdString());

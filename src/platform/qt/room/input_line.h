@@ -19,27 +19,28 @@ public:
     // The history must live on.
     explicit InputLine(LineHistory& history);
 
-    // Told of each line that is finished, from within the key that does so.
+    // The task gets each finished line, while the key that ended it is being handled.
     void onLine(std::function<void(std::string line)> typed) { onLine_ = std::move(typed); }
 
-    // What Tab makes of the text in front of the cursor, and what is told where it could become
-    // several things.
+    // What Tab makes of the text in front of the cursor; and what shows the choices when it could
+    // become several things.
     using Complete = std::function<Completion(std::string_view typed)>;
     void onTab(Complete complete) { complete_ = std::move(complete); }
     void onChoices(std::function<void(const Completion&)> show) { onChoices_ = std::move(show); }
 
-    // Page up and page down belong to what is above it.
+    // Page up and page down scroll what is above the line.
     void onPage(std::function<void(int pages)> scroll) { onPage_ = std::move(scroll); }
 
     void empty();
 
-    // The line that is typed next isn't shown or kept, but taken from here; blank where the owner
-    // leaves it so, or strikes Escape.
+    // The next typed line is neither shown nor kept, but given to the task. It is empty when the
+    // owner leaves it so, or strikes Escape.
     using Secret = std::function<void(std::string line)>;
     void takeSecret(Secret secret);
     void dropSecret();
 
-    // After such a line nothing is shown or handed on until `goOn`: it may be a secret.
+    // After a line for which this is true, nothing is shown or handed on until `goOn`, since it may
+    // be a secret.
     void holdAfter(std::function<bool(const std::string& line)> line) {
         holdsAfter_ = std::move(line);
     }
@@ -62,9 +63,9 @@ private:
     std::function<void(const Completion&)> onChoices_ = [](const Completion&) {};
     std::function<void(int)> onPage_ = [](int) {};
     std::function<bool(const std::string&)> holdsAfter_ = [](const std::string&) { return false; };
-    Secret secret_;                 // while it is asked for
-    bool isHeld_ = false;           // before that
-    bool isSecretComplete_ = false; // before that, too
+    Secret secret_;                 // set while one is asked for
+    bool isHeld_ = false;           // a secret may be typed before it is asked for
+    bool isSecretComplete_ = false; // and has been ended with Return
     int back_ = 0;                  // how many lines of the history back the line is
     QString begun_;                 // what stood there before the owner went back
 };

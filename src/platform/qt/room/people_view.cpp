@@ -11,7 +11,7 @@
 
 namespace larkspin {
 
-// As many rows as there were at the last refresh: Qt isn't told of changes in between.
+// Qt isn't told of changes between two refreshes, so there are as many rows as at the last one.
 class PeopleView::Model : public QAbstractListModel {
 public:
     Model(Source source, QColor dimmed) : source_(std::move(source)), dimmed_(std::move(dimmed)) {}
@@ -56,11 +56,12 @@ PeopleView::~PeopleView() {
     setModel(nullptr);
 }
 
-// The place in the list, and the row that was chosen, outlive what comes and goes.
+// The scrolled place and the chosen row stay, whoever comes and goes.
 void PeopleView::refresh() {
     const QVariant chosen = currentIndex().data();
     const int top = verticalScrollBar()->value();
     model_->refresh();
+    // Qt would do this later, and the scroll bar has no room before it.
     doItemsLayout();
     verticalScrollBar()->setValue(top);
     for (int row = 0; chosen.isValid() && row < model_->rowCount(); ++row)

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto placeSettles = 1s; // while the owner moves the window, its place isn't kept
+constexpr auto placeSettles = 1s; // after the owner has moved the window, until its place is kept
 constexpr std::size_t largestPlace = 10'000;
 
 } // namespace
@@ -58,11 +58,14 @@ void QtRoom::open(Task quit) {
     });
     isOpen_ = true;
     for (std::string& line : std::exchange(early_, {}))
+        // Each in an event of its own, like a line that is typed from now on.
         loop_.post([this, line = std::move(line)] { take(line); });
     rooms.words.takeUpAgain();
 }
 
 void QtRoom::take(const std::string& line) {
+    // A line typed before the room is open is kept for later. But after one that asks for a
+    // password it may be that password, which must be kept nowhere.
     const bool mayBeSecret = !early_.empty() && IrcWords::asksPassword(early_.back());
     if (!isOpen_ && !mayBeSecret)
         early_.push_back(line);

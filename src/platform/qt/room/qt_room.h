@@ -25,21 +25,21 @@ public:
            const DataDirectory& directory, const std::string& screenName);
     ~QtRoom() override { loop_.cancel(keeping_); }
 
-    // What Tab makes of a line that is none of the words with a slash.
+    // What Tab makes of a line that isn't one of the words with a slash.
     void completeBy(InputLine::Complete complete);
 
-    // With the focus on the line to type in.
+    // Shows the window, with the focus on the line to type in.
     void show() { window.bringForward(); }
 
     // From now on lines are taken, also those that have been typed before; `/quit` calls the task.
     // A network that the last run was on is connected to.
     void open(Task quit);
 
-    // As the process ends.
+    // To be called as the process ends.
     void close();
 
-    // Keeps the typed lines and the window's place for the next run. Needs no window that is still
-    // there.
+    // Keeps the typed lines and the window's place for the next run, even if the window itself has
+    // gone.
     void keep();
 
 private:

@@ -24,7 +24,7 @@ namespace {
 constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(700, 460), leastSize(320, 200);
 constexpr int peopleWidth = 160;
-constexpr QSize frameRoom(4, 40); // what a window manager puts around it, at most
+constexpr QSize frameRoom(4, 40); // for the frame of a window manager
 
 } // namespace
 
@@ -35,7 +35,8 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& hist
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
       halves_(*new QSplitter) {
     layOut();
-    const QPointer<RoomWindow> window(this); // an event may come when it has gone
+    const QPointer<RoomWindow> window(this); // which may have gone when an event comes
+    // A line acts in an event of its own: what it does may wait, and a callback of Qt's can't.
     input_.onLine([this, window](std::string line) {
         loop_.post([window, line = std::move(line)] {
             if (window)
@@ -87,7 +88,8 @@ void RoomWindow::layOut() {
     input_.setFocus();
 }
 
-// On a small screen, or one that shows all larger, the line to type in would lie below it.
+// On a small screen, or one that shows everything larger, the line to type in would lie outside of
+// it.
 void RoomWindow::fitScreen() {
     if (isMaximized() || isFullScreen())
         return;
@@ -98,7 +100,7 @@ void RoomWindow::fitScreen() {
         move(corner);
 }
 
-// Drawn when the loop goes on, for which the empty event is.
+// Qt draws in a later turn of the loop. The empty task makes sure that there is one.
 void RoomWindow::showNew() {
     const bool wasShown = isRoomShown_;
     if (!wasShown)
@@ -151,7 +153,7 @@ void RoomWindow::bringForward() {
     input_.setFocus();
 }
 
-// It only goes out of the way: there is no other way to talk to the program.
+// Closing only minimizes the window, since without it the owner couldn't talk to the program.
 void RoomWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     showMinimized();
@@ -174,6 +176,7 @@ void RoomWindow::restorePlace(const std::string& place) {
     const QList<QByteArray> lines = QByteArray::fromStdString(place).split('\n');
     restoreGeometry(QByteArray::fromBase64(lines.value(0)));
     halves_.restoreState(QByteArray::fromBase64(lines.value(1)));
+    // A window that was minimized when the last run ended opens like any other.
     setWindowState(windowState() & ~Qt::WindowMinimized);
     fitScreen();
 }

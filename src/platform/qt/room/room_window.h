@@ -25,23 +25,25 @@ public:
     // All three must outlive it.
     RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& history);
 
-    // A line that somebody says, and what is told beside what is said.
+    // Show a line that somebody says, and something that the program tells beside it.
     void say(const std::string& speaker, const std::string& line) { said_.say(speaker, line); }
     void tell(const std::string& text) { said_.tell(text); }
 
-    // After anything of what is known of the room.
+    // To be called when anything that is known of the room has changed.
     void roomChanged() { isRoomShown_ = false; }
 
     void clearInput() { input_.empty(); }
 
-    // Up from the task bar and in front of all, with the focus on the line to type in.
+    // Brings the window up from the task bar and in front of all, with the focus on the line to
+    // type in.
     void bringForward();
 
-    // Each typed line in an event of its own, and what Tab makes of one.
+    // The task gets each typed line in an event of its own. The other one says what Tab makes of a
+    // text.
     void onLine(std::function<void(const std::string& line)> take) { take_ = std::move(take); }
     void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
 
-    // After such a line comes a password, before it is asked for as well.
+    // A line for which this is true is followed by a password, perhaps before one is asked for.
     void holdAfter(std::function<bool(const std::string& line)> line) {
         input_.holdAfter(std::move(line));
     }
@@ -74,7 +76,7 @@ private:
     QLabel& count_;
     QLabel& ownName_;
     QSplitter& halves_;
-    std::string prompt_; // in place of the own name
+    std::string prompt_; // shown in place of the owner's name
     std::function<void(const std::string&)> take_ = [](const std::string&) {};
     Task placeChanged_ = [] {};
     bool isRoomShown_ = false;

@@ -15,13 +15,14 @@ namespace larkspin {
 
 namespace {
 
-// A soft break, with the line after it set in further than any that opens at the edge.
+// A line break within a line that is said. The rest is indented more than anything that begins a
+// line.
 constexpr std::string_view setIn = "\u2028    ";
 
 constexpr double leastContrast = 5.2;    // that of plain red
-constexpr double contrastOfBlack = 0.05; // what every colour is lighter by for the eye
+constexpr double contrastOfBlack = 0.05; // which the formula adds to every light
 
-// Faces that are named in rooms but on few machines here, and those cut to the same widths.
+// Fonts that people in rooms name but few machines here have, and free ones of the same widths.
 constexpr std::pair<std::string_view, std::string_view> standIns[] = {
     {"arial", "Liberation Sans"},
     {"arial narrow", "Liberation Sans Narrow"},
@@ -64,6 +65,7 @@ QTextCharFormat formatOf(const MarkupStyle& style, const QTextCharFormat& plain)
     return format;
 }
 
+// The light and the contrast of colours are computed as for the web's rules on accessibility.
 double lightOf(float part) {
     return part <= 0.04045F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
 }

@@ -12,11 +12,12 @@ class QTextCursor;
 
 namespace larkspin {
 
-// With the client's markup, on the black of a window. `plain` is the format of what has no style of
-// its own.
+// Inserts a line with the client's markup, to be shown on black. `plain` is the format of text
+// without a style of its own.
 void insertSaid(QTextCursor& cursor, std::string_view line, const QTextCharFormat& plain);
 
-// Plain text on one line, such as a name, which can't turn what stands after it around.
+// Inserts plain text on one line, such as a name. One that is written from right to left can't turn
+// what stands after it around.
 void insertName(QTextCursor& cursor, std::string_view name, const QTextCharFormat& format);
 
 // The colour, or one like it that is light enough to be read on black.

@@ -45,7 +45,7 @@ Transcript::Transcript() {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    // Whoever speaks stands on the left, in whatever script he writes.
+    // Names stand on the left, whatever script they are written in.
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setTextDirection(Qt::LeftToRight);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -74,6 +74,7 @@ void Transcript::keep(Entry entry) {
 bool Transcript::showNew() {
     if (waiting_.empty())
         return false;
+    // The view follows what is said, unless the owner has scrolled up to read.
     const bool follows = isAtEnd();
     const int scrolledTo = verticalScrollBar()->value();
     for (const Entry& entry : std::exchange(waiting_, {}))
@@ -88,6 +89,7 @@ void Transcript::append(const Entry& entry) {
     QTextCursor cursor(document());
     cursor.beginEditBlock();
     cursor.movePosition(QTextCursor::End);
+    // An empty document has one block already.
     if (document()->isEmpty())
         cursor.setBlockFormat(lineFormat());
     else
@@ -108,6 +110,8 @@ int Transcript::dropOldest() {
         return 0;
     const QTextBlock first = document()->findBlockByNumber(tooMany);
     const auto top = [&] { return document()->documentLayout()->blockBoundingRect(first).top(); };
+    // How much text disappears above the oldest line that stays, so that the view can be moved by
+    // that.
     const double before = top();
     QTextCursor cursor(document());
     cursor.setPosition(first.position(), QTextCursor::KeepAnchor);

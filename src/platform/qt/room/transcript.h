@@ -16,19 +16,19 @@ public:
     static constexpr int mostLines = 2000;
     static constexpr std::size_t mostCharacters = 4000; // of a line; the rest of it isn't shown
 
-    // A line that somebody says, and what the program has to tell beside it, dimmed. Both wait for
-    // `showNew`.
+    // Add a line that somebody says, and something that the program tells beside it, dimmed. Both
+    // show with the next `showNew`.
     void say(const std::string& speaker, const std::string& line);
     void tell(const std::string& text);
 
-    // Shows what has come since the last time. False when that is nothing.
+    // Shows what has been added since the last time. False when there is nothing.
     bool showNew();
 
-    void scrollPage(int pages); // up where that is negative
+    void scrollPage(int pages); // upwards if negative
 
 private:
     struct Entry {
-        std::string speaker; // empty for what is told
+        std::string speaker; // empty when the program tells something
         std::string text;
     };
 

@@ -1,5 +1,5 @@
-// Labels, buttons and swatches: what shows a caption or a colour. What can be pressed is a button
-// to a screen reader; in the strip at the window's top it looks like the label beside it.
+// Labels, buttons and swatches, which show a caption or a colour. What can be pressed is a button
+// to a screen reader, even where it looks like a label, as in the strip at the window's top.
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/windows/control_view.h"
@@ -18,6 +18,8 @@ namespace {
 
 constexpr int captionMargin = 2; // in pixels, left and right of a caption
 
+// A control at the window's top with the strip's height is a part of that strip. Buttons elsewhere
+// have a box around them.
 struct CaptionLook {
     explicit CaptionLook(const Control& control)
         : isCentred(control.kind == Control::Kind::button),
@@ -27,8 +29,8 @@ struct CaptionLook {
     bool isCentred, isOnStrip, hasBox;
 };
 
-// The blanks in front of a label's caption are part of how it looks; a button's stands in the
-// middle.
+// Blanks in front of a label's caption place it, so they are drawn. A button's caption stands in
+// the middle without them.
 void drawCaption(QPainter& painter, const QWidget& widget, const QString& caption, bool isCentred) {
     const QRect within = widget.rect().adjusted(captionMargin, 0, -captionMargin, 0);
     if (const QPainterPath glyph = isCentred ? glyphOf(caption, widget.rect()) : QPainterPath();
@@ -98,7 +100,8 @@ protected:
             drawOutline(painter, box, isFocused ? front : dimmed(palette()));
     }
 
-    // Of use to the keyboard alone: the mouse only brings the window to the front.
+    // The focus shows only when the keyboard has moved it. A press of the mouse brings the window
+    // to the front and moves no focus that matters.
     void focusInEvent(QFocusEvent* event) override {
         const auto reason = event->reason();
         if (reason != Qt::ActiveWindowFocusReason)
@@ -156,8 +159,8 @@ private:
                                                           : toQt(control.spoken));
     }
 
-    // The mouse is told by its parts, so what Qt makes of it is left out: a click with nothing
-    // before it then comes from elsewhere.
+    // The program is told of press and release one by one, so what Qt makes of them is left out. A
+    // click that Qt tells of then comes from a keyboard or a screen reader.
     bool pressed(const QMouseEvent& event) override {
         button().setDown(true);
         ControlView::pressed(event);

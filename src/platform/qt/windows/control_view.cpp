@@ -66,13 +66,14 @@ bool ControlView::released(const QMouseEvent& event) {
     return false;
 }
 
-// No click of its own: what a double click has done would be followed by what one click does.
+// The release after a double click is no click, or what the double click has done would be followed
+// by what a click does.
 bool ControlView::releasedAfterDoubleClick() {
     hand().passes([](Window& window) { window.dragged = false; });
     return false;
 }
 
-// Where nothing answers to it, it is one more press.
+// If nothing reacts to a double click, it is one more press.
 bool ControlView::pressedAgain(const QMouseEvent& event) {
     const Control* const described = control();
     if (!described || !described->onDoubleClick)
@@ -92,7 +93,7 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
     const auto isLeft = [&mouse] { return mouse().button() == Qt::LeftButton; };
     switch (event->type()) {
     case QEvent::MouseButtonPress:
-        isDoubleClicked_ = false; // its end may have gone to another window
+        isDoubleClicked_ = false; // the last release may have gone to another window
         if (isLeft())
             parts_.mover.grip(mouse().globalPosition().toPoint());
         return isLeft() && pressed(mouse());
@@ -112,6 +113,7 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
         widget_->update();
         return false;
     case QEvent::ContextMenu:
+        // What reacts to a mouse-down by itself is a title label, by which a window is dragged.
         if (const Control* const described = control(); !described || !described->onMouseDown)
             return false;
         hand().opensTitleMenu();
@@ -133,7 +135,7 @@ bool ControlView::mouseMoved(const QMouseEvent& event) {
     return false;
 }
 
-// The mouse tells of each pixel, and the program of each turn.
+// The mouse moves pixel by pixel. One event per turn is enough for the program.
 void ControlView::hover() {
     if (std::exchange(*isHovering_, true))
         return;

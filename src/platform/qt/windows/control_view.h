@@ -17,7 +17,7 @@ class QMouseEvent;
 
 namespace larkspin {
 
-// What a view works with beside its control.
+// What a view needs beside its control.
 struct ViewParts {
     const Hand& hand;
     WindowMover& mover;
@@ -31,7 +31,7 @@ public:
     bool isOf(const Control& control) const {
         return name_ == control.name && kind_ == control.kind;
     }
-    // One call per turn, while the window is shown.
+    // Brings the view up to date, once per turn while the window is shown.
     void refresh(const Control& control, int dpi);
 
 protected:
@@ -40,20 +40,20 @@ protected:
     QWidget& widget() const { return *widget_; }
     const Hand& hand() const { return parts_.hand; }
     const std::string& name() const { return name_; }
-    // Nothing once it has gone from its window.
+    // The described control; null once it has gone from its window.
     const Control* control() const { return hand().window().find(name_); }
 
     // Mouse and drops may arrive at another widget, which scrolls inside of it.
     void listenTo(QWidget& inner);
 
-    // What it shows, with a control that is in sight.
+    // Show what the control shows, and its colours. They are called when the control is in sight.
     virtual void show(const Control& control) = 0;
     virtual void dress(const Control& control);
 
-    // True when Qt's own handling is to be left out.
+    // These return true when Qt's own handling is to be left out.
     virtual bool pressed(const QMouseEvent& event);
     virtual bool released(const QMouseEvent& event);
-    virtual bool pressedAgain(const QMouseEvent& event); // or it is no double click
+    virtual bool pressedAgain(const QMouseEvent& event); // the second press of a double click
     virtual bool strike(const QKeyEvent& event);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -69,16 +69,16 @@ private:
     const std::string name_;
     const Control::Kind kind_;
     std::unique_ptr<QWidget> widget_;
-    bool isDoubleClicked_ = false;                                     // and the button still down
+    bool isDoubleClicked_ = false;                                     // and is still held
     std::optional<std::pair<Color, Color>> colors_;                    // that it shows
     std::shared_ptr<bool> isHovering_ = std::make_shared<bool>(false); // an event is on its way
 };
 
-// A press where no mouse is: by the keyboard, or from a screen reader. What answers to a double
-// click alone gets that.
+// A press without a mouse: by the keyboard, or from a screen reader. A control that reacts to a
+// double click only gets one.
 void pressWithoutMouse(Window& window, const std::string& control, int row = noRow);
 
-// Of the control's kind.
+// Makes the view for the control's kind.
 std::unique_ptr<ControlView> makeView(const ViewParts& parts, const Control& control);
 
 // The kinds: see their own files.

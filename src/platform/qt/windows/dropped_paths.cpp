@@ -22,7 +22,7 @@ bool isUsable(const std::string& path) {
 
 } // namespace
 
-// Read by the byte: a name on the disk needn't be text, and Qt's own reading would change it.
+// Read byte by byte: a name on the disk needn't be valid text, and Qt would change it.
 std::vector<std::string> droppedPaths(const QMimeData& dropped) {
     static const QByteArray scheme = "file://";
     std::vector<std::string> paths;

@@ -7,10 +7,10 @@
 
 namespace larkspin {
 
-// Empty for what names none on this machine.
+// The paths that were dropped; empty when they are none of this machine.
 std::vector<std::string> droppedPaths(const QMimeData& dropped);
 
-// Those of them that are files or directories that can be entered.
+// Those of the paths that are files, or directories that can be entered.
 std::vector<std::string> usable(const std::vector<std::string>& paths);
 
 } // namespace larkspin

@@ -25,7 +25,9 @@ protected:
         : ControlView(parts, control, std::make_unique<Widget>()) {}
 
     Widget& field() const { return static_cast<Widget&>(widget()); }
+    // The state reads like the field then, and nothing is put into it, which would move the cursor.
     void isTyped(const QString& text) { shown_ = text.toStdString(); }
+
     virtual void put(const QString& text) = 0;
 
 private:
@@ -70,7 +72,7 @@ public:
         field().setReadOnly(true);
         field().setTabChangesFocus(true);
         field().setFrameStyle(int{QFrame::Box} | int{QFrame::Sunken});
-        field().setLineWidth(2); // of which it draws the inner one, beside the window's outline
+        field().setLineWidth(2); // it draws the inner one, beside the window's outline
         listenTo(*field().viewport());
     }
 
@@ -78,7 +80,7 @@ private:
     void put(const QString& text) override { field().setPlainText(text); }
 };
 
-// In the grey of other programs, whatever colours the window has.
+// Drawn in the grey of other programs, whatever colours the window has.
 class SliderWidget : public QSlider {
 public:
     SliderWidget() : QSlider(Qt::Horizontal) {
@@ -120,6 +122,7 @@ private:
 
     void show(const Control& control) override {
         const int value = control.value ? control.value() : control.least;
+        // While the owner holds the handle it stays where his hand is.
         if (slider().isSliderDown() || slider().value() == value)
             return;
         isShowing_ = true;

@@ -8,7 +8,7 @@ namespace larkspin {
 
 namespace {
 
-// All in a square from -5 to 5.
+// All shapes lie in a square from -5 to 5.
 void addShape(QPainterPath& path, std::initializer_list<QPointF> corners) {
     path.moveTo(*corners.begin());
     for (const QPointF& corner : corners)

@@ -1,4 +1,4 @@
-// The marks on buttons for playing. No free font has the ones that are meant, so they are drawn.
+// The marks on the buttons for playing. No free font has them, so they are drawn.
 #pragma once
 
 #include <QPainterPath>
@@ -7,7 +7,7 @@
 
 namespace larkspin {
 
-// Centred in the rectangle. Empty for a caption that is a word.
+// The mark for a caption, centred in the rectangle. Empty for a caption that is a word.
 QPainterPath glyphOf(const QString& caption, const QRectF& within);
 
 } // namespace larkspin

@@ -10,9 +10,9 @@
 
 namespace larkspin {
 
-// What else is told of it.
+// What others are told about the owner's hand.
 struct HandTells {
-    Task titleMenu = [] {}; // stands in for the tray icon's menu, where there may be no tray
+    Task titleMenu = [] {}; // for the tray icon's menu, since there may be no tray
     Task pressed = [] {};   // at once
 };
 

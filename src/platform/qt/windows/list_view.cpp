@@ -1,5 +1,5 @@
-// Lists: a view of the rows themselves, however many. Rows and marks are read anew when the list
-// has another revision; what the owner selects goes back as one event.
+// Lists, which read the rows from where they are, however many there are. Rows and marks are read
+// anew when the list has another revision; what the owner selects goes back as one event.
 #include "platform/qt/looks.h"
 #include "platform/qt/windows/control_view.h"
 #include "platform/qt/windows/rows_model.h"
@@ -53,7 +53,8 @@ public:
         setFrameStyle(int{Box} | int{Plain});
     }
 
-    // Whole rows: as many as fit share the height, and what is left lies below the last of them.
+    // Only whole rows show. As many as fit share the height, and what is left over lies below the
+    // last one.
     void fitRows() {
         const int height = contentsRect().height();
         const int fitting = std::max(1, height / (fontMetrics().height() + betweenRows));
@@ -95,13 +96,15 @@ private:
     void show(const Control&) override {
         list().fitRows();
         const RowList& rows = model_.rows();
+        // A selection by the owner that the program hasn't taken over is undone, but not while the
+        // mouse is still selecting.
         if (revision_ == rows.revision() && (!isTouched_ || isHeld_))
             return;
         isShowing_ = true;
         const int top = list().verticalScrollBar()->value();
         const bool hasOtherRows = model_.refresh();
         if (hasOtherRows)
-            list().doItemsLayout(); // else the view stands at the top again
+            list().doItemsLayout(); // or the view would be back at the top
         showMarks(rows);
         if (hasOtherRows)
             list().verticalScrollBar()->setValue(top);
@@ -125,7 +128,7 @@ private:
             marks.setCurrentIndex(current, QItemSelectionModel::NoUpdate);
     }
 
-    // The current row stands last, as it is to be.
+    // The current row stands last, as `selectRows` takes it.
     std::vector<int> selectedRows() const {
         std::vector<int> rows;
         for (const QModelIndex& index : list().selectionModel()->selectedRows())
@@ -137,7 +140,7 @@ private:
         return rows;
     }
 
-    // After what Qt does with the mouse or the key that is being told of.
+    // Tells the program of the selection after Qt has handled this mouse or key event.
     void tellSelectionLater() {
         hand().passes([view = QPointer<ListView>(this), name = name()](Window& window) {
             if (!view)
@@ -149,6 +152,8 @@ private:
     }
 
     bool pressed(const QMouseEvent& event) override {
+        // With a modifier key Qt selects by its own rules, and the outcome is told when the button
+        // is up.
         pressedRow_ = event.modifiers() == Qt::NoModifier ? rowAt(event) : noRow;
         isHeld_ = true;
         if (pressedRow_ != noRow)
@@ -158,7 +163,8 @@ private:
         return false;
     }
 
-    // A click on the row where the button went down; else it has been drawn over several rows.
+    // It is a click if the button comes up over the row where it went down. Otherwise the mouse has
+    // been drawn over several rows.
     bool released(const QMouseEvent& event) override {
         const int row = std::exchange(pressedRow_, noRow);
         isHeld_ = false;

@@ -27,7 +27,7 @@ struct QtWindows::All : QObject {
     }
     void remember() {
         areOtherScreens = true;
-        QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // so that a turn comes
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User)); // so that there is a turn
     }
     bool refresh() {
         const bool others = std::exchange(areOtherScreens, false);
@@ -58,7 +58,7 @@ QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const
     loop.beforeSleep([&loop, held = std::weak_ptr(all_)] {
         const auto lasting = held.lock();
         if (lasting && lasting->refresh())
-            loop.post([] {}); // one more turn, which sends it to the display
+            loop.post([] {}); // one more turn, in which Qt sends it to the display
     });
 }
 

@@ -19,7 +19,7 @@ public:
     QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const HandTells& tells = {});
     ~QtWindows();
 
-    // Nothing before the window was shown for the first time.
+    // Null before the window was shown for the first time.
     QWidget* widgetOf(const Window& window) const;
 
 private:

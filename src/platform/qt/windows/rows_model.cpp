@@ -9,7 +9,8 @@ namespace larkspin {
 
 namespace {
 
-// What a row holds after so many blanks isn't to be seen, however wide the list is: a song's path.
+// After this many blanks a row holds what isn't to be seen, such as a song's path, however wide the
+// list is.
 const std::string farAfter(40, ' ');
 
 std::string_view seenOf(std::string_view row) {

@@ -14,8 +14,8 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
-    // True when the rows have changed since the last time. Until then Qt is told of as many as
-    // there were.
+    // Takes in that the rows have changed, and returns true if they have. Until then Qt sees as
+    // many rows as before.
     bool refresh();
 
     const RowList& rows() const { return rows_; }

@@ -33,8 +33,8 @@ QPoint WindowMover::described() const {
     return pixelsOf(window_.place, widget_.logicalDpiX()).topLeft();
 }
 
-// One that the owner leaves half outside stays so, as long as he can fetch it back. Where it first
-// appears it is seen whole, if it fits.
+// A window that the owner leaves half outside the screens stays there, as long as he can fetch it
+// back. Where one first appears it is moved to be seen whole, if it fits.
 QPoint WindowMover::onScreen(QPoint corner, Seen wanted) const {
     const QRect window(corner, widget_.size());
     const int strip = std::min(pixelsOf(stripHeight, widget_.logicalDpiX()), window.height());
@@ -78,6 +78,7 @@ bool WindowMover::refresh(bool inAnyCase) {
     widget_.move(corner);
     isAsking_ = false;
     asked_ = wanted;
+    // The description is told where the window really stands.
     if (corner != wanted)
         tellPlace();
     return true;
@@ -102,8 +103,8 @@ void WindowMover::grip(QPoint mouse) {
     follows_ = false;
 }
 
-// The window manager moves it, and keeps the mouse to itself until the button is up. Where there is
-// none, it is moved from here.
+// The window manager moves the window, and keeps the mouse to itself until the button is up.
+// Without one that can, the window is moved from here.
 void WindowMover::follow(QPoint mouse) {
     if (!window_.dragged)
         return;

@@ -15,10 +15,10 @@ class WindowMover {
 public:
     WindowMover(Window& window, QWidget& widget) : window_(window), widget_(widget) {}
 
-    // To where the description says, if it says something new, or in any case. True when the widget
-    // has been moved.
+    // Moves the widget to where the description says, if that is a new place, or in any case. True
+    // when it has been moved.
     bool refresh(bool inAnyCase);
-    // What Qt tells: the widget stands somewhere else.
+    // To be called when the widget has been moved.
     void moved();
 
     // The mouse on a label by which the window is dragged. It follows from the first small way on,
@@ -31,7 +31,7 @@ private:
     QPoint described() const;
     enum class Seen { whole, strip };
     QPoint onScreen(QPoint corner, Seen wanted) const;
-    QPoint middleOfScreen() const; // of the one with the pointer
+    QPoint middleOfScreen() const; // of the screen with the pointer
     void tellPlace();
 
     Window& window_;

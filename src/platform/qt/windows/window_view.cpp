@@ -26,8 +26,8 @@ QAccessibleInterface* windowAloud(const QString&, QObject* object) {
     return view ? new QAccessibleWidget(view, QAccessible::Window, view->windowTitle()) : nullptr;
 }
 
-// A window that comes must not cover what waits for an answer. Qt tells of its windows in the order
-// in which they were made.
+// A window that appears must not cover a dialog that waits for an answer. Qt lists its windows in
+// the order in which they were made.
 void raiseDialogs() {
     for (QWindow* window : QGuiApplication::topLevelWindows())
         if (window->type() == Qt::Dialog && window->isVisible())
@@ -63,13 +63,14 @@ void WindowView::addMoveKeys() {
     }
 }
 
-// One that is minimized comes back as if it appeared: asked to restore it, a window manager would
-// give it the keyboard.
+// A minimized window is hidden and shown again when it is called for. Asked to restore it, a window
+// manager would give it the keyboard.
 bool WindowView::refresh(bool areOtherScreens) {
     const bool isCalled = std::exchange(calls_, window_.calls) != window_.calls;
     const bool comesBack = isCalled && isVisible() && isMinimized();
     if (comesBack)
         hide();
+    // Size and contents come first, so that nothing is seen of what the window held before.
     const bool appears = window_.visible && !isVisible();
     bool hasChanged = false;
     if (window_.visible) {
@@ -92,7 +93,7 @@ bool WindowView::refresh(bool areOtherScreens) {
     return hasChanged;
 }
 
-// A window manager that has just seen it go may forget what it was asked for before.
+// A window manager that has just seen the window disappear may forget that it is to stay on top.
 void WindowView::stayOnTopAgain() {
     for (const bool isOnTop : {false, window_.onTop})
         windowHandle()->setFlag(Qt::WindowStaysOnTopHint, isOnTop);
@@ -160,7 +161,8 @@ void WindowView::moveEvent(QMoveEvent*) {
     mover_.moved();
 }
 
-// By the window manager: as the owner closes it, or out of sight where there is nothing for that.
+// The window manager closes the window. This counts as a press on its close label; a window without
+// one is hidden.
 void WindowView::closeEvent(QCloseEvent* event) {
     event->ignore();
     hand_.does([](Window& window) {

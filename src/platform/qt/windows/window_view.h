@@ -17,8 +17,9 @@ public:
     explicit WindowView(const Hand& hand);
     ~WindowView() override;
 
-    // Brings it up to date. Other screens than the last time may have made it unreachable. True
-    // when the display has been asked for something, which waits for Qt's next turn.
+    // Brings the window up to date. With other screens than the last time it may have got out of
+    // reach, and is moved. True when the display has been asked for something, which Qt does in its
+    // next turn.
     bool refresh(bool areOtherScreens);
 
 protected:
@@ -44,10 +45,11 @@ private:
     std::vector<std::unique_ptr<ControlView>> controls_;
     std::optional<Color> background_;
     int alpha_ = 255;
-    int calls_ = 0; // of its description, that have been answered
+    int calls_ = 0; // calls of the description that have been answered
 };
 
-// Tells screen readers that it is a window. Once, before the first one.
+// Tells screen readers that such a view is a window. To be called once, before the first one is
+// made.
 void describeWindowsAloud();
 
 } // namespace larkspin
