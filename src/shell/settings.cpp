@@ -66,7 +66,7 @@ void Settings::putini(std::string_view section, std::string_view key, std::strin
 
 void Settings::removeini(std::string_view section, std::string_view key, const std::string& path) {
     const FileRead old = readIni(path);
-    if (old.failed() || unread_.contains(idOf(path, section, key)))
+    if (unread_.contains(idOf(path, section, key)))
         return;
     const std::string contents = withoutIniKey(old.contents, section, key);
     if (contents != old.contents)

@@ -13,11 +13,11 @@ namespace larkspin {
 
 namespace {
 
-using Situation = std::pair<const char*, std::function<void(VirtualMachine&)>>;
-
-void say(VirtualMachine& machine, const char* line) {
-    machine.owner(line);
-}
+struct Situation {
+    const char* name;
+    Lines lines; // that lead to it
+    std::function<void(VirtualMachine&)> put = [](VirtualMachine&) {};
+};
 
 RowList fullList(RowList::Order order) {
     RowList list(order);
@@ -26,68 +26,54 @@ RowList fullList(RowList::Order order) {
     return list;
 }
 
+std::vector<RowList*> toldLists(AppState& state) {
+    return {&state.notes, &state.appTitles, &state.appPaths};
+}
+
+void emptyLists(VirtualMachine& machine) {
+    AppState& state = machine.state();
+    for (RowList* list : {&state.masterList, &state.playlistView, &state.scanRows})
+        list->clear();
+    for (RowList* list : toldLists(state))
+        list->clear();
+}
+
+void fillLists(VirtualMachine& machine) {
+    static const RowList sorted = fullList(RowList::Order::sorted);
+    static const RowList unsorted = fullList(RowList::Order::ofAddition);
+    AppState& state = machine.state();
+    state.masterList = state.playlistView = sorted;
+    for (RowList* list : toldLists(state))
+        *list = unsorted;
+    machine.loop.once(2s, [&state] { // to tell all of them would take hours
+        for (RowList* list : toldLists(state))
+            list->clear();
+    });
+}
+
 const std::vector<Situation> situations{
-    {"empty lists",
-     [](VirtualMachine& m) {
-         AppState& state = m.state();
-         for (RowList* list : {&state.masterList, &state.playlistView, &state.notes,
-                               &state.appTitles, &state.appPaths, &state.scanRows})
-             list->clear();
-     }},
-    {"full lists",
-     [](VirtualMachine& m) {
-         static const RowList sorted = fullList(RowList::Order::sorted);
-         static const RowList unsorted = fullList(RowList::Order::ofAddition);
-         AppState& state = m.state();
-         state.masterList = state.playlistView = sorted;
-         const std::vector<RowList*> told{&state.notes, &state.appTitles, &state.appPaths};
-         for (RowList* list : told)
-             *list = unsorted;
-         // To tell all of them would take hours.
-         m.loop.once(2s, [told] {
-             for (RowList* list : told)
-                 list->clear();
-         });
-     }},
-    {"playing", [](VirtualMachine& m) { say(m, "'num 1"); }},
-    {"paused",
-     [](VirtualMachine& m) {
-         say(m, "'num 1");
-         say(m, "'pause");
-     }},
-    {"silent",
-     [](VirtualMachine& m) {
-         say(m, "'num 2");
-         say(m, "'silent");
-     }},
-    {"a choice to make",
-     [](VirtualMachine& m) {
-         say(m, "'play song");
-         say(m, "'view");
-     }},
+    {"empty lists", {}, emptyLists},
+    {"full lists", {}, fillLists},
+    {"playing", {"'num 1"}},
+    {"paused", {"'num 1", "'pause"}},
+    {"silent", {"'num 2", "'silent"}},
+    {"a choice to make", {"'play song", "'view"}},
     {"shuffle and a small window",
-     [](VirtualMachine& m) {
-         say(m, "'shuffle");
-         say(m, "'rnd");
-         m.window("mp3s").place.height = 315;
-     }},
+     {"'shuffle", "'rnd"},
+     [](VirtualMachine& machine) { machine.window("mp3s").place.height = 315; }},
 };
 
 // Something in every list, and every window shown.
 void furnish(VirtualMachine& machine) {
+    emptyLists(machine);
     AppState& state = machine.state();
     state.silnt = false;
-    state.playlistView.clear();
-    state.masterList.clear();
-    state.scanRows.clear();
     for (const char* name : {"song one.mp3", "song two.wav", "song three.mid"}) {
         const std::string row = machine.song("rock", name, 20s);
         state.masterList.add(row);
         state.playlistView.add(row);
         state.scanRows.add(row);
     }
-    for (RowList* list : {&state.notes, &state.appTitles, &state.appPaths})
-        list->clear();
     for (const char* text : {"milk", "<b>\t\u202Ebread"}) {
         state.notes.add("11/25/26-09:30 pm:     " + std::string(text));
         state.appTitles.add(text);
@@ -146,27 +132,25 @@ void chooseFromPopups(VirtualMachine& machine) {
         chooseAll(machine, menu->entries());
 }
 
-void workAllOf(VirtualMachine& machine, const Situation& situation,
-               const std::deque<std::string>& answers) {
-    for (std::size_t index = 0; index < machine.program->windows().size(); ++index) {
-        Window& window = *machine.program->windows()[index];
-        for (const std::string& name : controlNames(window)) {
-            furnish(machine);
-            situation.second(machine);
-            window.visible = true;
-            machine.dialogs.answers = answers;
-            machine.run([&] { workControl(window, name); });
-            chooseFromPopups(machine);
-            machine.advance(3s);
-            expectWhole(machine, window.name + "." + name + ", " + situation.first);
-        }
-    }
-    furnish(machine);
-    situation.second(machine);
-    machine.dialogs.answers = answers;
-    chooseAll(machine, machine.desktop.icon.value().menu.entries());
-    machine.advance(3s);
-    expectWhole(machine, std::string("the tray, ") + situation.first);
+void workAllOf(VirtualMachine& machine, const Situation& situation, const std::string& answer) {
+    const auto work = [&](const std::string& what, const Task& hand) {
+        furnish(machine);
+        for (const std::string& line : situation.lines)
+            machine.owner(line);
+        situation.put(machine);
+        machine.dialogs.answers = std::deque<std::string>(20, answer);
+        machine.run(hand);
+        chooseFromPopups(machine);
+        machine.advance(3s);
+        expectWhole(machine, what + ", " + situation.name);
+    };
+    for (Window* window : machine.program->windows())
+        for (const std::string& name : controlNames(*window))
+            work(window->name + "." + name, [&] {
+                window->visible = true;
+                workControl(*window, name);
+            });
+    work("the tray", [&] { chooseAll(machine, machine.desktop.icon.value().menu.entries()); });
 }
 
 } // namespace
@@ -175,7 +159,7 @@ TEST(EveryControl, CanBeWorkedInEverySituation) {
     VirtualMachine machine(Lines{});
     for (const Situation& situation : situations)
         for (const char* answer : {"", "yes"}) {
-            workAllOf(machine, situation, std::deque<std::string>(20, answer));
+            workAllOf(machine, situation, answer);
             machine.forget();
         }
     EXPECT_TRUE(machine.advance(60s)) << "still runs";

@@ -67,6 +67,8 @@ TEST(Shutdown, RestartsWithEverythingAnew) {
         machine.owner(line);
     machine.state().idleClock.connect(machine.loop, [] {});
     machine.state().idleClock.enable();
+    for (const char* unheard : {".volume 9", ".num 1", ".cancel"})
+        machine.loop.once(300ms, [&machine, unheard] { machine.hear(unheard); });
     EXPECT_EQ(machine.answerTo([&] { machine.restart(); }),
               "restarting larkspin player\nlarkspin player - by moraine\n"
               "load:  <b>2</b> - mp3s played:  <b>0</b>");
@@ -78,6 +80,7 @@ TEST(Shutdown, RestartsWithEverythingAnew) {
     EXPECT_TRUE(s.choiceList.empty());
     EXPECT_FALSE(s.idleClock.enabled());
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
+    EXPECT_EQ(machine.answer(".cancel"), "") << "nothing is left to choose";
     // Each scanner and each timer is there once, and no row is current.
     const int before = std::stoi(s.programSeconds);
     EXPECT_EQ(machine.answer(".next"), "next:  <b>1</b>.  a");

@@ -16,6 +16,18 @@ Lines shown(const AppState& s) {
 
 } // namespace
 
+TEST(Startup, WelcomesTheOwnerTheFirstTimeAndRemembersTheDay) {
+    VirtualMachine machine;
+    ASSERT_TRUE(machine.start());
+    ASSERT_EQ(machine.dialogs.boxes.size(), 1u);
+    EXPECT_TRUE(machine.lastBox().starts_with("this must be your first time running"));
+    EXPECT_EQ(machine.allSaid(),
+              (Lines{"larkspin player - by moraine", "load:  <b>1</b> - mp3s played:  <b>0</b>"}));
+    EXPECT_EQ(machine.setting("load"), "2"); // stored at once, in case it is killed
+    EXPECT_EQ(machine.setting("trigger"), "'");
+    EXPECT_EQ(machine.setting("first load"), "Friday, December 19, 2003 at 07:05 pm");
+}
+
 TEST(Startup, BringsBackAllOfTheLastRun) {
     VirtualMachine machine;
     const std::string settings =
@@ -137,10 +149,13 @@ TEST(Clock, CountsSecondsOverAllRuns) {
     EXPECT_EQ(machine.state().playedSeconds, "0");
     machine.owner("'num 1", 30s);
     machine.owner("'pause", 1000s);
+    machine.dialogs.answers = {machine.drive("music/rock/a.mp3")};
+    machine.click("mp3s", "openButton"); // which leaves the mark of the pause where it is
+    machine.advance(5s);
     machine.owner("'resume", 10s);
     machine.owner("'stop", 10s);
     machine.owner("'exit");
-    EXPECT_EQ(machine.setting("progsec"), "4650");
+    EXPECT_EQ(machine.setting("progsec"), "4655");
     EXPECT_EQ(machine.setting("mp3sec"), "40");
 }
 

@@ -6,15 +6,16 @@ namespace larkspin {
 
 namespace {
 
-// The tree as it shows: each entry after its depth.
-Lines outline(const std::vector<MenuEntry>& entries, const std::string& depth = "") {
-    Lines lines;
+// The tree as it shows: a line each for the entries of a menu, with the name in front where it
+// can't be seen, then one for each menu below.
+std::string outline(const std::vector<MenuEntry>& entries) {
+    std::string line, below;
     for (const MenuEntry& entry : entries) {
-        lines.push_back(depth + entry.name + ": " + entry.caption);
-        for (std::string& below : outline(entry.children, depth + "- "))
-            lines.push_back(std::move(below));
+        line += (line.empty() ? "" : ", ") + entry.name + ": " + entry.caption;
+        if (!entry.children.empty())
+            below += entry.name + " > " + outline(entry.children);
     }
-    return lines;
+    return line + '\n' + below;
 }
 
 } // namespace
@@ -23,97 +24,38 @@ TEST(TrayMenu, ReachesAllThereIs) {
     VirtualMachine machine({"a.mp3"});
     machine.writeDataFile("party.lkl", "");
     machine.restart();
-    const Lines expected{
-        "cancel: cancel",
-        "a: -",
-        "mp3z: view 1 files",
-        "noted: view 0 notes",
-        "appsz: view 0 app items",
-        "playtz: played 0 times",
-        "plsts: playlists",
-        "- numl: 1 playlists",
-        "- p0: -",
-        "- p1: party.lkl",
-        "aeoel: aol",
-        "- hidewel: hide welcome",
-        "- hplus: hide aolplus",
-        "- z: -",
-        "- upzon: upchat-on",
-        "- upzoff: upchat-off",
-        "- ustatz: upload stats",
-        "- y: -",
-        "- imo: ims on",
-        "- imf: ims off",
-        "pops: player options",
-        "- loads: load number:  2",
-        "- mpp: mp3s played:  0",
-        "- d: -",
-        "- silnt: silent",
-        "- rep: repeat",
-        "- cintz: continuous",
-        "- crand: shuffle",
-        "- sinfo: song info",
-        "- e: -",
-        "- prtime: total program runtime",
-        "- mptime: total played mp3 time",
-        "otherz: other",
-        "- rstarts: restart computer",
-        "- m: -",
-        "- pcinf: computer info",
-        "- winup: windows uptime",
-        "- fload: first loaded",
-        "- epver: lks version",
-        "- grtz: greets",
-        "- spcol: scan pc on load",
-        "- rol: refresh on load",
-        "- cpc: change colors",
-        "- j: -",
-        "- shdown: shutdown computer",
-        "mfilt: media filter",
-        "- fmp3: mp3",
-        "- fwma: wma",
-        "- fwav: wav",
-        "- fmid: midi",
-        "- fallt: all types",
-        "wnew: what's new",
-        "kissu: known issues",
-        "scanpcf: scan pc for mp3",
-        "comz: commands",
-        "rstartp: restart program",
-        "b: -",
-        "exit: exit",
-    };
-    const Lines shown = outline(machine.desktop.icon.value().menu.entries());
-    ASSERT_EQ(shown.size(), expected.size());
-    for (std::size_t line = 0; line < expected.size(); ++line)
-        EXPECT_EQ(shown[line], expected[line]);
+    EXPECT_EQ(
+        outline(machine.desktop.icon.value().menu.entries()),
+        "cancel: cancel, a: -, mp3z: view 1 files, noted: view 0 notes, appsz: view 0 app items, "
+        "playtz: played 0 times, plsts: playlists, aeoel: aol, pops: player options, "
+        "otherz: other, mfilt: media filter, wnew: what's new, kissu: known issues, "
+        "scanpcf: scan pc for mp3, comz: commands, rstartp: restart program, b: -, exit: exit\n"
+        "plsts > numl: 1 playlists, p0: -, p1: party.lkl\n"
+        "aeoel > hidewel: hide welcome, hplus: hide aolplus, z: -, upzon: upchat-on, "
+        "upzoff: upchat-off, ustatz: upload stats, y: -, imo: ims on, imf: ims off\n"
+        "pops > loads: load number:  2, mpp: mp3s played:  0, d: -, silnt: silent, rep: repeat, "
+        "cintz: continuous, crand: shuffle, sinfo: song info, e: -, "
+        "prtime: total program runtime, mptime: total played mp3 time\n"
+        "otherz > rstarts: restart computer, m: -, pcinf: computer info, winup: windows uptime, "
+        "fload: first loaded, epver: lks version, grtz: greets, spcol: scan pc on load, "
+        "rol: refresh on load, cpc: change colors, j: -, shdown: shutdown computer\n"
+        "mfilt > fmp3: mp3, fwma: wma, fwav: wav, fmid: midi, fallt: all types\n");
 }
 
 TEST(TrayMenu, TellsInBoxesAlsoInSilence) {
     VirtualMachine machine({"a.mp3"});
-    machine.owner("'num 1");
     machine.owner("'silent");
     machine.forget();
-    const std::vector<std::pair<std::string, std::string>> boxes{
-        {"sinfo", "song:  a"},
-        {"prtime", "total program runtime:  0 hours, 0 minutes"},
-        {"mptime", "total played music time:  0 hours, 0 minutes, 0 seconds"},
-        {"epver", "version 4.3.11 - december 19, 2003"},
-        {"grtz", "to everyone who kept a room alive all night, and everyone that's helped me beta "
-                 "this and gave me suggestions, and just people i know and think are cool will be "
-                 "here later."},
-        {"wnew", "what's new? in this version, added a \"rec\" button to the media window (see "
-                 "commands list to see what it does).  i'll make greets, and scanpc on load work "
-                 "next version."},
-    };
-    for (const auto& [entry, box] : boxes) {
+    const std::pair<const char*, const char*> boxes[] = {
+        {"grtz", "to everyone who kept a room alive all night, "},
+        {"wnew", "what's new? in this version, added a \"rec\" button to the media window "},
+        {"kissu", "i know there are some issues and bugs "}};
+    for (const auto& [entry, beginning] : boxes) {
         machine.chooseFromTray(entry);
-        EXPECT_EQ(machine.lastBox(), box) << entry;
+        EXPECT_TRUE(machine.lastBox().starts_with(beginning)) << machine.lastBox();
     }
     EXPECT_EQ(machine.dialogs.titles, Lines{"lks version 4.3.11"});
-    machine.chooseFromTray("kissu");
-    EXPECT_TRUE(machine.lastBox().ends_with(
-        "half of the time\n\nplease report any bug to bugs@larkspin.invalid"));
+    EXPECT_TRUE(machine.lastBox().ends_with("please report any bug to bugs@larkspin.invalid"));
     EXPECT_EQ(machine.allSaid(), Lines{});
 }
 

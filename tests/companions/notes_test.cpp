@@ -20,9 +20,9 @@ struct NotesTest : VirtualMachine {
     }
 
     Lines texts() {
-        Lines all;
-        for (int note = 0; note < state().notes.count(); ++note)
-            all.emplace_back(state().notes.row(note).substr(moment.size()));
+        Lines all = rowsOf(state().notes);
+        for (std::string& note : all)
+            note.erase(0, moment.size());
         return all;
     }
     Window& notez() { return window("notez"); }
@@ -210,8 +210,6 @@ TEST(NotesWindow, AddsEditsAndDeletesAlsoInSilence) {
 
 TEST(NotesWindow, RecitesByDoubleClickAlsoWhileItScrolls) {
     NotesTest machine({"a", "b", "c"});
-    machine.doubleClick("notez", "List2");
-    EXPECT_EQ(machine.allSaid(), Lines{}) << "nothing is selected";
     machine.loop.once(1s, [&] {
         pressTwice(machine.notez(), "List2", 2);
         press(machine.notez(), "Label5");

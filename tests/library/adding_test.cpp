@@ -19,10 +19,10 @@ struct AddingTest : testing::Test {
     }
     // What the list holds, as paths below rock, with the backslashes that stand after it.
     Lines paths() {
-        Lines found;
-        for (int row = 0; row < machine.state().playlistView.count(); ++row) {
-            const std::string path = rowpath(machine.state().playlistView.row(row));
-            found.push_back(path.starts_with(rock) ? path.substr(rock.size()) : path);
+        Lines found = rowsOf(machine.state().playlistView);
+        for (std::string& row : found) {
+            const std::string path = rowpath(row);
+            row = path.starts_with(rock) ? path.substr(rock.size()) : path;
         }
         EXPECT_EQ(machine.shown("fileCountLabel"), std::to_string(found.size()) + " files");
         return found;

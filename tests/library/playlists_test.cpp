@@ -1,35 +1,27 @@
 // Playlists and their files: by command, from the tray and by the media window's menu.
 #include "app/program.h"
-#include "shell/window.h"
-#include "support/talk.h"
+#include "library/playlists.h"
 
 namespace larkspin {
 namespace {
 
-namespace fs = std::filesystem;
-
 struct Playlists : testing::Test {
-    void write(const std::string& name, const Lines& songs) {
-        std::string rows;
-        for (const std::string& song : songs)
-            rows += machine.song("rock", song) + "\r\n";
-        machine.writeDataFile(name, rows);
-    }
-    void chooseFromOps(const std::string& entry) {
-        machine.click("mp3s", "Command3");
-        machine.chooseFromPopup(entry);
-    }
     // All regular files of the disk but the settings, which change for many reasons.
     std::map<std::string, std::string> filesOnDisk() {
         std::map<std::string, std::string> found;
-        for (const auto& entry : fs::recursive_directory_iterator(machine.disk.path())) {
-            const std::string below = fs::relative(entry.path(), machine.disk.path());
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(machine.disk.path())) {
+            const auto below = std::filesystem::relative(entry.path(), machine.disk.path());
             if (entry.is_regular_file() && below != "data/larkspin.ini")
                 found[below] = machine.disk.read(below);
         }
         return found;
     }
-    VirtualMachine machine{Lines{"a.mp3", "b.mp3"}};
+    void expectFiles(const std::string& count) {
+        EXPECT_EQ(machine.shown("fileCountLabel"), count + " files");
+        EXPECT_EQ(machine.trayEntry("mp3z"), "view " + count + " files");
+    }
+    PlaylistMachine machine;
 };
 
 TEST_F(Playlists, AreSavedLoadedAndDeletedByAPartOfTheirName) {
@@ -62,13 +54,12 @@ TEST_F(Playlists, AreRefusedInSilence) {
 }
 
 TEST_F(Playlists, LoadIntoListsThatStartAgain) {
-    write("one.lkl", {"z.mp3", "x.mp3", "y.mp3"});
+    machine.writeList("data/one.lkl", {"z.mp3", "x.mp3", "y.mp3"});
     machine.restart();
     machine.owner("'num 2");
     machine.state().playedMemory.add("x.mp3");
     EXPECT_EQ(machine.answerTo([&] { machine.chooseFromTray("p1"); }), "");
-    EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "3 files");
-    EXPECT_EQ(machine.trayEntry("mp3z"), "view 3 files");
+    expectFiles("3");
     EXPECT_EQ(machine.state().playlistView.count(), 3);
     EXPECT_TRUE(machine.state().playedMemory.empty());
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing) << "the song goes on";
@@ -81,16 +72,17 @@ TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
     machine.disk.write("x.lkl", machine.song("rock", "a.mp3") + "\r\n");
     machine.disk.write("data/below/x.lkl", "");
     const auto before = filesOnDisk();
-    const std::string trick("larkspin.ini\0", 13);
-    for (const std::string& name : Lines{"", ".", "../x", "below/x", trick})
+    const std::string trick("larkspin.ini\0", 13), longName(300, 'x');
+    for (const std::string& name : Lines{"", ".", "..", "../x", "below/x", trick, longName})
         EXPECT_EQ(machine.answer("'save " + name),
-                  "couldn't save playlist <b>" + name + ".lkl</b>:  no file can have that name");
+                  "couldn't save playlist <b>" + name + ".lkl</b>:  " +
+                      (name == longName ? "the name is too long" : "no file can have that name"));
+    EXPECT_EQ(machine.answer("'pl"), "temporarly playlist in use");
     for (const std::string name :
          {"Larkspin.INI", "lark\uF000spin.ini", "played.ini", "temp.lst", "larkmain.lpb",
           "lksapp.lst", "lksappl.lst", "history.txt", "irc.txt", "room-window.txt", "larkspin.lock",
           "temp.lst.rescued", "lksapp.lst.ahead", ".larkspin-1-1.new"}) {
-        machine.dialogs.answers = {machine.drive("data") + '\\' + name};
-        EXPECT_TRUE(machine.answerTo([&] { chooseFromOps("savlis"); })
+        EXPECT_TRUE(machine.chooseFromOps("savlis", machine.drive("data") + '\\' + name)
                         .ends_with("</b>:  the program keeps something else there"))
             << name;
     }
@@ -100,25 +92,29 @@ TEST_F(Playlists, NothingIsTouchedByNamesThatAreNoFiles) {
 }
 
 TEST_F(Playlists, AreFoundAgainWhateverTheirName) {
-    for (const std::string name :
-         {"  two blanks", "what?", "50% \"off\"", "{a}", ".hidden", "a\\b", "c|d"}) {
-        SCOPED_TRACE(name);
-        machine.owner("'save " + name);
+    for (const std::string name : {"  two blanks", "what?", "50% \"off\"", "{a}", ".hidden", "a\\b",
+                                   "c|d", "mix: party", "<a|b>*"}) {
+        const std::string told = "playlist <b>" + name + ".lkl";
+        EXPECT_EQ(machine.answer("'save " + name), "saved " + told + "</b>, <b>2</b> files");
+        EXPECT_TRUE(machine.exists("data/" + name + ".lkl")) << name;
+        EXPECT_EQ(machine.answer("'save " + name),
+                  "saved over original " + told + "</b>, <b>2</b> files");
         machine.owner("'exit");
         machine.start();
-        EXPECT_EQ(machine.trayEntry("mp3z"), "view 2 files");
-        EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "2 files");
+        expectFiles("2");
         machine.owner("'clearpl");
-        EXPECT_TRUE(machine.answer("'list " + name).starts_with("loaded playlist <b>"));
-        EXPECT_EQ(machine.answer("'xlist " + name), "deleted playlist <b>" + name + ".lkl");
+        EXPECT_EQ(machine.answer("'list " + name), "loaded " + told + "</b>, <b>2</b> files");
+        EXPECT_EQ(machine.answer("'xlist " + name), "deleted " + told);
     }
+    machine.owner("'save a\tb");
+    EXPECT_TRUE(machine.exists("data/a\tb.lkl"));
 }
 
 TEST_F(Playlists, ThatCantBeReadStayAsTheyAre) {
-    write("big.lkl", {"z.mp3"});
-    const fs::path big = machine.disk.path() / "data/big.lkl";
-    fs::resize_file(big, 512u << 20);
-    fs::create_directory(machine.disk.path() / "data/place.lkl");
+    machine.writeList("data/big.lkl", {"z.mp3"});
+    const auto data = machine.disk.path() / "data";
+    std::filesystem::resize_file(data / "big.lkl", 512u << 20);
+    std::filesystem::create_directory(data / "place.lkl");
     converse(machine,
              {Turn("'list big", "couldn't load playlist <b>big.lkl</b>:  it is too large"),
               Turn("'list place", "<b>place</b> not found"),
@@ -127,43 +123,32 @@ TEST_F(Playlists, ThatCantBeReadStayAsTheyAre) {
               Turn("'save place", "couldn't save playlist <b>place.lkl</b>:  it is no file"),
               Turn("'save big", "couldn't save playlist <b>big.lkl</b>:  it is too large")});
     EXPECT_EQ(machine.trayEntry("numl"), "1 playlists");
-    EXPECT_EQ(fs::file_size(big), 512u << 20);
-    EXPECT_TRUE(fs::is_directory(machine.disk.path() / "data/place.lkl"));
+    EXPECT_EQ(std::filesystem::file_size(data / "big.lkl"), 512u << 20);
+    EXPECT_TRUE(std::filesystem::is_directory(data / "place.lkl"));
 }
 
 TEST_F(Playlists, OfAnotherDirectoryAreLeftAloneWithoutTheirOwn) {
     machine.song("rock", "mine.lkl");
     machine.owner("'scan " + machine.drive("music/rock"));
-    fs::remove_all(machine.disk.path() / "data");
+    std::filesystem::remove_all(machine.disk.path() / "data");
     converse(machine, {Turn({"'xlist mine", "'list mine"}, "<b>mine</b> not found"),
                        Turn("'scrpl", "there are no playlists to scroll")});
-    EXPECT_TRUE(fs::exists(machine.disk.path() / "music/rock/mine.lkl"));
+    EXPECT_TRUE(machine.exists("music/rock/mine.lkl"));
 }
 
 TEST_F(Playlists, ThatGoWhileTheyAreLoadedDontCount) {
-    for (const char* name : {"a.lkl", "b.lkl", "c.lkl"})
-        write(name, {"z.mp3"});
+    for (const char* name : {"a", "b", "c"})
+        machine.owner(std::string("'save ") + name);
     machine.inMessage("loaded playlist <b>a.lkl", [&] { machine.owner("'xlist b"); });
-    EXPECT_EQ(machine.answer("'list .lkl"), "loaded playlist <b>a.lkl</b>, <b>1</b> files\n"
+    EXPECT_EQ(machine.answer("'list .lkl"), "loaded playlist <b>a.lkl</b>, <b>2</b> files\n"
                                             "deleted playlist <b>b.lkl\n"
-                                            "loaded playlist <b>c.lkl</b>, <b>1</b> files");
-}
-
-TEST_F(Playlists, AreNoneOfTheNextRunsBusinessAfterARestart) {
-    for (const char* name : {"one.lkl", "two.lkl"})
-        write(name, {"z.mp3"});
-    for (const char* line : {"'list lkl", "'xlist lkl"}) {
-        machine.dialogs.answers = {"yes"};
-        machine.inMessage("", [&] { machine.restart(); });
-        machine.owner(line);
-        EXPECT_EQ(machine.answer("'pl"), "playlist in use:  <b>one.lkl") << line;
-    }
-    EXPECT_TRUE(fs::exists(machine.disk.path() / "data/two.lkl"));
+                                            "loaded playlist <b>c.lkl</b>, <b>2</b> files");
 }
 
 TEST_F(Playlists, AreScrolledWithTimeToRead) {
-    write("one.lkl", {});
-    write("Two.lkl", {});
+    machine.owner("'save one");
+    machine.owner("'save Two");
+    machine.mp3s().visible = false; // or else a refresh takes its time to show itself
     machine.loop.once(800ms, [&] { machine.owner("'filter?"); });
     machine.loop.once(900ms, [&] { machine.owner("'ref"); });
     machine.loop.once(1s, [&] { machine.owner("'scrpl"); });
@@ -185,8 +170,7 @@ TEST_F(Playlists, StartAnewWithAQuestionWhenThereAreRows) {
         EXPECT_EQ(machine.answer("'newpl"),
                   std::string("new playlist created: files ") + files + question);
     }
-    EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "0 files");
-    EXPECT_EQ(machine.trayEntry("mp3z"), "view 0 files");
+    expectFiles("0");
     converse(machine,
              {Turn("'pl", "temporarly playlist in use"), Turn("'newpl", "new playlist created"),
               Turn("'pl", "playlist in use:  <b>new playlist")});
@@ -195,9 +179,7 @@ TEST_F(Playlists, StartAnewWithAQuestionWhenThereAreRows) {
 TEST_F(Playlists, StartAnewFromTheMenuUnderANewTitleInAnyCase) {
     for (const auto& [answer, rows] : std::map<std::string, int>{{"no", 2}, {"yes", 0}}) {
         machine.state().playlistTitle = " playlist:  old.lkl";
-        machine.dialogs.answers = {answer};
-        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("nlis"); }),
-                  "[box] do you wanna clear the list?");
+        EXPECT_EQ(machine.chooseFromOps("nlis", answer), "[box] do you wanna clear the list?");
         EXPECT_EQ(machine.state().masterList.count(), rows);
         EXPECT_EQ(machine.state().playlistTitle, " playlist:  new playlist");
     }
@@ -208,40 +190,39 @@ TEST_F(Playlists, StartAnewFromTheMenuUnderANewTitleInAnyCase) {
 
 TEST_F(Playlists, GoFromAndIntoFilesByDialog) {
     machine.disk.write("else/Far.lkl", machine.song("rock", "z.mp3"));
-    machine.forget();
-    chooseFromOps("loadlis"); // dismissed
-    chooseFromOps("savlis");
+    for (const char* dismissed : {"loadlis", "savlis"})
+        EXPECT_EQ(machine.chooseFromOps(dismissed), "");
     EXPECT_EQ(machine.dialogs.titles, (Lines{"load a playlist", "save a playlist"}));
-    machine.dialogs.answers = {machine.drive("else/Far.lkl"), machine.drive("else/kept.txt"),
-                               machine.drive("else/kept.txt")};
-    for (const char* entry : {"loadlis", "savlis", "savlis"})
-        chooseFromOps(entry);
-    EXPECT_EQ(machine.allSaid(),
-              (Lines{"loaded playlist <b>Far.lkl</b>, <b>1</b> files",
-                     "saved playlist <b>kept.txt</b>, <b>1</b> files",
-                     "saved over original playlist <b>kept.txt</b>, <b>1</b> files"}));
+    EXPECT_EQ(machine.chooseFromOps("loadlis", machine.drive("else/Far.lkl")),
+              "loaded playlist <b>Far.lkl</b>, <b>1</b> files");
+    const std::pair<const char*, const char*> names[] = {
+        {"kept.txt", "saved playlist <b>kept.txt"},
+        {"bare", "saved playlist <b>bare.lkl"},
+        {".bare", "saved playlist <b>.bare.lkl"},
+        {"dot.", "saved playlist <b>dot.lkl"},
+        {"dot.lkl", "saved over original playlist <b>dot.lkl"}};
+    for (const auto& [name, said] : names)
+        EXPECT_EQ(machine.chooseFromOps("savlis", machine.drive("else") + '\\' + name),
+                  said + std::string("</b>, <b>1</b> files"));
     EXPECT_EQ(machine.dataFile("kept.txt"), machine.song("rock", "z.mp3") + "\r\n");
-    EXPECT_FALSE(fs::exists(machine.disk.path() / "else/kept.txt"));
+    EXPECT_FALSE(machine.exists("else/kept.txt"));
     EXPECT_EQ(machine.trayEntry("p1"), "kept.txt");
-    for (const auto& [name, file] : std::map<std::string, std::string>{
-             {"bare", "bare.lkl"}, {".bare", ".bare.lkl"}, {"dot.", "dot.lkl"}}) {
-        machine.dialogs.answers = {machine.drive("else") + '\\' + name};
-        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("savlis"); }),
-                  "saved playlist <b>" + file + "</b>, <b>1</b> files");
-    }
+    // In the menu once, though it has gone and come back.
+    std::filesystem::remove(machine.disk.path() / "data/kept.txt");
+    machine.chooseFromOps("savlis", machine.drive("else/kept.txt"));
+    EXPECT_EQ(machine.trayEntry("numl"), "4 playlists");
 }
 
 TEST_F(Playlists, AreDeletedOnlyWhenTheyAreMeant) {
-    for (const char* name : {"one.lkl", "two.lkl", "three.lkl"})
-        write(name, {"z.mp3"});
-    machine.restart();
+    for (const char* name : {"one", "two", "three"})
+        machine.owner(std::string("'save ") + name);
     const std::string question = "\n[box] do you really wanna delete 3 playlists: one.lkl, "
                                  "three.lkl, two.lkl?";
     converse(machine, {Turn("'xlist ", "<b></b> not found"), Turn("'xlist  ", "<b> </b> not found"),
                        Turn("'xlist lkl", "playlists not deleted" + question)});
     EXPECT_EQ(machine.trayEntry("numl"), "3 playlists");
     EXPECT_EQ(machine.answer("'xlist ONE"), "deleted playlist <b>one.lkl");
-    EXPECT_TRUE(fs::exists(machine.disk.path() / "share/Trash/files/one.lkl"));
+    EXPECT_TRUE(machine.exists("share/Trash/files/one.lkl"));
     machine.files.refusesMoves = true;
     EXPECT_EQ(machine.answer("'xlist two"),
               "couldn't delete playlist <b>two.lkl</b>:  permission denied");
@@ -257,64 +238,51 @@ TEST_F(Playlists, ThatDontFitAreNeverSavedShorter) {
     std::string many;
     for (int number = 10'000; number < 42'770; ++number)
         many += std::to_string(number) + "\r\n";
-    const auto lines = [&](const std::string& name) {
-        const std::string text = machine.dataFile(name);
+    const auto linesOfSaved = [&](const std::string& name) {
+        machine.owner("'save " + name);
+        const std::string text = machine.dataFile(name + ".lkl");
         return std::count(text.begin(), text.end(), '\n');
     };
     machine.writeDataFile("many.lkl", many);
     EXPECT_EQ(machine.answer("'list many"),
               "loaded playlist <b>many.lkl</b>, <b>32767</b> files, <b>3</b> more don't fit");
-    machine.owner("'save many");
+    EXPECT_EQ(linesOfSaved("many"), 32'770);
     EXPECT_EQ(machine.dataFile("many.lkl"), many);
-    machine.owner("'save copy");
-    EXPECT_EQ(lines("copy.lkl"), 32'770);
+    EXPECT_EQ(linesOfSaved("copy"), 32'770);
     machine.owner("'list many");
     machine.owner("'listrmv 10000");
-    machine.owner("'save many");
-    EXPECT_EQ(lines("many.lkl"), 32'769);
-    machine.owner("'save copy");
-    EXPECT_EQ(lines("copy.lkl"), 32'766);
+    EXPECT_EQ(linesOfSaved("many"), 32'769);
+    EXPECT_EQ(linesOfSaved("copy"), 32'766);
     machine.files.broken = "many.lkl";
     machine.owner("'list many");
     machine.files.broken.clear();
-    machine.owner("'save many");
-    EXPECT_EQ(lines("many.lkl"), 32'769);
+    EXPECT_EQ(linesOfSaved("many"), 32'769);
     machine.owner("'listrmv 10001");
     machine.restart();
     EXPECT_SAID(machine, "<b>1</b> files of the playlist don't fit into the list");
-    machine.owner("'save many");
-    EXPECT_EQ(lines("many.lkl"), 32'768);
+    EXPECT_EQ(linesOfSaved("many"), 32'768);
 }
 
 TEST_F(Playlists, OfOtherPlayersAndHandsAreLoadedAsMeant) {
     const std::string row = machine.song("rock", "a.mp3"),
                       unix = (machine.disk.path() / "music/rock/a.mp3").native();
-    const Lines texts = {"\xEF\xBB\xBF" + row + "\n",
-                         row + "\r",
-                         "\r\n" + row + "\r\n  \r\n\r\n",
-                         unix + "\n",
-                         "  " + machine.drive("music/rock/a.mp3") + "\r\n",
-                         "#EXTM3U\n#EXTINF:3,A | B\n" + unix,
-                         "rock/a.mp3\n",
-                         "rock\\a.mp3\r\n",
-                         "../music/rock/a.mp3\n"};
-    for (const std::string& text : texts) {
+    const auto answerTo = [&](const std::string& text) {
         machine.disk.write("music/x.m3u", text);
-        machine.dialogs.answers = {machine.drive("music/x.m3u")};
-        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("loadlis"); }),
-                  "loaded playlist <b>x.m3u</b>, <b>1</b> files")
-            << text;
+        return machine.chooseFromOps("loadlis", machine.drive("music/x.m3u"));
+    };
+    for (const std::string& text : Lines{
+             "\xEF\xBB\xBF" + row + "\n", row + "\r", "\r\n" + row + "\r\n  \r\n\r\n", unix + "\n",
+             "  " + machine.drive("music/rock/a.mp3") + "\r\n", "#EXTM3U\n#EXTINF:3,A | B\n" + unix,
+             "rock/a.mp3\n", "rock\\a.mp3\r\n", "../music/rock/a.mp3\n"}) {
+        EXPECT_EQ(answerTo(text), "loaded playlist <b>x.m3u</b>, <b>1</b> files") << text;
         EXPECT_EQ(machine.state().masterList.row(0), row) << text;
     }
     const std::string utf16("\xFF\xFE"
                             "a\0b\0c\0d\0\n\0",
                             12);
-    for (const std::string& text : {utf16, utf16.substr(2), utf16.substr(3)}) {
-        machine.disk.write("music/x.m3u", text);
-        machine.dialogs.answers = {machine.drive("music/x.m3u")};
-        EXPECT_EQ(machine.answerTo([&] { chooseFromOps("loadlis"); }),
+    for (const std::size_t cut : {0u, 2u, 3u})
+        EXPECT_EQ(answerTo(utf16.substr(cut)),
                   "couldn't load playlist <b>x.m3u</b>:  it is in UTF-16");
-    }
     EXPECT_EQ(machine.state().masterList.count(), 1);
 }
 

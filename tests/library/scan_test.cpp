@@ -10,15 +10,7 @@
 namespace larkspin {
 namespace {
 
-using Texts = std::vector<std::string>;
 using namespace std::string_literals;
-
-Texts rowsOf(const RowList& list) {
-    Texts rows;
-    for (int index = 0; index < list.count(); ++index)
-        rows.emplace_back(list.row(index));
-    return rows;
-}
 
 // Directories by path, as a test puts them; one that isn't there can't be entered.
 struct MadeDirectories : Directories {
@@ -32,7 +24,7 @@ struct MadeDirectories : Directories {
     std::string drivePath(std::string_view typed) override { return std::string(typed); }
     std::map<std::string, DirectoryListing> tree;
     std::map<std::string, DirectoryRead::Outcome> faults;
-    Texts driveTexts = {"c: [system]", "C:", "d:", "e:"};
+    Lines driveTexts = {"c: [system]", "C:", "d:", "e:"};
 };
 
 struct ScanTest : testing::Test {
@@ -50,7 +42,7 @@ TEST_F(ScanTest, WalksTheTreeDepthFirstAndListsByName) {
     for (const std::string& typed : {root + "\\", native.native() + "/c/..", root})
         EXPECT_TRUE(machine.answer("'scan " + typed)
                         .ends_with("\nfound <b>8</b> (<b>mp3</b>) in <b>5</b> directories"));
-    Texts queue, rows;
+    Lines queue, rows;
     for (const char* below : {"", "\\b", "\\b\\d", "\\b\\D.mp3", "\\c", "\\é"})
         queue.push_back(root + below);
     for (const char* file :
@@ -152,7 +144,8 @@ TEST_F(ScanTest, SaysHowManyDontFit) {
         "string on the mp3s window to add individual songs - a list holds 32767 songs, left "
         "out 3\n[box] a list holds 32767 songs, left out 1");
     machine.dialogs.answers = {"c:\\new.mp3", ""};
-    EXPECT_EQ(machine.answerTo([&] { machine.program->library.adding.addFiles(); }),
+    machine.click("mp3s", "Command1");
+    EXPECT_EQ(machine.answerTo([&] { machine.chooseFromPopup("adfil"); }),
               "[box] a list holds 32767 songs, left out 1");
 }
 
@@ -163,9 +156,9 @@ TEST_F(ScanTest, AnotherScanInsideItLeavesItsWalkAlone) {
         machine.disk.write("other/"s + name, "");
     machine.start();
     machine.owner("'scan " + machine.drive("other"));
-    const Texts others = rowsOf(machine.state().scanRows);
+    const Lines others = rowsOf(machine.state().scanRows);
     machine.owner("'scan " + root);
-    const Texts alone = rowsOf(machine.state().scanRows);
+    const Lines alone = rowsOf(machine.state().scanRows);
     std::set<std::size_t> left; // rows that are found after the other scan, by its moment
     // At the first moment the scan hasn't begun yet: it announces itself.
     for (int moment = 2; left.size() < alone.size(); ++moment) {
@@ -180,10 +173,10 @@ TEST_F(ScanTest, AnotherScanInsideItLeavesItsWalkAlone) {
         };
         machine.loop.post(eachTurn);
         machine.hear("'scan " + root);
-        const Texts found = rowsOf(machine.state().scanRows);
+        const Lines found = rowsOf(machine.state().scanRows);
         const auto rest = found.size() - others.size();
         ASSERT_LE(rest, alone.size());
-        Texts expected = others;
+        Lines expected = others;
         expected.insert(expected.end(), alone.end() - std::ptrdiff_t(rest), alone.end());
         EXPECT_EQ(found, expected);
         if (rest > 0)
@@ -216,7 +209,7 @@ TEST_F(ScanTest, NamesThatDifferInCaseAloneAllEnterInOneOrderWhateverTheDisks) {
         EXPECT_EQ(machine.state().scanRows.count(), 6);
         machine.owner("'transfer");
         EXPECT_EQ(rowsOf(machine.state().masterList),
-                  (Texts{rowOfFile("1.mp3", "c:\\X"), rowOfFile("1.mp3", "c:\\x"),
+                  (Lines{rowOfFile("1.mp3", "c:\\X"), rowOfFile("1.mp3", "c:\\x"),
                          rowOfFile("B.mp3", "c:\\"), rowOfFile("b.mp3", "c:\\"),
                          rowOfFile("É.mp3", "c:\\"), rowOfFile("é.mp3", "c:\\")}));
         machine.owner("'exit");
@@ -280,7 +273,7 @@ TEST_F(ScanTest, FoundRowsAreAddedOnceByTextOrAllTogether) {
 TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
     // clang-format off
     const std::string gap(78, ' ');
-    const std::vector<Texts> songs = { // directory, file, and a part of its name as it is typed
+    const std::vector<Lines> songs = { // directory, file, and a part of its name as it is typed
         {"дом", "Песня Ё.mp3", "песня ё"}, {"日本", "歌.mp3", "歌"}, {"a b ", "What?.mp3", "what?"},
         {" x", " \"q\": <a*b>.mp3", " \"Q\": <A*B>"}, {"x|y\\z", "AC|DC.mp3", "ac|dc"},
         {"l\n", "line\nbreak\t.mp3", "break"}, {"\xFF", "\xC4rger.mp3", "\xC4RGER"},
@@ -292,7 +285,7 @@ TEST_F(ScanTest, EveryNameOnTheDiskIsFoundKeptAndPlayed) {
         {"twins", "\u00E9.mp3", "\u00E9"}, {"twins", "e\u0301.mp3", "\u00E9"}};
     // clang-format on
     std::map<std::string, std::string> rows; // by what is typed
-    for (const Texts& song : songs)
+    for (const Lines& song : songs)
         rows[song[2]] = machine.song(song[0], song[1]);
     machine.start();
     machine.owner("'scan " + root);

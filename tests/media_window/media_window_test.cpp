@@ -4,14 +4,6 @@
 
 namespace larkspin {
 
-namespace {
-
-Control& title(VirtualMachine& machine) {
-    return machine.window("mp3s").control("mediaCaption");
-}
-
-} // namespace
-
 TEST(MediaWindow, ComesBackAsItWasLeft) {
     VirtualMachine machine;
     machine.writeDataFile(
@@ -25,7 +17,7 @@ TEST(MediaWindow, ComesBackAsItWasLeft) {
     EXPECT_EQ(window.place.left, -30);
     EXPECT_EQ(window.place.height, 2520);
 
-    title(machine).onDoubleClick();
+    machine.doubleClick("mp3s", "mediaCaption");
     window.place.top = 4000;
     machine.owner("'exit");
     EXPECT_EQ(machine.setting("mp3smini"), "yes");
@@ -33,7 +25,7 @@ TEST(MediaWindow, ComesBackAsItWasLeft) {
 
     machine.start();
     EXPECT_EQ(machine.window("mp3s").place.height, 315);
-    title(machine).onDoubleClick();
+    machine.doubleClick("mp3s", "mediaCaption");
     EXPECT_EQ(machine.window("mp3s").place.height, 2520);
 }
 
@@ -52,7 +44,9 @@ TEST(MediaWindow, NamesTheSongInItsMiniHeight) {
         EXPECT_EQ(hinted(), name);
     }
     machine.dialogs.answers = {machine.drive("music/new/Found.mp3")};
-    machine.click("mp3s", "openButton"); // from before it was made small
+    machine.pressTwice("mediaCaption");
+    machine.press("openButton");
+    machine.pressTwice("mediaCaption");
     EXPECT_EQ(hinted(), "  Found.mp3");
 }
 

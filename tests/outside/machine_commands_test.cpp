@@ -120,19 +120,5 @@ TEST_F(MachineCommandsTest, OrderPowerTwiceEightSecondsApart) {
     }
 }
 
-TEST_F(MachineCommandsTest, DoNothingMoreInTheNextRun) {
-    machine.facts.drives["c:\\"] = {gb, mb};
-    for (const std::string line : {"'rstart", "'cinfo", "'free c"}) {
-        at(0.1s, [&] {
-            EXPECT_NE(machine.said(), "");
-            machine.chooseFromTray("rstartp");
-            machine.forget();
-        });
-        machine.owner(line, 20s);
-        EXPECT_EQ(machine.allSaid(), Lines{}) << line;
-    }
-    EXPECT_EQ(machine.power.asked, Lines{"restart"});
-}
-
 } // namespace
 } // namespace larkspin

@@ -72,6 +72,9 @@ TEST_F(ControlEventsTest, EachGestureCallsWhatItMeans) {
     EXPECT_EQ(after(drop(window, "still", {"c:\\a.mp3"})), "nothing");
     window.control("list").onDrop = [this](const auto& paths) { log += paths.back(); };
     EXPECT_EQ(after(drop(window, "list", {"c:\\", "c:\\a.mp3"})), "c:\\a.mp3");
+    window.dragged = true;
+    EXPECT_EQ(after(click(window, "gone")), "nothing");
+    EXPECT_FALSE(window.dragged) << "the button that held it is up";
     EXPECT_EQ(after(closeWindow(window)), "nothing");
     window.controls.push_back(closeLabel(window, {.name = "X"}));
     EXPECT_EQ(after(closeWindow(window)), "");

@@ -41,11 +41,19 @@ TEST_F(SettingsTest, WritesOneLineAndKeepsAllOthers) {
 }
 
 TEST_F(SettingsTest, ReadsTheFirstFitWithoutRegardToCase) {
-    machine.writeDataFile("larkspin.ini", "[x]\nb=0\n[ Lark ] mine\r\nB= = 1 [\t\r\nb=2\nÄ=ja\n"
-                                          "efont= \n=no\nbare\n[z]\n[lark]\nc=3\n[lark\nd=4");
+    machine.writeDataFile("larkspin.ini",
+                          "[x]\nb=0\n[ Lark ] mine\r\nB= = 1 [\t\r\nb=2\nÄ=ja\n"
+                          "efont= \n=no\nbare\n[LARK]\ne=5\n[z]\n[lark]\nc=3\n[lark\nd=4");
     const StoredSettings all = settings.all();
-    for (const std::string key : {"b", "ä", "EFONT", "bare", "c", "d", "x", ""}) {
-        const std::string value = key == "b" ? "= 1 [" : key == "ä" ? "ja" : "";
+    for (const auto& [key, value] : std::map<std::string, std::string>{{"b", "= 1 ["},
+                                                                       {"ä", "ja"},
+                                                                       {"e", "5"},
+                                                                       {"EFONT", ""},
+                                                                       {"bare", ""},
+                                                                       {"c", ""},
+                                                                       {"d", ""},
+                                                                       {"x", ""},
+                                                                       {"", ""}}) {
         EXPECT_EQ(settings.get(key), value) << key;
         EXPECT_EQ(all.get(key), value) << key;
     }

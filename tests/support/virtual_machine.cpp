@@ -2,10 +2,12 @@
 
 #include "app/program.h"
 #include "platform/posix/drive_paths.h"
+#include "shell/control_events.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <gtest/gtest.h>
 
 namespace larkspin {
 
@@ -330,6 +332,14 @@ AppState& VirtualMachine::state() {
     return program->shell.state;
 }
 
+Lines VirtualMachine::titles() {
+    Lines found = rowsOf(state().masterList);
+    EXPECT_EQ(rowsOf(state().playlistView), found);
+    for (std::string& row : found)
+        row = songOfRow(row).title();
+    return found;
+}
+
 Window& VirtualMachine::window(const std::string& name) {
     for (Window* candidate : program->windows())
         if (candidate->name == name)
@@ -338,11 +348,13 @@ Window& VirtualMachine::window(const std::string& name) {
 }
 
 bool VirtualMachine::click(const std::string& windowName, const std::string& control) {
-    return run([&] { Task(window(windowName).control(control).onClick)(); });
+    window(windowName).visible = true;
+    return run([&] { EXPECT_TRUE(press(window(windowName), control)) << control; });
 }
 
 bool VirtualMachine::doubleClick(const std::string& windowName, const std::string& control) {
-    return run([&] { Task(window(windowName).control(control).onDoubleClick)(); });
+    window(windowName).visible = true;
+    return run([&] { EXPECT_TRUE(pressTwice(window(windowName), control)) << control; });
 }
 
 static std::optional<MenuEntry> findEntry(const std::vector<MenuEntry>& entries,
@@ -384,6 +396,13 @@ std::string messageOf(const std::string& line) {
     if (!line.starts_with(before) || !line.ends_with(after))
         return line;
     return line.substr(before.size(), line.size() - before.size() - after.size());
+}
+
+Lines rowsOf(const RowList& list) {
+    Lines rows;
+    for (int row = 0; row < list.count(); ++row)
+        rows.emplace_back(list.row(row));
+    return rows;
 }
 
 std::string VirtualMachine::said() const {

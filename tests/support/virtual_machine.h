@@ -270,7 +270,8 @@ public:
     std::string answer(const std::string& line);
     std::string answerTo(const std::function<void()>& hand);
 
-    // Windows and menus, by name. The window, the control and the entry must exist.
+    // Windows and menus, by name. The window, the control and the entry must exist; a window that
+    // is hidden is brought up first.
     Window& window(const std::string& name);
     bool click(const std::string& window, const std::string& control);
     bool doubleClick(const std::string& window, const std::string& control);
@@ -300,9 +301,12 @@ public:
     Lines notes;                      // last words, after the room's end
     std::unique_ptr<Program> program; // made at start
     AppState& state();
+    Lines titles(); // of the songs in both lists, which hold the same
 };
 
 // The message of a styled line in the default style; the line itself in any other.
 std::string messageOf(const std::string& line);
+
+Lines rowsOf(const RowList& list);
 
 } // namespace larkspin

@@ -1,5 +1,4 @@
 // What a terminal is given to show, and what it sends back for keys.
-#include "chat/markup.h"
 #include "platform/terminal/terminal_text.h"
 #include "platform/terminal/typed_keys.h"
 
@@ -30,18 +29,6 @@ TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
     };
     for (const auto& [text, shown] : cases)
         EXPECT_EQ(shownMarkup(text), shown + "\x1b[0m") << text;
-}
-
-// Each of these once took time with the square of its length; so would take minutes.
-TEST(TerminalText, IsReadInOnePass) {
-    for (const std::string& part : {"<", "<\"", "<b", "<font ", "<font a=\"", "<b></b>", "<x>"}) {
-        std::string line;
-        while (line.size() < 1'000'000)
-            line += part;
-        SCOPED_TRACE(part);
-        EXPECT_EQ(readMarkup(line).empty(), part == "<b></b>");
-        EXPECT_FALSE(readMarkup(line + "<b>x").back().text.empty());
-    }
 }
 
 TEST(TerminalText, NamesAndTextsAreNoMarkup) {
