@@ -16,10 +16,11 @@ namespace larkspin {
 
 namespace {
 
-// What a scan has found is on the disk.
+// Tells whether a row is on the disk, for the results of a scan: what it has found is. These are
+// put into a set only when somebody asks, which is seldom.
 IsOnDisk asFoundIn(const RowList& found) {
     return [&found, texts = std::unordered_set<std::string_view>()](const Row& row) mutable {
-        const bool isFirst = texts.empty(); // seldom is anybody asked at all
+        const bool isFirst = texts.empty(); // the first time that somebody asks
         for (int index = 0; isFirst && index < found.count(); ++index)
             texts.insert(found.row(index));
         return texts.contains(row.text());
@@ -119,8 +120,8 @@ void Adding::addFiles() {
     addFiles(dialogs_.openFiles(question("add file(s)")));
 }
 
-// A single file brings its directory with the backslash after it, and leaves the memory of the
-// random pick alone.
+// The row of a single file has a backslash after its directory, and adding it doesn't clear the
+// memory of the random pick. Several files do it the other way round.
 void Adding::addFiles(const std::vector<std::string>& paths) {
     const ThisRun run(state_);
     int leftOut = 0;
@@ -144,7 +145,7 @@ void Adding::addFiles(const std::vector<std::string>& paths) {
     boxLeftOut(leftOut);
 }
 
-// Events are served while it is asked.
+// Events are served while the disk is asked.
 bool Adding::isOnDisk(const Row& row) {
     const Song song = songOfRow(row.text());
     const DirectoryRead read = directories_.list(std::string(plainDirectory(song.directory)));
@@ -156,11 +157,13 @@ FileLister::Shown Adding::askForDirectory() {
     if (!path)
         return nullptr;
     const Place place = placeAt(*path);
+    // The owner may have named a file in the directory that he means.
     return place.isDirectory || place.isUnread ? place.shown
                                                : placeAt(songOfPath(*path).directory).shown;
 }
 
-// The listing stays what it is, whatever File1 shows by the time that it is added.
+// The listing is kept with the place, since File1 may show another directory by the time that it is
+// added.
 Adding::Place Adding::placeAt(const std::string& path) {
     const DirectoryRead::Outcome outcome = File1_.show(path);
     if (outcome == DirectoryRead::Outcome::listed)
@@ -174,7 +177,7 @@ Adding::Place Adding::placeAt(const std::string& path) {
     return {.isUnread = true};
 }
 
-// Each directory with the backslash after it, which a scan doesn't write.
+// The rows have a backslash after their directory, unlike those of a scan.
 void Adding::addDirectory(const DirectoryListing& chosen) {
     const std::string directory = joinPath(chosen.path, "");
     const auto isOneOfThem = [&](const Row& row) {

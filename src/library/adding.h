@@ -27,21 +27,21 @@ public:
     // Scans every drive and asks whether to transfer what it has found.
     void scanAndOffer();
 
-    // Adds the list's rows that contain the text, without regard to case, in name, extension
-    // or directory. Gives the number of those that didn't fit.
+    // Adds those rows of the list whose name, extension or directory contains the text, without
+    // regard to case. Returns the number of those that didn't fit.
     int addmatching(RowList& list, const std::string& text);
 
     // As the media window does it: files that the owner chooses, whatever their type.
     void addFiles();
     void addFiles(const std::vector<std::string>& paths);
 
-    // What the media filter lets through in a directory that he chooses, without those below it.
-    // Nothing is chosen when he dismisses the dialog or names what isn't there; of what can't be
-    // looked into he is told.
+    // The files that the media filter lets through in a directory that the owner chooses, without
+    // those in its subdirectories. Nothing when he dismisses the dialog or names what isn't there.
+    // A directory that can't be looked into is told.
     FileLister::Shown askForDirectory();
     void addDirectory(const DirectoryListing& chosen);
 
-    // What there is at a path that he brings.
+    // What is at a path that the owner brings.
     struct Place {
         bool isDirectory = false, isUnread = false; // a file, or nothing, is neither
         FileLister::Shown shown = {};               // of a directory

@@ -22,15 +22,15 @@ std::size_t characterCount(std::string_view text) {
     return count;
 }
 
-// What fits a beginning, and what all of it have in common.
+// Collects the texts that fit a beginning, and what all of them have in common.
 class Fitting {
 public:
-    // The beginning's last part, which they replace.
+    // The texts replace the whole beginning.
     explicit Fitting(std::string_view beginning)
         : replaced_(characterCount(beginning)), sure_(foldCase(beginning).size()) {}
 
-    // A text, and how it is shown among several. One that is the same as the one before it counts
-    // only if it is shown differently.
+    // Adds a text that fits, with the way in which it is shown among others. A text that is shown
+    // like the one before it counts once.
     void add(std::string_view text, std::string shown) {
         if (count_ > 0 && shown == last_)
             return;
@@ -48,6 +48,7 @@ public:
     Completion completion() {
         if (count_ == 0)
             return {};
+        // Choices are shown only when nothing can be added to what was typed.
         if (isOne() || foldCase(common_).size() > sure_)
             return {.replaced = replaced_, .text = asSeen(common_)};
         const int others = count_ - static_cast<int>(shown_.size());
@@ -90,6 +91,7 @@ Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
         number = std::to_string(index + 1);
         fitting.add(name, byNumber ? number + "  " + std::string(name) : std::string(name));
     }
+    // A name that only one song has becomes the number that the command takes.
     if (byNumber && fitting.isOne())
         fitting.becomes(number);
     return fitting.completion();
@@ -106,7 +108,7 @@ Completion playlists(const AppState& state, std::string_view typed) {
     return fitting.completion();
 }
 
-// A command that only comes with an argument gets the blank in front of it.
+// A command that can't do without an argument gets a blank after it.
 Completion commands(const AppState& state, std::string_view typed) {
     Fitting fitting(typed);
     const std::string beginning = foldCase(typed);

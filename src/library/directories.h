@@ -21,7 +21,7 @@ struct DirectoryListing {
     std::vector<std::string> directories; // those that a walk from above should enter
 };
 
-// What came of reading one.
+// The outcome of reading a directory.
 struct DirectoryRead {
     enum class Outcome {
         listed,
@@ -42,12 +42,12 @@ struct DirectoryRead {
     bool isListed() const { return outcome == Outcome::listed; }
 };
 
-// For who reads many of them.
+// For a caller who reads many directories.
 class DirectoryReader {
 public:
     virtual ~DirectoryReader() = default;
 
-    // These will be asked for, in that order: they may be read ahead.
+    // Names directories that will be asked for, in that order, so that they can be read ahead.
     virtual void expect(const std::vector<std::string>& paths) = 0;
     virtual DirectoryRead read(const std::string& path) = 0;
 };

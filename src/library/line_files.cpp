@@ -20,7 +20,8 @@ bool isBlank(std::string_view line) {
     return line.find_first_not_of(" \t") == std::string_view::npos;
 }
 
-// A carriage return alone ends a line as well. Those after the last line are of its own end.
+// Carriage returns end lines as well, as many as stand together. Those at the end of the text
+// belong to the line feed after it.
 void takeLines(std::string_view text, const std::function<void(std::string_view)>& take) {
     text = text.substr(0, text.find_last_not_of('\r') + 1);
     for (auto end = text.find('\r'); end != std::string_view::npos; end = text.find('\r')) {
@@ -30,7 +31,7 @@ void takeLines(std::string_view text, const std::function<void(std::string_view)
     take(text);
 }
 
-// Adds what the lines stand for, and gives those that have no room.
+// Adds the rows that the lines stand for. Returns, as lines, those for which there was no room.
 std::string addLines(std::string_view text, Loaded& loaded,
                      const std::function<std::string(std::string_view)>& rowOf,
                      const std::function<bool(std::string_view)>& add) {
@@ -57,13 +58,14 @@ std::vector<std::size_t> linesIn(std::string_view text) {
     return lines;
 }
 
-// Of a whole text, whose bytes aren't read twice for it.
+// The hash of a text from the hashes of its lines, so that its bytes aren't read twice.
 std::size_t hashOf(const std::vector<std::size_t>& lines) {
     return hashOf(std::string_view(reinterpret_cast<const char*>(lines.data()),
                                    lines.size() * sizeof lines.front()));
 }
 
-// Without making the text of a whole list for it.
+// Whether the text holds the rows of the list, then `more`, and nothing else. The list's own text
+// isn't made for that.
 bool isText(std::string_view text, const RowList& list, std::string_view more) {
     for (int index = 0; index < list.count(); ++index) {
         const std::string_view row = list.row(index);
@@ -161,7 +163,7 @@ FileChange LineFiles::savelines(const std::string& path, const RowList& list,
                                 const std::string& more) {
     const auto [place, isNotLoaded] = kept_.try_emplace(path);
     Kept& kept = place->second;
-    if (isNotLoaded) // what a run before may have put beside it goes with the lines it belongs to
+    if (isNotLoaded) // its lines are replaced, and those that lie beside it go with them
         kept.hasBeside = true;
     const std::string lines = linesOf(list) + more;
     if (kept.isUnread)
@@ -190,8 +192,10 @@ void LineFiles::rememberLoaded(Kept& kept, std::string_view file, const RowList&
 FileChange LineFiles::saveWithOthers(const std::string& path, Kept& kept,
                                      const std::string& lines) {
     const FileRead now = files_.read(path);
-    std::string others = kept.others; // a save that fails leaves them new
+    std::string others = kept.others; // kept only if the save succeeds
     if (now.outcome == FileRead::Outcome::contents && hashOf(linesIn(now.contents)) != kept.seen) {
+        // Somebody else has changed the file. If he alone has, it stays as it is. Otherwise the
+        // lines that neither the file had before nor the list has now are his, and stay.
         std::vector<std::size_t> own = linesIn(lines);
         if (hashOf(own) == kept.own)
             return {};
@@ -218,7 +222,7 @@ FileChange LineFiles::replaceLines(const std::string& path, const RowList& list,
     return replaceWithBeside(path, linesOf(list) + more);
 }
 
-// What the file beside it holds is among the lines.
+// Replaces the file, and removes the one beside it, whose lines are among these.
 FileChange LineFiles::replaceWithBeside(const std::string& path, const std::string& lines) {
     const FileChange outcome = files_.replace(path, lines);
     if (outcome && std::exchange(kept_[path].hasBeside, false))
@@ -231,7 +235,7 @@ std::string LineFiles::leftOut(const std::string& path) const {
     return found == kept_.end() ? "" : found->second.leftOut;
 }
 
-// With the lines of the file beside it, which may be all that can be read.
+// Reads the file and the one beside it, which may be the only one that can be read.
 FileRead LineFiles::load(const std::string& path) {
     FileRead file = files_.read(path);
     FileRead beside = files_.read(path + std::string(besideEnding));
@@ -248,6 +252,7 @@ FileRead LineFiles::load(const std::string& path) {
 
 FileChange LineFiles::saveAfter(const std::string& path, const std::string& rows) {
     Kept& kept = kept_[path];
+    // There is nothing to add to a file that couldn't be read.
     if (rows.empty() && !kept.hasBeside)
         return {};
     if (!kept.before) {

@@ -53,24 +53,26 @@ public:
     // can't be read, into a file beside it, which is loaded with it from then on.
     Loaded loadlines(const std::string& path, RowList& list);
 
-    // Puts the rows over the file, and after them more lines: those that the list had no room for.
-    // What somebody else has added to the file since it was loaded stays, after them all; a file
-    // that only he has changed stays as it is.
+    // Replaces the file with the rows of the list, followed by the lines for which the list had no
+    // room. Lines that somebody else has added to the file since it was loaded stay, after all
+    // others. A file that only he has changed stays as it is.
     FileChange savelines(const std::string& path, const RowList& list) {
         return savelines(path, list, leftOut(path));
     }
     FileChange savelines(const std::string& path, const RowList& list, const std::string& more);
 
-    // The playlist from a file in place of what the lists hold, or, of those rows, what they don't
-    // hold yet. When it can't be read they stay as they are; at a start there may be rows beside
-    // it.
+    // Loads a playlist from a file. `lists`: in place of what the lists hold; they stay as they are
+    // when the file can't be read. `listsOfNewRun`: the same at a start, when there may be rows in
+    // a file beside it that can be read. `listsAsTheyAre`: adds the rows that the lists don't hold
+    // yet.
     enum class Into { lists, listsOfNewRun, listsAsTheyAre };
     Loaded loadPlaylist(const std::string& path, AppState& state, Into into = Into::lists);
 
     // Whether loading the file into an empty playlist would give this one.
     bool holdsPlaylist(const std::string& path, const RowList& list);
 
-    // The same over a file whose lines the list doesn't lack.
+    // Replaces the file with the rows of the list and these lines, whatever it holds now. It must
+    // not hold lines that the list lacks.
     FileChange replaceLines(const std::string& path, const RowList& list, const std::string& more);
 
     // The lines of the file that had no room in the list when it was loaded last.
@@ -79,13 +81,13 @@ public:
 private:
     struct Kept {
         bool isUnread = false;  // the list lacks the lines of the file
-        bool hasBeside = false; // and those of the file beside it are to go with the next save
+        bool hasBeside = false; // there is a file beside it, to be removed by the next save
         std::string leftOut = {};
-        // Of an unread file that could be read at a save, so that one save after the other doesn't
-        // add the same rows again.
+        // The lines of a file that could only be read at a save. They are kept, so that one save
+        // after the other doesn't add the same rows again.
         std::optional<std::string> before = {};
-        // Of the file as it was last read or written, and of what was made of it, by their
-        // lines.
+        // Hashes of the file's lines as it was last read or written, and of what the list made of
+        // it.
         std::optional<std::size_t> seen = {};
         std::size_t own = 0;
         std::vector<std::size_t> seenLines = {};

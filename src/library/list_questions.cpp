@@ -31,7 +31,7 @@ void ListQuestions::dir() {
     reply_.saychat("total number of directories:  <b>" + std::to_string(state_.knownDirs.count()));
 }
 
-// The directories are those that knownDirs holds when their turn comes.
+// Each directory is told as knownDirs holds it when its turn comes.
 void ListQuestions::scrd() {
     const ThisRun run(state_);
     collectdirs(state_);
@@ -66,6 +66,7 @@ void ListQuestions::countmatches(RowList& list, const std::string& text) {
     int matches = 0, last = list.currentIndex();
     for (int index = 0; index < list.count(); ++index) {
         const std::string_view row = list.folded(index);
+        // The whole row is looked at first, since that rules most rows out without cutting them.
         if (!wanted.isIn(row) || !wanted.isIn(withoutLast(row, uncounted)))
             continue;
         ++matches;

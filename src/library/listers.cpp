@@ -14,10 +14,10 @@ constexpr std::string_view besideFile = "._";
 
 } // namespace
 
-// A list without regard to case takes only the first of several names that differ in case alone.
-// Which one that is must not depend on the order in which the disk tells them.
+// Of several names that differ in case alone, a list without regard to case takes only the first.
+// Which one that is must not depend on the order in which the disk lists them.
 void sortByName(std::vector<std::string>& names) {
-    std::sort(names.begin(), names.end()); // as a rule that is the order, and it is found quickly
+    std::sort(names.begin(), names.end()); // usually the final order, and quickly found
     if (!std::is_sorted(names.begin(), names.end(), lessFolded))
         std::stable_sort(names.begin(), names.end(), lessFolded);
 }

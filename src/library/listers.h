@@ -45,8 +45,8 @@ private:
     Shown shown_ = std::make_shared<DirectoryListing>();
 };
 
-// Of names, those that fit the pattern, in File1's order. What a Mac leaves beside a file on a disk
-// that can't hold all of it ("._ride.mp3") is no file of its own.
+// Those of the names that fit the pattern, in File1's order. A file such as "._ride.mp3", in which
+// a Mac keeps what the disk can't hold of "ride.mp3", doesn't count.
 std::vector<std::string> filesThatFit(std::vector<std::string> names, std::string_view pattern);
 void sortByName(std::vector<std::string>& names);
 

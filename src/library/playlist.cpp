@@ -12,7 +12,8 @@ namespace larkspin {
 
 namespace {
 
-// Most rows are told by what stands far enough before their bar, and needn't be taken apart.
+// Most rows are ruled out by a look at the bytes that the name can take, and needn't be taken
+// apart.
 bool nameContains(const Row& row, std::string_view folded) {
     return row.folded().substr(0, longestName(row.bar())).find(folded) != std::string_view::npos &&
            rowname(row.folded()).find(folded) != std::string_view::npos;
@@ -23,7 +24,8 @@ std::string_view foldedDirectory(const Row& row) {
     return plainDirectory(folded.substr(std::min(row.bar() + 2, folded.size())));
 }
 
-// As the row spells it, but for what renamings of older versions have put after it.
+// The directory as the row spells it, but without the two backslashes that renaming in older
+// versions has put after it.
 std::string_view tidyDirectory(std::string_view directory) {
     return directory.ends_with("\\\\") ? plainDirectory(directory) : directory;
 }

@@ -16,9 +16,9 @@ struct AppState;
 // False when the lists are full; they stay as they are then.
 bool addToPlaylist(AppState& state, const Row& row);
 
-// The same, unless the row is there already, compared as a whole without regard to case. A row that
-// differs from it in that, or in how its letters are spelled, is the row of another file when its
-// own is on the disk as well.
+// The same, unless the row is there already, compared as a whole without regard to case. A row in
+// the list that is equal in that way only, not letter by letter, is still another file's if its own
+// file is on the disk.
 enum class Addition { added, thereAlready, leftOut };
 using IsOnDisk = std::function<bool(const Row& row)>;
 Addition addToPlaylistOnce(AppState& state, const Row& row, const IsOnDisk& isOnDisk);
@@ -29,8 +29,8 @@ bool holdsRow(const RowList& list, const Row& row);
 // Takes the row at the index out of both lists; an index outside them does nothing.
 void removeFromPlaylist(AppState& state, int index);
 
-// Of files that didn't fit: "a list holds <b>32767</b> songs, left out <b>12</b>". The marks are
-// for the room; a box goes without.
+// Tells of files that didn't fit: "a list holds <b>32767</b> songs, left out <b>12</b>". The marks
+// are for the room; a box goes without.
 std::string leftOutText(int count, const std::string& mark = "<b>",
                         const std::string& unmark = "</b>");
 

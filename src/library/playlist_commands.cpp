@@ -22,8 +22,8 @@ namespace {
 
 constexpr double betweenLines = 0.7; // of a recital, in seconds
 
-// The name of a file that is called so, if one can be. Blanks in front, which the settings file
-// would drop, travel as stand-ins too.
+// The stored form of a file name as typed. Blanks at its beginning become stand-ins as well, since
+// the settings file would drop them. A text with a zero byte can be no name, and is refused later.
 std::string fileNameFor(const std::string& typed) {
     if (typed.find('\0') != std::string::npos)
         return typed;
@@ -61,7 +61,8 @@ void PlaylistCommands::loadnamed(const std::string& lowered) {
         sayNotFound(lowered);
 }
 
-// An empty text is a slip: a completed word and Return. It must not take every playlist.
+// An empty text is a mistake, such as a completed command word and Return. It must not delete every
+// playlist.
 void PlaylistCommands::deletenamed(const std::string& lowered) {
     const std::vector<std::string> names =
         withoutBlanks(lowered).empty() ? std::vector<std::string>() : namesWith(lowered);
@@ -83,7 +84,7 @@ void PlaylistCommands::deletenamed(const std::string& lowered) {
         sayNotFound(lowered);
 }
 
-// One playlist is what he has named; several may be more than he meant.
+// The owner is asked when several playlists fit, since these may be more than he meant.
 bool PlaylistCommands::mayDelete(const std::vector<std::string>& names) {
     constexpr std::size_t mostNamed = 10;
     if (names.size() < 2)
@@ -105,8 +106,8 @@ std::vector<std::string> PlaylistCommands::namesWith(const std::string& lowered)
     return names;
 }
 
-// Events run at each file. One that is gone when its turn comes doesn't count. False when one of
-// them was a restart.
+// Does something with each of the files, and serves events before it. A file that is gone when its
+// turn comes is passed over. False when the run has ended meanwhile.
 template <typename Action>
 bool PlaylistCommands::forEach(const std::vector<std::string>& names, Action&& action) {
     const ThisRun run(state_);

@@ -28,11 +28,11 @@ public:
     void newpl();
     void clearpl();
 
-    // What the media window's menu does, with an answer in the room: a playlist from anywhere on
-    // disk, and into a file of the data directory.
+    // What the media window's menu does, with an answer in the room: loading a playlist from
+    // anywhere on the disk, and saving one into the data directory.
     void loadFile(const std::string& path);
     void saveAs(const std::string& fileName);
-    // The same without one, and what the tray's entries do.
+    // What the menu does without an answer, and what the tray's entries do.
     void startAnew();
     void loadSilently(const std::string& name);
 

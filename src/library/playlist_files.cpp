@@ -17,9 +17,9 @@ constexpr std::string_view ending = ".lkl";
 constexpr std::string_view pattern = "*.lkl";
 constexpr std::string_view titleHead = " playlist:  ";
 
-// Settings about the list with which a run has ended: the name of its file; the same name again
-// when the list is another one, which temp.lst holds; and once more when it holds only what has
-// been added to a file that couldn't be read.
+// What the settings tell about the list with which a run has ended: the name of its file; the same
+// name once more if the list isn't what that file holds, and is in temp.lst; and once more if the
+// file couldn't be read, and temp.lst holds only what has been added to it.
 constexpr const char* nameKey = "playlist";
 constexpr const char* changedKey = "changed playlist";
 constexpr const char* addedKey = "added to playlist";
@@ -61,6 +61,8 @@ FileChange PlaylistFiles::remove(const std::string& name) {
 
 Loaded PlaylistFiles::loadFrom(const std::string& path, const std::string& name) {
     const ThisRun run(state_);
+    // A missing file would otherwise load as an empty list. One that is there but can't be read is
+    // told by the load.
     if (!files_.exists(path) && !files_.read(path).failed())
         return {"there is no such file"};
     Loaded loaded =
@@ -98,7 +100,8 @@ PlaylistFiles::Saved PlaylistFiles::save(const std::string& name) {
     return {{}, isNew};
 }
 
-// No file is written over that can't be read, nor any by a list that lacks its own file's rows.
+// Tells why the list can't be saved under this name, if it can't. A file that can't be read isn't
+// replaced, and a list that lacks the rows of its own file replaces none.
 FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
     const std::string path = pathOf(name);
     if (path.empty())
@@ -138,9 +141,9 @@ FileChange PlaylistFiles::whyNot(const std::string& name) {
                              : "no file can have that name"};
 }
 
-// The lines for which the list had no room. A file that has them keeps them, whatever the list has
-// been saved as meanwhile. They come into another one only when nothing has been taken out of the
-// list.
+// The lines of the loaded file for which the list had no room. A file that has them keeps them,
+// even when the list has been saved under another name meanwhile. Another file gets them only if
+// the list is still full, so that nothing has been taken out of it.
 std::string PlaylistFiles::leftOut(const std::string& path) const {
     return whole_.contains(path) || state_.masterList.full() ? lineFiles_.leftOut(loaded_) : "";
 }
@@ -203,7 +206,7 @@ void PlaylistFiles::loadNamed(const std::string& name, const StoredSettings& sto
         loadUnnamed(Into::listsAsTheyAre);
 }
 
-// Of a file without a name the failure is told by whoever reads it.
+// The failure to read a file without a name is told by whoever reads it.
 void PlaylistFiles::tellLoad(const std::string& name, const Loaded& loaded) {
     if (loaded.failed() && !name.empty())
         files_.tell("couldn't load playlist <b>" + name + "</b>:  " + loaded.reason);
@@ -212,8 +215,8 @@ void PlaylistFiles::tellLoad(const std::string& name, const Loaded& loaded) {
                     "</b> files of the playlist don't fit into the list");
 }
 
-// While the file of a list without a name holds rows that couldn't be read, the list isn't kept in
-// another one alone.
+// As long as temp.lst holds rows that couldn't be read, the list is saved there too, even if a file
+// with a name has all of it.
 void PlaylistFiles::endRun(SettingsChanges& changes) {
     const std::string name = shownName();
     const bool isNamed = name.ends_with(ending);
@@ -221,7 +224,7 @@ void PlaylistFiles::endRun(SettingsChanges& changes) {
                         (lacksNamed_ ? state_.masterList.empty()
                                      : lineFiles_.holdsPlaylist(pathOf(name), state_.masterList));
     if (!isKept && !saveUnnamed(isNamed))
-        return; // what the last run has left is all that there is
+        return; // the settings and files of the last run still hold
     const std::string named = isNamed ? name : "", differs = isKept ? "" : named;
     remember(changes, nameKey, named);
     remember(changes, changedKey, lacksNamed_ ? "" : differs);
@@ -241,7 +244,7 @@ FileChange PlaylistFiles::saveUnnamed(bool isNamed) {
     return lineFiles_.savelines(unnamed, state_.masterList, leftOut(isNamed ? file_ : unnamed));
 }
 
-// Empty for what is no playlist file's name: no file has the empty path.
+// Empty for a text that can't be the name of a playlist file. No file has the empty path.
 std::string PlaylistFiles::pathOf(const std::string& name) const {
     std::string path = directory_.file(name);
     return isFileName(name) && !directory_.isOwnFile(path) ? path : "";

@@ -1,8 +1,8 @@
 // The playlist files: line files in the data directory, which the tray's menu lists, and the one
 // whose name the title of the media window bears.
 //
-// A text can be typed, or stand in the settings, that is no file's name there: a path, dots alone,
-// a name that the program keeps something else under. Nothing is read or written then.
+// A text that is typed, or stands in the settings, may be no name of a file there: a path, dots
+// alone, a name that the program keeps something else under. Nothing is read or written then.
 #pragma once
 
 #include "library/line_files.h"
@@ -35,28 +35,28 @@ public:
     bool exists(const std::string& name);
     FileChange remove(const std::string& name); // into the wastebasket
 
-    // The file in place of what the lists hold. They stay when it can't be read.
+    // Loads the file in place of what the lists hold. They stay when it can't be read.
     Loaded load(const std::string& name) { return loadFrom(pathOf(name), name); }
     Loaded loadFrom(const std::string& path, const std::string& name);
 
-    // The lists into the file, which is the playlist in use from then on. One that is new gets an
-    // entry on the menu. When it can't be saved nothing changes.
+    // Saves the lists into the file, which is the playlist in use from then on. A new file gets an
+    // entry in the menu. When it can't be saved nothing changes.
     struct Saved {
         FileChange outcome;
         bool isNew = false;
     };
     Saved save(const std::string& name);
 
-    // The tray's entries, made anew.
+    // Makes the tray's entries anew.
     void fillplaylistmenu();
 
     // The name in the title of the media window; empty before there is one.
     void showName(std::string_view name);
     std::string shownName() const;
 
-    // The list with which the last run ended, and the end of this one. A playlist that has a name
-    // is saved only when the owner says so: a list that its file doesn't hold, for whatever reason,
-    // is kept where a list without a name is.
+    // Load the list with which the last run ended, and keep the one with which this run ends. A
+    // playlist that has a name is saved only when the owner says so. A list that differs from its
+    // file, for whatever reason, is kept where a list without a name is.
     void loadOfLastRun(const StoredSettings& stored);
     void endRun(SettingsChanges& changes);
 
@@ -78,12 +78,12 @@ private:
     LineFiles& lineFiles_;
     FileLister& File1_;
     const DataDirectory& directory_;
-    std::string file_, loaded_;   // that of the list in use, and the one that its rows are from
+    std::string file_, loaded_;   // the file of the list in use; the one that its rows came from
     std::set<std::string> whole_; // files with the rows for which the list had no room
-    // Rows that the last run had: those of the file with the name, and those of the file without
-    // one, which couldn't be read.
+    // Whether rows of the last run are missing because a file couldn't be read: the file with the
+    // name, or the one without.
     bool lacksNamed_ = false, lacksUnnamed_ = false;
-    bool isPart_ = false;    // for that reason, and hasn't been saved as it is
+    bool isPart_ = false;    // rows are missing, and the list hasn't been saved as it is
     bool isUnknown_ = false; // which list it should be, since the settings couldn't be read
     std::set<std::string> remembered_; // keys of settings that have a value
 };

@@ -10,7 +10,7 @@ namespace larkspin {
 
 namespace {
 
-// Between a row's name and extension, and hardly anywhere else.
+// A row has this gap between its name and its extension, and hardly any other line has one.
 bool isRow(std::string_view line) {
     static const std::string gap = makerow("", "", "").substr(0, 80);
     return line.find(gap) != std::string_view::npos;
@@ -25,7 +25,7 @@ std::string rowOfPath(const std::string& path) {
     return makerow(song.name, song.extension, song.directory);
 }
 
-// Other systems write backslashes between names.
+// A path from the playlist's own directory on. Other systems write backslashes in it.
 std::string pathFrom(std::string_view directory, std::string path,
                      const std::function<std::string(std::string_view)>& readPath) {
     if (path.find('/') == std::string::npos)

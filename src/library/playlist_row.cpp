@@ -39,7 +39,8 @@ std::string_view rowname(std::string_view row) {
     if (bar == std::string_view::npos)
         return {};
     const std::string_view head = row.substr(0, bar);
-    // As a rule characters are bytes here; counting them is the slow way.
+    // Nearly always everything between the name and the bar is ASCII, where bytes can be counted
+    // instead of characters.
     const auto gapStart = longestName(bar);
     if (head.substr(gapStart, gap.size()) == gap)
         return head.substr(0, gapStart);

@@ -20,7 +20,7 @@ std::string rowOfFile(std::string_view fileName, std::string_view directory);
 
 // The parts, as views into the row.
 std::string_view rowname(std::string_view row);
-std::size_t longestName(std::size_t bar); // as many bytes as the name before that bar can take
+std::size_t longestName(std::size_t bar); // the most bytes that the name before that bar can take
 std::string_view rowext(std::string_view row);
 std::string_view rowdir(std::string_view row);
 

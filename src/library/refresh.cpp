@@ -37,7 +37,8 @@ std::string_view directoryOf(const Row& row) {
     return plainDirectory(rowdir(row.text()));
 }
 
-// Each once, in the order of the rows. A row that names no directory has none to list.
+// The directories of the rows, each once, in the order of the rows. A row that names no directory
+// has none to list.
 std::vector<std::string> directoriesOf(const RowList& list) {
     Views seen;
     std::vector<std::string> directories;
@@ -49,7 +50,7 @@ std::vector<std::string> directoriesOf(const RowList& list) {
     return directories;
 }
 
-// Empty above a drive.
+// The directory above this one; empty above the root of a drive.
 std::string_view above(std::string_view directory) {
     if (isDriveRoot(directory))
         return {};
@@ -57,7 +58,7 @@ std::string_view above(std::string_view directory) {
     return isDriveRoot(head) ? head : head.substr(0, head.empty() ? 0 : head.size() - 1);
 }
 
-// Those that lie below none of the others.
+// The directories that lie below none of the others.
 std::vector<std::string> topmostOf(const std::vector<std::string>& directories) {
     const Views all(directories.begin(), directories.end());
     std::vector<std::string> topmost;
@@ -70,7 +71,7 @@ std::vector<std::string> topmostOf(const std::vector<std::string>& directories) 
     return topmost;
 }
 
-// What came into the list or went from it, by events, while directories were listed.
+// Knows which rows events have taken out of the list while directories were listed.
 class Meanwhile {
 public:
     Meanwhile(const RowList& before, const RowList& now) : before_(before) {
@@ -96,7 +97,7 @@ private:
 
 } // namespace
 
-// What is on the disk, of the directories that could be listed.
+// What is on the disk in the directories that could be listed.
 struct Refresh::Listed {
     Texts directories, unread; // as rows name them
     std::vector<Row> rows;
@@ -157,7 +158,7 @@ std::optional<Refreshed> Refresh::refreshDirectories() {
     bringInLine(before, listed, refreshed);
     state_.playlistView.clearSelection();
     state_.playlistView.setCurrentIndex(-1);
-    if (!hasMoved) // else the song after the one that has started meanwhile is the next
+    if (!hasMoved) // a song has started meanwhile: the one after it is next
         state_.setMasterIndex(-1);
     showfilecount(state_);
     refreshed.grown = state_.masterList.count() - before.count();
@@ -196,6 +197,8 @@ void Refresh::bringInLine(const RowList& before, const Listed& listed, Refreshed
     onDisk.reserve(listed.rows.size());
     for (const Row& row : listed.rows)
         onDisk.emplace(row.text(), false);
+    // From the end, since rows are removed on the way. A row goes if its directory was listed and
+    // its file isn't there, or if an earlier row stood for the same file.
     for (int index = state_.masterList.count() - 1; index >= 0; --index) {
         const Row row = state_.masterList.share(index);
         const auto there = onDisk.find(row.text());
@@ -226,7 +229,8 @@ void Refresh::ref(const std::string& text) {
         showfilecount(state_);
 }
 
-// A directory that the walk passed over, or couldn't look into, is listed by itself.
+// Lists the trees below the directories that fit. One that the walk of its tree passes over, or
+// couldn't look into, is listed by itself.
 void Refresh::refreshmatching(const std::string& text) {
     const AtWork atWork(*this);
     const RowList before = state_.masterList;

@@ -24,7 +24,7 @@ class Scan;
 struct Refreshed {
     int grown = 0;            // by how many rows the playlist has
     UnreadDirectories unread; // their rows are still there
-    int kept = 0;             // so many
+    int kept = 0;             // rows of those directories
     int leftOut = 0;          // files for which there was no room
 
     // What there is to tell beside the number, as it is said in the room or shown in a box.
@@ -45,7 +45,7 @@ public:
     // The command for the directories whose path contains the text, with their subdirectories.
     void ref(const std::string& text);
 
-    // One at a time: whoever comes into another one is told.
+    // True while a refresh is at work, which the owner is told then. There is one at a time.
     bool isAtWork();
 
     void say(const Refreshed& refreshed);
@@ -65,7 +65,7 @@ private:
     Directories& directories_;
     FileLister& File1_;
     Scan& scan_;
-    std::optional<unsigned> runAtWork_; // in which one is at work
+    std::optional<unsigned> runAtWork_; // the run in which a refresh is at work
 };
 
 } // namespace larkspin

@@ -40,6 +40,7 @@ void Removing::removeSelected() {
         dialogs_.box("No items selected");
         return;
     }
+    // Events are served after each row, so the list and the selection are read anew.
     for (int index = 0; index < state_.playlistView.count(); loop_.serveTurn()) {
         if (state_.playlistView.isSelected(index))
             removeFromPlaylist(state_, index);

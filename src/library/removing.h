@@ -10,7 +10,7 @@ namespace larkspin {
 
 // Takes the rows of the first list that contain the text, without regard to case, out of both. The
 // two hold the same rows, as the lists of the playlist do. An empty text, or blanks alone, which
-// stand in every row, are a slip and take out nothing.
+// stand in every row, are a mistake and take out nothing.
 void removematching(RowList& first, RowList& second, const std::string& text);
 
 class Removing {

@@ -16,7 +16,7 @@ namespace larkspin {
 
 namespace {
 
-// Of other systems, where they aren't hidden by their name.
+// Directories of other systems, whose names don't hide them here.
 constexpr std::string_view wastebaskets[] = {"$recycle.bin", "recycler", "recycled",
                                              "system volume information"};
 
@@ -78,6 +78,7 @@ void Scan::clearResults() {
 void Scan::scanRoots(const ThisRun& run) {
     for (const std::string& drive : listers_.Drive1.list()) {
         const std::string root = drive.substr(0, drive.find(':')) + ":\\";
+        // A drive may be listed with a label after its letter.
         if (!isinlist(state_.driveRoots, root))
             state_.driveRoots.add(root);
     }
@@ -98,7 +99,7 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
         state_.dirQueue.add(directory);
         DirectoryRead read = reader->read(directory);
         if (isRoot && !take && read.outcome == DirectoryRead::Outcome::missing)
-            read = readAlike(directory); // by the owner, who may spell it in another way
+            read = readAlike(directory); // the owner named it, and may have spelled it otherwise
         loop_.serveTurn();
         if (!run.lasts())
             return;
@@ -118,8 +119,8 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
     }
 }
 
-// The only directory whose name, without regard to case, is the same text in another spelling. So
-// may be what it lies in.
+// Reads the directory whose name is this text in another case or spelling, if there is only one.
+// The names of the directories above it may differ in the same way.
 DirectoryRead Scan::readAlike(const std::string& path) {
     const std::string_view plain = plainDirectory(path);
     const auto slash = plain.rfind('\\');
@@ -156,7 +157,7 @@ void Scan::listFiles(const DirectoryListing& listing, const ThisRun& run) {
     }
 }
 
-// A directory counts when a row came of it.
+// A directory counts as known when a row from it has been added.
 void Scan::noteFile(const std::string& fileName, const std::string& directory) {
     if (!state_.scanRows.add(rows_.write(rowOfFile(fileName, directory)))) {
         ++leftOut_;
@@ -168,7 +169,8 @@ void Scan::noteFile(const std::string& fileName, const std::string& directory) {
         state_.knownDirs.add(directory);
 }
 
-// What the system keeps from the owner, or has taken away since it was seen, is none of his.
+// The owner isn't told of directories that the system keeps from him, or that have gone since they
+// were seen, except of one that he named.
 void Scan::noteUnread(const std::string& directory, DirectoryRead::Outcome outcome, bool isRoot) {
     const bool isFault =
         outcome == DirectoryRead::Outcome::failed || outcome == DirectoryRead::Outcome::unanswered;

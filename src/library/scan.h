@@ -2,7 +2,7 @@
 // every drive, and leaves what the media filter lets through in scanRows. No playlist changes.
 //
 // Events run at every directory and every file, so that a command can arrive in the middle of a
-// scan. One that scans clears the results, which this scan goes on adding to; one that changes the
+// scan. Another scan clears the results, and both then add to them. A command that changes the
 // filter changes what this scan lists from the next directory on. The walks stay apart. A scan
 // ends with the run that it began in: the results of the next one hold nothing of it.
 //
@@ -35,9 +35,9 @@ public:
     // The tree under scanRoot, from empty results, with an answer in the room.
     void Command4_Click();
 
-    // The same of several trees together; of what couldn't be read nothing is said. Each directory
-    // that could is handed on, with the files that the filter lets through, in order. False when
-    // the run has ended meanwhile.
+    // The same for several trees together, but nothing is said of what couldn't be read. Each
+    // directory that could be read is given to `take`, with the files that the filter lets through,
+    // in order. False when the run has ended meanwhile.
     using Take = std::function<void(const DirectoryListing&)>;
     bool scanTrees(const std::vector<std::string>& roots, const Take& take);
 

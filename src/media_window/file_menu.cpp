@@ -31,6 +31,7 @@ bool FileMenu::addDirectory(const DirectoryListing& directory) {
 }
 
 void FileMenu::addDropped(const std::vector<std::string>& paths) {
+    // Each directory is a job of its own. The files are added together, at the end.
     const ThisRun run(state_);
     std::vector<std::string> files;
     for (const std::string& path : paths) {

@@ -23,7 +23,7 @@ constexpr int playRow = 330, toolRow = 630, headRow = 930, listTop = 1230, lastR
 constexpr int captionLeft = 1680, captionWidth = 1785;
 constexpr int sliderLeft = 3480, sliderWidth = 1020;
 
-// A glyph, which is called by what the title label tells of it.
+// A button with a glyph. Screen readers call it by the hint that the title label shows for it.
 Control playButton(MediaFrame& frame, int left, std::string called, Control described) {
     described.place = {left, playRow, 330, rowHeight};
     described.foreground = red;

@@ -31,6 +31,7 @@ void MediaFrame::load(const StoredSettings& stored) {
 }
 
 void MediaFrame::save(SettingsChanges& changes) const {
+    // A window that has only stepped aside counts as shown.
     changes.emplace_back("mp3svis", mp3s.visible || jobs_ > 0 ? "yes" : "no");
     changes.emplace_back("mp3stpos", std::to_string(mp3s.place.top));
     changes.emplace_back("mp3slpos", std::to_string(mp3s.place.left));
@@ -67,7 +68,7 @@ void MediaFrame::hintOfTitle() {
     hint(isMini() ? "  " + songName() : std::string(resizeHint));
 }
 
-// With its type, unless that is .mp3 in small letters.
+// The song's name, with its type unless that is .mp3 in small letters.
 std::string MediaFrame::songName() {
     if (!state_.tempTitle.empty())
         return state_.tempTitle;

@@ -26,8 +26,8 @@ public:
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes) const;
 
-    // Out of sight for the splash window, which tells of a long job, and back again after it. To
-    // the settings the window is shown meanwhile. Within a job another one can step aside.
+    // Hides the window while the splash window tells of a long job, and shows it again after that.
+    // The settings count it as shown meanwhile. A job may run within another one.
     void stepAside();
     void comeBack();
 
@@ -51,7 +51,7 @@ private:
 
     AppState& state_;
     MediaControl& player_;
-    int jobs_ = 0; // for which it has stepped aside
+    int jobs_ = 0; // long jobs for which the window has stepped aside
 };
 
 } // namespace larkspin

@@ -15,7 +15,7 @@ namespace larkspin {
 
 namespace {
 
-// At most two decimals.
+// The size in the largest unit that it reaches, with two decimals at most.
 std::string sizeText(std::uintmax_t bytes) {
     const auto size = static_cast<double>(bytes);
     constexpr struct {
@@ -41,7 +41,7 @@ void MediaList::media() {
     reply_.saychat("viewing media list");
 }
 
-// While the disk is asked, the owner can have clicked on another row.
+// The owner may have clicked on another row while the disk was asked.
 void MediaList::tellSize() {
     const Row row = state_.playlistView.share(state_.playlistView.currentIndex());
     if (state_.playlistView.currentIndex() < 0)
@@ -69,7 +69,7 @@ void MediaList::startClicked() {
          .afterMessage = [&] { moveTo(row, index); }});
 }
 
-// Within the message the row can have moved, and the owner can have clicked on another one.
+// During the message the row may have moved, and the owner may have clicked on another one.
 void MediaList::moveTo(const Row& row, int index) {
     const int found = findRow(state_.masterList, row, index);
     if (found < 0)

@@ -21,7 +21,7 @@ public:
     void show();
     void media(); // the command: the same with an answer
 
-    // Of the row that the owner has clicked: where it stands, and how big its file is.
+    // Tells where the row that the owner has clicked stands, and how big its file is.
     void tellSize();
 
     // Starts that row, which also becomes the current one.

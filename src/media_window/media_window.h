@@ -18,7 +18,7 @@ struct Library;
 struct Playback;
 struct Shell;
 
-// Of the machine and of the floors below, what it works with beside the core.
+// What the media window uses of the machine and of the floors below, beside the core.
 struct MediaWindowNeeds {
     Files& files;
     MediaControl& player;

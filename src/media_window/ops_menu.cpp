@@ -14,6 +14,7 @@ namespace {
 const FileType playlistType{"larkspin playlist files (*.lkl)", "*.lkl"};
 
 std::string withEnding(std::string name) {
+    // A dot at the beginning or the end of a name begins no ending.
     const auto dot = name.rfind('.');
     const bool hasNone = dot == std::string::npos || dot == 0 || dot == name.size() - 1;
     if (hasNone)
@@ -27,7 +28,7 @@ void OpsMenu::popUp() {
     desktop_.popUp({.name = "opsz2", .entries = [this] { return entries(); }});
 }
 
-// The list is always sorted by its rows, so that there is nothing for the sort entries to do.
+// The list is always sorted by its rows, so the sort entries have nothing to do.
 std::vector<MenuEntry> OpsMenu::entries() {
     return {
         {.name = "nlis", .caption = "new playlist", .action = [this] { playlists_.startAnew(); }},

@@ -16,7 +16,7 @@ namespace larkspin {
 
 namespace {
 
-// The number can be dressed for the room.
+// The texts around the number are tags for the room, or empty for a window.
 std::string changeText(int grown, const char* beforeNumber, const char* afterNumber) {
     if (grown == 0)
         return "no change";
@@ -67,7 +67,7 @@ void RefreshButton::refreshAtStart() {
     ofStart_ = Command5_Click();
 }
 
-// A box would hold the start up.
+// Told in an event of its own, since a box would hold up the start.
 void RefreshButton::tellOfStart() {
     if (const auto refreshed = std::exchange(ofStart_, std::nullopt))
         loop_.post([this, found = *refreshed, run = ThisRun(state_)] {

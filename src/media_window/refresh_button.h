@@ -18,7 +18,7 @@ public:
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
           behindSplash_(behindSplash), refresh_(refresh), frame_(frame) {}
 
-    // The button: of what couldn't be refreshed, boxes tell.
+    // The button. Boxes tell what couldn't be refreshed.
     void press();
 
     // The command: the same with an answer.
@@ -29,9 +29,9 @@ public:
     void tellOfStart();
 
 private:
-    // The splash window shows by how many rows the playlist has grown, in place of the media
-    // window, if that is there; its status line tells it in any case. Nothing when the run of the
-    // program has ended meanwhile.
+    // If the media window is shown, the splash window takes its place and shows by how many rows
+    // the playlist has grown; the status line has the number in any case. Nothing when the run of
+    // the program has ended meanwhile.
     std::optional<Refreshed> Command5_Click();
     std::optional<Refreshed> refreshWithStatus();
 

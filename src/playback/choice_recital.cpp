@@ -25,6 +25,7 @@ ChoiceRecital::End ChoiceRecital::recite(std::string_view breakCaption,
     }
     for (int choice = 0; choices_.isCurrent(own) && choice < state_.choiceList.count(); ++choice) {
         state_.choiceList.setCurrentIndex(choice);
+        // A click on the stop window has changed its caption.
         const bool isBroken = state_.stopsCaption == breakCaption;
         if (!isBroken)
             tell(choice);
@@ -37,7 +38,7 @@ ChoiceRecital::End ChoiceRecital::recite(std::string_view breakCaption,
         return End::asked;
     }
     if (!choices_.areOpen())
-        choices_.hideStopWindow(); // a random pick doesn't
+        choices_.hideStopWindow(); // a random pick ends the choices without this
     return begun == begun_ ? End::lost : End::replaced;
 }
 
@@ -47,7 +48,7 @@ void ChoiceRecital::tell(int choice) {
                    markedName(song.name, state_.searchTerm));
 }
 
-// The answer counts before it is asked for: it may come at once.
+// Answers count from here on, since one may come while the question is being said.
 void ChoiceRecital::askForNumber() {
     choices_.awaitAnswer();
     const std::string& trigger = state_.trigger;

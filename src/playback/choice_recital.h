@@ -30,7 +30,7 @@ public:
     // `opening`: said first, unless empty.
     End recite(std::string_view breakCaption, const std::string& opening = {});
 
-    // What there is to say then.
+    // Says that the owner has broken the recital off.
     void tellBroken();
 
 private:

@@ -44,7 +44,8 @@ void Choices::clear() {
     stopListening();
 }
 
-// All that the question offers must work. A number that counts already counts for the new choices.
+// What shows of older choices is closed, so that all the answers that the question offers work. If
+// a number is awaited already, it counts for the new choices.
 void Choices::ask() {
     closeselection();
     markNormal();
@@ -72,6 +73,7 @@ void Choices::giveWay() {
 }
 
 void Choices::closeselection() {
+    // This ends a recital that is under way.
     ++recital_;
     if (areOnShow()) {
         commandsWindow_.larkmain.visible = false;

@@ -35,17 +35,18 @@ public:
 
     // A search has found new ones, and the owner is asked what to do with them.
     void ask();
-    // In the commands window, in place of the catalogue.
+    // Shows them in the commands window, in place of the catalogue.
     void show();
     // The same with the stop window above it, which offers to recite them.
     void showWithStopWindow();
-    // The catalogue takes its place back, and the stop window leads to the choices again.
+    // Gives the catalogue its place back. The stop window then leads to the choices again.
     void giveWay();
     // Ends what shows of a selection: the choice list and the stop window.
     void closeselection();
     void hideStopWindow();
 
-    // The owner has said yes to a recital, or it is over: only the title tells.
+    // Mark that the owner has said yes to a recital, or that it is over. The window's title alone
+    // tells this.
     void markRecited();
     void markNormal();
 

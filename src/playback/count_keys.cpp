@@ -28,7 +28,7 @@ bool opensLikeHeader(std::string_view title) {
     return after != std::string_view::npos && title[after] == ';';
 }
 
-// What no key can hold.
+// Whether a name can't be a key as it is.
 bool isUnfit(std::string_view title) {
     return !title.empty() &&
            (isBlank(title.front()) || isBlank(title.back()) ||
@@ -67,7 +67,8 @@ std::string unescaped(std::string_view key) {
     return title;
 }
 
-// The escaped form of another name, which needs it, or is itself one.
+// Whether the text is the escaped form of a name that needs escapes, perhaps of a name that is such
+// a form itself. As a song's name it has to be escaped once more, or two songs would share a key.
 bool isEscaped(std::string_view text) {
     if (text.size() > longestEscaped)
         return false;

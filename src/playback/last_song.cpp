@@ -4,7 +4,8 @@
 
 namespace larkspin {
 
-// A run of an older version could end in the middle of a random pick, whose mark then stood there.
+// An older version that ended in the middle of a random pick has left the mark of the pick (0, 1 or
+// 2) in place of a song.
 void LastSong::load(const StoredSettings& stored) {
     state_.play = stored.get("play");
     state_.playpath = stored.get("playpath");

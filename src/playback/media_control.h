@@ -35,7 +35,7 @@ public:
     virtual void Stop() = 0; // PlayState becomes stopped at once
 
     virtual larkspin::PlayState PlayState() = 0;
-    // Why the song in hand reads stopped, if it couldn't be played: none of it sounded, or the
+    // Why the current song reads stopped, if it couldn't be played: none of it sounded, or the
     // player under it failed. An empty text where nobody knows more.
     virtual std::optional<std::string> failure() = 0;
     bool wasGivenUp() { return failure().has_value(); }

@@ -14,7 +14,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr int mostMissing = 100;    // songs in a row that are passed over
+constexpr int mostMissing = 100;    // songs in a row; after that the mode gives up
 constexpr std::size_t mostTold = 5; // directories in which they are missing
 
 class AtWork {
@@ -30,8 +30,9 @@ private:
 
 } // namespace
 
-// A tick can come inside the one before, which waits in its pick or its message: the same end
-// would be counted twice. What is left to say may come as a box, which waits for the owner.
+// A tick can come inside the one before it, which may wait in its pick or its message; the same end
+// would be counted twice. What is left to say comes after that, since it may be a box, which waits
+// for the owner.
 void ModeTick::tick() {
     if (isAtWork_)
         return;
@@ -64,12 +65,13 @@ bool ModeTick::hasEnded() {
     return player_.PlayState() == PlayState::stopped;
 }
 
-// In the message before, for one: the tick's timer has been halted by then.
+// Whether somebody has stopped the song, perhaps during a message that was just said. A stop halts
+// the timer of the tick.
 bool ModeTick::wasStopped() {
     return !state_.Timer1.enabled();
 }
 
-// Once for a song that is repeated: it fails every two seconds.
+// A song that can't be played and is repeated fails every two seconds. It is told once.
 void ModeTick::sayFailure() {
     const auto reason = player_.failure();
     if (!reason)
@@ -82,7 +84,8 @@ void ModeTick::sayFailure() {
 }
 
 std::string ModeTick::repeatSong() {
-    // Paused, as a rule: the shuffle's first step still tells of an empty list.
+    // The song is usually paused here. An empty list is still told, which is the shuffle's first
+    // step.
     if (!hasEnded())
         return player_.PlayState() == PlayState::waiting ? std::string() : shuffleOn();
     countEnd();
@@ -138,15 +141,14 @@ SongStart ModeTick::nextStart(std::string_view head, Directories& told) const {
     start.count = SongStart::Count::stored;
     start.endsPause = false;
     const bool isNew = told.insert(start.song.directory).second;
-    // In silence it would be told in a box, and one would pile up on the other while the owner is
-    // away.
+    // In silent mode this would be told in a box, and boxes would pile up while the owner is away.
     start.isMissingTold = !isNew || state_.silnt;
     start.whenOpened = [this] { state_.playMark = playingMark; };
     return start;
 }
 
 // One file that has been moved doesn't end the music. A disk that is gone does: the mode is silent
-// then until the next start by hand.
+// then, until a song is started by hand.
 void ModeTick::passOverMissing(const bool& mode,
                                const std::function<Transport::Outcome(Directories&)>& startNext) {
     Directories told;
@@ -157,8 +159,9 @@ void ModeTick::passOverMissing(const bool& mode,
             return;
 }
 
-// Before its successor is picked, announced or found missing, since it is the stored one only
-// until then. The mark tells that it has yet to be counted.
+// Counts the song that has ended. This has to come before the next one is picked, announced or
+// found missing, since only until then the ended song is the one last started. The play mark tells
+// that it hasn't been counted yet.
 void ModeTick::countEnd() {
     if (std::exchange(state_.playMark, idleMark) == playingMark && !player_.wasGivenUp())
         counters_.countEnd();

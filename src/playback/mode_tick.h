@@ -26,19 +26,19 @@ public:
         : state_(core.state), reply_(core.reply), player_(player), transport_(transport),
           counters_(counters), randomPick_(randomPick) {}
 
-    // The mode tick: starts the next song by the mode once the one in hand has ended.
+    // The mode tick: starts the next song by the mode once the current one has ended.
     void tick();
 
     // The one-second check: counts a song that has run out with no mode on.
     void checkEndWithoutMode();
 
 private:
-    // What is left to say after it; empty for nothing.
+    // Does what the mode asks for, and returns what is left to say after that; empty for nothing.
     std::string followMode();
     std::string repeatSong();
     std::string shuffleOn();
     void continueOn();
-    using Directories = std::set<std::string>; // in which a song was missing, which has been said
+    using Directories = std::set<std::string>; // in which a song is missing, as was said
     void passOverMissing(const bool& mode,
                          const std::function<Transport::Outcome(Directories&)>& startNext);
     SongStart nextStart(std::string_view head, Directories& told) const;
@@ -54,7 +54,7 @@ private:
     PlayCounters& counters_;
     RandomPick& randomPick_;
     bool isAtWork_ = false;
-    std::string failedFile_; // of which it was said last
+    std::string failedFile_; // the file whose failure was told last
 };
 
 } // namespace larkspin

@@ -22,7 +22,7 @@ public:
     // count.
     void bumpcount();
 
-    // One more song played in all.
+    // Counts one more song played in all.
     void bumpPlayed();
 
     // Both.
@@ -36,7 +36,7 @@ public:
     // How many songs have been played in all, which the menu then shows as well.
     std::string played();
 
-    // In the menu's entry for the current song.
+    // Shows a count in the menu's entry for the current song.
     void show(double count);
 
 private:

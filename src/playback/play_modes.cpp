@@ -38,6 +38,7 @@ void PlayModes::switchOn(bool AppState::*mode, const std::string& word, const st
 void PlayModes::choose(bool AppState::*mode) {
     state_.rep = state_.crand = state_.cintz = false;
     state_.*mode = true;
+    // The tick looks for the end of a song, so without one it waits for the next start.
     if (!transport_.nothingLoaded())
         state_.Timer1.enable();
 }

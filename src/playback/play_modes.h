@@ -24,7 +24,8 @@ public:
     void soff();
     void contoff();
 
-    // Without a word, also in silent mode: a mode goes on or off. `rep`, `crand` or `cintz`.
+    // Switches one of the modes (`rep`, `crand`, `cintz`) on or off. Says nothing, and works in
+    // silent mode too.
     void set(bool AppState::*mode, bool on);
 
     // The tray's entries, which do that.

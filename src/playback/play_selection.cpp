@@ -25,7 +25,8 @@ void PlaySelection::play(const std::string& text) {
         playOnlyHit(text);
 }
 
-// What the owner was to choose from is gone, also when there is nothing in its place.
+// A search takes the place of choices that were open, even when it finds nothing. Shuffle, which
+// waited for the owner's choice, goes on then.
 bool PlaySelection::search(const std::string& text) {
     const bool wereOpen = choices_.areOpen();
     const bool found = searchrows(state_, state_.masterList, text);
@@ -71,7 +72,8 @@ void PlaySelection::selp3(int choice) {
                       }});
 }
 
-// A negative number isn't refused: the list can't take it, and its current row starts.
+// A negative number isn't refused. The list can't make such a row current, so the row that is
+// current starts.
 void PlaySelection::num(const std::string& number) {
     const int wanted = wholeNumber16(number).value_or(0);
     if (wanted == 0 || wanted > state_.masterList.count()) {

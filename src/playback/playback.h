@@ -27,7 +27,7 @@ namespace larkspin {
 
 class DataDirectory;
 
-// Of the machine and of the floors below, what playback works with beside the core.
+// What playback uses of the machine and of the floors below, beside the core.
 struct PlaybackNeeds {
     Room& room;
     Files& files;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* nonsense = "stop acting gay and lame";
 
-// Neither below zero nor with a fraction.
+// A number that is neither negative nor has a fraction.
 std::optional<double> wholeSpan(const std::string& text) {
     return text.find_first_of("-.") == std::string::npos ? number(text) : std::nullopt;
 }
@@ -40,6 +40,7 @@ void Position::pos(const std::string& time) {
         return;
     }
     const std::string minutes = time.substr(0, colon), seconds = time.substr(colon + 1);
+    // Seconds take two digits.
     if (withoutLast(seconds, 1).empty()) {
         reply_.saychat("um no, retard, try again");
         return;

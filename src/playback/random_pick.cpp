@@ -20,6 +20,7 @@ bool RandomPick::randompick(const StillWanted& stillWanted, const Task& atEachTr
     }
     if (!taken)
         offerRow(anyOf(rowsLeft(), state_.masterList.count()), atEachTry);
+    // Every song has had its turn.
     if (state_.playedMemory.count() == state_.masterList.count())
         state_.playedMemory.clear();
     return true;

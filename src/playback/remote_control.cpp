@@ -16,7 +16,8 @@ namespace {
 
 using std::chrono::microseconds;
 
-// The longest of which anybody asks: a day. A player may tell any number.
+// A day, which is longer than anything that can sensibly be asked for. A player may tell any
+// number.
 constexpr double longest = 86400; // seconds
 
 microseconds ofSeconds(double seconds) {
@@ -27,7 +28,8 @@ double inSeconds(microseconds span) {
     return std::chrono::duration<double>(span).count();
 }
 
-// A hundredth part for a step of a slider. Nothing sensible is 0.
+// From a share to steps of a slider, of which each is a hundredth. A share that makes no sense
+// gives 0.
 int steps(double share, int most) {
     return share > 0 ? static_cast<int>(rounded(std::min(share * 100, double(most)))) : 0;
 }
@@ -102,7 +104,7 @@ void RemoteControl::moveTo(microseconds place) {
         player_.setCurrentPosition(seconds);
 }
 
-// In seconds, since anybody may ask for any number.
+// Added up in seconds: anybody may ask for any number, and microseconds might overflow.
 void RemoteControl::moveBy(microseconds span) {
     const double place = player_.CurrentPosition() + inSeconds(span);
     moveTo(microseconds(rounded(std::clamp(place, 0.0, longest) * 1e6)));

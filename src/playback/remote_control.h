@@ -14,7 +14,7 @@ class PlayModes;
 class Sliders;
 class TransportButtons;
 
-// What there is to see, but for the position. All of it is 0 or empty with no song in hand.
+// What there is to see, but for the position. Without a song, what is about the song is 0 or empty.
 struct RemoteView {
     enum class Status { stopped, playing, paused };
     enum class Loop { none, song, list };

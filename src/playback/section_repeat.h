@@ -19,8 +19,8 @@ public:
     SectionRepeat(const Core& core, MediaControl& player)
         : state_(core.state), reply_(core.reply), player_(player) {}
 
-    // "1:00, 1:30", or seconds without a colon. A time that is no number leaves its end of the
-    // section as it was. Without two times nothing happens.
+    // "1:00, 1:30", or seconds without a colon. Times that are no numbers, or in the wrong order,
+    // are refused. Without two times nothing happens.
     void rec(const std::string& times);
     void end();
 

@@ -79,8 +79,8 @@ void SelectionDialogue::startClicked() {
         selection_.selp3(row + 1);
 }
 
-// The title stays, and with it the choice list's place in the window, until the commands are shown
-// or a song starts.
+// The title stays as it is, and the choice list keeps its place in the window, until the commands
+// are shown or a song starts.
 void SelectionDialogue::close() {
     if (!choices_.areOnShow())
         return;

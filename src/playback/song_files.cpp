@@ -24,14 +24,15 @@ std::string undone(const std::string& verb, const std::string& title, const File
                             : "couldn't " + verb + " " + title + ":  " + change.reason;
 }
 
-// Whether a name may get no such character; it may keep those that it has.
+// Whether a new name may not have this character, unless the old one has it already.
 bool isRefused(char letter) {
     const auto byte = static_cast<unsigned char>(letter);
     return byte < 0x20 || byte == 0x7F ||
            std::string_view("/\\:<>|").find(letter) != std::string_view::npos;
 }
 
-// As it is stored, without the extension, which stays.
+// Whether the song can be given this name, which is in stored form and without the extension, since
+// that stays.
 bool isNewName(const std::string& name, const Song& song) {
     for (std::string_view rest = name; !rest.empty();) {
         const Character character = firstCharacter(rest);
@@ -176,7 +177,7 @@ void SongFiles::renameShown() {
     }
 }
 
-// Without choices there is none, as after a search that found nothing.
+// Without choices there is no song in play, as after a search that found nothing.
 std::optional<Song> SongFiles::songInPlay() const {
     return state_.choiceList.empty() ? std::nullopt : lastSong_.inHand();
 }
@@ -203,13 +204,14 @@ void SongFiles::letGo() {
     transport_.releasesong();
 }
 
-// After that, and after what the disk took: a song that has come meanwhile is left alone.
+// Whether nothing has been started while the player let go and the disk worked. A song that has
+// been started meanwhile is left alone.
 bool SongFiles::isNothingStarted() const {
     return state_.playMark == idleMark && state_.tempTitle.empty() && !lastSong_.inHand();
 }
 
-// The row last started, which additions may have moved, is current before it goes. The row of a
-// choice isn't the one last started.
+// Makes the song's row the current one and the one last started, before it is removed. Additions
+// may have moved it, and the row of a choice isn't the one last started.
 void SongFiles::catchUpWith(const Song& song) {
     for (const int index : {transport_.resumeRow(), state_.masterIndex()}) {
         if (!isSameFile(songOfRow(state_.masterList.row(index)), song))
@@ -220,7 +222,7 @@ void SongFiles::catchUpWith(const Song& song) {
     }
 }
 
-// Out of the lists and the counter file.
+// Takes the song out of the lists and the counter file.
 void SongFiles::takeOut(const Song& song) {
     counters_.drop(song.title());
     changeRows(song, nullptr);
@@ -228,17 +230,17 @@ void SongFiles::takeOut(const Song& song) {
     state_.playedMemory.clear();
 }
 
-// In the lists and the counter file.
+// Gives the song its new name in the lists and the counter file.
 void SongFiles::giveName(const Song& song, const Song& renamed) {
     counters_.carry(song.title(), renamed.title());
     changeRows(song, &renamed);
-    if (isSameFile(song, lastSong_.song())) // something else may be in hand by now
+    if (isSameFile(song, lastSong_.song())) // another song may have been started by now
         lastSong_.follow(renamed);
 }
 
-// All rows of the file go, however they spell its directory. Where there is a new name, rows with
-// that come in their place; a list that has lost the song meanwhile gets none. The row last started
-// stays that one, wherever it stands then.
+// Removes all rows of the file, however they spell its directory. When there is a new name, rows
+// with that name come in their place; a list that has lost the song meanwhile gets none. The row
+// last started stays the same row, wherever it stands then.
 void SongFiles::changeRows(const Song& song, const Song* renamed) {
     const int resumeRow = transport_.resumeRow();
     const Row lastStarted = state_.masterList.share(resumeRow);
@@ -256,13 +258,14 @@ void SongFiles::changeRows(const Song& song, const Song* renamed) {
         state_.resumeIndex = std::to_string(index);
 }
 
-// After a removal it is the row after the removed one. A list that doesn't reach it keeps the
-// current row that it has.
+// After a removal this is the row after the removed one. A list that isn't long enough for that
+// keeps its current row.
 void SongFiles::returnToResumeRow() {
     state_.setMasterIndex(transport_.resumeRow());
 }
 
-// Without being started. A choice that has been opened meanwhile stays.
+// Makes the song the one in play, without starting it. Choices that have been opened meanwhile
+// stay.
 void SongFiles::becomeInPlay(const Song& song) {
     lastSong_.take(song);
     choices_.offer(song.title());

@@ -29,7 +29,8 @@ void StopWindow::click() {
         breakOff(stopsLeadingBack); // the recital of `yes`
 }
 
-// A recital sees the caption after its next wait, which may be one for what is on its way out.
+// A recital looks at the caption after its next wait. In a room on a network it may be waiting for
+// its lines to go out, so those are dropped.
 void StopWindow::breakOff(std::string_view caption) {
     state_.stopsCaption = caption;
     room_.dropUnsaid();

@@ -24,7 +24,8 @@ std::string shownCount(std::string_view text, double value) {
     return std::string(text.substr(0, text.find_first_not_of("0123456789")));
 }
 
-// The longer of two counts is the higher where their values are the same to a double.
+// Counts that are the same number to a double are compared by their digits. The one with more
+// digits is higher.
 bool isPlayedMore(const CountedSong& a, const CountedSong& b) {
     if (a.value != b.value)
         return a.value > b.value;

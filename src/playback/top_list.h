@@ -33,7 +33,7 @@ public:
           countsFile_(directory.countsFile()) {}
 
     // Says the n most played songs, 0.7 seconds apart, as they are when it begins. Another recital
-    // may run inside; each one has songs of its own. It ends with its run.
+    // may run inside; each one has songs of its own. A recital ends with the run it began in.
     void toplist(std::int32_t n);
 
 private:

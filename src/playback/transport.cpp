@@ -24,7 +24,7 @@ namespace {
 constexpr int controlWidth = 3855;
 constexpr int controlHeight = 625;
 
-// Of a player that doesn't close.
+// How long a player is waited for that doesn't let go of its file.
 constexpr auto longestRelease = std::chrono::seconds(5);
 constexpr double releaseInterval = 0.02; // seconds between two looks
 
@@ -41,7 +41,7 @@ std::string startMessage(std::string_view head, const std::string& number, const
 }
 
 std::string markedName(const std::string& name, const std::string& words) {
-    const std::string stored = asStored(words); // as it stands in the name, and no tag
+    const std::string stored = asStored(words); // as the name holds them, so that they make no tag
     return highlight(name, stored, "<b><u>" + stored + "</b></u>");
 }
 
@@ -68,7 +68,7 @@ void Transport::pause() {
         const unsigned turn = turns_;
         reply_.saychat("paused:  " + currentName());
         if (turn != turns_)
-            return; // another song is in hand by now, or none
+            return; // another song has been started meanwhile, or a stop came
         player_.Pause();
         state_.pauseMark = pausedMark;
     }
@@ -150,7 +150,8 @@ Transport::Outcome Transport::startPicked(const std::function<bool(const StillWa
     return outcome;
 }
 
-// The pick has made its song the only choice.
+// The pick has made its song the only choice. It couldn't be started, so the song that plays takes
+// that place again.
 void Transport::takeBackPick() {
     if (const auto song = lastSong_.inHand())
         choices_.replace(song->title());
@@ -158,6 +159,9 @@ void Transport::takeBackPick() {
         choices_.clear();
 }
 
+// A start waits twice: while the disk is asked for the file, and while the message is said. Another
+// start, or a stop, may come in there. It takes the next turn, and the rest of this start is
+// dropped.
 Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
     if (turn != turns_)
         return Outcome::overtaken;
@@ -236,7 +240,7 @@ void Transport::openFile(const SongStart& start) {
         sliders_.HScroll2_Change();
 }
 
-// In front of the message: what comes in within it is about this song.
+// Done before the message, since what comes in during the message is about this song.
 void Transport::noteOpened(const SongStart& start) {
     state_.tempTitle = start.tempTitle;
     if (!start.tempTitle.empty())
@@ -260,7 +264,7 @@ void Transport::place(SongStart::Position position) {
         state_.setMasterIndex(resumeRow());
 }
 
-// Whatever was looked up in the list while the disk took its time.
+// Makes the row current again, whatever has become current while the disk was asked.
 void Transport::returnTo(const Row& row) {
     const int index = findRow(state_.masterList, row, state_.masterIndex());
     if (index >= 0)

@@ -53,12 +53,12 @@ struct SongStart {
     Choices choices = Choices::offered;
     Count count = Count::coming;
     bool isRemembered = true; // as the list song last started, in the settings
-    bool endsPause = true;    // the mark of it, without a call of the player
+    bool endsPause = true;    // takes away the mark of a pause, without a call of the player
     bool sendsVolume = true;
     std::string tempTitle = {}; // of a file that is no list song; such a file isn't looked for
     std::string notFound = {};  // what is said when the file is gone; empty for the usual
-    bool isMissingTold = false; // its directory has been named: nothing is said then
-    Task whenOpened = {};       // in front of the message
+    bool isMissingTold = false; // its directory has been named
+    Task whenOpened = {};       // before the message
     Task afterMessage = {};
 };
 
@@ -77,7 +77,7 @@ public:
           sliders_(sliders), counters_(counters), choices_(choices), lastSong_(lastSong) {}
 
     // The commands.
-    void stop(); // halts, with a word
+    void stop(); // halts, and says so
     void pause();
     void resume();
     void nexp3();  // next
@@ -101,12 +101,12 @@ public:
     // A media file that is on no list, by its path.
     void openFromDisk(const std::string& path);
 
-    // The player lets go of its song, at the end of a run.
+    // Makes the player let go of its song, at the end of a run.
     void close();
 
     // Stops the song in play by hand: its end isn't counted.
     void halt();
-    void onHalt(Task shown) { onHalt_ = std::move(shown); } // what shows it at once
+    void onHalt(Task shown) { onHalt_ = std::move(shown); } // the task shows it at once
 
     // The same as `close` for working on the song's file. Nothing plays then, and nothing has
     // ended, as after a stop. Events run until the player is off the file, for five seconds at

@@ -79,7 +79,7 @@ void TransportButtons::playLast() {
     transport_.start({.song = song,
                       .position = SongStart::Position::leftAlone,
                       .count = SongStart::Count::stored,
-                      .isRemembered = false}); // as it is
+                      .isRemembered = false}); // it is stored already
 }
 
 void TransportButtons::openFile() {
@@ -92,8 +92,8 @@ SongStart TransportButtons::currentRow() const {
     return {.song = songOfRow(state_.masterList.currentRow()), .count = SongStart::Count::stored};
 }
 
-// The mark can also stand while a song plays; that one then stays paused if the start finds no
-// file.
+// The mark of a pause may also stand while a song plays. If the start finds no file, that song then
+// stays paused.
 void TransportButtons::endPause() {
     if (state_.pauseMark != pausedMark)
         return;

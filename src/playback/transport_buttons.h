@@ -25,7 +25,7 @@ public:
     void stopOrPlay();    // what it plays is the list song last started
     void openFile();      // by a dialog, from anywhere on disk
 
-    // Halves of these.
+    // What these buttons do, one by one.
     void pause();
     void resume();
     void stop();
