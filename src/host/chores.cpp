@@ -25,8 +25,8 @@ void Chores::kw(const std::string& keyword) {
         client_.errands().gotoKeyword(keyword);
 }
 
-// What is no address is said like one and not opened. No word is due about that: nor is one said
-// when an address leads nowhere, and the line shows what was taken for one.
+// A text that is no address is said like one and not opened. The owner isn't told, as he isn't when
+// an address leads nowhere: the line shows what was taken for an address.
 void Chores::url(const std::string& address) {
     const bool here = announce("world wide web:  <b>" + address);
     const auto opened = webAddress(address);
@@ -93,8 +93,8 @@ void Chores::hideWelcome() {
     client_.errands().hideWelcomeWindow();
 }
 
-// True when the errand still is to be run: the line, or the wait after it, may have seen a
-// restart.
+// True when the errand is still to be run: there may have been a restart during the line, or the
+// wait after it.
 bool Chores::announce(const std::string& text, double wait) {
     const ThisRun run(core_.state);
     core_.reply.saychat(text);
@@ -103,8 +103,8 @@ bool Chores::announce(const std::string& text, double wait) {
     return run.lasts();
 }
 
-// In turn: what is asked for last must be what holds. It is said also when the client has not shown
-// its windows, since nothing tells how the client has taken it.
+// Done in turn, so that what is asked for last holds in the end. It is said even when the client
+// has not shown its windows, since nothing tells what the client has made of it.
 void Chores::switchMessages(bool areTaken, const std::string& said) {
     inTurn_.run([this, areTaken, said] {
         const ThisRun run(core_.state);

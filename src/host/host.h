@@ -14,7 +14,7 @@ namespace larkspin {
 
 class Launcher;
 
-// Of the floors below, what the units work with beside the core.
+// What the units use of the floors below, beside the core.
 struct HostNeeds {
     HostClient& client;
     Launcher& launcher;

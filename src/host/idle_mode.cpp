@@ -75,8 +75,8 @@ void IdleMode::answerQuestion() {
         client_.notices().confirm();
 }
 
-// In silent mode a report is a box, which waits for an owner who is away: no minute adds another
-// one to it.
+// In silent mode a report is a box, which waits for an owner who is away. While it does, no further
+// one is added each minute.
 void IdleMode::reportTransfers() {
     if (std::exchange(reporting_, true))
         return;

@@ -4,8 +4,8 @@
 
 namespace larkspin {
 
-// The task that is at work stands further down on the stack, and can't go on before this returns.
-// So the others are left to the frame that began.
+// The task that is at work stands further down on the stack and can't go on before this returns, so
+// it can't be waited for here. What comes meanwhile is run by the frame that began it.
 void InTurn::run(Task task) {
     if (!waiting_.empty() && !waiting_.front().run.lasts())
         waiting_.clear();

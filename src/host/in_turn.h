@@ -14,7 +14,7 @@ class InTurn {
 public:
     explicit InTurn(const AppState& state) : state_(state) {}
 
-    // So many may wait; what is asked for past that is left undone.
+    // How many may wait. What is asked for beyond that is left undone.
     static constexpr std::size_t mostWaiting = 64;
 
     // Does the task at once, or, in the middle of another, after those that wait already. A task

@@ -17,7 +17,7 @@ void Moderation::x(const std::string& fragment) {
     });
 }
 
-// The same deed: the client takes its ignoring back when it is asked for it again.
+// The same act: somebody who is ignored already is heard again by it.
 void Moderation::unx(const std::string& fragment) {
     inTurn_.run([this, fragment] {
         pass(client_.roomPeople().listPeople(), fragment,
@@ -50,7 +50,8 @@ void Moderation::letBackIn(const std::string& fragment) {
     client_.roomPeople().endAllowing(); // also when the run has ended: the client goes on
 }
 
-// False also when the run has ended in the question: the command is over then.
+// Tells the owner if he may not. Also false when the run has ended while the client was asked: the
+// command is over then.
 bool Moderation::ownerMayEject() {
     const ThisRun run(core_.state);
     const bool may = client_.roomPeople().ownerMayEject();
@@ -59,7 +60,7 @@ bool Moderation::ownerMayEject() {
     return run.lasts() && may;
 }
 
-// Ends at somebody without a name: the client couldn't be read.
+// Goes through the people, up to one without a name, who shows that the client couldn't be read.
 void Moderation::pass(const People& people, const std::string& fragment, const Mode& mode) {
     const std::string lowered = foldCase(fragment);
     bool isAnybodyMeant = false;
@@ -76,8 +77,8 @@ void Moderation::pass(const People& people, const std::string& fragment, const M
         core_.reply.saychat("fag not found");
 }
 
-// False when the pass is over. What the client doesn't offer is said all the same, as without a
-// room; but it won't offer it for the next person either, and each try takes its time.
+// False when the pass is over. What the client doesn't offer is said all the same, as it is without
+// a room. But the client won't offer it for the next person either, and each try takes its time.
 bool Moderation::treat(const Person& person, const Mode& mode) {
     const ThisRun run(core_.state);
     core_.loop.serveTurn();

@@ -10,7 +10,7 @@ namespace larkspin {
 
 namespace {
 
-const std::string place = "home"; // one, with all of his own rooms
+const std::string place = "home"; // one place for all of the owner's rooms
 
 std::optional<int> rowOfName(const RowList& list, std::string_view name) {
     const std::string folded = foldCase(name);
@@ -33,7 +33,7 @@ OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown)
     findOrMakeRoom(std::string(firstRoom));
 }
 
-// What answers a line from elsewhere stays there.
+// An answer to a line that was heard elsewhere isn't said here.
 void OwnRoom::sendChatLine(const std::string& line) {
     if (!lines_.mayBeSaidAt(place))
         return;
@@ -61,7 +61,8 @@ bool OwnRoom::isTooLong(std::string_view name) const {
     return true;
 }
 
-// Nothing, and the owner is told why, when nobody else can be called that.
+// The name of somebody else. Nothing, and the owner is told why, when nobody else can be called
+// that.
 std::optional<std::string> OwnRoom::othersName(const std::string& given) const {
     const std::string_view name = withoutBlanks(given);
     if (name.empty() || isTooLong(name))
@@ -73,7 +74,8 @@ std::optional<std::string> OwnRoom::othersName(const std::string& given) const {
     return std::string(name);
 }
 
-// The name of somebody who is in the room then, as it is shown.
+// Lets somebody in who isn't in the room yet. Returns his name as it is shown; nothing when he
+// can't come in.
 std::optional<std::string> OwnRoom::admit(const std::string& given) {
     const auto name = othersName(given);
     if (!name)
@@ -153,7 +155,8 @@ std::optional<std::size_t> OwnRoom::findOrMakeRoom(const std::string& name) {
     return rooms_.size() - 1;
 }
 
-// Nothing about the owner himself, and when it is a list of another room.
+// Where the person stands in the list. Nothing for the owner himself, and when the person was
+// listed in another room.
 std::optional<int> OwnRoom::rowOf(const RowList& list, const Person& person) const {
     if (person.list != visit_ || isOwner(person.name))
         return std::nullopt;

@@ -13,7 +13,7 @@ struct Person {
     std::string name; // empty if it couldn't be read
     int row = 0;      // in that list, from 0
 
-    // Which list that was, by a number of the client's. What is asked for about him isn't done once
+    // The list, by a number of the client's. What is asked for about the person isn't done once
     // the owner is in another room, where the row, or the name, is somebody else's.
     std::uint64_t list = 0;
 };

@@ -15,7 +15,7 @@ namespace larkspin {
 struct SlashWord {
     std::string name, arguments, help;
 
-    // Takes what stands after the word, and is false when it makes no sense of that.
+    // Takes what stands after the word, and returns false when it can make no sense of that.
     std::function<bool(std::string_view rest)> run;
 
     // How it is typed.
@@ -31,15 +31,15 @@ public:
     void add(std::vector<SlashWord> words);
     const std::vector<SlashWord>& all() const { return words_; }
 
-    // Whether the line is no line for the room, be the word known or not.
+    // Whether the line isn't for the room, whether its word is known or not.
     static bool isMeantForIt(std::string_view line);
     bool knows(std::string_view line) const;
 
-    // Whether nothing but such a word has been begun so far, and what that can become.
+    // Whether only such a word has been begun so far; and what it can become.
     static bool isBegun(std::string_view typed);
     Completion completionOf(std::string_view typed) const;
 
-    // Of a line that is meant for it.
+    // Does what a line says that is meant for this.
     void run(const std::string& line) const;
 
 private:

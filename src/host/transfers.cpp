@@ -17,7 +17,7 @@ void Transfers::boxUpload() {
     reportUpload(AskedFrom::tray);
 }
 
-// A notice of another kind isn't spoken of.
+// A notice of another kind isn't told of at all.
 void Transfers::reportUpload(AskedFrom where) {
     const auto shown = notice();
     if (!shown)
@@ -88,7 +88,7 @@ void Transfers::pressEndNotice() {
     state_.uploadSeen = "nope";
 }
 
-// Seen before it is said, since the next second may come in the middle of the message.
+// Marked as seen before it is said, since the next second may come in the middle of the message.
 void Transfers::hideNewUpload() {
     const auto shown = notice();
     if (!shown || !shown->tellsOfTransfer) {

@@ -60,7 +60,7 @@ InstantMessages::Handles InstantMessages::openWindows() const {
     return found;
 }
 
-// Without the client's frame none will come.
+// Without the client's frame no window will come.
 HostHandle InstantMessages::waitForWindow(const Handles& others) const {
     const auto isReady = [&](HostHandle window) {
         return std::find(others.begin(), others.end(), window) == others.end() &&
@@ -89,7 +89,7 @@ void InstantMessages::fillIn(HostHandle window, const std::string& body) const {
     releaseButton(calls_, button);
 }
 
-// The window goes by itself, or the client puts a box in front of it.
+// Waits until the window has gone by itself, or the client has put a box in front of it.
 void InstantMessages::answerClient(HostHandle window) const {
     const HostHandle box = waitForHost(loop_, [&]() -> std::optional<HostHandle> {
         const HostHandle shown = calls_.findWindow(window::messageBox, window::clientCaption);

@@ -58,7 +58,8 @@ bool WindowPeople::press(const char* button, List list, const Person& person) {
     return true;
 }
 
-// Without these people in view a button would be pressed for a row of the other list.
+// Shows those who were put out. Without them in view a button would be pressed for a row of the
+// other list.
 std::optional<People> WindowPeople::beginAllowing() {
     People ejected = read(&WindowTreeHost::ejectedList);
     const HostHandle toEjected = host_.findRoomIcon(window::ejectedButton);

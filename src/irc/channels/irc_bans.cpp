@@ -10,7 +10,8 @@ namespace larkspin {
 
 namespace {
 
-// After these signs stands something else than a nick: "$a:account", "~q:bob!*@*".
+// A mask with one of these before its "!" isn't about a single nick: wildcards, and the signs of
+// other kinds of bans ("$a:account", "~q:bob!*@*").
 constexpr std::string_view noNick = "*?$~:";
 
 std::string_view rowOf(std::string_view mask) {
@@ -47,6 +48,7 @@ const RowList& IrcBans::rows() const {
     std::vector<Row> rows;
     std::unordered_set<std::string_view> known;
     for (const Ban& ban : bans_)
+        // Several masks may be about one nick, which is listed once.
         if (known.insert(ban.foldedRow).second)
             rows.emplace_back(ban.row);
     rows_.assign(rows);

@@ -10,7 +10,8 @@ namespace larkspin {
 
 namespace {
 
-// Ranks are kept by their mode letters, so that they hold whatever the server says of them later.
+// A rank is kept as a bit for its mode letter, so that it stays right when the server tells of its
+// ranks anew.
 std::uint64_t bitOf(char mode) {
     if (mode >= 'a' && mode <= 'z')
         return std::uint64_t(1) << (mode - 'a');
@@ -23,7 +24,8 @@ bool holds(const std::string& modes, char mode) {
     return modes.find(mode) != modes.npos;
 }
 
-// The parameters of modes: words, also where a message has more of them than are kept apart.
+// Goes through the parameters of a MODE one by one. They are single words, but the last parameter
+// of a message may hold several of them.
 class Parameters {
 public:
     explicit Parameters(const IrcMessage& message) : message_(message) {}
@@ -114,7 +116,7 @@ void IrcChannel::takeAnswer(const IrcMessage& message, const IrcFeatures& featur
         topic_.clear();
 }
 
-// The ranks of whoever is there then; null where there is no place for him.
+// Adds somebody, and returns where his ranks are kept; null when the list is full.
 std::uint64_t* IrcChannel::come(std::string_view nick, const IrcFeatures& features) {
     const std::string folded = features.fold(nick);
     people_.add(folded, nick);
@@ -127,7 +129,8 @@ void IrcChannel::takeNames(std::string_view names, const IrcFeatures& features) 
         takeName(word, features);
 }
 
-// A server that shows one sign alone shows the highest; what is known of the lower ones holds.
+// A server may show only the sign of the highest rank. Lower ranks that are known already stay
+// then.
 void IrcChannel::takeName(std::string_view word, const IrcFeatures& features) {
     const auto signs = std::min(word.find_first_not_of(features.rankSigns), word.size());
     const std::string_view shown = word.substr(0, signs);
@@ -146,6 +149,8 @@ void IrcChannel::takeName(std::string_view word, const IrcFeatures& features) {
 void IrcChannel::takeModes(const IrcMessage& message, const IrcFeatures& features) {
     Parameters parameters(message);
     bool isSet = true;
+    // Parameters belong to the letters in turn. Which letters have one, the server has told; to get
+    // that wrong would give somebody the rank of another.
     for (const char mode : message.parameter(1)) {
         if (mode == '+' || mode == '-') {
             isSet = mode == '+';

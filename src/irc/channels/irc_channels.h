@@ -19,7 +19,7 @@ public:
         IrcChannel channel;
         int unseen = 0;             // lines, while another one was the room
         bool isBeingLeft = false;   // the owner has asked for it, and the server not answered
-        bool wereBansAsked = false; // for the list of them; changes are told unasked
+        bool wereBansAsked = false; // for the whole list; changes are told unasked
     };
 
     // The room; none while the owner is in no channel.
@@ -31,11 +31,12 @@ public:
     const std::vector<Place>& all() const { return places_; }
     int numberOf(const Place& place) const { return static_cast<int>(&place - places_.data()) + 1; }
 
-    // A channel that he comes into; the first one is the room. None when there are too many. Coming
-    // in once more makes it anew, under its number.
+    // Adds a channel that the owner has come into; the first one is the room. Null when there are
+    // too many. Coming in once more makes the channel anew, under its number.
     Place* add(const std::string& name, const IrcFeatures& features);
 
-    // One that he leaves. When that was the room, the last one of the others is it.
+    // Removes a channel that he has left. If it was the room, the last one of the others becomes
+    // it.
     void remove(const Place& place);
     void clear();
 

@@ -56,8 +56,8 @@ void IrcJoining::welcomed() {
     request(wanted_);
 }
 
-// The first room that he comes into will be the room: it is asked for before the others that he was
-// on his way into.
+// On the next connection the first channel that the owner gets into becomes the room. So the one
+// that he was in, or on his way into, is asked for before the others.
 void IrcJoining::lost() {
     if (entering_.empty() && channels_.here())
         entering_ = channels_.here()->channel.name();
@@ -80,14 +80,15 @@ void IrcJoining::wantNoMore(std::string_view channel) {
     std::erase_if(wanted_, [&](const std::string& name) { return session_.isSame(name, channel); });
 }
 
-// The last one that was given; blank for none.
+// The key that was given last for the channel; empty for none.
 std::string IrcJoining::keyOf(std::string_view channel) const {
     const auto found = std::ranges::find_if(
         keys_, [&](const auto& key) { return session_.isSame(key.first, channel); });
     return found == keys_.end() ? std::string() : found->second;
 }
 
-// In this order, since the first one may become the room.
+// Asks for the channels in this order, since the first one may become the room. Those without a key
+// share a line.
 void IrcJoining::request(const std::vector<std::string>& channels) {
     std::vector<std::string> keyless;
     const auto requestThose = [&] {
@@ -140,7 +141,7 @@ void IrcJoining::enter(const IrcChannels::Place& place) {
 
 void IrcJoining::leave(const std::string& farewell) {
     if (IrcChannels::Place* const place = channels_.nextToLeave()) {
-        // after what he has typed in it
+        // as a typed line, so that it comes after those that he has typed there
         place->isBeingLeft = session_.send(IrcOutgoing::Kind::typed,
                                            ircLine("PART", {place->channel.name(), farewell}));
         return;

@@ -25,26 +25,28 @@ public:
     IrcJoining(IrcSession& session, IrcChannels& channels, Events events)
         : session_(session), channels_(channels), events_(std::move(events)) {}
 
-    // For a new connection: the room to begin with, if any.
+    // Begins a new connection, with the room to go into, if any.
     void beginWith(const std::string& name);
 
-    // The connection is there, or lost: then the rooms are those that it is to be in again.
+    // To be called when the connection stands, and when it is lost. The rooms of a lost connection
+    // are those to be joined again.
     void welcomed();
     void lost();
 
-    // The first room that is joined is the room; another one waits to be entered. A room may have a
-    // key, without which nobody comes in; it holds for as long as this connection is made again.
+    // The first channel that is joined is the room. Others wait until they are entered. A channel
+    // may have a key, without which nobody comes in; it is kept for as long as this connection is
+    // made again.
     void join(const std::string& name, const std::string& key) { join(name, key, false); }
     void joinAndEnter(const std::string& name) { join(name, {}, true); }
     void enter(int number);
     void leave(const std::string& farewell);
 
-    // Where the owner would be on this network: a room that he was put out of he still wants. Blank
-    // for nowhere.
+    // The room in which the owner wants to be on this network, even if he was put out of it. Empty
+    // for none.
     const std::string& wantedRoom() const { return wantedRoom_; }
 
-    // To be told of what the owner does, by the server: before the channels are told of a JOIN, and
-    // after that of all else.
+    // To be called with what the server tells of the owner himself: `cameIn` before the channels
+    // take a JOIN, `take` after they have taken anything else.
     void cameIn(const std::string& channel);
     void take(const IrcMessage& message);
 
@@ -68,7 +70,7 @@ private:
     std::string entering_; // is the room once it is joined
 };
 
-// The server would take a name with such a byte in it for another, or for several.
+// Whether a name can't hold the byte: the server would read another name, or several.
 bool endsIrcName(char byte);
 
 // The names with commas between them, no more in each than a line holds.

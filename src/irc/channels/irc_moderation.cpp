@@ -8,7 +8,7 @@ namespace larkspin {
 
 namespace {
 
-// What would make a ban of somebody one of others, too.
+// Signs that would make a ban of one person a ban of others as well.
 constexpr std::string_view wildcards = "*?@";
 
 } // namespace
@@ -28,7 +28,8 @@ bool IrcModeration::ownerMayEject() {
     return place && place->channel.mayEject(session_.nick(), session_.features());
 }
 
-// The room, if he still is there, and not the owner himself.
+// The room, if the person is still in it and isn't the owner himself. Null otherwise, and when he
+// was listed in another room.
 const IrcChannel* IrcModeration::channelOf(const Person& person) const {
     const IrcChannels::Place* const place = channels_.here();
     const bool isThere = place && person.list == visit_ && !session_.isSelf(person.name) &&
@@ -61,6 +62,7 @@ void IrcModeration::rename(std::string_view from, std::string_view to) {
 bool IrcModeration::eject(const Person& person) {
     const IrcChannel* const channel = channelOf(person);
     if (channel && ownerMayEject() && person.name.find_first_of(wildcards) == std::string::npos) {
+        // The ban comes first, or he could come back before it.
         session_.request("MODE", {channel->name(), "+b", person.name + "!*@*"});
         session_.request("KICK", {channel->name(), person.name});
     }

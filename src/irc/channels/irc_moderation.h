@@ -30,14 +30,16 @@ public:
 
     bool ignores(std::string_view name) const;
 
-    // Whoever is ignored is so under his next name, too. Others may take the last one.
+    // Somebody who is ignored stays so under his next name. Another person may take the old one,
+    // and is heard.
     void rename(std::string_view from, std::string_view to);
     void ignoreNobody() { ignored_.clear(); }
 
     // The owner is in another room, or in none: whoever was listed before isn't meant any more.
     void newRoom() { ++visit_; }
 
-    // The list of the room's bans, once, and not before the owner could do something about them.
+    // Asks for the list of the room's bans, once, and not before the owner could do something about
+    // them.
     void askForBans();
 
 private:

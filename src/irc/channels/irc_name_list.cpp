@@ -38,7 +38,7 @@ void IrcNameList::rename(const std::string& folded, const std::string& newFolded
     isOld_ = true;
 }
 
-// Only when most of it is gaps, so that it costs little for each that has left.
+// Closes the gaps only when most places are gaps, so that it costs little for each one who leaves.
 void IrcNameList::closeGaps() {
     if (places_.size() <= 2 * entries_.size() + 64)
         return;

@@ -15,6 +15,7 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
 }
 
 RoomDisplay AllRooms::followed(RoomDisplay shown) {
+    // The words keep for the next run where the owner is, so they hear of each change first.
     shown.changed = [this, changed = std::move(shown.changed)] {
         words.roomChanged();
         changed();

@@ -58,7 +58,7 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
 IrcAccount read(std::string_view contents) {
     IrcAccount account;
     if (constexpr std::string_view mark = "\xEF\xBB\xBF"; contents.starts_with(mark))
-        contents.remove_prefix(mark.size()); // an editor's
+        contents.remove_prefix(mark.size()); // written by an editor
     bool isLoginWhole = true; // else the password could go to another host, or for another account
     while (!contents.empty()) {
         std::string_view line = contents.substr(0, contents.find('\n'));
@@ -68,6 +68,7 @@ IrcAccount read(std::string_view contents) {
         const auto equals = line.find('=');
         if (equals == line.npos)
             continue;
+        // A line that makes no sense must change nothing, so it is tried on a copy.
         IrcAccount more = account;
         const std::string_view key = line.substr(0, equals);
         if (take(more, key, line.substr(equals + 1)))
@@ -135,6 +136,8 @@ bool canBeIrcHost(std::string_view host) {
 }
 
 bool canBeIrcNick(std::string_view nick) {
+    // What begins with one of these is no nick to a server, but a channel, a mask, or the rest of
+    // the line.
     constexpr std::string_view noFirst = ":#&+$", others = "!@*?";
     return canBeIrcWord(nick) && noFirst.find(nick.front()) == noFirst.npos &&
            nick.find_first_of(others) == nick.npos;
@@ -151,6 +154,7 @@ bool canBeIrcPassword(std::string_view password) {
 
 std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted) {
     IrcServer server{"", encrypted ? portByTls : plainPort, encrypted};
+    // An IPv6 address stands in brackets, since it holds colons itself.
     if (text.starts_with('[')) {
         const auto end = text.find(']');
         if (end == text.npos)
@@ -184,6 +188,7 @@ IrcAccount IrcAccountFile::load() {
 }
 
 void IrcAccountFile::keep(IrcAccount account) {
+    // A file that couldn't be read before may be readable now. What it holds must not get lost.
     if (!isRead_)
         addWhatIsLacking(account, load());
     account_ = std::move(account);

@@ -1,4 +1,4 @@
-// What the owner has asked for last of networks, and the file that keeps it for the next run.
+// What the owner has asked for last about networks, and the file that keeps it for the next run.
 #pragma once
 
 #include "irc/connection/irc_connection.h"
@@ -46,8 +46,9 @@ public:
 
     const IrcAccount& account() const { return account_; }
 
-    // For the owner's eyes alone, and only where it is another. The password only where he wants it
-    // kept. Of a file that couldn't be read before, what this account lacks is taken first.
+    // Writes the account if it has changed, readable by the owner alone. The password is written
+    // only if he wants it kept. If the file couldn't be read before, it is read for what this
+    // account lacks.
     void keep(IrcAccount account);
 
 private:

@@ -101,7 +101,8 @@ void IrcClient::endSession() {
     session_.end(usualFarewell);
 }
 
-// What the event at work has said is about the end. Nothing else that waits is said any more.
+// If the event at work has said something, it was about this end, and its last line is still sent.
+// Nothing else that waits is.
 void IrcClient::sendFarewell() {
     if (session_.isWelcomed() && pacing_.hasSpoken())
         session_.outgoing().sendLast(IrcOutgoing::Kind::said);
@@ -119,6 +120,7 @@ void IrcClient::finish() {
 }
 
 void IrcClient::lost() {
+    // This comes first: the rooms that are forgotten now are to be joined again.
     joining_.lost();
     forgetRooms();
     shown_.changed();
@@ -136,6 +138,9 @@ void IrcClient::take(const IrcMessage& message) {
         return hearing_.take(message, speech_);
     const bool isSelf = session_.isSelf(message.nick());
     const bool isAnswer = numeric::isNumeric(command); // to the owner's own words
+    // The order matters. News is told while the channels still know who was where. A channel that
+    // the owner comes into is made before it takes the JOIN. What else becomes of him is followed
+    // when the channels have taken it.
     if (!(command == "INVITE" && moderation_.ignores(message.nick())))
         tellNews(message, session_, here(),
                  [&](const std::string& text) { isAnswer ? tell(text) : shown_.message(text); });
@@ -227,14 +232,15 @@ void IrcClient::sayShown(const std::string& line) {
 }
 
 void IrcClient::speak(std::string channel, const std::string& line, bool isShown) {
-    const bool isElsewhere = !session_.isSame(channel, name()); // before the line has its effect
+    // Asked first, since the line may take the owner elsewhere.
+    const bool isElsewhere = !session_.isSame(channel, name());
     if (!speech_.say(IrcOutgoing::Kind::typed, {channel, line, isShown || isElsewhere}))
         tell("too much waits to be said");
     else if (isElsewhere)
         tell("to " + visibleName(channel) + ": " + plainMarkup(line));
 }
 
-// Those in the next room haven't asked for what goes on from the last one, and mustn't hear it.
+// A recital that began in one room isn't said in another, where nobody has asked for it.
 void IrcClient::sendChatLine(const std::string& line) {
     if (!here() || !lines_.mayBeSaidAt(session_.placeOf(here()->name())))
         return;

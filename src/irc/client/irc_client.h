@@ -1,6 +1,6 @@
-// Rooms on an IRC network, one of which is the room that the program works in. Who speaks there is
-// others; the owner is whoever the server says that this connection is, and only what was said by
-// this connection is his.
+// Rooms on an IRC network, one of which is the room that the program works in. The people who speak
+// there are others. The owner is known by the name that the server gives this connection, and only
+// what this connection has said is his.
 //
 // Everything that it has to tell goes to `RoomDisplay`. Nothing here waits but `sendChatLine`.
 #pragma once
@@ -60,7 +60,7 @@ public:
     std::vector<Joined> rooms() const;
     void enterRoom(int number) { joining_.enter(number); }
 
-    // These tell what they have to tell. The topic: asked for, or set.
+    // These tell their outcome themselves. `topic` asks for the topic, or sets it.
     void changeNick(const std::string& nick);
     const std::string& wantedNick() const { return session_.identity().nick; } // at each connection
     const std::string& wantedRoom() const { return joining_.wantedRoom(); }    // at the next one
@@ -68,12 +68,12 @@ public:
     void topic(const std::optional<std::string>& text);
     void names();
 
-    // What the program says is no more than so many lines a minute; 0 for no limit.
+    // Limits what the program says to so many lines a minute; 0 for no limit.
     void limitSaid(int linesPerMinute);
 
     // A line that the owner says himself. These are to be called from an event of its own each.
     void say(const std::string& line);
-    void sayShown(const std::string& line); // that he sees already
+    void sayShown(const std::string& line); // one that he sees already
 
     std::string name() const override;    // of the room; of the server while in none
     std::string ownName() const override; // also while not joined

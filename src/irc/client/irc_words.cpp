@@ -101,7 +101,7 @@ std::vector<SlashWord> IrcWords::words() {
     return all;
 }
 
-// On a network nobody can be played, and its rooms go by numbers.
+// On a network the owner can't speak for others, and rooms are chosen by their numbers.
 std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
     std::vector<SlashWord> words = roomWords(own_, tell_);
     for (SlashWord& word : words) {
@@ -147,6 +147,7 @@ bool IrcWords::connectAgain() {
     IrcAccount account = file_.account();
     if (account.server.host.empty() || account.nick.empty())
         return false;
+    // An account that was given without a network belongs to the first one after that.
     if (account.loginHost.empty() && !account.password.empty())
         account.loginHost = account.server.host;
     const bool isLoginFor = equalFolded(account.loginHost, account.server.host);
@@ -175,6 +176,7 @@ bool IrcWords::login(std::string_view rest) {
     account.keepsPassword = equalFolded(keep, "keep");
     if (!canBeIrcWord(account.user) || keep.empty() == account.keepsPassword || !isBlank(rest))
         return false;
+    // The account is one of the network that the owner is on, or else of the next one.
     account.loginHost = irc_.isOn() ? account.server.host : "";
     prompt_.ask("password of " + visibleName(account.user),
                 [this, account](std::string password) mutable {
@@ -190,7 +192,7 @@ bool IrcWords::login(std::string_view rest) {
     return true;
 }
 
-// The connection goes on as it is: a new one would leave its rooms.
+// The connection stays as it is, since a new one would leave its rooms.
 void IrcWords::takePassword(IrcAccount account) {
     loop_.cancel(std::exchange(unanswered_, TimerId::none));
     if (account.password.empty())
@@ -267,7 +269,8 @@ bool IrcWords::limit(std::string_view rest) {
     return true;
 }
 
-// No server can make the file be written again and again.
+// Changes are written together, after a moment, so that no server can make the file be written
+// again and again.
 void IrcWords::roomChanged() {
     if (following_ == TimerId::none)
         following_ = loop_.once(followsWithin, [this] { follow(); });
@@ -276,6 +279,7 @@ void IrcWords::roomChanged() {
 void IrcWords::follow() {
     loop_.cancel(std::exchange(following_, TimerId::none));
     const bool isOn = irc_.isOn();
+    // Without a network before and after there is nothing new to keep.
     if (!std::exchange(wasOn_, isOn) && !isOn)
         return;
     IrcAccount account = file_.account();

@@ -25,17 +25,18 @@ public:
     IrcWords(const IrcWords&) = delete;
     IrcWords& operator=(const IrcWords&) = delete;
 
-    // Those of the owner's own room among them.
+    // All of them, also those about the owner's own room.
     std::vector<SlashWord> words();
 
     // Whether what is typed after this line is a password.
     static bool asksPassword(std::string_view line);
 
-    // As a run begins: connects as the last one was. Returns at once.
+    // To be called as a run begins. If the last run was on a network, connects to it again. Returns
+    // at once.
     void takeUpAgain();
 
-    // After anything about rooms on the network: what is to be taken up again follows what the
-    // server has agreed to, within a moment; or at once.
+    // `roomChanged` is to be called after every change about rooms on a network: what the next run
+    // takes up follows what the server has agreed to, within a moment. `follow` does so at once.
     void roomChanged();
     void follow();
 

@@ -1,5 +1,4 @@
-// The port to a line that the owner types without its being shown, or kept among those he has
-// typed.
+// The port to a line that the owner types without its being shown, or kept among the typed lines.
 #pragma once
 
 #include <functional>
@@ -16,7 +15,7 @@ public:
     virtual void ask(const std::string& prompt,
                      std::function<void(std::string password)> answered) = 0;
 
-    // Nothing is taken any more.
+    // Takes nothing any more.
     virtual void dismiss() = 0;
 };
 

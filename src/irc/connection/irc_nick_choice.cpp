@@ -10,6 +10,7 @@ namespace larkspin {
 
 namespace {
 
+// The oldest servers take names of this many characters.
 constexpr std::size_t longestEverywhere = 9;
 constexpr int mostUnderscores = 3;
 constexpr const char* fallback = "larkspin";

@@ -17,7 +17,8 @@ public:
     // enough were tried.
     bool taken(std::string_view asServerWrites);
 
-    // Not a name for this server: on with letters and digits alone, no more than all servers take.
+    // The server takes no such name: goes on with letters and digits alone, and no more of them
+    // than all servers take.
     bool malformed();
 
 private:

@@ -9,8 +9,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Servers read on while they are less than that far ahead, and end a connection when too much is
-// unread. A line that goes only when it won't put them further ahead than that is never unread.
+// Servers count what the lines of a connection cost. They stop reading while it is this far ahead
+// of the clock, and end it when too much is unread. A line that goes only when it doesn't put the
+// connection further ahead never lies unread.
 constexpr Nanoseconds mostAhead = 10s;
 constexpr Nanoseconds perLine = 2s, perPart = 1s;
 constexpr std::size_t part = 120; // bytes
@@ -52,6 +53,7 @@ void IrcOutgoing::drop(Kind kind) {
 
 std::size_t IrcOutgoing::dropFor(const std::string& channel) {
     const auto isFor = [&](const Line& line) {
+        // The second word of a line is the channel that it is for.
         const auto target = line.text.find(' ');
         return target != line.text.npos &&
                line.text.compare(target, channel.size() + 2, ' ' + channel + ' ') == 0;
@@ -88,7 +90,7 @@ void IrcOutgoing::clear() {
     sendDue();
 }
 
-// Whose turn it is; nothing where none waits.
+// The kind whose line goes next; nothing when no line waits.
 std::optional<IrcOutgoing::Kind> IrcOutgoing::first() const {
     const bool mayBeSaid = waiting(Kind::said) > 0 && withinLimit() <= loop_.now();
     if (waiting(Kind::protocol) > 0)
@@ -104,7 +106,7 @@ Nanoseconds IrcOutgoing::withinLimit() const {
     return isFree ? Nanoseconds(0) : saidAt_[saidAt_.size() - saidPerMinute_] + minute;
 }
 
-// When the first of that kind may go.
+// When the first line of that kind may go.
 Nanoseconds IrcOutgoing::due(Kind kind) const {
     const Nanoseconds byServer = paidUntil_ + cost(lines_[place(kind)].front().text) - mostAhead;
     return kind == Kind::said ? std::max(byServer, withinLimit()) : byServer;
@@ -127,7 +129,7 @@ void IrcOutgoing::sendFirst(Kind kind) {
         line.gone();
 }
 
-// What a task adds meanwhile goes in its turn.
+// A task that runs in here may add lines. They go in their turn, not from inside the task.
 void IrcOutgoing::sendDue() {
     if (isSending_)
         return;

@@ -18,7 +18,7 @@ public:
     // the program says for him. An answer doesn't wait for longer than two lines that he types.
     enum class Kind { protocol, typed, said };
 
-    // Hands over each line, ended, when it may go. It must not wait.
+    // Gets each line, with its line end, when it may go. It must not wait.
     using Send = std::function<void(const std::string& line)>;
 
     IrcOutgoing(EventLoop& loop, Send send);
@@ -41,8 +41,8 @@ public:
     // How many messages wait that the owner has typed, as the server counts them.
     std::size_t unsaid() const;
 
-    // Forgets what waits of that kind; or all that waits for that channel, and tells how many such
-    // messages were among it.
+    // Forget what waits: all of a kind, or all for a channel. The second one returns how many of
+    // the owner's messages were among it.
     void drop(Kind kind);
     std::size_t dropFor(const std::string& channel);
 

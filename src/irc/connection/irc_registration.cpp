@@ -78,6 +78,7 @@ bool IrcRegistration::take(const IrcMessage& message) {
 }
 
 void IrcRegistration::welcome(const IrcMessage& message) {
+    // A login that is still open at the welcome was never answered.
     failLogin("the server knows no accounts");
     nick_ = message.parameter(0).empty() ? choice_.asked() : message.parameter(0);
     phase_ = Phase::done;
@@ -90,7 +91,7 @@ void IrcRegistration::askAnew(bool hasAnother) {
         tell_("the server gives you none of the names that were tried");
 }
 
-// A server that doesn't know what it was asked. One that doesn't know CAP goes on by itself.
+// The server doesn't know what it was asked. One that doesn't know CAP goes on by itself.
 bool IrcRegistration::takeUnknown(const IrcMessage& message) {
     const std::string& command = message.command;
     if (command != numeric::badCapability && command != numeric::unknownCommand &&
@@ -159,8 +160,8 @@ void IrcRegistration::takeGrant(std::string_view word) {
         held_.emplace_back(name);
 }
 
-// One that isn't granted is reason to refuse all that were asked for with it: each is asked for
-// alone then.
+// A server refuses all capabilities of a request when it won't grant one of them. They are then
+// asked for one by one.
 void IrcRegistration::takeRefusal(const std::vector<std::string_view>& words) {
     if (requested_.size() > 1 && !std::exchange(asksSingly_, true)) {
         for (const std::string& name : requested_)
@@ -188,7 +189,7 @@ void IrcRegistration::endCapabilities() {
     send_(ircLine("CAP", {"END"}));
 }
 
-// Once at most, and only to a server that asks for it as agreed.
+// The password is sent once at most, and only when the server asks for it as agreed.
 void IrcRegistration::sendLogin(std::string_view challenge) {
     if (phase_ != Phase::loggingIn || login_ != Login::wanted)
         return;

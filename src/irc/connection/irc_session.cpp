@@ -11,7 +11,8 @@ namespace larkspin {
 
 namespace {
 
-// While the server doesn't take what it is sent, it gets no answers: it could ask without end.
+// In bytes. While so much is unsent the server gets no answers to its PINGs, since it could ask
+// without end.
 constexpr std::size_t mostUnsentForAnswers = 4096;
 
 std::string inSeconds(std::chrono::seconds wait) {
@@ -76,6 +77,7 @@ void IrcSession::end(const std::string& farewell) {
     if (!isOpen)
         return;
     connection_.send(ircLine("QUIT", {farewell}));
+    // The server closes the connection after a QUIT, or else it is closed here.
     wakeIn(longestEnding, [this] { connection_.close(); });
 }
 
@@ -135,7 +137,7 @@ void IrcSession::follow(const IrcMessage& message) {
     wantedNick_.clear();
 }
 
-// At once: it isn't kept back after anything.
+// The answer goes at once, ahead of the lines that wait.
 void IrcSession::answer(const IrcMessage& ping) {
     if (connection_.unsent() <= mostUnsentForAnswers)
         connection_.send(ircLine("PONG", {std::string(ping.parameter(0))}));
@@ -162,7 +164,7 @@ void IrcSession::giveUp(const std::string& why) {
 
 void IrcSession::lose(const std::string& why) {
     if (phase_ == Phase::off)
-        return reset(Phase::off); // it was to end
+        return reset(Phase::off); // it ended as it was to
     if (isWelcomed() && loop_.now() - welcomedAt_ >= lasting)
         nextWait_ = shortestWait;
     const auto wait = std::exchange(nextWait_, std::min(nextWait_ * 2, longestWait));
@@ -184,7 +186,7 @@ void IrcSession::tellUnsaid(std::size_t lines) const {
 }
 
 void IrcSession::changeNick(const std::string& nick) {
-    // after what he has typed as he is called now
+    // a typed line, so that those typed before go under the old name
     if (send(IrcOutgoing::Kind::typed, ircLine("NICK", {nick})))
         wantedNick_ = nick;
 }

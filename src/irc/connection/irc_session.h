@@ -44,8 +44,9 @@ public:
 
     void connect(const IrcServer& server, const IrcIdentity& identity);
 
-    // Says so to the server, and doesn't connect again. Without a connection the tries end. What
-    // waits to be sent is dropped, as whenever a connection ends; the owner is told of what is his.
+    // Ends the connection with a farewell, or the tries to make one, and doesn't connect again.
+    // What waits to be sent is dropped, as whenever a connection ends; the owner is told how much
+    // of it was his.
     void end(const std::string& farewell);
 
     // As the process ends: the last lines, which the server gets before the end.
@@ -60,7 +61,7 @@ public:
     const IrcFeatures& features() const { return features_; }
     Nanoseconds welcomedAt() const { return welcomedAt_; }
 
-    // What tells a channel from those of the same name on other networks.
+    // A text that tells a channel from those of the same name on other networks.
     std::string placeOf(std::string_view channel) const;
 
     // What the server calls this connection now; before the welcome, what it will be asked for.
@@ -105,7 +106,7 @@ private:
     IrcServer server_;
     IrcIdentity identity_;
     Phase phase_ = Phase::off;
-    int network_ = 0; // the how many-th one that was asked for
+    int network_ = 0; // counts the networks that were asked for
     IrcInput input_;
     IrcOutgoing outgoing_;
     IrcFeatures features_;

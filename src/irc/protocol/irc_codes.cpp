@@ -20,7 +20,7 @@ enum : char {
     underlined = 0x1F,
 };
 
-// By their numbers: the sixteen, then the 83 that only newer programs know.
+// The colours by their numbers: the sixteen, then the 83 that only newer programs know.
 constexpr std::size_t knownByAll = 16, white = 0, black = 1;
 constexpr std::uint32_t colors[] = {
     0xFFFFFF, 0x000000, 0x00007F, 0x009300, 0xFF0000, 0x7F0000, 0x9C009C, 0xFC7F00, 0xFFFF00,
@@ -36,8 +36,8 @@ constexpr std::uint32_t colors[] = {
     0x282828, 0x363636, 0x4D4D4D, 0x656565, 0x818181, 0x9F9F9F, 0xBCBCBC, 0xE2E2E2, 0xFFFFFF,
 };
 
-// How much they differ to the eye, which sees green best, and more of red than of blue where there
-// is much red.
+// How different two colours look. The eye sees green best, and red better than blue where there is
+// much red.
 int difference(std::uint32_t a, std::uint32_t b) {
     const auto part = [](std::uint32_t color, int shift) {
         return static_cast<int>(color >> shift & 0xFF);
@@ -49,7 +49,7 @@ int difference(std::uint32_t a, std::uint32_t b) {
            (767 - meanRed) * blue * blue / 256;
 }
 
-// Among the sixteen; nothing where the reader's own stands for it.
+// The number of the nearest one among the sixteen; nothing for a colour that is left to the reader.
 std::optional<std::size_t> numberOf(std::optional<std::uint32_t> color) {
     if (!color)
         return std::nullopt;
@@ -87,7 +87,8 @@ std::optional<std::uint32_t> colorOf(std::uint32_t number, const Digits& digits)
     return numberOf(color) ? std::optional(color) : std::nullopt;
 }
 
-// Without a number it ends the last one, and what follows is text.
+// Takes a colour's code. Without a number it ends the last colour, and what follows is text. A
+// second number, after a comma, is a background.
 std::size_t takeColor(std::string_view text, const Digits& digits, MarkupStyle& style) {
     std::string_view rest = text.substr(1);
     const auto number = takeNumber(rest, digits);
@@ -129,8 +130,9 @@ std::size_t takeIrcCode(std::string_view text, MarkupStyle& style) {
     }
 }
 
-// A colour is ended by taking everything back: a bare 0x03 would take digits of the text for its
-// own. A comma after a colour would begin a background but for another code in between.
+// A colour is ended by the code that resets everything, since after a bare 0x03 digits of the text
+// would be read as a colour. A comma at the beginning of the text would make a colour before it one
+// with a background. Two codes for bold, which change nothing, keep the two apart.
 std::string ircCodesBetween(const MarkupStyle& from, const MarkupStyle& to, std::string_view text) {
     std::string codes;
     MarkupStyle now = from;

@@ -9,14 +9,16 @@
 
 namespace larkspin {
 
-// The bytes of the code that the text begins with, and into the style what it changes; 0 where
-// there is none. Of what the client's markup has no word for (backgrounds, reverse, struck through,
-// monospace) nothing remains. Black and white, or nearly so, are the reader's own colour: on whose
-// background they would be read is unknown, and one of the two can't be seen there.
+// Takes the code with which the text begins: puts into the style what it changes, and returns its
+// length in bytes, 0 when there is none. Codes for which the client's markup has no word
+// (backgrounds, reverse, struck through, monospace) leave nothing behind. Black and white, or
+// nearly so, become the reader's own colour: his background is unknown, and one of the two can't be
+// seen on it.
 std::size_t takeIrcCode(std::string_view text, MarkupStyle& style);
 
-// What leads from one style to another in front of that text, by codes that all programs know: of
-// the colours the nearest of the sixteen. Nothing of the text can be taken for a part of a code.
+// The codes that lead from one style to another before that text, among those that all programs
+// know; a colour becomes the nearest of the sixteen. Nothing of the text can be taken for a part of
+// a code.
 std::string ircCodesBetween(const MarkupStyle& from, const MarkupStyle& to, std::string_view text);
 
 } // namespace larkspin

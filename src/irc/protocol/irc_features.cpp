@@ -8,7 +8,7 @@ namespace larkspin {
 
 namespace {
 
-// For those that give none, and for how they begin.
+// What holds until a server tells something else, and after it has taken that back.
 const IrcFeatures usual;
 
 char folded(char c, CaseMapping mapping) {
@@ -21,7 +21,8 @@ char folded(char c, CaseMapping mapping) {
     return c == '^' && mapping == CaseMapping::rfc1459 ? '~' : c;
 }
 
-// One that isn't known is of a server that knows more than ASCII; its ASCII is as everywhere.
+// An unknown mapping is that of a server that folds more than ASCII. Its ASCII letters fold as
+// everywhere.
 CaseMapping mappingNamed(std::string_view name) {
     if (name == "rfc1459")
         return CaseMapping::rfc1459;

@@ -12,8 +12,7 @@ struct IrcMessage;
 
 enum class CaseMapping { ascii, rfc1459, rfc1459Strict };
 
-// Two names are the same when this makes them the same. What isn't ASCII is left as it is, as
-// servers do.
+// Two names are the same if this makes them the same. Only ASCII is folded, as servers do.
 std::string foldIrcName(std::string_view name, CaseMapping mapping);
 
 struct IrcFeatures {

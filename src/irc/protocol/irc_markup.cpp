@@ -26,7 +26,8 @@ struct Run {
     MarkupStyle style;
 };
 
-// None is empty, and each looks other than the one in front of it.
+// The text in runs of one style each. None is empty, and each has another style than the one before
+// it.
 std::vector<Run> runsOf(std::string_view codes) {
     std::vector<Run> runs;
     MarkupStyle style;

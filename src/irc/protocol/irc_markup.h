@@ -11,11 +11,11 @@ namespace larkspin {
 // no code. Line ends and other control characters become blanks. Bytes that are no UTF-8 stay.
 std::string ircCodes(std::string_view markup);
 
-// What is said in the room, in the client's markup. Signs of others that would read as the client's
-// tags don't (`withoutTags`). Control characters that are no codes stay.
+// What is said in the room, in the client's markup. What others write that would read as one of the
+// client's tags is kept from being one (`withoutTags`). Control characters that are no codes stay.
 std::string markupOfIrc(std::string_view codes);
 
-// Without any code: what it says.
+// The text without any code.
 std::string withoutIrcCodes(std::string_view codes);
 
 } // namespace larkspin

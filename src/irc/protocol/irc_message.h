@@ -23,14 +23,15 @@ struct IrcMessage {
     }
 };
 
-// Without its line end. Nothing for a line that holds no command. Fifteen parameters are kept
-// apart; the last of them is the rest.
+// Reads a line without its end. Nothing for a line that holds no command. Fifteen parameters are
+// kept apart; the last of them holds the rest.
 std::optional<IrcMessage> readIrcMessage(std::string_view line);
 
-// With its line end. Control characters that would end the line are left out of it, and so is what
-// stands after a blank in any parameter but the last one: no parameter can become a second line or
-// another parameter. A parameter that only the last one can be, empty or with a colon in front,
-// makes no line elsewhere: nothing. What is beyond the 512 bytes that servers take is left out.
+// Makes a line, with its end. Control characters that would end the line are left out, and so is
+// everything after a blank in any parameter but the last one, so that no parameter can become a
+// second line or another parameter. A parameter that can only be the last one, because it is empty
+// or begins with a colon, makes no line in another place: the text is empty then. What goes beyond
+// the 512 bytes that servers take is left out.
 std::string ircLine(std::string_view command, const std::vector<std::string>& parameters = {});
 
 } // namespace larkspin

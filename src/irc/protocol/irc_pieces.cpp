@@ -25,7 +25,7 @@ bool endsWord(std::string_view rest) {
     return rest.empty() || rest.front() == ' ';
 }
 
-// The last place up to which the text fits: a blank behind a word where there is one.
+// The last place up to which the text fits: a blank after a word if there is one.
 Place endOfPiece(std::string_view text, const MarkupStyle& style, std::size_t longest) {
     Place here{0, style}, blank;
     bool isAfterWord = false;
@@ -47,8 +47,8 @@ Place endOfPiece(std::string_view text, const MarkupStyle& style, std::size_t lo
 
 } // namespace
 
-// Where codes leave no room for a single character, it goes without them; where there is no room
-// for it at all, it is left out.
+// If its codes leave no room for a single character, a piece goes without them. A character that
+// has no room at all is left out.
 std::vector<std::string> ircPieces(std::string_view codes, std::size_t longest) {
     std::vector<std::string> pieces;
     MarkupStyle style;

@@ -7,10 +7,10 @@
 
 namespace larkspin {
 
-// Pieces of at most that many bytes, none of them empty, split where words end, or where there is
-// no such place between characters. The blank where it is split is left out. What `ircCodes` has
-// written and still holds where a piece begins stands in front of it. Takes time in proportion to
-// the text. At most `mostPieces`; what is left after these is dropped.
+// Pieces of at most that many bytes, none of them empty. The text is split where a word ends, or,
+// when there is no such place, between characters; the blank at which it is split is left out. A
+// piece begins with the codes of `ircCodes` that still hold there. Takes time in proportion to the
+// text. What is left after `mostPieces` pieces is dropped.
 std::vector<std::string> ircPieces(std::string_view codes, std::size_t longest);
 
 inline constexpr std::size_t mostPieces = 64;

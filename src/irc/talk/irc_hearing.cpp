@@ -15,7 +15,7 @@ namespace {
 
 constexpr int mostUnseen = 9999;
 
-// Messages from program to program stand between these; one of them is meant for people.
+// Messages between programs stand between two of these; one kind of them is meant for people.
 constexpr char aroundRequest = '\x01';
 constexpr std::string_view action = "\x01"
                                     "ACTION ";
@@ -24,7 +24,7 @@ bool isRequest(std::string_view text) {
     return text.starts_with(aroundRequest);
 }
 
-// What somebody does; blank for any other request.
+// What somebody says that he does; empty for any other request.
 std::string_view actionIn(std::string_view text) {
     if (!text.starts_with(action))
         return {};
@@ -38,8 +38,8 @@ bool steersDisplays(char32_t code) {
            (code >= 0x2066 && code <= 0x2069) || code == 0x61C || code == 0x200E || code == 0x200F;
 }
 
-// In the client's markup. Scripts get lines as they are, and may show them on a terminal or take
-// them for UTF-8.
+// The text in the client's markup, without characters that could do harm. Scripts get these lines
+// as they are, and may show them on a terminal, or take them for UTF-8.
 std::string harmlessMarkup(std::string_view codes) {
     const std::string markup = markupOfIrc(codes);
     std::string harmless;
@@ -64,6 +64,7 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
     IrcChannels::Place* const place = channels_.find(message.parameter(0), session_.features());
     if (message.sender.empty())
         return;
+    // A line under the owner's name may be one that this connection has said, sent back.
     if (isSelf && !isNotice && place && speech.take(message.parameter(0), message.parameter(1)))
         return;
     if (!isSelf && moderation_.ignores(message.nick()))
@@ -97,7 +98,8 @@ void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
         lines_.heard({nick, markup}, session_.placeOf(message.parameter(0)));
 }
 
-// To those of a rank in a channel, whether it is the room or not: among them, no song is ordered.
+// A message to those who have a rank in a channel, whether that is the room or not. No song is
+// ordered in such messages.
 void IrcHearing::hearAmongRanks(const IrcMessage& message) {
     const std::string_view text = message.parameter(1);
     if (!isRequest(text))
@@ -105,7 +107,7 @@ void IrcHearing::hearAmongRanks(const IrcMessage& message) {
                        ": " + plainText(text));
 }
 
-// To this connection alone, or from the server.
+// A message to this connection alone, or one from the server.
 void IrcHearing::hearPrivately(const IrcMessage& message) {
     const std::string_view text = message.parameter(1);
     const bool isNotice = message.command == "NOTICE";
@@ -133,7 +135,7 @@ void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
         loop_.post([this, said] { hearOwner(said.channel, said.text); });
 }
 
-// He may have left meanwhile, or be called otherwise.
+// The owner may have left the room by now, or have another name.
 void IrcHearing::hearOwner(const std::string& channel, const std::string& text) {
     if (isHere(channel))
         lines_.heard({session_.nick(), text}, session_.placeOf(channel));

@@ -58,7 +58,7 @@ private:
         return isHere(0) ? plain(1) + " is put out by " + who_ : "";
     }
 
-    // The session knows the owner by the new one already.
+    // If the owner has got another name, the session knows him by that already.
     std::string nick() const {
         if (session_.isSelf(message_.parameter(0)))
             return "you are now called " + plain(0);

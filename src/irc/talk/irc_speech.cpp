@@ -13,7 +13,8 @@ namespace larkspin {
 
 namespace {
 
-// Others get a line with its sender in front: of the name that the server gives him, at most.
+// In bytes. Others get a line with its sender in front, whose user name and host take so much at
+// most.
 constexpr std::size_t longestLine = 510, longestUserAndHost = 1 + 20 + 1 + 64;
 constexpr std::size_t shortestPiece = 64;
 
@@ -34,6 +35,7 @@ bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
     const auto pieces = ircPieces(ircCodes(said.text), longestPiece(said.channel));
     const bool isAtOnce = kind == IrcOutgoing::Kind::typed && !session_.echoes();
     for (const std::string& piece : pieces) {
+        // A line in several pieces counts as said with the last one.
         const bool isDue = !isAtOnce && &piece == &pieces.back();
         const Piece sent{piece, isDue ? said : IrcSaid{.channel = said.channel}, isDue};
         if (!session_.send(kind, ircLine("PRIVMSG", {said.channel, piece}),
@@ -45,7 +47,7 @@ bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
     return true;
 }
 
-// Whether lines are sent back may have changed since it was said.
+// Whether lines are sent back is asked only now, since it may have changed since the line was said.
 void IrcSpeech::gone(const Piece& piece) {
     if (session_.echoes()) {
         awaited_.push_back({piece, loop_.now()});
@@ -63,7 +65,8 @@ bool IrcSpeech::whisper(const std::string& name, const std::string& text) {
     });
 }
 
-// A channel may be without colours, and a server cut off blanks.
+// Compares without codes and outer blanks as well: a channel may be without colours, and a server
+// may cut off blanks.
 bool IrcSpeech::isThat(const Piece& piece, std::string_view channel, std::string_view codes) const {
     const auto plain = [](std::string_view of) {
         return std::string(withoutBlanks(withoutIrcCodes(of)));
@@ -88,6 +91,7 @@ bool IrcSpeech::take(std::string_view channel, std::string_view codes) {
     if (found == awaited_.end())
         return false;
     const Piece echoed = std::move(found->piece);
+    // Lines come back in order, so those before this one won't any more.
     awaited_.erase(awaited_.begin(), found + 1);
     if (echoed.isDue)
         reached_(echoed.said, false);

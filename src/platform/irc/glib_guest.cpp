@@ -7,7 +7,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr int lastRounds = 1000; // what is left over needs a few
+constexpr int lastRounds = 1000; // what is left over needs only a few
 
 gboolean setTrue(gpointer flag) {
     *static_cast<bool*>(flag) = true;
@@ -16,13 +16,14 @@ gboolean setTrue(gpointer flag) {
 
 } // namespace
 
-// It stays acquired: threads of the library's then wake it up when they are done.
+// The context stays acquired, so that threads of the library wake it up when they are done.
 GlibGuest::GlibGuest(WatchingLoop& loop) : loop_(loop), context_(g_main_context_new()) {
     g_main_context_acquire(context_);
     settle();
 }
 
-// What was cancelled comes to its end here. It would keep the context, and the context it.
+// Operations that were cancelled come to their end here. They would keep the context otherwise, and
+// the context them.
 GlibGuest::~GlibGuest() {
     {
         const Inside inside(*this);
@@ -45,7 +46,7 @@ GlibGuest::Inside::~Inside() {
     guest_.settle();
 }
 
-// One round; the loop has its other events before the next one.
+// Serves one round. The loop gets to its other events before the next one.
 void GlibGuest::serve() {
     const Inside inside(*this);
     g_main_context_iteration(context_, FALSE);

@@ -22,8 +22,8 @@ public:
     GlibGuest(const GlibGuest&) = delete;
     GlibGuest& operator=(const GlibGuest&) = delete;
 
-    // While one stands, what is started in the library comes to this context. Whatever closes
-    // descriptors of the library's stands inside one as well: the loop forgets them then.
+    // While one of these stands, what is started in the library belongs to this context. Code that
+    // closes descriptors of the library's stands inside one as well, so that the loop forgets them.
     class Inside {
     public:
         explicit Inside(GlibGuest& guest);
@@ -36,7 +36,7 @@ public:
     };
 
     // Serves the library here and now, without the loop, until the condition holds or the time is
-    // over. Whether the condition holds.
+    // over. Returns whether the condition holds.
     bool serveUntil(const std::function<bool()>& condition, Nanoseconds atMost);
 
 private:

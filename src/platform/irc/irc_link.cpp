@@ -17,14 +17,14 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t readAtOnce = 65536;
 
-// The library lets go of what is cancelled as soon as it is served. Were it not to, the session
-// lives on without a word.
+// The library lets go of cancelled calls as soon as it is served. If it ever didn't, the session
+// would live on, but nobody would hear of it.
 constexpr Nanoseconds cancelWithin = 500ms;
 
 } // namespace
 
-// One connection from the call for it to its end. Each call of the library's that is on its way
-// holds it. Events are posted, and void once it is cut.
+// One connection, from the request for it to its end. Each call of the library that is under way
+// keeps the session alive. Events are posted, and reach nobody once the session is cut.
 class IrcLink::Session : public std::enable_shared_from_this<Session> {
 public:
     Session(WatchingLoop& loop, GlibGuest& guest, Events events)
@@ -78,7 +78,7 @@ private:
 
     std::array<char, readAtOnce> input_;
     std::size_t inputSize_ = 0;
-    std::string sending_, waiting_; // what the library has in its hands, and what comes after it
+    std::string sending_, waiting_; // what the library is sending, and what comes after it
     std::size_t sent_ = 0;          // of `sending_`
     std::string why_;
 
@@ -108,7 +108,7 @@ void IrcLink::Session::ended() {
     events_.ended(why_);
 }
 
-// It has hung up on the handshake without a byte.
+// Whether the server has hung up in the handshake without a byte.
 bool IrcLink::Session::isClosedAtOnce() const {
     GIOStream* base = nullptr;
     if (tls_)
@@ -252,7 +252,7 @@ void IrcLink::Session::write() {
                                 G_PRIORITY_DEFAULT, cancellable_.get(), done, hold());
 }
 
-// What the server has said before it went is still read; the end comes after it.
+// The end isn't told here: what the server has said before it went is still to be read.
 void IrcLink::Session::hasWritten(GOutputStream* stream, GAsyncResult* result) {
     writing_ = false;
     GError* error = nullptr;
@@ -268,7 +268,8 @@ void IrcLink::Session::hasWritten(GOutputStream* stream, GAsyncResult* result) {
     broken_ = true;
 }
 
-// The server gets all of it only when it isn't cut off with something unread.
+// A socket that is closed with something unread cuts the server off from what it hasn't read yet.
+// So only the sending half is closed first, and the rest is read until the server closes too.
 void IrcLink::Session::finish(Nanoseconds atMost) {
     const Nanoseconds latest = loop_.now() + atMost;
     finishing_ = true;

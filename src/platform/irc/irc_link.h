@@ -1,6 +1,6 @@
 // Connections over the network by GIO: sockets, names and TLS are the library's. Certificates are
-// checked, there is no way around it. Of what comes in at most 64 kB are held, and the next isn't
-// read before they are handled, so that a flood waits at the server.
+// checked, and there is no way around that. Of what comes in at most 64 kB are held, and the next
+// isn't read before they are handled, so that a flood waits at the server.
 //
 // Whether a silent server is still there is for the protocol to find out.
 #pragma once

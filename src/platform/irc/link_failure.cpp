@@ -32,7 +32,7 @@ constexpr Words ofEncryption[] = {
     {G_TLS_ERROR_CERTIFICATE_REQUIRED, "the server wants a certificate of yours"},
 };
 
-// Of several the first one is told.
+// If there are several, the first one of these is told.
 constexpr Words ofCertificates[] = {
     {G_TLS_CERTIFICATE_BAD_IDENTITY, "it is that of another server"},
     {G_TLS_CERTIFICATE_REVOKED, "it has been withdrawn"},
@@ -59,7 +59,7 @@ std::string found(const Words (&all)[count], const GError& error, const char* ot
 
 } // namespace
 
-// The kernel counts the end among the bytes.
+// The kernel counts the end of the stream as a byte.
 bool hasClosedSilently(int socket) {
     constexpr int established = 1;
     tcp_info facts{};
