@@ -8,8 +8,6 @@
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
-#include "shell/files.h"
-#include "shell/this_run.h"
 #include "text/stand_ins.h"
 #include "text/utf8.h"
 
@@ -58,27 +56,22 @@ void SongFiles::deleteInPlay() {
         reply_.sayOrBox("what the fuck are you gonna delete, stupid?");
         return;
     }
-    const ThisRun run(state_);
-    letGo();
-    if (!run.lasts())
+    const auto gone = deleteFile(*song);
+    if (!gone)
         return;
-    const FileChange gone = files_.moveToWastebasket(song->path());
-    const bool nothingFollows = run.lasts() && isNothingStarted();
-    if (!gone) {
-        if (nothingFollows)
-            becomeInPlay(*song);
-        if (run.lasts())
-            tellUndone("delete", *song, gone);
+    if (!gone->file) {
+        if (gone->run.lasts())
+            tellUndone("delete", *song, gone->file);
         return;
     }
-    if (nothingFollows)
+    if (gone->nothingFollows)
         catchUpWith(*song);
     takeOut(*song);
-    if (nothingFollows) {
+    if (gone->nothingFollows) {
         returnToResumeRow();
         lastSong_.forget();
     }
-    if (run.lasts())
+    if (gone->run.lasts())
         reply_.sayOrBox("deleted:  <b>" + song->name + "</b> " + extensionTag(song->extension),
                         "deleted " + song->title());
 }
@@ -95,23 +88,18 @@ void SongFiles::renameInPlay(const std::string& typed) {
         return;
     }
     const Song renamed = renamedTo(newName, *song);
-    const ThisRun run(state_);
-    letGo();
-    if (!run.lasts())
+    const auto moved = renameFile(*song, renamed);
+    if (!moved)
         return;
-    const FileChange moved = files_.rename(song->path(), renamed.title());
-    const bool nothingFollows = run.lasts() && isNothingStarted();
-    if (nothingFollows)
-        becomeInPlay(moved ? renamed : *song);
-    if (!moved) {
-        if (run.lasts())
-            tellUndone("rename", *song, moved);
+    if (!moved->file) {
+        if (moved->run.lasts())
+            tellUndone("rename", *song, moved->file);
         return;
     }
-    if (nothingFollows)
+    if (moved->nothingFollows)
         catchUpWith(*song);
     giveName(*song, renamed);
-    if (!run.lasts())
+    if (!moved->run.lasts())
         return;
     if (state_.silnt) // the box has always told that extension
         dialogs_.box("renamed " + song->title() + " to " + newName + ".mp3");
@@ -123,28 +111,23 @@ void SongFiles::deleteShown() {
     const auto song = songShown();
     if (!song || !dialogs_.ask("do you really wanna delete " + song->name + "?"))
         return;
-    const bool wasInPlay = isInPlay(*song);
-    const ThisRun run(state_);
-    if (wasInPlay)
-        letGo();
-    if (!run.lasts())
+    const auto gone = deleteFile(*song);
+    if (!gone)
         return;
-    const FileChange gone = files_.moveToWastebasket(song->path());
-    const bool nothingFollows = wasInPlay && run.lasts() && isNothingStarted();
-    if (!gone) {
-        if (nothingFollows)
-            becomeInPlay(*song);
-        if (run.lasts())
-            dialogs_.box(undone("delete", song->title(), gone));
+    if (!gone->file) {
+        if (gone->run.lasts())
+            dialogs_.box(undone("delete", song->title(), gone->file));
         return;
     }
     takeOut(*song);
-    if (!run.lasts())
+    if (!gone->run.lasts())
         return;
-    if (state_.masterList.empty() && !wasInPlay)
+    if (state_.masterList.empty() && !gone->wasInPlay)
         state_.Timer1.disable();
-    if (nothingFollows || (!wasInPlay && state_.masterIndex() > transport_.resumeRow()))
+    if (gone->nothingFollows)
         returnToResumeRow();
+    else if (!gone->wasInPlay) // the click on a later row hasn't moved the place in the list
+        state_.setMasterIndex(std::min(state_.masterIndex(), transport_.resumeRow()));
 }
 
 void SongFiles::renameShown() {
@@ -160,21 +143,44 @@ void SongFiles::renameShown() {
     if (!isNewName(newName, *song))
         return;
     const Song renamed = renamedTo(newName, *song);
-    const bool wasInPlay = isInPlay(*song);
+    const auto moved = renameFile(*song, renamed);
+    if (!moved)
+        return;
+    if (moved->file) {
+        giveName(*song, renamed);
+        state_.playedMemory.clear();
+    } else if (moved->run.lasts()) {
+        dialogs_.box(undone("rename", song->title(), moved->file));
+    }
+}
+
+std::optional<SongFiles::Change> SongFiles::deleteFile(const Song& song) {
+    return changeFile(song, [&] { return files_.moveToWastebasket(song.path()); });
+}
+
+std::optional<SongFiles::Change> SongFiles::renameFile(const Song& song, const Song& renamed) {
+    const auto moved =
+        changeFile(song, [&] { return files_.rename(song.path(), renamed.title()); });
+    if (moved && moved->file && moved->nothingFollows)
+        becomeInPlay(renamed);
+    return moved;
+}
+
+// The player takes its time to let go, and so may the disk: the run can end meanwhile, and another
+// song can be started. Where the disk refuses, the song in play stays that.
+std::optional<SongFiles::Change> SongFiles::changeFile(const Song& song,
+                                                       const std::function<FileChange()>& ask) {
+    const bool wasInPlay = isInPlay(song);
     const ThisRun run(state_);
     if (wasInPlay)
         letGo();
     if (!run.lasts())
-        return;
-    const FileChange moved = files_.rename(song->path(), renamed.title());
-    if (wasInPlay && run.lasts() && isNothingStarted())
-        becomeInPlay(moved ? renamed : *song);
-    if (moved) {
-        giveName(*song, renamed);
-        state_.playedMemory.clear();
-    } else if (run.lasts()) {
-        dialogs_.box(undone("rename", song->title(), moved));
-    }
+        return std::nullopt;
+    const FileChange file = ask();
+    const bool nothingFollows = wasInPlay && run.lasts() && isNothingStarted();
+    if (!file && nothingFollows)
+        becomeInPlay(song);
+    return Change{run, file, wasInPlay, nothingFollows};
 }
 
 // Without choices there is no song in play, as after a search that found nothing.

@@ -8,15 +8,16 @@
 
 #include "chat/core.h"
 #include "library/playlist_row.h"
+#include "shell/files.h"
+#include "shell/this_run.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
 namespace larkspin {
 
 class Choices;
-class Files;
-struct FileChange;
 class LastSong;
 class PlayCounters;
 class Transport;
@@ -38,6 +39,16 @@ public:
     void renameShown();
 
 private:
+    // What became of a file once the player was off it. Nothing when the run ended before that.
+    struct Change {
+        ThisRun run;
+        FileChange file;
+        bool wasInPlay;
+        bool nothingFollows; // it was, and no other song has been started meanwhile
+    };
+    std::optional<Change> deleteFile(const Song& song);
+    std::optional<Change> renameFile(const Song& song, const Song& renamed);
+    std::optional<Change> changeFile(const Song& song, const std::function<FileChange()>& ask);
     std::optional<Song> songInPlay() const;
     std::optional<Song> songShown();
     bool isInPlay(const Song& song) const;

@@ -48,6 +48,8 @@ TEST(MediaWindow, NamesTheSongInItsMiniHeight) {
     machine.press("openButton");
     machine.pressTwice("mediaCaption");
     EXPECT_EQ(hinted(), "  Found.mp3");
+    machine.owner("'stop");
+    EXPECT_EQ(machine.shown("mediaCaption"), "  song length:  0:00");
 }
 
 // The splash window takes its place while a job runs.

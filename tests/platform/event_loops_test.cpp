@@ -31,7 +31,7 @@ protected:
         int depth = 0;
         const std::function<void()> next = [&] {
             ++depth < EventQueue::nestingLimit ? loop.post(next) : innermost();
-            waitUntilTrue(condition);
+            EXPECT_TRUE(waitUntilTrue(condition));
         };
         loop.post(next);
         EXPECT_TRUE(waitUntilTrue(condition));

@@ -16,6 +16,24 @@ TEST(RandomPick, FindsAWayOutWhenTwoSongsBearOneName) {
     EXPECT_GE(said["random:  <b>3</b>.  y"], 45) << "each round is y and one of the others";
 }
 
+TEST(RandomPick, BeginsANewRoundOnceEachSongHasHadItsTurn) {
+    VirtualMachine machine({"a.mp3", "b.mp3"});
+    AppState& state = machine.state();
+    const std::pair<Lines, int> cases[] = {// what is remembered, and how much of it after the pick
+                                           {{}, 1},
+                                           {{"a.mp3"}, 0},
+                                           {{"a.mp3", "b.mp3", "gone.mp3"}, 1}};
+    for (const auto& [remembered, then] : cases) {
+        state.playedMemory.clear();
+        for (const std::string& title : remembered)
+            state.playedMemory.add(title);
+        state.pickHits = "1";
+        machine.owner("'rnd");
+        EXPECT_EQ(state.playedMemory.count(), then);
+    }
+    EXPECT_EQ(state.pickHits, "0");
+}
+
 TEST(RandomPick, GivesEachSongThatIsLeftTheSameChance) {
     VirtualMachine empty(Lines{});
     EXPECT_EQ(empty.answer("'rnd"), "no mp3s found, stupid");

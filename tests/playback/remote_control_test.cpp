@@ -74,6 +74,8 @@ TEST_F(ARemoteControl, MovesWithinTheSong) {
     EXPECT_EQ(remote().position(), 0s);
     remote().moveBy(std::chrono::microseconds::max());
     EXPECT_EQ(view().name, "high"); // after the end comes the next one
+    remote().moveTo(180s);
+    EXPECT_EQ(view().name, "high") << "its end is a place in it";
 }
 
 TEST_F(ARemoteControl, WorksTheSliders) {

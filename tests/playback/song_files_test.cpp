@@ -218,6 +218,9 @@ TEST_F(SongFilesTest, RenameCarriesRowAndCountAlong) {
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "C.wav rock", "z.mp3 rock"}));
     EXPECT_EQ(files(), (Lines{"C.wav", "a.mp3", "z.mp3"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\nz.mp3=4\r\n") << "a song never played has none";
+    for (const char* line : {"'num 1", "'rename A"})
+        machine.owner(line);
+    EXPECT_EQ(machine.answer("'times"), "this song has been played <b>2</b> times");
 }
 
 TEST_F(SongFilesTest, RenameRefusesWhatIsNoNewName) {
@@ -295,17 +298,27 @@ TEST_F(SongFilesTest, SilentModeAnswersInBoxes) {
     EXPECT_EQ(machine.answer("'delete"), "[box] couldn't delete a.mp3" + refused);
 }
 
+// Of one that doesn't answer nobody knows what it still does.
 TEST_F(SongFilesTest, WhatTheDiskRefusesIsToldAndLeftAsItWas) {
-    machine.files.refusesMoves = true;
-    const std::string couldntDelete = "couldn't delete <b>b.mp3</b>" + refused;
-    converse(machine, {Turn("'num 2", "playing:  <b>2</b>.  b"),
-                       Turn({"'rename d", "'rename d"}, "couldn't rename <b>b.mp3</b>" + refused),
-                       Turn({"'delete", "'delete"}, couldntDelete)});
-    strikeDelete(0, "yes");
-    EXPECT_EQ(machine.lastBox(), "couldn't delete a.mp3" + refused);
-    clickRename(0, "d");
-    EXPECT_EQ(machine.lastBox(), "couldn't rename a.mp3" + refused);
-    machine.files.refusesMoves = false;
+    machine.owner("'num 2");
+    for (const bool answers : {true, false}) {
+        machine.files.refusesMoves = answers;
+        machine.slowDisk.spans[machine.drive("music/rock")] = answers ? 0s : 10s;
+        const auto undone = [&](const std::string& verb, const std::string& title) {
+            return answers ? "couldn't " + verb + " " + title + refused
+                           : "the disk doesn't answer, it may still " + verb + " " + title;
+        };
+        for (const std::string line : {"'rename d", "'delete", "'rename d", "'delete"})
+            EXPECT_EQ(machine.answerTo([&] { machine.owner(line, 11s); }),
+                      undone(line.substr(1, 6), "<b>b.mp3</b>"));
+        strikeDelete(0, "yes");
+        machine.advance(11s);
+        EXPECT_EQ(machine.lastBox(), undone("delete", "a.mp3"));
+        clickRename(0, "d");
+        machine.advance(11s);
+        EXPECT_EQ(machine.lastBox(), undone("rename", "a.mp3"));
+    }
+    machine.slowDisk.spans.clear();
     std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
     EXPECT_TRUE(machine.answer("'delete").starts_with("couldn't delete <b>b.mp3</b>:  "));
     EXPECT_TRUE(machine.answer("'rename d").starts_with("couldn't rename <b>b.mp3</b>:  "));
@@ -313,21 +326,6 @@ TEST_F(SongFilesTest, WhatTheDiskRefusesIsToldAndLeftAsItWas) {
     EXPECT_EQ(counts(), "a.mp3=2\r\nb.mp3=4\r\n");
     EXPECT_EQ(machine.trayEntry("mp3z"), "view 3 files");
     EXPECT_EQ(machine.answer("'play").substr(0, 10), "not found,");
-}
-
-TEST_F(SongFilesTest, OfADiskThatDoesntAnswerNobodyKnowsWhatItStillDoes) {
-    machine.owner("'num 2");
-    machine.slowDisk.spans[machine.drive("music/rock")] = 10s;
-    for (const auto& [line, verb] : {std::pair("'rename d", "rename"), {"'delete", "delete"}})
-        EXPECT_EQ(machine.answerTo([&, said = line] { machine.owner(said, 11s); }),
-                  "the disk doesn't answer, it may still " + std::string(verb) + " <b>b.mp3</b>");
-    strikeDelete(0, "yes");
-    machine.advance(11s);
-    EXPECT_EQ(machine.lastBox(), "the disk doesn't answer, it may still delete a.mp3");
-    clickRename(0, "d");
-    machine.advance(11s);
-    EXPECT_EQ(machine.lastBox(), "the disk doesn't answer, it may still rename a.mp3");
-    EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "b.mp3 rock", "c.wav rock"}));
 }
 
 TEST_F(SongFilesTest, WaitFiveSecondsAtMostForThePlayer) {

@@ -5,6 +5,7 @@
 
 #include <arpa/inet.h>
 #include <cstdint>
+#include <poll.h>
 #include <string>
 #include <sys/socket.h>
 
@@ -23,6 +24,10 @@ public:
     }
 
     std::uint16_t port() const { return port_; }
+    bool wasCalled() const { // and nobody has answered yet
+        pollfd called{listening_.number(), POLLIN, 0};
+        return ::poll(&called, 1, 0) > 0;
+    }
     Descriptor take() const { // the next one that has come, or comes
         return Descriptor(::accept4(listening_.number(), nullptr, nullptr, SOCK_CLOEXEC));
     }

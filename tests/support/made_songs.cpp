@@ -2,19 +2,37 @@
 
 #include <cmath>
 #include <fstream>
-#include <gst/gst.h>
+#include <numbers>
+#include <spawn.h>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace larkspin {
 
 namespace {
 
-constexpr int rate = 44100, chunk = 441;
+constexpr int rate = 44100;
 
-std::string encoder(const std::string& extension) {
-    if (extension == ".mp3")
-        return "lamemp3enc";
-    return extension == ".wma" ? "audioconvert ! avenc_wmav2 ! avmux_asf" : "wavenc";
+std::string littleEndian(long number, int size) {
+    std::string bytes;
+    for (; size > 0; --size, number >>= 8)
+        bytes += static_cast<char>(number & 0xFF);
+    return bytes;
+}
+
+bool makeWav(const std::filesystem::path& path, double seconds) {
+    std::string samples;
+    for (int at = 0; at < std::lround(seconds * rate); ++at)
+        samples += littleEndian(
+            std::lround(0.75 * 32767 * std::sin(2 * std::numbers::pi * 441 * at / rate)), 2);
+    const auto size = static_cast<long>(samples.size());
+    std::ofstream file(path, std::ios::binary);
+    file << "RIFF" << littleEndian(36 + size, 4) << "WAVEfmt " << littleEndian(16, 4)
+         << littleEndian(1, 2) << littleEndian(1, 2) << littleEndian(rate, 4)
+         << littleEndian(2 * rate, 4) << littleEndian(2, 2) << littleEndian(16, 2) << "data"
+         << littleEndian(size, 4) << samples;
+    return file.good();
 }
 
 // One note in a track of 96 ticks a quarter, at 120 quarters a minute.
@@ -33,12 +51,15 @@ bool makeMidi(const std::filesystem::path& path, double seconds) {
 } // namespace
 
 bool makeSong(const std::filesystem::path& path, double seconds) {
+    if (path.extension() == ".wav")
+        return makeWav(path, seconds);
     if (path.extension() == ".mid")
         return makeMidi(path, seconds);
-    const auto chunks = std::to_string(std::lround(seconds * rate / chunk));
-    return makeFile("audiotestsrc freq=441 volume=0.75 samplesperbuffer=" + std::to_string(chunk) +
-                    " num-buffers=" + chunks + " ! audio/x-raw,rate=" + std::to_string(rate) +
-                    ",channels=1 ! " + encoder(path.extension()) + intoFile(path));
+    const std::string encoder =
+        path.extension() == ".mp3" ? "lamemp3enc" : "audioconvert ! avenc_wmav2 ! avmux_asf";
+    return makeFile("audiotestsrc freq=441 volume=0.75 samplesperbuffer=441 num-buffers=" +
+                    std::to_string(std::lround(seconds * 100)) +
+                    " ! audio/x-raw,rate=44100,channels=1 ! " + encoder + intoFile(path));
 }
 
 std::string intoFile(const std::filesystem::path& path) {
@@ -49,21 +70,12 @@ std::string intoFile(const std::filesystem::path& path) {
 }
 
 bool makeFile(const std::string& line) {
-    gst_init(nullptr, nullptr);
-    GstElement* const pipeline = gst_parse_launch(line.c_str(), nullptr);
-    if (!pipeline)
-        return false;
-    gst_element_set_state(pipeline, GST_STATE_PLAYING);
-    GstBus* const bus = gst_element_get_bus(pipeline);
-    GstMessage* const last = gst_bus_timed_pop_filtered(
-        bus, 10 * GST_SECOND, static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
-    const bool made = last && GST_MESSAGE_TYPE(last) == GST_MESSAGE_EOS;
-    if (last)
-        gst_message_unref(last);
-    gst_element_set_state(pipeline, GST_STATE_NULL);
-    gst_object_unref(bus);
-    gst_object_unref(pipeline);
-    return made;
+    std::string program = LARKSPIN_SONG_MAKER, argument = line;
+    char* const arguments[] = {program.data(), argument.data(), nullptr};
+    pid_t maker = 0;
+    int status = -1;
+    return ::posix_spawn(&maker, program.c_str(), nullptr, nullptr, arguments, environ) == 0 &&
+           ::waitpid(maker, &status, 0) == maker && status == 0;
 }
 
 } // namespace larkspin

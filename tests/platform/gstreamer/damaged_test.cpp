@@ -1,15 +1,12 @@
 // Files that are no songs, or songs that were damaged: each is given up or played, a good song
 // after it plays, and the program stays what it was.
+#include "support/listener.h"
 #include "support/real_player.h"
 
-#include <arpa/inet.h>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <netinet/in.h>
-#include <poll.h>
 #include <random>
-#include <sys/socket.h>
 #include <unistd.h>
 
 namespace larkspin {
@@ -17,34 +14,6 @@ namespace {
 
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
-
-// Somebody on this machine who waits to be called.
-class Listener {
-public:
-    Listener() {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        ::bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address);
-        ::listen(socket_, 5);
-        socklen_t size = sizeof address;
-        ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
-        port_ = ntohs(address.sin_port);
-    }
-    ~Listener() { ::close(socket_); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-
-    std::string url() const { return "http://127.0.0.1:" + std::to_string(port_) + "/song"; }
-    bool wasCalled() const {
-        pollfd called{socket_, POLLIN, 0};
-        return ::poll(&called, 1, 0) > 0;
-    }
-
-private:
-    int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    int port_ = 0;
-};
 
 class DamagedSongs : public RealPlayer {
 protected:
@@ -123,7 +92,7 @@ protected:
 
 TEST_F(DamagedSongs, OtherFilesAskForNothingAndShowNothing) {
     const Listener listener;
-    const std::string url = listener.url();
+    const std::string url = "http://127.0.0.1:" + std::to_string(listener.port()) + "/song";
     disk.write("hls", "#EXTM3U\n#EXT-X-VERSION:3\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\n" + url +
                           ".ts\n#EXT-X-ENDLIST\n");
     disk.write("dash", "<?xml version=\"1.0\"?>\n<MPD xmlns=\"urn:mpeg:dash:schema:mpd:2011\" "

@@ -34,6 +34,7 @@ TEST(MidiFile, LastsAsLongAsItsTempoSays) {
         {"the longest track", file({note + trackEnd, note + pause96 + pause96}), 1},
         {"silence at the end", file({note + "\x81\x40\xFF\x2F\0"s}), 1},
         {"24 frames of 4 ticks a second", file({note + pause96}, "\xE8\4"s), 1},
+        {"29.97 frames of them", file({note + pause96}, "\xE3\4"s), 96 / (29.97 * 4)},
         {"another chunk between",
          file({}).replace(11, 1, "\1") + chunk("XFIH", "abc") + chunk("MTrk", note + pause96), 0.5},
     };
@@ -61,6 +62,9 @@ TEST(MidiFile, KeepsTheOrderOfItsMessages) {
         EXPECT_EQ(song->events[at].bytes, expected[at].second) << at;
     }
     EXPECT_EQ(song->longTexts.at(0), "\x43\x10");
+    const auto cut = readMidi(file({note + pause96 + "\0\xF0\1\xF7\0\x45\x40"s + note}));
+    ASSERT_TRUE(cut);
+    EXPECT_EQ(cut->events.size(), 3u) << "a long text ends the status that runs";
 }
 
 TEST(MidiFile, TakesWhatIsWholeOfADamagedOne) {

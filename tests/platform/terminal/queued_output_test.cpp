@@ -46,12 +46,18 @@ protected:
     int dropped = 0, taken = 0;
 };
 
-TEST_F(QueuedOutputTest, LosesNothingBelowItsBound) {
-    const std::string all = put(QueuedOutput::bound);
+TEST_F(QueuedOutputTest, LosesNothingBelowItsBoundNorOfOneText) {
+    std::string all = put(QueuedOutput::bound);
     EXPECT_EQ(readAll(), all);
     EXPECT_EQ(dropped, 0);
     EXPECT_EQ(taken, 1);
     EXPECT_EQ(::fcntl(pipe.in(), F_GETFL) & O_NONBLOCK, 0) << "others write on it as well";
+    all.assign(5 * QueuedOutput::bound, 'x');
+    output.put(all);
+    EXPECT_EQ(readAll(), all);
+    ::fcntl(pipe.in(), F_SETFL, O_NONBLOCK); // as others may do
+    all = put(300'000);
+    EXPECT_EQ(readAll(), all);
 }
 
 TEST_F(QueuedOutputTest, PastItsBoundDropsWholeLinesAndTellsHowManyWhenTheyAreReadAgain) {
@@ -89,18 +95,6 @@ TEST_F(QueuedOutputTest, KeepsTheOwnersLinesInAFloodOfOthers) {
     EXPECT_EQ(all.substr(kept * 1000), std::to_string(3000 - kept) +
                                            " gone\nfirst answer\n5 gone\nsecond answer\n"
                                            "third answer\n7 gone\n");
-}
-
-TEST_F(QueuedOutputTest, TakesOneTextOfAnySize) {
-    const std::string huge(5 * QueuedOutput::bound, 'x');
-    output.put(huge);
-    EXPECT_EQ(readAll(), huge);
-}
-
-TEST_F(QueuedOutputTest, WritesOnAPipeThatOthersHaveMadeNonBlocking) {
-    ::fcntl(pipe.in(), F_SETFL, O_NONBLOCK);
-    const std::string all = put(300'000);
-    EXPECT_EQ(readAll(), all);
 }
 
 TEST_F(QueuedOutputTest, ForgetsAReaderThatHasGone) {
