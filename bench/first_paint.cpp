@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Each look takes the display a while, so that they aren't to follow each other at once.
+// Each look keeps the display busy for a while, so the looks don't follow each other at once.
 constexpr auto betweenLooks = 1ms;
 
 struct Free {

@@ -37,8 +37,8 @@ struct Measured {
 using Measure = std::function<std::optional<Measured>(const Home&)>;
 
 // In a process of its own, so that the other works are measured outside of that network. It must
-// not clear up what it has got from this one, and so clears up nothing: what it makes on the disk
-// lies where this one does that.
+// not clean up what it has inherited from this process, so it cleans up nothing; what it makes on
+// the disk lies where this process does.
 std::optional<Measured> inOwnNetwork(const Measure& measure, const Home& home) {
     const TempDirectory disk;
     Pipe result;

@@ -48,6 +48,7 @@ void Program::start() {
     const StoredSettings stored = shell.settings.all();
     companions.windowColors.load(stored);
     const std::string load = stored.get("load");
+    // Settings that couldn't be read don't make a run the first one.
     const bool firstRun = !number(load) && stored.wereRead();
     const std::string loadNumber = number(load) ? load : "1";
     shell.state.trigger = number(load) ? foldCase(stored.get("trigger")) : "'";
@@ -73,6 +74,8 @@ void Program::start() {
     shell.splash.hide();
     listen();
     mediaWindow.refreshButton.tellOfStart();
+    // Lines that the owner has typed since the greeting come in only now, when all that they touch
+    // is in place.
     openFrontEnd();
 }
 
@@ -242,6 +245,7 @@ void Program::restart() {
     chat.reply.saychat("restarting larkspin player");
     if (!run.lasts())
         return; // another restart has come and gone meanwhile
+    // What can't be saved exists in this run alone.
     if (!saveWhole()) {
         tellNews();
         chat.reply.sayOrBox("not restarted, what can't be saved would be lost");

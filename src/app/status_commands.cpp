@@ -140,6 +140,7 @@ void StatusCommands::stats() {
     pause(0.3);
     if (!run.lasts())
         return;
+    // One mode is told at most, by the order in which the modes rule each other out.
     const bool isRepeat = state_.rep, isShuffle = state_.crand && !isRepeat;
     const bool isContinuous = state_.cintz && !isRepeat && !isShuffle;
     reply_.saychat(std::string("continuous:  <b>") + yesNo(isContinuous) + "</b> - repeat:  <b>" +

@@ -53,6 +53,7 @@ void CommandsWindow::close() {
 }
 
 void CommandsWindow::showChoices() {
+    // The catalogue and the choices share a place, and one of them shows at a time.
     larkmain.control("commandNames").visible = false;
     larkmain.control("commandText").visible = false;
     larkmain.control("choiceList").visible = true;

@@ -113,6 +113,7 @@ void Launcher::scra() {
     reply_.saychat("scrolling <b>" + std::to_string(items_.count()) + "</b> app n shit items");
     pause(untilFirstTitle);
     for (int index = 0; run.lasts() && index < items_.count(); ++index) {
+        // The window shows which item is being told.
         items_.select(index);
         if (items_.path(index).empty())
             return;

@@ -59,6 +59,7 @@ private:
     std::size_t commonBytes(std::string_view text) const {
         std::string_view rest = common_;
         while (!rest.empty() && !text.empty()) {
+            // Compared letter by letter, each with its accents, so that none is cut in two.
             const std::size_t length = clusterLength(rest);
             const std::size_t other = clusterLength(text);
             if (!equalFolded(rest.substr(0, length), text.substr(0, other)))

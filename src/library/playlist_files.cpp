@@ -107,6 +107,7 @@ FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
     if (path.empty())
         return whyNot(name);
     if (isPart_) {
+        // What couldn't be read at the start may be readable by now.
         const FileChange joined = joinLackingRows();
         const bool isOwn = name == shownName();
         if (isOwn && lacksNamed_)
@@ -193,6 +194,7 @@ void PlaylistFiles::loadUnnamed(Into into) {
 void PlaylistFiles::loadNamed(const std::string& name, const StoredSettings& stored) {
     showName(name);
     file_ = pathOf(name);
+    // The last run ended with a list that this file doesn't hold.
     if (stored.get(changedKey) == name && files_.exists(directory_.unnamedPlaylist())) {
         whole_.insert(file_);
         return loadUnnamed(Into::listsOfNewRun);
@@ -220,6 +222,7 @@ void PlaylistFiles::tellLoad(const std::string& name, const Loaded& loaded) {
 void PlaylistFiles::endRun(SettingsChanges& changes) {
     const std::string name = shownName();
     const bool isNamed = name.ends_with(ending);
+    // Whether its file holds the list already, so that it needn't be kept in temp.lst.
     const bool isKept = isNamed && !lacksUnnamed_ &&
                         (lacksNamed_ ? state_.masterList.empty()
                                      : lineFiles_.holdsPlaylist(pathOf(name), state_.masterList));

@@ -145,6 +145,7 @@ void Refresh::say(const Refreshed& refreshed) {
 
 std::optional<Refreshed> Refresh::refreshDirectories() {
     const AtWork atWork(*this);
+    // A copy, since events may change the list while directories are listed. It shares the rows.
     const RowList before = state_.masterList;
     const std::string resumeBefore = state_.resumeIndex;
     const std::vector<std::string> directories = directoriesOf(before);

@@ -107,6 +107,7 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
             noteUnread(directory, read.outcome, isRoot);
             continue;
         }
+        // Subdirectories are pushed in reverse, so that the first one by name is entered next.
         std::vector<std::string> next = below(read.listing);
         reader->expect(next);
         std::move(next.rbegin(), next.rend(), std::back_inserter(pending));

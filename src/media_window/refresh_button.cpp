@@ -29,6 +29,7 @@ std::string changeText(int grown, const char* beforeNumber, const char* afterNum
 std::optional<Refreshed> RefreshButton::Command5_Click() {
     std::optional<Refreshed> refreshed;
     const auto work = [&] { refreshed = refreshWithStatus(); };
+    // If the media window is hidden, there is no place for the splash window to take.
     if (!frame_.mp3s.visible)
         work();
     else if (!behindSplash_.run({.status = "refreshing list...", .before = 0.1, .after = 1}, work))

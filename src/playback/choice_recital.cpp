@@ -39,6 +39,7 @@ ChoiceRecital::End ChoiceRecital::recite(std::string_view breakCaption,
     }
     if (!choices_.areOpen())
         choices_.hideStopWindow(); // a random pick ends the choices without this
+    // Whether another recital has begun since this one did.
     return begun == begun_ ? End::lost : End::replaced;
 }
 

@@ -50,6 +50,7 @@ RemoteView RemoteControl::view() const {
         return view;
     view.name = songOfPath(view.path).name;
     view.length = ofSeconds(player_.Duration());
+    // A song that is still being opened counts as playing.
     if (player_.PlayState() == PlayState::paused)
         view.status = RemoteView::Status::paused;
     else if (!isStopped())

@@ -51,6 +51,7 @@ void Transport::stop() {
 }
 
 void Transport::halt() {
+    // Starts that are under way are overtaken.
     ++turns_;
     endPauseMark();
     state_.Timer1.disable();

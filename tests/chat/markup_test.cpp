@@ -39,7 +39,7 @@ TEST(Markup, IsReadIntoPiecesWithAStyleEach) {
         EXPECT_EQ(pieces(line), read) << line;
 }
 
-// Each of these once took time with the square of its length; so would take minutes.
+// Each of these once took time with the square of its length, which would be minutes.
 TEST(Markup, IsReadInOnePass) {
     for (const std::string& part : {"<", "<\"", "<b", "<font ", "<font a=\"", "<b></b>", "<x>"}) {
         std::string line;

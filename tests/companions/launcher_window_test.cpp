@@ -18,7 +18,7 @@ struct Appz : VirtualMachine {
     std::string shown(const char* control) { return appz().control(control).text(); }
     std::string path(int row) { return std::string(state().appPaths.row(row)); }
     int count() { return state().appTitles.count(); }
-    // While the next box is open.
+    // Runs this while the next box is open.
     void meanwhile(const Task& happens) {
         dialogs.whileOpen = [this, happens] {
             dialogs.whileOpen = [] {};

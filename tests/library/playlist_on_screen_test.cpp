@@ -27,7 +27,7 @@ struct ListOnScreen : testing::Test {
     std::string namesAfterStartWithout(const std::string& file) {
         return namesAfterStart([&] { machine.files.broken = file; });
     }
-    // Nothing, unless it is refused.
+    // Why a save under that name is refused; nothing if it isn't.
     std::string refusal(const std::string& name) {
         const std::string answer = machine.answer("'save " + name);
         return answer.starts_with("couldn't") ? answer.substr(answer.find(":  ") + 3) : "";

@@ -10,7 +10,7 @@ constexpr std::uint64_t mb = 1048576, gb = 1024 * mb;
 
 struct MachineCommandsTest : testing::Test {
     MachineCommandsTest() { machine.start(); }
-    // Looks at what there is by then, while a command waits.
+    // Looks at what there is at that moment, while a command waits.
     void at(std::chrono::duration<double> span, std::function<void()> look) {
         machine.loop.once(std::chrono::round<Nanoseconds>(span), std::move(look));
     }

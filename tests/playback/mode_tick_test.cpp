@@ -117,7 +117,7 @@ TEST(ModeTick, IsPatientWithPausedAndUnplayableSongs) {
         const auto said = machine.saidWithin(60s).size();
         EXPECT_GE(said, 5u);
         EXPECT_LE(said, 31u);
-        // Only continuous play doesn't look whether there is a list.
+        // Only continuous play doesn't ask whether the list is empty.
         machine.owner("'num 1");
         machine.owner("'pause");
         clearPlaylist(machine.state());

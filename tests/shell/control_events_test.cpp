@@ -124,7 +124,7 @@ TEST_F(ControlEventsTest, NothingIsReachedWhereThereIsNothing) {
     EXPECT_EQ(after(hover(window, "still")), "nothing");
 }
 
-// Each handler here does away with what comes after it.
+// Each handler here removes what the rest of its gesture is meant for.
 TEST_F(ControlEventsTest, AGestureEndsWhenItHasLostItsAim) {
     window.control("list").onMouseDown = [this] { rows.clear(); };
     EXPECT_EQ(after(pressTwice(window, "list", 2)), "");

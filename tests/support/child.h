@@ -36,8 +36,8 @@ public:
     void hangUp();                                            // closes its terminal
     void resize(unsigned short rows, unsigned short columns); // of its terminal
 
-    // Reads on until the text has come, and what `says` reads is the whole line; that is gone
-    // then. False when it takes too long or the program has ended.
+    // Reads until the text has come; `says` reads the rest of its line as well. What was read is
+    // gone then. False when it takes too long or the program has ended.
     bool says(std::string_view text, std::chrono::milliseconds within);
     bool shows(std::string_view text, std::chrono::milliseconds within);
     // The next line; empty when it takes too long.
@@ -48,8 +48,8 @@ public:
     // The exit status, once it has ended; nothing when that takes too long or a signal ended it.
     std::optional<int> ends(std::chrono::milliseconds within);
 
-    // Waits until its output, of which nobody reads any, comes to a halt. How many bytes stand
-    // there.
+    // Waits until its output, which nobody reads, comes to a halt. Returns how many bytes are in
+    // it.
     int jams(std::chrono::milliseconds within) const;
 
     pid_t id() const { return id_; }

@@ -24,7 +24,7 @@ Descriptor connectTo(std::uint16_t port) {
     return socket;
 }
 
-// One for all: the library remembers what the system trusts.
+// One certificate for all servers: the library remembers what the system trusts.
 const Certificate& certificate() {
     static const Certificate made(std::string("DNS:") + LocalIrcServer::name + ",IP:127.0.0.1");
     static const bool trusted = trustAlone(made.file());

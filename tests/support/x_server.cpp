@@ -18,7 +18,7 @@ std::string nextNumber() {
 
 } // namespace
 
-// It tells the number once it can be used.
+// The server tells its number once it can be used.
 XServer::XServer()
     : process_(Child::start("Xvfb", {},
                             {nextNumber(), "-displayfd", "1", "-screen", "0", "1024x768x24",

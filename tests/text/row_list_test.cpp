@@ -170,7 +170,7 @@ TEST(RowList, TakesManyRowsAsIfTheyWereAddedInTurn) {
     }
 }
 
-// Who shows a list reads it anew only then.
+// A front end reads a list anew only when these change.
 TEST(RowList, TellsByItsRevisionsWhatHasChanged) {
     RowList list, other;
     other.add("x");

@@ -40,6 +40,7 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
     if (key == "login")
         return text(account.user, canBeIrcWord(value));
     if (key == "password") {
+        // A password stands in the file only if the owner wanted it kept.
         account.keepsPassword = true;
         return text(account.password, canBeIrcPassword(value));
     }

@@ -66,6 +66,7 @@ IrcClient::State IrcClient::state() const {
 void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
                         const std::string& channel) {
     endSession();
+    // On another network the same names are other people.
     if (server.host != session_.server().host)
         moderation_.ignoreNobody();
     forgetRooms();

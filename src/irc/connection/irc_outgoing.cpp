@@ -117,6 +117,7 @@ void IrcOutgoing::sendFirst(Kind kind) {
     const Line line = std::move(lines.front());
     lines.pop_front();
     const Nanoseconds now = loop_.now();
+    // Time in which nothing was sent isn't saved up.
     paidUntil_ = std::max(paidUntil_, now) + cost(line.text);
     typedInRow_ = kind == Kind::typed ? typedInRow_ + 1 : 0;
     if (kind == Kind::said) {

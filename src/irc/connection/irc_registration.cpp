@@ -50,6 +50,8 @@ IrcRegistration::IrcRegistration(IrcIdentity identity, bool encrypted, Send send
 void IrcRegistration::begin() {
     if (login_ == Login::impossible)
         failLogin("a password isn't sent without TLS");
+    // A server that knows CAP waits with its welcome until CAP END. Any other goes on with the two
+    // lines after it.
     send_(ircLine("CAP", {"LS", "302"}));
     send_(ircLine("NICK", {choice_.asked()}));
     send_(ircLine("USER", {userName, "0", "*", choice_.asked()}));

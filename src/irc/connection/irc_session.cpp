@@ -56,6 +56,7 @@ std::string IrcSession::placeOf(std::string_view channel) const {
 
 void IrcSession::open() {
     reset(Phase::beginning);
+    // Nothing that the last connection has told holds for this one.
     input_.clear();
     features_ = {};
     wantedNick_.clear();
@@ -91,6 +92,7 @@ void IrcSession::finish(const std::string& lastLines) {
 void IrcSession::take(std::string_view bytes) {
     heardAt_ = loop_.now();
     input_.add(bytes, [this](std::string_view line) {
+        // A message may have ended the connection. The lines after it are dropped.
         if (phase_ != Phase::beginning && phase_ != Phase::welcomed)
             return;
         if (const auto message = readIrcMessage(line))
@@ -153,6 +155,7 @@ void IrcSession::lookForSilence() {
         return giveUp("the server has gone silent");
     if (silent < longestSilence)
         return watchSilence(longestSilence - silent);
+    // A server that is there answers this, whatever else it has to say.
     connection_.send(ircLine("PING", {"larkspin"}));
     watchSilence(longestAnswer);
 }

@@ -100,6 +100,7 @@ std::string ircLine(std::string_view command, const std::vector<std::string>& pa
         const bool isLast = number + 1 == parameters.size();
         if (!isLast)
             parameter.resize(std::min(parameter.find(' '), parameter.size()));
+        // Only the last parameter can be marked by a colon, after which it may be anything.
         const bool needsMark = parameter.empty() || parameter.front() == ':' ||
                                parameter.find(' ') != std::string::npos;
         if (needsMark && !isLast)

@@ -72,6 +72,7 @@ void GlibGuest::settle() {
     g_main_context_prepare(context_, &priority);
     std::vector<GPollFD> polled(16);
     for (;;) {
+        // If the room is too small, this only tells how much there must be.
         count = g_main_context_query(context_, priority, &span, polled.data(),
                                      static_cast<gint>(polled.size()));
         if (count <= static_cast<gint>(polled.size()))

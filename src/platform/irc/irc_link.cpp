@@ -159,6 +159,8 @@ void IrcLink::Session::connect(const IrcServer& server, const IrcLinkTerms& term
     g_socket_client_set_tls(client.get(), server.encrypted);
     if (server.encrypted && !secure(terms.trusted))
         return;
+    // The library begins the handshake itself, so what it is to trust is set in the event before
+    // that. The connection is kept, since it tells later what was wrong with a certificate.
     const auto handshakes = +[](GSocketClient*, GSocketClientEvent event, GSocketConnectable*,
                                 GIOStream* stream, Session* self) {
         if (event != G_SOCKET_CLIENT_TLS_HANDSHAKING)
@@ -217,6 +219,7 @@ void IrcLink::Session::hasRead(GInputStream* stream, GAsyncResult* result) {
         return end(why(GlibRef<GError>(error)));
     if (count == 0)
         return end(serverHasClosed);
+    // Nobody hears this any more. It is read so that the connection can end in order.
     if (finishing_)
         return read();
     inputSize_ = static_cast<std::size_t>(count);
@@ -226,6 +229,7 @@ void IrcLink::Session::hasRead(GInputStream* stream, GAsyncResult* result) {
 void IrcLink::Session::received() {
     const std::string bytes(input_.data(), inputSize_); // the handler may call `finish`
     events_.received(bytes);
+    // The next bytes are read only when these have been handled, so a flood waits at the server.
     read();
 }
 
@@ -238,6 +242,7 @@ void IrcLink::Session::send(std::string_view bytes) {
 }
 
 void IrcLink::Session::write() {
+    // The library sends one piece at a time. What comes meanwhile makes the next one.
     if (sent_ == sending_.size()) {
         sending_ = std::exchange(waiting_, {});
         sent_ = 0;

@@ -173,7 +173,7 @@ TEST_F(IrcClientTest, PrivateMessagesRequestsAndNoticesAreTold) {
     });
 }
 
-// A front end keeps them a place that no flood of others takes.
+// A front end keeps room for these which no flood from others can take.
 TEST_F(IrcClientTest, WhatTheOwnerHasAskedForIsToldApart) {
     answers = 0;
     seenOf([&] { irc.names(); });

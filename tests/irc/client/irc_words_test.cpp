@@ -19,7 +19,7 @@ class IrcWordsTest : public testing::Test, public PasswordPrompt {
 protected:
     IrcWordsTest() { begin(); }
 
-    // A run; the one before it is over.
+    // Begins a run; the one before it is over.
     void begin() {
         if (rooms)
             rooms->finish();

@@ -13,7 +13,7 @@ TEST(BusConnection, GoesOnToTheNextBusOfItsAddress) {
     startQt();
     QtLoop loop;
     const PrivateBus daemon;
-    // Whoever comes to the first one waits outside until it closes.
+    // Whoever connects to the first one has to wait until it closes.
     const int full = ::socket(AF_INET, SOCK_STREAM, 0), guest = ::socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in place{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
     auto* const address = reinterpret_cast<sockaddr*>(&place);

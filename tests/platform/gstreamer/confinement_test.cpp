@@ -72,7 +72,7 @@ TEST_F(ConfinedPlayer, ReachesNothingOfItsOwners) {
     EXPECT_EQ(disk.read("secret"), "password");
 }
 
-// Or the test above would show nothing.
+// Otherwise the test above would show nothing.
 TEST_F(ConfinedPlayer, WouldReachItWithoutItsWalls) {
     int done = 0;
     for (const auto& [attempt, result] : probe("free"))

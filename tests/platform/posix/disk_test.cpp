@@ -26,7 +26,7 @@ using Names = std::vector<std::string>;
 struct PosixDisk : testing::Test {
     std::string drive(const std::string& below) { return drivePath(native(below).native()); }
     fs::path native(const std::string& below) { return disk.path() / below; }
-    // What the act gives while the process is held to that.
+    // What the act returns while the process is under that limit.
     static bool withLimit(__rlimit_resource kind, rlim_t limit, const std::function<bool()>& act) {
         rlimit old{};
         ::getrlimit(kind, &old);
@@ -98,7 +98,7 @@ TEST_F(PosixDisk, ReplacingKeepsLinksAndIsForTheOwnerAlone) {
 }
 
 TEST_F(PosixDisk, WhatHasTheNameOfANewFileKeepsNobodyFromWriting) {
-    // This process's names, all of which something has that can't be removed or must not be.
+    // All names that this process would try are taken, by things that can't or mustn't be removed.
     for (int number = 1; number < 400; ++number) {
         const std::string name =
             ".larkspin-" + std::to_string(::getpid()) + "-" + std::to_string(number) + ".new";

@@ -12,7 +12,7 @@ namespace {
 class DesktopProgramTest : public DesktopProgram {
 protected:
     void TearDown() override { server->kill(); } // which ends the tray
-    // Where no window without a place of its own stands.
+    // At a place where no window is put that has no place of its own.
     void startTray() {
         tray = Child::start("trayer", {"DISPLAY=" + server->display()},
                             {"--edge", "bottom", "--align", "left", "--widthtype", "request",

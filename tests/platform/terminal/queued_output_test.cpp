@@ -18,7 +18,7 @@ protected:
         output.afterDrops([this](int count) { dropped += count; });
         output.whenTaken([this] { ++taken; });
     }
-    // Lines of a thousand bytes, until so many bytes have been put. Gives them.
+    // Puts lines of a thousand bytes until so many bytes have been put, and returns them.
     std::string put(std::size_t size) {
         std::string all;
         for (int number = 0; all.size() < size; ++number) {

@@ -30,6 +30,7 @@ void InputLine::empty() {
 }
 
 void InputLine::takeSecret(Secret secret) {
+    // What has been typed while the line was held may be the secret already.
     if (!isHeld_)
         dropSecret();
     secret_ = std::move(secret);

@@ -61,6 +61,7 @@ private:
 
     void put(const QString& text) override {
         field().setText(text);
+        // A long text shows its beginning.
         field().setCursorPosition(0);
     }
 };

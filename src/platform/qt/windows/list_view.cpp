@@ -119,6 +119,7 @@ private:
             const int first = row;
             for (; rows.isSelected(row); ++row)
                 --left;
+            // Qt takes ranges of rows far more quickly than single ones.
             if (row > first)
                 selected.select(model_.index(first), model_.index(row - 1));
         }

@@ -55,6 +55,7 @@ QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const
         all->remember();
     });
     QObject::connect(qApp, &QGuiApplication::screenRemoved, all, [all] { all->remember(); });
+    // The loop keeps this task for longer than the windows live.
     loop.beforeSleep([&loop, held = std::weak_ptr(all_)] {
         const auto lasting = held.lock();
         if (lasting && lasting->refresh())

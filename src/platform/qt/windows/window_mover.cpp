@@ -74,6 +74,7 @@ bool WindowMover::refresh(bool inAnyCase) {
         return false;
     const Seen seen = wanted == asked_ ? Seen::strip : Seen::whole;
     const QPoint corner = window_.centred ? middleOfScreen() : onScreen(wanted, seen);
+    // Qt tells of this move as well, which isn't one of the owner's.
     isAsking_ = true;
     widget_.move(corner);
     isAsking_ = false;
