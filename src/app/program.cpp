@@ -41,6 +41,7 @@ Program::Program(const Machine& m)
 }
 
 Program::~Program() {
+    // The machine outlives the program, and must not call it any more.
     machine.lines.connect({});
     machine.files.onNews({});
     machine.loop.cancel(telling_);

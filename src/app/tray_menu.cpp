@@ -59,6 +59,7 @@ Entries aol(Program& p) {
 
 Entries playerOptions(Program& p) {
     AppState& state = p.shell.state;
+    // The modes make their own entries, since choosing one does more than set a flag.
     PlayModes& modes = p.playback.modes;
     return {label("loads", state.loads),
             label("mpp", state.mpp),

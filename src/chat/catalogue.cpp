@@ -11,6 +11,8 @@ struct Entry {
     std::string_view help;
 };
 
+// In the order in which the window shows them. A star, or a word after the first one, stands for
+// what the owner adds.
 constexpr Entry entries[] = {
     {"ac *", "changes ascii color"},
     {"adv", "advertises this great program"},

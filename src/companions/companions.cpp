@@ -10,6 +10,7 @@ namespace larkspin {
 void Companions::load() {
     AppState& state = core_.state;
     const Loaded loaded = needs_.lineFiles.loadlines(needs_.directory.notesFile(), state.notes);
+    // Notes that don't fit into the list stay in their file.
     if (loaded.leftOut > 0)
         needs_.files.tell("<b>" + std::to_string(loaded.leftOut) +
                           "</b> notes don't fit into the list");

@@ -136,6 +136,7 @@ void Launcher::announceAndLaunch(int index) {
 }
 
 void Launcher::launchItem(const std::string& path) {
+    // Such a path is always a program, whatever the desktop would open it with.
     if (!path.ends_with(".exe"))
         launchFile(path);
     else if (!launching_.run(path))

@@ -19,6 +19,7 @@ constexpr double beforeErrand = 0.2; // seconds, so that the room has the line b
 void Chores::kw(const std::string& keyword) {
     if (!announce("goto keyword:  <b>" + keyword))
         return;
+    // This address leads to a private room in every client, also in one without keywords.
     if (keyword.starts_with(privateRoomAddress))
         client_.errands().enterPrivateRoom(keyword.substr(privateRoomAddress.size()));
     else

@@ -84,6 +84,7 @@ bool Moderation::treat(const Person& person, const Mode& mode) {
     core_.loop.serveTurn();
     if (!run.lasts())
         return false;
+    // The owner's name is asked for each time: he may have another one by now.
     if (person.name != client_.currentScreenName()) {
         const bool isOffered = (client_.roomPeople().*mode.act)(person);
         if (!run.lasts())

@@ -119,6 +119,7 @@ Loaded LineFiles::loadlines(const std::string& path, RowList& list) {
 Loaded LineFiles::loadPlaylist(const std::string& path, AppState& state, Into into) {
     const ThisRun run(state);
     const FileRead file = load(path);
+    // Events were served while the file was read.
     if (!run.lasts())
         return {"it belongs to an older run"};
     Loaded loaded{file.reason};

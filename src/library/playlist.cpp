@@ -98,6 +98,8 @@ bool searchrows(AppState& state, RowList& list, std::string_view text) {
             continue;
         list.setCurrentIndex(index);
         const std::string_view line = row.text();
+        // Choices are taken apart as rows later on, so a row in another form is brought into that
+        // of rows.
         if (isWellFormed(line))
             state.choiceList.add(row);
         else

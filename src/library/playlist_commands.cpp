@@ -151,6 +151,7 @@ void PlaylistCommands::loadSilently(const std::string& name) {
     tellLoad(name, playlists_.load(name), false);
 }
 
+// `says`: whether a load that went well is told, too.
 void PlaylistCommands::tellLoad(const std::string& name, const Loaded& loaded, bool says) {
     const std::string files = std::to_string(state_.masterList.count()),
                       leftOut = std::to_string(loaded.leftOut);

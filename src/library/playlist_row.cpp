@@ -116,6 +116,7 @@ Song songOfPath(std::string_view path) {
     const auto slash = path.rfind('\\');
     if (slash == std::string_view::npos)
         return songOfFile(path, "");
+    // The root of a drive keeps its backslash.
     const std::string_view directory = path.substr(0, slash), root = path.substr(0, slash + 1);
     return songOfFile(path.substr(slash + 1), isDriveRoot(root) ? root : directory);
 }

@@ -187,6 +187,7 @@ bool Refresh::list(const std::vector<std::string>& paths, Listed& listed, Refres
 }
 
 void Refresh::heyaz(const DirectoryListing& listing, Listed& listed) const {
+    // Rows may spell the directory as it was asked for, or as it is listed.
     listed.directories.insert(listing.path);
     for (const std::string& name : filesThatFit(listing.files, File1_.pattern()))
         listed.rows.push_back(listed.writer.write(rowOfFile(name, listing.path)));
@@ -214,6 +215,7 @@ void Refresh::bringInLine(const RowList& before, const Listed& listed, Refreshed
     if (std::ranges::all_of(onDisk, isInList))
         return;
     for (const Row& row : listed.rows)
+        // What the owner has taken out meanwhile stays out.
         if (!onDisk.at(row.text()) && !meanwhile.hasTakenOut(row) && !addToPlaylist(state_, row))
             ++refreshed.leftOut;
 }

@@ -12,6 +12,7 @@ bool BehindSplash::run(const SplashJob& job, const Task& work) {
     const Pause pause(loop_);
     frame_.stepAside();
     splash_.show(job.status);
+    // Time for the splash window to be drawn, and to be read.
     pause(job.before);
     if (run.lasts())
         work();

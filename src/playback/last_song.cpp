@@ -37,6 +37,7 @@ void LastSong::take(const Song& song) {
 void LastSong::follow(const Song& song) {
     state_.play = song.title();
     state_.playpath = song.directory;
+    // In one write, so that name and directory always belong together on the disk.
     settings_.putAll({{"play", state_.play}, {"playpath", state_.playpath}});
 }
 

@@ -107,6 +107,7 @@ std::string ModeTick::repeatSong() {
 std::string ModeTick::shuffleOn() {
     if (state_.playlistView.empty()) {
         state_.Timer1.disable();
+        // The end of the song counts even if nothing can follow it.
         if (hasEnded())
             countEnd();
         return "no mp3s found, retard";

@@ -21,6 +21,7 @@ void SelectionDialogue::yes() {
     choices_.showStopWindow();
     const auto end = recital_.recite(stopsLeadingBack);
     if (end == ChoiceRecital::End::asked)
+        // The owner is to type a number next.
         room_.bringHostForward();
     if (end != ChoiceRecital::End::broken)
         return;
@@ -57,6 +58,7 @@ void SelectionDialogue::cancel() {
 void SelectionDialogue::endSelection() {
     choices_.closeselection();
     choices_.replace(state_.play);
+    // The list goes on from the row last started, as if there had been no search.
     state_.setMasterIndex(transport_.resumeRow());
     transport_.resumeShuffle();
 }

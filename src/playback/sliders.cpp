@@ -91,6 +91,7 @@ void Sliders::HScroll2_Change() {
 }
 
 void Sliders::HScroll3_Change() {
+    // A factor with two decimals: 105 is "1.05".
     const int hundredths = state_.HScroll3 % 100;
     state_.tempoText = std::to_string(state_.HScroll3 / 100) + (hundredths < 10 ? ".0" : ".") +
                        std::to_string(hundredths);

@@ -66,6 +66,7 @@ void Transport::pause() {
     } else if (state_.pauseMark == pausedMark) {
         reply_.saychat("already paused you dumbass");
     } else {
+        // What comes in during the message may have started or stopped a song.
         const unsigned turn = turns_;
         reply_.saychat("paused:  " + currentName());
         if (turn != turns_)
@@ -168,6 +169,7 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
         return Outcome::overtaken;
     if (start.endsPause)
         endPauseMark();
+    // The mode tick must not start a song while this one waits for its file or its message.
     state_.Timer1.disable();
     const Row row = state_.masterList.share(state_.masterIndex());
     const Outcome found = lookFor(start, turn);

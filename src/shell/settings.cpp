@@ -74,6 +74,7 @@ void Settings::removeini(std::string_view section, std::string_view key, const s
 }
 
 StoredSettings Settings::all() {
+    // A new start tries anew.
     outOfUse_ = false;
     const FileRead file = readIni(settingsFile_);
     outOfUse_ = file.failed();

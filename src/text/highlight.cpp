@@ -30,6 +30,7 @@ std::string highlight(std::string_view text, std::string_view find, std::string_
     std::string result;
     while (!text.empty()) {
         const std::size_t hit = lengthOf(wanted, text);
+        // Without a hit here the next one begins at the next whole cluster.
         const std::size_t length = hit > 0 ? hit : clusterLength(text);
         result += hit > 0 ? replacement : text.substr(0, length);
         text.remove_prefix(length);

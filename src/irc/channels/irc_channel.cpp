@@ -78,6 +78,8 @@ bool IrcChannel::isThis(std::string_view name, const IrcFeatures& features) cons
 
 void IrcChannel::take(const IrcMessage& message, const IrcFeatures& features) {
     const std::string& command = message.command;
+    // An answer names its receiver first, so the channel stands one parameter later than in other
+    // messages, and in the list of names two.
     const bool isAnswer = numeric::isNumeric(command);
     if (command == "QUIT")
         people_.remove(features.fold(message.nick()));

@@ -121,6 +121,7 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
         keys_.insert(keys_.begin(), {*name, key});
     if (enters)
         entering_ = *name;
+    // Before the welcome it is only wanted, and asked for then.
     if (session_.isWelcomed())
         request({*name});
 }
@@ -189,12 +190,14 @@ void IrcJoining::left(std::string_view channel) {
     const bool wasHere = channels_.isHere(place), isWanted = !place->isBeingLeft;
     const std::string name = place->channel.name();
     events_.tell("you have left " + visibleName(name));
+    // What still waits to be said there can't be said any more.
     session_.dropFor(name);
     channels_.remove(*place);
     if (!wasHere)
         return;
     if (channels_.here())
         return enter(*channels_.here());
+    // A room that he has left himself isn't wanted any more; one that he was put out of is.
     if (!isWanted)
         wantedRoom_.clear();
     events_.tell("you are in no room");

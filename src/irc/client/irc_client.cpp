@@ -33,6 +33,7 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
                     },
                 .message = [this](const IrcMessage& message) { take(message); },
                 .lost = [this] { lost(); },
+                // What the session tells may be in the server's words.
                 .tell = [this](const std::string& text) { tell(plainText(text)); }}),
       joining_(session_, channels_,
                {.tell = [this](const std::string& text) { tell(text); },
@@ -93,6 +94,7 @@ void IrcClient::signOff() {
         return;
     endSession();
     forgetRooms();
+    // The network stays the place where the program works, though without a connection.
     tell("you are signed off");
     shown_.changed();
 }
@@ -115,6 +117,7 @@ void IrcClient::finish() {
     for (const Place& place : channels_.all())
         names.push_back(place.channel.name());
     std::string lines;
+    // Each room is left with the farewell, and then the server.
     for (const std::string& list : ircLists(names))
         lines += ircLine("PART", {list, usualFarewell});
     session_.finish(lines + ircLine("QUIT", {usualFarewell}));
@@ -149,10 +152,12 @@ void IrcClient::take(const IrcMessage& message) {
         joining_.cameIn(std::string(message.parameter(0)));
     if (command == "NICK")
         moderation_.rename(message.nick(), message.parameter(0));
+    // A line that a channel refuses won't be sent back.
     if (command == numeric::cannotSend)
         speech_.refused(message.parameter(1));
     channels_.take(message, session_.features());
     joining_.take(message);
+    // With the names it is known whether the owner may put others out; a MODE may change that.
     if (command == numeric::endOfNames || command == "MODE")
         moderation_.askForBans();
     shown_.changed();
@@ -185,6 +190,7 @@ void IrcClient::changeNick(const std::string& nick) {
 void IrcClient::message(const std::string& name, const std::string& text) {
     if (!session_.isWelcomed())
         return tell("you are not connected");
+    // A message to a room that the owner is in is a line of his there.
     if (const Place* const place = channels_.find(name, session_.features()))
         return speak(place->channel.name(), text, false);
     if (session_.features().isChannel(name))

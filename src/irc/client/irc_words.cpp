@@ -42,6 +42,7 @@ std::vector<SlashWord> IrcWords::words() {
     const auto by = [this](bool (Self::*work)(std::string_view)) {
         return [this, work](std::string_view rest) { return (this->*work)(rest); };
     };
+    // For words that mean something on a network only.
     const auto there = [this](std::function<bool(std::string_view)> work) {
         return [this, work = std::move(work)](std::string_view rest) {
             if (irc_.isOn())

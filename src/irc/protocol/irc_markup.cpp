@@ -52,6 +52,7 @@ std::string fontTag(std::optional<std::uint32_t> color) {
     return "<font color=#" + part(16) + part(8) + part(0) + '>';
 }
 
+// Tags needn't nest: in the client's markup each of them switches one thing on or off.
 std::string tagsBetween(const MarkupStyle& from, const MarkupStyle& to) {
     std::string tags;
     if (from.bold != to.bold)

@@ -20,6 +20,8 @@ std::string_view takePart(std::string_view& rest) {
     return word;
 }
 
+// The value as it is meant: "\:" is a semicolon, "\s" a blank, "\r" and "\n" are line ends, and any
+// other character after a backslash is itself.
 std::string tagValue(std::string_view escaped) {
     std::string value;
     for (std::size_t at = 0; at < escaped.size(); ++at) {

@@ -14,6 +14,7 @@ namespace larkspin {
 
 namespace {
 
+// Puts one message into words; without any when it isn't to be told.
 class News {
 public:
     News(const IrcMessage& message, const IrcSession& session, const IrcChannel* room)
@@ -74,6 +75,7 @@ private:
         static constexpr std::string_view answers[] = {numeric::away, numeric::noTopic,
                                                        numeric::topic, numeric::inviting};
         const std::string& command = message_.command;
+        // That there is no message of the day is nothing to be told.
         if (command == numeric::noGreeting)
             return {};
         if (!numeric::isRefusal(command) &&

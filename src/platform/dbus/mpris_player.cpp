@@ -42,6 +42,7 @@ void takeNames(sd_bus_message* answer, std::vector<Candidate>& players) {
     while (sd_bus_message_read_basic(answer, SD_BUS_TYPE_STRING, &name) > 0)
         if (isOtherPlayer(name))
             players.push_back({name});
+    // By name, so that among equals the choice is always the same.
     std::ranges::sort(players, {}, &Candidate::name);
     players.resize(std::min(players.size(), mostPlayers));
 }

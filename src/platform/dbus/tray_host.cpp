@@ -41,6 +41,7 @@ void TrayHost::look() {
     if (call && sd_bus_message_set_auto_start(call.get(), 0) >= 0 &&
         sd_bus_message_append(call.get(), "ss", watcher, property) >= 0)
         bus_.ask(call, [this](sd_bus_message* answer) {
+            // This runs inside the library, so the task is posted.
             const bool wasThere = std::exchange(isThere_, isTrue(answer));
             if (isThere_ && !wasThere)
                 loop_.post([this] { arrived_(); });

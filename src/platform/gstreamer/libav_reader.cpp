@@ -95,6 +95,7 @@ public:
     FreeFrame* const freeFrame = find<FreeFrame>(basics_, "av_frame_free");
 };
 
+// A sample as a number from -1 to 1.
 template <typename Sample> float asFloat(const std::uint8_t* data, int index) {
     Sample sample;
     std::memcpy(&sample, data + static_cast<std::size_t>(index) * sizeof sample, sizeof sample);
@@ -122,6 +123,7 @@ Sampler samplerOf(int format) {
     }
 }
 
+// Whether the samples of each channel stand together, instead of taking turns.
 bool isPlanar(int format) {
     return format >= AV_SAMPLE_FMT_U8P && format <= AV_SAMPLE_FMT_DBLP;
 }
@@ -139,6 +141,7 @@ public:
     LibavReader(const LibavReader&) = delete;
     LibavReader& operator=(const LibavReader&) = delete;
 
+    // One type after the other, each with the file from its beginning.
     bool open() {
         for (const char* type : fileTypes) {
             const AVInputFormat* const format = libav_.findFormat(type);
@@ -217,6 +220,8 @@ private:
     }
 
     bool openStream() {
+        // The first stream of a known kind is the song. The packets of the others aren't read at
+        // all.
         for (unsigned at = 0; at < file_->nb_streams; ++at) {
             AVStream* const stream = file_->streams[at];
             const bool isKnown = std::find(std::begin(codecs), std::end(codecs),

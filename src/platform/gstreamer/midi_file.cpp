@@ -91,6 +91,7 @@ private:
         return readMessage();
     }
 
+    // Of these events only a tempo and the end of the track matter.
     bool readMeta() {
         bytes_.take(1);
         const std::uint32_t kind = bytes_.number(1);
@@ -182,6 +183,7 @@ bool isDivision(std::uint32_t division) {
 }
 
 MidiSong inTime(Tracks tracks, std::uint32_t division) {
+    // Events of one tick keep their order, so that an instrument is chosen before it plays.
     std::stable_sort(tracks.events.begin(), tracks.events.end(),
                      [](const auto& a, const auto& b) { return a.tick < b.tick; });
     MidiSong song;

@@ -108,6 +108,7 @@ std::optional<PlayerWishes> decodedWishes(std::string_view bytes) {
                         .seekTo = said->seekTo};
 }
 
+// Every value is checked, since the player's process may be under the control of a hostile file.
 std::optional<PlayerReport> decodedReport(std::string_view bytes) {
     const auto said = messageIn<ReportBytes>(bytes);
     if (!said || said->form != reportForm || !isPhase(said->phase) || !isTime(said->duration) ||

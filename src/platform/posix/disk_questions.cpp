@@ -15,6 +15,7 @@ namespace {
 constexpr std::size_t usualAnswer = 4096;
 constexpr std::uint64_t mostReserved = 1024; // places for texts before they are there
 
+// Each of these has its counterpart below, where the other side reads in the same order.
 void write(WireWriter& wire, const std::vector<std::string>& texts) {
     wire.number(texts.size());
     for (const std::string& text : texts)

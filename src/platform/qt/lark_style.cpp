@@ -122,6 +122,7 @@ QIcon LarkStyle::standardIcon(StandardPixmap sign, const QStyleOption* option,
 
 int LarkStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* data) const {
+    // A click beside a slider's handle moves it there at once.
     if (hint == SH_Slider_AbsoluteSetButtons)
         return Qt::LeftButton;
     switch (hint) {

@@ -13,6 +13,7 @@ namespace {
 constexpr int twipsPerInch = 1440;
 constexpr double outlineShare = 0.55; // of the background, in an outline
 
+// The families that the windows were designed with, and free ones of about the same widths.
 QStringList familiesFor(std::string_view family) {
     if (family == "Trebuchet MS")
         return {"Trebuchet MS", "Liberation Sans", "Arimo", "Nimbus Sans"};
@@ -64,6 +65,7 @@ QPalette paletteOf(Color foreground, Color background) {
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
                             QPalette::BrightText, QPalette::Highlight, QPalette::Link})
         palette.setColor(role, front);
+    // What is selected has the two colours exchanged.
     for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button,
                             QPalette::AlternateBase, QPalette::HighlightedText})
         palette.setColor(role, ground);
@@ -82,6 +84,7 @@ QColor between(const QColor& first, const QColor& second, double share) {
 
 QColor legible(const QColor& front, const QColor& ground) {
     constexpr int leastDifference = 70; // of grey; plain red on black has 87
+    // Steps towards black or white, whichever differs more from the ground.
     const QColor far = qGray(ground.rgb()) < 128 ? Qt::white : Qt::black;
     QColor seen = front;
     for (double share = 0.1; std::abs(qGray(seen.rgb()) - qGray(ground.rgb())) < leastDifference;

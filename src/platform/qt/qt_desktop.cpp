@@ -68,6 +68,7 @@ void QtDesktop::removeTrayIcon() {
 }
 
 void QtDesktop::popUp(const Menu& menu) {
+    // One menu is open at a time. If one can't be closed, the new one doesn't come.
     while (QWidget* open = QApplication::activePopupWidget())
         if (!open->close())
             return;

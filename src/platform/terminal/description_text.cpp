@@ -56,6 +56,7 @@ int pageCount(const RowList& rows) {
     return std::max(1, (rows.count() + rowsPerPage - 1) / rowsPerPage);
 }
 
+// How many rows there are, and which page of them follows.
 std::string rowsText(const RowList& rows, int page) {
     std::string text = ", " + counted(rows.count(), "row");
     if (pageCount(rows) > 1)
@@ -63,6 +64,7 @@ std::string rowsText(const RowList& rows, int page) {
     return text;
 }
 
+// The full name comes first, since a control is worked by that.
 std::string controlLine(const Window& window, const Control& control, int page) {
     std::string line = window.name + '.' + control.name + ": " + kindName(control.kind);
     if (control.text)

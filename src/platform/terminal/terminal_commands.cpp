@@ -111,6 +111,7 @@ bool TerminalCommands::show(std::string_view rest) {
     const auto lines = windowLines(*window, *page);
     for (const std::string& line : lines)
         screen_.show("window", line);
+    // A later page of a window without lists.
     if (lines.empty())
         screen_.tell(window->name + " has one page");
     return true;
@@ -278,6 +279,8 @@ Window* TerminalCommands::findWindow(std::string_view name) const {
     return nullptr;
 }
 
+// Says what is wrong with a name: there is no such window, it has no such control, or the control
+// isn't shown.
 std::optional<TerminalCommands::Target> TerminalCommands::findControl(std::string_view name) const {
     const auto dot = std::min(name.find('.'), name.size());
     Window* const window = findWindow(name.substr(0, dot));

@@ -84,6 +84,7 @@ void QtRoom::help() {
 
 void QtRoom::placeChanged() {
     place_ = window.place();
+    // A window that is being moved tells of many places; the last one is kept.
     loop_.cancel(keeping_);
     keeping_ = loop_.once(placeSettles, [this] { keep(); });
 }

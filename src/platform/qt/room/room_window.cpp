@@ -54,6 +54,7 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& hist
     });
 }
 
+// What is said on the left, the people on the right, and the line to type in below both.
 void RoomWindow::layOut() {
     auto* const right = new QWidget;
     auto* const rightColumn = new QVBoxLayout(right);

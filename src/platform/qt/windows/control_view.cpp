@@ -15,6 +15,7 @@ ControlView::ControlView(const ViewParts& parts, const Control& control,
                          std::unique_ptr<QWidget> widget)
     : parts_(parts), name_(control.name), kind_(control.kind), widget_(std::move(widget)) {
     widget_->setParent(&parts.parent);
+    // It shows with the first refresh, which gives it its place.
     widget_->hide();
     widget_->setObjectName(toQt(control.name));
     widget_->setFont(fontOf(control.font));
@@ -27,6 +28,7 @@ ControlView::~ControlView() = default;
 void ControlView::listenTo(QWidget& inner) {
     inner.installEventFilter(this);
     const Control* const described = control();
+    // Qt is asked only for what something reacts to.
     inner.setMouseTracking(described && described->onMouseMove);
     inner.setAcceptDrops(described && described->onDrop);
 }
@@ -151,6 +153,7 @@ bool ControlView::keyPressed(const QKeyEvent& event) {
     };
     switch (event.key()) {
     case Qt::Key_Escape:
+        // The control hears of Escape first, and then the window closes.
         sends(Key::escape);
         hand().does([](Window& window) { closeWindow(window); });
         return true;
@@ -174,6 +177,8 @@ bool ControlView::dragged(QEvent& event) const {
         return false;
     drop.setDropAction(Qt::CopyAction);
     drop.accept();
+    // The disk is looked at only when something is dropped, not while it is dragged over the
+    // control.
     if (event.type() == QEvent::Drop)
         hand().does([name = name_, those = usable(paths)](Window& window) {
             larkspin::drop(window, name, those);

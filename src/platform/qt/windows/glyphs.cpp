@@ -76,6 +76,7 @@ struct Glyph {
     QPainterPath (*shape)();
 };
 
+// The captions are signs, and characters of the symbol fonts that the windows were designed with.
 constexpr Glyph glyphs[] = {
     {u"l>", play},    {u"\u00B3", play}, {u"\u0090", stop},   {u"II", pause},
     {u"<", previous}, {u">", next},      {u"\u00EA", folder}, {u"X", cross},
@@ -89,6 +90,7 @@ QPainterPath glyphOf(const QString& caption, const QRectF& within) {
                                                const Glyph& each) { return each.caption == word; });
     if (glyph == std::end(glyphs))
         return {};
+    // A mark takes half of the smaller side.
     const double scale = std::min(within.width(), within.height()) * 0.05;
     return QTransform::fromTranslate(within.center().x(), within.center().y())
         .scale(scale, scale)
