@@ -19,7 +19,7 @@ class TagEnds {
 public:
     explicit TagEnds(std::string_view line) : line_(line) {}
 
-    // One past the closing bracket; nothing where none closes the tag.
+    // The index one past the closing bracket; nothing if no bracket closes the tag.
     std::optional<std::size_t> endOf(std::size_t opening) {
         for (; counted_ < opening; ++counted_)
             quotedAtOpening_ ^= line_[counted_] == '"';

@@ -25,7 +25,8 @@ public:
     void color();
     void show();
 
-    // As each run begins: hidden, in its place, with no colour mixed.
+    // Hides the window, puts it in its first place and forgets the mixed colour, as it is when a
+    // run begins.
     void reset();
 
     Window colors{.name = "colors", .spoken = "larkspin colors"};

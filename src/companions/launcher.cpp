@@ -91,7 +91,8 @@ void Launcher::ap(const std::string& pathAndTitle) {
             "use the applications n shit window to add something in silent mode"))
         return;
     const auto item = twoArguments(pathAndTitle);
-    // What parts the two is the first comma of the line, which such a trigger takes away.
+    // Path and title are split at the first comma of the whole line. If the trigger has a comma,
+    // that one is the first, and the two can't be told apart.
     if (!item || state_.trigger.find(',') != std::string::npos)
         return;
     const std::string path = directories_.drivePath(item->first);

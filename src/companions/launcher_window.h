@@ -21,7 +21,8 @@ public:
     void apps();
     void show() { showOnTop(appz); }
 
-    // As each run begins: hidden, in its place, and nothing pointed at.
+    // Hides the window, puts it in its first place and points at nothing, as it is when a run
+    // begins.
     void reset();
 
     Window appz{.name = "appz", .spoken = "larkspin applications"};

@@ -20,7 +20,7 @@ public:
     void nshow();
     void show() { showOnTop(notez); }
 
-    // As each run begins: hidden, and in its place.
+    // Hides the window and puts it in its first place, as it is when a run begins.
     void reset();
 
     Window notez{.name = "notez", .spoken = "larkspin notes"};

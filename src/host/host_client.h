@@ -41,7 +41,8 @@ public:
 
     virtual ~ClientErrands() = default;
 
-    // To a keyword or an address of the client's, or to a private room, which is made if need be.
+    // `gotoKeyword` goes to a keyword or an address of the client's. `enterPrivateRoom` makes the
+    // room if there is none of that name.
     virtual void gotoKeyword(const std::string& /*keyword*/) {}
     virtual void enterPrivateRoom(const std::string& /*name*/) {}
 
@@ -87,7 +88,8 @@ public:
 
     virtual std::optional<Notice> notice() { return std::nullopt; }
 
-    // Of the one that is there then: presses its button, takes it out of the way, brings it back.
+    // These work the notice that is shown at the time of the call: press its button, take it out of
+    // the way, bring it back.
     virtual void confirm() {}
     virtual void hide() {}
     virtual void bringBack() {}

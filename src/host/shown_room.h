@@ -18,7 +18,8 @@ class RowList;
 struct RoomDisplay {
     std::function<void(const ChatLine& line)> line;
     std::function<void(const std::string& text)> message;
-    // What is told to the owner's own words, where that is shown otherwise.
+    // Shows an answer to something that the owner has typed. If it is empty, `message` shows
+    // answers too.
     std::function<void(const std::string& text)> answer = {};
     Task clearInput = [] {}, bringForward = [] {};
     Task changed = [] {}; // what `ShownRoom` tells is another, also where there is no message

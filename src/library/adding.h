@@ -31,7 +31,7 @@ public:
     // regard to case. Returns the number of those that didn't fit.
     int addmatching(RowList& list, const std::string& text);
 
-    // As the media window does it: files that the owner chooses, whatever their type.
+    // For the media window: adds files that the owner chooses, whatever their type.
     void addFiles();
     void addFiles(const std::vector<std::string>& paths);
 

@@ -26,7 +26,7 @@ public:
     // is shown, and none after that.
     bool setPath(const std::string& path) { return show(path) == DirectoryRead::Outcome::listed; }
     DirectoryRead::Outcome show(const std::string& path);
-    // Without a trailing backslash, but for a root; empty before the first setPath.
+    // The path ends without a backslash, unless it is a root. It is empty before the first setPath.
     const std::string& path() const { return shown_->path; }
 
     // The files that fit, by name without regard to case; names that differ in nothing else stand

@@ -38,14 +38,16 @@ public:
         : state_(core.state), loop_(core.loop), reply_(core.reply), directories_(directories),
           File1_(File1), scan_(scan) {}
 
-    // Every directory of the playlist, without their subdirectories. Nothing when the run of the
-    // program has ended meanwhile.
+    // Refreshes every directory of the playlist, without their subdirectories. Nothing when the run
+    // of the program has ended meanwhile.
     std::optional<Refreshed> refreshDirectories();
 
-    // The command for the directories whose path contains the text, with their subdirectories.
+    // The command: refreshes the directories whose path contains the text, with their
+    // subdirectories.
     void ref(const std::string& text);
 
-    // True while a refresh is at work, which the owner is told then. There is one at a time.
+    // Whether a refresh is at work. If one is, the owner is told, since there is only one at a
+    // time.
     bool isAtWork();
 
     void say(const Refreshed& refreshed);

@@ -22,7 +22,8 @@ public:
 
     void popUp();
 
-    // What the owner drops on the list: files and directories, each as its entry adds it.
+    // Adds what the owner drops on the list: files as the menu's entry for files adds them, and
+    // directories as the one for directories does.
     void addDropped(const std::vector<std::string>& paths);
 
 private:

@@ -37,8 +37,8 @@ public:
     void showPosition();
     void showLength();
 
-    // What the title label tells of a control under the mouse, and of itself: how to resize the
-    // window, or in the mini height the song.
+    // Show a hint in the title label: about the control under the mouse, or about the label itself.
+    // The label's own hint tells how to resize the window, or names the song in the mini height.
     void hint(std::string_view text);
     void hintOfTitle();
 

@@ -44,8 +44,8 @@ void Choices::clear() {
     stopListening();
 }
 
-// What shows of older choices is closed, so that all the answers that the question offers work. If
-// a number is awaited already, it counts for the new choices.
+// Closes whatever still shows older choices, so that all the answers that the question offers work.
+// If the owner is already expected to give a number, that number counts for the new choices.
 void Choices::ask() {
     closeselection();
     markNormal();

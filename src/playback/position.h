@@ -16,7 +16,7 @@ public:
     void len();
     void pos();
 
-    // To a time "m:ss"; forward and back by whole seconds.
+    // Move to a time "m:ss", or forward and back by whole seconds.
     void pos(const std::string& time);
     void fwd(const std::string& seconds);
     void rew(const std::string& seconds);

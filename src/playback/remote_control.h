@@ -49,12 +49,12 @@ public:
     void next();
     void previous();
 
-    // To a place in the song, or from the present one. What lies in front of the song is its
-    // beginning; after its end comes the next one.
+    // Move to a place in the song, or by a span from the present place. A place before the song's
+    // beginning means its beginning; one after its end starts the next song.
     void moveTo(std::chrono::microseconds place);
     void moveBy(std::chrono::microseconds span);
 
-    // Past an end of the range the value is that end.
+    // A value outside the range counts as the nearer end of the range.
     void setVolume(double share); // 1 is loudest
     void setTempo(double factor); // 1 is the song's own
 

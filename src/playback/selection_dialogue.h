@@ -30,7 +30,7 @@ public:
     void cancel();
     void m(const std::string& text); // takes the choice of that number
 
-    // `view` without a word. False when there is nothing to show.
+    // Does the same as `view` but says nothing. False when there is nothing to show.
     bool showChoices();
 
     // In the commands window: a double click on the current choice, and the close label.

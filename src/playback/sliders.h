@@ -23,8 +23,8 @@ public:
     // not numeric or out of range counts as 100 for the tempo and 50 for the volume.
     void restore(const std::string& tempo, const std::string& volume);
 
-    // As the window's sliders do it: to a value within the range, which begins at 0. Where a slider
-    // stands already nothing happens.
+    // Move the window's sliders to a value from 0 to the most. Nothing happens if the slider stands
+    // there already.
     static constexpr int mostTempo = 200, mostVolume = 100;
     void moveTempo(int value);
     void moveVolume(int value);

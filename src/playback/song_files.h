@@ -33,13 +33,14 @@ public:
     void deleteInPlay();
     void renameInPlay(const std::string& newName);
 
-    // On the current row of the media window's list, in play or not. The owner is asked first, and
-    // nothing is said in the room.
+    // Delete or rename the song of the current row in the media window's list, whether it is in
+    // play or not. The owner is asked first, and nothing is said in the room.
     void deleteShown();
     void renameShown();
 
 private:
-    // What became of a file once the player was off it. Nothing when the run ended before that.
+    // What has become of a file once the player no longer holds it. There is no `Change` if the run
+    // ended before that.
     struct Change {
         ThisRun run;
         FileChange file;

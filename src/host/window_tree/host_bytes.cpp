@@ -32,7 +32,8 @@ char32_t characterOf(char byte) {
 
 // The micro sign, which the code page has, is this letter once its case is folded.
 constexpr char32_t micro = 0xB5, foldedMicro = 0x3BC;
-// What keeps a bracket from opening a tag; of what isn't seen the code page has this hyphen alone.
+// The program puts the joiner after a bracket that must not open a tag. The code page doesn't have
+// it; the soft hyphen is the only invisible character that it has.
 constexpr char32_t joiner = 0x200C, softHyphen = 0xAD;
 
 char32_t nearest(char32_t code) {

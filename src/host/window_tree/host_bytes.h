@@ -18,7 +18,7 @@ std::string fromSingleByte(std::string_view bytes);
 // stays. A zero character, which would end the text, is left out.
 std::string toSingleByte(std::string_view text);
 
-// Of at most eight bytes.
+// The number that at most eight bytes stand for, the lowest byte first.
 std::uint64_t littleEndian(std::string_view bytes);
 
 } // namespace larkspin

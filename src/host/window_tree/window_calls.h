@@ -15,7 +15,8 @@
 
 namespace larkspin {
 
-// Of a window or a control. Good for the operation that asked for it, and not kept.
+// A window or a control. A handle is used only within the operation that asked for it and is never
+// kept, since the window may be gone by the next one.
 using HostHandle = std::uint64_t;
 inline constexpr HostHandle noHandle = 0;
 

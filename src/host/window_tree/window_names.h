@@ -10,7 +10,7 @@ namespace larkspin::window {
 inline constexpr char frame[] = "AOL Frame25";
 inline constexpr char modal[] = "_AOL_Modal";
 inline constexpr char messageBox[] = "#32770";
-// Those within.
+// Classes of the controls and windows inside those.
 inline constexpr char toolbar[] = "AOL Toolbar";
 inline constexpr char toolbarStrip[] = "_AOL_Toolbar";
 inline constexpr char childArea[] = "MDIClient";

@@ -9,21 +9,23 @@
 
 namespace larkspin {
 
-// Of the first line in a notice, such as "Now Uploading ride.mp3". It leaves how far that is to be
-// told by the others.
+// Reads the first line of a notice, such as "Now Uploading ride.mp3". How far an upload is isn't in
+// that line: the functions below read it from other texts.
 Notice noticeThatSays(std::string_view status);
 
 std::string transferredFile(std::string_view status);
 
-// Of the caption, such as "File Transfer - 45%". The upload's comes without the percent sign.
+// Read a window's caption, such as "File Transfer - 45%". The upload's percentage is returned
+// without the percent sign.
 std::string uploadPercentage(std::string_view caption);
 std::string downloadPercentage(std::string_view caption);
 
-// Of the time left, such as "About 5 minutes remaining".
+// Read the line about the time left, such as "About 5 minutes remaining".
 std::string uploadMinutes(std::string_view timeLeft);
 std::string downloadMinutes(std::string_view timeLeft);
 
-// Of the clock's notice, such as "It is 7:05 PM. You have been online for 12 minutes.".
+// Reads the notice of the client's clock, such as "It is 7:05 PM. You have been online for 12
+// minutes.".
 std::string timeOnlineIn(std::string_view notice);
 
 } // namespace larkspin

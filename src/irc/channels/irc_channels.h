@@ -42,8 +42,9 @@ public:
 
     void enter(const Place& place);
 
-    // What the owner leaves next: the room or, while that is being left, the one that he will be in
-    // then. When all are being left, the room once more.
+    // The channel that the owner leaves next. That is the room, or, if the room is being left
+    // already, the channel that becomes the room after it. If all are being left, it is the room
+    // again.
     Place* nextToLeave();
 
     // Everything that is told of channels and people.

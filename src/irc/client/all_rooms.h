@@ -26,7 +26,7 @@ public:
     Completion completionOf(std::string_view typed, const SlashWords& words,
                             const Complete& others) const;
 
-    // As the process ends.
+    // To be called as the process ends.
     void finish() {
         words.follow();
         irc.finish();

@@ -137,8 +137,8 @@ bool canBeIrcHost(std::string_view host) {
 }
 
 bool canBeIrcNick(std::string_view nick) {
-    // What begins with one of these is no nick to a server, but a channel, a mask, or the rest of
-    // the line.
+    // A server takes a parameter that begins with one of these not for a nick but for a channel, a
+    // mask, or the rest of the line.
     constexpr std::string_view noFirst = ":#&+$", others = "!@*?";
     return canBeIrcWord(nick) && noFirst.find(nick.front()) == noFirst.npos &&
            nick.find_first_of(others) == nick.npos;

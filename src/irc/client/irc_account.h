@@ -29,7 +29,7 @@ struct IrcAccount {
 
 inline constexpr int mostLinesPerMinute = 10'000;
 
-// What a name, an account or a password can't be isn't taken from a file, nor from the owner.
+// Checks for texts that a file or the owner gives; one that fails its check isn't taken.
 bool canBeIrcHost(std::string_view host);
 bool canBeIrcNick(std::string_view nick);
 bool canBeIrcWord(std::string_view word); // a channel, an account

@@ -30,8 +30,9 @@ public:
     IrcClient(const IrcClient&) = delete;
     IrcClient& operator=(const IrcClient&) = delete;
 
-    // `connecting` also while it waits to try again; `connected` while it is in no room. Signed off
-    // there is no connection, and none will be, until it is asked for.
+    // `connecting` also holds while the client waits to try again; `connected` means that it is in
+    // no room. After signing off there is no connection, and none is made until the owner asks for
+    // one.
     enum class State { disconnected, connecting, connected, joined, signedOff };
     State state() const;
     bool isOn() const { return state() != State::disconnected; } // from connect to disconnect
@@ -41,7 +42,7 @@ public:
     void connect(const IrcServer& server, const IrcIdentity& identity, const std::string& channel);
     void disconnect();
 
-    // As the process ends: leaves with a word, within 300 milliseconds.
+    // To be called as the process ends: leaves with a farewell, within 300 milliseconds.
     void finish();
 
     static constexpr std::size_t mostRooms = IrcChannels::most;

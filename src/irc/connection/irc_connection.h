@@ -33,17 +33,18 @@ public:
     // Closes the last one first. Returns at once, as everything here does but `finish`.
     virtual void open(const IrcServer& server, Events events) = 0;
 
-    // Without a connection nothing happens. What the server doesn't take is kept, in order.
+    // Does nothing without a connection. Bytes that the server doesn't take yet are kept and sent
+    // later, in order.
     virtual void send(std::string_view bytes) = 0;
 
-    // What is kept, in bytes.
+    // The number of bytes that are kept.
     virtual std::size_t unsent() const = 0;
 
     // Ends without a word. No event comes after this.
     virtual void close() = 0;
 
-    // As the process ends: sends what is kept, within this time, and closes. No events run
-    // meanwhile.
+    // To be called as the process ends: sends the kept bytes for at most this time, and closes. No
+    // events run meanwhile.
     virtual void finish(Nanoseconds atMost) = 0;
 };
 

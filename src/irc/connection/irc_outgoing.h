@@ -14,8 +14,9 @@ namespace larkspin {
 
 class IrcOutgoing {
 public:
-    // In this order of who goes first: what keeps the connection alive; what the owner types; what
-    // the program says for him. An answer doesn't wait for longer than two lines that he types.
+    // The kinds go in this order: `protocol` keeps the connection alive, `typed` is what the owner
+    // types, `said` is what the program says for him. But a line of the program's waits for no more
+    // than two lines that he types.
     enum class Kind { protocol, typed, said };
 
     // Gets each line, with its line end, when it may go. It must not wait.

@@ -44,12 +44,12 @@ public:
 
     void connect(const IrcServer& server, const IrcIdentity& identity);
 
-    // Ends the connection with a farewell, or the tries to make one, and doesn't connect again.
-    // What waits to be sent is dropped, as whenever a connection ends; the owner is told how much
-    // of it was his.
+    // Ends the connection with a farewell, or ends the tries to make one, and doesn't connect
+    // again. Lines that wait to be sent are dropped, as they are whenever a connection ends; the
+    // owner is told how many of them were his.
     void end(const std::string& farewell);
 
-    // As the process ends: the last lines, which the server gets before the end.
+    // To be called as the process ends: sends these last lines before the connection closes.
     void finish(const std::string& lastLines);
 
     bool isOn() const { return phase_ != Phase::off; } // connected, or trying
@@ -64,7 +64,8 @@ public:
     // A text that tells a channel from those of the same name on other networks.
     std::string placeOf(std::string_view channel) const;
 
-    // What the server calls this connection now; before the welcome, what it will be asked for.
+    // The owner's name on this connection, as the server has it; before the welcome, the name that
+    // the server will be asked for.
     const std::string& nick() const { return isWelcomed() ? nick_ : identity_.nick; }
     bool isSelf(std::string_view name) const { return isSame(name, nick()); }
     bool isSame(std::string_view a, std::string_view b) const {
@@ -79,7 +80,7 @@ public:
     bool request(std::string_view command, const std::vector<std::string>& parameters);
     bool send(IrcOutgoing::Kind kind, std::string line, Task gone = {});
 
-    // What waits for that channel won't be sent.
+    // Drops the lines that wait to be said in that channel.
     void dropFor(const std::string& channel);
     IrcOutgoing& outgoing() { return outgoing_; }
 

@@ -29,8 +29,9 @@ struct IrcFeatures {
     // only when they are set.
     std::string listModes = "beI", parameterModes = "k", setParameterModes = "l";
 
-    // Takes the words of such a message, also those that take back what was told ("-PREFIX"). How
-    // names compare holds as it was told first: lists of names are kept by it.
+    // Takes the words of an ISUPPORT message, also those that take back what was told before
+    // ("-PREFIX"). The first word about how names compare holds for the whole connection, since
+    // lists of names are already kept by it.
     void read(const IrcMessage& message);
 
     bool isChannel(std::string_view name) const;

@@ -6,13 +6,15 @@
 
 namespace larkspin {
 
-// What the owner or the program says, in codes: bold, underline and italics, and the nearest of the
-// sixteen colours that all programs know, but for black and white (see `irc_codes.h`). Fonts have
-// no code. Line ends and other control characters become blanks. Bytes that are no UTF-8 stay.
+// A line of the owner's or the program's, from the client's markup into IRC's codes: bold,
+// underline, italics, and the nearest of the sixteen colours that all programs know, except for
+// black and white (see `irc_codes.h`). Fonts have no code. Line ends and other control characters
+// become blanks. Bytes that aren't UTF-8 stay.
 std::string ircCodes(std::string_view markup);
 
-// What is said in the room, in the client's markup. What others write that would read as one of the
-// client's tags is kept from being one (`withoutTags`). Control characters that are no codes stay.
+// A line from the room, from IRC's codes into the client's markup. If others write something that
+// would read as one of the client's tags, it is kept from being a tag (`withoutTags`). Control
+// characters that aren't codes stay.
 std::string markupOfIrc(std::string_view codes);
 
 // The text without any code.

@@ -7,17 +7,17 @@ namespace larkspin::numeric {
 
 inline constexpr std::string_view welcome = "001", features = "005";
 
-// What was asked for.
+// Answers to what was asked for.
 inline constexpr std::string_view away = "301", noTopic = "331", topic = "332", inviting = "341",
                                   names = "353", endOfNames = "366", ban = "367";
 
-// What can't be had.
+// Refusals.
 inline constexpr std::string_view cannotSend = "404", badCapability = "410", unknownCommand = "421",
                                   noGreeting = "422", noNickGiven = "431", badNick = "432",
                                   nickInUse = "433", nickCollision = "436", nickUnavailable = "437",
                                   notRegistered = "451";
 
-// What becomes of a login.
+// Outcomes of a login.
 inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone = "903",
                                   loginDoneBefore = "907", loginWays = "908";
 
@@ -25,12 +25,13 @@ inline bool isNumeric(std::string_view command) {
     return !command.empty() && command.front() >= '0' && command.front() <= '9';
 }
 
-// Whatever it is: there are many reasons, and servers have numbers of their own for some.
+// Every number of these two hundreds counts: there are many reasons for a refusal, and servers have
+// numbers of their own for some.
 inline bool isRefusal(std::string_view command) {
     return command.size() == 3 && (command.front() == '4' || command.front() == '5');
 }
 
-// 900 to 909.
+// The numbers 900 to 909.
 inline bool isAboutLogin(std::string_view command) {
     return command.starts_with("90");
 }

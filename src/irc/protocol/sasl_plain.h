@@ -7,8 +7,9 @@
 
 namespace larkspin {
 
-// What AUTHENTICATE has after it, line by line: base64 of at most 400 bytes. The last one is
-// shorter than that, and "+" where nothing is left for it.
+// The parameters of the AUTHENTICATE lines, in order: pieces of at most 400 bytes of base64. The
+// last one must be shorter than 400 bytes, which tells the server that it is the last; if nothing
+// is left for it, it is "+".
 std::vector<std::string> saslPlainLines(std::string_view account, std::string_view password);
 
 } // namespace larkspin

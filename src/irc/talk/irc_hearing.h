@@ -27,8 +27,8 @@ public:
     // A PRIVMSG or NOTICE.
     void take(const IrcMessage& message, IrcSpeech& speech);
 
-    // A line of this connection's. It runs what it commands at once, or else in an event of its
-    // own, since that may wait.
+    // A line that this connection has said. If it commands something, that runs within this call
+    // when `atOnce` is true, and otherwise in an event of its own, since a command may wait.
     void reached(const IrcSaid& said, bool atOnce);
 
     // Whether private messages are shown, or refused.

@@ -12,12 +12,13 @@ class IrcChannel;
 class IrcSession;
 struct IrcMessage;
 
-// To be asked before the channels take the message. Without a room only what is about the owner and
-// his doings is told.
+// To be called before the channels take the message. Without a room, only news about the owner and
+// about things that he has done is told.
 void tellNews(const IrcMessage& message, const IrcSession& session, const IrcChannel* room,
               const std::function<void(const std::string& text)>& tell);
 
-// What others have written, and what is said in the client's markup, as plain text on one line.
+// Plain text on one line, from what others have written in IRC's codes, and from the client's
+// markup.
 std::string plainText(std::string_view codes);
 std::string plainMarkup(std::string_view markup);
 

@@ -34,11 +34,12 @@ public:
     static constexpr std::chrono::seconds longestEcho{60};
     static constexpr std::size_t mostEchoes = 100;
 
-    // In pieces, if it must. What the owner types counts at once, what the program says when it has
-    // left, where it isn't sent back. False when too much waits.
+    // Says a line, in several pieces if it is too long for one. Where the server sends lines back,
+    // a line counts as said when it comes back. Elsewhere what the owner types counts at once, and
+    // what the program says counts when it has left. False when too many lines wait.
     bool say(IrcOutgoing::Kind kind, const IrcSaid& said);
 
-    // To somebody alone; it isn't waited for.
+    // Sends a message to one person. Nothing waits for the server to send it back.
     bool whisper(const std::string& name, const std::string& text);
 
     // A line under the owner's own name that the server has sent. True when it is one of this

@@ -183,7 +183,8 @@ void PlayerControl::startProcess() {
     tellOnce("larkspin: the player can't be started, songs don't play");
 }
 
-// At rest nothing wakes the program up but the rest's end.
+// An interval of 0 stops the watch. A resting player wakes the program up only once, when its rest
+// is over.
 void PlayerControl::watchEvery(Nanoseconds interval) {
     if (interval == watchedEvery_)
         return;

@@ -57,8 +57,9 @@ LineEditor::~LineEditor() {
     close();
 }
 
-// Who reads in the background is stopped. A job that runs already isn't told when its shell brings
-// it to the front.
+// A job that reads from the terminal while it is in the background is stopped by the system, so the
+// input isn't watched then. No signal tells a running job that its shell has brought it to the
+// front; hence the looks at intervals.
 void LineEditor::hear() {
     loop_.cancel(std::exchange(look_, TimerId::none));
     const bool hasTerminal = library_->hasTerminal();

@@ -19,7 +19,8 @@ class TerminalScreen;
 
 class TerminalCommands {
 public:
-    // With words about rooms beside its own, and what says a line in the room.
+    // `roomWords` are words about rooms, which are offered beside the terminal's own. `say` says a
+    // line in the room.
     TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop,
                      std::vector<SlashWord> roomWords,
                      std::function<void(const std::string& line)> say);

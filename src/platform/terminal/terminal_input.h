@@ -32,7 +32,8 @@ public:
     // Until this call lines wait, but for answers.
     void open(Taker taker);
 
-    // From the source of the lines. It is told when there are none left and may then bring more.
+    // Called by the source of the lines. `onEmpty`'s task tells it when no lines are left, so that
+    // it may bring more.
     void bring(std::string line);
     void end();
     void onEmpty(Task task) { onEmpty_ = std::move(task); }

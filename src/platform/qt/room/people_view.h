@@ -21,7 +21,7 @@ public:
     explicit PeopleView(Source source);
     ~PeopleView() override;
 
-    // After anything has changed.
+    // To be called after the people or the ignored names have changed.
     void refresh();
 
 private:
