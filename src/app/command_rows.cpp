@@ -133,7 +133,8 @@ std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
         {"unban *", [&p](const auto& text) { p.host.moderation.unban(text); }},
         {"unx *", [&p](const auto& text) { p.host.moderation.unx(text); }},
         {"trig *", [&p](const auto& text) { p.chat.triggerCommands.trig(text); }},
-        // Under any trigger, so that an owner who has forgotten his can ask.
+        // This command works under any trigger, so that an owner who has forgotten his can ask for
+        // it.
         {"'trig?", [&p](const auto&) { p.chat.triggerCommands.tellTrigger(); }, atAnyTrigger},
         {"silent", [&p](const auto&) { p.chat.silentMode.silent(); }},
         {"silentoff", [&p](const auto&) { p.chat.silentMode.silentoff(); }},

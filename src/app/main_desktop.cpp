@@ -104,7 +104,7 @@ int main(int count, char** arguments) {
             room.keep();
         },
         [&] { program.end(); });
-    // Nothing of Qt's may be touched by the save, so the tray is told first.
+    // The save must not touch anything of Qt's, so the tray is told first.
     display.onLoss([&] {
         desktop.loseDisplay();
         program.end();

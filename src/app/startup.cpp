@@ -197,7 +197,7 @@ void Program::unload(bool speaks) {
     machine.loop.cancel(telling_);
     if (speaks)
         tellNews();
-    // What can't be told in the room any more.
+    // News that can't be told in the room any more is noted on the program's own output.
     for (const std::string& text : machine.files.takeNews())
         machine.note("larkspin: " + withoutBold(text));
     chat.stopScanners();
@@ -245,7 +245,7 @@ void Program::restart() {
     chat.reply.saychat("restarting larkspin player");
     if (!run.lasts())
         return; // another restart has come and gone meanwhile
-    // What can't be saved exists in this run alone.
+    // Lists and settings that can't be saved exist in this run alone, so it must not end.
     if (!saveWhole()) {
         tellNews();
         chat.reply.sayOrBox("not restarted, what can't be saved would be lost");

@@ -151,7 +151,7 @@ void StatusCommands::pstat() {
     const ThisRun run(state_);
     const Pause pause(loop_);
     const auto setting = [this](Choice choice) { return settings_.yochoose(choice); };
-    // After the words "load number:  " of the tray's entry.
+    // The number follows the words "load number:  " in the tray's entry.
     const std::string loadNumber =
         state_.loads.substr(std::min(state_.loads.size(), std::size_t{14}));
     reply_.saychat("load number:  <b>" + loadNumber + "</b> - files played:  <b>" +

@@ -19,7 +19,7 @@ bool takesArgument(const CommandRow& row) {
 
 void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) const {
     const std::string owner = room_.currentScreenName();
-    // To the letter: somebody whose name differs in case alone is somebody else.
+    // Names are compared to the letter: one that differs in case alone is somebody else's.
     if (owner.empty() || line.speaker != owner)
         return;
     // Under the triggers that the owner can choose no reply is a command anyway. But he may have

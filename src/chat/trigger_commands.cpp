@@ -13,7 +13,8 @@ namespace larkspin {
 void TriggerCommands::trig(const std::string& wanted) {
     if (reply_.silentguard())
         return;
-    // None of these is a wildcard, and none opens the program's own lines.
+    // These are safe as triggers: none is a wildcard, and none of the program's own lines begins
+    // with one.
     constexpr std::array<std::string_view, 6> accepted = {"'", ".", "-", "`", ",", "none"};
     if (std::find(accepted.begin(), accepted.end(), wanted) == accepted.end()) {
         reply_.saychat("that trigger is retarded, choose another");

@@ -24,7 +24,7 @@ Color colorOf(const std::array<std::uint8_t, 3>& parts) {
 }
 
 // The digits of the colour in a tag: what stands between the tag's opening and its last character.
-// Nothing when the owner has edited the tag down to less.
+// Empty when the owner has edited the tag down to less.
 std::string_view digitsOf(std::string_view tag) {
     tag.remove_prefix(prefixLength(tag, tagOpening.size()));
     return withoutLast(tag, 1);

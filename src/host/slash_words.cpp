@@ -32,7 +32,7 @@ Completion SlashWords::completionOf(std::string_view typed) const {
     return completionAmong(known, typed);
 }
 
-// By a copy of the word, since what it does may add others.
+// Runs a copy of the word, since what it does may add other words.
 void SlashWords::run(const std::string& line) const {
     std::string_view rest = line;
     const std::string_view typed = takeWord(rest);

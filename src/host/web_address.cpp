@@ -62,7 +62,7 @@ std::string_view cut(std::string_view& text, char sign) {
     return part;
 }
 
-// After "http://": a host must come first.
+// Whether the text after "http://" begins with a host.
 bool namesHost(std::string_view text) {
     std::string_view server = text.substr(0, text.find_first_of("/?#"));
     server.remove_prefix(server.rfind('@') + 1); // none is npos, and one more is 0

@@ -107,7 +107,7 @@ FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
     if (path.empty())
         return whyNot(name);
     if (isPart_) {
-        // What couldn't be read at the start may be readable by now.
+        // A file that couldn't be read at the start may be readable by now.
         const FileChange joined = joinLackingRows();
         const bool isOwn = name == shownName();
         if (isOwn && lacksNamed_)

@@ -97,7 +97,7 @@ private:
 
 } // namespace
 
-// What is on the disk in the directories that could be listed.
+// The files on the disk, in the directories that could be listed.
 struct Refresh::Listed {
     Texts directories, unread; // as rows name them
     std::vector<Row> rows;
@@ -215,7 +215,7 @@ void Refresh::bringInLine(const RowList& before, const Listed& listed, Refreshed
     if (std::ranges::all_of(onDisk, isInList))
         return;
     for (const Row& row : listed.rows)
-        // What the owner has taken out meanwhile stays out.
+        // A row that the owner has taken out meanwhile stays out.
         if (!onDisk.at(row.text()) && !meanwhile.hasTakenOut(row) && !addToPlaylist(state_, row))
             ++refreshed.leftOut;
 }

@@ -160,7 +160,8 @@ Controls list(AppState& state, MediaWindow& window, SongFiles& songFiles) {
 
 std::vector<Control> mediaControls(const Core& core, MediaWindow& window, Playback& playback) {
     AppState& state = core.state;
-    // From top to bottom, which is also the way that Tab goes.
+    // The controls are listed from top to bottom, which is also the order in which Tab goes through
+    // them.
     Controls all;
     for (Controls& part : std::vector<Controls>{
              strip(core.loop, state, window.frame),

@@ -16,7 +16,7 @@ MediaWindow::MediaWindow(const Core& core, const MediaWindowNeeds& needs)
               needs.library.playlistCommands),
       refreshButton(core, behindSplash, needs.library.refresh, frame), playback_(needs.playback) {
     frame.mp3s.controls = mediaControls(core, *this, playback_);
-    // No tick brings the small clock up to date after a stop.
+    // After a stop no tick brings the small clock up to date, so it is done here.
     playback_.transport.onHalt([this] {
         if (frame.isMini())
             frame.showLength();

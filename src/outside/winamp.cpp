@@ -21,7 +21,7 @@ std::string cleaned(const std::string& caption) {
 void Winamp::amp() {
     const ThisRun run(core_.state);
     const auto caption = player_.title();
-    // Without a player that is told first, and then a title without words.
+    // If there is no player, that is told first, and after it a title without words.
     if (!caption)
         core_.reply.sayAlways(noPlayer);
     if (run.lasts())

@@ -183,7 +183,7 @@ std::optional<SongFiles::Change> SongFiles::changeFile(const Song& song,
     return Change{run, file, wasInPlay, nothingFollows};
 }
 
-// Without choices there is no song in play, as after a search that found nothing.
+// If there are no choices, as after a search that found nothing, no song counts as in play.
 std::optional<Song> SongFiles::songInPlay() const {
     return state_.choiceList.empty() ? std::nullopt : lastSong_.inHand();
 }

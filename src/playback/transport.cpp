@@ -66,7 +66,7 @@ void Transport::pause() {
     } else if (state_.pauseMark == pausedMark) {
         reply_.saychat("already paused you dumbass");
     } else {
-        // What comes in during the message may have started or stopped a song.
+        // A command that comes in during the message may have started or stopped a song.
         const unsigned turn = turns_;
         reply_.saychat("paused:  " + currentName());
         if (turn != turns_)

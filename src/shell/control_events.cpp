@@ -100,7 +100,7 @@ bool pressTwice(Window& window, const std::string& name, int row) {
 
 bool selectRows(Window& window, const std::string& name, const std::vector<int>& rows) {
     const Control* const control = findShown(window, name, Kind::list);
-    // All rows are looked at before the selection changes.
+    // All rows are checked before the selection changes.
     if (!control || rows.empty() || (rows.size() > 1 && !control->selectsMany) ||
         !std::all_of(rows.begin(), rows.end(), [&](int row) { return hasRow(*control, row); }))
         return false;

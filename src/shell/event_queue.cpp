@@ -79,7 +79,7 @@ std::optional<Nanoseconds> EventQueue::nextDue() const {
     return timers_.begin()->first.first;
 }
 
-// By index, since a task may add another one.
+// The loop goes by index, since a task may add another one.
 void EventQueue::runBeforeSleep() {
     for (std::size_t at = 0; at < beforeSleep_.size(); ++at)
         Task{beforeSleep_[at]}();

@@ -219,7 +219,7 @@ int RowList::indexOf(Place place) const {
     return index;
 }
 
-// After all rows that don't sort after this one; the list isn't empty.
+// The place after all rows that don't sort after this one. The list must not be empty.
 RowList::Place RowList::placeFor(const Row& row) const {
     const auto after = [](std::string_view folded, const Slot& slot) {
         return folded < slot.row.folded();

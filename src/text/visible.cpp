@@ -25,7 +25,7 @@ constexpr Range hidden[] = {
     {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF},
 };
 
-// Those among them that some scripts and emoji can't be written without.
+// The invisible characters that some scripts and emoji can't be written without.
 constexpr Range joiners[] = {{0x200C, 0x200D}, {0xFE00, 0xFE0F}};
 
 template <std::size_t count> bool isIn(const Range (&ranges)[count], char32_t code) {

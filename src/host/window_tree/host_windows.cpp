@@ -26,7 +26,8 @@ HostHandle HostWindows::first(HostHandle parent, const char* className) const {
     return next(parent, noHandle, className);
 }
 
-// Without a parent the window manager would look among all the windows there are.
+// If there is no parent, the search must not be made: it would go through all the windows there
+// are.
 HostHandle HostWindows::next(HostHandle parent, HostHandle after, const char* className) const {
     return parent == noHandle ? noHandle : calls_.findChild(parent, after, className);
 }

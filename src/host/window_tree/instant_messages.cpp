@@ -60,7 +60,7 @@ InstantMessages::Handles InstantMessages::openWindows() const {
     return found;
 }
 
-// Without the client's frame no window will come.
+// If the client's frame is gone, no window will come.
 HostHandle InstantMessages::waitForWindow(const Handles& others) const {
     const auto isReady = [&](HostHandle window) {
         return std::find(others.begin(), others.end(), window) == others.end() &&

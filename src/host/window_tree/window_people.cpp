@@ -14,7 +14,7 @@ People WindowPeople::listPeople() {
     return read(&WindowTreeHost::peopleList);
 }
 
-// With the owner's own name, so that each name's row is the client's row.
+// The owner's own name is included, so that each name's row is the client's row.
 People WindowPeople::read(List list) {
     const HostHandle from = (host_.*list)();
     RowList names;

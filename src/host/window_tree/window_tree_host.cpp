@@ -178,7 +178,7 @@ void WindowTreeHost::sendInstantMessage(const std::string& addressee, const std:
     messages_.send(addressee, body);
 }
 
-// By its caption, since that is how a window is brought forward.
+// The window is named by its caption, since that is how a window is brought forward.
 void WindowTreeHost::bringHostForward() {
     const std::string caption = calls_.caption(windows_.frame());
     if (!caption.empty())
@@ -190,7 +190,7 @@ void WindowTreeHost::closeHost() {
         calls_.post(frame, window::close, 0, 0);
 }
 
-// Without the client the keys would only be struck in some other program.
+// If there is no client, the keys would only be struck in some other program.
 void WindowTreeHost::sendHostKeys(const std::string& keys) {
     if (windows_.frame() != noHandle)
         calls_.sendKeys(toSingleByte(keys));
@@ -229,7 +229,7 @@ void WindowTreeHost::showHostWindow(HostHandle window, ShowCommand command) {
         calls_.show(window, static_cast<int>(command));
 }
 
-// Without the client's frame no notice will come.
+// If the client's frame is gone, no notice will come.
 HostHandle WindowTreeHost::waitForClockNotice() {
     return waitForHost(loop_, [this]() -> std::optional<HostHandle> {
         const HostHandle notice = windows_.child([this](HostHandle window) {

@@ -121,7 +121,7 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
         keys_.insert(keys_.begin(), {*name, key});
     if (enters)
         entering_ = *name;
-    // Before the welcome it is only wanted, and asked for then.
+    // Before the welcome the channel is only noted as wanted; it is asked for at the welcome.
     if (session_.isWelcomed())
         request({*name});
 }
@@ -190,7 +190,7 @@ void IrcJoining::left(std::string_view channel) {
     const bool wasHere = channels_.isHere(place), isWanted = !place->isBeingLeft;
     const std::string name = place->channel.name();
     events_.tell("you have left " + visibleName(name));
-    // What still waits to be said there can't be said any more.
+    // Lines that still wait to be said in that channel can't be said any more.
     session_.dropFor(name);
     channels_.remove(*place);
     if (!wasHere)

@@ -33,7 +33,7 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
                     },
                 .message = [this](const IrcMessage& message) { take(message); },
                 .lost = [this] { lost(); },
-                // What the session tells may be in the server's words.
+                // The session's texts may hold the server's words, codes included.
                 .tell = [this](const std::string& text) { tell(plainText(text)); }}),
       joining_(session_, channels_,
                {.tell = [this](const std::string& text) { tell(text); },
@@ -67,7 +67,7 @@ IrcClient::State IrcClient::state() const {
 void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
                         const std::string& channel) {
     endSession();
-    // On another network the same names are other people.
+    // On another network, people with the same names are other people.
     if (server.host != session_.server().host)
         moderation_.ignoreNobody();
     forgetRooms();
@@ -105,7 +105,7 @@ void IrcClient::endSession() {
 }
 
 // If the event at work has said something, it was about this end, and its last line is still sent.
-// Nothing else that waits is.
+// All other lines that wait are dropped.
 void IrcClient::sendFarewell() {
     if (session_.isWelcomed() && pacing_.hasSpoken())
         session_.outgoing().sendLast(IrcOutgoing::Kind::said);

@@ -280,7 +280,7 @@ void IrcWords::roomChanged() {
 void IrcWords::follow() {
     loop_.cancel(std::exchange(following_, TimerId::none));
     const bool isOn = irc_.isOn();
-    // Without a network before and after there is nothing new to keep.
+    // If there was no network before and there is none now, there is nothing new to keep.
     if (!std::exchange(wasOn_, isOn) && !isOn)
         return;
     IrcAccount account = file_.account();

@@ -152,7 +152,7 @@ void IrcRegistration::request() {
     goOn();
 }
 
-// In answers, signs may stand in front of the name.
+// In the server's answers, signs may stand in front of a capability's name.
 void IrcRegistration::takeGrant(std::string_view word) {
     const auto signs = std::min(word.find_first_not_of("-~="), word.size());
     const std::string_view name = word.substr(signs);

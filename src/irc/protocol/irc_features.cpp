@@ -30,7 +30,7 @@ CaseMapping mappingNamed(std::string_view name) {
                                                                 : CaseMapping::ascii;
 }
 
-// As many as there are letters for modes.
+// A rank's mode is a letter, large or small, so there can't be more.
 constexpr std::size_t mostRanks = 52;
 
 // "(ov)@+"; nothing at all where there are no ranks.
@@ -65,7 +65,8 @@ std::string foldIrcName(std::string_view name, CaseMapping mapping) {
 }
 
 void IrcFeatures::read(const IrcMessage& message) {
-    // In front of the features stands the owner's name, after them a sentence.
+    // The first parameter is the owner's name and the last one is a sentence; the features are
+    // between them.
     for (std::size_t number = 1; number + 1 < message.parameters.size(); ++number)
         readWord(message.parameters[number]);
 }

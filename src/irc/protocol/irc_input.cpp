@@ -25,7 +25,7 @@ void IrcInput::keep(std::string_view part) {
         begun_ += part;
 }
 
-// All is put in order before the call, since `take` may clear the input.
+// The members are put in order before `take` is called, since it may clear the input.
 void IrcInput::finish(const Take& take) {
     std::string line;
     line.swap(begun_);

@@ -50,7 +50,7 @@ void readTags(std::string_view text, IrcMessage& message) {
     }
 }
 
-// In capitals; blank for what is no command.
+// The command in capitals; blank if the word is no command.
 std::string commandOf(std::string_view word) {
     std::string command(word);
     for (char& c : command) {

@@ -24,7 +24,7 @@ bool isRequest(std::string_view text) {
     return text.starts_with(aroundRequest);
 }
 
-// What somebody says that he does; empty for any other request.
+// The text of an action ("/me waves"); empty for any other request.
 std::string_view actionIn(std::string_view text) {
     if (!text.starts_with(action))
         return {};

@@ -75,7 +75,7 @@ private:
         static constexpr std::string_view answers[] = {numeric::away, numeric::noTopic,
                                                        numeric::topic, numeric::inviting};
         const std::string& command = message_.command;
-        // That there is no message of the day is nothing to be told.
+        // A server without a message of the day isn't news for the owner.
         if (command == numeric::noGreeting)
             return {};
         if (!numeric::isRefusal(command) &&

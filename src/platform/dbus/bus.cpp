@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 using Microseconds = std::chrono::duration<std::uint64_t, std::micro>;
 
-// As long as sd-bus waits if nobody tells it otherwise.
+// The time that sd-bus itself waits by default.
 constexpr Microseconds answerBound = 25s;
 constexpr int messagesInATurn = 64; // before the loop gets to its other events
 
@@ -134,7 +134,7 @@ bool Bus::hasToWrite() const {
 }
 
 bool Bus::flush(Moment latest) {
-    // Until the connection has been accepted, all that was sent is still held back.
+    // Until the connection has been accepted, everything that was sent is held back.
     return serveUntil([this] { return bus_ && sd_bus_is_ready(bus_) > 0 && !hasToWrite(); },
                       latest);
 }

@@ -19,7 +19,7 @@ constexpr auto questionBound = 250ms;
 constexpr std::size_t mostPlayers = 100;
 
 struct Candidate {
-    // In the order in which players are preferred.
+    // The states stand in the order in which players are preferred.
     enum class State { playing, paused, other, silent, gone };
 
     std::string name;
@@ -42,7 +42,7 @@ void takeNames(sd_bus_message* answer, std::vector<Candidate>& players) {
     while (sd_bus_message_read_basic(answer, SD_BUS_TYPE_STRING, &name) > 0)
         if (isOtherPlayer(name))
             players.push_back({name});
-    // By name, so that among equals the choice is always the same.
+    // The players are sorted by name, so that among equal ones the choice is always the same.
     std::ranges::sort(players, {}, &Candidate::name);
     players.resize(std::min(players.size(), mostPlayers));
 }

@@ -6,7 +6,7 @@ namespace larkspin {
 
 namespace {
 
-// For a bus that hangs: this copy is about to end.
+// This copy is about to end, so a bus that hangs must not hold it up for long.
 constexpr std::chrono::milliseconds sendTime{250};
 
 } // namespace

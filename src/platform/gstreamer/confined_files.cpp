@@ -135,7 +135,7 @@ bool closeFiles(const std::string& writableDirectory) {
         landlock.allow(path, reading);
     landlock.allow("/dev/null", readFile | writeFile);
     landlock.allow("/dev/snd", reading | writeFile | accessDevice);
-    // For tests, whose sink writes a file.
+    // Only tests give a directory: their sink writes a file.
     if (!writableDirectory.empty())
         landlock.allow(writableDirectory, rules.files & ~LANDLOCK_ACCESS_FS_EXECUTE);
     return landlock.enforce();

@@ -132,7 +132,8 @@ void IrcLink::Session::cut() {
     const GlibGuest::Inside inside(guest_);
     g_cancellable_cancel(cancellable_.get());
     guest_.serveUntil([this] { return calls_ == 0; }, cancelWithin);
-    // Without the goodbye of TLS, which waits for as long as a server takes nothing.
+    // The connection is closed without TLS's goodbye, which would wait for as long as a server
+    // takes nothing.
     if (connection_)
         g_socket_close(socket(), nullptr);
     tls_.reset();

@@ -166,7 +166,7 @@ void PlayerControl::setRate(double rate) {
 }
 
 void PlayerControl::setVolume(int volume) {
-    // From hundredths of a decibel to an amplitude.
+    // The volume is given in hundredths of a decibel and the player takes an amplitude.
     line_.wish().volume = std::pow(10.0, std::min(volume, 0) / 2000.0);
 }
 
@@ -255,7 +255,7 @@ void PlayerControl::take() {
     position_ = std::min(position_, duration_); // a seek may have come before the length was known
 }
 
-// What the process found out when it started, or has lost since.
+// Takes over what the process has found out at its start, and what it has lost since.
 void PlayerControl::takeStart() {
     if (line_.report().start < startSteps)
         return;

@@ -10,7 +10,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::uint32_t wishesForm = 0x6C6B5701, reportForm = 0x6C6B5201;
 
-// Both ends are of one build on one machine: the bytes are those in memory.
+// Both ends come from the same build and run on the same machine, so the bytes are sent as they are
+// in memory.
 struct WishesBytes {
     std::uint32_t form = wishesForm;
     std::uint32_t song = 0, seek = 0;

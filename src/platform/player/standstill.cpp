@@ -4,7 +4,7 @@ namespace larkspin {
 
 namespace {
 
-// In rounds of a second without any movement.
+// The number of rounds, of a second each, that may pass without any movement.
 int mostRounds(Standstill::Patience patience) {
     switch (patience) {
     case Standstill::Patience::starting:

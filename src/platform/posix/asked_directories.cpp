@@ -69,7 +69,8 @@ private:
             worker_ = disk_.borrow();
         if (worker_)
             worker_->add(put(DiskQuestion::list, path));
-        // Without a worker it counts as asked too: taking its answer then gives it up.
+        // Even if no worker could be started the path counts as asked: when its answer is due, it
+        // is given up.
         asked_.push_back(path);
     }
 
@@ -106,7 +107,7 @@ private:
         askAhead();
     }
 
-    // What was asked after this path is asked again, of another worker.
+    // Paths that were asked after this one are asked again, of another worker.
     void giveUp(const std::string& path, OwnersDisk::Wait wait) {
         using enum DirectoryRead::Outcome;
         answers_[path] = DirectoryRead(wait == OwnersDisk::Wait::hung ? unanswered : failed);

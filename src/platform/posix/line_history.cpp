@@ -35,7 +35,7 @@ LineHistory::LineHistory(Files& files, std::string path) : files_(files), path_(
         rest.remove_prefix(std::min(line.size() + 1, rest.size()));
         add(line);
     }
-    // What was just read needn't be written.
+    // The history that was just read needn't be written.
     isChanged_ = false;
 }
 

@@ -70,7 +70,7 @@ bool PosixLaunching::run(const std::string& path) {
     const std::string native = nativePath(path);
     if (endsEarly(native) || !isFile(native))
         return false;
-    // What the system doesn't start itself is a program of another system.
+    // A file that the system doesn't start itself is taken for a program of Windows.
     return execute(native) || startWith("wine", native, fs::path(native).parent_path());
 }
 

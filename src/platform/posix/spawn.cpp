@@ -26,7 +26,7 @@ public:
             ::posix_spawn_file_actions_adddup2(&actions_, channel, spawnChannel);
         for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
             ::posix_spawn_file_actions_addopen(&actions_, standard, "/dev/null", O_RDWR, 0);
-        // All other descriptors of this program stay out of it.
+        // The started program gets none of this program's other descriptors.
         ::posix_spawn_file_actions_addclosefrom_np(&actions_,
                                                    channel >= 0 ? spawnChannel + 1 : spawnChannel);
     }

@@ -83,7 +83,7 @@ FileChange noWastebasket() {
     return {"its disk has no wastebasket that can be written"};
 }
 
-// What a file manager needs to put the file back.
+// The note that a file manager needs to put the file back where it was.
 std::string noteFor(std::string_view origin) {
     const std::tm local = localTime(std::time(nullptr));
     std::array<char, 32> date{};

@@ -79,7 +79,7 @@ std::vector<const char*> withOurs(int count, char** given) {
 
 constexpr const char* trayName = "_NET_SYSTEM_TRAY_S0";
 
-// No atom, which is 0, when the display has gone.
+// Returns 0, which is no atom, when the display has gone.
 xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name) {
     const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
         connection,
@@ -193,7 +193,7 @@ void Display::onSessionEnd(Task save, Task end) {
     application_->installEventFilter(quits_.get());
 }
 
-// On X Qt calls exit(3) when its connection breaks.
+// On X, Qt calls exit(3) when its connection breaks.
 void Display::onLoss(Task task) {
     lossTask = std::move(task);
     tellAsUsual = qInstallMessageHandler(hearOfLoss);

@@ -9,7 +9,7 @@
 
 namespace larkspin {
 
-// In the sizes that trays and window lists ask for.
+// The icon comes in the sizes that trays and window lists ask for.
 QIcon programIcon() {
     QSvgRenderer drawing{QByteArray(iconSvg)};
     QIcon icon;

@@ -65,7 +65,7 @@ QPalette paletteOf(Color foreground, Color background) {
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
                             QPalette::BrightText, QPalette::Highlight, QPalette::Link})
         palette.setColor(role, front);
-    // What is selected has the two colours exchanged.
+    // Selected text has the two colours exchanged.
     for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button,
                             QPalette::AlternateBase, QPalette::HighlightedText})
         palette.setColor(role, ground);

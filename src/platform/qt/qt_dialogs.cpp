@@ -128,7 +128,7 @@ std::vector<std::string> QtDialogs::askPaths(QFileDialog& dialog, const FileQues
     dialog.setDirectory(directory.isEmpty() ? QDir::homePath() : directory);
     if (!question.preset.empty())
         dialog.selectFile(nativeName("c:\\" + question.preset).mid(1));
-    // What the owner leaves of the preset keeps its bytes, which Qt would change.
+    // The part of the preset that the owner leaves keeps its bytes, which Qt would change.
     const std::string begun = nativePath(joinPath(question.directory, question.preset));
     std::vector<std::string> paths;
     if (show(dialog, answersPress) == QDialog::Accepted)
@@ -167,7 +167,7 @@ void QtDialogs::dismissAll() {
         dialog->hide();
 }
 
-// To be asked before a dialog is made, since making one takes its time.
+// To be called before a dialog is made, since making one takes its time.
 bool QtDialogs::isPressed() const {
     return pressedAt_ && loop_.now() - *pressedAt_ < answerTime;
 }

@@ -248,7 +248,7 @@ void EditLibrary::begin() {
     parts_->setMode();
     parts_->size = readSize();
     ::ioctl(parts_->standIn, TIOCSWINSZ, &parts_->size);
-    // Off and on again makes the library begin a new line.
+    // Switching this off and on again makes the library begin a new line.
     ::el_set(parts_->edit, EL_UNBUFFERED, 0);
     ::el_set(parts_->edit, EL_UNBUFFERED, 1);
 }

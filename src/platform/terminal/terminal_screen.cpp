@@ -69,7 +69,7 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
         put(output_, "\x1b[1m" + bracketed + "\x1b[0m" + shownText(withoutGaps(text)) + '\n');
 }
 
-// Always on one line, since others choose the names in it.
+// The text is always shown on one line, since others choose the names in it.
 void TerminalScreen::showRoom(const std::string& text, Speaker speaker) {
     const std::string head = "[room] ";
     if (form_ == Form::protocol)

@@ -30,7 +30,7 @@ void InputLine::empty() {
 }
 
 void InputLine::takeSecret(Secret secret) {
-    // What has been typed while the line was held may be the secret already.
+    // The text typed while the line was held may be the secret already.
     if (!isHeld_)
         dropSecret();
     secret_ = std::move(secret);
@@ -128,7 +128,7 @@ void InputLine::endLine() {
         return;
     history_.add(line);
     empty();
-    // What is typed next may be a secret already, before anybody has asked for it.
+    // The owner may type the secret right after this line, before anybody has asked for it.
     isHeld_ = holdsAfter_(line);
     if (isHeld_)
         setEchoMode(Password);

@@ -1,4 +1,4 @@
-// What holds a value: text fields, sliders and combos.
+// The views of controls that hold a value: text fields, sliders and combos.
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/windows/control_view.h"
@@ -66,7 +66,7 @@ private:
     }
 };
 
-// To be read only.
+// Lines that the owner can read but not change.
 class LinesView : public TextView<QPlainTextEdit> {
 public:
     LinesView(const ViewParts& parts, const Control& control) : TextView(parts, control) {

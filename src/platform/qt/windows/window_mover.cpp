@@ -104,8 +104,8 @@ void WindowMover::grip(QPoint mouse) {
     follows_ = false;
 }
 
-// The window manager moves the window, and keeps the mouse to itself until the button is up.
-// Without one that can, the window is moved from here.
+// The window manager moves the window, and keeps the mouse to itself until the button is up. If
+// there is none that can do this, the window is moved from here.
 void WindowMover::follow(QPoint mouse) {
     if (!window_.dragged)
         return;
