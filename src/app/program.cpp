@@ -6,6 +6,7 @@
 
 namespace larkspin {
 
+// Built from the lower floors up: each part uses parts that are built before it.
 Program::Program(const Machine& m)
     : machine(m), shell(m.loop, m.files, m.dataDirectory, m.fadesWindows),
       chat(shell, m.loop, m.dialogs, m.host),

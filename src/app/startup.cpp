@@ -178,6 +178,7 @@ void Program::save() {
     library.save(changes);
     chat.save(changes);
     companions.windowColors.save(changes);
+    // All changes go into the file of the settings together, which is replaced only once.
     shell.settings.putAll(changes);
     companions.save();
     machine.files.hide(shell.directory.settingsFile());

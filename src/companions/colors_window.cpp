@@ -124,6 +124,8 @@ void ColorsWindow::apply() {
     for (const ColorSlot& slot : colorSlots()) {
         if (slot.name != slots_.currentRow())
             continue;
+        // A style's colour is kept as the digits of a font tag. A window's colour is kept as a
+        // number, and shows at once.
         if (slot.kind == ColorSlot::Kind::styleColor) {
             settings_.put(slot.key, digitsOf(tag_));
         } else {

@@ -19,6 +19,8 @@ Completion completionOfNames(const ShownRoom& room, std::string_view typed) {
     std::vector<CompletedWord> names;
     for (int row = 0; row < people.count(); ++row) {
         const std::string_view name = people.row(row);
+        // Left out are the owner's own name and names with characters that can't be shown as they
+        // are.
         if (people.folded(row).starts_with(begun) && name != room.ownName() &&
             visibleName(name) == name)
             names.push_back({std::string(name), {}});

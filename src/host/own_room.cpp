@@ -140,6 +140,7 @@ void OwnRoom::enterRoom(const std::string& wanted) {
         return;
     }
     current_ = *room;
+    // Lists of people that were made before this no longer count.
     ++visit_;
     shown_.message("you are in " + here().name);
 }

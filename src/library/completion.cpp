@@ -134,6 +134,7 @@ Completion completionOf(const AppState& state, std::string_view typed) {
     const std::size_t triggerLength = prefixLength(typed, characterCount(state.trigger));
     const std::string_view afterTrigger = typed.substr(triggerLength);
     const auto blank = afterTrigger.find(' ');
+    // Before the first blank the command's own word is completed, after it the argument.
     if (blank == std::string_view::npos)
         return commands(state, typed);
     if (!equalFolded(typed.substr(0, triggerLength), state.trigger))
@@ -154,6 +155,7 @@ Completion completionAmong(const std::vector<CompletedWord>& words, std::string_
     for (const auto& [word, arguments] : words) {
         if (!foldCase(word).starts_with(beginning))
             continue;
+        // Arguments that begin with "[" can be left out.
         fitting.add(word, arguments.empty() ? word : word + ' ' + arguments);
         takesArgument = takesArgument && !arguments.empty() && !arguments.starts_with('[');
     }

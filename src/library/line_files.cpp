@@ -146,6 +146,8 @@ bool LineFiles::holdsPlaylist(const std::string& path, const RowList& list) {
         return false;
     if (isText(file.contents, list, leftOut(path)))
         return true;
+    // A file that is written in another way may still hold the same rows, so they are compared one
+    // by one.
     RowList other(RowList::Order::sorted);
     Loaded loaded;
     addLines(

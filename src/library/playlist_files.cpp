@@ -84,6 +84,8 @@ PlaylistFiles::Saved PlaylistFiles::save(const std::string& name) {
         return {refused};
     const bool isNew = !exists(name);
     const std::string path = pathOf(name);
+    // Rows of that file for which the list had no room are saved after the list's own, so that none
+    // is lost.
     const std::string more = leftOut(path);
     FileChange outcome = lineFiles_.replaceLines(path, state_.masterList, more);
     if (!outcome)

@@ -50,6 +50,7 @@ std::string rowOfPlaylistLine(std::string_view line, std::string_view file,
         return std::string(line);
     if (path.starts_with('/') || path.starts_with("~/"))
         return rowOfPath(readPath(path));
+    // Only in M3U files a path may begin at the file's own directory.
     const std::string kind = foldCase(file.substr(std::min(file.rfind('.'), file.size())));
     if (kind != ".m3u" && kind != ".m3u8")
         return std::string(line);

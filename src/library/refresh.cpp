@@ -169,6 +169,7 @@ std::optional<Refreshed> Refresh::refreshDirectories() {
 bool Refresh::list(const std::vector<std::string>& paths, Listed& listed, Refreshed& refreshed) {
     const ThisRun run(state_);
     const auto reader = directories_.reader();
+    // The reader may ask for several directories ahead if it knows which ones come.
     reader->expect(paths);
     for (const std::string& path : paths) {
         const DirectoryRead read = reader->read(path);

@@ -52,6 +52,7 @@ std::string ModeTick::followMode() {
     sayFailure();
     if (wasStopped())
         return {};
+    // Repeating the song goes before the two other modes.
     if (state_.crand && !state_.rep)
         return shuffleOn();
     if (state_.cintz && !state_.rep) {

@@ -70,6 +70,8 @@ bool RandomPick::pickFromChoices(const StillWanted& stillWanted) {
             return false;
         taken = offerChoice(chance_.below(state_.choiceList.count()));
     }
+    // Chance may go on hitting songs that have been played. After so many tries only the others are
+    // picked from.
     if (!taken)
         offerChoice(anyOf(choicesLeft(), state_.choiceList.count()));
     return true;

@@ -58,6 +58,8 @@ void SectionRepeat::end() {
 }
 
 void SectionRepeat::press() {
+    // One press marks the beginning, the next one marks the end and starts the repeating, and the
+    // third one ends it.
     if (state_.recCaption == recResting) {
         state_.sectionStart = numberText(player_.CurrentPosition());
         state_.recCaption = recMarking;

@@ -25,6 +25,8 @@ bool isUtf16(std::string_view text) {
 
 FileRead KeptFiles::read(const std::string& path, std::size_t largest) {
     FileRead file = disk_.read(path, largest);
+    // Such a file would make no sense here, and a save would destroy it, so it counts as
+    // unreadable.
     if (isUtf16(file.contents))
         file = {FileRead::Outcome::failed, {}, "it is in UTF-16"};
     if (file.failed())

@@ -88,6 +88,7 @@ void Settings::putAll(const SettingsChanges& changes) {
 void Settings::change(const std::string& path, std::string_view section,
                       const SettingsChanges& changes) {
     const FileRead old = readIni(path);
+    // A file that can't be read isn't replaced, since all its other settings would be lost.
     if (old.failed())
         return;
     std::string contents = old.contents;

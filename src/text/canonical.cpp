@@ -107,6 +107,7 @@ void order(std::u32string& text) {
 }
 
 std::optional<char32_t> compositeOf(char32_t first, char32_t second) {
+    // Hangul syllables are composed by computing, all other characters by the table.
     if (isNumbered(first, leadBase, leads) && isNumbered(second, vowelBase, vowels))
         return syllableBase + ((first - leadBase) * vowels + (second - vowelBase)) * tails;
     if (isNumbered(first, syllableBase, leads * vowels * tails) &&

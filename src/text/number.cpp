@@ -22,6 +22,7 @@ bool isDigitsAndPoint(std::string_view text) {
 
 std::optional<double> number(std::string_view text) {
     text = withoutBlanks(text);
+    // The sign is read here, since from_chars takes no plus sign.
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+'))
         text.remove_prefix(1);

@@ -54,6 +54,8 @@ Character firstCharacter(std::string_view text) {
     const std::size_t length = lengthByLead(lead);
     if (length == 0 || length > text.size())
         return {lead, 1, false};
+    // The lead byte begins with as many ones as the character has bytes, and a zero. The bits after
+    // that belong to the code.
     char32_t code = lead & (0xFFu >> (length + 1));
     for (std::size_t i = 1; i < length; ++i) {
         if (!isContinuation(text[i]))

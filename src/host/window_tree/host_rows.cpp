@@ -38,6 +38,7 @@ std::vector<std::string> readHostRows(WindowCalls& calls, HostHandle list) {
     if (process == 0)
         return names;
     const auto claimed = calls.send(list, window::rowCount, 0, 0);
+    // The count is another program's word, so it is limited to what a list can hold here.
     const auto count = std::min<std::int64_t>(claimed, RowList::limit);
     for (std::int64_t row = 0; row < count; ++row)
         names.push_back(nameOf(calls, process, list, row));

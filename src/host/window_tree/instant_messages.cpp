@@ -40,6 +40,7 @@ void InstantMessages::send(const std::string& addressee, const std::string& body
 
 void InstantMessages::sendFirst() {
     const Message message = messages_.front();
+    // The windows that are open already are noted, to know the new one from them.
     const Handles others = openWindows();
     if (!open_(window::instantMessageAddress + message.addressee))
         return;

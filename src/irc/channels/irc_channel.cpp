@@ -106,6 +106,7 @@ void IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features
         takeModes(message, features);
     else if (command == "JOIN")
         if (std::uint64_t* const ranks = come(message.nick(), features))
+            // Somebody who comes in has no rank, whatever he had when he was here before.
             *ranks = 0;
 }
 

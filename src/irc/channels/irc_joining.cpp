@@ -35,6 +35,7 @@ std::optional<std::string> IrcJoining::channelNamed(std::string_view given) cons
     const std::string_view trimmed = withoutBlanks(given);
     if (trimmed.empty())
         return std::nullopt;
+    // A name without a channel's sign is taken for the usual kind of channel.
     std::string name(session_.features().isChannel(trimmed) ? "" : "#");
     name += trimmed;
     if (name.size() <= longestChannel && std::ranges::none_of(name, endsIrcName))
@@ -157,6 +158,7 @@ void IrcJoining::cameIn(const std::string& channel) {
     const bool isFirst = !channels_.here();
     const auto* const place = channels_.add(channel, session_.features());
     if (!place) {
+        // The server has let the owner in already, so the channel has to be left again.
         events_.tell("there are too many rooms");
         session_.request("PART", {channel});
     } else if (isFirst || session_.isSame(entering_, channel)) {

@@ -104,6 +104,7 @@ std::string textOf(const IrcAccount& account) {
     if (!account.user.empty()) {
         line("login server", account.loginHost);
         line("login", account.user);
+        // The password is written only if the owner wants it kept.
         line("password", account.keepsPassword ? account.password : "");
     }
     if (account.linesPerMinute > 0)
@@ -111,6 +112,8 @@ std::string textOf(const IrcAccount& account) {
     return text;
 }
 
+// The server with its nick and room, and the login with its host and password, are each taken as a
+// whole or not at all, since their parts belong together.
 void addWhatIsLacking(IrcAccount& account, const IrcAccount& other) {
     if (account.server.host.empty()) {
         account.server = other.server;

@@ -59,6 +59,8 @@ void IrcRegistration::begin() {
 
 bool IrcRegistration::take(const IrcMessage& message) {
     const std::string& command = message.command;
+    // Messages about capabilities may come at any time, the others are about the registration only
+    // until it is done.
     if (command == "CAP")
         takeCapabilities(message);
     else if (isDone())
@@ -204,6 +206,7 @@ void IrcRegistration::sendLogin(std::string_view challenge) {
 
 bool IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
     const std::string& command = message.command;
+    // These two only tell the name of the account. How the login went comes in another number.
     if (command == numeric::loggedIn || command == numeric::loggedOut || phase_ != Phase::loggingIn)
         return false;
     if (command == numeric::loginDone || command == numeric::loginDoneBefore) {

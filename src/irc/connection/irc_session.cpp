@@ -133,6 +133,7 @@ void IrcSession::follow(const IrcMessage& message) {
     if (message.command != "NICK" || !isSelf(message.nick()) || message.parameter(0).empty())
         return;
     nick_ = message.parameter(0);
+    // The next connection asks for a new name only if the owner has wanted that name himself.
     if (wantedNick_.empty() || !isSame(nick_, wantedNick_))
         return;
     identity_.nick = nick_;

@@ -117,6 +117,7 @@ std::size_t takeIrcCode(std::string_view text, MarkupStyle& style) {
     case plain:
         style = {};
         return 1;
+    // The client's markup has nothing for these three, so the code is dropped.
     case monospace:
     case reverse:
     case struckThrough:

@@ -87,6 +87,7 @@ void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
             shown_.message(shownNick + " notes: " + plainText(text));
         return;
     }
+    // Of the messages between programs only actions are shown.
     if (isRequest(text)) {
         if (const auto doing = actionIn(text); !doing.empty())
             shown_.message("* " + shownNick + ' ' + plainText(doing));
@@ -122,6 +123,7 @@ void IrcHearing::hearPrivately(const IrcMessage& message) {
 }
 
 void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
+    // The owner may be in another room by now. The line isn't taken for a command then.
     if (!isHere(said.channel)) {
         if (!said.isShown)
             shown_.message("to " + visibleName(said.channel) + ": " + plainMarkup(said.text));

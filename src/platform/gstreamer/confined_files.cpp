@@ -35,6 +35,7 @@ std::uint64_t allAccess(long version) {
         LANDLOCK_ACCESS_FS_REMOVE_FILE | LANDLOCK_ACCESS_FS_MAKE_CHAR |
         LANDLOCK_ACCESS_FS_MAKE_DIR | LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SOCK |
         LANDLOCK_ACCESS_FS_MAKE_FIFO | LANDLOCK_ACCESS_FS_MAKE_BLOCK | LANDLOCK_ACCESS_FS_MAKE_SYM;
+    // Landlock refuses a set of rules with rights that its version doesn't know.
     if (version >= referSince)
         access |= LANDLOCK_ACCESS_FS_REFER;
     if (version >= truncateSince)

@@ -29,6 +29,7 @@ void FileSource::push(GstElement* source, std::size_t size) {
         count = file_.read(place_, {reinterpret_cast<char*>(map.data), map.size});
         gst_buffer_unmap(buffer, &map);
     }
+    // The stream ends at the file's end, and likewise where the file can't be read any more.
     if (count == 0) {
         g_signal_emit_by_name(source, "end-of-stream", &result);
     } else {

@@ -37,6 +37,8 @@ GstPadProbeReturn LargeChunks::pass(GstPad* pad, GstPadProbeInfo* info, gpointer
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER)
         return chunks.take(pad, info);
     GstEvent* const event = GST_PAD_PROBE_INFO_EVENT(info);
+    // After a seek the kept samples are of no use. Other events that have a place in the stream
+    // must not overtake them.
     if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP)
         chunks.drop();
     else if (static_cast<unsigned>(GST_EVENT_TYPE(event)) & unsigned{GST_EVENT_TYPE_SERIALIZED})
@@ -53,6 +55,7 @@ GstPadProbeReturn LargeChunks::take(GstPad* pad, GstPadProbeInfo* info) {
     keep(buffer);
     if (GST_BUFFER_DURATION(kept_) < chunk)
         return GST_PAD_PROBE_DROP;
+    // The full chunk goes on in place of its last buffer.
     gst_buffer_unref(buffer);
     GST_PAD_PROBE_INFO_DATA(info) = std::exchange(kept_, nullptr);
     return GST_PAD_PROBE_OK;

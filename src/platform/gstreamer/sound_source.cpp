@@ -16,6 +16,7 @@ GstCaps* capsOf(const SoundFormat& format) {
                             std::endian::native == std::endian::little ? "F32LE" : "F32BE",
                             "layout", G_TYPE_STRING, "interleaved", "rate", G_TYPE_INT, format.rate,
                             "channels", G_TYPE_INT, format.channels, nullptr);
+    // A mask of 0 stands for channels that have no place in a room.
     const bool named = std::popcount(format.mask & sharedChannels) == format.channels;
     if (format.channels > 2)
         gst_caps_set_simple(caps, "channel-mask", GST_TYPE_BITMASK, named ? format.mask : 0,

@@ -110,6 +110,7 @@ void Synthesizer::reset() {
 }
 
 void Synthesizer::send(const MidiEvent& event, const MidiSong& song) {
+    // The first byte holds the kind of event in its upper half, the channel in its lower half.
     const int channel = event.bytes[0] & 0x0F, first = event.bytes[1], second = event.bytes[2];
     switch (event.bytes[0] & 0xF0) {
     case 0x80:
@@ -131,6 +132,7 @@ void Synthesizer::send(const MidiEvent& event, const MidiSong& song) {
         library_->channelPressure(synth_, channel, first);
         break;
     case 0xE0:
+        // A bend has 14 bits, the lower seven of which come first.
         library_->bend(synth_, channel, first | second << 7);
         break;
     default: {

@@ -56,6 +56,7 @@ bool GlibGuest::serveUntil(const std::function<bool()>& condition, Nanoseconds a
     const Inside inside(*this);
     const auto span = std::chrono::ceil<std::chrono::milliseconds>(atMost).count();
     bool over = span <= 0;
+    // The alarm ends the last iteration, which would otherwise wait for the next event.
     GSource* const alarm = g_timeout_source_new(over ? 0 : static_cast<guint>(span));
     g_source_set_callback(alarm, setTrue, &over, nullptr);
     g_source_attach(alarm, context_);

@@ -34,6 +34,7 @@ std::unique_ptr<PlayerProcess> PlayerProcess::start(const std::string& program,
                            .arguments = arguments,
                            .environment = variables(playersVariables),
                            .channel = ends[1]});
+    // Only the process itself may hold its end, so that the channel breaks when it is gone.
     ::close(ends[1]);
     if (!id) {
         ::close(ends[0]);
@@ -66,6 +67,7 @@ std::optional<PlayerReport> PlayerProcess::receive() {
         return std::nullopt;
     }
     const auto report = decodedReport({bytes.data(), static_cast<std::size_t>(got)});
+    // The channel's end reads as an empty message, which is no report either.
     broken_ |= !report;
     return report;
 }

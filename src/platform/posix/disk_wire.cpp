@@ -16,6 +16,7 @@ void WireWriter::text(std::string_view text) {
 std::uint64_t WireReader::number() {
     std::uint64_t value = 0;
     if (bytes_.size() < sizeof value) {
+        // Once bytes are lacking, nothing of the rest can be made out.
         isWhole_ = false;
         bytes_ = {};
         return 0;

@@ -84,6 +84,7 @@ bool writeAll(int channel, std::string_view bytes, const Descriptor& file) {
         if (put <= 0)
             return false;
         bytes.remove_prefix(static_cast<std::size_t>(put));
+        // The file has gone with the first bytes.
         along = nullptr;
     }
     return true;
@@ -180,6 +181,7 @@ void DiskWorker::flush() {
 }
 
 void DiskWorker::fill() {
+    // Bytes of answers that were taken are erased here all together, not with each answer.
     incoming_.erase(0, std::exchange(taken_, 0));
     char buffer[portion];
     Descriptor file;

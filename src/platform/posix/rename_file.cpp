@@ -46,6 +46,7 @@ bool claimAndRename(const std::string& from, const std::string& to) {
         return errno == EEXIST && takeOwnName(from, to);
     if (::rename(from.c_str(), to.c_str()) == 0)
         return true;
+    // Removing the claim must not change the reason that is told.
     const int reason = errno;
     ::unlink(to.c_str());
     errno = reason;

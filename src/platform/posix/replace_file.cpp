@@ -80,6 +80,7 @@ std::optional<fs::path> nameThenWrite(const fs::path& directory, const std::stri
     });
     if (!name || write(file, contents))
         return name;
+    // Removing the file must not change the reason that is told.
     const int reason = errno;
     ::unlink(name->c_str());
     errno = reason;

@@ -39,6 +39,7 @@ void LineReader::take(const char* bytes, std::size_t count) {
     const char* const end = bytes + count;
     while (bytes != end) {
         const char* const newline = std::find(bytes, end, '\n');
+        // Bytes beyond the longest line are dropped, up to the line's end.
         const auto room = longestLine - begun_.size();
         begun_.append(bytes, std::min(static_cast<std::size_t>(newline - bytes), room));
         if (newline == end)

@@ -55,6 +55,7 @@ std::vector<std::string> TerminalDialogs::openFiles(const FileQuestion& question
     screen_.show("open", question.title);
     const std::string line = answer().value_or("");
     std::vector<std::string> paths;
+    // Several paths are typed with "|" between them.
     for (std::string_view rest = line; !rest.empty();) {
         const auto path = rest.substr(0, rest.find('|'));
         rest.remove_prefix(std::min(rest.size(), path.size() + 1));

@@ -126,6 +126,7 @@ void RoomWindow::askPassword(const std::string& prompt, std::function<void(std::
     input_.takeSecret([this, window, answered = std::move(answered)](std::string line) {
         prompt_.clear();
         roomChanged();
+        // The answer goes out in an event of its own, by which time the window may be gone.
         loop_.post([window, answered, line = std::move(line)] {
             if (window)
                 answered(line);

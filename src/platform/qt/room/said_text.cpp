@@ -39,6 +39,7 @@ Families installedFamilies() {
             families.insert(family.toLower(), family);
     for (const auto& [face, standIn] : standIns) {
         const QString known = families.value(toQt(standIn).toLower());
+        // A face that is installed itself needs no stand-in.
         if (!known.isEmpty() && !families.contains(toQt(face)))
             families.insert(toQt(face), known);
     }
