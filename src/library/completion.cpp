@@ -155,8 +155,8 @@ Completion completionAmong(const std::vector<CompletedWord>& words, std::string_
     for (const auto& [word, arguments] : words) {
         if (!foldCase(word).starts_with(beginning))
             continue;
-        // Arguments that begin with "[" can be left out.
         fitting.add(word, arguments.empty() ? word : word + ' ' + arguments);
+        // Arguments that begin with "[" can be left out.
         takesArgument = takesArgument && !arguments.empty() && !arguments.starts_with('[');
     }
     if (fitting.isOne() && takesArgument)
