@@ -1,6 +1,7 @@
 #include "chat/catalogue.h"
 
 #include "shell/app_state.h"
+#include "shell/media_types.h"
 
 namespace larkspin {
 
@@ -9,7 +10,10 @@ namespace {
 struct Entry {
     std::string_view form; // after the trigger
     std::string_view help;
+    bool namesFilters = false; // the help ends with their words
 };
+
+constexpr bool namesFilters = true;
 
 // In the order in which the window shows them. A star, or a word after the first one, stands for
 // what the owner adds.
@@ -47,8 +51,8 @@ constexpr Entry entries[] = {
     {"end", "ends repeat of position (it ends the rec * command)"},
     {"exit", "exits program"},
     {"fc *", "font color"},
-    {"filter?", "tells what media filter lks is currently on. mp3, wma, wav, midi, or all types"},
-    {"filter *", "sets a media filter. mp3, wma, wav, midi, or all types"},
+    {"filter?", "tells what media filter lks is currently on. ", namesFilters},
+    {"filter *", "sets a media filter. ", namesFilters},
     {"first", "tells the first time you loaded this"},
     {"free *", "gives memory info about the drive letter you enter."},
     {"font *", "changes prog font"},
@@ -153,7 +157,8 @@ void fillcatalogue(AppState& state) {
     state.commandText.clear();
     for (const Entry& entry : entries) {
         state.commandNames.add(state.trigger + std::string(entry.form));
-        state.commandHelp.add(entry.help);
+        state.commandHelp.add(std::string(entry.help) +
+                              (entry.namesFilters ? toldMediaWords() : ""));
     }
     // This command is the same under any trigger.
     state.commandNames.add("'trig?");

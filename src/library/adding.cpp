@@ -1,11 +1,11 @@
 #include "library/adding.h"
 
 #include "chat/reply.h"
-#include "library/media_filter.h"
 #include "library/playlist.h"
 #include "library/playlist_row.h"
 #include "library/scan.h"
 #include "shell/app_state.h"
+#include "shell/media_types.h"
 #include "shell/this_run.h"
 #include "text/sought_text.h"
 
@@ -113,7 +113,7 @@ void Adding::boxLeftOut(int count) {
 
 FileQuestion Adding::question(const std::string& wanted) const {
     return {.title = wanted + " - your current media filter is " + state_.mediaFilter,
-            .types = {fileTypeOf(state_.mediaFilter)}};
+            .types = {fileTypeOf(mediaTypeOf(state_.mediaFilter))}};
 }
 
 void Adding::addFiles() {

@@ -1,12 +1,12 @@
 #include "playback/transport_buttons.h"
 
-#include "library/media_filter.h"
 #include "playback/choices.h"
 #include "playback/media_control.h"
 #include "playback/random_pick.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
+#include "shell/media_types.h"
 
 namespace larkspin {
 
@@ -83,8 +83,8 @@ void TransportButtons::playLast() {
 }
 
 void TransportButtons::openFile() {
-    if (const auto path =
-            dialogs_.openFile({.title = "Open a media file", .types = {fileTypeOf("all types")}}))
+    if (const auto path = dialogs_.openFile(
+            {.title = "Open a media file", .types = {fileTypeOf(mediaTypeOf(allMediaTypes))}}))
         transport_.openFromDisk(*path);
 }
 

@@ -48,7 +48,6 @@ struct AppState {
     bool cintz = false; // continuous
     bool rol = false;   // refresh the list at start
     bool spcol = true;  // stored, no other effect
-    bool fmp3 = false, fwma = false, fwav = false, fmid = false, fallt = false; // filter shown
 
     // Chat engine
     std::string trigger;                                 // what opens a command; may be empty
@@ -80,7 +79,8 @@ struct AppState {
     RowList playlistView{RowList::Order::sorted};      // the same rows, with the owner's selection
     RowList knownDirs, scanRows, dirQueue, driveRoots; // what scans found and work on
     std::string scanRoot;
-    std::string mediaFilter; // "mp3", "wav", "wma", "midi" or "all types"
+    std::string mediaFilter;  // a word of the table of media types, such as "mp3" or "all types"
+    std::string markedFilter; // the one whose entry has the check mark: only the menu moves it
     std::string matchCount;
     std::string fileCountLabel = "0 files";
     std::string playlistTitle{unnamedPlaylistTitle};

@@ -231,7 +231,7 @@ TEST_F(ScanTest, TheFilterSaysWhichTypesAreSeen) {
         machine.owner("'scan " + root);
         EXPECT_EQ(machine.state().scanRows.count(), found);
         EXPECT_EQ(machine.state().scanpcf, "scan pc for "s + name);
-        EXPECT_TRUE(machine.state().fmp3) << "only the tray moves the check mark";
+        EXPECT_EQ(machine.trayEntry("fmp3"), "*mp3") << "only the tray moves the check mark";
     }
     for (const char* word : {"MP3", "all types", "mid", "", " mp3"})
         EXPECT_EQ(machine.answer(std::string("'filter ") + word),

@@ -1,0 +1,40 @@
+// The one table of media types. The media filter, its menu and its words, the patterns of scans and
+// of file dialogs and the help are all made from it: to add a type is to add a row here and, where
+// it needs one, a decoder on the player's list.
+#pragma once
+
+#include "shell/dialogs.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+struct MediaType {
+    std::string_view word;    // as it is stored, shown and told
+    std::string_view typed;   // as the command takes it
+    std::string_view pattern; // of its files; empty: all that stand above it in the table
+    std::string_view files;   // what a file dialog calls them
+    std::string_view entry;   // of the tray's menu
+    int place;                // in the menu and the help, which have an order of their own
+};
+
+inline constexpr std::string_view allMediaTypes = "all types";
+
+std::span<const MediaType> mediaTypes();
+std::vector<const MediaType*> mediaTypesInMenu(); // by their places
+
+// The row of that word; for any other word the one that lets all types through.
+const MediaType& mediaTypeOf(std::string_view word);
+
+// What a lister lets through, and what a file dialog offers.
+std::string patternOf(const MediaType& type);
+FileType fileTypeOf(const MediaType& type);
+
+// "mp3, wav, or all": as the command takes them, and as the help tells them.
+std::string typedMediaWords();
+std::string toldMediaWords();
+
+} // namespace larkspin
