@@ -5,8 +5,7 @@
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "shell/settings.h"
-
-#include <algorithm>
+#include "text/line_breaks.h"
 
 namespace larkspin {
 
@@ -16,9 +15,7 @@ constexpr std::string_view opening = "</html><font face=\"";
 
 // Characters that would end the line in which a style value stands. The owner may have written
 // anything into the settings by hand; all other characters go out as they are.
-bool endsLine(char byte) {
-    return std::string_view("\n\v\f\r\0", 5).find(byte) != std::string_view::npos;
-}
+constexpr std::string_view styleBreaks("\n\v\f\r\0", 5);
 
 } // namespace
 
@@ -50,9 +47,7 @@ bool Reply::refusedInSilence(const std::string& refusal) {
 }
 
 std::string Reply::style(Choice choice) {
-    std::string value = settings_.yochoose(choice);
-    std::replace_if(value.begin(), value.end(), endsLine, ' ');
-    return value;
+    return breaksAsBlanks(settings_.yochoose(choice), styleBreaks);
 }
 
 // The style is read from the settings for each line, so a change shows from the next line on.

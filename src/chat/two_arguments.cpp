@@ -1,16 +1,16 @@
 #include "chat/two_arguments.h"
 
 #include "text/blanks.h"
+#include "text/parts.h"
 #include "text/utf8.h"
 
 namespace larkspin {
 
 std::optional<TwoArguments> twoArguments(std::string_view text) {
-    const auto comma = text.find(',');
-    if (comma == std::string_view::npos || comma + 1 == text.size())
+    const auto [first, after, isParted] = partedAt(text, ',');
+    if (after.empty())
         return std::nullopt;
-    const std::string_view after = text.substr(comma + 1);
-    return TwoArguments{std::string(withoutBlanks(text.substr(0, comma))),
+    return TwoArguments{std::string(withoutBlanks(first)),
                         std::string(withoutBlanks(after.substr(prefixLength(after, 1))))};
 }
 

@@ -2,6 +2,7 @@
 
 #include "library/line_files.h"
 #include "shell/kept_files.h"
+#include "text/line_breaks.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 #include "companions/launcher_items.h"
 
-#include "library/line_files.h"
 #include "shell/app_state.h"
+#include "text/line_breaks.h"
 
 #include <utility>
 
@@ -51,8 +51,8 @@ bool LauncherItems::titleHolds(int index, std::string_view folded) const {
 bool LauncherItems::add(const std::string& path, const std::string& title) {
     if (state_.appTitles.full())
         return false;
-    state_.appPaths.add(asOneLine(path));
-    state_.appTitles.add(asOneLine(title));
+    state_.appPaths.add(breaksAsBlanks(path));
+    state_.appTitles.add(breaksAsBlanks(title));
     showCount();
     return true;
 }

@@ -1,9 +1,9 @@
 #include "companions/notes.h"
 
-#include "library/line_files.h"
 #include "shell/app_state.h"
 #include "shell/event_loop.h"
 #include "text/dates.h"
+#include "text/line_breaks.h"
 #include "text/utf8.h"
 
 namespace larkspin {
@@ -35,7 +35,7 @@ std::string_view noteSubject(std::string_view row) {
 std::string Notes::made(const std::string& text) const {
     // A note is one line of its file, so it can't have a line break.
     const std::tm now = loop_.localTime();
-    return shortDate(now) + "-" + clockTime(now) + ":     " + asOneLine(text);
+    return shortDate(now) + "-" + clockTime(now) + ":     " + breaksAsBlanks(text);
 }
 
 bool Notes::add(const std::string& text) {

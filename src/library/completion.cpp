@@ -4,6 +4,7 @@
 #include "shell/app_state.h"
 #include "text/canonical.h"
 #include "text/fold.h"
+#include "text/parts.h"
 #include "text/stand_ins.h"
 #include "text/utf8.h"
 
@@ -133,14 +134,13 @@ Completion commands(const AppState& state, std::string_view typed) {
 Completion completionOf(const AppState& state, std::string_view typed) {
     const std::size_t triggerLength = prefixLength(typed, characterCount(state.trigger));
     const std::string_view afterTrigger = typed.substr(triggerLength);
-    const auto blank = afterTrigger.find(' ');
+    const auto [typedWord, argument, hasArgument] = partedAt(afterTrigger, ' ');
     // Before the first blank the command's own word is completed, after it the argument.
-    if (blank == std::string_view::npos)
+    if (!hasArgument)
         return commands(state, typed);
     if (!equalFolded(typed.substr(0, triggerLength), state.trigger))
         return {};
-    const std::string word = foldCase(afterTrigger.substr(0, blank));
-    const std::string_view argument = afterTrigger.substr(blank + 1);
+    const std::string word = foldCase(typedWord);
     if (word == "play" || word == "rnd" || word == "num")
         return songs(state, argument, word == "num");
     if (word == "list" || word == "xlist" || word == "save")

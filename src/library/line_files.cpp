@@ -6,6 +6,9 @@
 #include "shell/data_directory.h"
 #include "shell/files.h"
 #include "shell/this_run.h"
+#include "text/line_breaks.h"
+#include "text/parts.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,8 +16,6 @@
 namespace larkspin {
 
 namespace {
-
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 bool isBlank(std::string_view line) {
     return line.find_first_not_of(" \t") == std::string_view::npos;
@@ -78,20 +79,11 @@ bool isText(std::string_view text, const RowList& list, std::string_view more) {
 
 } // namespace
 
-std::string asOneLine(std::string text) {
-    const auto isLineBreak = [](char byte) { return byte == '\r' || byte == '\n'; };
-    std::replace_if(text.begin(), text.end(), isLineBreak, ' ');
-    return text;
-}
-
 void forEachLine(std::string_view text, const std::function<void(std::string_view)>& take) {
     if (text.starts_with(byteOrderMark))
         text.remove_prefix(byteOrderMark.size());
-    while (!text.empty()) {
-        const auto end = std::min(text.find('\n'), text.size());
-        takeLines(text.substr(0, end), take);
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
+    while (!text.empty())
+        takeLines(takePart(text, '\n'), take);
 }
 
 std::string linesOf(const RowList& list) {

@@ -19,11 +19,6 @@ namespace larkspin {
 
 struct AppState;
 
-// A text that is to be a row of such a list: line breaks in it become blanks.
-std::string asOneLine(std::string text);
-
-inline constexpr std::string_view lineEnd = "\r\n";
-
 // Calls for each line of the text, without its end.
 void forEachLine(std::string_view text, const std::function<void(std::string_view)>& take);
 

@@ -30,7 +30,7 @@ std::string fileNameFor(const std::string& typed) {
     const auto blanksInFront = std::min(typed.find_first_not_of(' '), typed.size());
     std::string name;
     for (std::size_t count = 0; count < blanksInFront; ++count)
-        name += "\uF020";
+        appendStandIn(name, ' ');
     return name + asStored(typed.substr(blanksInFront));
 }
 

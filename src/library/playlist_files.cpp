@@ -4,6 +4,7 @@
 #include "shell/app_state.h"
 #include "shell/kept_files.h"
 #include "shell/this_run.h"
+#include "text/characters.h"
 
 #include <algorithm>
 
@@ -24,17 +25,12 @@ constexpr const char* nameKey = "playlist";
 constexpr const char* changedKey = "changed playlist";
 constexpr const char* addedKey = "added to playlist";
 
-bool isControl(char byte) {
-    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
-}
-
 // Whether a directory can hold a file of that name. An ending alone is no name.
 bool isFileName(std::string_view name) {
     if (name.ends_with(ending))
         name.remove_suffix(ending.size());
     return name.find_first_not_of('.') != std::string_view::npos &&
-           name.find_first_of("\\/:") == std::string_view::npos &&
-           std::none_of(name.begin(), name.end(), isControl);
+           name.find_first_of("\\/:") == std::string_view::npos && !hasControls(name);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "library/playlist_row.h"
 
+#include "text/parts.h"
 #include "text/utf8.h"
 #include "text/wildcard.h"
 
@@ -35,13 +36,12 @@ std::size_t longestName(std::size_t bar) {
 }
 
 std::string_view rowname(std::string_view row) {
-    const auto bar = row.find('|');
-    if (bar == std::string_view::npos)
+    const auto [head, directory, isRow] = partedAt(row, '|');
+    if (!isRow)
         return {};
-    const std::string_view head = row.substr(0, bar);
     // Nearly always everything between the name and the bar is ASCII, where bytes can be counted
     // instead of characters.
-    const auto gapStart = longestName(bar);
+    const auto gapStart = longestName(head.size());
     if (head.substr(gapStart, gap.size()) == gap)
         return head.substr(0, gapStart);
     return withoutLast(head, betweenNameAndBar);
@@ -51,9 +51,8 @@ namespace {
 
 // The gap and the extension, up to the "|".
 std::string_view afterName(std::string_view row) {
-    const auto bar = row.find('|');
-    return bar == std::string_view::npos ? std::string_view()
-                                         : row.substr(0, bar).substr(rowname(row).size());
+    const auto [head, directory, isRow] = partedAt(row, '|');
+    return isRow ? head.substr(rowname(row).size()) : std::string_view();
 }
 
 } // namespace
@@ -65,15 +64,14 @@ std::string_view rowext(std::string_view row) {
     const auto brace = row.find('{');
     if (brace == std::string_view::npos || brace + 2 > row.size())
         return {};
-    const std::string_view rest = row.substr(brace + 2);
-    const auto bar = rest.find('|');
-    return bar == std::string_view::npos || bar == 0 ? std::string_view() : rest.substr(0, bar - 1);
+    const auto [extension, directory, isRow] = partedAt(row.substr(brace + 2), '|');
+    return isRow ? extension.substr(0, std::max<std::size_t>(extension.size(), 1) - 1)
+                 : std::string_view();
 }
 
 std::string_view rowdir(std::string_view row) {
-    const auto bar = row.find('|');
-    return bar == std::string_view::npos || bar + 2 > row.size() ? std::string_view()
-                                                                 : row.substr(bar + 2);
+    const std::string_view directory = partedAt(row, '|').tail;
+    return directory.substr(std::min<std::size_t>(directory.size(), 1));
 }
 
 std::string rowpath(std::string_view row) {
@@ -102,10 +100,9 @@ bool isSameFile(const Song& a, const Song& b) {
 }
 
 bool isWellFormed(std::string_view row) {
-    const auto bar = row.find('|');
     const std::string_view tail = afterName(row);
-    return bar != std::string_view::npos && tail.size() > gap.size() && tail.starts_with(gap) &&
-           tail.ends_with(' ') && row.substr(bar + 1).starts_with(' ');
+    return tail.size() > gap.size() && tail.starts_with(gap) && tail.ends_with(' ') &&
+           partedAt(row, '|').tail.starts_with(' ');
 }
 
 Song songOfRow(std::string_view row) {

@@ -7,6 +7,7 @@
 #include "shell/event_loop.h"
 #include "shell/this_run.h"
 #include "text/fold.h"
+#include "text/parts.h"
 
 #include <algorithm>
 #include <iterator>
@@ -77,8 +78,8 @@ void Scan::clearResults() {
 
 void Scan::scanRoots(const ThisRun& run) {
     for (const std::string& drive : listers_.Drive1.list()) {
-        const std::string root = drive.substr(0, drive.find(':')) + ":\\";
         // A drive may be listed with a label after its letter.
+        const std::string root = std::string(partedAt(drive, ':').head) + ":\\";
         if (!isinlist(state_.driveRoots, root))
             state_.driveRoots.add(root);
     }

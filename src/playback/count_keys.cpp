@@ -1,39 +1,34 @@
 #include "playback/count_keys.h"
 
-#include <algorithm>
+#include "shell/ini_text.h"
+#include "text/blanks.h"
+#include "text/characters.h"
+#include "text/parts.h"
+
 #include <utility>
 
 namespace larkspin {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r\n\f\v";
 constexpr std::size_t longestEscaped = 4096; // bytes; no file's name comes near it
 constexpr std::string_view digits = "0123456789ABCDEF";
 
-bool isControl(char byte) {
-    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
-}
-
 bool isBlank(char byte) {
-    return blanks.find(byte) != std::string_view::npos;
+    return iniBlanks.find(byte) != std::string_view::npos;
 }
 
 // A section's header, when a comment seems to stand after its bracket.
 bool opensLikeHeader(std::string_view title) {
-    const auto bracket = title.find(']');
-    if (!title.starts_with('[') || bracket == std::string_view::npos)
-        return false;
-    const auto after = title.find_first_not_of(blanks, bracket + 1);
-    return after != std::string_view::npos && title[after] == ';';
+    return title.starts_with('[') &&
+           withoutBlanks(partedAt(title, ']').tail, iniBlanks).starts_with(';');
 }
 
 // Whether a name can't be a key as it is.
 bool isUnfit(std::string_view title) {
-    return !title.empty() &&
-           (isBlank(title.front()) || isBlank(title.back()) ||
-            title.find('=') != std::string_view::npos ||
-            std::any_of(title.begin(), title.end(), isControl) || opensLikeHeader(title));
+    return !title.empty() && (isBlank(title.front()) || isBlank(title.back()) ||
+                              title.find('=') != std::string_view::npos || hasControls(title) ||
+                              opensLikeHeader(title));
 }
 
 std::string escaped(std::string_view title) {

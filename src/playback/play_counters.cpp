@@ -5,6 +5,7 @@
 #include "shell/app_state.h"
 #include "shell/settings.h"
 #include "text/number.h"
+#include "text/parts.h"
 
 namespace larkspin {
 
@@ -18,7 +19,7 @@ constexpr std::string_view section = "times played";
 // that. What is a song's whole name counts for that song alone.
 double PlayCounters::count(const std::string& title) {
     std::string counted = settings_.getini(section, countKey(title), countsFile_);
-    const std::string cut = title.substr(0, title.find('='));
+    const std::string cut(partedAt(title, '=').head);
     if (counted.empty() && cut != title && !songOfFile(cut, "").extension.starts_with('.'))
         counted = settings_.getini(section, cut, countsFile_);
     return numberOrZero(counted);

@@ -5,6 +5,7 @@
 #include "playback/media_control.h"
 #include "shell/app_state.h"
 #include "text/number.h"
+#include "text/parts.h"
 
 #include <cmath>
 #include <optional>
@@ -19,11 +20,10 @@ std::optional<double> partOfTime(std::string_view text) {
 }
 
 std::optional<double> seconds(std::string_view time) {
-    const auto colon = time.find(':');
-    if (colon == std::string_view::npos)
+    const auto [head, tail, hasMinutes] = partedAt(time, ':');
+    if (!hasMinutes)
         return number(time);
-    const auto minutes = partOfTime(time.substr(0, colon));
-    const auto rest = partOfTime(time.substr(colon + 1));
+    const auto minutes = partOfTime(head), rest = partOfTime(tail);
     if (!minutes || !rest || !std::isfinite(60 * *minutes + *rest))
         return std::nullopt;
     return 60 * *minutes + *rest;

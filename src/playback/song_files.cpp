@@ -8,6 +8,7 @@
 #include "playback/transport.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
+#include "text/characters.h"
 #include "text/stand_ins.h"
 #include "text/utf8.h"
 
@@ -24,9 +25,7 @@ std::string undone(const std::string& verb, const std::string& title, const File
 
 // Whether a new name may not have this character, unless the old one has it already.
 bool isRefused(char letter) {
-    const auto byte = static_cast<unsigned char>(letter);
-    return byte < 0x20 || byte == 0x7F ||
-           std::string_view("/\\:<>|").find(letter) != std::string_view::npos;
+    return isControl(letter) || std::string_view("/\\:<>|").find(letter) != std::string_view::npos;
 }
 
 // Whether the song can be given this name, which is in stored form and without the extension, since

@@ -7,6 +7,7 @@
 #include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/number.h"
+#include "text/parts.h"
 
 #include <algorithm>
 
@@ -42,16 +43,13 @@ std::vector<CountedSong> readcounts(Files& files, const std::string& path) {
     const std::string contents = files.read(path).contents;
     std::vector<CountedSong> songs;
     for (std::string_view rest = contents; !rest.empty();) {
-        std::string_view line = rest.substr(0, rest.find('\n'));
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        std::string_view line = takePart(rest, '\n');
         if (line.ends_with('\r'))
             line.remove_suffix(1);
-        const auto equals = line.find('=');
-        if (equals == std::string_view::npos)
-            continue;
-        const std::string_view count = line.substr(equals + 1);
+        const auto [key, count, isSong] = partedAt(line, '=');
         const double value = numberOrZero(count);
-        songs.push_back({titleOfCountKey(line.substr(0, equals)), value, shownCount(count, value)});
+        if (isSong)
+            songs.push_back({titleOfCountKey(key), value, shownCount(count, value)});
     }
     return songs;
 }

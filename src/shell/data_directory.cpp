@@ -1,6 +1,7 @@
 #include "shell/data_directory.h"
 
 #include "text/fold.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <iterator>
@@ -16,30 +17,17 @@ struct OwnFile {
 // All files that the program keeps, with what they hold in the owner's words. The lock holds
 // nothing that could be lost.
 constexpr OwnFile ownFiles[] = {
-    {"larkspin.ini", "settings"},
-    {"played.ini", "play counts"},
-    {"temp.lst", "playlist"},
-    {"larkmain.lpb", "notes"},
-    {"lksapp.lst", "applications n shit"},
-    {"lksappl.lst", "applications n shit"},
-    {"history.txt", "typed lines"},
-    {"irc.txt", "irc account"},
-    {"room-window.txt", "place of the window"},
-    {"larkspin.lock", ""},
+    {ownName::settings, "settings"},
+    {ownName::counts, "play counts"},
+    {ownName::unnamedPlaylist, "playlist"},
+    {ownName::notes, "notes"},
+    {ownName::appPaths, "applications n shit"},
+    {ownName::appTitles, "applications n shit"},
+    {ownName::history, "typed lines"},
+    {ownName::irc, "irc account"},
+    {ownName::roomWindow, "place of the window"},
+    {ownName::lock, ""},
 };
-
-// How the names of half-written files begin. The next start removes what is left of them.
-constexpr std::string_view unfinishedStart = ".larkspin-";
-
-// The marks of text/stand_ins.h aren't written to the disk: a name with one is that of the same
-// file as the name without.
-std::string withoutMarks(std::string_view text) {
-    constexpr std::string_view mark = "\uF000";
-    std::string name(text);
-    for (auto at = name.find(mark); at != std::string::npos; at = name.find(mark, at))
-        name.erase(at, mark.size());
-    return name;
-}
 
 std::string_view withoutEnding(std::string_view name, std::string_view ending) {
     if (name.ends_with(ending))
@@ -59,7 +47,7 @@ std::string_view DataDirectory::contentsOf(std::string_view path) const {
 
 bool DataDirectory::isOwnFile(std::string_view path) const {
     const std::string folded = foldCase(withoutMarks(path));
-    if (folded.starts_with(foldCase(file(unfinishedStart))))
+    if (folded.starts_with(foldCase(file(ownName::unfinishedStart))))
         return true;
     const std::string_view kept = withoutEnding(withoutEnding(folded, besideEnding), aheadEnding);
     return std::any_of(std::begin(ownFiles), std::end(ownFiles),

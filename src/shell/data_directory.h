@@ -8,21 +8,37 @@
 
 namespace larkspin {
 
+// Also what the platform's own code opens by name.
+namespace ownName {
+inline constexpr std::string_view settings = "larkspin.ini";
+inline constexpr std::string_view counts = "played.ini";
+inline constexpr std::string_view unnamedPlaylist = "temp.lst";
+inline constexpr std::string_view notes = "larkmain.lpb";
+inline constexpr std::string_view appPaths = "lksapp.lst";
+inline constexpr std::string_view appTitles = "lksappl.lst";
+inline constexpr std::string_view history = "history.txt";
+inline constexpr std::string_view irc = "irc.txt";
+inline constexpr std::string_view roomWindow = "room-window.txt";
+inline constexpr std::string_view lock = "larkspin.lock";
+// How the names of half-written files begin. The next start removes what is left of them.
+inline constexpr std::string_view unfinishedStart = ".larkspin-";
+} // namespace ownName
+
 class DataDirectory {
 public:
     explicit DataDirectory(std::string path) : path_(std::move(path)) {}
 
     const std::string& path() const { return path_; } // without a trailing backslash
 
-    std::string settingsFile() const { return file("larkspin.ini"); }
-    std::string countsFile() const { return file("played.ini"); }
-    std::string unnamedPlaylist() const { return file("temp.lst"); }
-    std::string notesFile() const { return file("larkmain.lpb"); }
-    std::string appPathsFile() const { return file("lksapp.lst"); }
-    std::string appTitlesFile() const { return file("lksappl.lst"); }
-    std::string historyFile() const { return file("history.txt"); }
-    std::string ircFile() const { return file("irc.txt"); }
-    std::string roomWindowFile() const { return file("room-window.txt"); }
+    std::string settingsFile() const { return file(ownName::settings); }
+    std::string countsFile() const { return file(ownName::counts); }
+    std::string unnamedPlaylist() const { return file(ownName::unnamedPlaylist); }
+    std::string notesFile() const { return file(ownName::notes); }
+    std::string appPathsFile() const { return file(ownName::appPaths); }
+    std::string appTitlesFile() const { return file(ownName::appTitles); }
+    std::string historyFile() const { return file(ownName::history); }
+    std::string ircFile() const { return file(ownName::irc); }
+    std::string roomWindowFile() const { return file(ownName::roomWindow); }
     std::string file(std::string_view name) const { return path_ + '\\' + std::string(name); }
 
     // What such a file holds, as the owner calls it; empty for any other path.

@@ -1,8 +1,11 @@
 #include "shell/ini_text.h"
 
+#include "text/blanks.h"
 #include "text/fold.h"
+#include "text/line_breaks.h"
+#include "text/parts.h"
+#include "text/utf8.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <optional>
 
@@ -10,37 +13,28 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n\f\v";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return withoutBlanks(text, iniBlanks);
 }
 
 std::string_view beforeEquals(std::string_view text) {
-    return trimmed(text.substr(0, text.find('=')));
+    return trimmed(partedAt(text, '=').head);
 }
 
 std::string_view valueOf(std::string_view line) {
-    return trimmed(line.substr(line.find('=') + 1));
+    return trimmed(partedAt(line, '=').tail);
 }
 
 // The name in a section's header; nothing for any other line. The key of a song whose name begins
 // with a bracket looks alike, but has an equals sign after the brackets; a header can have one
 // there in a comment only.
 std::optional<std::string_view> headerName(std::string_view line) {
-    line = trimmed(line);
-    const auto end = line.find(']');
-    if (!line.starts_with('[') || end == std::string_view::npos)
+    const auto [name, rest, isClosed] = partedAt(trimmed(line), ']');
+    const std::string_view after = trimmed(rest);
+    if (!name.starts_with('[') || !isClosed ||
+        (partedAt(after, '=').isParted && !after.starts_with(';')))
         return std::nullopt;
-    const std::string_view after = trimmed(line.substr(end + 1));
-    if (after.find('=') != std::string_view::npos && !after.starts_with(';'))
-        return std::nullopt;
-    return trimmed(line.substr(1, end - 1));
+    return trimmed(name.substr(1));
 }
 
 // Walks through the lines of the first section of that name, blank ones left out. If a second
@@ -108,11 +102,9 @@ Found findKey(std::string_view contents, std::string_view section, std::string_v
     return found;
 }
 
-std::string onOneLine(std::string_view text) {
-    std::string line(text);
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-    return std::string(trimmed(line));
+// What can stand on a line of the file.
+std::string fitted(std::string_view text) {
+    return std::string(trimmed(breaksAsBlanks(std::string(text), lineBreaksAndNul)));
 }
 
 void endLastLine(std::string& text) {
@@ -124,7 +116,7 @@ void endLastLine(std::string& text) {
 
 std::string_view iniValue(std::string_view contents, std::string_view section,
                           std::string_view key) {
-    const std::string name = onOneLine(beforeEquals(key));
+    const std::string name = fitted(beforeEquals(key));
     const Found found = name.empty() ? Found{} : findKey(contents, section, name);
     if (!found.line)
         return {};
@@ -141,8 +133,8 @@ IniValues iniValues(std::string_view contents, std::string_view section) {
 
 std::string withIniValue(std::string_view contents, std::string_view section, std::string_view key,
                          std::string_view value) {
-    const std::string name = onOneLine(beforeEquals(key));
-    const std::string line = name + '=' + onOneLine(value);
+    const std::string name = fitted(beforeEquals(key));
+    const std::string line = name + '=' + fitted(value);
     if (name.empty() || headerName(line))
         return std::string(contents);
     const Found found = findKey(contents, section, name);
@@ -169,7 +161,7 @@ std::string withIniValue(std::string_view contents, std::string_view section, st
 
 std::string withoutIniKey(std::string_view contents, std::string_view section,
                           std::string_view key) {
-    const std::string name = onOneLine(beforeEquals(key));
+    const std::string name = fitted(beforeEquals(key));
     std::string result(contents);
     if (name.empty())
         return result;

@@ -12,6 +12,8 @@
 
 namespace larkspin {
 
+inline constexpr std::string_view iniBlanks = " \t\r\n\f\v";
+
 // The value of the first line with that key in the section; empty when there is none. An empty
 // key finds nothing.
 std::string_view iniValue(std::string_view contents, std::string_view section,

@@ -6,7 +6,7 @@ namespace larkspin {
 
 namespace {
 
-std::string counted(const std::string& seconds) {
+std::string asCount(const std::string& seconds) {
     return numberText(numberOrZero(seconds));
 }
 
@@ -31,8 +31,8 @@ Shell::Shell(EventLoop& loop, Files& files, const std::string& dataDirectory, bo
     : directory(dataDirectory), settings(files, directory), splash(state, loop, fadesWindows) {}
 
 void Shell::load(const StoredSettings& stored) {
-    state.playedSeconds = counted(stored.get("mp3sec"));
-    state.programSeconds = counted(stored.get("progsec"));
+    state.playedSeconds = asCount(stored.get("mp3sec"));
+    state.programSeconds = asCount(stored.get("progsec"));
     loadFlag(state.rol, stored.get("ref on load"));
 }
 

@@ -7,12 +7,26 @@
 
 namespace larkspin {
 
+constexpr bool isAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
 constexpr bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
+constexpr bool isCapital(char byte) {
+    return byte >= 'A' && byte <= 'Z';
+}
+
+// The small letter of a capital; anything else as it is.
+constexpr char smallAscii(char byte) {
+    return isCapital(byte) ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
 constexpr bool isLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+    const char letter = smallAscii(byte);
+    return letter >= 'a' && letter <= 'z';
 }
 
 constexpr bool isControl(char32_t code) {
@@ -20,8 +34,7 @@ constexpr bool isControl(char32_t code) {
 }
 
 constexpr bool isControl(char byte) {
-    const auto code = static_cast<unsigned char>(byte);
-    return code < 0x80 && isControl(static_cast<char32_t>(code));
+    return isAscii(byte) && isControl(static_cast<char32_t>(byte));
 }
 
 constexpr bool hasControls(std::string_view text) {

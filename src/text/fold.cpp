@@ -1,6 +1,7 @@
 #include "text/fold.h"
 
 #include "text/canonical.h"
+#include "text/characters.h"
 #include "text/stand_ins.h"
 #include "text/utf8.h"
 
@@ -32,20 +33,12 @@ char32_t folded(char32_t code) {
     return static_cast<char32_t>(static_cast<int>(code) + range->delta);
 }
 
-bool isAscii(char byte) {
-    return static_cast<unsigned char>(byte) < 0x80;
-}
-
-char foldedAscii(char byte) {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-}
-
 // The frequent cases go first: a single byte, then a single character that has one spelling only.
 // Anything else is composed.
 void appendFolded(std::string& result, std::string_view cluster) {
     Character character = firstCharacter(cluster);
     if (cluster.size() == 1) {
-        result += foldedAscii(cluster[0]);
+        result += smallAscii(cluster[0]);
         return;
     }
     if (character.length == cluster.size() && !isRespelled(character.code)) {
@@ -59,7 +52,7 @@ void appendFolded(std::string& result, std::string_view cluster) {
     }
     compose(codes);
     std::ranges::transform(codes, codes.begin(), [](char32_t code) {
-        return code < 0x80 ? static_cast<char32_t>(foldedAscii(static_cast<char>(code)))
+        return code < 0x80 ? static_cast<char32_t>(smallAscii(static_cast<char>(code)))
                            : folded(code);
     });
     compose(codes); // a capital may have no composed form where the small letter has
@@ -75,7 +68,7 @@ std::string foldCase(std::string_view text) {
     char bits = 0;
     for (char& byte : result) {
         bits = static_cast<char>(bits | byte);
-        byte = foldedAscii(byte);
+        byte = smallAscii(byte);
     }
     if (isAscii(bits))
         return result;
@@ -95,7 +88,7 @@ std::string foldName(std::string_view typed) {
     std::string name;
     for (const char byte : foldCase(typed)) {
         if (byte == '|' || byte == '\\')
-            appendCharacter(name, standInBase + static_cast<unsigned char>(byte));
+            appendStandIn(name, byte);
         else
             name += byte;
     }
@@ -122,7 +115,7 @@ bool equalFolded(std::string_view a, std::string_view b) {
     for (std::size_t i = 0; i < both; ++i) {
         if (!isAscii(a[i]) || !isAscii(b[i]))
             return foldedFrom(a, i) == foldedFrom(b, i);
-        if (foldedAscii(a[i]) != foldedAscii(b[i]))
+        if (smallAscii(a[i]) != smallAscii(b[i]))
             return false;
     }
     return a.size() == b.size();
@@ -137,7 +130,7 @@ int compareFolded(std::string_view a, std::string_view b) {
     for (std::size_t i = 0; i < both; ++i) {
         if (!isAscii(a[i]) || !isAscii(b[i]))
             return foldedFrom(a, i).compare(foldedFrom(b, i));
-        const char left = foldedAscii(a[i]), right = foldedAscii(b[i]);
+        const char left = smallAscii(a[i]), right = smallAscii(b[i]);
         // The letters differ, but with their accents they may be other characters.
         if (left != right && (isJoined(a, i) || isJoined(b, i)))
             return foldCase(a.substr(i)).compare(foldCase(b.substr(i)));

@@ -13,6 +13,7 @@ namespace {
 
 constexpr char lastControl = 0x1F, deleteControl = 0x7F;
 constexpr char32_t pictureBase = 0x2400, pictureOfDelete = 0x2421;
+constexpr std::string_view mark = "\uF000";
 
 // Whether the text has neither stand-ins nor marks, as nearly all texts: both begin with this byte.
 bool isPlain(std::string_view text) {
@@ -22,28 +23,42 @@ bool isPlain(std::string_view text) {
 
 // One character of a stored text, with the mark in front of it if it has one.
 struct Unit {
-    std::string_view stored;
-    std::string seen;
+    std::string_view stored; // with the mark in front of it
+    std::string_view plain;  // without
+    std::optional<char> meant;
 };
 
 Unit takeUnit(std::string_view& text) {
-    Character character = firstCharacter(text);
-    std::size_t length = character.length;
-    bool isMarked = false;
-    if (character.valid && character.code == standInBase && length < text.size()) {
-        character = firstCharacter(text.substr(length));
-        length += character.length;
-        isMarked = true;
+    std::string_view plain = text;
+    Character character = firstCharacter(plain);
+    const bool isMarked =
+        character.valid && character.code == standInBase && character.length < plain.size();
+    if (isMarked) {
+        plain.remove_prefix(character.length);
+        character = firstCharacter(plain);
     }
-    // A marked character is meant as itself, so it looks like what it is; only without a mark may
-    // it be a stand-in.
-    Unit unit{text.substr(0, length), {}};
-    if (character.valid && !isMarked)
-        appendCharacter(unit.seen, seenCharacter(character.code));
-    else
-        unit.seen = text.substr(length - character.length, character.length);
-    text.remove_prefix(length);
-    return unit;
+    plain = plain.substr(0, character.length);
+    // A marked character is meant as itself; only without a mark may it be a stand-in.
+    const auto meant =
+        character.valid && !isMarked ? standsFor(character.code) : std::optional<char>();
+    const std::string_view stored =
+        text.substr(0, isMarked ? mark.size() + plain.size() : plain.size());
+    text.remove_prefix(stored.size());
+    return {stored, plain, meant};
+}
+
+char32_t seenFormOf(char meant) {
+    const char32_t code = static_cast<unsigned char>(meant);
+    return meant == deleteControl ? pictureOfDelete
+           : code <= lastControl  ? pictureBase + code
+                                  : code;
+}
+
+std::string seenForm(const Unit& unit) {
+    std::string seen(unit.meant ? std::string_view() : unit.plain);
+    if (unit.meant)
+        appendCharacter(seen, seenFormOf(*unit.meant));
+    return seen;
 }
 
 // In bytes. Comparing takes time and memory by the product of both lengths. Edited texts are names
@@ -55,8 +70,10 @@ constexpr std::size_t mostCompared = 4096;
 class Alignment {
 public:
     Alignment(std::string_view stored, std::string_view edited) {
-        while (!stored.empty())
-            units_.push_back(takeUnit(stored));
+        while (!stored.empty()) {
+            const Unit unit = takeUnit(stored);
+            units_.push_back({unit.stored, seenForm(unit)});
+        }
         while (!edited.empty()) {
             typed_.push_back(edited.substr(0, firstCharacter(edited).length));
             edited.remove_prefix(typed_.back().size());
@@ -96,6 +113,11 @@ public:
     }
 
 private:
+    struct Shown {
+        std::string_view stored;
+        std::string seen;
+    };
+
     std::uint16_t& length(std::size_t unit, std::size_t at) { return lengths_[unit * width_ + at]; }
 
     // A front end shows the replacement character for bytes that are no text, or can't be seen.
@@ -106,9 +128,9 @@ private:
     }
 
     // A front end may leave out characters that only join others.
-    static bool isUnseen(const Unit& unit) { return visibleText(unit.seen, " ").empty(); }
+    static bool isUnseen(const Shown& unit) { return visibleText(unit.seen, " ").empty(); }
 
-    std::vector<Unit> units_;
+    std::vector<Shown> units_;
     std::vector<std::string_view> typed_;
     std::size_t width_ = 0;
     std::vector<std::uint16_t> lengths_; // of the common sequence from a unit and a typed one on
@@ -116,14 +138,13 @@ private:
 
 } // namespace
 
+void appendStandIn(std::string& text, char byte) {
+    appendCharacter(text, standInBase + static_cast<unsigned char>(byte));
+}
+
 char32_t seenCharacter(char32_t code) {
     const auto meant = standsFor(code);
-    if (!meant)
-        return code;
-    const char32_t seen = static_cast<unsigned char>(*meant);
-    return *meant == deleteControl ? pictureOfDelete
-           : seen <= lastControl   ? pictureBase + seen
-                                   : seen;
+    return meant ? seenFormOf(*meant) : code;
 }
 
 std::string asSeen(std::string_view text) {
@@ -131,7 +152,7 @@ std::string asSeen(std::string_view text) {
         return std::string(text);
     std::string seen;
     while (!text.empty())
-        seen += takeUnit(text).seen;
+        seen += seenForm(takeUnit(text));
     return seen;
 }
 
@@ -139,7 +160,7 @@ std::string asStored(std::string_view typed) {
     std::string stored;
     for (const char byte : typed) {
         if (needsStandIn(byte))
-            appendCharacter(stored, standInBase + static_cast<unsigned char>(byte));
+            appendStandIn(stored, byte);
         else
             stored += byte;
     }
@@ -157,6 +178,47 @@ std::string asStoredPath(std::string_view typed) {
         typed.remove_prefix(std::min<std::size_t>(typed.size(), 1));
     }
     return path;
+}
+
+std::string nameFromDisk(std::string_view native) {
+    if (isPlain(native) && std::ranges::none_of(native, needsStandIn) && !native.starts_with(' ') &&
+        !native.ends_with(' '))
+        return std::string(native);
+    std::string name;
+    for (std::size_t at = 0; at < native.size();) {
+        const Character character = firstCharacter(native.substr(at));
+        const bool isAtAnEnd = at == 0 || at + 1 == native.size();
+        if (needsStandIn(native[at]) || (native[at] == ' ' && isAtAnEnd)) {
+            appendStandIn(name, native[at]);
+        } else {
+            if (character.valid && (character.code == standInBase || standsFor(character.code)))
+                name += mark;
+            name += native.substr(at, character.length);
+        }
+        at += character.length;
+    }
+    return name;
+}
+
+std::string nameOnDisk(std::string_view stored) {
+    if (isPlain(stored))
+        return std::string(stored);
+    std::string name;
+    while (!stored.empty()) {
+        const Unit unit = takeUnit(stored);
+        if (unit.meant)
+            name += *unit.meant;
+        else
+            name += unit.plain;
+    }
+    return name;
+}
+
+std::string withoutMarks(std::string_view text) {
+    std::string name(text);
+    for (auto at = name.find(mark); at != std::string::npos; at = name.find(mark, at))
+        name.erase(at, mark.size());
+    return name;
 }
 
 std::string afterEditing(std::string_view stored, std::string_view edited) {

@@ -4,6 +4,8 @@
 // wire goes through `asSeen`, what the owner types as a name comes in through `asStored`.
 //
 // A character of that range that a name really holds gets U+F000 in front of it as a mark.
+//
+// This unit alone knows these numbers.
 #pragma once
 
 #include <array>
@@ -37,6 +39,8 @@ inline std::optional<char> standsFor(char32_t code) {
     return byte == ' ' || needsStandIn(byte) ? std::optional(byte) : std::nullopt;
 }
 
+void appendStandIn(std::string& text, char byte);
+
 // How a stand-in looks: as what it stands for, a control character as its picture ("␊"). Any other
 // character as it is.
 char32_t seenCharacter(char32_t code);
@@ -49,6 +53,16 @@ std::string asStored(std::string_view typed);
 
 // The same for a path, whose separators and drive stay.
 std::string asStoredPath(std::string_view typed);
+
+// The stored form of a name on the disk, whatever its bytes are, and the way back: no other name
+// has the same one. Blanks at its ends get stand-ins too, since the settings file would drop them.
+// A mark goes, and the character after it is meant as itself.
+std::string nameFromDisk(std::string_view native);
+std::string nameOnDisk(std::string_view stored);
+
+// The marks aren't written to the disk: a name with one is that of the same file as the name
+// without.
+std::string withoutMarks(std::string_view text);
 
 // The new stored form of a text that the owner was shown and has edited. What he has left of it
 // keeps its very bytes, also where they couldn't be shown; what he has typed comes in as typed.

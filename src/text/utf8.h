@@ -17,6 +17,9 @@ struct Character {
 // What is shown in place of bytes that are no text.
 inline constexpr std::string_view replacementCharacter = "\uFFFD";
 
+// What an editor may have put in front of a whole file.
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 // The character at the start of a text that isn't empty.
 Character firstCharacter(std::string_view text);
 

@@ -1,6 +1,8 @@
 #include "text/wildcard.h"
 
+#include "text/characters.h"
 #include "text/fold.h"
+#include "text/parts.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,29 +11,13 @@ namespace larkspin {
 
 namespace {
 
-template <typename Test> bool anyOf(std::string_view patterns, Test test) {
-    for (;;) {
-        const auto end = patterns.find(';');
-        if (test(patterns.substr(0, end)))
-            return true;
-        if (end == std::string_view::npos)
-            return false;
-        patterns.remove_prefix(end + 1);
-    }
-}
-
-bool isAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
-
 // A scan asks this of every file. Nearly all patterns are like "*.mp3": the end of the name decides
 // then, and is compared without a folded copy as long as it is pure ASCII.
 bool fitsFolded(std::string_view text, std::string_view pattern) {
     const bool isEnding = pattern.starts_with('*') && pattern.find('*', 1) == pattern.npos;
     const std::size_t length = pattern.size() - 1;
     const auto end = text.substr(text.size() - std::min(text.size(), length));
-    if (isEnding && isAscii(end))
+    if (isEnding && std::ranges::all_of(end, isAscii))
         return end.size() == length && equalFolded(end, pattern.substr(1));
     return fits(foldCase(text), pattern);
 }
@@ -61,12 +47,11 @@ bool fits(std::string_view text, std::string_view pattern) {
     return pattern.find_first_not_of('*', in) == std::string_view::npos;
 }
 
-bool fitsAny(std::string_view text, std::string_view patterns) {
-    return anyOf(patterns, [text](std::string_view pattern) { return fits(text, pattern); });
-}
-
 bool fitsAnyFolded(std::string_view text, std::string_view patterns) {
-    return anyOf(patterns, [text](std::string_view pattern) { return fitsFolded(text, pattern); });
+    while (!patterns.empty())
+        if (fitsFolded(text, takePart(patterns, ';')))
+            return true;
+    return false;
 }
 
 } // namespace larkspin

@@ -8,9 +8,8 @@ namespace larkspin {
 
 bool fits(std::string_view text, std::string_view pattern);
 
-// Several patterns joined by semicolons: the text must fit one of them. The second form does
-// without regard to case, for patterns that are folded.
-bool fitsAny(std::string_view text, std::string_view patterns);
+// Several patterns joined by semicolons: the text must fit one of them, without regard to case. The
+// patterns are folded.
 bool fitsAnyFolded(std::string_view text, std::string_view patterns);
 
 } // namespace larkspin

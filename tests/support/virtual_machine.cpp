@@ -3,6 +3,7 @@
 #include "app/program.h"
 #include "platform/posix/drive_paths.h"
 #include "shell/control_events.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <cmath>
@@ -244,7 +245,7 @@ std::string VirtualMachine::song(const std::string& directory, const std::string
     const std::string below = "music/" + directory + "/" + name;
     disk.write(below, "sound");
     player.lengths[drive(below)] = length.count();
-    const Song song = songOfFile(driveName(name), drive("music/" + directory));
+    const Song song = songOfFile(nameFromDisk(name), drive("music/" + directory));
     return makerow(song.name, song.extension, song.directory);
 }
 

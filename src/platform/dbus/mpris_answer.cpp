@@ -1,5 +1,6 @@
 #include "platform/dbus/mpris_answer.h"
 
+#include "text/line_breaks.h"
 #include "text/utf8.h"
 
 #include <string_view>
@@ -60,24 +61,6 @@ bool readTexts(sd_bus_message* message, std::string& joined) {
            sd_bus_message_exit_container(message) >= 0;
 }
 
-bool breaksLine(char32_t code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029;
-}
-
-std::string oneLine(std::string_view text) {
-    std::string line;
-    text = text.substr(0, prefixLength(text, longestTitle));
-    while (!text.empty()) {
-        const Character character = firstCharacter(text);
-        if (character.valid && breaksLine(character.code))
-            line += ' ';
-        else
-            line += text.substr(0, character.length);
-        text.remove_prefix(character.length);
-    }
-    return line;
-}
-
 std::string readSong(sd_bus_message* message) {
     std::string artists, title;
     if (sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, "a{sv}") > 0) {
@@ -88,7 +71,10 @@ std::string readSong(sd_bus_message* message) {
         });
         sd_bus_message_exit_container(message);
     }
-    return oneLine(artists.empty() || title.empty() ? title : artists + " - " + title);
+    if (!artists.empty() && !title.empty())
+        title = artists + " - " + title;
+    title.resize(prefixLength(title, longestTitle));
+    return controlsAsBlanks(title);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/posix/failure_words.h"
 
+#include "text/characters.h"
+
 #include <cerrno>
 #include <cstring>
 
@@ -39,8 +41,7 @@ std::string failureWords(int error) {
             return one.words;
     // Any other error is told in the system's words, which begin with a capital.
     std::string words = std::strerror(error);
-    if (words.front() >= 'A' && words.front() <= 'Z')
-        words.front() = static_cast<char>(words.front() - 'A' + 'a');
+    words.front() = smallAscii(words.front());
     return words;
 }
 

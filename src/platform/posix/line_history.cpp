@@ -1,9 +1,9 @@
 #include "platform/posix/line_history.h"
 
 #include "shell/files.h"
+#include "text/parts.h"
 #include "text/utf8.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -30,11 +30,8 @@ bool canBeTyped(std::string_view line) {
 LineHistory::LineHistory(Files& files, std::string path) : files_(files), path_(std::move(path)) {
     const FileRead file = files_.read(path_, largestHistory);
     isReadable_ = !file.failed();
-    for (std::string_view rest = file.contents; !rest.empty();) {
-        const std::string_view line = rest.substr(0, rest.find('\n'));
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-        add(line);
-    }
+    for (std::string_view rest = file.contents; !rest.empty();)
+        add(takePart(rest, '\n'));
     // The history that was just read needn't be written.
     isChanged_ = false;
 }

@@ -73,7 +73,7 @@ void take(DirectoryListing& listing, std::string_view native, std::string_view n
     if (kind == Kind::other || name == "." || name == ".." || isMadeUp(native, name))
         return;
     auto& names = kind == Kind::file ? listing.files : listing.directories;
-    names.push_back(driveName(name));
+    names.push_back(nameFromDisk(name));
 }
 
 DirectoryRead::Outcome outcomeOf(int error) {

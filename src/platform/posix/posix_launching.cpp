@@ -2,8 +2,8 @@
 
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/spawn.h"
+#include "text/parts.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
@@ -40,9 +40,7 @@ bool execute(const fs::path& file) {
 fs::path onPath(std::string_view name) {
     const char* const value = std::getenv("PATH");
     for (std::string_view rest = value ? value : "/usr/local/bin:/usr/bin:/bin"; !rest.empty();) {
-        const auto directory = rest.substr(0, rest.find(':'));
-        rest.remove_prefix(std::min(rest.size(), directory.size() + 1));
-        const fs::path candidate = fs::path(directory) / name;
+        const fs::path candidate = fs::path(takePart(rest, ':')) / name;
         if (candidate.is_absolute() && isFile(candidate) && ::access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }

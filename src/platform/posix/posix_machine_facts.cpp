@@ -2,8 +2,8 @@
 
 #include "platform/posix/disk_questions.h"
 #include "text/fold.h"
+#include "text/parts.h"
 
-#include <algorithm>
 #include <ctime>
 #include <fstream>
 #include <sys/sysinfo.h>
@@ -44,10 +44,9 @@ std::string unquoted(std::string_view value) {
 std::string valueOf(std::string_view key, std::string_view lines) {
     std::string value;
     while (!lines.empty()) {
-        const auto line = lines.substr(0, lines.find('\n'));
-        lines.remove_prefix(std::min(lines.size(), line.size() + 1));
-        if (line.starts_with(key) && line.substr(key.size()).starts_with('='))
-            value = unquoted(line.substr(key.size() + 1)); // the last one counts
+        const auto [name, quoted, isValue] = partedAt(takePart(lines, '\n'), '=');
+        if (isValue && name == key)
+            value = unquoted(quoted); // the last one counts
     }
     return value;
 }

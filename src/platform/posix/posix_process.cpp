@@ -3,6 +3,7 @@
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/private_directory.h"
 #include "platform/posix/replace_file.h"
+#include "shell/data_directory.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -36,7 +37,7 @@ bool PosixProcess::claimOnlyCopy() {
     const std::string directory = nativePath(dataDirectory_);
     makePrivateDirectory(directory);
     // If something other than a file has that name, it is neither followed nor waited for.
-    Descriptor file(::open((directory + "/larkspin.lock").c_str(),
+    Descriptor file(::open((directory + '/' + std::string(ownName::lock)).c_str(),
                            O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     const Claim claim = lock(file);
     if (claim == Claim::taken)

@@ -2,6 +2,7 @@
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/failure_words.h"
+#include "shell/data_directory.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -20,7 +21,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr mode_t ownersAlone = S_IRUSR | S_IWUSR;
-constexpr std::string_view unfinishedStart = ".larkspin-";
 constexpr std::string_view unfinishedEnd = ".new";
 
 // A name is unique among running processes, since it holds the number of the process and a count. A
@@ -28,7 +28,7 @@ constexpr std::string_view unfinishedEnd = ".new";
 // goes past that.
 fs::path nextUnfinishedName(const fs::path& directory) {
     static unsigned long writes = 0;
-    return directory / (std::string(unfinishedStart) + std::to_string(::getpid()) + '-' +
+    return directory / (std::string(ownName::unfinishedStart) + std::to_string(::getpid()) + '-' +
                         std::to_string(++writes) + std::string(unfinishedEnd));
 }
 
@@ -145,7 +145,7 @@ void removeUnfinished(const std::string& directory) {
     for (fs::directory_iterator entry(directory, failed), end; entry != end;
          entry.increment(failed)) {
         const std::string name = entry->path().filename();
-        if (name.starts_with(unfinishedStart) && name.ends_with(unfinishedEnd))
+        if (name.starts_with(ownName::unfinishedStart) && name.ends_with(unfinishedEnd))
             ::unlink(entry->path().c_str());
     }
 }

@@ -6,6 +6,7 @@
 #include "shell/control_events.h"
 #include "text/fold.h"
 #include "text/number.h"
+#include "text/parts.h"
 #include "text/row_list.h"
 #include "text/typed_words.h"
 
@@ -160,9 +161,9 @@ bool TerminalCommands::select(std::string_view rest) {
         return true;
     std::vector<int> rows;
     for (; !range.empty(); range = takeWord(rest)) {
-        const auto dash = std::min(range.find('-'), range.size());
-        const auto first = rowOf(*target, range.substr(0, dash));
-        const auto last = dash == range.size() ? first : rowOf(*target, range.substr(dash + 1));
+        const auto [from, to, isRange] = partedAt(range, '-');
+        const auto first = rowOf(*target, from);
+        const auto last = isRange ? rowOf(*target, to) : first;
         if (!first || !last)
             return true;
         if (*first > *last)
@@ -282,11 +283,10 @@ Window* TerminalCommands::findWindow(std::string_view name) const {
 // Says what is wrong with a name: there is no such window, it has no such control, or the control
 // isn't shown.
 std::optional<TerminalCommands::Target> TerminalCommands::findControl(std::string_view name) const {
-    const auto dot = std::min(name.find('.'), name.size());
-    Window* const window = findWindow(name.substr(0, dot));
+    const auto [windowName, wanted, isParted] = partedAt(name, '.');
+    Window* const window = findWindow(windowName);
     if (!window)
         return std::nullopt;
-    const auto wanted = name.substr(std::min(dot + 1, name.size()));
     for (const Control& control : window->controls) {
         if (!equalFolded(control.name, wanted))
             continue;

@@ -3,6 +3,7 @@
 #include "platform/terminal/terminal_input.h"
 #include "platform/terminal/terminal_screen.h"
 #include "text/blanks.h"
+#include "text/parts.h"
 #include "text/stand_ins.h"
 
 namespace larkspin {
@@ -57,8 +58,7 @@ std::vector<std::string> TerminalDialogs::openFiles(const FileQuestion& question
     std::vector<std::string> paths;
     // Several paths are typed with "|" between them.
     for (std::string_view rest = line; !rest.empty();) {
-        const auto path = rest.substr(0, rest.find('|'));
-        rest.remove_prefix(std::min(rest.size(), path.size() + 1));
+        const std::string_view path = takePart(rest, '|');
         if (!withoutBlanks(path).empty())
             paths.push_back(pathOf(path, question));
     }

@@ -2,7 +2,9 @@
 
 #include "chat/markup.h"
 #include "platform/terminal/terminal_text.h"
+#include "text/line_breaks.h"
 #include "text/number.h"
+#include "text/parts.h"
 #include "text/stand_ins.h"
 
 #include <algorithm>
@@ -12,18 +14,8 @@ namespace larkspin {
 
 namespace {
 
-std::string onOneLine(std::string_view text) {
-    std::string line;
-    line.reserve(text.size());
-    for (const char byte : asSeen(text)) {
-        if (byte == '\n')
-            line += "\\n";
-        else if (byte == '\r')
-            line += "\\r";
-        else
-            line += byte;
-    }
-    return line;
+std::string protocolText(std::string_view text) {
+    return breaksEscaped(asSeen(text));
 }
 
 // Rows of lists keep some of their parts out of sight by many blanks. On a terminal such a gap is
@@ -35,7 +27,7 @@ std::string withoutGaps(std::string_view text) {
         const std::size_t blanks = std::min(text.find_first_not_of(' '), text.size());
         closed.append(blanks < gap ? blanks : left, ' ');
         text.remove_prefix(blanks);
-        const auto word = text.substr(0, text.find(' '));
+        const std::string_view word = partedAt(text, ' ').head;
         closed += word;
         text.remove_prefix(word.size());
     }
@@ -56,7 +48,8 @@ TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form f
 
 void TerminalScreen::showLine(const std::string& name, const std::string& text, Speaker speaker) {
     if (form_ == Form::protocol)
-        put(output_, onOneLine(name) + ": " + onOneLine(asSeenInMarkup(text)) + '\n', speaker);
+        put(output_, protocolText(name) + ": " + protocolText(asSeenInMarkup(text)) + '\n',
+            speaker);
     else
         put(output_, shownName(name) + ": " + shownMarkup(text) + '\n', speaker);
 }
@@ -64,7 +57,7 @@ void TerminalScreen::showLine(const std::string& name, const std::string& text, 
 void TerminalScreen::show(std::string_view head, const std::string& text) {
     const std::string bracketed = '[' + std::string(head) + "] ";
     if (form_ == Form::protocol)
-        put(output_, bracketed + onOneLine(text) + '\n');
+        put(output_, bracketed + protocolText(text) + '\n');
     else
         put(output_, "\x1b[1m" + bracketed + "\x1b[0m" + shownText(withoutGaps(text)) + '\n');
 }
@@ -73,7 +66,7 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
 void TerminalScreen::showRoom(const std::string& text, Speaker speaker) {
     const std::string head = "[room] ";
     if (form_ == Form::protocol)
-        put(output_, head + onOneLine(text) + '\n', speaker);
+        put(output_, head + protocolText(text) + '\n', speaker);
     else
         put(output_, "\x1b[2m" + head + shownName(text) + "\x1b[0m\n", speaker);
 }

@@ -5,6 +5,7 @@
 #include "platform/posix/posix_process.h"
 #include "platform/posix/standard_streams.h"
 #include "support/temp_directory.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <csignal>
@@ -61,7 +62,7 @@ TEST_F(PosixDisk, NamesAndPathsAreMappedBySyntaxAlone) {
     for (const auto& [name, form] : Pairs{
              {"AC|DC?.mp3", "AC\uF07CDC\uF03F.mp3"}, {" a b ", "\uF020a b\uF020"}, {" ", "\uF020"},
              {"\xFF\\\n\x7F", "\xFF\uF05C\uF00A\uF07F"}, {"\uF03F", "\uF000\uF03F"}, {"Ä{", "Ä{"}})
-        EXPECT_EQ(driveName(name), form);
+        EXPECT_EQ(nameFromDisk(name), form);
     const Names pieces = {" ", "|", "\\", ":", "\n", "\xEF", "\x80", "\xBF", "\uF000", "\uF03F",
                           "\uF020", "\uF00A", "ä", "{", ".", "\"", "<", ">", "*", "?", "\x7F"};
     std::mt19937 random(2);
@@ -69,7 +70,7 @@ TEST_F(PosixDisk, NamesAndPathsAreMappedBySyntaxAlone) {
         std::string name;
         for (auto count = random() % 7 + 1; count > 0; --count)
             name += pieces[random() % pieces.size()];
-        const std::string form = driveName(name);
+        const std::string form = nameFromDisk(name);
         ASSERT_EQ(nativePath("c:\\" + form + "\\y"), "/" + name + "/y");
         ASSERT_FALSE(form.starts_with(' ')) << form;
         ASSERT_FALSE(form.ends_with(' ')) << form;

@@ -3,6 +3,7 @@
 #include "platform/posix/posix_files.h"
 #include "platform/posix/rename_file.h"
 #include "support/temp_directory.h"
+#include "text/stand_ins.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -130,7 +131,7 @@ TEST_F(PosixMoving, ThrowsAwayWithANoteForTheWayBack) {
              {"100%25\n\xFF\u00E4~_-.mp3", "100%2525%0A%FF%C3%A4~_-.mp3"},
              {longName, "%C3%A4" + longName.substr(2)}}) {
         disk.write("music/" + name, "sound");
-        EXPECT_TRUE(files.moveToWastebasket(drive("music") + "\\" + driveName(name)));
+        EXPECT_TRUE(files.moveToWastebasket(drive("music") + "\\" + nameFromDisk(name)));
         EXPECT_FALSE(fs::exists(disk.path() / "music" / name));
         expectKept("share/Trash", name.substr(0, 245), home + "/music/" + origin);
     }
