@@ -9,14 +9,6 @@
 
 namespace larkspin {
 
-namespace {
-
-bool takesArgument(const CommandRow& row) {
-    return row.pattern.find('*') != std::string_view::npos;
-}
-
-} // namespace
-
 void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) const {
     const std::string owner = room_.currentScreenName();
     // Names are compared to the letter: one that differs in case alone is somebody else's.
@@ -31,8 +23,7 @@ void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) co
     for (const CommandRow& row : rows) {
         if (!matches(row, lowered))
             continue;
-        if (row.run)
-            row.run(takesArgument(row) ? argument(row, line.text) : std::string());
+        row.run(row.run.takesArgument() ? argument(row, line.text) : std::string());
         return; // no line fits two rows
     }
 }
@@ -43,7 +34,7 @@ bool Dispatch::matches(const CommandRow& row, std::string_view lowered) const {
     if (!row.afterTrigger)
         return lowered == row.pattern;
     const std::string& trigger = state_.trigger;
-    if (takesArgument(row))
+    if (row.run.takesArgument())
         return fits(lowered, trigger + std::string(row.pattern));
     return lowered.size() == trigger.size() + row.pattern.size() && lowered.starts_with(trigger) &&
            lowered.ends_with(row.pattern);

@@ -8,18 +8,40 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace larkspin {
 
 struct AppState;
 class Room;
 
-// One row of the command table. A pattern with a star takes an argument: all that stands
-// after the word and one blank, as typed. A pattern without one fits only the bare word.
+// An operation of some unit, which takes a text or nothing.
+class Operation {
+public:
+    template <class Unit, class Member>
+    Operation(Unit& unit, Member member)
+        : takesArgument_(std::is_invocable_v<Member, Unit&, const std::string&>),
+          run_([&unit, member](const std::string& argument) {
+              if constexpr (std::is_invocable_v<Member, Unit&, const std::string&>)
+                  (unit.*member)(argument);
+              else
+                  (unit.*member)();
+          }) {}
+
+    bool takesArgument() const { return takesArgument_; }
+    void operator()(const std::string& argument) const { run_(argument); }
+
+private:
+    bool takesArgument_;
+    std::function<void(const std::string& argument)> run_;
+};
+
+// One row of the command table. A pattern with a star is for an operation that takes an argument:
+// all that stands after the word and one blank, as typed. One without fits only the bare word.
 struct CommandRow {
-    std::string_view pattern;                             // in lower case
-    std::function<void(const std::string& argument)> run; // may be empty: the row does nothing
-    bool afterTrigger = true;                             // false: the line is the pattern alone
+    std::string_view pattern; // in lower case
+    Operation run;
+    bool afterTrigger = true; // false: the line is the pattern alone
 };
 
 class Dispatch {

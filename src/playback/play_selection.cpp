@@ -105,7 +105,7 @@ void PlaySelection::randp3() {
         });
 }
 
-void PlaySelection::rnd(const std::string& text) {
+void PlaySelection::rndOf(const std::string& text) {
     choices_.closeselection();
     if (!search(text)) {
         reply_.sayOrBox("your gay song was not found");

@@ -22,7 +22,7 @@ public:
     void play(const std::string& text);
     void num(const std::string& number);
     void rnd();
-    void rnd(const std::string& text);
+    void rndOf(const std::string& text);
 
     // Starts a random row of the whole playlist.
     void randp3();

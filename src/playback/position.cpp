@@ -4,6 +4,7 @@
 #include "playback/media_control.h"
 #include "playback/time_forms.h"
 #include "text/number.h"
+#include "text/parts.h"
 #include "text/utf8.h"
 
 #include <optional>
@@ -31,15 +32,15 @@ void Position::pos() {
                     "current position:  " + plainposition(player_));
 }
 
-void Position::pos(const std::string& time) {
+void Position::posTo(const std::string& time) {
     if (reply_.refusedInSilence("use the position bar on the mp3s window to seek in silent mode"))
         return;
-    const auto colon = time.find(':');
-    if (colon == std::string::npos) {
+    const auto [head, tail, isTime] = partedAt(time, ':');
+    if (!isTime) {
         reply_.saychat("you must be stupider than you look");
         return;
     }
-    const std::string minutes = time.substr(0, colon), seconds = time.substr(colon + 1);
+    const std::string minutes(head), seconds(tail);
     // Seconds take two digits.
     if (withoutLast(seconds, 1).empty()) {
         reply_.saychat("um no, retard, try again");

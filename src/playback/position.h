@@ -17,7 +17,7 @@ public:
     void pos();
 
     // Move to a time "m:ss", or forward and back by whole seconds.
-    void pos(const std::string& time);
+    void posTo(const std::string& time);
     void fwd(const std::string& seconds);
     void rew(const std::string& seconds);
 

@@ -12,7 +12,7 @@ static std::vector<std::string> wordsWithEffect(Program& program) {
     std::vector<std::string> words;
     for (const auto handler : {HandledBy::NiteScan1, HandledBy::NiteScan2, HandledBy::NiteScan3})
         for (const CommandRow& row : commandRows(program, handler))
-            if (row.run && row.pattern != "exit")
+            if (row.pattern != "exit")
                 words.emplace_back(row.pattern);
     return words;
 }
