@@ -1,0 +1,74 @@
+#include "app/main_linux.h"
+
+#include "platform/posix/disk_questions.h"
+#include "platform/posix/standard_streams.h"
+#include "platform/posix/user_directories.h"
+
+namespace larkspin {
+
+namespace {
+
+PosixFiles filesBehindStreams() {
+    openStandardStreams();
+    return PosixFiles(Wastebasket{userDataHome()});
+}
+
+Machine machineOf(LinuxPorts& ports, const FrontEnd& frontEnd, MediaControl& player,
+                  MachineFacts& facts) {
+    return {.loop = ports.loop,
+            .files = ports.files,
+            .directories = ports.directories,
+            .dialogs = frontEnd.dialogs,
+            .desktop = frontEnd.desktop,
+            .host = frontEnd.host,
+            .lines = ports.lines,
+            .player = player,
+            .launching = ports.launching,
+            .otherPlayer = ports.otherPlayer,
+            .facts = facts,
+            .power = ports.power,
+            .process = ports.process,
+            .dataDirectory = ports.directory.path(),
+            .fadesWindows = frontEnd.fadesWindows,
+            .note = frontEnd.note};
+}
+
+// With the list of songs, which is what a desktop means by the player.
+Task raised(const Task& frontEnd, MediaList& list) {
+    if (!frontEnd)
+        return {};
+    return [frontEnd, &list] {
+        list.show();
+        frontEnd();
+    };
+}
+
+} // namespace
+
+LinuxDisk::LinuxDisk()
+    : files(filesBehindStreams()), owners(answersFrom(files, PosixDirectories())) {}
+
+LinuxPorts::LinuxPorts(LinuxDisk& ownersDisk, WatchingLoop& frontEndsLoop)
+    : disk(ownersDisk), loop(frontEndsLoop), lines(loop), directory(userDataDirectory()),
+      asked(disk.owners, disk.files, directory.path()), files(asked, directory),
+      directories(disk.owners, PosixDirectories(), directory.path()), link(loop),
+      otherPlayer(sessionBusAddress()), power(systemBusAddress()), process(directory.path()) {
+    disk.owners.serve(loop);
+}
+
+LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)
+    : player_(ports.loop, {playerBeside(), {}, ports.disk.owners}, frontEnd.tell),
+      facts_(ports.disk.owners, frontEnd.display),
+      program(machineOf(ports, frontEnd, player_, facts_)),
+      remote_(ports.loop, sessionBusAddress(), program.playback.remote,
+              {.raise = raised(frontEnd.raise, program.mediaWindow.list),
+               .quit = [this] { program.exit(); }}) {
+    ports.process.beforeEnd(frontEnd.close);
+    ports.loop.onSignals(endSignals, [this] { program.end(); });
+}
+
+Completion LinuxProgram::completionOf(std::string_view typed) const {
+    return larkspin::completionOf(program.shell.state, typed);
+}
+
+} // namespace larkspin

@@ -1,0 +1,86 @@
+// The machine that larkspin's front ends find on Linux, and the program on it. A front end brings
+// its loop, its boxes, its desktop and its rooms; all that needs no screen is put together here.
+//
+// Three steps, in this order: the disk, before there is any thread; the ports, on the front end's
+// loop; the program, when the front end stands.
+#pragma once
+
+#include "app/program.h"
+#include "library/completion.h"
+#include "platform/dbus/logind_power.h"
+#include "platform/dbus/mpris_player.h"
+#include "platform/dbus/mpris_service.h"
+#include "platform/irc/irc_link.h"
+#include "platform/player/player_control.h"
+#include "platform/posix/asked_directories.h"
+#include "platform/posix/asked_files.h"
+#include "platform/posix/posix_launching.h"
+#include "platform/posix/posix_machine_facts.h"
+#include "platform/posix/posix_process.h"
+#include "shell/kept_files.h"
+
+#include <csignal>
+#include <initializer_list>
+
+namespace larkspin {
+
+// By which the machine tells the program to save and end.
+inline constexpr std::initializer_list<int> endSignals = {SIGTERM, SIGHUP, SIGINT};
+
+// Its workers are forked at once. The standard streams are opened even before that, since what is
+// opened while one of them is closed would take its place.
+struct LinuxDisk {
+    LinuxDisk();
+
+    const PosixFiles files;
+    OwnersDisk owners;
+};
+
+struct LinuxPorts {
+    LinuxPorts(LinuxDisk& ownersDisk, WatchingLoop& frontEndsLoop);
+
+    LinuxDisk& disk;
+    WatchingLoop& loop;
+    ChatLines lines;
+    const DataDirectory directory;
+    AskedFiles asked;
+    KeptFiles files; // over those
+    AskedDirectories directories;
+    IrcLink link;
+    PosixLaunching launching;
+    MprisPlayer otherPlayer;
+    LogindPower power;
+    PosixProcess process;
+};
+
+struct FrontEnd {
+    Dialogs& dialogs;
+    Desktop& desktop;
+    HostClient& host;
+    PosixMachineFacts::Display display;
+    bool fadesWindows;
+    PlayerControl::Tell tell;                     // to the owner
+    std::function<void(const std::string&)> note; // of the machine
+    Task raise = {};                              // brings it in front; empty where it can't be
+    Task close;                                   // just before the process ends
+};
+
+class LinuxProgram {
+public:
+    LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd);
+
+    // What a line that the owner has begun to type can become.
+    Completion completionOf(std::string_view typed) const;
+
+private:
+    PlayerControl player_;
+    PosixMachineFacts facts_;
+
+public:
+    Program program;
+
+private:
+    MprisService remote_;
+};
+
+} // namespace larkspin
