@@ -43,9 +43,7 @@ bool Dispatch::matches(const CommandRow& row, std::string_view lowered) const {
 // The argument is cut from the line as it was typed. The cut is counted in characters, because
 // folding keeps their number but not always their length.
 std::string Dispatch::argument(const CommandRow& row, std::string_view line) const {
-    std::size_t skipped = row.pattern.find(' ') + 1;
-    for (std::string_view trigger = state_.trigger; !trigger.empty(); ++skipped)
-        trigger.remove_prefix(firstCharacter(trigger).length);
+    const std::size_t skipped = characterCount(state_.trigger) + row.pattern.find(' ') + 1;
     return std::string(line.substr(prefixLength(line, skipped)));
 }
 

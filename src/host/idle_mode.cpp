@@ -16,7 +16,7 @@ namespace {
 
 constexpr double beforeReports = 0.2; // seconds
 
-std::string counted(const AppState& state) {
+std::string timeIdle(const AppState& state) {
     return numberText(numberOrZero(state.idleHours)) + " hr, " +
            numberText(numberOrZero(state.idleMinutes)) + " min";
 }
@@ -39,7 +39,7 @@ void IdleMode::idle(const std::string& reason) {
 
 void IdleMode::idleoff() {
     core_.state.idleClock.disable();
-    const std::string text = "idLed:  " + counted(core_.state) + " - end";
+    const std::string text = "idLed:  " + timeIdle(core_.state) + " - end";
     countAnew(core_.state); // ahead of the box: idle mode may begin anew after it
     core_.reply.sayOrBox(text);
 }
@@ -52,7 +52,7 @@ void IdleMode::tick() {
     countMinute();
     answerQuestion();
     if (goesOn())
-        core_.reply.saychat("idLe:  " + state.idleReason + " - " + counted(state));
+        core_.reply.saychat("idLe:  " + state.idleReason + " - " + timeIdle(state));
     if (goesOn())
         Pause{core_.loop}(beforeReports);
     if (goesOn())

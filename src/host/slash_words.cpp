@@ -2,6 +2,7 @@
 
 #include "text/characters.h"
 #include "text/fold.h"
+#include "text/parts.h"
 #include "text/typed_words.h"
 
 #include <iterator>
@@ -47,7 +48,7 @@ void SlashWords::run(const std::string& line) const {
 }
 
 const SlashWord* SlashWords::find(std::string_view line) const {
-    const std::string_view name = line.substr(1, line.find(' ') - 1);
+    const std::string_view name = partedAt(line.substr(1), ' ').head;
     for (const SlashWord& word : words_)
         if (equalFolded(word.name, name))
             return &word;

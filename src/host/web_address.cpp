@@ -2,6 +2,7 @@
 
 #include "text/blanks.h"
 #include "text/characters.h"
+#include "text/parts.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -13,21 +14,17 @@ namespace {
 
 constexpr auto npos = std::string_view::npos;
 
-char lowerAscii(char byte) {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
-}
-
 // By ASCII alone: the names of an address have no other letters, and what merely folds to them is
 // another name.
 std::string lowerAscii(std::string_view text) {
     std::string lowered(text);
-    std::ranges::transform(lowered, lowered.begin(), [](char byte) { return lowerAscii(byte); });
+    std::ranges::transform(lowered, lowered.begin(), smallAscii);
     return lowered;
 }
 
 // Those of other alphabets stand for themselves: their bytes are all above ASCII.
 bool isLetterOrDigit(char byte) {
-    return isDigit(byte) || isLetter(byte) || static_cast<unsigned char>(byte) >= 0x80;
+    return isDigit(byte) || isLetter(byte) || !isAscii(byte);
 }
 
 // Control characters, blanks of any kind, marks that nobody sees, and the signs that an address
@@ -55,13 +52,6 @@ bool allMayStand(std::string_view text) {
     return true;
 }
 
-// The part in front of a sign, or all; it is taken off the text together with the sign.
-std::string_view cut(std::string_view& text, char sign) {
-    const auto part = text.substr(0, text.find(sign));
-    text.remove_prefix(std::min(text.size(), part.size() + 1));
-    return part;
-}
-
 // Whether the text after "http://" begins with a host.
 bool namesHost(std::string_view text) {
     std::string_view server = text.substr(0, text.find_first_of("/?#"));
@@ -73,7 +63,7 @@ bool namesHost(std::string_view text) {
 // a file of his to the mail. An encoded control character would begin another header; in the body
 // it is the end of a line.
 bool isMail(std::string_view text) {
-    const std::string_view addressees = cut(text, '?');
+    const std::string_view addressees = takePart(text, '?');
     const auto at = addressees.find('@');
     if (at == npos || at == 0 || at + 1 == addressees.size() || addressees[0] == '-')
         return false;
@@ -84,8 +74,8 @@ bool isMail(std::string_view text) {
         text.find_first_of("?#") != npos)
         return false;
     while (!text.empty()) {
-        std::string_view value = cut(text, '&');
-        const std::string header = lowerAscii(cut(value, '='));
+        std::string_view value = takePart(text, '&');
+        const std::string header = lowerAscii(takePart(value, '='));
         const bool isPlain = header == "subject" || header == "cc" || header == "bcc";
         if (header != "body" && (!isPlain || holdsControl(value)))
             return false;
@@ -103,17 +93,14 @@ bool isLabel(std::string_view text) {
 // port and a path may follow.
 bool isBareHost(std::string_view text) {
     std::string_view host = text.substr(0, text.find_first_of("/?#"));
-    const auto colon = host.find(':');
-    if (colon != npos) {
-        const std::string_view port = host.substr(colon + 1);
-        if (port.empty() || port.size() > 5 || !std::ranges::all_of(port, isDigit))
-            return false;
-        host = host.substr(0, colon);
-    }
+    const auto [name, port, hasPort] = partedAt(host, ':');
+    if (hasPort && (port.empty() || port.size() > 5 || !std::ranges::all_of(port, isDigit)))
+        return false;
+    host = name;
     if (host.find('.') == npos || host.ends_with('.'))
         return false;
     while (!host.empty())
-        if (!isLabel(cut(host, '.')))
+        if (!isLabel(takePart(host, '.')))
             return false;
     return true;
 }
@@ -125,7 +112,7 @@ std::optional<std::string> webAddress(std::string_view text) {
     text = withoutBlanks(text);
     if (!allMayStand(text))
         return std::nullopt;
-    const std::string_view scheme = text.substr(0, text.find(':'));
+    const std::string_view scheme = partedAt(text, ':').head;
     const std::string_view rest = text.substr(scheme.size());
     const std::string lowered = lowerAscii(scheme);
     if ((lowered == "http" || lowered == "https" || lowered == "ftp") && rest.starts_with("://"))

@@ -16,13 +16,6 @@ namespace {
 
 constexpr std::size_t playlistEnding = 4; // ".lkl"
 
-std::size_t characterCount(std::string_view text) {
-    std::size_t count = 0;
-    for (; !text.empty(); ++count)
-        text.remove_prefix(firstCharacter(text).length);
-    return count;
-}
-
 // Collects the texts that fit a beginning, and what all of them have in common.
 class Fitting {
 public:

@@ -1,6 +1,7 @@
 #include "library/unread_directories.h"
 
 #include "shell/files.h"
+#include "text/number.h"
 
 namespace larkspin {
 
@@ -33,8 +34,7 @@ void UnreadDirectories::note(const std::string& directory, DirectoryRead::Outcom
 std::string UnreadDirectories::told(const std::string& mark, const std::string& unmark) const {
     std::string text = "couldn't look into " + mark + first_ + unmark;
     if (count_ > 1)
-        text += " and " + mark + std::to_string(count_ - 1) + unmark +
-                (count_ == 2 ? " more directory" : " more directories");
+        text += " and " + counted(count_ - 1, "more directory", "more directories", mark, unmark);
     return text + ":  " + reasonOf(outcome_);
 }
 

@@ -12,7 +12,7 @@ namespace larkspin {
 
 namespace {
 
-struct Parts {
+struct Decomposition {
     char32_t code, first, second;
 };
 
@@ -83,8 +83,9 @@ void appendParts(std::u32string& text, char32_t code) {
             text += tailBase + tail;
         return;
     }
-    const auto found = std::lower_bound(std::begin(parts), std::end(parts), code,
-                                        [](const Parts& p, char32_t c) { return p.code < c; });
+    const auto found =
+        std::lower_bound(std::begin(parts), std::end(parts), code,
+                         [](const Decomposition& p, char32_t c) { return p.code < c; });
     if (found == std::end(parts) || found->code != code) {
         text += code;
         return;

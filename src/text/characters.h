@@ -24,6 +24,11 @@ constexpr char smallAscii(char byte) {
     return isCapital(byte) ? static_cast<char>(byte - 'A' + 'a') : byte;
 }
 
+// The other way.
+constexpr char capitalAscii(char byte) {
+    return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+}
+
 constexpr bool isLetter(char byte) {
     const char letter = smallAscii(byte);
     return letter >= 'a' && letter <= 'z';

@@ -79,8 +79,11 @@ std::string counted(std::int64_t count, std::string_view one) {
     return counted(count, one, std::string(one) + 's');
 }
 
-std::string counted(std::int64_t count, std::string_view one, std::string_view many) {
-    return std::to_string(count).append(" ").append(count == 1 ? one : many);
+std::string counted(std::int64_t count, std::string_view one, std::string_view many,
+                    std::string_view mark, std::string_view unmark) {
+    const std::string number = std::to_string(count);
+    return std::string(mark).append(number).append(unmark).append(" ").append(count == 1 ? one
+                                                                                         : many);
 }
 
 std::optional<std::int16_t> wholeNumber16(std::string_view text) {

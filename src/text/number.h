@@ -26,9 +26,10 @@ std::string hexPair(std::uint8_t value);
 // The number that these digits spell; nothing for any other text, or outside the bounds.
 std::optional<int> plainNumber(std::string_view digits, int least, int most);
 
-// "1 line", "2 lines"; another plural is named.
+// "1 line", "2 lines"; another plural is named. The number can be dressed for the room.
 std::string counted(std::int64_t count, std::string_view one);
-std::string counted(std::int64_t count, std::string_view one, std::string_view many);
+std::string counted(std::int64_t count, std::string_view one, std::string_view many,
+                    std::string_view mark = {}, std::string_view unmark = {});
 
 // A numeric text as a whole number of 16 bits, rounded; nothing when it doesn't fit.
 std::optional<std::int16_t> wholeNumber16(std::string_view text);

@@ -96,6 +96,13 @@ std::size_t fittingLength(std::string_view text, std::size_t most) {
     return length;
 }
 
+std::size_t characterCount(std::string_view text) {
+    std::size_t count = 0;
+    for (; !text.empty(); ++count)
+        text.remove_prefix(firstCharacter(text).length);
+    return count;
+}
+
 std::size_t prefixLength(std::string_view text, std::size_t count) {
     std::size_t bytes = 0;
     while (count-- > 0 && bytes < text.size())

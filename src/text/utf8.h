@@ -25,6 +25,8 @@ Character firstCharacter(std::string_view text);
 
 void appendCharacter(std::string& text, char32_t code);
 
+std::size_t characterCount(std::string_view text);
+
 // How many bytes the first `count` characters take; all of them when there are fewer.
 std::size_t prefixLength(std::string_view text, std::size_t count);
 

@@ -1,6 +1,7 @@
 #include "irc/channels/irc_bans.h"
 
 #include "irc/protocol/irc_features.h"
+#include "text/parts.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -15,9 +16,8 @@ namespace {
 constexpr std::string_view noNick = "*?$~:";
 
 std::string_view rowOf(std::string_view mask) {
-    const auto nick = mask.substr(0, mask.find('!'));
-    const bool isAboutNick =
-        nick.size() < mask.size() && !nick.empty() && nick.find_first_of(noNick) == nick.npos;
+    const auto [nick, rest, isMask] = partedAt(mask, '!');
+    const bool isAboutNick = isMask && !nick.empty() && nick.find_first_of(noNick) == nick.npos;
     return isAboutNick ? nick : mask;
 }
 

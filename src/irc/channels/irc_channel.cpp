@@ -2,6 +2,8 @@
 
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
+#include "text/characters.h"
+#include "text/parts.h"
 #include "text/typed_words.h"
 
 #include <algorithm>
@@ -13,11 +15,9 @@ namespace {
 // A rank is kept as a bit for its mode letter, so that it stays right when the server tells of its
 // ranks anew.
 std::uint64_t bitOf(char mode) {
-    if (mode >= 'a' && mode <= 'z')
-        return std::uint64_t(1) << (mode - 'a');
-    if (mode >= 'A' && mode <= 'Z')
-        return std::uint64_t(1) << (mode - 'A' + 26);
-    return 0;
+    if (!isLetter(mode))
+        return 0;
+    return std::uint64_t(1) << (isCapital(mode) ? mode - 'A' + 26 : mode - 'a');
 }
 
 bool holds(const std::string& modes, char mode) {
@@ -137,7 +137,7 @@ void IrcChannel::takeNames(std::string_view names, const IrcFeatures& features) 
 void IrcChannel::takeName(std::string_view word, const IrcFeatures& features) {
     const auto signs = std::min(word.find_first_not_of(features.rankSigns), word.size());
     const std::string_view shown = word.substr(0, signs);
-    std::uint64_t* const known = come(word.substr(signs, word.find('!', signs) - signs), features);
+    std::uint64_t* const known = come(partedAt(word.substr(signs), '!').head, features);
     if (!known)
         return;
     std::uint64_t ranks = 0;

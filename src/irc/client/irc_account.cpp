@@ -3,8 +3,9 @@
 #include "shell/kept_files.h"
 #include "text/characters.h"
 #include "text/number.h"
+#include "text/parts.h"
+#include "text/utf8.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -58,21 +59,19 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
 
 IrcAccount read(std::string_view contents) {
     IrcAccount account;
-    if (constexpr std::string_view mark = "\xEF\xBB\xBF"; contents.starts_with(mark))
-        contents.remove_prefix(mark.size()); // written by an editor
+    if (contents.starts_with(byteOrderMark))
+        contents.remove_prefix(byteOrderMark.size()); // written by an editor
     bool isLoginWhole = true; // else the password could go to another host, or for another account
     while (!contents.empty()) {
-        std::string_view line = contents.substr(0, contents.find('\n'));
-        contents.remove_prefix(std::min(line.size() + 1, contents.size()));
+        std::string_view line = takePart(contents, '\n');
         if (line.ends_with('\r'))
             line.remove_suffix(1);
-        const auto equals = line.find('=');
-        if (equals == line.npos)
+        const auto [key, value, isSetting] = partedAt(line, '=');
+        if (!isSetting)
             continue;
         // A line that makes no sense must change nothing, so it is tried on a copy.
         IrcAccount more = account;
-        const std::string_view key = line.substr(0, equals);
-        if (take(more, key, line.substr(equals + 1)))
+        if (take(more, key, value))
             account = std::move(more);
         else
             isLoginWhole = isLoginWhole && !key.starts_with("login") && key != "password";
@@ -160,13 +159,11 @@ std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted) {
     IrcServer server{"", encrypted ? portByTls : plainPort, encrypted};
     // An IPv6 address stands in brackets, since it holds colons itself.
     if (text.starts_with('[')) {
-        const auto end = text.find(']');
-        if (end == text.npos)
-            return std::nullopt;
-        server.host = text.substr(1, end - 1);
-        text.remove_prefix(end + 1);
+        const auto [host, rest, isClosed] = partedAt(text, ']');
+        server.host = isClosed ? host.substr(1) : std::string_view();
+        text = rest;
     } else {
-        server.host = text.substr(0, text.find(':'));
+        server.host = partedAt(text, ':').head;
         text.remove_prefix(server.host.size());
     }
     if (!canBeIrcHost(server.host))

@@ -8,6 +8,7 @@
 #include "text/blanks.h"
 #include "text/fold.h"
 #include "text/number.h"
+#include "text/parts.h"
 #include "text/typed_words.h"
 #include "text/visible.h"
 
@@ -122,7 +123,7 @@ std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
 }
 
 bool IrcWords::asksPassword(std::string_view line) {
-    return SlashWords::isMeantForIt(line) && equalFolded(line.substr(0, line.find(' ')), "/login");
+    return SlashWords::isMeantForIt(line) && equalFolded(partedAt(line, ' ').head, "/login");
 }
 
 bool IrcWords::connect(std::string_view rest) {

@@ -3,6 +3,7 @@
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
 #include "irc/protocol/sasl_plain.h"
+#include "text/parts.h"
 #include "text/typed_words.h"
 
 #include <algorithm>
@@ -27,10 +28,7 @@ std::vector<std::string_view> wordsOf(std::string_view list) {
 
 // "sasl=EXTERNAL,PLAIN"; without a value any way may do.
 bool offersPlain(std::string_view capability) {
-    const auto equals = capability.find('=');
-    if (equals == capability.npos)
-        return true;
-    const std::string ways = ',' + std::string(capability.substr(equals + 1)) + ',';
+    const std::string ways = ',' + std::string(partedAt(capability, '=').tail) + ',';
     return ways == ",," || ways.find(",PLAIN,") != ways.npos;
 }
 
@@ -134,7 +132,7 @@ void IrcRegistration::takeCapabilities(const IrcMessage& message) {
 }
 
 void IrcRegistration::takeOffer(std::string_view capability) {
-    const std::string name(capability.substr(0, capability.find('=')));
+    const std::string name(partedAt(capability, '=').head);
     const bool isWanted = name == sasl
                               ? login_ == Login::wanted && offersPlain(capability)
                               : std::ranges::find(withoutAccount, name) != std::end(withoutAccount);

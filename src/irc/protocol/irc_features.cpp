@@ -1,8 +1,8 @@
 #include "irc/protocol/irc_features.h"
 
 #include "irc/protocol/irc_message.h"
-
-#include <algorithm>
+#include "text/characters.h"
+#include "text/parts.h"
 
 namespace larkspin {
 
@@ -12,10 +12,8 @@ namespace {
 const IrcFeatures usual;
 
 char folded(char c, CaseMapping mapping) {
-    if (c >= 'A' && c <= 'Z')
-        return static_cast<char>(c - 'A' + 'a');
-    if (mapping == CaseMapping::ascii)
-        return c;
+    if (mapping == CaseMapping::ascii || isLetter(c))
+        return smallAscii(c);
     if (c >= '[' && c <= ']')
         return static_cast<char>(c - '[' + '{');
     return c == '^' && mapping == CaseMapping::rfc1459 ? '~' : c;
@@ -35,24 +33,21 @@ constexpr std::size_t mostRanks = 52;
 
 // "(ov)@+"; nothing at all where there are no ranks.
 void readRanks(std::string_view value, IrcFeatures& features) {
-    const auto end = value.find(')');
+    const auto [modes, signs, isWhole] = partedAt(value, ')');
     if (value.empty()) {
         features.rankModes = features.rankSigns = "";
-    } else if (value.front() == '(' && end != value.npos && 2 * end == value.size() &&
-               end - 1 <= mostRanks) {
-        features.rankModes = value.substr(1, end - 1);
-        features.rankSigns = value.substr(end + 1);
+    } else if (isWhole && modes.starts_with('(') && modes.size() == signs.size() + 1 &&
+               signs.size() <= mostRanks) {
+        features.rankModes = modes.substr(1);
+        features.rankSigns = signs;
     }
 }
 
 // "beI,k,l,imnpst"
 void readModes(std::string_view value, IrcFeatures& features) {
     for (std::string* kind :
-         {&features.listModes, &features.parameterModes, &features.setParameterModes}) {
-        const auto end = std::min(value.find(','), value.size());
-        *kind = value.substr(0, end);
-        value.remove_prefix(std::min(end + 1, value.size()));
-    }
+         {&features.listModes, &features.parameterModes, &features.setParameterModes})
+        *kind = takePart(value, ',');
 }
 
 } // namespace
@@ -72,9 +67,7 @@ void IrcFeatures::read(const IrcMessage& message) {
 }
 
 void IrcFeatures::readWord(std::string_view word) {
-    const auto equals = std::min(word.find('='), word.size());
-    const auto name = word.substr(0, equals);
-    const auto value = word.substr(std::min(equals + 1, word.size()));
+    const auto [name, value, hasValue] = partedAt(word, '=');
     if (name == "PREFIX")
         readRanks(value, *this);
     else if (name == "CHANMODES")

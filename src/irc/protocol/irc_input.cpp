@@ -1,6 +1,6 @@
 #include "irc/protocol/irc_input.h"
 
-#include <algorithm>
+#include "text/parts.h"
 
 namespace larkspin {
 
@@ -8,12 +8,11 @@ namespace larkspin {
 // write a line of the server's after a carriage return.
 void IrcInput::add(std::string_view bytes, const Take& take) {
     while (!bytes.empty()) {
-        const auto end = std::min(bytes.find('\n'), bytes.size());
-        keep(bytes.substr(0, end));
-        if (end == bytes.size())
-            return;
-        bytes.remove_prefix(end + 1);
-        finish(take);
+        const auto [part, rest, isWhole] = partedAt(bytes, '\n');
+        keep(part);
+        if (isWhole)
+            finish(take);
+        bytes = rest;
     }
 }
 

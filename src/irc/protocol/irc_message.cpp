@@ -1,5 +1,8 @@
 #include "irc/protocol/irc_message.h"
 
+#include "text/characters.h"
+#include "text/line_breaks.h"
+#include "text/parts.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -10,10 +13,9 @@ namespace {
 
 constexpr std::size_t mostParameters = 15;
 constexpr std::size_t longestWithoutEnd = 510;
-constexpr std::string_view endsLine("\r\n\0", 3);
 
 // Takes the first word off, and the blanks after it.
-std::string_view takePart(std::string_view& rest) {
+std::string_view takeWordAndBlanks(std::string_view& rest) {
     const auto end = std::min(rest.find(' '), rest.size());
     const auto word = rest.substr(0, end);
     rest.remove_prefix(std::min(rest.find_first_not_of(' ', end), rest.size()));
@@ -40,13 +42,9 @@ std::string tagValue(std::string_view escaped) {
 
 void readTags(std::string_view text, IrcMessage& message) {
     while (!text.empty()) {
-        const auto end = std::min(text.find(';'), text.size());
-        const auto tag = text.substr(0, end);
-        text.remove_prefix(std::min(end + 1, text.size()));
-        const auto equals = std::min(tag.find('='), tag.size());
-        if (equals > 0)
-            message.tags.emplace_back(tag.substr(0, equals),
-                                      tagValue(tag.substr(std::min(equals + 1, tag.size()))));
+        const auto [key, value, hasValue] = partedAt(takePart(text, ';'), '=');
+        if (!key.empty())
+            message.tags.emplace_back(key, tagValue(value));
     }
 }
 
@@ -54,10 +52,9 @@ void readTags(std::string_view text, IrcMessage& message) {
 std::string commandOf(std::string_view word) {
     std::string command(word);
     for (char& c : command) {
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-        else if (!(c >= 'A' && c <= 'Z') && !(c >= '0' && c <= '9'))
+        if (!isLetter(c) && !isDigit(c))
             return {};
+        c = capitalAscii(c);
     }
     return command;
 }
@@ -69,14 +66,8 @@ void readParameters(std::string_view rest, IrcMessage& message) {
             message.parameters.emplace_back(rest.substr(isRest ? 1 : 0));
             return;
         }
-        message.parameters.emplace_back(takePart(rest));
+        message.parameters.emplace_back(takeWordAndBlanks(rest));
     }
-}
-
-std::string onOneLine(std::string_view text) {
-    std::string line(text);
-    std::erase_if(line, [](char c) { return endsLine.find(c) != endsLine.npos; });
-    return line;
 }
 
 } // namespace
@@ -85,10 +76,10 @@ std::optional<IrcMessage> readIrcMessage(std::string_view line) {
     line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
     IrcMessage message;
     if (line.starts_with('@'))
-        readTags(takePart(line).substr(1), message);
+        readTags(takeWordAndBlanks(line).substr(1), message);
     if (line.starts_with(':'))
-        message.sender = takePart(line).substr(1);
-    message.command = commandOf(takePart(line));
+        message.sender = takeWordAndBlanks(line).substr(1);
+    message.command = commandOf(takeWordAndBlanks(line));
     if (message.command.empty())
         return std::nullopt;
     readParameters(line, message);
@@ -98,10 +89,10 @@ std::optional<IrcMessage> readIrcMessage(std::string_view line) {
 std::string ircLine(std::string_view command, const std::vector<std::string>& parameters) {
     std::string line(command);
     for (std::size_t number = 0; number < parameters.size(); ++number) {
-        std::string parameter = onOneLine(parameters[number]);
+        std::string parameter = withoutBreaks(parameters[number], lineBreaksAndNul);
         const bool isLast = number + 1 == parameters.size();
         if (!isLast)
-            parameter.resize(std::min(parameter.find(' '), parameter.size()));
+            parameter.resize(partedAt(parameter, ' ').head.size());
         // Only the last parameter can be marked by a colon, after which it may be anything.
         const bool needsMark = parameter.empty() || parameter.front() == ':' ||
                                parameter.find(' ') != std::string::npos;

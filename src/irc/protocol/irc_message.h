@@ -1,6 +1,8 @@
 // One line of the IRC protocol, taken apart and put together.
 #pragma once
 
+#include "text/parts.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,7 +17,7 @@ struct IrcMessage {
     std::string command;                                   // in capitals, or a number
     std::vector<std::string> parameters;
 
-    std::string_view nick() const { return std::string_view(sender).substr(0, sender.find('!')); }
+    std::string_view nick() const { return partedAt(sender, '!').head; }
 
     // Blank where there is none. Counted from 0.
     std::string_view parameter(std::size_t number) const {

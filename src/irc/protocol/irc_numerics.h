@@ -1,6 +1,8 @@
 // The numbers that servers answer by, named by what they say, and the kinds of them.
 #pragma once
 
+#include "text/characters.h"
+
 #include <string_view>
 
 namespace larkspin::numeric {
@@ -22,7 +24,7 @@ inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone
                                   loginDoneBefore = "907", loginWays = "908";
 
 inline bool isNumeric(std::string_view command) {
-    return !command.empty() && command.front() >= '0' && command.front() <= '9';
+    return !command.empty() && isDigit(command.front());
 }
 
 // Every number of these two hundreds counts: there are many reasons for a refusal, and servers have
