@@ -69,8 +69,12 @@ TEST(SectionRepeat, IsMarkedByTheButton) {
     EXPECT_EQ(shown(machine, "Command6"), "stop");
     machine.advance(10s);
     EXPECT_EQ(shown(machine, "sectionSeconds"), "10");
+    machine.click("mp3s", "pauseButton");
     machine.click("mp3s", "Command6");
     EXPECT_EQ(shown(machine, "Command6"), "end");
+    machine.advance(2s);
+    EXPECT_GT(position(), 14) << "at its end, and not past it";
+    machine.click("mp3s", "pauseButton");
     machine.advance(1s);
     EXPECT_LT(position(), 6);
     machine.owner("'end");

@@ -14,13 +14,6 @@ namespace {
 
 constexpr int rate = 44100;
 
-std::string littleEndian(long number, int size) {
-    std::string bytes;
-    for (; size > 0; --size, number >>= 8)
-        bytes += static_cast<char>(number & 0xFF);
-    return bytes;
-}
-
 bool makeWav(const std::filesystem::path& path, double seconds) {
     std::string samples;
     for (int at = 0; at < std::lround(seconds * rate); ++at)
@@ -49,6 +42,13 @@ bool makeMidi(const std::filesystem::path& path, double seconds) {
 }
 
 } // namespace
+
+std::string littleEndian(long number, int size) {
+    std::string bytes;
+    for (; size > 0; --size, number >>= 8)
+        bytes += static_cast<char>(number & 0xFF);
+    return bytes;
+}
 
 bool makeSong(const std::filesystem::path& path, double seconds) {
     if (path.extension() == ".wav")

@@ -10,6 +10,8 @@ namespace larkspin {
 // and WMA come out up to a tenth longer. False when GStreamer can't make it.
 bool makeSong(const std::filesystem::path& path, double seconds);
 
+std::string littleEndian(long number, int size); // in so many bytes, the lowest first
+
 // Runs a GStreamer launch line, which writes files, to its end.
 std::string intoFile(const std::filesystem::path& path); // the end of such a line
 bool makeFile(const std::string& line);

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <set>
 #include <unistd.h>
 
 namespace larkspin {
@@ -77,18 +78,15 @@ TEST_F(PlayerTest, PlaysAnMp3WhateverTagsStandAroundIt) {
             bytes += static_cast<char>(value >> (bits * at) & ((1u << bits) - 1));
         return bytes;
     };
-    const auto backwards = [&](std::size_t value) {
-        const std::string bytes = number(value);
-        return std::string(bytes.rbegin(), bytes.rend());
-    };
     const std::string picture(100'000, 'x'), kind("\0image/png\0\3\0", 13),
-        item = backwards(picture.size()) + backwards(2) + std::string("Cover Art (Front)\0", 18) +
-               picture,
+        item = littleEndian(100'000, 4) + littleEndian(2, 4) +
+               std::string("Cover Art (Front)\0", 18) + picture,
         frame =
             "APIC" + number(kind.size() + picture.size()) + std::string(2, '\0') + kind + picture;
-    const auto ape = [&](std::size_t flags) {
-        return "APETAGEX" + backwards(2000) + backwards(item.size() + 32) + backwards(1) +
-               backwards(flags) + std::string(8, '\0');
+    const auto ape = [&](long flags) {
+        return "APETAGEX" + littleEndian(2000, 4) +
+               littleEndian(static_cast<long>(item.size()) + 32, 4) + littleEndian(1, 4) +
+               littleEndian(flags, 4) + std::string(8, '\0');
     };
     const std::string before = std::string("ID3\3\0\0", 6) + number(frame.size(), 7) + frame,
                       after = ape(0xA0000000) + item + ape(0x80000000),
@@ -118,18 +116,17 @@ TEST_F(PlayerTest, GivesUpTwoSecondsAfterOpeningWhatIsNoSong) {
     disk.write("text.wma", "these are words, and no song\n");
     disk.write("pixel.wav", "P6 1 1 255\nabc");
     song("whole.wav", 0.1);
-    disk.write("cut.wav", disk.read("whole.wav").substr(0, 44));
+    disk.write("cut.wav", disk.read("whole.wav").substr(0, 45)); // half a sample
     song("whole.mid", 0.1);
     disk.write("cut.mid", disk.read("whole.mid").substr(0, 23));
-    song("whole.wma", 1);
-    const std::string wma = disk.read("whole.wma"); // whose head tells of a second
-    disk.write("cut.wma", wma.substr(0, wma.find("\x36\x26\xB2\x75\x8E\x66\xCF\x11") + 50));
     fs::create_directory(disk.path() / "directory.mp3");
     ASSERT_TRUE(isPlayedToItsEnd(player, drive("whole.wav")));
-    for (const char* name : {"cut.wma", "garbage.mp3", "empty.mp3", "text.wma", "pixel.wav",
-                             "cut.wav", "cut.mid", "directory.mp3", "missing.mp3"}) {
-        SCOPED_TRACE(name);
-        player.Open(drive(name));
+    for (const std::string& path :
+         {drive("cut.wav"), drive("garbage.mp3"), drive("empty.mp3"), drive("text.wma"),
+          drive("pixel.wav"), drive("cut.mid"), drive("directory.mp3"), drive("missing.mp3"),
+          std::string("d:\\song.mp3")}) {
+        SCOPED_TRACE(path);
+        player.Open(path);
         pass(1999ms);
         std::this_thread::sleep_for(50ms); // it may look like a song for a moment
         EXPECT_TRUE(reaches(player, PlayState::waiting));
@@ -137,6 +134,7 @@ TEST_F(PlayerTest, GivesUpTwoSecondsAfterOpeningWhatIsNoSong) {
         pass(1ms);
         EXPECT_TRUE(reaches(player, PlayState::stopped));
         EXPECT_TRUE(player.wasGivenUp());
+        EXPECT_NEAR(player.Duration() + player.CurrentPosition(), 0, 0.001);
     }
     EXPECT_TRUE(isPlayedToItsEnd(player, drive("whole.wav")));
 }
@@ -246,10 +244,11 @@ TEST_F(PlayerTest, StaysWhereItIsSetToWhateverBecomesOfItsOutput) {
     }
 }
 
-// In each of the songs once: it is replaced, and only one that breaks twice by silence.
+// In each of the songs once: then it is replaced. One that breaks twice needs another process.
 TEST_F(PlayerTest, GoesOnWhereItsOutputBreaks) {
     PlayerControl player(loop, playing(std::string("identity error-after=8 ! ") + clockedSink),
                          tell);
+    std::set<pid_t> processes;
     for (const char* name : {"a.wav", "b.wav"}) {
         player.Open(song(name, 2));
         double furthest = 0, back = 0;
@@ -259,8 +258,9 @@ TEST_F(PlayerTest, GoesOnWhereItsOutputBreaks) {
             return player.PlayState() == PlayState::stopped;
         }));
         EXPECT_LT(back, 0.1);
+        processes.insert(childProcesses().back());
     }
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(processes.size(), 1u);
 }
 
 TEST_F(PlayerTest, GoesOnFromWhereItIsSetTo) {
