@@ -93,7 +93,7 @@ void RowList::insert(Place place, Row row) {
                        std::move(upper));
     }
     ++count_;
-    if (lastBlock_ > place.block || lastBlock_ >= blocks_.size())
+    if (lastBlock_ > place.block)
         lastBlock_ = 0, lastBlockStart_ = 0;
 }
 
@@ -115,7 +115,7 @@ void RowList::removeAt(int index) {
         current_ = -1;
     else if (index < current_)
         --current_;
-    if (lastBlock_ > place.block || lastBlock_ >= blocks_.size())
+    if (lastBlock_ == blocks_.size())
         lastBlock_ = 0, lastBlockStart_ = 0;
 }
 
@@ -202,7 +202,7 @@ RowList::Place RowList::placeOf(int index) const {
     }
     std::size_t block = 0;
     int start = 0;
-    if (lastBlock_ < blocks_.size() && lastBlockStart_ <= index) {
+    if (lastBlockStart_ <= index) {
         block = lastBlock_;
         start = lastBlockStart_;
     }

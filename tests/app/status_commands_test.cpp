@@ -17,15 +17,14 @@ TEST(StatusCommands, TellTheTotals) {
         const std::string said = "<b>" + c[1] + "</b> hrs, <b>" + c[2] + "</b> min";
         const std::string boxed = c[1] + " hours, " + c[2] + " minutes";
         const std::string played = "total played music time:  ", run = "total program runtime:  ";
+        const std::string playedBox = "[box] " + played + boxed + ", " + c[3] + " seconds",
+                          runBox = "[box] " + run + boxed;
         converse(machine,
                  {Turn("'pt", played + said + ", <b>" + c[3] + "</b> sec"), Turn("'rt", run + said),
-                  Turn("'silent", "silent mode - <b>on"),
-                  Turn("'pt", "[box] " + played + boxed + ", " + c[3] + " seconds"),
-                  Turn("'rt", "[box] " + run + boxed), Turn("'silentoff", "silent mode - <b>off")});
-        machine.chooseFromTray("mptime");
-        EXPECT_EQ(machine.lastBox(), played + boxed + ", " + c[3] + " seconds");
-        machine.chooseFromTray("prtime");
-        EXPECT_EQ(machine.lastBox(), run + boxed);
+                  Turn("'silent", "silent mode - <b>on"), Turn("'pt", playedBox),
+                  Turn("'rt", runBox), Turn("'silentoff", "silent mode - <b>off")});
+        EXPECT_EQ(machine.answerTo([&] { machine.chooseFromTray("mptime"); }), playedBox);
+        EXPECT_EQ(machine.answerTo([&] { machine.chooseFromTray("prtime"); }), runBox);
     }
 }
 
