@@ -68,11 +68,9 @@ void RowList::insert(Place place, Row row) {
     if (place.block == blocks_.size())
         blocks_.emplace_back().reserve(blockLimit);
     Block& block = blocks_[place.block];
-    const bool atEnd =
-        place.block + 1 == blocks_.size() && place.offset == block.size() && !block.empty();
     if (block.size() < blockLimit) {
         block.insert(block.begin() + static_cast<std::ptrdiff_t>(place.offset), {std::move(row)});
-    } else if (atEnd) {
+    } else if (place.offset == block.size()) { // only after the last row of all
         // Rows that come in order fill their blocks to the brim.
         Block next;
         next.reserve(blockLimit);

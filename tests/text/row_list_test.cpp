@@ -28,15 +28,16 @@ TEST(RowList, StaysLikeAPlainVectorThroughRandomChanges) {
         RowList list(sorted ? RowList::Order::sorted : RowList::Order::ofAddition);
         std::vector<ModelRow> model;
         int current = -1;
+        std::string added;
         for (int step = 0, walk = 0; step < 16000; ++step, ++walk) {
             if (below(8) < (step / 4000 % 2 == 0 ? 6 : 2)) { // grows and shrinks by turns
-                const std::string text = word();
+                added = word();
                 const auto place = std::upper_bound(
-                    sorted ? model.begin() : model.end(), model.end(), text,
-                    [](const auto& added, const auto& row) { return lessFolded(added, row.text); });
+                    sorted ? model.begin() : model.end(), model.end(), added,
+                    [](const auto& text, const auto& row) { return lessFolded(text, row.text); });
                 current += place - model.begin() <= current;
-                model.insert(place, {text});
-                ASSERT_TRUE(below(2) == 0 ? list.add(text) : list.add(writer.write(text)));
+                model.insert(place, {added});
+                ASSERT_TRUE(below(2) == 0 ? list.add(added) : list.add(writer.write(added)));
             } else {
                 const int index = below(model.size() + 2) - 1; // outside the list at times
                 list.removeAt(index);
@@ -87,7 +88,7 @@ TEST(RowList, StaysLikeAPlainVectorThroughRandomChanges) {
             ASSERT_EQ(list.isSelected(walk), inside ? model[at].selected : false);
             ASSERT_EQ(list.selectedCount(), std::ranges::count(model, true, &ModelRow::selected));
             if (step % 16 < 2) {
-                const std::string asked = word();
+                const std::string asked = step % 2 == 0 ? word() : added;
                 const auto equals = std::ranges::count_if(
                     model, [&](auto& row) { return equalFolded(row.text, asked); });
                 ASSERT_EQ(list.contains(asked), equals > 0);
@@ -110,6 +111,8 @@ TEST(RowList, RefusesRowsPastItsLimitAndNothingElseChanges) {
         EXPECT_FALSE(list.add(Row("a new one")));
         EXPECT_FALSE(list.contains("a new one"));
         EXPECT_EQ(list.count(), 32767);
+        EXPECT_EQ(list.find(list.share(815)), 815);
+        EXPECT_EQ(list.find(Row(list.row(815))), -1) << "another row of that text";
         list.removeAt(0);
         EXPECT_EQ(list.currentRow(), current);
         EXPECT_TRUE(list.add("a new one"));

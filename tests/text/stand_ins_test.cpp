@@ -45,6 +45,7 @@ TEST(StandIns, AndBytesOutliveAnEdit) {
         {"caf\xE9 \uF03F", "caf\uFFFD ?", "caf\xE9 \uF03F"},
         {"caf\xE9 \uF03F", "my caf\uFFFD, who?", "my caf\xE9, who\uF03F"},
         {"\xE9x\xE8y\xE7", "\uFFFDxy\uFFFDz", "\xE9xy\xE7z"},
+        {"\xE9x\xE8", "z\uFFFD", "z\xE8"},
         {"\uF000\uF03F.", "\uF03F!", "\uF000\uF03F!"},
         {"a\u202Eb", "a\uFFFDbc", "a\u202Ebc"},
         {"\u2764\uFE0F x", "\u2764 xy", "\u2764\uFE0F xy"},

@@ -50,6 +50,11 @@ TEST(Text, OfAnyBytesKeepsItsCharacters) {
     for (const std::string& text : Names{"a\x80", "\xE3\x81", "\xC0\xAF", "\xED\xA0\x80",
                                          "\xF4\x90\x80\x80", "\xF0\x80\x80\xAF"})
         EXPECT_EQ(charactersOf(text).size(), text.size()) << testing::PrintToString(text);
+    const std::size_t fitting[] = {0, 1, 1, 1, 4, 5, 5};
+    for (std::size_t most = 0; most < std::size(fitting); ++most)
+        EXPECT_EQ(fittingLength("a\u20ACb", most), fitting[most]) << most;
+    EXPECT_EQ(fittingLength("\x80\x80\x80", 1), 0u);
+    EXPECT_EQ(fittingLength("\x80\x80\x80\x80\x80\x80", 5), 2u);
     // Broken ones among them, and such as change their length when folded.
     const Names pieces = {"a",    "A",    "ä", "Ä", "\xC3",   "\x84", "\xE4",  "你",
                           "\xF0", "\x9D", "𝄞", "ẞ", "\u212A", "?",    "\uF03F"};
@@ -134,9 +139,10 @@ TEST(Text, FitsAPatternAsAWhole) {
     for (const auto& [text, pattern] :
          Pairs{{"ab", "a?"}, {"ab", "a*b*b"}, {"x.mp3x", "*.mp3"}, {"X", "x"}, {"abab", "ab"}})
         EXPECT_FALSE(fits(text, pattern)) << text;
-    EXPECT_TRUE(fitsAnyFolded("x.MID", "*.mp3;*.mid"));
-    EXPECT_FALSE(fitsAnyFolded("x.wav", "*.mp3;*.mid;"));
-    EXPECT_TRUE(fitsAnyFolded("xAyBz", "*.mp3;*a*b*"));
+    for (const char* text : {"X.MP3", "x.\u212Aar", "\u00C4.mp3", "xAyBz"})
+        EXPECT_TRUE(fitsAnyFolded(text, "*.mp3;*.kar;*a*b*")) << text;
+    for (const char* text : {"mp3", "\u00C4mp3", "x.mp3x", "xAy", "x.wav"})
+        EXPECT_FALSE(fitsAnyFolded(text, "*.mp3;*.kar;*a*b*;")) << text;
 }
 
 } // namespace
