@@ -31,7 +31,7 @@ double inSeconds(microseconds span) {
 // From a share to steps of a slider, of which each is a hundredth. A share that makes no sense
 // gives 0.
 int steps(double share, int most) {
-    return share > 0 ? static_cast<int>(rounded(std::min(share * 100, double(most)))) : 0;
+    return static_cast<int>(rounded(std::min(std::max(0.0, share * 100), double(most))));
 }
 
 } // namespace

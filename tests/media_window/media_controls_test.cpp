@@ -64,6 +64,13 @@ TEST(MediaControls, TellWhatTheyAreInTheTitle) {
     }
 }
 
+TEST(MediaControls, OpenTheSortListAsASubmenu) {
+    MediaMachine machine;
+    machine.press("Command3");
+    for (const MenuEntry& entry : machine.desktop.popup->entries())
+        EXPECT_EQ(entry.isSubmenu, entry.name == "sorl") << entry.name;
+}
+
 TEST(MediaControls, MoveTheSlidersWithinTheirRange) {
     MediaMachine machine;
     moveSlider(machine.mp3s(), "HScroll2", -1);

@@ -13,6 +13,8 @@ TEST(CounterCommands, TellHowOftenTheSongHasBeenPlayed) {
     machine.state().silnt = true;
     EXPECT_EQ(machine.answer("'times"), "[box] this song has been played 2 times");
     EXPECT_EQ(machine.trayEntry("playtz"), "played 2 times");
+    machine.owner("'play");
+    EXPECT_EQ(machine.trayEntry("playtz"), "played 3 times");
     machine.owner("'num 2");
     EXPECT_EQ(machine.answer("'times"), "[box] this song has been played 0 times");
 }

@@ -32,6 +32,14 @@ TEST(RandomPick, BeginsANewRoundOnceEachSongHasHadItsTurn) {
         EXPECT_EQ(state.playedMemory.count(), then);
     }
     EXPECT_EQ(state.pickHits, "0");
+    bool met = false; // among the hits of a search a song that is remembered
+    for (int turn = 0; turn < 20; ++turn) {
+        state.playedMemory.clear();
+        state.playedMemory.add(state.masterList.share(0));
+        machine.owner("'rnd ");
+        met = met || state.pickHits != "0";
+    }
+    EXPECT_TRUE(met);
 }
 
 TEST(RandomPick, GivesEachSongThatIsLeftTheSameChance) {

@@ -4,7 +4,6 @@
 #include "platform/posix/spawn.h"
 
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -51,21 +50,17 @@ PlayerProcess::~PlayerProcess() {
 bool PlayerProcess::send(const PlayerWishes& wishes, const Descriptor& file) {
     const bool isNew = wishes.hasFile && wishes.song != given_;
     // The file goes with the first message about its song that gets through.
-    if (sendWithFile(channel_, encoded(wishes), isNew ? &file : nullptr) >= 0) {
-        given_ = wishes.song;
-        return true;
-    }
-    broken_ |= errno != EAGAIN && errno != EINTR && errno != ENOBUFS;
-    return false;
+    if (sendWithFile(channel_, encoded(wishes), isNew ? &file : nullptr) < 0)
+        return false;
+    given_ = wishes.song;
+    return true;
 }
 
 std::optional<PlayerReport> PlayerProcess::receive() {
     std::array<char, longestMessage> bytes;
     const ssize_t got = ::recv(channel_, bytes.data(), bytes.size(), MSG_DONTWAIT);
-    if (got < 0) {
-        broken_ |= errno != EAGAIN && errno != EINTR;
-        return std::nullopt;
-    }
+    if (got < 0)
+        return std::nullopt; // nothing yet: the end comes as a message of no bytes
     const auto report = decodedReport({bytes.data(), static_cast<std::size_t>(got)});
     // The channel's end reads as an empty message, which is no report either.
     broken_ |= !report;

@@ -65,6 +65,11 @@ TEST_F(PlayerTest, PlaysEachFormatToItsEnd) {
         EXPECT_NEAR(player.Duration(), 0.35, 0.08);
         EXPECT_EQ(player.CurrentPosition(), player.Duration());
     }
+    ASSERT_TRUE(makeFile("videotestsrc num-buffers=2 ! video/x-raw,width=32,height=32 ! avenc_wmv1 "
+                         "! avmux_asf name=both" +
+                         intoFile(disk.path() / "b.wma") +
+                         " audiotestsrc num-buffers=9 ! audioconvert ! avenc_wmav2 ! both."));
+    EXPECT_TRUE(isPlayedToItsEnd(player, drive("b.wma"))) << "beside a film";
     player.Open("");
     EXPECT_EQ(player.PlayState(), PlayState::closed);
     EXPECT_EQ(player.Duration() + player.CurrentPosition(), 0);
@@ -173,7 +178,7 @@ TEST_F(PlayerTest, VolumeIsInHundredthsOfADecibelAndMuteApartFromIt) {
 TEST_F(PlayerTest, PausesSeeksAndStops) {
     PlayerControl player(loop, playing(clockedSink), tell);
     player.Open(song("a.wav", 10));
-    ASSERT_TRUE(reaches(player, PlayState::playing));
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 3.2; })) << "as it tells itself";
     player.setCurrentPosition(5);
     EXPECT_NEAR(player.CurrentPosition(), 5, 0.05);
     EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 5.05; }));
