@@ -29,11 +29,14 @@ TEST_F(PlaylistRows, AreBuiltAndTakenApartByOneTemplate) {
         // clang-format on
         const std::string row = rowOfFile(name + extension, directory);
         EXPECT_EQ(row, name + rowGap + extension + " | " + directory);
+        EXPECT_TRUE(isWellFormed(row)) << row;
         EXPECT_EQ(rowname(row), name);
         EXPECT_EQ(rowext(row), extension);
         EXPECT_EQ(rowdir(row), directory);
         EXPECT_EQ(rowpath(row), directory + (directory == "c:\\" ? "" : "\\") + name + extension);
     }
+    EXPECT_EQ(songOfPath("c:\\a\\b.mp3").directory, "c:\\a");
+    EXPECT_EQ(songOfPath("c:\\b.mp3").directory, "c:\\");
     std::mt19937 random(4);
     const std::string pieces[] = {rowGap, "{", "|", " ", ".mp3", " | ", "ä", "\xFF", "\\"};
     for (int round = 0; round < 20000; ++round) {

@@ -21,7 +21,9 @@ struct RefreshTest : testing::Test {
 };
 
 TEST_F(RefreshTest, BringsInWhatHasComeAndTakesOutWhatHasGone) {
+    machine.owner("'num 1");
     EXPECT_EQ(machine.answer("'ref"), "list refreshed - no change");
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  a") << "from the front again";
     machine.song("rock", "c.mp3");
     machine.song("rock", "d.mp3");
     machine.song("rock/below", "e.mp3");

@@ -27,7 +27,7 @@ TEST(StandIns, LeaveAsWhatTheyStandForAndComeBackFromWhatIsTyped) {
     }
     EXPECT_EQ(asSeen("c:\\a\uF03Fb\\c.mp3"), "c:\\a?b\\c.mp3");
     EXPECT_EQ(asStoredPath("c:\\a?b/c:.mp3"), "c:\\a\uF03Fb/c\uF03A.mp3");
-    EXPECT_EQ(visibleText("a\uF03F\uF00A\uF041", " "), "a?\u240A\uF041");
+    EXPECT_EQ(visibleText("a\uF03F\uF00A\uF041\nb", " / "), "a?\u240A\uF041 / b");
 }
 
 TEST(StandIns, AreFoundByWhatIsSeen) {

@@ -50,6 +50,12 @@ TEST(Text, OfAnyBytesKeepsItsCharacters) {
     for (const std::string& text : Names{"a\x80", "\xE3\x81", "\xC0\xAF", "\xED\xA0\x80",
                                          "\xF4\x90\x80\x80", "\xF0\x80\x80\xAF"})
         EXPECT_EQ(charactersOf(text).size(), text.size()) << testing::PrintToString(text);
+    for (const char32_t code : {U'\x7F', U'\x80', U'\u07FF', U'\u0800', U'\uFFFF', U'\U0010FFFF'}) {
+        std::string text;
+        appendCharacter(text, code);
+        EXPECT_EQ(firstCharacter(text).code, code);
+        EXPECT_EQ(firstCharacter(text).length, text.size());
+    }
     const std::size_t fitting[] = {0, 1, 1, 1, 4, 5, 5};
     for (std::size_t most = 0; most < std::size(fitting); ++most)
         EXPECT_EQ(fittingLength("a\u20ACb", most), fitting[most]) << most;
