@@ -25,7 +25,7 @@ TEST(Chores, AreSaidAndDoneInSilenceOnlyDone) {
         std::string line, said;
         Lines deeds;
     } cases[] = {
-        {"'kw Music Now", "goto keyword:  <b>Music Now", {"Music Now"}},
+        {"'kw Caf\u00E9 Now", "goto keyword:  <b>Caf\u00E9 Now", {"Caf\xE9 Now"}},
         {"'PR Den 2", "private room ~> <b>Den 2", {"aol://2719:2-2-Den 2"}},
         {"'url a.b/x.exe", "world wide web:  <b>a.b/x.exe", {"open http://a.b/x.exe"}},
         {"'url c:\\x.exe", "world wide web:  <b>c:\\x.exe", {}},
@@ -78,8 +78,9 @@ TEST(Chores, EndWithTheRunTheyBeganIn) {
             EXPECT_EQ(machine.deeds(), Lines{}) << line;
         }
     for (const auto moment : {20ms, 300ms}) // before the windows, or after the clock's
-        for (const std::string line : {"'imson", "'ot"}) {
+        for (const std::string line : {"'imson", "'ot", "'x ann"}) {
             WithClient machine;
+            machine.client.people = {"Owner", "ann", "anna"};
             machine.loop.once(moment, [&] { machine.restart(); });
             machine.owner(line, 9s);
             EXPECT_EQ(machine.said(), "load:  <b>2</b> - mp3s played:  <b>0</b>") << line;
@@ -102,6 +103,7 @@ TEST(OnlineTime, IsReadOffTheClientsNotice) {
         {"Short. Too", ""},
     };
     WithClient machine;
+    machine.client.addChild("America Online"); // a window without a text
     for (const auto& [notice, said] : cases) {
         machine.client.clockText = notice;
         EXPECT_EQ(machine.answer("'ot"), said);

@@ -119,6 +119,9 @@ TEST_P(ModerationTest, EndsWithTheRun) {
     converse(m, {Turn("'ban ann", "<b><b>ann</b>, ejected bastard"), // the people show again
                  Turn("'unban z", "<b>zoe x</b>, unbanned bastard"),
                  Turn("'unban ", "<b><b>ann</b>, unbanned bastard")});
+    m.loop.once(0ms, [&] { m.program->restart(); }); // before anything is done
+    m.owner("'x ann", 1s);
+    EXPECT_FALSE(place.ignores("<b>ann"));
 }
 
 TEST_P(ModerationTest, EndsWithTheProcess) {
@@ -161,20 +164,40 @@ TEST(Moderation, EndsAtAButtonThatNeverComes) {
     m.start();
     for (const char* button : {"Ignor*", "Allo*"})
         m.host.remove(m.host.host.findRoomIcon(button));
-    m.host.people = {"Owner", "ann", "bob"};
+    m.host.people = {"Owner", "ann", "bob", "eve"};
     m.host.ejected = {"cid", "dan"};
     const auto before = m.loop.now();
     converse(m, {Turn("'x ", "<b>ann</b>, ignored bastard"),
                  Turn("'unban ", "<b>cid</b>, unbanned bastard")});
     EXPECT_LT(m.loop.now() - before, 2 * longestHostWait + 1s);
     EXPECT_EQ(m.host.pressedButtons, (Lines{"Ejected List", "People List"}));
-    m.inMessage("<b>ann", [&] { m.host.remove(m.host.room); });
-    auto& next = m.host[m.host.findChild(m.host.addRoom(), 0, "_AOL_Listbox")]; // he turns to it
-    const auto selected = next.row;
-    converse(m, {Turn("'ban ", "<b>ann</b>, ejected bastard\n<b>bob</b>, ejected bastard"),
+    HostHandle next = 0; // in which he is after a while without a room
+    m.inMessage("<b>ann", [&] {
+        m.host.remove(m.host.room);
+        m.loop.once(400ms, [&] { next = m.host.addRoom(); });
+    });
+    converse(m, {Turn("'ban ", "<b>ann</b>, ejected bastard\n<b>eve</b>, ejected bastard"),
                  Turn("'x ", "fag not found")});
-    EXPECT_EQ(next.row, selected);
-    EXPECT_EQ(m.host.pressedButtons.size(), 3u); // the last one for ann
+    EXPECT_GT(m.host[m.host.findChild(next, 0, "_AOL_Listbox")].row, 9u); // none is selected
+    EXPECT_EQ(m.host.pressedButtons.size(), 3u);                          // the last one for ann
+}
+
+// In the question whether he owns the room, or in the way to those who were put out.
+TEST(Moderation, EndsWithTheRunInASearchForAButton) {
+    Client m;
+    m.host.ownsRoom = true;
+    m.start();
+    m.host.ejected = {"ann"};
+    m.host.remove(m.host.host.findRoomIcon("Ejecte*"));
+    for (int more = 0; more < 40; ++more)
+        m.host.add(m.host.room, "_AOL_Icon", "other");
+    m.host.add(m.host.room, "_AOL_Icon", "Ejected List");
+    for (const auto moment : {20ms, 40ms}) {
+        m.loop.once(moment, [&] { m.program->restart(); });
+        m.owner("'unban ann", 9s);
+        EXPECT_EQ(m.host.ejected, Lines{"ann"});
+    }
+    EXPECT_EQ(m.host.pressedButtons, (Lines{"Ejected List", "People List"}));
 }
 
 } // namespace

@@ -95,6 +95,8 @@ TEST_F(IrcClientTest, AnOperatorPutsOthersOutAndLetsThemBackIn) {
         told(':' + wild + " JOIN #music");
         EXPECT_EQ(sentOf([&] { irc.roomPeople().eject(listed(wild)); }), "") << wild;
     }
+    for (const char* other : {"OWNER", "nobody"})
+        EXPECT_EQ(sentOf([&] { irc.roomPeople().eject(listed(other)); }), "") << other;
     told(":bob!b@h MODE #music -o Owner");
     EXPECT_EQ(typed("'ban bob"), "Owner: 'ban bob\nOwner: you aren't the owner, dumbass\n");
 }
