@@ -3,6 +3,7 @@
 #pragma once
 
 #include "irc/connection/irc_connection.h"
+#include "irc/protocol/irc_message.h"
 
 #include <algorithm>
 #include <functional>
@@ -77,24 +78,9 @@ private:
         });
     }
 
-    // Words up to the last one, which may have blanks.
-    static std::vector<std::string> wordsOf(std::string_view line) {
-        std::vector<std::string> words;
-        while (!line.empty()) {
-            if (line.front() == ':') {
-                words.emplace_back(line.substr(1));
-                break;
-            }
-            const auto end = std::min(line.find(' '), line.size());
-            words.emplace_back(line.substr(0, end));
-            line.remove_prefix(std::min(end + 1, line.size()));
-        }
-        return words;
-    }
-
     void take(const std::string& line) {
-        const auto words = wordsOf(line);
-        const std::string& command = words[0];
+        const IrcMessage message = *readIrcMessage(line);
+        const std::string& command = message.command;
         static const std::vector<std::string> ofTheConnection{"CAP",  "NICK", "USER",
                                                               "PING", "PONG", "AUTHENTICATE"};
         if (std::ranges::find(ofTheConnection, command) == ofTheConnection.end() || isKnown_)
@@ -103,15 +89,15 @@ private:
             return;
         const std::string me = ':' + nick + "!o@host ";
         if (command == "CAP")
-            negotiate(words);
+            negotiate(message);
         else if (command == "NICK" && isKnown_)
-            say(me + "NICK " + (nick = words[1]));
+            say(me + "NICK " + (nick = message.parameters[0]));
         else if (command == "NICK")
-            nick = words[1];
+            nick = message.parameters[0];
         else if (command == "JOIN")
-            join(words[1]);
-        else if (command == "MODE" && words.size() == 3)
-            say(":irc 368 " + nick + ' ' + words[1] + " :End");
+            join(message.parameters[0]);
+        else if (command == "MODE" && message.parameters.size() == 2)
+            say(":irc 368 " + nick + ' ' + message.parameters[0] + " :End");
         else if (command == "PRIVMSG" && hasEcho_)
             say(me + line);
         else if (command == "MODE" || command == "KICK" || command == "PART" || command == "TOPIC")
@@ -120,13 +106,13 @@ private:
             lose("the server has closed it");
     }
 
-    void negotiate(const std::vector<std::string>& words) {
-        if (words[1] == "LS") {
+    void negotiate(const IrcMessage& message) {
+        if (message.parameter(0) == "LS") {
             say(":irc CAP * LS :" + capabilities);
-        } else if (words[1] == "REQ") {
-            hasEcho_ = words.back().find("echo-message") != std::string::npos;
-            say(":irc CAP * ACK :" + words.back());
-        } else if (words[1] == "END") {
+        } else if (message.parameter(0) == "REQ") {
+            hasEcho_ = message.parameters.back().find("echo-message") != std::string::npos;
+            say(":irc CAP * ACK :" + message.parameters.back());
+        } else if (message.parameter(0) == "END") {
             isKnown_ = true;
             say(":irc 001 " + nick + " :Welcome\r\n:irc 005 " + nick +
                 " PREFIX=(ov)@+ STATUSMSG=@+ CHANTYPES=# CASEMAPPING=rfc1459 :are supported\r\n:irc 422 " +

@@ -24,7 +24,7 @@ bool endsIrcName(char byte) {
 std::vector<std::string> ircLists(const std::vector<std::string>& names) {
     std::vector<std::string> lists;
     for (const std::string& name : names)
-        if (lists.empty() || lists.back().size() + 1 + name.size() > longestList)
+        if (lists.empty() || lists.back().size() + name.size() > longestList)
             lists.push_back(name);
         else
             lists.back().append(1, ',').append(name);

@@ -78,10 +78,8 @@ IrcAccount read(std::string_view contents) {
     }
     const bool isWhole = !account.server.host.empty() && !account.nick.empty();
     account.isWanted = account.isWanted && isWhole;
-    if (!isLoginWhole) {
+    if (!isLoginWhole)
         account.loginHost = account.user = account.password = "";
-        account.keepsPassword = false;
-    }
     return account;
 }
 

@@ -13,8 +13,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr int mostUnseen = 9999;
-
 // Messages between programs stand between two of these; one kind of them is meant for people.
 constexpr char aroundRequest = '\x01';
 constexpr std::string_view action = "\x01"
@@ -72,7 +70,7 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
     if (place && channels_.isHere(place))
         hearInRoom(message, isSelf);
     else if (place)
-        place->unseen += place->unseen < mostUnseen ? 1 : 0;
+        ++place->unseen;
     else if (!isSelf && session_.features().isRankedChannel(message.parameter(0)))
         hearAmongRanks(message);
     else if (!isSelf)

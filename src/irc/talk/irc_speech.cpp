@@ -50,12 +50,16 @@ bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
 // Whether lines are sent back is asked only now, since it may have changed since the line was said.
 void IrcSpeech::gone(const Piece& piece) {
     if (session_.echoes()) {
+        forgetLate();
         awaited_.push_back({piece, loop_.now()});
-        if (awaited_.size() > mostEchoes)
-            awaited_.pop_front();
     } else if (piece.isDue) {
         reached_(piece.said, false);
     }
+}
+
+void IrcSpeech::forgetLate() {
+    while (!awaited_.empty() && loop_.now() - awaited_.front().sentAt > longestEcho)
+        awaited_.pop_front();
 }
 
 bool IrcSpeech::whisper(const std::string& name, const std::string& text) {
@@ -84,8 +88,7 @@ void IrcSpeech::refused(std::string_view channel) {
 }
 
 bool IrcSpeech::take(std::string_view channel, std::string_view codes) {
-    while (!awaited_.empty() && loop_.now() - awaited_.front().sentAt > longestEcho)
-        awaited_.pop_front();
+    forgetLate();
     const auto found = std::ranges::find_if(
         awaited_, [&](const Awaited& awaited) { return isThat(awaited.piece, channel, codes); });
     if (found == awaited_.end())

@@ -30,9 +30,8 @@ public:
 
     IrcSpeech(EventLoop& loop, IrcSession& session, Reached reached);
 
-    // How long the server may take to send a line back, and how many may be on their way.
+    // How long the server may take to send a line back.
     static constexpr std::chrono::seconds longestEcho{60};
-    static constexpr std::size_t mostEchoes = 100;
 
     // Says a line, in several pieces if it is too long for one. Where the server sends lines back,
     // a line counts as said when it comes back. Elsewhere what the owner types counts at once, and
@@ -65,6 +64,7 @@ private:
 
     std::size_t longestPiece(const std::string& target) const;
     void gone(const Piece& piece);
+    void forgetLate();
     bool isThat(const Piece& piece, std::string_view channel, std::string_view codes) const;
 
     EventLoop& loop_;

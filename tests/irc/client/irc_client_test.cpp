@@ -2,6 +2,7 @@
 // back.
 #include "support/irc_machine.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace larkspin {
@@ -68,6 +69,7 @@ TEST_F(IrcClientTest, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
     expectTalk({
         {":eve!e@h JOIN #music\r\n:eve!e@h NICK Evi\r\n:evi!e@h QUIT :x",
          "- eve comes in\n- eve is now called Evi\n- evi goes\n"},
+        {":zoe!z@h NICK zo\r\n:zo!z@h QUIT :x\r\n:zo!z@h JOIN #den\r\n:zo!z@h PART #den", ""},
         {"'x ANN", "Owner: 'x ANN\n- ann is ignored\nOwner: <b>ann</b>, ignored bastard\n"},
         {":ann!a@h NICK eve", "- ann is now called eve\n"},
         {says + "\r\n:eve!a@h PRIVMSG Owner :hi\r\n:eve!a@h INVITE Owner #den", ""},
@@ -142,10 +144,13 @@ TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
 TEST_F(IrcClientTest, RoomsAreNoMoreThanAHundred) {
     std::string forced;
     for (int number = 2; number <= 101; ++number)
-        forced += ":Owner!o@host JOIN #" + std::to_string(number) + "\r\n";
-    EXPECT_EQ(sentOf([&] { server.say(forced); }), "PART #101\n");
+        forced += ":Owner!o@host JOIN #room" + std::to_string(number) + "\r\n";
+    EXPECT_EQ(sentOf([&] { server.say(forced); }), "PART #room101\n");
     EXPECT_EQ(irc.rooms().size(), 100U);
     EXPECT_EQ(joined("#x"), "- there are too many rooms\n");
+    const std::string left = sentOf([&] { irc.finish(); }); // in lines that a server takes
+    EXPECT_EQ(std::ranges::count(left, '#'), 100);
+    EXPECT_NE(left.find("#room100 :larkspin"), left.npos) << left;
 }
 
 // Each of these is for the owner alone to see.

@@ -40,9 +40,11 @@ protected:
         loop.waitUntil(loop.now() + 1s);
         return seen;
     }
-    void answer(const std::string& password) {
+    std::string toldOf(const std::string& password) {
+        seen.clear();
         std::exchange(answered, nullptr)(password);
         loop.waitUntil(loop.now() + 1s);
+        return seen;
     }
     std::string kept() const { return disk.read("irc.txt"); }
     void ask(const std::string& prompt, std::function<void(std::string)> take) override {
@@ -90,6 +92,7 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/room", "1  #music (here)\n2  #den\n"},
         {"/room den", "! /room [NAME|NUMBER]\n"},
         {"/room 3", "there is no room 3\n"},
+        {"/room 0", "there is no room 0\n"},
         {"/names", "#music, 2 people\n  @jo\n  ann\n"},
         {"/topic", "there is no topic\n"},
         {"/topic  all songs", "jo sets the topic:  all songs\n"},
@@ -184,7 +187,7 @@ TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
     for (const char* const wrong : {"/login", "/login jo kept", "/login jo keep x"})
         EXPECT_EQ(typed(wrong), "! /login USER [keep]\n") << wrong;
     EXPECT_EQ(typed("/login jo"), "(password of jo)\n");
-    answer("ps t");
+    EXPECT_EQ(toldOf("ps t"), "you log in as jo from the next /connect on\n");
     typed("/connect irc.test jo");
     EXPECT_EQ(logins, jo);
     EXPECT_EQ(kept(), "server=irc.test\nport=6697\ntls=yes\nnick=jo\nconnect=yes\n"
@@ -198,7 +201,7 @@ TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
     EXPECT_EQ(logins, jo + jo);
 
     typed("/login jo KEEP");
-    answer("ps t");
+    toldOf("ps t");
     EXPECT_TRUE(kept().ends_with("login server=IRC.test\nlogin=jo\npassword=ps t\n"));
     const auto rights = std::filesystem::status(disk.path() / "irc.txt").permissions();
     EXPECT_EQ(static_cast<int>(rights), 0600);
@@ -208,9 +211,9 @@ TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
 
 TEST_F(IrcWordsTest, WaitForNoPasswordForEver) {
     typed("/login jo keep");
-    answer("");
+    EXPECT_EQ(toldOf(""), "without a password all stays as it was\n");
     typed("/login jo keep");
-    answer("a\nb");
+    EXPECT_EQ(toldOf("a\nb"), "this can't be a password\n");
     typed("/login jo keep");
     loop.waitUntil(loop.now() + 10min);
     EXPECT_FALSE(answered);

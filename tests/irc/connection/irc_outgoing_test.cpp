@@ -11,7 +11,8 @@ namespace {
 using namespace std::chrono_literals;
 using Kind = IrcOutgoing::Kind;
 
-struct Wire {
+class IrcOutgoingTest : public testing::Test {
+protected:
     VirtualLoop loop;
     Nanoseconds begun = loop.now();
     std::string sent; // since it was last asked
@@ -27,88 +28,81 @@ struct Wire {
     }
 };
 
-TEST(IrcOutgoing, GoesAtOnceAndThenALineInTwoSeconds) {
-    Wire wire;
-    wire.add(Kind::said, "abcdefgh");
-    EXPECT_EQ(wire.sentUntil(0s), "abcde");
-    EXPECT_EQ(wire.sentUntil(1999ms), "");
-    EXPECT_EQ(wire.sentUntil(2s), "f");
-    EXPECT_EQ(wire.sentUntil(4s), "g");
-    EXPECT_EQ(wire.outgoing.waiting(Kind::said), 1u);
-    EXPECT_EQ(wire.sentUntil(60s), "h");
-    EXPECT_TRUE(wire.loop.isIdle());
-    wire.add(Kind::said, "ijklmn");
-    EXPECT_EQ(wire.sentUntil(60s), "ijklm");
+TEST_F(IrcOutgoingTest, GoesAtOnceAndThenALineInTwoSeconds) {
+    add(Kind::said, "abcdefgh");
+    EXPECT_EQ(sentUntil(0s), "abcde");
+    EXPECT_EQ(sentUntil(1999ms), "");
+    EXPECT_EQ(sentUntil(2s), "f");
+    EXPECT_EQ(sentUntil(4s), "g");
+    EXPECT_EQ(outgoing.waiting(Kind::said), 1u);
+    EXPECT_EQ(sentUntil(60s), "h");
+    EXPECT_TRUE(loop.isIdle());
+    add(Kind::said, "ijklmn");
+    EXPECT_EQ(sentUntil(60s), "ijklm");
 }
 
-TEST(IrcOutgoing, TakesLongerForLongLines) {
-    Wire wire;
+TEST_F(IrcOutgoingTest, TakesLongerForLongLines) {
     const std::string line(512, 'x'); // six seconds
     for (int count = 0; count < 3; ++count)
-        wire.outgoing.add(Kind::typed, line);
-    EXPECT_EQ(wire.sentUntil(1999ms), line);
-    EXPECT_EQ(wire.sentUntil(2s), line);
-    EXPECT_EQ(wire.sentUntil(7999ms), "");
-    EXPECT_EQ(wire.sentUntil(8s), line);
-    wire.outgoing.add(Kind::typed, std::string(10'000, 'x'));
-    EXPECT_EQ(wire.sentUntil(60s).size(), 10'000u);
+        outgoing.add(Kind::typed, line);
+    EXPECT_EQ(sentUntil(1999ms), line);
+    EXPECT_EQ(sentUntil(2s), line);
+    EXPECT_EQ(sentUntil(7999ms), "");
+    EXPECT_EQ(sentUntil(8s), line);
+    outgoing.add(Kind::typed, std::string(10'000, 'x'));
+    EXPECT_EQ(sentUntil(60s).size(), 10'000u);
 }
 
-TEST(IrcOutgoing, LetsTheOwnerGoFirstAndTheConnectionBeforeHim) {
-    Wire wire;
-    wire.add(Kind::said, "12345abc");
-    wire.add(Kind::typed, "ABCDE");
-    wire.add(Kind::protocol, "p");
-    EXPECT_EQ(wire.sentUntil(60s), "12345pABaCDbEc");
+TEST_F(IrcOutgoingTest, LetsTheOwnerGoFirstAndTheConnectionBeforeHim) {
+    add(Kind::said, "12345abc");
+    add(Kind::typed, "ABCDE");
+    add(Kind::protocol, "p");
+    EXPECT_EQ(sentUntil(60s), "12345pABaCDbEc");
 }
 
-TEST(IrcOutgoing, SaysNoMoreInAMinuteThanIsWanted) {
-    Wire wire;
-    wire.outgoing.limitSaid(2);
-    wire.add(Kind::said, "a");
-    EXPECT_EQ(wire.sentUntil(30s), "a");
-    wire.add(Kind::said, "bcdefg");
-    wire.add(Kind::typed, "T");
-    EXPECT_EQ(wire.sentUntil(59'999ms), "bT");
-    EXPECT_EQ(wire.sentUntil(60s), "c");
-    EXPECT_EQ(wire.sentUntil(90s), "d");
-    wire.outgoing.limitSaid(1);
-    EXPECT_EQ(wire.sentUntil(149s), "");
-    EXPECT_EQ(wire.sentUntil(150s), "e");
-    wire.outgoing.limitSaid(-1);
-    EXPECT_EQ(wire.sentUntil(150s), "fg");
+TEST_F(IrcOutgoingTest, SaysNoMoreInAMinuteThanIsWanted) {
+    outgoing.limitSaid(2);
+    add(Kind::said, "a");
+    EXPECT_EQ(sentUntil(30s), "a");
+    add(Kind::said, "bcdefg");
+    add(Kind::typed, "T");
+    EXPECT_EQ(sentUntil(59'999ms), "bT");
+    EXPECT_EQ(sentUntil(60s), "c");
+    EXPECT_EQ(sentUntil(90s), "d");
+    outgoing.limitSaid(1);
+    EXPECT_EQ(sentUntil(149s), "");
+    EXPECT_EQ(sentUntil(150s), "e");
+    outgoing.limitSaid(-1);
+    EXPECT_EQ(sentUntil(150s), "fg");
 }
 
-TEST(IrcOutgoing, ForgetsWhatWaits) {
-    Wire wire;
-    wire.add(Kind::typed, "abcdefg");
-    wire.add(Kind::said, "hi");
-    wire.outgoing.drop(Kind::typed);
-    EXPECT_EQ(wire.sentUntil(2s), "abcdeh");
-    wire.outgoing.clear();
-    EXPECT_TRUE(wire.loop.isIdle());
-    wire.add(Kind::typed, "ABCDEF");
-    EXPECT_EQ(wire.sentUntil(2s), "ABCDE");
+TEST_F(IrcOutgoingTest, ForgetsWhatWaits) {
+    add(Kind::typed, "abcdefg");
+    add(Kind::said, "hi");
+    outgoing.drop(Kind::typed);
+    EXPECT_EQ(sentUntil(2s), "abcdeh");
+    outgoing.clear();
+    EXPECT_TRUE(loop.isIdle());
+    add(Kind::typed, "ABCDEF");
+    EXPECT_EQ(sentUntil(2s), "ABCDE");
 }
 
-TEST(IrcOutgoing, TellsAsEachGoes) {
-    Wire wire;
-    wire.outgoing.add(Kind::said, "a", [&wire] {
-        wire.sent += '!';
-        wire.add(Kind::said, "c");
-        wire.sent += '.';
+TEST_F(IrcOutgoingTest, TellsAsEachGoes) {
+    outgoing.add(Kind::said, "a", [this] {
+        sent += '!';
+        add(Kind::said, "c");
+        sent += '.';
     });
-    wire.add(Kind::said, "b");
-    EXPECT_EQ(wire.sentUntil(0s), "a!.cb");
-    wire.outgoing.add(Kind::said, "", [&wire] { wire.sent += '!'; });
-    EXPECT_EQ(wire.sentUntil(60s), "");
+    add(Kind::said, "b");
+    EXPECT_EQ(sentUntil(0s), "a!.cb");
+    outgoing.add(Kind::said, "", [this] { sent += '!'; });
+    EXPECT_EQ(sentUntil(60s), "");
 }
 
-TEST(IrcOutgoing, IsBounded) {
-    Wire wire;
-    wire.add(Kind::said, std::string(5 + IrcOutgoing::mostWaiting, 'x'));
-    EXPECT_FALSE(wire.outgoing.add(Kind::said, "x"));
-    EXPECT_TRUE(wire.outgoing.add(Kind::typed, "x"));
+TEST_F(IrcOutgoingTest, IsBounded) {
+    add(Kind::said, std::string(5 + IrcOutgoing::mostWaiting, 'x'));
+    EXPECT_FALSE(outgoing.add(Kind::said, "x"));
+    EXPECT_TRUE(outgoing.add(Kind::typed, "x"));
 }
 
 } // namespace

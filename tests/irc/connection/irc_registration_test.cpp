@@ -29,7 +29,6 @@ public:
 };
 
 const IrcIdentity withAccount{.nick = "Owner", .account = "owner", .password = "secret"};
-constexpr const char* plainLogin = "AUTHENTICATE AG93bmVyAHNlY3JldA==\n";
 
 TEST(IrcRegistration, AsksForCapabilitiesInSeveralLines) {
     Beginning beginning;
@@ -58,64 +57,58 @@ TEST(IrcRegistration, WhatIsRefusedTogetherIsAskedForAlone) {
     EXPECT_TRUE(beginning.registration.echoes());
 }
 
-TEST(IrcRegistration, ServersWithoutCapabilitiesWelcomeAllTheSame) {
-    Beginning without(withAccount);
-    EXPECT_EQ(without.on(":irc 421 * CAP :Unknown command"), "");
-    EXPECT_EQ(without.on(":irc 001 Owner :Welcome"), "");
-    EXPECT_EQ(without.told, "you are not logged in: the server knows no accounts\n");
+TEST(IrcRegistration, AServerThatMakesNothingOfCapabilitiesWelcomesAllTheSame) {
     Beginning beginning;
     EXPECT_EQ(beginning.on(":irc 410 * LS :Invalid CAP command"), "CAP END\n");
 }
 
-TEST(IrcRegistration, LogsInByPlainAndGoesOnHoweverThatEnds) {
-    const struct {
-        const char *answer, *told;
-    } cases[] = {
-        {":irc 903 * :done", ""},
-        {":irc 907 * :already", ""},
-        {":irc 904 * :wrong password", "you are not logged in: wrong password\n"},
-        {":irc 906 *", "you are not logged in: the server refuses it\n"},
-        {":irc 908 * EXTERNAL :are available",
-         "you are not logged in: the server knows only other ways than a password\n"},
-        {":irc 421 * AUTHENTICATE :what", "you are not logged in: the server knows no accounts\n"},
+// Without TLS, of a server that offers another way, or asks otherwise than agreed, nobody gets the
+// password.
+TEST(IrcRegistration, TheAccountIsLoggedInToSafelyOrNotAndTheConnectionGoesOn) {
+    const std::string offer = ":irc CAP * LS :sasl=EXTERNAL,PLAIN", grant = ":irc CAP * ACK :sasl",
+                      go = "AUTHENTICATE +", known = ":irc 900 * Owner!o@h owner :logged in",
+                      request = "CAP REQ sasl\nAUTHENTICATE PLAIN\n", end = "CAP END\n",
+                      login = request + "AUTHENTICATE AG93bmVyAHNlY3JldA==\n" + end;
+    const auto answered = [&](const std::string& answer) {
+        return std::vector{offer, go,    grant,  go,
+                           go,    known, answer, std::string(":irc 904 * :again")};
     };
-    for (const auto& [answer, told] : cases) {
-        Beginning beginning(withAccount);
-        EXPECT_EQ(beginning.on(":irc CAP * LS :sasl=EXTERNAL,PLAIN"), "CAP REQ sasl\n");
-        EXPECT_EQ(beginning.on("AUTHENTICATE +"), "");
-        EXPECT_EQ(beginning.on(":irc CAP * ACK :sasl"), "AUTHENTICATE PLAIN\n");
-        EXPECT_EQ(beginning.on("AUTHENTICATE +"), plainLogin);
-        EXPECT_EQ(beginning.on("AUTHENTICATE +"), "");
-        beginning.on(":irc 900 * Owner!o@h owner :logged in");
-        EXPECT_EQ(beginning.on(answer), "CAP END\n") << answer;
-        EXPECT_EQ(beginning.on(":irc 904 * :again"), "");
-        beginning.on(":irc 001 Owner :Welcome");
-        EXPECT_EQ(beginning.told, told) << answer;
+    const struct {
+        std::vector<std::string> lines;
+        std::string sent;
+        const char* failure;
+        bool encrypted = true;
+    } cases[] = {
+        {answered(":irc 903 * :done"), login, nullptr},
+        {answered(":irc 907 * :already"), login, nullptr},
+        {answered(":irc 904 * :wrong password"), login, "wrong password"},
+        {answered(":irc 906 *"), login, "the server refuses it"},
+        {answered(":irc 908 * EXTERNAL :are available"), login,
+         "the server knows only other ways than a password"},
+        {answered(":irc 421 * AUTHENTICATE :what"), login, "the server knows no accounts"},
+        {{":irc 421 * CAP :Unknown command"}, "", "the server knows no accounts"},
+        {{":irc CAP * LS :sasl", ":irc CAP * NAK :sasl"},
+         "CAP REQ sasl\n" + end,
+         "the server refuses it"},
+        {{":irc CAP * LS :sasl=EXTERNAL,PLAINER", go},
+         end,
+         "the server offers no login by a password"},
+        {{offer, grant, "AUTHENTICATE cmVhbG0=", go, ":irc 906 *"},
+         request + "AUTHENTICATE *\n" + end,
+         "the server refuses it"},
+        {{offer, grant, go}, end, "a password isn't sent without TLS", false},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.lines.back());
+        Beginning beginning(withAccount, each.encrypted);
+        std::string sent;
+        for (const std::string& line : each.lines)
+            sent += beginning.on(line);
+        EXPECT_EQ(sent, each.sent);
+        EXPECT_EQ(beginning.on(":irc 001 Owner :Welcome"), "");
+        EXPECT_EQ(beginning.told,
+                  each.failure ? "you are not logged in: " + std::string(each.failure) + '\n' : "");
     }
-}
-
-TEST(IrcRegistration, ThePasswordGoesToNobodyElse) {
-    Beginning plain(withAccount, false);
-    EXPECT_EQ(plain.told, "you are not logged in: a password isn't sent without TLS\n");
-    EXPECT_EQ(plain.on(":irc CAP * LS :sasl"), "CAP END\n");
-    plain.on(":irc CAP * ACK :sasl");
-    EXPECT_EQ(plain.on("AUTHENTICATE +"), "");
-
-    Beginning other(withAccount);
-    EXPECT_EQ(other.on(":irc CAP * LS :sasl=EXTERNAL,PLAINER"), "CAP END\n");
-    EXPECT_EQ(other.on("AUTHENTICATE +"), "");
-    EXPECT_EQ(other.told, "you are not logged in: the server offers no login by a password\n");
-
-    Beginning refused(withAccount);
-    refused.on(":irc CAP * LS :sasl");
-    EXPECT_EQ(refused.on(":irc CAP * NAK :sasl"), "CAP END\n");
-    EXPECT_EQ(refused.told, "you are not logged in: the server refuses it\n");
-
-    Beginning challenged(withAccount);
-    challenged.on(":irc CAP * LS :sasl");
-    challenged.on(":irc CAP * ACK :sasl");
-    EXPECT_EQ(challenged.on("AUTHENTICATE cmVhbG0="), "AUTHENTICATE *\n");
-    EXPECT_EQ(challenged.on("AUTHENTICATE +"), "");
 }
 
 TEST(IrcRegistration, LongPasswordsGoInLinesOfFourHundredBytes) {
