@@ -75,12 +75,14 @@ public:
                             [this](const std::string& text) {
                                 seen += "- " + text + '\n';
                                 ++answers;
-                            }};
+                            },
+                        .changed = [this] { ++changes; }};
     OwnRoom own{lines, "Login", display};
     IrcClient irc{loop, lines, server, display};
     CurrentRoom room{own, irc};
     std::string seen;
     int answers = 0; // of all messages, those that the owner has asked for
+    int changes = 0;
 };
 
 // Tests of such a program: one begins by itself, or is in #music from the beginning.

@@ -31,10 +31,10 @@ public:
     Nanoseconds finishing{};       // how long the last lines may have taken
 
     // The server's lines, in one chunk.
-    void say(const std::string& lines) {
-        loop_.post([this, lines] {
+    void say(const std::string& lines, const char* end = "\r\n") {
+        loop_.post([this, bytes = lines + end] {
             if (isOpen_)
-                events_.received(lines + "\r\n");
+                events_.received(bytes);
         });
     }
     void lose(const std::string& why) {
@@ -59,6 +59,7 @@ public:
              bytes.remove_prefix(end + 2))
             take(std::string(bytes.substr(0, end)));
     }
+    bool isOpen() const { return isOpen_; }
     std::size_t unsent() const override { return held; }
     void close() override {
         isOpen_ = false;

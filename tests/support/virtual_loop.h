@@ -24,6 +24,7 @@ public:
 
     EventAtWork atWork() const override { return queue_.atWork(); }
     bool isIdle() const { return atWork().depth == 0; }
+    bool hasNothingToDo() const { return !queue_.nextDue(); } // now or ever
 
 private:
     EventQueue queue_;

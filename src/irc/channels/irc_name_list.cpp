@@ -46,7 +46,6 @@ void IrcNameList::closeGaps() {
     for (auto& [folded, entry] : entries_)
         inOrder[entry.place] = &entry;
     std::vector<Row> closed;
-    closed.reserve(entries_.size());
     for (Entry* const entry : inOrder)
         if (entry) {
             closed.push_back(std::move(places_[entry->place]));
@@ -69,7 +68,6 @@ const RowList& IrcNameList::rows() const {
     if (!std::exchange(isOld_, false))
         return rows_;
     std::vector<Row> names;
-    names.reserve(entries_.size());
     for (const Row& row : places_)
         if (!row.text().empty())
             names.push_back(row);

@@ -76,8 +76,6 @@ IrcAccount read(std::string_view contents) {
         else
             isLoginWhole = isLoginWhole && !key.starts_with("login") && key != "password";
     }
-    const bool isWhole = !account.server.host.empty() && !account.nick.empty();
-    account.isWanted = account.isWanted && isWhole;
     if (!isLoginWhole)
         account.loginHost = account.user = account.password = "";
     return account;

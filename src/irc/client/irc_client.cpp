@@ -29,7 +29,6 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
                     [this] {
                         tell("you are " + visibleName(ownName()) + " on " + visibleName(name()));
                         joining_.welcomed();
-                        shown_.changed();
                     },
                 .message = [this](const IrcMessage& message) { take(message); },
                 .lost = [this] { lost(); },

@@ -78,7 +78,6 @@ std::vector<SlashWord> IrcWords::words() {
         if (!isBlank(rest))
             return false;
         irc_.disconnect();
-        follow();
         return true;
     };
     std::vector<SlashWord> all = wordsOfOwnRoom();
@@ -187,7 +186,6 @@ bool IrcWords::login(std::string_view rest) {
                 });
     loop_.cancel(unanswered_);
     unanswered_ = loop_.once(answerLimit, [this] {
-        unanswered_ = TimerId::none;
         prompt_.dismiss();
         tell_("nobody has typed a password");
     });
@@ -286,9 +284,9 @@ void IrcWords::follow() {
         return;
     IrcAccount account = file_.account();
     const std::string &room = irc_.wantedRoom(), &nick = irc_.wantedNick();
-    if (isOn && (room.empty() || canBeIrcWord(room)))
+    if (room.empty() || canBeIrcWord(room))
         account.room = room;
-    if (isOn && canBeIrcNick(nick))
+    if (canBeIrcNick(nick))
         account.nick = nick;
     account.isWanted = isOn;
     if (account != file_.account())

@@ -55,14 +55,14 @@ void IrcRegistration::begin() {
     send_(ircLine("USER", {userName, "0", "*", choice_.asked()}));
 }
 
-bool IrcRegistration::take(const IrcMessage& message) {
+void IrcRegistration::take(const IrcMessage& message) {
     const std::string& command = message.command;
     // Messages about capabilities may come at any time, the others are about the registration only
     // until it is done.
     if (command == "CAP")
         takeCapabilities(message);
     else if (isDone())
-        return false;
+        return;
     else if (command == numeric::welcome)
         welcome(message);
     else if (command == numeric::nickInUse || command == numeric::nickCollision ||
@@ -73,10 +73,11 @@ bool IrcRegistration::take(const IrcMessage& message) {
     else if (command == "AUTHENTICATE")
         sendLogin(message.parameter(0));
     else if (numeric::isAboutLogin(command))
-        return takeLoginAnswer(message);
-    else
-        return takeUnknown(message);
-    return true;
+        takeLoginAnswer(message);
+    else if (command == numeric::unknownCommand || command == numeric::notRegistered)
+        takeUnknown(message.parameter(1));
+    else if (command == numeric::badCapability)
+        endCapabilities();
 }
 
 void IrcRegistration::welcome(const IrcMessage& message) {
@@ -93,19 +94,12 @@ void IrcRegistration::askAnew(bool hasAnother) {
         tell_("the server gives you none of the names that were tried");
 }
 
-// The server doesn't know what it was asked. One that doesn't know CAP goes on by itself.
-bool IrcRegistration::takeUnknown(const IrcMessage& message) {
-    const std::string& command = message.command;
-    if (command != numeric::badCapability && command != numeric::unknownCommand &&
-        command != numeric::notRegistered)
-        return false;
-    const bool isLogin = message.parameter(1) == "AUTHENTICATE";
-    if (isLogin)
-        failLogin("the server knows no accounts");
-    const bool isCapability = command == numeric::badCapability;
-    if (isLogin || isCapability)
-        endCapabilities();
-    return isLogin || isCapability || message.parameter(1) == "CAP";
+// A server that doesn't know CAP goes on by itself.
+void IrcRegistration::takeUnknown(std::string_view command) {
+    if (command != "AUTHENTICATE")
+        return;
+    failLogin("the server knows no accounts");
+    endCapabilities();
 }
 
 void IrcRegistration::takeCapabilities(const IrcMessage& message) {
@@ -202,11 +196,11 @@ void IrcRegistration::sendLogin(std::string_view challenge) {
         send_(ircLine("AUTHENTICATE", {line}));
 }
 
-bool IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
+void IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
     const std::string& command = message.command;
     // These two only tell the name of the account. How the login went comes in another number.
     if (command == numeric::loggedIn || command == numeric::loggedOut || phase_ != Phase::loggingIn)
-        return false;
+        return;
     if (command == numeric::loginDone || command == numeric::loginDoneBefore) {
         login_ = Login::none;
     } else if (command == numeric::loginWays) {
@@ -216,7 +210,6 @@ bool IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
         failLogin(saysWhy ? message.parameters.back() : "the server refuses it");
     }
     endCapabilities();
-    return true;
 }
 
 void IrcRegistration::failLogin(std::string_view why) {

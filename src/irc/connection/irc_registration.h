@@ -28,9 +28,9 @@ public:
     void begin();
 
     // Takes CAP, AUTHENTICATE, the welcome, the refusals of names and of what it asks for, and what
-    // is said of the login. True when the message was for it. However a login ends, the connection
+    // is said of the login. However a login ends, the connection
     // goes on.
-    bool take(const IrcMessage& message);
+    void take(const IrcMessage& message);
 
     bool isDone() const { return phase_ == Phase::done; }
 
@@ -44,7 +44,7 @@ private:
     enum class Phase { listing, requesting, loggingIn, ended, done };
     enum class Login { none, impossible, wanted, sent };
 
-    bool takeUnknown(const IrcMessage& message);
+    void takeUnknown(std::string_view command);
     void welcome(const IrcMessage& message);
     void askAnew(bool hasAnother);
 
@@ -57,7 +57,7 @@ private:
     void endCapabilities();
 
     void sendLogin(std::string_view challenge);
-    bool takeLoginAnswer(const IrcMessage& message);
+    void takeLoginAnswer(const IrcMessage& message);
     void failLogin(std::string_view why);
 
     IrcIdentity identity_;

@@ -85,7 +85,6 @@ void IrcSession::end(const std::string& farewell) {
 void IrcSession::finish(const std::string& lastLines) {
     if (isWelcomed())
         connection_.send(lastLines);
-    reset(Phase::off);
     connection_.finish(longestFarewell);
 }
 
@@ -106,15 +105,14 @@ void IrcSession::take(const IrcMessage& message) {
     if (message.command == "PONG")
         return;
     const bool isBeginning = phase_ == Phase::beginning;
-    if ((isBeginning || message.command == "CAP") && registration_->take(message)) {
+    if (message.command == "ERROR")
+        events_.tell(server_.host + ": " + std::string(message.parameter(0)));
+    if (isBeginning || message.command == "CAP") {
+        registration_->take(message);
         if (isBeginning && registration_->isDone())
             welcome();
         return;
     }
-    if (message.command == "ERROR")
-        events_.tell(server_.host + ": " + std::string(message.parameter(0)));
-    if (isBeginning)
-        return;
     follow(message);
     events_.message(message);
 }
@@ -134,10 +132,8 @@ void IrcSession::follow(const IrcMessage& message) {
         return;
     nick_ = message.parameter(0);
     // The next connection asks for a new name only if the owner has wanted that name himself.
-    if (wantedNick_.empty() || !isSame(nick_, wantedNick_))
-        return;
-    identity_.nick = nick_;
-    wantedNick_.clear();
+    if (isSame(nick_, wantedNick_))
+        identity_.nick = nick_;
 }
 
 // The answer goes at once, ahead of the lines that wait.

@@ -74,6 +74,10 @@ TEST_F(IrcClientTest, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
         {":ann!a@h NICK eve", "- ann is now called eve\n"},
         {says + "\r\n:eve!a@h PRIVMSG Owner :hi\r\n:eve!a@h INVITE Owner #den", ""},
         {":bob!b@h INVITE Owner #den", "- bob invites you to #den\n"},
+        {":bob!b@h MODE #music +v-v eve eve", "- bob sets +v-v eve eve\n"},
+        {":zoe!z@h JOIN #music\r\n:bob!b@h KICK #music zoe :x",
+         "- zoe comes in\n- zoe is put out by bob\n"},
+        {":irc KILL Owner :flood", "- irc ends your connection: flood\n"},
         {"'unx eve",
          "Owner: 'unx eve\n- eve is heard again\nOwner: <b>eve</b>, unignored bastard\n"},
         {says, "eve: hi\n"},
@@ -138,6 +142,10 @@ TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
         {":bob!b@h KICK #attic Owner :out",
          "- bob puts you out of #attic: out\n- you have left #attic\n- you are in #den\n"},
     });
+    irc.enterRoom(1);
+    EXPECT_EQ(irc.rooms()[1].unseen, 0);
+    told(":Owner!o@host JOIN #music\r\n:irc 353 Owner = #music :Owner"); // once more
+    EXPECT_EQ(irc.people().count(), 1);
     EXPECT_EQ(joined("a b,c"), "- a room's name is short and has no blanks or commas\n");
 }
 
@@ -207,6 +215,35 @@ TEST_F(IrcClientTest, TheClientsErrandsAreRunOnTheNetwork) {
     EXPECT_EQ(room.currentScreenName(), "Login");
 }
 
+TEST_F(IrcClientTest, OnTheWayToAnotherNetworkNobodyIsInARoom) {
+    server.silent = true;
+    connect("other.test");
+    EXPECT_EQ(room.name(), "other.test");
+    EXPECT_EQ(typed("hi"), "- you are not connected\n");
+}
+
+TEST_F(IrcClientTest, AWindowIsToldOfEachChange) {
+    joined("#den");
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"ignores", [&] { irc.roomPeople().toggleIgnored(listed("ann")); }},
+        {"enters", [&] { irc.enterRoom(2); }},
+        {"hears", [&] { server.say(":ann!a@h JOIN #den"); }},
+        {"is lost", [&] { server.lose("x"); }},
+        {"connects",
+         [&] {
+             server.silent = true;
+             irc.connect({.host = "irc.test"}, {.nick = "Owner"}, "");
+         }},
+        {"signs off", [&] { irc.signOff(); }},
+        {"goes home", [&] { irc.disconnect(); }},
+    };
+    for (const auto& [how, go] : ways) {
+        changes = 0;
+        seenOf(go);
+        EXPECT_GT(changes, 0) << how;
+    }
+}
+
 TEST_F(IrcClientTest, ClosingTheClientLeadsBackToTheOwnRoom) {
     expectTalk({{"'closeaol", "Owner: 'closeaol\nOwner: closing this piece of shit!\n"
                               "- you have left irc.test\n"},
@@ -215,8 +252,14 @@ TEST_F(IrcClientTest, ClosingTheClientLeadsBackToTheOwnRoom) {
 }
 
 TEST_F(IrcClientTest, AsTheProcessEndsTheRoomsAreLeftWithAWord) {
-    EXPECT_EQ(sentOf([&] { irc.finish(); }),
-              "PART #music :larkspin flies off\nQUIT :larkspin flies off\n");
+    seenOf([&] { type(9); });
+    EXPECT_EQ(sentOf([&] {
+                  loop.post([&] {
+                      irc.sendChatLine("bye");
+                      irc.finish();
+                  });
+              }),
+              "PRIVMSG #music bye\nPART #music :larkspin flies off\nQUIT :larkspin flies off\n");
     EXPECT_EQ(server.finishing, 300ms);
 }
 

@@ -116,6 +116,40 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
                       "lines a minute=1\n");
 }
 
+TEST_F(IrcWordsTest, WaitForANetworkThatIsNotReachedYet) {
+    server.refuses = true;
+    typed("/connect irc.test jo #music");
+    for (const char* const line : {"/nick jane", "/msg ann hi", "/topic", "/names"})
+        EXPECT_EQ(typed(line), "you are not connected\n") << line;
+    typed("/leave");
+    server.refuses = false;
+    loop.waitUntil(loop.now() + 1min);
+    EXPECT_EQ(typed("/room"), "you are in no room\n");
+}
+
+TEST_F(IrcWordsTest, NothingOfARunIsLeftBehind) {
+    for (const char* const line : {"/connect irc.test jo #music", "/limit 1", "/login jo"})
+        typed(line);
+    for (int line = 0; line < 9; ++line)
+        words.run("/msg ann hi");
+    server.say(":ann!a@h JOIN #music");
+    loop.waitUntil(loop.now() + 1ms);
+    rooms.reset();
+    EXPECT_FALSE(server.isOpen());
+    EXPECT_TRUE(loop.hasNothingToDo());
+}
+
+TEST_F(IrcWordsTest, KeepALimitForTheNextRun) {
+    for (const char* const line : {"/connect irc.test jo #music", "/limit 1"})
+        typed(line);
+    begin();
+    server.sent.clear();
+    for (int line = 0; line < 3; ++line)
+        loop.post([this] { rooms->room.sendChatLine("hi"); });
+    loop.waitUntil(loop.now() + 1s);
+    EXPECT_EQ(server.sent, Lines{"PRIVMSG #music hi"});
+}
+
 TEST_F(IrcWordsTest, EachLeaveIsForOneRoomHoweverSlowTheServerIs) {
     typed("/connect irc.test jo #a");
     for (const char* const room : {"/join #b", "/join #c"})
@@ -248,8 +282,9 @@ TEST_F(IrcWordsTest, ALineThatMakesNoSenseIsLeftOutOfTheFile) {
 }
 
 TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
-    const std::string before = "server=irc.test\nport=6667\ntls=yes\nnick=jo\nconnect=no\n"
-                               "login server=irc.test\nlogin=jo\npassword=sesame\n";
+    const std::string login = "login server=irc.test\nlogin=jo\npassword=sesame\n";
+    const std::string before =
+        "server=irc.test\nport=6667\ntls=yes\nnick=jo\nroom=#a\nconnect=no\n" + login;
     disk.write("irc.txt", before);
     files.unreadable = true;
     begin();
@@ -259,9 +294,14 @@ TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
               (Lines{"couldn't load <b>irc account</b>:  the disk can't be read",
                      "couldn't save <b>irc account</b>:  the disk can't be read"}));
     files.unreadable = false;
+    typed("/limit 6");
+    EXPECT_EQ(kept(), before + "lines a minute=6\n");
+    files.unreadable = true;
+    begin();
+    files.unreadable = false;
     typed("/connect other.test anna");
-    EXPECT_EQ(kept(), "server=other.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n"
-                      "login server=irc.test\nlogin=jo\npassword=sesame\nlines a minute=5\n");
+    EXPECT_EQ(kept(), "server=other.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n" + login +
+                          "lines a minute=6\n");
 }
 
 TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {

@@ -36,7 +36,7 @@ TEST_F(IrcOutgoingTest, GoesAtOnceAndThenALineInTwoSeconds) {
     EXPECT_EQ(sentUntil(4s), "g");
     EXPECT_EQ(outgoing.waiting(Kind::said), 1u);
     EXPECT_EQ(sentUntil(60s), "h");
-    EXPECT_TRUE(loop.isIdle());
+    EXPECT_TRUE(loop.hasNothingToDo());
     add(Kind::said, "ijklmn");
     EXPECT_EQ(sentUntil(60s), "ijklm");
 }
@@ -82,9 +82,24 @@ TEST_F(IrcOutgoingTest, ForgetsWhatWaits) {
     outgoing.drop(Kind::typed);
     EXPECT_EQ(sentUntil(2s), "abcdeh");
     outgoing.clear();
-    EXPECT_TRUE(loop.isIdle());
+    EXPECT_TRUE(loop.hasNothingToDo());
     add(Kind::typed, "ABCDEF");
     EXPECT_EQ(sentUntil(2s), "ABCDE");
+}
+
+TEST_F(IrcOutgoingTest, NothingWaitsForALineThatIsForgotten) {
+    const std::string line = "PRIVMSG #c " + std::string(500, 'x'); // six seconds
+    const std::function<void()> ways[] = {[&] { outgoing.drop(Kind::typed); },
+                                          [&] { outgoing.dropFor("#c"); }};
+    for (const auto& forget : ways) {
+        outgoing.clear();
+        begun = loop.now();
+        add(Kind::said, "abcde");
+        outgoing.add(Kind::typed, line);
+        add(Kind::said, "f");
+        forget();
+        EXPECT_EQ(sentUntil(2s), "abcdef");
+    }
 }
 
 TEST_F(IrcOutgoingTest, TellsAsEachGoes) {

@@ -184,17 +184,21 @@ TEST_P(IrcLinkTest, EncryptedBytesGoBothWaysAndAllArrivesBeforeTheEnd) {
     EXPECT_TRUE(server->says("QUIT\r", patience));
 }
 
-TEST_P(IrcLinkTest, AServerThatFirstHasMuchToSayGetsAllBeforeTheEnd) {
-    Descriptor server = openPlain();
+TEST_P(IrcLinkTest, AServerThatHasMuchMoreToSayGetsAllBeforeTheEnd) {
+    const auto finish = [this](std::string_view) {
+        link->send("QUIT\r\n");
+        link->finish(patience);
+        log += "|";
+    };
+    link->open({"127.0.0.1", listener.port(), false}, {[] {}, finish, {}});
     std::string arrived;
     std::thread talking([&] {
+        const Descriptor server = listener.take();
         const std::string much(8 << 20, 'x');
         ::send(server.number(), much.data(), much.size(), MSG_NOSIGNAL);
         arrived = readFrom(server, 100);
-        server = {};
     });
-    link->send("QUIT\r\n");
-    link->finish(patience);
+    EXPECT_TRUE(logs("|"));
     talking.join();
     EXPECT_EQ(arrived, "QUIT\r\n");
 }
