@@ -27,7 +27,7 @@ int main() {
     Program& program = larkspin.program;
     program.opensBy([&] {
         terminal.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
-        terminal.open(program.windows(), [&] { program.end(); });
+        terminal.open(program.windows(), program.chat.recitals, [&] { program.end(); });
     });
     program.start();
     // Events run until one of them ends the process.

@@ -150,7 +150,7 @@ void Program::takeEarlyLines() {
     listen();
     openFrontEnd();
     const TimerId limit = machine.loop.once(longestLastWork, [this] { finish(false); });
-    for (int turn = 0; turn < 5; ++turn)
+    for (int turn = 0; turn < 5 || chat.recitals.count() > 0; ++turn)
         machine.loop.waitUntil(machine.loop.now() + std::chrono::milliseconds(10));
     machine.loop.cancel(limit);
 }

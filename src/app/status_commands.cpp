@@ -1,5 +1,6 @@
 #include "app/status_commands.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "chat/room.h"
 #include "library/playlist.h"
@@ -8,10 +9,8 @@
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
-#include "shell/pause.h"
 #include "shell/settings.h"
 #include "shell/shell.h"
-#include "shell/this_run.h"
 #include "text/dates.h"
 #include "text/number.h"
 
@@ -127,50 +126,44 @@ void StatusCommands::sela() {
 }
 
 void StatusCommands::stats() {
-    const ThisRun run(state_);
-    const Pause pause(loop_);
     collectdirs(state_);
-    reply_.saychat("directories:  <b>" + std::to_string(state_.knownDirs.count()) +
-                   "</b> - files:  <b>" + std::to_string(state_.masterList.count()));
-    pause(0.3);
-    if (!run.lasts())
-        return;
-    reply_.saychat("tempo (speed):  <b>" + std::to_string(state_.HScroll3) + "</b> - volume:  <b>" +
-                   std::to_string(state_.HScroll2));
-    pause(0.3);
-    if (!run.lasts())
-        return;
+    const auto sizes = [this] {
+        return "directories:  <b>" + std::to_string(state_.knownDirs.count()) +
+               "</b> - files:  <b>" + std::to_string(state_.masterList.count());
+    };
+    const auto sliders = [this] {
+        return "tempo (speed):  <b>" + std::to_string(state_.HScroll3) + "</b> - volume:  <b>" +
+               std::to_string(state_.HScroll2);
+    };
     // One mode is told at most, by the order in which the modes rule each other out.
-    const bool isRepeat = state_.rep, isShuffle = state_.crand && !isRepeat;
-    const bool isContinuous = state_.cintz && !isRepeat && !isShuffle;
-    reply_.saychat(std::string("continuous:  <b>") + yesNo(isContinuous) + "</b> - repeat:  <b>" +
-                   yesNo(isRepeat) + "</b> - shuffle:  <b>" + yesNo(isShuffle));
+    const auto modes = [this] {
+        const bool isRepeat = state_.rep, isShuffle = state_.crand && !isRepeat;
+        const bool isContinuous = state_.cintz && !isRepeat && !isShuffle;
+        return std::string("continuous:  <b>") + yesNo(isContinuous) + "</b> - repeat:  <b>" +
+               yesNo(isRepeat) + "</b> - shuffle:  <b>" + yesNo(isShuffle);
+    };
+    recitals_.tell({sizes, sliders, modes}, 0.3);
 }
 
 void StatusCommands::pstat() {
-    const ThisRun run(state_);
-    const Pause pause(loop_);
-    const auto setting = [this](Choice choice) { return settings_.yochoose(choice); };
-    // The number follows the words "load number:  " in the tray's entry.
-    const std::string loadNumber =
-        state_.loads.substr(std::min(state_.loads.size(), std::size_t{14}));
-    reply_.saychat("load number:  <b>" + loadNumber + "</b> - files played:  <b>" +
-                   counters_.played());
-    pause(0.5);
-    if (!run.lasts())
-        return;
-    reply_.saychat("ascii font:  <b>" + setting(Choice::openingFont) + "</b> - font:  <b>" +
-                   setting(Choice::font));
-    pause(0.5);
-    if (!run.lasts())
-        return;
-    reply_.saychat("ascii color:  <b>" + setting(Choice::openingColor) + "</b> - font color:  <b>" +
-                   setting(Choice::fontColor));
-    pause(0.5);
-    if (!run.lasts())
-        return;
-    reply_.saychat("end ascii font:  <b>" + setting(Choice::closingFont) +
-                   "</b> - end ascii font color:  <b>" + setting(Choice::closingColor));
+    const auto played = [this] {
+        // The number follows the words "load number:  " in the tray's entry.
+        const auto named = std::min(state_.loads.size(), std::size_t{14});
+        return "load number:  <b>" + state_.loads.substr(named) + "</b> - files played:  <b>" +
+               counters_.played();
+    };
+    const auto pair = [this](const std::string& oneCalled, Choice one,
+                             const std::string& otherCalled, Choice other) {
+        return [=, this] {
+            return oneCalled + ":  <b>" + settings_.yochoose(one) + "</b> - " + otherCalled +
+                   ":  <b>" + settings_.yochoose(other);
+        };
+    };
+    recitals_.tell(
+        {played, pair("ascii font", Choice::openingFont, "font", Choice::font),
+         pair("ascii color", Choice::openingColor, "font color", Choice::fontColor),
+         pair("end ascii font", Choice::closingFont, "end ascii font color", Choice::closingColor)},
+        0.5);
 }
 
 void StatusCommands::info() {
@@ -192,13 +185,11 @@ std::string StatusCommands::songTitle() {
 }
 
 void StatusCommands::adv() {
-    const ThisRun run(state_);
-    reply_.saychat("larkspin player - by moraine");
-    Pause{loop_}(0.5);
-    if (!run.lasts())
-        return;
-    reply_.saychat("<body link=#" + settings_.yochoose(Choice::fontColor) + "><a href=\"" +
-                   std::string(homePage) + "\"></u>built around perfection <> download</a>");
+    const auto download = [this] {
+        return "<body link=#" + settings_.yochoose(Choice::fontColor) + "><a href=\"" +
+               std::string(homePage) + "\"></u>built around perfection <> download</a>";
+    };
+    recitals_.tell({[] { return "larkspin player - by moraine"; }, download}, 0.5);
 }
 
 } // namespace larkspin

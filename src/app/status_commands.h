@@ -16,7 +16,8 @@ class StatusCommands {
 public:
     StatusCommands(const Core& core, Room& room, Transport& transport, PlayCounters& counters)
         : state_(core.state), settings_(core.settings), loop_(core.loop), dialogs_(core.dialogs),
-          reply_(core.reply), room_(room), transport_(transport), counters_(counters) {}
+          reply_(core.reply), recitals_(core.recitals), room_(room), transport_(transport),
+          counters_(counters) {}
 
     // The commands.
     void pt();
@@ -48,6 +49,7 @@ private:
     EventLoop& loop_;
     Dialogs& dialogs_;
     Reply& reply_;
+    Recitals& recitals_;
     Room& room_;
     Transport& transport_;
     PlayCounters& counters_;

@@ -4,9 +4,10 @@
 
 namespace larkspin {
 
-Chat::Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room)
-    : reply(shell.state, shell.settings, room, dialogs), core{shell.state, shell.settings, loop,
-                                                              dialogs, reply},
+Chat::Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room, ChatLines& lines)
+    : reply(shell.state, shell.settings, room, dialogs),
+      recitals(shell.state, loop, lines, reply), core{shell.state, shell.settings, loop,
+                                                      dialogs,     reply,          recitals},
       dispatch(shell.state, room) {}
 
 void Chat::hear(const ChatLine& line) {

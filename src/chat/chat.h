@@ -6,6 +6,7 @@
 #include "chat/commands_window.h"
 #include "chat/core.h"
 #include "chat/dispatch.h"
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "chat/scanner.h"
 #include "chat/silent_mode.h"
@@ -17,9 +18,10 @@ namespace larkspin {
 struct Shell;
 
 struct Chat {
-    Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room);
+    Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room, ChatLines& lines);
 
     Reply reply;
+    Recitals recitals;
     Core core;
     Dispatch dispatch;
     Scanner NiteScan1, NiteScan2, NiteScan3;

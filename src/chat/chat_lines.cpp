@@ -5,10 +5,10 @@
 namespace larkspin {
 
 void ChatLines::heard(const ChatLine& line, const std::string& place) {
-    places_.atWork() = place;
+    talk().place = place;
     if (listener_)
         listener_(line);
-    places_.atWork().clear();
+    talk().place.clear();
 }
 
 void ChatLines::said(ChatLine line, std::string place) {
@@ -19,7 +19,7 @@ void ChatLines::said(ChatLine line, std::string place) {
 bool ChatLines::mayBeSaidAt(const std::string& place) {
     if (loop_.atWork().depth == 0)
         return true; // the greeting of a start, which answers no line
-    std::string& own = places_.atWork();
+    std::string& own = talk().place;
     if (own.empty())
         own = place;
     return own == place;

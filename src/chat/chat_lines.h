@@ -6,13 +6,15 @@
 #include "shell/event_loop.h"
 #include "shell/event_notes.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace larkspin {
 
 class ChatLines {
 public:
-    explicit ChatLines(EventLoop& loop) : loop_(loop), places_(loop) {}
+    explicit ChatLines(EventLoop& loop) : loop_(loop), talks_(loop) {}
 
     // Lines that come before there is a listener are lost.
     void connect(Scanner::Handler listener) { listener_ = std::move(listener); }
@@ -30,10 +32,23 @@ public:
     // has gone meanwhile, and a tick during its waits speaks where the owner is.
     bool mayBeSaidAt(const std::string& place);
 
+    // What the event at work has to do with the rooms. What goes on in later events, as a recital
+    // does, takes it along.
+    struct Talk {
+        std::string place; // blank while it is about none
+        bool hasSpoken = false;
+        bool isRecited = false;
+        // Where the room doesn't take lines as fast as they are recited: whether to wait before the
+        // next one. Any other event waits as it speaks.
+        std::function<bool()> isAhead;
+    };
+    Talk& talk() { return talks_.atWork(); } // good until events are served
+    void goOnWith(Talk talk) { talks_.atWork() = std::move(talk); }
+
 private:
     EventLoop& loop_;
     Scanner::Handler listener_;
-    EventNotes<std::string> places_; // the place that an event is about; blank for none
+    EventNotes<Talk> talks_;
 };
 
 } // namespace larkspin

@@ -7,6 +7,7 @@ namespace larkspin {
 struct AppState;
 class Dialogs;
 class EventLoop;
+class Recitals;
 class Reply;
 class Settings;
 
@@ -16,6 +17,7 @@ struct Core {
     EventLoop& loop;
     Dialogs& dialogs;
     Reply& reply;
+    Recitals& recitals;
 };
 
 } // namespace larkspin

@@ -1,13 +1,13 @@
 #include "companions/launcher.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "chat/two_arguments.h"
 #include "companions/launcher_items.h"
 #include "companions/launching.h"
 #include "library/directories.h"
 #include "shell/app_state.h"
-#include "shell/pause.h"
-#include "shell/this_run.h"
+#include "shell/event_loop.h"
 #include "text/fold.h"
 #include "text/wildcard.h"
 
@@ -27,51 +27,47 @@ void Launcher::load(const std::string& text) {
     if (reply_.refusedInSilence(
             "double click an app or pic in the apps and pics list to load it in silent mode"))
         return;
-    const ThisRun run(state_);
-    const std::string wanted = foldCase(text);
-    const int end = items_.count();
-    bool found = false;
-    for (int index = 0; index < end; ++index) {
-        loop_.serveTurn();
-        if (!run.lasts())
-            return;
-        items_.select(index);
-        if (items_.path(index).empty())
-            return;
-        if (!items_.titleHolds(index, wanted))
-            continue;
-        found = true;
-        announceAndLaunch(index);
-        Pause{loop_}(afterItem);
-    }
-    if (!found)
-        reply_.saychat("<b>" + wanted + "</b> not found");
+    recitals_.begin(
+        [this, wanted = foldCase(text), index = 0, end = items_.count(), any = false]() mutable {
+            if (index == end && !any)
+                tellNotFound(wanted);
+            if (index < end)
+                items_.select(index);
+            if (index == end || items_.path(index).empty())
+                return std::optional<double>();
+            const bool isMeant = items_.titleHolds(index, wanted);
+            any = any || isMeant;
+            isMeant ? announceAndLaunch(index) : loop_.serveTurn();
+            ++index;
+            return std::optional(isMeant ? afterItem : 0);
+        });
 }
 
+// From the first one each time: any other item may have gone in the pause.
 void Launcher::rmva(const std::string& text) {
     if (reply_.refusedInSilence("press the delete key for the one you want to remove on the "
                                 "application and shit form to remove them in silent mode"))
         return;
-    const ThisRun run(state_);
-    const std::string wanted = foldCase(text);
-    bool found = false;
-    for (int index = 0; run.lasts() && index < items_.count();) {
-        items_.select(index);
-        if (items_.path(index).empty())
-            return;
-        if (!items_.titleHolds(index, wanted)) {
-            ++index;
-            continue;
+    recitals_.begin([this, wanted = foldCase(text), any = false]() mutable {
+        int index = 0;
+        for (; index < items_.count(); ++index) {
+            items_.select(index);
+            if (items_.path(index).empty())
+                return std::optional<double>();
+            if (items_.titleHolds(index, wanted))
+                break;
         }
-        found = true;
+        if (index == items_.count()) {
+            if (!any)
+                tellNotFound(wanted);
+            return std::optional<double>();
+        }
+        any = true;
         const std::string title = items_.title(index);
         items_.removeAt(index);
         reply_.saychat("<b>" + title + "</b> removed from applications n shit list");
-        Pause{loop_}(afterItem);
-        index = 0; // any other item may have gone meanwhile
-    }
-    if (!found)
-        reply_.saychat("<b>" + wanted + "</b> not found");
+        return std::optional(afterItem);
+    });
 }
 
 void Launcher::clra() {
@@ -109,19 +105,17 @@ void Launcher::ap(const std::string& pathAndTitle) {
 void Launcher::scra() {
     if (reply_.refusedInSilence("cant scroll app shit in silent mode you ditz"))
         return;
-    const ThisRun run(state_);
-    const Pause pause(loop_);
-    reply_.saychat("scrolling <b>" + std::to_string(items_.count()) + "</b> app n shit items");
-    pause(untilFirstTitle);
-    for (int index = 0; run.lasts() && index < items_.count(); ++index) {
-        // The window shows which item is being told.
-        items_.select(index);
-        if (items_.path(index).empty())
-            return;
-        reply_.saychat("<b>" + std::to_string(index + 1) + "</b>.  <b>" + items_.title(index) +
-                       "</b> ~> " + items_.path(index));
-        pause(afterItem);
-    }
+    recitals_.begin("scrolling <b>" + std::to_string(items_.count()) + "</b> app n shit items",
+                    untilFirstTitle, [this, index = 0]() mutable {
+                        if (index < items_.count())
+                            items_.select(index);
+                        if (items_.path(index).empty())
+                            return std::optional<double>();
+                        const std::string title = items_.title(index), path = items_.path(index);
+                        reply_.saychat("<b>" + std::to_string(++index) + "</b>.  <b>" + title +
+                                       "</b> ~> " + path);
+                        return std::optional(afterItem);
+                    });
 }
 
 void Launcher::launchSelected() {
@@ -134,6 +128,10 @@ void Launcher::announceAndLaunch(int index) {
     const std::string path = items_.path(index);
     reply_.saychat("loading... <b>" + items_.title(index));
     launchItem(path);
+}
+
+void Launcher::tellNotFound(const std::string& text) {
+    reply_.saychat("<b>" + text + "</b> not found");
 }
 
 void Launcher::launchItem(const std::string& path) {

@@ -16,8 +16,8 @@ class Launching;
 class Launcher {
 public:
     Launcher(const Core& core, LauncherItems& items, Directories& directories, Launching& launching)
-        : state_(core.state), loop_(core.loop), reply_(core.reply), items_(items),
-          directories_(directories), launching_(launching) {}
+        : state_(core.state), loop_(core.loop), reply_(core.reply), recitals_(core.recitals),
+          items_(items), directories_(directories), launching_(launching) {}
 
     // The commands, but for the one that shows the window. `load` and `rmva` take every item with
     // the text in its title, without regard to case.
@@ -38,11 +38,13 @@ public:
 
 private:
     void announceAndLaunch(int index);
+    void tellNotFound(const std::string& text);
     void tellUnable(const std::string& path);
 
     AppState& state_;
     EventLoop& loop_;
     Reply& reply_;
+    Recitals& recitals_;
     LauncherItems& items_;
     Directories& directories_;
     Launching& launching_;

@@ -1,10 +1,9 @@
 #include "companions/note_recital.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "companions/notes.h"
 #include "shell/event_loop.h"
-#include "shell/pause.h"
-#include "shell/this_run.h"
 #include "text/fold.h"
 
 namespace larkspin {
@@ -20,38 +19,30 @@ constexpr double betweenNotes = 0.6;
 void NoteRecital::scrn() {
     if (reply_.refusedInSilence("cant scroll notes in silent mode you dits"))
         return;
-    const ThisRun run(state_);
-    const Pause pause(loop_);
-    reply_.saychat("scrolling <b>" + std::to_string(notes_.count()) + "</b> notes");
-    pause(untilFirstNote);
-    for (int note = 0; run.lasts() && note < notes_.count(); ++note) {
-        if (!recite(note))
-            return;
-        pause(betweenNotes);
-    }
+    recitals_.begin("scrolling <b>" + std::to_string(notes_.count()) + "</b> notes", untilFirstNote,
+                    [this, note = 0]() mutable {
+                        const bool isTold = note < notes_.count() && recite(note++);
+                        return isTold ? std::optional(betweenNotes) : std::nullopt;
+                    });
 }
 
 void NoteRecital::rn(const std::string& fragment) {
     if (reply_.refusedInSilence("use the notes form to view notes by subject in silent mode"))
         return;
-    const ThisRun run(state_);
-    const Pause pause(loop_);
-    const std::string lowered = foldCase(fragment);
-    bool any = false;
-    for (int note = 0; note < notes_.count(); ++note) {
-        // Searching a long list must not hold up the program.
-        loop_.serveTurn();
-        if (!run.lasts() || notes_.row(note).empty())
-            return;
+    recitals_.begin([this, lowered = foldCase(fragment), note = 0, any = false]() mutable {
+        if (note >= notes_.count() && !any)
+            reply_.saychat("<b>" + lowered + "</b> not found");
+        if (notes_.row(note).empty())
+            return std::optional<double>();
         notes_.select(note);
-        if (foldCase(noteSubject(notes_.row(note))).find(lowered) == std::string::npos)
-            continue;
-        any = true;
-        tell(note);
-        pause(betweenNotes);
-    }
-    if (!any)
-        reply_.saychat("<b>" + lowered + "</b> not found");
+        const bool isMeant =
+            foldCase(noteSubject(notes_.row(note))).find(lowered) != std::string::npos;
+        any = any || isMeant;
+        // Searching a long list must not hold up the program.
+        isMeant ? tell(note) : loop_.serveTurn();
+        ++note;
+        return std::optional(isMeant ? betweenNotes : 0);
+    });
 }
 
 bool NoteRecital::recite(int note) {

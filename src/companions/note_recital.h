@@ -1,8 +1,8 @@
 // Notes told in the room: one, all, or those with a text in them.
 //
-// A recital waits between its lines. Meanwhile notes may come, go and move, and others may be
-// selected or told. It goes on with the next number, ends at the first row that is empty or gone,
-// and doesn't go on after a restart of the program.
+// A recital pauses between its lines. Meanwhile notes may come, go and move, and others may be
+// selected or told. It goes on with the next number, and ends at the first row that is empty or
+// gone.
 #pragma once
 
 #include "chat/core.h"
@@ -16,7 +16,7 @@ class Notes;
 class NoteRecital {
 public:
     NoteRecital(const Core& core, Notes& notes)
-        : state_(core.state), loop_(core.loop), reply_(core.reply), notes_(notes) {}
+        : loop_(core.loop), reply_(core.reply), recitals_(core.recitals), notes_(notes) {}
 
     // The commands. The window's "scroll notes" does the first one too.
     void scrn();
@@ -29,9 +29,9 @@ public:
     void tell(int note);
 
 private:
-    AppState& state_;
     EventLoop& loop_;
     Reply& reply_;
+    Recitals& recitals_;
     Notes& notes_;
 };
 

@@ -1,10 +1,9 @@
 #include "library/list_questions.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "library/playlist.h"
 #include "shell/app_state.h"
-#include "shell/pause.h"
-#include "shell/this_run.h"
 #include "text/number.h"
 #include "text/sought_text.h"
 #include "text/utf8.h"
@@ -31,19 +30,21 @@ void ListQuestions::dir() {
     reply_.saychat("total number of directories:  <b>" + std::to_string(state_.knownDirs.count()));
 }
 
-// Each directory is told as knownDirs holds it when its turn comes.
+// Each directory is told as knownDirs holds it when its turn comes. There is a pause before each,
+// and none after the last.
 void ListQuestions::scrd() {
-    const ThisRun run(state_);
     collectdirs(state_);
-    reply_.saychat("scrolling <b>" + std::to_string(state_.knownDirs.count()) + "</b> directories");
-    for (int index = 0; index < state_.knownDirs.count(); ++index) {
-        Pause{loop_}(betweenDirectories);
-        if (!run.lasts())
-            return;
-        if (index < state_.knownDirs.count())
-            reply_.saychat("<b>" + std::to_string(index + 1) + ".</b>  " +
-                           std::string(state_.knownDirs.row(index)));
-    }
+    recitals_.begin([this, index = -1]() mutable {
+        const RowList& directories = state_.knownDirs;
+        const std::string number = std::to_string(index + 1);
+        if (index < 0)
+            reply_.saychat("scrolling <b>" + std::to_string(directories.count()) +
+                           "</b> directories");
+        else if (index < directories.count())
+            reply_.saychat("<b>" + number + ".</b>  " + std::string(directories.row(index)));
+        const bool isLast = ++index >= directories.count();
+        return isLast ? std::nullopt : std::optional(betweenDirectories);
+    });
 }
 
 void ListQuestions::count(const std::string& text) {

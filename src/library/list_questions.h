@@ -11,7 +11,7 @@ namespace larkspin {
 class ListQuestions {
 public:
     explicit ListQuestions(const Core& core)
-        : state_(core.state), loop_(core.loop), reply_(core.reply) {}
+        : state_(core.state), reply_(core.reply), recitals_(core.recitals) {}
 
     void media(); // media?: how many rows
     void dir();   // dir?: how many directories
@@ -24,8 +24,8 @@ public:
 
 private:
     AppState& state_;
-    EventLoop& loop_;
     Reply& reply_;
+    Recitals& recitals_;
 };
 
 } // namespace larkspin

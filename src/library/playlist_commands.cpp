@@ -1,5 +1,6 @@
 #include "library/playlist_commands.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "library/media_filter.h"
 #include "library/playlist.h"
@@ -8,13 +9,13 @@
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
 #include "shell/event_loop.h"
-#include "shell/pause.h"
 #include "shell/this_run.h"
 #include "text/blanks.h"
 #include "text/fold.h"
 #include "text/stand_ins.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace larkspin {
 
@@ -184,22 +185,20 @@ void PlaylistCommands::tellCount() {
 void PlaylistCommands::scrpl() {
     if (reply_.silentguard())
         return;
-    const std::vector<std::string> names = playlists_.names();
+    std::vector<std::string> names = playlists_.names();
     if (names.empty()) {
         reply_.saychat("there are no playlists to scroll");
         return;
     }
-    const ThisRun run(state_);
-    const Pause pause(loop_);
-    reply_.saychat("scrolling <b>" + std::to_string(names.size()) + "</b> playlists");
-    pause(betweenLines);
-    int number = 0;
-    for (const std::string& name : names) {
-        if (!run.lasts())
-            return;
-        reply_.saychat("<b>" + std::to_string(++number) + "</b>.  " + name);
-        pause(betweenLines);
-    }
+    const std::string opening = "scrolling <b>" + std::to_string(names.size()) + "</b> playlists";
+    recitals_.begin(opening, betweenLines,
+                    [this, names = std::move(names), next = std::size_t{0}]() mutable {
+                        if (next == names.size())
+                            return std::optional<double>();
+                        const std::string& name = names[next++];
+                        reply_.saychat("<b>" + std::to_string(next) + "</b>.  " + name);
+                        return std::optional(betweenLines);
+                    });
 }
 
 void PlaylistCommands::newpl() {

@@ -16,7 +16,7 @@ class PlaylistCommands {
 public:
     PlaylistCommands(const Core& core, PlaylistFiles& playlists, MediaFilter& filter)
         : state_(core.state), loop_(core.loop), dialogs_(core.dialogs), reply_(core.reply),
-          playlists_(playlists), filter_(filter) {}
+          recitals_(core.recitals), playlists_(playlists), filter_(filter) {}
 
     // The commands.
     void list(const std::string& text);
@@ -50,6 +50,7 @@ private:
     EventLoop& loop_;
     Dialogs& dialogs_;
     Reply& reply_;
+    Recitals& recitals_;
     PlaylistFiles& playlists_;
     MediaFilter& filter_;
 };

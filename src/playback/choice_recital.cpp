@@ -1,10 +1,12 @@
 #include "playback/choice_recital.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "playback/choices.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
-#include "shell/pause.h"
+
+#include <utility>
 
 namespace larkspin {
 
@@ -14,33 +16,46 @@ constexpr double betweenLines = 0.6; // seconds
 
 } // namespace
 
-ChoiceRecital::End ChoiceRecital::recite(std::string_view breakCaption,
-                                         const std::string& opening) {
-    const Pause pause(loop_);
-    const unsigned own = choices_.beginRecital();
-    const unsigned begun = ++begun_;
-    if (!opening.empty()) {
-        reply_.saychat(opening);
-        pause(betweenLines);
+void ChoiceRecital::recite(std::string_view breakCaption, Ended ended, const std::string& opening) {
+    Telling telling{breakCaption, std::move(ended), choices_.beginRecital(), ++begun_};
+    Recitals::Step step = [this, telling = std::move(telling)]() mutable {
+        return tellNext(telling);
+    };
+    if (opening.empty())
+        recitals_.begin(std::move(step));
+    else
+        recitals_.begin(opening, betweenLines, std::move(step));
+}
+
+// One that is broken off pauses once more before it ends.
+std::optional<double> ChoiceRecital::tellNext(Telling& telling) {
+    const bool goesOn = choices_.isCurrent(telling.own) && !telling.isBroken &&
+                        telling.choice < state_.choiceList.count();
+    if (!goesOn) {
+        telling.ended(endOf(telling));
+        return std::nullopt;
     }
-    for (int choice = 0; choices_.isCurrent(own) && choice < state_.choiceList.count(); ++choice) {
-        state_.choiceList.setCurrentIndex(choice);
-        // A click on the stop window has changed its caption.
-        const bool isBroken = state_.stopsCaption == breakCaption;
-        if (!isBroken)
-            tell(choice);
-        pause(betweenLines);
-        if (isBroken)
-            return choices_.isCurrent(own) ? End::broken : End::lost;
-    }
-    if (choices_.isCurrent(own)) {
+    const int choice = telling.choice++;
+    state_.choiceList.setCurrentIndex(choice);
+    // A click on the stop window has changed its caption.
+    telling.isBroken = state_.stopsCaption == telling.breakCaption;
+    if (!telling.isBroken)
+        tell(choice);
+    return betweenLines;
+}
+
+ChoiceRecital::End ChoiceRecital::endOf(const Telling& telling) {
+    const bool isCurrent = choices_.isCurrent(telling.own);
+    if (telling.isBroken)
+        return isCurrent ? End::broken : End::lost;
+    if (isCurrent) {
         askForNumber();
         return End::asked;
     }
     if (!choices_.areOpen())
         choices_.hideStopWindow(); // a random pick ends the choices without this
     // Whether another recital has begun since this one did.
-    return begun == begun_ ? End::lost : End::replaced;
+    return telling.begun == begun_ ? End::lost : End::replaced;
 }
 
 void ChoiceRecital::tell(int choice) {

@@ -1,12 +1,14 @@
 // The recital of the choices: tells them in the room one after the other, and asks for a number.
 //
-// It waits between its lines. Meanwhile the owner can break it off, start it once more, or make an
+// It pauses between its lines. Meanwhile the owner can break it off, start it once more, or make an
 // end of the choices; a recital that has lost its choices, or its place to another recital, stops
 // without a further line.
 #pragma once
 
 #include "chat/core.h"
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,7 +19,7 @@ class Choices;
 class ChoiceRecital {
 public:
     ChoiceRecital(const Core& core, Choices& choices)
-        : state_(core.state), loop_(core.loop), reply_(core.reply), choices_(choices) {}
+        : state_(core.state), reply_(core.reply), recitals_(core.recitals), choices_(choices) {}
 
     enum class End {
         asked,    // all are told, and a number is awaited
@@ -27,19 +29,29 @@ public:
     };
 
     // `breakCaption`: what a click that breaks it off makes of the stop window's caption.
-    // `opening`: said first, unless empty.
-    End recite(std::string_view breakCaption, const std::string& opening = {});
+    // `opening`: said first, unless empty. `ended`: done at the end, in this run of the program.
+    using Ended = std::function<void(End end)>;
+    void recite(std::string_view breakCaption, Ended ended, const std::string& opening = {});
 
     // Says that the owner has broken the recital off.
     void tellBroken();
 
 private:
+    struct Telling {
+        std::string_view breakCaption;
+        Ended ended;
+        unsigned own, begun;
+        int choice = 0;
+        bool isBroken = false;
+    };
+    std::optional<double> tellNext(Telling& telling);
+    End endOf(const Telling& telling);
     void tell(int choice);
     void askForNumber();
 
     AppState& state_;
-    EventLoop& loop_;
     Reply& reply_;
+    Recitals& recitals_;
     Choices& choices_;
     unsigned begun_ = 0; // wraps around
 };

@@ -19,14 +19,14 @@ void SelectionDialogue::yes() {
         return;
     transport_.holdShuffle();
     choices_.showStopWindow();
-    const auto end = recital_.recite(stopsLeadingBack);
-    if (end == ChoiceRecital::End::asked)
-        // The owner is to type a number next.
-        room_.bringHostForward();
-    if (end != ChoiceRecital::End::broken)
-        return;
-    choices_.markNormal();
-    recital_.tellBroken();
+    recital_.recite(stopsLeadingBack, [this](ChoiceRecital::End end) {
+        if (end == ChoiceRecital::End::asked)
+            room_.bringHostForward(); // the owner is to type a number next
+        if (end != ChoiceRecital::End::broken)
+            return;
+        choices_.markNormal();
+        recital_.tellBroken();
+    });
 }
 
 void SelectionDialogue::no() {

@@ -5,7 +5,6 @@
 #include "playback/selection_dialogue.h"
 #include "shell/app_state.h"
 #include "shell/controls.h"
-#include "shell/this_run.h"
 
 #include <string>
 
@@ -38,15 +37,14 @@ void StopWindow::breakOff(std::string_view caption) {
 
 void StopWindow::recite() {
     state_.stopsCaption = stopsReciting; // at once: another click must not start another one
-    const ThisRun run(state_);
+    const auto ended = [this](ChoiceRecital::End end) {
+        if (end == ChoiceRecital::End::broken)
+            state_.stopsCaption = stopsOffering;
+        if (end == ChoiceRecital::End::broken || end == ChoiceRecital::End::lost)
+            recital_.tellBroken();
+    };
     const std::string count = std::to_string(state_.choiceList.count());
-    const auto end = recital_.recite(stopsResting, "scrolling <b>" + count + "</b> matches");
-    if (!run.lasts())
-        return;
-    if (end == ChoiceRecital::End::broken)
-        state_.stopsCaption = stopsOffering;
-    if (end == ChoiceRecital::End::broken || end == ChoiceRecital::End::lost)
-        recital_.tellBroken();
+    recital_.recite(stopsResting, ended, "scrolling <b>" + count + "</b> matches");
 }
 
 } // namespace larkspin

@@ -1,15 +1,15 @@
 #include "playback/top_list.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "playback/count_keys.h"
 #include "shell/files.h"
-#include "shell/pause.h"
-#include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/number.h"
 #include "text/parts.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace larkspin {
 
@@ -64,19 +64,21 @@ void TopList::toplist(std::int32_t n) {
     std::vector<CountedSong> songs = readcounts(files_, countsFile_);
     const std::size_t all = songs.size(), wanted = static_cast<std::size_t>(std::max(n, 0));
     keepMostPlayed(songs, wanted);
-    const ThisRun run(state_);
-    const auto sayAndWait = [&](const std::string& text) {
-        if (run.lasts())
-            reply_.saychat(text);
-        if (run.lasts())
-            Pause{loop_}(secondsBetweenLines);
-    };
-    sayAndWait("top <b>" + std::to_string(n) + "</b> most played songs");
-    if (all < wanted)
-        sayAndWait("there are only <b>" + std::to_string(all) + "</b> songs");
-    for (std::size_t index = 0; index < songs.size() && run.lasts(); ++index)
-        sayAndWait("<b>" + std::to_string(index + 1) + "</b>.  " + songs[index].title + ":  <b>" +
-                   songs[index].count);
+    recitals_.begin("top <b>" + std::to_string(n) + "</b> most played songs", secondsBetweenLines,
+                    [this, songs = std::move(songs), all, areFewer = all < wanted,
+                     next = std::size_t{0}]() mutable {
+                        if (std::exchange(areFewer, false)) {
+                            reply_.saychat("there are only <b>" + std::to_string(all) +
+                                           "</b> songs");
+                            return std::optional(secondsBetweenLines);
+                        }
+                        if (next == songs.size())
+                            return std::optional<double>();
+                        const CountedSong& song = songs[next++];
+                        reply_.saychat("<b>" + std::to_string(next) + "</b>.  " + song.title +
+                                       ":  <b>" + song.count);
+                        return std::optional(secondsBetweenLines);
+                    });
 }
 
 } // namespace larkspin

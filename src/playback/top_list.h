@@ -29,17 +29,16 @@ void keepMostPlayed(std::vector<CountedSong>& songs, std::size_t wanted);
 class TopList {
 public:
     TopList(const Core& core, Files& files, const DataDirectory& directory)
-        : state_(core.state), loop_(core.loop), reply_(core.reply), files_(files),
+        : reply_(core.reply), recitals_(core.recitals), files_(files),
           countsFile_(directory.countsFile()) {}
 
     // Says the n most played songs, 0.7 seconds apart, as they are when it begins. Another recital
-    // may run inside; each one has songs of its own. A recital ends with the run it began in.
+    // may begin meanwhile; each one has songs of its own.
     void toplist(std::int32_t n);
 
 private:
-    AppState& state_;
-    EventLoop& loop_;
     Reply& reply_;
+    Recitals& recitals_;
     Files& files_;
     std::string countsFile_;
 };

@@ -45,6 +45,10 @@ public:
     // Runs the task once, when the span has passed.
     virtual TimerId once(Nanoseconds span, Task task) = 0;
 
+    // The same for what goes on from an event, told by its number: not in the middle of one that
+    // has begun after it, which is let end first.
+    virtual TimerId goOn(std::uint64_t event, Nanoseconds span, Task task) = 0;
+
     // Cancelling a timer that is gone, or TimerId::none, does nothing.
     virtual void cancel(TimerId timer) = 0;
 

@@ -1,6 +1,7 @@
 #include "shell/event_queue.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace larkspin {
 
@@ -12,7 +13,10 @@ public:
     Nested(EventAtWork& atWork, std::uint64_t number) : atWork_(atWork), outer_(atWork) {
         atWork_ = {outer_.depth + 1, number};
     }
-    ~Nested() { atWork_ = outer_; }
+    ~Nested() {
+        assert(atWork_.depth == outer_.depth + 1); // those within it have ended
+        atWork_ = outer_;
+    }
     Nested(const Nested&) = delete;
     Nested& operator=(const Nested&) = delete;
 
@@ -39,6 +43,12 @@ TimerId EventQueue::once(Nanoseconds span, Nanoseconds now, Task task) {
     return id;
 }
 
+TimerId EventQueue::goOn(std::uint64_t event, Nanoseconds span, Nanoseconds now, Task task) {
+    const TimerId id{++lastTimer_};
+    arm(now + span, Timer{id, Nanoseconds::zero(), std::move(task), event});
+    return id;
+}
+
 void EventQueue::cancel(TimerId timer) {
     std::erase_if(timers_, [timer](const auto& entry) { return entry.second.id == timer; });
 }
@@ -58,8 +68,9 @@ bool EventQueue::runDue(Nanoseconds now) {
     }
     const auto armedBefore = armings_;
     for (auto due = timers_.begin(); due != timers_.end() && due->first.first <= now;) {
-        if (due->first.second >= armedBefore) {
-            ++due; // armed during this turn: its next round belongs to a later one
+        const bool isNew = due->first.second >= armedBefore; // its next round is for a later turn
+        if (isNew || !mayRun(due->second)) {
+            ++due;
             continue;
         }
         runTimer(due, now);
@@ -74,9 +85,9 @@ std::optional<Nanoseconds> EventQueue::nextDue() const {
         return std::nullopt;
     if (!posted_.empty())
         return Nanoseconds::min(); // at once
-    if (timers_.empty())
-        return std::nullopt;
-    return timers_.begin()->first.first;
+    const auto next =
+        std::ranges::find_if(timers_, [this](const auto& entry) { return mayRun(entry.second); });
+    return next == timers_.end() ? std::nullopt : std::optional(next->first.first);
 }
 
 // The loop goes by index, since a task may add another one.

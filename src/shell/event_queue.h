@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <limits>
 #include <map>
 #include <optional>
 #include <utility>
@@ -19,6 +20,7 @@ public:
     void post(Task task);
     TimerId every(Nanoseconds interval, Nanoseconds now, Task task);
     TimerId once(Nanoseconds span, Nanoseconds now, Task task);
+    TimerId goOn(std::uint64_t event, Nanoseconds span, Nanoseconds now, Task task);
     void cancel(TimerId timer);
     void beforeSleep(Task task) { beforeSleep_.push_back(std::move(task)); }
 
@@ -42,17 +44,22 @@ public:
 
     // Runs a handler that comes from elsewhere, such as a readable file, and counts it.
     void runNested(const Task& task);
+    std::uint64_t served() const { return lastEvent_; } // events so far
 
 private:
+    static constexpr std::uint64_t anyEvent = std::numeric_limits<std::uint64_t>::max();
+
     struct Timer {
         TimerId id;
         Nanoseconds interval; // 0 for one that fires once
         Task task;
+        std::uint64_t lastEvent = anyEvent; // in the middle of which it may run
     };
     // Ordered by the moment, then by the number of the arming, so that equal moments fire in
     // the order in which they were set.
     using DueKey = std::pair<Nanoseconds, std::uint64_t>;
 
+    bool mayRun(const Timer& timer) const { return atWork_.number <= timer.lastEvent; }
     void arm(Nanoseconds moment, Timer timer);
     void runTimer(std::map<DueKey, Timer>::iterator due, Nanoseconds now);
 

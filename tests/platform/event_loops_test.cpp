@@ -78,6 +78,23 @@ TEST_P(EventLoopsTest, AHandlerThatWaitsIsOvertakenByInputAndMayStopWatching) {
     EXPECT_EQ(log, "abc.");
 }
 
+TEST_P(EventLoopsTest, WhatWasReadInTheWaitOfAHandlerIsReadOnce) {
+    Pipe other;
+    loop.watch(pipe.out(), [&] {
+        log += readOne();
+        loop.waitUntil(loop.now() + 20ms);
+    });
+    loop.watch(other.out(), [&] {
+        log += other.readNow();
+        log += '.';
+    });
+    pipe.write("a");
+    other.write("b");
+    EXPECT_TRUE(waitUntilTrue([&] { return log.size() >= 3; }));
+    loop.waitUntil(loop.now() + 5ms);
+    EXPECT_EQ(log.size(), 3u) << log;
+}
+
 TEST_P(EventLoopsTest, ALongJobStillHearsTheInput) {
     loop.watch(pipe.out(), [&] { log += readOne(); });
     pipe.write("x");

@@ -27,4 +27,13 @@ void VirtualLoop::waitUntil(Nanoseconds moment) {
     }
 }
 
+void VirtualLoop::waitWhile(const std::function<bool()>& condition) {
+    while (condition()) {
+        if (queue_.runDue(now_))
+            continue;
+        queue_.runBeforeSleep();
+        now_ = std::max(now_, queue_.nextDue().value());
+    }
+}
+
 } // namespace larkspin

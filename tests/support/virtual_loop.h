@@ -17,10 +17,14 @@ public:
     TimerId once(Nanoseconds span, Task task) override {
         return queue_.once(span, now_, std::move(task));
     }
+    TimerId goOn(std::uint64_t event, Nanoseconds span, Task task) override {
+        return queue_.goOn(event, span, now_, std::move(task));
+    }
     void cancel(TimerId timer) override { queue_.cancel(timer); }
     void beforeSleep(Task task) override { queue_.beforeSleep(std::move(task)); }
     void serveTurn() override { queue_.runDue(now_); }
     void waitUntil(Nanoseconds moment) override;
+    void waitWhile(const std::function<bool()>& condition); // which events change
 
     EventAtWork atWork() const override { return queue_.atWork(); }
     bool isIdle() const { return atWork().depth == 0; }

@@ -311,8 +311,11 @@ bool VirtualMachine::advance(std::chrono::duration<double> span) {
 }
 
 bool VirtualMachine::run(const std::function<void()>& action) {
+    const auto underWay = [this] { return program ? program->chat.recitals.count() : 0; };
+    const std::size_t before = underWay();
     try {
         action();
+        loop.waitWhile([&] { return underWay() > before; });
         return true;
     } catch (const ProcessEnded&) {
         program.reset();

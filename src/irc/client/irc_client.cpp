@@ -40,7 +40,7 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
       hearing_(loop, lines, shown_, session_, channels_, moderation_),
       speech_(loop, session_,
               [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }),
-      pacing_(loop, session_.outgoing()) {}
+      pacing_(loop, lines, session_.outgoing()) {}
 
 const IrcChannel* IrcClient::here() const {
     const Place* const place = channels_.here();
@@ -106,7 +106,7 @@ void IrcClient::endSession() {
 // If the event at work has said something, it was about this end, and its last line is still sent.
 // All other lines that wait are dropped.
 void IrcClient::sendFarewell() {
-    if (session_.isWelcomed() && pacing_.hasSpoken())
+    if (session_.isWelcomed() && lines_.talk().hasSpoken)
         session_.outgoing().sendLast(IrcOutgoing::Kind::said);
 }
 

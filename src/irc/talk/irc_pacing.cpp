@@ -17,10 +17,17 @@ void IrcPacing::limitSaid(int linesPerMinute) {
 }
 
 void IrcPacing::spoke() {
-    if (!std::exchange(haveSpoken_.atWork().yes, true))
+    ChatLines::Talk& talk = lines_.talk();
+    if (!std::exchange(talk.hasSpoken, true))
         return;
-    const Nanoseconds end = loop_.now() + longest + perLine_;
-    while (outgoing_.waiting(IrcOutgoing::Kind::said) > mostAhead && loop_.now() < end)
+    const auto isAhead = [this, end = loop_.now() + longest + perLine_] {
+        return outgoing_.waiting(IrcOutgoing::Kind::said) > mostAhead && loop_.now() < end;
+    };
+    if (talk.isRecited) {
+        talk.isAhead = isAhead;
+        return;
+    }
+    while (isAhead())
         loop_.waitUntil(loop_.now() + betweenLooks);
 }
 

@@ -3,9 +3,9 @@
 // is done at once. After each further one the event waits, as long as too many are on their way.
 #pragma once
 
+#include "chat/chat_lines.h"
 #include "irc/connection/irc_outgoing.h"
 #include "shell/event_loop.h"
-#include "shell/event_notes.h"
 
 #include <chrono>
 #include <cstddef>
@@ -14,8 +14,8 @@ namespace larkspin {
 
 class IrcPacing {
 public:
-    IrcPacing(EventLoop& loop, const IrcOutgoing& outgoing)
-        : loop_(loop), outgoing_(outgoing), haveSpoken_(loop) {}
+    IrcPacing(EventLoop& loop, ChatLines& lines, const IrcOutgoing& outgoing)
+        : loop_(loop), lines_(lines), outgoing_(outgoing) {}
 
     static constexpr std::size_t mostAhead = 3; // lines
 
@@ -24,20 +24,14 @@ public:
 
     void limitSaid(int linesPerMinute); // 0 for no limit
 
-    // After each line that the event at work says. May wait.
+    // After each line that the event at work says. May wait; a recital is told to.
     void spoke();
-
-    // Whether the event at work has said anything.
-    bool hasSpoken() { return haveSpoken_.atWork().yes; }
 
 private:
     EventLoop& loop_;
+    ChatLines& lines_;
     const IrcOutgoing& outgoing_;
     Nanoseconds perLine_{};
-    struct Spoken {
-        bool yes = false;
-    };
-    EventNotes<Spoken> haveSpoken_;
 };
 
 } // namespace larkspin

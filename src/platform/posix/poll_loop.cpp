@@ -101,20 +101,32 @@ void PollLoop::pollDescriptors(Nanoseconds timeout) {
     polledAt_ = now();
     if (ready <= 0)
         return;
-    for (const pollfd& descriptor : polled) {
-        if (descriptor.revents == 0)
-            continue;
-        const bool toWrite = descriptor.events == POLLOUT;
-        const Watches& watches = toWrite ? watchedWritable_ : watched_;
-        const auto found = watches.find(descriptor.fd);
-        if (found == watches.end())
-            continue; // an earlier handler of this turn has unwatched it
-        const auto task = found->second;
-        if (toWrite)
-            (*task)();
-        else
-            queue_.runNested(*task);
-    }
+    // Those after the last one come first, so that each has its turn.
+    std::sort(polled.begin(), polled.end(),
+              [](const pollfd& a, const pollfd& b) { return a.fd < b.fd; });
+    const auto next =
+        std::ranges::find_if(polled, [this](const pollfd& each) { return each.fd > lastServed_; });
+    std::rotate(polled.begin(), next, polled.end());
+    for (const pollfd& descriptor : polled)
+        if (descriptor.revents != 0 && !serve(descriptor))
+            return;
+}
+
+// False when the handler has served events, which may have read what else was found to be ready.
+bool PollLoop::serve(const pollfd& ready) {
+    const bool toWrite = ready.events == POLLOUT;
+    const Watches& watches = toWrite ? watchedWritable_ : watched_;
+    const auto found = watches.find(ready.fd);
+    if (found == watches.end())
+        return true; // an earlier handler of this round has unwatched it
+    lastServed_ = ready.fd;
+    const auto task = found->second;
+    const std::uint64_t served = queue_.served();
+    if (toWrite)
+        (*task)();
+    else
+        queue_.runNested(*task);
+    return queue_.served() == served + (toWrite ? 0 : 1);
 }
 
 } // namespace larkspin

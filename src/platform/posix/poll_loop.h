@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <poll.h>
 #include <vector>
 
 namespace larkspin {
@@ -29,6 +30,9 @@ public:
     TimerId once(Nanoseconds span, Task task) override {
         return queue_.once(span, now(), std::move(task));
     }
+    TimerId goOn(std::uint64_t event, Nanoseconds span, Task task) override {
+        return queue_.goOn(event, span, now(), std::move(task));
+    }
     void cancel(TimerId timer) override { queue_.cancel(timer); }
     void beforeSleep(Task task) override { queue_.beforeSleep(std::move(task)); }
     void serveTurn() override;
@@ -48,11 +52,13 @@ private:
 
     void turn(Nanoseconds latest);
     void pollDescriptors(Nanoseconds timeout);
+    bool serve(const pollfd& ready);
 
     EventQueue queue_;
     Watches watched_, watchedWritable_;
     std::vector<int> signals_; // descriptors
     Nanoseconds polledAt_{};
+    int lastServed_ = -1; // descriptor
 };
 
 } // namespace larkspin

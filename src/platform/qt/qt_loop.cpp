@@ -54,6 +54,12 @@ TimerId QtLoop::once(Nanoseconds span, Task task) {
     return id;
 }
 
+TimerId QtLoop::goOn(std::uint64_t event, Nanoseconds span, Task task) {
+    const TimerId id = queue_.goOn(event, span, now(), std::move(task));
+    arm();
+    return id;
+}
+
 void QtLoop::watch(int descriptor, Task readable) {
     unwatch(descriptor);
     auto* const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read);

@@ -30,6 +30,7 @@ public:
     void post(Task task) override;
     TimerId every(Nanoseconds interval, Task task) override;
     TimerId once(Nanoseconds span, Task task) override;
+    TimerId goOn(std::uint64_t event, Nanoseconds span, Task task) override;
     void cancel(TimerId timer) override { queue_.cancel(timer); }
 
     // What such a task does to a window reaches the screen a turn later: a task that has changed

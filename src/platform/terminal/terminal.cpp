@@ -130,13 +130,15 @@ void Terminal::keepHistory(Files& files, const std::string& path) {
     editor_->onLine([this](const std::string& line) { history_->add(line); });
 }
 
-void Terminal::open(std::vector<Window*> windows, Task quit) {
+void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit) {
+    recitals.onEnd([this] { input_.deliverLater(); });
     // `/quit` drops the lines after it, as if the input had ended there.
     commands_.connect(std::move(windows), [this] { input_.cut(); });
     input_.open(
         {.actsAtOnce = [this](const std::string& line) { return commands_.words().knows(line); },
          .take = [this](const std::string& line) { take(line); },
-         .ended = std::move(quit)});
+         .ended = std::move(quit),
+         .underWay = [&recitals] { return recitals.count(); }});
     rooms.words.takeUpAgain();
 }
 

@@ -3,6 +3,7 @@
 // on it; and the rooms.
 #pragma once
 
+#include "chat/recitals.h"
 #include "irc/client/all_rooms.h"
 #include "platform/posix/line_history.h"
 #include "platform/terminal/line_editor.h"
@@ -33,9 +34,9 @@ public:
     void completeBy(LineEditor::Complete complete);
 
     // From now on lines are taken: said in the room, or done by the terminal itself, which works
-    // these windows. `/quit` and the end of the input call `quit`. A network that the last run was
-    // on is connected to.
-    void open(std::vector<Window*> windows, Task quit);
+    // these windows. Those on a pipe wait for what is recited. `/quit` and the end of the input
+    // call `quit`. A network that the last run was on is connected to.
+    void open(std::vector<Window*> windows, Recitals& recitals, Task quit);
 
     // Leaves the room and gives the terminal back, before the process ends.
     void close();

@@ -70,18 +70,19 @@ std::optional<Nanoseconds> TerminalInput::nextDelivery() const {
         return std::nullopt;
     Nanoseconds due = loop_.now();
     if (nextActsAtOnce()) {
-        if (handAtWork_ > 0)
-            due = std::max(due, workBegan_ + handsPatience);
+        if (isHandAtWork())
+            due = std::max(due, works_.back().began + handsPatience);
     } else {
-        if (questions_ > 0 || (working_ > 0 && overtakeAfter_ == never))
+        if (questions_ > 0 || (!works_.empty() && overtakeAfter_ == never))
             return std::nullopt;
-        if (working_ > 0)
-            due = workBegan_ + overtakeAfter_;
+        if (!works_.empty())
+            due = works_.back().began + overtakeAfter_;
     }
     return std::max(due, heldUntil_());
 }
 
 void TerminalInput::deliverLater() {
+    endWorks();
     loop_.cancel(std::exchange(delivery_, TimerId::none));
     if (const auto due = nextDelivery())
         delivery_ =
@@ -105,17 +106,23 @@ void TerminalInput::work(const std::string& line) {
         std::exchange(secret_, nullptr)(line);
         return deliverLater();
     }
-    const Nanoseconds outerBegan = std::exchange(workBegan_, loop_.now());
-    const int hand = taker_.actsAtOnce(line) ? 1 : 0;
-    ++working_;
-    handAtWork_ += hand;
+    const std::size_t index = works_.size();
+    works_.push_back({loop_.now(), taker_.actsAtOnce(line), taker_.underWay()});
     deliverLater();
     taker_.take(line);
-    --working_;
-    handAtWork_ -= hand;
-    // If this line came in the middle of another one's work, that one goes on now.
-    workBegan_ = outerBegan;
+    works_[index].isTaken = true;
     deliverLater();
+}
+
+bool TerminalInput::isHandAtWork() const {
+    return std::ranges::any_of(works_, &Work::isHand);
+}
+
+// A line's work is done when it has been taken and all that has begun since is over.
+void TerminalInput::endWorks() {
+    while (!works_.empty() && works_.back().isTaken &&
+           taker_.underWay() <= works_.back().wasUnderWay)
+        works_.pop_back();
 }
 
 std::string TerminalInput::pop() {

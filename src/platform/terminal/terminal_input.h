@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace larkspin {
 
@@ -27,6 +28,9 @@ public:
         std::function<bool(const std::string& line)> actsAtOnce;
         std::function<void(const std::string& line)> take;
         Task ended; // once, after the last line
+        // How much of what lines have begun goes on once they have been taken, as recitals do. When
+        // it has become less, `deliverLater` is to be called.
+        std::function<std::size_t()> underWay = [] { return std::size_t{0}; };
     };
 
     // Until this call lines wait, but for answers.
@@ -61,6 +65,8 @@ private:
     std::optional<Nanoseconds> nextDelivery() const;
     void deliver();
     void work(const std::string& line);
+    bool isHandAtWork() const;
+    void endWorks();
     std::string pop();
 
     PollLoop& loop_;
@@ -73,9 +79,13 @@ private:
     bool isOpen_ = false;
     bool hasEnded_ = false;
     TimerId delivery_ = TimerId::none; // the next one, when it is due
-    int working_ = 0;                  // lines that do their work, in the middle of each other
-    int handAtWork_ = 0;               // of them, those that act at once
-    Nanoseconds workBegan_{};          // of the innermost one
+    struct Work {
+        Nanoseconds began;
+        bool isHand;             // acts at once
+        std::size_t wasUnderWay; // before it
+        bool isTaken = false;
+    };
+    std::vector<Work> works_; // of lines, in the middle of each other
     int questions_ = 0;
     unsigned drops_ = 0; // of all questions so far
 };

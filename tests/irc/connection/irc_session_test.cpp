@@ -240,6 +240,17 @@ TEST_F(IrcSessionBegins, AndAStoppedRecitalEndsWithinAFewLines) {
     EXPECT_TRUE(all.ends_with("selection scroll aborted\n"));
 }
 
+TEST_F(IrcSessionBegins, AndSixtyRecitalsThatWaitForTheServerTakeNoPlaceOnTheStack) {
+    begin();
+    addNotes(5);
+    for (int number = 0; number < 60; ++number)
+        loop.once(number * 1s, [&] { room.say("'scrn"); });
+    int depth = 0;
+    loop.once(60s, [&] { depth = loop.atWork().depth; });
+    advance(60s);
+    EXPECT_EQ(depth, 1);
+}
+
 TEST_F(IrcSessionTest, WhatWaitsIsNotSaidAfterTheOwnerHasGone) {
     joined("#den");
     advance(60s);
