@@ -20,6 +20,7 @@ class MediaControl;
 class OtherPlayer;
 class Power;
 class Process;
+class Trace;
 
 struct Machine {
     EventLoop& loop;
@@ -35,6 +36,7 @@ struct Machine {
     MachineFacts& facts;
     Power& power;
     Process& process;
+    Trace& trace;              // what has happened last
     std::string dataDirectory; // drive path without a trailing backslash
     bool fadesWindows;         // the desktop can draw the splash half transparent
     // A last word, where nothing can be said in the room any more.

@@ -1,5 +1,6 @@
 // larkspin on a desktop.
 #include "app/main_linux.h"
+#include "host/trace_word.h"
 #include "platform/dbus/running_copy.h"
 #include "platform/dbus/tray_host.h"
 #include "platform/posix/user_directories.h"
@@ -25,7 +26,9 @@ int main(int count, char** arguments) {
     LinuxPorts ports(disk, loop);
     QtDialogs dialogs(loop);
     QtDesktop desktop(loop);
-    QtRoom room(loop, ports.lines, ports.link, ports.files, ports.directory, loginName());
+    QtRoom room(loop, ports.lines, ports.connection, ports.files, ports.directory, loginName());
+    room.words.add(
+        {traceWord(ports.trace, [&](const std::string& text) { room.window.tell(text); })});
     const auto tell = [&](const std::string& line) {
         loop.post([&room, line] { room.window.tell(line); });
     };

@@ -1,6 +1,8 @@
 #include "app/main_linux.h"
 
+#include "platform/posix/crash_report.h"
 #include "platform/posix/disk_questions.h"
+#include "platform/posix/drive_paths.h"
 #include "platform/posix/standard_streams.h"
 #include "platform/posix/user_directories.h"
 
@@ -28,6 +30,7 @@ Machine machineOf(LinuxPorts& ports, const FrontEnd& frontEnd, MediaControl& pla
             .facts = facts,
             .power = ports.power,
             .process = ports.process,
+            .trace = ports.trace,
             .dataDirectory = ports.directory.path(),
             .fadesWindows = frontEnd.fadesWindows,
             .note = frontEnd.note};
@@ -50,14 +53,21 @@ LinuxDisk::LinuxDisk()
 
 LinuxPorts::LinuxPorts(LinuxDisk& ownersDisk, WatchingLoop& frontEndsLoop)
     : disk(ownersDisk), loop(frontEndsLoop), lines(loop), directory(userDataDirectory()),
-      asked(disk.owners, disk.files, directory.path()), files(asked, directory),
+      asked(disk.owners, disk.files, directory.path()), files(asked, directory, trace),
       directories(disk.owners, PosixDirectories(), directory.path()), link(loop),
-      otherPlayer(sessionBusAddress()), power(systemBusAddress()), process(directory.path()) {
+      connection(link, trace), otherPlayer(sessionBusAddress()), power(systemBusAddress()),
+      process(directory.path()) {
+    reportCrashes(trace, nativePath(directory.crashFile()));
     disk.owners.serve(loop);
 }
 
 LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)
-    : player_(ports.loop, {playerBeside(), {}, ports.disk.owners}, frontEnd.tell),
+    : player_(
+          ports.loop,
+          {.program = playerBeside(),
+           .disk = ports.disk.owners,
+           .lost = [&trace = ports.trace](const std::string& why) { trace.note("player:", why); }},
+          frontEnd.tell),
       facts_(ports.disk.owners, frontEnd.display),
       program(machineOf(ports, frontEnd, player_, facts_)),
       remote_(ports.loop, sessionBusAddress(), program.playback.remote,

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "app/program.h"
+#include "irc/connection/traced_connection.h"
 #include "library/completion.h"
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
@@ -18,6 +19,7 @@
 #include "platform/posix/posix_machine_facts.h"
 #include "platform/posix/posix_process.h"
 #include "shell/kept_files.h"
+#include "shell/trace.h"
 
 #include <csignal>
 #include <initializer_list>
@@ -43,10 +45,12 @@ struct LinuxPorts {
     WatchingLoop& loop;
     ChatLines lines;
     const DataDirectory directory;
+    Trace trace; // also of a crash
     AskedFiles asked;
     KeptFiles files; // over those
     AskedDirectories directories;
     IrcLink link;
+    TracedConnection connection; // by it
     PosixLaunching launching;
     MprisPlayer otherPlayer;
     LogindPower power;

@@ -1,5 +1,6 @@
 // larkspin in a terminal.
 #include "app/main_linux.h"
+#include "host/trace_word.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/user_directories.h"
 #include "platform/terminal/terminal.h"
@@ -13,8 +14,11 @@ int main() {
     LinuxDisk disk;
     PollLoop loop;
     LinuxPorts ports(disk, loop);
-    Terminal terminal(loop, ports.lines, ports.link, ports.files, ports.directory, loginName(),
+    Terminal terminal(loop, ports.lines, ports.connection, ports.files, ports.directory,
+                      loginName(),
                       [&](std::string_view typed) { return ports.directories.drivePath(typed); });
+    terminal.add(
+        {traceWord(ports.trace, [&](const std::string& text) { terminal.screen.tell(text); })});
     const auto note = [&](const std::string& line) { terminal.screen.note(line); };
     LinuxProgram larkspin(ports, {.dialogs = terminal.dialogs,
                                   .desktop = terminal.desktop,

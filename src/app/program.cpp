@@ -9,7 +9,7 @@ namespace larkspin {
 // Built from the lower floors up: each part uses parts that are built before it.
 Program::Program(const Machine& m)
     : machine(m), shell(m.loop, m.files, m.dataDirectory, m.fadesWindows),
-      chat(shell, m.loop, m.dialogs, m.host, m.lines),
+      chat(shell, m.loop, m.dialogs, m.host, m.lines, m.trace),
       library(chat.core, m.files, m.directories, shell.directory),
       playback(chat.core, {.room = m.host,
                            .files = m.files,

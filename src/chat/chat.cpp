@@ -4,13 +4,16 @@
 
 namespace larkspin {
 
-Chat::Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room, ChatLines& lines)
+Chat::Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room, ChatLines& lines,
+           Trace& trace)
     : reply(shell.state, shell.settings, room, dialogs),
       recitals(shell.state, loop, lines, reply), core{shell.state, shell.settings, loop,
                                                       dialogs,     reply,          recitals},
-      dispatch(shell.state, room) {}
+      dispatch(shell.state, room, trace) {}
 
 void Chat::hear(const ChatLine& line) {
+    if (!dispatch.notes(line))
+        return;
     // In the order in which the scanners are started: the second one runs only while a choice is
     // open.
     NiteScan1.hear(line);

@@ -16,9 +16,11 @@
 namespace larkspin {
 
 struct Shell;
+class Trace;
 
 struct Chat {
-    Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room, ChatLines& lines);
+    Chat(Shell& shell, EventLoop& loop, Dialogs& dialogs, Room& room, ChatLines& lines,
+         Trace& trace);
 
     Reply reply;
     Recitals recitals;
@@ -29,7 +31,7 @@ struct Chat {
     SilentMode silentMode{core};
     CommandsWindow commandsWindow{core};
 
-    // Every line goes to each scanner that runs.
+    // Every line of the owner's goes to each scanner that runs.
     void hear(const ChatLine& line);
 
     void loadSilence(const StoredSettings& stored); // after the greeting, which is always said

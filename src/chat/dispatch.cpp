@@ -3,26 +3,41 @@
 #include "chat/reply.h"
 #include "chat/room.h"
 #include "shell/app_state.h"
+#include "shell/trace.h"
 #include "text/fold.h"
 #include "text/utf8.h"
 #include "text/wildcard.h"
 
 namespace larkspin {
 
-void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) const {
+// Names are compared to the letter: one that differs in case alone is somebody else's.
+bool Dispatch::isOwners(const ChatLine& line) const {
     const std::string owner = room_.currentScreenName();
-    // Names are compared to the letter: one that differs in case alone is somebody else's.
-    if (owner.empty() || line.speaker != owner)
-        return;
-    // Under the triggers that the owner can choose no reply is a command anyway. But he may have
-    // written a wildcard into the settings by hand. Then all replies would be commands, and answer
-    // each other without end.
+    return !owner.empty() && line.speaker == owner;
+}
+
+bool Dispatch::notes(const ChatLine& line) const {
+    if (!isOwners(line)) {
+        trace_.count("line of others");
+        return false;
+    }
     if (isReply(line.text))
+        return false;
+    trace_.note("heard", line.text);
+    return true;
+}
+
+// Under the triggers that the owner can choose no reply is a command anyway. But he may have
+// written a wildcard into the settings by hand. Then all replies would be commands, and answer each
+// other without end.
+void Dispatch::handle(const ChatLine& line, std::span<const CommandRow> rows) const {
+    if (!isOwners(line) || isReply(line.text))
         return;
     const std::string lowered = foldCase(line.text);
     for (const CommandRow& row : rows) {
         if (!matches(row, lowered))
             continue;
+        trace_.note("row", row.pattern);
         row.run(row.run.takesArgument() ? argument(row, line.text) : std::string());
         return; // no line fits two rows
     }

@@ -14,6 +14,7 @@ namespace larkspin {
 
 struct AppState;
 class Room;
+class Trace;
 
 // An operation of some unit, which takes a text or nothing.
 class Operation {
@@ -46,18 +47,25 @@ struct CommandRow {
 
 class Dispatch {
 public:
-    Dispatch(const AppState& state, Room& room) : state_(state), room_(room) {}
+    Dispatch(const AppState& state, Room& room, Trace& trace)
+        : state_(state), room_(room), trace_(trace) {}
 
     // The owner is whoever bears the screen name at this moment, to the letter; nobody is while
     // it is empty. A line that fits no row has no effect at all.
     void handle(const ChatLine& line, std::span<const CommandRow> rows) const;
 
+    // The same for the trace: what the owner has said is kept there, of others how many lines there
+    // were. False for a line that has no effect, whatever the rows.
+    bool notes(const ChatLine& line) const;
+
 private:
+    bool isOwners(const ChatLine& line) const;
     bool matches(const CommandRow& row, std::string_view lowered) const;
     std::string argument(const CommandRow& row, std::string_view line) const;
 
     const AppState& state_;
     Room& room_;
+    Trace& trace_;
 };
 
 } // namespace larkspin

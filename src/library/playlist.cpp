@@ -5,6 +5,7 @@
 #include "text/fold.h"
 
 #include <algorithm>
+#include <cassert>
 #include <unordered_set>
 #include <vector>
 
@@ -30,10 +31,17 @@ std::string_view tidyDirectory(std::string_view directory) {
     return directory.ends_with("\\\\") ? plainDirectory(directory) : directory;
 }
 
+// A row's number means the same one in both lists.
+void expectInStep([[maybe_unused]] const AppState& state) {
+    assert(state.masterList.count() == state.playlistView.count());
+}
+
 } // namespace
 
 bool addToPlaylist(AppState& state, const Row& row) {
-    return state.masterList.add(row) && state.playlistView.add(row);
+    const bool isAdded = state.masterList.add(row) && state.playlistView.add(row);
+    expectInStep(state);
+    return isAdded;
 }
 
 Addition addToPlaylistOnce(AppState& state, const Row& row, const IsOnDisk& isOnDisk) {
@@ -61,6 +69,7 @@ std::string leftOutText(int count, const std::string& mark, const std::string& u
 void removeFromPlaylist(AppState& state, int index) {
     state.playlistView.removeAt(index);
     state.masterList.removeAt(index);
+    expectInStep(state);
 }
 
 void clearPlaylist(AppState& state) {

@@ -26,6 +26,7 @@ constexpr OwnFile ownFiles[] = {
     {ownName::history, "typed lines"},
     {ownName::irc, "irc account"},
     {ownName::roomWindow, "place of the window"},
+    {ownName::crash, ""},
     {ownName::lock, ""},
 };
 

@@ -19,6 +19,7 @@ inline constexpr std::string_view appTitles = "lksappl.lst";
 inline constexpr std::string_view history = "history.txt";
 inline constexpr std::string_view irc = "irc.txt";
 inline constexpr std::string_view roomWindow = "room-window.txt";
+inline constexpr std::string_view crash = "crash.txt";
 inline constexpr std::string_view lock = "larkspin.lock";
 // How the names of half-written files begin. The next start removes what is left of them.
 inline constexpr std::string_view unfinishedStart = ".larkspin-";
@@ -38,6 +39,7 @@ public:
     std::string appTitlesFile() const { return file(ownName::appTitles); }
     std::string historyFile() const { return file(ownName::history); }
     std::string ircFile() const { return file(ownName::irc); }
+    std::string crashFile() const { return file(ownName::crash); }
     std::string roomWindowFile() const { return file(ownName::roomWindow); }
     std::string file(std::string_view name) const { return path_ + '\\' + std::string(name); }
 

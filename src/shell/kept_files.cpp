@@ -1,5 +1,7 @@
 #include "shell/kept_files.h"
 
+#include "shell/trace.h"
+
 #include <algorithm>
 
 namespace larkspin {
@@ -47,9 +49,17 @@ FileChange KeptFiles::replace(const std::string& path, const std::string& conten
     return outcome;
 }
 
+FileChange KeptFiles::traced(const char* what, const std::string& path, FileChange outcome) {
+    if (!outcome)
+        trace_.note("file: couldn't", std::string(what) + ' ' + path, outcome.reason);
+    return outcome;
+}
+
 void KeptFiles::note(const std::string& path, const std::string& what, const std::string& reason) {
     if (reason.empty() && failures_.empty())
         return; // nothing fails now, and nothing did before
+    if (!reason.empty())
+        trace_.note("file:", what + path, reason);
     const std::string contents(directory_.contentsOf(path));
     if (contents.empty())
         return;

@@ -17,10 +17,12 @@
 
 namespace larkspin {
 
+class Trace;
+
 class KeptFiles : public Files {
 public:
-    KeptFiles(Files& disk, DataDirectory directory)
-        : disk_(disk), directory_(std::move(directory)) {}
+    KeptFiles(Files& disk, DataDirectory directory, Trace& trace)
+        : disk_(disk), directory_(std::move(directory)), trace_(trace) {}
 
     Presence presence(const std::string& path) override { return disk_.presence(path); }
     std::optional<std::uintmax_t> size(const std::string& path) override {
@@ -30,13 +32,17 @@ public:
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     FileChange replace(const std::string& path, const std::string& contents) override;
     FileChange rename(const std::string& path, const std::string& newName) override {
-        return disk_.rename(path, newName);
+        return traced("rename", path, disk_.rename(path, newName));
     }
     FileChange moveToWastebasket(const std::string& path) override {
-        return disk_.moveToWastebasket(path);
+        return traced("throw away", path, disk_.moveToWastebasket(path));
     }
-    FileChange remove(const std::string& path) override { return disk_.remove(path); }
-    FileChange makeDirectory(const std::string& path) override { return disk_.makeDirectory(path); }
+    FileChange remove(const std::string& path) override {
+        return traced("remove", path, disk_.remove(path));
+    }
+    FileChange makeDirectory(const std::string& path) override {
+        return traced("make", path, disk_.makeDirectory(path));
+    }
     void hide(const std::string& path) override { disk_.hide(path); }
 
     // News for the owner, in the client's markup, and the task to call when there is some. Telling
@@ -50,8 +56,11 @@ public:
 private:
     void note(const std::string& path, const std::string& what, const std::string& reason);
 
+    FileChange traced(const char* what, const std::string& path, FileChange outcome);
+
     Files& disk_;
     DataDirectory directory_;
+    Trace& trace_;
     std::map<std::string, std::string> unread_;   // why, by path
     std::map<std::string, std::string> failures_; // the reasons told last, by what couldn't be done
     std::vector<std::string> news_;

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <iostream>
+#include <utility>
 
 namespace larkspin {
 
@@ -217,10 +219,46 @@ static TempDirectory quickDisk() {
     return {};
 }
 
-VirtualMachine::VirtualMachine()
-    : disk(quickDisk()), directories((disk.path() / "home").native(), slowDisk), player(loop) {}
+namespace {
 
-VirtualMachine::~VirtualMachine() = default;
+VirtualMachine* newest = nullptr;
+
+// What has happened on the machine at hand, with the first fault of a test.
+class TraceListener : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override { isTold_ = false; }
+    void OnTestPartResult(const testing::TestPartResult& result) override {
+        if (!result.failed() || !newest || std::exchange(isTold_, true))
+            return;
+        for (const std::string& fact : newest->traced())
+            std::cout << "  " << fact << '\n';
+    }
+    bool isTold_ = false;
+};
+
+[[maybe_unused]] const bool isListening = [] {
+    testing::UnitTest::GetInstance()->listeners().Append(new TraceListener);
+    return true;
+}();
+
+} // namespace
+
+VirtualMachine::VirtualMachine()
+    : disk(quickDisk()), directories((disk.path() / "home").native(), slowDisk), player(loop) {
+    newest = this;
+}
+
+VirtualMachine::~VirtualMachine() {
+    if (newest == this)
+        newest = nullptr;
+}
+
+Lines VirtualMachine::traced() const {
+    Lines told;
+    Trace::Buffer buffer;
+    for (std::size_t number = 0; number < trace.size(); ++number)
+        told.emplace_back(trace.line(number, buffer).substr(std::size("19:05:12.345")));
+    return told;
+}
 
 VirtualMachine::VirtualMachine(const Lines& songs, std::chrono::duration<double> length)
     : VirtualMachine() {
@@ -281,6 +319,7 @@ bool VirtualMachine::startOn(Directories& others) {
                 .facts = facts,
                 .power = power,
                 .process = process,
+                .trace = trace,
                 .dataDirectory = drive("data"),
                 .fadesWindows = fadesWindows,
                 .note = [this](const std::string& line) { notes.push_back(line); }});

@@ -20,6 +20,7 @@
 #include "shell/dialogs.h"
 #include "shell/kept_files.h"
 #include "shell/process.h"
+#include "shell/trace.h"
 #include "support/temp_directory.h"
 #include "support/virtual_loop.h"
 #include "support/virtual_outside.h"
@@ -242,6 +243,7 @@ public:
     void playlist(const std::vector<std::string>& names,
                   std::chrono::duration<double> length = 180s);
     std::string setting(const std::string& key);
+    Lines traced() const; // the last facts, without the time
 
     // The program. Each of these is true while the process lives.
     bool start();
@@ -284,7 +286,8 @@ public:
     VirtualLoop loop;
     SlowDisk slowDisk{loop};
     FaultyFiles files{Wastebasket((disk.path() / "share").native()), slowDisk};
-    KeptFiles kept{files, DataDirectory(drive("data"))}; // the program's road to them
+    Trace trace;
+    KeptFiles kept{files, DataDirectory(drive("data")), trace}; // the program's road to them
     ScriptedDirectories directories;
     ScriptedDialogs dialogs;
     RecordedDesktop desktop;

@@ -1,5 +1,7 @@
 #include "irc/channels/irc_channels.h"
 
+#include <cassert>
+
 namespace larkspin {
 
 IrcChannels::Place* IrcChannels::find(std::string_view name, const IrcFeatures& features) {
@@ -27,6 +29,7 @@ void IrcChannels::remove(const Place& place) {
         current_ = places_.empty() ? 0 : places_.size() - 1;
     else if (index < current_)
         --current_;
+    assert(places_.empty() || current_ < places_.size());
     if (here())
         here()->unseen = 0;
 }
@@ -38,6 +41,7 @@ void IrcChannels::clear() {
 
 void IrcChannels::enter(const Place& place) {
     current_ = static_cast<std::size_t>(&place - places_.data());
+    assert(current_ < places_.size());
     here()->unseen = 0;
 }
 

@@ -1,5 +1,6 @@
 #include "irc/channels/irc_name_list.h"
 
+#include <cassert>
 #include <utility>
 
 namespace larkspin {
@@ -71,6 +72,7 @@ const RowList& IrcNameList::rows() const {
     for (const Row& row : places_)
         if (!row.text().empty())
             names.push_back(row);
+    assert(names.size() == entries_.size()); // each one in the list has his place in it
     rows_.assign(names);
     return rows_;
 }

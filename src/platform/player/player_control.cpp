@@ -37,7 +37,7 @@ std::string playerBeside() {
 }
 
 PlayerControl::PlayerControl(EventLoop& loop, Player player, Tell tell)
-    : loop_(loop), tell_(std::move(tell)),
+    : loop_(loop), tell_(std::move(tell)), lost_(std::move(player.lost)),
       line_(loop, std::move(player.program), std::move(player.arguments)),
       mostSongs_(player.mostSongs), opening_(player.disk),
       handover_(
@@ -195,6 +195,7 @@ void PlayerControl::watchEvery(Nanoseconds interval) {
 }
 
 void PlayerControl::replaceProcess(const std::string& reason) {
+    lost_(reason);
     const bool harmed = isHarmed();
     line_.end();
     if (isResting() || !line_.hasFile())

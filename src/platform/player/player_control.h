@@ -27,9 +27,11 @@ public:
         std::string program; // native path
         // Where the sound goes, as GStreamer's launch lines say it, and a directory that it may
         // write to. Without it, that is the sound device, or silence where there is none.
-        std::vector<std::string> arguments;
+        std::vector<std::string> arguments = {};
         OwnersDisk& disk;    // where the songs lie
         int mostSongs = 500; // of one process: libraries lose some memory with each
+        // Is told why, when a process has died, or is left as it stands still.
+        std::function<void(const std::string& why)> lost = [](const std::string&) {};
     };
     // Tells the owner what is wrong with the sound, each thing once.
     using Tell = std::function<void(const std::string& line)>;
@@ -73,6 +75,7 @@ private:
 
     EventLoop& loop_;
     Tell tell_;
+    std::function<void(const std::string& why)> lost_;
     std::set<std::string> told_;
     PlayerLine line_;
     int mostSongs_;

@@ -19,6 +19,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -29,6 +30,9 @@ public:
     Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
              const DataDirectory& directory, const std::string& screenName,
              TerminalDialogs::ReadPath readPath);
+
+    // Words with a slash, beside those of its own and about rooms.
+    void add(std::vector<SlashWord> words) { commands_.add(std::move(words)); }
 
     // What Tab makes of a line that is being typed.
     void completeBy(LineEditor::Complete complete);

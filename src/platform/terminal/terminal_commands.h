@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -31,6 +32,7 @@ public:
     // on.
     void connect(std::vector<Window*> windows, Task quit);
 
+    void add(std::vector<SlashWord> words) { words_.add(std::move(words)); }
     const SlashWords& words() const { return words_; }
 
     // Does what a line says that is meant for the terminal.

@@ -71,7 +71,8 @@ protected:
     ChatLines lines{loop};
     SlowDisk slowDisk{loop};
     FaultyFiles files{Wastebasket{}, slowDisk};
-    KeptFiles keptFiles{files, DataDirectory(drivePath(disk.path().native()))};
+    Trace trace;
+    KeptFiles keptFiles{files, DataDirectory(drivePath(disk.path().native())), trace};
     PretendIrc server{loop};
     SlashWords words{{}};
     std::optional<AllRooms> rooms;
