@@ -205,7 +205,8 @@ std::string withoutTags(std::string_view text) {
 }
 
 std::string asSeenInMarkup(std::string_view message) {
-    constexpr std::string_view bracket = "\uF03C";
+    std::string bracket;
+    appendStandIn(bracket, '<');
     constexpr std::size_t longestTag = 24; // bytes of the longest opening, in stand-ins
     std::string seen;
     for (auto at = message.find(bracket); at != message.npos; at = message.find(bracket)) {

@@ -1,6 +1,8 @@
 // What is typed as a command, or a list of words, taken apart.
 #pragma once
 
+#include "text/parts.h"
+
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -10,7 +12,7 @@ namespace larkspin {
 // Takes the first word off the front, with the blanks before it.
 inline std::string_view takeWord(std::string_view& rest) {
     rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-    const std::string_view word = rest.substr(0, rest.find(' '));
+    const std::string_view word = partedAt(rest, ' ').head;
     rest.remove_prefix(word.size());
     return word;
 }

@@ -2,30 +2,27 @@
 // nothing else changes.
 #include "fuzz/fuzz.h"
 #include "shell/ini_text.h"
+#include "text/blanks.h"
 #include "text/fold.h"
+#include "text/line_breaks.h"
+#include "text/parts.h"
 
 #include <sstream>
 
 using namespace larkspin;
 
-static std::string onOneLine(std::string text) {
-    for (char& c : text)
-        if (c == '\r' || c == '\n' || c == '\0')
-            c = ' ';
-    const auto first = text.find_first_not_of(" \t\f\v");
-    return first == text.npos ? ""
-                              : text.substr(first, text.find_last_not_of(" \t\f\v") + 1 - first);
+static std::string fitted(std::string_view text) {
+    return std::string(
+        withoutBlanks(breaksAsBlanks(std::string(text), lineBreaksAndNul), iniBlanks));
 }
 
-static std::string nameOf(const std::string& key) {
-    return onOneLine(key.substr(0, key.find('=')));
+static std::string nameOf(std::string_view key) {
+    return fitted(partedAt(key, '=').head);
 }
 
 // A name in brackets with a comment after it would open a section of its own.
 static bool readsAsHeader(const std::string& name) {
-    const auto end = name.find(']');
-    return name.starts_with('[') && end != name.npos &&
-           onOneLine(name.substr(end + 1)).starts_with(';');
+    return name.starts_with('[') && fitted(partedAt(name, ']').tail).starts_with(';');
 }
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -44,7 +41,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string now = withIniValue(old, "lark", key, value);
     demand(nameOf(key).empty() || readsAsHeader(nameOf(key))
                ? now == old
-               : iniValue(now, "lark", foldCase(key)) == onOneLine(value));
+               : iniValue(now, "lark", foldCase(key)) == fitted(value));
     demand(withIniValue(now, "lark", key, value) == now);
     demand(withIniValue(withIniValue(old, "lark", key, first), "lark", key, value) == now);
     const std::string without = withoutIniKey(now, "lark", key);

@@ -3,6 +3,7 @@
 #include "host/window_tree/host_bytes.h"
 #include "host/window_tree/window_calls.h"
 #include "host/window_tree/window_names.h"
+#include "text/parts.h"
 #include "text/row_list.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ std::string nameOf(WindowCalls& calls, ProcessHandle process, HostHandle list, s
     if (!pointer)
         return {};
     const auto name = calls.readMemory(process, littleEndian(*pointer) + nameAt, nameSize);
-    return name ? fromSingleByte(name->substr(0, name->find('\0'))) : std::string();
+    return name ? fromSingleByte(partedAt(*name, '\0').head) : std::string();
 }
 
 } // namespace

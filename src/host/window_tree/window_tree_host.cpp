@@ -7,6 +7,7 @@
 #include "host/window_tree/window_presses.h"
 #include "host/window_tree/window_texts.h"
 #include "shell/pause.h"
+#include "text/parts.h"
 #include "text/row_list.h"
 #include "text/wildcard.h"
 
@@ -248,7 +249,7 @@ std::string WindowTreeHost::messengerAccount() {
         return {};
     if (value->type == window::binaryValue)
         return std::to_string(littleEndian(value->bytes.substr(0, 4)));
-    return fromSingleByte(value->bytes.substr(0, value->bytes.find('\0')));
+    return fromSingleByte(partedAt(value->bytes, '\0').head);
 }
 
 } // namespace larkspin

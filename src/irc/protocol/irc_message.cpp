@@ -16,9 +16,8 @@ constexpr std::size_t longestWithoutEnd = 510;
 
 // Takes the first word off, and the blanks after it.
 std::string_view takeWordAndBlanks(std::string_view& rest) {
-    const auto end = std::min(rest.find(' '), rest.size());
-    const auto word = rest.substr(0, end);
-    rest.remove_prefix(std::min(rest.find_first_not_of(' ', end), rest.size()));
+    const std::string_view word = partedAt(rest, ' ').head;
+    rest.remove_prefix(std::min(rest.find_first_not_of(' ', word.size()), rest.size()));
     return word;
 }
 
