@@ -38,6 +38,7 @@ TEST(SectionRepeat, TakesTimesAsTheyAreTyped) {
         // line, answer, start, end
         {"'rec 10, 20.5", "repeating from <b>10</b> to <b>20.5", "10", "20.5"},
         {"'REC :30,  1: ", "repeating from <b>:30</b> to <b>1:", "30", "60"},
+        {"'rec 1:30, 90", "repeating from <b>1:30</b> to <b>90", "90", "90"},
         {"'rec 0:90, 1:75", "repeating from <b>0:90</b> to <b>1:75", "90", "135"},
         {"'rec x, 2:00", "those arent times, dumbass", "90", "135"},
         {"'rec 1e1, 1:2:3", "those arent times, dumbass", "90", "135"},
