@@ -47,6 +47,7 @@ TEST(StandIns, AndBytesOutliveAnEdit) {
         {"\xE9x\xE8y\xE7", "\uFFFDxy\uFFFDz", "\xE9xy\xE7z"},
         {"\xE9x\xE8", "z\uFFFD", "z\xE8"},
         {"\uF000\uF03F.", "\uF03F!", "\uF000\uF03F!"},
+        {"\uF000ab", "abc", "\uF000abc"},
         {"a\u202Eb", "a\uFFFDbc", "a\u202Ebc"},
         {"\u2764\uFE0F x", "\u2764 xy", "\u2764\uFE0F xy"},
         {"\u2764\uFE0F x", "x", "x"},
