@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include <utility>
 
 namespace larkspin {
 namespace {
@@ -95,12 +96,16 @@ TEST_P(EventLoopsTest, WhatWasReadInTheWaitOfAHandlerIsReadOnce) {
     EXPECT_EQ(log.size(), 3u) << log;
 }
 
-TEST_P(EventLoopsTest, ALongJobStillHearsTheInput) {
+TEST_P(EventLoopsTest, ALongJobStillHearsTheInputAndDoesAtEachStepWhatIsDue) {
     loop.watch(pipe.out(), [&] { log += readOne(); });
     pipe.write("x");
     for (const auto limit = loop.now() + patience; log.empty() && loop.now() < limit;)
         loop.serveTurn();
-    EXPECT_EQ(log, "x");
+    for (int step = 0; step < 3; ++step) {
+        loop.post([&] { log += '.'; });
+        loop.serveTurn();
+        EXPECT_EQ(std::exchange(log, ""), step == 0 ? "x." : ".");
+    }
 }
 
 TEST(QtLoop, ShowsNowAndThenWhatALongJobHasChanged) {
