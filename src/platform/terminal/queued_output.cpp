@@ -105,6 +105,7 @@ bool QueuedOutput::writeSome() {
         return false;
     isGone_ = true;
     taken_ = queue_.size();
+    whenGone_();
     return false;
 }
 

@@ -42,6 +42,10 @@ public:
     // whole queue, with the number of dropped lines. It must not wait.
     void afterDrops(std::function<void(int count)> task) { afterDrops_ = std::move(task); }
 
+    // False once the reader has gone. The task is called then, within a `put`. It must not wait.
+    bool isRead() const { return !isGone_; }
+    void whenGone(Task task) { whenGone_ = std::move(task); }
+
     // Until when it makes sense to wait for the reader before more is written: a little past the
     // last time that it took something. Nanoseconds::min() when hardly anything waits.
     Nanoseconds busyUntil() const;
@@ -75,7 +79,7 @@ private:
     bool hasDropped_ = false;
     int dropped_ = 0; // puts of lines
     std::function<void(int)> afterDrops_ = [](int) {};
-    Task whenTaken_ = [] {};
+    Task whenTaken_ = [] {}, whenGone_ = [] {};
 };
 
 } // namespace larkspin

@@ -72,7 +72,8 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
         return;
     // The lines of a script wait while the reader of the output has much left to read.
     input_.holdUntil([this] { return output_.busyUntil(); });
-    output_.whenTaken([this] { input_.deliverLater(); });
+    for (const auto when : {&QueuedOutput::whenTaken, &QueuedOutput::whenGone})
+        (output_.*when)([this] { input_.deliverLater(); });
 }
 
 void Terminal::openEditor(PollLoop& loop) {
@@ -134,11 +135,12 @@ void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit)
     recitals.onEnd([this] { input_.deliverLater(); });
     // `/quit` drops the lines after it, as if the input had ended there.
     commands_.connect(std::move(windows), [this] { input_.cut(); });
+    // Nobody hears a recital when the reader has gone, so nothing waits for its end.
     input_.open(
         {.actsAtOnce = [this](const std::string& line) { return commands_.words().knows(line); },
          .take = [this](const std::string& line) { take(line); },
          .ended = std::move(quit),
-         .underWay = [&recitals] { return recitals.count(); }});
+         .underWay = [this, &recitals] { return output_.isRead() ? recitals.count() : 0; }});
     rooms.words.takeUpAgain();
 }
 

@@ -38,8 +38,9 @@ public:
     void completeBy(LineEditor::Complete complete);
 
     // From now on lines are taken: said in the room, or done by the terminal itself, which works
-    // these windows. Those on a pipe wait for what is recited. `/quit` and the end of the input
-    // call `quit`. A network that the last run was on is connected to.
+    // these windows. Those on a pipe wait for what is recited, as long as somebody reads it.
+    // `/quit` and the end of the input call `quit`. A network that the last run was on is connected
+    // to.
     void open(std::vector<Window*> windows, Recitals& recitals, Task quit);
 
     // Leaves the room and gives the terminal back, before the process ends.

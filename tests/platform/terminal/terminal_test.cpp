@@ -5,6 +5,7 @@
 #include "support/patience.h"
 #include "support/temp_directory.h"
 
+#include <algorithm>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <pwd.h>
@@ -128,6 +129,20 @@ TEST_F(TerminalTest, TellsEveryNameAsItIs) {
         EXPECT_NE(all.find(told), std::string::npos) << told;
     for (const char* lead : {"\xEF\x80", "\xEF\x81"}) // of U+F000 to U+F07F
         EXPECT_EQ(all.find(lead), std::string::npos) << all;
+}
+
+// It would take a minute to recite.
+TEST_F(TerminalTest, EndsAfterItsLinesWhenNobodyHearsWhatIsRecited) {
+    const auto child = running();
+    for (int count = 0; count < 100; ++count)
+        child->tell("'sn call mum");
+    child->tell("'scrn\n'sn last\n'volume 35");
+    child->endInput();
+    expectSaid(*child, {"'scrn", "call mum"});
+    child->hangUp();
+    expectEnd(*child, "35");
+    const std::string notes = disk.read("larkspin/larkmain.lpb");
+    EXPECT_EQ(std::ranges::count(notes, '\n'), 101);
 }
 
 TEST_F(TerminalTest, TakesLinesOfAnySize) {
