@@ -13,8 +13,7 @@ namespace {
 // On two songs, two playlists, two notes and a launcher item.
 struct Restarting : MediaMachine {
     Restarting() : MediaMachine({"a.mp3", "b.mp3"}) {
-        for (const char* line : {"'save one", "'save two", "'sn mum", "'sn dad"})
-            owner(line);
+        says({"'save one", "'save two", "'sn mum", "'sn dad"});
         for (const char* name : {"an item", "item 2"})
             owner("'ap " + drive("music/rock/a.mp3") + ", " + name);
         owner("'num 1", 101s);

@@ -62,9 +62,7 @@ TEST(Shutdown, GoesOnWhenTheSessionDoesntEndAfterAll) {
 
 TEST(Shutdown, RestartsWithEverythingAnew) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 9.9s);
-    for (const char* line :
-         {"'volume 7", "'trig .", ".cont", ".num 1", ".rnd b", ".play ", ".pause"})
-        machine.owner(line);
+    machine.says({"'volume 7", "'trig .", ".cont", ".num 1", ".rnd b", ".play ", ".pause"});
     machine.state().idleClock.connect(machine.loop, [] {});
     machine.state().idleClock.enable();
     for (const char* unheard : {".volume 9", ".num 1", ".cancel"})

@@ -93,8 +93,7 @@ TEST(TrayMenu, ChoosesOneFilterOfFive) {
 
 TEST(TrayMenu, ShowsTheMediaWindowOnTheSongLastStarted) {
     VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"});
-    machine.owner("'num 1");
-    machine.owner("'play c b");
+    machine.says({"'num 1", "'play c b"});
     machine.state().setMasterIndex(2);
     machine.run([&] { machine.desktop.icon->onDoubleClick(); });
     EXPECT_TRUE(machine.window("mp3s").visible);

@@ -152,8 +152,7 @@ TEST(Launcher, NeverShiftsPathsAgainstTitles) {
         Launcher machine;
         machine.endProcess();
         machine.start();
-        machine.owner("'rmva blue");
-        machine.owner("'ap c:\\new, new");
+        machine.says({"'rmva blue", "'ap c:\\new, new"});
         machine.files.fullAfter = machine.files.writes + allowed;
         const int before = machine.files.writes;
         machine.endProcess();

@@ -9,9 +9,7 @@ const std::string title = "                       applications n shit";
 
 struct Appz : VirtualMachine {
     Appz() : VirtualMachine(Lines{}) {
-        for (const char* line :
-             {"'ap c:\\a.jpg, one", "'ap c:\\b.exe, two", "'ap c:\\c, one", "'apps"})
-            owner(line);
+        says({"'ap c:\\a.jpg, one", "'ap c:\\b.exe, two", "'ap c:\\c, one", "'apps"});
         forget();
     }
     Window& appz() { return window("appz"); }
@@ -91,8 +89,7 @@ TEST(LauncherWindow, DeletesTheItemThatItAskedAbout) {
     EXPECT_EQ(machine.count(), 3);
     machine.dialogs.answers = {"yes", "yes"};
     machine.meanwhile([&] {
-        machine.owner("'rmva two");
-        machine.owner("'ap c:\\c, one");
+        machine.says({"'rmva two", "'ap c:\\c, one"});
         machine.meanwhile([&] { press(machine.appz(), "List1", 0); });
         strikeDelete(); // once more, for the same item
         press(machine.appz(), "Label2");

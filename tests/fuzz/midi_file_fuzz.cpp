@@ -2,8 +2,6 @@
 #include "fuzz/fuzz.h"
 #include "platform/gstreamer/midi_file.h"
 
-#include <cmath>
-
 using namespace larkspin;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

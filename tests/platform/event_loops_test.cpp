@@ -16,8 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class EventLoopsTest : public testing::TestWithParam<bool> {
-protected:
+struct EventLoopsTest : testing::TestWithParam<bool> {
     char readOne() {
         char byte = 0;
         EXPECT_EQ(::read(pipe.out(), &byte, 1), 1);

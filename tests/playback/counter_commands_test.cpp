@@ -34,8 +34,7 @@ TEST(CounterCommands, EachNameCountsByItself) {
     std::map<std::string, std::string> counts;
     for (std::size_t row = 1; row <= oddNames.size(); ++row) {
         machine.owner("'num " + std::to_string(row));
-        const std::string title = machine.state().play;
-        counts[title] = std::to_string(row);
+        counts[machine.state().play] = std::to_string(row);
         for (std::size_t end = 0; end < row; ++end)
             machine.owner("'play", 11s);
     }

@@ -19,8 +19,7 @@ std::string gone(VirtualMachine& machine, const std::string& title) {
 TEST(ModeTick, RepeatsASongAndCountsEachTime) {
     VirtualMachine machine({"ride.wav"}, 10s);
     machine.writeDataFile("played.ini", "[times played]\r\nother.mp3=7\r\nRIDE.wav=many\r\n");
-    machine.owner("'repeat");
-    machine.owner("'rnd");
+    machine.says({"'repeat", "'rnd"});
     const std::string again = "repeat:  ride (<b>.wav</b>)";
     EXPECT_EQ(machine.saidWithin(35s), (Lines{again, again, again}));
     EXPECT_EQ(machine.state().playtz, "played 3 times");
@@ -29,8 +28,7 @@ TEST(ModeTick, RepeatsASongAndCountsEachTime) {
 
 TEST(ModeTick, ShufflesEverySongOncePerRound) {
     VirtualMachine machine({"1.mp3", "2.mp3", "3.mp3", "4.mp3"}, 9.9s);
-    machine.owner("'shuffle");
-    machine.owner("'num 3");
+    machine.says({"'shuffle", "'num 3"});
     for (int round = 1; round <= 4; ++round) {
         std::set<std::string> picked;
         for (int song = 0; song < 4; ++song) {
@@ -47,8 +45,7 @@ TEST(ModeTick, ShufflesEverySongOncePerRound) {
 
 TEST(ModeTick, ContinuesThroughTheListForEver) {
     VirtualMachine machine({"a.mp3", "b.mp3", "c.wav"}, 9.9s);
-    machine.owner("'num 2");
-    machine.owner("'cont");
+    machine.says({"'num 2", "'cont"});
     for (int round = 0; round < 2; ++round)
         EXPECT_EQ(machine.saidWithin(30s), (Lines{"next:  <b>3</b>.  c (<b>.wav</b>)",
                                                   "next:  <b>1</b>.  a", "next:  <b>2</b>.  b"}));
@@ -68,8 +65,7 @@ TEST(ModeTick, PassesOverSongsThatAreGoneUntilNoneIsLeft) {
     for (const std::string mode : {"'repeat", "'shuffle", "'cont"}) {
         SCOPED_TRACE(mode);
         VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 9.9s);
-        machine.owner("'num 1");
-        machine.owner(mode);
+        machine.says({"'num 1", mode});
         gone(machine, "b.mp3");
         machine.advance(45s);
         EXPECT_EQ(machine.player.opened.size(), 5u);
@@ -83,8 +79,7 @@ TEST(ModeTick, PassesOverSongsThatAreGoneUntilNoneIsLeft) {
 
 TEST(ModeTick, FallsSilentWhereADiskIsAway) {
     VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 9.9s);
-    machine.owner("'num 1");
-    machine.owner("'cont");
+    machine.says({"'num 1", "'cont"});
     machine.slowDisk.spans[machine.drive("music/rock")] = SlowDisk::bound;
     EXPECT_EQ(machine.saidWithin(5min),
               Lines{"the disk doesn't answer:  <b>" + machine.drive("music/rock")});
@@ -98,8 +93,7 @@ TEST(ModeTick, FallsSilentWhereADiskIsAway) {
     complaints.pop_back();
     machine.writeDataFile("temp.lst", rows);
     machine.start();
-    machine.owner("'cont");
-    machine.owner("'num 1");
+    machine.says({"'cont", "'num 1"});
     EXPECT_EQ(machine.saidWithin(60s), complaints);
 }
 
@@ -108,9 +102,7 @@ TEST(ModeTick, IsPatientWithPausedAndUnplayableSongs) {
         SCOPED_TRACE(mode);
         VirtualMachine machine({"a.mp3", "b.mp3"}, 10s);
         machine.player.lengths.erase(machine.drive("music/rock/b.mp3"));
-        machine.owner(mode);
-        machine.owner("'num 1");
-        machine.owner("'pause");
+        machine.says({mode, "'num 1", "'pause"});
         EXPECT_EQ(machine.saidWithin(60s), Lines{});
         machine.owner("'num 2", 1.9s);
         EXPECT_EQ(machine.player.opened.size(), 2u) << "two seconds to open";
@@ -118,8 +110,7 @@ TEST(ModeTick, IsPatientWithPausedAndUnplayableSongs) {
         EXPECT_GE(said, 5u);
         EXPECT_LE(said, 31u);
         // Only continuous play doesn't ask whether the list is empty.
-        machine.owner("'num 1");
-        machine.owner("'pause");
+        machine.says({"'num 1", "'pause"});
         clearPlaylist(machine.state());
         const Lines complaint = mode == "'cont" ? Lines{} : Lines{"no mp3s found, retard"};
         EXPECT_EQ(machine.saidWithin(60s), complaint);
@@ -181,8 +172,7 @@ TEST(ModeTick, CountsTheFinishedSongAlsoWhenItsSuccessorIsOvertaken) {
          {std::pair("'repeat", "repeat:"), {"'shuffle", "random:"}, {"'cont", "next:"}}) {
         SCOPED_TRACE(mode);
         VirtualMachine machine({"a.mp3", "b.mp3", "c.mp3"}, 10s);
-        machine.owner("'num 1");
-        machine.owner(mode);
+        machine.says({"'num 1", mode});
         machine.inMessage(message, [&] { machine.hear("'num 3"); });
         machine.advance(12s);
         EXPECT_EQ(machine.said(), "playing:  <b>3</b>.  c");
@@ -194,8 +184,7 @@ TEST(ModeTick, CountsTheFinishedSongAlsoWhenItsSuccessorIsOvertaken) {
 // A slow disk, or a command that waits inside the pick.
 TEST(ModeTick, CountsTheFinishedSongOnceHoweverLongThePickTakes) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 9.9s);
-    machine.owner("'shuffle");
-    machine.owner("'num 1");
+    machine.says({"'shuffle", "'num 1"});
     machine.advance(9.9s);
     machine.loop.once(100ms, [&] { machine.loop.waitUntil(machine.loop.now() + 2s); });
     machine.advance(3s);
@@ -206,8 +195,7 @@ TEST(ModeTick, CountsTheFinishedSongOnceHoweverLongThePickTakes) {
 // The mode is switched off in the song's own message, which outlasts it.
 TEST(ModeTick, CountsASongThatEndsBeforeItsMessageOnce) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 2s);
-    machine.owner("'cont");
-    machine.owner("'num 1");
+    machine.says({"'cont", "'num 1"});
     machine.inMessage("next:", [&] {
         machine.owner("'contoff");
         machine.loop.waitUntil(machine.loop.now() + 5s);

@@ -76,10 +76,7 @@ TEST(PlaySelection, GoesOnWithTheModeAndWithoutThePause) {
     for (const char* line : {"'num 1", "'rnd", "'rnd a", "'play a", "'play", "'next", "'pre"}) {
         SCOPED_TRACE(line);
         VirtualMachine machine({"a.mp3"}, 9.9s);
-        machine.owner("'repeat");
-        machine.owner("'num 1");
-        machine.owner("'pause");
-        machine.owner(line);
+        machine.says({"'repeat", "'num 1", "'pause", line});
         EXPECT_EQ(machine.state().pauseMark, unpausedMark);
         EXPECT_EQ(machine.saidWithin(10s), Lines{"repeat:  a"});
     }

@@ -19,10 +19,9 @@ TEST(RandomPick, FindsAWayOutWhenTwoSongsBearOneName) {
 TEST(RandomPick, BeginsANewRoundOnceEachSongHasHadItsTurn) {
     VirtualMachine machine({"a.mp3", "b.mp3"});
     AppState& state = machine.state();
-    const std::pair<Lines, int> cases[] = {// what is remembered, and how much of it after the pick
-                                           {{}, 1},
-                                           {{"a.mp3"}, 0},
-                                           {{"a.mp3", "b.mp3", "gone.mp3"}, 1}};
+    // What is remembered, and how much of it after the pick.
+    const std::pair<Lines, int> cases[] = {
+        {{}, 1}, {{"a.mp3"}, 0}, {{"a.mp3", "b.mp3", "gone.mp3"}, 1}};
     for (const auto& [remembered, then] : cases) {
         state.playedMemory.clear();
         for (const std::string& title : remembered)

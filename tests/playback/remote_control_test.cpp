@@ -10,8 +10,7 @@ namespace larkspin {
 using Status = RemoteView::Status;
 using Loop = RemoteView::Loop;
 
-class ARemoteControl : public testing::Test {
-protected:
+struct ARemoteControl : testing::Test {
     ARemoteControl() { machine.start(); }
 
     RemoteControl& remote() { return machine.program->playback.remote; }
@@ -20,13 +19,10 @@ protected:
     VirtualMachine machine{Lines{"ride.mp3", "high.mp3"}};
 };
 
-TEST_F(ARemoteControl, ShowsNothingWithoutASong) {
+TEST_F(ARemoteControl, ShowsTheSongInPlayAndNothingWithoutOne) {
     EXPECT_EQ(view().name, "");
     EXPECT_EQ(view().status, Status::stopped);
     EXPECT_EQ(remote().position(), 0s);
-}
-
-TEST_F(ARemoteControl, ShowsTheSongInPlay) {
     machine.owner("'play ride", 10s);
     EXPECT_EQ(view().name, "ride");
     EXPECT_EQ(view().length, 180s);
@@ -56,15 +52,7 @@ TEST_F(ARemoteControl, WorksTheSongWithoutAWord) {
     EXPECT_EQ(machine.state().pauseMark, unpausedMark);
 }
 
-TEST_F(ARemoteControl, GoesToTheNextSongAndBack) {
-    machine.owner("'play ride");
-    remote().next();
-    EXPECT_EQ(view().name, "high");
-    remote().previous();
-    EXPECT_EQ(view().name, "ride");
-}
-
-TEST_F(ARemoteControl, MovesWithinTheSong) {
+TEST_F(ARemoteControl, MovesWithinTheSongAndToOthers) {
     machine.owner("'play ride", 30s);
     remote().moveTo(100s);
     EXPECT_EQ(remote().position(), 100s);
@@ -76,6 +64,10 @@ TEST_F(ARemoteControl, MovesWithinTheSong) {
     EXPECT_EQ(view().name, "high"); // after the end comes the next one
     remote().moveTo(180s);
     EXPECT_EQ(view().name, "high") << "its end is a place in it";
+    remote().previous();
+    EXPECT_EQ(view().name, "ride");
+    remote().next();
+    EXPECT_EQ(view().name, "high");
 }
 
 TEST_F(ARemoteControl, WorksTheSliders) {

@@ -66,8 +66,7 @@ TEST(SelectionDialogue, EndsWithoutASong) {
 
 TEST(SelectionDialogue, ShowsTheHitsForADoubleClick) {
     Rides machine;
-    machine.owner("'num 1");
-    machine.owner("'play ride");
+    machine.says({"'num 1", "'play ride"});
     EXPECT_EQ(machine.answer("'view"), "viewing multiple choices");
     EXPECT_TRUE(machine.shows("choiceList"));
     EXPECT_FALSE(machine.shows("commandNames"));
@@ -87,8 +86,7 @@ TEST(SelectionDialogue, ShowsTheHitsForADoubleClick) {
 
 TEST(SelectionDialogue, OpensTheWindowInSilence) {
     Rides machine;
-    machine.owner("'num 1");
-    machine.owner("'silent");
+    machine.says({"'num 1", "'silent"});
     converse(machine, {Turn({"'play ride", "'yes", "'no", "'m 1"}, "")});
     EXPECT_TRUE(machine.shows("choiceList"));
     EXPECT_FALSE(machine.stops().visible);
@@ -104,8 +102,7 @@ TEST(SelectionDialogue, OpensTheWindowInSilence) {
 
 TEST(SelectionDialogue, LeadsFromTheCommandsBackToTheChoices) {
     Rides machine;
-    for (const char* line : {"'play ride", "'view", "'coms"})
-        machine.owner(line);
+    machine.says({"'play ride", "'view", "'coms"});
     EXPECT_TRUE(machine.shows("commandNames"));
     EXPECT_FALSE(machine.shows("choiceList"));
     EXPECT_EQ(machine.stops().control("label").text(), " show list");
@@ -113,16 +110,14 @@ TEST(SelectionDialogue, LeadsFromTheCommandsBackToTheChoices) {
     EXPECT_TRUE(machine.shows("choiceList"));
     machine.owner("'coms");
     EXPECT_EQ(machine.answer("'no"), "selection will not be scrolled");
-    for (const char* line : {"'play ride", "'view", "'play other"})
-        machine.owner(line);
+    machine.says({"'play ride", "'view", "'play other"});
     EXPECT_FALSE(machine.larkmain().visible);
     EXPECT_EQ(machine.title(), commandsNormal);
 }
 
 TEST(SelectionDialogue, KeepsTheChoicesWhenTheFileIsGone) {
     Rides machine;
-    for (const char* line : {"'shuffle", "'num 1", "'play ride", "'view"})
-        machine.owner(line);
+    machine.says({"'shuffle", "'num 1", "'play ride", "'view"});
     std::filesystem::remove(machine.disk.path() / "music/rock/ride a.mp3");
     machine.pickInWindow(0);
     EXPECT_EQ(machine.said(),
@@ -148,8 +143,7 @@ TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
         for (const auto& [opening, end] : cases) {
             SCOPED_TRACE(opening);
             Rides machine;
-            for (const char* line : {"'shuffle", "'num 1", "'play ride", opening})
-                machine.owner(line);
+            machine.says({"'shuffle", "'num 1", "'play ride", opening});
             EXPECT_FALSE(machine.state().Timer1.enabled());
             if (!plays)
                 machine.player.Stop();
@@ -194,8 +188,7 @@ TEST(SelectionDialogue, EndsWithTheProgram) {
     machine.inMessage(second, [&] { machine.chooseFromTray("rstartp"); });
     EXPECT_TRUE(machine.owner("'yes"));
     EXPECT_TRUE(machine.said().starts_with("load:  <b>3</b>"));
-    machine.owner("'play ride");
-    machine.owner("'view");
+    machine.says({"'play ride", "'view"});
     machine.restart();
     EXPECT_FALSE(machine.larkmain().visible);
     EXPECT_FALSE(machine.stops().visible);

@@ -106,10 +106,7 @@ TEST(StopWindow, LosesItsRecitalToTheEndOfTheChoices) {
 TEST(StopWindow, SaysNothingOfARecitalThatAnotherOneHasReplaced) {
     Stops machine;
     machine.owner("'view");
-    machine.loop.once(300ms, [&] {
-        machine.owner("'play a");
-        machine.owner("'yes");
-    });
+    machine.loop.once(300ms, [&] { machine.says({"'play a", "'yes"}); });
     EXPECT_EQ(machine.saidByClick().back(), askOneOrTwo);
     EXPECT_EQ(machine.saidWithin(5s), Lines{});
 }

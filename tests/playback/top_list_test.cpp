@@ -5,8 +5,7 @@ namespace larkspin {
 namespace {
 
 // A machine on which songs have been played, in the counter file's order.
-class CountedMachine : public VirtualMachine {
-public:
+struct CountedMachine : VirtualMachine {
     explicit CountedMachine(const Lines& counts) : VirtualMachine(Lines{}) {
         std::string file = "[times played]\r\n";
         for (const std::string& line : counts)

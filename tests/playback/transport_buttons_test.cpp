@@ -41,8 +41,7 @@ TEST(TransportButtons, NextIsRandomInAShuffle) {
         EXPECT_EQ(machine.setting("play"), machine.lastOpened());
     }
     EXPECT_EQ(songs.size(), 3u);
-    for (const char* line : {"'play ", "'view"})
-        machine.owner(line);
+    machine.says({"'play ", "'view"});
     machine.work({{"pauseButton", ""}, {"nextButton", ""}});
     EXPECT_FALSE(machine.window("larkmain").visible) << "no choice is on show any longer";
     EXPECT_EQ(machine.shown("pauseButton"), "  II");

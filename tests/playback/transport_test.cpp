@@ -224,8 +224,7 @@ TEST(Transport, ARandomStartOfAFileThatHasGoneLeavesNothingBehind) {
         SCOPED_TRACE(start);
         VirtualMachine machine({"a.mp3", "b.mp3"}, 10s);
         std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
-        machine.owner("'shuffle");
-        machine.owner("'num 1");
+        machine.says({"'shuffle", "'num 1"});
         machine.state().playedMemory.add("a.mp3");
         machine.state().pickHits = "0";
         EXPECT_EQ(machine.answerTo([&] {

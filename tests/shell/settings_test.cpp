@@ -45,15 +45,10 @@ TEST_F(SettingsTest, ReadsTheFirstFitWithoutRegardToCase) {
                           "[x]\nb=0\n[ Lark ] mine\r\nB= = 1 [\t\r\nb=2\nÄ=ja\n"
                           "efont= \n=no\nbare\n[LARK]\ne=5\n[z]\n[lark]\nc=3\n[lark\nd=4");
     const StoredSettings all = settings.all();
-    for (const auto& [key, value] : std::map<std::string, std::string>{{"b", "= 1 ["},
-                                                                       {"ä", "ja"},
-                                                                       {"e", "5"},
-                                                                       {"EFONT", ""},
-                                                                       {"bare", ""},
-                                                                       {"c", ""},
-                                                                       {"d", ""},
-                                                                       {"x", ""},
-                                                                       {"", ""}}) {
+    const std::pair<const char*, const char*> cases[] = {{"b", "= 1 ["}, {"ä", "ja"},  {"e", "5"},
+                                                         {"EFONT", ""},  {"bare", ""}, {"c", ""},
+                                                         {"d", ""},      {"x", ""},    {"", ""}};
+    for (const auto& [key, value] : cases) {
         EXPECT_EQ(settings.get(key), value) << key;
         EXPECT_EQ(all.get(key), value) << key;
     }

@@ -252,6 +252,10 @@ public:
     bool endProcess(); // by a signal, say
     // The owner says a line, its effects run, and then he waits.
     bool owner(const std::string& line, std::chrono::duration<double> wait = 0s);
+    void says(const Lines& several) {
+        for (const std::string& line : several)
+            owner(line);
+    }
     bool somebody(const std::string& name, const std::string& line);
     bool advance(std::chrono::duration<double> span);
     bool run(const std::function<void()>& action);

@@ -179,13 +179,10 @@ TEST(RowList, TakesManyRowsAsIfTheyWereAddedInTurn) {
 TEST(RowList, TellsByItsRevisionsWhatHasChanged) {
     RowList list, other;
     other.add("x");
+    const std::vector<Row> three{Row("a"), Row("b"), Row("c")};
     const std::tuple<const char*, std::function<void()>, bool, bool> changes[] = {
         {"add", [&] { list.add("a"); }, true, true},
-        {"assign",
-         [&] {
-             list.assign({Row("a"), Row("b"), Row("c")});
-         },
-         true, true},
+        {"assign", [&] { list.assign(three); }, true, true},
         {"choose", [&] { list.choose(1); }, false, true},
         {"choose it again", [&] { list.setCurrentIndex(1); }, false, false},
         {"select", [&] { list.setSelected(2, true); }, false, true},

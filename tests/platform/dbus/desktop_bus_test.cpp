@@ -54,8 +54,7 @@ private:
     PretendService service_;
 };
 
-class DesktopOnABus : public DesktopProgram {
-protected:
+struct DesktopOnABus : DesktopProgram {
     DesktopOnABus() {
         bus = daemon.address();
         disk.write("larkspin/larkspin.ini", "[lark]\nload=2\nmedia filter=wav\nmp3svis=no\n");
@@ -93,8 +92,7 @@ void readEntries(sd_bus_message* layout, Entries& entries, int id = 0, bool isLa
     }
 }
 
-class TrayOnABus : public DesktopOnABus {
-protected:
+struct TrayOnABus : DesktopOnABus {
     void beginWith(bool hasTray) {
         if (hasTray)
             tray.emplace(bus);

@@ -21,8 +21,7 @@ Answer song(const char* status, const char* title) {
                   "a{sv}", 1, "xesam:title", "s", title);
 }
 
-class MprisPlayerTest : public testing::Test {
-protected:
+struct MprisPlayerTest : testing::Test {
     // A player that answers so, or not at all.
     std::unique_ptr<PretendService> add(const std::string& name, Answer answer,
                                         Then then = Then::stays) {

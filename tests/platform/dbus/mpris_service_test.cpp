@@ -7,13 +7,11 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <string>
-#include <utility>
 
 namespace larkspin {
 namespace {
 
-class OnTheSessionBus : public testing::Test {
-protected:
+struct OnTheSessionBus : testing::Test {
     OnTheSessionBus() {
         std::filesystem::create_directory(disk.path() / "Music");
         for (const char* song : {"high & \u00FC?.wav", "ride.wav"})

@@ -18,8 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using Results = std::map<std::string, std::string>;
 
-class ConfinedPlayer : public RealPlayer {
-protected:
+struct ConfinedPlayer : RealPlayer {
     ConfinedPlayer() {
         disk.write("secret", "password");
         sockaddr_un named{}, abstract{};

@@ -15,8 +15,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-class DamagedSongs : public RealPlayer {
-protected:
+struct DamagedSongs : RealPlayer {
     // Opens it and waits until it has ended or has been given up.
     void isOver(PlayerControl& player, const std::string& path) {
         player.Open(path);

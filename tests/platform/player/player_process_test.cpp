@@ -19,8 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-class PlayerProcessTest : public RealPlayer {
-protected:
+struct PlayerProcessTest : RealPlayer {
     // The one that has come since `before`.
     static pid_t newChild(const std::vector<pid_t>& before) {
         for (const pid_t child : childProcesses())

@@ -19,8 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-class SongOpeningTest : public RealPlayer {
-protected:
+struct SongOpeningTest : RealPlayer {
     // Whoever opens what is gone waits until the gate is opened.
     DiskWorker::Answer hanging() const {
         EXPECT_EQ(::mkfifo(gate.c_str(), 0600), 0);

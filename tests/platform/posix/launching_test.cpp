@@ -31,8 +31,7 @@ streams=$(for fd in 0 1 2 50; do echo "fd$fd $(/bin/readlink /proc/$$/fd/$fd)"; 
   echo "SigBlk $SigBlk"; echo "SigIgn $SigIgn"
 } > )sh";
 
-class PosixLaunchingTest : public testing::Test {
-protected:
+struct PosixLaunchingTest : testing::Test {
     // Only the disk's own tools are found.
     PosixLaunchingTest() { ::setenv("PATH", native("tools").c_str(), 1); }
     ~PosixLaunchingTest() override { ::setenv("PATH", path.c_str(), 1); }

@@ -11,8 +11,7 @@ namespace {
 
 using Lines = std::deque<std::string>;
 
-class LineHistoryTest : public testing::Test {
-protected:
+struct LineHistoryTest : testing::Test {
     LineHistory history() { return {files, drivePath((disk.path() / "history.txt").native())}; }
 
     TempDirectory disk;

@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
-#include <fcntl.h>
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>

@@ -119,8 +119,7 @@ TEST_F(OwnersDiskTest, ReplacesWorkersThatDieAndKeepsNothingOpenInThem) {
     }));
     EXPECT_EQ(asked.ask("mortal", "/a"), std::nullopt);
     EXPECT_EQ(asked.ask("quick", "/a"), "0") << "nor what was open before";
-    const std::string large(3'000'000, 'x');
-    EXPECT_EQ(asked.ask(large, "/a"), "0");
+    EXPECT_EQ(asked.ask(std::string(3'000'000, 'x'), "/a"), "0");
 }
 
 TEST_F(OwnersDiskTest, DirectoriesAreListedAsTheyAre) {
@@ -188,8 +187,7 @@ TEST_F(OwnersDiskTest, FilesAreWorkedOnAsByTheProgramItself) {
     EXPECT_EQ(files.rename(dead, "x").reason, "the disk doesn't answer");
     EXPECT_EQ(files.moveToWastebasket(dead).reason, "the disk doesn't answer");
     EXPECT_FALSE(files.rename(dead, "x").mayHappen) << "it isn't asked";
-    const std::string other = drive("x/dead/a.mp3");
-    EXPECT_TRUE(hanging([&] { return files.rename(other, "x").mayHappen; }));
+    EXPECT_TRUE(hanging([&] { return files.rename(drive("x/dead/a.mp3"), "x").mayHappen; }));
 }
 
 TEST(FarDisks, AreKnownByHowTheyAreMounted) {
@@ -199,13 +197,11 @@ TEST(FarDisks, AreKnownByHowTheyAreMounted) {
         "24 22 8:2 / /home rw - ext4 /dev/sda2 rw\n"
         "25 24 0:41 / /home/jo/far rw - fuse.sshfs jo@far: rw\n"
         "26 25 8:3 / /home/jo/far/near rw - ext4 /dev/sda3 rw\nrubbish\n";
-    for (const auto& [path, disk] :
-         std::vector<std::pair<std::string, std::string>>{{"/mnt/my nas", "/mnt/my nas"},
-                                                          {"/mnt/my nas/queen", "/mnt/my nas"},
-                                                          {"/mnt/my nas too", ""},
-                                                          {"/home/jo/far/a", "/home/jo/far"},
-                                                          {"/home/jo/far/near/a", ""},
-                                                          {"/home/jo", ""}})
+    const std::pair<const char*, const char*> cases[] = {
+        {"/mnt/my nas", "/mnt/my nas"}, {"/mnt/my nas/queen", "/mnt/my nas"},
+        {"/mnt/my nas too", ""},        {"/home/jo/far/a", "/home/jo/far"},
+        {"/home/jo/far/near/a", ""},    {"/home/jo", ""}};
+    for (const auto& [path, disk] : cases)
         EXPECT_EQ(farDiskIn(mounts, path), disk) << path;
 }
 

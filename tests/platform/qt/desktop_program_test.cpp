@@ -9,8 +9,7 @@
 namespace larkspin {
 namespace {
 
-class DesktopProgramTest : public DesktopProgram {
-protected:
+struct DesktopProgramTest : DesktopProgram {
     void TearDown() override { server->kill(); } // which ends the tray
     // At a place where no window is put that has no place of its own.
     void startTray() {

@@ -17,8 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class QtDialogsTest : public testing::Test {
-protected:
+struct QtDialogsTest : testing::Test {
     // Types this into the dialog that will be open, and ends with that key.
     void answer(const std::string& typed, Qt::Key last) {
         dialogs.ownerPresses(); // so that it takes the keys

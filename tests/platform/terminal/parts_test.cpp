@@ -138,8 +138,7 @@ TEST_F(DialogsTest, TakePathsAndAnEmptyLineDismissesThem) {
 }
 
 // A toy program: a window with one control of each kind, a tray icon, and a popup.
-class TerminalCommandsTest : public testing::Test {
-protected:
+struct TerminalCommandsTest : testing::Test {
     TerminalCommandsTest() {
         for (int number = 1; number <= 45; ++number)
             rows.add("row " + std::to_string(number));

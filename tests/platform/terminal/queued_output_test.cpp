@@ -12,8 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class QueuedOutputTest : public testing::Test {
-protected:
+struct QueuedOutputTest : testing::Test {
     QueuedOutputTest() {
         output.afterDrops([this](int count) { dropped += count; });
         output.whenTaken([this] { ++taken; });

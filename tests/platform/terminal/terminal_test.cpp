@@ -18,8 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr std::string_view welcome = "[box] this must be your first time running this damn program";
 
-class TerminalTest : public testing::Test {
-protected:
+struct TerminalTest : testing::Test {
     std::vector<std::string> variables() const {
         auto all = ownHome(disk.path().native());
         all.push_back("TERM=xterm");

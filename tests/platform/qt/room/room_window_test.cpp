@@ -17,8 +17,7 @@
 namespace larkspin {
 namespace {
 
-class RoomWindowTest : public testing::Test {
-protected:
+struct RoomWindowTest : testing::Test {
     RoomWindowTest() { open(); }
 
     // The program begins anew in the room's window, as a run of its own. What is typed so soon
