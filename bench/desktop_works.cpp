@@ -1,10 +1,10 @@
 // What the desktop program takes as a process, on a display of its own, and what its windows take
 // of every turn.
-#include "desktop/desk.h"
 #include "first_paint.h"
 #include "home.h"
 #include "library/playlist.h"
 #include "made_music.h"
+#include "platform/qt/windows/desk.h"
 #include "process_use.h"
 #include "support/child.h"
 #include "support/qt_application.h"

@@ -109,8 +109,9 @@ void removeByText(benchmark::State& state, const std::string& text, int left) {
 void removeSelected(benchmark::State& state, int left) {
     remove(state, left, [loop = std::make_shared<PollLoop>()](VirtualMachine& machine) {
         Shell& shell = machine.program->shell;
-        Reply& reply = machine.program->chat.reply;
-        Removing({shell.state, shell.settings, *loop, machine.dialogs, reply}).removeSelected();
+        Chat& chat = machine.program->chat;
+        Removing({shell.state, shell.settings, *loop, machine.dialogs, chat.reply, chat.recitals})
+            .removeSelected();
     });
 }
 
