@@ -7,9 +7,8 @@ namespace {
 
 struct Launcher : VirtualMachine {
     Launcher() : VirtualMachine(Lines{}) {
-        for (const char* item :
-             {"a.jpg, Red Rose", "rose.exe, Blue", "c.JPG, rose bush", "d.EXE, bush rose"})
-            owner(std::string("'ap c:\\") + item);
+        says({"'ap c:\\a.jpg, Red Rose", "'ap c:\\rose.exe, Blue", "'ap c:\\c.JPG, rose bush",
+              "'ap c:\\d.EXE, bush rose"});
     }
     Lines saidTo(const std::string& line) { // and how long all of it took
         forget();

@@ -2,7 +2,6 @@
 #include "support/pretend_host.h"
 #include "support/talk.h"
 
-#include <algorithm>
 #include <iterator>
 
 namespace larkspin {

@@ -181,8 +181,7 @@ struct Saving : ListOnScreen {
 };
 
 TEST_F(Saving, ThatFailsOnDiskIsSaid) {
-    machine.owner("'save old");
-    machine.owner("'listrmv b   ");
+    machine.says({"'save old", "'listrmv b   "});
     machine.files.unwritable = ".lkl";
     for (const char* name : {"new", "old"})
         EXPECT_EQ(refusal(name), noSpace);
@@ -193,8 +192,7 @@ TEST_F(Saving, ThatFailsOnDiskIsSaid) {
 }
 
 TEST_F(Saving, KeepsWhatAnotherHandHasAddedMeanwhile) {
-    machine.owner("'sn old");
-    machine.owner("'sn older");
+    machine.says({"'sn old", "'sn older"});
     machine.restart();
     const std::string file = machine.dataFile("larkmain.lpb"), added = "by hand\r\n";
     machine.writeDataFile("larkmain.lpb", added + file.substr(file.find('\n') + 1));
@@ -267,8 +265,7 @@ TEST_F(Saving, IsPrecededByWhatCouldntBeLoadedEachSaidOnce) {
 }
 
 TEST_F(Saving, TellsWhatIsLostAtTheEnd) {
-    machine.owner("'sn a note");
-    machine.owner("'ap c:\\x, y");
+    machine.says({"'sn a note", "'ap c:\\x, y"});
     machine.files.full = true;
     machine.forget();
     machine.owner("'exit");

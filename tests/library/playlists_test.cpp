@@ -137,8 +137,7 @@ TEST_F(Playlists, OfAnotherDirectoryAreLeftAloneWithoutTheirOwn) {
 }
 
 TEST_F(Playlists, ThatGoWhileTheyAreLoadedDontCount) {
-    for (const char* name : {"a", "b", "c"})
-        machine.owner(std::string("'save ") + name);
+    machine.says({"'save a", "'save b", "'save c"});
     machine.inMessage("loaded playlist <b>a.lkl", [&] { machine.owner("'xlist b"); });
     EXPECT_EQ(machine.answer("'list .lkl"), "loaded playlist <b>a.lkl</b>, <b>2</b> files\n"
                                             "deleted playlist <b>b.lkl\n"
@@ -146,8 +145,7 @@ TEST_F(Playlists, ThatGoWhileTheyAreLoadedDontCount) {
 }
 
 TEST_F(Playlists, AreScrolledWithTimeToRead) {
-    machine.owner("'save one");
-    machine.owner("'save Two");
+    machine.says({"'save one", "'save Two"});
     machine.mp3s().visible = false; // or else a refresh takes its time to show itself
     machine.loop.once(800ms, [&] { machine.owner("'filter?"); });
     machine.loop.once(900ms, [&] { machine.owner("'ref"); });
@@ -214,8 +212,7 @@ TEST_F(Playlists, GoFromAndIntoFilesByDialog) {
 }
 
 TEST_F(Playlists, AreDeletedOnlyWhenTheyAreMeant) {
-    for (const char* name : {"one", "two", "three"})
-        machine.owner(std::string("'save ") + name);
+    machine.says({"'save one", "'save two", "'save three"});
     const std::string question = "\n[box] do you really wanna delete 3 playlists: one.lkl, "
                                  "three.lkl, two.lkl?";
     converse(machine, {Turn("'xlist ", "<b></b> not found"), Turn("'xlist  ", "<b> </b> not found"),
@@ -249,8 +246,7 @@ TEST_F(Playlists, ThatDontFitAreNeverSavedShorter) {
     EXPECT_EQ(linesOfSaved("many"), 32'770);
     EXPECT_EQ(machine.dataFile("many.lkl"), many);
     EXPECT_EQ(linesOfSaved("copy"), 32'770);
-    machine.owner("'list many");
-    machine.owner("'listrmv 10000");
+    machine.says({"'list many", "'listrmv 10000"});
     EXPECT_EQ(linesOfSaved("many"), 32'769);
     EXPECT_EQ(linesOfSaved("copy"), 32'766);
     machine.files.broken = "many.lkl";

@@ -91,15 +91,13 @@ TEST_F(RefreshTest, AnswersWhileItLists) {
         machine.slowDisk.spans[directory(std::to_string(number))] = 50ms;
     }
     machine.song("100", "new.mp3");
-    machine.owner("'cont");
-    machine.owner("'num 329");
+    machine.says({"'cont", "'num 329"});
     machine.player.setCurrentPosition(machine.player.Duration());
     machine.loop.once(4s, [&] {
         EXPECT_EQ(machine.said(), "next:  <b>330</b>.  s") << "once the one before it had ended";
         machine.owner("'ref");
         EXPECT_EQ(machine.said(), "im still refreshing, wait");
-        machine.owner("'listrmv \\100");
-        machine.owner("'listrmv b ");
+        machine.says({"'listrmv \\100", "'listrmv b "});
     });
     machine.owner("'ref", 20s);
     EXPECT_EQ(machine.said(), "list refreshed - removed <b>2</b> songs");

@@ -32,17 +32,6 @@ TEST(PlaySelection, StartsTheOnlyHitOrAsks) {
     EXPECT_EQ(machine.state().choiceList.count(), 2) << "an open selection stays";
 }
 
-// Other systems write a letter and its accent apart.
-TEST(PlaySelection, FindsANameHoweverItIsSpelled) {
-    const std::string apart = "Beyonce\u0301", whole = "Beyonc\u00E9";
-    VirtualMachine machine({apart + " live.mp3", whole + ".wav", "beyonce.mp3"});
-    for (const std::string& typed : {whole + " L", apart + " l"})
-        EXPECT_EQ(machine.answer("'play " + typed),
-                  "playing:  <b>3</b>.  <b><u>" + typed + "</b></u>ive");
-    EXPECT_TRUE(machine.player.opened.back().ends_with(apart + " live.mp3"));
-    EXPECT_TRUE(machine.answer("'count " + apart).starts_with("<b>2</b> matches"));
-}
-
 TEST(PlaySelection, PicksAmongTheHitsOfASearch) {
     VirtualMachine machine({"a1.mp3", "a2.mp3", "b.mp3", "c1 a.mp3", "c2.mp3"});
     struct Case {

@@ -9,8 +9,7 @@
 namespace larkspin {
 namespace {
 
-class IrcChannelTest : public testing::Test {
-protected:
+struct IrcChannelTest : testing::Test {
     IrcChannelTest() {
         features.read(*readIrcMessage(
             ":irc 005 me PREFIX=(qaohv)~&@%+ CHANMODES=IXbe,k,fl,imnt CHANTYPES=# :are supported"));

@@ -11,8 +11,7 @@ namespace {
 using namespace std::chrono_literals;
 using Kind = IrcOutgoing::Kind;
 
-class IrcOutgoingTest : public testing::Test {
-protected:
+struct IrcOutgoingTest : testing::Test {
     VirtualLoop loop;
     Nanoseconds begun = loop.now();
     std::string sent; // since it was last asked

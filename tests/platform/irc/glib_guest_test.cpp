@@ -12,8 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class GlibGuestTest : public testing::TestWithParam<bool> {
-protected:
+struct GlibGuestTest : testing::TestWithParam<bool> {
     bool comes(const bool& flag) {
         loop.waitFor([&flag] { return flag; }, loop.now() + 5s);
         return flag;

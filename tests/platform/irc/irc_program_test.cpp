@@ -13,8 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class IrcProgramTest : public testing::Test {
-protected:
+struct IrcProgramTest : testing::Test {
     void SetUp() override {
         if (!isAlone())
             GTEST_SKIP() << "needs a network of its own, which the system doesn't allow";

@@ -226,13 +226,6 @@ TEST_F(PosixDisk, WhereNoLockCanBeMadeEveryCopyMayRun) {
     EXPECT_EQ(fs::status(native("readonly")).permissions(), fs::perms{0500});
 }
 
-TEST_F(PosixDisk, MakesDirectoriesForTheOwnerAlone) {
-    EXPECT_TRUE(files.makeDirectory(drive("a/b")));
-    EXPECT_TRUE(files.makeDirectory(drive("a/b")));
-    for (const char* name : {"a", "a/b"})
-        EXPECT_EQ(fs::status(native(name)).permissions(), fs::perms{0700}) << name;
-}
-
 TEST_F(PosixDisk, ListsADirectoryUnderItsOneSpelling) {
     for (const char* name : {".hidden", "a|b", "sub/x", ".dot/x"})
         disk.write(name, "");

@@ -21,8 +21,7 @@ const Lines songs{"the marigolds - long way down.mp3", "paper kites over harbour
 
 void furnish(Desk& desk) {
     AppState& state = desk.state();
-    for (const char* note : {"call the piano tuner", "tapes for the weekend", "new strings"})
-        desk.owner(std::string("'sn ") + note);
+    desk.says({"'sn call the piano tuner", "'sn tapes for the weekend", "'sn new strings"});
     for (const char* item : {"calculator", "drawing board", "letters"}) {
         state.appTitles.add(item);
         state.appPaths.add("c:\\home\\jo\\" + std::string(item) + ".desktop");
