@@ -14,6 +14,10 @@
 
 namespace larkspin {
 
+// What came of something that was asked for about a person. It is `over` when the next person
+// needn't be tried any more: the client doesn't offer it, or the owner has gone to another room.
+enum class Deed { done, undone, over };
+
 // Those who are in the room, and what the owner may do about them. All of it may wait.
 class RoomPeople {
 public:
@@ -22,11 +26,10 @@ public:
     virtual People listPeople() { return {}; } // with the owner
     virtual bool ownerMayEject() { return false; }
 
-    // What is done about one person. False when the client doesn't offer it, so that it needn't be
-    // tried on the next one either.
-    virtual bool toggleIgnored(const Person&) { return true; }
-    virtual bool eject(const Person&) { return true; }
-    virtual bool allow(const Person&) { return true; } // back in
+    // What is done about one person, who may have gone meanwhile.
+    virtual Deed toggleIgnored(const Person&) { return Deed::over; }
+    virtual Deed eject(const Person&) { return Deed::over; }
+    virtual Deed allow(const Person&) { return Deed::over; } // back in
 
     // Those who were put out, for `allow`; nothing if the client doesn't show them. It shows them
     // until the end, which must be told in any case.

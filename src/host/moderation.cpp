@@ -12,24 +12,21 @@ static constexpr double betweenPeople = 0.3; // seconds
 
 void Moderation::x(const std::string& fragment) {
     inTurn_.run([this, fragment] {
-        pass(client_.roomPeople().listPeople(), fragment,
-             {&RoomPeople::toggleIgnored, "ignored bastard"});
+        passRoom(fragment, {&RoomPeople::toggleIgnored, "ignored bastard"});
     });
 }
 
 // The same act: somebody who is ignored already is heard again by it.
 void Moderation::unx(const std::string& fragment) {
     inTurn_.run([this, fragment] {
-        pass(client_.roomPeople().listPeople(), fragment,
-             {&RoomPeople::toggleIgnored, "unignored bastard"});
+        passRoom(fragment, {&RoomPeople::toggleIgnored, "unignored bastard"});
     });
 }
 
 void Moderation::ban(const std::string& fragment) {
     inTurn_.run([this, fragment] {
         if (ownerMayEject())
-            pass(client_.roomPeople().listPeople(), fragment,
-                 {&RoomPeople::eject, "ejected bastard"});
+            passRoom(fragment, {&RoomPeople::eject, "ejected bastard"});
     });
 }
 
@@ -42,12 +39,13 @@ void Moderation::unban(const std::string& fragment) {
 
 void Moderation::letBackIn(const std::string& fragment) {
     const ThisRun run(core_.state);
-    const auto ejected = client_.roomPeople().beginAllowing();
+    RoomPeople& room = client_.roomPeople();
+    const auto ejected = room.beginAllowing();
     if (!ejected)
         return;
     if (run.lasts())
-        pass(*ejected, fragment, {&RoomPeople::allow, "unbanned bastard"});
-    client_.roomPeople().endAllowing(); // also when the run has ended: the client goes on
+        pass(room, *ejected, fragment, {&RoomPeople::allow, "unbanned bastard"});
+    room.endAllowing(); // also when the run has ended: the client goes on
 }
 
 // Tells the owner if he may not. Also false when the run has ended while the client was asked: the
@@ -60,8 +58,14 @@ bool Moderation::ownerMayEject() {
     return run.lasts() && may;
 }
 
+void Moderation::passRoom(const std::string& fragment, const Mode& mode) {
+    RoomPeople& room = client_.roomPeople();
+    pass(room, room.listPeople(), fragment, mode);
+}
+
 // Goes through the people, up to one without a name, who shows that the client couldn't be read.
-void Moderation::pass(const People& people, const std::string& fragment, const Mode& mode) {
+void Moderation::pass(RoomPeople& room, const People& people, const std::string& fragment,
+                      const Mode& mode) {
     const std::string lowered = foldCase(fragment);
     bool isAnybodyMeant = false;
     for (const Person& person : people) {
@@ -70,28 +74,28 @@ void Moderation::pass(const People& people, const std::string& fragment, const M
         if (foldCase(person.name).find(lowered) == std::string::npos)
             continue;
         isAnybodyMeant = true;
-        if (!treat(person, mode))
+        if (!treat(room, person, mode))
             return;
     }
     if (!isAnybodyMeant)
         core_.reply.saychat("fag not found");
 }
 
-// False when the pass is over. What the client doesn't offer is said all the same, as it is without
-// a room. But the client won't offer it for the next person either, and each try takes its time.
-bool Moderation::treat(const Person& person, const Mode& mode) {
+// False when the pass is over. It ends as well when the owner sits in another client by now, since
+// that one may number a list of its own alike. What wasn't done isn't said.
+bool Moderation::treat(RoomPeople& room, const Person& person, const Mode& mode) {
     const ThisRun run(core_.state);
     core_.loop.serveTurn();
     if (!run.lasts())
         return false;
     // The owner's name is asked for each time: he may have another one by now.
     if (person.name != client_.currentScreenName()) {
-        const bool isOffered = (client_.roomPeople().*mode.act)(person);
-        if (!run.lasts())
+        const bool isHere = &client_.roomPeople() == &room;
+        const Deed deed = isHere ? (room.*mode.act)(person) : Deed::over;
+        if (!run.lasts() || deed == Deed::over)
             return false;
-        core_.reply.saychat("<b>" + person.name + "</b>, " + std::string(mode.ending));
-        if (!isOffered)
-            return false;
+        if (deed == Deed::done)
+            core_.reply.saychat("<b>" + person.name + "</b>, " + std::string(mode.ending));
     }
     Pause{core_.loop}(betweenPeople);
     return run.lasts();

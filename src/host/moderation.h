@@ -26,14 +26,16 @@ public:
 private:
     // What is done about each person, and what is said of him then.
     struct Mode {
-        bool (RoomPeople::*act)(const Person&);
+        Deed (RoomPeople::*act)(const Person&);
         std::string_view ending;
     };
 
+    void passRoom(const std::string& fragment, const Mode& mode);
     void letBackIn(const std::string& fragment);
     bool ownerMayEject();
-    void pass(const People& people, const std::string& fragment, const Mode& mode);
-    bool treat(const Person& person, const Mode& mode);
+    void pass(RoomPeople& room, const People& people, const std::string& fragment,
+              const Mode& mode);
+    bool treat(RoomPeople& room, const Person& person, const Mode& mode);
 
     Core core_;
     HostClient& client_;

@@ -164,36 +164,38 @@ std::optional<int> OwnRoom::rowOf(const RowList& list, const Person& person) con
     return rowOfName(list, person.name);
 }
 
-bool OwnRoom::toggleIgnored(const Person& person) {
-    if (const auto row = rowOf(people(), person)) {
-        const std::string name = nameIn(people(), *row);
-        if (const auto ignoredRow = rowOfName(ignored_, name)) {
-            ignored_.removeAt(*ignoredRow);
-            shown_.message(name + " is heard again");
-        } else if (ignored_.add(name)) {
-            shown_.message(name + " is ignored");
-        }
-    }
-    return true;
-}
-
-bool OwnRoom::eject(const Person& person) {
+Deed OwnRoom::toggleIgnored(const Person& person) {
     const auto row = rowOf(people(), person);
-    if (row && here().ejected.add(people().share(*row))) {
-        const std::string name = nameIn(people(), *row);
-        here().people.removeAt(*row);
-        shown_.message(name + " is put out");
-    }
-    return true;
+    if (!row)
+        return notDone(person);
+    const std::string name = nameIn(people(), *row);
+    const auto ignoredRow = rowOfName(ignored_, name);
+    if (ignoredRow)
+        ignored_.removeAt(*ignoredRow);
+    else if (!ignored_.add(name))
+        return Deed::undone;
+    shown_.message(name + (ignoredRow ? " is heard again" : " is ignored"));
+    return Deed::done;
 }
 
-bool OwnRoom::allow(const Person& person) {
-    if (const auto row = rowOf(ejected(), person)) {
-        const std::string name = nameIn(ejected(), *row);
-        here().ejected.removeAt(*row);
-        shown_.message(name + " may come back");
-    }
-    return true;
+Deed OwnRoom::eject(const Person& person) {
+    const auto row = rowOf(people(), person);
+    if (!row || !here().ejected.add(people().share(*row)))
+        return notDone(person);
+    const std::string name = nameIn(people(), *row);
+    here().people.removeAt(*row);
+    shown_.message(name + " is put out");
+    return Deed::done;
+}
+
+Deed OwnRoom::allow(const Person& person) {
+    const auto row = rowOf(ejected(), person);
+    if (!row)
+        return notDone(person);
+    const std::string name = nameIn(ejected(), *row);
+    here().ejected.removeAt(*row);
+    shown_.message(name + " may come back");
+    return Deed::done;
 }
 
 } // namespace larkspin

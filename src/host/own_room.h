@@ -61,9 +61,9 @@ public:
     RoomPeople& roomPeople() override { return *this; }
     People listPeople() override { return listed(people(), visit_); }
     bool ownerMayEject() override { return true; }
-    bool toggleIgnored(const Person& person) override;
-    bool eject(const Person& person) override;
-    bool allow(const Person& person) override;
+    Deed toggleIgnored(const Person& person) override;
+    Deed eject(const Person& person) override;
+    Deed allow(const Person& person) override;
     std::optional<People> beginAllowing() override { return listed(ejected(), visit_); }
 
     ClientErrands& errands() override { return *this; }
@@ -80,6 +80,9 @@ private:
     Place& here() { return rooms_[current_]; }
     bool isOwner(std::string_view name) const;
     std::optional<int> rowOf(const RowList& list, const Person& person) const;
+    Deed notDone(const Person& person) const {
+        return person.list == visit_ ? Deed::undone : Deed::over;
+    }
     bool isTooLong(std::string_view name) const;
     std::optional<std::string> othersName(const std::string& given) const;
     std::optional<std::string> admit(const std::string& given);

@@ -13,7 +13,7 @@ namespace {
 void happen(OwnRoom& room, const std::string& what) {
     static const std::map<char, void (OwnRoom::*)(const std::string& name)> acts{
         {'+', &OwnRoom::comeIn}, {'-', &OwnRoom::leave}, {'@', &OwnRoom::enterRoom}};
-    static const std::map<char, bool (OwnRoom::*)(const Person& person)> deeds{
+    static const std::map<char, Deed (OwnRoom::*)(const Person& person)> deeds{
         {'!', &OwnRoom::toggleIgnored}, {'#', &OwnRoom::eject}, {'~', &OwnRoom::allow}};
     if (const auto act = acts.find(what[0]); act != acts.end())
         return (room.*act->second)(what.substr(1));

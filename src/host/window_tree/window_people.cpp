@@ -27,26 +27,27 @@ bool WindowPeople::ownerMayEject() {
            host_.iconVisible(host_.findRoomIcon(window::ejectedButton));
 }
 
-bool WindowPeople::toggleIgnored(const Person& person) {
+Deed WindowPeople::toggleIgnored(const Person& person) {
     return press(window::ignoreButton, &WindowTreeHost::peopleList, person);
 }
 
-bool WindowPeople::eject(const Person& person) {
+Deed WindowPeople::eject(const Person& person) {
     return press(window::ejectButton, &WindowTreeHost::peopleList, person);
 }
 
-bool WindowPeople::allow(const Person& person) {
+Deed WindowPeople::allow(const Person& person) {
     return press(window::allowButton, &WindowTreeHost::ejectedList, person);
 }
 
-// Without a room nothing is pressed, but it may come back for the next person. In another room, to
-// which the owner may have turned in the search, the row is somebody else's.
-bool WindowPeople::press(const char* button, List list, const Person& person) {
+// Without a room nothing is pressed, and what is said of it is lost as well; but the room may come
+// back for the next person. In another room, to which the owner may have turned in the search, the
+// row is somebody else's.
+Deed WindowPeople::press(const char* button, List list, const Person& person) {
     if (host_.findChatRoom() == noHandle)
-        return true;
+        return Deed::done;
     const HostHandle icon = host_.findRoomIcon(button);
     if (icon == noHandle || (host_.*list)() != person.list)
-        return false;
+        return Deed::over;
     const Pause pause(loop_);
     host_.selectHostRow(person.list, person.row);
     loop_.serveTurn();
@@ -55,7 +56,7 @@ bool WindowPeople::press(const char* button, List list, const Person& person) {
     pause(aroundHolding);
     loop_.serveTurn();
     host_.releaseIcon(icon);
-    return true;
+    return Deed::done;
 }
 
 // Shows those who were put out. Without them in view a button would be pressed for a row of the

@@ -16,9 +16,9 @@ public:
 
     People listPeople() override;
     bool ownerMayEject() override;
-    bool toggleIgnored(const Person& person) override;
-    bool eject(const Person& person) override;
-    bool allow(const Person& person) override;
+    Deed toggleIgnored(const Person& person) override;
+    Deed eject(const Person& person) override;
+    Deed allow(const Person& person) override;
     std::optional<People> beginAllowing() override;
     void endAllowing() override;
 
@@ -26,7 +26,7 @@ private:
     using List = HostHandle (WindowTreeHost::*)();
 
     People read(List list);
-    bool press(const char* button, List list, const Person& person);
+    Deed press(const char* button, List list, const Person& person);
 
     WindowTreeHost& host_;
     EventLoop& loop_;

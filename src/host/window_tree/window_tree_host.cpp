@@ -181,19 +181,19 @@ void WindowTreeHost::sendInstantMessage(const std::string& addressee, const std:
 
 // The window is named by its caption, since that is how a window is brought forward.
 void WindowTreeHost::bringHostForward() {
-    const std::string caption = calls_.caption(windows_.frame());
+    const std::string caption = calls_.caption(hostFrame());
     if (!caption.empty())
         calls_.activate(caption);
 }
 
 void WindowTreeHost::closeHost() {
-    if (const HostHandle frame = windows_.frame())
+    if (const HostHandle frame = hostFrame())
         calls_.post(frame, window::close, 0, 0);
 }
 
 // If there is no client, the keys would only be struck in some other program.
 void WindowTreeHost::sendHostKeys(const std::string& keys) {
-    if (windows_.frame() != noHandle)
+    if (hostFrame() != noHandle)
         calls_.sendKeys(toSingleByte(keys));
 }
 
@@ -237,7 +237,7 @@ HostHandle WindowTreeHost::waitForClockNotice() {
             return windows_.caption(window) == window::clientCaption &&
                    firstIcon(window) != noHandle && statics(window).first != noHandle;
         });
-        if (notice == noHandle && windows_.frame() != noHandle)
+        if (notice == noHandle && hostFrame() != noHandle)
             return std::nullopt;
         return notice;
     });

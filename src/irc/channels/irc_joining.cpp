@@ -47,6 +47,7 @@ std::optional<std::string> IrcJoining::channelNamed(std::string_view given) cons
 void IrcJoining::beginWith(const std::string& given) {
     wanted_.clear();
     keys_.clear();
+    leaving_.clear();
     wantedRoom_ = given;
     entering_ = channelNamed(given).value_or("");
     if (!entering_.empty())
@@ -58,12 +59,15 @@ void IrcJoining::welcomed() {
 }
 
 // On the next connection the first channel that the owner gets into becomes the room. So the one
-// that he was in, or on his way into, is asked for before the others.
+// that he was in, or on his way into, is asked for before the others. One that he was leaving isn't
+// asked for any more: the room is the next one then.
 void IrcJoining::lost() {
-    if (entering_.empty() && channels_.here())
-        entering_ = channels_.here()->channel.name();
+    leaving_.clear();
+    if (entering_.empty())
+        entering_ = roomAfterLeaving();
     for (const IrcChannels::Place& place : channels_.all())
-        want(place.channel.name());
+        if (!place.isBeingLeft)
+            want(place.channel.name());
     std::stable_partition(wanted_.begin(), wanted_.end(), [&](const std::string& name) {
         return session_.isSame(name, entering_);
     });
@@ -77,8 +81,15 @@ bool IrcJoining::want(const std::string& channel) {
     return true;
 }
 
-void IrcJoining::wantNoMore(std::string_view channel) {
-    std::erase_if(wanted_, [&](const std::string& name) { return session_.isSame(name, channel); });
+bool IrcJoining::wants(std::string_view channel) const {
+    return std::ranges::any_of(
+        wanted_, [&](const std::string& name) { return session_.isSame(name, channel); });
+}
+
+// False if it wasn't among them.
+bool IrcJoining::takeOut(std::vector<std::string>& names, std::string_view channel) const {
+    return std::erase_if(
+               names, [&](const std::string& name) { return session_.isSame(name, channel); }) > 0;
 }
 
 // The key that was given last for the channel; empty for none.
@@ -112,7 +123,8 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
     const auto name = channelNamed(given);
     if (!name)
         return;
-    if (const auto* const place = channels_.find(*name, session_.features()))
+    auto* const place = channels_.find(*name, session_.features());
+    if (place && !place->isBeingLeft)
         return enter(*place);
     if (!session_.isOn())
         return events_.tell("you are not connected");
@@ -122,8 +134,10 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
         keys_.insert(keys_.begin(), {*name, key});
     if (enters)
         entering_ = *name;
-    // Before the welcome the channel is only noted as wanted; it is asked for at the welcome.
-    if (session_.isWelcomed())
+    takeOut(leaving_, *name);
+    // Before the welcome the channel is only noted as wanted; it is asked for at the welcome. One
+    // that is being left is asked for when it has been left.
+    if (session_.isWelcomed() && !place)
         request({*name});
 }
 
@@ -135,7 +149,8 @@ void IrcJoining::enter(int number) {
 
 void IrcJoining::enter(const IrcChannels::Place& place) {
     entering_.clear();
-    wantedRoom_ = place.channel.name();
+    if (!place.isBeingLeft)
+        wantedRoom_ = place.channel.name();
     channels_.enter(place);
     events_.tell("you are in " + visibleName(place.channel.name()));
     events_.newRoom();
@@ -146,14 +161,31 @@ void IrcJoining::leave(const std::string& farewell) {
         // as a typed line, so that it comes after those that he has typed there
         place->isBeingLeft = session_.send(IrcOutgoing::Kind::typed,
                                            ircLine("PART", {place->channel.name(), farewell}));
+        wantedRoom_ = roomAfterLeaving();
         return;
     }
-    wantNoMore(std::exchange(entering_, {}));
-    wantedRoom_.clear();
+    // He is in none yet, so he leaves the one that would be the room. If the server has been asked
+    // for it, it will still let him in.
+    const std::string next = entering_.empty() && !wanted_.empty() ? wanted_.front() : entering_;
+    if (session_.isWelcomed() && !next.empty())
+        leaving_.push_back(next);
+    wantNoMore(next);
+    entering_.clear();
+    wantedRoom_ = wanted_.empty() ? "" : wanted_.front();
     events_.tell("you are in no room");
 }
 
+// The room once those that he is leaving have been left; empty for none.
+std::string IrcJoining::roomAfterLeaving() const {
+    const auto* const place = channels_.nextToLeave();
+    return place && !place->isBeingLeft ? place->channel.name() : "";
+}
+
 void IrcJoining::cameIn(const std::string& channel) {
+    if (takeOut(leaving_, channel)) {
+        session_.request("PART", {channel});
+        return;
+    }
     wantNoMore(channel);
     const bool isFirst = !channels_.here();
     const auto* const place = channels_.add(channel, session_.features());
@@ -181,6 +213,7 @@ void IrcJoining::take(const IrcMessage& message) {
 
 void IrcJoining::refused(std::string_view channel) {
     wantNoMore(channel);
+    takeOut(leaving_, channel);
     if (session_.isSame(entering_, channel))
         entering_.clear();
 }
@@ -189,19 +222,18 @@ void IrcJoining::left(std::string_view channel) {
     const auto* const place = channels_.find(channel, session_.features());
     if (!place)
         return;
-    const bool wasHere = channels_.isHere(place), isWanted = !place->isBeingLeft;
+    const bool wasHere = channels_.isHere(place);
     const std::string name = place->channel.name();
     events_.tell("you have left " + visibleName(name));
     // Lines that still wait to be said in that channel can't be said any more.
     session_.dropFor(name);
     channels_.remove(*place);
+    if (wants(name)) // he has asked for it again meanwhile
+        request({name});
     if (!wasHere)
         return;
     if (channels_.here())
         return enter(*channels_.here());
-    // A room that he has left himself isn't wanted any more; one that he was put out of is.
-    if (!isWanted)
-        wantedRoom_.clear();
     events_.tell("you are in no room");
     events_.newRoom();
 }

@@ -55,10 +55,13 @@ private:
     void enter(const IrcChannels::Place& place);
     void left(std::string_view channel);
     void refused(std::string_view channel);
+    std::string roomAfterLeaving() const;
     std::string keyOf(std::string_view channel) const;
     std::optional<std::string> channelNamed(std::string_view given) const;
     bool want(const std::string& channel);
-    void wantNoMore(std::string_view channel);
+    bool wants(std::string_view channel) const;
+    void wantNoMore(std::string_view channel) { takeOut(wanted_, channel); }
+    bool takeOut(std::vector<std::string>& names, std::string_view channel) const;
     void request(const std::vector<std::string>& channels);
 
     IrcSession& session_;
@@ -67,7 +70,8 @@ private:
     std::vector<std::string> wanted_;                       // asked for, or to be asked for
     std::vector<std::pair<std::string, std::string>> keys_; // of channels, by name
     std::string wantedRoom_;
-    std::string entering_; // is the room once it is joined
+    std::string entering_;             // is the room once it is joined
+    std::vector<std::string> leaving_; // left again before the server had let him in
 };
 
 // Whether a name can't hold the byte: the server would read another name, or several.

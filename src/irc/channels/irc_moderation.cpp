@@ -41,16 +41,16 @@ bool IrcModeration::ignores(std::string_view name) const {
     return ignored_.contains(session_.features().fold(name));
 }
 
-bool IrcModeration::toggleIgnored(const Person& person) {
+Deed IrcModeration::toggleIgnored(const Person& person) {
     if (!channelOf(person))
-        return true;
+        return notDone(person);
     const std::string folded = session_.features().fold(person.name);
     const bool isIgnored = ignored_.erase(folded) == 0;
     if (isIgnored)
         ignored_.insert(folded);
     shown_.tell(visibleName(person.name) + (isIgnored ? " is ignored" : " is heard again"));
     shown_.changed();
-    return true;
+    return Deed::done;
 }
 
 void IrcModeration::rename(std::string_view from, std::string_view to) {
@@ -59,21 +59,23 @@ void IrcModeration::rename(std::string_view from, std::string_view to) {
         ignored_.insert(features.fold(to));
 }
 
-bool IrcModeration::eject(const Person& person) {
+Deed IrcModeration::eject(const Person& person) {
     const IrcChannel* const channel = channelOf(person);
-    if (channel && ownerMayEject() && person.name.find_first_of(wildcards) == std::string::npos) {
-        // The ban comes first, or he could come back before it.
-        session_.request("MODE", {channel->name(), "+b", person.name + "!*@*"});
-        session_.request("KICK", {channel->name(), person.name});
-    }
-    return true;
+    if (!channel || !ownerMayEject() || person.name.find_first_of(wildcards) != std::string::npos)
+        return notDone(person);
+    // The ban comes first, or he could come back before it.
+    session_.request("MODE", {channel->name(), "+b", person.name + "!*@*"});
+    return session_.request("KICK", {channel->name(), person.name}) ? Deed::done : Deed::undone;
 }
 
-bool IrcModeration::allow(const Person& person) {
-    if (person.list == visit_ && ownerMayEject())
-        for (const std::string& mask : channels_.here()->channel.masksOf(person.name))
-            session_.request("MODE", {channels_.here()->channel.name(), "-b", mask});
-    return true;
+Deed IrcModeration::allow(const Person& person) {
+    if (person.list != visit_ || !ownerMayEject())
+        return notDone(person);
+    Deed deed = Deed::undone; // somebody else may have let him in already
+    for (const std::string& mask : channels_.here()->channel.masksOf(person.name))
+        if (session_.request("MODE", {channels_.here()->channel.name(), "-b", mask}))
+            deed = Deed::done;
+    return deed;
 }
 
 void IrcModeration::askForBans() {

@@ -23,9 +23,9 @@ public:
 
     People listPeople() override;
     bool ownerMayEject() override;
-    bool toggleIgnored(const Person& person) override;
-    bool eject(const Person& person) override;
-    bool allow(const Person& person) override;
+    Deed toggleIgnored(const Person& person) override;
+    Deed eject(const Person& person) override;
+    Deed allow(const Person& person) override;
     std::optional<People> beginAllowing() override;
 
     bool ignores(std::string_view name) const;
@@ -44,6 +44,9 @@ public:
 
 private:
     const IrcChannel* channelOf(const Person& person) const;
+    Deed notDone(const Person& person) const {
+        return person.list == visit_ ? Deed::undone : Deed::over;
+    }
 
     IrcSession& session_;
     IrcChannels& channels_;

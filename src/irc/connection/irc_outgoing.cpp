@@ -77,7 +77,7 @@ void IrcOutgoing::sendLast(Kind kind) {
     if (lines.empty())
         return;
     const Line last = std::move(lines.back());
-    lines.clear();
+    lines.pop_back();
     send_(last.text);
     if (last.gone)
         last.gone();

@@ -47,8 +47,8 @@ public:
     void drop(Kind kind);
     std::size_t dropFor(const std::string& channel);
 
-    // Sends the last one of that kind at once and forgets the others: a farewell, before an end
-    // that they won't outlive.
+    // Sends the last one of that kind at once, before all that wait: a farewell, before an end that
+    // those won't outlive.
     void sendLast(Kind kind);
 
     // Forgets what waits, as after the end of a connection: nothing old is said on a new one, whose

@@ -121,6 +121,19 @@ TEST_F(IrcClientTest, WhoWasListedInOneRoomIsNobodyInTheNext) {
     EXPECT_FALSE(room.isIgnored("ann"));
 }
 
+TEST_F(IrcClientTest, NobodyIsSaidToBePutOutOfARoomThatTheOwnerHasLeft) {
+    for (const char* const name : {"ann", "bob"})
+        own.comeIn(name);
+    while (own.listPeople().front().list != listed("ann").list) // both count alike
+        own.enterRoom(own.name());
+    advance(60s);
+    loop.once(400ms, [&] { irc.disconnect(); });
+    const std::string told = typed("'ban ", 20s);
+    EXPECT_NE(told.find("<b>ann</b>, ejected bastard"), told.npos) << told;
+    EXPECT_EQ(told.find("<b>bob</b>"), told.npos) << told;
+    EXPECT_EQ(own.people().count(), 3);
+}
+
 TEST_F(IrcClientTest, BansAreAskedForAsSoonAsTheOwnerCouldLiftThem) {
     server.names["#music"] = "Owner ann";
     connect("irc.test");

@@ -163,12 +163,48 @@ TEST_F(IrcWordsTest, EachLeaveIsForOneRoomHoweverSlowTheServerIs) {
     for (const std::string& line : server.sent)
         left.push_back(line.substr(0, line.find(':')));
     EXPECT_EQ(left, (Lines{"PART #a ", "PART #c ", "PART #b ", "PART #a "}));
-    for (const char* const room : {"#a", "#c", "#b"}) {
+    for (const char* const room : {"#a", "#c"}) { // and no more is answered before the end
         server.say(std::string(":jo!o@host PART ") + room);
         typed("/limit");
     }
     begin();
     EXPECT_EQ(typed("/room"), "you are in no room\n");
+}
+
+TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
+    const auto holds = [this](const std::string& command) {
+        server.takes = [command](const std::string& line) { return line.starts_with(command); };
+    };
+    typed("/connect irc.test jo #a");
+    for (const char* const room : {"/join #b", "/join #c"})
+        typed(room);
+    holds("PART");
+    typed("/leave");
+    server.lose("x");
+    loop.waitUntil(loop.now() + 10s);
+    EXPECT_EQ(typed("/room"), "1  #c (here)\n2  #b\n");
+    typed("/leave");
+    typed("/join #c"); // again, before it has been left
+    server.say(":jo!o@host PART #c");
+    typed("/limit");
+    EXPECT_EQ(typed("/room"), "1  #b (here)\n2  #c\n");
+
+    server.lose("x");
+    loop.waitUntil(loop.now() + 100ms);
+    typed("/leave"); // #b, and that before the connection
+    holds("JOIN");
+    loop.waitUntil(loop.now() + 20s);
+    EXPECT_EQ(server.sent.back(), "JOIN #c");
+    typed("/leave");
+    typed("/join #d");
+    typed("/join #e");
+    typed("/leave");
+    server.sent.clear();
+    for (const char* const room : {"#c", "#d", "#e"})
+        server.say(std::string(":jo!o@host JOIN ") + room);
+    typed("/limit");
+    EXPECT_EQ(server.sent, (Lines{"PART #c", "PART #d"}));
+    EXPECT_EQ(typed("/room"), "1  #e (here)\n");
 }
 
 TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
@@ -254,6 +290,10 @@ TEST_F(IrcWordsTest, WaitForNoPasswordForEver) {
     EXPECT_FALSE(answered);
     EXPECT_EQ(seen, "(password of jo)\nnobody has typed a password\n");
     EXPECT_EQ(kept(), "");
+    typed("/login jo");
+    EXPECT_EQ(toldOf(std::string(501, 'p')), "this can't be a password\n");
+    typed("/login jo");
+    EXPECT_EQ(toldOf(std::string(500, 'p')), "you log in as jo from the next /connect on\n");
 }
 
 TEST_F(IrcWordsTest, ALineThatMakesNoSenseIsLeftOutOfTheFile) {
