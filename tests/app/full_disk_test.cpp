@@ -10,10 +10,6 @@ bool isOneOf(const std::string& text, const Lines& texts) {
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-std::string firstLine(const std::string& text) {
-    return text.substr(0, text.find('\n'));
-}
-
 } // namespace
 
 TEST(FullDisk, LeavesEachFileOldOrNewWhicheverWriteFails) {
@@ -29,7 +25,7 @@ TEST(FullDisk, LeavesEachFileOldOrNewWhicheverWriteFails) {
                  {"'next", "next:  <b>1</b>.  a"},
                  {"'tempo 150", "tempo set to <b>150</b> (fast)"},
                  {"'cont", "continuous play - <b>on"}})
-            EXPECT_EQ(firstLine(machine.answer(line)), answer) << "told to the last word";
+            EXPECT_TRUE((machine.answer(line) + '\n').starts_with(answer + '\n')) << line;
         const Lines said = machine.saidWithin(8s);
         EXPECT_TRUE(isOneOf("next:  <b>2</b>.  b", said));
         EXPECT_FALSE(machine.owner("'exit"));

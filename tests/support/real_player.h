@@ -53,6 +53,13 @@ protected:
         }
         return false;
     }
+    // The same while the virtual clock goes on.
+    template <typename Condition> bool comesInTime(Condition condition, Nanoseconds step) {
+        return comesTrue([&] {
+            pass(step);
+            return condition();
+        });
+    }
     bool reaches(PlayerControl& player, PlayState state) {
         return comesTrue([&] { return player.PlayState() == state; });
     }

@@ -20,10 +20,9 @@ struct DamagedSongs : RealPlayer {
     void isOver(PlayerControl& player, const std::string& path) {
         player.Open(path);
         const auto isOver = [&] {
-            pass(10ms);
             return player.PlayState() == PlayState::stopped || player.Duration() > longSong;
         };
-        EXPECT_TRUE(comesTrue(isOver));
+        EXPECT_TRUE(comesInTime(isOver, 10ms));
         hung += player.failure() == "the player stood still";
     }
 
@@ -170,10 +169,8 @@ TEST_F(DamagedSongs, TheNextOneIsNeverToBlame) {
             const auto left = Clock::now() + std::chrono::milliseconds(upTo(40));
             comesTrue([&] { return Clock::now() > left; });
             player.Open(good);
-            EXPECT_TRUE(comesTrue([&] {
-                pass(10ms);
-                return player.PlayState() == PlayState::stopped;
-            }));
+            EXPECT_TRUE(
+                comesInTime([&] { return player.PlayState() == PlayState::stopped; }, 10ms));
             EXPECT_FALSE(player.wasGivenUp());
         }
     }

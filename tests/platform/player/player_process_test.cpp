@@ -40,10 +40,7 @@ struct PlayerProcessTest : RealPlayer {
         return newChild(before);
     }
     bool allEnd() {
-        return comesTrue([&] {
-            pass(1s);
-            return newChild(before) == 0;
-        });
+        return comesInTime([&] { return newChild(before) == 0; }, 1s);
     }
     // An executable of that text in place of the player.
     PlayerControl::Player script(const std::string& text) {
@@ -69,10 +66,7 @@ TEST_F(PlayerProcessTest, KilledInMidSongItIsReplacedForTheNext) {
     EXPECT_EQ(player.PlayState(), PlayState::stopped);
 
     EXPECT_TRUE(isPlayedToItsEnd(player, song("b.wav", 0.1)));
-    EXPECT_TRUE(comesTrue([&] {
-        pass(10ms);
-        return stateOf(first) == 0; // not even a zombie
-    }));
+    EXPECT_TRUE(comesInTime([&] { return stateOf(first) == 0; }, 10ms)); // not even a zombie
     EXPECT_NE(newChild(before), 0);
 }
 
@@ -97,10 +91,7 @@ TEST_F(PlayerProcessTest, StandingStillForFiveSecondsItIsReplaced) {
     EXPECT_EQ(player.PlayState(), PlayState::stopped);
     EXPECT_EQ(player.failure(), "the player stood still");
     EXPECT_TRUE(isPlayedToItsEnd(player, song("b.wav", 0.1)));
-    EXPECT_TRUE(comesTrue([&] {
-        pass(10ms);
-        return stateOf(first) == 0;
-    }));
+    EXPECT_TRUE(comesInTime([&] { return stateOf(first) == 0; }, 10ms));
 }
 
 TEST_F(PlayerProcessTest, ASongThatItNeverTookGoesToAnother) {
@@ -157,10 +148,7 @@ TEST_F(PlayerProcessTest, AnOutputThatHangsEndsWithIt) {
     PlayerControl player(loop, playing("filesink location=" + pipe.native()), tell);
     player.Open(song("a.wav", 0.1));
     EXPECT_TRUE(staysFor(player, PlayState::waiting, 500ms));
-    EXPECT_TRUE(comesTrue([&] {
-        pass(10ms);
-        return player.PlayState() == PlayState::stopped;
-    }));
+    EXPECT_TRUE(comesInTime([&] { return player.PlayState() == PlayState::stopped; }, 10ms));
     EXPECT_EQ(player.failure(), "the player stood still");
     EXPECT_TRUE(allEnd());
 }
