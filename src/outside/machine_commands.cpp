@@ -1,5 +1,6 @@
 #include "outside/machine_commands.h"
 
+#include "chat/recitals.h"
 #include "chat/reply.h"
 #include "outside/byte_units.h"
 #include "outside/machine_facts.h"
@@ -50,19 +51,20 @@ std::string uptimeBox(const Uptime& up) {
            " minutes";
 }
 
+// Both as they were at one moment.
+void tellBoth(const Core& core, const std::string& first, const std::string& second) {
+    core.recitals.tell({[first] { return first; }, [second] { return second; }}, betweenLines);
+}
+
 } // namespace
 
 void MachineCommands::cinfo() {
     if (core_.state.silnt)
         return boxComputer();
-    const ThisRun run(core_.state);
     const Description machine = describe(facts_);
-    core_.reply.saychat("os:  <b>" + machine.system + "</b> - ram:  <b>" + machine.memory +
-                        "</b> mb");
-    Pause{core_.loop}(betweenLines);
-    if (run.lasts())
-        core_.reply.saychat("resolution:  <b>" + machine.bits + "</b>bit - <b>" + machine.width +
-                            "</b>x<b>" + machine.height);
+    tellBoth(core_, "os:  <b>" + machine.system + "</b> - ram:  <b>" + machine.memory + "</b> mb",
+             "resolution:  <b>" + machine.bits + "</b>bit - <b>" + machine.width + "</b>x<b>" +
+                 machine.height);
 }
 
 void MachineCommands::boxComputer() {
@@ -89,12 +91,10 @@ void MachineCommands::free(const std::string& drive) {
         return core_.reply.saychat("invalid, use this example:  <b>c:\\");
     // Some disks report more free space than they have in all, and the share must not exceed 100 %.
     const std::uint64_t free = std::min(space.free, space.total);
-    core_.reply.saychat("[<b>" + place + "</b>] capacity:  " + readable(space.total) +
-                        " - percent free:  [<b>" + percentage(free, space.total) + "</b>%]");
-    Pause{core_.loop}(betweenLines);
-    if (run.lasts())
-        core_.reply.saychat("space used:  " + readable(space.total - free) +
-                            " - free space:  " + readable(free));
+    tellBoth(core_,
+             "[<b>" + place + "</b>] capacity:  " + readable(space.total) +
+                 " - percent free:  [<b>" + percentage(free, space.total) + "</b>%]",
+             "space used:  " + readable(space.total - free) + " - free space:  " + readable(free));
 }
 
 void MachineCommands::ut() {
