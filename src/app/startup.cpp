@@ -150,7 +150,8 @@ void Program::takeEarlyLines() {
     listen();
     openFrontEnd();
     const TimerId limit = machine.loop.once(longestLastWork, [this] { finish(false); });
-    for (int turn = 0; turn < 5 || chat.recitals.count() > 0; ++turn)
+    const std::size_t earlier = chat.recitals.count(); // they don't go on in the middle of this
+    for (int turn = 0; turn < 5 || chat.recitals.count() > earlier; ++turn)
         machine.loop.waitUntil(machine.loop.now() + std::chrono::milliseconds(10));
     machine.loop.cancel(limit);
 }

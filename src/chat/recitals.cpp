@@ -66,17 +66,19 @@ void Recitals::goOn() {
 }
 
 // The pause after a line begins when no other recital is begun in the middle of that line any more,
-// and the room has taken enough of what was said.
+// and the room has taken enough of what was said. The room is asked once: its answer may change
+// from one moment to the next, and a recital that is over must not go on.
 void Recitals::settle() {
     const auto isAhead = [](const Recital& recital) {
         return !recital.due && recital.talk.isAhead && recital.talk.isAhead();
     };
     const std::size_t before = recitals_.size();
-    while (!recitals_.empty() && recitals_.back().isOver && !isAhead(recitals_.back()))
+    bool isHeld = false; // the last one
+    while (!recitals_.empty() && !(isHeld = isAhead(recitals_.back())) && recitals_.back().isOver)
         recitals_.pop_back();
     if (!recitals_.empty() && !recitals_.back().isStepping) {
         Recital& last = recitals_.back();
-        if (isAhead(last)) {
+        if (isHeld) {
             wake(loop_.now() + betweenLooks, [this] { settle(); });
         } else {
             const std::chrono::duration<double> pause(last.pause);

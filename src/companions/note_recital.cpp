@@ -30,9 +30,10 @@ void NoteRecital::rn(const std::string& fragment) {
     if (reply_.refusedInSilence("use the notes form to view notes by subject in silent mode"))
         return;
     recitals_.begin([this, lowered = foldCase(fragment), note = 0, any = false]() mutable {
-        if (note >= notes_.count() && !any)
+        const bool isThrough = note >= notes_.count();
+        if (isThrough && !any)
             reply_.saychat("<b>" + lowered + "</b> not found");
-        if (notes_.row(note).empty())
+        if (isThrough || notes_.row(note).empty())
             return std::optional<double>();
         notes_.select(note);
         const bool isMeant =

@@ -52,6 +52,16 @@ TEST(Shutdown, IsHeldUpByNothingThatWasTypedAtTheStart) {
     EXPECT_LT(machine.loop.now() - before, 1s);
 }
 
+TEST(Shutdown, WaitsForNoRecitalThatCantGoOnBeforeTheEnd) {
+    VirtualMachine machine;
+    machine.start();
+    machine.loop.post([&] { machine.hear("'stats"); });
+    machine.loop.serveTurn();
+    const auto before = machine.loop.now();
+    EXPECT_FALSE(machine.endProcess());
+    EXPECT_LT(machine.loop.now() - before, 100ms);
+}
+
 TEST(Shutdown, GoesOnWhenTheSessionDoesntEndAfterAll) {
     VirtualMachine machine({"a.mp3"});
     machine.owner("'volume 7");

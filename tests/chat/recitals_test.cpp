@@ -11,9 +11,10 @@ TEST(Recitals, SixtyAmidEachOtherTakeNoPlaceOnTheStack) {
     VirtualMachine machine({"a.mp3", "b.mp3"});
     for (const char* line : {"'save one", "'sn mum", "'ap c:\\a.jpg, one", "'ap c:\\b.jpg, one"})
         machine.owner(line);
+    machine.facts.drives["c:\\"] = {40, 20};
     const Recitals& recitals = machine.program->chat.recitals;
     for (const char* line : {"'scrn", "'rn mum", "'scra", "'load one", "'stats", "'pstat", "'adv",
-                             "'top 2", "'scrd", "'scrpl"}) {
+                             "'top 2", "'scrd", "'scrpl", "'cinfo", "'free c"}) {
         SCOPED_TRACE(line);
         const auto lines = std::ranges::count(machine.answer(line), '\n') + 1;
         for (int number = 0; number < 60; ++number)
@@ -47,6 +48,23 @@ TEST(Recitals, GoOnOnceWhatHasBegunAfterThemIsOver) {
     EXPECT_EQ(said[1], "larkspin player - by moraine");
     EXPECT_EQ(said[3], "new playlist created: files not deleted");
     EXPECT_TRUE(said[4].starts_with("tempo"));
+}
+
+// The room takes its line between two moments.
+TEST(Recitals, DoNothingMoreOnceTheyAreOver) {
+    VirtualMachine machine(Lines{});
+    Recitals& recitals = machine.program->chat.recitals;
+    int steps = 0, looks = 0;
+    machine.run([&] {
+        recitals.begin([&] {
+            ++steps;
+            machine.lines.talk().isAhead = [&] { return ++looks == 1; };
+            return std::optional<double>();
+        });
+    });
+    machine.advance(1s);
+    EXPECT_EQ(steps, 1);
+    EXPECT_EQ(recitals.count(), 0u);
 }
 
 } // namespace larkspin

@@ -120,6 +120,9 @@ TEST(Notes, AreToldInTurnWhateverComesBetween) {
                 told.push_back(message.substr(3));
         EXPECT_EQ(told, c.told);
     }
+    NotesTest machine({"Mum"});
+    machine.inMessage("<b>zz", [&] { machine.hear("'sn new"); });
+    EXPECT_EQ(machine.answer("'rn zz"), "<b>zz</b> not found\nnote number <b>2</b> added");
 }
 
 TEST(Notes, AreSavedAtExitALineEach) {
