@@ -132,7 +132,7 @@ int main(int count, char** arguments) {
         pollfd events[] = {
             {channel, static_cast<short>(reports.areUnsaid() ? POLLIN | POLLOUT : POLLIN), 0},
             {player.messages(), POLLIN, 0}};
-        ::poll(events, 2, player.isPlaying() || player.isOpening() ? reportInterval : -1);
+        ::poll(events, 2, player.isPlaying() ? reportInterval : -1);
         if (Received received = receiveWishes(); received.wishes) {
             if (received.wishes->song != player.song()) {
                 if (!player.drop())
@@ -142,7 +142,6 @@ int main(int count, char** arguments) {
             player.wish(*received.wishes, std::move(received.file));
         }
         player.handleMessages();
-        player.watchOpening();
         reports.say();
     }
 }

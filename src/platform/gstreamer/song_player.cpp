@@ -10,15 +10,7 @@ namespace larkspin {
 
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr const char* sourceUri = "appsrc://"; // the playbin asks what it is fed with
-constexpr auto longestSilence = 3s;            // for a song to be neither ready nor read
-
-bool hasStoppedReading(GstElement* element) {
-    const GstRef<GstPad> pad(gst_element_get_static_pad(element, "sink"));
-    return pad && gst_pad_get_task_state(pad.get()) == GST_TASK_PAUSED;
-}
 
 GstRef<GstElement> makePlaybin() {
     GstElement* const playbin = gst_element_factory_make("playbin", nullptr);
@@ -115,12 +107,14 @@ std::unique_ptr<SoundReader> SongPlayer::openMidi() {
     return synthesizer_ ? MidiReader::open(file_, *synthesizer_) : nullptr;
 }
 
+// A song may never be ready, since decodebin can lose the error of a demuxer that fails while it is
+// being put in: whoever has started this process gives it up then.
+//
 // Every song is opened paused: its rate can be set once it is known to be seekable, and no
 // moment of it sounds at another rate.
 void SongPlayer::load() {
     seekable_ = prerolled_ = moving_ = playing_ = false;
     rate_ = 1;
-    loadedAt_ = std::chrono::steady_clock::now();
     output_.attach(playbin_.get());
     // A new filter for each song: the next song would make this one read buffers that it has freed.
     if (GstElement* const tempo = gst_element_factory_make("scaletempo", nullptr))
@@ -227,26 +221,6 @@ void SongPlayer::handle(GstMessage* message) {
     default:
         break;
     }
-}
-
-// A decodebin loses the error of a demuxer that fails while it is being put in, and would wait for
-// ever. So a song is given up when a part of the pipeline has stopped reading. But if there is a
-// sound to play, a short song has been read to its end, and it is the output that takes its time.
-void SongPlayer::watchOpening() {
-    if (!isOpening() || std::chrono::steady_clock::now() - loadedAt_ < longestSilence ||
-        countSounds() > 0)
-        return;
-    bool stopped = false;
-    GstIterator* const parts = gst_bin_iterate_recurse(GST_BIN(playbin_.get()));
-    GValue part{};
-    while (gst_iterator_next(parts, &part) == GST_ITERATOR_OK) {
-        stopped |= hasStoppedReading(GST_ELEMENT(g_value_get_object(&part)));
-        g_value_reset(&part);
-    }
-    g_value_unset(&part);
-    gst_iterator_free(parts);
-    if (stopped)
-        finish(SongPhase::failed);
 }
 
 int SongPlayer::countSounds() const {

@@ -31,11 +31,8 @@ public:
     bool isSilent() const { return output_.isSilent(); }
     bool isPlaying() const { return playing_ && phase_ == SongPhase::open; }
 
-    // To be called from time to time: gives up a song that will never be ready.
-    bool isOpening() const; // also while it is loaded again after it lost its output
-    void watchOpening();
-
 private:
+    bool isOpening() const; // also while it is loaded again after it lost its output
     void applyLoudness();
     void begin(SongFile file);
     bool openSource();
@@ -70,7 +67,6 @@ private:
     std::unique_ptr<FileSource> bytes_;   // for GStreamer to decode
     std::unique_ptr<SoundSource> source_; // or decoded already
     GstRef<GstElement> fed_;              // by one of the two
-    std::chrono::steady_clock::time_point loadedAt_;
     SongPhase phase_ = SongPhase::ended;
     double duration_ = 0, position_ = 0;
     bool seekable_ = false;
