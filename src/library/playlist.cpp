@@ -45,8 +45,6 @@ bool addToPlaylist(AppState& state, const Row& row) {
 }
 
 Addition addToPlaylistOnce(AppState& state, const Row& row, const IsOnDisk& isOnDisk) {
-    if (row.text().empty())
-        return Addition::thereAlready;
     const std::vector<Row> alike = state.masterList.equals(row);
     const auto isTheSame = [&](const Row& other) {
         return other.text() == row.text() || !isOnDisk(other);

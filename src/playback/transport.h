@@ -137,7 +137,6 @@ private:
     void openFile(const SongStart& start);
     void noteOpened(const SongStart& start);
     void takeBackPick();
-    void showStarted(const SongStart& start);
     void returnTo(const Row& row);
     void place(SongStart::Position position);
     void showCount(const SongStart& start);
