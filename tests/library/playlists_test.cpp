@@ -193,15 +193,13 @@ TEST_F(Playlists, GoFromAndIntoFilesByDialog) {
     EXPECT_EQ(machine.dialogs.titles, (Lines{"load a playlist", "save a playlist"}));
     EXPECT_EQ(machine.chooseFromOps("loadlis", machine.drive("else/Far.lkl")),
               "loaded playlist <b>Far.lkl</b>, <b>1</b> files");
-    const std::pair<const char*, const char*> names[] = {
-        {"kept.txt", "saved playlist <b>kept.txt"},
-        {"bare", "saved playlist <b>bare.lkl"},
-        {".bare", "saved playlist <b>.bare.lkl"},
-        {"dot.", "saved playlist <b>dot.lkl"},
-        {"dot.lkl", "saved over original playlist <b>dot.lkl"}};
-    for (const auto& [name, said] : names)
+    for (const auto& [name, said] : {std::pair("kept.txt", "playlist <b>kept.txt"),
+                                     {"bare", "playlist <b>bare.lkl"},
+                                     {".bare", "playlist <b>.bare.lkl"},
+                                     {"dot.", "playlist <b>dot.lkl"},
+                                     {"dot.lkl", "over original playlist <b>dot.lkl"}})
         EXPECT_EQ(machine.chooseFromOps("savlis", machine.drive("else") + '\\' + name),
-                  said + std::string("</b>, <b>1</b> files"));
+                  "saved " + std::string(said) + "</b>, <b>1</b> files");
     EXPECT_EQ(machine.dataFile("kept.txt"), machine.song("rock", "z.mp3") + "\r\n");
     EXPECT_FALSE(machine.exists("else/kept.txt"));
     EXPECT_EQ(machine.trayEntry("p1"), "kept.txt");

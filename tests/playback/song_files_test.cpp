@@ -19,11 +19,23 @@ struct SongFilesTest : testing::Test {
     SongFilesTest() {
         machine.writeDataFile("larkspin.ini", "[lark]\r\nload=2\r\ntrigger='\r\n");
         machine.writeDataFile("played.ini", "[times played]\r\na.mp3=2\r\nb.mp3=4\r\n");
+        startAnew();
+    }
+
+    // With more rows in its playlist.
+    void startAnew(const std::string& more = {}) {
         machine.playlist({"a.mp3", "b.mp3", "c.wav"});
+        startOn(machine.dataFile("temp.lst") + more);
+    }
+    void startOn(const std::string& playlist) {
+        machine.writeDataFile("temp.lst", playlist);
         machine.start();
         machine.window("mp3s").visible = true;
     }
-
+    void say(const Lines& lines) {
+        for (const std::string& line : lines)
+            line == "restart" ? machine.restart() : machine.owner(line);
+    }
     // On a row of the list, with the answer to the question that comes.
     void strikeDelete(int row, const std::string& answer) {
         answerNext(row, answer);
@@ -78,8 +90,7 @@ struct SongFilesTest : testing::Test {
 
 TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(machine.answer("'delete"), noSong);
-    machine.owner("'cont");
-    machine.owner("'num 2");
+    say({"'cont", "'num 2"});
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
     EXPECT_EQ(machine.saidWithin(400s), Lines{}) << "nothing follows";
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
@@ -122,11 +133,8 @@ TEST_F(SongFilesTest, TheRowThatGoesIsThatOfTheSongInPlay) {
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.lines.back() + one.more);
-        machine.playlist({"a.mp3", "b.mp3", "c.wav"});
-        machine.writeDataFile("temp.lst", machine.dataFile("temp.lst") + one.more);
-        machine.start();
-        for (const std::string& line : one.lines)
-            line == "restart" ? machine.restart() : machine.owner(line);
+        startAnew(one.more);
+        say(one.lines);
         EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
         EXPECT_EQ(rows(), one.rows);
         EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
@@ -135,11 +143,9 @@ TEST_F(SongFilesTest, TheRowThatGoesIsThatOfTheSongInPlay) {
 }
 
 TEST_F(SongFilesTest, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
-    for (const char* line : {"'num 3", "'play ", "'yes", "'m 2", "'delete"})
-        machine.owner(line);
+    say({"'num 3", "'play ", "'yes", "'m 2", "'delete"});
     EXPECT_EQ(machine.answer("'pre"), "previous:  <b>1</b>.  a");
-    for (const char* line : {"'num 2", "'play ", "'yes", "'m 1", "'delete"})
-        machine.owner(line);
+    say({"'num 2", "'play ", "'yes", "'m 1", "'delete"});
     EXPECT_EQ(machine.answer("'media"), "viewing media list");
     EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  c (<b>.wav</b>)");
     EXPECT_EQ(rows(), Lines{"c.wav rock"});
@@ -148,8 +154,7 @@ TEST_F(SongFilesTest, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
 // A full disk, a disk that can't be read: which song is in play is known without it.
 TEST_F(SongFilesTest, TheFileThatGoesIsThatOfTheSongInPlay) {
     for (bool FaultyFiles::*fault : {&FaultyFiles::full, &FaultyFiles::unreadable}) {
-        machine.playlist({"a.mp3", "b.mp3", "c.wav"});
-        machine.start();
+        startAnew();
         machine.owner("'num 1");
         machine.files.*fault = true;
         machine.owner("'num 3");
@@ -170,8 +175,7 @@ TEST_F(SongFilesTest, TheFileThatGoesIsThatOfTheSongInPlay) {
 }
 
 TEST_F(SongFilesTest, NoFileGoesBeforeASongHasBeenStarted) {
-    machine.owner("'num 2");
-    machine.restart();
+    say({"'num 2", "restart"});
     std::filesystem::remove(machine.disk.path() / "music/rock/c.wav");
     // None of these starts one.
     for (const char* line : {"'play ", "'play c", "'num 3", "'rnd c"}) {
@@ -213,13 +217,11 @@ TEST_F(SongFilesTest, RenameCarriesRowAndCountAlong) {
     EXPECT_EQ(counts(), "a.mp3=2\r\nMe.mp3.mp3=4\r\n");
     EXPECT_EQ(machine.state().masterIndex(), -1);
     EXPECT_EQ(machine.answer("'play"), "playing temp:  Me.mp3");
-    for (const char* line : {"'num 3", "'rename y", "'rename z", "'num 2", "'rename C"})
-        machine.owner(line);
+    say({"'num 3", "'rename y", "'rename z", "'num 2", "'rename C"});
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "C.wav rock", "z.mp3 rock"}));
     EXPECT_EQ(files(), (Lines{"C.wav", "a.mp3", "z.mp3"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\nz.mp3=4\r\n") << "a song never played has none";
-    for (const char* line : {"'num 1", "'rename A"})
-        machine.owner(line);
+    say({"'num 1", "'rename A"});
     EXPECT_EQ(machine.answer("'times"), "this song has been played <b>2</b> times");
 }
 
@@ -245,8 +247,7 @@ TEST_F(SongFilesTest, RenameKeepsToItsDirectoryAndOverNothing) {
                                             {longName, "b.mp3"}}) {
         SCOPED_TRACE(name);
         machine.disk.write("music/rock/b.mp3", "mine");
-        machine.writeDataFile("temp.lst", makerow("b", ".mp3", machine.drive("music/rock")));
-        machine.start();
+        startOn(makerow("b", ".mp3", machine.drive("music/rock")));
         machine.owner("'num 1");
         const bool isRenamed = onDisk != "b.mp3";
         EXPECT_TRUE(machine.answer("'rename " + name)
@@ -277,10 +278,8 @@ TEST_F(SongFilesTest, TheRenameBoxKeepsBytesAndCharactersOfTheOldName) {
         SCOPED_TRACE(answer);
         std::filesystem::remove_all(machine.disk.path() / "music/rock");
         machine.song("rock", onDisk);
-        machine.start();
-        for (const std::string& line : {"'filter wav", "'clearpl", "'scan ~/", "'transfer"})
-            machine.owner(line == "'scan ~/" ? "'scan " + machine.drive("music") : line);
-        machine.window("mp3s").visible = true;
+        startOn("");
+        say({"'filter wav", "'scan " + machine.drive("music"), "'transfer"});
         clickRename(0, answer);
         EXPECT_EQ(files(), Lines{then});
         EXPECT_TRUE(machine.answer("'num 1").starts_with("playing:  <b>1</b>"));
@@ -341,8 +340,7 @@ TEST_F(SongFilesTest, WaitFiveSecondsAtMostForThePlayer) {
 
 TEST_F(SongFilesTest, ASongStartedWhileThePlayerLetsGoPlaysOn) {
     for (const std::string& command : Lines{"'delete", "'rename d"}) {
-        machine.playlist({"a.mp3", "b.mp3", "c.wav"});
-        machine.start();
+        startAnew();
         machine.owner("'num 2");
         hearInBetween({"'delete", "'listrmv a   ", "'next"});
         EXPECT_TRUE(machine.answer(command).starts_with(noSong)) << "one at a time";
@@ -356,11 +354,7 @@ TEST_F(SongFilesTest, ASongStartedWhileThePlayerLetsGoPlaysOn) {
 }
 
 TEST_F(SongFilesTest, ASongStartedWhileTheDiskTakesItsTimePlaysOn) {
-    machine.playlist({"a.mp3", "b.mp3", "c.wav"});
-    machine.writeDataFile("temp.lst",
-                          machine.dataFile("temp.lst") + machine.song("pop", "d.mp3") + "\r\n");
-    machine.start();
-    machine.window("mp3s").visible = true;
+    startAnew(machine.song("pop", "d.mp3"));
     const auto slow = [&](const std::function<void()>& hand) {
         for (const int seconds : {60, 2}) {
             machine.owner("'num 2");
@@ -452,10 +446,7 @@ TEST_F(SongFilesTest, TheRenameLabelWorksOnAnyRow) {
 }
 
 TEST_F(SongFilesTest, ASongOfThatNameElsewhereIsNotTheOneInPlay) {
-    machine.writeDataFile("temp.lst",
-                          machine.song("pop", "a.mp3") + "\r\n" + machine.song("rock", "a.mp3"));
-    machine.start();
-    machine.window("mp3s").visible = true;
+    startOn(machine.song("pop", "a.mp3") + "\r\n" + machine.song("rock", "a.mp3"));
     machine.owner("'num 2");
     clickRename(0, "d");
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
@@ -468,10 +459,8 @@ TEST_F(SongFilesTest, ASongOfThatNameElsewhereIsNotTheOneInPlay) {
 
 TEST_F(SongFilesTest, OneDirectoryStaysOneHoweverItIsSpelled) {
     const std::string rock = machine.drive("music/rock");
-    machine.writeDataFile("temp.lst", makerow("a", ".mp3", rock + "\\\\") + "\r\n" +
-                                          makerow("b", ".mp3", rock + "\\") + "\r\n" +
-                                          makerow("c", ".wav", rock));
-    machine.start();
+    startOn(makerow("a", ".mp3", rock + "\\\\") + "\r\n" + makerow("b", ".mp3", rock + "\\") +
+            "\r\n" + makerow("c", ".wav", rock));
     converse(machine, {Turn("'num 1", "playing:  <b>1</b>.  a"),
                        Turn("'rename A", "rename current song to:  <b>A"),
                        Turn("'num 2", "playing:  <b>2</b>.  b"),

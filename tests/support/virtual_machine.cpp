@@ -90,14 +90,14 @@ void ScriptedDialogs::titledBox(const std::string& title, const std::string& tex
     Task{whileOpen}(); // which may replace itself
 }
 
-std::string ScriptedDialogs::nextAnswer() {
+std::optional<std::string> ScriptedDialogs::nextAnswer() {
     const int before = dismissals_;
     Task{whileOpen}();
     if (answers.empty() || before != dismissals_)
         return {};
     std::string answer = std::move(answers.front());
     answers.pop_front();
-    return answer;
+    return answer.empty() ? std::nullopt : std::optional(std::move(answer));
 }
 
 bool ScriptedDialogs::ask(const std::string& question) {
@@ -108,32 +108,22 @@ bool ScriptedDialogs::ask(const std::string& question) {
 std::optional<std::string> ScriptedDialogs::askLine(const TextQuestion& question) {
     boxes.push_back(question.prompt);
     titles.push_back(question.title);
-    std::string answer = nextAnswer();
-    return answer.empty() ? std::nullopt : std::optional(std::move(answer));
+    return nextAnswer();
 }
 
 std::optional<std::string> ScriptedDialogs::openFile(const FileQuestion& question) {
     titles.push_back(question.title);
     fileQuestion = question;
-    std::string answer = nextAnswer();
-    return answer.empty() ? std::nullopt : std::optional(std::move(answer));
+    return nextAnswer();
 }
 
 std::vector<std::string> ScriptedDialogs::openFiles(const FileQuestion& question) {
     titles.push_back(question.title);
     fileQuestion = question;
     std::vector<std::string> paths;
-    for (std::string answer = nextAnswer(); !answer.empty(); answer = nextAnswer())
-        paths.push_back(std::move(answer));
+    while (auto answer = nextAnswer())
+        paths.push_back(std::move(*answer));
     return paths;
-}
-
-std::optional<std::string> ScriptedDialogs::saveFile(const FileQuestion& question) {
-    return openFile(question);
-}
-
-std::optional<std::string> ScriptedDialogs::openDirectory(const FileQuestion& question) {
-    return openFile(question);
 }
 
 void SilentPlayer::Open(const std::string& fileName) {
@@ -270,14 +260,6 @@ std::string VirtualMachine::drive(const std::string& below) const {
     return drivePath((disk.path() / below).native());
 }
 
-std::string VirtualMachine::dataFile(const std::string& name) const {
-    return disk.read("data/" + name);
-}
-
-void VirtualMachine::writeDataFile(const std::string& name, const std::string& contents) {
-    disk.write("data/" + name, contents);
-}
-
 std::string VirtualMachine::song(const std::string& directory, const std::string& name,
                                  std::chrono::duration<double> length) {
     const std::string below = "music/" + directory + "/" + name;
@@ -297,10 +279,6 @@ void VirtualMachine::playlist(const std::vector<std::string>& names,
 
 std::string VirtualMachine::setting(const std::string& key) {
     return Settings(files, DataDirectory(drive("data"))).get(key);
-}
-
-bool VirtualMachine::start() {
-    return startOn(directories);
 }
 
 bool VirtualMachine::startOn(Directories& others) {
@@ -468,10 +446,6 @@ std::vector<std::string> VirtualMachine::saidWithin(std::chrono::duration<double
     forget();
     advance(span);
     return allSaid();
-}
-
-std::string VirtualMachine::answer(const std::string& line) {
-    return answerTo([&] { owner(line); });
 }
 
 std::string VirtualMachine::answerTo(const std::function<void()>& hand) {

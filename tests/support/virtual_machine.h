@@ -109,11 +109,9 @@ public:
     std::string currentScreenName() override { return screenName; }
     void sendChatLine(const std::string& line) override;
     void clearChatInput() override { input.clear(); }
-    void bringHostForward() override { ++broughtForward; }
 
     std::string screenName = "Owner";
     std::string input = "half a line";
-    int broughtForward = 0;
     bool open = true;
     std::vector<std::string> lines;
     // Happens in the middle of each message, when the program lets events run.
@@ -132,8 +130,12 @@ public:
     bool ask(const std::string& question) override;
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
-    std::optional<std::string> saveFile(const FileQuestion& question) override;
-    std::optional<std::string> openDirectory(const FileQuestion& question) override;
+    std::optional<std::string> saveFile(const FileQuestion& question) override {
+        return openFile(question);
+    }
+    std::optional<std::string> openDirectory(const FileQuestion& question) override {
+        return openFile(question);
+    }
     void dismissAll() override { ++dismissals_; }
 
     std::vector<std::string> boxes;          // and the questions
@@ -144,7 +146,7 @@ public:
 
 private:
     std::optional<std::string> askLine(const TextQuestion& question) override;
-    std::string nextAnswer();
+    std::optional<std::string> nextAnswer(); // none if it is empty
     int dismissals_ = 0;
 };
 
@@ -233,8 +235,11 @@ public:
     explicit VirtualMachine(const Lines& songs, std::chrono::duration<double> length = 180s);
 
     // The disk.
-    std::string dataFile(const std::string& name) const; // contents, "" when missing
-    void writeDataFile(const std::string& name, const std::string& contents);
+    // The contents of a file, "" when it is missing.
+    std::string dataFile(const std::string& name) const { return disk.read("data/" + name); }
+    void writeDataFile(const std::string& name, const std::string& contents) {
+        disk.write("data/" + name, contents);
+    }
     std::string drive(const std::string& below) const; // drive path of a path on the disk
     // Puts a song of that length on the disk, below music\<directory>, and gives its row.
     std::string song(const std::string& directory, const std::string& name,
@@ -246,7 +251,7 @@ public:
     Lines traced() const; // the last facts, without the time
 
     // The program. Each of these is true while the process lives.
-    bool start();
+    bool start() { return startOn(directories); }
     bool startOn(Directories& others); // than the machine's own
     bool restart();
     bool endProcess(); // by a signal, say
@@ -273,7 +278,9 @@ public:
     std::vector<std::string> saidWithin(std::chrono::duration<double> span);
     // All that a line, or something done, brings about: what is said, then the boxes as
     // "[box] text", a line each.
-    std::string answer(const std::string& line);
+    std::string answer(const std::string& line) {
+        return answerTo([&] { owner(line); });
+    }
     std::string answerTo(const std::function<void()>& hand);
 
     // Windows and menus, by name. The window, the control and the entry must exist; a window that
