@@ -32,10 +32,6 @@ struct SongFilesTest : testing::Test {
         machine.start();
         machine.window("mp3s").visible = true;
     }
-    void say(const Lines& lines) {
-        for (const std::string& line : lines)
-            line == "restart" ? machine.restart() : machine.owner(line);
-    }
     // On a row of the list, with the answer to the question that comes.
     void strikeDelete(int row, const std::string& answer) {
         answerNext(row, answer);
@@ -90,7 +86,7 @@ struct SongFilesTest : testing::Test {
 
 TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(machine.answer("'delete"), noSong);
-    say({"'cont", "'num 2"});
+    machine.says({"'cont", "'num 2"});
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
     EXPECT_EQ(machine.saidWithin(400s), Lines{}) << "nothing follows";
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
@@ -134,7 +130,8 @@ TEST_F(SongFilesTest, TheRowThatGoesIsThatOfTheSongInPlay) {
     for (const Case& one : cases) {
         SCOPED_TRACE(one.lines.back() + one.more);
         startAnew(one.more);
-        say(one.lines);
+        for (const std::string& line : one.lines)
+            line == "restart" ? machine.restart() : machine.owner(line);
         EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
         EXPECT_EQ(rows(), one.rows);
         EXPECT_EQ(files(), (Lines{"a.mp3", "c.wav"}));
@@ -143,9 +140,9 @@ TEST_F(SongFilesTest, TheRowThatGoesIsThatOfTheSongInPlay) {
 }
 
 TEST_F(SongFilesTest, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
-    say({"'num 3", "'play ", "'yes", "'m 2", "'delete"});
+    machine.says({"'num 3", "'play ", "'yes", "'m 2", "'delete"});
     EXPECT_EQ(machine.answer("'pre"), "previous:  <b>1</b>.  a");
-    say({"'num 2", "'play ", "'yes", "'m 1", "'delete"});
+    machine.says({"'num 2", "'play ", "'yes", "'m 1", "'delete"});
     EXPECT_EQ(machine.answer("'media"), "viewing media list");
     EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  c (<b>.wav</b>)");
     EXPECT_EQ(rows(), Lines{"c.wav rock"});
@@ -175,7 +172,8 @@ TEST_F(SongFilesTest, TheFileThatGoesIsThatOfTheSongInPlay) {
 }
 
 TEST_F(SongFilesTest, NoFileGoesBeforeASongHasBeenStarted) {
-    say({"'num 2", "restart"});
+    machine.owner("'num 2");
+    machine.restart();
     std::filesystem::remove(machine.disk.path() / "music/rock/c.wav");
     // None of these starts one.
     for (const char* line : {"'play ", "'play c", "'num 3", "'rnd c"}) {
@@ -217,11 +215,11 @@ TEST_F(SongFilesTest, RenameCarriesRowAndCountAlong) {
     EXPECT_EQ(counts(), "a.mp3=2\r\nMe.mp3.mp3=4\r\n");
     EXPECT_EQ(machine.state().masterIndex(), -1);
     EXPECT_EQ(machine.answer("'play"), "playing temp:  Me.mp3");
-    say({"'num 3", "'rename y", "'rename z", "'num 2", "'rename C"});
+    machine.says({"'num 3", "'rename y", "'rename z", "'num 2", "'rename C"});
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "C.wav rock", "z.mp3 rock"}));
     EXPECT_EQ(files(), (Lines{"C.wav", "a.mp3", "z.mp3"}));
     EXPECT_EQ(counts(), "a.mp3=2\r\nz.mp3=4\r\n") << "a song never played has none";
-    say({"'num 1", "'rename A"});
+    machine.says({"'num 1", "'rename A"});
     EXPECT_EQ(machine.answer("'times"), "this song has been played <b>2</b> times");
 }
 
@@ -279,7 +277,7 @@ TEST_F(SongFilesTest, TheRenameBoxKeepsBytesAndCharactersOfTheOldName) {
         std::filesystem::remove_all(machine.disk.path() / "music/rock");
         machine.song("rock", onDisk);
         startOn("");
-        say({"'filter wav", "'scan " + machine.drive("music"), "'transfer"});
+        machine.says({"'filter wav", "'scan " + machine.drive("music"), "'transfer"});
         clickRename(0, answer);
         EXPECT_EQ(files(), Lines{then});
         EXPECT_TRUE(machine.answer("'num 1").starts_with("playing:  <b>1</b>"));
