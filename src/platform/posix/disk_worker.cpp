@@ -114,6 +114,7 @@ bool keepOnly(int channel) {
 [[noreturn]] void serve(int channel, const DiskWorker::Answer& answer) {
     ::prctl(PR_SET_NAME, "larkspin-disk");
     ::prctl(PR_SET_PDEATHSIG, SIGKILL); // also while it hangs
+    ::signal(SIGABRT, SIG_DFL); // its end is no crash of the program's, and isn't reported as one
     QuestionReader questions(onlyChannel);
     std::string_view question;
     bool goesOn = keepOnly(channel);

@@ -1,9 +1,12 @@
 #include "platform/posix/crash_report.h"
 
+#include "platform/posix/disk_worker.h"
 #include "shell/trace.h"
 #include "support/temp_directory.h"
 
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -44,6 +47,22 @@ TEST(CrashReport, GoesToTheStandardErrorWhereNoFileCanBe) {
             std::raise(SIGABRT);
         },
         "crashed by an assert or an abort\n.* heard 'next");
+}
+
+TEST(CrashReport, IsNotOfTheEndOfAWorker) {
+    TempDirectory disk;
+    const std::string file = (disk.path() / "crash.txt").native();
+    const auto endAWorker = [&] {
+        Trace trace;
+        reportCrashes(trace, file);
+        const auto worker = DiskWorker::start([](std::string_view) -> DiskAnswer { std::abort(); });
+        worker->send("?");
+        while (!worker->isGone())
+            continue;
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(endAWorker(), testing::ExitedWithCode(0), "");
+    EXPECT_FALSE(std::filesystem::exists(file));
 }
 
 } // namespace larkspin
