@@ -6,12 +6,14 @@ namespace larkspin {
 
 namespace {
 
+constexpr int lastPlace = 100;
+
 constexpr MediaType types[] = {
     {"mp3", "mp3", "*.mp3", "mpeg layer 3", "fmp3", 1},
     {"wav", "wav", "*.wav", "wave", "fwav", 3},
     {"wma", "wma", "*.wma", "windows media audio", "fwma", 2},
     {"midi", "midi", "*.mid", "midi", "fmid", 4},
-    {allMediaTypes, "all", "", "media", "fallt", 5},
+    {allMediaTypes, "all", "", "media", "fallt", lastPlace},
 };
 
 using Texts = std::vector<std::string_view>;

@@ -1,6 +1,5 @@
 // The one table of media types. The media filter, its menu and its words, the patterns of scans and
-// of file dialogs and the help are all made from it: to add a type is to add a row here and, where
-// it needs one, a decoder on the player's list.
+// of file dialogs and the help are all made from it.
 #pragma once
 
 #include "shell/dialogs.h"

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <map>
 #include <numbers>
 #include <spawn.h>
 #include <string>
@@ -13,6 +14,9 @@ namespace larkspin {
 namespace {
 
 constexpr int rate = 44100;
+
+const std::map<std::string, std::string> encoders{
+    {".mp3", "lamemp3enc"}, {".wma", "audioconvert ! avenc_wmav2 ! avmux_asf"}};
 
 bool makeWav(const std::filesystem::path& path, double seconds) {
     std::string samples;
@@ -55,11 +59,12 @@ bool makeSong(const std::filesystem::path& path, double seconds) {
         return makeWav(path, seconds);
     if (path.extension() == ".mid")
         return makeMidi(path, seconds);
-    const std::string encoder =
-        path.extension() == ".mp3" ? "lamemp3enc" : "audioconvert ! avenc_wmav2 ! avmux_asf";
+    const auto encoder = encoders.find(path.extension().native());
+    if (encoder == encoders.end())
+        return false;
     return makeFile("audiotestsrc freq=441 volume=0.75 samplesperbuffer=441 num-buffers=" +
                     std::to_string(std::lround(seconds * 100)) +
-                    " ! audio/x-raw,rate=44100,channels=1 ! " + encoder + intoFile(path));
+                    " ! audio/x-raw,rate=44100,channels=1 ! " + encoder->second + intoFile(path));
 }
 
 std::string intoFile(const std::filesystem::path& path) {

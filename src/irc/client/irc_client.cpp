@@ -47,10 +47,18 @@ const IrcChannel* IrcClient::here() const {
     return place ? &place->channel : nullptr;
 }
 
+bool IrcClient::tellWithoutServer() const {
+    if (!session_.isWelcomed())
+        tell("you are not connected");
+    return !session_.isWelcomed();
+}
+
 bool IrcClient::tellWithoutRoom() const {
-    if (!here())
-        tell(session_.isWelcomed() ? "you are in no room" : "you are not connected");
-    return !here();
+    if (here())
+        return false;
+    if (!tellWithoutServer())
+        tell("you are in no room");
+    return true;
 }
 
 IrcClient::State IrcClient::state() const {
@@ -180,15 +188,13 @@ std::vector<IrcClient::Joined> IrcClient::rooms() const {
 }
 
 void IrcClient::changeNick(const std::string& nick) {
-    if (!session_.isWelcomed())
-        tell("you are not connected");
-    else
+    if (!tellWithoutServer())
         session_.changeNick(std::string(withoutBlanks(nick)));
 }
 
 void IrcClient::message(const std::string& name, const std::string& text) {
-    if (!session_.isWelcomed())
-        return tell("you are not connected");
+    if (tellWithoutServer())
+        return;
     // A message to a room that the owner is in is a line of his there.
     if (const Place* const place = channels_.find(name, session_.features()))
         return speak(place->channel.name(), text, false);

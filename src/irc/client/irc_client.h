@@ -105,7 +105,9 @@ private:
 
     const IrcChannel* here() const;
     void tell(const std::string& text) const { shown_.tell(text); }
-    bool tellWithoutRoom() const; // true when there is none
+    // True when there is none.
+    bool tellWithoutServer() const;
+    bool tellWithoutRoom() const;
 
     void take(const IrcMessage& message);
     void lost();

@@ -1,5 +1,5 @@
 // Which of GStreamer's elements exist for this process. Songs come from strangers: what isn't
-// needed for the four types can't be reached by any file.
+// needed for the media types can't be reached by any file.
 #pragma once
 
 namespace larkspin {

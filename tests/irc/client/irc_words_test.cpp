@@ -121,7 +121,7 @@ TEST_F(IrcWordsTest, WaitForANetworkThatIsNotReachedYet) {
     server.refuses = true;
     typed("/connect irc.test jo #music");
     for (const char* const line : {"/nick jane", "/msg ann hi", "/topic", "/names"})
-        EXPECT_EQ(typed(line), "you are not connected\n") << line;
+        EXPECT_TRUE(typed(line).starts_with("you are not connected\n")) << line;
     typed("/leave");
     server.refuses = false;
     loop.waitUntil(loop.now() + 1min);
