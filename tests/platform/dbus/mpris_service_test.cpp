@@ -38,12 +38,6 @@ struct OnTheSessionBus : testing::Test {
             printed += static_cast<char>(c);
         return printed.substr(0, printed.find('\n'));
     }
-    // What comes once the program has done what it was told.
-    std::string soon(const std::string& words, const std::string& wanted) const {
-        std::string printed;
-        comes([&] { return (printed = client(words)) == wanted; });
-        return printed;
-    }
 
     TempDirectory disk;
     PrivateBus bus;
@@ -84,7 +78,9 @@ TEST_F(OnTheSessionBus, TellsAndDoesWhatAPlayersControlAsksFor) {
     for (const auto& step : steps) {
         if (!step.told.empty())
             client(step.told);
-        EXPECT_EQ(soon(step.asked, step.seen), step.seen) << step.told;
+        std::string seen;
+        comes([&] { return (seen = client(step.asked)) == step.seen; });
+        EXPECT_EQ(seen, step.seen) << step.told;
     }
     child->endInput();
     EXPECT_EQ(child->rest(patience).find("next:"), std::string::npos) << "all without a word";

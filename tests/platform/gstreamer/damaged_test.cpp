@@ -52,7 +52,8 @@ struct DamagedSongs : RealPlayer {
                 bytes.erase(at, upTo(64));
                 break;
             case 2:
-                bytes.insert(at, noise(upTo(63) + 1));
+                for (std::size_t noise = upTo(63) + 1; noise > 0; --noise)
+                    bytes.insert(at, 1, static_cast<char>(upTo(255)));
                 break;
             case 3: // a wrong length
                 bytes.replace(at, 4, 4, upTo(1) ? '\xFF' : '\0');
@@ -61,12 +62,6 @@ struct DamagedSongs : RealPlayer {
                 bytes[at] = static_cast<char>(bytes[at] ^ (1 << upTo(7)));
             }
         }
-        return bytes;
-    }
-    std::string noise(std::size_t size) {
-        std::string bytes;
-        while (bytes.size() < size)
-            bytes += static_cast<char>(upTo(255));
         return bytes;
     }
     std::size_t upTo(std::size_t most) {
