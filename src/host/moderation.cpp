@@ -81,8 +81,8 @@ void Moderation::pass(RoomPeople& room, const People& people, const std::string&
         core_.reply.saychat("fag not found");
 }
 
-// False when the pass is over. It ends as well when the owner sits in another client by now, since
-// that one may number a list of its own alike. What wasn't done isn't said.
+// False when the pass is over. It ends as well when the owner sits in another client by now. What
+// wasn't done isn't said.
 bool Moderation::treat(RoomPeople& room, const Person& person, const Mode& mode) {
     const ThisRun run(core_.state);
     core_.loop.serveTurn();

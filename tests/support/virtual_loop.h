@@ -27,7 +27,6 @@ public:
     void waitWhile(const std::function<bool()>& condition); // which events change
 
     EventAtWork atWork() const override { return queue_.atWork(); }
-    bool isIdle() const { return atWork().depth == 0; }
     bool hasNothingToDo() const { return !queue_.nextDue(); } // now or ever
 
 private:

@@ -263,7 +263,7 @@ void IrcLink::Session::hasWritten(GOutputStream* stream, GAsyncResult* result) {
     writing_ = false;
     GError* error = nullptr;
     const gssize count = g_output_stream_write_finish(stream, result, &error);
-    if (count >= 0) {
+    if (!error) {
         sent_ += static_cast<std::size_t>(count);
         return write();
     }

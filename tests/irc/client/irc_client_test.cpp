@@ -132,6 +132,9 @@ TEST_F(IrcClientTest, NobodyIsSaidToBePutOutOfARoomThatTheOwnerHasLeft) {
     EXPECT_NE(told.find("<b>ann</b>, ejected bastard"), told.npos) << told;
     EXPECT_EQ(told.find("<b>bob</b>"), told.npos) << told;
     EXPECT_EQ(own.people().count(), 3);
+    loop.once(400ms, [&] { irc.connect({.host = "irc.test"}, {.nick = "Owner"}, "#music"); });
+    typed("'ban ", 20s);
+    EXPECT_EQ(own.people().count(), 2); // bob is still at home
 }
 
 TEST_F(IrcClientTest, BansAreAskedForAsSoonAsTheOwnerCouldLiftThem) {

@@ -104,6 +104,19 @@ TEST_P(IrcLinkTest, WhatCannotBeReachedIsToldInPlainWords) {
     EXPECT_TRUE(endOf("127.0.0.1", listener.port(), true).starts_with("|the trusted cert"));
 }
 
+TEST_P(IrcLinkTest, TheTimeToOpenEndsNoConnectionThatStands) {
+    Nanoseconds within = 10ms;
+    do { // a busy machine needs longer
+        log.clear();
+        within *= 2;
+        link = std::make_unique<IrcLink>(loop, IrcLinkTerms{"", within});
+        open("127.0.0.1", listener.port());
+        loop.waitFor([this] { return !log.empty(); }, loop.now() + patience);
+    } while (log != "opened ");
+    loop.waitUntil(loop.now() + 2 * within);
+    EXPECT_EQ(log, "opened ");
+}
+
 TEST_P(IrcLinkTest, AServerThatClosesAtOnceIsToldAsThat) {
     for (const bool encrypted : {false, true}) {
         for (const bool reads : {false, true}) { // what it leaves unread resets the connection

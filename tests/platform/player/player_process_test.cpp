@@ -163,7 +163,7 @@ TEST_F(PlayerProcessTest, EndsAfterAMinuteOfRestAndNotBefore) {
     EXPECT_NE(newChild(before), 0);
     pass(2s);
     EXPECT_TRUE(allEnd());
-    EXPECT_TRUE(loop.isIdle());
+    EXPECT_TRUE(loop.hasNothingToDo());
     EXPECT_EQ(player.PlayState(), PlayState::stopped);
     EXPECT_FALSE(player.wasGivenUp());
 
