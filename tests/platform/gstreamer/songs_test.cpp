@@ -17,8 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-class PlayerTest : public RealPlayer {
-protected:
+struct PlayerTest : RealPlayer {
     struct Sound {
         double seconds = 0, amplitude = 0, frequency = 0;
     };
