@@ -34,6 +34,7 @@ void top(benchmark::State& state) {
         begin = std::chrono::steady_clock::now();
         machine.hear("'top 10");
         state.SetIterationTime(std::chrono::duration<double>(firstLine - begin).count());
+        machine.advance(std::chrono::minutes(1)); // for the other lines
         if (machine.room.lines.size() != 11)
             state.SkipWithError("wrong recital");
     }
