@@ -53,7 +53,7 @@ std::vector<std::string> ownHome(const std::string& home) {
             "ALSA_CONFIG_PATH=/dev/null",
             "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent",
             "DBUS_SYSTEM_BUS_ADDRESS=unix:path=/nonexistent",
-            "LSAN_OPTIONS=detect_leaks=0"};
+            "LSAN_OPTIONS=detect_leaks=0:intercept_tls_get_addr=0"};
 }
 
 std::unique_ptr<Child> Child::start(const std::string& program,
