@@ -39,6 +39,11 @@ struct PlayerProcessTest : RealPlayer {
         EXPECT_TRUE(reaches(player, PlayState::playing));
         return newChild(before);
     }
+    // Only once it stands is it sure to take nothing more that is sent to it.
+    void stop(pid_t process) {
+        ::kill(process, SIGSTOP);
+        EXPECT_TRUE(comesTrue([=] { return stateOf(process) == 'T'; }));
+    }
     bool allEnd() {
         return comesInTime([&] { return newChild(before) == 0; }, 1s);
     }
@@ -77,13 +82,13 @@ TEST_F(PlayerProcessTest, StandingStillForFiveSecondsItIsReplaced) {
     pass(100s);
     EXPECT_EQ(player.PlayState(), PlayState::paused); // that is none
     player.Play();
-    ::kill(first, SIGSTOP);
+    stop(first);
     pass(3s);
     EXPECT_EQ(player.PlayState(), PlayState::playing);
     ::kill(first, SIGCONT);
     player.setCurrentPosition(5);
     EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() > 5.01; }));
-    ::kill(first, SIGSTOP);
+    stop(first);
     pass(3s);
     EXPECT_EQ(player.PlayState(), PlayState::playing); // it had moved
     EXPECT_LT(player.CurrentPosition(), 9);            // and is not believed to go on
@@ -97,7 +102,7 @@ TEST_F(PlayerProcessTest, StandingStillForFiveSecondsItIsReplaced) {
 TEST_F(PlayerProcessTest, ASongThatItNeverTookGoesToAnother) {
     PlayerControl player(loop, playing(fastSink), tell);
     ASSERT_TRUE(isPlayedToItsEnd(player, song("a.wav", 0.1)));
-    ::kill(newChild(before), SIGSTOP);
+    stop(newChild(before));
     player.Open(song("b.wav", 0.1));
     pass(6s);
     EXPECT_TRUE(reaches(player, PlayState::stopped));
@@ -110,7 +115,7 @@ TEST_F(PlayerProcessTest, ASongThatItNeverTookGoesToAnother) {
 TEST_F(PlayerProcessTest, ManyWishesForAnotherSongAreNoLife) {
     PlayerControl player(loop, playing(fastSink), tell);
     ASSERT_TRUE(isPlayedToItsEnd(player, song("a.wav", 0.1)));
-    ::kill(newChild(before), SIGSTOP);
+    stop(newChild(before));
     const std::string next = song("b.wav", 0.1);
     for (int count = 0; count < 4; ++count) {
         player.Open(next);
