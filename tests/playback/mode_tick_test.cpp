@@ -51,6 +51,7 @@ TEST(ModeTick, ContinuesThroughTheListForEver) {
                                                   "next:  <b>1</b>.  a", "next:  <b>2</b>.  b"}));
     EXPECT_EQ(machine.dataFile("played.ini"),
               "[times played]\r\nb.mp3=2\r\nc.wav=2\r\na.mp3=2\r\n");
+    EXPECT_EQ(machine.trayEntry("playtz"), "played 2 times") << "the count that is stored";
     const std::string complaint = gone(machine, "c.wav");
     EXPECT_EQ(machine.saidWithin(20s),
               (Lines{complaint, "next:  <b>1</b>.  a", "next:  <b>2</b>.  b"}));
