@@ -170,6 +170,7 @@ TEST_F(IrcClientTest, RoomsAreNoMoreThanAHundred) {
     for (int number = 2; number <= 101; ++number)
         forced += ":Owner!o@host JOIN #room" + std::to_string(number) + "\r\n";
     EXPECT_EQ(sentOf([&] { server.say(forced); }), "PART #room101\n");
+    EXPECT_TRUE(seen.ends_with("- #room100 is room 100\n- there are too many rooms\n")) << seen;
     EXPECT_EQ(irc.rooms().size(), 100U);
     EXPECT_EQ(joined("#x"), "- there are too many rooms\n");
     const std::string left = sentOf([&] { irc.finish(); }); // in lines that a server takes

@@ -205,6 +205,14 @@ TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
     typed("/limit");
     EXPECT_EQ(server.sent, (Lines{"PART #c", "PART #d"}));
     EXPECT_EQ(typed("/room"), "1  #e (here)\n");
+
+    for (const char* const line : {"/leave", "/join #f", "/leave"})
+        typed(line);
+    server.lose("x");
+    loop.waitUntil(loop.now() + 30s);
+    server.say(":jo!o@host JOIN #f"); // by services, on a connection on which he left nothing
+    typed("/limit");
+    EXPECT_EQ(typed("/room"), "1  #f (here)\n");
 }
 
 TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {

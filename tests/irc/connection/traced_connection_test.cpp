@@ -40,6 +40,12 @@ TEST(TracedConnection, TellsOfLinesButNeitherSecretsNorTalk) {
         EXPECT_EQ(told, fact.empty() ? Lines{}
                                      : (Lines{"network: sent " + fact, "network: got " + fact}));
     }
+    machine.server.say("PI", "");
+    machine.server.say("NG :1\r\nPING :2");
+    machine.run([&] { machine.loop.serveTurn(); });
+    Lines facts = machine.traced();
+    facts.erase(facts.begin(), facts.end() - 2);
+    EXPECT_EQ(facts, (Lines{"network: got PING :1", "network: got PING :2"}));
 }
 
 } // namespace larkspin

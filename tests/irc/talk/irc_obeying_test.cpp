@@ -76,6 +76,8 @@ TEST(IrcObeying, WhatComesBackCountsOnceAndOnlyInItsRoomInTimeAndInTurn) {
 
 TEST_F(IrcObeyingTest, WhatIsNoEchoUnderTheOwnersNameIsShownAtMost) {
     EXPECT_EQ(told(":Owner!o@host PRIVMSG #music :'volume 7"), "Owner: 'volume 7\n");
+    told(":ann!a@h PRIVMSG #music :'volume 7");
+    EXPECT_EQ(traced().back(), "line of others");
 }
 
 TEST(IrcObeying, WhatCameBackIsNoCommandOnceTheOwnerIsElsewhere) {
