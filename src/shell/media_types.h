@@ -14,7 +14,7 @@ namespace larkspin {
 struct MediaType {
     std::string_view word;    // as it is stored, shown and told
     std::string_view typed;   // as the command takes it
-    std::string_view pattern; // of its files; empty: all that stand above it in the table
+    std::string_view pattern; // of its files, one; empty: all that stand above it in the table
     std::string_view files;   // what a file dialog calls them
     std::string_view entry;   // of the tray's menu
     int place;                // in the menu and the help, which have an order of their own
