@@ -29,6 +29,7 @@ TEST(Completion, GoesAsFarAsIsSure) {
     const std::tuple<const char*, const char*, Lines> cases[] = {
         {"'T", "'t", {"'tempo 0-150", "'trig?"}},
         {"'TE", "'tempo ", {}},
+        {"'LE", "'len", {}},
         {"'pla", "'play", {}},
         {"'play", "'play", {"'play", "'play *"}},
         {"", "'", {}},

@@ -227,6 +227,11 @@ TEST_F(Playlists, AreDeletedOnlyWhenTheyAreMeant) {
               "deleted playlist <b>three.lkl\ndeleted playlist <b>two.lkl\n"
               "[box] do you really wanna delete 2 playlists: three.lkl, two.lkl?");
     EXPECT_EQ(machine.trayEntry("numl"), "0 playlists");
+    for (char name = 'a'; name <= 'k'; ++name)
+        machine.owner(std::string("'save ") + name);
+    EXPECT_EQ(machine.answer("'xlist lkl"),
+              "playlists not deleted\n[box] do you really wanna delete 11 playlists: a.lkl, b.lkl, "
+              "c.lkl, d.lkl, e.lkl, f.lkl, g.lkl, h.lkl, i.lkl, j.lkl, ...?");
 }
 
 TEST_F(Playlists, ThatDontFitAreNeverSavedShorter) {
@@ -255,6 +260,9 @@ TEST_F(Playlists, ThatDontFitAreNeverSavedShorter) {
     machine.restart();
     EXPECT_SAID(machine, "<b>1</b> files of the playlist don't fit into the list");
     EXPECT_EQ(linesOfSaved("many"), 32'768);
+    machine.restart();
+    machine.owner("'listrmv 10002");
+    EXPECT_EQ(linesOfSaved("many"), 32'767);
 }
 
 TEST_F(Playlists, OfOtherPlayersAndHandsAreLoadedAsMeant) {

@@ -82,6 +82,12 @@ TEST_F(RefreshTest, KeepsTheRowsOfWhatCantBeListed) {
               "load:  <b>2</b> - mp3s played:  <b>0</b>\n" +
                   unread);
     EXPECT_EQ(machine.titles().size(), 6u);
+    machine.owner("'clearpl");
+    add(rowOfFile("4.mp3", "c:\\"));
+    machine.slowDisk.spans["c:\\"] = 1min;
+    EXPECT_EQ(machine.answer("'ref"),
+              "list refreshed - no change\ncouldn't look into <b>c:\\</b>:  the disk doesn't "
+              "answer - kept <b>1</b> songs");
 }
 
 // The directories of a whole collection on a disk that takes its time for each.
@@ -104,6 +110,14 @@ TEST_F(RefreshTest, AnswersWhileItLists) {
     EXPECT_EQ(machine.state().masterList.count(), 328);
     machine.owner("'next");
     EXPECT_EQ(machine.said(), "next:  <b>1</b>.  a");
+}
+
+TEST_F(RefreshTest, AnswersBetweenTwoDirectoriesOfAFastDisk) {
+    EXPECT_EQ(machine.answerTo([&] {
+        machine.loop.post([&] { machine.hear("'ref"); });
+        machine.hear("'ref");
+    }),
+              "im still refreshing, wait\nlist refreshed - no change");
 }
 
 TEST_F(RefreshTest, ListsWhatTheFilterLetsThrough) {
