@@ -200,8 +200,7 @@ TEST_P(IrcLinkTest, EncryptedBytesGoBothWaysAndAllArrivesBeforeTheEnd) {
 TEST_P(IrcLinkTest, AServerThatHasMuchMoreToSayGetsAllBeforeTheEnd) {
     const auto finish = [this](std::string_view) {
         link->send("QUIT\r\n");
-        link->finish(patience);
-        log += "|";
+        log += spanOf([&] { link->finish(patience); }) < patience ? "|" : "given up";
     };
     link->open({"127.0.0.1", listener.port(), false}, {[] {}, finish, {}});
     std::string arrived;
