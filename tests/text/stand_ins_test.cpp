@@ -28,6 +28,7 @@ TEST(StandIns, LeaveAsWhatTheyStandForAndComeBackFromWhatIsTyped) {
     EXPECT_EQ(asSeen("c:\\a\uF03Fb\\c.mp3"), "c:\\a?b\\c.mp3");
     EXPECT_EQ(asStoredPath("c:\\a?b/c:.mp3"), "c:\\a\uF03Fb/c\uF03A.mp3");
     EXPECT_EQ(visibleText("a\uF03F\uF00A\uF041\nb", " / "), "a?\u240A\uF041 / b");
+    EXPECT_EQ(visibleText("\u200A\u200B\u200F\u2010", ""), "\u200A\uFFFD\uFFFD\u2010");
 }
 
 TEST(StandIns, AreFoundByWhatIsSeen) {
