@@ -77,7 +77,7 @@ std::optional<std::string> OwnRoom::othersName(const std::string& given) const {
 // Lets somebody in who isn't in the room yet. Returns his name as it is shown; nothing when he
 // can't come in.
 std::optional<std::string> OwnRoom::admit(const std::string& given) {
-    const auto name = othersName(given);
+    auto name = othersName(given);
     if (!name)
         return std::nullopt;
     if (const auto row = rowOfName(ejected(), *name)) {

@@ -148,7 +148,8 @@ Completion completionAmong(const std::vector<CompletedWord>& words, std::string_
     for (const auto& [word, arguments] : words) {
         if (!foldCase(word).starts_with(beginning))
             continue;
-        fitting.add(word, arguments.empty() ? word : word + ' ' + arguments);
+        fitting.add(word,
+                    arguments.empty() ? word : std::string(word).append(" ").append(arguments));
         // Arguments that begin with "[" can be left out.
         takesArgument = takesArgument && !arguments.empty() && !arguments.starts_with('[');
     }

@@ -165,7 +165,7 @@ FileChange LineFiles::savelines(const std::string& path, const RowList& list,
         return saveAfter(path, lines);
     if (kept.seen && !kept.hasBeside)
         return saveWithOthers(path, kept, lines);
-    const FileChange outcome = replaceWithBeside(path, lines);
+    FileChange outcome = replaceWithBeside(path, lines);
     if (outcome)
         remember(kept, lines, lines);
     return outcome;
@@ -204,7 +204,7 @@ FileChange LineFiles::saveWithOthers(const std::string& path, Kept& kept,
         });
     }
     const std::string all = lines + others;
-    const FileChange outcome = files_.replace(path, all);
+    FileChange outcome = files_.replace(path, all);
     if (outcome) {
         kept.others = std::move(others);
         remember(kept, all, lines);
@@ -219,7 +219,7 @@ FileChange LineFiles::replaceLines(const std::string& path, const RowList& list,
 
 // Replaces the file, and removes the one beside it, whose lines are among these.
 FileChange LineFiles::replaceWithBeside(const std::string& path, const std::string& lines) {
-    const FileChange outcome = files_.replace(path, lines);
+    FileChange outcome = files_.replace(path, lines);
     if (outcome && std::exchange(kept_[path].hasBeside, false))
         files_.remove(path + std::string(besideEnding));
     return outcome;

@@ -106,7 +106,7 @@ FileChange PlaylistFiles::mayBeSaved(const std::string& name) {
         return whyNot(name);
     if (isPart_) {
         // A file that couldn't be read at the start may be readable by now.
-        const FileChange joined = joinLackingRows();
+        FileChange joined = joinLackingRows();
         const bool isOwn = name == shownName();
         if (isOwn && lacksNamed_)
             return joined;

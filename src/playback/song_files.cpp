@@ -158,8 +158,7 @@ std::optional<SongFiles::Change> SongFiles::deleteFile(const Song& song) {
 }
 
 std::optional<SongFiles::Change> SongFiles::renameFile(const Song& song, const Song& renamed) {
-    const auto moved =
-        changeFile(song, [&] { return files_.rename(song.path(), renamed.title()); });
+    auto moved = changeFile(song, [&] { return files_.rename(song.path(), renamed.title()); });
     if (moved && moved->file && moved->nothingFollows)
         becomeInPlay(renamed);
     return moved;

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t longestValue = 749;
 // In bytes. Real settings take two or three thousand. The file is read very often, and one larger
 // than this would slow each read down.
-constexpr std::size_t largestSettings = 1024 * 1024;
+constexpr std::size_t largestSettings = std::size_t{1024} * 1024;
 constexpr std::string_view ownSection = "lark";
 
 struct Default {

@@ -77,10 +77,10 @@ bool isNumbered(char32_t code, char32_t base, char32_t count) {
 void appendParts(std::u32string& text, char32_t code) {
     if (isNumbered(code, syllableBase, leads * vowels * tails)) {
         const char32_t number = code - syllableBase, tail = number % tails;
-        text += leadBase + number / (vowels * tails);
-        text += vowelBase + number / tails % vowels;
+        text.push_back(leadBase + number / (vowels * tails));
+        text.push_back(vowelBase + number / tails % vowels);
         if (tail > 0)
-            text += tailBase + tail;
+            text.push_back(tailBase + tail);
         return;
     }
     const auto found =

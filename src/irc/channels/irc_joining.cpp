@@ -203,9 +203,8 @@ void IrcJoining::cameIn(const std::string& channel) {
 
 void IrcJoining::take(const IrcMessage& message) {
     const std::string& command = message.command;
-    if (command == "PART" && session_.isSelf(message.nick()))
-        left(message.parameter(0));
-    else if (command == "KICK" && session_.isSelf(message.parameter(1)))
+    const bool isPart = command == "PART" && session_.isSelf(message.nick());
+    if (isPart || (command == "KICK" && session_.isSelf(message.parameter(1))))
         left(message.parameter(0));
     else if (numeric::isRefusal(command))
         refused(message.parameter(1));

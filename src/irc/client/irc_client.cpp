@@ -246,7 +246,7 @@ void IrcClient::sayShown(const std::string& line) {
 void IrcClient::speak(std::string channel, const std::string& line, bool isShown) {
     // Asked first, since the line may take the owner elsewhere.
     const bool isElsewhere = !session_.isSame(channel, name());
-    if (!speech_.say(IrcOutgoing::Kind::typed, {channel, line, isShown || isElsewhere}))
+    if (!speech_.say(IrcOutgoing::Kind::typed, {std::move(channel), line, isShown || isElsewhere}))
         tell("too much waits to be said");
     else if (isElsewhere)
         tell("to " + visibleName(channel) + ": " + plainMarkup(line));

@@ -140,7 +140,7 @@ std::string ircCodesBetween(const MarkupStyle& from, const MarkupStyle& to, std:
     const auto had = numberOf(from.color);
     const auto wanted = numberOf(to.color);
     if (had && !wanted) {
-        codes += plain;
+        codes.push_back(plain);
         now = {};
     } else if (wanted != had) {
         const char digits[] = {numberedColor, static_cast<char>('0' + *wanted / 10),
@@ -149,11 +149,11 @@ std::string ircCodesBetween(const MarkupStyle& from, const MarkupStyle& to, std:
     }
     const std::size_t afterColor = codes.size();
     if (now.bold != to.bold)
-        codes += bold;
+        codes.push_back(bold);
     if (now.italic != to.italic)
-        codes += italic;
+        codes.push_back(italic);
     if (now.underlined != to.underlined)
-        codes += underlined;
+        codes.push_back(underlined);
     if (codes.size() == afterColor && wanted != had && text.starts_with(','))
         codes += {bold, bold};
     return codes;
