@@ -147,6 +147,15 @@ void IrcJoining::enter(int number) {
     enter(channels_.all()[static_cast<std::size_t>(number) - 1]);
 }
 
+void IrcJoining::enter(const std::string& given) {
+    const auto name = channelNamed(given);
+    if (!name)
+        return;
+    if (const auto* const place = channels_.find(*name, session_.features()))
+        return enter(*place);
+    events_.tell("you are not in " + visibleName(*name));
+}
+
 void IrcJoining::enter(const IrcChannels::Place& place) {
     entering_.clear();
     if (!place.isBeingLeft)

@@ -39,6 +39,7 @@ public:
     void join(const std::string& name, const std::string& key) { join(name, key, false); }
     void joinAndEnter(const std::string& name) { join(name, {}, true); }
     void enter(int number);
+    void enter(const std::string& given);
     void leave(const std::string& farewell);
 
     // The room in which the owner wants to be on this network, even if he was put out of it. Empty

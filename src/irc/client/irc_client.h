@@ -60,6 +60,7 @@ public:
     void leave();
     std::vector<Joined> rooms() const;
     void enterRoom(int number) { joining_.enter(number); }
+    void enterRoom(const std::string& name) { joining_.enter(name); }
 
     // These tell their outcome themselves. `topic` asks for the topic, or sets it.
     void changeNick(const std::string& nick);

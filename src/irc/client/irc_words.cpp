@@ -102,7 +102,7 @@ std::vector<SlashWord> IrcWords::words() {
     return all;
 }
 
-// On a network the owner can't speak for others, and rooms are chosen by their numbers.
+// On a network the owner can't speak for others, and rooms have numbers, too.
 std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
     std::vector<SlashWord> words = roomWords(own_, tell_);
     for (SlashWord& word : words) {
@@ -225,15 +225,16 @@ bool IrcWords::changeNick(std::string_view rest) {
 }
 
 bool IrcWords::room(std::string_view rest) {
-    const std::string_view number = takeWord(rest);
-    if (number.empty()) {
+    const std::string_view wanted = takeWord(rest);
+    if (!isBlank(rest))
+        return false;
+    if (wanted.empty())
         tellRooms();
-        return true;
-    }
-    const auto wanted = plainNumber(number, 0, static_cast<int>(IrcClient::mostRooms));
-    if (wanted && isBlank(rest))
-        irc_.enterRoom(*wanted);
-    return wanted && isBlank(rest);
+    else if (const auto number = plainNumber(wanted, 0, static_cast<int>(IrcClient::mostRooms)))
+        irc_.enterRoom(*number);
+    else
+        irc_.enterRoom(std::string(wanted));
+    return true;
 }
 
 void IrcWords::tellRooms() const {
