@@ -1,7 +1,9 @@
 #include "platform/posix/line_history.h"
 
 #include "shell/files.h"
+#include "text/fold.h"
 #include "text/parts.h"
+#include "text/typed_words.h"
 #include "text/utf8.h"
 
 #include <utility>
@@ -23,6 +25,12 @@ bool canBeTyped(std::string_view line) {
         line.remove_prefix(character.length);
     }
     return count > 0 && count <= LineHistory::mostCharacters;
+}
+
+// Whether the line tells a room's key: `/join ROOM KEY`. Keys come into no file.
+bool tellsKey(std::string_view line) {
+    return equalFolded(takeWord(line), "/join") && !takeWord(line).empty() &&
+           !takeWord(line).empty();
 }
 
 } // namespace
@@ -50,7 +58,8 @@ void LineHistory::save() {
         return;
     std::string contents;
     for (const std::string& line : lines_)
-        contents += line + '\n';
+        if (!tellsKey(line))
+            contents += line + '\n';
     files_.replace(path_, contents);
     isChanged_ = false;
 }

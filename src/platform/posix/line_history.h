@@ -23,7 +23,7 @@ public:
     // one line. When there are too many, the oldest go.
     void add(std::string_view line);
 
-    // Replaces the file if a line has been added.
+    // Replaces the file if a line has been added, without the lines that tell a room's key.
     void save();
 
 private:

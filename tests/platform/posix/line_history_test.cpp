@@ -20,11 +20,12 @@ struct LineHistoryTest : testing::Test {
 
 TEST_F(LineHistoryTest, OutlivesItsRun) {
     LineHistory first = history();
-    for (const char* line : {"'play \u00E4", "'stop", "'stop", "", "two\nlines"})
+    for (const char* line :
+         {"'play \u00E4", "'stop", "'stop", "", "two\nlines", " /JOIN #a  key", "/join #a "})
         first.add(line);
     first.save();
     LineHistory second = history();
-    EXPECT_EQ(second.lines(), (Lines{"'play \u00E4", "'stop"}));
+    EXPECT_EQ(second.lines(), (Lines{"'play \u00E4", "'stop", "/join #a "}));
     second.save();
     for (int line = 0; line < 500; ++line)
         second.add(std::to_string(line));
