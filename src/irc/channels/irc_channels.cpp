@@ -46,11 +46,12 @@ void IrcChannels::enter(const Place& place) {
 }
 
 IrcChannels::Place* IrcChannels::nextToLeave() {
-    if (here() && here()->isBeingLeft)
-        for (auto place = places_.rbegin(); place != places_.rend(); ++place)
-            if (!place->isBeingLeft)
-                return &*place;
-    return here();
+    if (here() && !here()->isBeingLeft)
+        return here();
+    for (auto place = places_.rbegin(); place != places_.rend(); ++place)
+        if (!place->isBeingLeft)
+            return &*place;
+    return nullptr;
 }
 
 void IrcChannels::take(const IrcMessage& message, const IrcFeatures& features) {

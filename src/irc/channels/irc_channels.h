@@ -43,8 +43,7 @@ public:
     void enter(const Place& place);
 
     // The channel that the owner leaves next. That is the room, or, if the room is being left
-    // already, the channel that becomes the room after it. If all are being left, it is the room
-    // again.
+    // already, the channel that becomes the room after it; none if all are being left.
     Place* nextToLeave();
 
     // Everything that is told of channels and people.

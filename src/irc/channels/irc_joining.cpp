@@ -173,21 +173,22 @@ void IrcJoining::leave(const std::string& farewell) {
         wantedRoom_ = roomAfterLeaving();
         return;
     }
-    // He is in none yet, so he leaves the one that would be the room. If the server has been asked
-    // for it, it will still let him in.
+    // He is in none, or soon in none, so he leaves the one that would be the room. If the server
+    // has been asked for it, it will still let him in.
     const std::string next = entering_.empty() && !wanted_.empty() ? wanted_.front() : entering_;
     if (session_.isWelcomed() && !next.empty())
         leaving_.push_back(next);
     wantNoMore(next);
     entering_.clear();
     wantedRoom_ = wanted_.empty() ? "" : wanted_.front();
-    events_.tell("you are in no room");
+    if (!channels_.here()) // else the server tells when he has left
+        events_.tell("you are in no room");
 }
 
 // The room once those that he is leaving have been left; empty for none.
 std::string IrcJoining::roomAfterLeaving() const {
     const auto* const place = channels_.nextToLeave();
-    return place && !place->isBeingLeft ? place->channel.name() : "";
+    return place ? place->channel.name() : "";
 }
 
 void IrcJoining::cameIn(const std::string& channel) {
