@@ -198,8 +198,11 @@ TEST_F(RefreshTest, OfAnEmptyListAndInSilence) {
     machine.owner("'clearpl");
     converse(machine, {Turn({"'ref x", "'ref "}, "nothin to refresh, bitch"),
                        Turn("'ref", "list refreshed - no change")});
+    addFile("rock", "a.mp3");
+    machine.song("rock", "new.mp3");
     machine.state().silnt = true;
-    EXPECT_EQ(machine.answer("'ref x"), "[box] scanning");
+    EXPECT_EQ(machine.answer("'ref rock"), "[box] scanning");
+    EXPECT_EQ(machine.titles(), Lines{"a.mp3"});
 }
 
 TEST_F(RefreshTest, LeavesTheListAloneWhenAnotherScanComesIn) {
