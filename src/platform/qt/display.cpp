@@ -150,31 +150,31 @@ Display::~Display() = default;
 // By the rules of X, a program that draws the windows of all together owns this name. On Wayland Qt
 // can't fade a window, and complains each time.
 bool Display::drawsTransparency() const {
-    return isX() && isOwned("_NET_WM_CM_S0");
+    return isOwned("_NET_WM_CM_S0");
 }
 
 bool Display::hasTray() const {
-    return isX() && isOwned(trayName);
+    return isOwned(trayName);
 }
 
 void Display::onTray(Task task) {
-    if (!isX())
+    if (!connection())
         return;
-    newcomers_ = std::make_unique<Newcomers>(
-        application_->nativeInterface<QNativeInterface::QX11Application>()->connection(),
-        std::move(task));
+    newcomers_ = std::make_unique<Newcomers>(connection(), std::move(task));
     application_->installNativeEventFilter(newcomers_.get());
 }
 
-bool Display::isX() const {
-    return application_->nativeInterface<QNativeInterface::QX11Application>() != nullptr;
+xcb_connection_t* Display::connection() const {
+    const auto* const x = application_->nativeInterface<QNativeInterface::QX11Application>();
+    return x ? x->connection() : nullptr;
 }
 
 bool Display::isOwned(std::string_view name) const {
-    xcb_connection_t* const connection =
-        application_->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, atomOf(connection, name)), nullptr));
+    xcb_connection_t* const x = connection();
+    if (!x)
+        return false;
+    const Reply<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, atomOf(x, name)), nullptr));
     return owner && owner->owner != XCB_NONE;
 }
 

@@ -10,6 +10,7 @@
 class QAbstractNativeEventFilter;
 class QApplication;
 class QObject;
+struct xcb_connection_t;
 
 namespace larkspin {
 
@@ -44,8 +45,8 @@ public:
     void run();
 
 private:
-    bool isX() const;
-    bool isOwned(std::string_view name) const; // on X
+    xcb_connection_t* connection() const; // null where the display isn't one of X
+    bool isOwned(std::string_view name) const;
 
     std::unique_ptr<QApplication> application_;
     std::unique_ptr<QAbstractNativeEventFilter> newcomers_;

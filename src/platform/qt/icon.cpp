@@ -16,9 +16,10 @@ QIcon programIcon() {
     for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
         QPixmap pixmap(size, size);
         pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        drawing.render(&painter);
-        painter.end();
+        {
+            QPainter painter(&pixmap);
+            drawing.render(&painter);
+        }
         icon.addPixmap(pixmap);
     }
     return icon;

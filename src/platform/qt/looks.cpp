@@ -20,6 +20,10 @@ QStringList familiesFor(std::string_view family) {
     return {"Arial", "Liberation Sans", "Arimo", "Nimbus Sans"};
 }
 
+bool isDark(const QColor& color) {
+    return qGray(color.rgb()) < 128;
+}
+
 } // namespace
 
 void applyLooks(QApplication& application) {
@@ -85,7 +89,7 @@ QColor between(const QColor& first, const QColor& second, double share) {
 QColor legible(const QColor& front, const QColor& ground) {
     constexpr int leastDifference = 70; // of grey; plain red on black has 87
     // Steps towards black or white, whichever differs more from the ground.
-    const QColor far = qGray(ground.rgb()) < 128 ? Qt::white : Qt::black;
+    const QColor far = isDark(ground) ? Qt::white : Qt::black;
     QColor seen = front;
     for (double share = 0.1; std::abs(qGray(seen.rgb()) - qGray(ground.rgb())) < leastDifference;
          share += 0.1)
@@ -106,8 +110,7 @@ void drawOutline(QPainter& painter, const QRect& box, const QColor& color) {
 
 QColor outlineOf(Color background) {
     const QColor ground = toQt(background);
-    return between(qGray(ground.rgb()) < 128 ? toQt(aqua) : QColor(Qt::black), ground,
-                   outlineShare);
+    return between(isDark(ground) ? toQt(aqua) : QColor(Qt::black), ground, outlineShare);
 }
 
 } // namespace larkspin

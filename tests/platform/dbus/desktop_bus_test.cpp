@@ -157,8 +157,10 @@ TEST_F(TrayOnABus, ShowsAndHidesByOneClickAndTakesTwoAsOne) {
 }
 
 TEST_F(TrayOnABus, ChoosesFromTheMenuWhichIsThatOfTheMoment) {
+    disk.write("larkspin/a_b&c.lkl", "");
     beginWith(true);
     EXPECT_TRUE(menu().contains("view 0 files"));
+    EXPECT_TRUE(menu().contains("a__b_&c.lkl")) << "escaped";
     choose("lks version");
     EXPECT_TRUE(sees("^larkspin$"));
     choose("exit");

@@ -29,17 +29,29 @@ struct DesktopProgramTest : DesktopProgram {
 };
 
 TEST_F(DesktopProgramTest, NamesTheOtherProgramWhereThereIsNoDisplay) {
-    for (const char* const display : {"", ":4711"}) {
+    for (const auto& [display, said] : {std::pair("", "no display"), {":4711", "not connect"}}) {
         const auto child = start(display);
-        EXPECT_TRUE(child->says("no display to show windows on; larkspin-tty", patience));
+        EXPECT_TRUE(child->shows(said, patience));
+        EXPECT_TRUE(child->says("to show windows on; larkspin-tty", patience));
         EXPECT_EQ(child->ends(patience), EX_UNAVAILABLE);
     }
     EXPECT_EQ(disk.read("larkspin/larkspin.ini"), "");
 }
 
-TEST_F(DesktopProgramTest, ShowsTheMediaWindowWhereThereIsNoTrayAndSavesWhenToldToEnd) {
+TEST_F(DesktopProgramTest, DrawsWhereItsOwnerSaysByQtsVariables) {
+    also = {"QT_QPA_PLATFORM=offscreen"};
+    disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\n");
+    const auto child = start(":4711");
+    EXPECT_TRUE(comes([&] { return hasSaved("\nload=2"); }));
+    ::kill(child->id(), SIGTERM);
+    EXPECT_EQ(child->ends(patience), 0);
+}
+
+TEST_F(DesktopProgramTest, ShowsTheMediaWindowUntilThereIsATrayAndSavesWhenToldToEnd) {
     const auto child = welcomed();
     EXPECT_TRUE(sees("^larkspin media$"));
+    startTray();
+    rightClickIcon();
     ::kill(child->id(), SIGTERM);
     EXPECT_EQ(child->ends(patience), 0);
     EXPECT_TRUE(hasSaved());

@@ -1,6 +1,7 @@
 #include "platform/qt/room/input_line.h"
 
 #include "platform/posix/line_history.h"
+#include "platform/qt/keys.h"
 #include "platform/qt/qt_text.h"
 
 #include <QApplication>
@@ -63,7 +64,7 @@ void InputLine::endSecret(std::string line) {
 
 // Whether the key has been dealt with.
 bool InputLine::takeSecretKey(int key) {
-    const bool isEnd = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool isEnd = isReturn(key);
     if (secret_ && (isEnd || key == Qt::Key_Escape))
         endSecret(isEnd ? text().toStdString() : "");
     else if (isEnd)

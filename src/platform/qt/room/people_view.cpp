@@ -11,17 +11,18 @@
 
 namespace larkspin {
 
-// Qt isn't told of changes between two refreshes, so there are as many rows as at the last one.
+// Qt isn't told of changes between two refreshes, so it reads the people as they were at the last
+// one.
 class PeopleView::Model : public QAbstractListModel {
 public:
     Model(Source source, QColor dimmed) : source_(std::move(source)), dimmed_(std::move(dimmed)) {}
 
     int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : count_;
+        return parent.isValid() ? 0 : people_.count();
     }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        const std::string_view name = source_.people().row(index.row());
+        const std::string_view name = people_.row(index.row());
         if (role == Qt::DisplayRole)
             return toQt(visibleName(name)) + (source_.isIgnored(name) ? " (ignored)" : "");
         if (role == Qt::ForegroundRole && source_.isIgnored(name))
@@ -31,14 +32,14 @@ public:
 
     void refresh() {
         beginResetModel();
-        count_ = source_.people().count();
+        people_ = source_.people();
         endResetModel();
     }
 
 private:
     Source source_;
     QColor dimmed_;
-    int count_ = 0;
+    RowList people_;
 };
 
 PeopleView::PeopleView(Source source)
@@ -46,30 +47,24 @@ PeopleView::PeopleView(Source source)
                                      between(palette().color(QPalette::Text), Qt::black, 0.5))) {
     setModel(model_.get());
     setUniformItemSizes(true);
-    setEditTriggers(NoEditTriggers);
-    setTextElideMode(Qt::ElideRight);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
 }
 
-PeopleView::~PeopleView() {
-    setModel(nullptr);
-}
+PeopleView::~PeopleView() = default;
 
 // The scrolled place and the chosen row stay, whoever comes and goes.
 void PeopleView::refresh() {
     const QVariant chosen = currentIndex().data();
     const int top = verticalScrollBar()->value();
     model_->refresh();
+    for (int row = 0; chosen.isValid() && row < model_->rowCount(); ++row)
+        if (model_->index(row).data() == chosen)
+            selectionModel()->setCurrentIndex(model_->index(row),
+                                              QItemSelectionModel::ClearAndSelect);
     // Qt would do this later, and the scroll bar has no room before it.
     doItemsLayout();
     verticalScrollBar()->setValue(top);
-    for (int row = 0; chosen.isValid() && row < model_->rowCount(); ++row)
-        if (model_->index(row).data() == chosen) {
-            selectionModel()->setCurrentIndex(model_->index(row),
-                                              QItemSelectionModel::ClearAndSelect);
-            return;
-        }
 }
 
 } // namespace larkspin

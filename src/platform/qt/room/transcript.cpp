@@ -40,8 +40,6 @@ std::string shortened(const std::string& text) {
 Transcript::Transcript() {
     setReadOnly(true);
     setUndoRedoEnabled(false);
-    setAcceptDrops(false);
-    setTabChangesFocus(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -106,13 +104,12 @@ void Transcript::append(const Entry& entry) {
 
 int Transcript::dropOldest() {
     const int tooMany = document()->blockCount() - mostLines;
-    if (tooMany <= 0)
+    if (tooMany < 1)
         return 0;
     const QTextBlock first = document()->findBlockByNumber(tooMany);
-    const auto top = [&] { return document()->documentLayout()->blockBoundingRect(first).top(); };
     // How much text disappears above the oldest line that stays, so that the view can be moved by
     // that.
-    const double before = top();
+    const double before = document()->documentLayout()->blockBoundingRect(first).top();
     QTextCursor cursor(document());
     cursor.setPosition(first.position(), QTextCursor::KeepAnchor);
     cursor.removeSelectedText();

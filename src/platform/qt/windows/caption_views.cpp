@@ -1,5 +1,6 @@
 // Labels, buttons and swatches, which show a caption or a colour. What can be pressed is a button
 // to a screen reader, even where it looks like a label, as in the strip at the window's top.
+#include "platform/qt/keys.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/windows/control_view.h"
@@ -29,6 +30,10 @@ struct CaptionLook {
     bool isCentred, isOnStrip, hasBox;
 };
 
+QString captionOf(const Control& control) {
+    return control.text ? toQt(control.text()) : QString();
+}
+
 // Blanks in front of a label's caption place it, so they are drawn. A button's caption stands in
 // the middle without them.
 void drawCaption(QPainter& painter, const QWidget& widget, const QString& caption, bool isCentred) {
@@ -37,7 +42,6 @@ void drawCaption(QPainter& painter, const QWidget& widget, const QString& captio
         !glyph.isEmpty()) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.fillPath(glyph, painter.pen().color());
-        painter.setRenderHint(QPainter::Antialiasing, false);
         return;
     }
     const QString text = isCentred ? caption.trimmed() : caption;
@@ -121,18 +125,15 @@ public:
 
 private:
     void show(const Control& control) override {
-        const std::string caption = control.text ? control.text() : std::string();
-        if (caption == caption_)
-            return;
-        caption_ = caption;
+        const QString caption = captionOf(control);
         auto& label = static_cast<LabelWidget&>(widget());
-        label.setText(toQt(caption));
+        if (label.text() == caption)
+            return;
+        label.setText(caption);
         const QString words = label.text().simplified();
         label.setAccessibleName(control.spoken.empty() ? words
                                                        : toQt(control.spoken) + ": " + words);
     }
-
-    std::string caption_;
 };
 
 class ButtonView : public ControlView {
@@ -150,35 +151,27 @@ private:
     }
 
     void show(const Control& control) override {
-        const std::string caption = control.text ? control.text() : std::string();
-        if (caption == caption_)
+        const QString caption = captionOf(control);
+        if (button().text() == caption)
             return;
-        caption_ = caption;
-        button().setText(toQt(caption));
+        button().setText(caption);
         button().setAccessibleName(control.spoken.empty() ? button().text().simplified()
                                                           : toQt(control.spoken));
     }
 
-    // The program is told of press and release one by one, so what Qt makes of them is left out. A
-    // click that Qt tells of then comes from a keyboard or a screen reader.
-    bool pressed(const QMouseEvent& event) override {
-        button().setDown(true);
-        ControlView::pressed(event);
-        return true;
-    }
+    // The program is told of press and release one by one, so Qt, which draws the press, makes no
+    // click of them. One that Qt tells of comes from a keyboard or a screen reader.
     bool released(const QMouseEvent& event) override {
         button().setDown(false);
         ControlView::released(event);
         return true;
     }
     bool strike(const QKeyEvent& event) override {
-        const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-        if (isReturn)
-            pressIt();
-        return isReturn;
+        if (!isReturn(event.key()))
+            return false;
+        pressIt();
+        return true;
     }
-
-    std::string caption_;
 };
 
 class SwatchWidget : public QLabel {

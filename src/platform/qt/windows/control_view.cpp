@@ -1,5 +1,6 @@
 #include "platform/qt/windows/control_view.h"
 
+#include "platform/qt/keys.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/windows/dropped_paths.h"
@@ -13,10 +14,8 @@ namespace larkspin {
 
 ControlView::ControlView(const ViewParts& parts, const Control& control,
                          std::unique_ptr<QWidget> widget)
-    : parts_(parts), name_(control.name), kind_(control.kind), widget_(std::move(widget)) {
+    : parts_(parts), name_(control.name), widget_(std::move(widget)) {
     widget_->setParent(&parts.parent);
-    // It shows with the first refresh, which gives it its place.
-    widget_->hide();
     widget_->setObjectName(toQt(control.name));
     widget_->setFont(fontOf(control.font));
     widget_->setAccessibleName(toQt(control.spoken.empty() ? control.name : control.spoken));
@@ -33,17 +32,17 @@ void ControlView::listenTo(QWidget& inner) {
     inner.setAcceptDrops(described && described->onDrop);
 }
 
-void ControlView::refresh(const Control& control, int dpi) {
-    const bool isIn = isOnWindow(hand().window(), control);
+void ControlView::refresh(int dpi) {
+    const Control* const described = control();
+    const bool isIn = described && isOnWindow(hand().window(), *described);
     if (isIn) {
-        if (const QRect place = pixelsOf(control.place, dpi); widget_->geometry() != place)
-            widget_->setGeometry(place);
-        const std::pair colors(control.foreground, control.background);
+        widget_->setGeometry(pixelsOf(described->place, dpi));
+        const std::pair colors(described->foreground, described->background);
         if (colors_ != colors) {
             colors_ = colors;
-            dress(control);
+            dress(*described);
         }
-        show(control);
+        show(*described);
     }
     if (widget_->isHidden() == isIn) // also out of the order in which the keyboard goes through
         widget_->setVisible(isIn);
@@ -68,18 +67,13 @@ bool ControlView::released(const QMouseEvent& event) {
     return false;
 }
 
-// The release after a double click is no click, or what the double click has done would be followed
-// by what a click does.
-bool ControlView::releasedAfterDoubleClick() {
-    hand().passes([](Window& window) { window.dragged = false; });
-    return false;
-}
-
 // If nothing reacts to a double click, it is one more press.
 bool ControlView::pressedAgain(const QMouseEvent& event) {
     const Control* const described = control();
-    if (!described || !described->onDoubleClick)
-        return pressed(event);
+    if (!described || !described->onDoubleClick) {
+        pressed(event);
+        return false;
+    }
     hand().does([name = name_](Window& window) { doubleClick(window, name); });
     return true;
 }
@@ -100,9 +94,9 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
             parts_.mover.grip(mouse().globalPosition().toPoint());
         return isLeft() && pressed(mouse());
     case QEvent::MouseButtonRelease:
-        if (isLeft() && std::exchange(isDoubleClicked_, false))
-            return releasedAfterDoubleClick();
-        return isLeft() && released(mouse());
+        // After a double click it is no click, or what the double click has done would be followed
+        // by what a click does.
+        return isLeft() && !isDoubleClicked_ && released(mouse());
     case QEvent::MouseButtonDblClick:
         isDoubleClicked_ = isLeft() && pressedAgain(mouse());
         return isDoubleClicked_;
@@ -110,10 +104,6 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
         return mouseMoved(mouse());
     case QEvent::KeyPress:
         return keyPressed(static_cast<QKeyEvent&>(*event));
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-        widget_->update();
-        return false;
     case QEvent::ContextMenu:
         // What reacts to a mouse-down by itself is a title label, by which a window is dragged.
         if (const Control* const described = control(); !described || !described->onMouseDown)
@@ -133,40 +123,24 @@ bool ControlView::mouseMoved(const QMouseEvent& event) {
     if (event.buttons() & Qt::LeftButton)
         parts_.mover.follow(event.globalPosition().toPoint());
     else
-        hover();
+        hand().passes([name = name_](Window& window) { hover(window, name); });
     return false;
-}
-
-// The mouse moves pixel by pixel. One event per turn is enough for the program.
-void ControlView::hover() {
-    if (std::exchange(*isHovering_, true))
-        return;
-    hand().passes([name = name_, isHovering = isHovering_](Window& window) {
-        *isHovering = false;
-        larkspin::hover(window, name);
-    });
 }
 
 bool ControlView::keyPressed(const QKeyEvent& event) {
     const auto sends = [this](Key key) {
         hand().does([name = name_, key](Window& window) { pressKey(window, name, key); });
     };
-    switch (event.key()) {
-    case Qt::Key_Escape:
+    if (event.key() == Qt::Key_Escape) {
         // The control hears of Escape first, and then the window closes.
         sends(Key::escape);
         hand().does([](Window& window) { closeWindow(window); });
         return true;
-    case Qt::Key_Delete:
-        sends(Key::del);
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        sends(Key::enter);
-        break;
-    default:
-        break;
     }
+    if (event.key() == Qt::Key_Delete)
+        sends(Key::del);
+    if (isReturn(event.key()))
+        sends(Key::enter);
     return strike(event);
 }
 
@@ -206,11 +180,9 @@ std::unique_ptr<ControlView> makeView(const ViewParts& parts, const Control& con
         return makeComboView(parts, control);
     case Control::Kind::swatch:
         return makeSwatchView(parts, control);
-    case Control::Kind::label:
-    case Control::Kind::button:
-        break;
+    default:
+        return makeCaptionView(parts, control);
     }
-    return makeCaptionView(parts, control);
 }
 
 } // namespace larkspin

@@ -28,11 +28,8 @@ class ControlView : public QObject {
 public:
     ~ControlView() override;
 
-    bool isOf(const Control& control) const {
-        return name_ == control.name && kind_ == control.kind;
-    }
     // Brings the view up to date, once per turn while the window is shown.
-    void refresh(const Control& control, int dpi);
+    void refresh(int dpi);
 
 protected:
     ControlView(const ViewParts& parts, const Control& control, std::unique_ptr<QWidget> widget);
@@ -59,19 +56,15 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool releasedAfterDoubleClick();
     bool mouseMoved(const QMouseEvent& event);
     bool keyPressed(const QKeyEvent& event);
     bool dragged(QEvent& event) const;
-    void hover();
 
     ViewParts parts_;
     const std::string name_;
-    const Control::Kind kind_;
     std::unique_ptr<QWidget> widget_;
-    bool isDoubleClicked_ = false;                                     // and is still held
-    std::optional<std::pair<Color, Color>> colors_;                    // that it shows
-    std::shared_ptr<bool> isHovering_ = std::make_shared<bool>(false); // an event is on its way
+    bool isDoubleClicked_ = false;                  // since the last press
+    std::optional<std::pair<Color, Color>> colors_; // that it shows
 };
 
 // A press without a mouse: by the keyboard, or from a screen reader. A control that reacts to a

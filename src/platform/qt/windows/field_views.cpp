@@ -1,4 +1,5 @@
 // The views of controls that hold a value: text fields, sliders and combos.
+#include "platform/qt/keys.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/windows/control_view.h"
@@ -9,6 +10,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QStyleOptionSlider>
 
@@ -71,7 +73,6 @@ class LinesView : public TextView<QPlainTextEdit> {
 public:
     LinesView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
         field().setReadOnly(true);
-        field().setTabChangesFocus(true);
         field().setFrameStyle(int{QFrame::Box} | int{QFrame::Sunken});
         field().setLineWidth(2); // it draws the inner one, beside the window's outline
         listenTo(*field().viewport());
@@ -84,10 +85,7 @@ private:
 // Drawn in the grey of other programs, whatever colours the window has.
 class SliderWidget : public QSlider {
 public:
-    SliderWidget() : QSlider(Qt::Horizontal) {
-        setFocusPolicy(Qt::StrongFocus);
-        setPageStep(10);
-    }
+    SliderWidget() : QSlider(Qt::Horizontal) { setPageStep(10); }
 
 protected:
     void paintEvent(QPaintEvent*) override {
@@ -112,9 +110,8 @@ public:
         : ControlView(parts, control, std::make_unique<SliderWidget>()) {
         slider().setRange(control.least, control.most);
         connect(&slider(), &QSlider::valueChanged, this, [this](int value) {
-            if (!isShowing_)
-                hand().does(
-                    [name = name(), value](Window& window) { moveSlider(window, name, value); });
+            hand().does(
+                [name = name(), value](Window& window) { moveSlider(window, name, value); });
         });
     }
 
@@ -124,14 +121,11 @@ private:
     void show(const Control& control) override {
         const int value = control.value ? control.value() : control.least;
         // While the owner holds the handle it stays where his hand is.
-        if (slider().isSliderDown() || slider().value() == value)
+        if (slider().isSliderDown())
             return;
-        isShowing_ = true;
+        const QSignalBlocker quiet(slider());
         slider().setValue(value);
-        isShowing_ = false;
     }
-
-    bool isShowing_ = false;
 };
 
 class ComboView : public ControlView {
@@ -155,10 +149,10 @@ private:
     }
 
     bool strike(const QKeyEvent& event) override {
-        const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-        if (isReturn)
-            combo().showPopup();
-        return isReturn;
+        if (!isReturn(event.key()))
+            return false;
+        combo().showPopup();
+        return true;
     }
 
     RowsModel& model_; // the widget's

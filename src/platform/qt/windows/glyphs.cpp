@@ -13,7 +13,6 @@ void addShape(QPainterPath& path, std::initializer_list<QPointF> corners) {
     path.moveTo(*corners.begin());
     for (const QPointF& corner : corners)
         path.lineTo(corner);
-    path.closeSubpath();
 }
 
 QPainterPath play() {

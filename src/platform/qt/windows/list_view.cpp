@@ -1,5 +1,6 @@
 // Lists, which read the rows from where they are, however many there are. Rows and marks are read
 // anew when the list has another revision; what the owner selects goes back as one event.
+#include "platform/qt/keys.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/windows/control_view.h"
 #include "platform/qt/windows/rows_model.h"
@@ -48,8 +49,6 @@ public:
     ListWidget() {
         setItemDelegate(&painter_);
         setUniformItemSizes(true);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setEditTriggers(NoEditTriggers);
         setFrameStyle(int{Box} | int{Plain});
     }
 
@@ -57,21 +56,17 @@ public:
     // last one.
     void fitRows() {
         const int height = contentsRect().height();
-        const int fitting = std::max(1, height / (fontMetrics().height() + betweenRows));
-        const int row = std::max(height / fitting, 1);
-        if (row == painter_.rowHeight && bottom_ == height - fitting * row)
+        if (std::exchange(fittedHeight_, height) == height)
             return;
-        painter_.rowHeight = row;
-        bottom_ = height - fitting * row;
-        setViewportMargins(0, 0, 0, bottom_);
+        const int fitting = std::max(1, height / (fontMetrics().height() + betweenRows));
+        painter_.rowHeight = std::max(height / fitting, 1);
+        setViewportMargins(0, 0, 0, height - fitting * painter_.rowHeight);
         scheduleDelayedItemsLayout();
     }
 
-    bool isHeld() const { return state() == DragSelectingState; }
-
 private:
     RowPainter painter_;
-    int bottom_ = 0;
+    int fittedHeight_ = 0;
 };
 
 class ListView : public ControlView {
@@ -115,7 +110,7 @@ private:
     void showMarks(const RowList& rows) {
         QItemSelection selected;
         int left = rows.selectedCount();
-        for (int row = 0; left > 0 && row < rows.count(); ++row) {
+        for (int row = 0; left > 0; ++row) {
             const int first = row;
             for (; rows.isSelected(row); ++row)
                 --left;
@@ -144,10 +139,7 @@ private:
     // Tells the program of the selection after Qt has handled this mouse or key event.
     void tellSelectionLater() {
         hand().passes([view = QPointer<ListView>(this), name = name()](Window& window) {
-            if (!view)
-                return;
-            view->isHeld_ = false;
-            if (view->isTouched_)
+            if (view && view->isTouched_)
                 selectRows(window, name, view->selectedRows());
         });
     }
@@ -178,20 +170,21 @@ private:
     }
 
     bool pressedAgain(const QMouseEvent& event) override {
-        if (const int row = rowAt(event); row != noRow)
-            hand().does([name = name(), row](Window& window) { doubleClick(window, name, row); });
+        hand().does([name = name(), row = rowAt(event)](Window& window) {
+            doubleClick(window, name, row);
+        });
         return true;
     }
 
     bool strike(const QKeyEvent& event) override {
-        if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
-            const int row = list().currentIndex().row();
-            hand().does(
-                [name = name(), row](Window& window) { pressWithoutMouse(window, name, row); });
-            return true;
+        if (!isReturn(event.key())) {
+            tellSelectionLater();
+            return event.key() == Qt::Key_Delete;
         }
-        tellSelectionLater();
-        return event.key() == Qt::Key_Delete;
+        hand().does([name = name(), row = list().currentIndex().row()](Window& window) {
+            pressWithoutMouse(window, name, row);
+        });
+        return true;
     }
 
     RowsModel& model_;           // the widget's

@@ -99,6 +99,7 @@ void WindowMover::tellPlace() {
 }
 
 void WindowMover::grip(QPoint mouse) {
+    window_.dragged = false; // a quick click may have left it so
     gripped_ = mouse;
     hold_ = mouse - widget_.pos();
     follows_ = false;

@@ -43,11 +43,11 @@ void describeWindowsAloud() {
 WindowView::WindowView(const Hand& hand)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), hand_(hand), window_(hand.window()),
       mover_(window_, *this), inside_(this) {
-    setObjectName(toQt(window_.name));
     setWindowTitle(toQt(window_.spoken.empty() ? window_.name : window_.spoken));
     setAttribute(Qt::WA_ShowWithoutActivating); // the owner goes on typing in his chat
-    setAttribute(Qt::WA_OpaquePaintEvent);
     addMoveKeys();
+    for (const Control& control : window_.controls)
+        controls_.push_back(makeView({hand_, mover_, inside_}, control));
 }
 
 WindowView::~WindowView() = default;
@@ -75,7 +75,8 @@ bool WindowView::refresh(bool areOtherScreens) {
     bool hasChanged = false;
     if (window_.visible) {
         hasChanged = refreshFrame();
-        refreshControls();
+        for (const auto& control : controls_)
+            control->refresh(logicalDpiX());
         hasChanged = mover_.refresh(appears || areOtherScreens) || hasChanged;
     }
     if (window_.visible != isVisible()) {
@@ -120,29 +121,6 @@ bool WindowView::refreshFrame() {
         hasChanged = true;
     }
     return hasChanged;
-}
-
-bool WindowView::hasOtherControls() const {
-    if (controls_.size() != window_.controls.size())
-        return true;
-    for (std::size_t index = 0; index < controls_.size(); ++index)
-        if (!controls_[index]->isOf(window_.controls[index]))
-            return true;
-    return false;
-}
-
-void WindowView::makeControls() {
-    controls_.clear();
-    for (const Control& control : window_.controls)
-        controls_.push_back(makeView({hand_, mover_, inside_}, control));
-}
-
-void WindowView::refreshControls() {
-    if (hasOtherControls())
-        makeControls();
-    const int dpi = logicalDpiX();
-    for (std::size_t index = 0; index < controls_.size(); ++index)
-        controls_[index]->refresh(window_.controls[index], dpi);
 }
 
 void WindowView::paintEvent(QPaintEvent*) {

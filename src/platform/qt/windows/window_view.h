@@ -33,9 +33,6 @@ protected:
 private:
     void stayOnTopAgain();
     bool refreshFrame();
-    void refreshControls();
-    void makeControls();
-    bool hasOtherControls() const;
     void addMoveKeys();
 
     Hand hand_;

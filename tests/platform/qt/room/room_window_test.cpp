@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSplitter>
 #include <QTest>
 #include <QTextBlock>
 #include <gtest/gtest.h>
@@ -55,12 +56,15 @@ struct RoomWindowTest : testing::Test {
     RoomWindow& window() { return room->window; }
     Transcript& said() { return *window().findChild<Transcript*>(); }
     InputLine& input() { return *window().findChild<InputLine*>(); }
-    std::string ownName() {
-        for (const QLabel* const label : window().findChildren<QLabel*>())
-            if (label->text().endsWith(':'))
+    std::string labelWith(const char* ending) {
+        for (const QLabel* const label : window().findChildren<QLabel*>()) {
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+            if (label->text().endsWith(ending))
                 return label->text().toStdString();
+        }
         return "";
     }
+    std::string ownName() { return labelWith(":"); }
     std::string typed() { return input().text().toStdString(); }
 
     // Keys go to whatever has the focus. "^" is the arrow up, "v" down, "\t" Tab, "\n" Return.
@@ -96,11 +100,13 @@ struct RoomWindowTest : testing::Test {
         const QAbstractItemModel& model = *window().findChild<PeopleView*>()->model();
         std::string names;
         for (int row = 0; row < model.rowCount(); ++row)
-            names += model.index(row, 0).data().toString().toStdString() + ' ';
+            names += model.index(row, 0).data().toString().toStdString() +
+                     (model.index(row, 0).data(Qt::ForegroundRole).isValid() ? "~ " : " ");
         return names;
     }
     void hear(const std::string& line) { room->rooms.own.sayAs({"bob", line}); }
 
+    const std::string long_ = std::string(4000, 'x');
     VirtualMachine machine{Lines{"ride.mp3", "rain.mp3"}};
     PretendIrc server{machine.loop};
     std::unique_ptr<QtRoom> room;
@@ -123,6 +129,22 @@ TEST_F(RoomWindowTest, TakesLinesAndShowsWhatIsSaid) {
         EXPECT_EQ(shownFor(keys), shown) << keys;
     EXPECT_EQ(quits, 1);
     EXPECT_NE(shownFor("/help\n").find("/bye NAME  \u2013  lets"), std::string::npos);
+}
+
+// Qt draws in its next turn, so there must be one.
+TEST_F(RoomWindowTest, AsksForOneMoreTurnWhenSomethingHasChanged) {
+    int rests = 0;
+    machine.loop.beforeSleep([&] { ++rests; });
+    for (const std::function<void()>& change :
+         {std::function<void()>([&] { room->window.tell("hi"); }),
+          {[&] { room->window.roomChanged(); }}}) {
+        change();
+        for (const int turns : {2, 1}) {
+            rests = 0;
+            machine.advance(1ns);
+            EXPECT_EQ(rests, turns);
+        }
+    }
 }
 
 TEST_F(RoomWindowTest, TakesWhatWasTypedBeforeItCouldButForAPassword) {
@@ -167,7 +189,15 @@ TEST_F(RoomWindowTest, CompletesOnTab) {
     }
     input().empty();
     EXPECT_EQ(shownFor("'num r\t"), "1  rain\n2  ride");
+    EXPECT_LT(said().textCursor().charFormat().foreground().color().value(), 255) << "dimmed";
+    QTest::keyClick(&said(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&said(), 'x');
+    EXPECT_EQ(said().textCursor().selectedText(), "1  rain\u20292  ride");
     EXPECT_EQ(typed(), "'num r");
+    input().setText("/whx");
+    input().setCursorPosition(3);
+    strike("\ta");
+    EXPECT_EQ(typed(), "/whisper ax");
     input().empty();
     strike("\t");
     EXPECT_NE(QApplication::focusWidget(), &input());
@@ -189,7 +219,7 @@ TEST_F(RoomWindowTest, ShowsMarkupAsStyleAndAllElseAsText) {
         {"javascript:x &lt;b&gt;&#65;", "javascript:x &lt;b&gt;&#65;"},
         {"a\u202Eb\u2066c\u200Bd\u2028e\u0007f", "a\uFFFDb\uFFFDc\uFFFDd\uFFFDe\uFFFDf"},
         {"one\nOwner: two", "one\n    Owner: two"},
-        {std::string(4000, 'x') + "y", std::string(4000, 'x') + "\u2026"},
+        {long_ + "y", long_ + "\u2026"},
     };
     shownFor([this] { hear("he comes in"); });
     for (const auto& [line, shown] : cases) {
@@ -202,12 +232,19 @@ TEST_F(RoomWindowTest, ShowsMarkupAsStyleAndAllElseAsText) {
     }
     shownFor([&] { hear("<b><u><font color=#00ff00 face=\"LIBERATION mono\">x"); });
     QTextCursor cursor(said().document());
+    cursor.movePosition(QTextCursor::Right);
+    EXPECT_EQ(cursor.charFormat().fontWeight(), QFont::Bold) << "his name";
     cursor.movePosition(QTextCursor::End);
     const QTextCharFormat format = cursor.charFormat();
     EXPECT_EQ(format.fontWeight(), QFont::Bold);
     EXPECT_TRUE(format.fontUnderline());
     EXPECT_EQ(format.foreground().color(), QColor("#00ff00"));
     EXPECT_EQ(format.fontFamilies().toStringList(), QStringList("Liberation Mono"));
+    shownFor([&] { room->rooms.own.sayAs({"\u05D0\u05D1", "<font face=arial>" + long_}); });
+    EXPECT_LT(said().cursorRect(QTextCursor(said().document())).x(), 50) << "names stand left";
+    EXPECT_EQ(said().horizontalScrollBar()->maximum(), 0);
+    cursor.movePosition(QTextCursor::End);
+    EXPECT_EQ(cursor.charFormat().fontFamilies().toStringList(), QStringList("Liberation Sans"));
 }
 
 TEST(SaidText, LiftsColorsThatAreTooDarkOnBlack) {
@@ -239,6 +276,13 @@ TEST_F(RoomWindowTest, KeepsTheLastLinesAndThePlaceOfWhoReadsAbove) {
     EXPECT_EQ(said().document()->lastBlock().text(), "bob: line 10099");
     flood(0, Transcript::mostLines); // what was read is gone
     EXPECT_EQ(top(), "bob: line 0");
+    const int before = bar.value();
+    QTest::keyClick(&input(), Qt::Key_PageDown);
+    EXPECT_EQ(bar.value(), before + bar.pageStep());
+    bar.setValue(bar.maximum());
+    window().resize(500, 300);
+    settle();
+    EXPECT_EQ(bar.value(), bar.maximum());
 }
 
 TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
@@ -246,7 +290,20 @@ TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
     room->rooms.own.comeIn("<b>x\u202E");
     room->rooms.own.toggleIgnored({"bob"});
     settle();
-    EXPECT_EQ(people(), "Owner bob (ignored) <b>x\uFFFD ");
+    EXPECT_EQ(people(), "Owner bob (ignored)~ <b>x\uFFFD ");
+    EXPECT_EQ(labelWith("people"), "3 people");
+    auto& view = *window().findChild<PeopleView*>();
+    view.setCurrentIndex(view.model()->index(2, 0));
+    room->rooms.own.leave("bob");
+    settle();
+    EXPECT_EQ(view.currentIndex().row(), 1) << "whoever goes";
+    for (int person = 0; person < 60; ++person)
+        room->rooms.own.comeIn("p" + std::to_string(person));
+    settle();
+    view.verticalScrollBar()->setValue(20);
+    room->rooms.own.leave("p59");
+    settle();
+    EXPECT_EQ(view.verticalScrollBar()->value(), 20);
     strike("/room den\n");
     EXPECT_EQ(people(), "Owner ");
     EXPECT_EQ(window().windowTitle(), "larkspin - den");
@@ -314,12 +371,21 @@ TEST_F(RoomWindowTest, EmptiesItsLineAndComesForwardOnlyWhenAsked) {
 }
 
 TEST_F(RoomWindowTest, SaysNothingOfWhatIsPastedBeforeReturn) {
-    QApplication::clipboard()->setText("one\ntwo\r\nthree\n");
+    strike("'");
+    input().home(false);
+    QApplication::clipboard()->setText("one\ntwo\r\nthree\u2028four\u2029");
     EXPECT_EQ(shownFor([this] { QTest::keyClick(&input(), Qt::Key_V, Qt::ControlModifier); }), "");
-    EXPECT_EQ(shownFor("\n"), "Owner: one two  three ");
+    EXPECT_EQ(shownFor("x\n"), "Owner: one two  three four x'");
+    QApplication::clipboard()->setText(QString(9999, 'x'));
+    QTest::keyClick(&input(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(typed().size(), LineHistory::mostCharacters);
 }
 
 TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
+    auto& halves = *window().findChild<QSplitter*>();
+    EXPECT_EQ(halves.sizes().value(1), 160);
+    EXPECT_EQ(halves.pos(), QPoint(6, 6));
+    halves.setSizes({300, 250});
     window().setGeometry(120, 90, 555, 444);
     EXPECT_TRUE(
         QTest::qWaitFor([this] { return window().geometry() == QRect(120, 90, 555, 444); }));
@@ -327,6 +393,7 @@ TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
     machine.endProcess();
     open();
     EXPECT_EQ(window().geometry(), QRect(120, 90, 555, 444));
+    EXPECT_EQ(window().findChild<QSplitter*>()->sizes().value(1), 250);
     window().setGeometry(120, 90, 555, 9999); // on a screen that has grown smaller
     machine.advance(2s);
     machine.endProcess();

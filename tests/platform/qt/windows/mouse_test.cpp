@@ -3,6 +3,7 @@
 #include "shell/control_events.h"
 #include "text/row_list.h"
 
+#include <QAbstractButton>
 #include <QListView>
 #include <gtest/gtest.h>
 
@@ -27,10 +28,10 @@ bool isClicked(const Control& control) {
            control.kind == Kind::list || control.kind == Kind::button;
 }
 
-QPoint middleOf(QWidget& widget) {
+QPoint middleOf(QWidget& widget, int row = 0) {
     QRect aim = widget.rect();
     if (auto* const list = qobject_cast<QListView*>(&widget))
-        aim = list->visualRect(list->model()->index(0, 0));
+        aim = list->visualRect(list->model()->index(row, 0));
     return widget.mapToGlobal(aim.center());
 }
 
@@ -85,6 +86,33 @@ TEST(Mouse, ClicksEveryControlOfEveryWindowOnce) {
     EXPECT_GT(reached, 30);
 }
 
+TEST(Mouse, ClicksTwiceWhereNothingReactsToADoubleClick) {
+    Desk desk;
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.show("mp3s")));
+    auto& button = desk.control<QAbstractButton>("mp3s", "nextButton");
+    const Reached counts(desk.window("mp3s").control("nextButton"));
+    desk.window("mp3s").control("nextButton").onDoubleClick = nullptr;
+    point(middleOf(button));
+    hand({"click", "3", "click", "--repeat", "2", "--delay", "40", "1"});
+    EXPECT_TRUE(comes(desk, [&] { return counts.clicks == 2; }));
+    EXPECT_EQ(counts.downs, 2);
+    EXPECT_FALSE(button.isDown());
+}
+
+TEST(Mouse, SelectsTheRowsThatItIsDrawnOver) {
+    Desk desk;
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&desk.show("mp3s")));
+    auto& list = desk.control<QListView>("mp3s", "playlistView");
+    const RowList& rows = desk.state().playlistView;
+    point(middleOf(list));
+    hand({"mousedown", "1"});
+    EXPECT_TRUE(comes(desk, [&] { return rows.isSelected(0); }));
+    point(middleOf(list, 2));
+    EXPECT_TRUE(comes(desk, [&] { return list.selectionModel()->isRowSelected(2); }));
+    hand({"mouseup", "1"});
+    EXPECT_TRUE(comes(desk, [&] { return rows.selectedCount() == 3; }));
+}
+
 // Each by a real hand, which goes by what is on the display.
 TEST(Mouse, DragsEveryWindowLeavesItTheKeyboardAndIsFreeAfterwards) {
     Desk desk;
@@ -117,8 +145,14 @@ TEST(Mouse, DragsEveryWindowLeavesItTheKeyboardAndIsFreeAfterwards) {
     desk.restart();
     EXPECT_EQ(desk.setting("mp3slpos"), std::to_string(place.left));
     EXPECT_EQ(desk.show("mp3s").pos(), QPoint(place.left / 15, place.top / 15));
-    point(middleOf(desk.control("mp3s", "nextButton")));
-    EXPECT_TRUE(comes(desk, [&] { return desk.state().mediaCaption == "  next song"; }));
+    for (const auto& [button, hint] :
+         {std::pair("nextButton", "  next song"), std::pair("prevButton", "  previous song")}) {
+        QPoint mouse = middleOf(desk.control("mp3s", button));
+        EXPECT_TRUE(comes(desk, [&, said = hint] { // the window may come after the mouse has
+            point(mouse += {mouse.x() % 2 * 2 - 1, 0});
+            return desk.state().mediaCaption == said;
+        })) << hint;
+    }
 }
 
 } // namespace larkspin
