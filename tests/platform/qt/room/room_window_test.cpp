@@ -173,7 +173,7 @@ TEST_F(RoomWindowTest, BringsTypedLinesBackAlsoInTheNextRun) {
         EXPECT_EQ(typed(), line);
     }
     machine.endProcess();
-    room->keep();
+    room->close();
     open();
     strike("^^");
     EXPECT_EQ(typed(), "one");
@@ -335,6 +335,11 @@ TEST_F(RoomWindowTest, FollowsItsOwnerToANetworkAndBack) {
 TEST_F(RoomWindowTest, TakesAPasswordWithoutShowingIt) {
     EXPECT_EQ(shownFor("/login jo\nsesam\n"), "you log in as jo from the next /connect on");
     EXPECT_EQ(shownFor("/login\nsesam\n"), "/login USER [keep]");
+    QTest::keyClicks(&input(), "/login jo");
+    QTest::keyClick(&input(), Qt::Key_Return);
+    QTest::keyClicks(&input(), "sesam"); // before it is asked for
+    EXPECT_EQ(input().displayText().count('s'), 0);
+    EXPECT_EQ(shownFor("\n"), "you log in as jo from the next /connect on");
     for (const bool isGiven : {true, false}) {
         EXPECT_EQ(shownFor("/login jo\nse^s\tam"), "");
         EXPECT_EQ(ownName(), "password of jo:");
