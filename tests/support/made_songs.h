@@ -12,6 +12,9 @@ bool makeSong(const std::filesystem::path& path, double seconds);
 
 std::string littleEndian(long number, int size); // in so many bytes, the lowest first
 
+// A WAV file of IMA ADPCM, in 20 blocks of 1024 bytes, which are 2041 samples each.
+std::string packedWav();
+
 // Runs a GStreamer launch line, which writes files, to its end.
 std::string intoFile(const std::filesystem::path& path); // the end of such a line
 bool makeFile(const std::string& line);

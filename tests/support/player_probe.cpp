@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <future>
 #include <linux/netlink.h>
+#include <sched.h>
 #include <spawn.h>
 #include <string>
 #include <sys/ioctl.h>
@@ -110,6 +111,8 @@ void tryFiles(const Place& at) {
     tell("set an attribute", ::setxattr(file, "user.a", "b", 1, 0));
     tell("set flags of the open one", ::ioctl(at.open, _IOW('f', 2, long), nullptr));
     tell("mount", ::syscall(SYS_umount2, "/nowhere", 0));
+    tell("lease the open one", ::fcntl(at.open, F_SETLEASE, F_RDLCK));
+    tell("type into a terminal", ::ioctl(at.open, TIOCSTI, "x"));
 }
 
 void tryProcesses() {
@@ -122,6 +125,9 @@ void tryProcesses() {
     tell("trace", ::ptrace(PTRACE_PEEKDATA, ::getpid(), nullptr, nullptr));
     tell("read memory", ::syscall(SYS_process_vm_readv, ::getpid(), nullptr, 0, nullptr, 0, 0));
     tell("enter a new namespace", ::syscall(SYS_unshare, 0));
+    tell("start a thread in one", ::syscall(SYS_clone, CLONE_THREAD | CLONE_NEWNET, 0, 0, 0, 0));
+    tell("start a process unseen", ::syscall(SYS_clone3, nullptr, 0));
+    tell("make a call that is too new to be known", ::syscall(451, -1, nullptr, nullptr, 0));
     tell("hold keys", ::syscall(SYS_keyctl, -1, 0, 0, 0, 0));
     tell("use rings", ::syscall(SYS_io_uring_setup, 0, nullptr));
     tell("load into the kernel", ::syscall(SYS_bpf, -1, nullptr, 0));
@@ -138,6 +144,7 @@ void tryNetwork(const Place& at) {
     tell("reach the bus", connectTo(::socket(AF_UNIX, SOCK_STREAM, 0), at.socket, false));
     int pair[2];
     tell("make a pair to send by", ::socketpair(AF_UNIX, SOCK_DGRAM, 0, pair));
+    tell("make a pair in a network", ::socketpair(AF_INET, SOCK_STREAM, 0, pair));
     tell("reach an abstract socket",
          connectTo(::socket(AF_UNIX, SOCK_STREAM, 0), at.abstractName, true));
 }

@@ -2,6 +2,7 @@
 
 #include "platform/posix/drive_paths.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -45,7 +46,11 @@ char stateOf(pid_t process) {
 
 void RealPlayer::SetUpTestSuite() {
     const fs::path cache = fs::read_symlink("/proc/self/exe").parent_path() / "cache";
-    ::setenv("XDG_CACHE_HOME", cache.c_str(), 1);
+    for (const char* directory : {"XDG_CACHE_HOME", "HOME"})
+        ::setenv(directory, cache.c_str(), 1);
+    ::unsetenv("XDG_CONFIG_HOME");
+    for (const char* server : {"PULSE_SERVER", "PIPEWIRE_REMOTE"})
+        ::setenv(server, "none", 1);
 }
 
 std::string RealPlayer::drive(const std::string& name) const {
@@ -55,6 +60,24 @@ std::string RealPlayer::drive(const std::string& name) const {
 std::string RealPlayer::song(const std::string& name, double seconds) const {
     EXPECT_TRUE(makeSong(disk.path() / name, seconds));
     return drive(name);
+}
+
+pid_t RealPlayer::newChild(const std::vector<pid_t>& before) {
+    for (const pid_t child : childProcesses())
+        if (std::ranges::find(before, child) == before.end())
+            return child;
+    return 0;
+}
+
+bool RealPlayer::hasEnded(pid_t process) {
+    const char state = process > 0 ? stateOf(process) : 0;
+    return state == 0 || state == 'Z';
+}
+
+std::string RealPlayer::script(const std::string& text) const {
+    disk.write("player", "#!/bin/sh\n" + text + '\n');
+    fs::permissions(disk.path() / "player", fs::perms::owner_all);
+    return (disk.path() / "player").native();
 }
 
 bool RealPlayer::isPlayedToItsEnd(PlayerControl& player, const std::string& path) {

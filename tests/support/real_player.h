@@ -26,7 +26,8 @@ char stateOf(pid_t process); // as ps(1) shows it; 0 when there is none
 
 class RealPlayer : public testing::Test {
 protected:
-    // GStreamer's list of its plug-ins is kept beside the tests, not in the home directory.
+    // GStreamer's list of its plug-ins is kept beside the tests, not in the home directory. No
+    // sound server is asked.
     static void SetUpTestSuite();
 
     using Clock = std::chrono::steady_clock;
@@ -37,7 +38,10 @@ protected:
 
     // Into a sink, which may write to the disk.
     PlayerControl::Player playing(const std::string& sink = fastSink) {
-        return {LARKSPIN_PLAYER, {sink, disk.path().native()}, asked};
+        return {.program = LARKSPIN_PLAYER,
+                .arguments = {sink, disk.path().native()},
+                .disk = asked,
+                .lost = [this](const std::string& why) { lost += why + '\n'; }};
     }
 
     // Polls in real time, as the program's ticks do in theirs. The virtual clock stands, so
@@ -68,6 +72,12 @@ protected:
     }
     void pass(Nanoseconds span) { loop.waitUntil(loop.now() + span); }
 
+    // The process that has come since `before`; 0 when there is none.
+    static pid_t newChild(const std::vector<pid_t>& before);
+    static bool hasEnded(pid_t process); // whether or not somebody has waited for it
+
+    std::string script(const std::string& text) const; // a program in place of the player
+
     // Opens it and waits for its end, however that comes.
     bool isPlayedToItsEnd(PlayerControl& player, const std::string& path);
 
@@ -75,7 +85,7 @@ protected:
     std::vector<pid_t> before = childProcesses();
     VirtualLoop loop;
     TempDirectory disk;
-    std::string told;
+    std::string told, lost;
     const PlayerControl::Tell tell = [this](const std::string& line) { told += line + '\n'; };
 };
 

@@ -2,8 +2,6 @@
 
 #include "platform/gstreamer/large_chunks.h"
 
-#include <utility>
-
 namespace larkspin {
 
 namespace {
@@ -49,16 +47,10 @@ AudioOutput::AudioOutput(std::string description) : description_(std::move(descr
     device_ = openSink("alsasink");
 }
 
-AudioOutput::~AudioOutput() {
-    for (const auto& sink : {device_.get(), connection_.get()})
-        if (sink)
-            gst_element_set_state(sink, GST_STATE_NULL);
-}
-
 void AudioOutput::attach(GstElement* pipeline) {
     if (attached_)
         return;
-    GstElement* sink = std::exchange(takeSilence_, false) ? nullptr : openOutput();
+    GstElement* sink = takeSilence_ ? nullptr : openOutput();
     attached_ = true;
     silent_ = !sink;
     if (silent_)
@@ -97,11 +89,7 @@ GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo* info, gpointer sel
         output.sounded_ = true;
         return GST_PAD_PROBE_OK;
     }
-    const GstEventType type = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info));
-    if (type == GST_EVENT_EOS)
-        output.atEnd_ = true;
-    else if (type == GST_EVENT_STREAM_START || type == GST_EVENT_FLUSH_STOP)
-        output.atEnd_ = false;
+    output.atEnd_ = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_EOS;
     return GST_PAD_PROBE_OK;
 }
 

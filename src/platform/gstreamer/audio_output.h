@@ -1,5 +1,5 @@
 // Where the sound goes: a sound device, found once and used for all songs, or silence in real
-// time where there is none.
+// time where there is none. It is there for as long as its process.
 #pragma once
 
 #include "platform/gstreamer/gst_ref.h"
@@ -12,7 +12,6 @@ namespace larkspin {
 class AudioOutput {
 public:
     explicit AudioOutput(std::string description);
-    ~AudioOutput();
     AudioOutput(const AudioOutput&) = delete;
     AudioOutput& operator=(const AudioOutput&) = delete;
 

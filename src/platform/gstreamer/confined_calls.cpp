@@ -80,7 +80,7 @@ public:
         const int result = seccomp_rule_add_array(filter_.get(), SCMP_ACT_ERRNO(error), call,
                                                   static_cast<unsigned>(when.size()), when.begin());
         // EDOM: this kind of machine has no such call. EEXIST: the rule is there already.
-        isWhole_ = isWhole_ && (result == 0 || result == -EDOM || result == -EEXIST);
+        isWhole_ &= result == 0 || result == -EDOM || result == -EEXIST;
     }
 
     bool enforce() {

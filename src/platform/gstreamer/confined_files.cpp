@@ -8,6 +8,7 @@
 #include <linux/landlock.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -17,9 +18,11 @@ namespace {
 // Rights that newer versions of Landlock know, by their values, since the system's headers may be
 // older; and the versions that brought each of them.
 constexpr std::uint64_t accessTruncate = 1ull << 14, accessDevice = 1ull << 15;
+constexpr std::pair<std::uint64_t, long> newerAccess[] = {
+    {LANDLOCK_ACCESS_FS_REFER, 2}, {accessTruncate, 3}, {accessDevice, 5}};
 constexpr std::uint64_t netBind = 1ull << 0, netConnect = 1ull << 1;
 constexpr std::uint64_t scopeAbstractSockets = 1ull << 0, scopeSignals = 1ull << 1;
-constexpr int referSince = 2, truncateSince = 3, networkSince = 4, deviceSince = 5, scopeSince = 6;
+constexpr int networkSince = 4, scopeSince = 6;
 
 struct Ruleset {
     std::uint64_t files = 0, network = 0, scoped = 0;
@@ -36,12 +39,9 @@ std::uint64_t allAccess(long version) {
         LANDLOCK_ACCESS_FS_MAKE_DIR | LANDLOCK_ACCESS_FS_MAKE_REG | LANDLOCK_ACCESS_FS_MAKE_SOCK |
         LANDLOCK_ACCESS_FS_MAKE_FIFO | LANDLOCK_ACCESS_FS_MAKE_BLOCK | LANDLOCK_ACCESS_FS_MAKE_SYM;
     // Landlock refuses a set of rules with rights that its version doesn't know.
-    if (version >= referSince)
-        access |= LANDLOCK_ACCESS_FS_REFER;
-    if (version >= truncateSince)
-        access |= accessTruncate;
-    if (version >= deviceSince)
-        access |= accessDevice;
+    for (const auto& [newer, since] : newerAccess)
+        if (version >= since)
+            access |= newer;
     return access;
 }
 

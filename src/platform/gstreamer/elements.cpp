@@ -22,21 +22,20 @@ constexpr std::string_view elements[] = {
     "pulsesink", "pipewiresink", "alsasink", "fakesink", "filesink"};
 
 // The plugin that tells what a file is by its first bytes.
-constexpr std::string_view typeFinders = "typefindfunctions";
+constexpr const char* typeFinders = "typefindfunctions";
 
 bool isNeeded(GstPluginFeature* feature) {
     if (GST_IS_ELEMENT_FACTORY(feature))
         return std::find(std::begin(elements), std::end(elements), GST_OBJECT_NAME(feature)) !=
                std::end(elements);
-    const gchar* const plugin = gst_plugin_feature_get_plugin_name(feature);
-    return GST_IS_TYPE_FIND_FACTORY(feature) && plugin && plugin == typeFinders;
+    return g_strcmp0(gst_plugin_feature_get_plugin_name(feature), typeFinders) == 0;
 }
 
 } // namespace
 
-bool startGStreamer() {
+void startGStreamer() {
     if (!gst_init_check(nullptr, nullptr, nullptr))
-        return false;
+        return;
     GstRegistry* const registry = gst_registry_get();
     GList* const features =
         gst_registry_feature_filter(registry, nullptr, FALSE, nullptr); // all of them
@@ -44,7 +43,6 @@ bool startGStreamer() {
         if (GstPluginFeature* const feature = GST_PLUGIN_FEATURE(at->data); !isNeeded(feature))
             gst_registry_remove_feature(registry, feature);
     gst_plugin_feature_list_free(features);
-    return true;
 }
 
 } // namespace larkspin

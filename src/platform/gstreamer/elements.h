@@ -4,8 +4,7 @@
 
 namespace larkspin {
 
-// Brings GStreamer up with those few. False when it can't be used; may take a second at the
-// very first time.
-bool startGStreamer();
+// Brings GStreamer up with those few; may take a second at the very first time.
+void startGStreamer();
 
 } // namespace larkspin

@@ -1,10 +1,11 @@
 #include "platform/gstreamer/file_source.h"
 
+#include <vector>
+
 namespace larkspin {
 
 void FileSource::connect(GstElement* source) {
     g_object_set(source, "size", static_cast<gint64>(file_.size()), nullptr);
-    gst_util_set_object_arg(G_OBJECT(source), "format", "bytes");
     gst_util_set_object_arg(G_OBJECT(source), "stream-type", "random-access");
     g_signal_connect(source, "need-data", G_CALLBACK(feed), this);
     g_signal_connect(source, "seek-data", G_CALLBACK(move), this);
@@ -22,25 +23,17 @@ gboolean FileSource::move(GstElement*, guint64 place, gpointer self) {
 
 void FileSource::push(GstElement* source, std::size_t size) {
     GstFlowReturn result{};
-    GstBuffer* const buffer = gst_buffer_new_allocate(nullptr, size, nullptr);
-    GstMapInfo map;
-    std::size_t count = 0;
-    if (buffer && gst_buffer_map(buffer, &map, GST_MAP_WRITE)) {
-        count = file_.read(place_, {reinterpret_cast<char*>(map.data), map.size});
-        gst_buffer_unmap(buffer, &map);
-    }
+    std::vector<char> bytes(size);
+    bytes.resize(file_.read(place_, bytes));
     // The stream ends at the file's end, and likewise where the file can't be read any more.
-    if (count == 0) {
+    if (bytes.empty()) {
         g_signal_emit_by_name(source, "end-of-stream", &result);
-    } else {
-        gst_buffer_set_size(buffer, static_cast<gssize>(count));
-        GST_BUFFER_OFFSET(buffer) = place_;
-        place_ += count;
-        GST_BUFFER_OFFSET_END(buffer) = place_;
-        g_signal_emit_by_name(source, "push-buffer", buffer, &result);
+        return;
     }
-    if (buffer)
-        gst_buffer_unref(buffer);
+    GstBuffer* const buffer = gst_buffer_new_memdup(bytes.data(), bytes.size());
+    place_ += bytes.size();
+    g_signal_emit_by_name(source, "push-buffer", buffer, &result);
+    gst_buffer_unref(buffer);
 }
 
 } // namespace larkspin

@@ -1,5 +1,6 @@
 #include "platform/gstreamer/large_chunks.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace larkspin {
@@ -7,7 +8,7 @@ namespace larkspin {
 namespace {
 
 constexpr GstClockTime chunk = GST_SECOND / 5; // the process wakes up once for each
-constexpr GstClockTime gap = GST_MSECOND;      // what two buffers may be apart
+constexpr GstClockTimeDiff gap = GST_MSECOND;  // what two buffers may be apart
 
 GstClockTime endOf(GstBuffer* buffer) {
     return GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer);
@@ -75,8 +76,7 @@ bool LargeChunks::continues(GstBuffer* buffer) const {
     if (!hasTimes(buffer))
         return false;
     const GstClockTimeDiff apart = GST_CLOCK_DIFF(endOf(kept_), GST_BUFFER_PTS(buffer));
-    return apart > -static_cast<GstClockTimeDiff>(gap) &&
-           apart < static_cast<GstClockTimeDiff>(gap);
+    return std::abs(apart) < gap;
 }
 
 // Gives the sink what was kept, ahead of anything that comes after it. The buffer passes this very

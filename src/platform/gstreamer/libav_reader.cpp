@@ -11,15 +11,16 @@ extern "C" {
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
+#include <span>
 #include <utility>
 
 namespace larkspin {
 
 namespace {
 
-constexpr double leastSeconds = 0.2;                // of sound in each portion
-constexpr int portion = 32 * 1024;                  // of the file, read at once
-constexpr const char* fileTypes[] = {"asf", "wav"}; // no playlists among them
+constexpr double leastSeconds = 0.2; // of sound in each portion
+constexpr int portion = 32 * 1024;   // of the file, read at once
+constexpr double beforeAll = -1e9;   // seconds
 constexpr AVCodecID codecs[] = {
     AV_CODEC_ID_WMAV1,    AV_CODEC_ID_WMAV2,    AV_CODEC_ID_WMAPRO,       AV_CODEC_ID_WMALOSSLESS,
     AV_CODEC_ID_WMAVOICE, AV_CODEC_ID_ADPCM_MS, AV_CODEC_ID_ADPCM_IMA_WAV};
@@ -35,7 +36,7 @@ public:
 private:
     template <typename Function> Function* find(void* library, const char* name) {
         void* const found = library ? ::dlsym(library, name) : nullptr;
-        isWhole_ = isWhole_ && found;
+        isWhole_ &= found != nullptr;
         return reinterpret_cast<Function*>(found);
     }
 
@@ -89,6 +90,8 @@ public:
     FreePacket* const freePacket = find<FreePacket>(codecs_, "av_packet_free");
     using EmptyPacket = decltype(av_packet_unref);
     EmptyPacket* const emptyPacket = find<EmptyPacket>(codecs_, "av_packet_unref");
+    using Planar = decltype(av_sample_fmt_is_planar);
+    Planar* const isPlanar = find<Planar>(basics_, "av_sample_fmt_is_planar");
     using Frame = decltype(av_frame_alloc);
     Frame* const makeFrame = find<Frame>(basics_, "av_frame_alloc");
     using FreeFrame = decltype(av_frame_free);
@@ -123,43 +126,45 @@ Sampler samplerOf(int format) {
     }
 }
 
-// Whether the samples of each channel stand together, instead of taking turns.
-bool isPlanar(int format) {
-    return format >= AV_SAMPLE_FMT_U8P && format <= AV_SAMPLE_FMT_DBLP;
-}
+// What the libraries have made, and how it is let go.
+struct LibavRelease {
+    const Libav* libav = Libav::get();
 
+    void operator()(AVFormatContext* file) const { libav->close(&file); }
+    void operator()(AVIOContext* input) const {
+        libav->freeMemory(&input->buffer);
+        libav->freeInput(&input);
+    }
+    void operator()(AVCodecContext* decoder) const { libav->freeContext(&decoder); }
+    void operator()(AVPacket* packet) const { libav->freePacket(&packet); }
+    void operator()(AVFrame* frame) const { libav->freeFrame(&frame); }
+};
+template <typename Object> using LibavRef = std::unique_ptr<Object, LibavRelease>;
+
+// Without memory for what it needs, the process ends.
 class LibavReader : public SoundReader {
 public:
     LibavReader(const Libav& libav, const SongFile& song) : libav_(libav), song_(song) {}
-    ~LibavReader() override {
-        libav_.freeFrame(&frame_);
-        libav_.freePacket(&packet_);
-        libav_.freeContext(&decoder_);
-        libav_.close(&file_);
-        closeInput();
-    }
-    LibavReader(const LibavReader&) = delete;
-    LibavReader& operator=(const LibavReader&) = delete;
 
-    // One type after the other, each with the file from its beginning.
+    // The library opens no file itself: it reads the song through an input of our own.
     bool open() {
-        for (const char* type : fileTypes) {
-            const AVInputFormat* const format = libav_.findFormat(type);
-            if (format && openInput() && libav_.open(&file_, "", format, nullptr) == 0 &&
-                openStream())
-                return true;
-            libav_.close(&file_);
-            closeInput();
-        }
-        return false;
+        const char* const type = song_.begin(4) == "RIFF" ? "wav" : "asf"; // and no playlist
+        const AVInputFormat* const format = libav_.findFormat(type);
+        if (!format)
+            return false;
+        input_.reset(libav_.makeInput(static_cast<unsigned char*>(libav_.memory(portion)), portion,
+                                      0, this, readSong, nullptr, moveInSong));
+        AVFormatContext* file = libav_.makeFormat();
+        file->pb = input_.get();
+        const bool isOpen = libav_.open(&file, "", format, nullptr) == 0;
+        file_.reset(file);
+        return isOpen && openStream();
     }
 
     SoundFormat format() const override { return format_; }
     double duration() const override {
-        const double own = static_cast<double>(stream_->duration) * av_q2d(stream_->time_base);
-        if (stream_->duration != AV_NOPTS_VALUE && own > 0)
-            return own;
-        return std::max(static_cast<double>(file_->duration) / AV_TIME_BASE, 0.0);
+        // What stands for an unknown one is below 0.
+        return std::max(static_cast<double>(stream_->duration) * av_q2d(stream_->time_base), 0.0);
     }
 
     void read(std::vector<float>& samples) override {
@@ -171,32 +176,13 @@ public:
 
     void seek(double seconds) override {
         const auto time = static_cast<std::int64_t>(seconds / av_q2d(stream_->time_base));
-        libav_.seek(file_, stream_->index, time, AVSEEK_FLAG_BACKWARD);
-        libav_.flush(decoder_);
+        libav_.seek(file_.get(), stream_->index, time, AVSEEK_FLAG_BACKWARD);
+        libav_.flush(decoder_.get());
         ended_ = false;
         skipTo_ = seconds;
     }
 
 private:
-    // The library opens no file itself: it reads the song through an input of our own.
-    bool openInput() {
-        place_ = 0;
-        auto* const memory = static_cast<unsigned char*>(libav_.memory(portion));
-        input_ = memory ? libav_.makeInput(memory, portion, 0, this, readSong, nullptr, moveInSong)
-                        : nullptr;
-        file_ = input_ ? libav_.makeFormat() : nullptr;
-        if (!file_)
-            return false;
-        file_->pb = input_;
-        return true;
-    }
-
-    void closeInput() {
-        if (input_)
-            libav_.freeMemory(&input_->buffer);
-        libav_.freeInput(&input_);
-    }
-
     static int readSong(void* self, std::uint8_t* bytes, int size) {
         auto& reader = *static_cast<LibavReader*>(self);
         const std::size_t count =
@@ -211,34 +197,24 @@ private:
         const auto size = static_cast<std::int64_t>(reader.song_.size());
         if (origin & AVSEEK_SIZE)
             return size;
-        const int from = origin & ~AVSEEK_FORCE;
-        const std::int64_t base = from == SEEK_CUR ? reader.place_ : from == SEEK_END ? size : 0;
-        std::int64_t place = 0;
-        if (__builtin_add_overflow(base, offset, &place) || place < 0)
+        if ((origin & ~AVSEEK_FORCE) != SEEK_SET || offset < 0)
             return AVERROR(EINVAL);
-        return reader.place_ = place;
+        return reader.place_ = offset;
     }
 
+    // The first stream of a known kind is the song.
     bool openStream() {
-        // The first stream of a known kind is the song. The packets of the others aren't read at
-        // all.
-        for (unsigned at = 0; at < file_->nb_streams; ++at) {
-            AVStream* const stream = file_->streams[at];
-            const bool isKnown = std::find(std::begin(codecs), std::end(codecs),
-                                           stream->codecpar->codec_id) != std::end(codecs);
-            if (isKnown && !stream_)
-                stream_ = stream;
-            else
-                stream->discard = AVDISCARD_ALL;
-        }
-        const AVCodec* const codec =
-            stream_ ? libav_.findDecoder(stream_->codecpar->codec_id) : nullptr;
-        decoder_ = libav_.makeContext(codec);
-        packet_ = libav_.makePacket();
-        frame_ = libav_.makeFrame();
-        if (!codec || !decoder_ || !packet_ || !frame_ ||
-            libav_.setParameters(decoder_, stream_->codecpar) < 0 ||
-            libav_.openCodec(decoder_, codec, nullptr) < 0)
+        const std::span streams(file_->streams, file_->nb_streams);
+        const auto found = std::ranges::find_if(streams, [](const AVStream* stream) {
+            return std::ranges::find(codecs, stream->codecpar->codec_id) != std::end(codecs);
+        });
+        if (found == streams.end())
+            return false;
+        stream_ = *found;
+        const AVCodec* const codec = libav_.findDecoder(stream_->codecpar->codec_id);
+        decoder_.reset(libav_.makeContext(codec));
+        if (!codec || libav_.setParameters(decoder_.get(), stream_->codecpar) < 0 ||
+            libav_.openCodec(decoder_.get(), codec, nullptr) < 0)
             return false;
         const AVChannelLayout& layout = decoder_->ch_layout;
         format_ = {decoder_->sample_rate, layout.nb_channels,
@@ -249,18 +225,18 @@ private:
     // False at the end. Damaged packets are left out.
     bool readFrame() {
         while (!ended_) {
-            if (libav_.receive(decoder_, frame_) == 0)
+            if (libav_.receive(decoder_.get(), frame_.get()) == 0)
                 return true;
-            if (libav_.read(file_, packet_) < 0) {
-                libav_.send(decoder_, nullptr);
+            if (libav_.read(file_.get(), packet_.get()) < 0) {
+                libav_.send(decoder_.get(), nullptr);
                 ended_ = true;
             } else {
                 if (packet_->stream_index == stream_->index)
-                    libav_.send(decoder_, packet_);
-                libav_.emptyPacket(packet_);
+                    libav_.send(decoder_.get(), packet_.get());
+                libav_.emptyPacket(packet_.get());
             }
         }
-        return libav_.receive(decoder_, frame_) == 0;
+        return libav_.receive(decoder_.get(), frame_.get()) == 0;
     }
 
     void append(std::vector<float>& samples) {
@@ -268,7 +244,8 @@ private:
         const int channels = format_.channels;
         if (!sampler || frame_->ch_layout.nb_channels != channels)
             return;
-        const bool planar = isPlanar(frame_->format);
+        // Whether the samples of each channel stand together, instead of taking turns.
+        const bool planar = libav_.isPlanar(static_cast<AVSampleFormat>(frame_->format));
         for (int at = framesBeforeStart(); at < frame_->nb_samples; ++at)
             for (int channel = 0; channel < channels; ++channel)
                 samples.push_back(planar
@@ -277,32 +254,27 @@ private:
     }
 
     // A seek lands at a packet before the wanted place. The frames up to that place are left out.
-    int framesBeforeStart() {
-        if (skipTo_ <= 0)
-            return 0;
+    int framesBeforeStart() const {
         const double time =
             frame_->best_effort_timestamp == AV_NOPTS_VALUE
                 ? skipTo_
                 : static_cast<double>(frame_->best_effort_timestamp) * av_q2d(stream_->time_base);
-        const double frames = (skipTo_ - time) * format_.rate;
-        if (frames >= frame_->nb_samples)
-            return frame_->nb_samples;
-        skipTo_ = 0;
-        return frames > 0 ? static_cast<int>(frames) : 0;
+        return static_cast<int>(
+            std::clamp<double>((skipTo_ - time) * format_.rate, 0, frame_->nb_samples));
     }
 
     const Libav& libav_;
     const SongFile& song_;
     std::int64_t place_ = 0; // in the song's file
-    AVIOContext* input_ = nullptr;
-    AVFormatContext* file_ = nullptr;
+    LibavRef<AVIOContext> input_;
+    LibavRef<AVFormatContext> file_; // which reads from the input
     AVStream* stream_ = nullptr;
-    AVCodecContext* decoder_ = nullptr;
-    AVPacket* packet_ = nullptr;
-    AVFrame* frame_ = nullptr;
+    LibavRef<AVCodecContext> decoder_;
+    LibavRef<AVPacket> packet_{libav_.makePacket()};
+    LibavRef<AVFrame> frame_{libav_.makeFrame()};
     SoundFormat format_;
     bool ended_ = false;
-    double skipTo_ = 0; // seconds
+    double skipTo_ = beforeAll; // seconds
 };
 
 } // namespace

@@ -7,7 +7,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t mostTracks = 1024;
 constexpr double longestSong = 24 * 3600;
 constexpr std::uint8_t noteOn = 0x90, systemExclusive = 0xF0, escape = 0xF7, meta = 0xFF;
 constexpr std::uint8_t metaTrackEnd = 0x2F, metaTempo = 0x51;
@@ -150,7 +149,7 @@ private:
 class TickClock {
 public:
     explicit TickClock(std::uint32_t division) : ticksPerQuarter_(division) {
-        if (division >= 0x8000) { // minus the frames a second, and the ticks of a frame
+        if (division & 0x8000) { // minus the frames a second, and the ticks of a frame
             const auto frames = static_cast<double>(0x100 - (division >> 8));
             secondsPerTick_ = 1 / ((frames == 29 ? 29.97 : frames) * (division & 0xFF));
             fixed_ = true;
@@ -179,7 +178,7 @@ private:
 };
 
 bool isDivision(std::uint32_t division) {
-    return division >= 0x8000 ? (division & 0xFF) > 0 : division > 0;
+    return (division & 0x8000 ? division & 0xFF : division) > 0;
 }
 
 MidiSong inTime(Tracks tracks, std::uint32_t division) {
@@ -213,7 +212,7 @@ std::optional<MidiSong> readMidi(std::string_view file) {
     Bytes head(bytes.take(bytes.number(4)));
     const std::uint32_t format = head.number(2), count = head.number(2), division = head.number(2);
     // Format 2 is a collection of songs.
-    if (format > 1 || count > mostTracks || !isDivision(division))
+    if (format > 1 || !isDivision(division))
         return std::nullopt;
     Tracks tracks;
     for (std::uint32_t found = 0; found < count && !bytes.isEmpty();) {

@@ -6,6 +6,7 @@
 #include "platform/gstreamer/song_player.h"
 #include "platform/posix/passed_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -36,12 +37,11 @@ Received receiveWishes() {
         const ssize_t got = receiveWithFile(channel, bytes, file);
         if (got < 0 && errno == EAGAIN)
             return latest;
-        if (got == 0 || (got < 0 && errno != EINTR))
-            ::_exit(EXIT_SUCCESS); // without waiting for its threads
+        // The channel's end reads as an empty message, which is no wish either.
         const auto wishes =
-            got > 0 ? decodedWishes({bytes.data(), static_cast<std::size_t>(got)}) : std::nullopt;
+            decodedWishes({bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(got, 0))});
         if (!wishes)
-            continue;
+            ::_exit(EXIT_SUCCESS); // without waiting for its threads
         if (!latest.wishes || latest.wishes->song != wishes->song)
             latest.file = SongFile(std::move(file));
         latest.wishes = wishes;

@@ -1,7 +1,6 @@
 #include "platform/gstreamer/song_file.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <sys/stat.h>
 #include <utility>
 
@@ -9,19 +8,15 @@ namespace larkspin {
 
 SongFile::SongFile(Descriptor descriptor) : descriptor_(std::move(descriptor)) {
     struct stat status {};
-    if (::fstat(descriptor_.number(), &status) == 0 && S_ISREG(status.st_mode))
+    if (::fstat(descriptor_.number(), &status) == 0)
         size_ = static_cast<std::uint64_t>(status.st_size);
-    else
-        descriptor_ = {};
 }
 
 std::size_t SongFile::read(std::uint64_t place, std::span<char> bytes) const {
     std::size_t count = 0;
-    while (count < bytes.size() && place + count < size_) {
+    while (count < bytes.size()) {
         const ssize_t got = ::pread(descriptor_.number(), bytes.data() + count,
                                     bytes.size() - count, static_cast<off_t>(place + count));
-        if (got < 0 && errno == EINTR)
-            continue;
         if (got <= 0)
             break;
         count += static_cast<std::size_t>(got);

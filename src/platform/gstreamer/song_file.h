@@ -1,5 +1,5 @@
-// The open file of a song, which this process was given: it has no way to any other. The file is
-// read by place, since its own position is shared with everybody who has it open.
+// The open plain file of a song, which this process was given: it has no way to any other. The file
+// is read by place, since its own position is shared with everybody who has it open.
 #pragma once
 
 #include "platform/posix/descriptor.h"

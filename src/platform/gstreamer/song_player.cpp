@@ -72,14 +72,9 @@ void SongPlayer::begin(SongFile file) {
     duration_ = position_ = 0;
     seeking_ = seekDone_ = 0;
     sounded_ = lostOutput_ = displaced_ = false;
-    fed_.reset();
-    source_.reset();
-    bytes_.reset();
     file_ = std::move(file);
-    if (!wishes_.hasFile) {
-        finish(SongPhase::ended);
+    if (!wishes_.hasFile)
         return;
-    }
     phase_ = SongPhase::opening;
     if (playbin_ && file_.isOpen() && openSource())
         load();
@@ -90,15 +85,12 @@ void SongPlayer::begin(SongFile file) {
 // False when the song can't be played. Whether GStreamer can play one shows only when it is loaded.
 bool SongPlayer::openSource() {
     const ReadBy kind = readerOf(file_);
-    if (kind == ReadBy::gstreamer) {
-        bytes_ = std::make_unique<FileSource>(file_);
-        return true;
-    }
-    auto reader = kind == ReadBy::midi ? openMidi() : openWithLibav(file_);
-    if (!reader)
-        return false;
-    source_ = std::make_unique<SoundSource>(std::move(reader));
-    return true;
+    auto reader = kind == ReadBy::midi    ? openMidi()
+                  : kind == ReadBy::libav ? openWithLibav(file_)
+                                          : nullptr;
+    source_ = reader ? std::make_unique<SoundSource>(std::move(reader)) : nullptr;
+    bytes_ = kind == ReadBy::gstreamer ? std::make_unique<FileSource>(file_) : nullptr;
+    return source_ || bytes_;
 }
 
 std::unique_ptr<SoundReader> SongPlayer::openMidi() {
@@ -140,8 +132,7 @@ void SongPlayer::drive() {
 }
 
 bool SongPlayer::isSettled() const {
-    const auto result = gst_element_get_state(playbin_.get(), nullptr, nullptr, 0);
-    return result == GST_STATE_CHANGE_SUCCESS || result == GST_STATE_CHANGE_NO_PREROLL;
+    return gst_element_get_state(playbin_.get(), nullptr, nullptr, 0) == GST_STATE_CHANGE_SUCCESS;
 }
 
 // Takes the next step; false when all is as wished. A song is moved while it is paused, so that
@@ -166,10 +157,6 @@ bool SongPlayer::step() {
     return true;
 }
 
-bool SongPlayer::isOpening() const {
-    return !prerolled_ && (phase_ == SongPhase::opening || phase_ == SongPhase::open);
-}
-
 bool SongPlayer::isPlaced() const {
     return !displaced_ && seekDone_ == wishes_.seek && (!seekable_ || rate_ == wishes_.rate);
 }
@@ -192,34 +179,20 @@ void SongPlayer::move() {
 }
 
 void SongPlayer::handle(GstMessage* message) {
-    const bool isOfAll = GST_MESSAGE_SRC(message) == GST_OBJECT(playbin_.get());
-    switch (GST_MESSAGE_TYPE(message)) {
-    case GST_MESSAGE_ASYNC_DONE:
-        if (isOfAll && !prerolled_)
-            preroll();
-        break;
-    case GST_MESSAGE_DURATION_CHANGED:
-        if (prerolled_)
-            readDuration();
-        break;
-    case GST_MESSAGE_LATENCY:
-        gst_bin_recalculate_latency(GST_BIN(playbin_.get()));
-        break;
-    case GST_MESSAGE_CLOCK_LOST:
-        if (playing_) {
-            gst_element_set_state(playbin_.get(), GST_STATE_PAUSED);
-            gst_element_set_state(playbin_.get(), GST_STATE_PLAYING);
-        }
-        break;
-    case GST_MESSAGE_EOS: // it may be from before a pause or a seek, and comes again then
-        if (playing_ && output_.isAtEnd())
-            handleEnd();
-        break;
-    case GST_MESSAGE_ERROR:
+    const GstMessageType type = GST_MESSAGE_TYPE(message);
+    if (type == GST_MESSAGE_ERROR)
         handleError(message);
-        break;
-    default:
-        break;
+    else if (type == GST_MESSAGE_EOS && playing_ && output_.isAtEnd())
+        handleEnd(); // else it is from before a pause or a seek, and comes again
+    else if (type == GST_MESSAGE_ASYNC_DONE && !prerolled_)
+        preroll();
+    else if (type == GST_MESSAGE_DURATION_CHANGED && prerolled_)
+        readDuration();
+    else if (type == GST_MESSAGE_LATENCY)
+        gst_bin_recalculate_latency(GST_BIN(playbin_.get()));
+    else if (type == GST_MESSAGE_CLOCK_LOST && playing_) {
+        gst_element_set_state(playbin_.get(), GST_STATE_PAUSED);
+        gst_element_set_state(playbin_.get(), GST_STATE_PLAYING);
     }
 }
 
@@ -316,7 +289,7 @@ PlayerReport SongPlayer::report() {
     return {.song = song_,
             .seek = seekDone_,
             .phase = phase_,
-            .moving = moving_ || isOpening() || displaced_,
+            .moving = moving_ || !prerolled_ || displaced_,
             .advancing = isPlaying(),
             .withoutDevice = output_.isSilent(),
             .duration = duration_,

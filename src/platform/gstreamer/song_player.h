@@ -23,7 +23,7 @@ public:
     int messages() const; // a descriptor that is readable while there are messages to handle
     void handleMessages();
 
-    // The file is the one of a new song.
+    // The file is the one of a new song, before which the older one was dropped.
     void wish(const PlayerWishes& wishes, SongFile file);
     bool drop(); // the current song; false when something of it is still at work
     std::uint32_t song() const { return song_; }
@@ -32,7 +32,6 @@ public:
     bool isPlaying() const { return playing_ && phase_ == SongPhase::open; }
 
 private:
-    bool isOpening() const; // also while it is loaded again after it lost its output
     void applyLoudness();
     void begin(SongFile file);
     bool openSource();

@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cmath>
+#include <utility>
 
 namespace larkspin {
 
@@ -52,9 +53,9 @@ void SoundSource::feed(GstElement* source, guint, gpointer self) {
 gboolean SoundSource::move(GstElement*, guint64 time, gpointer self) {
     SoundSource& source = *static_cast<SoundSource*>(self);
     const double target = seconds(static_cast<gint64>(time));
-    if (target > 0 || source.frame_ > 0)
+    const auto frame = std::llround(target * source.reader_->format().rate);
+    if (std::exchange(source.frame_, frame) != frame) // as it is at the song's begin
         source.reader_->seek(target);
-    source.frame_ = std::llround(target * source.reader_->format().rate);
     return TRUE;
 }
 
@@ -66,9 +67,7 @@ void SoundSource::push(GstElement* source) {
         g_signal_emit_by_name(source, "end-of-stream", &result);
         return;
     }
-    const gsize size = samples.size() * sizeof(float);
-    GstBuffer* const buffer = gst_buffer_new_allocate(nullptr, size, nullptr);
-    gst_buffer_fill(buffer, 0, samples.data(), size);
+    GstBuffer* const buffer = gst_buffer_new_memdup(samples.data(), samples.size() * sizeof(float));
     GST_BUFFER_PTS(buffer) = timeOf(frame_);
     frame_ += static_cast<std::int64_t>(samples.size()) / reader_->format().channels;
     GST_BUFFER_DURATION(buffer) = timeOf(frame_) - GST_BUFFER_PTS(buffer);

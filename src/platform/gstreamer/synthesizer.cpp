@@ -36,13 +36,12 @@ struct Synthesizer::Library {
 
     template <typename Function> Function* find(const char* name) {
         void* const found = ::dlsym(handle, name);
-        isWhole = isWhole && found;
+        isWhole &= found != nullptr;
         return reinterpret_cast<Function*>(found);
     }
 
     using MakeSettings = void*();
     using Drop = void(void*);
-    using SetNumber = int(void*, const char*, double);
     using SetInteger = int(void*, const char*, int);
     using Make = void*(void*);
     using LoadFont = int(void*, const char*, int);
@@ -54,7 +53,6 @@ struct Synthesizer::Library {
 
     MakeSettings* makeSettings = find<MakeSettings>("new_fluid_settings");
     Drop* dropSettings = find<Drop>("delete_fluid_settings");
-    SetNumber* setNumber = find<SetNumber>("fluid_settings_setnum");
     SetInteger* setInteger = find<SetInteger>("fluid_settings_setint");
     Make* make = find<Make>("new_fluid_synth");
     Drop* drop = find<Drop>("delete_fluid_synth");
@@ -71,7 +69,11 @@ struct Synthesizer::Library {
     Write* write = find<Write>("fluid_synth_write_float");
 };
 
-Synthesizer::Synthesizer(std::unique_ptr<Library> library) : library_(std::move(library)) {}
+Synthesizer::Synthesizer(std::unique_ptr<Library> library)
+    : library_(std::move(library)), settings_(library_->makeSettings(), library_->dropSettings),
+      synth_(nullptr, library_->drop) {}
+
+Synthesizer::~Synthesizer() = default;
 
 std::unique_ptr<Synthesizer> Synthesizer::start() {
     const char* const instruments = installedSoundfont();
@@ -86,58 +88,48 @@ std::unique_ptr<Synthesizer> Synthesizer::start() {
 }
 
 bool Synthesizer::start(const char* instruments) {
-    settings_ = library_->makeSettings();
-    if (!settings_)
-        return false;
-    library_->setNumber(settings_, "synth.sample-rate", sampleRate);
     // Memory is scarce here: none is locked, and only the sounds of the instruments in use are
     // loaded.
-    library_->setInteger(settings_, "synth.lock-memory", 0);
-    library_->setInteger(settings_, "synth.dynamic-sample-loading", 1);
-    synth_ = library_->make(settings_);
-    return synth_ && library_->loadFont(synth_, instruments, 1) != failed;
-}
-
-Synthesizer::~Synthesizer() {
-    if (synth_)
-        library_->drop(synth_);
-    if (settings_)
-        library_->dropSettings(settings_);
+    library_->setInteger(settings_.get(), "synth.lock-memory", 0);
+    library_->setInteger(settings_.get(), "synth.dynamic-sample-loading", 1);
+    synth_.reset(library_->make(settings_.get()));
+    return synth_ && library_->loadFont(synth_.get(), instruments, 1) != failed;
 }
 
 void Synthesizer::reset() {
-    library_->reset(synth_);
+    library_->reset(synth_.get());
 }
 
 void Synthesizer::send(const MidiEvent& event, const MidiSong& song) {
     // The first byte holds the kind of event in its upper half, the channel in its lower half.
     const int channel = event.bytes[0] & 0x0F, first = event.bytes[1], second = event.bytes[2];
+    void* const synth = synth_.get();
     switch (event.bytes[0] & 0xF0) {
     case 0x80:
-        library_->noteOff(synth_, channel, first);
+        library_->noteOff(synth, channel, first);
         break;
     case 0x90:
-        library_->noteOn(synth_, channel, first, second);
+        library_->noteOn(synth, channel, first, second);
         break;
     case 0xA0:
-        library_->keyPressure(synth_, channel, first, second);
+        library_->keyPressure(synth, channel, first, second);
         break;
     case 0xB0:
-        library_->control(synth_, channel, first, second);
+        library_->control(synth, channel, first, second);
         break;
     case 0xC0:
-        library_->program(synth_, channel, first);
+        library_->program(synth, channel, first);
         break;
     case 0xD0:
-        library_->channelPressure(synth_, channel, first);
+        library_->channelPressure(synth, channel, first);
         break;
     case 0xE0:
         // A bend has 14 bits, the lower seven of which come first.
-        library_->bend(synth_, channel, first | second << 7);
+        library_->bend(synth, channel, first | second << 7);
         break;
     default: {
         const std::string& text = song.longTexts[event.longText];
-        library_->longText(synth_, text.data(), static_cast<int>(text.size()), nullptr, nullptr,
+        library_->longText(synth, text.data(), static_cast<int>(text.size()), nullptr, nullptr,
                            nullptr, 0);
     }
     }
@@ -147,7 +139,7 @@ void Synthesizer::render(std::vector<float>& samples, int frames) {
     const std::size_t before = samples.size();
     samples.resize(before + 2 * static_cast<std::size_t>(frames));
     float* const left = samples.data() + before;
-    library_->write(synth_, frames, left, 0, 2, left, 1, 2);
+    library_->write(synth_.get(), frames, left, 0, 2, left, 1, 2);
 }
 
 } // namespace larkspin

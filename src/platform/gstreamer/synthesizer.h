@@ -11,11 +11,11 @@ namespace larkspin {
 
 class Synthesizer {
 public:
-    static constexpr int sampleRate = 44100;
+    static constexpr int sampleRate = 44100; // FluidSynth's own
 
     // Nothing where FluidSynth or the instruments aren't installed.
     static std::unique_ptr<Synthesizer> start();
-    ~Synthesizer();
+    ~Synthesizer(); // of the library, too
     Synthesizer(const Synthesizer&) = delete;
     Synthesizer& operator=(const Synthesizer&) = delete;
 
@@ -28,9 +28,10 @@ private:
     explicit Synthesizer(std::unique_ptr<Library> library);
     bool start(const char* instruments);
 
+    using Object = std::unique_ptr<void, void (*)(void*)>; // with what drops it
+
     std::unique_ptr<Library> library_;
-    void* settings_ = nullptr;
-    void* synth_ = nullptr;
+    Object settings_, synth_;
 };
 
 } // namespace larkspin

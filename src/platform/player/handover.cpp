@@ -13,18 +13,15 @@ constexpr int mostRoundsBehind = 4;
 } // namespace
 
 void Handover::begin() {
-    if (!line_.isUp() || line_.report().song == 0 || watch_ != TimerId::none)
-        return;
-    olderSong_ = line_.report().song;
-    rounds_ = 0;
-    watch_ = loop_.every(handoverInterval, [this] { watch(); });
+    if (watch_ == TimerId::none)
+        watch_ = loop_.every(handoverInterval, [this] { watch(); });
 }
 
 void Handover::watch() {
     hear_();
     const std::uint32_t song = line_.report().song;
     const bool isBehind = line_.isUp() && song != 0 && !line_.isTaken();
-    // The process has come to another song, though not yet to the wished one: it gets its time
+    // A process that has come to another song, though not yet to the wished one, gets its time
     // anew.
     if (isBehind && std::exchange(olderSong_, song) != song)
         rounds_ = 0;

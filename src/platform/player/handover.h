@@ -24,8 +24,8 @@ private:
     const PlayerLine& line_;
     Task hear_, leave_;
     TimerId watch_ = TimerId::none;
-    std::uint32_t olderSong_ = 0; // the song that the process is still at
-    int rounds_ = 0;
+    std::uint32_t olderSong_ = 0; // the song that the process was still at
+    int rounds_ = 0;              // since it came to that
 };
 
 } // namespace larkspin

@@ -56,7 +56,6 @@ void PlayerControl::Open(const std::string& fileName) {
     stopped_ = replaced_ = renewed_ = false;
     failed_.reset();
     openedAt_ = loop_.now();
-    opening_.drop();
     wishNoSong(); // nothing of the older one is heard any longer
     line_.wish().playing = true;
     line_.wish().seek = 0;
@@ -89,7 +88,6 @@ void PlayerControl::takeFile(std::chrono::milliseconds patience) {
     line_.wishSong(std::move(opened->file));
     if (!line_.isUp())
         startProcess();
-    handover_.begin();
 }
 
 void PlayerControl::Play() {
@@ -103,7 +101,6 @@ void PlayerControl::Pause() {
 void PlayerControl::Stop() {
     CurrentPosition(); // what is read once it has stopped
     stopped_ = true;
-    opening_.drop();
     wishNoSong();
 }
 
@@ -176,7 +173,7 @@ void PlayerControl::setMute(bool mute) {
 
 void PlayerControl::startProcess() {
     hadDevice_ = false;
-    standstill_.beginProcess();
+    standstill_.begin();
     if (line_.start())
         return;
     failed_ = "";
@@ -227,6 +224,7 @@ void PlayerControl::renewProcess() {
 }
 
 void PlayerControl::wishNoSong() {
+    opening_.drop();
     line_.wishSong({});
     handover_.begin();
 }

@@ -29,36 +29,35 @@ std::unique_ptr<PlayerProcess> PlayerProcess::start(const std::string& program,
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
         return nullptr;
+    // Only the process itself keeps its end, so that the channel breaks when it is gone.
+    Descriptor ours(ends[0]);
+    const Descriptor theirs(ends[1]);
     const auto id = spawn({.program = program,
                            .arguments = arguments,
                            .environment = variables(playersVariables),
-                           .channel = ends[1]});
-    // Only the process itself may hold its end, so that the channel breaks when it is gone.
-    ::close(ends[1]);
-    if (!id) {
-        ::close(ends[0]);
+                           .channel = theirs.number()});
+    if (!id)
         return nullptr;
-    }
-    return std::unique_ptr<PlayerProcess>(new PlayerProcess(*id, ends[0]));
+    return std::unique_ptr<PlayerProcess>(new PlayerProcess(*id, std::move(ours)));
 }
 
 PlayerProcess::~PlayerProcess() {
     kill();
-    isGone();
 }
 
 bool PlayerProcess::send(const PlayerWishes& wishes, const Descriptor& file) {
     const bool isNew = wishes.hasFile && wishes.song != given_;
     // The file goes with the first message about its song that gets through.
-    if (sendWithFile(channel_, encoded(wishes), isNew ? &file : nullptr) < 0)
-        return false;
-    given_ = wishes.song;
-    return true;
+    const bool isSent =
+        sendWithFile(channel_.number(), encoded(wishes), isNew ? &file : nullptr) >= 0;
+    if (isSent)
+        given_ = wishes.song;
+    return isSent;
 }
 
 std::optional<PlayerReport> PlayerProcess::receive() {
     std::array<char, longestMessage> bytes;
-    const ssize_t got = ::recv(channel_, bytes.data(), bytes.size(), MSG_DONTWAIT);
+    const ssize_t got = ::recv(channel_.number(), bytes.data(), bytes.size(), MSG_DONTWAIT);
     if (got < 0)
         return std::nullopt; // nothing yet: the end comes as a message of no bytes
     const auto report = decodedReport({bytes.data(), static_cast<std::size_t>(got)});
@@ -68,10 +67,9 @@ std::optional<PlayerReport> PlayerProcess::receive() {
 }
 
 void PlayerProcess::kill() {
-    if (channel_ < 0)
-        return;
-    ::close(std::exchange(channel_, -1));
-    ::kill(id_, SIGKILL);
+    if (channel_.isOpen()) // else it may be another's id by now
+        ::kill(id_, SIGKILL);
+    channel_ = {};
 }
 
 bool PlayerProcess::isGone() {

@@ -33,10 +33,10 @@ public:
     bool isGone(); // once killed: whether nothing is left of it
 
 private:
-    PlayerProcess(pid_t id, int channel) : id_(id), channel_(channel) {}
+    PlayerProcess(pid_t id, Descriptor channel) : id_(id), channel_(std::move(channel)) {}
 
     pid_t id_;
-    int channel_;
+    Descriptor channel_;
     std::uint32_t given_ = 0; // the song whose file it has
     bool broken_ = false;
     bool gone_ = false;

@@ -17,12 +17,9 @@ constexpr int mostTries = 2;         // an idle worker may have died unnoticed
 } // namespace
 
 bool SongOpening::begin(const std::string& path) {
-    drop();
-    hear();
     directory_ = path.substr(0, path.rfind('/'));
     question_ = put(DiskQuestion::open, path);
     tries_ = 0;
-    opened_.reset();
     // A directory has one worker, which is asked for the next song even if the one before is still
     // unanswered.
     if (disk_.isHung(directory_) || (!wantedOne() && asked_.size() >= mostAsked))

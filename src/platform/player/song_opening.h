@@ -18,10 +18,13 @@ public:
     SongOpening(const SongOpening&) = delete;
     SongOpening& operator=(const SongOpening&) = delete;
 
-    // Begins to open the file of that native path; an earlier one isn't wanted any more. False when
+    // Begins to open the file of that native path, when an earlier one has been dropped. False when
     // its directory doesn't answer, or too many others don't.
     bool begin(const std::string& path);
-    void drop() { isWanted_ = false; }
+    void drop() { // the file isn't wanted any more
+        isWanted_ = false;
+        opened_.reset();
+    }
     void giveUp(); // the directory counts as one that doesn't answer
     bool isUnderWay() const { return isWanted_; }
     bool leavesNothing(); // whether all has been answered, or given up

@@ -18,11 +18,6 @@ int mostRounds(Standstill::Patience patience) {
 
 } // namespace
 
-void Standstill::beginProcess() {
-    last_ = {};
-    rounds_ = 0;
-}
-
 bool Standstill::isReached(const PlayerReport& report, Patience patience) {
     const bool moves = report.position != last_.position || report.phase != last_.phase ||
                        report.song != last_.song || report.start != last_.start;

@@ -15,7 +15,6 @@ public:
     };
 
     void begin() { rounds_ = 0; } // nothing was to be done until now
-    void beginProcess();
 
     // A round of a second. They are counted instead of time, since the whole program may have been
     // halted in between. True when the process is to be given up.

@@ -63,7 +63,7 @@ struct ConfinedPlayer : RealPlayer {
 
 TEST_F(ConfinedPlayer, ReachesNothingOfItsOwners) {
     const Results results = probe("confined");
-    EXPECT_GE(results.size(), 43u);
+    EXPECT_GE(results.size(), 49u);
     for (const auto& [attempt, result] : results)
         EXPECT_EQ(std::set<std::string>({"refused", "can"}).count(result), 1u) << attempt << result;
     for (const char* need : {"read what it was given", "find its libraries", "all walls stand"})

@@ -33,8 +33,13 @@ TEST(MidiFile, LastsAsLongAsItsTempoSays) {
         {"a tempo track beside it", file({twiceAsSlow + trackEnd, note + pause96}), 1},
         {"the longest track", file({note + trackEnd, note + pause96 + pause96}), 1},
         {"silence at the end", file({note + "\x81\x40\xFF\x2F\0"s}), 1},
-        {"24 frames of 4 ticks a second", file({note + pause96}, "\xE8\4"s), 1},
+        {"24 frames of 4 ticks a second", file({twiceAsSlow + note + pause96}, "\xE8\4"s), 1},
         {"29.97 frames of them", file({note + pause96}, "\xE3\4"s), 96 / (29.97 * 4)},
+        {"a text as long as a tempo", file({"\0\xFF\1\3abc"s + note + pause96}), 0.5},
+        {"a tempo of one byte", file({"\0\xFF\x51\1\1"s + note + pause96}), 0.5},
+        {"zeros in front of a number", file({note + "\x80\x80\x60\x80\x45\x40"s}), 0.5},
+        {"less tracks than it tells of", file({note + pause96}).replace(11, 1, "\2"), 0.5},
+        {"more tracks", file({note + pause96}) + chunk("MTrk", note + pause96 + pause96), 0.5},
         {"another chunk between",
          file({}).replace(11, 1, "\1") + chunk("XFIH", "abc") + chunk("MTrk", note + pause96), 0.5},
     };
@@ -47,24 +52,26 @@ TEST(MidiFile, LastsAsLongAsItsTempoSays) {
 }
 
 TEST(MidiFile, KeepsTheOrderOfItsMessages) {
-    const auto song = readMidi(file({"\0\xC0\5"s + note + "\x60\x45\0"s /* running status */,
-                                     "\x30\xF0\3\x43\x10\xF7"s + "\0\xE1\1\2"s}));
+    const auto song =
+        readMidi(file({"\0\xC0\5"s + note + "\x60\x45\0"s /* running status */,
+                       "\x30\xF0\3\x43\x10\xF7"s + "\0\xE1\1\2"s, "\x30\xD2\3\x30\x80\x45\x40"s}));
     ASSERT_TRUE(song);
-    ASSERT_EQ(song->events.size(), 5u);
+    ASSERT_EQ(song->events.size(), 7u);
     using Bytes = decltype(MidiEvent::bytes);
-    const std::pair<double, Bytes> expected[] = {{0, {0xC0, 5, 0}},
-                                                 {0, {0x90, 0x45, 0x7F}},
-                                                 {0.25, {0xF0, 0, 0}},
-                                                 {0.25, {0xE1, 1, 2}},
-                                                 {0.5, {0x90, 0x45, 0}}};
-    for (std::size_t at = 0; at < 5; ++at) {
+    const std::pair<double, Bytes> expected[] = {{0, {0xC0, 5, 0}},        {0, {0x90, 0x45, 0x7F}},
+                                                 {0.25, {0xF0, 0, 0}},     {0.25, {0xE1, 1, 2}},
+                                                 {0.25, {0xD2, 3, 0}},     {0.5, {0x90, 0x45, 0}},
+                                                 {0.5, {0x80, 0x45, 0x40}}};
+    for (std::size_t at = 0; at < 7; ++at) {
         EXPECT_NEAR(song->events[at].seconds, expected[at].first, 1e-9) << at;
         EXPECT_EQ(song->events[at].bytes, expected[at].second) << at;
     }
     EXPECT_EQ(song->longTexts.at(0), "\x43\x10");
-    const auto cut = readMidi(file({note + pause96 + "\0\xF0\1\x43\0\x45\x40"s + note}));
+    const auto cut = readMidi(file({note + "\0\xF0\1\x43"s + note + "\0\xF7\2\x43\xF7"s + note +
+                                        "\0\xF0\1\x43\0\x45\x40"s + note + pause96 + note,
+                                    note + pause96}));
     ASSERT_TRUE(cut);
-    EXPECT_EQ(cut->events.size(), 2u) << "a part of a long text means nothing and ends the status";
+    EXPECT_EQ(cut->events.size(), 5u) << "a part of a long text means nothing and ends the status";
 }
 
 TEST(MidiFile, TakesWhatIsWholeOfADamagedOne) {
@@ -82,6 +89,10 @@ TEST(MidiFile, RefusesWhatIsNoSong) {
         {"nothing", ""},
         {"a head alone", file({})},
         {"no note", file({trackEnd})},
+        {"silent notes", file({"\0\x90\x45\0"s + pause96})},
+        {"a wait of five bytes", file({"\x80\x80\x80\x80\0"s + note.substr(1) + pause96})},
+        {"a text without a length", file({"\0\xFF\1\x80\x80\x80\x80"s + note + pause96})},
+        {"a long text without one", file({"\0\xF0\x80\x80\x80\x80"s + note + pause96})},
         {"no status byte", file({"\0\x45\x7F\0\x45\0"s})},
         {"a status byte that no file has", file({"\0\xF4\x45\x7F"s + note})},
         {"no ticks a quarter", file({note + pause96}, "\0\0"s)},

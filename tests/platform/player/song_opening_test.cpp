@@ -64,10 +64,31 @@ TEST_F(SongOpeningTest, AFileThatIsNeverOpenedIsGivenUp) {
     for (int count = 0; count < 20; ++count)
         player.Open(missing);
     EXPECT_EQ(childProcesses().size(), children);
+    pass(2s);
+    EXPECT_EQ(player.failure(), "the disk doesn't answer");
     EXPECT_TRUE(isPlayedToItsEnd(player, good));
     openGate();
     EXPECT_TRUE(comesTrue([&] { return !dead.isHung(disk.path() / "away"); }));
     EXPECT_TRUE(isPlayedToItsEnd(player, missing));
+}
+
+// Whoever was asked may have died long before that. Who dies each time dies of the file.
+TEST_F(SongOpeningTest, AFileIsAskedForOnceMore) {
+    OwnersDisk deadly(
+        [answer = answersFrom(PosixFiles(), PosixDirectories())](std::string_view question) {
+            if (question.find("deadly.wav") != question.npos)
+                ::_exit(1);
+            return answer(question);
+        });
+    const std::string good = song("a.wav", 0.1), bad = song("deadly.wav", 0.1);
+    PlayerControl player(loop, {LARKSPIN_PLAYER, {fastSink, disk.path().native()}, deadly}, tell);
+    for (int round = 0; round < 2; ++round) {
+        player.Open(bad);
+        pass(2s);
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        EXPECT_EQ(player.failure(), "the disk doesn't answer");
+        EXPECT_TRUE(isPlayedToItsEnd(player, good));
+    }
 }
 
 // Nor does what still hangs keep anything of the program's, such as the lock of the only copy.
