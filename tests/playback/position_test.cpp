@@ -29,7 +29,8 @@ TEST(Position, MovesTheSongOrSaysWhyNot) {
         {{"'rew 138", "'rew 99999999999999999999"}, behind, 137},
         {{"'rew 127"}, "rewinded <b>127</b> seconds", 10},
         {{"'rew 30"}, behind, 10},
-        {{"'fwd 180"}, "fast forwarded <b>180</b> seconds", 180}};
+        {{"'fwd 180"}, "fast forwarded <b>180</b> seconds", 180},
+        {{"'pos 3:00"}, "set position to <b>3:00", 180}};
     for (const auto& [lines, answer, position] : cases) {
         converse(machine, {Turn(lines, answer)});
         EXPECT_DOUBLE_EQ(machine.player.CurrentPosition(), position) << lines[0];

@@ -77,6 +77,7 @@ TEST_F(ARemoteControl, WorksTheSliders) {
         EXPECT_EQ(view().volume, shown);
     }
     remote().setTempo(1.25);
+    EXPECT_EQ(view().tempo, 125);
     EXPECT_EQ(machine.state().tempoCaption, "       tempo:  125");
 }
 

@@ -181,8 +181,9 @@ TEST_F(SongFilesTest, NoFileGoesBeforeASongHasBeenStarted) {
         EXPECT_EQ(machine.answer("'delete"), noSong) << line;
     }
     EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3"}));
-    converse(machine, {Turn("'play", "playing temp:  b"),
-                       Turn("'rename d", "rename current song to:  <b>d")});
+    converse(machine,
+             {Turn("'play", "playing temp:  b"), Turn("'rename d", "rename current song to:  <b>d"),
+              Turn("'play", "playing temp:  d")});
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "d.mp3 rock"}));
 }
 
