@@ -123,6 +123,7 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
 TEST_F(IrcWordsTest, WaitForANetworkThatIsNotReachedYet) {
     server.refuses = true;
     typed("/connect irc.test jo #music");
+    EXPECT_TRUE(kept().ends_with("room=#music\nconnect=yes\n")) << kept();
     for (const char* const line : {"/nick jane", "/msg ann hi", "/topic", "/names"})
         EXPECT_TRUE(typed(line).starts_with("you are not connected\n")) << line;
     typed("/leave");
