@@ -11,13 +11,19 @@ namespace larkspin {
 namespace {
 
 constexpr std::size_t blankCount = 78;
-constexpr std::size_t extensionLength = 4;
 const std::string gap = std::string(blankCount, ' ') + "{ ";
 
 // What stands between the name and the "|": the gap, the extension and one blank.
-constexpr std::size_t betweenNameAndBar = blankCount + 2 + extensionLength + 1;
+constexpr std::size_t leastBetween = blankCount + 2 + 1;
+constexpr std::size_t usualBetween =
+    leastBetween + 4; // in lines that weren't built by the template
 
 } // namespace
+
+std::string_view extensionOf(std::string_view fileName) {
+    const auto dot = fileName.rfind('.');
+    return dot == fileName.npos ? std::string_view() : fileName.substr(dot);
+}
 
 std::string makerow(std::string_view name, std::string_view extension, std::string_view directory) {
     std::string row;
@@ -27,24 +33,20 @@ std::string makerow(std::string_view name, std::string_view extension, std::stri
 }
 
 std::string rowOfFile(std::string_view fileName, std::string_view directory) {
-    return makerow(withoutLast(fileName, extensionLength),
-                   lastCharacters(fileName, extensionLength), directory);
+    const std::string_view extension = extensionOf(fileName);
+    return makerow(fileName.substr(0, fileName.size() - extension.size()), extension, directory);
 }
 
 std::size_t longestName(std::size_t bar) {
-    return bar - std::min(bar, betweenNameAndBar);
+    return bar - std::min(bar, leastBetween);
 }
 
 std::string_view rowname(std::string_view row) {
     const auto [head, directory, isRow] = partedAt(row, '|');
     if (!isRow)
         return {};
-    // Nearly always everything between the name and the bar is ASCII, where bytes can be counted
-    // instead of characters.
-    const auto gapStart = longestName(head.size());
-    if (head.substr(gapStart, gap.size()) == gap)
-        return head.substr(0, gapStart);
-    return withoutLast(head, betweenNameAndBar);
+    const auto gapStart = head.rfind(gap);
+    return gapStart == head.npos ? withoutLast(head, usualBetween) : head.substr(0, gapStart);
 }
 
 namespace {
@@ -119,8 +121,9 @@ Song songOfPath(std::string_view path) {
 }
 
 Song songOfFile(std::string_view fileName, std::string_view directory) {
-    return {std::string(withoutLast(fileName, extensionLength)),
-            std::string(lastCharacters(fileName, extensionLength)), std::string(directory)};
+    const std::string_view extension = extensionOf(fileName);
+    return {std::string(fileName.substr(0, fileName.size() - extension.size())),
+            std::string(extension), std::string(directory)};
 }
 
 } // namespace larkspin

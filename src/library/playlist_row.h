@@ -2,9 +2,9 @@
 //
 //     name, 78 blanks, "{ ", extension, " | ", directory
 //
-// The name is the file name without its last four characters, the extension those four, dot
-// included. The blanks push all but the name out of a list's sight. The directory stands in
-// any of its spellings, with or without trailing backslashes.
+// The extension is what stands at the end of the file name from its last dot on, dot included, and
+// the name what stands before that. The blanks push all but the name out of a list's sight. The
+// directory stands in any of its spellings, with or without trailing backslashes.
 //
 // A row is taken apart from its "|", which no name and no extension holds. A line without it is no
 // row: all its parts read empty.
@@ -14,6 +14,9 @@
 #include <string_view>
 
 namespace larkspin {
+
+// From the last dot on; empty without one.
+std::string_view extensionOf(std::string_view fileName);
 
 std::string makerow(std::string_view name, std::string_view extension, std::string_view directory);
 std::string rowOfFile(std::string_view fileName, std::string_view directory);

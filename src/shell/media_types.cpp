@@ -1,30 +1,48 @@
 #include "shell/media_types.h"
 
+#include "text/parts.h"
+
 #include <algorithm>
 
 namespace larkspin {
 
 namespace {
 
-constexpr int lastPlace = 100;
+using Age = MediaType::Age;
+
+constexpr int lastOfFirst = 100, lastOfAll = 200; // places
 
 constexpr MediaType types[] = {
-    {"mp3", "mp3", "*.mp3", "mpeg layer 3", "fmp3", 1},
-    {"wav", "wav", "*.wav", "wave", "fwav", 3},
-    {"wma", "wma", "*.wma", "windows media audio", "fwma", 2},
-    {"midi", "midi", "*.mid", "midi", "fmid", 4},
-    {allMediaTypes, "all", "", "media", "fallt", lastPlace},
+    {Age::first, "mp3", "mp3", "*.mp3", "mpeg layer 3", "fmp3", 1},
+    {Age::first, "wav", "wav", "*.wav", "wave", "fwav", 3},
+    {Age::first, "wma", "wma", "*.wma", "windows media audio", "fwma", 2},
+    {Age::first, "midi", "midi", "*.mid", "midi", "fmid", 4},
+    {Age::first, allMediaTypes, "all", "", "media", "fallt", lastOfFirst},
+    {Age::later, "flac", "flac", "*.flac", "flac", "fflac", 101},
+    {Age::later, "ogg", "ogg", "*.ogg;*.oga", "ogg", "fogg", 102},
+    {Age::later, "opus", "opus", "*.opus", "opus", "fopus", 103},
+    {Age::later, "m4a", "m4a", "*.m4a;*.m4b", "mpeg 4 audio", "fm4a", 104},
+    {Age::later, "aac", "aac", "*.aac", "advanced audio coding", "faac", 105},
+    {Age::later, "ape", "ape", "*.ape", "monkey's audio", "fape", 106},
+    {Age::later, "wavpack", "wavpack", "*.wv", "wavpack", "fwv", 107},
+    {Age::later, "musepack", "musepack", "*.mpc", "musepack", "fmpc", 108},
+    {Age::later, "aiff", "aiff", "*.aiff;*.aif", "audio interchange", "faiff", 109},
+    {Age::later, anyMediaType, "any", "", "playable", "fany", lastOfAll},
 };
 
 using Texts = std::vector<std::string_view>;
 
+void append(Texts& patterns, std::string_view joined) {
+    while (!joined.empty())
+        patterns.push_back(takePart(joined, ';'));
+}
+
 Texts patternsOf(const MediaType& type) {
-    if (!type.pattern.empty())
-        return {type.pattern};
     Texts patterns;
-    for (const MediaType* above = types; above != &type; ++above)
-        if (!above->pattern.empty())
-            patterns.push_back(above->pattern);
+    append(patterns, type.patterns);
+    if (type.patterns.empty())
+        for (const MediaType* above = types; above != &type; ++above)
+            append(patterns, above->patterns);
     return patterns;
 }
 
@@ -38,6 +56,14 @@ std::string joined(const Texts& texts, std::string_view between, std::string_vie
         text += texts[at];
     }
     return text;
+}
+
+// "mp3, wav, or all; or flac, or any"
+std::string wordsOf(const std::vector<const MediaType*>& rows, std::string_view MediaType::*word) {
+    Texts first, later;
+    for (const MediaType* type : rows)
+        (type->age == Age::first ? first : later).push_back(type->*word);
+    return joined(first, ", ", "or ") + "; or " + joined(later, ", ", "or ");
 }
 
 } // namespace
@@ -71,17 +97,14 @@ FileType fileTypeOf(const MediaType& type) {
 }
 
 std::string typedMediaWords() {
-    Texts words;
+    std::vector<const MediaType*> rows;
     for (const MediaType& type : types)
-        words.push_back(type.typed);
-    return joined(words, ", ", "or ");
+        rows.push_back(&type);
+    return wordsOf(rows, &MediaType::typed);
 }
 
 std::string toldMediaWords() {
-    Texts words;
-    for (const MediaType* type : mediaTypesInMenu())
-        words.push_back(type->word);
-    return joined(words, ", ", "or ");
+    return wordsOf(mediaTypesInMenu(), &MediaType::word);
 }
 
 } // namespace larkspin

@@ -12,27 +12,33 @@
 namespace larkspin {
 
 struct MediaType {
-    std::string_view word;    // as it is stored, shown and told
-    std::string_view typed;   // as the command takes it
-    std::string_view pattern; // of its files, one; empty: all that stand above it in the table
-    std::string_view files;   // what a file dialog calls them
-    std::string_view entry;   // of the tray's menu
-    int place;                // in the menu and the help, which have an order of their own
+    // The five that there have always been are told as they always were; the others come after
+    // them.
+    enum class Age { first, later };
+
+    Age age;
+    std::string_view word;     // as it is stored, shown and told
+    std::string_view typed;    // as the command takes it
+    std::string_view patterns; // of its files, joined by semicolons; empty: those that stand above
+    std::string_view files;    // what a file dialog calls them
+    std::string_view entry;    // of the tray's menu
+    int place;                 // in the menu and the help, which have an order of their own
 };
 
-inline constexpr std::string_view allMediaTypes = "all types";
+inline constexpr std::string_view allMediaTypes = "all types"; // the first four
+inline constexpr std::string_view anyMediaType = "any";        // everything that can be played
 
 std::span<const MediaType> mediaTypes();
 std::vector<const MediaType*> mediaTypesInMenu(); // by their places
 
-// The row of that word; for any other word the one that lets all types through.
+// The row of that word; for any other word that of `allMediaTypes`.
 const MediaType& mediaTypeOf(std::string_view word);
 
 // What a lister lets through, and what a file dialog offers.
 std::string patternOf(const MediaType& type);
 FileType fileTypeOf(const MediaType& type);
 
-// "mp3, wav, or all": as the command takes them, and as the help tells them.
+// "mp3, wav, or all; or flac, or any": as the command takes them, and as the help tells them.
 std::string typedMediaWords();
 std::string toldMediaWords();
 

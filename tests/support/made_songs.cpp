@@ -18,11 +18,15 @@ constexpr int rate = 44100;
 const std::map<std::string, std::string> encoders{
     {".mp3", "lamemp3enc"}, {".wma", "audioconvert ! avenc_wmav2 ! avmux_asf"}};
 
-bool makeWav(const std::filesystem::path& path, double seconds) {
+std::string tone(int frequency, double seconds) {
     std::string samples;
     for (int at = 0; at < std::lround(seconds * rate); ++at)
         samples += littleEndian(
-            std::lround(0.75 * 32767 * std::sin(2 * std::numbers::pi * 441 * at / rate)), 2);
+            std::lround(0.75 * 32767 * std::sin(2 * std::numbers::pi * frequency * at / rate)), 2);
+    return samples;
+}
+
+bool writeWav(const std::filesystem::path& path, const std::string& samples) {
     const auto size = static_cast<long>(samples.size());
     std::ofstream file(path, std::ios::binary);
     file << "RIFF" << littleEndian(36 + size, 4) << "WAVEfmt " << littleEndian(16, 4)
@@ -56,7 +60,7 @@ std::string littleEndian(long number, int size) {
 
 bool makeSong(const std::filesystem::path& path, double seconds) {
     if (path.extension() == ".wav")
-        return makeWav(path, seconds);
+        return writeWav(path, tone(441, seconds));
     if (path.extension() == ".mid")
         return makeMidi(path, seconds);
     const auto encoder = encoders.find(path.extension().native());
@@ -75,6 +79,17 @@ std::string packedWav() {
     for (int block = 0; block < 20; ++block)
         bytes += std::string("\0\0\x40\0", 4) + std::string(1020, '\x80');
     return bytes;
+}
+
+bool makeTones(const std::filesystem::path& path, const std::string& encoder) {
+    const std::filesystem::path wav = path.native() + ".wav";
+    if (!writeWav(wav, tone(441, 2) + tone(882, 2)))
+        return false;
+    const bool isMade =
+        makeFile("filesrc location=\"" + wav.native() +
+                 "\" ! wavparse ! audioconvert ! audioresample ! " + encoder + intoFile(path));
+    std::filesystem::remove(wav);
+    return isMade;
 }
 
 std::string intoFile(const std::filesystem::path& path) {

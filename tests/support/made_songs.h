@@ -10,6 +10,10 @@ namespace larkspin {
 // and WMA come out up to a tenth longer. False when GStreamer can't make it.
 bool makeSong(const std::filesystem::path& path, double seconds);
 
+// The same tone for two seconds, and one of 882 Hz for two more, through such an encoder (a part of
+// a GStreamer launch line).
+bool makeTones(const std::filesystem::path& path, const std::string& encoder);
+
 std::string littleEndian(long number, int size); // in so many bytes, the lowest first
 
 // A WAV file of IMA ADPCM, in 20 blocks of 1024 bytes, which are 2041 samples each.

@@ -1,13 +1,19 @@
-// Windows Media Audio, and WAV files with packed samples, decoded by FFmpeg's libraries. They
-// are loaded by the first such song, since they take more memory than all the rest.
+// Songs that are decoded by FFmpeg's libraries: Windows Media Audio, WAV files with packed samples,
+// FLAC, Ogg, MPEG 4 and what else is known by its kind.
 #pragma once
 
+#include "platform/gstreamer/song_kind.h"
 #include "platform/gstreamer/sound_reader.h"
 
 namespace larkspin {
 
-// Nothing when it can't be played: the libraries are missing, or the file has no such sound. It
-// must stay open for as long.
-std::unique_ptr<SoundReader> openWithLibav(const SongFile& file);
+// The bytes of a file, all or some of them, that make a song.
+struct SongPart {
+    const SongFile& file; // which stays open for as long
+    std::uint64_t start = 0, size = file.size();
+};
+
+// Nothing when it can't be played: the libraries are missing, or there is no such sound in it.
+std::unique_ptr<SoundReader> openWithLibav(const SongPart& part, SongKind kind);
 
 } // namespace larkspin

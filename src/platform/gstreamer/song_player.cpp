@@ -1,6 +1,6 @@
 #include "platform/gstreamer/song_player.h"
 
-#include "platform/gstreamer/libav_reader.h"
+#include "platform/gstreamer/decoded_song.h"
 #include "platform/gstreamer/midi_reader.h"
 
 #include <algorithm>
@@ -84,12 +84,12 @@ void SongPlayer::begin(SongFile file) {
 
 // False when the song can't be played. Whether GStreamer can play one shows only when it is loaded.
 bool SongPlayer::openSource() {
-    const ReadBy kind = readerOf(file_);
-    auto reader = kind == ReadBy::midi    ? openMidi()
-                  : kind == ReadBy::libav ? openWithLibav(file_)
-                                          : nullptr;
+    const SongKind kind = kindOf(file_);
+    auto reader = kind == SongKind::other  ? nullptr
+                  : kind == SongKind::midi ? openMidi()
+                                           : openDecoded(file_, kind);
     source_ = reader ? std::make_unique<SoundSource>(std::move(reader)) : nullptr;
-    bytes_ = kind == ReadBy::gstreamer ? std::make_unique<FileSource>(file_) : nullptr;
+    bytes_ = kind == SongKind::other ? std::make_unique<FileSource>(file_) : nullptr;
     return source_ || bytes_;
 }
 

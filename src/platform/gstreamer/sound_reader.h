@@ -14,23 +14,24 @@ struct SoundFormat {
     int rate = 0;           // frames a second
     int channels = 0;       // one to eight
     std::uint64_t mask = 0; // which ones, for more than two: bits as WAV files have them
+
+    bool operator==(const SoundFormat&) const = default;
 };
+
+// Packed sound needs what came before it to sound right, up to this many seconds (Opus: 0.08).
+inline constexpr double runUp = 0.1;
 
 class SoundReader {
 public:
     virtual ~SoundReader() = default;
 
-    virtual SoundFormat format() const = 0;
-    virtual double duration() const = 0; // seconds
+    virtual SoundFormat format() const = 0; // of what was read last, or is read first
+    virtual double duration() const = 0;    // seconds; 0 when only the end tells it
 
     // Appends samples, a frame's channels in turn, from where the last call or `seek` ended: a
-    // tenth of a second or more, or nothing at the song's end.
+    // tenth of a second or more, less before the format changes, or nothing at the song's end.
     virtual void read(std::vector<float>& samples) = 0;
     virtual void seek(double seconds) = 0;
 };
-
-// Nothing for a song that GStreamer is to read.
-enum class ReadBy { gstreamer, midi, libav };
-ReadBy readerOf(const SongFile& file); // by its first bytes
 
 } // namespace larkspin

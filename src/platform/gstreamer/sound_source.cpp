@@ -1,15 +1,22 @@
 #include "platform/gstreamer/sound_source.h"
 
 #include <bit>
-#include <cmath>
-#include <utility>
 
 namespace larkspin {
 
 namespace {
 
-// The channels whose bits mean the same in GStreamer.
-constexpr std::uint64_t sharedChannels = 0x1FF;
+// Where the channels stand in the room, as GStreamer's bits. The first nine mean the same in a mask
+// that WAV files have; the two at the sides have other bits there.
+constexpr std::uint64_t sharedChannels = 0x1FF, sideChannels = 0x600;
+
+// For channels whose places aren't told, by their number. Without places they couldn't be mixed.
+constexpr std::uint64_t usualPlaces[] = {0, 0, 0, 0x7, 0x33, 0x37, 0x3F, 0x13F, 0xC3F};
+
+std::uint64_t placesOf(const SoundFormat& format) {
+    const std::uint64_t places = (format.mask & sharedChannels) | (format.mask & sideChannels) << 1;
+    return std::popcount(places) == format.channels ? places : usualPlaces[format.channels];
+}
 
 GstCaps* capsOf(const SoundFormat& format) {
     GstCaps* const caps =
@@ -17,25 +24,31 @@ GstCaps* capsOf(const SoundFormat& format) {
                             std::endian::native == std::endian::little ? "F32LE" : "F32BE",
                             "layout", G_TYPE_STRING, "interleaved", "rate", G_TYPE_INT, format.rate,
                             "channels", G_TYPE_INT, format.channels, nullptr);
-    // A mask of 0 stands for channels that have no place in a room.
-    const bool named = std::popcount(format.mask & sharedChannels) == format.channels;
     if (format.channels > 2)
-        gst_caps_set_simple(caps, "channel-mask", GST_TYPE_BITMASK, named ? format.mask : 0,
-                            nullptr);
+        gst_caps_set_simple(caps, "channel-mask", GST_TYPE_BITMASK, placesOf(format), nullptr);
     return caps;
 }
 
 } // namespace
 
-GstClockTime SoundSource::timeOf(std::int64_t frame) const {
-    return gst_util_uint64_scale_int(static_cast<guint64>(frame), GST_SECOND,
-                                     reader_->format().rate);
+// When the next frame is heard.
+GstClockTime SoundSource::now() const {
+    return begin_ +
+           gst_util_uint64_scale_int(static_cast<guint64>(frame_), GST_SECOND, format_.rate);
+}
+
+// Tells what comes next: the song's format may change within it.
+void SoundSource::announce(GstElement* source) {
+    begin_ = now();
+    frame_ = 0;
+    format_ = reader_->format();
+    GstCaps* const caps = capsOf(format_);
+    g_object_set(source, "caps", caps, nullptr);
+    gst_caps_unref(caps);
 }
 
 void SoundSource::connect(GstElement* source) {
-    GstCaps* const caps = capsOf(reader_->format());
-    g_object_set(source, "caps", caps, nullptr);
-    gst_caps_unref(caps);
+    announce(source);
     if (reader_->duration() > 0)
         g_object_set(source, "duration", static_cast<guint64>(clockTime(reader_->duration())),
                      nullptr);
@@ -53,9 +66,10 @@ void SoundSource::feed(GstElement* source, guint, gpointer self) {
 gboolean SoundSource::move(GstElement*, guint64 time, gpointer self) {
     SoundSource& source = *static_cast<SoundSource*>(self);
     const double target = seconds(static_cast<gint64>(time));
-    const auto frame = std::llround(target * source.reader_->format().rate);
-    if (std::exchange(source.frame_, frame) != frame) // as it is at the song's begin
+    if (time != source.now()) // as it is at the song's begin
         source.reader_->seek(target);
+    source.begin_ = time;
+    source.frame_ = 0;
     return TRUE;
 }
 
@@ -67,10 +81,12 @@ void SoundSource::push(GstElement* source) {
         g_signal_emit_by_name(source, "end-of-stream", &result);
         return;
     }
+    if (reader_->format() != format_)
+        announce(source);
     GstBuffer* const buffer = gst_buffer_new_memdup(samples.data(), samples.size() * sizeof(float));
-    GST_BUFFER_PTS(buffer) = timeOf(frame_);
-    frame_ += static_cast<std::int64_t>(samples.size()) / reader_->format().channels;
-    GST_BUFFER_DURATION(buffer) = timeOf(frame_) - GST_BUFFER_PTS(buffer);
+    GST_BUFFER_PTS(buffer) = now();
+    frame_ += static_cast<std::int64_t>(samples.size()) / format_.channels;
+    GST_BUFFER_DURATION(buffer) = now() - GST_BUFFER_PTS(buffer);
     g_signal_emit_by_name(source, "push-buffer", buffer, &result);
     gst_buffer_unref(buffer);
 }

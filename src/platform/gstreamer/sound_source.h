@@ -19,10 +19,13 @@ private:
     static void feed(GstElement* source, guint, gpointer self);
     static gboolean move(GstElement*, guint64 time, gpointer self);
     void push(GstElement* source);
-    GstClockTime timeOf(std::int64_t frame) const;
+    void announce(GstElement* source);
+    GstClockTime now() const;
 
     std::unique_ptr<SoundReader> reader_;
-    std::int64_t frame_ = 0; // of the song, to be read next
+    SoundFormat format_{.rate = 1}; // of what was pushed last
+    GstClockTime begin_ = 0;        // when that format began
+    std::int64_t frame_ = 0;        // of those since then, to be read next
 };
 
 } // namespace larkspin

@@ -1,0 +1,32 @@
+#include "platform/gstreamer/decoded_song.h"
+
+#include "platform/gstreamer/adts_reader.h"
+#include "platform/gstreamer/chain_reader.h"
+#include "platform/gstreamer/libav_reader.h"
+
+namespace larkspin {
+
+namespace {
+
+std::unique_ptr<SoundReader> openOgg(const SongFile& file) {
+    const auto links = oggLinks(file);
+    if (links.size() < 2)
+        return openWithLibav({file}, SongKind::ogg);
+    return ChainReader::open(links, [&file](const OggLink& link) {
+        return openWithLibav({file, link.start, link.size}, SongKind::ogg);
+    });
+}
+
+} // namespace
+
+std::unique_ptr<SoundReader> openDecoded(const SongFile& file, SongKind kind) {
+    if (kind == SongKind::ogg)
+        return openOgg(file);
+    if (kind == SongKind::adts)
+        return AdtsReader::open(file, [&file](std::uint64_t place) {
+            return openWithLibav({file, place, file.size() - place}, SongKind::adts);
+        });
+    return openWithLibav({file}, kind);
+}
+
+} // namespace larkspin
