@@ -59,7 +59,8 @@ void firstSound(benchmark::State& state, const std::string& type, bool isFirst) 
 void addSongWorks() {
     static const TempDirectory cache;
     ::setenv("XDG_CACHE_HOME", cache.path().c_str(), 1);
-    for (const std::string type : {".mp3", ".wav", ".wma", ".mid"})
+    for (const std::string type :
+         {".mp3", ".wav", ".wma", ".mid", ".flac", ".ogg", ".opus", ".m4a"})
         for (const bool isFirst : {true, false})
             addWork((isFirst ? "first sound, " : "next sound, ") + type, 0.150,
                     [=](benchmark::State& state) { firstSound(state, type, isFirst); })

@@ -130,6 +130,8 @@ void addTerminalWorks() {
     addAmount("memory, playing MP3", 40, cache, ".mp3", "MB", megabytes);
     addAmount("memory, playing WMA", 60, cache, ".wma", "MB", megabytes);
     addAmount("memory, playing MIDI", 60, cache, ".mid", "MB", megabytes);
+    for (const std::string type : {".flac", ".ogg", ".opus", ".m4a", ".aac"})
+        addAmount("memory, playing " + type, 60, cache, type, "MB", megabytes);
     addAmount("wake-ups at rest", 1, cache, "", "/s", wakeupsPerSecond);
     addAmount("wake-ups, playing MP3", noBudget, cache, ".mp3", "/s", wakeupsPerSecond);
 }

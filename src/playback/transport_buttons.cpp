@@ -8,6 +8,8 @@
 #include "shell/dialogs.h"
 #include "shell/media_types.h"
 
+#include <utility>
+
 namespace larkspin {
 
 void TransportButtons::previous() {
@@ -83,8 +85,12 @@ void TransportButtons::playLast() {
 }
 
 void TransportButtons::openFile() {
-    if (const auto path = dialogs_.openFile(
-            {.title = "Open a media file", .types = {fileTypeOf(mediaTypeOf(allMediaTypes))}}))
+    // What is offered at first is what there has always been, unless the filter shows more.
+    FileType usual = fileTypeOf(mediaTypeOf(allMediaTypes)),
+             any = fileTypeOf(mediaTypeOf(anyMediaType));
+    if (mediaTypeOf(state_.mediaFilter).age == MediaType::Age::later)
+        std::swap(usual, any);
+    if (const auto path = dialogs_.openFile({.title = "Open a media file", .types = {usual, any}}))
         transport_.openFromDisk(*path);
 }
 

@@ -120,8 +120,4 @@ std::string_view withoutLast(std::string_view text, std::size_t count) {
     return text;
 }
 
-std::string_view lastCharacters(std::string_view text, std::size_t count) {
-    return text.substr(withoutLast(text, count).size());
-}
-
 } // namespace larkspin

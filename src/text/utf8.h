@@ -33,9 +33,7 @@ std::size_t prefixLength(std::string_view text, std::size_t count);
 // How many bytes of the text fit into `most` bytes when no character is cut in two.
 std::size_t fittingLength(std::string_view text, std::size_t most);
 
-// The text without its last `count` characters, and those alone. With fewer characters the
-// first is empty and the second all there is.
+// The text without its last `count` characters; empty with fewer.
 std::string_view withoutLast(std::string_view text, std::size_t count);
-std::string_view lastCharacters(std::string_view text, std::size_t count);
 
 } // namespace larkspin

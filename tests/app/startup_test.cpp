@@ -68,7 +68,7 @@ TEST(Startup, TakesOddValuesAsTheyAreMeant) {
     machine.writeDataFile("larkspin.ini",
                           "[lark]\nload=-2.5\nsilent=maybe\nrepeat=YES\nref on load=1\n"
                           "tempo=201\nvolume=loud\nmp3sec=many\nprogsec=012.50\nplayed=x\n"
-                          "media filter=ogg\nplaylist=gone.lkl\n");
+                          "media filter=real\nplaylist=gone.lkl\n");
     machine.playlist({"a.mp3"});
     machine.start();
     EXPECT_EQ(shown(machine.state()),

@@ -39,7 +39,9 @@ TEST(TrayMenu, ReachesAllThereIs) {
         "otherz > rstarts: restart computer, m: -, pcinf: computer info, winup: windows uptime, "
         "fload: first loaded, epver: lks version, grtz: greets, spcol: scan pc on load, "
         "rol: refresh on load, cpc: change colors, j: -, shdown: shutdown computer\n"
-        "mfilt > fmp3: mp3, fwma: wma, fwav: wav, fmid: midi, fallt: all types\n");
+        "mfilt > fmp3: mp3, fwma: wma, fwav: wav, fmid: midi, fallt: all types, fflac: flac, "
+        "fogg: ogg, fopus: opus, fm4a: m4a, faac: aac, fape: ape, fwv: wavpack, fmpc: musepack, "
+        "faiff: aiff, fany: any\n");
 }
 
 TEST(TrayMenu, TellsInBoxesAlsoInSilence) {

@@ -1,5 +1,6 @@
 #include "app/command_rows.h"
 #include "app/program.h"
+#include "shell/media_types.h"
 #include "support/talk.h"
 
 namespace larkspin {
@@ -30,7 +31,7 @@ TEST(Dispatch, TellsWordsFromPatternsAndCutsTheArgumentAsTyped) {
          Turn("'play \u00E4PF", "playing:  <b>3</b>.  <b><u>\u00E4PF</b></u>el"),
          Turn("'play on ", "your gay song was not found"),
          Turn("'filter?", "current media filter:  <b>mp3</b> (<b>*.mp3</b>)"),
-         Turn("'filter ?", "invalid. choose mp3, wav, wma, midi, or all")});
+         Turn("'filter ?", "invalid. choose " + typedMediaWords())});
 }
 
 TEST(Dispatch, SurvivesEveryWordWithASillyArgument) {

@@ -66,7 +66,8 @@ TEST_F(AddingTest, OffersWhatTheFilterLetsThrough) {
     const std::string filter = " - your current media filter is ";
     for (const auto& [word, entry, title, types] :
          {std::tuple("wma", "adfil", "add file(s)", "windows media audio files (*.wma)"),
-          {"all", "adir", "add a directory", "media files (*.mid, *.mp3, *.wav, *.wma)"}}) {
+          {"all", "adir", "add a directory", "media files (*.mid, *.mp3, *.wav, *.wma)"},
+          {"m4a", "adfil", "add file(s)", "mpeg 4 audio files (*.m4a, *.m4b)"}}) {
         machine.owner(std::string("'filter ") + word);
         choose(entry, {});
         EXPECT_EQ(machine.dialogs.titles.back(), title + filter + machine.state().mediaFilter);

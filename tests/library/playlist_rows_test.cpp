@@ -23,9 +23,9 @@ struct PlaylistRows : testing::Test {
 TEST_F(PlaylistRows, AreBuiltAndTakenApartByOneTemplate) {
     // clang-format off
     for (const auto& [directory, name, extension] : std::vector<std::array<std::string, 3>>{
-             {"c:\\a", "song", ".mp3"}, {"c:\\", "Ä", ".MP3"}, {"c:\\a\\", "x.", "midi"},
-             {"c:\\{a", "", ".mp3"}, {"c:\\a", "\xFF", "zÄÖÜ"}, {"c:\\a", "", "ab"},
-             {"c:\\{ ", "{a{", "{ .{"}, {"c:\\", rowGap, rowGap.substr(76)}, {"c:\\a", rowGap + ".mp3 ", "ä{ ."}}) {
+             {"c:\\a", "song", ".mp3"}, {"c:\\", "Ä", ".MP3"}, {"c:\\a\\", "x.", ".midi"}, {"c:\\a", "1.2", ".f"},
+             {"c:\\{a", "", ".mp3"}, {"c:\\a", "\xFF", ".zÄÖÜ"}, {"c:\\a", "ab", ""}, {"c:\\a", "x", ".a long one"},
+             {"c:\\{ ", "{a{{ ", ".{"}, {"c:\\", rowGap, ""}, {"c:\\a", rowGap + ".mp3 ä{ ", "."}}) {
         // clang-format on
         const std::string row = rowOfFile(name + extension, directory);
         EXPECT_EQ(row, name + rowGap + extension + " | " + directory);

@@ -218,13 +218,19 @@ TEST_F(ScanTest, NamesThatDifferInCaseAloneAllEnterInOneOrderWhateverTheDisks) {
 }
 
 TEST_F(ScanTest, TheFilterSaysWhichTypesAreSeen) {
-    for (const char* name : {"1.mp3", "2.wav", "3.wma", "4.mid", "5.midi", "mp3"})
+    for (const char* name :
+         {"1.mp3", "2.wav", "3.wma", "4.mid", "5.midi", "mp3", "6.flac", "7.OGA"})
         machine.song("a", name);
     machine.start();
     for (const auto& [word, name, types, found] :
          {std::tuple("mp3", "mp3", "*.mp3", 1),
           {"all", "all types", "*.mp3;*.wav;*.wma;*.mid", 4},
-          {"midi", "midi", "*.mid", 1}}) {
+          {"midi", "midi", "*.mid", 1},
+          {"ogg", "ogg", "*.ogg;*.oga", 1},
+          {"any", "any",
+           "*.mp3;*.wav;*.wma;*.mid;*.flac;*.ogg;*.oga;*.opus;*.m4a;*.m4b;*.aac;*.ape;*.wv;*.mpc;"
+           "*.aiff;*.aif",
+           6}}) {
         EXPECT_EQ(machine.answer("'filter "s + word), "new media filter:  <b>"s + name);
         EXPECT_EQ(machine.answer("'filter?"),
                   "current media filter:  <b>"s + name + "</b> (<b>" + types + "</b>)");
@@ -235,10 +241,11 @@ TEST_F(ScanTest, TheFilterSaysWhichTypesAreSeen) {
     }
     for (const char* word : {"MP3", "all types", "mid", "", " mp3"})
         EXPECT_EQ(machine.answer(std::string("'filter ") + word),
-                  "invalid. choose mp3, wav, wma, midi, or all");
+                  "invalid. choose mp3, wav, wma, midi, or all; or flac, ogg, opus, m4a, aac, ape, "
+                  "wavpack, musepack, aiff, or any");
     machine.owner("'silent");
     EXPECT_EQ(machine.answer("'transfer"), "");
-    EXPECT_EQ(machine.state().mp3z, "view 1 files");
+    EXPECT_EQ(machine.state().mp3z, "view 6 files");
 }
 
 TEST_F(ScanTest, FoundRowsAreAddedOnceByTextOrAllTogether) {

@@ -16,7 +16,15 @@ namespace {
 constexpr int rate = 44100;
 
 const std::map<std::string, std::string> encoders{
-    {".mp3", "lamemp3enc"}, {".wma", "audioconvert ! avenc_wmav2 ! avmux_asf"}};
+    {".mp3", "lamemp3enc"},
+    {".wma", "audioconvert ! avenc_wmav2 ! avmux_asf"},
+    {".flac", "audioconvert ! flacenc"},
+    {".ogg", "audioconvert ! vorbisenc ! oggmux"},
+    {".opus", "audioconvert ! audioresample ! opusenc ! oggmux"},
+    {".m4a", "audioconvert ! avenc_aac ! aacparse ! mp4mux"},
+    {".aac", "audioconvert ! avenc_aac ! aacparse ! audio/mpeg,stream-format=adts"},
+    {".wv", "audioconvert ! wavpackenc"},
+    {".aiff", "audioconvert ! avmux_aiff"}};
 
 std::string tone(int frequency, double seconds) {
     std::string samples;

@@ -6,8 +6,8 @@
 
 namespace larkspin {
 
-// The format is told by the extension: .mp3, .wav, .wma or .mid. The length is in seconds; MP3
-// and WMA come out up to a tenth longer. False when GStreamer can't make it.
+// The format is told by the extension: .wav, .mid, or one that there is an encoder for. The length
+// is in seconds; packed ones come out up to a tenth longer. False when GStreamer can't make it.
 bool makeSong(const std::filesystem::path& path, double seconds);
 
 // The same tone for two seconds, and one of 882 Hz for two more, through such an encoder (a part of

@@ -74,7 +74,6 @@ TEST(Text, OfAnyBytesKeepsItsCharacters) {
         const std::size_t all = characters.size(), wanted = charactersOf(find).size();
         for (std::size_t at = 0, markedTo = 0; at < all; ++at) {
             ASSERT_EQ(withoutLast(text, all - at), before);
-            ASSERT_EQ(before + std::string(lastCharacters(text, all - at)), text);
             const std::size_t length = prefixLength(text, at + wanted) - before.size();
             const bool hit = wanted > 0 && equalFolded(text.substr(before.size(), length), find);
             before += characters[at];

@@ -73,5 +73,54 @@ TEST_F(FormatsTest, SoundAsTheyWereMadeFromAnyMomentOn) {
     }
 }
 
+// As a radio station records them: songs of several rates and channels, one after the other.
+TEST_F(FormatsTest, ThatAreChainedAreOneSong) {
+    made({"one.ogg", "vorbisenc ! oggmux"});
+    made({"two.ogg", "audio/x-raw,rate=48000,channels=2 ! vorbisenc ! oggmux"});
+    disk.write("three.ogg", disk.read("one.ogg") + disk.read("two.ogg") + disk.read("one.ogg"));
+    PlayerControl player(loop, playing(recordingSink()), tell);
+    EXPECT_TRUE(isPlayedToItsEnd(player, drive("three.ogg")));
+    EXPECT_NEAR(player.Duration(), 12, 0.1);
+    const auto whole = recordedSamples();
+    EXPECT_NEAR(measured(whole).seconds, 12, 0.1);
+    for (const double at : {0.0, 4.0, 8.0}) {
+        EXPECT_NEAR(measured(whole, at + 0.5, at + 1.5).frequency, 441, 1) << at;
+        EXPECT_NEAR(measured(whole, at + 2.5, at + 3.5).frequency, 882, 1) << at;
+    }
+    for (const double place : {5.5, 1.5}) {
+        player.Open(drive("three.ogg"));
+        player.setCurrentPosition(place);
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        const auto rest = recordedSamples();
+        EXPECT_NEAR(measured(rest).seconds, 12 - place, 0.1);
+        EXPECT_NEAR(measured(rest, 0, 0.45).frequency, 441, 2);
+        EXPECT_NEAR(measured(rest, 0.55, 1.5).frequency, 882, 2);
+    }
+}
+
+TEST_F(FormatsTest, WithPicturesAndTagsInFrontPlayAtAnyTempo) {
+    const std::string picture(100'000, 'x'), tag("ID3\3\0\0\0\0\7\x68", 10); // a thousand bytes
+    PlayerControl player(loop, playing(recordingSink()), tell);
+    player.setRate(2);
+    for (const Format& format :
+         {Format{"a.flac", "flacenc"}, Format{"a.wv", "wavpackenc"},
+          Format{"a.aac", "avenc_aac ! aacparse ! audio/mpeg,stream-format=adts"},
+          Format{"a.ogg", "vorbisenc ! oggmux"}}) {
+        SCOPED_TRACE(format.name);
+        made(format);
+        std::string bytes = disk.read(format.name);
+        if (bytes.starts_with("fLaC")) // a block of kind 6, with its length in three bytes
+            bytes.insert(4 + 4 + 34, "\6\1\x86\xA0" + picture);
+        disk.write(format.name,
+                   bytes.starts_with("OggS") ? bytes : tag + std::string(1000, '\0') + bytes);
+        EXPECT_TRUE(isPlayedToItsEnd(player, drive(format.name)));
+        EXPECT_NEAR(player.Duration(), 4, 0.06);
+        const auto samples = recordedSamples();
+        EXPECT_NEAR(measured(samples).seconds, 2, 0.1);
+        EXPECT_NEAR(measured(samples, 0.3, 0.7).frequency, 441, 15);
+        EXPECT_NEAR(measured(samples, 1.3, 1.7).frequency, 882, 30);
+    }
+}
+
 } // namespace
 } // namespace larkspin
