@@ -46,6 +46,17 @@ struct EventLoopsTest : testing::TestWithParam<bool> {
 
 INSTANTIATE_TEST_SUITE_P(OnPollAndOnQt, EventLoopsTest, testing::Bool());
 
+TEST_P(EventLoopsTest, HearsNoDescriptorThatWasForgottenInTheSameTurn) {
+    Pipe other;
+    loop.watch(pipe.out(), [&] { log += readOne(), loop.unwatch(other.out()); });
+    loop.watch(other.out(), [&] { log += other.readNow(), loop.unwatch(pipe.out()); });
+    pipe.write("x");
+    other.write("y");
+    EXPECT_TRUE(waitUntilTrue([&] { return !log.empty(); }));
+    loop.waitUntil(loop.now() + 2ms);
+    EXPECT_EQ(log.size(), 1u) << log;
+}
+
 TEST_P(EventLoopsTest, WaitsAsleepForTheWholeSpanWhileEventsRun) {
     int ticks = 0;
     loop.every(10ms, [&] { ++ticks; });

@@ -79,7 +79,7 @@ public:
                                                     : QListView::SingleSelection);
         listenTo(*list().viewport());
         connect(list().selectionModel(), &QItemSelectionModel::selectionChanged, this,
-                [this] { isTouched_ = isTouched_ || !isShowing_; });
+                [this] { isTouched_ = true; });
     }
 
 private:
@@ -95,7 +95,6 @@ private:
         // mouse is still selecting.
         if (revision_ == rows.revision() && (!isTouched_ || isHeld_))
             return;
-        isShowing_ = true;
         const int top = list().verticalScrollBar()->value();
         const bool hasOtherRows = model_.refresh();
         if (hasOtherRows)
@@ -104,7 +103,7 @@ private:
         if (hasOtherRows)
             list().verticalScrollBar()->setValue(top);
         revision_ = rows.revision();
-        isShowing_ = isTouched_ = false;
+        isTouched_ = false; // what was shown here is no doing of the owner's
     }
 
     void showMarks(const RowList& rows) {
@@ -191,7 +190,6 @@ private:
     std::uint64_t revision_ = 0; // of the list that it shows
     int pressedRow_ = noRow;
     bool isHeld_ = false;    // the mouse is still selecting
-    bool isShowing_ = false; // the selection changes by the program
     bool isTouched_ = false; // the owner has changed it
 };
 

@@ -353,9 +353,16 @@ TEST_F(RoomWindowTest, TakesAPasswordWithoutShowingIt) {
         QTest::keyClick(&input(), Qt::Key_Z, Qt::ControlModifier);
         EXPECT_EQ(typed(), "");
         strike("^");
-        EXPECT_EQ(typed(), "/login jo");
+        EXPECT_EQ(input().displayText(), "/login jo");
         input().empty();
     }
+}
+
+TEST_F(RoomWindowTest, DropsAPasswordThatNobodyAsksForAnyMore) {
+    strike("/login jo\nse");
+    EXPECT_EQ(shownFor([this] { machine.advance(10min); }), "nobody has typed a password");
+    EXPECT_EQ(ownName(), "Owner:");
+    EXPECT_EQ(shownFor("hi\n"), "Owner: hi");
 }
 
 TEST_F(RoomWindowTest, EmptiesItsLineAndComesForwardOnlyWhenAsked) {

@@ -85,6 +85,9 @@ TEST(Windows, AppearWhereTheyAreDescribedAndLeaveTheFocusAlone) {
         EXPECT_EQ(aloud->role(), QAccessible::Window);
         EXPECT_EQ(aloud->text(QAccessible::Name).toStdString(), window->spoken);
         EXPECT_TRUE(chat.hasFocus());
+        window->alpha = 100; // as it fades
+        desk.settle();
+        EXPECT_NEAR(widget.windowOpacity(), 100 / 255.0, 0.01);
         window->visible = false;
         desk.settle();
         EXPECT_FALSE(widget.isVisible());
