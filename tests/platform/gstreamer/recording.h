@@ -3,9 +3,12 @@
 
 #include "support/real_player.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <span>
+#include <utility>
 
 namespace larkspin {
 
@@ -29,24 +32,34 @@ protected:
             std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
         return samples;
     }
-    // Of a part of them, in seconds.
-    static Sound measured(const std::vector<std::int16_t>& samples, double from = 0,
-                          double to = 1e6) {
-        const auto at = [&](double seconds) {
+    // Of a part of them, in seconds. The frequency is that of most periods.
+    static Sound measured(std::span<const std::int16_t> samples, double from = 0, double to = 1e6) {
+        const auto place = [&](double seconds) {
             return std::min(static_cast<std::size_t>(seconds * recordedRate), samples.size());
         };
+        samples = samples.subspan(place(from), place(to) - place(from));
         int peak = 0;
-        std::vector<std::size_t> crossings;
-        for (std::size_t index = at(from) + 1; index < at(to); ++index) {
-            peak = std::max(peak, std::abs(int{samples[index]}));
-            if (samples[index - 1] < 0 && samples[index] >= 0)
-                crossings.push_back(index);
+        for (const std::int16_t sample : samples)
+            peak = std::max(peak, std::abs(int{sample}));
+        std::vector<std::size_t> periods; // from one rise to the next
+        std::size_t last = 0;
+        bool isBelow = false;
+        for (std::size_t at = 0; at < samples.size(); ++at) {
+            isBelow |= samples[at] < -peak / 4;
+            if (samples[at] > peak / 4 && std::exchange(isBelow, false))
+                periods.push_back(at - std::exchange(last, at));
         }
-        Sound sound{static_cast<double>(at(to) - at(from)) / recordedRate, peak / 32768.0, 0};
-        if (crossings.size() > 1)
-            sound.frequency = static_cast<double>(crossings.size() - 1) * recordedRate /
-                              static_cast<double>(crossings.back() - crossings.front());
+        std::ranges::sort(periods);
+        Sound sound{static_cast<double>(samples.size()) / recordedRate, peak / 32768.0, 0};
+        if (!periods.empty())
+            sound.frequency = recordedRate / static_cast<double>(periods[periods.size() / 2]);
         return sound;
+    }
+    Sound recordedSound() const { return measured(recordedSamples()); }
+    Sound recordSong(PlayerControl& player, const std::string& path) {
+        player.Open(path);
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        return recordedSound();
     }
 };
 

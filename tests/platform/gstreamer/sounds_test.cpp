@@ -1,55 +1,14 @@
 // What is heard of real songs: they are played into a file, which is measured.
-#include "support/real_player.h"
+#include "platform/gstreamer/recording.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <utility>
 
 namespace larkspin {
 namespace {
 
 using namespace std::chrono_literals;
 
-struct SoundTest : RealPlayer {
-    struct Sound {
-        double seconds = 0, amplitude = 0, frequency = 0;
-    };
-    std::string recordingSink() const {
-        return "audioconvert ! audioresample ! audio/x-raw,format=S16LE,rate=44100,channels=1 ! "
-               "filesink location=" +
-               (disk.path() / "sound").native();
-    }
-    Sound recordedSound() const {
-        const std::string bytes = disk.read("sound");
-        std::vector<std::int16_t> samples(bytes.size() / 2);
-        if (!samples.empty())
-            std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
-        int peak = 0;
-        for (const std::int16_t sample : samples)
-            peak = std::max(peak, std::abs(int{sample}));
-        std::vector<std::size_t> periods; // from one rise to the next
-        std::size_t last = 0;
-        bool isBelow = false;
-        for (std::size_t at = 0; at < samples.size(); ++at) {
-            isBelow |= samples[at] < -peak / 4;
-            if (samples[at] > peak / 4 && std::exchange(isBelow, false))
-                periods.push_back(at - std::exchange(last, at));
-        }
-        std::ranges::sort(periods);
-        Sound sound{static_cast<double>(samples.size()) / 44100, peak / 32768.0, 0};
-        if (!periods.empty())
-            sound.frequency = 44100. / static_cast<double>(periods[periods.size() / 2]);
-        return sound;
-    }
-    Sound recordSong(PlayerControl& player, const std::string& path) {
-        player.Open(path);
-        EXPECT_TRUE(reaches(player, PlayState::stopped));
-        return recordedSound();
-    }
-};
+using SoundTest = RecordingTest;
 
 TEST_F(SoundTest, RateChangesTheTimeButNotThePitchAndSurvivesOpen) {
     PlayerControl player(loop, playing(recordingSink()), tell);
