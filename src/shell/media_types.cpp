@@ -13,21 +13,21 @@ using Age = MediaType::Age;
 constexpr int lastOfFirst = 100, lastOfAll = 200; // places
 
 constexpr MediaType types[] = {
-    {Age::first, "mp3", "mp3", "*.mp3", "mpeg layer 3", "fmp3", 1},
-    {Age::first, "wav", "wav", "*.wav", "wave", "fwav", 3},
-    {Age::first, "wma", "wma", "*.wma", "windows media audio", "fwma", 2},
-    {Age::first, "midi", "midi", "*.mid", "midi", "fmid", 4},
-    {Age::first, allMediaTypes, "all", "", "media", "fallt", lastOfFirst},
-    {Age::later, "flac", "flac", "*.flac", "flac", "fflac", 101},
-    {Age::later, "ogg", "ogg", "*.ogg;*.oga", "ogg", "fogg", 102},
-    {Age::later, "opus", "opus", "*.opus", "opus", "fopus", 103},
-    {Age::later, "m4a", "m4a", "*.m4a;*.m4b", "mpeg 4 audio", "fm4a", 104},
-    {Age::later, "aac", "aac", "*.aac", "advanced audio coding", "faac", 105},
-    {Age::later, "ape", "ape", "*.ape", "monkey's audio", "fape", 106},
-    {Age::later, "wavpack", "wavpack", "*.wv", "wavpack", "fwv", 107},
-    {Age::later, "musepack", "musepack", "*.mpc", "musepack", "fmpc", 108},
-    {Age::later, "aiff", "aiff", "*.aiff;*.aif", "audio interchange", "faiff", 109},
-    {Age::later, anyMediaType, "any", "", "playable", "fany", lastOfAll},
+    {"mp3", "mp3", "*.mp3", "mpeg layer 3", "fmp3", 1, Age::first},
+    {"wav", "wav", "*.wav", "wave", "fwav", 3, Age::first},
+    {"wma", "wma", "*.wma", "windows media audio", "fwma", 2, Age::first},
+    {"midi", "midi", "*.mid", "midi", "fmid", 4, Age::first},
+    {allMediaTypes, "all", "", "media", "fallt", lastOfFirst, Age::first},
+    {"flac", "flac", "*.flac", "flac", "fflac", 101},
+    {"ogg", "ogg", "*.ogg;*.oga", "ogg", "fogg", 102},
+    {"opus", "opus", "*.opus", "opus", "fopus", 103},
+    {"m4a", "m4a", "*.m4a;*.m4b", "mpeg 4 audio", "fm4a", 104},
+    {"aac", "aac", "*.aac", "advanced audio coding", "faac", 105},
+    {"ape", "ape", "*.ape", "monkey's audio", "fape", 106},
+    {"wavpack", "wavpack", "*.wv", "wavpack", "fwv", 107},
+    {"musepack", "musepack", "*.mpc", "musepack", "fmpc", 108},
+    {"aiff", "aiff", "*.aiff;*.aif", "audio interchange", "faiff", 109},
+    {anyMediaType, "any", "", "playable", "fany", lastOfAll},
 };
 
 using Texts = std::vector<std::string_view>;

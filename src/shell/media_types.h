@@ -16,13 +16,13 @@ struct MediaType {
     // them.
     enum class Age { first, later };
 
-    Age age;
     std::string_view word;     // as it is stored, shown and told
     std::string_view typed;    // as the command takes it
     std::string_view patterns; // of its files, joined by semicolons; empty: those that stand above
     std::string_view files;    // what a file dialog calls them
     std::string_view entry;    // of the tray's menu
     int place;                 // in the menu and the help, which have an order of their own
+    Age age = Age::later;
 };
 
 inline constexpr std::string_view allMediaTypes = "all types"; // the first four

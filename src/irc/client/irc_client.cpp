@@ -246,10 +246,11 @@ void IrcClient::sayShown(const std::string& line) {
 void IrcClient::speak(std::string channel, const std::string& line, bool isShown) {
     // Asked first, since the line may take the owner elsewhere.
     const bool isElsewhere = !session_.isSame(channel, name());
+    const std::string told = "to " + visibleName(channel) + ": ";
     if (!speech_.say(IrcOutgoing::Kind::typed, {std::move(channel), line, isShown || isElsewhere}))
         tell("too much waits to be said");
     else if (isElsewhere)
-        tell("to " + visibleName(channel) + ": " + plainMarkup(line));
+        tell(told + plainMarkup(line));
 }
 
 // A recital that began in one room isn't said in another, where nobody has asked for it.

@@ -50,7 +50,7 @@ Nanoseconds timeLeft(sd_bus* bus) {
 } // namespace
 
 std::string sessionBusAddress() {
-    if (const std::string address = variable("DBUS_SESSION_BUS_ADDRESS"); !address.empty())
+    if (std::string address = variable("DBUS_SESSION_BUS_ADDRESS"); !address.empty())
         return address;
     const std::string directory = variable("XDG_RUNTIME_DIR"), socket = directory + "/bus";
     const bool isThere = !directory.empty() && ::access(socket.c_str(), W_OK) == 0;
@@ -103,7 +103,7 @@ bool Bus::ask(const BusMessage& call, Answered answered) {
     sd_bus_slot_set_destroy_callback(slot, dropAnswered);
     sd_bus_slot_set_floating(slot, 1); // it belongs to the connection
     sd_bus_slot_unref(slot);
-    kept.release();
+    static_cast<void>(kept.release()); // `dropAnswered` has it now
     settle();
     return true;
 }

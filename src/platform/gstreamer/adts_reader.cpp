@@ -17,7 +17,7 @@ constexpr double blockSamples = 1024;
 constexpr int rates[] = {96000, 88200, 64000, 48000, 44100, 32000, 24000,
                          22050, 16000, 12000, 11025, 8000,  7350};
 
-constexpr std::size_t lookedAtOnce = 256 * 1024; // bytes of the file
+constexpr std::size_t lookedAtOnce = std::size_t{256} * 1024; // bytes of the file
 
 struct Frame {
     std::size_t length = 0; // 0: there is none

@@ -18,8 +18,9 @@ constexpr int beginsStream = 2;
 constexpr std::size_t longestPage = pageHeader + mostSegments * 256;
 
 constexpr std::size_t mostLinks = 10'000;
-constexpr std::uint64_t walkedThrough = 1024 * 1024; // bytes of a file that cost no time
-constexpr std::uint64_t looks = 16;                  // at a larger one
+constexpr std::uint64_t walkedThrough =
+    std::size_t{1024} * 1024;       // bytes of a file that cost no time
+constexpr std::uint64_t looks = 16; // at a larger one
 
 struct Page {
     std::string serial;

@@ -19,7 +19,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t portion = 64 * 1024; // of what is read at once
+constexpr std::size_t portion = std::size_t{64} * 1024; // of what is read at once
 
 // Goes in front of each message. Its file comes with the first bytes.
 struct Head {

@@ -153,7 +153,7 @@ void OwnersDisk::hasHung(std::unique_ptr<DiskWorker> worker, const std::string& 
 // to such a disk from anywhere, so when two directories side by side hang, the one above them
 // counts.
 std::string OwnersDisk::placeOf(const std::string& path) const {
-    const std::string disk = farDiskOf(path);
+    std::string disk = farDiskOf(path);
     if (!disk.empty())
         return disk;
     const std::string above = directoryAbove(path);

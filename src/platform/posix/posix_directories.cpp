@@ -20,7 +20,7 @@ namespace {
 
 // In bytes, of one system call. A scan lists thousands of directories, and in most of them
 // everything comes with one call.
-constexpr std::size_t bufferSize = 32 * 1024;
+constexpr std::size_t bufferSize = std::size_t{32} * 1024;
 constexpr std::size_t usualFiles = 24; // in a directory
 
 enum class Kind { file, directory, other };

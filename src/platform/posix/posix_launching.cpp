@@ -40,7 +40,7 @@ bool execute(const fs::path& file) {
 fs::path onPath(std::string_view name) {
     const char* const value = std::getenv("PATH");
     for (std::string_view rest = value ? value : "/usr/local/bin:/usr/bin:/bin"; !rest.empty();) {
-        const fs::path candidate = fs::path(takePart(rest, ':')) / name;
+        fs::path candidate = fs::path(takePart(rest, ':')) / name;
         if (candidate.is_absolute() && isFile(candidate) && ::access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }

@@ -73,7 +73,7 @@ std::optional<fs::path> writeThenName(const fs::path& directory, const std::stri
 
 std::optional<fs::path> nameThenWrite(const fs::path& directory, const std::string& contents) {
     Descriptor file;
-    const auto name = withNewName(directory, [&file](const fs::path& fresh) {
+    auto name = withNewName(directory, [&file](const fs::path& fresh) {
         file =
             Descriptor(::open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ownersAlone));
         return file.isOpen();

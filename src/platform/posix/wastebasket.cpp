@@ -189,7 +189,7 @@ FileChange Wastebasket::take(const std::string& path) const {
         return failedBecause(errno);
     // The user's own wastebasket comes first, if it is on the file's disk; else that disk's. If
     // neither takes the file, the reason that says more is told.
-    const FileChange atHome = putInHome(dataHome_, file, *disk);
+    FileChange atHome = putInHome(dataHome_, file, *disk);
     if (atHome)
         return atHome;
     const FileChange onDisk = putOnDisk(file, *disk);

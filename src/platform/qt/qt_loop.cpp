@@ -66,7 +66,8 @@ void QtLoop::watch(int descriptor, Task readable) {
     notifier->setEnabled(hearing_);
     QObject::connect(notifier, &QSocketNotifier::activated,
                      [this, task = std::make_shared<const Task>(std::move(readable))] {
-                         const auto kept = task; // the task may unwatch its own descriptor
+                         // The task may unwatch its own descriptor.
+                         const std::shared_ptr<const Task> kept(task);
                          queue_.runNested(*kept);
                          hearDescriptors();
                          arm();
@@ -79,7 +80,7 @@ void QtLoop::watchWritable(int descriptor, Task writable) {
     auto* const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Write);
     QObject::connect(notifier, &QSocketNotifier::activated,
                      [task = std::make_shared<const Task>(std::move(writable))] {
-                         const auto kept = task;
+                         const std::shared_ptr<const Task> kept(task);
                          (*kept)();
                      });
     watchedWritable_[descriptor] = notifier;

@@ -111,7 +111,7 @@ void Terminal::completeBy(LineEditor::Complete complete) {
     if (!editor_)
         return;
     editor_->onTab([this, complete = std::move(complete)](std::string_view typed) {
-        const Completion completion = rooms.completionOf(typed, commands_.words(), complete);
+        Completion completion = rooms.completionOf(typed, commands_.words(), complete);
         showChoices(completion);
         return completion;
     });

@@ -15,7 +15,7 @@ namespace larkspin {
 // one.
 class PeopleView::Model : public QAbstractListModel {
 public:
-    Model(Source source, QColor dimmed) : source_(std::move(source)), dimmed_(std::move(dimmed)) {}
+    Model(Source source, QColor dimmed) : source_(std::move(source)), dimmed_(dimmed) {}
 
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : people_.count();
