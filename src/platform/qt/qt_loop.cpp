@@ -64,14 +64,13 @@ void QtLoop::watch(int descriptor, Task readable) {
     unwatch(descriptor);
     auto* const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read);
     notifier->setEnabled(hearing_);
-    QObject::connect(notifier, &QSocketNotifier::activated,
-                     [this, task = std::make_shared<const Task>(std::move(readable))] {
-                         // The task may unwatch its own descriptor.
-                         const std::shared_ptr<const Task> kept(task);
-                         queue_.runNested(*kept);
-                         hearDescriptors();
-                         arm();
-                     });
+    // The task may unwatch its own descriptor, and this be gone with it before it returns.
+    QObject::connect(notifier, &QSocketNotifier::activated, [this, readable = std::move(readable)] {
+        QtLoop& loop = *this;
+        loop.queue_.runNested(Task{readable});
+        loop.hearDescriptors();
+        loop.arm();
+    });
     watched_[descriptor] = notifier;
 }
 
@@ -79,10 +78,7 @@ void QtLoop::watchWritable(int descriptor, Task writable) {
     unwatchWritable(descriptor);
     auto* const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Write);
     QObject::connect(notifier, &QSocketNotifier::activated,
-                     [task = std::make_shared<const Task>(std::move(writable))] {
-                         const std::shared_ptr<const Task> kept(task);
-                         (*kept)();
-                     });
+                     [writable = std::move(writable)] { Task{writable}(); });
     watchedWritable_[descriptor] = notifier;
 }
 
