@@ -25,6 +25,14 @@ std::string_view extensionOf(std::string_view fileName) {
     return dot == fileName.npos ? std::string_view() : fileName.substr(dot);
 }
 
+namespace {
+
+std::string_view nameOf(std::string_view fileName) {
+    return fileName.substr(0, fileName.rfind('.'));
+}
+
+} // namespace
+
 std::string makerow(std::string_view name, std::string_view extension, std::string_view directory) {
     std::string row;
     row.reserve(name.size() + gap.size() + extension.size() + 3 + directory.size());
@@ -33,8 +41,7 @@ std::string makerow(std::string_view name, std::string_view extension, std::stri
 }
 
 std::string rowOfFile(std::string_view fileName, std::string_view directory) {
-    const std::string_view extension = extensionOf(fileName);
-    return makerow(fileName.substr(0, fileName.size() - extension.size()), extension, directory);
+    return makerow(nameOf(fileName), extensionOf(fileName), directory);
 }
 
 std::size_t longestName(std::size_t bar) {
@@ -121,9 +128,8 @@ Song songOfPath(std::string_view path) {
 }
 
 Song songOfFile(std::string_view fileName, std::string_view directory) {
-    const std::string_view extension = extensionOf(fileName);
-    return {std::string(fileName.substr(0, fileName.size() - extension.size())),
-            std::string(extension), std::string(directory)};
+    return {std::string(nameOf(fileName)), std::string(extensionOf(fileName)),
+            std::string(directory)};
 }
 
 } // namespace larkspin

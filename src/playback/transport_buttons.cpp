@@ -8,7 +8,9 @@
 #include "shell/dialogs.h"
 #include "shell/media_types.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace larkspin {
 
@@ -86,11 +88,12 @@ void TransportButtons::playLast() {
 
 void TransportButtons::openFile() {
     // What is offered at first is what there has always been, unless the filter shows more.
-    FileType usual = fileTypeOf(mediaTypeOf(allMediaTypes)),
-             any = fileTypeOf(mediaTypeOf(anyMediaType));
+    std::vector types = {fileTypeOf(mediaTypeOf(allMediaTypes)),
+                         fileTypeOf(mediaTypeOf(anyMediaType))};
     if (mediaTypeOf(state_.mediaFilter).age == MediaType::Age::later)
-        std::swap(usual, any);
-    if (const auto path = dialogs_.openFile({.title = "Open a media file", .types = {usual, any}}))
+        std::ranges::reverse(types);
+    if (const auto path =
+            dialogs_.openFile({.title = "Open a media file", .types = std::move(types)}))
         transport_.openFromDisk(*path);
 }
 

@@ -58,6 +58,13 @@ std::string joined(const Texts& texts, std::string_view between, std::string_vie
     return text;
 }
 
+std::vector<const MediaType*> rowsOfTable() {
+    std::vector<const MediaType*> rows;
+    for (const MediaType& type : types)
+        rows.push_back(&type);
+    return rows;
+}
+
 // "mp3, wav, or all; or flac, or any"
 std::string wordsOf(const std::vector<const MediaType*>& rows, std::string_view MediaType::*word) {
     Texts first, later;
@@ -73,9 +80,7 @@ std::span<const MediaType> mediaTypes() {
 }
 
 std::vector<const MediaType*> mediaTypesInMenu() {
-    std::vector<const MediaType*> entries;
-    for (const MediaType& type : types)
-        entries.push_back(&type);
+    std::vector<const MediaType*> entries = rowsOfTable();
     std::ranges::sort(entries, {}, &MediaType::place);
     return entries;
 }
@@ -97,10 +102,7 @@ FileType fileTypeOf(const MediaType& type) {
 }
 
 std::string typedMediaWords() {
-    std::vector<const MediaType*> rows;
-    for (const MediaType& type : types)
-        rows.push_back(&type);
-    return wordsOf(rows, &MediaType::typed);
+    return wordsOf(rowsOfTable(), &MediaType::typed);
 }
 
 std::string toldMediaWords() {

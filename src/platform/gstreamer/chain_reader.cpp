@@ -7,14 +7,18 @@ namespace larkspin {
 
 std::unique_ptr<SoundReader> ChainReader::open(const std::vector<OggLink>& links, Open open) {
     auto chain = std::make_unique<ChainReader>();
-    for (const OggLink& part : links)
-        if (const auto reader = open(part)) {
-            chain->links_.push_back({part, chain->duration_, reader->duration()});
-            chain->duration_ += reader->duration();
-        }
-    chain->open_ = std::move(open);
-    if (chain->links_.empty() || !chain->enter(0))
+    for (const OggLink& part : links) {
+        auto reader = open(part);
+        if (!reader)
+            continue;
+        chain->links_.push_back({part, chain->duration_});
+        chain->duration_ += reader->duration();
+        if (!chain->reader_)
+            chain->reader_ = std::move(reader);
+    }
+    if (chain->links_.empty())
         return nullptr;
+    chain->open_ = std::move(open);
     return chain;
 }
 

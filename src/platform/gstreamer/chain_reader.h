@@ -24,7 +24,7 @@ public:
 private:
     struct Link {
         OggLink part;
-        double begin, duration; // seconds
+        double begin; // seconds
     };
 
     bool enter(std::size_t link);

@@ -123,8 +123,18 @@ bool ControlView::mouseMoved(const QMouseEvent& event) {
     if (event.buttons() & Qt::LeftButton)
         parts_.mover.follow(event.globalPosition().toPoint());
     else
-        hand().passes([name = name_](Window& window) { hover(window, name); });
+        hover();
     return false;
+}
+
+// The mouse moves pixel by pixel. One event a turn is enough for the program.
+void ControlView::hover() {
+    if (std::exchange(*isHovering_, true))
+        return;
+    hand().passes([name = name_, isHovering = isHovering_](Window& window) {
+        *isHovering = false;
+        larkspin::hover(window, name);
+    });
 }
 
 bool ControlView::keyPressed(const QKeyEvent& event) {

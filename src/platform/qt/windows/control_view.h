@@ -57,14 +57,16 @@ protected:
 
 private:
     bool mouseMoved(const QMouseEvent& event);
+    void hover();
     bool keyPressed(const QKeyEvent& event);
     bool dragged(QEvent& event) const;
 
     ViewParts parts_;
     const std::string name_;
     std::unique_ptr<QWidget> widget_;
-    bool isDoubleClicked_ = false;                  // since the last press
-    std::optional<std::pair<Color, Color>> colors_; // that it shows
+    bool isDoubleClicked_ = false;                                     // since the last press
+    std::optional<std::pair<Color, Color>> colors_;                    // that it shows
+    std::shared_ptr<bool> isHovering_ = std::make_shared<bool>(false); // an event is on its way
 };
 
 // A press without a mouse: by the keyboard, or from a screen reader. A control that reacts to a
