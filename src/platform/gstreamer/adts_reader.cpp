@@ -38,16 +38,17 @@ Frame frameAt(std::string_view bytes) {
 
 } // namespace
 
-std::unique_ptr<SoundReader> AdtsReader::open(const SongFile& file, Open open) {
+OpenedSong AdtsReader::open(const SongFile& file, Open open) {
     auto song = std::make_unique<AdtsReader>();
     song->index(file);
     if (song->marks_.empty())
-        return nullptr;
-    song->reader_ = open(song->marks_.front().place);
+        return {nullptr, SongFault::damaged};
+    OpenedSong first = open(song->marks_.front().place);
+    if (!first.reader)
+        return first;
+    song->reader_ = std::move(first.reader);
     song->open_ = std::move(open);
-    if (!song->reader_)
-        return nullptr;
-    return song;
+    return {std::move(song)};
 }
 
 void AdtsReader::index(const SongFile& file) {
@@ -87,7 +88,7 @@ void AdtsReader::seek(double seconds) {
         std::upper_bound(marks_.begin() + 1, marks_.end(), seconds - runUp,
                          [](double wanted, const Mark& mark) { return wanted < mark.seconds; });
     const Mark mark = *std::prev(after);
-    if (auto reader = open_(mark.place)) {
+    if (auto reader = open_(mark.place).reader) {
         reader_ = std::move(reader);
         skipped_ = std::max(seconds - mark.seconds, 0.0);
     }

@@ -11,9 +11,9 @@ namespace larkspin {
 class AdtsReader : public SoundReader {
 public:
     // Decodes the file from that place on.
-    using Open = std::function<std::unique_ptr<SoundReader>(std::uint64_t place)>;
+    using Open = std::function<OpenedSong(std::uint64_t place)>;
 
-    static std::unique_ptr<SoundReader> open(const SongFile& file, Open open);
+    static OpenedSong open(const SongFile& file, Open open);
 
     SoundFormat format() const override { return reader_->format(); }
     double duration() const override { return duration_; }

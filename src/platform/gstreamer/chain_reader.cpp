@@ -5,25 +5,27 @@
 
 namespace larkspin {
 
-std::unique_ptr<SoundReader> ChainReader::open(const std::vector<OggLink>& links, Open open) {
+OpenedSong ChainReader::open(const std::vector<OggLink>& links, Open open) {
     auto chain = std::make_unique<ChainReader>();
+    SongFault fault{};
     for (const OggLink& part : links) {
-        auto reader = open(part);
-        if (!reader)
+        OpenedSong link = open(part);
+        fault = link.fault;
+        if (!link.reader)
             continue;
         chain->links_.push_back({part, chain->duration_});
-        chain->duration_ += reader->duration();
+        chain->duration_ += link.reader->duration();
         if (!chain->reader_)
-            chain->reader_ = std::move(reader);
+            chain->reader_ = std::move(link.reader);
     }
     if (chain->links_.empty())
-        return nullptr;
+        return {nullptr, fault};
     chain->open_ = std::move(open);
-    return chain;
+    return {std::move(chain)};
 }
 
 bool ChainReader::enter(std::size_t link) {
-    auto reader = open_(links_[link].part);
+    auto reader = open_(links_[link].part).reader;
     if (!reader)
         return false;
     reader_ = std::move(reader);

@@ -11,10 +11,10 @@ namespace larkspin {
 
 class ChainReader : public SoundReader {
 public:
-    using Open = std::function<std::unique_ptr<SoundReader>(const OggLink&)>;
+    using Open = std::function<OpenedSong(const OggLink&)>;
 
-    // Links that can't be played are left out. Nothing when none can be.
-    static std::unique_ptr<SoundReader> open(const std::vector<OggLink>& links, Open open);
+    // Links that can't be played are left out.
+    static OpenedSong open(const std::vector<OggLink>& links, Open open);
 
     SoundFormat format() const override { return reader_->format(); }
     double duration() const override { return duration_; }

@@ -8,7 +8,7 @@ namespace larkspin {
 
 namespace {
 
-std::unique_ptr<SoundReader> openOgg(const SongFile& file) {
+OpenedSong openOgg(const SongFile& file) {
     const auto links = oggLinks(file);
     if (links.size() < 2)
         return openWithLibav({file}, SongKind::ogg);
@@ -19,7 +19,7 @@ std::unique_ptr<SoundReader> openOgg(const SongFile& file) {
 
 } // namespace
 
-std::unique_ptr<SoundReader> openDecoded(const SongFile& file, SongKind kind) {
+OpenedSong openDecoded(const SongFile& file, SongKind kind) {
     if (kind == SongKind::ogg)
         return openOgg(file);
     if (kind == SongKind::adts)

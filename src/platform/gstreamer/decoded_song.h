@@ -7,7 +7,7 @@
 
 namespace larkspin {
 
-// Nothing when it can't be played. The file must stay open for as long.
-std::unique_ptr<SoundReader> openDecoded(const SongFile& file, SongKind kind);
+// The file must stay open for as long.
+OpenedSong openDecoded(const SongFile& file, SongKind kind);
 
 } // namespace larkspin

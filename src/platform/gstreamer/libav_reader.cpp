@@ -68,14 +68,19 @@ public:
     // some files name half of its rate, or none.
     bool open(const char* type) {
         const AVInputFormat* const format = libav_.findFormat(type);
-        if (!format || !openInput(format) || !openStream() || !readFrame())
+        if (!format)
+            return fail(SongFault::noDecoder);
+        if (!openInput(format) || !openStream() || !readFrame())
             return false;
         isHeld_ = true;
         format_ = formatOfFrame();
         if (frame_->best_effort_timestamp != AV_NOPTS_VALUE)
             origin_ = secondsOf(frame_->best_effort_timestamp);
-        return format_.rate > 0 && format_.channels > 0 && format_.channels <= mostChannels;
+        if (format_.channels > mostChannels)
+            return fail(SongFault::noDecoder);
+        return format_.rate > 0 && format_.channels > 0;
     }
+    SongFault fault() const { return fault_; } // why it couldn't be opened
 
     SoundFormat format() const override { return format_; }
     double duration() const override {
@@ -106,6 +111,11 @@ public:
 
 private:
     static constexpr int mostChannels = 8;
+
+    bool fail(SongFault fault) {
+        fault_ = fault;
+        return false;
+    }
 
     double secondsOf(std::int64_t time) const {
         return static_cast<double>(time) * av_q2d(stream_->time_base);
@@ -155,14 +165,26 @@ private:
             return std::ranges::find(codecs, stream->codecpar->codec_id) != std::end(codecs);
         });
         if (found == streams.end())
-            return false;
+            return fail(faultOf(streams));
         stream_ = *found;
         const AVCodec* const codec = libav_.findDecoder(stream_->codecpar->codec_id);
+        if (!codec)
+            return fail(SongFault::noDecoder);
         decoder_.reset(libav_.makeContext(codec));
-        if (!codec || libav_.setParameters(decoder_.get(), stream_->codecpar) < 0)
+        if (libav_.setParameters(decoder_.get(), stream_->codecpar) < 0)
             return false;
         decoder_->pkt_timebase = stream_->time_base;
         return libav_.openCodec(decoder_.get(), codec, nullptr) >= 0;
+    }
+
+    // Of streams among which there is no song.
+    static SongFault faultOf(std::span<AVStream* const> streams) {
+        const auto isSound = [](const AVStream* stream) {
+            return stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
+        };
+        return streams.empty()                         ? SongFault::damaged
+               : std::ranges::any_of(streams, isSound) ? SongFault::noDecoder
+                                                       : SongFault::noSound;
     }
 
     // False at the end. Damaged packets are left out.
@@ -225,19 +247,20 @@ private:
     double origin_ = 0; // the time that the file gives to the song's beginning
     bool ended_ = false;
     double skipTo_ = beforeAll; // seconds
+    SongFault fault_ = SongFault::damaged;
 };
 
 } // namespace
 
-std::unique_ptr<SoundReader> openWithLibav(const SongPart& part, SongKind kind) {
+OpenedSong openWithLibav(const SongPart& part, SongKind kind) {
     const Libav* const libav = Libav::get();
     const char* const type = formatOf(kind);
     if (!libav || !type)
-        return nullptr;
+        return {nullptr, SongFault::noDecoder};
     auto reader = std::make_unique<LibavReader>(*libav, part);
     if (!reader->open(type))
-        return nullptr;
-    return reader;
+        return {nullptr, reader->fault()};
+    return {std::move(reader)};
 }
 
 } // namespace larkspin

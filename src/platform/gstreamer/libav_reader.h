@@ -13,7 +13,6 @@ struct SongPart {
     std::uint64_t start = 0, size = file.size();
 };
 
-// Nothing when it can't be played: the libraries are missing, or there is no such sound in it.
-std::unique_ptr<SoundReader> openWithLibav(const SongPart& part, SongKind kind);
+OpenedSong openWithLibav(const SongPart& part, SongKind kind);
 
 } // namespace larkspin

@@ -23,11 +23,11 @@ bool isNote(const MidiEvent& event) {
 
 } // namespace
 
-std::unique_ptr<SoundReader> MidiReader::open(const SongFile& file, Synthesizer& synthesizer) {
+OpenedSong MidiReader::open(const SongFile& file, Synthesizer& synthesizer) {
     auto song = readMidi(file.begin(largestFile));
     if (!song)
-        return nullptr;
-    return std::unique_ptr<SoundReader>(new MidiReader(std::move(*song), synthesizer));
+        return {nullptr, SongFault::damaged};
+    return {std::unique_ptr<SoundReader>(new MidiReader(std::move(*song), synthesizer))};
 }
 
 MidiReader::MidiReader(MidiSong song, Synthesizer& synthesizer)

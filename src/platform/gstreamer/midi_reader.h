@@ -8,9 +8,8 @@ namespace larkspin {
 
 class MidiReader : public SoundReader {
 public:
-    // Nothing when the file can't be played. The synthesizer must be silent, and is in use for as
-    // long as the reader lives.
-    static std::unique_ptr<SoundReader> open(const SongFile& file, Synthesizer& synthesizer);
+    // The synthesizer must be silent, and is in use for as long as the reader lives.
+    static OpenedSong open(const SongFile& file, Synthesizer& synthesizer);
 
     SoundFormat format() const override { return {Synthesizer::sampleRate, 2, 0}; }
     double duration() const override { return song_.duration; }

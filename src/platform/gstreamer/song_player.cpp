@@ -1,6 +1,7 @@
 #include "platform/gstreamer/song_player.h"
 
 #include "platform/gstreamer/decoded_song.h"
+#include "platform/gstreamer/message_faults.h"
 #include "platform/gstreamer/midi_reader.h"
 
 #include <algorithm>
@@ -72,11 +73,12 @@ void SongPlayer::begin(SongFile file) {
     duration_ = position_ = 0;
     seeking_ = seekDone_ = 0;
     sounded_ = lostOutput_ = displaced_ = false;
+    fault_ = {};
     file_ = std::move(file);
     if (!wishes_.hasFile)
         return;
     phase_ = SongPhase::opening;
-    if (playbin_ && file_.isOpen() && openSource())
+    if (openSource())
         load();
     else
         finish(SongPhase::failed);
@@ -84,19 +86,30 @@ void SongPlayer::begin(SongFile file) {
 
 // False when the song can't be played. Whether GStreamer can play one shows only when it is loaded.
 bool SongPlayer::openSource() {
+    source_.reset();
+    bytes_.reset();
+    OpenedSong song;
     const SongKind kind = kindOf(file_);
-    auto reader = kind == SongKind::other  ? nullptr
-                  : kind == SongKind::midi ? openMidi()
-                                           : openDecoded(file_, kind);
-    source_ = reader ? std::make_unique<SoundSource>(std::move(reader)) : nullptr;
-    bytes_ = kind == SongKind::other ? std::make_unique<FileSource>(file_) : nullptr;
+    if (!playbin_)
+        song.fault = SongFault::noDecoder;
+    else if (file_.begin(1).empty())
+        song.fault = file_.isOpen() && file_.size() == 0 ? SongFault::empty : SongFault::unread;
+    else if (kind == SongKind::other)
+        bytes_ = std::make_unique<FileSource>(file_);
+    else
+        song = kind == SongKind::midi ? openMidi() : openDecoded(file_, kind);
+    fault_ = song.fault;
+    if (song.reader)
+        source_ = std::make_unique<SoundSource>(std::move(song.reader));
     return source_ || bytes_;
 }
 
-std::unique_ptr<SoundReader> SongPlayer::openMidi() {
+OpenedSong SongPlayer::openMidi() {
     if (!synthesizer_)
         synthesizer_ = Synthesizer::start();
-    return synthesizer_ ? MidiReader::open(file_, *synthesizer_) : nullptr;
+    if (!synthesizer_)
+        return {nullptr, SongFault::noDecoder};
+    return MidiReader::open(file_, *synthesizer_);
 }
 
 // A song may never be ready, since decodebin can lose the error of a demuxer that fails while it is
@@ -106,6 +119,7 @@ std::unique_ptr<SoundReader> SongPlayer::openMidi() {
 // moment of it sounds at another rate.
 void SongPlayer::load() {
     seekable_ = prerolled_ = moving_ = playing_ = false;
+    fault_ = SongFault::noSound; // unless it turns out to have another one
     rate_ = 1;
     output_.attach(playbin_.get());
     // A new filter for each song: the next song would make this one read buffers that it has freed.
@@ -182,6 +196,8 @@ void SongPlayer::handle(GstMessage* message) {
     const GstMessageType type = GST_MESSAGE_TYPE(message);
     if (type == GST_MESSAGE_ERROR)
         handleError(message);
+    else if (type == GST_MESSAGE_ELEMENT)
+        fault_ = faultAfter(message, fault_);
     else if (type == GST_MESSAGE_EOS && playing_ && output_.isAtEnd())
         handleEnd(); // else it is from before a pause or a seek, and comes again
     else if (type == GST_MESSAGE_ASYNC_DONE && !prerolled_)
@@ -243,6 +259,7 @@ void SongPlayer::handleEnd() {
 // and only its listener notices. A damaged file is played up to the damage.
 void SongPlayer::handleError(GstMessage* message) {
     if (!output_.holds(GST_MESSAGE_SRC(message)) || output_.isSilent()) {
+        fault_ = faultAfter(message, fault_);
         handleEnd();
         gst_element_set_state(playbin_.get(), GST_STATE_NULL);
         return;
@@ -289,6 +306,7 @@ PlayerReport SongPlayer::report() {
     return {.song = song_,
             .seek = seekDone_,
             .phase = phase_,
+            .fault = fault_,
             .moving = moving_ || !prerolled_ || displaced_,
             .advancing = isPlaying(),
             .withoutDevice = output_.isSilent(),

@@ -35,7 +35,7 @@ private:
     void applyLoudness();
     void begin(SongFile file);
     bool openSource();
-    std::unique_ptr<SoundReader> openMidi();
+    OpenedSong openMidi();
     void load();
     void drive();
     bool isSettled() const;
@@ -67,6 +67,7 @@ private:
     std::unique_ptr<SoundSource> source_; // or decoded already
     GstRef<GstElement> fed_;              // by one of the two
     SongPhase phase_ = SongPhase::ended;
+    SongFault fault_{}; // if it has failed
     double duration_ = 0, position_ = 0;
     bool seekable_ = false;
     bool prerolled_ = false; // the song is ready to be moved and played

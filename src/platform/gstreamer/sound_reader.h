@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/gstreamer/song_file.h"
+#include "platform/player/song_fault.h"
 
 #include <cstdint>
 #include <memory>
@@ -32,6 +33,11 @@ public:
     // tenth of a second or more, less before the format changes, or nothing at the song's end.
     virtual void read(std::vector<float>& samples) = 0;
     virtual void seek(double seconds) = 0;
+};
+
+struct OpenedSong {
+    std::unique_ptr<SoundReader> reader;
+    SongFault fault = SongFault::unknown; // why there is none
 };
 
 } // namespace larkspin

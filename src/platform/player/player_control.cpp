@@ -60,8 +60,8 @@ void PlayerControl::Open(const std::string& fileName) {
     line_.wish().playing = true;
     line_.wish().seek = 0;
     const std::string path = nativePath(fileName);
-    if (!fileName.empty() && path.empty()) // names no file
-        failed_ = "";
+    if (!fileName.empty() && path.empty())
+        failed_ = "there is no such drive";
     else if (!fileName.empty() && !opening_.begin(path))
         failed_ = noAnswer;
     // Nearly all files open within this time. Waiting for it here lets the song begin at once,
@@ -123,7 +123,7 @@ PlayState PlayerControl::PlayState() {
 std::optional<std::string> PlayerControl::failure() {
     if (stopped_ || PlayState() != PlayState::stopped || listen() != SongPhase::failed)
         return std::nullopt;
-    return failed_.value_or("");
+    return failed_ ? *failed_ : wordsOf(line_.report().fault);
 }
 
 double PlayerControl::Duration() {
@@ -176,7 +176,7 @@ void PlayerControl::startProcess() {
     standstill_.begin();
     if (line_.start())
         return;
-    failed_ = "";
+    failed_ = "the player can't be started";
     tellOnce("larkspin: the player can't be started, songs don't play");
 }
 

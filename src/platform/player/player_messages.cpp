@@ -26,7 +26,7 @@ struct ReportBytes {
     std::uint8_t phase = 0, moving = 0, advancing = 0, withoutDevice = 0;
     double duration = 0, position = 0, rate = 0;
     std::int64_t at = 0;
-    std::uint8_t start = 0, confined = 0, unused[6] = {};
+    std::uint8_t start = 0, confined = 0, fault = 0, unused[5] = {};
 };
 static_assert(sizeof(ReportBytes) <= longestMessage);
 
@@ -56,6 +56,10 @@ bool isTime(double value) {
 
 bool isPhase(std::uint8_t value) {
     return value <= static_cast<std::uint8_t>(SongPhase::failed);
+}
+
+bool isFault(std::uint8_t value) {
+    return value <= static_cast<std::uint8_t>(SongFault::damaged);
 }
 
 // Whether the moment isn't in the future, so that the time since then can be reckoned.
@@ -92,6 +96,7 @@ std::string encoded(const PlayerReport& report) {
     bytes.at = std::chrono::nanoseconds(report.at.time_since_epoch()).count();
     bytes.start = report.start;
     bytes.confined = report.confined;
+    bytes.fault = static_cast<std::uint8_t>(report.fault);
     return bytesOf(bytes);
 }
 
@@ -112,13 +117,15 @@ std::optional<PlayerWishes> decodedWishes(std::string_view bytes) {
 // Every value is checked, since the player's process may be under the control of a hostile file.
 std::optional<PlayerReport> decodedReport(std::string_view bytes) {
     const auto said = messageIn<ReportBytes>(bytes);
-    if (!said || said->form != reportForm || !isPhase(said->phase) || !isTime(said->duration) ||
-        !isTime(said->position) || !isRate(said->rate) || !isPast(said->at))
+    if (!said || said->form != reportForm || !isPhase(said->phase) || !isFault(said->fault) ||
+        !isTime(said->duration) || !isTime(said->position) || !isRate(said->rate) ||
+        !isPast(said->at))
         return std::nullopt;
     return PlayerReport{.song = said->song,
                         .seek = said->seek,
                         .start = said->start,
                         .phase = static_cast<SongPhase>(said->phase),
+                        .fault = static_cast<SongFault>(said->fault),
                         .confined = said->confined != 0,
                         .moving = said->moving != 0,
                         .advancing = said->advancing != 0,

@@ -3,6 +3,8 @@
 // a song comes along with the first one about it. Times are seconds of the song, whatever its rate.
 #pragma once
 
+#include "platform/player/song_fault.h"
+
 #include <chrono>
 #include <cstdint>
 #include <optional>
@@ -31,11 +33,12 @@ struct PlayerReport {
     std::uint32_t seek = 0; // the last seek that was done
     std::uint8_t start = 0; // steps of the process's own start that are done
     SongPhase phase = SongPhase::opening;
-    bool confined = false;      // it has given up its rights to all that it doesn't need
-    bool moving = false;        // a seek or a change of rate is on its way
-    bool advancing = false;     // the position grows by itself, by `rate` a second
-    bool withoutDevice = false; // it plays into silence
-    double duration = 0;        // 0 while unknown
+    SongFault fault = SongFault::unknown; // of a failed song
+    bool confined = false;                // it has given up its rights to all that it doesn't need
+    bool moving = false;                  // a seek or a change of rate is on its way
+    bool advancing = false;               // the position grows by itself, by `rate` a second
+    bool withoutDevice = false;           // it plays into silence
+    double duration = 0;                  // 0 while unknown
     double position = 0;
     double rate = 1;
     // The moment of the position on the machine's steady clock, which all processes share.

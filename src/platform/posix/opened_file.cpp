@@ -17,7 +17,7 @@ OpenedFile openToRead(const std::string& path) {
     if (!look.isOpen() || ::fstat(look.number(), &status) != 0)
         return {{}, failureWords(errno)};
     if (!S_ISREG(status.st_mode))
-        return {{}, "it is no file"};
+        return {{}, S_ISDIR(status.st_mode) ? failureWords(EISDIR) : "it is no file"};
     const std::string same = "/proc/self/fd/" + std::to_string(look.number());
     Descriptor file(::open(same.c_str(), toRead | O_NONBLOCK));
     // Somebody holds a lease on the file. An open that waits makes him let go.

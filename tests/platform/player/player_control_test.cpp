@@ -201,6 +201,7 @@ TEST(PlayerReports, AreCheckedWhole) {
                             .seek = 2,
                             .start = 3,
                             .phase = SongPhase::failed,
+                            .fault = SongFault::damaged,
                             .confined = true,
                             .moving = true,
                             .advancing = true,
@@ -220,6 +221,7 @@ TEST(PlayerReports, AreCheckedWhole) {
     EXPECT_FALSE(isTaken([](PlayerReport& report) { report.at += 10s; }));
     EXPECT_FALSE(isTaken([](PlayerReport& report) { report.at = decltype(report.at)::min(); }));
     EXPECT_FALSE(isTaken([](PlayerReport& report) { report.phase = static_cast<SongPhase>(9); }));
+    EXPECT_FALSE(isTaken([](PlayerReport& report) { report.fault = static_cast<SongFault>(9); }));
     EXPECT_FALSE(decodedReport(encoded(PlayerReport{}) + 'x'));
 }
 

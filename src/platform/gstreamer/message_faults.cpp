@@ -1,0 +1,39 @@
+#include "platform/gstreamer/message_faults.h"
+
+#include <string_view>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+// A file that GStreamer knows, but has nothing to read it with here. That may be a picture.
+SongFault faultOfMissing(const GstStructure* missing) {
+    GstCaps* caps = nullptr;
+    if (!gst_structure_get(missing, "detail", GST_TYPE_CAPS, &caps, nullptr))
+        return SongFault::noDecoder; // a part of the way to the output
+    const std::string_view type = gst_structure_get_name(gst_caps_get_structure(caps, 0));
+    const bool isMedia = type.starts_with("audio/") || type.starts_with("video/");
+    gst_caps_unref(caps);
+    return isMedia ? SongFault::noDecoder : SongFault::noMedia;
+}
+
+} // namespace
+
+SongFault faultAfter(GstMessage* message, SongFault soFar) {
+    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ELEMENT)
+        return gst_message_has_name(message, "missing-plugin")
+                   ? faultOfMissing(gst_message_get_structure(message))
+                   : soFar;
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    const bool isMissing = g_error_matches(error, GST_CORE_ERROR, GST_CORE_ERROR_MISSING_PLUGIN),
+               isUnknown =
+                   g_error_matches(error, GST_STREAM_ERROR, GST_STREAM_ERROR_TYPE_NOT_FOUND) &&
+                   GST_MESSAGE_SRC_NAME(message) == "typefind"sv;
+    g_error_free(error);
+    return isMissing ? soFar : isUnknown ? SongFault::noMedia : SongFault::damaged;
+}
+
+} // namespace larkspin
