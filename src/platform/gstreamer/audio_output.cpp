@@ -2,6 +2,9 @@
 
 #include "platform/gstreamer/large_chunks.h"
 
+#include <cstdlib>
+#include <utility>
+
 namespace larkspin {
 
 namespace {
@@ -9,7 +12,7 @@ namespace {
 // The process wakes up once for each period, so long periods let it sleep.
 constexpr gint64 deviceBuffer = 300000, devicePeriod = 100000; // microseconds
 
-void setIfKnown(GstElement* element, const char* name, gint64 value) {
+template <typename Value> void setIfKnown(GstElement* element, const char* name, Value value) {
     if (g_object_class_find_property(G_OBJECT_GET_CLASS(element), name))
         g_object_set(element, name, value, nullptr);
 }
@@ -24,6 +27,7 @@ GstRef<GstElement> openSink(const char* name) {
     GstRef<GstElement> sink(GST_ELEMENT(gst_object_ref_sink(made)));
     setIfKnown(made, "buffer-time", deviceBuffer);
     setIfKnown(made, "latency-time", devicePeriod);
+    setIfKnown(made, "client-name", "larkspin");
     if (gst_element_set_state(made, GST_STATE_READY) == GST_STATE_CHANGE_SUCCESS)
         return sink;
     gst_element_set_state(made, GST_STATE_NULL);
@@ -37,17 +41,24 @@ GstRef<GstElement> openSink(const char* name) {
 AudioOutput::AudioOutput(std::string description) : description_(std::move(description)) {
     if (!description_.empty())
         return;
+    ::setenv("PULSE_PROP_application.icon_name", "larkspin", 1);
     for (const char* server : servers) {
         connection_ = openSink(server);
         if (!connection_)
             continue;
         device_ = openSink(server);
-        return;
+        break;
     }
-    device_ = openSink("alsasink");
+    if (!connection_)
+        device_ = openSink("alsasink");
+    silent_ = !device_;
 }
 
-void AudioOutput::attach(GstElement* pipeline) {
+void AudioOutput::attach(GstElement* pipeline, const std::string& title) {
+    const char* valid = nullptr; // up to where, should the title have been cut within a letter
+    g_utf8_validate(title.c_str(), -1, &valid);
+    title_.assign(title.c_str(), valid);
+    isTitleTold_ = title_.empty();
     if (attached_)
         return;
     GstElement* sink = takeSilence_ ? nullptr : openOutput();
@@ -83,14 +94,27 @@ GstElement* AudioOutput::watched(GstElement* sink) {
 }
 
 // Runs on GStreamer's threads.
-GstPadProbeReturn AudioOutput::note(GstPad*, GstPadProbeInfo* info, gpointer self) {
+GstPadProbeReturn AudioOutput::note(GstPad* pad, GstPadProbeInfo* info, gpointer self) {
     auto& output = *static_cast<AudioOutput*>(self);
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
         output.sounded_ = true;
+        if (!std::exchange(output.isTitleTold_, true))
+            output.tellTitle(pad);
         return GST_PAD_PROBE_OK;
     }
-    output.atEnd_ = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_EOS;
+    const GstEventType event = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info));
+    if (event == GST_EVENT_TAG) // the file's own: hidden from the device
+        return output.tellsTitle_ ? GST_PAD_PROBE_OK : GST_PAD_PROBE_DROP;
+    output.atEnd_ = event == GST_EVENT_EOS;
     return GST_PAD_PROBE_OK;
+}
+
+// Ahead of the song's first samples, on the thread that brings them: the device has a stream then.
+void AudioOutput::tellTitle(GstPad* pad) {
+    tellsTitle_ = true;
+    gst_pad_send_event(pad,
+                       gst_event_new_tag(gst_tag_list_new(GST_TAG_TITLE, title_.c_str(), nullptr)));
+    tellsTitle_ = false;
 }
 
 // A sink; null when there is none. A device that was lost may be back, or there may be another one.

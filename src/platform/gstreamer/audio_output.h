@@ -15,8 +15,9 @@ public:
     AudioOutput(const AudioOutput&) = delete;
     AudioOutput& operator=(const AudioOutput&) = delete;
 
-    // Gives the pipeline an output, unless it has one that hasn't broken.
-    void attach(GstElement* pipeline);
+    // Gives the pipeline an output, unless it has one that hasn't broken. The song's title is what
+    // a mixer shows: only larkspin's own, whatever stands in the file.
+    void attach(GstElement* pipeline, const std::string& title);
 
     // The output broke. The next `attach` looks for a device anew, or takes silence at once. A
     // device that needs a new socket can't be found any more by then.
@@ -35,7 +36,8 @@ private:
     GstElement* openOutput();
     GstElement* silence();
     GstElement* watched(GstElement* sink);
-    static GstPadProbeReturn note(GstPad*, GstPadProbeInfo* info, gpointer self);
+    static GstPadProbeReturn note(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    void tellTitle(GstPad* pad);
 
     std::string description_; // of a sink to use instead of a device
     GstRef<GstElement> device_, connection_;
@@ -44,6 +46,8 @@ private:
     bool silent_ = false;
     GstRef<GstElement> bin_; // the one in use
     std::atomic<bool> sounded_ = false, atEnd_ = false;
+    std::string title_; // changes only while no song is at work
+    bool isTitleTold_ = false, tellsTitle_ = false;
 };
 
 } // namespace larkspin

@@ -121,7 +121,7 @@ void SongPlayer::load() {
     seekable_ = prerolled_ = moving_ = playing_ = false;
     fault_ = SongFault::noSound; // unless it turns out to have another one
     rate_ = 1;
-    output_.attach(playbin_.get());
+    output_.attach(playbin_.get(), wishes_.title);
     // A new filter for each song: the next song would make this one read buffers that it has freed.
     if (GstElement* const tempo = gst_element_factory_make("scaletempo", nullptr))
         g_object_set(playbin_.get(), "audio-filter", tempo, nullptr);
@@ -244,6 +244,18 @@ void SongPlayer::readPosition() {
     if (prerolled_ && !moving_ && !displaced_ &&
         gst_element_query_position(playbin_.get(), GST_FORMAT_TIME, &position))
         position_ = seconds(position);
+    readAt_ = std::chrono::steady_clock::now();
+}
+
+// An output that broke doesn't tell any more how far the song is.
+void SongPlayer::reckonPosition() {
+    const double known = position_;
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - readAt_;
+    readPosition();
+    if (playing_ && position_ == known)
+        position_ += passed.count() * rate_;
+    if (duration_ > 0)
+        position_ = std::min(position_, duration_);
 }
 
 // Some files tell their length only by ending. One that ends without a sound is no song.
@@ -264,7 +276,7 @@ void SongPlayer::handleError(GstMessage* message) {
         gst_element_set_state(playbin_.get(), GST_STATE_NULL);
         return;
     }
-    readPosition();
+    reckonPosition();
     displaced_ = position_ > 0;
     sounded_ |= output_.hasSounded();
     clear();

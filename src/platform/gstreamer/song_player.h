@@ -49,6 +49,7 @@ private:
     void preroll();
     void readDuration();
     void readPosition();
+    void reckonPosition();
     void finish(SongPhase phase);
     bool isDown() const;
     void clear();
@@ -69,6 +70,7 @@ private:
     SongPhase phase_ = SongPhase::ended;
     SongFault fault_{}; // if it has failed
     double duration_ = 0, position_ = 0;
+    std::chrono::steady_clock::time_point readAt_; // when the position was as it stands
     bool seekable_ = false;
     bool prerolled_ = false; // the song is ready to be moved and played
     bool moving_ = false;    // to a new place or rate

@@ -1,7 +1,9 @@
 #include "platform/player/player_control.h"
 
+#include "library/playlist_row.h"
 #include "platform/posix/drive_paths.h"
 #include "shell/files.h"
+#include "text/visible.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +21,7 @@ constexpr Nanoseconds giveUpDelay = 2s; // from Open on, until a failed song rea
 constexpr auto usualOpening = 100ms;    // of a file on a disk that answers
 constexpr Nanoseconds watchInterval = 1s;
 constexpr Nanoseconds longestRest = 60s;
-constexpr Nanoseconds deviceInterval = 60s; // between two looks for a sound device
+constexpr Nanoseconds leastSilence = 5s; // of a process, before another one may find a device
 // A process reports once a second while it plays. When no report comes, its last position is taken
 // to run on for this long, and then to stand still.
 constexpr std::chrono::duration<double> longestReckoning = 3s;
@@ -28,6 +30,7 @@ constexpr int mostReports = 100;
 
 constexpr const char* hasDied = "the player died";
 constexpr const char* stoodStill = "the player stood still";
+constexpr const char* noDevice = "larkspin: no sound device, songs play silently";
 
 } // namespace
 
@@ -38,8 +41,11 @@ std::string playerBeside() {
 
 PlayerControl::PlayerControl(EventLoop& loop, Player player, Tell tell)
     : loop_(loop), tell_(std::move(tell)), lost_(std::move(player.lost)),
-      line_(loop, std::move(player.program), std::move(player.arguments)),
-      mostSongs_(player.mostSongs), opening_(player.disk),
+      line_(loop, player.program, player.arguments), mostSongs_(player.mostSongs),
+      scout_(
+          loop, std::move(player.program), std::move(player.arguments), [this] { takeDevice(); },
+          [this] { tellOnce(noDevice); }),
+      opening_(player.disk),
       handover_(
           loop, line_, [this] { listen(); }, [this] { replaceProcess(stoodStill); }) {}
 
@@ -53,12 +59,13 @@ void PlayerControl::Open(const std::string& fileName) {
         standstill_.begin();
     fileName_ = fileName;
     duration_ = position_ = 0;
-    stopped_ = replaced_ = renewed_ = false;
+    stopped_ = replaced_ = renewed_ = silenced_ = false;
     failed_.reset();
     openedAt_ = loop_.now();
     wishNoSong(); // nothing of the older one is heard any longer
     line_.wish().playing = true;
     line_.wish().seek = 0;
+    line_.wish().title = visibleText(songOfPath(fileName).name, " ");
     const std::string path = nativePath(fileName);
     if (!fileName.empty() && path.empty())
         failed_ = "there is no such drive";
@@ -79,10 +86,10 @@ void PlayerControl::takeFile(std::chrono::milliseconds patience) {
         failed_ = opened->reason;
         return;
     }
-    // After silence for a while, another process may find a device. And none plays too many songs,
-    // since libraries lose some memory with each.
-    const bool seeksDevice =
-        line_.report().withoutDevice && loop_.now() - line_.startedAt() >= deviceInterval;
+    // After a silent rest, another process may find a device. And none plays too many songs, since
+    // libraries lose some memory with each.
+    const bool seeksDevice = line_.report().withoutDevice && !scout_.isAtWork() &&
+                             loop_.now() - line_.startedAt() >= leastSilence;
     if (line_.isUp() && (seeksDevice || line_.songs() >= mostSongs_))
         line_.end();
     line_.wishSong(std::move(opened->file));
@@ -171,10 +178,9 @@ void PlayerControl::setMute(bool mute) {
     line_.wish().mute = mute;
 }
 
-void PlayerControl::startProcess() {
-    hadDevice_ = false;
+void PlayerControl::startProcess(PlayerLine::Sound sound) {
     standstill_.begin();
-    if (line_.start())
+    if (line_.start(sound))
         return;
     failed_ = "the player can't be started";
     tellOnce("larkspin: the player can't be started, songs don't play");
@@ -212,15 +218,46 @@ bool PlayerControl::isHarmed() const {
 
 // Only another process can open a device again, since the old one is confined. The song goes on
 // there.
-void PlayerControl::renewProcess() {
-    renewed_ = true;
-    if (line_.report().seek == line_.wishes().seek && !line_.report().moving)
-        position_ = reckonedPosition(); // else it is where it is to be set to
+void PlayerControl::takeDevice() {
+    keepPosition();
+    line_.takeOver(scout_.line());
+    if (!isResting() && line_.hasFile())
+        goOnFromPosition();
+}
+
+// A sound server that hangs holds up whoever opens a device, or plays to it. Songs are played
+// silently until it answers.
+void PlayerControl::waitForDevice() {
+    scout_.begin(line_);
+    startProcess(PlayerLine::Sound::silent);
+}
+
+void PlayerControl::goOnSilently() {
+    lost_(stoodStill);
+    silenced_ = true;
+    keepPosition();
     line_.end();
+    goOnFromPosition();
+    startProcess(PlayerLine::Sound::silent);
+    scout_.begin();
+}
+
+// Whether the device may be what the song is held up by: it has begun to sound there.
+bool PlayerControl::isHeldByDevice() const {
+    return line_.usesDevice() && line_.isOpen() && line_.report().position > 0 && !silenced_;
+}
+
+void PlayerControl::keepPosition() {
+    if (line_.isOpen() && line_.report().seek == line_.wishes().seek)
+        position_ = reckonedPosition(); // else it is where it is to be set to
+}
+
+void PlayerControl::goOnFromPosition() {
+    renewed_ = true;
     line_.wishSongAgain();
     line_.wish().seekTo = position_;
     ++line_.wish().seek;
-    startProcess();
+    standstill_.begin();
 }
 
 void PlayerControl::wishNoSong() {
@@ -261,12 +298,18 @@ void PlayerControl::takeStart() {
     if (!line_.report().confined)
         tellOnce("larkspin: this system can't confine the player, a hostile song could reach your "
                  "files");
-    if (!line_.report().withoutDevice)
-        hadDevice_ |= line_.isOpen();
-    else if (hadDevice_ && line_.isOpen() && !renewed_)
-        renewProcess();
-    else
-        tellOnce("larkspin: no sound device, songs play silently");
+    if (!line_.report().withoutDevice) {
+        if (line_.isOpen()) {
+            scout_.end();
+            told_.erase(noDevice); // the next loss is another one
+        }
+        return;
+    }
+    if (line_.usesDevice())
+        scout_.begin();
+    // There may be another one in place of one that was lost: the scout finds that out.
+    if (!line_.usesDevice() || !line_.hadDevice())
+        tellOnce(noDevice);
 }
 
 void PlayerControl::tellOnce(const std::string& line) {
@@ -293,6 +336,8 @@ double PlayerControl::reckonedPosition() const {
 
 void PlayerControl::watch() {
     listen();
+    if (isResting())
+        scout_.end();
     // After a look that came at the end of a whole rest, the process is no longer worth its memory.
     const bool rested = watchedEvery_ == longestRest;
     if (!isResting())
@@ -300,7 +345,8 @@ void PlayerControl::watch() {
     else if (line_.isUp() && rested)
         line_.end();
     // Processes and workers that were ended are looked after until nothing is left of them.
-    const bool leavesNothing = line_.leavesNothing() && opening_.leavesNothing();
+    const bool leavesNothing =
+        line_.leavesNothing() && scout_.leavesNothing() && opening_.leavesNothing();
     if (!leavesNothing || !isResting())
         watchEvery(watchInterval);
     else
@@ -312,9 +358,9 @@ void PlayerControl::watchSong() {
     using Patience = Standstill::Patience;
     const bool unheard = line_.isUp() && line_.report().start == 0;
     const bool doubtful = line_.isUp() && line_.isTaken() && isHarmed() && !replaced_;
-    const Patience patience = unheard    ? Patience::starting
-                              : doubtful ? Patience::suspicious
-                                         : Patience::usual;
+    const Patience patience = unheard                           ? Patience::starting
+                              : doubtful || line_.opensDevice() ? Patience::suspicious
+                                                                : Patience::usual;
     if (line_.isOpen() && !line_.wishes().playing) { // paused
         standstill_.begin();
     } else if (!standstill_.isReached(line_.report(), patience)) {
@@ -322,6 +368,10 @@ void PlayerControl::watchSong() {
     } else if (opening_.isUnderWay()) {
         opening_.giveUp();
         failed_ = noAnswer;
+    } else if (line_.opensDevice()) {
+        waitForDevice();
+    } else if (isHeldByDevice()) {
+        goOnSilently();
     } else if (line_.isUp()) {
         replaceProcess(stoodStill);
     }

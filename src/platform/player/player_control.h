@@ -1,9 +1,11 @@
 // The media control in front of a player process. The process is started by the first song,
 // ended after a minute of rest, and replaced when it dies, stands still or isn't through with a
 // song in time. The song it was at can't be played then; the one after it isn't to blame,
-// and gets a process of its own.
+// and gets a process of its own. A song whose sound device goes plays on silently, until there is
+// one again.
 #pragma once
 
+#include "platform/player/device_scout.h"
 #include "platform/player/handover.h"
 #include "platform/player/song_opening.h"
 #include "platform/player/standstill.h"
@@ -33,7 +35,7 @@ public:
         // Is told why, when a process has died, or is left as it stands still.
         std::function<void(const std::string& why)> lost = [](const std::string&) {};
     };
-    // Tells the owner what is wrong with the sound, each thing once.
+    // Tells the owner what is wrong with the sound, each thing once, and each loss of the device.
     using Tell = std::function<void(const std::string& line)>;
     PlayerControl(EventLoop& loop, Player player, Tell tell);
     ~PlayerControl() override;
@@ -58,9 +60,14 @@ public:
 
 private:
     void takeFile(std::chrono::milliseconds patience);
-    void startProcess();
+    void startProcess(PlayerLine::Sound sound = PlayerLine::Sound::wanted);
     void replaceProcess(const std::string& reason);
-    void renewProcess();
+    void takeDevice();
+    void waitForDevice();
+    void goOnSilently();
+    bool isHeldByDevice() const;
+    void keepPosition();
+    void goOnFromPosition();
     bool isHarmed() const;
     void wishNoSong();
     SongPhase listen();
@@ -79,7 +86,7 @@ private:
     std::set<std::string> told_;
     PlayerLine line_;
     int mostSongs_;
-    bool hadDevice_ = false; // the process plays, or has played, to a device
+    DeviceScout scout_;
 
     // About the current song.
     std::string fileName_;
@@ -88,7 +95,8 @@ private:
     bool stopped_ = false;              // by hand
     std::optional<std::string> failed_; // why it failed, whatever its process says
     bool replaced_ = false;             // the process that was to play it
-    bool renewed_ = false;              // the process, because its device was lost
+    bool renewed_ = false;              // the process, because a device was lost or found
+    bool silenced_ = false;             // since its device stood still
     double duration_ = 0, position_ = 0;
 
     // Runs each second while there is a song to watch over.

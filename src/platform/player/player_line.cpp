@@ -4,14 +4,36 @@
 
 namespace larkspin {
 
-bool PlayerLine::start() {
-    process_ = PlayerProcess::start(program_, arguments_);
+namespace {
+
+// Takes as long as the song would sound.
+const std::vector<std::string> silence = {"fakesink sync=true"};
+
+} // namespace
+
+bool PlayerLine::start(Sound sound) {
+    sound_ = sound;
+    begin(PlayerProcess::start(program_, sound == Sound::silent ? silence : arguments_));
+    return isUp();
+}
+
+void PlayerLine::takeOver(PlayerLine& other) {
+    if (isUp())
+        end();
+    sound_ = other.sound_;
+    begin(std::move(other.process_));
+    report_ = std::exchange(other.report_, {});
+    hadDevice_ = other.hadDevice_;
+}
+
+void PlayerLine::begin(std::unique_ptr<PlayerProcess> process) {
+    process_ = std::move(process);
     startedAt_ = loop_.now();
     report_ = {};
+    hadDevice_ = false;
     firstSong_ = 0;
     songs_ = 0;
     unsaid_ = true;
-    return isUp();
 }
 
 void PlayerLine::end() {
@@ -65,6 +87,8 @@ PlayerLine::Heard PlayerLine::hear() {
         return Heard::nothing;
     songs_ += report->song != report_.song;
     report_ = *report;
+    report_.withoutDevice |= sound_ == Sound::silent;
+    hadDevice_ |= report_.start == startSteps && !report_.withoutDevice;
     if (firstSong_ == 0)
         firstSong_ = report_.song;
     return Heard::report;

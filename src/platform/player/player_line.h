@@ -19,8 +19,12 @@ public:
     PlayerLine(const PlayerLine&) = delete;
     PlayerLine& operator=(const PlayerLine&) = delete;
 
-    bool start(); // a process; false when it can't be
-    void end();   // ends the process
+    // Starts a process; false when it can't be. A silent one asks for no device.
+    enum class Sound { wanted, silent };
+    bool start(Sound sound = Sound::wanted);
+    // Goes on with the process of another line, which has had no song yet.
+    void takeOver(PlayerLine& other);
+    void end(); // ends the process
     bool isUp() const { return process_ != nullptr; }
     Nanoseconds startedAt() const { return startedAt_; }
     bool leavesNothing(); // whether all processes that were ended are gone
@@ -42,8 +46,14 @@ public:
     bool isTaken() const { return report_.song == wishes_.song; }
     bool isFirstSong() const { return firstSong_ == wishes_.song; }
     bool isOpen() const { return isTaken() && report_.phase == SongPhase::open; }
+    bool hadDevice() const { return hadDevice_; } // at some time
+    // Whether the sound goes to a device, or is to.
+    bool usesDevice() const { return arguments_.empty() && sound_ == Sound::wanted; }
+    // Whether the process is about to open a sound device, which a server that hangs holds up.
+    bool opensDevice() const { return usesDevice() && isUp() && report_.start == startSteps - 1; }
 
 private:
+    void begin(std::unique_ptr<PlayerProcess> process);
     void say();
 
     EventLoop& loop_;
@@ -56,6 +66,8 @@ private:
 
     std::unique_ptr<PlayerProcess> process_;
     Nanoseconds startedAt_{};
+    Sound sound_ = Sound::wanted;
+    bool hadDevice_ = false;
     PlayerReport report_;
     std::uint32_t firstSong_ = 0;
     int songs_ = 0;

@@ -18,7 +18,7 @@ struct WishesBytes {
     std::uint8_t hasFile = 0, playing = 0, mute = 0, unused = 0;
     double rate = 0, volume = 0, seekTo = 0;
 };
-static_assert(sizeof(WishesBytes) <= longestMessage);
+static_assert(sizeof(WishesBytes) + longestTitle <= longestMessage);
 
 struct ReportBytes {
     std::uint32_t form = reportForm;
@@ -79,7 +79,7 @@ std::string encoded(const PlayerWishes& wishes) {
     bytes.rate = wishes.rate;
     bytes.volume = wishes.volume;
     bytes.seekTo = wishes.seekTo;
-    return bytesOf(bytes);
+    return bytesOf(bytes) + wishes.title.substr(0, longestTitle);
 }
 
 std::string encoded(const PlayerReport& report) {
@@ -101,7 +101,7 @@ std::string encoded(const PlayerReport& report) {
 }
 
 std::optional<PlayerWishes> decodedWishes(std::string_view bytes) {
-    const auto said = messageIn<WishesBytes>(bytes);
+    const auto said = messageIn<WishesBytes>(bytes.substr(0, sizeof(WishesBytes)));
     if (!said || said->form != wishesForm)
         return std::nullopt;
     return PlayerWishes{.song = said->song,
@@ -111,7 +111,8 @@ std::optional<PlayerWishes> decodedWishes(std::string_view bytes) {
                         .volume = said->volume,
                         .mute = said->mute != 0,
                         .seek = said->seek,
-                        .seekTo = said->seekTo};
+                        .seekTo = said->seekTo,
+                        .title = std::string(bytes.substr(sizeof(WishesBytes)))};
 }
 
 // Every value is checked, since the player's process may be under the control of a hostile file.

@@ -22,6 +22,7 @@ struct PlayerWishes {
     bool mute = false;
     std::uint32_t seek = 0; // counted up for each seek in this song
     double seekTo = 0;
+    std::string title = {}; // of the song, for a mixer to show; cut when it is long
 };
 
 enum class SongPhase : std::uint8_t { opening, open, ended, failed };
@@ -48,8 +49,8 @@ struct PlayerReport {
 };
 
 inline constexpr double lowestRate = 0.001, highestRate = 100;
-inline constexpr double longestTime = 1e9;        // seconds
-inline constexpr std::size_t longestMessage = 64; // bytes
+inline constexpr double longestTime = 1e9;                                           // seconds
+inline constexpr std::size_t longestTitle = 200, longestMessage = 64 + longestTitle; // bytes
 
 std::string encoded(const PlayerWishes& wishes);
 std::string encoded(const PlayerReport& report);

@@ -1,0 +1,182 @@
+// Songs on a real sound server, one of the test's own with two devices that nobody hears: what they
+// sound there is recorded and measured.
+#include "platform/gstreamer/recording.h"
+#include "support/child.h"
+
+#include <csignal>
+#include <filesystem>
+
+namespace larkspin {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+
+constexpr const char* silently = "larkspin: no sound device, songs play silently\n";
+
+struct SoundServerTest : RecordingTest {
+    SoundServerTest() {
+        for (const char* directory : {"XDG_RUNTIME_DIR", "HOME"})
+            ::setenv(directory, disk.path().c_str(), 1);
+        ::unsetenv("PULSE_SERVER");
+        fs::create_directories(disk.path() / ".config/pulse");
+        disk.write(".config/pulse/client.conf", "autospawn = no\n");
+    }
+    ~SoundServerTest() override {
+        end(recorder);
+        end(server);
+        ::unsetenv("XDG_RUNTIME_DIR");
+        SetUpTestSuite();
+    }
+
+    static std::string asks(const std::vector<std::string>& question) {
+        return Child::start("pactl", {}, question)->rest(longest);
+    }
+    static void end(std::unique_ptr<Child>& child) {
+        if (child)
+            ::kill(child->id(), SIGKILL);
+        child.reset();
+    }
+    void startServer() {
+        server =
+            Child::start("pulseaudio", {},
+                         {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
+                          "module-native-protocol-unix", "-L", "module-null-sink sink_name=first",
+                          "-L", "module-null-sink sink_name=second"});
+        ASSERT_TRUE(comesTrue([&] { return asks({"info"}).find("Default Sink") != npos; }));
+    }
+    // What that device sounds is recorded from now on, until another one's is.
+    void listensTo(const std::string& sink) {
+        asks({"set-default-sink", sink});
+        end(recorder);
+        disk.write("sound", "");
+        recorder = Child::start("parec", {},
+                                {"--device=" + sink + ".monitor", "--raw", "--format=s16le",
+                                 "--rate=44100", "--channels=1", "--latency-msec=30",
+                                 (disk.path() / "sound").native()});
+    }
+    PlayerControl::Player onDevice() {
+        auto player = playing();
+        player.arguments.clear();
+        return player;
+    }
+
+    // Within the last quarter of a second.
+    Sound heard() const {
+        const auto samples = recordedSamples();
+        return measured(samples, std::max(measured(samples).seconds - 0.25, 0.0));
+    }
+    bool hears(double frequency) {
+        return comesInTime([&] { return std::abs(heard().frequency - frequency) < 3; }, 2ms);
+    }
+    bool hearsNothing() {
+        return comesInTime([&] { return recordedSamples().size() > 0 && heard().amplitude < 0.01; },
+                           2ms);
+    }
+
+    static constexpr auto npos = std::string::npos;
+    static constexpr std::chrono::milliseconds longest{10'000};
+    std::unique_ptr<Child> server, recorder;
+};
+
+TEST_F(SoundServerTest, EachKindOfSongIsHeardAsItWasMade) {
+    startServer();
+    listensTo("first");
+    PlayerControl player(loop, onDevice(), tell);
+    for (const auto& [name, encoder] :
+         {std::pair("a.wav", "wavenc"),
+          {"a.mp3", "lamemp3enc"},
+          {"a.wma", "avenc_wmav2 ! avmux_asf"},
+          {"a.flac", "flacenc"},
+          {"a.ogg", "vorbisenc ! oggmux"},
+          {"a.opus", "opusenc ! oggmux"},
+          {"a.m4a", "avenc_aac ! aacparse ! mp4mux"},
+          {"lossless.m4a", "avenc_alac ! mp4mux"},
+          {"a.aac", "avenc_aac ! aacparse ! audio/mpeg,stream-format=adts"},
+          {"a.wv", "wavpackenc"},
+          {"a.aiff", "avmux_aiff"}}) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(makeTones(disk.path() / name, encoder));
+        player.Open(drive(name));
+        EXPECT_TRUE(hears(441));
+        EXPECT_NEAR(heard().amplitude, 0.75, 0.04);
+        player.setCurrentPosition(2.5);
+        EXPECT_TRUE(hears(882));
+        player.Stop();
+        EXPECT_TRUE(hearsNothing());
+    }
+    EXPECT_EQ(told, "");
+}
+
+TEST_F(SoundServerTest, ASongGoesOnWhenTheServerIsBack) {
+    PlayerControl player(loop, onDevice(), tell);
+    player.Open(song("a.wav", 60));
+    EXPECT_TRUE(comesInTime([&] { return told == silently; }, 2ms));
+    for (const char* all : {"", silently}) {
+        startServer();
+        listensTo("first");
+        EXPECT_TRUE(hears(441));
+        EXPECT_EQ(told, std::string(silently) + all);
+        const double place = player.CurrentPosition();
+        EXPECT_GT(place, 0.1);
+        end(recorder);
+        end(server);
+        EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > place + 1; }, 2ms));
+        EXPECT_EQ(player.PlayState(), PlayState::playing);
+    }
+    EXPECT_EQ(told, std::string(silently) + silently + silently) << "once for each loss";
+    player.Pause();
+    const double place = player.CurrentPosition();
+    startServer();
+    listensTo("first");
+    EXPECT_TRUE(comesInTime(
+        [&] {
+            EXPECT_EQ(player.PlayState(), PlayState::paused);
+            return asks({"list", "short", "sink-inputs"}) != "";
+        },
+        50ms));
+    EXPECT_NEAR(player.CurrentPosition(), place, 0.3) << "it was paused a little later";
+    player.Play();
+    EXPECT_TRUE(hears(441));
+    EXPECT_NEAR(player.CurrentPosition(), place, 2);
+    EXPECT_EQ(childProcesses().size(), before.size() + 3) << "nothing is left of the others";
+    EXPECT_EQ(lost, "");
+}
+
+TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
+    startServer();
+    listensTo("first");
+    PlayerControl player(loop, onDevice(), tell);
+    player.Open(song("a.wav", 60));
+    EXPECT_TRUE(hears(441));
+    const double place = player.CurrentPosition();
+    end(recorder);
+    ::kill(server->id(), SIGSTOP);
+    EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > place + 2; }, 2ms));
+    player.Open(song("b.wav", 60));
+    EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > 0.5; }, 2ms));
+    EXPECT_TRUE(comesInTime([&] { return told == silently; }, 2ms));
+    ::kill(server->id(), SIGCONT);
+    listensTo("first");
+    EXPECT_TRUE(hears(441));
+    EXPECT_EQ(player.PlayState(), PlayState::playing);
+}
+
+TEST_F(SoundServerTest, ASongFollowsTheDefaultDeviceUnderItsName) {
+    startServer();
+    listensTo("first");
+    PlayerControl player(loop, onDevice(), tell);
+    player.Open(song("Night ride.wav", 60));
+    EXPECT_TRUE(hears(441));
+    const std::string shown = asks({"list", "sink-inputs"});
+    EXPECT_NE(shown.find("application.name = \"larkspin\"\n"), npos) << shown;
+    EXPECT_NE(shown.find("media.name = \"Night ride\"\n"), npos) << shown;
+    listensTo("second");
+    EXPECT_TRUE(hears(441));
+    listensTo("first");
+    EXPECT_TRUE(hears(441));
+    EXPECT_EQ(told, "");
+}
+
+} // namespace
+} // namespace larkspin
