@@ -42,7 +42,6 @@ void LastSong::follow(const Song& song) {
 }
 
 void LastSong::forget() {
-    isInHand_ = false;
     state_.play.clear();
     settings_.put("play", "");
 }

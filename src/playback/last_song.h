@@ -28,7 +28,7 @@ public:
     void takeAgain() { isInHand_ = true; } // the same song is started once more
     void follow(const Song& song);         // its file has got another name
     void letGo() { isInHand_ = false; }
-    void forget(); // its file is gone
+    void forget(); // its file, which the player has let go of, is gone
 
 private:
     AppState& state_;

@@ -34,7 +34,6 @@ public:
 private:
     SongStart currentRow() const;
     void nextAtRandom();
-    void endPause();
 
     AppState& state_;
     Dialogs& dialogs_;

@@ -58,6 +58,8 @@ TEST(PlaySelection, PicksAmongTheHitsOfASearch) {
         }
         EXPECT_EQ(seen.size(), c.names.size());
     }
+    machine.says({"'num 1", "'rnd B", "'play a", "'no"});
+    EXPECT_EQ(machine.answer("'next"), "next:  <b>3</b>.  b") << "from the row before the hit";
 }
 
 // A start by any of them runs the mode tick, and the mark of a pause goes.
