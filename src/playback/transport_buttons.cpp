@@ -38,8 +38,8 @@ void TransportButtons::nextAtRandom() {
             return randomPick_.randompick(stillWanted, [this] { choices_.closeselection(); });
         },
         [this] {
-            // The mark of a pause may also stand while a song plays. If the start finds no file, that
-            // song then stays paused.
+            // The mark of a pause may also stand while a song plays. If the start finds no file,
+            // that song then stays paused.
             if (state_.pauseMark == pausedMark)
                 player_.Pause();
             SongStart start = currentRow();

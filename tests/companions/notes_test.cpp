@@ -6,9 +6,7 @@
 
 namespace larkspin {
 
-namespace {
-
-const std::string moment = "12/19/03-07:05 pm:     "; // of all that is made here
+static const std::string moment = "12/19/03-07:05 pm:     "; // of all that is made here
 
 // In its first run, with these notes and their window shown.
 struct NotesTest : VirtualMachine {
@@ -30,8 +28,6 @@ struct NotesTest : VirtualMachine {
     void pressRow(int row) { press(notez(), "List2", row); }
     void pressDelete() { pressKey(notez(), "List2", Key::del); }
 };
-
-} // namespace
 
 TEST(Notes, AreAddedToldChangedAndDeleted) {
     NotesTest machine({});

@@ -2,9 +2,7 @@
 
 namespace larkspin {
 
-namespace {
-
-const struct {
+static const struct {
     std::string line, key, value, said;
 } commands[] = {
     {"'ac 1A2b3C", "ascii color", "1A2b3C", "ascii color set"},
@@ -16,8 +14,6 @@ const struct {
     {"'ef E", "efont", "E", "end ascii font style set"},
     {"'eascii \u00AC<<", "eascii", "\u00AC<<", "end ascii set"},
 };
-
-} // namespace
 
 TEST(StyleCommands, ShowFromTheirOwnConfirmationOn) {
     VirtualMachine machine(Lines{});

@@ -5,10 +5,8 @@
 
 namespace larkspin {
 
-namespace {
-
-const std::string noUpload = "you arent uploading, bitch";
-const std::string noDownload = "you're not downloading, bitch";
+static const std::string noUpload = "you arent uploading, bitch";
+static const std::string noDownload = "you're not downloading, bitch";
 
 struct TransfersTest : testing::Test {
     TransfersTest() { machine.start(); }
@@ -28,8 +26,6 @@ struct TransfersTest : testing::Test {
     VirtualMachine machine;
     PretendHost host{machine};
 };
-
-} // namespace
 
 TEST_F(TransfersTest, TellOfNoneOnceOrTwice) {
     EXPECT_EQ(tray("ustatz"), noUpload + "\n[box] " + noUpload);

@@ -4,15 +4,11 @@
 
 namespace larkspin {
 
-namespace {
-
 // What stands in the line after Tab.
-std::string completed(const AppState& state, const std::string& typed) {
+static std::string completed(const AppState& state, const std::string& typed) {
     const Completion completion = completionOf(state, typed);
     return typed.substr(0, typed.size() - completion.replaced) + completion.text;
 }
-
-} // namespace
 
 TEST(Completion, GoesAsFarAsIsSure) {
     VirtualMachine machine;

@@ -32,6 +32,11 @@ struct ListOnScreen : testing::Test {
         const std::string answer = machine.answer("'save " + name);
         return answer.starts_with("couldn't") ? answer.substr(answer.find(":  ") + 3) : "";
     }
+    Lines saidInAnyOrder() const {
+        Lines said = machine.allSaid();
+        std::sort(said.begin(), said.end());
+        return said;
+    }
     PlaylistMachine machine;
 };
 
@@ -172,13 +177,7 @@ TEST_F(ListOnScreen, IsTheLastOneThatWasSavedWhenTheDiskIsFull) {
     EXPECT_EQ(namesAfterStart(), "a b ");
 }
 
-struct Saving : ListOnScreen {
-    Lines saidInAnyOrder() const {
-        Lines said = machine.allSaid();
-        std::sort(said.begin(), said.end());
-        return said;
-    }
-};
+using Saving = ListOnScreen;
 
 TEST_F(Saving, ThatFailsOnDiskIsSaid) {
     machine.says({"'save old", "'listrmv b   "});

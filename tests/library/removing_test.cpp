@@ -3,8 +3,6 @@
 
 namespace larkspin {
 
-namespace {
-
 struct RemovingTest : testing::Test {
     RemovingTest() : machine(Lines{}) {
         for (const auto& [directory, name] : {std::pair("rock", "One.mp3"),
@@ -25,8 +23,6 @@ struct RemovingTest : testing::Test {
 
     MediaMachine machine;
 };
-
-} // namespace
 
 TEST_F(RemovingTest, TakesOutWhateverHoldsTheText) {
     converse(machine, {Turn("'listrmv e.mp", "removed <b>0</b> items for <b>e.mp</b> (<b>4</b>)"),

@@ -6,15 +6,11 @@
 
 namespace larkspin {
 
-namespace {
-
 // Takes a song off the disk, and gives what is said about that.
-std::string gone(VirtualMachine& machine, const std::string& title) {
+static std::string gone(VirtualMachine& machine, const std::string& title) {
     std::filesystem::remove(machine.disk.path() / "music/rock" / title);
     return "not found, refresh the directory (" + machine.drive("music/rock") + "\\)";
 }
-
-} // namespace
 
 TEST(ModeTick, RepeatsASongAndCountsEachTime) {
     VirtualMachine machine({"ride.wav"}, 10s);

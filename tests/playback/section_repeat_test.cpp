@@ -3,13 +3,9 @@
 
 namespace larkspin {
 
-namespace {
-
-std::string shown(VirtualMachine& machine, const std::string& control) {
+static std::string shown(VirtualMachine& machine, const std::string& control) {
     return machine.window("mp3s").control(control).text();
 }
-
-} // namespace
 
 TEST(SectionRepeat, GoesBackAtTheFirstTickPastItsEnd) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 180s);

@@ -9,10 +9,8 @@
 
 namespace larkspin {
 
-namespace {
-
-const std::string noSong = "what the fuck are you gonna delete, stupid?";
-const std::string refused = ":  permission denied";
+static const std::string noSong = "what the fuck are you gonna delete, stupid?";
+static const std::string refused = ":  permission denied";
 
 // On a playlist of a.mp3, played twice, b.mp3, played four times, and c.wav, in the directory rock.
 struct SongFilesTest : testing::Test {
@@ -81,8 +79,6 @@ struct SongFilesTest : testing::Test {
 
     VirtualMachine machine;
 };
-
-} // namespace
 
 TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(machine.answer("'delete"), noSong);

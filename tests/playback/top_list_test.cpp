@@ -2,8 +2,6 @@
 
 namespace larkspin {
 
-namespace {
-
 // A machine on which songs have been played, in the counter file's order.
 struct CountedMachine : VirtualMachine {
     explicit CountedMachine(const Lines& counts) : VirtualMachine(Lines{}) {
@@ -14,9 +12,7 @@ struct CountedMachine : VirtualMachine {
     }
 };
 
-const std::string five = "top <b>5</b> most played songs";
-
-} // namespace
+static const std::string five = "top <b>5</b> most played songs";
 
 TEST(TopList, RecitesByCountAndNotByText) {
     CountedMachine machine({"a.mp3=12", "b.mp3=3", "c.wav=100"});
@@ -49,19 +45,10 @@ TEST(TopList, TakesAnyCountAndAnyTitle) {
 }
 
 TEST(TopList, HasNothingToReciteBeforeTheFirstEnd) {
-    VirtualMachine machine(Lines{});
-    const std::string nothing = five + "\nthere are only <b>0</b> songs";
-    EXPECT_EQ(machine.answer("'tops"), nothing);
-    machine.writeDataFile("played.ini", "[times played]\r\n");
-    EXPECT_EQ(machine.answer("'tops"), nothing);
-}
-
-TEST(TopList, GoesOnAfterASecondRecitalInsideIt) {
-    CountedMachine machine({"a.mp3=1", "b.mp3=2"});
-    machine.inMessage("<b>1</b>", [&] { machine.hear("'top 1"); });
-    EXPECT_EQ(machine.answer("'top 2"),
-              "top <b>2</b> most played songs\n<b>1</b>.  b.mp3:  <b>2\n"
-              "top <b>1</b> most played songs\n<b>1</b>.  b.mp3:  <b>2\n<b>2</b>.  a.mp3:  <b>1");
+    CountedMachine machine({});
+    EXPECT_EQ(machine.answer("'tops"), five + "\nthere are only <b>0</b> songs");
+    std::filesystem::remove(machine.disk.path() / "data/played.ini");
+    EXPECT_EQ(machine.answer("'tops"), five + "\nthere are only <b>0</b> songs");
 }
 
 } // namespace larkspin

@@ -48,16 +48,6 @@ TEST(TransportButtons, NextIsRandomInAShuffle) {
     EXPECT_EQ(machine.saidWithin(101s).size(), 1u) << "the shuffle goes on";
 }
 
-TEST(TransportButtons, AVainRandomNextLeavesTheSongInPlayAsTheChoice) {
-    MediaMachine machine(Lines{"a.mp3", "b.mp3"});
-    machine.says({"'num 1", "'shuffle"});
-    std::filesystem::remove(machine.disk.path() / "music/rock/b.mp3");
-    for (int press = 0; press < 50 && machine.said() != machine.notFound(); ++press)
-        machine.press("nextButton");
-    EXPECT_EQ(machine.said(), machine.notFound());
-    EXPECT_EQ(machine.state().choiceList.row(0), "a.mp3");
-}
-
 TEST(TransportButtons, PauseAndStopWhateverPlays) {
     MediaMachine machine;
     const auto mark = [&] { return machine.shown("pauseButton"); };

@@ -233,6 +233,7 @@ TEST(Transport, ARandomStartOfAFileThatHasGoneLeavesNothingBehind) {
                   "not found, refresh the directory (" + machine.drive("music/rock") + "\\)");
         EXPECT_EQ(machine.answer("'info"), "song:  a");
         EXPECT_EQ(machine.setting("play"), "a.mp3");
+        EXPECT_EQ(machine.state().choiceList.row(0), "a.mp3");
         machine.owner("'soff", 12s);
         EXPECT_EQ(machine.dataFile("played.ini"), "[times played]\r\na.mp3=1\r\n");
         machine.restart();

@@ -23,7 +23,15 @@ struct Turn {
     std::string answer;
     Seconds wait;
 };
-void converse(VirtualMachine& machine, const std::vector<Turn>& turns);
+inline void converse(VirtualMachine& machine, const std::vector<Turn>& turns) {
+    for (const Turn& turn : turns) {
+        for (const std::string& line : turn.lines) {
+            SCOPED_TRACE(line);
+            EXPECT_EQ(machine.answer(line), turn.answer);
+        }
+        machine.advance(turn.wait);
+    }
+}
 
 #define EXPECT_SAID(machine, text) EXPECT_EQ((machine).said(), (text))
 

@@ -4,12 +4,15 @@
 
 #include "shell/event_queue.h"
 
+#include <algorithm>
+
 namespace larkspin {
 
 class VirtualLoop : public EventLoop {
 public:
     Nanoseconds now() const override { return now_; }
-    std::tm localTime() const override;
+    // Every run begins at 19:05 on a Friday, 19 December 2003.
+    std::tm localTime() const override { return {0, 5, 19, 19, 11, 103, 5, 352, 0, 0, nullptr}; }
     void post(Task task) override { queue_.post(std::move(task)); }
     TimerId every(Nanoseconds interval, Task task) override {
         return queue_.every(interval, now_, std::move(task));
@@ -23,8 +26,21 @@ public:
     void cancel(TimerId timer) override { queue_.cancel(timer); }
     void beforeSleep(Task task) override { queue_.beforeSleep(std::move(task)); }
     void serveTurn() override { queue_.runDue(now_); }
-    void waitUntil(Nanoseconds moment) override;
-    void waitWhile(const std::function<bool()>& condition); // which events change
+    void waitUntil(Nanoseconds moment) override {
+        for (queue_.runDue(now_); now_ < moment; queue_.runDue(now_)) {
+            queue_.runBeforeSleep();
+            const auto due = queue_.nextDue();
+            now_ = due ? std::clamp(*due, now_, moment) : moment;
+        }
+    }
+    void waitWhile(const std::function<bool()>& condition) { // which events change
+        while (condition()) {
+            if (queue_.runDue(now_))
+                continue;
+            queue_.runBeforeSleep();
+            now_ = std::max(now_, queue_.nextDue().value());
+        }
+    }
 
     EventAtWork atWork() const override { return queue_.atWork(); }
     bool hasNothingToDo() const { return !queue_.nextDue(); } // now or ever
