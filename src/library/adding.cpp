@@ -5,6 +5,7 @@
 #include "library/playlist_row.h"
 #include "library/scan.h"
 #include "shell/app_state.h"
+#include "shell/chosen_files.h"
 #include "shell/media_types.h"
 #include "shell/this_run.h"
 #include "text/sought_text.h"
@@ -117,7 +118,11 @@ FileQuestion Adding::question(const std::string& wanted) const {
 }
 
 void Adding::addFiles() {
-    addFiles(dialogs_.openFiles(question("add file(s)")));
+    const ThisRun run(state_);
+    const auto chosen = dialogs_.openFiles(question("add file(s)"));
+    const auto there = thoseThere(chosen, files_, dialogs_);
+    if (run.lasts())
+        addFiles(there);
 }
 
 // The row of a single file has a backslash after its directory, and adding it doesn't clear the

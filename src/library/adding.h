@@ -10,14 +10,15 @@
 
 namespace larkspin {
 
+class Files;
 struct FileQuestion;
 class Scan;
 
 class Adding {
 public:
-    Adding(const Core& core, Directories& directories, FileLister& File1, Scan& scan)
-        : state_(core.state), reply_(core.reply), dialogs_(core.dialogs), directories_(directories),
-          File1_(File1), scan_(scan) {}
+    Adding(const Core& core, Files& files, Directories& directories, FileLister& File1, Scan& scan)
+        : state_(core.state), reply_(core.reply), dialogs_(core.dialogs), files_(files),
+          directories_(directories), File1_(File1), scan_(scan) {}
 
     // The commands. `scan` finds files, the other two add what the last scan found.
     void scan(const std::string& directory);
@@ -62,6 +63,7 @@ private:
     AppState& state_;
     Reply& reply_;
     Dialogs& dialogs_;
+    Files& files_;
     Directories& directories_;
     FileLister& File1_;
     Scan& scan_;

@@ -37,7 +37,7 @@ public:
     Listers listers{directories_};
     MediaFilter mediaFilter{core_, listers.File1};
     Scan scan{core_.state, directories_, listers, core_.loop, core_.reply};
-    Adding adding{core_, directories_, listers.File1, scan};
+    Adding adding{core_, files_, directories_, listers.File1, scan};
     Removing removing{core_};
     PlaylistFiles playlistFiles{core_.state, files_, lineFiles, listers.File1, directory_};
     PlaylistCommands playlistCommands{core_, playlistFiles, mediaFilter};

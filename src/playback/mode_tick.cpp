@@ -5,6 +5,7 @@
 #include "playback/media_control.h"
 #include "playback/play_counters.h"
 #include "playback/random_pick.h"
+#include "playback/song_failures.h"
 #include "shell/app_state.h"
 
 #include <algorithm>
@@ -49,7 +50,7 @@ std::string ModeTick::followMode() {
     const PlayState now = player_.PlayState();
     if (now == PlayState::playing || now == PlayState::waiting)
         return {};
-    sayFailure();
+    failures_.tell();
     if (wasStopped())
         return {};
     // Repeating the song goes before the two other modes.
@@ -72,36 +73,29 @@ bool ModeTick::wasStopped() {
     return !state_.Timer1.enabled();
 }
 
-// A song that can't be played and is repeated fails every two seconds. It is told once.
-void ModeTick::sayFailure() {
-    const auto reason = player_.failure();
-    if (!reason)
-        return failedFile_.clear();
-    const std::string file = player_.FileName();
-    if (std::exchange(failedFile_, file) == file && state_.rep)
-        return;
-    reply_.saychat("<b>" + songOfPath(file).name + "</b> can't be played" +
-                   (reason->empty() ? "" : ":  " + *reason));
-}
-
 std::string ModeTick::repeatSong() {
     // The song is usually paused here. An empty list is still told, which is the shuffle's first
     // step.
     if (!hasEnded())
         return player_.PlayState() == PlayState::waiting ? std::string() : shuffleOn();
     countEnd();
+    const bool isFailure = player_.wasGivenUp();
     const Song last = transport_.lastSong();
     const std::string temp = state_.tempTitle;
     const std::string name = temp.empty() ? last.name : songOfFile(temp, "").name;
-    transport_.start({.song = temp.empty() ? last : songOfPath(player_.FileName()),
-                      .message = "repeat:  " + name + extensionTag(last.extension),
-                      .position = SongStart::Position::leftAlone,
-                      .choices = SongStart::Choices::leftAlone,
-                      .count = SongStart::Count::leftAlone,
-                      .isRemembered = false,
-                      .endsPause = false,
-                      .tempTitle = temp,
-                      .whenOpened = [this] { state_.playMark = playingMark; }});
+    const auto outcome =
+        transport_.start({.song = temp.empty() ? last : songOfPath(player_.FileName()),
+                          .message = "repeat:  " + name + extensionTag(last.extension),
+                          .position = SongStart::Position::leftAlone,
+                          .choices = SongStart::Choices::leftAlone,
+                          .count = SongStart::Count::leftAlone,
+                          .isRemembered = false,
+                          .endsPause = false,
+                          .tempTitle = temp,
+                          .whenOpened = [this] { state_.playMark = playingMark; }});
+    // It fails every two seconds, which is told once.
+    if (isFailure && outcome == Transport::Outcome::started)
+        failures_.leaveOut();
     return {};
 }
 
@@ -169,13 +163,13 @@ void ModeTick::countEnd() {
         counters_.countEnd();
 }
 
-void ModeTick::checkEndWithoutMode() {
-    if (isAtWork_ || state_.modeIsOn() || !hasEnded() || state_.playMark != playingMark)
+void ModeTick::checkEndWithoutTick() {
+    if (isAtWork_)
         return;
-    const bool isGivenUp = player_.wasGivenUp();
-    countEnd();
-    if (isGivenUp)
-        sayFailure();
+    if (!state_.Timer1.enabled())
+        failures_.tell();
+    if (!state_.modeIsOn() && hasEnded())
+        countEnd();
 }
 
 } // namespace larkspin

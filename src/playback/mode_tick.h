@@ -2,7 +2,7 @@
 // mode tick while a mode is on, and by the one-second tick while none is.
 //
 // A song that the player gave up on has not been played to its end and isn't counted; the mode
-// goes on all the same. Why it was given up is said. Songs whose files are gone are passed over.
+// goes on all the same. Songs whose files are gone are passed over.
 #pragma once
 
 #include "chat/core.h"
@@ -18,19 +18,21 @@ namespace larkspin {
 class MediaControl;
 class PlayCounters;
 class RandomPick;
+class SongFailures;
 
 class ModeTick {
 public:
     ModeTick(const Core& core, MediaControl& player, Transport& transport, PlayCounters& counters,
-             RandomPick& randomPick)
+             RandomPick& randomPick, SongFailures& failures)
         : state_(core.state), reply_(core.reply), player_(player), transport_(transport),
-          counters_(counters), randomPick_(randomPick) {}
+          counters_(counters), randomPick_(randomPick), failures_(failures) {}
 
     // The mode tick: starts the next song by the mode once the current one has ended.
     void tick();
 
-    // The one-second check: counts a song that has run out with no mode on.
-    void checkEndWithoutMode();
+    // The one-second check of what the mode tick doesn't see: a song that has failed while it
+    // rests, or has run out with no mode on.
+    void checkEndWithoutTick();
 
 private:
     // Does what the mode asks for, and returns what is left to say after that; empty for nothing.
@@ -45,7 +47,6 @@ private:
     void countEnd();
     bool hasEnded();
     bool wasStopped();
-    void sayFailure();
 
     AppState& state_;
     Reply& reply_;
@@ -53,8 +54,8 @@ private:
     Transport& transport_;
     PlayCounters& counters_;
     RandomPick& randomPick_;
+    SongFailures& failures_;
     bool isAtWork_ = false;
-    std::string failedFile_; // the file whose failure was told last
 };
 
 } // namespace larkspin

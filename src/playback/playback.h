@@ -16,6 +16,7 @@
 #include "playback/section_repeat.h"
 #include "playback/selection_dialogue.h"
 #include "playback/sliders.h"
+#include "playback/song_failures.h"
 #include "playback/song_files.h"
 #include "playback/stop_window.h"
 #include "playback/top_list.h"
@@ -61,8 +62,10 @@ public:
     SongFiles songFiles{core_, needs_.files, counters, choices, transport, lastSong};
     SelectionDialogue dialogue{core_, needs_.room, choices, recital, selection, transport};
     StopWindow stopWindow{core_, needs_.room, dialogue, recital};
-    ModeTick modeTick{core_, needs_.player, transport, counters, randomPick};
-    TransportButtons transportButtons{core_, needs_.player, transport, choices, randomPick};
+    SongFailures failures{core_, needs_.player, transport};
+    ModeTick modeTick{core_, needs_.player, transport, counters, randomPick, failures};
+    TransportButtons transportButtons{core_,     needs_.files, needs_.player,
+                                      transport, choices,      randomPick};
     RemoteControl remote{core_, needs_.player, transportButtons, modes, sliders};
 
     void load(const StoredSettings& stored);
@@ -71,7 +74,7 @@ public:
 
     // The shares of the one-second tick: the repeated section, and the end of a song.
     void checkSection() { section.check(); }
-    void checkEnd() { modeTick.checkEndWithoutMode(); }
+    void checkEnd() { modeTick.checkEndWithoutTick(); }
     bool isPlaying();
 };
 

@@ -118,7 +118,9 @@ public:
     // The start by hand of the row at masterIndex, whose message begins with the head.
     SongStart currentRowStart(std::string_view head) const;
 
-    bool nothingLoaded();  // stopped or closed
+    bool nothingLoaded(); // stopped or closed
+    // Another one from each start and each stop on.
+    unsigned turn() const { return turns_; }
     int resumeRow() const; // of masterList: the one last started, -1 for none
     Song lastSong() const { return lastSong_.song(); }
     void endPauseMark(); // without a call of the player

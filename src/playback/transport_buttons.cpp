@@ -5,8 +5,10 @@
 #include "playback/random_pick.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
+#include "shell/chosen_files.h"
 #include "shell/dialogs.h"
 #include "shell/media_types.h"
+#include "shell/this_run.h"
 
 #include <algorithm>
 #include <utility>
@@ -94,8 +96,9 @@ void TransportButtons::openFile() {
                          fileTypeOf(mediaTypeOf(anyMediaType))};
     if (mediaTypeOf(state_.mediaFilter).age == MediaType::Age::later)
         std::ranges::reverse(types);
-    if (const auto path =
-            dialogs_.openFile({.title = "Open a media file", .types = std::move(types)}))
+    const ThisRun run(state_);
+    const auto path = dialogs_.openFile({.title = "Open a media file", .types = std::move(types)});
+    if (path && !thoseThere({*path}, files_, dialogs_).empty() && run.lasts())
         transport_.openFromDisk(*path);
 }
 

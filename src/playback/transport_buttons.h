@@ -7,6 +7,7 @@
 namespace larkspin {
 
 class Choices;
+class Files;
 class MediaControl;
 class RandomPick;
 struct SongStart;
@@ -14,10 +15,10 @@ class Transport;
 
 class TransportButtons {
 public:
-    TransportButtons(const Core& core, MediaControl& player, Transport& transport, Choices& choices,
-                     RandomPick& randomPick)
-        : state_(core.state), dialogs_(core.dialogs), player_(player), transport_(transport),
-          choices_(choices), randomPick_(randomPick) {}
+    TransportButtons(const Core& core, Files& files, MediaControl& player, Transport& transport,
+                     Choices& choices, RandomPick& randomPick)
+        : state_(core.state), dialogs_(core.dialogs), files_(files), player_(player),
+          transport_(transport), choices_(choices), randomPick_(randomPick) {}
 
     void previous();
     void next();
@@ -37,6 +38,7 @@ private:
 
     AppState& state_;
     Dialogs& dialogs_;
+    Files& files_;
     MediaControl& player_;
     Transport& transport_;
     Choices& choices_;

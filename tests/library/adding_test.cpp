@@ -8,7 +8,7 @@ namespace larkspin {
 // On a list of a.mp3 in the directory rock, where b.wav and c.mp3 lie too.
 struct AddingTest : testing::Test {
     AddingTest() {
-        for (const char* name : {"b.wav", "c.mp3", "deep/d.mp3"})
+        for (const char* name : {"b.wav", "c.mp3", "deep/d.mp3", "../z.mp3"})
             machine.song("rock", name);
         machine.state().playedMemory.add("a.mp3");
     }
@@ -29,29 +29,33 @@ struct AddingTest : testing::Test {
     }
 
     MediaMachine machine{Lines{"a.mp3"}};
-    const std::string rock = machine.drive("music/rock");
+    const std::string rock = machine.drive("music/rock"), other = machine.drive("music/z.mp3");
 };
 
 TEST_F(AddingTest, OneFileBringsItsBackslash) {
     for (const std::string& path :
-         {std::string(), rock + "\\b.wav", rock + "\\b.wav", std::string("c:\\z.mp3"), rock + "\\"})
+         {std::string(), rock + "\\b.wav", rock + "\\b.wav", other, rock + "\\"})
         choose("adfil", {path});
-    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\\\b.wav", "c:\\z.mp3"}));
+    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\\\b.wav", machine.drive("music") + "\\\\z.mp3"}));
     EXPECT_EQ(machine.state().playedMemory.count(), 1);
     EXPECT_EQ(machine.answer("'num 2"), "playing:  <b>2</b>.  b (<b>.wav</b>)");
 }
 
 TEST_F(AddingTest, SeveralFilesBringNone) {
-    choose("adfil", {rock + "\\c.mp3", rock + "\\a.mp3", "c:\\z.mp3", rock + "\\b.wav"});
-    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\b.wav", "\\c.mp3", "c:\\z.mp3"}));
+    choose("adfil", {rock + "\\c.mp3", rock + "\\a.mp3", other, rock + "\\no", rock + "\\b.wav"});
+    EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\b.wav", "\\c.mp3", other}));
+    EXPECT_EQ(machine.lastBox(), "couldn't open " + rock + "\\no:  there is no such file");
     EXPECT_TRUE(machine.state().playedMemory.empty());
 }
 
 // Where both are on the disk; else only one of them is a file.
 TEST_F(AddingTest, FilesWhoseNamesDifferInTheCaseAlone) {
-    for (const char* name : {"A.mp3", "pop/e\u0301.mp3", "pop/\u00E9.mp3"})
+    for (const char* name : {"A.mp3", "gone.mp3", "pop/e\u0301.mp3", "pop/\u00E9.mp3"})
         machine.song("rock", name);
-    choose("adfil", {rock + "\\A.mp3", rock + "\\gone.mp3", rock + "\\Gone.mp3"});
+    choose("adfil", {rock + "\\A.mp3", rock + "\\gone.mp3"});
+    std::filesystem::remove(machine.disk.path() / "music/rock/gone.mp3");
+    machine.song("rock", "Gone.mp3");
+    choose("adfil", {rock + "\\a.mp3", rock + "\\Gone.mp3"});
     EXPECT_EQ(paths(), (Lines{"\\a.mp3", "\\A.mp3", "\\gone.mp3"}));
     machine.owner("'listrmv gone");
     choose("adir", {rock + "\\pop"});

@@ -143,7 +143,8 @@ TEST_F(ScanTest, SaysHowManyDontFit) {
         "[box] found 32767 mp3s in 1 directories, would you like to transfer them? or use add "
         "string on the mp3s window to add individual songs - a list holds 32767 songs, left "
         "out 3\n[box] a list holds 32767 songs, left out 1");
-    machine.dialogs.answers = {"c:\\new.mp3", ""};
+    machine.song("", "new.mp3");
+    machine.dialogs.answers = {machine.drive("music/new.mp3"), ""};
     machine.click("mp3s", "Command1");
     EXPECT_EQ(machine.answerTo([&] { machine.chooseFromPopup("adfil"); }),
               "[box] a list holds 32767 songs, left out 1");

@@ -76,6 +76,10 @@ TEST(TransportButtons, OpenAFileThatIsOnNoList) {
     machine.owner("'num 1");
     machine.player.volume = 1;
     machine.work({{"openButton", "", "a.mp3"}}); // dismissed
+    const std::string gone = machine.drive("music/new/gone.wav");
+    machine.dialogs.answers = {gone};
+    machine.work(
+        {{"openButton", "[box] couldn't open " + gone + ":  there is no such file", "a.mp3"}});
     machine.dialogs.answers = {machine.drive("music/new/Found.wav")};
     machine.dialogs.whileOpen = [&] { machine.press("closeButton"); };
     machine.work({{"openButton", "playing:  Found", "Found.wav"}});

@@ -128,6 +128,7 @@ std::vector<std::string> ScriptedDialogs::openFiles(const FileQuestion& question
 
 void SilentPlayer::Open(const std::string& fileName) {
     fileName_ = fileName;
+    stopped_ = false;
     duration_ = position_ = 0;
     asOf_ = loop_.now();
     if (fileName.empty()) {
@@ -156,6 +157,7 @@ void SilentPlayer::Pause() {
 
 void SilentPlayer::Stop() {
     advance();
+    stopped_ = true;
     if (state_ != PlayState::closed)
         state_ = PlayState::stopped;
 }
@@ -166,7 +168,8 @@ PlayState SilentPlayer::PlayState() {
 }
 
 std::optional<std::string> SilentPlayer::failure() {
-    if (PlayState() != PlayState::stopped || lengths.contains(fileName_))
+    if (stopped_ || fileName_.empty() || PlayState() != PlayState::stopped ||
+        lengths.contains(fileName_))
         return std::nullopt;
     return whyUnplayable;
 }

@@ -215,6 +215,7 @@ private:
     double duration_ = 0, position_ = 0;
     Nanoseconds asOf_{}; // the moment of position_
     Nanoseconds closed_{};
+    bool stopped_ = false; // by hand
     larkspin::PlayState state_ = larkspin::PlayState::closed;
 };
 
