@@ -60,7 +60,7 @@ void AdtsReader::index(const SongFile& file) {
         std::size_t at = 0;
         while (at + frameHeader <= read.size()) {
             const Frame frame = frameAt(read.substr(at));
-            if (frame.length > 0 && (marks_.empty() || duration_ >= marks_.back().seconds + 1))
+            if (marks_.empty() || duration_ >= marks_.back().seconds + 1)
                 marks_.push_back({place + at, duration_});
             duration_ += frame.seconds;
             at += std::max<std::size_t>(frame.length, 1); // over damage to the next frame

@@ -30,10 +30,9 @@ void FileSource::push(GstElement* source, std::size_t size) {
         g_signal_emit_by_name(source, "end-of-stream", &result);
         return;
     }
-    GstBuffer* const buffer = gst_buffer_new_memdup(bytes.data(), bytes.size());
+    const GstItemRef<GstBuffer> buffer(gst_buffer_new_memdup(bytes.data(), bytes.size()));
     place_ += bytes.size();
-    g_signal_emit_by_name(source, "push-buffer", buffer, &result);
-    gst_buffer_unref(buffer);
+    g_signal_emit_by_name(source, "push-buffer", buffer.get(), &result);
 }
 
 } // namespace larkspin

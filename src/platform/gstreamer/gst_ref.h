@@ -11,6 +11,14 @@ struct ObjectUnref {
 };
 template <typename Object> using GstRef = std::unique_ptr<Object, ObjectUnref>;
 
+// Buffers, messages and the like, which GStreamer counts apart from its objects.
+struct ItemUnref {
+    template <typename Item> void operator()(Item* item) const {
+        gst_mini_object_unref(GST_MINI_OBJECT_CAST(item));
+    }
+};
+template <typename Item> using GstItemRef = std::unique_ptr<Item, ItemUnref>;
+
 inline double seconds(gint64 time) {
     return time > 0 ? static_cast<double>(time) / GST_SECOND : 0;
 }

@@ -1,7 +1,6 @@
 #include "platform/gstreamer/large_chunks.h"
 
 #include <cstdlib>
-#include <utility>
 
 namespace larkspin {
 
@@ -27,10 +26,6 @@ LargeChunks::LargeChunks(GstPad* sinkPad) {
                       [](gpointer self) { delete static_cast<LargeChunks*>(self); });
 }
 
-LargeChunks::~LargeChunks() {
-    drop();
-}
-
 GstPadProbeReturn LargeChunks::pass(GstPad* pad, GstPadProbeInfo* info, gpointer self) {
     auto& chunks = *static_cast<LargeChunks*>(self);
     if (chunks.lettingGo_)
@@ -41,7 +36,7 @@ GstPadProbeReturn LargeChunks::pass(GstPad* pad, GstPadProbeInfo* info, gpointer
     // After a seek the kept samples are of no use. Other events that have a place in the stream
     // must not overtake them.
     if (GST_EVENT_TYPE(event) == GST_EVENT_FLUSH_STOP)
-        chunks.drop();
+        chunks.kept_.reset();
     else if (static_cast<unsigned>(GST_EVENT_TYPE(event)) & unsigned{GST_EVENT_TYPE_SERIALIZED})
         chunks.letGo(pad);
     return GST_PAD_PROBE_OK;
@@ -53,29 +48,26 @@ GstPadProbeReturn LargeChunks::take(GstPad* pad, GstPadProbeInfo* info) {
         letGo(pad);
     if (!hasTimes(buffer))
         return GST_PAD_PROBE_OK;
-    keep(buffer);
-    if (GST_BUFFER_DURATION(kept_) < chunk)
-        return GST_PAD_PROBE_DROP;
+    keep(GstItemRef<GstBuffer>(buffer));
+    if (GST_BUFFER_DURATION(kept_.get()) < chunk)
+        return GST_PAD_PROBE_HANDLED; // the buffer is ours
     // The full chunk goes on in place of its last buffer.
-    gst_buffer_unref(buffer);
-    GST_PAD_PROBE_INFO_DATA(info) = std::exchange(kept_, nullptr);
+    GST_PAD_PROBE_INFO_DATA(info) = kept_.release();
     return GST_PAD_PROBE_OK;
 }
 
-void LargeChunks::keep(GstBuffer* buffer) {
-    if (!kept_) {
-        kept_ = gst_buffer_make_writable(gst_buffer_ref(buffer));
-        return;
-    }
-    const GstClockTime end = endOf(buffer);
-    kept_ = gst_buffer_append(kept_, gst_buffer_ref(buffer));
-    GST_BUFFER_DURATION(kept_) = end - GST_BUFFER_PTS(kept_);
+void LargeChunks::keep(GstItemRef<GstBuffer> buffer) {
+    const GstClockTime end = endOf(buffer.get());
+    GstBuffer* const joined =
+        kept_ ? gst_buffer_append(kept_.release(), buffer.release()) : buffer.release();
+    kept_.reset(gst_buffer_make_writable(joined));
+    GST_BUFFER_DURATION(kept_.get()) = end - GST_BUFFER_PTS(kept_.get());
 }
 
 bool LargeChunks::continues(GstBuffer* buffer) const {
     if (!hasTimes(buffer))
         return false;
-    const GstClockTimeDiff apart = GST_CLOCK_DIFF(endOf(kept_), GST_BUFFER_PTS(buffer));
+    const GstClockTimeDiff apart = GST_CLOCK_DIFF(endOf(kept_.get()), GST_BUFFER_PTS(buffer));
     return std::abs(apart) < gap;
 }
 
@@ -85,13 +77,8 @@ void LargeChunks::letGo(GstPad* pad) {
     if (!kept_)
         return;
     lettingGo_ = true;
-    gst_pad_chain(pad, std::exchange(kept_, nullptr)); // a failure shows with the next buffer
+    gst_pad_chain(pad, kept_.release()); // a failure shows with the next buffer
     lettingGo_ = false;
-}
-
-void LargeChunks::drop() {
-    if (kept_)
-        gst_buffer_unref(std::exchange(kept_, nullptr));
 }
 
 } // namespace larkspin

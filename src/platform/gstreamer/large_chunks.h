@@ -14,15 +14,14 @@ public:
     LargeChunks& operator=(const LargeChunks&) = delete;
 
 private:
-    ~LargeChunks();
+    ~LargeChunks() = default;
     static GstPadProbeReturn pass(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     GstPadProbeReturn take(GstPad* pad, GstPadProbeInfo* info);
-    void keep(GstBuffer* buffer);
+    void keep(GstItemRef<GstBuffer> buffer);
     bool continues(GstBuffer* buffer) const;
     void letGo(GstPad* pad);
-    void drop();
 
-    GstBuffer* kept_ = nullptr;
+    GstItemRef<GstBuffer> kept_;
     bool lettingGo_ = false;
 };
 

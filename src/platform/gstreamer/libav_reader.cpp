@@ -16,6 +16,7 @@ namespace {
 constexpr double leastSeconds = 0.2; // of sound in each portion
 constexpr int portion = 32 * 1024;   // of the file, read at once
 constexpr double beforeAll = -1e9;   // seconds
+constexpr int mostHoles = 1000;      // in a song; one of an Ogg file is up to 64 KB
 
 // How the libraries call a kind of file. There are no playlists among them, nor what leads to other
 // files.
@@ -187,15 +188,16 @@ private:
                                                        : SongFault::noSound;
     }
 
-    // False at the end. Damaged packets are left out.
+    // False at the end. Damaged packets are left out, and so is what is no packet.
     bool readFrame() {
         while (!ended_) {
             if (libav_.receive(decoder_.get(), frame_.get()) == 0)
                 return true;
-            if (libav_.read(file_.get(), packet_.get()) < 0) {
+            const int got = libav_.read(file_.get(), packet_.get());
+            if (got == AVERROR_EOF || (got < 0 && ++holes_ == mostHoles)) {
                 libav_.send(decoder_.get(), nullptr);
                 ended_ = true;
-            } else {
+            } else if (got == 0) {
                 if (packet_->stream_index == stream_->index)
                     libav_.send(decoder_.get(), packet_.get());
                 libav_.emptyPacket(packet_.get());
@@ -246,6 +248,7 @@ private:
     SoundFormat format_;
     double origin_ = 0; // the time that the file gives to the song's beginning
     bool ended_ = false;
+    int holes_ = 0;
     double skipTo_ = beforeAll; // seconds
     SongFault fault_ = SongFault::damaged;
 };

@@ -41,10 +41,9 @@ int SongPlayer::messages() const {
 }
 
 void SongPlayer::handleMessages() {
-    while (GstMessage* const message = bus_ ? gst_bus_pop(bus_.get()) : nullptr) {
+    while (const GstItemRef<GstMessage> message{bus_ ? gst_bus_pop(bus_.get()) : nullptr}) {
         if (phase_ == SongPhase::opening || phase_ == SongPhase::open)
-            handle(message);
-        gst_message_unref(message);
+            handle(message.get());
         drive();
     }
 }
@@ -225,11 +224,10 @@ void SongPlayer::preroll() {
     }
     prerolled_ = true;
     readDuration();
-    GstQuery* const query = gst_query_new_seeking(GST_FORMAT_TIME);
+    const GstItemRef<GstQuery> query(gst_query_new_seeking(GST_FORMAT_TIME));
     gboolean seekable = FALSE;
-    if (gst_element_query(playbin_.get(), query))
-        gst_query_parse_seeking(query, nullptr, &seekable, nullptr, nullptr);
-    gst_query_unref(query);
+    if (gst_element_query(playbin_.get(), query.get()))
+        gst_query_parse_seeking(query.get(), nullptr, &seekable, nullptr, nullptr);
     seekable_ = seekable;
 }
 

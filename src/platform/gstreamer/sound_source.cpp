@@ -18,14 +18,15 @@ std::uint64_t placesOf(const SoundFormat& format) {
     return std::popcount(places) == format.channels ? places : usualPlaces[format.channels];
 }
 
-GstCaps* capsOf(const SoundFormat& format) {
-    GstCaps* const caps =
+GstItemRef<GstCaps> capsOf(const SoundFormat& format) {
+    GstItemRef<GstCaps> caps(
         gst_caps_new_simple("audio/x-raw", "format", G_TYPE_STRING,
                             std::endian::native == std::endian::little ? "F32LE" : "F32BE",
                             "layout", G_TYPE_STRING, "interleaved", "rate", G_TYPE_INT, format.rate,
-                            "channels", G_TYPE_INT, format.channels, nullptr);
+                            "channels", G_TYPE_INT, format.channels, nullptr));
     if (format.channels > 2)
-        gst_caps_set_simple(caps, "channel-mask", GST_TYPE_BITMASK, placesOf(format), nullptr);
+        gst_caps_set_simple(caps.get(), "channel-mask", GST_TYPE_BITMASK, placesOf(format),
+                            nullptr);
     return caps;
 }
 
@@ -42,9 +43,7 @@ void SoundSource::announce(GstElement* source) {
     begin_ = now();
     frame_ = 0;
     format_ = reader_->format();
-    GstCaps* const caps = capsOf(format_);
-    g_object_set(source, "caps", caps, nullptr);
-    gst_caps_unref(caps);
+    g_object_set(source, "caps", capsOf(format_).get(), nullptr);
 }
 
 void SoundSource::connect(GstElement* source) {
@@ -83,12 +82,12 @@ void SoundSource::push(GstElement* source) {
     }
     if (reader_->format() != format_)
         announce(source);
-    GstBuffer* const buffer = gst_buffer_new_memdup(samples.data(), samples.size() * sizeof(float));
-    GST_BUFFER_PTS(buffer) = now();
+    const GstItemRef<GstBuffer> buffer(
+        gst_buffer_new_memdup(samples.data(), samples.size() * sizeof(float)));
+    GST_BUFFER_PTS(buffer.get()) = now();
     frame_ += static_cast<std::int64_t>(samples.size()) / format_.channels;
-    GST_BUFFER_DURATION(buffer) = now() - GST_BUFFER_PTS(buffer);
-    g_signal_emit_by_name(source, "push-buffer", buffer, &result);
-    gst_buffer_unref(buffer);
+    GST_BUFFER_DURATION(buffer.get()) = now() - GST_BUFFER_PTS(buffer.get());
+    g_signal_emit_by_name(source, "push-buffer", buffer.get(), &result);
 }
 
 } // namespace larkspin

@@ -13,6 +13,8 @@ constexpr const char* soundfonts[] = {"/usr/share/sounds/sf2/TimGM6mb.sf2",
                                       "/usr/share/sounds/sf3/default-GM.sf3"};
 constexpr int failed = -1; // as FluidSynth says it
 
+constexpr int firstKind = 0x8, bendKind = 0xE, systemKind = 0xF; // of MIDI messages
+
 const char* installedSoundfont() {
     std::error_code error;
     for (const char* path : soundfonts)
@@ -58,13 +60,18 @@ struct Synthesizer::Library {
     Drop* drop = find<Drop>("delete_fluid_synth");
     LoadFont* loadFont = find<LoadFont>("fluid_synth_sfload");
     Plain* reset = find<Plain>("fluid_synth_system_reset");
-    Message2* noteOn = find<Message2>("fluid_synth_noteon");
-    Message1* noteOff = find<Message1>("fluid_synth_noteoff");
-    Message2* keyPressure = find<Message2>("fluid_synth_key_pressure");
-    Message2* control = find<Message2>("fluid_synth_cc");
-    Message1* program = find<Message1>("fluid_synth_program_change");
-    Message1* channelPressure = find<Message1>("fluid_synth_channel_pressure");
-    Message1* bend = find<Message1>("fluid_synth_pitch_bend");
+    // What takes a message, by its kind from the first on: with one number, or with two.
+    struct Taker {
+        Message1* one = nullptr;
+        Message2* two = nullptr;
+    };
+    Taker takers[7] = {{.one = find<Message1>("fluid_synth_noteoff")},
+                       {.two = find<Message2>("fluid_synth_noteon")},
+                       {.two = find<Message2>("fluid_synth_key_pressure")},
+                       {.two = find<Message2>("fluid_synth_cc")},
+                       {.one = find<Message1>("fluid_synth_program_change")},
+                       {.one = find<Message1>("fluid_synth_channel_pressure")},
+                       {.one = find<Message1>("fluid_synth_pitch_bend")}};
     LongText* longText = find<LongText>("fluid_synth_sysex");
     Write* write = find<Write>("fluid_synth_write_float");
 };
@@ -102,37 +109,20 @@ void Synthesizer::reset() {
 
 void Synthesizer::send(const MidiEvent& event, const MidiSong& song) {
     // The first byte holds the kind of event in its upper half, the channel in its lower half.
-    const int channel = event.bytes[0] & 0x0F, first = event.bytes[1], second = event.bytes[2];
+    const int kind = event.bytes[0] >> 4, channel = event.bytes[0] & 0x0F, first = event.bytes[1],
+              second = event.bytes[2];
     void* const synth = synth_.get();
-    switch (event.bytes[0] & 0xF0) {
-    case 0x80:
-        library_->noteOff(synth, channel, first);
-        break;
-    case 0x90:
-        library_->noteOn(synth, channel, first, second);
-        break;
-    case 0xA0:
-        library_->keyPressure(synth, channel, first, second);
-        break;
-    case 0xB0:
-        library_->control(synth, channel, first, second);
-        break;
-    case 0xC0:
-        library_->program(synth, channel, first);
-        break;
-    case 0xD0:
-        library_->channelPressure(synth, channel, first);
-        break;
-    case 0xE0:
-        // A bend has 14 bits, the lower seven of which come first.
-        library_->bend(synth, channel, first | second << 7);
-        break;
-    default: {
+    if (kind == systemKind) {
         const std::string& text = song.longTexts[event.longText];
         library_->longText(synth, text.data(), static_cast<int>(text.size()), nullptr, nullptr,
                            nullptr, 0);
+        return;
     }
-    }
+    const Library::Taker& taker = library_->takers[kind - firstKind];
+    if (taker.two)
+        taker.two(synth, channel, first, second);
+    else // a bend has 14 bits, the lower seven of which come first
+        taker.one(synth, channel, kind == bendKind ? first | second << 7 : first);
 }
 
 void Synthesizer::render(std::vector<float>& samples, int frames) {

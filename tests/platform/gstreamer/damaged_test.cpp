@@ -27,7 +27,7 @@ struct DamagedSongs : RealPlayer {
     }
 
     std::string made(const std::string& name) {
-        song(name, 0.3);
+        song(name, 2);
         return disk.read(name);
     }
     // In two tracks, with an instrument and a tempo.

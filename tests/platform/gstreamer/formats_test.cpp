@@ -28,6 +28,7 @@ struct FormatsTest : RecordingTest {
     }
 };
 
+constexpr const char* plainAac = "avenc_aac ! aacparse ! audio/mpeg,stream-format=adts";
 constexpr const char* stereo96 = "audio/x-raw,format=S24LE,rate=96000,channels=2 ! flacenc";
 constexpr FormatsTest::Format formats[] = {
     {"a.flac", "flacenc"},
@@ -41,7 +42,7 @@ constexpr FormatsTest::Format formats[] = {
     {"six.m4a", "audio/x-raw,channels=6,channel-mask=(bitmask)0x3f ! avenc_aac ! aacparse ! mp4mux",
      0.49},
     {"lossless.m4a", "avenc_alac ! mp4mux"},
-    {"a.aac", "avenc_aac ! aacparse ! audio/mpeg,stream-format=adts"},
+    {"a.aac", plainAac},
     {"a.wv", "wavpackenc"},
     {"a.aiff", "avmux_aiff"},
     {"deep.aif", "audio/x-raw,format=S16BE,rate=96000 ! avmux_aiff"},
@@ -103,8 +104,7 @@ TEST_F(FormatsTest, WithPicturesAndTagsInFrontPlayAtAnyTempo) {
     PlayerControl player(loop, playing(recordingSink()), tell);
     player.setRate(2);
     for (const Format& format :
-         {Format{"a.flac", "flacenc"}, Format{"a.wv", "wavpackenc"},
-          Format{"a.aac", "avenc_aac ! aacparse ! audio/mpeg,stream-format=adts"},
+         {Format{"a.flac", "flacenc"}, Format{"a.wv", "wavpackenc"}, Format{"a.aac", plainAac},
           Format{"a.ogg", "vorbisenc ! oggmux"}}) {
         SCOPED_TRACE(format.name);
         made(format);
@@ -119,6 +119,28 @@ TEST_F(FormatsTest, WithPicturesAndTagsInFrontPlayAtAnyTempo) {
         EXPECT_NEAR(measured(samples).seconds, 2, 0.1);
         EXPECT_NEAR(measured(samples, 0.3, 0.7).frequency, 441, 15);
         EXPECT_NEAR(measured(samples, 1.3, 1.7).frequency, 882, 30);
+    }
+}
+
+// A hole in a file, larger than a page of Ogg, and a download that broke off.
+TEST_F(FormatsTest, WithDamagePlayButForThat) {
+    PlayerControl player(loop, playing(recordingSink()), tell);
+    for (const Format& format : {Format{"a.flac", "flacenc"}, Format{"a.ogg", "vorbisenc ! oggmux"},
+                                 Format{"a.opus", "opusenc ! oggmux"}, Format{"a.aac", plainAac}}) {
+        SCOPED_TRACE(format.name);
+        made(format);
+        std::string bytes = disk.read(format.name);
+        const std::size_t place = bytes.size() * 5 / 8;
+        disk.write("half", bytes.substr(0, place));
+        disk.write("holed", bytes.replace(place, 40, 150'000, 'P'));
+        EXPECT_TRUE(isPlayedToItsEnd(player, drive("holed")));
+        EXPECT_NEAR(player.Duration(), 4, 0.1);
+        const auto holed = recordedSamples();
+        EXPECT_GT(measured(holed).seconds, 3);
+        EXPECT_NEAR(measured(holed, measured(holed).seconds - 0.6).frequency, 882, 2);
+        EXPECT_TRUE(isPlayedToItsEnd(player, drive("half")));
+        EXPECT_NEAR(recordedSound().seconds, 2, 0.7);
+        EXPECT_NEAR(recordedSound().frequency, 441, 1);
     }
 }
 

@@ -102,7 +102,9 @@ TEST_F(PlayerTest, GivesUpTwoSecondsAfterOpeningWhatIsNoSong) {
     // IMA ADPCM of no samples a second.
     disk.write("norate.wav", packedWav().replace(24, 4, 4, '\0'));
     fs::create_directory(disk.path() / "directory.mp3");
-    ASSERT_TRUE(isPlayedToItsEnd(player, drive("whole.wav")));
+    player.Open(drive("whole.wav"));
+    player.Pause(); // what has sounded of it counts for none of the others
+    ASSERT_TRUE(reaches(player, PlayState::paused));
     for (const std::string& path :
          {drive("cut.wav"), drive("garbage.mp3"), drive("empty.mp3"), drive("text.wma"),
           drive("pixel.wav"), drive("cut.mid"), drive("cut.wma"), drive("head.wav"),
