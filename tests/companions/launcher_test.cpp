@@ -99,7 +99,6 @@ TEST(Launcher, WalksOnThroughChangesOfItsList) {
     } cases[] = {{"'load rose", red, "'clra", {red, "cleared <b>4</b> apps n shit"}, 0},
                  {"'load rose", red, "'ap c:\\n, rose", {red, "added:  <b>rose", bush, rose}, 5},
                  {"'load rose", red, "'rmva bush r", {red, roseGone, bush}, 3},
-                 {"'rmva rose", redGone, "'clra", {redGone, "cleared <b>3</b> apps n shit"}, 0},
                  {"'rmva rose",
                   bushGone,
                   "'rmva blue",

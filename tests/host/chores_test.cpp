@@ -58,13 +58,6 @@ TEST(Chores, AreSaidAndDoneInSilenceOnlyDone) {
     EXPECT_EQ(machine.deeds(), Lines{"close"});
 }
 
-TEST(Chores, SwitchMessagesInTheOrderInWhichTheyWereAsked) {
-    WithClient machine;
-    machine.loop.once(10ms, [&] { machine.hear("'imsoff"); });
-    EXPECT_EQ(machine.answer("'imson"), "ims are now on\nims are now off");
-    EXPECT_EQ(machine.client.messages, (Lines{"$IM_ON: lks", "$IM_OFF: lks"}));
-}
-
 TEST(Chores, EndWithTheRunTheyBeganIn) {
     for (const std::string line : {"'kw x", "'url x.org", "'new", "'pr x", "'signoff", "'closeaol"})
         for (const auto moment : {0ms, 199ms}) { // in the message, or in a wait after it

@@ -62,6 +62,9 @@ TEST_F(LineFilesTest, RowsGoBesideAFileThatStaysUnreadable) {
     lineFiles.savelines(path, list);
     EXPECT_EQ(machine.dataFile("notes"), "one\r\nof another day\r\nthree\r\nfour\r\n");
     EXPECT_FALSE(machine.files.exists(machine.drive("data/notes.rescued")));
+    machine.writeDataFile("notes", "by hand\r\n" + machine.dataFile("notes"));
+    save("five");
+    EXPECT_TRUE(machine.dataFile("notes").ends_with("\r\nfive\r\nby hand\r\n"));
 }
 
 TEST_F(LineFilesTest, AMissingFileIsAnEmptyOne) {

@@ -27,7 +27,9 @@ TEST_F(RefreshTest, BringsInWhatHasComeAndTakesOutWhatHasGone) {
     machine.song("rock", "c.mp3");
     machine.song("rock", "d.mp3");
     machine.song("rock/below", "e.mp3");
+    machine.state().playlistView.choose(0);
     EXPECT_EQ(machine.answer("'ref"), "list refreshed - added <b>2</b> new songs");
+    EXPECT_EQ(machine.state().playlistView.currentIndex(), -1);
     EXPECT_EQ(machine.titles(), (Lines{"a.mp3", "b.mp3", "c.mp3", "d.mp3"}));
     EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "4 files");
     EXPECT_EQ(machine.trayEntry("mp3z"), "view 4 files");
@@ -159,28 +161,12 @@ TEST_F(RefreshTest, RunsAtStartWhenTheOwnerWantsIt) {
     EXPECT_TRUE(machine.said().starts_with("load:")) << "and not what the refresh has found";
 }
 
-TEST_F(RefreshTest, OfOneDirectoryLooksBelowIt) {
-    addFile("pop", "0.mp3");
-    addFile("pop/live", "l.mp3");
-    machine.song("pop/live", "new.mp3");
-    machine.song("rock", "unseen.mp3");
-    removeFile("pop/live/l.mp3");
-    EXPECT_EQ(machine.answer("'ref LIVE"), "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories");
-    EXPECT_EQ(machine.titles(), (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3"}));
-    EXPECT_EQ(machine.trayEntry("mp3z"), "view 4 files");
-    EXPECT_EQ(machine.answer("'ref None such"), "<b>None such</b> not found");
-    machine.song("pop", "unseen.mp3");
-    machine.song("pop/live", "newer.mp3");
-    EXPECT_EQ(machine.answer("'ref \\pop"), "found <b>4</b> (<b>mp3</b>) in <b>2</b> directories");
-    EXPECT_EQ(machine.titles(),
-              (Lines{"0.mp3", "a.mp3", "b.mp3", "new.mp3", "newer.mp3", "unseen.mp3"}));
-}
-
-TEST_F(RefreshTest, OfSomeDirectoriesKeepsAllOthers) {
+TEST_F(RefreshTest, OfSomeDirectoriesLooksBelowThemAndKeepsAllOthers) {
     for (const char* place : {"queen", "queen live", "queen/old", "x/queen", "queen/.demos"})
         addFile(place, "1.mp3");
     addFile("queen", "gone.mp3");
     machine.song("x/queen", "new.mp3");
+    machine.song("rock", "unseen.mp3");
     removeFile("queen/gone.mp3");
     removeFile("queen live/1.mp3");
     machine.state().playlistView.choose(1);
@@ -189,7 +175,9 @@ TEST_F(RefreshTest, OfSomeDirectoriesKeepsAllOthers) {
               "found <b>4</b> (<b>mp3</b>) in <b>3</b> directories");
     EXPECT_EQ(machine.titles(),
               (Lines{"1.mp3", "1.mp3", "1.mp3", "1.mp3", "a.mp3", "b.mp3", "new.mp3"}));
-    EXPECT_EQ(machine.answer("'ref queen\\old"),
+    EXPECT_EQ(machine.trayEntry("mp3z"), "view 7 files");
+    EXPECT_EQ(machine.answer("'ref None such"), "<b>None such</b> not found");
+    EXPECT_EQ(machine.answer("'ref QUEEN\\Old"),
               "found <b>1</b> (<b>mp3</b>) in <b>1</b> directories");
     EXPECT_EQ(machine.answer("'next"), "next:  <b>6</b>.  b") << "the row in play is kept";
 }
