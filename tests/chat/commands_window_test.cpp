@@ -22,18 +22,6 @@ TEST(CommandsWindow, ShowsTheFormsUnderTheTriggerOfTheMoment) {
     EXPECT_EQ(names.count(), last + 1);
 }
 
-TEST(CommandsWindow, ShowsTheCommandsAgainAfterSongsToChooseFrom) {
-    VirtualMachine machine({"a1.mp3", "a2.mp3"});
-    machine.owner("'play a");
-    Window& larkmain = machine.window("larkmain");
-    for (const auto& [line, showsSongs] : {std::pair("'view", true), {"'coms", false}}) {
-        machine.owner(line);
-        EXPECT_EQ(isShown(larkmain, larkmain.control("choiceList")), showsSongs);
-        EXPECT_EQ(isShown(larkmain, larkmain.control("commandNames")), !showsSongs);
-        EXPECT_EQ(isShown(larkmain, larkmain.control("commandText")), !showsSongs);
-    }
-}
-
 TEST(CommandsWindow, HelpsWithTheSelectedCommandAndCloses) {
     VirtualMachine machine(Lines{});
     Window& larkmain = machine.window("larkmain");

@@ -1,4 +1,4 @@
-// Moderation as its owner sees it, in the room of his own and in that of a chat client.
+// Moderation as its owner sees it, in the room of a chat client and in his own.
 #include "app/program.h"
 #include "host/window_tree/host_wait.h"
 #include "support/own_room_machine.h"
@@ -6,111 +6,82 @@
 #include "support/talk.h"
 
 #include <algorithm>
-#include <functional>
-#include <memory>
 
 namespace larkspin {
 namespace {
 
-// A room whose owner is signed on as "Owner".
-struct Place {
-    std::shared_ptr<VirtualMachine> machine;
-    std::function<void(const std::string& name)> comeIn;
-    std::function<void(bool)> setOwned;
-    std::function<bool(const std::string& name)> ignores;
-    double press = 0; // seconds that it takes to act on somebody
-};
+// The client's room, which is the owner's.
+struct HisRoom : VirtualMachine {
+    explicit HisRoom(const Lines& people = {"Owner", "Bob", "<b>ann", "zoe x"}) {
+        host.ownsRoom = true;
+        start();
+        host.people = people;
+    }
+    bool ignores(const std::string& name) { return std::ranges::count(host.ignored, name) == 1; }
+    // What comes of a line, with what happens in the middle of the first message.
+    std::string answerAmid(const std::string& line, const Task& meanwhile) {
+        inMessage("<b>", meanwhile);
+        return answer(line);
+    }
+    double seconds(const std::string& line) {
+        const auto before = loop.now();
+        answer(line);
+        return std::chrono::duration<double>(loop.now() - before).count();
+    }
 
-Place ownPlace() {
-    const auto m = std::make_shared<OwnRoomMachine>();
-    return {m, [m](const auto& name) { m->own.comeIn(name); },
-            [m](bool owned) { m->own.owned = owned; },
-            [m](const auto& name) { return m->own.isIgnored(name); }};
-}
-
-struct Client : VirtualMachine {
     PretendHost host{*this};
 };
 
-Place clientsPlace() {
-    const auto m = std::make_shared<Client>();
-    return {m, [m](const auto& name) { m->host.people.push_back(name); },
-            [m](bool owned) { m->host.ownsRoom = owned; },
-            [m](const auto& name) { return std::ranges::count(m->host.ignored, name) == 1; }, 0.06};
-}
-
-class ModerationTest : public testing::TestWithParam<Place (*)()> {
-protected:
-    ModerationTest() {
-        place.setOwned(true);
-        m.start();
-        for (const char* name : {"Bob", "<b>ann", "zoe x"})
-            place.comeIn(name);
-    }
-    // Of the owner's line, with what happens in the middle of the first message.
-    std::string answer(const std::string& line, const Task& meanwhile) {
-        m.inMessage("<b>", meanwhile);
-        return m.answer(line);
-    }
-    double seconds(const std::string& line) {
-        const auto before = m.loop.now();
-        m.answer(line);
-        return std::chrono::duration<double>(m.loop.now() - before).count();
-    }
-
-    const Place place = GetParam()();
-    VirtualMachine& m = *place.machine;
-};
-
-INSTANTIATE_TEST_SUITE_P(, ModerationTest, testing::Values(&ownPlace, &clientsPlace),
-                         [](const auto& made) { return made.index == 0 ? "Own" : "Client"; });
-
-TEST_P(ModerationTest, SparesNobodyWhoseNameHoldsTheFragment) {
+TEST(Moderation, SparesNobodyWhoseNameHoldsTheFragment) {
+    HisRoom m;
     converse(m, {Turn("'x B", "<b>Bob</b>, ignored bastard\n<b><b>ann</b>, ignored bastard"),
                  Turn("'unx ann", "<b><b>ann</b>, unignored bastard"),
                  Turn({"'x owner", "'ban owner"}, ""),
                  Turn({"'x nobody", "'ban nobody", "'unban o"}, "fag not found"),
                  Turn("'ban e x", "<b>zoe x</b>, ejected bastard"),
                  Turn("'unx ", "<b>Bob</b>, unignored bastard\n<b><b>ann</b>, unignored bastard")});
-    place.setOwned(false);
+    m.host.ownsRoom = false;
     converse(m, {Turn({"'ban b", "'unban z"}, "you aren't the owner, dumbass")});
-    place.setOwned(true);
+    m.host.ownsRoom = true;
     converse(m, {Turn("'unban ", "<b>zoe x</b>, unbanned bastard"),
                  Turn("'silent", "silent mode - <b>on"),
                  Turn({"'x nobody", "'ban ann", "'x bob"}, "")});
-    EXPECT_TRUE(place.ignores("Bob"));
-    EXPECT_FALSE(place.ignores("zoe x"));
+    EXPECT_TRUE(m.ignores("Bob"));
+    EXPECT_FALSE(m.ignores("zoe x"));
 }
 
-TEST_P(ModerationTest, TakesAThousandPeople) {
+TEST(Moderation, TakesAThousandPeople) {
+    HisRoom m;
     for (int number = 0; number < 1000; ++number)
-        place.comeIn("guest " + std::to_string(number));
-    EXPECT_NEAR(seconds("'x o"), 0.9 + 2 * place.press, 0.001); // the owner as well
-    EXPECT_NEAR(seconds("'x guest"), 300 + 1000 * place.press, 0.01);
-    EXPECT_TRUE(place.ignores("guest 999"));
+        m.host.people.push_back("guest " + std::to_string(number));
+    EXPECT_NEAR(m.seconds("'x o"), 0.9 + 2 * 0.06, 0.001); // the owner as well
+    EXPECT_NEAR(m.seconds("'x guest"), 300 + 1000 * 0.06, 0.01);
+    EXPECT_TRUE(m.ignores("guest 999"));
     EXPECT_EQ(m.room.lines.size(), 1000u);
 }
 
-TEST_P(ModerationTest, ACommandThatComesMeanwhileRunsAfterwards) {
-    EXPECT_EQ(answer("'x b",
-                     [&] {
-                         for (const char* line : {"'ban ann", "'trig?", "'unban a", "'x bob"})
-                             m.owner(line);
-                     }),
+TEST(Moderation, ACommandThatComesMeanwhileRunsAfterwards) {
+    HisRoom m;
+    EXPECT_EQ(m.answerAmid("'x b",
+                           [&] {
+                               for (const char* line : {"'ban ann", "'trig?", "'unban a", "'x bob"})
+                                   m.owner(line);
+                           }),
               "<b>Bob</b>, ignored bastard\nyour trigger is '\n<b><b>ann</b>, ignored bastard\n"
               "<b><b>ann</b>, ejected bastard\n<b><b>ann</b>, unbanned bastard\n"
               "<b>Bob</b>, ignored bastard");
-    answer("'x bob", [&] {
+    m.answerAmid("'x bob", [&] {
         for (int time = 0; time < 1000; ++time)
             m.owner("'x bob");
     });
     EXPECT_EQ(m.room.lines.size(), 65u);
 }
 
-TEST_P(ModerationTest, EndsWithTheRun) {
+TEST(Moderation, EndsWithTheRun) {
+    HisRoom m;
     m.owner("'ban bob");
     m.owner("'ban zoe");
-    answer("'unban ", [&] {
+    m.answerAmid("'unban ", [&] {
         m.owner("'ban bob");
         m.program->restart();
         m.owner("'x nobody");
@@ -121,14 +92,15 @@ TEST_P(ModerationTest, EndsWithTheRun) {
                  Turn("'unban ", "<b><b>ann</b>, unbanned bastard")});
     m.loop.once(0ms, [&] { m.program->restart(); }); // before anything is done
     m.owner("'x ann", 1s);
-    EXPECT_FALSE(place.ignores("<b>ann"));
+    EXPECT_FALSE(m.ignores("<b>ann"));
 }
 
-TEST_P(ModerationTest, EndsWithTheProcess) {
+TEST(Moderation, EndsWithTheProcess) {
+    HisRoom m;
     m.inMessage("<b>Bob", [&] { m.program->end(); });
     EXPECT_FALSE(m.owner("'x "));
-    EXPECT_TRUE(place.ignores("Bob"));
-    EXPECT_FALSE(place.ignores("zoe x"));
+    EXPECT_TRUE(m.ignores("Bob"));
+    EXPECT_FALSE(m.ignores("zoe x"));
 }
 
 TEST(Moderation, HitsNobodyInThePlaceOfOneWhoHasGone) {
@@ -148,10 +120,7 @@ TEST(Moderation, HitsNobodyInThePlaceOfOneWhoHasGone) {
 }
 
 TEST(Moderation, PressesTheClientsButtons) {
-    Client m;
-    m.host.ownsRoom = true;
-    m.start();
-    m.host.people = {"Owner", "ann", "", "bob"};
+    HisRoom m({"Owner", "ann", "", "bob"});
     const HostHandle button = m.host.host.findRoomIcon("Ignor*");
     m.loop.once(45ms, [&] { EXPECT_TRUE(m.host[button].isHeld); });
     converse(m, {Turn("'x ann", "<b>ann</b>, ignored bastard"),
@@ -161,12 +130,9 @@ TEST(Moderation, PressesTheClientsButtons) {
 }
 
 TEST(Moderation, EndsAtAButtonThatNeverComes) {
-    Client m;
-    m.host.ownsRoom = true;
-    m.start();
+    HisRoom m({"Owner", "ann", "bob", "eve"});
     for (const char* button : {"Ignor*", "Allo*"})
         m.host.remove(m.host.host.findRoomIcon(button));
-    m.host.people = {"Owner", "ann", "bob", "eve"};
     m.host.ejected = {"cid", "dan"};
     const auto before = m.loop.now();
     converse(m, {Turn({"'x ", "'unban "}, "")});
@@ -184,9 +150,7 @@ TEST(Moderation, EndsAtAButtonThatNeverComes) {
 
 // In the question whether he owns the room, or in the way to those who were put out.
 TEST(Moderation, EndsWithTheRunInASearchForAButton) {
-    Client m;
-    m.host.ownsRoom = true;
-    m.start();
+    HisRoom m;
     m.host.ejected = {"ann"};
     m.host.remove(m.host.host.findRoomIcon("Ejecte*"));
     for (int more = 0; more < 40; ++more)

@@ -12,15 +12,10 @@ class OwnRoomMachine : public VirtualMachine {
 public:
     OwnRoomMachine() { host = &own; }
 
-    struct Room : OwnRoom {
-        using OwnRoom::OwnRoom;
-        bool ownerMayEject() override { return owned; }
-        bool owned = true;
-    };
-    Room own{lines,
-             "Owner",
-             {[this](const ChatLine& line) { see(line); },
-              [this](const std::string& text) { seen_ += "[room] " + text + '\n'; }}};
+    OwnRoom own{lines,
+                "Owner",
+                {[this](const ChatLine& line) { see(line); },
+                 [this](const std::string& text) { seen_ += "[room] " + text + '\n'; }}};
 
     // What the owner sees of it, a line each.
     std::string seenOf(const std::function<void()>& action) {
