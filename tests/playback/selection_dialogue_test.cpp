@@ -143,8 +143,9 @@ TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
         for (const auto& [opening, end] : cases) {
             SCOPED_TRACE(opening);
             Rides machine;
-            machine.says({"'shuffle", "'num 1", "'play ride", opening});
+            machine.says({"'shuffle", "'num 1", "'play ride", opening, "'play ride"});
             EXPECT_FALSE(machine.state().Timer1.enabled());
+            machine.owner(opening);
             if (!plays)
                 machine.player.Stop();
             const std::size_t songs = machine.player.opened.size();

@@ -93,6 +93,8 @@ TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
                        Turn("'num 2", "playing:  <b>2</b>.  c (<b>.wav</b>)"),
                        Turn("'delete", "deleted:  <b>c</b>  (<b>.wav</b>)")});
     EXPECT_EQ(machine.state().masterIndex(), -1) << "it was the last row";
+    converse(machine,
+             {Turn("'rnd", "random:  <b>1</b>.  a"), Turn("'delete", "deleted:  <b>a</b> ")});
 }
 
 // What the owner does before he deletes b.mp3, and what is left of the list then, whichever row

@@ -94,11 +94,15 @@ TEST(TransportButtons, OpenAFileThatIsOnNoList) {
     EXPECT_EQ(machine.saidWithin(11s), Lines{"repeat:  Found"});
     machine.owner("'media");
     machine.work({{"playButton", ""}, {"playButton", "", "a.mp3"}, {"'pause", "paused:  a"}});
-    machine.owner("'shuffle");
-    std::filesystem::remove(machine.disk.path() / "music/rock/a.mp3");
     machine.dialogs.whileOpen = [] {};
     machine.dialogs.answers = {machine.drive("music/new/Found.wav")};
     machine.work({{"openButton", "playing:  Found", "Found.wav"}, // the mark of the pause stands
+                  {"'cont", "continuous play - <b>on"}});
+    EXPECT_EQ(machine.saidWithin(11s), Lines{"next:  <b>1</b>.  a"});
+    machine.work({{"'pause", "already paused you dumbass"}, {"'shuffle", "shuffled play - <b>on"}});
+    std::filesystem::remove(machine.disk.path() / "music/rock/a.mp3");
+    machine.dialogs.answers = {machine.drive("music/new/Found.wav")};
+    machine.work({{"openButton", "playing:  Found", "Found.wav"},
                   {"nextButton", machine.notFound(), "Found.wav"}});
     EXPECT_EQ(machine.player.PlayState(), PlayState::paused) << "as marked until now";
 }

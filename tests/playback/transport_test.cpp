@@ -179,6 +179,8 @@ TEST(Transport, AnOvertakenRandomStartLeavesNothingBehind) {
                 EXPECT_EQ(machine.player.PlayState() == PlayState::playing, plays);
                 EXPECT_EQ(machine.state().playMark == playingMark, plays);
                 EXPECT_EQ(machine.state().Timer1.enabled(), plays);
+                if (plays)
+                    EXPECT_EQ(machine.answer("'next"), "next:  <b>1</b>.  a");
             }
         }
     }
