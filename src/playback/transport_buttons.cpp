@@ -86,8 +86,7 @@ void TransportButtons::playLast() {
     }
     transport_.start({.song = song,
                       .position = SongStart::Position::leftAlone,
-                      .count = SongStart::Count::stored,
-                      .isRemembered = false}); // it is stored already
+                      .count = SongStart::Count::stored});
 }
 
 void TransportButtons::openFile() {

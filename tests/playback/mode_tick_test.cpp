@@ -161,6 +161,9 @@ TEST(ModeTick, CountsASongThatEndsWithoutAModeOnce) {
     machine.start();
     EXPECT_EQ(machine.said(), "load:  <b>2</b> - mp3s played:  <b>2</b>");
     EXPECT_EQ(machine.state().playtz, "played 2 times");
+    machine.says({"'shuffle", "'num 1", "'clearpl"});
+    EXPECT_EQ(machine.saidWithin(12s), Lines{"no mp3s found, retard"});
+    EXPECT_EQ(machine.setting("played"), "3") << "though nothing follows";
 }
 
 // The owner's line comes in the middle of the tick's message.

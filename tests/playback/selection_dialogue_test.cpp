@@ -38,14 +38,15 @@ TEST(SelectionDialogue, RecitesTheHitsAndTakesANumber) {
     EXPECT_EQ(machine.loop.now() - before, 1800ms);
     EXPECT_FALSE(machine.stops().visible);
     EXPECT_EQ(machine.state().choiceList.currentIndex(), 2);
+    converse(machine, {Turn({"'m 4", "'m 0", "'m -1", "'m -0", "'m 0.5", "'m 3.5", "'m 99",
+                             "'m 99999999999999999999"},
+                            "invalid number stupid, choose again"),
+                       Turn({"'m ride", "'m ", "'m 1e0", "'m 0x1", "'m \u0663"},
+                            "finish choosing your selection, dumbass"),
+                       Turn("'m  2 ", "playing choice:  " + second + " (<b>.wav</b>)")});
+    EXPECT_EQ(machine.title(), commandsNormal);
     converse(machine,
-             {Turn({"'m 4", "'m 0", "'m -1", "'m -0", "'m 0.5", "'m 3.5", "'m 99",
-                    "'m 99999999999999999999"},
-                   "invalid number stupid, choose again"),
-              Turn({"'m ride", "'m ", "'m 1e0", "'m 0x1", "'m \u0663"},
-                   "finish choosing your selection, dumbass"),
-              Turn("'m  2 ", "playing choice:  " + second + " (<b>.wav</b>)"),
-              Turn({"'yes", "'no", "'view", "'cancel", "'m 1"}, ""),
+             {Turn({"'yes", "'no", "'view", "'cancel", "'m 1"}, ""),
               Turn("'pause", "paused:  ride b"), Turn("'next", "next:  <b>2</b>.  ride a")});
 }
 
@@ -61,6 +62,9 @@ TEST(SelectionDialogue, EndsWithoutASong) {
               Turn("'view", "viewing multiple choices"), Turn({"'no", "'yes"}, ""),
               Turn("'cancel", "selection cancelled"), Turn({"'cancel", "'m 1"}, ""),
               Turn("'next", "next:  <b>1</b>.  other")});
+    converse(machine, {Turn("'play ride", question), Turn("'yes", recital),
+                       Turn("'num 1", startOther), Turn("'m 1", ""), Turn("'play ride", question),
+                       Turn("'yes", recital), Turn("'cancel", "selection cancelled")});
     EXPECT_EQ(machine.title(), commandsNormal);
 }
 
@@ -110,9 +114,14 @@ TEST(SelectionDialogue, LeadsFromTheCommandsBackToTheChoices) {
     EXPECT_TRUE(machine.shows("choiceList"));
     machine.owner("'coms");
     EXPECT_EQ(machine.answer("'no"), "selection will not be scrolled");
+    EXPECT_FALSE(machine.stops().visible);
     machine.says({"'play ride", "'view", "'play other"});
     EXPECT_FALSE(machine.larkmain().visible);
     EXPECT_EQ(machine.title(), commandsNormal);
+    machine.says({"'play ride", "'view"});
+    press(machine.larkmain(), "closeLabel");
+    converse(machine, {Turn({"'yes", "'no", "'view"}, "")});
+    EXPECT_EQ(machine.state().playlistView.currentIndex(), 0) << "the song in play";
 }
 
 TEST(SelectionDialogue, KeepsTheChoicesWhenTheFileIsGone) {
@@ -135,6 +144,7 @@ TEST(SelectionDialogue, HoldsTheShuffleMeanwhile) {
         {"'yes", say("'m 1")},
         {"'yes", say("'play oth")},
         {"'yes", say("'rnd")},
+        {"'view", say("'rnd")},
         {"'view", [](Rides& m) { press(m.larkmain(), "closeLabel"); }},
         {"'view", [](Rides& m) { m.pickInWindow(0); }},
         {"'view", say("'play x")},

@@ -80,7 +80,10 @@ struct SongFilesTest : testing::Test {
 TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(machine.answer("'delete"), noSong);
     machine.says({"'cont", "'num 2"});
+    machine.state().playedMemory.add("a.mp3");
+    machine.player.closing = 3s;
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
+    EXPECT_TRUE(machine.state().playedMemory.empty());
     EXPECT_EQ(machine.saidWithin(400s), Lines{}) << "nothing follows";
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
     EXPECT_EQ(machine.disk.read("share/Trash/files/b.mp3"), "sound");
@@ -146,6 +149,12 @@ TEST_F(SongFilesTest, TheRowOfAChoiceGoesAndThePlaceInTheListStays) {
     machine.restart();
     machine.says({"'play", "'count b ", "'delete"});
     EXPECT_EQ(machine.answer("'pre"), "previous:  <b>1</b>.  a") << "from the row after it";
+    for (const char* opening : {"'view", "'yes"}) { // whose choices go with the song in play
+        startAnew();
+        machine.says({"'num 1", "'play ", opening, "'delete"});
+        EXPECT_FALSE(machine.window("larkmain").visible);
+        EXPECT_EQ(machine.answer("'m 2"), "");
+    }
 }
 
 // A full disk, a disk that can't be read: which song is in play is known without it.
@@ -195,6 +204,8 @@ TEST_F(SongFilesTest, AFileFromDiskInPlaySavesTheSongBeforeIt) {
     machine.click("mp3s", "openButton");
     converse(machine, {Turn("'info", "song:  other"), Turn("'delete", noSong)});
     EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3", "c.wav"}));
+    clickRename(1, "d");
+    EXPECT_EQ(machine.answer("'play"), "playing temp:  d");
 }
 
 // The message tells of the new song, and what is typed in it is about that one.
@@ -209,7 +220,7 @@ TEST_F(SongFilesTest, ASongIsInPlayFromItsOpeningOn) {
 
 TEST_F(SongFilesTest, RenameCarriesRowAndCountAlong) {
     EXPECT_EQ(machine.answer("'rename x"), "what the fuck are you gonna rename, stupid?");
-    machine.owner("'num 2");
+    machine.says({"'num 2", "'count a  "});
     EXPECT_EQ(machine.answer("'rename Me.mp3"), "rename current song to:  <b>Me.mp3");
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock", "Me.mp3.mp3 rock"}));
@@ -408,6 +419,7 @@ TEST_F(SongFilesTest, TheDeleteKeyAsksFirst) {
     machine.owner("'num 1");
     strikeDelete(1, "no");
     EXPECT_EQ(machine.lastBox(), "do you really wanna delete b?");
+    EXPECT_EQ(machine.state().masterIndex(), 1);
     EXPECT_EQ(files(), (Lines{"a.mp3", "b.mp3", "c.wav"}));
     strikeDelete(1, "yes");
     EXPECT_EQ(machine.allSaid(), Lines{});
@@ -450,6 +462,7 @@ TEST_F(SongFilesTest, ASongOfThatNameElsewhereIsNotTheOneInPlay) {
     clickRename(0, "d");
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
     EXPECT_EQ(machine.answer("'info"), "song:  a");
+    EXPECT_EQ(machine.state().resumeIndex, "0");
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "d.mp3 pop"}));
     strikeDelete(1, "yes");
     EXPECT_EQ(machine.player.PlayState(), PlayState::playing);

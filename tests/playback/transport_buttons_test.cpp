@@ -99,6 +99,8 @@ TEST(TransportButtons, OpenAFileThatIsOnNoList) {
     machine.work({{"openButton", "playing:  Found", "Found.wav"}, // the mark of the pause stands
                   {"'cont", "continuous play - <b>on"}});
     EXPECT_EQ(machine.saidWithin(11s), Lines{"next:  <b>1</b>.  a"});
+    machine.work({{"'pause", "already paused you dumbass"}, {"'repeat", "repeat - <b>on"}});
+    EXPECT_EQ(machine.saidWithin(100s), Lines{"repeat:  a"});
     machine.work({{"'pause", "already paused you dumbass"}, {"'shuffle", "shuffled play - <b>on"}});
     std::filesystem::remove(machine.disk.path() / "music/rock/a.mp3");
     machine.dialogs.answers = {machine.drive("music/new/Found.wav")};
