@@ -72,7 +72,6 @@ void SongPlayer::begin(SongFile file) {
     duration_ = position_ = 0;
     seeking_ = seekDone_ = 0;
     sounded_ = lostOutput_ = displaced_ = false;
-    fault_ = {};
     file_ = std::move(file);
     if (!wishes_.hasFile)
         return;
@@ -117,7 +116,6 @@ OpenedSong SongPlayer::openMidi() {
 // Every song is opened paused: its rate can be set once it is known to be seekable, and no
 // moment of it sounds at another rate.
 void SongPlayer::load() {
-    seekable_ = prerolled_ = moving_ = playing_ = false;
     fault_ = SongFault::noSound; // unless it turns out to have another one
     rate_ = 1;
     output_.attach(playbin_.get(), wishes_.title);
@@ -247,10 +245,8 @@ void SongPlayer::readPosition() {
 
 // An output that broke doesn't tell any more how far the song is.
 void SongPlayer::reckonPosition() {
-    const double known = position_;
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - readAt_;
-    readPosition();
-    if (playing_ && position_ == known)
+    if (playing_)
         position_ += passed.count() * rate_;
     if (duration_ > 0)
         position_ = std::min(position_, duration_);
@@ -276,8 +272,7 @@ void SongPlayer::handleError(GstMessage* message) {
     }
     reckonPosition();
     displaced_ = position_ > 0;
-    sounded_ |= output_.hasSounded();
-    clear();
+    finish(phase_);
     output_.lose(std::exchange(lostOutput_, true));
     load();
 }

@@ -32,16 +32,8 @@ GstItemRef<GstCaps> capsOf(const SoundFormat& format) {
 
 } // namespace
 
-// When the next frame is heard.
-GstClockTime SoundSource::now() const {
-    return begin_ +
-           gst_util_uint64_scale_int(static_cast<guint64>(frame_), GST_SECOND, format_.rate);
-}
-
 // Tells what comes next: the song's format may change within it.
 void SoundSource::announce(GstElement* source) {
-    begin_ = now();
-    frame_ = 0;
     format_ = reader_->format();
     g_object_set(source, "caps", capsOf(format_).get(), nullptr);
 }
@@ -65,10 +57,9 @@ void SoundSource::feed(GstElement* source, guint, gpointer self) {
 gboolean SoundSource::move(GstElement*, guint64 time, gpointer self) {
     SoundSource& source = *static_cast<SoundSource*>(self);
     const double target = seconds(static_cast<gint64>(time));
-    if (time != source.now()) // as it is at the song's begin
+    if (time != source.now_) // as it is at the song's begin
         source.reader_->seek(target);
-    source.begin_ = time;
-    source.frame_ = 0;
+    source.now_ = time;
     return TRUE;
 }
 
@@ -84,9 +75,10 @@ void SoundSource::push(GstElement* source) {
         announce(source);
     const GstItemRef<GstBuffer> buffer(
         gst_buffer_new_memdup(samples.data(), samples.size() * sizeof(float)));
-    GST_BUFFER_PTS(buffer.get()) = now();
-    frame_ += static_cast<std::int64_t>(samples.size()) / format_.channels;
-    GST_BUFFER_DURATION(buffer.get()) = now() - GST_BUFFER_PTS(buffer.get());
+    const guint64 frames = samples.size() / static_cast<std::size_t>(format_.channels);
+    GST_BUFFER_PTS(buffer.get()) = now_;
+    GST_BUFFER_DURATION(buffer.get()) = gst_util_uint64_scale_int(frames, GST_SECOND, format_.rate);
+    now_ += GST_BUFFER_DURATION(buffer.get());
     g_signal_emit_by_name(source, "push-buffer", buffer.get(), &result);
 }
 

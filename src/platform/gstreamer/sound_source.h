@@ -20,12 +20,10 @@ private:
     static gboolean move(GstElement*, guint64 time, gpointer self);
     void push(GstElement* source);
     void announce(GstElement* source);
-    GstClockTime now() const;
 
     std::unique_ptr<SoundReader> reader_;
-    SoundFormat format_{.rate = 1}; // of what was pushed last
-    GstClockTime begin_ = 0;        // when that format began
-    std::int64_t frame_ = 0;        // of those since then, to be read next
+    SoundFormat format_;   // of what was pushed last
+    GstClockTime now_ = 0; // when the next frame is heard
 };
 
 } // namespace larkspin

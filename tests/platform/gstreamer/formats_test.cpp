@@ -78,7 +78,8 @@ TEST_F(FormatsTest, SoundAsTheyWereMadeFromAnyMomentOn) {
 TEST_F(FormatsTest, ThatAreChainedAreOneSong) {
     made({"one.ogg", "vorbisenc ! oggmux"});
     made({"two.ogg", "audio/x-raw,rate=48000,channels=2 ! vorbisenc ! oggmux"});
-    disk.write("three.ogg", disk.read("one.ogg") + disk.read("two.ogg") + disk.read("one.ogg"));
+    const std::string one = disk.read("one.ogg"), two = disk.read("two.ogg");
+    disk.write("three.ogg", one + two + one);
     PlayerControl player(loop, playing(recordingSink()), tell);
     EXPECT_TRUE(isPlayedToItsEnd(player, drive("three.ogg")));
     EXPECT_NEAR(player.Duration(), 12, 0.1);
@@ -97,10 +98,23 @@ TEST_F(FormatsTest, ThatAreChainedAreOneSong) {
         EXPECT_NEAR(measured(rest, 0, 0.45).frequency, 441, 2);
         EXPECT_NEAR(measured(rest, 0.55, 1.5).frequency, 882, 2);
     }
+    // At a large file there is only a look here and there.
+    std::string holed = one, many;
+    holed.insert(one.size() * 3 / 4, 1 << 20, 'P');
+    while (many.size() <= holed.size())
+        many += one;
+    const auto copies = static_cast<double>(many.size() / one.size());
+    for (const auto& [bytes, seconds] : {std::pair(holed + two, 8.0), {many, 4 * copies}}) {
+        disk.write("large.ogg", bytes);
+        player.Open(drive("large.ogg"));
+        EXPECT_TRUE(comesTrue([&] { return player.Duration() > 0; }));
+        EXPECT_NEAR(player.Duration(), seconds, seconds / 50);
+    }
 }
 
 TEST_F(FormatsTest, WithPicturesAndTagsInFrontPlayAtAnyTempo) {
-    const std::string picture(100'000, 'x'), tag("ID3\3\0\0\0\0\7\x68", 10); // a thousand bytes
+    const std::string picture(100'000, 'x'), tag("ID3\4\0\x10\0\0\7\x68", 10), // a thousand bytes
+        foot("3DI\4\0\x10\0\0\7\x68", 10);
     PlayerControl player(loop, playing(recordingSink()), tell);
     player.setRate(2);
     for (const Format& format :
@@ -111,8 +125,9 @@ TEST_F(FormatsTest, WithPicturesAndTagsInFrontPlayAtAnyTempo) {
         std::string bytes = disk.read(format.name);
         if (bytes.starts_with("fLaC")) // a block of kind 6, with its length in three bytes
             bytes.insert(4 + 4 + 34, "\6\1\x86\xA0" + picture);
-        disk.write(format.name,
-                   bytes.starts_with("OggS") ? bytes : tag + std::string(1000, '\0') + bytes);
+        disk.write(format.name, bytes.starts_with("OggS")
+                                    ? bytes
+                                    : tag + std::string(1000, '\0') + foot + bytes);
         EXPECT_TRUE(isPlayedToItsEnd(player, drive(format.name)));
         EXPECT_NEAR(player.Duration(), 4, 0.06);
         const auto samples = recordedSamples();

@@ -90,7 +90,7 @@ TEST(MidiFile, RefusesWhatIsNoSong) {
         {"a head alone", file({})},
         {"no note", file({trackEnd})},
         {"silent notes", file({"\0\x90\x45\0"s + pause96})},
-        {"a wait of five bytes", file({"\x80\x80\x80\x80\0"s + note.substr(1) + pause96})},
+        {"a wait of too many bytes", file({"\x80\x80\x80\x80"s + note.substr(1) + pause96})},
         {"a text without a length", file({"\0\xFF\1\x80\x80\x80\x80"s + note + pause96})},
         {"a long text without one", file({"\0\xF0\x80\x80\x80\x80"s + note + pause96})},
         {"no status byte", file({"\0\x45\x7F\0\x45\0"s})},
