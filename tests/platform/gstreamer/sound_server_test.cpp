@@ -5,6 +5,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 
 namespace larkspin {
 namespace {
@@ -63,15 +64,36 @@ struct SoundServerTest : RecordingTest {
 
     // Within the last quarter of a second.
     Sound heard() const {
-        const auto samples = recordedSamples();
-        return measured(samples, std::max(measured(samples).seconds - 0.25, 0.0));
+        constexpr std::size_t most = recordedRate / 4;
+        const std::size_t all = fs::file_size(disk.path() / "sound") / 2,
+                          count = std::min(all, most);
+        std::vector<std::int16_t> samples(count);
+        std::ifstream(disk.path() / "sound")
+            .seekg(static_cast<std::streamoff>((all - count) * 2))
+            .read(reinterpret_cast<char*>(samples.data()), static_cast<std::streamsize>(count * 2));
+        return measured(samples);
     }
+    bool isHeard(double frequency) const { return std::abs(heard().frequency - frequency) < 3; }
     bool hears(double frequency) {
-        return comesInTime([&] { return std::abs(heard().frequency - frequency) < 3; }, 2ms);
+        return comesInTime([&] { return isHeard(frequency); }, 2ms);
+    }
+    // The tone from that place on, which lasts for two seconds: it sounds again when a busy machine
+    // has missed it.
+    bool hearsFrom(double place, double frequency, PlayerControl& player, const std::string& path) {
+        double position = 10;
+        return comesInTime(
+            [&] {
+                if (position > place + 1.4) {
+                    player.Open(path);
+                    player.setCurrentPosition(place);
+                }
+                position = player.CurrentPosition();
+                return isHeard(frequency);
+            },
+            2ms);
     }
     bool hearsNothing() {
-        return comesInTime([&] { return recordedSamples().size() > 0 && heard().amplitude < 0.01; },
-                           2ms);
+        return comesInTime([&] { return heard().amplitude < 0.01; }, 2ms);
     }
 
     static constexpr auto npos = std::string::npos;
@@ -97,11 +119,9 @@ TEST_F(SoundServerTest, EachKindOfSongIsHeardAsItWasMade) {
           {"a.aiff", "avmux_aiff"}}) {
         SCOPED_TRACE(name);
         EXPECT_TRUE(makeTones(disk.path() / name, encoder));
-        player.Open(drive(name));
-        EXPECT_TRUE(hears(441));
+        EXPECT_TRUE(hearsFrom(0, 441, player, drive(name)));
         EXPECT_NEAR(heard().amplitude, 0.75, 0.04);
-        player.setCurrentPosition(2.5);
-        EXPECT_TRUE(hears(882));
+        EXPECT_TRUE(hearsFrom(2.2, 882, player, drive(name)));
         player.Stop();
         EXPECT_TRUE(hearsNothing());
     }
@@ -139,7 +159,8 @@ TEST_F(SoundServerTest, ASongGoesOnWhenTheServerIsBack) {
     player.Play();
     EXPECT_TRUE(hears(441));
     EXPECT_NEAR(player.CurrentPosition(), place, 2);
-    EXPECT_EQ(childProcesses().size(), before.size() + 3) << "nothing is left of the others";
+    EXPECT_TRUE(comesInTime([&] { return childProcesses().size() == before.size() + 3; }, 100ms))
+        << "nothing is left of the others";
     EXPECT_EQ(lost, "");
 }
 
