@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
     larkspin::addRefreshWorks();
     larkspin::addScanWorks();
     larkspin::addSongWorks();
+    larkspin::addGapWorks();
     larkspin::addTerminalWorks();
     larkspin::addIrcWorks();
     larkspin::addDesktopWorks();

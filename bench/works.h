@@ -47,6 +47,7 @@ void addChatWorks();
 void addRefreshWorks();
 void addScanWorks();
 void addSongWorks();
+void addGapWorks();
 void addTerminalWorks();
 void addIrcWorks();
 void addDesktopWorks();
