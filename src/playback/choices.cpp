@@ -34,6 +34,11 @@ void Choices::replace(const std::string& title) {
     state_.choiceList.add(title);
 }
 
+void Choices::take(const std::string& title) {
+    replace(title);
+    state_.choiceList.setCurrentIndex(0);
+}
+
 void Choices::clear() {
     state_.choiceList.clear();
     stopListening();

@@ -26,8 +26,10 @@ public:
 
     // A started song becomes the only entry, unless the owner has yet to choose.
     void offer(const std::string& title);
-    // The same in any case: the owner, or chance, has chosen.
+    // The same in any case: the owner has chosen.
     void replace(const std::string& title);
+    // The same for a song that was picked at random, which also becomes the current entry.
+    void take(const std::string& title);
     // None: there is no song to work on.
     void clear();
 

@@ -42,6 +42,7 @@ void LastSong::follow(const Song& song) {
 }
 
 void LastSong::forget() {
+    isInHand_ = false;
     state_.play.clear();
     settings_.put("play", "");
 }

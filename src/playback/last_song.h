@@ -24,10 +24,11 @@ public:
     // the player has let go of it, or a file from disk has been opened since.
     std::optional<Song> inHand() const;
 
-    void take(const Song& song);   // the song last started is this one from now on
-    void follow(const Song& song); // its file has got another name
+    void take(const Song& song);           // the song last started is this one from now on
+    void takeAgain() { isInHand_ = true; } // the same song is started once more
+    void follow(const Song& song);         // its file has got another name
     void letGo() { isInHand_ = false; }
-    void forget(); // its file, which the player has let go of, is gone
+    void forget(); // its file is gone
 
 private:
     AppState& state_;

@@ -48,6 +48,11 @@ public:
     virtual void setRate(double rate) = 0;  // 1.0 is normal; 0 or less is ignored; survives Open
     virtual void setVolume(int volume) = 0; // hundredths of a decibel, 0 is loudest, -3000 faint
     virtual void setMute(bool mute) = 0;    // independent of the volume
+
+    // The control's own bars and panels, and its size in twips (1/1440 inch). A player that
+    // has none ignores both.
+    virtual void setOwnControlsVisible(bool visible) = 0;
+    virtual void setSize(int width, int height) = 0;
 };
 
 } // namespace larkspin

@@ -89,6 +89,7 @@ std::string ModeTick::repeatSong() {
                           .position = SongStart::Position::leftAlone,
                           .choices = SongStart::Choices::leftAlone,
                           .count = SongStart::Count::leftAlone,
+                          .isRemembered = false,
                           .endsPause = false,
                           .tempTitle = temp,
                           .whenOpened = [this] { state_.playMark = playingMark; }});

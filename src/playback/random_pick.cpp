@@ -31,7 +31,7 @@ bool RandomPick::offerRow(int index, const Task& atEachTry) {
     if (atEachTry)
         atEachTry();
     const std::string title = songOfRow(state_.masterList.currentRow()).title();
-    choices_.replace(title);
+    choices_.take(title);
     if (state_.playedMemory.contains(title))
         return false;
     state_.playedMemory.add(title);

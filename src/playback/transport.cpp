@@ -20,6 +20,10 @@ namespace larkspin {
 
 namespace {
 
+// The media control's own size, in twips.
+constexpr int controlWidth = 3855;
+constexpr int controlHeight = 625;
+
 // How long a player is waited for that doesn't let go of its file.
 constexpr auto longestRelease = std::chrono::seconds(5);
 constexpr double releaseInterval = 0.02; // seconds between two looks
@@ -107,6 +111,7 @@ void Transport::tempp3() {
            .message = "playing temp:  " + song.name,
            .position = SongStart::Position::leftAlone,
            .count = SongStart::Count::leftAlone,
+           .isRemembered = false,
            .notFound = "not found, refresh the directory (" + song.directory + ")",
            .whenOpened = [&] { counters_.show(counters_.count(song.title()) + 1); }});
 }
@@ -127,6 +132,7 @@ void Transport::openFromDisk(const std::string& path) {
            .position = SongStart::Position::leftAlone,
            .choices = SongStart::Choices::leftAlone,
            .count = SongStart::Count::leftAlone,
+           .isRemembered = false,
            .endsPause = false,
            .sendsVolume = false,
            .tempTitle = song.title(),
@@ -151,6 +157,8 @@ Transport::Outcome Transport::startPicked(const std::function<bool(const StillWa
 void Transport::takeBackPick() {
     if (const auto song = lastSong_.inHand())
         choices_.replace(song->title());
+    else
+        choices_.clear();
 }
 
 // A start waits twice: while the disk is asked for the file, and while the message is said. Another
@@ -182,6 +190,7 @@ Transport::Outcome Transport::begin(const SongStart& start, unsigned turn) {
         return Outcome::overtaken;
     if (start.afterMessage)
         start.afterMessage();
+    dressplayer();
     state_.playMark = playingMark;
     place(start.position);
     showCount(start);
@@ -237,8 +246,18 @@ void Transport::openFile(const SongStart& start) {
 // Done before the message, since what comes in during the message is about this song.
 void Transport::noteOpened(const SongStart& start) {
     state_.tempTitle = start.tempTitle;
-    if (start.tempTitle.empty())
+    if (!start.tempTitle.empty())
+        return;
+    if (start.isRemembered)
         lastSong_.take(start.song);
+    else
+        lastSong_.takeAgain();
+}
+
+// The player shows none of its own controls.
+void Transport::dressplayer() {
+    player_.setOwnControlsVisible(false);
+    player_.setSize(controlWidth, controlHeight);
 }
 
 void Transport::place(SongStart::Position position) {
@@ -283,6 +302,7 @@ void Transport::releasesong() {
     state_.playMark = idleMark;
     player_.Stop();
     player_.Open("");
+    dressplayer();
     const Nanoseconds latest = loop_.now() + longestRelease;
     const auto nothingStarted = [this] { return state_.playMark == idleMark; };
     while (nothingStarted() && player_.PlayState() != PlayState::closed && loop_.now() < latest)

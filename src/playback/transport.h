@@ -52,7 +52,8 @@ struct SongStart {
     Position position = Position::kept;
     Choices choices = Choices::offered;
     Count count = Count::coming;
-    bool endsPause = true; // takes away the mark of a pause, without a call of the player
+    bool isRemembered = true; // as the list song last started, in the settings
+    bool endsPause = true;    // takes away the mark of a pause, without a call of the player
     bool sendsVolume = true;
     std::string tempTitle = {}; // of a file that is no list song; such a file isn't looked for
     std::string notFound = {};  // what is said when the file is gone; empty for the usual
@@ -142,6 +143,7 @@ private:
     void place(SongStart::Position position);
     void showCount(const SongStart& start);
     void settleChoices(SongStart::Choices choices, const std::string& title);
+    void dressplayer();
     std::string currentName() const;
 
     AppState& state_;

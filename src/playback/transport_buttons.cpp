@@ -40,10 +40,7 @@ void TransportButtons::nextAtRandom() {
             return randomPick_.randompick(stillWanted, [this] { choices_.closeselection(); });
         },
         [this] {
-            // The mark of a pause may also stand while a song plays. If the start finds no file,
-            // that song then stays paused.
-            if (state_.pauseMark == pausedMark)
-                player_.Pause();
+            endPause();
             SongStart start = currentRow();
             start.choices = SongStart::Choices::leftAlone; // the pick has taken their place
             return start;
@@ -84,9 +81,11 @@ void TransportButtons::playLast() {
         dialogs_.box("nothing to play dumbass");
         return;
     }
+    endPause();
     transport_.start({.song = song,
                       .position = SongStart::Position::leftAlone,
-                      .count = SongStart::Count::stored});
+                      .count = SongStart::Count::stored,
+                      .isRemembered = false}); // it is stored already
 }
 
 void TransportButtons::openFile() {
@@ -103,6 +102,15 @@ void TransportButtons::openFile() {
 
 SongStart TransportButtons::currentRow() const {
     return {.song = songOfRow(state_.masterList.currentRow()), .count = SongStart::Count::stored};
+}
+
+// The mark of a pause may also stand while a song plays. If the start finds no file, that song then
+// stays paused.
+void TransportButtons::endPause() {
+    if (state_.pauseMark != pausedMark)
+        return;
+    state_.pauseMark = unpausedMark;
+    player_.Pause();
 }
 
 } // namespace larkspin

@@ -35,6 +35,7 @@ public:
 private:
     SongStart currentRow() const;
     void nextAtRandom();
+    void endPause();
 
     AppState& state_;
     Dialogs& dialogs_;

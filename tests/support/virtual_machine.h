@@ -196,6 +196,8 @@ public:
     void setRate(double rate) override;
     void setVolume(int v) override { volume = v; }
     void setMute(bool m) override { mute = m; }
+    void setOwnControlsVisible(bool) override {}
+    void setSize(int, int) override {}
 
     std::map<std::string, double> lengths; // seconds, by drive path
     std::vector<std::string> opened;

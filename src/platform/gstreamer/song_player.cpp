@@ -272,6 +272,7 @@ void SongPlayer::handleError(GstMessage* message) {
     }
     reckonPosition();
     displaced_ = position_ > 0;
+    sounded_ |= output_.hasSounded(); // nothing of the song may be left to sound
     finish(phase_);
     output_.lose(std::exchange(lostOutput_, true));
     load();

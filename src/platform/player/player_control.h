@@ -55,6 +55,8 @@ public:
     void setRate(double rate) override;
     void setVolume(int volume) override;
     void setMute(bool mute) override;
+    void setOwnControlsVisible(bool) override {}
+    void setSize(int, int) override {}
 
 private:
     void takeFile(std::chrono::milliseconds patience);
