@@ -1,6 +1,7 @@
 #include "support/made_songs.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <numbers>
@@ -93,9 +94,15 @@ bool makeTones(const std::filesystem::path& path, const std::string& encoder) {
     const std::filesystem::path wav = path.native() + ".wav";
     if (!writeWav(wav, tone(441, 2) + tone(882, 2)))
         return false;
+    const bool isCommand = encoder.find("$in") != encoder.npos;
     const bool isMade =
-        makeFile("filesrc location=\"" + wav.native() +
-                 "\" ! wavparse ! audioconvert ! audioresample ! " + encoder + intoFile(path));
+        isCommand
+            ? std::system(
+                  ("in='" + wav.native() + "' out='" + path.native() + "'; " + encoder).c_str()) ==
+                  0
+            : makeFile("filesrc location=\"" + wav.native() +
+                       "\" ! wavparse ! audioconvert ! audioresample ! " + encoder +
+                       intoFile(path));
     std::filesystem::remove(wav);
     return isMade;
 }

@@ -10,8 +10,8 @@ namespace larkspin {
 // is in seconds; packed ones come out up to a tenth longer. False when GStreamer can't make it.
 bool makeSong(const std::filesystem::path& path, double seconds);
 
-// The same tone for two seconds, and one of 882 Hz for two more, through such an encoder (a part of
-// a GStreamer launch line).
+// The same tone for two seconds, and one of 882 Hz for two more, through such an encoder: a part of
+// a GStreamer launch line, or a command that makes $out from $in, which is a WAV file.
 bool makeTones(const std::filesystem::path& path, const std::string& encoder);
 
 std::string littleEndian(long number, int size); // in so many bytes, the lowest first

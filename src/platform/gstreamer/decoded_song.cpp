@@ -1,8 +1,8 @@
 #include "platform/gstreamer/decoded_song.h"
 
-#include "platform/gstreamer/adts_reader.h"
 #include "platform/gstreamer/chain_reader.h"
 #include "platform/gstreamer/libav_reader.h"
+#include "platform/gstreamer/marked_reader.h"
 
 namespace larkspin {
 
@@ -22,10 +22,12 @@ OpenedSong openOgg(const SongFile& file) {
 OpenedSong openDecoded(const SongFile& file, SongKind kind) {
     if (kind == SongKind::ogg)
         return openOgg(file);
-    if (kind == SongKind::adts)
-        return AdtsReader::open(file, [&file](std::uint64_t place) {
-            return openWithLibav({file, place, file.size() - place}, SongKind::adts);
-        });
+    const bool isMusepack = kind == SongKind::musepack7 || kind == SongKind::musepack8;
+    if (kind == SongKind::adts || isMusepack)
+        return MarkedReader::open(
+            isMusepack ? musepackMarks(file) : adtsMarks(file), [&file, kind](std::uint64_t place) {
+                return openWithLibav({file, place, file.size() - place}, kind);
+            });
     return openWithLibav({file}, kind);
 }
 

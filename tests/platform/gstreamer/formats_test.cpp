@@ -31,12 +31,12 @@ struct FormatsTest : RecordingTest {
 constexpr const char* plainAac = "avenc_aac ! aacparse ! audio/mpeg,stream-format=adts";
 constexpr const char* stereo96 = "audio/x-raw,format=S24LE,rate=96000,channels=2 ! flacenc";
 constexpr FormatsTest::Format formats[] = {
-    {"a.flac", "flacenc"},
+    {"a.flac", "flac -s -o $out $in"},
     {"deep.flac", stereo96},
     {"six.flac", "audio/x-raw,channels=6,channel-mask=(bitmask)0x3f ! flacenc", 0.62},
-    {"a.ogg", "vorbisenc ! oggmux"},
+    {"a.ogg", "oggenc -Q -o $out $in"},
     {"a.oga", "flacenc ! flacparse ! oggmux"},
-    {"a.opus", "opusenc ! oggmux"},
+    {"a.opus", "opusenc --quiet $in $out 2>&1"},
     {"long.opus", "audio/x-raw,channels=2 ! opusenc frame-size=60 bitrate-type=vbr ! oggmux"},
     {"a.m4a", "avenc_aac ! aacparse ! mp4mux"},
     {"six.m4a", "audio/x-raw,channels=6,channel-mask=(bitmask)0x3f ! avenc_aac ! aacparse ! mp4mux",
@@ -44,6 +44,7 @@ constexpr FormatsTest::Format formats[] = {
     {"lossless.m4a", "avenc_alac ! mp4mux"},
     {"a.aac", plainAac},
     {"a.wv", "wavpackenc"},
+    {"a.mpc", "mpcenc --silent $in $out 2>&1"},
     {"a.aiff", "avmux_aiff"},
     {"deep.aif", "audio/x-raw,format=S16BE,rate=96000 ! avmux_aiff"},
 };

@@ -177,6 +177,24 @@ TEST_F(TerminalTest, PlaysWhatItHasFoundAndComesBackWithIt) {
     EXPECT_EQ(setting("tempo"), "150");
 }
 
+TEST_F(TerminalTest, PlaysEachKindOfSongToItsEndAndCountsIt) {
+    std::filesystem::create_directory(disk.path() / "Music");
+    const std::vector<std::string> names = {"1.mp3",  "2.wav", "3.wma", "4.mid", "5.flac", "6.ogg",
+                                            "7.opus", "8.m4a", "9.aac", "a.wv",  "b.aiff"};
+    for (const std::string& name : names)
+        ASSERT_TRUE(makeSong(disk.path() / "Music" / name, 0.2));
+    auto child = running();
+    child->tell("'filter any\n'scan ~/Music\n'transfer\n'cont\n'num 1");
+    for (const std::string& name : names)
+        expectSaid(*child, {">.  " + name.substr(0, 1)});
+    expectSaid(*child, {"next:  <b>1</b>."});
+    child->tell("'exit");
+    EXPECT_EQ(child->ends(patience), 0);
+    for (const std::string& name : names)
+        EXPECT_NE(disk.read("larkspin/played.ini").find("\n" + name + "=1\r\n"), std::string::npos)
+            << name;
+}
+
 TEST_F(TerminalTest, EndSignalsSaveWithoutAWord) {
     for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
         SCOPED_TRACE(signal);
