@@ -137,7 +137,11 @@ TEST_F(PlayerProcessTest, EndsAfterAMinuteOfRestAndNotBefore) {
     startLong(player);
     player.Pause();
     pass(300s);
-    EXPECT_NE(newChild(before), 0); // a paused song is no rest
+    const pid_t paused = newChild(before);
+    EXPECT_NE(paused, 0); // a paused song is no rest
+    int asleep = 0;       // one look after the other
+    EXPECT_TRUE(
+        comesTrue([&] { return (asleep = stateOf(paused) == 'S' ? asleep + 1 : 0) == 20; }));
     startLong(player);
     player.Stop();
     pass(62s);
