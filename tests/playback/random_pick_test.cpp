@@ -56,6 +56,9 @@ TEST(RandomPick, GivesEachSongThatIsLeftTheSameChance) {
         for (int row = 0; row < 8; ++row)
             EXPECT_NEAR(picked[row], row < left ? 4000 / left : 0, row < left ? 100 : 0) << row;
     }
+    machine.loop.post([&] { machine.state().playedMemory.clear(); }); // before the first try
+    machine.program->playback.randomPick.randompick([] { return true; });
+    EXPECT_EQ(machine.state().playedMemory.count(), 1);
     AppState& state = machine.state();
     std::set<std::string> meetings; // of remembered songs among the hits of a search
     for (int turn = 0; turn < 400; ++turn) {

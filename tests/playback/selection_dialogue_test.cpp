@@ -62,9 +62,12 @@ TEST(SelectionDialogue, EndsWithoutASong) {
               Turn("'view", "viewing multiple choices"), Turn({"'no", "'yes"}, ""),
               Turn("'cancel", "selection cancelled"), Turn({"'cancel", "'m 1"}, ""),
               Turn("'next", "next:  <b>1</b>.  other")});
-    converse(machine, {Turn("'play ride", question), Turn("'yes", recital),
-                       Turn("'num 1", startOther), Turn("'m 1", ""), Turn("'play ride", question),
-                       Turn("'yes", recital), Turn("'cancel", "selection cancelled")});
+    converse(machine,
+             {Turn("'play ride", question), Turn("'yes", recital), Turn("'num 1", startOther),
+              Turn("'m 1", ""), Turn("'play ride", question), Turn("'yes", recital),
+              Turn("'play other", "playing:  <b>1</b>.  <b><u>other</b></u>"), Turn("'m 1", ""),
+              Turn("'play ride", question), Turn("'yes", recital),
+              Turn("'cancel", "selection cancelled")});
     EXPECT_EQ(machine.title(), commandsNormal);
 }
 

@@ -79,11 +79,12 @@ struct SongFilesTest : testing::Test {
 
 TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     EXPECT_EQ(machine.answer("'delete"), noSong);
-    machine.says({"'cont", "'num 2"});
+    machine.says({"'cont", "'num 2", "'pause"});
     machine.state().playedMemory.add("a.mp3");
     machine.player.closing = 3s;
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
     EXPECT_TRUE(machine.state().playedMemory.empty());
+    EXPECT_EQ(machine.state().pauseMark, unpausedMark);
     EXPECT_EQ(machine.saidWithin(400s), Lines{}) << "nothing follows";
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
     EXPECT_EQ(machine.disk.read("share/Trash/files/b.mp3"), "sound");
@@ -416,7 +417,7 @@ TEST_F(SongFilesTest, AChoiceOpenedWhileThePlayerLetsGoStaysOpen) {
 TEST_F(SongFilesTest, TheDeleteKeyAsksFirst) {
     strikeDelete(noRow, "yes");
     EXPECT_EQ(machine.lastBox(), "") << "no row is current";
-    machine.owner("'num 1");
+    machine.says({"'cont", "'num 1"});
     strikeDelete(1, "no");
     EXPECT_EQ(machine.lastBox(), "do you really wanna delete b?");
     EXPECT_EQ(machine.state().masterIndex(), 1);
@@ -427,7 +428,8 @@ TEST_F(SongFilesTest, TheDeleteKeyAsksFirst) {
     EXPECT_EQ(rows(), (Lines{"a.mp3 rock", "c.wav rock"}));
     EXPECT_EQ(machine.window("mp3s").control("fileCountLabel").text(), "2 files");
     EXPECT_EQ(counts(), "a.mp3=2\r\n");
-    EXPECT_EQ(machine.player.PlayState(), PlayState::playing);
+    EXPECT_EQ(machine.saidWithin(180s), Lines{"next:  <b>1</b>.  a"}) << "the mode goes on";
+    machine.owner("'num 1");
     machine.files.refusesMoves = true;
     strikeDelete(0, "yes");
     EXPECT_EQ(machine.lastBox(), "couldn't delete a.mp3" + refused);
