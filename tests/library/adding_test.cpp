@@ -84,6 +84,10 @@ TEST_F(AddingTest, ADirectoryByItsNameOrThatOfAFileInIt) {
     for (const std::string& named : {std::string(), rock + "\\gone\\x.mp3", std::string("gone")})
         choose("adir", {named});
     EXPECT_EQ(machine.loop.now(), begin) << "nothing is there, and no splash";
+    machine.slowDisk.spans[rock] = 1min;
+    choose("adir", {rock});
+    EXPECT_EQ(machine.lastBox(), "couldn't look into " + rock + ":  the disk doesn't answer");
+    machine.slowDisk.spans.clear();
     EXPECT_EQ(machine.state().playedMemory.count(), 1);
     for (const std::string& named : {rock, rock + "\\", rock + "\\b.wav", rock + "\\Path"}) {
         machine.loop.once(100ms, [&] {
