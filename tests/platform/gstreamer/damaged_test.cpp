@@ -30,6 +30,10 @@ struct DamagedSongs : RealPlayer {
         song(name, 2);
         return disk.read(name);
     }
+    std::string musepack() {
+        EXPECT_TRUE(makeTones(disk.path() / "whole.mpc", "mpcenc --silent $in $out 2>&1"));
+        return disk.read("whole.mpc");
+    }
     // In two tracks, with an instrument and a tempo.
     static std::string manyNotes() {
         std::string notes("\0\xC0\5\0\xFF\x51\3\x05\0\0\0\xB0\7\x60", 14);
@@ -122,7 +126,7 @@ TEST_F(DamagedSongs, LeaveTheProgramAsItWasAndTheNextSongPlays) {
         {".mp3", made("whole.mp3")},   {".wav", made("whole.wav")},   {".wma", made("whole.wma")},
         {".mid", manyNotes()},         {".flac", made("whole.flac")}, {".ogg", made("whole.ogg")},
         {".opus", made("whole.opus")}, {".m4a", made("whole.m4a")},   {".aac", made("whole.aac")},
-        {".wv", made("whole.wv")},     {".aiff", made("whole.aiff")}};
+        {".wv", made("whole.wv")},     {".aiff", made("whole.aiff")}, {".mpc", musepack()}};
     const auto filesBefore = descriptors();
     const long memoryBefore = residentKilobytes();
     for (const auto& [type, whole] : wholeSongs) {
