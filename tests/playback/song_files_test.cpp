@@ -84,6 +84,7 @@ TEST_F(SongFilesTest, DeletePutsTheSongInPlayIntoTheWastebasket) {
     machine.player.closing = 3s;
     EXPECT_EQ(machine.answer("'delete"), "deleted:  <b>b</b> ");
     EXPECT_TRUE(machine.state().playedMemory.empty());
+    EXPECT_EQ(machine.setting("play"), "") << "also for a run after a crash";
     EXPECT_EQ(machine.state().pauseMark, unpausedMark);
     EXPECT_EQ(machine.saidWithin(400s), Lines{}) << "nothing follows";
     EXPECT_EQ(machine.player.PlayState(), PlayState::closed);
