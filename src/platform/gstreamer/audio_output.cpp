@@ -69,6 +69,13 @@ void AudioOutput::attach(GstElement* pipeline, const std::string& title) {
     g_object_set(pipeline, "audio-sink", watched(sink), nullptr);
 }
 
+void AudioOutput::setLoudness(double amplitude, bool mute) {
+    amplitude_ = amplitude;
+    mute_ = mute;
+    if (volume_)
+        g_object_set(volume_.get(), "volume", amplitude_, "mute", gboolean{mute_}, nullptr);
+}
+
 void AudioOutput::lose(bool takeSilence) {
     attached_ = false;
     takeSilence_ = takeSilence;
@@ -78,17 +85,22 @@ bool AudioOutput::holds(GstObject* element) const {
     return bin_ && gst_object_has_as_ancestor(element, GST_OBJECT(bin_.get()));
 }
 
-// Puts the sink into a bin, so that a message from any part of the sink is known by the bin around
-// it.
+// Puts the sink into a bin with what makes it loud or soft, so that a message from any part of the
+// sink is known by the bin around it.
 GstElement* AudioOutput::watched(GstElement* sink) {
     GstElement* const bin = gst_bin_new(nullptr);
-    gst_bin_add(GST_BIN(bin), sink);
+    GstElement* const volume = gst_element_factory_make("volume", nullptr);
+    gst_bin_add_many(GST_BIN(bin), volume, sink, nullptr);
+    gst_element_link(volume, sink);
+    volume_.reset(GST_ELEMENT(gst_object_ref(volume)));
+    setLoudness(amplitude_, mute_);
     const GstRef<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
     const int kinds = GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM |
                       GST_PAD_PROBE_TYPE_EVENT_FLUSH;
     gst_pad_add_probe(pad.get(), static_cast<GstPadProbeType>(kinds), note, this, nullptr);
     new LargeChunks(pad.get()); // NOLINT: the pad deletes it
-    gst_element_add_pad(bin, gst_ghost_pad_new("sink", pad.get()));
+    const GstRef<GstPad> entry(gst_element_get_static_pad(volume, "sink"));
+    gst_element_add_pad(bin, gst_ghost_pad_new("sink", entry.get()));
     bin_.reset(GST_ELEMENT(gst_object_ref_sink(bin)));
     return bin;
 }

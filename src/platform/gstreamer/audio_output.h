@@ -19,6 +19,9 @@ public:
     // a mixer shows: only larkspin's own, whatever stands in the file.
     void attach(GstElement* pipeline, const std::string& title);
 
+    // Of all songs, by ourselves: the volume that a sound server keeps for us is the owner's.
+    void setLoudness(double amplitude, bool mute);
+
     // The output broke. The next `attach` looks for a device anew, or takes silence at once. A
     // device that needs a new socket can't be found any more by then.
     void lose(bool takeSilence);
@@ -44,7 +47,9 @@ private:
     bool attached_ = false;
     bool takeSilence_ = false;
     bool silent_ = false;
-    GstRef<GstElement> bin_; // the one in use
+    GstRef<GstElement> bin_, volume_; // those in use
+    double amplitude_ = 1;
+    bool mute_ = false;
     std::atomic<bool> sounded_ = false, atEnd_ = false;
     std::string title_; // changes only while no song is at work
     bool isTitleTold_ = false, tellsTitle_ = false;

@@ -18,7 +18,7 @@ GstRef<GstElement> makePlaybin() {
     if (!playbin)
         return nullptr;
     gst_object_ref_sink(playbin);
-    gst_util_set_object_arg(G_OBJECT(playbin), "flags", "audio+soft-volume");
+    gst_util_set_object_arg(G_OBJECT(playbin), "flags", "audio");
     return GstRef<GstElement>(playbin);
 }
 
@@ -50,8 +50,7 @@ void SongPlayer::handleMessages() {
 
 void SongPlayer::wish(const PlayerWishes& wishes, SongFile file) {
     wishes_ = wishes;
-    if (playbin_)
-        applyLoudness();
+    output_.setLoudness(wishes_.volume, wishes_.mute);
     if (wishes_.song != song_)
         begin(std::move(file));
     drive();
@@ -60,11 +59,6 @@ void SongPlayer::wish(const PlayerWishes& wishes, SongFile file) {
 bool SongPlayer::drop() {
     finish(SongPhase::ended);
     return isDown();
-}
-
-void SongPlayer::applyLoudness() {
-    g_object_set(playbin_.get(), "volume", wishes_.volume, "mute",
-                 static_cast<gboolean>(wishes_.mute), nullptr);
 }
 
 void SongPlayer::begin(SongFile file) {

@@ -32,7 +32,6 @@ public:
     bool isPlaying() const { return playing_ && phase_ == SongPhase::open; }
 
 private:
-    void applyLoudness();
     void begin(SongFile file);
     bool openSource();
     OpenedSong openMidi();

@@ -183,6 +183,25 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
     EXPECT_EQ(player.PlayState(), PlayState::playing);
 }
 
+TEST_F(SoundServerTest, EachSongIsAsLoudAsTheLastWhateverTheMixerShows) {
+    startServer();
+    listensTo("first");
+    PlayerControl player(loop, onDevice(), tell);
+    player.setVolume(-602);                       // half the amplitude
+    for (const char* name : {"a.wav", "b.wav"}) { // one over the other
+        player.Open(song(name, 60));
+        EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > 1; }, 2ms));
+        EXPECT_TRUE(hears(441));
+        EXPECT_NEAR(heard().amplitude, 0.375, 0.02);
+        EXPECT_NE(asks({"list", "sink-inputs"}).find(" 100% "), npos);
+    }
+    player.setMute(true);
+    EXPECT_TRUE(hearsNothing());
+    player.Open(song("c.wav", 60));
+    EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > 1; }, 2ms));
+    EXPECT_TRUE(hearsNothing());
+}
+
 TEST_F(SoundServerTest, ASongFollowsTheDefaultDeviceUnderItsName) {
     startServer();
     listensTo("first");
