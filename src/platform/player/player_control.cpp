@@ -217,11 +217,16 @@ bool PlayerControl::isHarmed() const {
 }
 
 // Only another process can open a device again, since the old one is confined. The song goes on
-// there.
+// there. One that has ended meanwhile stays with the process that knows of that.
 void PlayerControl::takeDevice() {
+    listen();
+    if (isResting()) {
+        scout_.end();
+        return;
+    }
     keepPosition();
     line_.takeOver(scout_.line());
-    if (!isResting() && line_.hasFile())
+    if (line_.hasFile())
         goOnFromPosition();
 }
 

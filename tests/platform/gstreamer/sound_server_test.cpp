@@ -164,6 +164,17 @@ TEST_F(SoundServerTest, ASongGoesOnWhenTheServerIsBack) {
     EXPECT_EQ(lost, "");
 }
 
+TEST_F(SoundServerTest, ASongThatEndsWhileADeviceIsLookedForIsOver) {
+    PlayerControl player(loop, onDevice(), tell);
+    player.Open(song("a.wav", 4));
+    EXPECT_TRUE(comesInTime([&] { return told == silently; }, 2ms));
+    startServer();
+    pass(250ms); // the next look begins
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+    pass(250ms); // and has found it by now
+    EXPECT_EQ(player.PlayState(), PlayState::stopped);
+}
+
 TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
     startServer();
     listensTo("first");
