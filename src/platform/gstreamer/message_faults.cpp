@@ -34,9 +34,11 @@ SongFault faultAfter(GstMessage* message, SongFault soFar) {
         return g_error_matches(error.get(), domain, code);
     };
     const bool isMissing = is(GST_CORE_ERROR, GST_CORE_ERROR_MISSING_PLUGIN),
+               isText = is(GST_STREAM_ERROR, GST_STREAM_ERROR_WRONG_TYPE) &&
+                        std::string_view(GST_MESSAGE_SRC_NAME(message)).starts_with("decodebin"),
                isUnknown = is(GST_STREAM_ERROR, GST_STREAM_ERROR_TYPE_NOT_FOUND) &&
                            GST_MESSAGE_SRC_NAME(message) == "typefind"sv;
-    return isMissing ? soFar : isUnknown ? SongFault::noMedia : SongFault::damaged;
+    return isMissing ? soFar : isText || isUnknown ? SongFault::noMedia : SongFault::damaged;
 }
 
 } // namespace larkspin

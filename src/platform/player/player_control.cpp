@@ -310,10 +310,10 @@ void PlayerControl::takeStart() {
         }
         return;
     }
-    if (line_.usesDevice())
+    if (line_.isForDevice())
         scout_.begin();
     // There may be another one in place of one that was lost: the scout finds that out.
-    if (!line_.usesDevice() || !line_.hadDevice())
+    if (!line_.isForDevice() || !line_.hadDevice())
         tellOnce(noDevice);
 }
 

@@ -46,9 +46,10 @@ public:
     bool isTaken() const { return report_.song == wishes_.song; }
     bool isFirstSong() const { return firstSong_ == wishes_.song; }
     bool isOpen() const { return isTaken() && report_.phase == SongPhase::open; }
-    bool hadDevice() const { return hadDevice_; } // at some time
-    // Whether the sound goes to a device, or is to.
-    bool usesDevice() const { return arguments_.empty() && sound_ == Sound::wanted; }
+    bool hadDevice() const { return hadDevice_; }           // at some time
+    bool isForDevice() const { return arguments_.empty(); } // else its sound goes elsewhere
+    // Whether the process is to use one.
+    bool usesDevice() const { return isForDevice() && sound_ == Sound::wanted; }
     // Whether the process is about to open a sound device, which a server that hangs holds up.
     bool opensDevice() const { return usesDevice() && isUp() && report_.start == startSteps - 1; }
 

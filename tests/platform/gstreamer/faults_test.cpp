@@ -35,6 +35,7 @@ TEST_F(FaultsTest, AreToldByWhatIsInTheFile) {
     const std::tuple<std::string, std::string, std::string> cases[] = {
         {"empty.mp3", "", "the file is empty"},
         {"text.mp3", "To do: buy strings, tune the piano.\n", "it is no media file"},
+        {"long.mp3", std::string(9000, 'x') + "\n", "it is no media file"},
         {"picture.mp3", made("png", picture + "pngenc snapshot=true"), "it is no media file"},
         {"video.mp4", made("mp4", picture + "jpegenc ! qtmux"), "there is no sound in it"},
         {"video.ogg", made("ogg", picture + "theoraenc ! oggmux"), "there is no sound in it"},
