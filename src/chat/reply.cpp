@@ -28,6 +28,10 @@ void Reply::saychat(std::string_view text) {
         sayAlways(text);
 }
 
+void Reply::tellOwner(const std::string& text) {
+    room_.tellOwner(text);
+}
+
 void Reply::sayAlways(std::string_view text) {
     room_.sendChatLine(styled(text));
 }

@@ -30,6 +30,9 @@ public:
     void sayOrBox(const std::string& text) { sayOrBox(text, text); }
     void sayOrBox(const std::string& said, const std::string& boxed);
 
+    // Shows a plain text to the owner alone, in silent mode too.
+    void tellOwner(const std::string& text);
+
     // Says the text also in silent mode. All else that comes in there stays silent.
     void sayAlways(std::string_view text);
 

@@ -55,6 +55,7 @@ public:
 
     std::string currentScreenName() override { return screenName_; }
     void sendChatLine(const std::string& line) override;
+    void tellOwner(const std::string& text) override { shown_.message(text); }
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
 

@@ -25,12 +25,12 @@ void SongFailures::tell() {
         return;
     state_.playMark = idleMark; // so that it isn't counted
     transport_.endPauseMark();
-    const std::string name = songOfPath(player_.FileName()).name,
-                      why = " can't be played" + (reason->empty() ? "" : ":  " + *reason);
+    const std::string text = songOfPath(player_.FileName()).name + " can't be played" +
+                             (reason->empty() ? "" : ":  " + *reason);
     if (state_.silnt)
-        addToBox(name + why);
+        addToBox(text);
     else
-        reply_.saychat("<b>" + name + "</b>" + why);
+        reply_.tellOwner(text);
 }
 
 void SongFailures::leaveOut() {

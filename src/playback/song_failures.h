@@ -1,5 +1,5 @@
-// Tells of a song that can't be played, once for each start. In silent mode that comes in a box,
-// which nothing waits for.
+// Tells the owner, not the room, of a song that can't be played, once for each start. In silent
+// mode that comes in a box, which nothing waits for.
 #pragma once
 
 #include "chat/core.h"
@@ -20,7 +20,7 @@ public:
           player_(player), transport_(transport) {}
 
     // To be called while no song plays. Says so if the player has given up the song, which then
-    // neither plays nor is paused. Saying it serves events.
+    // neither plays nor is paused.
     void tell();
 
     // The song that has been started just now has failed before, and that was told.

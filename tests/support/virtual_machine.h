@@ -108,12 +108,13 @@ public:
 
     std::string currentScreenName() override { return screenName; }
     void sendChatLine(const std::string& line) override;
+    void tellOwner(const std::string& text) override { told.push_back(text); }
     void clearChatInput() override { input.clear(); }
 
     std::string screenName = "Owner";
     std::string input = "half a line";
     bool open = true;
-    std::vector<std::string> lines;
+    std::vector<std::string> lines, told; // to the room, and to the owner alone
     // Happens in the middle of each message, when the program lets events run.
     std::function<void(const std::string& message)> inMessage;
 
