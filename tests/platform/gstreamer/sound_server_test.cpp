@@ -105,6 +105,10 @@ TEST_F(SoundServerTest, EachKindOfSongIsHeardAsItWasMade) {
     startServer();
     listensTo("first");
     PlayerControl player(loop, onDevice(), tell);
+    player.Open(song("a.mid", 4));
+    EXPECT_TRUE(hears(440));
+    player.Stop();
+    EXPECT_TRUE(hearsNothing());
     for (const auto& [name, encoder] :
          {std::pair("a.wav", "wavenc"),
           {"a.mp3", "lamemp3enc"},
@@ -116,6 +120,7 @@ TEST_F(SoundServerTest, EachKindOfSongIsHeardAsItWasMade) {
           {"lossless.m4a", "avenc_alac ! mp4mux"},
           {"a.aac", "avenc_aac ! aacparse ! audio/mpeg,stream-format=adts"},
           {"a.wv", "wavpackenc"},
+          {"a.mpc", "mpcenc --silent $in $out 2>&1"},
           {"a.aiff", "avmux_aiff"}}) {
         SCOPED_TRACE(name);
         EXPECT_TRUE(makeTones(disk.path() / name, encoder));
