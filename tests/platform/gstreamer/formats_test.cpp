@@ -72,6 +72,11 @@ TEST_F(FormatsTest, SoundAsTheyWereMadeFromAnyMomentOn) {
             EXPECT_NEAR(measured(rest).seconds, measured(whole).seconds - place, 0.01);
             EXPECT_NEAR(changeOf(rest), change - place, 0.01);
         }
+        player.setRate(2);
+        EXPECT_TRUE(isPlayedToItsEnd(player, path));
+        player.setRate(1);
+        EXPECT_NEAR(recordedSound().seconds, measured(whole).seconds / 2, 0.1);
+        EXPECT_NEAR(measured(recordedSamples(), 0.3, 0.7).frequency, 441, 15);
     }
 }
 
