@@ -29,7 +29,8 @@ void Reply::saychat(std::string_view text) {
 }
 
 void Reply::tellOwner(const std::string& text) {
-    room_.tellOwner(text);
+    if (!room_.tellOwner(text))
+        saychat(text);
 }
 
 void Reply::sayAlways(std::string_view text) {

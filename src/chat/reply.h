@@ -30,7 +30,8 @@ public:
     void sayOrBox(const std::string& text) { sayOrBox(text, text); }
     void sayOrBox(const std::string& said, const std::string& boxed);
 
-    // Shows a plain text to the owner alone, in silent mode too.
+    // Shows a plain text to the owner alone, in silent mode too. Where the client can't, it is said
+    // in the room: as a reply, so that it is never taken for an order.
     void tellOwner(const std::string& text);
 
     // Says the text also in silent mode. All else that comes in there stays silent.

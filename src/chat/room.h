@@ -16,9 +16,9 @@ public:
     // way. The line comes back through ChatLines like any other. Without a room nothing happens.
     virtual void sendChatLine(const std::string& line) = 0;
 
-    // Shows the owner alone what the program has to tell him beside the lines, where the client has
-    // a place for that. Elsewhere the room hears it.
-    virtual void tellOwner(const std::string& text) { sendChatLine(text); }
+    // Shows the owner alone what the program has to tell him beside the lines. False when the
+    // client has no place for that.
+    virtual bool tellOwner(const std::string&) { return false; }
 
     // Forgets what was said but is still on its way out: the owner has broken it off.
     virtual void dropUnsaid() {}

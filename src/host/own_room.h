@@ -55,7 +55,10 @@ public:
 
     std::string currentScreenName() override { return screenName_; }
     void sendChatLine(const std::string& line) override;
-    void tellOwner(const std::string& text) override { shown_.message(text); }
+    bool tellOwner(const std::string& text) override {
+        shown_.message(text);
+        return true;
+    }
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
 

@@ -137,6 +137,16 @@ TEST(ModeTick, TellsWhyASongCouldntBePlayedAndGoesOn) {
     }
 }
 
+// A song's name may look like an order, and what is said in the room comes back from there.
+TEST(ModeTick, TellsThatInTheRoomWhereNobodyCanBeToldAlone) {
+    VirtualMachine machine({"'volume 7.mp3"}, 100s);
+    machine.player.lengths.clear();
+    machine.room.tellsOwner = false;
+    machine.owner("'num 1", 1.9s);
+    EXPECT_EQ(machine.saidWithin(2s), Lines{"'volume 7 can't be played"});
+    EXPECT_EQ(machine.setting("volume"), "");
+}
+
 TEST(ModeTick, CountsASongThatEndsWithoutAModeOnce) {
     VirtualMachine machine({"a.mp3", "b.mp3"}, 10s);
     machine.owner("'num 1", 9s);

@@ -108,13 +108,17 @@ public:
 
     std::string currentScreenName() override { return screenName; }
     void sendChatLine(const std::string& line) override;
-    void tellOwner(const std::string& text) override { told.push_back(text); }
+    bool tellOwner(const std::string& text) override {
+        told.push_back(text);
+        return tellsOwner;
+    }
     void clearChatInput() override { input.clear(); }
 
     std::string screenName = "Owner";
     std::string input = "half a line";
     bool open = true;
     std::vector<std::string> lines, told; // to the room, and to the owner alone
+    bool tellsOwner = true;               // as far as the client can
     // Happens in the middle of each message, when the program lets events run.
     std::function<void(const std::string& message)> inMessage;
 

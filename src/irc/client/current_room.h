@@ -29,7 +29,7 @@ public:
 
     std::string currentScreenName() override { return here().currentScreenName(); }
     void sendChatLine(const std::string& line) override { here().sendChatLine(line); }
-    void tellOwner(const std::string& text) override { here().tellOwner(text); }
+    bool tellOwner(const std::string& text) override { return here().tellOwner(text); }
     void dropUnsaid() override { here().dropUnsaid(); }
     void clearChatInput() override { here().clearChatInput(); }
     void bringHostForward() override { here().bringHostForward(); }

@@ -86,7 +86,10 @@ public:
 
     std::string currentScreenName() override; // blank while in no room
     void sendChatLine(const std::string& line) override;
-    void tellOwner(const std::string& text) override { shown_.message(text); }
+    bool tellOwner(const std::string& text) override {
+        shown_.message(text);
+        return true;
+    }
     void dropUnsaid() override { session_.outgoing().drop(IrcOutgoing::Kind::said); }
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }

@@ -45,6 +45,7 @@ struct SoundServerTest : RecordingTest {
                           "module-native-protocol-unix", "-L", "module-null-sink sink_name=first",
                           "-L", "module-null-sink sink_name=second"});
         ASSERT_TRUE(comesTrue([&] { return asks({"info"}).find("Default Sink") != npos; }));
+        listensTo("first");
     }
     // What that device sounds is recorded from now on, until another one's is.
     void listensTo(const std::string& sink) {
@@ -103,7 +104,6 @@ struct SoundServerTest : RecordingTest {
 
 TEST_F(SoundServerTest, EachKindOfSongIsHeardAsItWasMade) {
     startServer();
-    listensTo("first");
     PlayerControl player(loop, onDevice(), tell);
     player.Open(song("a.mid", 4));
     EXPECT_TRUE(hears(440));
@@ -139,7 +139,6 @@ TEST_F(SoundServerTest, ASongGoesOnWhenTheServerIsBack) {
     EXPECT_TRUE(comesInTime([&] { return told == silently; }, 2ms));
     for (const char* all : {"", silently}) {
         startServer();
-        listensTo("first");
         EXPECT_TRUE(hears(441));
         EXPECT_EQ(told, std::string(silently) + all);
         const double place = player.CurrentPosition();
@@ -153,7 +152,6 @@ TEST_F(SoundServerTest, ASongGoesOnWhenTheServerIsBack) {
     player.Pause();
     const double place = player.CurrentPosition();
     startServer();
-    listensTo("first");
     EXPECT_TRUE(comesInTime(
         [&] {
             EXPECT_EQ(player.PlayState(), PlayState::paused);
@@ -182,7 +180,6 @@ TEST_F(SoundServerTest, ASongThatEndsWhileADeviceIsLookedForIsOver) {
 
 TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
     startServer();
-    listensTo("first");
     PlayerControl player(loop, onDevice(), tell);
     player.Open(song("a.wav", 60));
     EXPECT_TRUE(hears(441));
@@ -201,7 +198,6 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
 
 TEST_F(SoundServerTest, EachSongIsAsLoudAsTheLastWhateverTheMixerShows) {
     startServer();
-    listensTo("first");
     PlayerControl player(loop, onDevice(), tell);
     player.setVolume(-602);                       // half the amplitude
     for (const char* name : {"a.wav", "b.wav"}) { // one over the other
@@ -220,7 +216,6 @@ TEST_F(SoundServerTest, EachSongIsAsLoudAsTheLastWhateverTheMixerShows) {
 
 TEST_F(SoundServerTest, ASongFollowsTheDefaultDeviceUnderItsName) {
     startServer();
-    listensTo("first");
     PlayerControl player(loop, onDevice(), tell);
     player.Open(song("Night ride.wav", 60));
     EXPECT_TRUE(hears(441));
