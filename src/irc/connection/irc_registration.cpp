@@ -3,44 +3,26 @@
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
 #include "irc/protocol/sasl_plain.h"
-#include "text/parts.h"
-#include "text/typed_words.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace larkspin {
 
 namespace {
 
-constexpr const char* sasl = "sasl";
-constexpr const char* echo = "echo-message";
-constexpr const char* withoutAccount[] = {"multi-prefix", "server-time", echo};
-
 constexpr const char* userName = "larkspin";
 
-std::vector<std::string_view> wordsOf(std::string_view list) {
-    std::vector<std::string_view> words;
-    for (std::string_view word; !(word = takeWord(list)).empty();)
-        words.push_back(word);
-    return words;
-}
-
-// "sasl=EXTERNAL,PLAIN"; without a value any way may do.
-bool offersPlain(std::string_view capability) {
-    const std::string ways = ',' + std::string(partedAt(capability, '=').tail) + ',';
-    return ways == ",," || ways.find(",PLAIN,") != ways.npos;
-}
-
-bool isAmong(const std::vector<std::string>& names, std::string_view name) {
-    return std::ranges::find(names, name) != names.end();
+// Of the ways that are offered; without any named, every way may do.
+bool offersPlain(std::string_view ways) {
+    const std::string list = ',' + std::string(ways) + ',';
+    return list == ",," || list.find(",PLAIN,") != list.npos;
 }
 
 } // namespace
 
 IrcRegistration::IrcRegistration(IrcIdentity identity, bool encrypted, Send send, Tell tell)
     : identity_(std::move(identity)), send_(std::move(send)), tell_(std::move(tell)),
-      choice_(identity_.nick.empty() ? userName : identity_.nick) {
+      choice_(identity_.nick.empty() ? userName : identity_.nick), capabilities_(send_) {
     if (!identity_.account.empty())
         login_ = encrypted ? Login::wanted : Login::impossible;
 }
@@ -50,7 +32,7 @@ void IrcRegistration::begin() {
         failLogin("a password isn't sent without TLS");
     // A server that knows CAP waits with its welcome until CAP END. Any other goes on with the two
     // lines after it.
-    send_(ircLine("CAP", {"LS", "302"}));
+    capabilities_.begin();
     send_(ircLine("NICK", {choice_.asked()}));
     send_(ircLine("USER", {userName, "0", "*", choice_.asked()}));
 }
@@ -103,75 +85,22 @@ void IrcRegistration::takeUnknown(std::string_view command) {
 }
 
 void IrcRegistration::takeCapabilities(const IrcMessage& message) {
-    if (message.parameters.size() < 3)
-        return;
-    const std::string_view kind = message.parameter(1);
-    const auto words = wordsOf(message.parameters.back());
-    if (kind == "LS" && phase_ == Phase::listing) {
-        for (const std::string_view word : words)
-            takeOffer(word);
-        if (message.parameters.size() < 4) // otherwise there is a "*" for more to come
-            request();
-    } else if (kind == "ACK") {
-        for (const std::string_view word : words)
-            takeGrant(word);
-        goOn();
-    } else if (kind == "NAK") {
-        takeRefusal(words);
-        goOn();
-    } else if (kind == "DEL") {
-        for (const std::string_view word : words)
-            std::erase(held_, word);
+    capabilities_.take(message, [this](std::string_view ways) {
+        return login_ == Login::wanted && offersPlain(ways);
+    });
+    if (phase_ == Phase::listing && capabilities_.isListed()) {
+        phase_ = Phase::requesting;
+        if (!capabilities_.asksFor(capability::sasl))
+            failLogin("the server offers no login by a password");
     }
-}
-
-void IrcRegistration::takeOffer(std::string_view capability) {
-    const std::string name(partedAt(capability, '=').head);
-    const bool isWanted = name == sasl
-                              ? login_ == Login::wanted && offersPlain(capability)
-                              : std::ranges::find(withoutAccount, name) != std::end(withoutAccount);
-    if (isWanted && !isAmong(requested_, name))
-        requested_.push_back(name);
-}
-
-void IrcRegistration::request() {
-    phase_ = Phase::requesting;
-    if (!isAmong(requested_, sasl))
-        failLogin("the server offers no login by a password");
-    std::string list;
-    for (const std::string& name : requested_)
-        list += (list.empty() ? "" : " ") + name;
-    if (!list.empty())
-        send_(ircLine("CAP", {"REQ", list}));
     goOn();
 }
 
-// In the server's answers, signs may stand in front of a capability's name.
-void IrcRegistration::takeGrant(std::string_view word) {
-    const auto signs = std::min(word.find_first_not_of("-~="), word.size());
-    const std::string_view name = word.substr(signs);
-    if (word.substr(0, signs).find('-') != word.npos)
-        std::erase(held_, name);
-    else if (std::erase(requested_, name) > 0)
-        held_.emplace_back(name);
-}
-
-// A server refuses all capabilities of a request when it won't grant one of them. They are then
-// asked for one by one.
-void IrcRegistration::takeRefusal(const std::vector<std::string_view>& words) {
-    if (requested_.size() > 1 && !std::exchange(asksSingly_, true)) {
-        for (const std::string& name : requested_)
-            send_(ircLine("CAP", {"REQ", name}));
-        return;
-    }
-    for (const std::string_view word : words)
-        if (std::erase(requested_, word) > 0 && word == sasl)
-            failLogin("the server refuses it");
-}
-
 void IrcRegistration::goOn() {
-    if (phase_ != Phase::requesting || !requested_.empty())
+    if (phase_ != Phase::requesting || !capabilities_.isSettled())
         return;
+    if (!capabilities_.holds(capability::sasl))
+        failLogin("the server refuses it");
     if (login_ != Login::wanted)
         return endCapabilities();
     phase_ = Phase::loggingIn;
@@ -215,10 +144,6 @@ void IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
 void IrcRegistration::failLogin(std::string_view why) {
     if (std::exchange(login_, Login::none) != Login::none)
         tell_("you are not logged in: " + std::string(why));
-}
-
-bool IrcRegistration::echoes() const {
-    return isAmong(held_, echo);
 }
 
 } // namespace larkspin

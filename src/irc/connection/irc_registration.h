@@ -1,12 +1,12 @@
 // How a connection begins: capabilities, the account, the name. Ends when the server welcomes.
 #pragma once
 
+#include "irc/connection/irc_capabilities.h"
 #include "irc/connection/irc_nick_choice.h"
 
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace larkspin {
 
@@ -37,8 +37,8 @@ public:
     // The name that the server knows this connection by, once that is done.
     const std::string& nick() const { return nick_; }
 
-    // Which of the capabilities hold, also after the registration (CAP DEL).
-    bool echoes() const;
+    // What the server can do, which may change after the registration, too.
+    const IrcCapabilities& capabilities() const { return capabilities_; }
 
 private:
     enum class Phase { listing, requesting, loggingIn, ended, done };
@@ -49,10 +49,6 @@ private:
     void askAnew(bool hasAnother);
 
     void takeCapabilities(const IrcMessage& message);
-    void takeOffer(std::string_view capability);
-    void request();
-    void takeGrant(std::string_view word);
-    void takeRefusal(const std::vector<std::string_view>& words);
     void goOn();
     void endCapabilities();
 
@@ -65,10 +61,10 @@ private:
     Tell tell_;
     IrcNickChoice choice_;
     std::string nick_;
-    std::vector<std::string> requested_, held_; // capabilities; those not answered, those granted
+    IrcCapabilities capabilities_;
     Phase phase_ = Phase::listing;
     Login login_ = Login::none;
-    bool asksSingly_ = false, hasGivenUp_ = false;
+    bool hasGivenUp_ = false;
 };
 
 } // namespace larkspin

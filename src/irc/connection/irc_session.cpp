@@ -11,8 +11,8 @@ namespace larkspin {
 
 namespace {
 
-// In bytes. While so much is unsent the server gets no answers to its PINGs, since it could ask
-// without end.
+// In bytes. While so much is unsent the server gets no answers, to its PINGs for one, since it
+// could ask without end.
 constexpr std::size_t mostUnsentForAnswers = 4096;
 
 std::string inSeconds(std::chrono::seconds wait) {
@@ -61,7 +61,11 @@ void IrcSession::open() {
     features_ = {};
     wantedNick_.clear();
     registration_.emplace(
-        identity_, server_.encrypted, [this](const std::string& line) { connection_.send(line); },
+        identity_, server_.encrypted,
+        [this](const std::string& line) {
+            if (connection_.unsent() <= mostUnsentForAnswers)
+                connection_.send(line);
+        },
         events_.tell);
     wakeIn(longestBeginning, [this] { giveUp("the server doesn't answer"); });
     connection_.open(server_, {.opened = [this] { registration_->begin(); },

@@ -54,7 +54,12 @@ public:
 
     bool isOn() const { return phase_ != Phase::off; } // connected, or trying
     bool isWelcomed() const { return phase_ == Phase::welcomed; }
-    bool echoes() const { return registration_ && registration_->echoes(); }
+
+    // Whether a capability holds at the moment: the server has granted it, and not taken it back.
+    bool holds(std::string_view capability) const {
+        return registration_ && registration_->capabilities().holds(capability);
+    }
+    bool echoes() const { return holds(capability::echo); }
 
     const IrcServer& server() const { return server_; }
     const IrcIdentity& identity() const { return identity_; }

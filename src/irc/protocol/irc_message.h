@@ -23,6 +23,14 @@ struct IrcMessage {
     std::string_view parameter(std::size_t number) const {
         return number < parameters.size() ? std::string_view(parameters[number]) : "";
     }
+
+    // The value of that tag; blank where there is none. Of several the last one counts.
+    std::string_view tag(std::string_view name) const {
+        for (auto tag = tags.rbegin(); tag != tags.rend(); ++tag)
+            if (tag->first == name)
+                return tag->second;
+        return {};
+    }
 };
 
 // Reads a line without its end. Nothing for a line that holds no command. Fifteen parameters are

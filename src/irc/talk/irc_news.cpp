@@ -37,9 +37,16 @@ public:
         if (command == "TOPIC")
             return isHere(0) ? who_ + " sets the topic: " + plain(1) : "";
         if (command == "INVITE")
-            return who_ + " invites you to " + plain(1);
+            return who_ + " invites " +
+                   (session_.isSelf(message_.parameter(0)) ? "you" : plain(0)) + " to " + plain(1);
         if (command == "KILL")
             return who_ + " ends your connection: " + plain(1);
+        if (command == "FAIL")
+            return standardReply();
+        if (command == "WARN")
+            return "warning: " + standardReply();
+        if (command == "NOTE")
+            return "note: " + standardReply();
         return number();
     }
 
@@ -68,6 +75,15 @@ private:
 
     std::string mode() const {
         return isHere(0) ? who_ + " sets " + words(1, message_.parameters.size()) : "";
+    }
+
+    // What it is about, and the sentence. The code between them is for programs.
+    std::string standardReply() const {
+        const std::size_t count = message_.parameters.size();
+        std::string about = message_.parameter(0) == "*" || count < 3 ? "" : plain(0);
+        for (std::size_t context = 2; context + 1 < count; ++context)
+            about += (about.empty() ? "" : " ") + plain(context);
+        return about + (about.empty() ? "" : ": ") + (count > 0 ? plain(count - 1) : "");
     }
 
     // Refusals, in the server's words, and the few answers that somebody waits for.

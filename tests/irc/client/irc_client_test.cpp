@@ -89,6 +89,22 @@ TEST_F(IrcClientTest, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
     EXPECT_EQ(told(says), "eve: hi\n");
 }
 
+TEST_F(IrcClientTest, WhatServersTellBesidesDoesNoHarm) {
+    expectTalk({
+        {":eve!e@h JOIN #music account :Eve", "- eve comes in\n"},
+        {":irc BATCH +1 netsplit a b\r\n@batch=1 :eve!e@h QUIT :a b\r\n:irc BATCH -1",
+         "- eve goes\n"},
+        {":ann!a@h ACCOUNT Owner\r\n:ann!a@h CHGHOST o host\r\n@x=1 :ann!a@h TAGMSG #music\r\n"
+         ":ann!a@h AWAY :out\r\n@label=1 :irc ACK\r\n:Owner!o@host CHGHOST o other",
+         ""},
+        {":ann!a@h INVITE zoe #den", "- ann invites zoe to #den\n"},
+        {":irc FAIL JOIN CLOSED #den nobody :Not now", "- JOIN #den nobody: Not now\n"},
+        {":irc WARN * LATE :It is late", "- warning: It is late\n"},
+        {":irc NOTE\r\n:irc NOTE x", "- note: \n- note: x\n"},
+    });
+    EXPECT_EQ(typed("'volume 7"), "Owner: 'volume 7\nOwner: volume set:  <b>7</b>\n");
+}
+
 TEST_F(IrcClientTest, AnOperatorPutsOthersOutAndLetsThemBackIn) {
     EXPECT_EQ(sentOf([&] { room.say("'ban ann"); }, 10s).substr(0, 71),
               "PRIVMSG #music :'ban ann\nMODE #music +b ann!*@*\nKICK #music ann\nPRIVMSG");

@@ -30,20 +30,30 @@ public:
 
 const IrcIdentity withAccount{.nick = "Owner", .account = "owner", .password = "secret"};
 
+bool echoes(const Beginning& beginning) {
+    return beginning.registration.capabilities().holds("echo-message");
+}
+
 TEST(IrcRegistration, AsksForCapabilitiesInSeveralLines) {
     Beginning beginning;
     EXPECT_EQ(beginning.sent, "CAP LS 302\r\nNICK Owner\r\nUSER larkspin 0 * Owner\r\n");
     EXPECT_EQ(beginning.on(":irc CAP * LS * :sasl=PLAIN znc.in/self-message echo-message"), "");
-    EXPECT_EQ(beginning.on(":irc CAP * LS :multi-prefix server-time tls batch"),
+    EXPECT_EQ(beginning.on(":irc CAP * LS :multi-prefix server-time tls"),
               "CAP REQ :echo-message multi-prefix server-time\n");
+    EXPECT_EQ(beginning.on(":irc CAP * NEW :batch"), "CAP REQ batch\n");
     EXPECT_EQ(beginning.on(":irc CAP * ACK :echo-message ~server-time "), "");
-    EXPECT_EQ(beginning.on(":irc CAP * ACK :multi-prefix"), "CAP END\n");
-    EXPECT_TRUE(beginning.registration.echoes());
+    EXPECT_EQ(beginning.on(":irc CAP * ACK :multi-prefix"), "");
+    EXPECT_EQ(beginning.on(":irc CAP * NAK :batch"), "CAP END\n");
+    EXPECT_TRUE(echoes(beginning));
     EXPECT_EQ(beginning.on(":irc 001 Ownr :Welcome"), "");
     EXPECT_TRUE(beginning.registration.isDone());
     EXPECT_EQ(beginning.registration.nick(), "Ownr");
     beginning.on(":irc CAP Ownr DEL :echo-message");
-    EXPECT_FALSE(beginning.registration.echoes());
+    EXPECT_FALSE(echoes(beginning));
+    EXPECT_EQ(beginning.on(":irc CAP Ownr NEW :tls multi-prefix echo-message=x"),
+              "CAP REQ echo-message\n");
+    beginning.on(":irc CAP Ownr ACK :echo-message");
+    EXPECT_TRUE(echoes(beginning));
     EXPECT_EQ(beginning.on(":irc 433 Ownr x :in use"), "");
 }
 
@@ -54,7 +64,7 @@ TEST(IrcRegistration, WhatIsRefusedTogetherIsAskedForAlone) {
               "CAP REQ multi-prefix\nCAP REQ echo-message\n");
     EXPECT_EQ(beginning.on(":irc CAP * NAK multi-prefix"), "");
     EXPECT_EQ(beginning.on(":irc CAP * ACK echo-message"), "CAP END\n");
-    EXPECT_TRUE(beginning.registration.echoes());
+    EXPECT_TRUE(echoes(beginning));
 }
 
 TEST(IrcRegistration, AServerThatMakesNothingOfCapabilitiesWelcomesAllTheSame) {

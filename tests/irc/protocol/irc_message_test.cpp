@@ -42,6 +42,13 @@ TEST(IrcMessage, IsTakenApart) {
         EXPECT_EQ(parts(line), expected) << line;
 }
 
+TEST(IrcMessage, ATagIsFoundByItsNameAndTheLastOneCounts) {
+    const auto message = *readIrcMessage("@a=1;b;a=2 PING");
+    EXPECT_EQ(message.tag("a"), "2");
+    EXPECT_EQ(message.tag("b"), "");
+    EXPECT_EQ(message.tag("c"), "");
+}
+
 TEST(IrcMessage, NothingThatIsSentBecomesMoreThanOneLineOrParameter) {
     EXPECT_EQ(ircLine("TOPIC", {"#c", ""}), "TOPIC #c :\r\n");
     EXPECT_EQ(ircLine("PRIVMSG", {"#c x", std::string("a\r\nQ\0\n :b", 9)}),
