@@ -28,7 +28,7 @@ bool holds(const std::string& modes, char mode) {
 // of a message may hold several of them.
 class Parameters {
 public:
-    explicit Parameters(const IrcMessage& message) : message_(message) {}
+    Parameters(const IrcMessage& message, std::size_t first) : message_(message), number_(first) {}
 
     std::string_view next() {
         std::string_view word = takeWord(rest_);
@@ -41,7 +41,7 @@ public:
 
 private:
     const IrcMessage& message_;
-    std::size_t number_ = 2; // after the channel and the letters
+    std::size_t number_;
     std::string_view rest_;
 };
 
@@ -70,6 +70,12 @@ bool IrcChannel::mayEject(std::string_view nick, const IrcFeatures& features) co
     const auto* const ranks = people_.ranks(features.fold(nick));
     return ranks &&
            std::ranges::any_of(modes, [&](char mode) { return (*ranks & bitOf(mode)) != 0; });
+}
+
+bool IrcChannel::isCodeless(const IrcFeatures& features) const {
+    return refusesCodes_ || std::ranges::any_of(features.codelessModes, [&](char mode) {
+               return (modes_ & bitOf(mode)) != 0;
+           });
 }
 
 bool IrcChannel::isThis(std::string_view name, const IrcFeatures& features) const {
@@ -103,7 +109,7 @@ void IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features
     else if (command == "TOPIC")
         topic_ = message.parameter(1);
     else if (command == "MODE")
-        takeModes(message, features);
+        takeModes(message, 1, features);
     else if (command == "JOIN")
         if (std::uint64_t* const ranks = come(message.nick(), features))
             // Somebody who comes in has no rank, whatever he had when he was here before.
@@ -113,6 +119,8 @@ void IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features
 void IrcChannel::takeAnswer(const IrcMessage& message, const IrcFeatures& features) {
     if (message.command == numeric::ban)
         bans_.add(message.parameter(2), features);
+    else if (message.command == numeric::channelModes)
+        modes_ = 0, takeModes(message, 2, features);
     else if (message.command == numeric::topic)
         topic_ = message.parameter(2);
     else if (message.command == numeric::noTopic)
@@ -149,12 +157,13 @@ void IrcChannel::takeName(std::string_view word, const IrcFeatures& features) {
     *known = ranks;
 }
 
-void IrcChannel::takeModes(const IrcMessage& message, const IrcFeatures& features) {
-    Parameters parameters(message);
+void IrcChannel::takeModes(const IrcMessage& message, std::size_t letters,
+                           const IrcFeatures& features) {
+    Parameters parameters(message, letters + 1);
     bool isSet = true;
     // Parameters belong to the letters in turn. Which letters have one, the server has told; to get
     // that wrong would give somebody the rank of another.
-    for (const char mode : message.parameter(1)) {
+    for (const char mode : message.parameter(letters)) {
         if (mode == '+' || mode == '-') {
             isSet = mode == '+';
         } else if (holds(features.rankModes, mode)) {
@@ -164,6 +173,10 @@ void IrcChannel::takeModes(const IrcMessage& message, const IrcFeatures& feature
             const std::string_view mask = parameters.next();
             if (mode == 'b')
                 isSet ? bans_.add(mask, features) : bans_.remove(mask, features);
+        } else {
+            modes_ = isSet ? modes_ | bitOf(mode) : modes_ & ~bitOf(mode);
+            if (!isSet && holds(features.codelessModes, mode))
+                refusesCodes_ = false;
         }
     }
 }

@@ -6,6 +6,7 @@
 #include "irc/channels/irc_name_list.h"
 #include "irc/protocol/irc_features.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -41,6 +42,11 @@ public:
     // Whether that person may put others out: one of the ranks q, a, o, h.
     bool mayEject(std::string_view nick, const IrcFeatures& features) const;
 
+    // Whether what is said here has to do without codes for how it looks: by a mode, or because the
+    // server has refused them, which holds until a mode changes.
+    bool isCodeless(const IrcFeatures& features) const;
+    void refuseCodes(bool refuses) { refusesCodes_ = refuses; }
+
     // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, and what the server answers of the topic, the
     // people and the bans, if it is about this channel.
     void take(const IrcMessage& message, const IrcFeatures& features);
@@ -51,12 +57,14 @@ private:
     void takeAnswer(const IrcMessage& message, const IrcFeatures& features);
     void takeNames(std::string_view names, const IrcFeatures& features);
     void takeName(std::string_view word, const IrcFeatures& features);
-    void takeModes(const IrcMessage& message, const IrcFeatures& features);
+    void takeModes(const IrcMessage& message, std::size_t letters, const IrcFeatures& features);
     std::uint64_t* come(std::string_view nick, const IrcFeatures& features);
 
     std::string name_, topic_;
     IrcNameList people_;
     IrcBans bans_;
+    std::uint64_t modes_ = 0; // those without a parameter
+    bool refusesCodes_ = false;
 };
 
 } // namespace larkspin

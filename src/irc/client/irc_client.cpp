@@ -38,7 +38,7 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
                {.tell = [this](const std::string& text) { tell(text); },
                 .newRoom = [this] { newRoom(); }}),
       hearing_(loop, lines, shown_, session_, channels_, moderation_),
-      speech_(loop, session_,
+      speech_(loop, session_, channels_,
               [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }),
       pacing_(loop, lines, session_.outgoing()) {}
 
@@ -147,6 +147,9 @@ void IrcClient::take(const IrcMessage& message) {
     const std::string& command = message.command;
     if (command == "PRIVMSG" || command == "NOTICE")
         return hearing_.take(message, speech_);
+    // A line that a channel refuses won't be sent back. If it goes out again, it isn't news.
+    if (numeric::refusesLine(command) && speech_.refused(message))
+        return;
     const bool isSelf = session_.isSelf(message.nick());
     const bool isAnswer = numeric::isNumeric(command); // to the owner's own words
     // The order matters. News is told while the channels still know who was where. A channel that
@@ -159,9 +162,6 @@ void IrcClient::take(const IrcMessage& message) {
         joining_.cameIn(std::string(message.parameter(0)));
     if (command == "NICK")
         moderation_.rename(message.nick(), message.parameter(0));
-    // A line that a channel refuses won't be sent back.
-    if (command == numeric::cannotSend)
-        speech_.refused(message.parameter(1));
     channels_.take(message, session_.features());
     joining_.take(message);
     // With the names it is known whether the owner may put others out; a MODE may change that.

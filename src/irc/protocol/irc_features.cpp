@@ -2,6 +2,7 @@
 
 #include "irc/protocol/irc_message.h"
 #include "text/characters.h"
+#include "text/number.h"
 #include "text/parts.h"
 
 namespace larkspin {
@@ -30,6 +31,8 @@ CaseMapping mappingNamed(std::string_view name) {
 
 // A rank's mode is a letter, large or small, so there can't be more.
 constexpr std::size_t mostRanks = 52;
+
+constexpr int mostModesInLine = 20;
 
 // "(ov)@+"; nothing at all where there are no ranks.
 void readRanks(std::string_view value, IrcFeatures& features) {
@@ -78,6 +81,15 @@ void IrcFeatures::readWord(std::string_view word) {
         channelRankSigns = value;
     else if (name == "CASEMAPPING" && !isMappingTold_)
         caseMapping = mappingNamed(value), isMappingTold_ = true;
+    else if (name == "MODES")
+        modesInLine = static_cast<std::size_t>(
+            plainNumber(value, 1, mostModesInLine).value_or(mostModesInLine)); // without a bound
+    else if (name == "EXTBAN")
+        readExtendedMasks(value);
+    else if (name == "ACCOUNTEXTBAN")
+        readAccountMasks(value);
+    else if (name == "WHOX")
+        tellsAccounts = true;
     else if (word == "-PREFIX")
         rankModes = usual.rankModes, rankSigns = usual.rankSigns;
     else if (word == "-STATUSMSG")
@@ -87,6 +99,25 @@ void IrcFeatures::readWord(std::string_view word) {
     else if (word == "-CHANMODES")
         listModes = usual.listModes, parameterModes = usual.parameterModes,
         setParameterModes = usual.setParameterModes;
+}
+
+// "$,ajrxz", "~,acjnqrtfm" or, without a sign, ",ACNORSTUcmprz". With a sign, "a" is an account;
+// without, "R" is. The servers with a dollar use +S for something else than codes.
+void IrcFeatures::readExtendedMasks(std::string_view value) {
+    const auto [sign, kinds, isWhole] = partedAt(value, ',');
+    if (!isWhole)
+        return;
+    maskSign_ = sign;
+    codelessModes = maskSign_ == "$" ? "c" : "cS";
+    const char account = maskSign_.empty() ? 'R' : 'a';
+    if (!isAccountMaskTold_)
+        accountMask = kinds.find(account) == kinds.npos ? "" : maskSign_ + account + ':';
+}
+
+// "a,account": the ways to write it, after the sign of the other word. It may come before that.
+void IrcFeatures::readAccountMasks(std::string_view names) {
+    isAccountMaskTold_ = !names.empty();
+    accountMask = maskSign_ + std::string(partedAt(names, ',').head) + ':';
 }
 
 bool IrcFeatures::isChannel(std::string_view name) const {

@@ -1,6 +1,7 @@
 // How a server compares names, and which names and ranks it knows (ISUPPORT).
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -29,6 +30,20 @@ struct IrcFeatures {
     // only when they are set.
     std::string listModes = "beI", parameterModes = "k", setParameterModes = "l";
 
+    // The modes without a parameter by which a channel refuses the codes for how text looks, or
+    // takes them out. A large S has another meaning on some servers.
+    std::string codelessModes = "c";
+
+    // How many modes with a parameter one line may change.
+    std::size_t modesInLine = 3;
+
+    // What stands in front of an account's name in a mask that is about that account; blank if the
+    // server knows no such masks.
+    std::string accountMask = {};
+
+    // Whether it tells of somebody's account in its answer to WHO (WHOX).
+    bool tellsAccounts = false;
+
     // Takes the words of an ISUPPORT message, also those that take back what was told before
     // ("-PREFIX"). The first word about how names compare holds for the whole connection, since
     // lists of names are already kept by it.
@@ -41,7 +56,12 @@ struct IrcFeatures {
 private:
     void readWord(std::string_view word);
 
+    void readExtendedMasks(std::string_view value);
+    void readAccountMasks(std::string_view names);
+
     bool isMappingTold_ = false;
+    std::string maskSign_; // in front of masks that are about something else than names and hosts
+    bool isAccountMaskTold_ = false;
 };
 
 } // namespace larkspin

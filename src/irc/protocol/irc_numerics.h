@@ -11,13 +11,14 @@ inline constexpr std::string_view welcome = "001", features = "005";
 
 // Answers to what was asked for.
 inline constexpr std::string_view away = "301", noTopic = "331", topic = "332", inviting = "341",
-                                  names = "353", endOfNames = "366", ban = "367";
+                                  names = "353", endOfNames = "366", ban = "367",
+                                  channelModes = "324";
 
 // Refusals.
-inline constexpr std::string_view cannotSend = "404", badCapability = "410", unknownCommand = "421",
-                                  noGreeting = "422", noNickGiven = "431", badNick = "432",
-                                  nickInUse = "433", nickCollision = "436", nickUnavailable = "437",
-                                  notRegistered = "451";
+inline constexpr std::string_view cannotSend = "404", noCodes = "408", badCapability = "410",
+                                  unknownCommand = "421", noGreeting = "422", noNickGiven = "431",
+                                  badNick = "432", nickInUse = "433", nickCollision = "436",
+                                  nickUnavailable = "437", notRegistered = "451";
 
 // Outcomes of a login.
 inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone = "903",
@@ -31,6 +32,11 @@ inline bool isNumeric(std::string_view command) {
 // numbers of their own for some.
 inline bool isRefusal(std::string_view command) {
     return command.size() == 3 && (command.front() == '4' || command.front() == '5');
+}
+
+// A line to a channel.
+inline bool refusesLine(std::string_view command) {
+    return command == cannotSend || command == noCodes;
 }
 
 // The numbers 900 to 909.

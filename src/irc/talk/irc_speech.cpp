@@ -1,10 +1,13 @@
 #include "irc/talk/irc_speech.h"
 
+#include "irc/channels/irc_channels.h"
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_markup.h"
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_numerics.h"
 #include "irc/protocol/irc_pieces.h"
 #include "text/blanks.h"
+#include "text/fold.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,10 +21,24 @@ namespace {
 constexpr std::size_t longestLine = 510, longestUserAndHost = 1 + 20 + 1 + 64;
 constexpr std::size_t shortestPiece = 64;
 
+bool hasCodes(std::string_view text) {
+    return withoutIrcCodes(text) != text;
+}
+
+// Servers have a number for it, or name the reason, or give no reason at all. A channel in which
+// nothing may be said refuses the line once more then.
+bool mayBeForCodes(const IrcMessage& refusal) {
+    const std::string why = foldCase(refusal.parameters.back());
+    const auto tells = [&](std::string_view of) { return why.find(of) != why.npos; };
+    return refusal.command == numeric::noCodes || tells("color") || tells("colour") ||
+           tells("control code") || tells("formatting") || tells("+c") ||
+           (why.starts_with("cannot send to ") && !tells("("));
+}
+
 } // namespace
 
-IrcSpeech::IrcSpeech(EventLoop& loop, IrcSession& session, Reached reached)
-    : loop_(loop), session_(session), reached_(std::move(reached)) {}
+IrcSpeech::IrcSpeech(EventLoop& loop, IrcSession& session, IrcChannels& channels, Reached reached)
+    : loop_(loop), session_(session), channels_(channels), reached_(std::move(reached)) {}
 
 std::size_t IrcSpeech::longestPiece(const std::string& target) const {
     const std::size_t around = std::string_view(":  PRIVMSG  :").size() + session_.nick().size() +
@@ -29,17 +46,26 @@ std::size_t IrcSpeech::longestPiece(const std::string& target) const {
     return around + shortestPiece < longestLine ? longestLine - around : shortestPiece;
 }
 
+std::string IrcSpeech::codesOf(const IrcSaid& said) const {
+    const auto* const place = channels_.find(said.channel, session_.features());
+    const bool isPlain = place && place->channel.isCodeless(session_.features());
+    return isPlain ? withoutIrcCodes(ircCodes(said.text)) : ircCodes(said.text);
+}
+
+bool IrcSpeech::send(IrcOutgoing::Kind kind, const Piece& piece) {
+    return session_.send(kind, ircLine("PRIVMSG", {piece.said.channel, piece.codes}),
+                         [this, piece] { gone(piece); });
+}
+
 bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
     if (!session_.isWelcomed())
         return false;
-    const auto pieces = ircPieces(ircCodes(said.text), longestPiece(said.channel));
+    const auto pieces = ircPieces(codesOf(said), longestPiece(said.channel));
     const bool isAtOnce = kind == IrcOutgoing::Kind::typed && !session_.echoes();
     for (const std::string& piece : pieces) {
         // A line in several pieces counts as said with the last one.
         const bool isDue = !isAtOnce && &piece == &pieces.back();
-        const Piece sent{piece, isDue ? said : IrcSaid{.channel = said.channel}, isDue};
-        if (!session_.send(kind, ircLine("PRIVMSG", {said.channel, piece}),
-                           [this, sent] { gone(sent); }))
+        if (!send(kind, {piece, isDue ? said : IrcSaid{.channel = said.channel}, isDue}))
             return false;
     }
     if (isAtOnce && !pieces.empty())
@@ -49,17 +75,23 @@ bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
 
 // Whether lines are sent back is asked only now, since it may have changed since the line was said.
 void IrcSpeech::gone(const Piece& piece) {
+    forgetLate();
     if (session_.echoes()) {
-        forgetLate();
         awaited_.push_back({piece, loop_.now()});
-    } else if (piece.isDue) {
-        reached_(piece.said, false);
+        return;
     }
+    if (piece.isAgain || hasCodes(piece.codes))
+        coded_.push_back(
+            {{piece.codes, {.channel = piece.said.channel}, false, piece.isAgain}, loop_.now()});
+    if (piece.isDue)
+        reached_(piece.said, false);
 }
 
 void IrcSpeech::forgetLate() {
     while (!awaited_.empty() && loop_.now() - awaited_.front().sentAt > longestEcho)
         awaited_.pop_front();
+    while (!coded_.empty() && loop_.now() - coded_.front().sentAt > longestRefusal)
+        coded_.pop_front();
 }
 
 bool IrcSpeech::whisper(const std::string& name, const std::string& text) {
@@ -79,12 +111,29 @@ bool IrcSpeech::isThat(const Piece& piece, std::string_view channel, std::string
            (piece.codes == codes || plain(piece.codes) == plain(codes));
 }
 
-void IrcSpeech::refused(std::string_view channel) {
-    const auto found = std::ranges::find_if(awaited_, [&](const Awaited& awaited) {
-        return session_.isSame(awaited.piece.said.channel, channel);
+bool IrcSpeech::refused(const IrcMessage& refusal) {
+    forgetLate();
+    auto* const place = channels_.find(refusal.parameter(1), session_.features());
+    std::deque<Awaited>& sent = session_.echoes() ? awaited_ : coded_;
+    const auto found = std::ranges::find_if(sent, [&](const Awaited& awaited) {
+        return session_.isSame(awaited.piece.said.channel, refusal.parameter(1));
     });
-    if (found != awaited_.end())
-        awaited_.erase(found);
+    if (found == sent.end())
+        return false;
+    Piece piece = std::move(found->piece);
+    sent.erase(found);
+    if (!place)
+        return false;
+    // Refused without codes as well, so it wasn't for them.
+    if (piece.isAgain)
+        place->channel.refuseCodes(false);
+    const std::string plain = withoutIrcCodes(piece.codes);
+    if (plain == piece.codes || withoutBlanks(plain).empty() || !mayBeForCodes(refusal))
+        return false;
+    place->channel.refuseCodes(true);
+    piece.codes = plain;
+    piece.isAgain = true;
+    return send(IrcOutgoing::Kind::protocol, piece); // which goes before all that waits
 }
 
 bool IrcSpeech::take(std::string_view channel, std::string_view codes) {

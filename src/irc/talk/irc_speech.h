@@ -14,7 +14,9 @@
 
 namespace larkspin {
 
+class IrcChannels;
 class IrcSession;
+struct IrcMessage;
 
 // A line of this connection.
 struct IrcSaid {
@@ -28,10 +30,13 @@ public:
     // The line counts as said now. When that is within `say` it is `atOnce`.
     using Reached = std::function<void(const IrcSaid& said, bool atOnce)>;
 
-    IrcSpeech(EventLoop& loop, IrcSession& session, Reached reached);
+    IrcSpeech(EventLoop& loop, IrcSession& session, IrcChannels& channels, Reached reached);
 
     // How long the server may take to send a line back.
     static constexpr std::chrono::seconds longestEcho{60};
+
+    // How long it may take to refuse one, where it sends none back.
+    static constexpr std::chrono::seconds longestRefusal{10};
 
     // Says a line, in several pieces if it is too long for one. Where the server sends lines back,
     // a line counts as said when it comes back. Elsewhere what the owner types counts at once, and
@@ -45,17 +50,23 @@ public:
     // connection's, and has been taken; anything else may be from another program of his, or old.
     bool take(std::string_view channel, std::string_view codes);
 
-    // The server hasn't passed on the oldest line that is on its way to that channel.
-    void refused(std::string_view channel);
+    // The server hasn't passed on the oldest line that is on its way to a channel. If it may have
+    // been for the codes in it, it goes out again without them, at once, and from now on all that
+    // is said there does without. False if it doesn't.
+    bool refused(const IrcMessage& refusal);
 
     // Forgets what is on its way: no echo comes any more.
-    void clear() { awaited_.clear(); }
+    void clear() {
+        awaited_.clear();
+        coded_.clear();
+    }
 
 private:
     struct Piece {
         std::string codes;
-        IrcSaid said; // whole, with the last piece
-        bool isDue;   // the line counts as said with this piece
+        IrcSaid said;         // whole, with the last piece
+        bool isDue;           // the line counts as said with this piece
+        bool isAgain = false; // without the codes that were refused
     };
     struct Awaited {
         Piece piece;
@@ -63,14 +74,18 @@ private:
     };
 
     std::size_t longestPiece(const std::string& target) const;
+    std::string codesOf(const IrcSaid& said) const;
+    bool send(IrcOutgoing::Kind kind, const Piece& piece);
     void gone(const Piece& piece);
     void forgetLate();
     bool isThat(const Piece& piece, std::string_view channel, std::string_view codes) const;
 
     EventLoop& loop_;
     IrcSession& session_;
+    IrcChannels& channels_;
     Reached reached_;
-    std::deque<Awaited> awaited_;
+    std::deque<Awaited> awaited_; // to be sent back
+    std::deque<Awaited> coded_;   // that aren't sent back, but may be refused for their codes
 };
 
 } // namespace larkspin
