@@ -225,11 +225,12 @@ TEST_F(RefreshTest, DirectoriesAreScrolledWithTimeToRead) {
                       head = "scrolling <b>2</b> directories";
     EXPECT_EQ(machine.answer("'scrd"), head + "\n" + first + "\n" + second);
     EXPECT_EQ(machine.state().masterIndex(), 2);
-    machine.loop.once(800ms, [&] { machine.owner("'clearpl"); });
+    machine.loop.once(800ms, [&] { machine.owner("'listrmv pop"); });
     machine.loop.once(900ms, [&] { machine.owner("'dir?"); });
     EXPECT_EQ(machine.answer("'scrd"), head + "\n" + first +
-                                           "\nmedia playlist cleared\n"
-                                           "total number of directories:  <b>0");
+                                           "\nremoved <b>1</b> items for <b>pop</b> (<b>2</b>)\n"
+                                           "total number of directories:  <b>1");
+    machine.owner("'clearpl");
     EXPECT_EQ(machine.answer("'scrd"), "scrolling <b>0</b> directories");
 }
 
