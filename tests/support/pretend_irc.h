@@ -21,9 +21,10 @@ public:
     std::string capabilities = "echo-message multi-prefix";
     std::string nick; // of the client, once it has one
     std::map<std::string, std::string> names{{"#music", "@Owner ann +bob"}}; // who is in a channel
-    bool refuses = false;                                                    // connections
-    bool silent = false;                                                     // answers nothing
-    std::size_t held = 0; // bytes that it hasn't taken from the client
+    std::map<std::string, std::string> origins; // people's "user host" that WHO tells, by nick
+    bool refuses = false;                       // connections
+    bool silent = false;                        // answers nothing
+    std::size_t held = 0;                       // bytes that it hasn't taken from the client
     std::function<bool(const std::string& line)> takes; // true: the line is answered by the test
 
     int opened = 0;
@@ -99,6 +100,12 @@ private:
             join(message.parameters[0]);
         else if (command == "MODE" && message.parameters.size() == 2)
             say(":irc 368 " + nick + ' ' + message.parameters[0] + " :End");
+        else if (command == "WHO")
+            say((origins.contains(message.parameters[0])
+                     ? ":irc 352 " + nick + " * " + origins[message.parameters[0]] + " irc " +
+                           message.parameters[0] + " H :0 x\r\n"
+                     : "") +
+                ":irc 315 " + nick + ' ' + message.parameters[0] + " :End");
         else if (command == "PRIVMSG" && hasEcho_)
             say(me + line);
         else if (command == "MODE" || command == "KICK" || command == "PART" || command == "TOPIC")

@@ -26,16 +26,37 @@ std::string_view rowOf(std::string_view mask) {
 void IrcBans::add(std::string_view mask, const IrcFeatures& features) {
     if (mask.empty() || mask.size() > longestMask || bans_.size() == most)
         return;
-    std::string folded = features.fold(mask);
-    if (std::ranges::find(bans_, folded, &Ban::foldedMask) != bans_.end())
+    Ban ban{
+        .mask = std::string(mask), .row = {}, .foldedMask = features.fold(mask), .foldedRow = {}};
+    if (std::ranges::find(bans_, ban.foldedMask, &Ban::foldedMask) != bans_.end())
         return;
-    const std::string_view row = rowOf(mask);
-    bans_.push_back({std::string(mask), std::string(row), std::move(folded), features.fold(row)});
+    const auto named = std::ranges::find(names_, ban.foldedMask, &Named::foldedMask);
+    name(ban, named == names_.end() ? rowOf(mask) : named->name, features);
+    bans_.push_back(std::move(ban));
+}
+
+void IrcBans::name(Ban& ban, std::string_view row, const IrcFeatures& features) {
+    ban.row = row;
+    ban.foldedRow = features.fold(row);
     isOld_ = true;
 }
 
+void IrcBans::call(const std::string& mask, const std::string& called,
+                   const IrcFeatures& features) {
+    const std::string folded = features.fold(mask);
+    std::erase_if(names_, [&](const Named& named) { return named.foldedMask == folded; });
+    if (names_.size() == most)
+        names_.erase(names_.begin());
+    names_.push_back({mask, folded, called});
+    const auto found = std::ranges::find(bans_, folded, &Ban::foldedMask);
+    if (found != bans_.end())
+        name(*found, called, features);
+}
+
 void IrcBans::remove(std::string_view mask, const IrcFeatures& features) {
-    const auto found = std::ranges::find(bans_, features.fold(mask), &Ban::foldedMask);
+    const std::string folded = features.fold(mask);
+    std::erase_if(names_, [&](const Named& named) { return named.foldedMask == folded; });
+    const auto found = std::ranges::find(bans_, folded, &Ban::foldedMask);
     if (found == bans_.end())
         return;
     bans_.erase(found);
@@ -63,6 +84,11 @@ std::vector<std::string> IrcBans::masksOf(std::string_view row) const {
     for (const Ban& ban : bans_)
         if (ban.foldedRow == named->foldedRow)
             masks.push_back(ban.mask);
+    // Those that the owner has set as well, in case that the server lists them in another form.
+    for (const Named& ours : names_)
+        if (ours.name == row &&
+            std::ranges::find(bans_, ours.foldedMask, &Ban::foldedMask) == bans_.end())
+            masks.push_back(ours.mask);
     return masks;
 }
 

@@ -1,10 +1,13 @@
-// Whom a channel keeps out: the masks of its bans, and what they are called in a list.
+// Whom a channel keeps out: the masks of its bans, and what they are called in a list. That is the
+// name that somebody had when the owner put him out; of others' bans the nick where a mask is about
+// a nick ("bob!*@*"), otherwise the mask.
 #pragma once
 
 #include "text/row_list.h"
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -22,13 +25,25 @@ public:
     const RowList& rows() const;
     std::vector<std::string> masksOf(std::string_view row) const;
 
+    // The ban on the mask, which may be set only later, is called by that name for as long as it
+    // lasts. These names outlive a connection, since no server keeps them.
+    struct Named {
+        std::string mask, foldedMask, name;
+    };
+    void call(const std::string& mask, const std::string& name, const IrcFeatures& features);
+    const std::vector<Named>& names() const { return names_; }
+    void takeNames(std::vector<Named> names) { names_ = std::move(names); }
+
 private:
     struct Ban {
         std::string mask, row;
         std::string foldedMask, foldedRow;
     };
 
+    void name(Ban& ban, std::string_view row, const IrcFeatures& features);
+
     std::vector<Ban> bans_;
+    std::vector<Named> names_;
 
     // Made when it is asked for.
     mutable RowList rows_;

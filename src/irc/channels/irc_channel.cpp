@@ -1,5 +1,6 @@
 #include "irc/channels/irc_channel.h"
 
+#include "irc/channels/irc_origin.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
 #include "text/characters.h"
@@ -53,23 +54,23 @@ bool takesParameter(char mode, bool isSet, const IrcFeatures& features) {
 } // namespace
 
 bool IrcChannel::contains(std::string_view nick, const IrcFeatures& features) const {
-    return people_.ranks(features.fold(nick)) != nullptr;
+    return people_.find(features.fold(nick)) != nullptr;
 }
 
 std::string IrcChannel::ranks(std::string_view nick, const IrcFeatures& features) const {
     std::string signs;
-    if (const auto* const ranks = people_.ranks(features.fold(nick)))
+    if (const auto* const presence = people_.find(features.fold(nick)))
         for (std::size_t rank = 0; rank < features.rankModes.size(); ++rank)
-            if (*ranks & bitOf(features.rankModes[rank]))
+            if (presence->ranks & bitOf(features.rankModes[rank]))
                 signs += features.rankSigns[rank];
     return signs;
 }
 
 bool IrcChannel::mayEject(std::string_view nick, const IrcFeatures& features) const {
     constexpr std::string_view modes = "qaoh";
-    const auto* const ranks = people_.ranks(features.fold(nick));
-    return ranks &&
-           std::ranges::any_of(modes, [&](char mode) { return (*ranks & bitOf(mode)) != 0; });
+    const auto* const presence = people_.find(features.fold(nick));
+    return presence && std::ranges::any_of(
+                           modes, [&](char mode) { return (presence->ranks & bitOf(mode)) != 0; });
 }
 
 bool IrcChannel::isCodeless(const IrcFeatures& features) const {
@@ -98,6 +99,22 @@ void IrcChannel::take(const IrcMessage& message, const IrcFeatures& features) {
         takeAnswer(message, features);
     else if (!isAnswer && isThis(message.parameter(0), features))
         takeNews(message, features);
+    if (const auto told = originIn(message))
+        learn(*told, features);
+}
+
+// What isn't told stays.
+void IrcChannel::learn(const IrcOrigin& told, const IrcFeatures& features) {
+    IrcPresence* const known = people_.find(features.fold(told.nick));
+    if (!known)
+        return;
+    const auto take = [](std::string& to, std::string_view value) {
+        if (!value.empty() && value.size() <= IrcNameList::longestName)
+            to = value;
+    };
+    take(known->user, told.user);
+    take(known->host, told.host);
+    take(known->account, told.account);
 }
 
 void IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features) {
@@ -111,9 +128,9 @@ void IrcChannel::takeNews(const IrcMessage& message, const IrcFeatures& features
     else if (command == "MODE")
         takeModes(message, 1, features);
     else if (command == "JOIN")
-        if (std::uint64_t* const ranks = come(message.nick(), features))
-            // Somebody who comes in has no rank, whatever he had when he was here before.
-            *ranks = 0;
+        if (IrcPresence* const presence = come(message.nick(), features))
+            // Nothing holds any more of somebody of that name who was here before.
+            *presence = {};
 }
 
 void IrcChannel::takeAnswer(const IrcMessage& message, const IrcFeatures& features) {
@@ -127,11 +144,11 @@ void IrcChannel::takeAnswer(const IrcMessage& message, const IrcFeatures& featur
         topic_.clear();
 }
 
-// Adds somebody, and returns where his ranks are kept; null when the list is full.
-std::uint64_t* IrcChannel::come(std::string_view nick, const IrcFeatures& features) {
+// Adds somebody; null when the list is full.
+IrcPresence* IrcChannel::come(std::string_view nick, const IrcFeatures& features) {
     const std::string folded = features.fold(nick);
     people_.add(folded, nick);
-    return people_.ranks(folded);
+    return people_.find(folded);
 }
 
 // "@+ann bob carol!user@host"
@@ -145,16 +162,18 @@ void IrcChannel::takeNames(std::string_view names, const IrcFeatures& features) 
 void IrcChannel::takeName(std::string_view word, const IrcFeatures& features) {
     const auto signs = std::min(word.find_first_not_of(features.rankSigns), word.size());
     const std::string_view shown = word.substr(0, signs);
-    std::uint64_t* const known = come(partedAt(word.substr(signs), '!').head, features);
+    const IrcOrigin origin = readIrcOrigin(word.substr(signs));
+    IrcPresence* const known = come(origin.nick, features);
     if (!known)
         return;
     std::uint64_t ranks = 0;
     for (std::size_t rank = 0; rank < features.rankModes.size(); ++rank) {
         const std::uint64_t bit = bitOf(features.rankModes[rank]);
-        if (shown.find(features.rankSigns[rank]) != shown.npos || (ranks && *known & bit))
+        if (shown.find(features.rankSigns[rank]) != shown.npos || (ranks && known->ranks & bit))
             ranks |= bit;
     }
-    *known = ranks;
+    known->ranks = ranks;
+    learn(origin, features);
 }
 
 void IrcChannel::takeModes(const IrcMessage& message, std::size_t letters,
@@ -167,8 +186,9 @@ void IrcChannel::takeModes(const IrcMessage& message, std::size_t letters,
         if (mode == '+' || mode == '-') {
             isSet = mode == '+';
         } else if (holds(features.rankModes, mode)) {
-            if (auto* const ranks = people_.ranks(features.fold(parameters.next())))
-                *ranks = isSet ? *ranks | bitOf(mode) : *ranks & ~bitOf(mode);
+            if (auto* const presence = people_.find(features.fold(parameters.next())))
+                presence->ranks =
+                    isSet ? presence->ranks | bitOf(mode) : presence->ranks & ~bitOf(mode);
         } else if (takesParameter(mode, isSet, features)) {
             const std::string_view mask = parameters.next();
             if (mode == 'b')

@@ -16,6 +16,7 @@
 namespace larkspin {
 
 struct IrcMessage;
+struct IrcOrigin;
 
 class IrcChannel {
 public:
@@ -28,11 +29,15 @@ public:
     // beyond that isn't listed.
     const RowList& people() const { return people_.rows(); }
 
-    // Whom bans keep out: the nick where a mask is about a nick ("bob!*@*"), otherwise the mask.
+    const IrcNameList& presences() const { return people_; }
+
+    // Whom bans keep out, by what they are called.
     const RowList& ejected() const { return bans_.rows(); }
     std::vector<std::string> masksOf(std::string_view ejectedRow) const {
         return bans_.masksOf(ejectedRow);
     }
+    IrcBans& bans() { return bans_; }
+    const IrcBans& bans() const { return bans_; }
 
     bool contains(std::string_view nick, const IrcFeatures& features) const;
 
@@ -48,7 +53,8 @@ public:
     void refuseCodes(bool refuses) { refusesCodes_ = refuses; }
 
     // JOIN, PART, QUIT, KICK, NICK, MODE, TOPIC, and what the server answers of the topic, the
-    // people and the bans, if it is about this channel.
+    // modes, the people and the bans, if it is about this channel. Also what is told of where its
+    // people come from.
     void take(const IrcMessage& message, const IrcFeatures& features);
 
 private:
@@ -58,7 +64,8 @@ private:
     void takeNames(std::string_view names, const IrcFeatures& features);
     void takeName(std::string_view word, const IrcFeatures& features);
     void takeModes(const IrcMessage& message, std::size_t letters, const IrcFeatures& features);
-    std::uint64_t* come(std::string_view nick, const IrcFeatures& features);
+    void learn(const IrcOrigin& told, const IrcFeatures& features);
+    IrcPresence* come(std::string_view nick, const IrcFeatures& features);
 
     std::string name_, topic_;
     IrcNameList people_;

@@ -13,17 +13,27 @@ IrcChannels::Place* IrcChannels::find(std::string_view name, const IrcFeatures& 
 }
 
 IrcChannels::Place* IrcChannels::add(const std::string& name, const IrcFeatures& features) {
-    if (Place* const known = find(name, features)) {
-        *known = {.channel = IrcChannel(name)};
-        return known;
-    }
-    if (places_.size() == most)
+    Place* place = find(name, features);
+    if (place)
+        keepNamesOfBans(*place);
+    else if (places_.size() == most)
         return nullptr;
-    return &places_.emplace_back(Place{.channel = IrcChannel(name)});
+    else
+        place = &places_.emplace_back(Place{.channel = IrcChannel(name)});
+    *place = {.channel = IrcChannel(name)};
+    if (const auto names = namesOfBans_.extract(name))
+        place->channel.bans().takeNames(names.mapped());
+    return place;
+}
+
+void IrcChannels::keepNamesOfBans(const Place& place) {
+    if (const auto& names = place.channel.bans().names(); !names.empty())
+        namesOfBans_[place.channel.name()] = names;
 }
 
 void IrcChannels::remove(const Place& place) {
     const auto index = static_cast<std::size_t>(&place - places_.data());
+    keepNamesOfBans(place);
     places_.erase(places_.begin() + static_cast<std::ptrdiff_t>(index));
     if (index == current_)
         current_ = places_.empty() ? 0 : places_.size() - 1;
@@ -35,6 +45,8 @@ void IrcChannels::remove(const Place& place) {
 }
 
 void IrcChannels::clear() {
+    for (const Place& place : places_)
+        keepNamesOfBans(place);
     places_.clear();
     current_ = 0;
 }

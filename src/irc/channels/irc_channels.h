@@ -5,6 +5,7 @@
 #include "irc/channels/irc_channel.h"
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,10 @@ public:
     void remove(const Place& place);
     void clear();
 
+    // Those who were put out of rooms are called by their names there for as long as the program
+    // stays on a network.
+    void forgetNamesOfBans() { namesOfBans_.clear(); }
+
     void enter(const Place& place);
 
     // The channel that the owner leaves next. That is the room, or, if the room is being left
@@ -50,8 +55,11 @@ public:
     void take(const IrcMessage& message, const IrcFeatures& features);
 
 private:
+    void keepNamesOfBans(const Place& place);
+
     std::vector<Place> places_;
     std::size_t current_ = 0;
+    std::map<std::string, std::vector<IrcBans::Named>> namesOfBans_; // in rooms left, by room
 };
 
 } // namespace larkspin

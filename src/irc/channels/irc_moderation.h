@@ -1,25 +1,36 @@
-// What the owner does about others: whom he ignores, in all rooms, and whom he puts out of the room
-// or lets back in. Nothing here waits.
+// What the owner does about others: whom he ignores, in all rooms, whom he puts out of the room or
+// lets back in, and which rooms are for those alone whom he invites. Only `eject` waits.
 #pragma once
 
 #include "host/host_client.h"
 #include "irc/channels/irc_channels.h"
+#include "shell/event_loop.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larkspin {
 
 class IrcSession;
+struct IrcMessage;
 struct RoomDisplay;
 
 class IrcModeration : public RoomPeople {
 public:
-    IrcModeration(IrcSession& session, IrcChannels& channels, const RoomDisplay& shown)
-        : session_(session), channels_(channels), shown_(shown) {}
+    IrcModeration(EventLoop& loop, IrcSession& session, IrcChannels& channels,
+                  const RoomDisplay& shown)
+        : loop_(loop), session_(session), channels_(channels), shown_(shown) {}
+
+    // How long the server may take to tell where somebody comes from who is to be put out, once it
+    // has been asked, and how long that may take, too. Without an answer the ban is about what is
+    // known.
+    static constexpr std::chrono::seconds longestSearch{4}, longestWithItsTurn{20};
 
     People listPeople() override;
     bool ownerMayEject() override;
@@ -30,10 +41,15 @@ public:
 
     bool ignores(std::string_view name) const;
 
-    // Somebody who is ignored stays so under his next name. Another person may take the old one,
-    // and is heard.
-    void rename(std::string_view from, std::string_view to);
-    void ignoreNobody() { ignored_.clear(); }
+    // On another network people of the same names are other people.
+    void forgetPeople();
+
+    // If the owner makes a room by coming into it, nobody finds it, and only those come in whom he
+    // invites: now, and whenever he has to make it anew.
+    void keepPrivate(const std::string& room);
+
+    // What the server tells, after the channels have taken it.
+    void take(const IrcMessage& message);
 
     // The owner is in another room, or in none: whoever was listed before isn't meant any more.
     void newRoom() { ++visit_; }
@@ -43,15 +59,30 @@ public:
     void askForBans();
 
 private:
-    const IrcChannel* channelOf(const Person& person) const;
+    // Somebody whom the server has been asked about, whatever he is called by now.
+    struct Search {
+        std::string nick, asked;
+        Nanoseconds end;
+        bool isOver = false;
+    };
+
+    IrcChannel* channelOf(const Person& person) const;
+    bool isKnown(const IrcChannel& channel, std::string_view nick) const;
+    bool ends(const Search& search, const IrcMessage& message) const;
+    std::string find(const Person& person);
+    void rename(std::string_view from, std::string_view to);
+    void makePrivate(std::string_view name);
     Deed notDone(const Person& person) const {
         return person.list == visit_ ? Deed::undone : Deed::over;
     }
 
+    EventLoop& loop_;
     IrcSession& session_;
     IrcChannels& channels_;
     const RoomDisplay& shown_;
     std::set<std::string, std::less<>> ignored_; // folded names
+    std::set<std::string, std::less<>> private_; // folded names of rooms
+    std::vector<std::shared_ptr<Search>> searches_;
     std::uint64_t visit_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "irc/channels/irc_name_list.h"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 
@@ -55,14 +56,21 @@ void IrcNameList::closeGaps() {
     places_ = std::move(closed);
 }
 
-std::uint64_t* IrcNameList::ranks(const std::string& folded) {
+IrcPresence* IrcNameList::find(const std::string& folded) {
     const auto found = entries_.find(folded);
-    return found == entries_.end() ? nullptr : &found->second.ranks;
+    return found == entries_.end() ? nullptr : &found->second.presence;
 }
 
-const std::uint64_t* IrcNameList::ranks(const std::string& folded) const {
+const IrcPresence* IrcNameList::find(const std::string& folded) const {
     const auto found = entries_.find(folded);
-    return found == entries_.end() ? nullptr : &found->second.ranks;
+    return found == entries_.end() ? nullptr : &found->second.presence;
+}
+
+std::size_t IrcNameList::countFrom(std::string_view host, std::string_view user) const {
+    return static_cast<std::size_t>(std::ranges::count_if(entries_, [&](const auto& entry) {
+        const IrcPresence& presence = entry.second.presence;
+        return presence.host == host && (user.empty() || presence.user == user);
+    }));
 }
 
 const RowList& IrcNameList::rows() const {

@@ -4,6 +4,7 @@
 
 #include "text/row_list.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,6 +12,16 @@
 #include <vector>
 
 namespace larkspin {
+
+// Somebody in the list: his ranks, a set of bits, and where he comes from; blank where it isn't
+// known.
+struct IrcPresence {
+    std::uint64_t ranks = 0;
+    std::string user, host;
+    std::string account; // "*" for none
+
+    bool hasAccount() const { return !account.empty() && account != "*"; }
+};
 
 class IrcNameList {
 public:
@@ -22,19 +33,22 @@ public:
     void add(const std::string& folded, std::string_view name);
     void remove(const std::string& folded);
 
-    // Keeps the place and the ranks. Whoever had the new name is gone.
+    // Keeps the place, the ranks and the rest. Whoever had the new name is gone.
     void rename(const std::string& folded, const std::string& newFolded, std::string_view newName);
 
-    // A set of bits; null for a name that isn't there. Good until the next change.
-    std::uint64_t* ranks(const std::string& folded);
-    const std::uint64_t* ranks(const std::string& folded) const;
+    // Null for a name that isn't there. Good until the next change.
+    IrcPresence* find(const std::string& folded);
+    const IrcPresence* find(const std::string& folded) const;
+
+    // How many come from that host; with a user name, how many have that one there.
+    std::size_t countFrom(std::string_view host, std::string_view user = {}) const;
 
     const RowList& rows() const;
 
 private:
     struct Entry {
         std::size_t place = 0;
-        std::uint64_t ranks = 0;
+        IrcPresence presence = {};
     };
 
     void closeGaps();

@@ -74,10 +74,9 @@ IrcClient::State IrcClient::state() const {
 void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
                         const std::string& channel) {
     endSession();
-    // On another network, people with the same names are other people.
-    if (server.host != session_.server().host)
-        moderation_.ignoreNobody();
     forgetRooms();
+    if (server.host != session_.server().host)
+        moderation_.forgetPeople();
     joining_.beginWith(channel);
     isOn_ = true;
     tell("connecting to " + visibleName(server.host));
@@ -160,13 +159,9 @@ void IrcClient::take(const IrcMessage& message) {
                  [&](const std::string& text) { isAnswer ? tell(text) : shown_.message(text); });
     if (command == "JOIN" && isSelf)
         joining_.cameIn(std::string(message.parameter(0)));
-    if (command == "NICK")
-        moderation_.rename(message.nick(), message.parameter(0));
     channels_.take(message, session_.features());
     joining_.take(message);
-    // With the names it is known whether the owner may put others out; a MODE may change that.
-    if (command == numeric::endOfNames || command == "MODE")
-        moderation_.askForBans();
+    moderation_.take(message);
     shown_.changed();
 }
 

@@ -2,7 +2,8 @@
 // there are others. The owner is known by the name that the server gives this connection, and only
 // what this connection has said is his.
 //
-// Everything that it has to tell goes to `RoomDisplay`. Nothing here waits but `sendChatLine`.
+// Everything that it has to tell goes to `RoomDisplay`. Nothing here waits but `sendChatLine`
+// and what is done about people.
 #pragma once
 
 #include "chat/chat_lines.h"
@@ -98,7 +99,10 @@ public:
 
     ClientErrands& errands() override { return *this; }
     void gotoKeyword(const std::string& keyword) override; // the name of a channel
-    void enterPrivateRoom(const std::string& name) override { joining_.joinAndEnter(name); }
+    void enterPrivateRoom(const std::string& name) override {
+        moderation_.keepPrivate(name);
+        joining_.joinAndEnter(name);
+    }
     void signOff() override;
     void closeHost() override { disconnect(); }
     void takePrivateMessages(bool areTaken) override { hearing_.takeMessages(areTaken); }
@@ -128,7 +132,7 @@ private:
     IrcSession session_;
     IrcChannels channels_;
     IrcJoining joining_;
-    IrcModeration moderation_{session_, channels_, shown_};
+    IrcModeration moderation_{loop_, session_, channels_, shown_};
     IrcHearing hearing_;
     IrcSpeech speech_;
     IrcPacing pacing_;

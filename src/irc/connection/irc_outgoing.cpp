@@ -19,7 +19,8 @@ constexpr Nanoseconds minute = 60s;
 constexpr int mostTypedInRow = 2; // while something is to be said
 
 Nanoseconds cost(const std::string& line) {
-    return std::min(mostAhead, perLine + static_cast<int>(line.size() / part) * perPart);
+    const auto lines = std::max<std::ptrdiff_t>(std::ranges::count(line, '\n'), 1);
+    return std::min(mostAhead, lines * perLine + static_cast<int>(line.size() / part) * perPart);
 }
 
 } // namespace

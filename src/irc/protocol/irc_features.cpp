@@ -87,7 +87,7 @@ void IrcFeatures::readWord(std::string_view word) {
     else if (name == "EXTBAN")
         readExtendedMasks(value);
     else if (name == "ACCOUNTEXTBAN")
-        readAccountMasks(value);
+        readAccountKinds(value);
     else if (name == "WHOX")
         tellsAccounts = true;
     else if (word == "-PREFIX")
@@ -109,15 +109,23 @@ void IrcFeatures::readExtendedMasks(std::string_view value) {
         return;
     maskSign_ = sign;
     codelessModes = maskSign_ == "$" ? "c" : "cS";
-    const char account = maskSign_.empty() ? 'R' : 'a';
-    if (!isAccountMaskTold_)
-        accountMask = kinds.find(account) == kinds.npos ? "" : maskSign_ + account + ':';
+    if (!isAccountKindTold_) {
+        const char kind = maskSign_.empty() ? 'R' : 'a';
+        accountKind_ = std::string(kinds.find(kind) == kinds.npos ? 0 : 1, kind);
+    }
+    makeAccountMask();
 }
 
-// "a,account": the ways to write it, after the sign of the other word. It may come before that.
-void IrcFeatures::readAccountMasks(std::string_view names) {
-    isAccountMaskTold_ = !names.empty();
-    accountMask = maskSign_ + std::string(partedAt(names, ',').head) + ':';
+// "a,account": the ways to write it, after the sign of the other word.
+void IrcFeatures::readAccountKinds(std::string_view names) {
+    isAccountKindTold_ = true;
+    accountKind_ = partedAt(names, ',').head;
+    makeAccountMask();
+}
+
+// Either word may come first.
+void IrcFeatures::makeAccountMask() {
+    accountMask = accountKind_.empty() ? "" : maskSign_ + accountKind_ + ':';
 }
 
 bool IrcFeatures::isChannel(std::string_view name) const {

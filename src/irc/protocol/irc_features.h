@@ -57,11 +57,13 @@ private:
     void readWord(std::string_view word);
 
     void readExtendedMasks(std::string_view value);
-    void readAccountMasks(std::string_view names);
+    void readAccountKinds(std::string_view names);
+    void makeAccountMask();
 
     bool isMappingTold_ = false;
     std::string maskSign_; // in front of masks that are about something else than names and hosts
-    bool isAccountMaskTold_ = false;
+    std::string accountKind_; // what stands after it in those about an account
+    bool isAccountKindTold_ = false;
 };
 
 } // namespace larkspin

@@ -12,7 +12,8 @@ inline constexpr std::string_view welcome = "001", features = "005";
 // Answers to what was asked for.
 inline constexpr std::string_view away = "301", noTopic = "331", topic = "332", inviting = "341",
                                   names = "353", endOfNames = "366", ban = "367",
-                                  channelModes = "324";
+                                  channelModes = "324", who = "352", whoWithFields = "354",
+                                  endOfWho = "315", tryLater = "263";
 
 // Refusals.
 inline constexpr std::string_view cannotSend = "404", noCodes = "408", badCapability = "410",

@@ -106,17 +106,14 @@ TEST_F(IrcClientTest, WhatServersTellBesidesDoesNoHarm) {
 }
 
 TEST_F(IrcClientTest, AnOperatorPutsOthersOutAndLetsThemBackIn) {
-    EXPECT_EQ(sentOf([&] { room.say("'ban ann"); }, 10s).substr(0, 71),
-              "PRIVMSG #music :'ban ann\nMODE #music +b ann!*@*\nKICK #music ann\nPRIVMSG");
+    EXPECT_EQ(
+        sentOf([&] { room.say("'ban ann"); }, 10s).substr(0, 79),
+        "PRIVMSG #music :'ban ann\nWHO ann\nMODE #music +b ann!*@*\nKICK #music ann\nPRIVMSG");
     EXPECT_EQ(irc.people().count(), 2);
     told(":irc 367 Owner #music *!*@evil bob 1\r\n:bob!b@h MODE #music +b Ann!x@*");
     EXPECT_EQ(sentOf([&] { room.say("'unban ann"); }, 20s).substr(0, 26),
               "PRIVMSG #music :'unban ann");
     EXPECT_EQ(irc.ejected().count(), 1);
-    for (const std::string wild : {"a*", "b?b", "a@b"}) { // would put out others, too
-        told(':' + wild + " JOIN #music");
-        EXPECT_EQ(sentOf([&] { irc.roomPeople().eject(listed(wild)); }), "") << wild;
-    }
     for (const char* other : {"OWNER", "nobody"})
         EXPECT_EQ(sentOf([&] { irc.roomPeople().eject(listed(other)); }), "") << other;
     told(":bob!b@h MODE #music -o Owner");

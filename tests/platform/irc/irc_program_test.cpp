@@ -150,7 +150,7 @@ TEST_F(IrcProgramTest, PutsOutWhomItMayAndIgnoresAnybody) {
     EXPECT_EQ(program->line(patience), "dave: hello");
 
     for (const auto& [command, mode] :
-         {std::pair("'unban eve", "-b eve!*@*"), {"'ban dave", "+b dave!*@*"}}) {
+         {std::pair("'unban eve", "-b eve!*@*"), {"'ban dave", "+b *!~dave@127.0.0.1"}}) {
         program->tell("/connect");
         EXPECT_TRUE(program->says("[room] you are in #den", patience));
         bob.send("MODE #den +o jo");
