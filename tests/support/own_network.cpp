@@ -77,8 +77,27 @@ Descriptor nameServer() {
     return server;
 }
 
+void answerNobody(const Descriptor& nameServer) {
+    char question[512];
+    sockaddr_in from{};
+    socklen_t size = sizeof from;
+    auto* const sender = reinterpret_cast<sockaddr*>(&from);
+    const ssize_t count =
+        ::recvfrom(nameServer.number(), question, sizeof question, 0, sender, &size);
+    if (count < 4)
+        return;
+    question[2] = static_cast<char>(0x81);
+    question[3] = static_cast<char>(0x83);
+    ::sendto(nameServer.number(), question, static_cast<std::size_t>(count), 0, sender, size);
+}
+
 bool trustAlone(const std::filesystem::path& certificate) {
     return alone && showInstead(certificate, "/etc/ssl/certs/ca-certificates.crt");
+}
+
+bool showBeside(const std::filesystem::path& directory, const std::string& place) {
+    const std::string both = "lowerdir=" + directory.native() + ':' + place;
+    return alone && ::mount("overlay", place.c_str(), "overlay", 0, both.c_str()) == 0;
 }
 
 } // namespace larkspin

@@ -17,8 +17,13 @@ bool isAlone(); // with nothing but the machine itself
 // Only "localhost" and "irc.test" are known, as 127.0.0.1. Other names are asked for at a name
 // server at port 53 of 127.0.0.1, which is there while a test has bound it.
 Descriptor nameServer();
+// Answers a question there: nobody has that name.
+void answerNobody(const Descriptor& nameServer);
 
 // What the system trusts from now on: only this, for this process and what it starts.
 bool trustAlone(const std::filesystem::path& certificate);
+
+// What lies in that directory is seen in the place besides, by this process and what it starts.
+bool showBeside(const std::filesystem::path& directory, const std::string& place);
 
 } // namespace larkspin

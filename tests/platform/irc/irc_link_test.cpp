@@ -138,17 +138,7 @@ TEST_P(IrcLinkTest, NamesAreLookedUpAndUnknownOnesTold) {
         GTEST_SKIP() << "needs a network of its own";
     EXPECT_TRUE(endOf("elsewhere.test", 6667).starts_with("|the server's name"));
     const Descriptor names = nameServer();
-    loop.watch(names.number(), [&names] { // nobody has that name
-        char question[512];
-        sockaddr_in from{};
-        socklen_t size = sizeof from;
-        auto* const sender = reinterpret_cast<sockaddr*>(&from);
-        const ssize_t count =
-            ::recvfrom(names.number(), question, sizeof question, 0, sender, &size);
-        question[2] = static_cast<char>(0x81);
-        question[3] = static_cast<char>(0x83);
-        ::sendto(names.number(), question, static_cast<std::size_t>(count), 0, sender, size);
-    });
+    loop.watch(names.number(), [&names] { answerNobody(names); });
     EXPECT_EQ(endOf("nobody.test", 6667), "|the server's name isn't known, or there is no network");
     for (const char* const bad : {"", "\xff\xfe", "two words", "x.", "127.0.0.1:80"})
         EXPECT_EQ(endOf(bad, 6667, true).front(), '|') << bad;

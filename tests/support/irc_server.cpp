@@ -1,0 +1,123 @@
+#include "support/irc_server.h"
+
+#include "support/certificate.h"
+#include "support/own_network.h"
+#include "support/patience.h"
+
+#include <arpa/inet.h>
+#include <csignal>
+#include <poll.h>
+#include <sys/socket.h>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// Where scripts/setup unpacks servers that can't be installed beside each other.
+const std::filesystem::path unpacked = "/usr/local/lib/larkspin-tests";
+
+std::string readFile(const std::filesystem::path& file) { // "" when missing
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string replaced(std::string text, std::string_view word, std::string_view value) {
+    for (std::size_t at = 0; (at = text.find(word, at)) != text.npos; at += value.size())
+        text.replace(at, word.size(), value);
+    return text;
+}
+
+// One for all servers: the library remembers what the system trusts.
+const Certificate& trustedCertificate() {
+    static const Certificate made("DNS:" + std::string(LocalIrcServer::name) + ",IP:127.0.0.1");
+    static const bool trusted = trustAlone(made.file());
+    EXPECT_TRUE(trusted);
+    return made;
+}
+
+std::unique_ptr<Child> startServer(IrcFamily family, const std::string& disk) {
+    const std::string file = disk + "/configuration";
+    if (family == IrcFamily::ngircd)
+        return Child::start("/usr/sbin/ngircd", {}, {"-n", "-f", file});
+    if (family == IrcFamily::inspircd)
+        return Child::start("/usr/sbin/inspircd", {}, {"--nofork", "--nolog", "--config", file});
+    std::vector<std::string> arguments{"-foreground", "-configfile", file};
+    for (const char* const kept : {"log", "pid", "kline", "dline", "xline", "resv"}) {
+        arguments.push_back('-' + std::string(kept) + "file");
+        arguments.push_back(disk + '/' + kept);
+    }
+    static const bool hasModules = showBeside(unpacked / "usr/lib", "/usr/lib");
+    EXPECT_TRUE(hasModules);
+    return Child::start(unpacked / "usr/sbin/ircd-hybrid", {}, arguments);
+}
+
+// Nobody has a name.
+void answerAll(const std::stop_token& end) {
+    const Descriptor names = nameServer();
+    pollfd asked{names.number(), POLLIN, 0};
+    while (!end.stop_requested())
+        if (::poll(&asked, 1, 50) > 0)
+            answerNobody(names);
+}
+
+} // namespace
+
+const char* nameOf(IrcFamily family) {
+    static const char* const names[] = {"ngircd", "inspircd", "hybrid"};
+    return names[static_cast<int>(family)];
+}
+
+LocalIrcServer::LocalIrcServer(IrcFamily family, bool isPatient) : family_(family) {
+    disk_.write(
+        "configuration",
+        serverFile(nameOf(family) + std::string(".conf"), disk_) +
+            serverFile(nameOf(family) + std::string(isPatient ? "-patient.conf" : "-usual.conf"),
+                       disk_));
+    if (family == IrcFamily::hybrid)
+        names_ = std::jthread(answerAll);
+    EXPECT_TRUE(start());
+}
+
+bool LocalIrcServer::start() {
+    kill();
+    process_ = startServer(family_, disk_.path());
+    return process_ && listensAt(encryptedPort, *process_);
+}
+
+void LocalIrcServer::kill() {
+    if (process_)
+        ::kill(process_->id(), SIGKILL);
+    process_.reset();
+}
+
+std::string serverFile(const std::string& name, const TempDirectory& disk) {
+    std::string text = readFile(std::filesystem::path(LARKSPIN_SERVERS) / name);
+    for (const auto& [word, value] :
+         {std::pair<std::string_view, std::string>{"@CERTIFICATE@", trustedCertificate().file()},
+          {"@KEY@", trustedCertificate().key()},
+          {"@SERVERS@", LARKSPIN_SERVERS},
+          {"@DISK@", disk.path()},
+          {"@USER@", std::to_string(::getuid())},
+          {"@GROUP@", std::to_string(::getgid())}})
+        text = replaced(std::move(text), word, value);
+    return text;
+}
+
+Descriptor connectTo(std::uint16_t port) {
+    Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const sockaddr_in address{AF_INET, htons(port), {htonl(INADDR_LOOPBACK)}, {}};
+    if (::connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address))
+        return {};
+    return socket;
+}
+
+bool listensAt(std::uint16_t port, Child& process) {
+    const auto until = std::chrono::steady_clock::now() + patience;
+    while (!connectTo(port).isOpen())
+        if (std::chrono::steady_clock::now() > until || process.ends(std::chrono::milliseconds(1)))
+            return false;
+    return true;
+}
+
+} // namespace larkspin
