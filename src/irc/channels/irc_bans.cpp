@@ -26,41 +26,46 @@ std::string_view rowOf(std::string_view mask) {
 void IrcBans::add(std::string_view mask, const IrcFeatures& features) {
     if (mask.empty() || mask.size() > longestMask || bans_.size() == most)
         return;
-    Ban ban{
-        .mask = std::string(mask), .row = {}, .foldedMask = features.fold(mask), .foldedRow = {}};
-    if (std::ranges::find(bans_, ban.foldedMask, &Ban::foldedMask) != bans_.end())
+    std::string folded = features.fold(mask);
+    if (std::ranges::find(bans_, folded, &Called::foldedMask) != bans_.end())
         return;
-    const auto named = std::ranges::find(names_, ban.foldedMask, &Named::foldedMask);
-    name(ban, named == names_.end() ? rowOf(mask) : named->name, features);
-    bans_.push_back(std::move(ban));
-}
-
-void IrcBans::name(Ban& ban, std::string_view row, const IrcFeatures& features) {
-    ban.row = row;
-    ban.foldedRow = features.fold(row);
+    const std::string_view row = rowOf(mask);
+    bans_.push_back({std::string(mask), std::move(folded), std::string(row), features.fold(row)});
     isOld_ = true;
 }
 
-void IrcBans::call(const std::string& mask, const std::string& called,
-                   const IrcFeatures& features) {
-    const std::string folded = features.fold(mask);
-    std::erase_if(names_, [&](const Named& named) { return named.foldedMask == folded; });
+void IrcBans::call(const std::string& mask, const std::string& name, const IrcFeatures& features) {
+    Called called{mask, features.fold(mask), name, features.fold(name)};
+    std::erase_if(names_, [&](const Called& known) {
+        return known.foldedMask == called.foldedMask && known.foldedRow == called.foldedRow;
+    });
     if (names_.size() == most)
         names_.erase(names_.begin());
-    names_.push_back({mask, folded, called});
-    const auto found = std::ranges::find(bans_, folded, &Ban::foldedMask);
-    if (found != bans_.end())
-        name(*found, called, features);
+    names_.push_back(std::move(called));
+    isOld_ = true;
 }
 
 void IrcBans::remove(std::string_view mask, const IrcFeatures& features) {
-    const std::string folded = features.fold(mask);
-    std::erase_if(names_, [&](const Named& named) { return named.foldedMask == folded; });
-    const auto found = std::ranges::find(bans_, folded, &Ban::foldedMask);
-    if (found == bans_.end())
-        return;
-    bans_.erase(found);
+    const auto isThat = [folded = features.fold(mask)](const Called& called) {
+        return called.foldedMask == folded;
+    };
+    std::erase_if(names_, isThat);
+    std::erase_if(bans_, isThat);
     isOld_ = true;
+}
+
+// Each ban by all names that it has got, or else by what its mask is about.
+std::vector<const IrcBans::Called*> IrcBans::called() const {
+    std::vector<const Called*> all;
+    for (const Called& ban : bans_) {
+        const std::size_t before = all.size();
+        for (const Called& named : names_)
+            if (named.foldedMask == ban.foldedMask)
+                all.push_back(&named);
+        if (all.size() == before)
+            all.push_back(&ban);
+    }
+    return all;
 }
 
 const RowList& IrcBans::rows() const {
@@ -68,26 +73,27 @@ const RowList& IrcBans::rows() const {
         return rows_;
     std::vector<Row> rows;
     std::unordered_set<std::string_view> known;
-    for (const Ban& ban : bans_)
+    for (const Called* const called : called())
         // Several masks may be about one nick, which is listed once.
-        if (known.insert(ban.foldedRow).second)
-            rows.emplace_back(ban.row);
+        if (known.insert(called->foldedRow).second)
+            rows.emplace_back(called->row);
     rows_.assign(rows);
     return rows_;
 }
 
 std::vector<std::string> IrcBans::masksOf(std::string_view row) const {
     std::vector<std::string> masks;
-    const auto named = std::ranges::find(bans_, row, &Ban::row);
-    if (named == bans_.end())
+    const auto all = called();
+    const auto meant = std::ranges::find(all, row, &Called::row);
+    if (meant == all.end())
         return masks;
-    for (const Ban& ban : bans_)
-        if (ban.foldedRow == named->foldedRow)
-            masks.push_back(ban.mask);
+    for (const Called* const called : all)
+        if (called->foldedRow == (*meant)->foldedRow)
+            masks.push_back(called->mask);
     // Those that the owner has set as well, in case that the server lists them in another form.
-    for (const Named& ours : names_)
-        if (ours.name == row &&
-            std::ranges::find(bans_, ours.foldedMask, &Ban::foldedMask) == bans_.end())
+    for (const Called& ours : names_)
+        if (ours.foldedRow == (*meant)->foldedRow &&
+            std::ranges::find(bans_, ours.foldedMask, &Called::foldedMask) == bans_.end())
             masks.push_back(ours.mask);
     return masks;
 }

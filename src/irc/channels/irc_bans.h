@@ -26,24 +26,20 @@ public:
     std::vector<std::string> masksOf(std::string_view row) const;
 
     // The ban on the mask, which may be set only later, is called by that name for as long as it
-    // lasts. These names outlive a connection, since no server keeps them.
-    struct Named {
-        std::string mask, foldedMask, name;
-    };
+    // lasts, or by several names if it keeps out several people. These names outlive a connection,
+    // since no server keeps them.
     void call(const std::string& mask, const std::string& name, const IrcFeatures& features);
-    const std::vector<Named>& names() const { return names_; }
-    void takeNames(std::vector<Named> names) { names_ = std::move(names); }
+    struct Called {
+        std::string mask, foldedMask;
+        std::string row, foldedRow;
+    };
+    const std::vector<Called>& names() const { return names_; }
+    void takeNames(std::vector<Called> names) { names_ = std::move(names); }
 
 private:
-    struct Ban {
-        std::string mask, row;
-        std::string foldedMask, foldedRow;
-    };
+    std::vector<const Called*> called() const;
 
-    void name(Ban& ban, std::string_view row, const IrcFeatures& features);
-
-    std::vector<Ban> bans_;
-    std::vector<Named> names_;
+    std::vector<Called> bans_, names_;
 
     // Made when it is asked for.
     mutable RowList rows_;

@@ -59,7 +59,7 @@ private:
 
     std::vector<Place> places_;
     std::size_t current_ = 0;
-    std::map<std::string, std::vector<IrcBans::Named>> namesOfBans_; // in rooms left, by room
+    std::map<std::string, std::vector<IrcBans::Called>> namesOfBans_; // in rooms left, by room
 };
 
 } // namespace larkspin

@@ -33,26 +33,29 @@ bool bringsMany(std::string_view host) {
                                [&](std::string_view part) { return host.find(part) != host.npos; });
 }
 
-std::string hostMaskOf(const IrcPresence& presence, const IrcNameList& people) {
-    const auto& [ranks, user, host, account] = presence;
+std::string hostMaskOf(const IrcPresence& person, const IrcPresence* owner,
+                       const IrcNameList& people) {
+    const std::string &user = person.user, &host = person.host;
     if (host.empty())
         return {};
     if (!bringsMany(host) && people.countFrom(host) == 1)
         return "*!*@" + fitted(host);
-    if (!user.empty() && people.countFrom(host, user) == 1)
-        return "*!" + fitted(user) + '@' + fitted(host);
-    return {};
+    const bool isOwners = owner && owner->host == host && owner->user == user;
+    if (user.empty() || isOwners || (bringsMany(host) && people.countFrom(host, user) > 1))
+        return {};
+    return "*!" + fitted(user) + '@' + fitted(host);
 }
 
 } // namespace
 
-std::vector<std::string> ircMasksOf(std::string_view nick, const IrcNameList& people,
-                                    const IrcFeatures& features) {
+std::vector<std::string> ircMasksOf(std::string_view nick, std::string_view ownNick,
+                                    const IrcNameList& people, const IrcFeatures& features) {
     std::vector<std::string> masks;
+    const IrcPresence* const owner = people.find(features.fold(ownNick));
     if (const IrcPresence* const presence = people.find(features.fold(nick))) {
         if (!features.accountMask.empty() && presence->hasAccount())
             masks.push_back(features.accountMask + fitted(presence->account));
-        if (std::string mask = hostMaskOf(*presence, people); !mask.empty())
+        if (std::string mask = hostMaskOf(*presence, owner, people); !mask.empty())
             masks.push_back(std::move(mask));
     }
     if (masks.empty())

@@ -12,10 +12,11 @@ namespace larkspin {
 struct IrcFeatures;
 
 // The account's where the server knows such masks, and the host's. If others in the room come from
-// that host, or a gateway does that brings many, the mask is narrower by the user name. The nick is
-// the last resort: it is changed in a moment. Nobody else in the room fits into one of them.
-std::vector<std::string> ircMasksOf(std::string_view nick, const IrcNameList& people,
-                                    const IrcFeatures& features);
+// that host, or a gateway's it is that brings many, the mask is narrower by the user name. The nick
+// is the last resort, since it is changed in a moment: where nothing is known, or the owner or
+// others behind a gateway would be kept out as well.
+std::vector<std::string> ircMasksOf(std::string_view nick, std::string_view ownNick,
+                                    const IrcNameList& people, const IrcFeatures& features);
 
 // The lines that set ('+') or lift ('-') these bans.
 std::vector<std::string> ircBanLines(const std::string& channel, char sign,

@@ -142,7 +142,7 @@ Deed IrcModeration::eject(const Person& person) {
     if (!channel || !ownerMayEject())
         return notDone(person);
     const IrcFeatures& features = session_.features();
-    const auto masks = ircMasksOf(nick, channel->presences(), features);
+    const auto masks = ircMasksOf(nick, session_.nick(), channel->presences(), features);
     for (const std::string& mask : masks)
         channel->bans().call(mask, nick, features);
     // The ban comes first, or he could come back before it. Nothing comes between the two.

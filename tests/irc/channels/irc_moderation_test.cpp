@@ -39,13 +39,15 @@ TEST(IrcModeration, ABanIsAboutWhatStaysWhenTheNameChanges) {
         {home + ":ann!a@home CHGHOST an a.cloak", "b *!*@a.cloak"},
         {home + ":ann!a@home QUIT :x\r\n:ann!e@other JOIN #music", "b *!*@other"},
         {home + ":bob!b@home JOIN #music", "b *!a@home"},
-        {":ann!~a@host JOIN #music", "b *!~a@host"}, // where the owner is at home, too
-        {home + ":bob!a@home JOIN #music", "b ann!*@*"},
+        {":ann!~a@host JOIN #music", "b *!~a@host"},      // where the owner is at home, too
+        {home + ":bob!a@home JOIN #music", "b *!a@home"}, // the same person twice
+        {":ann!o@host JOIN #music", "b ann!*@*"},
+        {":ann!w@webchat.x JOIN #music\r\n:bob!w@webchat.x JOIN #music", "b ann!*@*"},
         {":ann!a@gateway/web/x JOIN #music", "b *!a@gateway/web/x"},
         {":ann!a@1::b\\c*d JOIN #music", "b *!*@1::b?c?d"},
         {annie, "b *!*@home"},
         {dollar + annie, "bb $a:annie *!*@home"},
-        {dollar + annie + ":bob!a@home JOIN #music", "b $a:annie"},
+        {dollar + ":ann!o@host JOIN #music annie :x", "b $a:annie"},
         {dollar + annie + ":ann!a@home ACCOUNT *", "b *!*@home"},
         {dollar + home + ":ann!a@home ACCOUNT annie", "bb $a:annie *!*@home"},
         {dollar + "@account=annie " + home, "bb $a:annie *!*@home"},
@@ -122,12 +124,22 @@ TEST_F(IrcModerationTest, APersonIsLetInByTheNameThatHeWasPutOutUnder) {
     told(":irc 367 Owner #music $a:annie x 1\r\n:irc 367 Owner #music *!*@HOME x 1\r\n"
          ":irc 367 Owner #music *!*@evil x 1\r\n:irc 367 Owner #music Ann!x@* x 1");
     EXPECT_EQ(ejected(), "ann *!*@evil ");
-    EXPECT_EQ(sentFor("'unban ann"), "MODE #music -bbb $a:annie *!*@HOME Ann!x@*\n");
+    EXPECT_EQ(sentFor("'unban ann"), "MODE #music -bbb $a:annie *!*@home Ann!x@*\n");
     told(":x!x@y MODE #music +b *!*@home"); // by somebody else
     EXPECT_EQ(ejected(), "*!*@evil *!*@home ");
     seenOf([&] { irc.connect({.host = "other.test"}, {.nick = "Owner"}, "#music"); });
     told(":irc 367 Owner #music *!*@inn x 1");
     EXPECT_EQ(ejected(), "*!*@inn ");
+}
+
+TEST_F(IrcModerationTest, ABanThatKeepsOutSeveralIsListedUnderAllTheirNames) {
+    told(":ann!a@home JOIN #music\r\n:bob!a@home JOIN #music\r\n:carl!a@home JOIN #music");
+    sentFor("'ban ann");
+    server.takes = [](const std::string& line) { return line.find("+b") != line.npos; }; // it's set
+    seenOf([&] { irc.roomPeople().eject({"bob", 0, irc.roomPeople().listPeople()[0].list}); });
+    EXPECT_EQ(ejected(), "ann bob ");
+    EXPECT_EQ(sentFor("'unban ann"), "MODE #music -b *!a@home\n");
+    EXPECT_EQ(ejected(), "");
 }
 
 TEST_F(IrcModerationTest, AKickIsSentWithItsBanHoweverMuchWaits) {
