@@ -27,6 +27,8 @@ int main(int count, char** arguments) {
     QtDialogs dialogs(loop);
     QtDesktop desktop(loop);
     QtRoom room(loop, ports.lines, ports.connection, ports.files, ports.directory, loginName());
+    room.rooms.words.readPathsBy(
+        [&](std::string_view typed) { return ports.directories.drivePath(typed); });
     room.words.add(
         {traceWord(ports.trace, [&](const std::string& text) { room.window.tell(text); })});
     const auto tell = [&](const std::string& line) {

@@ -2,6 +2,7 @@
 // the same, people are listed once each, and nothing that is sent holds more than a line.
 #include "fuzz/fuzz.h"
 #include "irc/channels/irc_channel.h"
+#include "irc/connection/irc_connection.h"
 #include "irc/connection/irc_registration.h"
 #include "irc/protocol/irc_input.h"
 #include "irc/protocol/irc_message.h"
@@ -28,8 +29,9 @@ static void readsBack(const IrcMessage& message) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
-    IrcRegistration registration({.nick = input.ConsumeRandomLengthString(9), .account = "a"}, true,
-                                 sendsOneLine, [](const std::string&) {});
+    IrcRegistration registration(
+        {.nick = input.ConsumeRandomLengthString(9), .account = "a", .password = "b"}, IrcServer{},
+        sendsOneLine, [](const std::string&) {});
     std::vector<std::string> lines, inPieces;
     IrcInput pieces, whole;
     std::string bytes;
@@ -37,8 +39,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         std::string piece = input.PickValueInArray(
             {"\n", ":a JOIN #c\n", ":a NICK ", ":A!b@c QUIT\n", "PART #c\n", "MODE #c +b-o ",
              "353 a = #c :@+a b ", "367 a #c a!", "005 a PREFIX=(ov)@+ CHANMODES=b,k,l :x\n",
-             "CAP * LS :sasl echo-message\n", "CAP * ACK :sasl\n", "AUTHENTICATE +\n",
-             "433 * a\n"});
+             "CAP * LS :sasl=PLAIN,SCRAM-SHA-256 sts=port=1\n", "CAP * ACK :sasl\n",
+             "AUTHENTICATE +\n", "433 * a\n"});
         piece += input.ConsumeRandomLengthString(30);
         bytes += piece;
         pieces.add(piece, [&](std::string_view line) { inPieces.emplace_back(line); });

@@ -28,6 +28,7 @@ public:
     std::function<bool(const std::string& line)> takes; // true: the line is answered by the test
 
     int opened = 0;
+    IrcServer to;                  // the one that was connected to last
     std::vector<std::string> sent; // by the client, without what registers and keeps alive
     Nanoseconds finishing{};       // how long the last lines may have taken
 
@@ -43,8 +44,17 @@ public:
             post([ended = events_.ended, why] { ended(why); });
     }
 
-    void open(const IrcServer&, Events events) override {
+    void distrust(const std::string& fingerprint, bool isVouchedFor = false) {
+        if (std::exchange(isOpen_, false))
+            post([events = events_, fingerprint, isVouchedFor] {
+                events.distrusted({fingerprint, isVouchedFor});
+                events.ended("its certificate isn't taken");
+            });
+    }
+
+    void open(const IrcServer& server, Events events) override {
         ++opened;
+        to = server;
         close();
         events_ = std::move(events);
         nick.clear();

@@ -1,6 +1,7 @@
 #include "irc/client/all_rooms.h"
 
 #include "host/name_completion.h"
+#include "shell/kept_files.h"
 
 #include <utility>
 
@@ -11,8 +12,8 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
                    const std::string& screenName, const RoomDisplay& shown)
     : file_(files, directory.ircFile()), own(lines, screenName, shown),
       irc(loop, lines, connection, followed(shown)),
-      words(loop, own, irc, prompt, file_, [shown](const std::string& text) { shown.tell(text); }) {
-}
+      words(loop, own, irc, prompt, file_, files,
+            [shown](const std::string& text) { shown.tell(text); }) {}
 
 RoomDisplay AllRooms::followed(RoomDisplay shown) {
     // The words keep for the next run where the owner is, so they hear of each change first.

@@ -12,7 +12,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t largestFile = 10'000, longestHost = 255, longestWord = 200;
+constexpr std::size_t largestFile = 300'000, longestHost = 255, longestWord = 200;
 constexpr std::size_t longestPassword = 500;
 constexpr std::uint16_t portByTls = 6697, plainPort = 6667;
 
@@ -54,6 +54,7 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
             account.linesPerMinute = number.value_or(0);
         return number.has_value();
     }
+    account.facts.takeLine(key, value);
     return true;
 }
 
@@ -104,7 +105,7 @@ std::string textOf(const IrcAccount& account) {
     }
     if (account.linesPerMinute > 0)
         line("lines a minute", std::to_string(account.linesPerMinute));
-    return text;
+    return text + account.facts.lines();
 }
 
 // The server with its nick and room, and the login with its host and password, are each taken as a
@@ -124,6 +125,7 @@ void addWhatIsLacking(IrcAccount& account, const IrcAccount& other) {
     }
     if (account.linesPerMinute == 0)
         account.linesPerMinute = other.linesPerMinute;
+    account.facts.addWhatIsLacking(other.facts);
 }
 
 } // namespace

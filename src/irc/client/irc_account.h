@@ -1,8 +1,8 @@
 // What the owner has asked for last about networks, and the file that keeps it for the next run.
 #pragma once
 
+#include "irc/client/irc_server_facts.h"
 #include "irc/connection/irc_connection.h"
-#include "irc/connection/irc_registration.h"
 
 #include <optional>
 #include <string>
@@ -23,6 +23,7 @@ struct IrcAccount {
     bool keepsPassword = false;
 
     int linesPerMinute = 0; // that are said at most; 0 for no limit
+    IrcServerFacts facts{};
 
     bool operator==(const IrcAccount&) const = default;
 };

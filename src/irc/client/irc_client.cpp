@@ -28,7 +28,8 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
                {.welcomed =
                     [this] {
                         tell("you are " + visibleName(ownName()) + " on " + visibleName(name()));
-                        joining_.welcomed();
+                        const Task join = [this] { joining_.welcomed(); };
+                        welcomed_ ? welcomed_(join) : join();
                     },
                 .message = [this](const IrcMessage& message) { take(message); },
                 .lost = [this] { lost(); },
@@ -185,6 +186,11 @@ std::vector<IrcClient::Joined> IrcClient::rooms() const {
 void IrcClient::changeNick(const std::string& nick) {
     if (!tellWithoutServer())
         session_.changeNick(std::string(withoutBlanks(nick)));
+}
+
+void IrcClient::quote(std::string_view line) {
+    if (const auto message = readIrcMessage(line); message && !tellWithoutServer())
+        session_.request(message->command, message->parameters);
 }
 
 void IrcClient::message(const std::string& name, const std::string& text) {

@@ -18,9 +18,11 @@
 #include "irc/talk/irc_speech.h"
 #include "text/row_list.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -38,10 +40,18 @@ public:
     State state() const;
     bool isOn() const { return state() != State::disconnected; } // from connect to disconnect
 
+    // Who keeps what is known of servers, and what he does after each welcome, before the rooms are
+    // joined by the task that he gets.
+    void keepBy(IrcKeeper keeper, std::function<void(const Task& join)> welcomed) {
+        session_.keepBy(std::move(keeper));
+        welcomed_ = std::move(welcomed);
+    }
+
     // Connects, and stays so: a connection that is lost is made again, with the rooms. Without a
     // channel sign a room's name gets one; blank for no room.
     void connect(const IrcServer& server, const IrcIdentity& identity, const std::string& channel);
     void disconnect();
+    void identify(const IrcIdentity& identity) { session_.identify(identity); }
 
     // To be called as the process ends: leaves with a farewell, within 300 milliseconds.
     void finish();
@@ -68,6 +78,7 @@ public:
     const std::string& wantedNick() const { return session_.identity().nick; } // at each connection
     const std::string& wantedRoom() const { return joining_.wantedRoom(); }    // at the next one
     void message(const std::string& name, const std::string& text);
+    void quote(std::string_view line); // one of the protocol
     void topic(const std::optional<std::string>& text);
     void names();
 
@@ -136,6 +147,7 @@ private:
     IrcHearing hearing_;
     IrcSpeech speech_;
     IrcPacing pacing_;
+    std::function<void(const Task& join)> welcomed_;
     bool isOn_ = false;
     RowList nobody_;
 };

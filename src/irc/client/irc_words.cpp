@@ -3,12 +3,8 @@
 #include "host/own_room.h"
 #include "host/room_words.h"
 #include "irc/client/irc_client.h"
-#include "irc/client/password_prompt.h"
-#include "shell/dialogs.h"
 #include "text/blanks.h"
-#include "text/fold.h"
 #include "text/number.h"
-#include "text/parts.h"
 #include "text/typed_words.h"
 #include "text/visible.h"
 
@@ -19,6 +15,7 @@ namespace larkspin {
 
 namespace {
 
+constexpr const char* nowhere = "you are on no network: /connect leads to one";
 constexpr auto followsWithin = std::chrono::milliseconds(500);
 
 bool isBlank(std::string_view rest) {
@@ -28,17 +25,38 @@ bool isBlank(std::string_view rest) {
 } // namespace
 
 IrcWords::IrcWords(EventLoop& loop, OwnRoom& own, IrcClient& irc, PasswordPrompt& prompt,
-                   IrcAccountFile& file, SlashWords::Tell tell)
-    : loop_(loop), own_(own), irc_(irc), prompt_(prompt), file_(file), tell_(std::move(tell)) {
+                   IrcAccountFile& file, Files& disk, SlashWords::Tell tell)
+    : loop_(loop), own_(own), irc_(irc), file_(file), tell_(tell),
+      access_(loop, irc, prompt, file, disk, tell, [this] {
+          SlashWords words(tell_);
+          words.add(wordsInside());
+          return words;
+      }) {
     irc_.limitSaid(file_.account().linesPerMinute);
 }
 
 IrcWords::~IrcWords() {
-    loop_.cancel(unanswered_);
     loop_.cancel(following_);
 }
 
 std::vector<SlashWord> IrcWords::words() {
+    std::vector<SlashWord> all = wordsOfOwnRoom();
+    for (auto&& words : {access_.words(), wordsInside()})
+        all.insert(all.end(), words.begin(), words.end());
+    all.push_back(
+        {"disconnect", "", "leaves the network, for your own room", [this](std::string_view rest) {
+             if (!isBlank(rest))
+                 return false;
+             if (irc_.isOn())
+                 irc_.disconnect();
+             else
+                 tell_(nowhere);
+             return true;
+         }});
+    return all;
+}
+
+std::vector<SlashWord> IrcWords::wordsInside() {
     using Self = IrcWords;
     const auto by = [this](bool (Self::*work)(std::string_view)) {
         return [this, work](std::string_view rest) { return (this->*work)(rest); };
@@ -48,7 +66,7 @@ std::vector<SlashWord> IrcWords::words() {
         return [this, work = std::move(work)](std::string_view rest) {
             if (irc_.isOn())
                 return work(rest);
-            tell_("you are on no network: /connect leads to one");
+            tell_(nowhere);
             return true;
         };
     };
@@ -74,19 +92,7 @@ std::vector<SlashWord> IrcWords::words() {
             irc_.names();
         return isBlank(rest);
     };
-    const auto disconnect = [this](std::string_view rest) {
-        if (!isBlank(rest))
-            return false;
-        irc_.disconnect();
-        return true;
-    };
-    std::vector<SlashWord> all = wordsOfOwnRoom();
-    const std::vector<SlashWord> more{
-        {"connect", "[[plain] SERVER[:PORT] NICK [#ROOM]]",
-         "goes to a network, by TLS unless plain; or to the last one once more",
-         by(&Self::connect)},
-        {"login", "USER [keep]", "asks for the password of an account, and may keep it",
-         by(&Self::login)},
+    return {
         {"join", "#ROOM [KEY]", "goes into a room, which waits behind the one you are in",
          there(join)},
         {"leave", "", "leaves the room", there(leave)},
@@ -96,10 +102,7 @@ std::vector<SlashWord> IrcWords::words() {
         {"nick", "NAME", "asks for another name", there(by(&Self::changeNick))},
         {"limit", "[LINES]", "how many lines a minute are said at most; 0 for as many as may",
          by(&Self::limit)},
-        {"disconnect", "", "leaves the network, for your own room", there(disconnect)},
     };
-    all.insert(all.end(), more.begin(), more.end());
-    return all;
 }
 
 // On a network the owner can't speak for others, and rooms have numbers, too.
@@ -121,91 +124,9 @@ std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
     return words;
 }
 
-bool IrcWords::asksPassword(std::string_view line) {
-    return SlashWords::isMeantForIt(line) && equalFolded(partedAt(line, ' ').head, "/login");
-}
-
-bool IrcWords::connect(std::string_view rest) {
-    if (isBlank(rest))
-        return connectAgain();
-    std::string_view word = takeWord(rest);
-    const bool isPlain = equalFolded(word, "plain");
-    if (isPlain)
-        word = takeWord(rest);
-    const auto server = readIrcServer(word, !isPlain);
-    const std::string_view nick = takeWord(rest), room = takeWord(rest);
-    if (!server || !canBeIrcNick(nick) || !(room.empty() || canBeIrcWord(room)) || !isBlank(rest))
-        return false;
-    IrcAccount account = file_.account();
-    account.server = *server;
-    account.nick = nick;
-    account.room = room;
-    file_.keep(std::move(account));
-    return connectAgain();
-}
-
-bool IrcWords::connectAgain() {
-    IrcAccount account = file_.account();
-    if (account.server.host.empty() || account.nick.empty())
-        return false;
-    // An account that was given without a network belongs to the first one after that.
-    if (account.loginHost.empty() && !account.password.empty())
-        account.loginHost = account.server.host;
-    const bool isLoginFor = equalFolded(account.loginHost, account.server.host);
-    const bool logsIn = isLoginFor && !account.password.empty();
-    if (!account.user.empty() && !logsIn)
-        tell_("you don't log in as " + visibleName(account.user) +
-              (isLoginFor ? ": there is no password"
-                          : ", which is for " + visibleName(account.loginHost)));
-    wasOn_ = account.isWanted = true;
-    file_.keep(account);
-    irc_.connect(account.server,
-                 {account.nick, logsIn ? account.user : "", logsIn ? account.password : ""},
-                 account.room);
-    return true;
-}
-
 void IrcWords::takeUpAgain() {
     if (file_.account().isWanted)
-        loop_.post([this] { connectAgain(); });
-}
-
-bool IrcWords::login(std::string_view rest) {
-    IrcAccount account = file_.account();
-    account.user = takeWord(rest);
-    const std::string_view keep = takeWord(rest);
-    account.keepsPassword = equalFolded(keep, "keep");
-    if (!canBeIrcWord(account.user) || keep.empty() == account.keepsPassword || !isBlank(rest))
-        return false;
-    // The account is one of the network that the owner is on, or else of the next one.
-    account.loginHost = irc_.isOn() ? account.server.host : "";
-    prompt_.ask("password of " + visibleName(account.user),
-                [this, account](std::string password) mutable {
-                    account.password = std::move(password);
-                    takePassword(std::move(account));
-                });
-    loop_.cancel(unanswered_);
-    unanswered_ = loop_.once(answerLimit, [this] {
-        prompt_.dismiss();
-        tell_("nobody has typed a password");
-    });
-    return true;
-}
-
-// The connection stays as it is, since a new one would leave its rooms.
-void IrcWords::takePassword(IrcAccount account) {
-    loop_.cancel(std::exchange(unanswered_, TimerId::none));
-    if (account.password.empty())
-        return tell_("without a password all stays as it was");
-    if (!canBeIrcPassword(account.password))
-        return tell_("this can't be a password");
-    IrcAccount kept = file_.account();
-    kept.user = std::move(account.user);
-    kept.password = std::move(account.password);
-    kept.loginHost = std::move(account.loginHost);
-    kept.keepsPassword = account.keepsPassword;
-    file_.keep(kept);
-    tell_("you log in as " + visibleName(kept.user) + " from the next /connect on");
+        loop_.post([this] { access_.connectAgain(); });
 }
 
 bool IrcWords::message(std::string_view rest) {
@@ -273,6 +194,7 @@ bool IrcWords::limit(std::string_view rest) {
 // Changes are written together, after a moment, so that no server can make the file be written
 // again and again.
 void IrcWords::roomChanged() {
+    wasOn_ = wasOn_ || irc_.isOn();
     if (following_ == TimerId::none)
         following_ = loop_.once(followsWithin, [this] { follow(); });
 }

@@ -3,11 +3,13 @@
 #pragma once
 
 #include "host/slash_words.h"
+#include "irc/client/irc_access.h"
 #include "irc/client/irc_account.h"
 #include "shell/event_loop.h"
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -20,7 +22,7 @@ class IrcWords {
 public:
     // All must live on. What the words have to say is told by `tell`, a line each.
     IrcWords(EventLoop& loop, OwnRoom& own, IrcClient& irc, PasswordPrompt& prompt,
-             IrcAccountFile& file, SlashWords::Tell tell);
+             IrcAccountFile& file, Files& disk, SlashWords::Tell tell);
     ~IrcWords();
     IrcWords(const IrcWords&) = delete;
     IrcWords& operator=(const IrcWords&) = delete;
@@ -29,7 +31,10 @@ public:
     std::vector<SlashWord> words();
 
     // Whether what is typed after this line is a password.
-    static bool asksPassword(std::string_view line);
+    static bool asksPassword(std::string_view line) { return IrcAccess::asksPassword(line); }
+
+    // What makes a drive path of what the owner types as one.
+    void readPathsBy(IrcAccess::ReadPath readPath) { access_.readPathsBy(std::move(readPath)); }
 
     // To be called as a run begins. If the last run was on a network, connects to it again. Returns
     // at once.
@@ -41,24 +46,20 @@ public:
     void follow();
 
 private:
-    bool connect(std::string_view rest);
-    bool connectAgain();
-    bool login(std::string_view rest);
-    void takePassword(IrcAccount account);
     bool message(std::string_view rest);
     bool changeNick(std::string_view rest);
     bool room(std::string_view rest);
     bool limit(std::string_view rest);
     void tellRooms() const;
     std::vector<SlashWord> wordsOfOwnRoom();
+    std::vector<SlashWord> wordsInside(); // what can be done on a network
 
     EventLoop& loop_;
     OwnRoom& own_;
     IrcClient& irc_;
-    PasswordPrompt& prompt_;
     IrcAccountFile& file_;
     SlashWords::Tell tell_;
-    TimerId unanswered_ = TimerId::none;
+    IrcAccess access_;
     TimerId following_ = TimerId::none;
     bool wasOn_ = false; // the network
 };

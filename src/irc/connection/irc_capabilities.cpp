@@ -73,18 +73,22 @@ void IrcCapabilities::take(const IrcMessage& message, const WantsLogin& wantsLog
     }
 }
 
+bool IrcCapabilities::isOffer(const IrcMessage& message) {
+    const std::string_view kind = message.parameter(1);
+    return message.command == "CAP" && (kind == "LS" || kind == "NEW");
+}
+
 void IrcCapabilities::takeOffers(const std::vector<std::string_view>& words,
                                  const WantsLogin& wantsLogin) {
     for (const std::string_view word : words) {
         const auto [name, value, hasValue] = partedAt(word, '=');
         const bool isLogin = name == capability::sasl;
-        const bool isOfUse =
-            isLogin || std::ranges::find(alwaysWanted, name) != std::end(alwaysWanted);
-        if (!isOfUse)
+        const bool isTold = name == capability::sts; // and can't be asked for
+        if (!isLogin && !isTold && std::ranges::find(alwaysWanted, name) == std::end(alwaysWanted))
             continue;
         std::erase_if(offered_, [&, of = name](const auto& known) { return known.first == of; });
         offered_.emplace_back(name, value);
-        const bool isWanted = !isLogin || wantsLogin(value);
+        const bool isWanted = isLogin ? wantsLogin(value) : !isTold;
         if (isWanted && !isAmong(wanted_, name) && !asksFor(name) && !holds(name))
             wanted_.emplace_back(name);
     }

@@ -14,7 +14,7 @@ struct IrcMessage;
 
 namespace capability {
 
-inline constexpr const char *sasl = "sasl", *echo = "echo-message";
+inline constexpr const char *sasl = "sasl", *echo = "echo-message", *sts = "sts";
 
 } // namespace capability
 
@@ -31,6 +31,9 @@ public:
     // later. `wantsLogin` is whether `sasl`, with this value, is of use.
     using WantsLogin = std::function<bool(std::string_view ways)>;
     void take(const IrcMessage& message, const WantsLogin& wantsLogin);
+
+    // Whether such a message tells what there is.
+    static bool isOffer(const IrcMessage& message);
 
     // Whether the server has told all that there is, and whether it has answered all requests.
     bool isListed() const { return isListed_; }

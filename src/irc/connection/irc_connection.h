@@ -15,7 +15,20 @@ struct IrcServer {
     std::uint16_t port = 6697;
     bool encrypted = true; // by TLS, with the server's certificate checked
 
+    // The SHA-256 fingerprint, in small hexadecimal digits, of the one certificate that is taken
+    // from the server, whoever vouches for it. Blank for any that is vouched for.
+    std::string pinned = {};
+
+    // The owner's own certificate with its key (PEM), which is shown to the server. Blank for none.
+    std::string ownCertificate = {};
+
     bool operator==(const IrcServer&) const = default;
+};
+
+// A server's certificate that wasn't taken.
+struct IrcCertificate {
+    std::string fingerprint;
+    bool isVouchedFor = false; // and so it would be taken if no other one were pinned
 };
 
 class IrcConnection {
@@ -28,6 +41,9 @@ public:
         Task opened;
         std::function<void(std::string_view bytes)> received;
         std::function<void(const std::string& why)> ended;
+
+        // The server's certificate isn't taken. `ended` follows in the same event.
+        std::function<void(const IrcCertificate&)> distrusted = {};
     };
 
     // Closes the last one first. Returns at once, as everything here does but `finish`.

@@ -1,8 +1,8 @@
 #include "irc/connection/irc_registration.h"
 
+#include "irc/connection/irc_connection.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
-#include "irc/protocol/sasl_plain.h"
 
 #include <utility>
 
@@ -12,60 +12,65 @@ namespace {
 
 constexpr const char* userName = "larkspin";
 
-// Of the ways that are offered; without any named, every way may do.
-bool offersPlain(std::string_view ways) {
-    const std::string list = ',' + std::string(ways) + ',';
-    return list == ",," || list.find(",PLAIN,") != list.npos;
+std::string orElse(const std::string& text, const std::string& otherwise) {
+    return text.empty() ? otherwise : text;
+}
+
+bool isTaken(std::string_view command) {
+    return command == numeric::nickInUse || command == numeric::nickCollision ||
+           command == numeric::nickUnavailable;
 }
 
 } // namespace
 
-IrcRegistration::IrcRegistration(IrcIdentity identity, bool encrypted, Send send, Tell tell)
+IrcRegistration::IrcRegistration(IrcIdentity identity, const IrcServer& server, Send send,
+                                 Tell tell)
     : identity_(std::move(identity)), send_(std::move(send)), tell_(std::move(tell)),
-      choice_(identity_.nick.empty() ? userName : identity_.nick), capabilities_(send_) {
-    if (!identity_.account.empty())
-        login_ = encrypted ? Login::wanted : Login::impossible;
-}
+      choice_(orElse(identity_.nick, userName)), capabilities_(send_),
+      login_(identity_, server, send_, tell_), isEncrypted_(server.encrypted) {}
 
 void IrcRegistration::begin() {
-    if (login_ == Login::impossible)
-        failLogin("a password isn't sent without TLS");
+    if (!isEncrypted_)
+        login_.failUnoffered("a password isn't sent without TLS");
     // A server that knows CAP waits with its welcome until CAP END. Any other goes on with the two
     // lines after it.
     capabilities_.begin();
+    if (!identity_.serverPassword.empty())
+        send_(ircLine("PASS", {identity_.serverPassword}));
     send_(ircLine("NICK", {choice_.asked()}));
-    send_(ircLine("USER", {userName, "0", "*", choice_.asked()}));
+    send_(ircLine("USER", {orElse(identity_.user, userName), "0", "*",
+                           orElse(identity_.realName, choice_.asked())}));
 }
 
-void IrcRegistration::take(const IrcMessage& message) {
+bool IrcRegistration::take(const IrcMessage& message) {
     const std::string& command = message.command;
     // Messages about capabilities may come at any time, the others are about the registration only
     // until it is done.
     if (command == "CAP")
         takeCapabilities(message);
     else if (isDone())
-        return;
+        return false;
     else if (command == numeric::welcome)
         welcome(message);
-    else if (command == numeric::nickInUse || command == numeric::nickCollision ||
-             command == numeric::nickUnavailable)
-        askAnew(choice_.taken(message.parameter(1)));
+    else if (isTaken(command))
+        wasTaken_ = true, askAnew(choice_.taken(message.parameter(1)));
     else if (command == numeric::noNickGiven || command == numeric::badNick)
         askAnew(choice_.malformed());
-    else if (command == "AUTHENTICATE")
-        sendLogin(message.parameter(0));
-    else if (numeric::isAboutLogin(command))
-        takeLoginAnswer(message);
+    else if (command == "AUTHENTICATE" || numeric::isAboutLogin(command))
+        takeLogin(message);
     else if (command == numeric::unknownCommand || command == numeric::notRegistered)
-        takeUnknown(message.parameter(1));
+        return takeUnknown(message.parameter(1));
     else if (command == numeric::badCapability)
         endCapabilities();
+    else
+        return false;
+    return true;
 }
 
 void IrcRegistration::welcome(const IrcMessage& message) {
     // A login that is still open at the welcome was never answered.
-    failLogin("the server knows no accounts");
-    nick_ = message.parameter(0).empty() ? choice_.asked() : message.parameter(0);
+    login_.failUnoffered("the server knows no accounts");
+    nick_ = orElse(std::string(message.parameter(0)), choice_.asked());
     phase_ = Phase::done;
 }
 
@@ -77,21 +82,21 @@ void IrcRegistration::askAnew(bool hasAnother) {
 }
 
 // A server that doesn't know CAP goes on by itself.
-void IrcRegistration::takeUnknown(std::string_view command) {
-    if (command != "AUTHENTICATE")
-        return;
-    failLogin("the server knows no accounts");
-    endCapabilities();
+bool IrcRegistration::takeUnknown(std::string_view command) {
+    if (command == "AUTHENTICATE") {
+        login_.fail("the server knows no accounts");
+        endCapabilities();
+    }
+    // What is told of a server that knows no CAP is news to nobody.
+    return command == "AUTHENTICATE" || command == "CAP";
 }
 
 void IrcRegistration::takeCapabilities(const IrcMessage& message) {
-    capabilities_.take(message, [this](std::string_view ways) {
-        return login_ == Login::wanted && offersPlain(ways);
-    });
+    capabilities_.take(message, [this](std::string_view ways) { return login_.knows(ways); });
     if (phase_ == Phase::listing && capabilities_.isListed()) {
         phase_ = Phase::requesting;
         if (!capabilities_.asksFor(capability::sasl))
-            failLogin("the server offers no login by a password");
+            login_.failUnoffered("the server offers no login by a password");
     }
     goOn();
 }
@@ -100,11 +105,13 @@ void IrcRegistration::goOn() {
     if (phase_ != Phase::requesting || !capabilities_.isSettled())
         return;
     if (!capabilities_.holds(capability::sasl))
-        failLogin("the server refuses it");
-    if (login_ != Login::wanted)
-        return endCapabilities();
+        login_.fail("the server refuses it");
+    const std::string* const ways = capabilities_.offered(capability::sasl);
+    if (login_.isWanted())
+        login_.begin(ways ? *ways : "");
     phase_ = Phase::loggingIn;
-    send_(ircLine("AUTHENTICATE", {"PLAIN"}));
+    if (!login_.isWanted())
+        endCapabilities();
 }
 
 void IrcRegistration::endCapabilities() {
@@ -114,36 +121,12 @@ void IrcRegistration::endCapabilities() {
     send_(ircLine("CAP", {"END"}));
 }
 
-// The password is sent once at most, and only when the server asks for it as agreed.
-void IrcRegistration::sendLogin(std::string_view challenge) {
-    if (phase_ != Phase::loggingIn || login_ != Login::wanted)
+void IrcRegistration::takeLogin(const IrcMessage& message) {
+    if (phase_ != Phase::loggingIn)
         return;
-    login_ = Login::sent;
-    if (challenge != "+")
-        return send_(ircLine("AUTHENTICATE", {"*"}));
-    for (const std::string& line : saslPlainLines(identity_.account, identity_.password))
-        send_(ircLine("AUTHENTICATE", {line}));
-}
-
-void IrcRegistration::takeLoginAnswer(const IrcMessage& message) {
-    const std::string& command = message.command;
-    // These two only tell the name of the account. How the login went comes in another number.
-    if (command == numeric::loggedIn || command == numeric::loggedOut || phase_ != Phase::loggingIn)
-        return;
-    if (command == numeric::loginDone || command == numeric::loginDoneBefore) {
-        login_ = Login::none;
-    } else if (command == numeric::loginWays) {
-        failLogin("the server knows only other ways than a password");
-    } else {
-        const bool saysWhy = message.parameters.size() > 1;
-        failLogin(saysWhy ? message.parameters.back() : "the server refuses it");
-    }
-    endCapabilities();
-}
-
-void IrcRegistration::failLogin(std::string_view why) {
-    if (std::exchange(login_, Login::none) != Login::none)
-        tell_("you are not logged in: " + std::string(why));
+    login_.take(message);
+    if (!login_.isWanted())
+        endCapabilities();
 }
 
 } // namespace larkspin

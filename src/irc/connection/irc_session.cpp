@@ -1,5 +1,6 @@
 #include "irc/connection/irc_session.h"
 
+#include "irc/connection/irc_sts.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
 #include "text/number.h"
@@ -23,7 +24,10 @@ std::string inSeconds(std::chrono::seconds wait) {
 
 IrcSession::IrcSession(EventLoop& loop, IrcConnection& connection, Events events)
     : loop_(loop), connection_(connection), events_(std::move(events)),
-      outgoing_(loop, [this](const std::string& line) { connection_.send(line); }) {}
+      outgoing_(loop, [this](const std::string& line) { connection_.send(line); }),
+      regain_(loop, [this](std::string_view command, const std::vector<std::string>& parameters) {
+          request(command, parameters);
+      }) {}
 
 IrcSession::~IrcSession() {
     loop_.cancel(timer_);
@@ -40,14 +44,24 @@ void IrcSession::reset(Phase phase) {
     loop_.cancel(std::exchange(timer_, TimerId::none));
     outgoing_.clear();
     phase_ = phase;
+    regain_.end();
+    reportSecurity();
+    secured_.reset();
 }
 
 void IrcSession::connect(const IrcServer& server, const IrcIdentity& identity) {
+    reset(Phase::off);
     server_ = server;
     identity_ = identity;
     nextWait_ = shortestWait;
     ++network_;
     open();
+}
+
+void IrcSession::identify(const IrcIdentity& identity) {
+    const std::string nick = identity_.nick;
+    identity_ = identity;
+    identity_.nick = nick;
 }
 
 std::string IrcSession::placeOf(std::string_view channel) const {
@@ -61,7 +75,7 @@ void IrcSession::open() {
     features_ = {};
     wantedNick_.clear();
     registration_.emplace(
-        identity_, server_.encrypted,
+        identity_, server_,
         [this](const std::string& line) {
             if (connection_.unsent() <= mostUnsentForAnswers)
                 connection_.send(line);
@@ -70,7 +84,12 @@ void IrcSession::open() {
     wakeIn(longestBeginning, [this] { giveUp("the server doesn't answer"); });
     connection_.open(server_, {.opened = [this] { registration_->begin(); },
                                .received = [this](std::string_view bytes) { take(bytes); },
-                               .ended = [this](const std::string& why) { lose(why); }});
+                               .ended = [this](const std::string& why) { lose(why); },
+                               .distrusted =
+                                   [this](const IrcCertificate& certificate) {
+                                       if (keeper_.distrusted)
+                                           keeper_.distrusted(server_, certificate);
+                                   }});
 }
 
 void IrcSession::end(const std::string& farewell) {
@@ -112,13 +131,57 @@ void IrcSession::take(const IrcMessage& message) {
     if (message.command == "ERROR")
         events_.tell(server_.host + ": " + std::string(message.parameter(0)));
     if (isBeginning || message.command == "CAP") {
-        registration_->take(message);
+        const bool isTaken = registration_->take(message);
+        if (IrcCapabilities::isOffer(message) && leavesForTls())
+            return;
         if (isBeginning && registration_->isDone())
             welcome();
+        else if (!isTaken)
+            tellEarly(message);
         return;
     }
     follow(message);
     events_.message(message);
+}
+
+// What a server says before the welcome may be why there is none.
+void IrcSession::tellEarly(const IrcMessage& message) {
+    const std::string& command = message.command;
+    const bool isTold = command == "NOTICE" || command == "FAIL" || command == "WARN" ||
+                        command == "NOTE" || command.starts_with('0') ||
+                        numeric::isRefusal(command);
+    if (!isTold || message.parameters.empty() || message.parameters.back().empty())
+        return;
+    events_.tell(server_.host + ": " + message.parameters.back());
+    if (command == numeric::badPassword)
+        events_.tell("/pass asks for the password of this server");
+}
+
+// True when the connection is given up for one by TLS, since the server wants that. Nothing more is
+// taken from it: it comes back in an event of its own.
+bool IrcSession::leavesForTls() {
+    const std::string* const told = registration_->capabilities().offered(capability::sts);
+    const IrcSts sts = told ? readSts(*told) : IrcSts{};
+    if (server_.encrypted) {
+        secured_ = sts.duration ? sts.duration : secured_;
+        reportSecurity();
+        return false;
+    }
+    if (!sts.port || phase_ != Phase::beginning)
+        return false;
+    events_.tell(server_.host + " wants TLS: connecting to port " + std::to_string(*sts.port));
+    connection_.close();
+    const IrcServer safe{.host = server_.host, .port = *sts.port};
+    server_ = keeper_.completed ? keeper_.completed(safe) : safe;
+    reset(Phase::waiting);
+    wakeIn(Nanoseconds(0), [this] { open(); });
+    return true;
+}
+
+// The span begins anew with each time that the server was there.
+void IrcSession::reportSecurity() {
+    if (secured_ && keeper_.secured)
+        keeper_.secured(server_, *secured_);
 }
 
 void IrcSession::welcome() {
@@ -127,14 +190,20 @@ void IrcSession::welcome() {
     welcomedAt_ = loop_.now();
     watchSilence(longestSilence);
     events_.welcomed();
+    if (!registration_->wasTaken() || isSelf(identity_.nick))
+        return;
+    events_.tell(identity_.nick + " is somebody else's name now; it becomes yours when it is free");
+    regain_.begin(identity_.nick);
 }
 
 void IrcSession::follow(const IrcMessage& message) {
     if (message.command == numeric::features)
         features_.read(message);
+    regain_.take(message, features_);
     if (message.command != "NICK" || !isSelf(message.nick()) || message.parameter(0).empty())
         return;
     nick_ = message.parameter(0);
+    regain_.end();
     // The next connection asks for a new name only if the owner has wanted that name himself.
     if (isSame(nick_, wantedNick_))
         identity_.nick = nick_;

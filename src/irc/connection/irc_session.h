@@ -3,6 +3,7 @@
 #pragma once
 
 #include "irc/connection/irc_connection.h"
+#include "irc/connection/irc_nick_regain.h"
 #include "irc/connection/irc_outgoing.h"
 #include "irc/connection/irc_registration.h"
 #include "irc/protocol/irc_features.h"
@@ -13,11 +14,23 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
 
 struct IrcMessage;
+
+// What is asked of whoever keeps what is known of servers, and told to him. None may wait.
+struct IrcKeeper {
+    // A server with what is kept for it, before it is connected to in place of another one.
+    std::function<IrcServer(IrcServer server)> completed;
+
+    std::function<void(const IrcServer&, const IrcCertificate&)> distrusted; // and not taken
+
+    // The server is to be reached by TLS alone, for so long from now on; 0: no longer.
+    std::function<void(const IrcServer&, std::chrono::seconds)> secured;
+};
 
 class IrcSession {
 public:
@@ -42,7 +55,12 @@ public:
     static constexpr std::chrono::seconds longestEnding{5}; // of a connection that is given up
     static constexpr std::chrono::milliseconds longestFarewell{300}; // as the process ends
 
+    void keepBy(IrcKeeper keeper) { keeper_ = std::move(keeper); }
+
     void connect(const IrcServer& server, const IrcIdentity& identity);
+
+    // Who the owner is from the next connection on; his name stays.
+    void identify(const IrcIdentity& identity);
 
     // Ends the connection with a farewell, or ends the tries to make one, and doesn't connect
     // again. Lines that wait to be sent are dropped, as they are whenever a connection ends; the
@@ -96,6 +114,9 @@ private:
     void take(std::string_view bytes);
     void take(const IrcMessage& message);
     void follow(const IrcMessage& message);
+    void tellEarly(const IrcMessage& message);
+    bool leavesForTls();
+    void reportSecurity();
     void welcome();
     void answer(const IrcMessage& ping);
     void watchSilence(Nanoseconds span);
@@ -117,6 +138,9 @@ private:
     IrcOutgoing outgoing_;
     IrcFeatures features_;
     std::optional<IrcRegistration> registration_;
+    IrcKeeper keeper_;
+    IrcNickRegain regain_;
+    std::optional<std::chrono::seconds> secured_; // for so long, the server has said
     std::string nick_, wantedNick_;
     std::chrono::seconds nextWait_ = shortestWait;
     Nanoseconds welcomedAt_{}, heardAt_{};

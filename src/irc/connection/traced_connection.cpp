@@ -64,6 +64,13 @@ void TracedConnection::open(const IrcServer& server, Events events) {
                                   [this](const std::string& why) {
                                       trace_.note("network: has ended,", why);
                                       events_.ended(why);
+                                  },
+                              .distrusted =
+                                  [this](const IrcCertificate& certificate) {
+                                      trace_.note("network: doesn't trust",
+                                                  certificate.fingerprint);
+                                      if (events_.distrusted)
+                                          events_.distrusted(certificate);
                                   }});
 }
 

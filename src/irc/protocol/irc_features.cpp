@@ -79,6 +79,8 @@ void IrcFeatures::readWord(std::string_view word) {
         channelTypes = value;
     else if (name == "STATUSMSG")
         channelRankSigns = value;
+    else if (name == "MONITOR")
+        hasMonitor = true;
     else if (name == "CASEMAPPING" && !isMappingTold_)
         caseMapping = mappingNamed(value), isMappingTold_ = true;
     else if (name == "MODES")

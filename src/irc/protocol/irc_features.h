@@ -44,6 +44,8 @@ struct IrcFeatures {
     // Whether it tells of somebody's account in its answer to WHO (WHOX).
     bool tellsAccounts = false;
 
+    bool hasMonitor = false; // it tells when a name comes or goes
+
     // Takes the words of an ISUPPORT message, also those that take back what was told before
     // ("-PREFIX"). The first word about how names compare holds for the whole connection, since
     // lists of names are already kept by it.

@@ -10,16 +10,20 @@ namespace larkspin::numeric {
 inline constexpr std::string_view welcome = "001", features = "005";
 
 // Answers to what was asked for.
-inline constexpr std::string_view away = "301", noTopic = "331", topic = "332", inviting = "341",
-                                  names = "353", endOfNames = "366", ban = "367",
+inline constexpr std::string_view away = "301", isOn = "303", noTopic = "331", topic = "332",
+                                  inviting = "341", names = "353", endOfNames = "366", ban = "367",
                                   channelModes = "324", who = "352", whoWithFields = "354",
                                   endOfWho = "315", tryLater = "263";
+
+// About names that the server watches.
+inline constexpr std::string_view monitoredOffline = "731", monitorsFull = "734";
 
 // Refusals.
 inline constexpr std::string_view cannotSend = "404", noCodes = "408", badCapability = "410",
                                   unknownCommand = "421", noGreeting = "422", noNickGiven = "431",
                                   badNick = "432", nickInUse = "433", nickCollision = "436",
-                                  nickUnavailable = "437", notRegistered = "451";
+                                  nickUnavailable = "437", notRegistered = "451",
+                                  badPassword = "464";
 
 // Outcomes of a login.
 inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone = "903",

@@ -3,10 +3,12 @@
 #include "platform/irc/glib_guest.h"
 #include "platform/irc/glib_ref.h"
 #include "platform/irc/link_failure.h"
+#include "platform/irc/link_security.h"
 
 #include <array>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <optional>
 #include <utility>
 
 namespace larkspin {
@@ -56,7 +58,7 @@ private:
     std::string why(const GlibRef<GError>& error) const;
     GSocket* socket() const { return g_socket_connection_get_socket(connection_.get()); }
 
-    bool secure(const std::string& trusted);
+    bool isDistrusted(const GError* error);
     void connected(GSocketClient* client, GAsyncResult* result);
     void read();
     void hasRead(GInputStream* stream, GAsyncResult* result);
@@ -71,8 +73,9 @@ private:
     GlibGuest& guest_;
     const Events events_;
     const GlibRef<GCancellable> cancellable_{g_cancellable_new()};
-    GlibRef<GTlsDatabase> trusted_; // null for what the system trusts
-    GlibRef<GTlsConnection> tls_;
+    LinkSecurity security_;
+    std::optional<IrcCertificate> distrusted_;
+    bool isPinned_ = false;
     GlibRef<GSocketConnection> connection_;
     TimerId patience_ = TimerId::none;
 
@@ -105,14 +108,16 @@ void IrcLink::Session::end(const std::string& why) {
 
 void IrcLink::Session::ended() {
     cut();
+    if (distrusted_ && events_.distrusted)
+        events_.distrusted(*distrusted_);
     events_.ended(why_);
 }
 
 // Whether the server has hung up in the handshake without a byte.
 bool IrcLink::Session::isClosedAtOnce() const {
     GIOStream* base = nullptr;
-    if (tls_)
-        g_object_get(tls_.get(), "base-io-stream", &base, nullptr);
+    if (security_.connection())
+        g_object_get(security_.connection(), "base-io-stream", &base, nullptr);
     const GlibRef<GIOStream> below(base);
     return base && G_IS_SOCKET_CONNECTION(base) &&
            hasClosedSilently(
@@ -120,8 +125,9 @@ bool IrcLink::Session::isClosedAtOnce() const {
 }
 
 std::string IrcLink::Session::why(const GlibRef<GError>& error) const {
-    const auto doubts =
-        tls_ ? g_tls_connection_get_peer_certificate_errors(tls_.get()) : GTlsCertificateFlags();
+    const auto doubts = security_.connection()
+                            ? g_tls_connection_get_peer_certificate_errors(security_.connection())
+                            : GTlsCertificateFlags();
     return whyFailed(*error, doubts);
 }
 
@@ -136,19 +142,8 @@ void IrcLink::Session::cut() {
     // takes nothing.
     if (connection_)
         g_socket_close(socket(), nullptr);
-    tls_.reset();
+    security_.end();
     connection_.reset();
-}
-
-bool IrcLink::Session::secure(const std::string& trusted) {
-    GError* error = nullptr;
-    if (!trusted.empty())
-        trusted_.reset(g_tls_file_database_new(trusted.c_str(), &error));
-    if (!error)
-        return true;
-    const GlibRef<GError> failed(error);
-    end("the trusted certificates can't be read: " + std::string(failed->message));
-    return false;
 }
 
 void IrcLink::Session::connect(const IrcServer& server, const IrcLinkTerms& terms) {
@@ -158,17 +153,17 @@ void IrcLink::Session::connect(const IrcServer& server, const IrcLinkTerms& term
         g_network_address_new(server.host.c_str(), server.port));
     g_socket_client_set_enable_proxy(client.get(), FALSE);
     g_socket_client_set_tls(client.get(), server.encrypted);
-    if (server.encrypted && !secure(terms.trusted))
-        return;
+    isPinned_ = !server.pinned.empty();
+    if (server.encrypted)
+        if (const std::string why = security_.prepare(server, terms.trusted); !why.empty())
+            return end(why);
     // The library begins the handshake itself, so what it is to trust is set in the event before
     // that. The connection is kept, since it tells later what was wrong with a certificate.
     const auto handshakes = +[](GSocketClient*, GSocketClientEvent event, GSocketConnectable*,
                                 GIOStream* stream, Session* self) {
         if (event != G_SOCKET_CLIENT_TLS_HANDSHAKING)
             return;
-        self->tls_.reset(G_TLS_CONNECTION(g_object_ref(stream)));
-        if (self->trusted_)
-            g_tls_connection_set_database(self->tls_.get(), self->trusted_.get());
+        self->security_.begin(G_TLS_CONNECTION(stream));
     };
     g_signal_connect(client.get(), "event", G_CALLBACK(handshakes), this);
     const auto done = [](GObject* source, GAsyncResult* result, gpointer held) {
@@ -181,6 +176,13 @@ void IrcLink::Session::connect(const IrcServer& server, const IrcLinkTerms& term
     g_socket_client_connect_async(client.get(), address.get(), cancellable_.get(), done, hold());
 }
 
+bool IrcLink::Session::isDistrusted(const GError* error) {
+    distrusted_ = security_.distrusted(error);
+    if (distrusted_ && isPinned_)
+        why_ = "the server's certificate is another one than the one that you trust";
+    return distrusted_.has_value();
+}
+
 void IrcLink::Session::connected(GSocketClient* client, GAsyncResult* result) {
     g_signal_handlers_disconnect_by_data(client, this);
     loop_.cancel(patience_);
@@ -188,8 +190,11 @@ void IrcLink::Session::connected(GSocketClient* client, GAsyncResult* result) {
     connection_.reset(g_socket_client_connect_finish(client, result, &error));
     if (!connection_) {
         const GlibRef<GError> failed(error);
+        isDistrusted(failed.get());
         return end(isClosedAtOnce() ? serverHasClosed : why(failed));
     }
+    if (isDistrusted(nullptr))
+        return end(why_);
     g_socket_set_option(socket(), IPPROTO_TCP, TCP_NODELAY, 1, nullptr); // lines are short
     post(&Session::opened);
 }

@@ -1,6 +1,6 @@
 // Connections over the network by GIO: sockets, names and TLS are the library's. Certificates are
-// checked, and there is no way around that. Of what comes in at most 64 kB are held, and the next
-// isn't read before they are handled, so that a flood waits at the server.
+// checked: one must be vouched for, or be the one that is pinned. Of what comes in at most 64 kB
+// are held, and the next isn't read before they are handled, so that a flood waits at the server.
 //
 // Whether a silent server is still there is for the protocol to find out.
 #pragma once

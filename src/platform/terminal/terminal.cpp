@@ -48,7 +48,7 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
       password_(screen, input_),
       screen(output_, errorsGoWithOutput() ? output_ : errors_,
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
-      dialogs(screen, input_, std::move(readPath)), desktop(screen),
+      dialogs(screen, input_, readPath), desktop(screen),
       rooms(loop, lines, connection, password_, files, directory, screenName,
             {.line = [this](const ChatLine& line) { showLine(line); },
              .message = [this](const std::string& text) { screen.showRoom(text); },
@@ -59,6 +59,7 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
              .changed = [this] { showOwnName(); }}),
       commands_(screen, desktop, rooms.words.words(),
                 [this](const std::string& line) { rooms.room.say(line); }) {
+    rooms.words.readPathsBy(std::move(readPath));
     // A reader that has gone shows as an error of writing, and the music plays on.
     std::signal(SIGPIPE, SIG_IGN);
     if (inputIsTerminal() && outputIsTerminal())

@@ -1,17 +1,21 @@
 // How a connection begins, with servers of all kinds.
+#include "irc/connection/irc_connection.h"
 #include "irc/connection/irc_registration.h"
+#include "irc/protocol/base64.h"
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/sha256.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace larkspin {
 namespace {
 
 class Beginning {
 public:
-    explicit Beginning(IrcIdentity identity = {.nick = "Owner"}, bool encrypted = true)
+    explicit Beginning(IrcIdentity identity = {.nick = "Owner"}, const IrcServer& server = {})
         : registration(
-              std::move(identity), encrypted, [this](const std::string& line) { sent += line; },
+              std::move(identity), server, [this](const std::string& line) { sent += line; },
               [this](const std::string& text) { told += text + '\n'; }) {
         registration.begin();
     }
@@ -110,7 +114,7 @@ TEST(IrcRegistration, TheAccountIsLoggedInToSafelyOrNotAndTheConnectionGoesOn) {
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.lines.back());
-        Beginning beginning(withAccount, each.encrypted);
+        Beginning beginning(withAccount, {.encrypted = each.encrypted});
         std::string sent;
         for (const std::string& line : each.lines)
             sent += beginning.on(line);
@@ -118,6 +122,94 @@ TEST(IrcRegistration, TheAccountIsLoggedInToSafelyOrNotAndTheConnectionGoesOn) {
         EXPECT_EQ(beginning.on(":irc 001 Owner :Welcome"), "");
         EXPECT_EQ(beginning.told,
                   each.failure ? "you are not logged in: " + std::string(each.failure) + '\n' : "");
+    }
+}
+
+TEST(IrcRegistration, TheServersPasswordAndTheOwnersOtherNamesComeFirst) {
+    Beginning beginning(
+        {.nick = "Owner", .user = "jo/net", .realName = "", .serverPassword = "a b"});
+    EXPECT_EQ(beginning.sent, "CAP LS 302\r\nPASS :a b\r\nNICK Owner\r\nUSER jo/net 0 * Owner\r\n");
+    EXPECT_TRUE(
+        Beginning({.nick = "Owner", .realName = "Jo Doe"}).sent.ends_with(" * :Jo Doe\r\n"));
+}
+
+std::string nonceIn(const std::string& line) {
+    const std::string first = *fromBase64(std::string_view(line).substr(13, line.size() - 14));
+    return first.substr(first.find("r=") + 2);
+}
+
+// The server's side of it, by the same words: what a client has said first, and how it ends.
+TEST(IrcRegistration, APasswordIsProvedRatherThanSentAndTheServerHasToProveItToo) {
+    const std::string salt = "saltsalt", done = ":irc 903 * :done",
+                      said = "you are not logged in: the server ";
+    enum Server { honest, impostor, silent, mad };
+    for (const auto& [server, sent, told] :
+         {std::tuple(honest, "AUTHENTICATE +\n", std::string()),
+          {impostor, "AUTHENTICATE *\n", said + "doesn't prove that it knows the password\n"},
+          {silent, "", said + "hasn't proved that it knows the password\n"},
+          {mad, "AUTHENTICATE *\n", said + "doesn't prove that it knows the password\n"}}) {
+        Beginning beginning(withAccount);
+        beginning.on(":irc CAP * LS :sasl=PLAIN,SCRAM-SHA-256");
+        EXPECT_EQ(beginning.on(":irc CAP * ACK :sasl"), "AUTHENTICATE SCRAM-SHA-256\n");
+        const std::string begun = beginning.on("AUTHENTICATE +"), nonce = nonceIn(begun) + "+more",
+                          first = "r=" + nonce + ",s=" + base64(salt) + ",i=4096";
+        std::string answer = "AUTHENTICATE " + base64(server == mad ? "r=x" : first);
+        std::string last = beginning.on(answer);
+        if (server != mad) {
+            const std::string all =
+                "n=owner,r=" + nonceIn(begun) + ',' + first + ",c=biws,r=" + nonce;
+            const HmacSha256 salted(pbkdf2Sha256("secret", salt, 4096));
+            const std::string signature = HmacSha256(salted.of("Server Key")).of(all);
+            last = server == silent
+                       ? ""
+                       : beginning.on("AUTHENTICATE " +
+                                      base64("v=" + base64(server == honest ? signature : salt)));
+        }
+        EXPECT_EQ(last, sent);
+        EXPECT_EQ(beginning.on(server == honest || server == silent ? done : ":irc 906 * :aborted"),
+                  "CAP END\n");
+        EXPECT_EQ(beginning.told, told);
+    }
+}
+
+TEST(IrcRegistration, WaysToLogInAreTriedInTurnButNoRefusedPasswordTwice) {
+    const IrcServer certified{.ownCertificate = "x"};
+    const IrcIdentity nobody{.nick = "Owner"};
+    const struct {
+        const IrcIdentity& identity;
+        IrcServer server;
+        std::vector<std::string> lines;
+        std::string sent, told;
+    } cases[] = {
+        {nobody,
+         certified,
+         {":irc CAP * LS :sasl=PLAIN,EXTERNAL", ":irc CAP * ACK :sasl", "AUTHENTICATE +",
+          ":irc 903 * :done"},
+         "CAP REQ sasl\nAUTHENTICATE EXTERNAL\nAUTHENTICATE +\nCAP END\n",
+         ""},
+        {nobody, certified, {":irc CAP * LS :sasl=PLAIN"}, "CAP END\n", ""},
+        {withAccount,
+         certified,
+         {":irc CAP * LS :sasl", ":irc CAP * ACK :sasl", "AUTHENTICATE +", ":irc 904 * :who",
+          "AUTHENTICATE +", ":irc 904 * :wrong"},
+         "CAP REQ sasl\nAUTHENTICATE EXTERNAL\nAUTHENTICATE +\nAUTHENTICATE PLAIN\n"
+         "AUTHENTICATE AG93bmVyAHNlY3JldA==\nCAP END\n",
+         "you are not logged in: wrong\n"},
+        {withAccount,
+         {},
+         {":irc CAP * LS :sasl=SCRAM-SHA-256,PLAIN", ":irc CAP * ACK :sasl", ":irc 904 * :not so",
+          "AUTHENTICATE +", ":irc 903 * :done"},
+         "CAP REQ sasl\nAUTHENTICATE SCRAM-SHA-256\nAUTHENTICATE PLAIN\n"
+         "AUTHENTICATE AG93bmVyAHNlY3JldA==\nCAP END\n",
+         ""},
+    };
+    for (const auto& each : cases) {
+        Beginning beginning(each.identity, each.server);
+        std::string sent;
+        for (const std::string& line : each.lines)
+            sent += beginning.on(line);
+        EXPECT_EQ(sent, each.sent);
+        EXPECT_EQ(beginning.told, each.told);
     }
 }
 

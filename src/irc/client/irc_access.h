@@ -1,0 +1,77 @@
+// The words by which the owner gets into a network: where to, as whom, by which passwords and
+// certificates. What he has given for a server holds for that one alone.
+#pragma once
+
+#include "host/slash_words.h"
+#include "irc/client/irc_account.h"
+#include "irc/client/irc_known_servers.h"
+#include "irc/client/irc_on_connect.h"
+#include "irc/client/irc_trust.h"
+#include "irc/connection/irc_identity.h"
+#include "shell/event_loop.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+class IrcClient;
+class PasswordPrompt;
+
+class IrcAccess {
+public:
+    // All must live on. `words` are those that may be run on connecting.
+    IrcAccess(EventLoop& loop, IrcClient& irc, PasswordPrompt& prompt, IrcAccountFile& file,
+              Files& disk, SlashWords::Tell tell, IrcOnConnect::Words words);
+    ~IrcAccess();
+    IrcAccess(const IrcAccess&) = delete;
+    IrcAccess& operator=(const IrcAccess&) = delete;
+
+    std::vector<SlashWord> words();
+
+    // Whether what is typed after this line is a password.
+    static bool asksPassword(std::string_view line);
+
+    // Connects to the network that was asked for last.
+    bool connectAgain();
+
+    // What makes a drive path of what the owner types as one.
+    using ReadPath = std::function<std::string(std::string_view typed)>;
+    void readPathsBy(ReadPath readPath) { readPath_ = std::move(readPath); }
+
+private:
+    bool connect(std::string_view rest);
+    bool login(std::string_view rest);
+    void takeLogin(const IrcAccount& given, const std::string& password);
+    bool serverPassword(std::string_view rest);
+    void takeServerPassword(const std::string& password, bool isKept);
+    bool user(std::string_view rest);
+    void tellUser() const;
+    bool certificate(std::string_view rest);
+
+    using Take = std::function<void(const std::string& password)>;
+    void ask(const std::string& prompt, Take take);
+    std::string place(IrcFact what) const;
+    bool set(IrcFact what, std::string_view value, bool isKept = true);
+    void use();
+
+    bool logsIn(const IrcAccount& account) const;
+    void tellWhatIsLacking(const IrcAccount& account) const;
+    IrcIdentity identityOf(const IrcAccount& account) const;
+
+    EventLoop& loop_;
+    IrcClient& irc_;
+    PasswordPrompt& prompt_;
+    IrcAccountFile& file_;
+    SlashWords::Tell tell_;
+    IrcKnownServers servers_;
+    IrcTrust trust_;
+    IrcOnConnect onConnect_;
+    ReadPath readPath_ = [](std::string_view typed) { return std::string(typed); };
+    TimerId unanswered_ = TimerId::none;
+    int tries_ = 0;
+};
+
+} // namespace larkspin

@@ -1,0 +1,83 @@
+// The words about rooms on a network, typed in a room without a program.
+#pragma once
+
+#include "irc/client/all_rooms.h"
+#include "irc/client/password_prompt.h"
+#include "platform/posix/drive_paths.h"
+#include "support/pretend_irc.h"
+#include "support/temp_directory.h"
+#include "support/virtual_machine.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+
+namespace larkspin {
+
+using namespace std::chrono_literals;
+
+class IrcWordsTest : public testing::Test, public PasswordPrompt {
+protected:
+    IrcWordsTest() { begin(); }
+
+    // Begins a run; the one before it is over.
+    void begin() {
+        if (rooms)
+            rooms->finish();
+        rooms.reset();
+        words = SlashWords([this](const std::string& text) { seen += "! " + text + '\n'; });
+        rooms.emplace(loop, lines, server, *this, keptFiles,
+                      DataDirectory(drivePath(disk.path().native())), "jo",
+                      RoomDisplay{[](const ChatLine&) {},
+                                  [this](const std::string& text) { seen += text + '\n'; }});
+        words.add(rooms->words.words());
+        rooms->words.takeUpAgain();
+        loop.waitUntil(loop.now() + 1s);
+    }
+    // What the owner is told when that is typed, and what a password is asked for.
+    std::string typed(const std::string& line) {
+        seen.clear();
+        words.run(line);
+        loop.waitUntil(loop.now() + 1s);
+        return seen;
+    }
+    std::string toldOf(const std::string& password) {
+        seen.clear();
+        std::exchange(answered, nullptr)(password);
+        loop.waitUntil(loop.now() + 1s);
+        return seen;
+    }
+    std::string kept() const { return disk.read("irc.txt"); }
+    void ask(const std::string& prompt, std::function<void(std::string)> take) override {
+        seen += '(' + prompt + ")\n";
+        answered = std::move(take);
+    }
+    void dismiss() override { answered = nullptr; }
+
+    // From now on it logs people in, and this is what they log in by.
+    void offerAccounts() {
+        server.capabilities += " sasl";
+        server.takes = [this](const std::string& line) {
+            const bool isLogin = line.starts_with("AUTHENTICATE ");
+            if (isLogin)
+                server.say(line.ends_with(" PLAIN") ? "AUTHENTICATE +" : ":irc 903 jo :Welcome");
+            if (isLogin && !line.ends_with(" PLAIN"))
+                logins += line.substr(line.find(' '));
+            return isLogin;
+        };
+    }
+
+    TempDirectory disk;
+    VirtualLoop loop;
+    ChatLines lines{loop};
+    SlowDisk slowDisk{loop};
+    FaultyFiles files{Wastebasket{}, slowDisk};
+    Trace trace;
+    KeptFiles keptFiles{files, DataDirectory(drivePath(disk.path().native())), trace};
+    PretendIrc server{loop};
+    SlashWords words{{}};
+    std::optional<AllRooms> rooms;
+    std::function<void(std::string)> answered;
+    std::string seen, logins;
+};
+
+} // namespace larkspin
