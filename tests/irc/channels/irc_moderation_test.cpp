@@ -125,6 +125,7 @@ TEST_F(IrcModerationTest, APersonIsLetInByTheNameThatHeWasPutOutUnder) {
          ":irc 367 Owner #music *!*@evil x 1\r\n:irc 367 Owner #music Ann!x@* x 1");
     EXPECT_EQ(ejected(), "ann *!*@evil ");
     EXPECT_EQ(sentFor("'unban ann"), "MODE #music -bbb $a:annie *!*@home Ann!x@*\n");
+    EXPECT_TRUE(seen.ends_with("Owner: <b>ann</b>, unbanned bastard\n")) << seen;
     told(":x!x@y MODE #music +b *!*@home"); // by somebody else
     EXPECT_EQ(ejected(), "*!*@evil *!*@home ");
     seenOf([&] { irc.connect({.host = "other.test"}, {.nick = "Owner"}, "#music"); });
@@ -140,6 +141,19 @@ TEST_F(IrcModerationTest, ABanThatKeepsOutSeveralIsListedUnderAllTheirNames) {
     EXPECT_EQ(ejected(), "ann bob ");
     EXPECT_EQ(sentFor("'unban ann"), "MODE #music -b *!a@home\n");
     EXPECT_EQ(ejected(), "");
+}
+
+TEST_F(IrcModerationTest, ABanIsLiftedAlsoIfTheServerWritesItInAnotherWay) {
+    told(":irc 005 Owner EXTBAN=,RS :are supported\r\n:ann!a@home JOIN #music keeper :x");
+    server.takes = [&](const std::string& line) {
+        const bool sets = line.find("+b") != line.npos;
+        if (sets)
+            server.say(":Owner!o@host MODE #music +bb account:keeper *!*@home");
+        return sets;
+    };
+    sentFor("'ban ann");
+    EXPECT_EQ(ejected(), "account:keeper ann ");
+    EXPECT_EQ(sentFor("'unban ann"), "MODE #music -bb *!*@home R:keeper\n");
 }
 
 TEST_F(IrcModerationTest, AKickIsSentWithItsBanHoweverMuchWaits) {

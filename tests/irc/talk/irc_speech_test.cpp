@@ -48,14 +48,19 @@ TEST_F(IrcSpeechTest, WhatARoomRefusesForItsCodesIsSaidAgainWithoutThem) {
 }
 
 TEST_F(IrcSpeechTest, WhatIsSaidAgainGoesBeforeWhatWaits) {
-    refuse("404 Owner #music :Cannot send to channel");
-    const std::string all = sentOf(
-        [&] {
-            room.say("<b>first");
-            type(20);
-        },
-        30s);
-    EXPECT_LT(all.find("PRIVMSG #music first\n"), all.find("typed 7"));
+    for (const std::string capabilities : {"echo-message", ""}) {
+        connectWith(capabilities);
+        refuse("404 Owner #music :Cannot send to channel");
+        const std::string all = sentOf(
+            [&] {
+                room.say("<b>first");
+                room.say("<b>next");
+                type(20);
+            },
+            30s);
+        const auto again = all.find("PRIVMSG #music first\nPRIVMSG #music next\n");
+        EXPECT_LT(again, all.find("typed 7")) << all;
+    }
 }
 
 TEST_F(IrcSpeechTest, WhereNothingMayBeSaidTheOwnerIsToldAndTheRoomKeepsItsCodes) {
