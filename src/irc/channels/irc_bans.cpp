@@ -73,10 +73,10 @@ const RowList& IrcBans::rows() const {
         return rows_;
     std::vector<Row> rows;
     std::unordered_set<std::string_view> known;
-    for (const Called* const called : called())
+    for (const Called* const ban : called())
         // Several masks may be about one nick, which is listed once.
-        if (known.insert(called->foldedRow).second)
-            rows.emplace_back(called->row);
+        if (known.insert(ban->foldedRow).second)
+            rows.emplace_back(ban->row);
     rows_.assign(rows);
     return rows_;
 }
@@ -87,9 +87,9 @@ std::vector<std::string> IrcBans::masksOf(std::string_view row) const {
     const auto meant = std::ranges::find(all, row, &Called::row);
     if (meant == all.end())
         return masks;
-    for (const Called* const called : all)
-        if (called->foldedRow == (*meant)->foldedRow)
-            masks.push_back(called->mask);
+    for (const Called* const ban : all)
+        if (ban->foldedRow == (*meant)->foldedRow)
+            masks.push_back(ban->mask);
     // Those that the owner has set as well, in case that the server lists them in another form.
     for (const Called& ours : names_)
         if (ours.foldedRow == (*meant)->foldedRow &&
