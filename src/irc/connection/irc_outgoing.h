@@ -28,9 +28,9 @@ public:
     IrcOutgoing& operator=(const IrcOutgoing&) = delete;
 
     // Ended as `ircLine` makes it; several in one text go together, in one place of the queue. An
-    // empty one isn't sent. The task runs as the line goes, which may be at once, and must not wait.
-    // Without one more place, the line is dropped and this is false: at most `mostWaiting` of each
-    // kind wait.
+    // empty one isn't sent. The task runs as the line goes, which may be at once, and must not
+    // wait. Without one more place, the line is dropped and this is false: at most `mostWaiting` of
+    // each kind wait.
     bool add(Kind kind, std::string line, Task gone = {});
     static constexpr std::size_t mostWaiting = 1000;
 
