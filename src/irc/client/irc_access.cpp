@@ -73,9 +73,10 @@ std::vector<SlashWord> IrcAccess::words() {
 }
 
 bool IrcAccess::asksPassword(std::string_view line) {
-    const std::string_view word = partedAt(line, ' ').head;
+    const auto [word, rest, hasRest] = partedAt(line, ' ');
     return SlashWords::isMeantForIt(line) &&
-           (equalFolded(word, "/login") || equalFolded(word, "/pass"));
+           (equalFolded(word, "/login") ||
+            (equalFolded(word, "/pass") && !isNone(withoutBlanks(rest))));
 }
 
 bool IrcAccess::connect(std::string_view rest) {

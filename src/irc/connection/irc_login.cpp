@@ -28,14 +28,16 @@ std::string freshNonce() {
 } // namespace
 
 IrcLogin::IrcLogin(const IrcIdentity& identity, const IrcServer& server, Send send, Tell tell)
-    : identity_(identity), hasCertificate_(!server.ownCertificate.empty()), send_(std::move(send)),
-      tell_(std::move(tell)) {
+    : identity_(identity), hasCertificate_(!server.ownCertificate.empty()),
+      isEncrypted_(server.encrypted), send_(std::move(send)), tell_(std::move(tell)) {
     if (!identity_.account.empty() || hasCertificate_)
         state_ = State::wanted;
 }
 
 std::vector<std::string> IrcLogin::waysAmong(std::string_view offered) const {
     std::vector<std::string> named, ways;
+    if (!isEncrypted_)
+        return ways;
     for (std::string_view rest = offered; !rest.empty();)
         named.emplace_back(takePart(rest, ','));
     // Without a name a server means the way that all know.
@@ -72,7 +74,7 @@ bool IrcLogin::goNext() {
 }
 
 void IrcLogin::take(const IrcMessage& message) {
-    if (state_ != State::asked && state_ != State::sent)
+    if (!isUnderWay())
         return;
     if (message.command == "AUTHENTICATE")
         answer(message.parameter(0));
@@ -126,7 +128,13 @@ void IrcLogin::takeOutcome(const IrcMessage& message) {
     } else if (command == numeric::unknownCommand || command == numeric::notRegistered) {
         fail("the server knows no accounts");
     } else if (command == numeric::loginWays) {
-        fail("the server knows only other ways than a password");
+        // What goes on from here is told by the refusal that follows.
+        const auto known = waysAmong(message.parameter(1));
+        std::erase_if(ways_, [&](const std::string& way) {
+            return std::ranges::find(known, way) == known.end();
+        });
+        if (ways_.empty())
+            fail("the server knows only other ways than a password");
     } else if (isProof && isGivenUp_) {
         fail("the server doesn't prove that it knows the password");
     } else {
@@ -145,9 +153,15 @@ void IrcLogin::fail(std::string_view why) {
 }
 
 void IrcLogin::failUnoffered(std::string_view why) {
+    isUnoffered_ = isUnoffered_ || isWanted();
     if (identity_.account.empty())
         state_ = State::over;
     fail(why);
+}
+
+void IrcLogin::renew() {
+    if (std::exchange(isUnoffered_, false))
+        state_ = State::wanted;
 }
 
 } // namespace larkspin

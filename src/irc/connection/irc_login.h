@@ -26,6 +26,7 @@ public:
 
     // Whether there is something to log in by, and it hasn't come to an end.
     bool isWanted() const { return state_ != State::over; }
+    bool isUnderWay() const { return state_ == State::asked || state_ == State::sent; }
 
     // Whether one of these ways ("PLAIN,EXTERNAL"; blank if the server names none) can be gone.
     bool knows(std::string_view ways) const { return isWanted() && !waysAmong(ways).empty(); }
@@ -42,6 +43,10 @@ public:
     // The same for a server that offers no way, of which only he needs to know who has an account.
     void failUnoffered(std::string_view why);
 
+    // Services may come later than the owner. After this, a way that wasn't offered is wanted
+    // again.
+    void renew();
+
 private:
     enum class State { wanted, asked, sent, over }; // asked: the way; sent: what counts
 
@@ -52,7 +57,7 @@ private:
     void takeOutcome(const IrcMessage& message);
 
     IrcIdentity identity_;
-    bool hasCertificate_;
+    bool hasCertificate_, isEncrypted_;
     Send send_;
     Tell tell_;
     std::vector<std::string> ways_; // to be tried, the next one first
@@ -61,7 +66,7 @@ private:
     SaslInput input_;
     State state_ = State::over;
     bool isProved_ = false; // by the server
-    bool isGivenUp_ = false;
+    bool isGivenUp_ = false, isUnoffered_ = false;
 };
 
 } // namespace larkspin

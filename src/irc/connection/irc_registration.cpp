@@ -49,7 +49,7 @@ bool IrcRegistration::take(const IrcMessage& message) {
     if (command == "CAP")
         takeCapabilities(message);
     else if (isDone())
-        return false;
+        return takeLateLogin(message);
     else if (command == numeric::welcome)
         welcome(message);
     else if (isTaken(command))
@@ -92,7 +92,13 @@ bool IrcRegistration::takeUnknown(std::string_view command) {
 }
 
 void IrcRegistration::takeCapabilities(const IrcMessage& message) {
-    capabilities_.take(message, [this](std::string_view ways) { return login_.knows(ways); });
+    capabilities_.take(message, [this](std::string_view ways) {
+        if (isDone())
+            login_.renew();
+        return login_.knows(ways);
+    });
+    if (isDone())
+        return beginLateLogin();
     if (phase_ == Phase::listing && capabilities_.isListed()) {
         phase_ = Phase::requesting;
         if (!capabilities_.asksFor(capability::sasl))
@@ -106,9 +112,8 @@ void IrcRegistration::goOn() {
         return;
     if (!capabilities_.holds(capability::sasl))
         login_.fail("the server refuses it");
-    const std::string* const ways = capabilities_.offered(capability::sasl);
     if (login_.isWanted())
-        login_.begin(ways ? *ways : "");
+        beginLogin();
     phase_ = Phase::loggingIn;
     if (!login_.isWanted())
         endCapabilities();
@@ -121,12 +126,34 @@ void IrcRegistration::endCapabilities() {
     send_(ircLine("CAP", {"END"}));
 }
 
+void IrcRegistration::beginLogin() {
+    const std::string* const ways = capabilities_.offered(capability::sasl);
+    login_.begin(ways ? *ways : "");
+}
+
 void IrcRegistration::takeLogin(const IrcMessage& message) {
     if (phase_ != Phase::loggingIn)
         return;
     login_.take(message);
     if (!login_.isWanted())
         endCapabilities();
+}
+
+// Services that come after the welcome.
+void IrcRegistration::beginLateLogin() {
+    if (login_.isWanted() && !login_.isUnderWay() && capabilities_.holds(capability::sasl))
+        beginLogin();
+}
+
+bool IrcRegistration::takeLateLogin(const IrcMessage& message) {
+    const bool isLogins =
+        message.command == "AUTHENTICATE" || numeric::isAboutLogin(message.command);
+    if (!isLogins || !login_.isUnderWay())
+        return false;
+    login_.take(message);
+    if (message.command == numeric::loginDone && !login_.isWanted())
+        tell_("you are logged in now");
+    return true;
 }
 
 } // namespace larkspin

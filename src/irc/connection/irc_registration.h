@@ -51,7 +51,10 @@ private:
     void goOn();
     void endCapabilities();
 
+    void beginLogin();
     void takeLogin(const IrcMessage& message);
+    void beginLateLogin();
+    bool takeLateLogin(const IrcMessage& message);
 
     IrcIdentity identity_;
     Send send_;

@@ -130,16 +130,15 @@ void IrcSession::take(const IrcMessage& message) {
     const bool isBeginning = phase_ == Phase::beginning;
     if (message.command == "ERROR")
         events_.tell(server_.host + ": " + std::string(message.parameter(0)));
-    if (isBeginning || message.command == "CAP") {
-        const bool isTaken = registration_->take(message);
-        if (IrcCapabilities::isOffer(message) && leavesForTls())
-            return;
-        if (isBeginning && registration_->isDone())
-            welcome();
-        else if (!isTaken)
-            tellEarly(message);
+    const bool isTaken = registration_->take(message);
+    if (IrcCapabilities::isOffer(message) && leavesForTls())
         return;
-    }
+    if (isBeginning && registration_->isDone())
+        return welcome();
+    if (isBeginning && !isTaken)
+        return tellEarly(message);
+    if (isBeginning || isTaken)
+        return;
     follow(message);
     events_.message(message);
 }

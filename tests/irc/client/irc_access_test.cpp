@@ -51,6 +51,16 @@ TEST_F(IrcAccessTest, AServersPasswordIsForThatServerAlone) {
     EXPECT_EQ(server.sent, Lines{});
 }
 
+TEST_F(IrcAccessTest, FrontEndsKnowWhichLineAPasswordFollows) {
+    for (const auto& [line, asks] : {std::pair("/login jo", true),
+                                     {"/PASS keep", true},
+                                     {"/pass", true},
+                                     {"/pass none", false},
+                                     {"/passes", false},
+                                     {"pass", false}})
+        EXPECT_EQ(IrcWords::asksPassword(line), asks) << line;
+}
+
 TEST_F(IrcAccessTest, ACertificateIsTrustedByAWordAloneAndNoOtherInItsPlace) {
     const std::string first(64, 'a'), other(64, 'b'), shown = [] {
         std::string text = "AA";

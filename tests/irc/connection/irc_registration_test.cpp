@@ -196,6 +196,12 @@ TEST(IrcRegistration, WaysToLogInAreTriedInTurnButNoRefusedPasswordTwice) {
          "AUTHENTICATE AG93bmVyAHNlY3JldA==\nCAP END\n",
          "you are not logged in: wrong\n"},
         {withAccount,
+         certified,
+         {":irc CAP * LS :sasl", ":irc CAP * ACK :sasl", ":irc 908 * PLAIN :are available",
+          ":irc 904 * :no", ":irc 908 * EXTERNAL :are available"},
+         "CAP REQ sasl\nAUTHENTICATE EXTERNAL\nAUTHENTICATE PLAIN\nCAP END\n",
+         "you are not logged in: the server knows only other ways than a password\n"},
+        {withAccount,
          {},
          {":irc CAP * LS :sasl=SCRAM-SHA-256,PLAIN", ":irc CAP * ACK :sasl", ":irc 904 * :not so",
           "AUTHENTICATE +", ":irc 903 * :done"},
@@ -210,6 +216,27 @@ TEST(IrcRegistration, WaysToLogInAreTriedInTurnButNoRefusedPasswordTwice) {
             sent += beginning.on(line);
         EXPECT_EQ(sent, each.sent);
         EXPECT_EQ(beginning.told, each.told);
+    }
+}
+
+TEST(IrcRegistration, ServicesThatComeLateAreLoggedInToThenButNotWithoutTls) {
+    for (const bool encrypted : {true, false}) {
+        Beginning beginning(withAccount, {.encrypted = encrypted});
+        std::string sent;
+        for (const char* const line :
+             {":irc CAP * LS :batch", ":irc CAP * ACK :batch", ":irc 001 Owner :hi",
+              ":irc CAP Owner NEW :sasl=PLAIN", ":irc CAP Owner ACK :sasl", "AUTHENTICATE +",
+              ":irc 900 Owner x owner :in", ":irc 903 Owner :done", "AUTHENTICATE +",
+              ":irc CAP Owner DEL :sasl", ":irc CAP Owner NEW :sasl=PLAIN"})
+            sent += beginning.on(line);
+        EXPECT_EQ(sent, std::string("CAP REQ batch\nCAP END\n") +
+                            (encrypted ? "CAP REQ sasl\nAUTHENTICATE PLAIN\n"
+                                         "AUTHENTICATE AG93bmVyAHNlY3JldA==\n"
+                                       : ""));
+        EXPECT_EQ(beginning.told, std::string("you are not logged in: ") +
+                                      (encrypted ? "the server offers no login by a password\n"
+                                                   "you are logged in now\n"
+                                                 : "a password isn't sent without TLS\n"));
     }
 }
 
