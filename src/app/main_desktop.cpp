@@ -29,10 +29,9 @@ int main(int count, char** arguments) {
     QtRoom room(loop, ports.lines, ports.connection, ports.files, ports.directory, loginName());
     room.rooms.words.readPathsBy(
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });
-    room.words.add(
-        {traceWord(ports.trace, [&](const std::string& text) { room.window.tell(text); })});
+    room.words.add({traceWord(ports.trace, [&](const std::string& text) { room.tell(text); })});
     const auto tell = [&](const std::string& line) {
-        loop.post([&room, line] { room.window.tell(line); });
+        loop.post([&room, line] { room.tell(line); });
     };
     LinuxProgram larkspin(ports,
                           {.dialogs = dialogs,

@@ -16,13 +16,10 @@ void ChatLines::said(ChatLine line, std::string place) {
     loop_.serveTurn();
 }
 
-bool ChatLines::mayBeSaidAt(const std::string& place) {
-    if (loop_.atWork().depth == 0)
-        return true; // the greeting of a start, which answers no line
-    std::string& own = talk().place;
-    if (own.empty())
-        own = place;
-    return own == place;
+// The greeting of a start answers no line, and is said outside of any event.
+void ChatLines::speaksAt(const std::string& place) {
+    if (loop_.atWork().depth > 0 && talk().place.empty())
+        talk().place = place;
 }
 
 } // namespace larkspin

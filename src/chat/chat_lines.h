@@ -27,10 +27,10 @@ public:
     // and events run once before this returns.
     void said(ChatLine line, std::string place);
 
-    // Whether the event at work may speak at that place: it may where the line was heard that it is
-    // about, or else where it has spoken first. So a recital stays in its room, wherever the owner
-    // has gone meanwhile, and a tick during its waits speaks where the owner is.
-    bool mayBeSaidAt(const std::string& place);
+    // The event at work speaks at that place, and stays with it: where the line was heard that it
+    // is about, or else where it has spoken first. So a recital stays in its room, wherever the
+    // owner has gone meanwhile, and a tick during its waits speaks where the owner is.
+    void speaksAt(const std::string& place);
 
     // What the event at work has to do with the rooms. What goes on in later events, as a recital
     // does, takes it along.

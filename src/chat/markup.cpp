@@ -2,6 +2,7 @@
 
 #include "text/fold.h"
 #include "text/stand_ins.h"
+#include "text/visible.h"
 
 #include <algorithm>
 #include <charconv>
@@ -191,6 +192,13 @@ std::vector<MarkupPiece> readMarkup(std::string_view line) {
     }
     endPiece(line.size());
     return pieces;
+}
+
+std::string plainMarkup(std::string_view line) {
+    std::string text;
+    for (const MarkupPiece& piece : readMarkup(line))
+        text += piece.text;
+    return visibleText(text, " ");
 }
 
 std::string withoutTags(std::string_view text) {

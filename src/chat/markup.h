@@ -30,6 +30,9 @@ struct MarkupPiece {
 //  in proportion to the line's length, whatever it holds.
 std::vector<MarkupPiece> readMarkup(std::string_view line);
 
+// The line without its tags, as plain text on one line that an eye may see.
+std::string plainMarkup(std::string_view line);
+
 // A text that isn't meant as markup: U+200C stands after a bracket that would open a tag.
 // `text/visible.h` leaves it out of what is shown.
 std::string withoutTags(std::string_view text);

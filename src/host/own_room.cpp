@@ -1,16 +1,16 @@
 #include "host/own_room.h"
 
+#include "host/new_lines.h"
 #include "text/blanks.h"
 #include "text/fold.h"
 #include "text/utf8.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
 
 namespace {
-
-const std::string place = "home"; // one place for all of the owner's rooms
 
 std::optional<int> rowOfName(const RowList& list, std::string_view name) {
     const std::string folded = foldCase(name);
@@ -28,26 +28,46 @@ std::string nameIn(const RowList& list, int row) {
 
 } // namespace
 
-OwnRoom::OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown)
-    : lines_(lines), screenName_(std::move(screenName)), shown_(std::move(shown)) {
-    findOrMakeRoom(std::string(firstRoom));
+OwnRoom::OwnRoom(Conversations& conversations, ChatLines& lines, std::string screenName,
+                 RoomDisplay shown)
+    : conversations_(conversations), lines_(lines), screenName_(std::move(screenName)),
+      shown_(std::move(shown)) {
+    rooms_.push_back({&conversations_.home()});
+    rooms_.back().people.add(screenName_);
+}
+
+const OwnRoom::Place& OwnRoom::placeOf(const Conversation& conversation) const {
+    const auto found = std::ranges::find(rooms_, &conversation, &Place::conversation);
+    return found == rooms_.end() ? placeOf(conversations_.home()) : *found;
+}
+
+void OwnRoom::tell(const std::string& text) const {
+    conversations_.keep(*here().conversation, {.text = text});
 }
 
 // An answer to a line that was heard elsewhere isn't said here.
 void OwnRoom::sendChatLine(const std::string& line) {
-    if (!lines_.mayBeSaidAt(place))
+    Conversation* const conversation = conversations_.toSpeakIn();
+    if (!conversation || !conversation->isAtHome())
         return;
-    shown_.line({screenName_, line});
-    lines_.said({screenName_, line}, place);
+    conversations_.keep(
+        *conversation,
+        {.kind = KeptLine::Kind::said, .speaker = screenName_, .text = line, .isOwners = true});
+    lines_.said({screenName_, line}, conversation->place());
 }
 
-void OwnRoom::say(const std::string& line) {
-    shown_.line({screenName_, line});
-    sayShown(line);
+void OwnRoom::say(const std::string& line, bool isOnScreen) {
+    hear(screenName_, line, isOnScreen);
 }
 
-void OwnRoom::sayShown(const std::string& line) {
-    lines_.heard({screenName_, line}, place);
+void OwnRoom::hear(const std::string& speaker, const std::string& line, bool isOnScreen) {
+    Conversation& conversation = *here().conversation;
+    conversations_.keep(conversation, {.kind = KeptLine::Kind::said,
+                                       .speaker = speaker,
+                                       .text = line,
+                                       .isOwners = isOwner(speaker),
+                                       .isOnScreen = isOnScreen});
+    lines_.heard({speaker, line}, conversation.place());
 }
 
 bool OwnRoom::isOwner(std::string_view name) const {
@@ -57,7 +77,7 @@ bool OwnRoom::isOwner(std::string_view name) const {
 bool OwnRoom::isTooLong(std::string_view name) const {
     if (prefixLength(name, longestName) == name.size())
         return false;
-    shown_.message("a name has at most " + std::to_string(longestName) + " characters");
+    tell("a name has at most " + std::to_string(longestName) + " characters");
     return true;
 }
 
@@ -68,7 +88,7 @@ std::optional<std::string> OwnRoom::othersName(const std::string& given) const {
     if (name.empty() || isTooLong(name))
         return std::nullopt;
     if (isOwner(name)) {
-        shown_.message(screenName_ + " is you");
+        tell(screenName_ + " is you");
         return std::nullopt;
     }
     return std::string(name);
@@ -80,17 +100,17 @@ std::optional<std::string> OwnRoom::admit(const std::string& given) {
     auto name = othersName(given);
     if (!name)
         return std::nullopt;
-    if (const auto row = rowOfName(ejected(), *name)) {
-        shown_.message(nameIn(ejected(), *row) + " is kept out");
+    if (const auto row = rowOfName(here().ejected, *name)) {
+        tell(nameIn(here().ejected, *row) + " is kept out");
         return std::nullopt;
     }
-    if (const auto row = rowOfName(people(), *name))
-        return nameIn(people(), *row);
+    if (const auto row = rowOfName(here().people, *name))
+        return nameIn(here().people, *row);
     if (!here().people.add(*name)) {
-        shown_.message("the room is full");
+        tell("the room is full");
         return std::nullopt;
     }
-    shown_.message(*name + " comes in");
+    tell(*name + " comes in");
     return name;
 }
 
@@ -102,22 +122,21 @@ void OwnRoom::sayAs(const ChatLine& line) {
     const auto speaker = admit(line.speaker);
     if (!speaker || isIgnored(*speaker))
         return;
-    shown_.line({*speaker, line.text});
-    lines_.heard({*speaker, line.text}, place);
+    hear(*speaker, line.text, false);
 }
 
 void OwnRoom::leave(const std::string& given) {
     const auto name = othersName(given);
     if (!name)
         return;
-    const auto row = rowOfName(people(), *name);
+    const auto row = rowOfName(here().people, *name);
     if (!row) {
-        shown_.message(*name + " isn't here");
+        tell(*name + " isn't here");
         return;
     }
-    const std::string left = nameIn(people(), *row);
+    const std::string left = nameIn(here().people, *row);
     here().people.removeAt(*row);
-    shown_.message(left + " goes");
+    tell(left + " goes");
 }
 
 void OwnRoom::whisper(const std::string& given, const std::string& text) {
@@ -125,35 +144,37 @@ void OwnRoom::whisper(const std::string& given, const std::string& text) {
     if (!name || isIgnored(*name))
         return;
     if (takesMessages_)
-        shown_.message(*name + " whispers: " + text);
+        tell(*name + " whispers: " + text);
     else
-        shown_.message("a private message of " + *name + " was refused");
+        tell("a private message of " + *name + " was refused");
 }
 
 void OwnRoom::enterRoom(const std::string& wanted) {
     const std::string name(withoutBlanks(wanted));
     if (name.empty() || isTooLong(name))
         return;
-    const auto room = findOrMakeRoom(name);
+    Place* const room = findOrMakeRoom(name);
     if (!room) {
-        shown_.message("there are too many rooms");
+        tell("there are too many rooms");
         return;
     }
-    current_ = *room;
     // Lists of people that were made before this no longer count.
     ++visit_;
-    shown_.message("you are in " + here().name);
+    if (room->conversation == &conversations_.front())
+        tell(wordsOfEntering(*room->conversation));
+    conversations_.enter(*room->conversation);
+    shown_.changed();
 }
 
-std::optional<std::size_t> OwnRoom::findOrMakeRoom(const std::string& name) {
-    for (std::size_t room = 0; room < rooms_.size(); ++room)
-        if (equalFolded(rooms_[room].name, name))
-            return room;
+OwnRoom::Place* OwnRoom::findOrMakeRoom(const std::string& name) {
+    for (Place& room : rooms_)
+        if (equalFolded(room.conversation->name(), name))
+            return &room;
     if (rooms_.size() == mostRooms)
-        return std::nullopt;
-    rooms_.push_back({.name = name});
+        return nullptr;
+    rooms_.push_back({&conversations_.add({Conversation::Kind::room, 0, name})});
     rooms_.back().people.add(screenName_);
-    return rooms_.size() - 1;
+    return &rooms_.back();
 }
 
 // Where the person stands in the list. Nothing for the owner himself, and when the person was
@@ -165,36 +186,36 @@ std::optional<int> OwnRoom::rowOf(const RowList& list, const Person& person) con
 }
 
 Deed OwnRoom::toggleIgnored(const Person& person) {
-    const auto row = rowOf(people(), person);
+    const auto row = rowOf(here().people, person);
     if (!row)
         return notDone(person);
-    const std::string name = nameIn(people(), *row);
+    const std::string name = nameIn(here().people, *row);
     const auto ignoredRow = rowOfName(ignored_, name);
     if (ignoredRow)
         ignored_.removeAt(*ignoredRow);
     else if (!ignored_.add(name))
         return Deed::undone;
-    shown_.message(name + (ignoredRow ? " is heard again" : " is ignored"));
+    tell(name + (ignoredRow ? " is heard again" : " is ignored"));
     return Deed::done;
 }
 
 Deed OwnRoom::eject(const Person& person) {
-    const auto row = rowOf(people(), person);
-    if (!row || !here().ejected.add(people().share(*row)))
+    const auto row = rowOf(here().people, person);
+    if (!row || !here().ejected.add(here().people.share(*row)))
         return notDone(person);
-    const std::string name = nameIn(people(), *row);
+    const std::string name = nameIn(here().people, *row);
     here().people.removeAt(*row);
-    shown_.message(name + " is put out");
+    tell(name + " is put out");
     return Deed::done;
 }
 
 Deed OwnRoom::allow(const Person& person) {
-    const auto row = rowOf(ejected(), person);
+    const auto row = rowOf(here().ejected, person);
     if (!row)
         return notDone(person);
-    const std::string name = nameIn(ejected(), *row);
+    const std::string name = nameIn(here().ejected, *row);
     here().ejected.removeAt(*row);
-    shown_.message(name + " may come back");
+    tell(name + " may come back");
     return Deed::done;
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "chat/chat_lines.h"
+#include "host/conversations.h"
 #include "host/host_client.h"
 #include "host/shown_room.h"
 #include "text/row_list.h"
@@ -14,13 +15,16 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
 
 class OwnRoom : public HostClient, public RoomPeople, public ClientErrands, public ShownRoom {
 public:
-    OwnRoom(ChatLines& lines, std::string screenName, RoomDisplay shown);
+    // All must live on.
+    OwnRoom(Conversations& conversations, ChatLines& lines, std::string screenName,
+            RoomDisplay shown);
     OwnRoom(const OwnRoom&) = delete;
     OwnRoom& operator=(const OwnRoom&) = delete;
 
@@ -29,8 +33,7 @@ public:
     static constexpr std::size_t mostRooms = 100;  // with 32,767 people in each
 
     // A line that the owner says himself. These are to be called from an event of its own each.
-    void say(const std::string& line);
-    void sayShown(const std::string& line); // that he sees already
+    void say(const std::string& line, bool isOnScreen = false); // where he has typed it
 
     // Somebody else comes in without a word, says something, which brings him in as well, or goes.
     // Without regard to case a name is one person's, who is shown as he was first called; the
@@ -43,32 +46,32 @@ public:
     // A private message to the owner, from wherever.
     void whisper(const std::string& name, const std::string& text);
 
-    // A room keeps its people, and whom it keeps out, while the owner is elsewhere. Whom he
-    // ignores, he ignores in all of them.
+    // A room keeps its people, what was said in it, and whom it keeps out, while the owner is
+    // elsewhere. Whom he ignores, he ignores in all of them.
     void enterRoom(const std::string& name);
 
-    std::string name() const override { return here().name; }
+    std::string name() const override { return shown().conversation->name(); }
     std::string ownName() const override { return screenName_; }
     bool isIgnored(std::string_view name) const override { return ignored_.contains(name); }
-    const RowList& people() const override { return here().people; }
-    const RowList& ejected() const { return here().ejected; }
+    const RowList& people() const override { return shown().people; }
+    const RowList& ejected() const { return shown().ejected; }
 
     std::string currentScreenName() override { return screenName_; }
     void sendChatLine(const std::string& line) override;
     bool tellOwner(const std::string& text) override {
-        shown_.message(text);
+        tell(text);
         return true;
     }
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
 
     RoomPeople& roomPeople() override { return *this; }
-    People listPeople() override { return listed(people(), visit_); }
+    People listPeople() override { return listed(here().people, visit_); }
     bool ownerMayEject() override { return true; }
     Deed toggleIgnored(const Person& person) override;
     Deed eject(const Person& person) override;
     Deed allow(const Person& person) override;
-    std::optional<People> beginAllowing() override { return listed(ejected(), visit_); }
+    std::optional<People> beginAllowing() override { return listed(here().ejected, visit_); }
 
     ClientErrands& errands() override { return *this; }
     void enterPrivateRoom(const std::string& name) override { enterRoom(name); }
@@ -76,12 +79,18 @@ public:
 
 private:
     struct Place {
-        std::string name;
+        Conversation* conversation;
         RowList people = RowList(), ejected = RowList();
     };
 
-    const Place& here() const { return rooms_[current_]; }
-    Place& here() { return rooms_[current_]; }
+    // The room to which the event at work belongs, and the one that is shown; the one in which the
+    // owner was last where that is none of these.
+    const Place& placeOf(const Conversation& conversation) const;
+    const Place& shown() const { return placeOf(conversations_.front()); }
+    const Place& here() const { return placeOf(conversations_.here()); }
+    Place& here() { return const_cast<Place&>(std::as_const(*this).here()); }
+    void tell(const std::string& text) const;
+    void hear(const std::string& speaker, const std::string& line, bool isOnScreen);
     bool isOwner(std::string_view name) const;
     std::optional<int> rowOf(const RowList& list, const Person& person) const;
     Deed notDone(const Person& person) const {
@@ -90,13 +99,13 @@ private:
     bool isTooLong(std::string_view name) const;
     std::optional<std::string> othersName(const std::string& given) const;
     std::optional<std::string> admit(const std::string& given);
-    std::optional<std::size_t> findOrMakeRoom(const std::string& name);
+    Place* findOrMakeRoom(const std::string& name);
 
+    Conversations& conversations_;
     ChatLines& lines_;
     std::string screenName_;
     RoomDisplay shown_;
     std::vector<Place> rooms_; // never empty
-    std::size_t current_ = 0;
     RowList ignored_;
     bool takesMessages_ = true;
     std::uint64_t visit_ = 0; // how often he has gone to a room: by that a list is known

@@ -1,8 +1,6 @@
-// What a front end shows of a room, and what it lends the room to show things by: the same for the
-// owner's own room and for rooms on a network.
+// What a front end shows beside the lines, and what it lends the rooms to show things by.
 #pragma once
 
-#include "chat/scanner.h"
 #include "shell/event_loop.h"
 
 #include <functional>
@@ -13,21 +11,18 @@ namespace larkspin {
 
 class RowList;
 
-// How the owner is shown a line, and what happens beside the lines: somebody came or went. And what
-// is done to the line that he types, and to the window in which he does so.
+// What is done to the line that the owner types, and to the window in which he does so; and what a
+// room tells him beside what is said in it.
 struct RoomDisplay {
-    std::function<void(const ChatLine& line)> line;
-    std::function<void(const std::string& text)> message;
-    // Shows an answer to something that the owner has typed. If it is empty, `message` shows
-    // answers too.
-    std::function<void(const std::string& text)> answer = {};
+    // What happens; and an answer to something that he has typed, for which a front end keeps room
+    // that no flood from others can take. The conversations take both.
+    std::function<void(const std::string& text)> message = [](const std::string&) {};
+    std::function<void(const std::string& text)> tell = [](const std::string&) {};
     Task clearInput = [] {}, bringForward = [] {};
     Task changed = [] {}; // what `ShownRoom` tells is another, also where there is no message
-
-    void tell(const std::string& text) const { (answer ? answer : message)(text); }
 };
 
-// What a window must know of a room.
+// What a window must know of the conversation in front.
 class ShownRoom {
 public:
     virtual ~ShownRoom() = default;

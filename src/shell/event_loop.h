@@ -32,8 +32,10 @@ public:
     // Time since some fixed moment. It never goes back, whatever happens to the wall clock.
     virtual Nanoseconds now() const = 0;
 
-    // The owner's date and time of day.
-    virtual std::tm localTime() const = 0;
+    // What the owner's clock shows, in seconds since 1970, and his date and time of day then.
+    virtual std::time_t moment() const = 0;
+    virtual std::tm dateOf(std::time_t moment) const = 0;
+    std::tm localTime() const { return dateOf(moment()); }
 
     // Runs the task in a later turn, after those posted before it.
     virtual void post(Task task) = 0;

@@ -77,7 +77,7 @@ TEST(OwnRoom, WhoIsPutOutStaysOutOfThatRoomUntilHeIsLetBack) {
                     "+eve", "#Owner", "#nobody"}),
               "[room] Eve comes in\n[room] Eve is put out\n[room] Eve is kept out\n"
               "[room] Eve is kept out\n[room] you are in Den\n[room] eve comes in\n"
-              "[room] you are in lobby\n[room] Eve may come back\n[room] eve comes in\n");
+              "[room] you are at home\n[room] Eve may come back\n[room] eve comes in\n");
 }
 
 TEST(OwnRoom, TheClientsAddressesLeadToPrivateRoomsAndOthersNowhere) {

@@ -3,6 +3,7 @@
 
 #include "irc/client/current_room.h"
 #include "support/pretend_irc.h"
+#include "support/shown_lines.h"
 #include "support/virtual_machine.h"
 
 #include <gtest/gtest.h>
@@ -25,10 +26,10 @@ public:
     // What the owner sees of it: lines, and messages after "- ".
     std::string seenOf(const std::function<void()>& action,
                        std::chrono::duration<double> span = 1ms) {
-        seen.clear();
+        shown.take();
         run(action);
         advance(span);
-        return seen;
+        return seen = shown.take();
     }
     std::string typed(const std::string& line, std::chrono::duration<double> span = 1ms) {
         return seenOf([&] { loop.post([&, line] { room.say(line); }); }, span);
@@ -66,20 +67,20 @@ public:
     }
 
     PretendIrc server{loop};
-    RoomDisplay display{.line =
-                            [this](const ChatLine& line) {
-                                seen += line.speaker + ": " + messageOf(line.text) + '\n';
-                            },
-                        .message = [this](const std::string& text) { seen += "- " + text + '\n'; },
-                        .answer =
-                            [this](const std::string& text) {
-                                seen += "- " + text + '\n';
-                                ++answers;
-                            },
-                        .changed = [this] { ++changes; }};
-    OwnRoom own{lines, "Login", display};
-    IrcClient irc{loop, lines, server, display};
-    CurrentRoom room{own, irc};
+    Conversations conversations{loop, lines, "lobby"};
+    RoomDisplay display{
+        .message =
+            [this](const std::string& text) { conversations.tell(KeptLine::Kind::news, text); },
+        .tell =
+            [this](const std::string& text) {
+                conversations.tell(KeptLine::Kind::answer, text);
+                ++answers;
+            },
+        .changed = [this] { ++changes; }};
+    OwnRoom own{conversations, lines, "Login", display};
+    IrcClient irc{loop, lines, conversations, server, display};
+    CurrentRoom room{conversations, own, irc};
+    ShownLines shown{conversations, "- "};
     std::string seen;
     int answers = 0; // of all messages, those that the owner has asked for
     int changes = 0;

@@ -4,39 +4,45 @@
 
 #include "chat/reply.h"
 #include "host/own_room.h"
+#include "support/shown_lines.h"
 #include "support/virtual_machine.h"
 
 namespace larkspin {
 
 class OwnRoomMachine : public VirtualMachine {
+    // Notes what the program says in it, and what happens in the middle of that.
+    class RecordedOwnRoom : public OwnRoom {
+    public:
+        explicit RecordedOwnRoom(OwnRoomMachine& machine)
+            : OwnRoom(machine.conversations, machine.lines, "Owner", {}), machine_(machine) {}
+        void sendChatLine(const std::string& line) override {
+            machine_.room.lines.push_back(line);
+            machine_.loop.post([this, message = messageOf(line)] {
+                if (const auto handler = machine_.room.inMessage)
+                    handler(message);
+            });
+            OwnRoom::sendChatLine(line);
+        }
+
+    private:
+        OwnRoomMachine& machine_;
+    };
+
 public:
     OwnRoomMachine() { host = &own; }
 
-    OwnRoom own{lines,
-                "Owner",
-                {[this](const ChatLine& line) { see(line); },
-                 [this](const std::string& text) { seen_ += "[room] " + text + '\n'; }}};
+    Conversations conversations{loop, lines, "lobby"};
+    RecordedOwnRoom own{*this};
 
     // What the owner sees of it, a line each.
     std::string seenOf(const std::function<void()>& action) {
-        seen_.clear();
+        shown_.take();
         run(action);
-        return seen_;
+        return shown_.take();
     }
 
 private:
-    void see(const ChatLine& line) {
-        seen_ += line.speaker + ": " + messageOf(line.text) + '\n';
-        if (!isReply(line.text))
-            return;
-        room.lines.push_back(line.text);
-        loop.post([this, message = messageOf(line.text)] {
-            if (const auto handler = room.inMessage)
-                handler(message);
-        });
-    }
-
-    std::string seen_;
+    ShownLines shown_{conversations, "[room] "};
 };
 
 } // namespace larkspin

@@ -12,7 +12,14 @@ class VirtualLoop : public EventLoop {
 public:
     Nanoseconds now() const override { return now_; }
     // Every run begins at 19:05 on a Friday, 19 December 2003.
-    std::tm localTime() const override { return {0, 5, 19, 19, 11, 103, 5, 352, 0, 0, nullptr}; }
+    std::time_t moment() const override {
+        return 1'071'860'700 + std::chrono::duration_cast<std::chrono::seconds>(now_).count() - 1;
+    }
+    std::tm dateOf(std::time_t moment) const override {
+        std::tm date{};
+        ::gmtime_r(&moment, &date);
+        return date;
+    }
     void post(Task task) override { queue_.post(std::move(task)); }
     TimerId every(Nanoseconds interval, Task task) override {
         return queue_.every(interval, now_, std::move(task));

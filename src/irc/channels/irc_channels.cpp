@@ -1,8 +1,14 @@
 #include "irc/channels/irc_channels.h"
 
-#include <cassert>
+#include <algorithm>
+#include <utility>
 
 namespace larkspin {
+
+IrcChannels::Place* IrcChannels::here() {
+    const auto found = std::ranges::find(places_, &conversations_.here(), &Place::conversation);
+    return found == places_.end() ? nullptr : &*found;
+}
 
 IrcChannels::Place* IrcChannels::find(std::string_view name, const IrcFeatures& features) {
     const std::string folded = features.fold(name);
@@ -12,15 +18,28 @@ IrcChannels::Place* IrcChannels::find(std::string_view name, const IrcFeatures& 
     return nullptr;
 }
 
+// The one in which the owner has been before, or a new one.
+Conversation& IrcChannels::conversationOf(const std::string& name, const IrcFeatures& features) {
+    for (const auto& each : conversations_.all())
+        if (each->network() == network_ && each->kind() == Conversation::Kind::room &&
+            features.fold(each->name()) == features.fold(name))
+            return *each;
+    return conversations_.add({Conversation::Kind::room, network_, name});
+}
+
 IrcChannels::Place* IrcChannels::add(const std::string& name, const IrcFeatures& features) {
     Place* place = find(name, features);
     if (place)
         keepNamesOfBans(*place);
     else if (places_.size() == most)
         return nullptr;
+    Conversation& conversation = conversationOf(name, features);
+    conversation.isOpen = true;
+    Place fresh{IrcChannel(name), &conversation, ++lastVisit_};
+    if (place)
+        *place = std::move(fresh);
     else
-        place = &places_.emplace_back(Place{.channel = IrcChannel(name)});
-    *place = {.channel = IrcChannel(name)};
+        place = &places_.emplace_back(std::move(fresh));
     if (const auto names = namesOfBans_.extract(name))
         place->channel.bans().takeNames(names.mapped());
     return place;
@@ -32,29 +51,17 @@ void IrcChannels::keepNamesOfBans(const Place& place) {
 }
 
 void IrcChannels::remove(const Place& place) {
-    const auto index = static_cast<std::size_t>(&place - places_.data());
     keepNamesOfBans(place);
-    places_.erase(places_.begin() + static_cast<std::ptrdiff_t>(index));
-    if (index == current_)
-        current_ = places_.empty() ? 0 : places_.size() - 1;
-    else if (index < current_)
-        --current_;
-    assert(places_.empty() || current_ < places_.size());
-    if (here())
-        here()->unseen = 0;
+    place.conversation->isOpen = false;
+    places_.erase(places_.begin() + (&place - places_.data()));
 }
 
 void IrcChannels::clear() {
-    for (const Place& place : places_)
+    for (const Place& place : places_) {
         keepNamesOfBans(place);
+        place.conversation->isOpen = false;
+    }
     places_.clear();
-    current_ = 0;
-}
-
-void IrcChannels::enter(const Place& place) {
-    current_ = static_cast<std::size_t>(&place - places_.data());
-    assert(current_ < places_.size());
-    here()->unseen = 0;
 }
 
 IrcChannels::Place* IrcChannels::nextToLeave() {

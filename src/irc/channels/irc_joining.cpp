@@ -1,5 +1,6 @@
 #include "irc/channels/irc_joining.h"
 
+#include "host/new_lines.h"
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
@@ -49,6 +50,7 @@ void IrcJoining::beginWith(const std::string& given) {
     keys_.clear();
     leaving_.clear();
     wantedRoom_ = given;
+    isComingBack_ = staysAway_ = false;
     entering_ = channelNamed(given).value_or("");
     if (!entering_.empty())
         want(entering_);
@@ -58,13 +60,15 @@ void IrcJoining::welcomed() {
     request(wanted_);
 }
 
-// On the next connection the first channel that the owner gets into becomes the room. So the one
-// that he was in, or on his way into, is asked for before the others. One that he was leaving isn't
-// asked for any more: the room is the next one then.
+// On the next connection the owner comes back to where he is now. So the channel that he was in, or
+// on his way into, is asked for before the others. One that he was leaving isn't asked for any
+// more: he comes into the next one then.
 void IrcJoining::lost() {
     leaving_.clear();
-    if (entering_.empty())
+    isComingBack_ = true;
+    if (entering_.empty() && channels_.isInFront())
         entering_ = roomAfterLeaving();
+    staysAway_ = entering_.empty() && !channels_.all().empty();
     for (const IrcChannels::Place& place : channels_.all())
         if (!place.isBeingLeft)
             want(place.channel.name());
@@ -124,6 +128,7 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
     if (!name)
         return;
     auto* const place = channels_.find(*name, session_.features());
+    isComingBack_ = staysAway_ = false;
     if (place && !place->isBeingLeft)
         return enter(*place);
     if (!session_.isOn())
@@ -141,27 +146,23 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
         request({*name});
 }
 
-void IrcJoining::enter(int number) {
-    if (number < 1 || std::cmp_greater(number, channels_.all().size()))
-        return events_.tell("there is no room " + std::to_string(number));
-    enter(channels_.all()[static_cast<std::size_t>(number) - 1]);
-}
-
-void IrcJoining::enter(const std::string& given) {
+bool IrcJoining::enter(std::string_view given) {
     const auto name = channelNamed(given);
     if (!name)
-        return;
-    if (const auto* const place = channels_.find(*name, session_.features()))
-        return enter(*place);
-    events_.tell("you are not in " + visibleName(*name));
+        return true; // which has been told
+    const auto* const place = channels_.find(*name, session_.features());
+    if (place)
+        enter(*place);
+    return place;
 }
 
 void IrcJoining::enter(const IrcChannels::Place& place) {
     entering_.clear();
     if (!place.isBeingLeft)
         wantedRoom_ = place.channel.name();
-    channels_.enter(place);
-    events_.tell("you are in " + visibleName(place.channel.name()));
+    if (channels_.isInFront(place))
+        return events_.tell(wordsOfEntering(*place.conversation));
+    conversations_.enter(*place.conversation);
     events_.newRoom();
 }
 
@@ -181,7 +182,7 @@ void IrcJoining::leave(const std::string& farewell) {
     wantNoMore(next);
     entering_.clear();
     wantedRoom_ = wanted_.empty() ? "" : wanted_.front();
-    if (!channels_.here()) // else the server tells when he has left
+    if (channels_.all().empty()) // else the server tells when he has left
         events_.tell("you are in no room");
 }
 
@@ -197,17 +198,18 @@ void IrcJoining::cameIn(const std::string& channel) {
         return;
     }
     wantNoMore(channel);
-    const bool isFirst = !channels_.here();
     const auto* const place = channels_.add(channel, session_.features());
+    const bool isAtHome = conversations_.front().isAtHome() || conversations_.isFrontClosed();
     if (!place) {
         // The server has let the owner in already, so the channel has to be left again.
         events_.tell("there are too many rooms");
         session_.request("PART", {channel});
-    } else if (isFirst || session_.isSame(entering_, channel)) {
+    } else if (session_.isSame(entering_, channel) ? isAtHome || !isComingBack_
+                                                   : isAtHome && !staysAway_) {
         enter(*place);
-    } else if (!channels_.isHere(place)) {
+    } else if (!channels_.isInFront(*place)) {
         events_.tell(visibleName(channel) + " is room " +
-                     std::to_string(channels_.numberOf(*place)));
+                     std::to_string(conversations_.numberOf(*place->conversation)));
     }
 }
 
@@ -231,20 +233,24 @@ void IrcJoining::left(std::string_view channel) {
     const auto* const place = channels_.find(channel, session_.features());
     if (!place)
         return;
-    const bool wasHere = channels_.isHere(place);
+    const bool wasInFront = channels_.isInFront(*place), isWanted = place->isBeingLeft;
     const std::string name = place->channel.name();
+    Conversation& conversation = *place->conversation;
     events_.tell("you have left " + visibleName(name));
     // Lines that still wait to be said in that channel can't be said any more.
     session_.dropFor(name);
     channels_.remove(*place);
     if (wants(name)) // he has asked for it again meanwhile
         request({name});
-    if (!wasHere)
-        return;
-    if (channels_.here())
-        return enter(*channels_.here());
-    events_.tell("you are in no room");
-    events_.newRoom();
+    if (wasInFront && !channels_.all().empty())
+        enter(channels_.all().back());
+    else if (wasInFront)
+        conversations_.enter(conversations_.home());
+    // Of a channel that he was put out of he can still read what was said.
+    if (isWanted)
+        conversations_.remove(conversation);
+    if (wasInFront)
+        events_.newRoom();
 }
 
 } // namespace larkspin

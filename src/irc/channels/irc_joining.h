@@ -19,11 +19,14 @@ class IrcJoining {
 public:
     struct Events {
         std::function<void(const std::string& text)> tell;
-        std::function<void()> newRoom; // another one is the room, or none
+        std::function<void()> newRoom; // another one is in front, or none
     };
 
-    IrcJoining(IrcSession& session, IrcChannels& channels, Events events)
-        : session_(session), channels_(channels), events_(std::move(events)) {}
+    // All must live on.
+    IrcJoining(IrcSession& session, IrcChannels& channels, Conversations& conversations,
+               Events events)
+        : session_(session), channels_(channels), conversations_(conversations),
+          events_(std::move(events)) {}
 
     // Begins a new connection, with the room to go into, if any.
     void beginWith(const std::string& name);
@@ -33,13 +36,14 @@ public:
     void welcomed();
     void lost();
 
-    // The first channel that is joined is the room. Others wait until they are entered. A channel
-    // may have a key, without which nobody comes in; it is kept for as long as this connection is
-    // made again.
+    // A channel that is joined comes in front if the owner is at home. Others wait until they are
+    // entered. A channel may have a key, without which nobody comes in; it is kept for as long as
+    // this connection is made again.
     void join(const std::string& name, const std::string& key) { join(name, key, false); }
     void joinAndEnter(const std::string& name) { join(name, {}, true); }
-    void enter(int number);
-    void enter(const std::string& given);
+    // A channel that he is in; false if he isn't in it.
+    bool enter(std::string_view channel);
+    void enter(const IrcChannels::Place& place);
     void leave(const std::string& farewell);
 
     // The room in which the owner wants to be on this network, even if he was put out of it. Empty
@@ -53,7 +57,6 @@ public:
 
 private:
     void join(const std::string& name, const std::string& key, bool enters);
-    void enter(const IrcChannels::Place& place);
     void left(std::string_view channel);
     void refused(std::string_view channel);
     std::string roomAfterLeaving() const;
@@ -67,11 +70,14 @@ private:
 
     IrcSession& session_;
     IrcChannels& channels_;
+    Conversations& conversations_;
     Events events_;
     std::vector<std::string> wanted_;                       // asked for, or to be asked for
     std::vector<std::pair<std::string, std::string>> keys_; // of channels, by name
     std::string wantedRoom_;
-    std::string entering_;             // is the room once it is joined
+    std::string entering_;             // comes in front once it is joined
+    bool isComingBack_ = false;        // to it, after a loss, unless he has gone elsewhere
+    bool staysAway_ = false;           // he was elsewhere when the connection was lost
     std::vector<std::string> leaving_; // left again before the server had let him in
 };
 

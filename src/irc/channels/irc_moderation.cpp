@@ -23,13 +23,14 @@ constexpr auto betweenSearchLooks = 20ms; // at whether the answer has come
 } // namespace
 
 People IrcModeration::listPeople() {
-    return channels_.here() ? listed(channels_.here()->channel.people(), visit_) : People();
+    return channels_.here() ? listed(channels_.here()->channel.people(), channels_.visit())
+                            : People();
 }
 
 std::optional<People> IrcModeration::beginAllowing() {
     if (!channels_.here())
         return std::nullopt;
-    return listed(channels_.here()->channel.ejected(), visit_);
+    return listed(channels_.here()->channel.ejected(), channels_.visit());
 }
 
 bool IrcModeration::ownerMayEject() {
@@ -41,7 +42,7 @@ bool IrcModeration::ownerMayEject() {
 // was listed in another room.
 IrcChannel* IrcModeration::channelOf(const Person& person) const {
     IrcChannels::Place* const place = channels_.here();
-    const bool isThere = place && person.list == visit_ && !session_.isSelf(person.name) &&
+    const bool isThere = place && person.list == place->visit && !session_.isSelf(person.name) &&
                          place->channel.contains(person.name, session_.features());
     return isThere ? &place->channel : nullptr;
 }
@@ -127,7 +128,7 @@ std::string IrcModeration::find(const Person& person) {
     if (!isAsked)
         return person.name;
     searches_.push_back(search);
-    while (!search->isOver && person.list == visit_ && loop_.now() < search->end)
+    while (!search->isOver && person.list == channels_.visit() && loop_.now() < search->end)
         loop_.waitUntil(std::min(loop_.now() + betweenSearchLooks, search->end));
     std::erase(searches_, search);
     return search->nick;
@@ -154,7 +155,7 @@ Deed IrcModeration::eject(const Person& person) {
 }
 
 Deed IrcModeration::allow(const Person& person) {
-    if (person.list != visit_ || !ownerMayEject())
+    if (person.list != channels_.visit() || !ownerMayEject())
         return notDone(person);
     const IrcChannel& channel = channels_.here()->channel;
     Deed deed = Deed::undone; // somebody else may have let him in already

@@ -51,9 +51,6 @@ public:
     // What the server tells, after the channels have taken it.
     void take(const IrcMessage& message);
 
-    // The owner is in another room, or in none: whoever was listed before isn't meant any more.
-    void newRoom() { ++visit_; }
-
     // Asks for the list of the room's bans, once, and not before the owner could do something about
     // them.
     void askForBans();
@@ -73,7 +70,7 @@ private:
     void rename(std::string_view from, std::string_view to);
     void makePrivate(std::string_view name);
     Deed notDone(const Person& person) const {
-        return person.list == visit_ ? Deed::undone : Deed::over;
+        return person.list == channels_.visit() ? Deed::undone : Deed::over;
     }
 
     EventLoop& loop_;
@@ -83,7 +80,6 @@ private:
     std::set<std::string, std::less<>> ignored_; // folded names
     std::set<std::string, std::less<>> private_; // folded names of rooms
     std::vector<std::shared_ptr<Search>> searches_;
-    std::uint64_t visit_ = 0;
 };
 
 } // namespace larkspin

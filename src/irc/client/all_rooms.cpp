@@ -10,10 +10,21 @@ namespace larkspin {
 AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
                    PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
                    const std::string& screenName, const RoomDisplay& shown)
-    : file_(files, directory.ircFile()), own(lines, screenName, shown),
-      irc(loop, lines, connection, followed(shown)),
-      words(loop, own, irc, prompt, file_, files,
-            [shown](const std::string& text) { shown.tell(text); }) {}
+    : file_(files, directory.ircFile()),
+      conversations(loop, lines, std::string(OwnRoom::firstRoom)),
+      own(conversations, lines, screenName, told(shown)),
+      irc(loop, lines, conversations, connection, followed(told(shown))),
+      words(loop, conversations, own, irc, prompt, file_, files, told(shown).tell) {}
+
+// What rooms tell beside what is said is kept like all else.
+RoomDisplay AllRooms::told(RoomDisplay shown) {
+    const auto keeps = [this](KeptLine::Kind kind) {
+        return [this, kind](const std::string& text) { conversations.tell(kind, text); };
+    };
+    shown.message = keeps(KeptLine::Kind::news);
+    shown.tell = keeps(KeptLine::Kind::answer);
+    return shown;
+}
 
 RoomDisplay AllRooms::followed(RoomDisplay shown) {
     // The words keep for the next run where the owner is, so they hear of each change first.

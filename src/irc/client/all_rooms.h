@@ -17,6 +17,7 @@ namespace larkspin {
 class AllRooms {
 public:
     // All must live on. Lines said in the rooms come in through `lines`.
+    // Of the display, what windows are told and do is the front end's.
     AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection, PasswordPrompt& prompt,
              KeptFiles& files, const DataDirectory& directory, const std::string& screenName,
              const RoomDisplay& shown);
@@ -33,13 +34,15 @@ public:
     }
 
 private:
+    RoomDisplay told(RoomDisplay shown);
     RoomDisplay followed(RoomDisplay shown);
     IrcAccountFile file_;
 
 public:
+    Conversations conversations;
     OwnRoom own;
     IrcClient irc;
-    CurrentRoom room{own, irc}; // the one that the owner is in
+    CurrentRoom room{conversations, own, irc}; // the one that the owner is in
     IrcWords words;
 };
 

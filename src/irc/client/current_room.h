@@ -1,5 +1,5 @@
-// The room that the program works in, and that windows show: one on a network from connect to
-// disconnect, else the owner's own.
+// The chat client that the program works in: whichever the conversation belongs to that the event
+// at work is about, or else the one in front. And what windows show of the one in front.
 #pragma once
 
 #include "host/own_room.h"
@@ -12,15 +12,15 @@ namespace larkspin {
 
 class CurrentRoom : public HostClient, public ShownRoom {
 public:
-    CurrentRoom(OwnRoom& own, IrcClient& irc) : own_(own), irc_(irc) {}
+    CurrentRoom(Conversations& conversations, OwnRoom& own, IrcClient& irc)
+        : conversations_(conversations), own_(own), irc_(irc) {}
 
-    bool isOnNetwork() const { return irc_.isOn(); }
+    // Whether what is in front is on a network.
+    bool isOnNetwork() const { return !conversations_.front().isAtHome(); }
 
-    // A line that the owner says himself, as for either room.
-    void say(const std::string& line) { isOnNetwork() ? irc_.say(line) : own_.say(line); }
-    void sayShown(const std::string& line) {
-        isOnNetwork() ? irc_.sayShown(line) : own_.sayShown(line);
-    }
+    // A line that the owner says himself in the conversation in front. Where nothing can be said
+    // any more he is at home with it. To be called from an event of its own.
+    void say(const std::string& line, bool isOnScreen = false); // where he has typed it
 
     std::string name() const override { return shown().name(); }
     std::string ownName() const override { return shown().ownName(); }
@@ -31,19 +31,31 @@ public:
     void sendChatLine(const std::string& line) override { here().sendChatLine(line); }
     bool tellOwner(const std::string& text) override { return here().tellOwner(text); }
     void dropUnsaid() override { here().dropUnsaid(); }
-    void clearChatInput() override { here().clearChatInput(); }
-    void bringHostForward() override { here().bringHostForward(); }
+    void clearChatInput() override { own_.clearChatInput(); }
+    void bringHostForward() override { own_.bringHostForward(); }
     RoomPeople& roomPeople() override { return here().roomPeople(); }
-    ClientErrands& errands() override { return here().errands(); }
+    // Those of the network wherever he is, while he is on one.
+    ClientErrands& errands() override {
+        return irc_.isOn() ? static_cast<ClientErrands&>(irc_) : own_;
+    }
 
 private:
-    HostClient& here() { return isOnNetwork() ? static_cast<HostClient&>(irc_) : own_; }
+    // What belongs to a conversation that has gone.
+    class Nowhere : public HostClient {
+        std::string currentScreenName() override { return {}; }
+        void sendChatLine(const std::string&) override {}
+        void clearChatInput() override {}
+    };
+
+    HostClient& here();
     const ShownRoom& shown() const {
         return isOnNetwork() ? static_cast<const ShownRoom&>(irc_) : own_;
     }
 
+    Conversations& conversations_;
     OwnRoom& own_;
     IrcClient& irc_;
+    Nowhere nowhere_;
 };
 
 } // namespace larkspin

@@ -1,5 +1,6 @@
 #include "irc/client/irc_client.h"
 
+#include "host/new_lines.h"
 #include "host/room_words.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
@@ -21,24 +22,20 @@ const std::string usualFarewell = "larkspin flies off";
 
 } // namespace
 
-IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
-                     RoomDisplay shown)
-    : loop_(loop), lines_(lines), shown_(std::move(shown)),
+IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, Conversations& conversations,
+                     IrcConnection& connection, RoomDisplay shown)
+    : loop_(loop), lines_(lines), conversations_(conversations), shown_(std::move(shown)),
       session_(loop, connection,
-               {.welcomed =
-                    [this] {
-                        tell("you are " + visibleName(ownName()) + " on " + visibleName(name()));
-                        const Task join = [this] { joining_.welcomed(); };
-                        welcomed_ ? welcomed_(join) : join();
-                    },
+               {.welcomed = [this] { welcomed(); },
                 .message = [this](const IrcMessage& message) { take(message); },
                 .lost = [this] { lost(); },
                 // The session's texts may hold the server's words, codes included.
                 .tell = [this](const std::string& text) { tell(plainText(text)); }}),
-      joining_(session_, channels_,
+      channels_(conversations), talks_(conversations, session_),
+      joining_(session_, channels_, conversations,
                {.tell = [this](const std::string& text) { tell(text); },
                 .newRoom = [this] { newRoom(); }}),
-      hearing_(loop, lines, shown_, session_, channels_, moderation_),
+      hearing_(loop, lines, conversations, shown_, session_, channels_, talks_, moderation_),
       speech_(loop, session_, channels_,
               [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }),
       pacing_(loop, lines, session_.outgoing()) {}
@@ -46,6 +43,13 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connectio
 const IrcChannel* IrcClient::here() const {
     const Place* const place = channels_.here();
     return place ? &place->channel : nullptr;
+}
+
+const IrcChannel* IrcClient::inFront() const {
+    for (const Place& place : channels_.all())
+        if (channels_.isInFront(place))
+            return &place.channel;
+    return nullptr;
 }
 
 bool IrcClient::tellWithoutServer() const {
@@ -76,13 +80,25 @@ void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
                         const std::string& channel) {
     endSession();
     forgetRooms();
-    if (server.host != session_.server().host)
+    if (network_ == Conversations::noNetwork || server.host != session_.server().host) {
+        beginNetwork();
         moderation_.forgetPeople();
+    }
     joining_.beginWith(channel);
     isOn_ = true;
+    hasToldHowToStop_ = false;
     tell("connecting to " + visibleName(server.host));
     session_.connect(server, identity);
     shown_.changed();
+}
+
+// What was said on another network goes.
+void IrcClient::beginNetwork() {
+    for (const Conversation* each : conversations_.ofNetwork(network_))
+        conversations_.remove(*each);
+    network_ = conversations_.newNetwork();
+    channels_.beginOn(network_);
+    talks_.beginOn(network_);
 }
 
 void IrcClient::disconnect() {
@@ -130,17 +146,33 @@ void IrcClient::finish() {
     session_.finish(lines + ircLine("QUIT", {usualFarewell}));
 }
 
+void IrcClient::welcomed() {
+    tell("you are " + visibleName(ownName()) + " on " + visibleName(session_.server().host));
+    talks_.open(true);
+    const Task join = [this] { joining_.welcomed(); };
+    welcomed_ ? welcomed_(join) : join();
+    Conversation* const before = conversations_.find(std::exchange(talkBefore_, {}));
+    if (before && conversations_.front().isAtHome())
+        conversations_.enter(*before);
+}
+
 void IrcClient::lost() {
+    hasToldHowToStop_ = false;
+    if (owns(conversations_.front()) && !inFront())
+        talkBefore_ = conversations_.front().place();
     // This comes first: the rooms that are forgotten now are to be joined again.
     joining_.lost();
     forgetRooms();
     shown_.changed();
 }
 
+// Without a connection the owner is at home, where he is obeyed.
 void IrcClient::forgetRooms() {
     channels_.clear();
+    talks_.open(false);
     speech_.clear();
-    moderation_.newRoom();
+    if (owns(conversations_.front()))
+        conversations_.enter(conversations_.home());
 }
 
 void IrcClient::take(const IrcMessage& message) {
@@ -150,37 +182,58 @@ void IrcClient::take(const IrcMessage& message) {
     // A line that a channel refuses won't be sent back. If it goes out again, it isn't news.
     if (numeric::refusesLine(command) && speech_.refused(message))
         return;
-    const bool isSelf = session_.isSelf(message.nick());
-    const bool isAnswer = numeric::isNumeric(command); // to the owner's own words
     // The order matters. News is told while the channels still know who was where. A channel that
     // the owner comes into is made before it takes the JOIN. What else becomes of him is followed
     // when the channels have taken it.
     if (!(command == "INVITE" && moderation_.ignores(message.nick())))
-        tellNews(message, session_, here(),
-                 [&](const std::string& text) { isAnswer ? tell(text) : shown_.message(text); });
-    if (command == "JOIN" && isSelf)
+        tellNews(message);
+    if (command == "JOIN" && session_.isSelf(message.nick()))
         joining_.cameIn(std::string(message.parameter(0)));
+    if (command == "NICK")
+        talks_.rename(message.nick(), message.parameter(0));
     channels_.take(message, session_.features());
     joining_.take(message);
     moderation_.take(message);
     shown_.changed();
 }
 
+// What happens in a channel stands there. That the owner is put out of one he hears wherever he is.
+void IrcClient::tellNews(const IrcMessage& message) {
+    for (const Place& place : channels_.all())
+        if (std::string text = newsOf(message, session_, place.channel); !text.empty())
+            conversations_.keep(
+                *place.conversation,
+                {.text = std::move(text),
+                 .isForOwner = message.command == "KICK" && session_.isSelf(message.parameter(1))});
+    if (const std::string text = newsOfOwner(message, session_); !text.empty())
+        numeric::isNumeric(message.command) ? tell(text) : shown_.message(text);
+}
+
 void IrcClient::newRoom() {
-    moderation_.newRoom();
     moderation_.askForBans();
     shown_.changed();
 }
 
-void IrcClient::leave() {
-    joining_.leave(usualFarewell);
+void IrcClient::enter(Conversation& conversation) {
+    for (const Place& place : channels_.all())
+        if (place.conversation == &conversation)
+            return joining_.enter(place);
+    if (&conversation == &conversations_.front())
+        return tell(wordsOfEntering(conversation));
+    conversations_.enter(conversation);
+    newRoom();
 }
 
-std::vector<IrcClient::Joined> IrcClient::rooms() const {
-    std::vector<Joined> all;
-    for (const Place& place : channels_.all())
-        all.push_back({place.channel.name(), channels_.isHere(&place), place.unseen});
-    return all;
+void IrcClient::leave() {
+    Conversation& front = conversations_.front();
+    if (inFront() || (front.isAtHome() && channels_.all().empty()))
+        return joining_.leave(usualFarewell);
+    if (front.isAtHome())
+        return tell(wordsOfEntering(front));
+    const auto& channels = channels_.all();
+    conversations_.enter(channels.empty() ? conversations_.home() : *channels.back().conversation);
+    conversations_.remove(front);
+    newRoom();
 }
 
 void IrcClient::changeNick(const std::string& nick) {
@@ -196,17 +249,27 @@ void IrcClient::quote(std::string_view line) {
 void IrcClient::message(const std::string& name, const std::string& text) {
     if (tellWithoutServer())
         return;
-    // A message to a room that the owner is in is a line of his there.
+    // A message to a room that the owner is in is a line of his there, but nothing is ordered from
+    // afar.
     if (const Place* const place = channels_.find(name, session_.features()))
-        return speak(place->channel.name(), text, false);
+        return speak({place->channel.name(), text, false, channels_.isInFront(*place)});
     if (session_.features().isChannel(name))
         return tell("you are not in " + visibleName(name));
-    if (name.empty() || std::ranges::any_of(name, endsIrcName))
-        return tell("a name has no blanks and commas");
-    if (speech_.whisper(name, text))
-        tell("to " + visibleName(name) + ": " + plainMarkup(text));
-    else
-        tell("too much waits to be said");
+    if (canBeTalkedTo(name))
+        speak({.target = name, .text = text, .mayCommand = false});
+}
+
+void IrcClient::talkTo(const std::string& name) {
+    if (!tellWithoutServer() && canBeTalkedTo(name))
+        enter(talks_.findOrBegin(name));
+}
+
+bool IrcClient::canBeTalkedTo(const std::string& name) const {
+    const bool can = !name.empty() && std::ranges::none_of(name, endsIrcName) &&
+                     !session_.features().isChannel(name);
+    if (!can)
+        tell("a name has no blanks and commas");
+    return can;
 }
 
 void IrcClient::topic(const std::optional<std::string>& text) {
@@ -234,41 +297,46 @@ void IrcClient::limitSaid(int linesPerMinute) {
     pacing_.limitSaid(linesPerMinute);
 }
 
-void IrcClient::say(const std::string& line) {
-    if (!tellWithoutRoom())
-        speak(here()->name(), line, false);
+void IrcClient::say(const std::string& line, bool isOnScreen) {
+    const Conversation& front = conversations_.front();
+    if (front.isOpen && owns(front))
+        speak({front.name(), line, isOnScreen});
 }
 
-void IrcClient::sayShown(const std::string& line) {
-    if (!tellWithoutRoom())
-        speak(here()->name(), line, true);
-}
-
-void IrcClient::speak(std::string channel, const std::string& line, bool isShown) {
-    // Asked first, since the line may take the owner elsewhere.
-    const bool isElsewhere = !session_.isSame(channel, name());
-    const std::string told = "to " + visibleName(channel) + ": ";
-    if (!speech_.say(IrcOutgoing::Kind::typed, {std::move(channel), line, isShown || isElsewhere}))
+void IrcClient::speak(const IrcSaid& said) {
+    if (!speech_.say(IrcOutgoing::Kind::typed, said))
         tell("too much waits to be said");
-    else if (isElsewhere)
-        tell(told + plainMarkup(line));
 }
 
-// A recital that began in one room isn't said in another, where nobody has asked for it.
+void IrcClient::lineTypedAtHome() {
+    if (state() == State::connecting && !std::exchange(hasToldHowToStop_, true))
+        tell("larkspin still tries to get to " + visibleName(session_.server().host) +
+             ", which /disconnect stops");
+}
+
+// A recital that began in one conversation isn't said in another, where nobody has asked for it.
 void IrcClient::sendChatLine(const std::string& line) {
-    if (!here() || !lines_.mayBeSaidAt(session_.placeOf(here()->name())))
+    const Conversation* const conversation = conversations_.toSpeakIn();
+    if (!conversation || !owns(*conversation))
         return;
-    speech_.say(IrcOutgoing::Kind::said, {here()->name(), line, false});
+    speech_.say(IrcOutgoing::Kind::said, {conversation->name(), line});
     loop_.serveTurn();
     pacing_.spoke();
 }
 
+bool IrcClient::tellOwner(const std::string& text) {
+    conversations_.keep(conversations_.here(), {.text = text});
+    return true;
+}
+
 std::string IrcClient::currentScreenName() {
-    return here() ? session_.nick() : "";
+    const Conversation& conversation = conversations_.here();
+    return conversation.isOpen && owns(conversation) ? session_.nick() : "";
 }
 
 std::string IrcClient::name() const {
-    return here() ? here()->name() : session_.server().host;
+    const Conversation& front = conversations_.front();
+    return owns(front) ? front.name() : session_.server().host;
 }
 
 std::string IrcClient::ownName() const {
@@ -280,11 +348,11 @@ bool IrcClient::isIgnored(std::string_view name) const {
 }
 
 const RowList& IrcClient::people() const {
-    return here() ? here()->people() : nobody_;
+    return inFront() ? inFront()->people() : nobody_;
 }
 
 const RowList& IrcClient::ejected() const {
-    return here() ? here()->ejected() : nobody_;
+    return inFront() ? inFront()->ejected() : nobody_;
 }
 
 void IrcClient::gotoKeyword(const std::string& keyword) {

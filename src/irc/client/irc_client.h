@@ -1,9 +1,8 @@
-// Rooms on an IRC network, one of which is the room that the program works in. The people who speak
-// there are others. The owner is known by the name that the server gives this connection, and only
-// what this connection has said is his.
+// An IRC network: its channels and private talks, each a conversation. The people who speak there
+// are others. The owner is known by the name that the server gives this connection, and only what
+// this connection has said is his.
 //
-// Everything that it has to tell goes to `RoomDisplay`. Nothing here waits but `sendChatLine`
-// and what is done about people.
+// Nothing here waits but `sendChatLine` and what is done about people.
 #pragma once
 
 #include "chat/chat_lines.h"
@@ -12,6 +11,7 @@
 #include "irc/channels/irc_channels.h"
 #include "irc/channels/irc_joining.h"
 #include "irc/channels/irc_moderation.h"
+#include "irc/channels/irc_talks.h"
 #include "irc/connection/irc_session.h"
 #include "irc/talk/irc_hearing.h"
 #include "irc/talk/irc_pacing.h"
@@ -29,7 +29,8 @@ namespace larkspin {
 
 class IrcClient : public HostClient, public ClientErrands, public ShownRoom {
 public:
-    IrcClient(EventLoop& loop, ChatLines& lines, IrcConnection& connection, RoomDisplay shown);
+    IrcClient(EventLoop& loop, ChatLines& lines, Conversations& conversations,
+              IrcConnection& connection, RoomDisplay shown);
     IrcClient(const IrcClient&) = delete;
     IrcClient& operator=(const IrcClient&) = delete;
 
@@ -56,52 +57,53 @@ public:
     // To be called as the process ends: leaves with a farewell, within 300 milliseconds.
     void finish();
 
-    static constexpr std::size_t mostRooms = IrcChannels::most;
-
-    // Joined rooms have numbers, from 1. The first one is the room; others wait until they are
-    // entered. Whoever leaves the room is in the last one of those that are left.
-    struct Joined {
-        std::string name;
-        bool isHere;
-        int unseen; // lines
-    };
     void join(const std::string& channel, const std::string& key = {}) {
         joining_.join(channel, key);
     }
+    // Of a channel that he is in; false if he isn't in it.
+    bool enterRoom(const std::string& name) { return joining_.enter(name); }
+
+    // A conversation of this network comes in front.
+    void enter(Conversation& conversation);
+
+    // Leaves the channel in which he is, or ends the talk that is in front. What is left of another
+    // one, where nothing can be said any more, goes too.
     void leave();
-    std::vector<Joined> rooms() const;
-    void enterRoom(int number) { joining_.enter(number); }
-    void enterRoom(const std::string& name) { joining_.enter(name); }
+
+    // Whether it is one of this network's.
+    bool owns(const Conversation& conversation) const { return conversation.network() == network_; }
 
     // These tell their outcome themselves. `topic` asks for the topic, or sets it.
     void changeNick(const std::string& nick);
     const std::string& wantedNick() const { return session_.identity().nick; } // at each connection
     const std::string& wantedRoom() const { return joining_.wantedRoom(); }    // at the next one
     void message(const std::string& name, const std::string& text);
-    void quote(std::string_view line); // one of the protocol
+    void quote(std::string_view line);    // one of the protocol
+    void talkTo(const std::string& name); // in a conversation of its own
     void topic(const std::optional<std::string>& text);
     void names();
 
     // Limits what the program says to so many lines a minute; 0 for no limit.
     void limitSaid(int linesPerMinute);
 
-    // A line that the owner says himself. These are to be called from an event of its own each.
-    void say(const std::string& line);
-    void sayShown(const std::string& line); // one that he sees already
+    // A line that the owner says himself in the conversation in front. To be called from an event
+    // of its own.
+    void say(const std::string& line, bool isOnScreen = false); // where he has typed it
 
-    std::string name() const override;    // of the room; of the server while in none
+    // At home he is told once, with the first line that he types there, how to stop the tries to
+    // get back to the network.
+    void lineTypedAtHome();
+
+    std::string name() const override;    // of what is in front; of the server else
     std::string ownName() const override; // also while not joined
     bool isIgnored(std::string_view name) const override;
 
     const RowList& people() const override;
     const RowList& ejected() const;
 
-    std::string currentScreenName() override; // blank while in no room
+    std::string currentScreenName() override; // blank where nothing can be said
     void sendChatLine(const std::string& line) override;
-    bool tellOwner(const std::string& text) override {
-        shown_.message(text);
-        return true;
-    }
+    bool tellOwner(const std::string& text) override;
     void dropUnsaid() override { session_.outgoing().drop(IrcOutgoing::Kind::said); }
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
@@ -124,6 +126,7 @@ private:
     using Place = IrcChannels::Place;
 
     const IrcChannel* here() const;
+    const IrcChannel* inFront() const;
     void tell(const std::string& text) const { shown_.tell(text); }
     // True when there is none.
     bool tellWithoutServer() const;
@@ -135,13 +138,19 @@ private:
     void sendFarewell();
     void forgetRooms();
     void newRoom();
-    void speak(std::string channel, const std::string& line, bool isShown);
+    void welcomed();
+    void beginNetwork();
+    bool canBeTalkedTo(const std::string& name) const;
+    void tellNews(const IrcMessage& message);
+    void speak(const IrcSaid& said);
 
     EventLoop& loop_;
     ChatLines& lines_;
+    Conversations& conversations_;
     RoomDisplay shown_;
     IrcSession session_;
     IrcChannels channels_;
+    IrcTalks talks_;
     IrcJoining joining_;
     IrcModeration moderation_{loop_, session_, channels_, shown_};
     IrcHearing hearing_;
@@ -149,6 +158,9 @@ private:
     IrcPacing pacing_;
     std::function<void(const Task& join)> welcomed_;
     bool isOn_ = false;
+    bool hasToldHowToStop_ = false;
+    int network_ = Conversations::noNetwork;
+    std::string talkBefore_; // the place of the one that was in front as the connection was lost
     RowList nobody_;
 };
 

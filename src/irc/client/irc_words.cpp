@@ -1,5 +1,6 @@
 #include "irc/client/irc_words.h"
 
+#include "host/conversations.h"
 #include "host/own_room.h"
 #include "host/room_words.h"
 #include "irc/client/irc_client.h"
@@ -16,6 +17,7 @@ namespace larkspin {
 namespace {
 
 constexpr const char* nowhere = "you are on no network: /connect leads to one";
+constexpr int mostNumber = 99'999; // of a conversation
 constexpr auto followsWithin = std::chrono::milliseconds(500);
 
 bool isBlank(std::string_view rest) {
@@ -24,9 +26,9 @@ bool isBlank(std::string_view rest) {
 
 } // namespace
 
-IrcWords::IrcWords(EventLoop& loop, OwnRoom& own, IrcClient& irc, PasswordPrompt& prompt,
-                   IrcAccountFile& file, Files& disk, SlashWords::Tell tell)
-    : loop_(loop), own_(own), irc_(irc), file_(file), tell_(tell),
+IrcWords::IrcWords(EventLoop& loop, Conversations& conversations, OwnRoom& own, IrcClient& irc,
+                   PasswordPrompt& prompt, IrcAccountFile& file, Files& disk, SlashWords::Tell tell)
+    : loop_(loop), conversations_(conversations), own_(own), irc_(irc), file_(file), tell_(tell),
       access_(loop, irc, prompt, file, disk, tell, [this] {
           SlashWords words(tell_);
           words.add(wordsInside());
@@ -95,25 +97,33 @@ std::vector<SlashWord> IrcWords::wordsInside() {
     return {
         {"join", "#ROOM [KEY]", "goes into a room, which waits behind the one you are in",
          there(join)},
-        {"leave", "", "leaves the room", there(leave)},
+        {"leave", "", "leaves the room, or ends the private talk",
+         [this, leave, there = there(leave)](std::string_view rest) {
+             return conversations_.front().isAtHome() ? there(rest) : leave(rest);
+         }},
         {"names", "", "tells who is in the room", there(names)},
         {"topic", "[TEXT]", "tells the room's topic, or sets it", there(topic)},
         {"msg", "NAME TEXT", "sends somebody a private message", there(by(&Self::message))},
+        {"query", "NAME [TEXT]", "talks to somebody in private, in a conversation of its own",
+         there(by(&Self::query))},
         {"nick", "NAME", "asks for another name", there(by(&Self::changeNick))},
         {"limit", "[LINES]", "how many lines a minute are said at most; 0 for as many as may",
          by(&Self::limit)},
     };
 }
 
-// On a network the owner can't speak for others, and rooms have numbers, too.
+// On a network the owner can't speak for others, and conversations have numbers, too.
 std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
     std::vector<SlashWord> words = roomWords(own_, tell_);
     for (SlashWord& word : words) {
         const bool isRoom = word.name == "room";
-        if (isRoom)
+        if (isRoom) {
             word.arguments = "[NAME|NUMBER]";
+            word.help = "tells of the conversations, or goes to another one; 0 is at home";
+        }
         word.run = [this, isRoom, atHome = word.run](std::string_view rest) {
-            if (!irc_.isOn())
+            const bool isAtHome = conversations_.front().isAtHome();
+            if (isAtHome && !(isRoom && isMoreThanHome()))
                 return atHome(rest);
             if (isRoom)
                 return room(rest);
@@ -122,6 +132,10 @@ std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
         };
     }
     return words;
+}
+
+bool IrcWords::isMoreThanHome() const {
+    return irc_.isOn() || conversations_.numbered(1);
 }
 
 void IrcWords::takeUpAgain() {
@@ -145,31 +159,65 @@ bool IrcWords::changeNick(std::string_view rest) {
     return true;
 }
 
+bool IrcWords::query(std::string_view rest) {
+    const std::string name(takeWord(rest));
+    if (name.empty())
+        return false;
+    irc_.talkTo(name);
+    if (!isBlank(rest))
+        irc_.message(name, textAfter(rest));
+    return true;
+}
+
 bool IrcWords::room(std::string_view rest) {
     const std::string_view wanted = takeWord(rest);
     if (!isBlank(rest))
         return false;
     if (wanted.empty())
-        tellRooms();
-    else if (const auto number = plainNumber(wanted, 0, static_cast<int>(IrcClient::mostRooms)))
-        irc_.enterRoom(*number);
+        tellConversations();
     else
-        irc_.enterRoom(std::string(wanted));
+        enter(std::string(wanted));
     return true;
 }
 
-void IrcWords::tellRooms() const {
-    const std::vector<IrcClient::Joined> rooms = irc_.rooms();
-    if (rooms.empty())
-        tell_("you are in no room");
-    int number = 0;
-    for (const auto& [name, isHere, unseen] : rooms) {
-        std::string line = std::to_string(++number) + "  " + visibleName(name);
-        if (isHere)
+void IrcWords::enter(const std::string& wanted) {
+    Conversation* found = conversations_.home().name() == wanted ? &conversations_.home() : nullptr;
+    if (const auto number = plainNumber(wanted, 0, mostNumber)) {
+        found = *number == 0 ? &conversations_.home() : conversations_.numbered(*number);
+        if (!found)
+            return tell_("there is no room " + wanted);
+    } else if (equalFolded(wanted, "home")) {
+        found = &conversations_.home();
+    } else if (irc_.enterRoom(wanted)) {
+        return;
+    }
+    for (const auto& each : conversations_.all())
+        if (!found && equalFolded(each->name(), wanted))
+            found = each.get();
+    if (!found)
+        tell_("you are not in " + visibleName(wanted));
+    else if (found->isAtHome())
+        own_.enterRoom(found->name());
+    else
+        irc_.enter(*found);
+}
+
+void IrcWords::tellConversations() const {
+    for (const auto& each : conversations_.all()) {
+        const int number = conversations_.numberOf(*each);
+        if (number == 0 && each.get() != &conversations_.home())
+            continue;
+        const bool isHome = each->kind() == Conversation::Kind::home;
+        std::string line =
+            std::to_string(number) + "  " + (isHome ? "home" : visibleName(each->name()));
+        if (each.get() == &conversations_.front())
             line += " (here)";
-        else if (unseen > 0)
-            line += " (" + counted(unseen, "line") + ')';
-        tell_(line);
+        else if (each->unread() > 0)
+            line += " (" + counted(each->unread(), "line") +
+                    (each->unreadForOwner() > 0
+                         ? ", " + std::to_string(each->unreadForOwner()) + " for you)"
+                         : ")");
+        tell_(line + (each->isOpen ? "" : " (left)"));
     }
 }
 

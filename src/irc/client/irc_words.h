@@ -14,6 +14,7 @@
 
 namespace larkspin {
 
+class Conversations;
 class IrcClient;
 class OwnRoom;
 class PasswordPrompt;
@@ -21,8 +22,8 @@ class PasswordPrompt;
 class IrcWords {
 public:
     // All must live on. What the words have to say is told by `tell`, a line each.
-    IrcWords(EventLoop& loop, OwnRoom& own, IrcClient& irc, PasswordPrompt& prompt,
-             IrcAccountFile& file, Files& disk, SlashWords::Tell tell);
+    IrcWords(EventLoop& loop, Conversations& conversations, OwnRoom& own, IrcClient& irc,
+             PasswordPrompt& prompt, IrcAccountFile& file, Files& disk, SlashWords::Tell tell);
     ~IrcWords();
     IrcWords(const IrcWords&) = delete;
     IrcWords& operator=(const IrcWords&) = delete;
@@ -50,11 +51,15 @@ private:
     bool changeNick(std::string_view rest);
     bool room(std::string_view rest);
     bool limit(std::string_view rest);
-    void tellRooms() const;
+    bool query(std::string_view rest);
+    void enter(const std::string& wanted);
+    void tellConversations() const;
+    bool isMoreThanHome() const;
     std::vector<SlashWord> wordsOfOwnRoom();
     std::vector<SlashWord> wordsInside(); // what can be done on a network
 
     EventLoop& loop_;
+    Conversations& conversations_;
     OwnRoom& own_;
     IrcClient& irc_;
     IrcAccountFile& file_;

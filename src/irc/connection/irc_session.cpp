@@ -54,7 +54,6 @@ void IrcSession::connect(const IrcServer& server, const IrcIdentity& identity) {
     server_ = server;
     identity_ = identity;
     nextWait_ = shortestWait;
-    ++network_;
     open();
 }
 
@@ -62,10 +61,6 @@ void IrcSession::identify(const IrcIdentity& identity) {
     const std::string nick = identity_.nick;
     identity_ = identity;
     identity_.nick = nick;
-}
-
-std::string IrcSession::placeOf(std::string_view channel) const {
-    return std::to_string(network_) + ' ' + features_.fold(channel);
 }
 
 void IrcSession::open() {

@@ -84,9 +84,6 @@ public:
     const IrcFeatures& features() const { return features_; }
     Nanoseconds welcomedAt() const { return welcomedAt_; }
 
-    // A text that tells a channel from those of the same name on other networks.
-    std::string placeOf(std::string_view channel) const;
-
     // The owner's name on this connection, as the server has it; before the welcome, the name that
     // the server will be asked for.
     const std::string& nick() const { return isWelcomed() ? nick_ : identity_.nick; }
@@ -133,7 +130,6 @@ private:
     IrcServer server_;
     IrcIdentity identity_;
     Phase phase_ = Phase::off;
-    int network_ = 0; // counts the networks that were asked for
     IrcInput input_;
     IrcOutgoing outgoing_;
     IrcFeatures features_;

@@ -1,13 +1,18 @@
 #include "irc/talk/irc_hearing.h"
 
+#include "chat/markup.h"
+#include "host/called_by_name.h"
 #include "irc/channels/irc_moderation.h"
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_markup.h"
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_time.h"
 #include "irc/talk/irc_news.h"
 #include "text/characters.h"
 #include "text/utf8.h"
 #include "text/visible.h"
+
+#include <algorithm>
 
 namespace larkspin {
 
@@ -52,52 +57,64 @@ std::string harmlessMarkup(std::string_view codes) {
 
 } // namespace
 
-bool IrcHearing::isHere(std::string_view channel) {
-    return channels_.isHere(channels_.find(channel, session_.features()));
-}
-
 void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
     const bool isNotice = message.command == "NOTICE";
     const bool isSelf = session_.isSelf(message.nick());
-    IrcChannels::Place* const place = channels_.find(message.parameter(0), session_.features());
+    const std::string_view target = message.parameter(0);
     if (message.sender.empty())
         return;
-    // A line under the owner's name may be one that this connection has said, sent back.
-    if (isSelf && !isNotice && place && speech.take(message.parameter(0), message.parameter(1)))
+    // A line under the owner's name may be one that this connection has said, sent back. What is
+    // told once more of former times never is.
+    const bool mayBeBack = isSelf && !isNotice && message.tag("batch").empty();
+    if (mayBeBack && speech.take(target, message.parameter(1)))
         return;
     if (!isSelf && moderation_.ignores(message.nick()))
         return;
-    if (place && channels_.isHere(place))
-        hearInRoom(message, isSelf);
-    else if (place)
-        ++place->unseen;
-    else if (!isSelf && session_.features().isRankedChannel(message.parameter(0)))
+    if (auto* const place = channels_.find(target, session_.features()))
+        hearIn(*place->conversation, message);
+    else if (!isSelf && session_.features().isRankedChannel(target))
         hearAmongRanks(message);
     else if (!isSelf)
         hearPrivately(message);
+    else if (!session_.isSelf(target))
+        hearFromElsewhere(message);
 }
 
-void IrcHearing::hearInRoom(const IrcMessage& message, bool isSelf) {
-    const std::string_view text = message.parameter(1);
-    const std::string nick(message.nick()), shownNick = visibleName(nick);
-    if (message.command == "NOTICE") {
-        if (!isRequest(text))
-            shown_.message(shownNick + " notes: " + plainText(text));
-        return;
-    }
-    // Of the messages between programs only actions are shown.
-    if (isRequest(text)) {
-        if (const auto doing = actionIn(text); !doing.empty())
-            shown_.message("* " + shownNick + ' ' + plainText(doing));
-        return;
-    }
-    const std::string markup = harmlessMarkup(text);
-    shown_.line({shownNick, markup});
-    if (!isSelf)
-        lines_.heard({nick, markup}, session_.placeOf(message.parameter(0)));
+// By the server's clock, where it tells the time: a bouncer plays back what is long past.
+std::time_t IrcHearing::timeOf(const IrcMessage& message) const {
+    const auto told = momentOfIrc(message.tag("time"));
+    return told ? std::min(*told, loop_.moment()) : 0;
 }
 
-// A message to those who have a rank in a channel, whether that is the room or not. No song is
+bool IrcHearing::isAboutOwner(const Conversation& conversation, const std::string& markup) const {
+    return conversation.kind() == Conversation::Kind::person ||
+           callsByName(plainMarkup(markup), session_.nick());
+}
+
+// Of the messages between programs only actions are shown.
+void IrcHearing::hearIn(Conversation& conversation, const IrcMessage& message) {
+    using Kind = KeptLine::Kind;
+    const std::string nick(message.nick());
+    const std::string_view text = message.parameter(1), doing = actionIn(text);
+    if (isRequest(text) && doing.empty())
+        return;
+    const bool isNotice = message.command == "NOTICE", isSelf = session_.isSelf(nick);
+    const std::string markup = harmlessMarkup(doing.empty() ? text : doing);
+    const std::string place = conversation.place();
+    conversations_.keep(conversation,
+                        {.kind = isNotice        ? Kind::noted
+                                 : doing.empty() ? Kind::said
+                                                 : Kind::done,
+                         .speaker = visibleName(nick),
+                         .text = markup,
+                         .at = timeOf(message),
+                         .isOwners = isSelf,
+                         .isForOwner = !isSelf && isAboutOwner(conversation, markup)});
+    if (!isSelf && !isNotice && doing.empty())
+        lines_.heard({nick, markup}, place);
+}
+
+// A message to those who have a rank in a channel, whether that is in front or not. No song is
 // ordered in such messages.
 void IrcHearing::hearAmongRanks(const IrcMessage& message) {
     const std::string_view text = message.parameter(1);
@@ -111,34 +128,56 @@ void IrcHearing::hearPrivately(const IrcMessage& message) {
     const std::string_view text = message.parameter(1);
     const bool isNotice = message.command == "NOTICE";
     const bool isServers = isNotice && message.sender.find('!') == std::string::npos;
-    if (isRequest(text) || !(isServers || session_.isSelf(message.parameter(0))))
+    const bool isForProgram = isRequest(text) && actionIn(text).empty();
+    if (isForProgram || !(isServers || session_.isSelf(message.parameter(0))))
         return;
     const std::string who = visibleName(message.nick());
     if (!takesMessages_ && !isServers)
         shown_.message("a private message of " + who + " was refused");
+    else if (isNotice && (isServers || !talks_.find(message.nick())))
+        shown_.message(who + " notes: " + plainText(text));
     else
-        shown_.message(who + (isNotice ? " notes: " : " whispers: ") + plainText(text));
+        hearIn(talks_.findOrBegin(message.nick()), message);
 }
 
+// What another program of the owner's has said to somebody, as bouncers tell it.
+void IrcHearing::hearFromElsewhere(const IrcMessage& message) {
+    const std::string_view target = message.parameter(0);
+    const IrcFeatures& features = session_.features();
+    if (!target.empty() && !features.isChannel(target) && !features.isRankedChannel(target) &&
+        message.command != "NOTICE")
+        hearIn(talks_.findOrBegin(target), message);
+}
+
+// The owner may have left the channel by now. He isn't obeyed there any more.
 void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
-    // The owner may be in another room by now. The line isn't taken for a command then.
-    if (!isHere(said.channel)) {
-        if (!said.isShown)
-            shown_.message("to " + visibleName(said.channel) + ": " + plainMarkup(said.text));
+    auto* const channel = channels_.find(said.target, session_.features());
+    if (!channel && session_.features().isChannel(said.target)) {
+        if (!said.isOnScreen)
+            shown_.message("to " + visibleName(said.target) + ": " + plainMarkup(said.text));
         return;
     }
-    if (!said.isShown)
-        shown_.line({visibleName(session_.nick()), said.text});
+    Conversation& conversation = channel ? *channel->conversation : talks_.findOrBegin(said.target);
+    conversations_.keep(conversation, {.kind = KeptLine::Kind::said,
+                                       .speaker = visibleName(session_.nick()),
+                                       .text = said.text,
+                                       .isOwners = true,
+                                       .isForOwner = !said.mayCommand,
+                                       .isOnScreen = said.isOnScreen});
+    if (!said.mayCommand)
+        return;
     if (atOnce)
-        hearOwner(said.channel, said.text);
+        hearOwner(conversation.place(), said.text);
     else
-        loop_.post([this, said] { hearOwner(said.channel, said.text); });
+        loop_.post(
+            [this, place = conversation.place(), text = said.text] { hearOwner(place, text); });
 }
 
-// The owner may have left the room by now, or have another name.
-void IrcHearing::hearOwner(const std::string& channel, const std::string& text) {
-    if (isHere(channel))
-        lines_.heard({session_.nick(), text}, session_.placeOf(channel));
+// He may have left by now, or have another name.
+void IrcHearing::hearOwner(const std::string& place, const std::string& text) {
+    const Conversation* const conversation = conversations_.find(place);
+    if (conversation && conversation->isOpen)
+        lines_.heard({session_.nick(), text}, place);
 }
 
 } // namespace larkspin

@@ -1,12 +1,14 @@
-// Who is heard. Others' lines in the room are shown and heard as theirs. The owner's are those that
-// this connection has said; whatever else comes under his name is shown at most.
+// Who is heard. Others' lines are kept in their conversations and heard as theirs. The owner's are
+// those that this connection has said; whatever else comes under his name is shown at most.
 #pragma once
 
 #include "chat/chat_lines.h"
 #include "host/shown_room.h"
 #include "irc/channels/irc_channels.h"
+#include "irc/channels/irc_talks.h"
 #include "irc/talk/irc_speech.h"
 
+#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -19,10 +21,11 @@ struct IrcMessage;
 class IrcHearing {
 public:
     // All must outlive it, and what is said by the owner.
-    IrcHearing(EventLoop& loop, ChatLines& lines, const RoomDisplay& shown, IrcSession& session,
-               IrcChannels& channels, const IrcModeration& moderation)
-        : loop_(loop), lines_(lines), shown_(shown), session_(session), channels_(channels),
-          moderation_(moderation) {}
+    IrcHearing(EventLoop& loop, ChatLines& lines, Conversations& conversations,
+               const RoomDisplay& shown, IrcSession& session, IrcChannels& channels,
+               IrcTalks& talks, const IrcModeration& moderation)
+        : loop_(loop), lines_(lines), conversations_(conversations), shown_(shown),
+          session_(session), channels_(channels), talks_(talks), moderation_(moderation) {}
 
     // A PRIVMSG or NOTICE.
     void take(const IrcMessage& message, IrcSpeech& speech);
@@ -35,17 +38,21 @@ public:
     void takeMessages(bool takes) { takesMessages_ = takes; }
 
 private:
-    void hearOwner(const std::string& channel, const std::string& text);
-    void hearInRoom(const IrcMessage& message, bool isSelf);
+    void hearOwner(const std::string& place, const std::string& text);
+    void hearIn(Conversation& conversation, const IrcMessage& message);
     void hearAmongRanks(const IrcMessage& message);
     void hearPrivately(const IrcMessage& message);
-    bool isHere(std::string_view channel);
+    void hearFromElsewhere(const IrcMessage& message);
+    std::time_t timeOf(const IrcMessage& message) const;
+    bool isAboutOwner(const Conversation& conversation, const std::string& markup) const;
 
     EventLoop& loop_;
     ChatLines& lines_;
+    Conversations& conversations_;
     const RoomDisplay& shown_;
     IrcSession& session_;
     IrcChannels& channels_;
+    IrcTalks& talks_;
     const IrcModeration& moderation_;
     bool takesMessages_ = true;
 };

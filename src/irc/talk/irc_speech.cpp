@@ -47,25 +47,25 @@ std::size_t IrcSpeech::longestPiece(const std::string& target) const {
 }
 
 std::string IrcSpeech::codesOf(const IrcSaid& said) const {
-    const auto* const place = channels_.find(said.channel, session_.features());
+    const auto* const place = channels_.find(said.target, session_.features());
     const bool isPlain = place && place->channel.isCodeless(session_.features());
     return isPlain ? withoutIrcCodes(ircCodes(said.text)) : ircCodes(said.text);
 }
 
 bool IrcSpeech::send(IrcOutgoing::Kind kind, const Piece& piece) {
-    return session_.send(kind, ircLine("PRIVMSG", {piece.said.channel, piece.codes}),
+    return session_.send(kind, ircLine("PRIVMSG", {piece.said.target, piece.codes}),
                          [this, piece] { gone(piece); });
 }
 
 bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
     if (!session_.isWelcomed())
         return false;
-    const auto pieces = ircPieces(codesOf(said), longestPiece(said.channel));
+    const auto pieces = ircPieces(codesOf(said), longestPiece(said.target));
     const bool isAtOnce = kind == IrcOutgoing::Kind::typed && !session_.echoes();
     for (const std::string& piece : pieces) {
         // A line in several pieces counts as said with the last one.
         const bool isDue = !isAtOnce && &piece == &pieces.back();
-        if (!send(kind, {piece, isDue ? said : IrcSaid{.channel = said.channel}, isDue}))
+        if (!send(kind, {piece, isDue ? said : IrcSaid{.target = said.target}, isDue}))
             return false;
     }
     if (isAtOnce && !pieces.empty())
@@ -82,7 +82,7 @@ void IrcSpeech::gone(const Piece& piece) {
     }
     if (piece.isAgain || hasCodes(piece.codes))
         coded_.push_back(
-            {{piece.codes, {.channel = piece.said.channel}, false, piece.isAgain}, loop_.now()});
+            {{piece.codes, {.target = piece.said.target}, false, piece.isAgain}, loop_.now()});
     if (piece.isDue)
         reached_(piece.said, false);
 }
@@ -94,20 +94,13 @@ void IrcSpeech::forgetLate() {
         coded_.pop_front();
 }
 
-bool IrcSpeech::whisper(const std::string& name, const std::string& text) {
-    const auto pieces = ircPieces(ircCodes(text), longestPiece(name));
-    return std::ranges::all_of(pieces, [&](const std::string& piece) {
-        return session_.send(IrcOutgoing::Kind::typed, ircLine("PRIVMSG", {name, piece}));
-    });
-}
-
 // Compares without codes and outer blanks as well: a channel may be without colours, and a server
 // may cut off blanks.
-bool IrcSpeech::isThat(const Piece& piece, std::string_view channel, std::string_view codes) const {
+bool IrcSpeech::isThat(const Piece& piece, std::string_view target, std::string_view codes) const {
     const auto plain = [](std::string_view of) {
         return std::string(withoutBlanks(withoutIrcCodes(of)));
     };
-    return session_.isSame(piece.said.channel, channel) &&
+    return session_.isSame(piece.said.target, target) &&
            (piece.codes == codes || plain(piece.codes) == plain(codes));
 }
 
@@ -116,7 +109,7 @@ bool IrcSpeech::refused(const IrcMessage& refusal) {
     auto* const place = channels_.find(refusal.parameter(1), session_.features());
     std::deque<Awaited>& sent = session_.echoes() ? awaited_ : coded_;
     const auto found = std::ranges::find_if(sent, [&](const Awaited& awaited) {
-        return session_.isSame(awaited.piece.said.channel, refusal.parameter(1));
+        return session_.isSame(awaited.piece.said.target, refusal.parameter(1));
     });
     if (found == sent.end())
         return false;
@@ -136,10 +129,10 @@ bool IrcSpeech::refused(const IrcMessage& refusal) {
     return send(IrcOutgoing::Kind::protocol, piece); // which goes before all that waits
 }
 
-bool IrcSpeech::take(std::string_view channel, std::string_view codes) {
+bool IrcSpeech::take(std::string_view target, std::string_view codes) {
     forgetLate();
     const auto found = std::ranges::find_if(
-        awaited_, [&](const Awaited& awaited) { return isThat(awaited.piece, channel, codes); });
+        awaited_, [&](const Awaited& awaited) { return isThat(awaited.piece, target, codes); });
     if (found == awaited_.end())
         return false;
     const Piece echoed = std::move(found->piece);

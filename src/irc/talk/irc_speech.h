@@ -1,6 +1,6 @@
-// What the owner and the program say in channels, on its way out and back. Where the server sends
-// back what this connection has said, that counts: as the owner's, and in the order in which it
-// came. Elsewhere a line has been said when it is on its way.
+// What the owner and the program say in channels and to people, on its way out and back. Where the
+// server sends back what this connection has said, that counts: as the owner's, and in the order in
+// which it came. Elsewhere a line has been said when it is on its way.
 #pragma once
 
 #include "irc/connection/irc_outgoing.h"
@@ -20,9 +20,10 @@ struct IrcMessage;
 
 // A line of this connection.
 struct IrcSaid {
-    std::string channel;
-    std::string text = {}; // as it was given, whatever pieces the server had it in
-    bool isShown = false;  // the owner sees it already
+    std::string target;
+    std::string text = {};   // as it was given, whatever pieces the server had it in
+    bool isOnScreen = false; // where the owner has typed it
+    bool mayCommand = true;
 };
 
 class IrcSpeech {
@@ -43,12 +44,9 @@ public:
     // what the program says counts when it has left. False when too many lines wait.
     bool say(IrcOutgoing::Kind kind, const IrcSaid& said);
 
-    // Sends a message to one person. Nothing waits for the server to send it back.
-    bool whisper(const std::string& name, const std::string& text);
-
     // A line under the owner's own name that the server has sent. True when it is one of this
     // connection's, and has been taken; anything else may be from another program of his, or old.
-    bool take(std::string_view channel, std::string_view codes);
+    bool take(std::string_view target, std::string_view codes);
 
     // The server hasn't passed on the oldest line that is on its way to a channel. If it may have
     // been for the codes in it, it goes out again without them, at once, and from now on all that
@@ -78,7 +76,7 @@ private:
     bool send(IrcOutgoing::Kind kind, const Piece& piece);
     void gone(const Piece& piece);
     void forgetLate();
-    bool isThat(const Piece& piece, std::string_view channel, std::string_view codes) const;
+    bool isThat(const Piece& piece, std::string_view target, std::string_view codes) const;
 
     EventLoop& loop_;
     IrcSession& session_;

@@ -1,7 +1,5 @@
 #include "platform/posix/loop_parts.h"
 
-#include "platform/posix/local_time.h"
-
 #include <csignal>
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -22,10 +20,6 @@ sigset_t setOf(std::initializer_list<int> signals) {
 
 Nanoseconds steadyTime() {
     return std::chrono::steady_clock::now().time_since_epoch();
-}
-
-std::tm ownersTime() {
-    return localTime(std::time(nullptr));
 }
 
 void blockSignals(std::initializer_list<int> signals) {

@@ -9,7 +9,6 @@
 namespace larkspin {
 
 Nanoseconds steadyTime();
-std::tm ownersTime();
 
 // Keeps the usual effect of these signals away, also from threads that start later.
 void blockSignals(std::initializer_list<int> signals);

@@ -3,6 +3,7 @@
 // a handler.
 #pragma once
 
+#include "platform/posix/local_time.h"
 #include "platform/posix/loop_parts.h"
 #include "platform/posix/watching_loop.h"
 #include "shell/event_queue.h"
@@ -22,7 +23,8 @@ public:
     PollLoop& operator=(const PollLoop&) = delete;
 
     Nanoseconds now() const override { return steadyTime(); }
-    std::tm localTime() const override { return ownersTime(); }
+    std::time_t moment() const override { return std::time(nullptr); }
+    std::tm dateOf(std::time_t moment) const override { return larkspin::localTime(moment); }
     void post(Task task) override { queue_.post(std::move(task)); }
     TimerId every(Nanoseconds interval, Task task) override {
         return queue_.every(interval, now(), std::move(task));

@@ -5,6 +5,7 @@
 // It is made after Qt's application and must outlive what waits.
 #pragma once
 
+#include "platform/posix/local_time.h"
 #include "platform/posix/loop_parts.h"
 #include "platform/posix/watching_loop.h"
 #include "shell/event_queue.h"
@@ -26,7 +27,8 @@ public:
     QtLoop& operator=(const QtLoop&) = delete;
 
     Nanoseconds now() const override { return steadyTime(); }
-    std::tm localTime() const override { return ownersTime(); }
+    std::time_t moment() const override { return std::time(nullptr); }
+    std::tm dateOf(std::time_t moment) const override { return larkspin::localTime(moment); }
     void post(Task task) override;
     TimerId every(Nanoseconds interval, Task task) override;
     TimerId once(Nanoseconds span, Task task) override;

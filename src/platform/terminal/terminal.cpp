@@ -1,6 +1,7 @@
 #include "platform/terminal/terminal.h"
 
 #include "shell/kept_files.h"
+#include "text/number.h"
 #include "text/utf8.h"
 #include "text/visible.h"
 
@@ -50,16 +51,13 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
       dialogs(screen, input_, readPath), desktop(screen),
       rooms(loop, lines, connection, password_, files, directory, screenName,
-            {.line = [this](const ChatLine& line) { showLine(line); },
-             .message = [this](const std::string& text) { screen.showRoom(text); },
-             .answer =
-                 [this](const std::string& text) {
-                     screen.showRoom(text, TerminalScreen::Speaker::owner);
-                 },
-             .changed = [this] { showOwnName(); }}),
-      commands_(screen, desktop, rooms.words.words(),
-                [this](const std::string& line) { rooms.room.say(line); }) {
+            {.changed = [this] { showOwnName(); }}),
+      loop_(loop), commands_(screen, desktop, rooms.words.words(),
+                             [this](const std::string& line) { rooms.room.say(line); }) {
     rooms.words.readPathsBy(std::move(readPath));
+    rooms.conversations.beforeChange([this] { showNew(); });
+    screen.before([this] { showNew(); });
+    loop.beforeSleep([this] { showNew(); });
     // A reader that has gone shows as an error of writing, and the music plays on.
     std::signal(SIGPIPE, SIG_IGN);
     if (inputIsTerminal() && outputIsTerminal())
@@ -97,10 +95,37 @@ std::string Terminal::prompt() const {
     return name.substr(0, prefixLength(name, longestPrompt)) + ": ";
 }
 
-void Terminal::showLine(const ChatLine& line) {
+void Terminal::showNew() {
     using Speaker = TerminalScreen::Speaker;
-    const bool isOwners = line.speaker == rooms.room.ownName();
-    screen.showLine(line.speaker, line.text, isOwners ? Speaker::owner : Speaker::other);
+    newLines_.take({.entered =
+                        [this](const Conversation& conversation) {
+                            screen.showRoom(wordsOfEntering(conversation), Speaker::owner);
+                            showOwnName();
+                        },
+                    .leftOut =
+                        [this](int lines) {
+                            screen.showRoom(counted(lines, "line") + " before these",
+                                            Speaker::owner);
+                        },
+                    .line = [this](const KeptLine& line) { showLine(line); },
+                    .elsewhere =
+                        [this](const Conversation& conversation, const KeptLine& line) {
+                            screen.showRoom(wordsFromElsewhere(conversation, line), Speaker::other,
+                                            stampOf(line, loop_));
+                        }});
+}
+
+// What the owner types stands on his screen already.
+void Terminal::showLine(const KeptLine& line) {
+    using Speaker = TerminalScreen::Speaker;
+    const bool isAnswer = line.kind == KeptLine::Kind::answer;
+    const Speaker speaker = line.isOwners || isAnswer ? Speaker::owner : Speaker::other;
+    if (line.isOnScreen)
+        return;
+    if (line.kind == KeptLine::Kind::said)
+        screen.showLine(line.speaker, line.text, speaker, stampOf(line, loop_));
+    else
+        screen.showRoom(wordsOf(line), speaker, stampOf(line, loop_));
 }
 
 void Terminal::showOwnName() {
@@ -148,15 +173,14 @@ void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit)
 void Terminal::take(const std::string& line) {
     if (SlashWords::isMeantForIt(line))
         commands_.run(line);
-    else if (editor_)
-        rooms.room.sayShown(line);
     else
-        rooms.room.say(line);
+        rooms.room.say(line, editor_ != nullptr);
     if (editor_)
         editor_->goOn();
 }
 
 void Terminal::close() {
+    showNew();
     rooms.finish();
     password_.dismiss();
     if (editor_)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "chat/recitals.h"
+#include "host/new_lines.h"
 #include "irc/client/all_rooms.h"
 #include "platform/posix/line_history.h"
 #include "platform/terminal/line_editor.h"
@@ -62,10 +63,13 @@ private:
     void keepHistory(Files& files, const std::string& path);
     void take(const std::string& line);
     std::string prompt() const;
-    void showLine(const ChatLine& line);
+    void showNew();
+    void showLine(const KeptLine& line);
     void showOwnName();
     void showChoices(const Completion& completion);
 
+    EventLoop& loop_;
+    NewLines newLines_{rooms.conversations};
     TerminalCommands commands_;
     std::unique_ptr<LineEditor> editor_;
     std::optional<LineHistory> history_;

@@ -18,6 +18,10 @@ std::string protocolText(std::string_view text) {
     return breaksEscaped(asSeen(text));
 }
 
+std::string dimmed(const std::string& stamp) {
+    return stamp.empty() ? "" : "\x1b[2m" + stamp + "\x1b[0m ";
+}
+
 // Rows of lists keep some of their parts out of sight by many blanks. On a terminal such a gap is
 // closed.
 std::string withoutGaps(std::string_view text) {
@@ -46,15 +50,17 @@ TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form f
     });
 }
 
-void TerminalScreen::showLine(const std::string& name, const std::string& text, Speaker speaker) {
+void TerminalScreen::showLine(const std::string& name, const std::string& text, Speaker speaker,
+                              const std::string& stamp) {
     if (form_ == Form::protocol)
         put(output_, protocolText(name) + ": " + protocolText(asSeenInMarkup(text)) + '\n',
             speaker);
     else
-        put(output_, shownName(name) + ": " + shownMarkup(text) + '\n', speaker);
+        put(output_, dimmed(stamp) + shownName(name) + ": " + shownMarkup(text) + '\n', speaker);
 }
 
 void TerminalScreen::show(std::string_view head, const std::string& text) {
+    before_();
     const std::string bracketed = '[' + std::string(head) + "] ";
     if (form_ == Form::protocol)
         put(output_, bracketed + protocolText(text) + '\n');
@@ -63,12 +69,12 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
 }
 
 // The text is always shown on one line, since others choose the names in it.
-void TerminalScreen::showRoom(const std::string& text, Speaker speaker) {
+void TerminalScreen::showRoom(const std::string& text, Speaker speaker, const std::string& stamp) {
     const std::string head = "[room] ";
     if (form_ == Form::protocol)
         put(output_, head + protocolText(text) + '\n', speaker);
     else
-        put(output_, "\x1b[2m" + head + shownName(text) + "\x1b[0m\n", speaker);
+        put(output_, dimmed(stamp) + "\x1b[2m" + head + shownName(text) + "\x1b[0m\n", speaker);
 }
 
 void TerminalScreen::note(const std::string& line) {

@@ -9,6 +9,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace larkspin {
 
@@ -19,22 +20,27 @@ public:
     // Notes go to an output of their own, which may be the same.
     TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form form);
 
-    // A line of the room, with the client's markup. What others say gives way to the owner's.
+    // A line of the room, with the client's markup. What others say gives way to the owner's. A
+    // stamp in front is for eyes alone.
     enum class Speaker { owner, other };
     void showLine(const std::string& name, const std::string& text,
-                  Speaker speaker = Speaker::owner);
+                  Speaker speaker = Speaker::owner, const std::string& stamp = {});
 
     // Anything else, as plain text. The head stands in brackets.
     void show(std::string_view head, const std::string& text);
 
     // What happens in the room beside what is said there, dimmed, with the head "[room]".
-    void showRoom(const std::string& text, Speaker speaker = Speaker::other);
+    void showRoom(const std::string& text, Speaker speaker = Speaker::other,
+                  const std::string& stamp = {});
 
     // What the front end itself has to say.
     void tell(const std::string& text) { show("terminal", text); }
 
     // What the program has to say about itself, such as that there is no sound device.
     void note(const std::string& line);
+
+    // What is to be shown before anything that stands beside the lines of the rooms.
+    void before(Task task) { before_ = std::move(task); }
 
     // The tasks that take the line being typed off the screen and put it back, so that other text
     // can come above it.
@@ -47,7 +53,7 @@ private:
     QueuedOutput& notes_;
     Form form_;
     bool isPutting_ = false;
-    Task hide_ = [] {}, show_ = [] {};
+    Task hide_ = [] {}, show_ = [] {}, before_ = [] {};
 };
 
 } // namespace larkspin

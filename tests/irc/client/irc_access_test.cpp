@@ -62,23 +62,22 @@ TEST_F(IrcAccessTest, FrontEndsKnowWhichLineAPasswordFollows) {
 }
 
 TEST_F(IrcAccessTest, ACertificateIsTrustedByAWordAloneAndNoOtherInItsPlace) {
-    const std::string first(64, 'a'), other(64, 'b'), shown = [] {
+    const std::string first(64, 'a'), other(64, 'b'), fingerprint = [] {
         std::string text = "AA";
         for (int pair = 1; pair < 32; ++pair)
             text += ":AA";
         return text;
     }();
     const auto told = [this](const std::string& fingerprint, bool isVouchedFor = false) {
-        seen.clear();
+        shown->take();
         server.distrust(fingerprint, isVouchedFor);
-        loop.waitUntil(loop.now() + 400s);
-        return seen;
+        return seenWithin(400s);
     };
     server.silent = true;
     EXPECT_EQ(typed("/trust"), "no certificate waits for your trust\n");
     typed("/connect irc.test jo");
     EXPECT_TRUE(told(first).starts_with(
-        "the certificate of irc.test:6697 has the SHA-256 fingerprint " + shown +
+        "the certificate of irc.test:6697 has the SHA-256 fingerprint " + fingerprint +
         "\nif that is your server's, /trust takes it from now on\n"
         "irc.test: its certificate isn't taken; "))
         << seen;
@@ -101,7 +100,7 @@ TEST_F(IrcAccessTest, ACertificateIsTrustedByAWordAloneAndNoOtherInItsPlace) {
     for (const std::string& wrong :
          {std::string("/trust me"), "/trust " + first + 'a', std::string("/trust none x")})
         EXPECT_EQ(typed(wrong), "! /trust [FINGERPRINT|none]\n");
-    typed("/trust " + shown);
+    typed("/trust " + fingerprint);
     EXPECT_EQ(server.to.pinned, first);
     typed("/connect irc.test:7000 jo");
     EXPECT_EQ(server.to.pinned, "");

@@ -41,7 +41,7 @@ TEST_F(IrcClientTest, WithoutEchoALineCountsAsItIsTypedAndAnAnswerAsItLeaves) {
 }
 
 TEST_F(IrcClientTest, WhatIsOnTheScreenAlreadyIsNotShownAgain) {
-    EXPECT_EQ(seenOf([&] { room.sayShown("'volume 7"); }), "Owner: volume set:  <b>7</b>\n");
+    EXPECT_EQ(seenOf([&] { room.say("'volume 7", true); }), "Owner: volume set:  <b>7</b>\n");
     EXPECT_EQ(state().HScroll2, 7);
 }
 
@@ -137,8 +137,8 @@ TEST_F(IrcClientTest, WhoWasListedInOneRoomIsNobodyInTheNext) {
 TEST_F(IrcClientTest, NobodyIsSaidToBePutOutOfARoomThatTheOwnerHasLeft) {
     for (const char* const name : {"ann", "bob"})
         own.comeIn(name);
-    while (own.listPeople().front().list != listed("ann").list) // both count alike
-        own.enterRoom(own.name());
+    own.enterRoom(own.name()); // both count alike
+    irc.enterRoom("#music");
     advance(60s);
     loop.once(400ms, [&] { irc.disconnect(); });
     const std::string told = typed("'ban ", 20s);
@@ -147,7 +147,7 @@ TEST_F(IrcClientTest, NobodyIsSaidToBePutOutOfARoomThatTheOwnerHasLeft) {
     EXPECT_EQ(own.people().count(), 3);
     loop.once(400ms, [&] { irc.connect({.host = "irc.test"}, {.nick = "Owner"}, "#music"); });
     typed("'ban ", 20s);
-    EXPECT_EQ(own.people().count(), 2); // bob is still at home
+    EXPECT_EQ(own.people().count(), 1); // they were to go from there
 }
 
 TEST_F(IrcClientTest, BansAreAskedForAsSoonAsTheOwnerCouldLiftThem) {
@@ -162,8 +162,8 @@ TEST_F(IrcClientTest, BansAreAskedForAsSoonAsTheOwnerCouldLiftThem) {
 TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
     EXPECT_EQ(joined("den"), "- #den is room 2\n");
     EXPECT_EQ(told(":ann!a@h PRIVMSG #den :hi\r\n:ann!a@h PRIVMSG #DEN :hi"), "");
-    EXPECT_EQ(irc.rooms()[1].unseen, 2);
-    irc.enterRoom(2);
+    EXPECT_EQ(conversations.numbered(2)->unread(), 2);
+    EXPECT_EQ(seenOf([&] { irc.enterRoom("den"); }), "- you are in #den\nann: hi\nann: hi\n");
     EXPECT_EQ(room.name(), "#den");
     expectTalk({
         {"'pr #attic", "Owner: 'pr #attic\nOwner: private room ~> <b>#attic\n"
@@ -171,8 +171,8 @@ TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
         {":bob!b@h KICK #attic Owner :out",
          "- bob puts you out of #attic: out\n- you have left #attic\n- you are in #den\n"},
     });
-    irc.enterRoom(1);
-    EXPECT_EQ(irc.rooms()[1].unseen, 0);
+    irc.enterRoom("#music");
+    EXPECT_EQ(conversations.numbered(2)->unread(), 0);
     told(":Owner!o@host JOIN #music\r\n:irc 353 Owner = #music :Owner"); // once more
     EXPECT_EQ(irc.people().count(), 1);
     EXPECT_EQ(joined("a b,c"), "- a room's name is short and has no blanks or commas\n");
@@ -184,7 +184,8 @@ TEST_F(IrcClientTest, RoomsAreNoMoreThanAHundred) {
         forced += ":Owner!o@host JOIN #room" + std::to_string(number) + "\r\n";
     EXPECT_EQ(sentOf([&] { server.say(forced); }), "PART #room101\n");
     EXPECT_TRUE(seen.ends_with("- #room100 is room 100\n- there are too many rooms\n")) << seen;
-    EXPECT_EQ(irc.rooms().size(), 100U);
+    EXPECT_TRUE(conversations.numbered(100));
+    EXPECT_FALSE(conversations.numbered(101));
     EXPECT_EQ(joined("#x"), "- there are too many rooms\n");
     const std::string left = sentOf([&] { irc.finish(); }); // in lines that a server takes
     EXPECT_EQ(std::ranges::count(left, '#'), 100);
@@ -237,26 +238,41 @@ TEST_F(IrcClientTest, TheClientsErrandsAreRunOnTheNetwork) {
         seenOf([&] { server.say("PING :x"); }, 1min);
     expectTalk({{"'ot", "Owner: 'ot\nOwner: online for <b>1</b> hour and <b>2</b> minutes.\n"},
                 {"'signoff", "Owner: 'signoff\nOwner: signing off this piece of shit!\n"
-                             "- you are signed off\n"}});
+                             "- you are at home\n- you are signed off\n"}});
     EXPECT_EQ(server.sent.back().substr(0, 4), "QUIT");
-    EXPECT_EQ(typed("'volume 7", 1h), "- you are not connected\n");
+    EXPECT_EQ(typed("'volume 7", 1h), "Login: 'volume 7\nLogin: volume set:  <b>7</b>\n");
     EXPECT_EQ(server.opened, 1);
     seenOf([&] { irc.disconnect(); });
     EXPECT_EQ(room.currentScreenName(), "Login");
 }
 
-TEST_F(IrcClientTest, OnTheWayToAnotherNetworkNobodyIsInARoom) {
+TEST_F(IrcClientTest, WithoutAConnectionTheOwnerIsObeyedAtHomeAndToldOnceHowToStopTheTries) {
+    const std::string stop = "- larkspin still tries to get to irc.test, which /disconnect stops\n";
+    const std::string set = "Login: 'volume 7\nLogin: volume set:  <b>7</b>\n";
     server.silent = true;
-    connect("other.test");
-    EXPECT_EQ(room.name(), "other.test");
-    EXPECT_EQ(typed("hi"), "- you are not connected\n");
+    connect("irc.test");
+    for (const bool isFirst : {true, false})
+        EXPECT_EQ(typed("'volume 7", 10s), (isFirst ? stop : "") + set);
+    server.silent = false;
+    connect("irc.test");
+    server.refuses = true;
+    EXPECT_EQ(seenOf([&] { server.lose("x"); }),
+              "- irc.test: x; trying again in 5 seconds\n- you are at home\n");
+    server.sent.clear();
+    EXPECT_EQ(typed("'volume 7"), stop + set);
+    EXPECT_EQ(server.sent, Lines());
+    server.refuses = false;
+    EXPECT_EQ(seenOf([] {}, 1min), "- you are Owner on irc.test\n- you are in #music\n");
+    EXPECT_EQ(told(":bob!b@h KICK #music Owner :x"),
+              "- bob puts you out of #music: x\n- you have left #music\n- you are at home\n");
+    EXPECT_EQ(typed("'volume 7"), set);
 }
 
 TEST_F(IrcClientTest, AWindowIsToldOfEachChange) {
     joined("#den");
     const std::pair<const char*, std::function<void()>> ways[] = {
         {"ignores", [&] { irc.roomPeople().toggleIgnored(listed("ann")); }},
-        {"enters", [&] { irc.enterRoom(2); }},
+        {"enters", [&] { irc.enterRoom("#den"); }},
         {"hears", [&] { server.say(":ann!a@h JOIN #den"); }},
         {"is lost", [&] { server.lose("x"); }},
         {"connects",
@@ -276,7 +292,7 @@ TEST_F(IrcClientTest, AWindowIsToldOfEachChange) {
 
 TEST_F(IrcClientTest, ClosingTheClientLeadsBackToTheOwnRoom) {
     expectTalk({{"'closeaol", "Owner: 'closeaol\nOwner: closing this piece of shit!\n"
-                              "- you have left irc.test\n"},
+                              "- you are at home\n- you have left irc.test\n"},
                 {"'volume 7", "Login: 'volume 7\nLogin: volume set:  <b>7</b>\n"}});
     EXPECT_EQ(room.name(), "lobby");
 }

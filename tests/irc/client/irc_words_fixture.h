@@ -5,6 +5,7 @@
 #include "irc/client/password_prompt.h"
 #include "platform/posix/drive_paths.h"
 #include "support/pretend_irc.h"
+#include "support/shown_lines.h"
 #include "support/temp_directory.h"
 #include "support/virtual_machine.h"
 
@@ -23,32 +24,36 @@ protected:
     void begin() {
         if (rooms)
             rooms->finish();
+        shown.reset();
         rooms.reset();
-        words = SlashWords([this](const std::string& text) { seen += "! " + text + '\n'; });
+        words = SlashWords([this](const std::string& text) {
+            rooms->conversations.tell(KeptLine::Kind::answer, "! " + text);
+        });
         rooms.emplace(loop, lines, server, *this, keptFiles,
-                      DataDirectory(drivePath(disk.path().native())), "jo",
-                      RoomDisplay{[](const ChatLine&) {},
-                                  [this](const std::string& text) { seen += text + '\n'; }});
+                      DataDirectory(drivePath(disk.path().native())), "jo", RoomDisplay());
+        shown.emplace(rooms->conversations, "");
         words.add(rooms->words.words());
         rooms->words.takeUpAgain();
         loop.waitUntil(loop.now() + 1s);
     }
     // What the owner is told when that is typed, and what a password is asked for.
     std::string typed(const std::string& line) {
-        seen.clear();
+        shown->take();
         words.run(line);
-        loop.waitUntil(loop.now() + 1s);
-        return seen;
+        return seenWithin(1s);
     }
     std::string toldOf(const std::string& password) {
-        seen.clear();
+        shown->take();
         std::exchange(answered, nullptr)(password);
-        loop.waitUntil(loop.now() + 1s);
-        return seen;
+        return seenWithin(1s);
+    }
+    std::string seenWithin(Nanoseconds span) {
+        loop.waitUntil(loop.now() + span);
+        return seen = shown->take();
     }
     std::string kept() const { return disk.read("irc.txt"); }
     void ask(const std::string& prompt, std::function<void(std::string)> take) override {
-        seen += '(' + prompt + ")\n";
+        rooms->conversations.tell(KeptLine::Kind::answer, '(' + prompt + ')');
         answered = std::move(take);
     }
     void dismiss() override { answered = nullptr; }
@@ -76,6 +81,7 @@ protected:
     PretendIrc server{loop};
     SlashWords words{{}};
     std::optional<AllRooms> rooms;
+    std::optional<ShownLines> shown;
     std::function<void(std::string)> answered;
     std::string seen, logins;
 };

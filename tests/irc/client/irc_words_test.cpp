@@ -15,13 +15,21 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/connect plain irc.test jo music",
          "connecting to irc.test\nyou are jo on irc.test\nyou are in #music\n"},
         {"/join #den", "#den is room 2\n"},
-        {"/room", "1  #music (here)\n2  #den\n"},
+        {"/room", "0  den\n1  #music (here)\n2  #den\n"},
         {"/room DEN", "you are in #den\n"},
         {"/room #music", "you are in #music\n"},
-        {"/room attic", "you are not in #attic\n"},
+        {"/room attic", "you are not in attic\n"},
         {"/room 1 2", "! /room [NAME|NUMBER]\n"},
         {"/room 3", "there is no room 3\n"},
-        {"/room 0", "there is no room 0\n"},
+        {"/room 0", "you are in den\n"},
+        {"/as ann hi", "ann comes in\nann: hi\n"},
+        {"/topic", "you are in no room\n"},
+        {"/leave", "you are in den\n"},
+        {"/query ann psst", "you talk to ann\njo: psst\n"},
+        {"/query #a", "a name has no blanks and commas\n"},
+        {"/room", "0  den\n1  #music\n2  #den\n3  ann (here)\n"},
+        {"/leave", "you are in #den\n"},
+        {"/room 1", "you are in #music\n"},
         {"/names", "#music, 2 people\n  @jo\n  ann\n"},
         {"/topic", "there is no topic\n"},
         {"/topic  all songs", "jo sets the topic:  all songs\n"},
@@ -36,8 +44,11 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/limit", "larkspin says as many lines as the server allows\n"},
         {"/limit 1", "larkspin says at most 1 line a minute\n"},
         {"/limit x", "! /limit [LINES]\n"},
-        {"/disconnect", "you have left irc.test\n"},
-        {"/room", "den, 1 person\n  jo\n"},
+        {"/disconnect", "you are in den\nyou have left irc.test\n"},
+        {"/room", "0  den (here)\n1  #music (left)\n2  ann (left)\n"},
+        {"/room 2", "you talk to ann\njo:  <b>psst\n"},
+        {"/leave", "you are in den\n"},
+        {"/leave", "you are on no network: /connect leads to one\n"},
     };
     for (const auto& [line, told] : talk)
         EXPECT_EQ(typed(line), told) << line;
@@ -54,7 +65,7 @@ TEST_F(IrcWordsTest, WaitForANetworkThatIsNotReachedYet) {
     typed("/leave");
     server.refuses = false;
     loop.waitUntil(loop.now() + 1min);
-    EXPECT_EQ(typed("/room"), "you are in no room\n");
+    EXPECT_EQ(typed("/room"), "0  home (here)\n");
 }
 
 TEST_F(IrcWordsTest, NothingOfARunIsLeftBehind) {
@@ -64,6 +75,7 @@ TEST_F(IrcWordsTest, NothingOfARunIsLeftBehind) {
         words.run("/msg ann hi");
     server.say(":ann!a@h JOIN #music");
     loop.waitUntil(loop.now() + 1ms);
+    shown.reset();
     rooms.reset();
     EXPECT_FALSE(server.isOpen());
     EXPECT_TRUE(loop.hasNothingToDo());
@@ -97,7 +109,7 @@ TEST_F(IrcWordsTest, EachLeaveIsForOneRoomHoweverSlowTheServerIs) {
         typed("/limit");
     }
     begin();
-    EXPECT_EQ(typed("/room"), "you are in no room\n");
+    EXPECT_EQ(typed("/room"), "0  home (here)\n");
 
     typed("/join #a");
     server.takes = [](const std::string& line) {
@@ -109,7 +121,7 @@ TEST_F(IrcWordsTest, EachLeaveIsForOneRoomHoweverSlowTheServerIs) {
     server.say(":jo!o@host PART #a\r\n:jo!o@host JOIN #d");
     typed("/limit");
     EXPECT_EQ(server.sent.back(), "PART #d");
-    EXPECT_EQ(typed("/room"), "you are in no room\n");
+    EXPECT_EQ(typed("/room"), "0  home (here)\n");
 }
 
 TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
@@ -123,12 +135,12 @@ TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
     typed("/leave");
     server.lose("x");
     loop.waitUntil(loop.now() + 10s);
-    EXPECT_EQ(typed("/room"), "1  #c (here)\n2  #b\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b\n3  #c (here)\n");
     typed("/leave");
     typed("/join #c"); // again, before it has been left
     server.say(":jo!o@host PART #c");
     typed("/limit");
-    EXPECT_EQ(typed("/room"), "1  #b (here)\n2  #c\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b (here)\n3  #c\n");
 
     server.lose("x");
     loop.waitUntil(loop.now() + 100ms);
@@ -145,7 +157,7 @@ TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
         server.say(std::string(":jo!o@host JOIN ") + room);
     typed("/limit");
     EXPECT_EQ(server.sent, (Lines{"PART #c", "PART #d"}));
-    EXPECT_EQ(typed("/room"), "1  #e (here)\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b (left)\n3  #c (left)\n4  #e (here)\n");
 
     for (const char* const line : {"/leave", "/join #f", "/leave"})
         typed(line);
@@ -153,7 +165,7 @@ TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
     loop.waitUntil(loop.now() + 30s);
     server.say(":jo!o@host JOIN #f"); // by services, on a connection on which he left nothing
     typed("/limit");
-    EXPECT_EQ(typed("/room"), "1  #f (here)\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b (left)\n3  #c (left)\n4  #f (here)\n");
 }
 
 TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
@@ -181,20 +193,20 @@ TEST_F(IrcWordsTest, TakeUpAgainWhatWasAskedForUntilItIsLeft) {
     typed("/join #music");
     server.say(":irc KICK #music jo :out");
     typed("/limit");
-    EXPECT_EQ(typed("/room"), "you are in no room\n");
+    EXPECT_EQ(typed("/room"), "0  home (here)\n1  #music (left)\n");
     begin();
-    EXPECT_EQ(typed("/room"), "1  #music (here)\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music (here)\n");
     typed("/join #den");
     typed("/leave"); // which he is put out of again
     server.say(":irc KICK #den jo :out");
     typed("/limit");
     begin();
-    EXPECT_EQ(typed("/room"), "1  #den (here)\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #den (here)\n");
     server.say(":jo!o@host NICK Guest1"); // by services, which isn't his wish
     server.nick = "Guest1";
     typed("/leave");
     begin();
-    EXPECT_EQ(typed("/room"), "you are in no room\n");
+    EXPECT_EQ(typed("/room"), "0  home (here)\n");
     EXPECT_EQ(rooms->room.ownName(), "jo");
     rooms->room.errands().closeHost();
     begin();
@@ -237,7 +249,7 @@ TEST_F(IrcWordsTest, WaitForNoPasswordForEver) {
     typed("/login jo keep");
     loop.waitUntil(loop.now() + 10min);
     EXPECT_FALSE(answered);
-    EXPECT_EQ(seen, "(password of jo)\nnobody has typed a password\n");
+    EXPECT_EQ(shown->take(), "nobody has typed a password\n");
     EXPECT_EQ(kept(), "");
     typed("/login jo");
     EXPECT_EQ(toldOf(std::string(501, 'p')), "this can't be a password\n");

@@ -80,21 +80,26 @@ TEST_F(IrcObeyingTest, WhatIsNoEchoUnderTheOwnersNameIsShownAtMost) {
     EXPECT_EQ(traced().back(), "line of others");
 }
 
-TEST(IrcObeying, WhatCameBackIsNoCommandOnceTheOwnerIsElsewhere) {
-    for (const bool goesBefore : {true, false}) {
+TEST(IrcObeying, WhatCameBackIsACommandInItsRoomAndNoneOnceThatIsLeft) {
+    for (const bool leaves : {true, false}) {
         IrcMachine machine;
         machine.begin();
         machine.seenOf([&] { machine.irc.join("#den"); });
         machine.server.takes = [](const std::string&) { return true; };
         machine.typed("'volume 7");
-        if (goesBefore)
-            machine.seenOf([&] { machine.irc.enterRoom(2); });
+        machine.seenOf([&] { machine.irc.enterRoom("#den"); });
         machine.told(":Owner!o@host PRIVMSG #den :'volume 7");
         EXPECT_EQ(machine.state().HScroll2, untouched);
         const std::string seen =
-            machine.told(":Owner!o@host PRIVMSG #music :'volume 7\r\n:Owner!o@host PART #music");
-        EXPECT_TRUE(seen.starts_with(goesBefore ? "- to #music: 'volume 7" : "Owner: 'volume 7"));
-        EXPECT_EQ(machine.state().HScroll2, untouched);
+            machine.told(":Owner!o@host PRIVMSG #music :'volume 7" +
+                         std::string(leaves ? "\r\n:Owner!o@host PART #music" : ""));
+        EXPECT_EQ(seen, leaves ? "- you have left #music\n" : "");
+        EXPECT_EQ(machine.state().HScroll2, leaves ? untouched : 7);
+        if (leaves)
+            continue;
+        machine.advance(10s);
+        EXPECT_TRUE(machine.server.sent.back().starts_with("PRIVMSG #music :\x03"))
+            << machine.server.sent.back();
     }
 }
 
@@ -120,13 +125,11 @@ TEST_F(IrcObeyingTest, NamesAreComparedAsTheServerDoes) {
     EXPECT_EQ(room.currentScreenName(), "Boss");
 }
 
-TEST_F(IrcObeyingTest, NobodyIsTheOwnerOutsideARoom) {
+TEST_F(IrcObeyingTest, WhatIsTypedOutsideARoomIsSaidNowhere) {
     told(":bob!b@h KICK #music Owner :x");
-    EXPECT_EQ(room.currentScreenName(), "");
     EXPECT_EQ(sentOf([&] { room.say("'volume 7"); }), "");
-    EXPECT_EQ(typed("'volume 7"), "- you are in no room\n");
-    EXPECT_EQ(state().HScroll2, untouched);
     EXPECT_EQ(sentOf([&] { room.sendChatLine("hi"); }), "");
+    EXPECT_EQ(sentOf([&] { irc.sendChatLine("hi"); }), "");
 }
 
 } // namespace

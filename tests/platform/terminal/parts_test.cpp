@@ -9,6 +9,7 @@
 #include "platform/terminal/terminal_screen.h"
 #include "support/patience.h"
 #include "support/pipe.h"
+#include "support/shown_lines.h"
 #include "text/row_list.h"
 
 #include <algorithm>
@@ -187,7 +188,8 @@ struct TerminalCommandsTest : testing::Test {
     // What it prints.
     std::string run(const std::string& line) {
         commands.run(line);
-        return out.readNow();
+        const std::string shownFirst = shown.take();
+        return shownFirst + out.readNow();
     }
     // What it does.
     std::string effect(const std::string& line) {
@@ -207,10 +209,9 @@ struct TerminalCommandsTest : testing::Test {
     QueuedOutput output{loop, out.in()};
     TerminalScreen screen{output, output, TerminalScreen::Form::protocol};
     ChatLines lines{loop};
-    OwnRoom room{lines,
-                 "jo",
-                 {[this](const ChatLine& line) { screen.showLine(line.speaker, line.text); },
-                  [this](const std::string& text) { screen.showRoom(text); }}};
+    Conversations conversations{loop, lines, "lobby"};
+    OwnRoom room{conversations, lines, "jo", {}};
+    ShownLines shown{conversations, "[room] "};
     TerminalDesktop desktop{screen};
     TerminalCommands commands{
         screen, desktop,

@@ -20,16 +20,10 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Kep
     : loop_(loop), files_(files), placeFile_(directory.roomWindowFile()),
       history_(files, directory.historyFile()),
       rooms(loop, lines, connection, *this, files, directory, screenName,
-            {.line = [this](const ChatLine& line) { window.say(line.speaker, line.text); },
-             .message =
-                 [this](const std::string& text) {
-                     window.tell(text);
-                     window.roomChanged();
-                 },
-             .clearInput = [this] { window.clearInput(); },
+            {.clearInput = [this] { window.clearInput(); },
              .bringForward = [this] { window.bringForward(); },
              .changed = [this] { window.roomChanged(); }}),
-      words([this](const std::string& text) { window.tell(text); }) {
+      words([this](const std::string& text) { tell(text); }) {
     window.onLine([this](const std::string& line) { take(line); });
     window.holdAfter(&IrcWords::asksPassword);
     words.add(rooms.words.words());
@@ -70,16 +64,20 @@ void QtRoom::take(const std::string& line) {
     if (!isOpen_ && !mayBeSecret)
         early_.push_back(line);
     else if (!isOpen_)
-        window.tell("a password is taken when it is asked for");
+        tell("a password is taken when it is asked for");
     else if (SlashWords::isMeantForIt(line))
         words.run(line);
     else
         rooms.room.say(line);
 }
 
+void QtRoom::tell(const std::string& text) {
+    rooms.conversations.tell(KeptLine::Kind::answer, text);
+}
+
 void QtRoom::help() {
     for (const SlashWord& word : words.all())
-        window.tell(word.usage() + "  \u2013  " + word.help);
+        tell(word.usage() + "  \u2013  " + word.help);
 }
 
 void QtRoom::placeChanged() {

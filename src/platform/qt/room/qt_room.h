@@ -35,6 +35,9 @@ public:
     // A network that the last run was on is connected to.
     void open(Task quit);
 
+    // What the front end has to say itself.
+    void tell(const std::string& text);
+
     // To be called as the process ends.
     void close();
 
@@ -63,7 +66,7 @@ private:
 
 public:
     AllRooms rooms;
-    RoomWindow window{loop_, rooms.room, history_};
+    RoomWindow window{loop_, rooms.room, rooms.conversations, history_};
     SlashWords words;
 };
 

@@ -15,6 +15,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -24,12 +25,14 @@ namespace {
 constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(700, 460), leastSize(320, 200);
 constexpr int peopleWidth = 160;
-constexpr QSize frameRoom(4, 40); // for the frame of a window manager
+constexpr std::ptrdiff_t mostReadBefore = 300; // lines that are shown again
+constexpr QSize frameRoom(4, 40);              // for the frame of a window manager
 
 } // namespace
 
-RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& history)
-    : loop_(loop), room_(room), said_(*new Transcript),
+RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversations& conversations,
+                       LineHistory& history)
+    : loop_(loop), room_(room), newLines_(conversations), said_(*new Transcript),
       people_(*new PeopleView({.people = [&room]() -> const RowList& { return room.people(); },
                                .isIgnored = [&room](auto name) { return room.isIgnored(name); }})),
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
@@ -103,11 +106,46 @@ void RoomWindow::fitScreen() {
 
 // Qt draws in a later turn of the loop. The empty task makes sure that there is one.
 void RoomWindow::showNew() {
+    takeNew();
     const bool wasShown = isRoomShown_;
     if (!wasShown)
         showRoom();
     if (said_.showNew() || !wasShown)
         loop_.post([] {});
+}
+
+void RoomWindow::takeNew() {
+    newLines_.take(
+        {.entered = [this](const Conversation& conversation) { enter(conversation); },
+         .leftOut = [this](int lines) { said_.tell(counted(lines, "line") + " before these"); },
+         .line = [this](const KeptLine& line) { showLine(line); },
+         .elsewhere =
+             [this](const Conversation& conversation, const KeptLine& line) {
+                 said_.tell(wordsFromElsewhere(conversation, line), stampOf(line, loop_));
+             }});
+}
+
+// Shows what the owner has read there before, and then where he is. What he hasn't read comes after
+// that.
+void RoomWindow::enter(const Conversation& conversation) {
+    said_.begin();
+    const auto& lines = conversation.lines();
+    const auto unread = std::ranges::partition_point(
+        lines, [&](const KeptLine& line) { return line.number <= conversation.readBefore(); });
+    const auto count = std::min<std::ptrdiff_t>(unread - lines.begin(), mostReadBefore);
+    for (auto line = unread - count; line != unread; ++line)
+        showLine(*line);
+    said_.tell(wordsOfEntering(conversation));
+    roomChanged();
+}
+
+void RoomWindow::showLine(const KeptLine& line) {
+    if (line.kind == KeptLine::Kind::said)
+        said_.say(line.speaker, line.text, stampOf(line, loop_));
+    else
+        said_.tell(wordsOf(line), stampOf(line, loop_));
+    // People come and go by such lines.
+    isRoomShown_ = isRoomShown_ && !line.isProgramsWord();
 }
 
 void RoomWindow::showRoom() {

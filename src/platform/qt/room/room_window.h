@@ -1,7 +1,9 @@
-// The window of a room: what is said there, who is there, and a line to say something in. It shows
-// what has changed once per turn, never takes the focus for it, and hands on what the owner types.
+// The window of the conversation in front: what is said there, who is there, and a line to say
+// something in. It shows what has changed once per turn, never takes the focus for it, and hands on
+// what the owner types.
 #pragma once
 
+#include "host/new_lines.h"
 #include "host/shown_room.h"
 #include "platform/qt/room/input_line.h"
 #include "platform/qt/room/people_view.h"
@@ -22,12 +24,9 @@ class LineHistory;
 
 class RoomWindow : public QWidget {
 public:
-    // All three must outlive it.
-    RoomWindow(EventLoop& loop, const ShownRoom& room, LineHistory& history);
-
-    // Show a line that somebody says, and something that the program tells beside it.
-    void say(const std::string& speaker, const std::string& line) { said_.say(speaker, line); }
-    void tell(const std::string& text) { said_.tell(text); }
+    // All must outlive it.
+    RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversations& conversations,
+               LineHistory& history);
 
     // To be called when anything that is known of the room has changed.
     void roomChanged() { isRoomShown_ = false; }
@@ -63,6 +62,9 @@ private:
     void layOut();
     void fitScreen();
     void showNew();
+    void takeNew();
+    void enter(const Conversation& conversation);
+    void showLine(const KeptLine& line);
     void showRoom();
     void tellChoices(const Completion& completion);
     bool event(QEvent* event) override;
@@ -70,6 +72,7 @@ private:
 
     EventLoop& loop_;
     const ShownRoom& room_;
+    NewLines newLines_;
     Transcript& said_; // these belong to the window's layout
     PeopleView& people_;
     InputLine& input_;

@@ -55,12 +55,18 @@ Transcript::Transcript() {
     dim_.setForeground(between(palette().color(QPalette::Text), Qt::black, 0.35));
 }
 
-void Transcript::say(const std::string& speaker, const std::string& line) {
-    keep({.speaker = shortened(speaker), .text = shortened(line)});
+void Transcript::say(const std::string& speaker, const std::string& line,
+                     const std::string& stamp) {
+    keep({.speaker = shortened(speaker), .text = shortened(line), .stamp = stamp});
 }
 
-void Transcript::tell(const std::string& text) {
-    keep({.speaker = {}, .text = shortened(text)});
+void Transcript::tell(const std::string& text, const std::string& stamp) {
+    keep({.speaker = {}, .text = shortened(text), .stamp = stamp});
+}
+
+void Transcript::begin() {
+    waiting_.clear();
+    beginsAnew_ = true;
 }
 
 void Transcript::keep(Entry entry) {
@@ -73,8 +79,10 @@ bool Transcript::showNew() {
     if (waiting_.empty())
         return false;
     // The view follows what is said, unless the owner has scrolled up to read.
-    const bool follows = isAtEnd();
+    const bool follows = beginsAnew_ || isAtEnd();
     const int scrolledTo = verticalScrollBar()->value();
+    if (std::exchange(beginsAnew_, false))
+        clear();
     for (const Entry& entry : std::exchange(waiting_, {}))
         append(entry);
     const int dropped = dropOldest();
@@ -92,6 +100,8 @@ void Transcript::append(const Entry& entry) {
         cursor.setBlockFormat(lineFormat());
     else
         cursor.insertBlock(lineFormat());
+    if (!entry.stamp.empty())
+        cursor.insertText(toQt(entry.stamp) + ' ', dim_);
     if (entry.speaker.empty()) {
         cursor.insertText(toQt(visibleText(entry.text, " ")), dim_);
     } else {

@@ -16,10 +16,13 @@ public:
     static constexpr int mostLines = 2000;
     static constexpr std::size_t mostCharacters = 4000; // of a line; the rest of it isn't shown
 
-    // Add a line that somebody says, and something that the program tells beside it, dimmed. Both
-    // show with the next `showNew`.
-    void say(const std::string& speaker, const std::string& line);
-    void tell(const std::string& text);
+    // Add a line that somebody says, and something that the program tells beside it, dimmed, with a
+    // stamp in front. Both show with the next `showNew`.
+    void say(const std::string& speaker, const std::string& line, const std::string& stamp = {});
+    void tell(const std::string& text, const std::string& stamp = {});
+
+    // What follows takes the place of all that stands there.
+    void begin();
 
     // Shows what has been added since the last time. False when there is nothing.
     bool showNew();
@@ -29,7 +32,7 @@ public:
 private:
     struct Entry {
         std::string speaker; // empty when the program tells something
-        std::string text;
+        std::string text, stamp;
     };
 
     void resizeEvent(QResizeEvent* event) override;
@@ -39,6 +42,7 @@ private:
     int dropOldest(); // gives the height of what it drops
 
     std::deque<Entry> waiting_;
+    bool beginsAnew_ = false;
     QTextCharFormat plain_, name_, dim_;
 };
 

@@ -1,0 +1,121 @@
+#include "host/conversations.h"
+
+#include "chat/chat_lines.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+Conversations::Conversations(EventLoop& loop, ChatLines& lines, std::string home)
+    : loop_(loop), lines_(lines) {
+    home_ = front_ = &add({Conversation::Kind::home, 0, std::move(home)});
+    nowhere_.isOpen = false;
+}
+
+Conversation* Conversations::find(std::string_view place) const {
+    const auto found = std::ranges::find(all_, place, &Conversation::place);
+    return found == all_.end() ? nullptr : found->get();
+}
+
+Conversation& Conversations::here() {
+    if (const std::string& place = lines_.talk().place; !place.empty()) {
+        Conversation* const talkedIn = find(place);
+        return talkedIn ? *talkedIn : nowhere_;
+    }
+    return front_->isOpen ? *front_ : *home_;
+}
+
+Conversation* Conversations::toSpeakIn() {
+    Conversation& place = here();
+    lines_.speaksAt(place.place());
+    return place.isOpen ? &place : nullptr;
+}
+
+std::vector<Conversation*> Conversations::ofNetwork(int network) const {
+    std::vector<Conversation*> found;
+    for (const auto& each : all_)
+        if (each->network() == network)
+            found.push_back(each.get());
+    return found;
+}
+
+int Conversations::numberOf(const Conversation& conversation) const {
+    int number = 0;
+    for (const auto& each : all_) {
+        number += !each->isAtHome();
+        if (each.get() == &conversation)
+            return conversation.isAtHome() ? 0 : number;
+    }
+    return 0;
+}
+
+Conversation* Conversations::numbered(int number) const {
+    const auto found = std::ranges::find_if(
+        all_, [&](const auto& each) { return !each->isAtHome() && --number == 0; });
+    return found == all_.end() ? nullptr : found->get();
+}
+
+Conversation& Conversations::add(Conversation::Identity identity) {
+    ++revision_;
+    return *all_.emplace_back(
+        std::make_unique<Conversation>(std::move(identity), std::to_string(++lastPlace_)));
+}
+
+void Conversations::rename(Conversation& conversation, std::string name) {
+    conversation.identity_.name = std::move(name);
+    ++revision_;
+}
+
+void Conversations::remove(const Conversation& conversation) {
+    if (&conversation == all_.front().get())
+        return;
+    beforeChange_();
+    if (home_ == &conversation)
+        home_ = all_.front().get();
+    if (front_ == &conversation) {
+        home_->come();
+        front_ = home_;
+    }
+    bytes_ -= conversation.bytes();
+    std::erase_if(all_, [&](const auto& each) { return each.get() == &conversation; });
+    ++revision_;
+}
+
+void Conversations::enter(Conversation& conversation) {
+    if (front_ == &conversation)
+        return;
+    beforeChange_();
+    front_->go();
+    conversation.come();
+    front_ = &conversation;
+    if (conversation.isAtHome())
+        home_ = &conversation;
+    ++revision_;
+}
+
+void Conversations::keep(Conversation& conversation, KeptLine line) {
+    line.number = ++lastNumber_;
+    if (line.at == 0)
+        line.at = loop_.moment();
+    bytes_ -= conversation.bytes();
+    conversation.keep(std::move(line), front_ == &conversation);
+    bytes_ += conversation.bytes();
+    boundBytes();
+    ++revision_;
+}
+
+void Conversations::boundBytes() {
+    while (bytes_ > mostBytes) {
+        Conversation& largest =
+            **std::ranges::max_element(all_, {}, [](const auto& each) { return each->bytes(); });
+        bytes_ -= largest.bytes();
+        largest.dropOldest();
+        bytes_ += largest.bytes();
+    }
+}
+
+void Conversations::tell(KeptLine::Kind kind, const std::string& text) {
+    keep(*front_, {.kind = kind, .text = text});
+}
+
+} // namespace larkspin

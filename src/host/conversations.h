@@ -1,0 +1,97 @@
+// All conversations, and the one in front, which is what the owner looks at. Rooms and networks
+// write into them. Front ends show what they hold, and write nothing.
+#pragma once
+
+#include "host/conversation.h"
+#include "shell/event_loop.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+class ChatLines;
+
+class Conversations {
+public:
+    // Both must live on. There is one from the beginning, at home.
+    Conversations(EventLoop& loop, ChatLines& lines, std::string home);
+    Conversations(const Conversations&) = delete;
+    Conversations& operator=(const Conversations&) = delete;
+
+    // In bytes, of all conversations together. Beyond it the one that holds the most loses its
+    // oldest lines.
+    static constexpr std::size_t mostBytes = 24'000'000;
+
+    using All = std::vector<std::unique_ptr<Conversation>>;
+    const All& all() const { return all_; } // in the order in which they began
+
+    Conversation& front() const { return *front_; }
+    Conversation& home() const { return *home_; } // the place at home where he was last
+
+    // Where the event at work belongs: the conversation in which the line was said that it is
+    // about. For all else it is the one in front, or home if nothing can be said there. When the
+    // conversation has gone it is `nowhere`, which is closed and on no network.
+    Conversation& here();
+    static constexpr int noNetwork = -1;
+
+    // Where the event at work may speak; null if nothing can be said there any more. Where it has
+    // spoken first, it stays.
+    Conversation* toSpeakIn();
+
+    Conversation* find(std::string_view place) const;
+
+    // Those that aren't at home have numbers, from 1; 0 for one at home. Null if there is none.
+    int numberOf(const Conversation& conversation) const;
+    Conversation* numbered(int number) const;
+
+    std::vector<Conversation*> ofNetwork(int network) const;
+    int newNetwork() { return ++lastNetwork_; } // its number
+
+    Conversation& add(Conversation::Identity identity);
+    void rename(Conversation& conversation, std::string name);
+
+    // The one at home from the beginning stays. If it was in front, the owner is at home.
+    void remove(const Conversation& conversation);
+
+    void enter(Conversation& conversation);
+
+    // Keeps the line at the end; as of now, unless it has a time.
+    void keep(Conversation& conversation, KeptLine line);
+
+    // A word of the program's in the conversation in front.
+    void tell(KeptLine::Kind kind, const std::string& text);
+
+    // Before another conversation is in front, one goes, or what is there is shown otherwise: what
+    // a front end hasn't shown yet must be shown now.
+    void beforeChange(Task task) { beforeChange_ = std::move(task); }
+
+    // Another one with each change of anything here.
+    std::uint64_t revision() const { return revision_; }
+
+    // Whether nothing can be said in the one in front.
+    bool isFrontClosed() const { return !front_->isOpen; }
+
+    std::uint64_t lastNumber() const { return lastNumber_; } // of a line
+
+private:
+    void boundBytes();
+
+    EventLoop& loop_;
+    ChatLines& lines_;
+    All all_; // never empty
+    Conversation nowhere_{{Conversation::Kind::room, noNetwork}, {}};
+    Conversation* home_;
+    Conversation* front_;
+    std::uint64_t lastNumber_ = 0, lastPlace_ = 0, revision_ = 1;
+    int lastNetwork_ = 0;
+    std::size_t bytes_ = 0;
+    Task beforeChange_ = [] {};
+};
+
+} // namespace larkspin

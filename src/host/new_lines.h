@@ -1,0 +1,60 @@
+// What a front end has to show next of the conversations: the lines of the one in front, and of
+// others what the owner should hear of wherever he is.
+#pragma once
+
+#include "host/conversation.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace larkspin {
+
+class Conversations;
+class EventLoop;
+
+class NewLines {
+public:
+    explicit NewLines(const Conversations& conversations);
+
+    struct Show {
+        // Another conversation is in front. What he had read of it before isn't told again.
+        std::function<void(const Conversation& conversation)> entered;
+        // There are more lines that he hasn't read than are to be told at once.
+        std::function<void(int lines)> leftOut;
+        std::function<void(const KeptLine& line)> line;
+        std::function<void(const Conversation& conversation, const KeptLine& line)> elsewhere;
+    };
+
+    // Tells what is new since the last time, in the order in which it came.
+    void take(const Show& show);
+
+    // After another conversation has come in front, so many of its lines are told at most.
+    static constexpr int mostUnread = 200;
+
+private:
+    struct New {
+        const Conversation* conversation;
+        const KeptLine* line;
+    };
+    void addNew(const Conversation& conversation, std::uint64_t after, std::vector<New>& all) const;
+
+    const Conversations& conversations_;
+    std::string front_;       // its place
+    std::uint64_t shown_ = 0; // the last line's number
+    std::uint64_t revision_ = 0;
+};
+
+// A line in words, without who says it where somebody does; and one of a conversation that isn't in
+// front.
+std::string wordsOf(const KeptLine& line);
+std::string wordsFromElsewhere(const Conversation& conversation, const KeptLine& line);
+
+// When it was said, by the owner's clock: "19:05", with the day in front where that isn't today.
+std::string stampOf(const KeptLine& line, const EventLoop& loop);
+
+// How the owner is told that he is there now.
+std::string wordsOfEntering(const Conversation& conversation);
+
+} // namespace larkspin

@@ -1,0 +1,51 @@
+#include "irc/channels/irc_talks.h"
+
+#include "irc/connection/irc_session.h"
+
+namespace larkspin {
+
+Conversation* IrcTalks::find(std::string_view nick) const {
+    for (const auto& each : conversations_.all())
+        if (isTalk(*each) && session_.isSame(each->name(), nick))
+            return each.get();
+    return nullptr;
+}
+
+Conversation& IrcTalks::findOrBegin(std::string_view nick) {
+    if (Conversation* const known = find(nick))
+        return *known;
+    makeRoom();
+    return conversations_.add({Conversation::Kind::person, network_, std::string(nick)});
+}
+
+void IrcTalks::makeRoom() {
+    const auto lastLine = [](const Conversation& talk) {
+        return talk.lines().empty() ? 0 : talk.lines().back().number;
+    };
+    std::size_t count = 0;
+    const Conversation* oldest = nullptr;
+    for (const auto& each : conversations_.all()) {
+        if (!isTalk(*each))
+            continue;
+        ++count;
+        if (each.get() != &conversations_.front() &&
+            (!oldest || lastLine(*each) < lastLine(*oldest)))
+            oldest = each.get();
+    }
+    if (count >= most && oldest)
+        conversations_.remove(*oldest);
+}
+
+void IrcTalks::rename(std::string_view from, std::string_view to) {
+    Conversation* const talk = find(from);
+    if (talk && (session_.isSame(from, to) || !find(to)))
+        conversations_.rename(*talk, std::string(to));
+}
+
+void IrcTalks::open(bool isOpen) {
+    for (const auto& each : conversations_.all())
+        if (isTalk(*each))
+            each->isOpen = isOpen;
+}
+
+} // namespace larkspin

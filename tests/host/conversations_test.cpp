@@ -1,0 +1,140 @@
+// What is kept of conversations, and what a front end has to show of them.
+#include "host/called_by_name.h"
+#include "support/shown_lines.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+class ConversationsTest : public testing::Test {
+protected:
+    Conversation& begin(Conversation::Kind kind, const std::string& name) {
+        return conversations.add({kind, network, name});
+    }
+    void say(Conversation& in, const std::string& text, bool isForOwner = false) {
+        conversations.keep(in, {.kind = KeptLine::Kind::said,
+                                .speaker = "ann",
+                                .text = text,
+                                .isForOwner = isForOwner});
+    }
+
+    VirtualLoop loop;
+    ChatLines lines{loop};
+    Conversations conversations{loop, lines, "lobby"};
+    ShownLines shown{conversations, "- "};
+    const int network = conversations.newNetwork();
+    Conversation& den = begin(Conversation::Kind::room, "#den");
+};
+
+TEST_F(ConversationsTest, OthersAreCountedUntilTheyAreEnteredAndShownThen) {
+    Conversation& ann = begin(Conversation::Kind::person, "ann");
+    say(den, "one");
+    say(den, "owner: two", true);
+    say(ann, "psst", true);
+    conversations.keep(den, {.text = "bob comes in"});
+    EXPECT_EQ(shown.take(), "- #den: ann: owner: two\n- ann whispers: psst\n");
+    EXPECT_EQ(den.unread(), 2);
+    EXPECT_EQ(den.unreadForOwner(), 1);
+    EXPECT_EQ(ann.unreadForOwner(), 1);
+    conversations.enter(den);
+    EXPECT_EQ(shown.take(), "- you are in #den\nann: one\nann: owner: two\n- bob comes in\n");
+    EXPECT_EQ(den.unread(), 0);
+    say(den, "three");
+    conversations.enter(ann); // before the front end has come to rest
+    conversations.enter(den);
+    say(den, "four");
+    EXPECT_EQ(shown.take(),
+              "ann: three\n- you talk to ann\nann: psst\n- you are in #den\nann: four\n");
+}
+
+TEST_F(ConversationsTest, WhatIsLeftIsShownBeforeItGoes) {
+    conversations.enter(den);
+    say(den, "bye");
+    conversations.remove(den);
+    Conversation& next = begin(Conversation::Kind::room, "#den"); // perhaps at the same address
+    conversations.enter(next);
+    say(next, "hi");
+    EXPECT_EQ(shown.take(),
+              "- you are in #den\nann: bye\n- you are at home\n- you are in #den\nann: hi\n");
+}
+
+TEST_F(ConversationsTest, ManyUnreadLinesAreNotShownAllAtOnce) {
+    for (int line = 0; line < NewLines::mostUnread + 5; ++line)
+        say(den, std::to_string(line));
+    conversations.enter(den);
+    EXPECT_TRUE(shown.take().starts_with("- you are in #den\n- 5 before\nann: 5\n"));
+}
+
+TEST_F(ConversationsTest, LinesAreKeptWithinBounds) {
+    for (int line = 0; line < 10'005; ++line)
+        say(den, "hi");
+    EXPECT_EQ(den.lines().size(), Conversation::mostLines);
+    EXPECT_EQ(den.lines().front().number, 6U);
+    for (int line = 0; line < 1'000; ++line)
+        say(den, std::string(5'000, 'x'));
+    EXPECT_LE(den.bytes(), Conversation::mostBytes);
+    Conversation& quiet = begin(Conversation::Kind::room, "#quiet");
+    say(quiet, "hi");
+    std::size_t all = 0;
+    for (int number = 0; number < 20; ++number) {
+        Conversation& room = begin(Conversation::Kind::room, std::to_string(number));
+        for (int line = 0; line < 300; ++line)
+            say(room, std::string(5'000, 'x'));
+    }
+    for (const auto& each : conversations.all())
+        all += each->bytes();
+    EXPECT_LE(all, Conversations::mostBytes);
+    EXPECT_EQ(quiet.lines().size(), 1U); // which holds least
+}
+
+// A connection brings several lines of several rooms in one event.
+TEST_F(ConversationsTest, WhatIsSaidOfALineBelongsWhereThatWasHeard) {
+    Conversation& music = begin(Conversation::Kind::room, "#music");
+    std::string places;
+    const auto speak = [&] {
+        const Conversation* const place = conversations.toSpeakIn();
+        places += place ? place->name() + ' ' : "nowhere ";
+    };
+    lines.connect([&](const ChatLine&) {
+        speak();
+        conversations.enter(music);
+        speak();
+    });
+    loop.post([&] {
+        for (const Conversation* place : {&den, &music})
+            lines.heard({"Owner", "'stop"}, place->place());
+        speak(); // what is about neither
+        conversations.enter(den);
+        speak(); // it has spoken first elsewhere
+        music.isOpen = false;
+        speak();
+    });
+    loop.serveTurn();
+    EXPECT_EQ(places, "#den #den #music #music #music #music nowhere ");
+    loop.post([&] {
+        conversations.enter(music); // where nothing can be said
+        speak();
+    });
+    loop.serveTurn();
+    EXPECT_TRUE(places.ends_with(" lobby "));
+}
+
+TEST_F(ConversationsTest, LinesHaveTheirTimeAndTheDayIfItIsAnother) {
+    say(den, "now");
+    conversations.keep(den, {.text = "long ago", .at = loop.moment() - 24 * 3600});
+    EXPECT_EQ(stampOf(den.lines()[0], loop), "19:05");
+    EXPECT_EQ(stampOf(den.lines()[1], loop), "2003-12-18 19:05");
+}
+
+TEST(CalledByName, IsAWordOfItsOwn) {
+    for (const char* calls : {"jo", "Jo: hi", "hi JO", "(jo)", "joe and jo", "jo's"})
+        EXPECT_TRUE(callsByName(calls, "Jo")) << calls;
+    for (const char* not_ : {"", "joe", "banjo", "_jo", "jo2", "jó", "j o"})
+        EXPECT_FALSE(callsByName(not_, "Jo")) << not_;
+    EXPECT_FALSE(callsByName("hi", ""));
+    EXPECT_TRUE(callsByName("hi jo[x]", "Jo[x]"));
+}
+
+} // namespace
+} // namespace larkspin
