@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
@@ -81,17 +82,24 @@ struct RoomWindowTest : testing::Test {
         settle();
     }
 
-    // What has come to stand in the window, a line each, without the program's signature.
-    std::string shownFor(const std::function<void()>& action) {
-        said().clear();
-        machine.run(action);
-        settle();
+    // What stands in the window, a line each, without times and the program's signature.
+    std::string shown() {
+        static const QRegularExpression times("^\\d\\d:\\d\\d ",
+                                              QRegularExpression::MultilineOption);
         return said()
             .toPlainText()
+            .replace(times, "")
             .replace("'\u00ACl"
                      "ks - ",
                      "")
             .toStdString();
+    }
+    // What has come to stand there.
+    std::string shownFor(const std::function<void()>& action) {
+        said().clear();
+        machine.run(action);
+        settle();
+        return shown();
     }
     std::string shownFor(const std::string& keys) {
         return shownFor([&] { strike(keys); });
@@ -135,9 +143,8 @@ TEST_F(RoomWindowTest, TakesLinesAndShowsWhatIsSaid) {
 TEST_F(RoomWindowTest, AsksForOneMoreTurnWhenSomethingHasChanged) {
     int rests = 0;
     machine.loop.beforeSleep([&] { ++rests; });
-    for (const std::function<void()>& change :
-         {std::function<void()>([&] { room->window.tell("hi"); }),
-          {[&] { room->window.roomChanged(); }}}) {
+    for (const std::function<void()>& change : {std::function<void()>([&] { room->tell("hi"); }),
+                                                {[&] { room->window.roomChanged(); }}}) {
         change();
         for (const int turns : {2, 1}) {
             rests = 0;
@@ -150,7 +157,7 @@ TEST_F(RoomWindowTest, AsksForOneMoreTurnWhenSomethingHasChanged) {
 TEST_F(RoomWindowTest, TakesWhatWasTypedBeforeItCouldButForAPassword) {
     machine.endProcess();
     open("one\n/login jo\nsesam\n");
-    EXPECT_EQ(said().toPlainText(), "Owner: one");
+    EXPECT_EQ(shown(), "Owner: one");
     EXPECT_EQ(ownName(), "password of jo:");
 }
 
