@@ -22,8 +22,11 @@ struct IrcProgramTest : testing::Test {
         all.insert(all.end(), {"TERM=xterm", "all_proxy=socks5://127.0.0.1:9"}); // isn't gone by
         return all;
     }
-    std::unique_ptr<Child> startIn(const std::string& connect) const {
-        auto program = Child::start(LARKSPIN_TTY, variables());
+    std::unique_ptr<Child> startIn(const std::string& connect,
+                                   const std::vector<std::string>& more = {}) const {
+        auto all = variables();
+        all.insert(all.end(), more.begin(), more.end());
+        auto program = Child::start(LARKSPIN_TTY, all);
         EXPECT_TRUE(program->says("load:  <b>", patience));
         program->tell(connect);
         EXPECT_TRUE(program->says("[room] you are in #den", patience));

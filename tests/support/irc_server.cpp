@@ -36,12 +36,14 @@ const Certificate& trustedCertificate() {
     return made;
 }
 
-std::unique_ptr<Child> startServer(IrcFamily family, const std::string& disk) {
+std::unique_ptr<Child> startServer(IrcFamily family, const std::vector<std::string>& variables,
+                                   const std::string& disk) {
     const std::string file = disk + "/configuration";
     if (family == IrcFamily::ngircd)
-        return Child::start("/usr/sbin/ngircd", {}, {"-n", "-f", file});
+        return Child::start("/usr/sbin/ngircd", variables, {"-n", "-f", file});
     if (family == IrcFamily::inspircd)
-        return Child::start("/usr/sbin/inspircd", {}, {"--nofork", "--nolog", "--config", file});
+        return Child::start("/usr/sbin/inspircd", variables,
+                            {"--nofork", "--nolog", "--config", file});
     std::vector<std::string> arguments{"-foreground", "-configfile", file};
     for (const char* const kept : {"log", "pid", "kline", "dline", "xline", "resv"}) {
         arguments.push_back('-' + std::string(kept) + "file");
@@ -49,7 +51,7 @@ std::unique_ptr<Child> startServer(IrcFamily family, const std::string& disk) {
     }
     static const bool hasModules = showBeside(unpacked / "usr/lib", "/usr/lib");
     EXPECT_TRUE(hasModules);
-    return Child::start(unpacked / "usr/sbin/ircd-hybrid", {}, arguments);
+    return Child::start(unpacked / "usr/sbin/ircd-hybrid", variables, arguments);
 }
 
 // Nobody has a name.
@@ -68,12 +70,13 @@ const char* nameOf(IrcFamily family) {
     return names[static_cast<int>(family)];
 }
 
-LocalIrcServer::LocalIrcServer(IrcFamily family, bool isPatient) : family_(family) {
+LocalIrcServer::LocalIrcServer(IrcFamily family, Limits limits, std::vector<std::string> variables)
+    : family_(family), variables_(std::move(variables)) {
+    const std::string file = nameOf(family);
     disk_.write(
         "configuration",
-        serverFile(nameOf(family) + std::string(".conf"), disk_) +
-            serverFile(nameOf(family) + std::string(isPatient ? "-patient.conf" : "-usual.conf"),
-                       disk_));
+        serverFile(file + ".conf", disk_) +
+            serverFile(file + (limits == Limits::none ? "-patient.conf" : "-usual.conf"), disk_));
     if (family == IrcFamily::hybrid)
         names_ = std::jthread(answerAll);
     EXPECT_TRUE(start());
@@ -81,7 +84,7 @@ LocalIrcServer::LocalIrcServer(IrcFamily family, bool isPatient) : family_(famil
 
 bool LocalIrcServer::start() {
     kill();
-    process_ = startServer(family_, disk_.path());
+    process_ = startServer(family_, variables_, disk_.path());
     return process_ && listensAt(encryptedPort, *process_);
 }
 

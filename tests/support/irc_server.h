@@ -14,6 +14,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace larkspin {
 
@@ -28,9 +29,11 @@ public:
     static constexpr std::uint16_t plainPort = 6667, encryptedPort = 6697, servicesPort = 6900;
     static constexpr const char* name = "irc.test";
 
-    // Once made it is started. Unless it is patient it counts what its people send, and lets them
-    // wait, as it does unless its owner wants something else.
-    explicit LocalIrcServer(IrcFamily family = IrcFamily::ngircd, bool isPatient = true);
+    // Once made it is started. It may count what its people send and let them wait, as it does when
+    // its owner sets nothing else.
+    enum class Limits { none, usual };
+    explicit LocalIrcServer(IrcFamily family = IrcFamily::ngircd, Limits limits = Limits::none,
+                            std::vector<std::string> variables = {});
     ~LocalIrcServer() { kill(); }
 
     // Within some 10 ms. Whether people can come.
@@ -39,6 +42,7 @@ public:
 
 private:
     const IrcFamily family_;
+    const std::vector<std::string> variables_;
     const TempDirectory disk_;
     std::unique_ptr<Child> process_;
     std::jthread names_; // which ircd-hybrid insists on asking for

@@ -132,6 +132,25 @@ TEST_P(OnEveryServer, ChangesItsNameIsPutOutAndComesBack) {
     expectVolume(*program, "7");
 }
 
+TEST_P(OnEveryServer, ARecitalArrivesWholeWhileItsOwnerIsObeyed) {
+    constexpr int count = 150;
+    const std::string hurry = "LD_PRELOAD=" LARKSPIN_HURRY;
+    const LocalIrcServer server(GetParam(), LocalIrcServer::Limits::usual, {hurry});
+    std::string notes;
+    for (int note = 1; note <= count; ++note)
+        notes += "note " + std::to_string(note) + " about this and that\r\n";
+    disk.write("larkspin/larkmain.lpb", notes);
+    IrcPerson bob = inDen("bob");
+    const auto program = startIn("/connect irc.test jo #den", {hurry});
+    program->tell("'scrn");
+    for (int note = 1; note <= count; ++note) {
+        ASSERT_NE(bob.hears("note " + std::to_string(note) + ' ', patience), "") << note;
+        if (note == count / 2)
+            program->tell("/now 'volume 7");
+    }
+    expectVolume(*program, "7");
+}
+
 TEST_F(IrcProgramTest, LogsInToAnAccountThatServicesKeep) {
     const LocalIrcServer server(IrcFamily::inspircd);
     const IrcServices services("keeper", "AGpvAHNlc2FtZQ==");
