@@ -11,6 +11,10 @@
 
 namespace larkspin {
 
+inline void PrintTo(IrcFamily family, std::ostream* out) { // in the names of tests
+    *out << nameOf(family);
+}
+
 struct IrcProgramTest : testing::Test {
     void SetUp() override {
         if (!isAlone())
