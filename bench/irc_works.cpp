@@ -2,6 +2,7 @@
 // of the processor's sleep, and how fast it takes in what a stranger says.
 #include "home.h"
 #include "process_use.h"
+#include "support/irc_recital.h"
 #include "support/irc_server.h"
 #include "support/listener.h"
 #include "support/own_network.h"
@@ -27,6 +28,8 @@ constexpr auto untilAtRest = 1s;
 
 // What the start waits before it takes commands and gets into rooms.
 constexpr double startPauses = 0.4;
+
+constexpr double longestCommand = 1; // second
 
 constexpr int floodLines = 20'000;
 constexpr double linesPerSecond = 10'000;
@@ -203,6 +206,19 @@ void add(const RoomWork& work, const HomeCache& cache) {
         ->Repetitions(3);
 }
 
+// On the virtual clock, at servers that count as each family does. An owner who types every quarter
+// of a minute; the row is the command that took longest.
+void commandAmidRecital(benchmark::State& state, const IrcFamily& family) {
+    for (auto _ : state) {
+        const IrcRecital recital = reciteOn(family, 16'300ms);
+        state.SetIterationTime(recital.latestCommand.count());
+        state.counters["its answer is out"] = recital.latestAnswer.count();
+        state.counters["150 lines"] = recital.whole.count();
+        if (recital.lines != 150)
+            state.SkipWithError("lost lines");
+    }
+}
+
 } // namespace
 
 void addIrcWorks() {
@@ -224,6 +240,12 @@ void addIrcWorks() {
     };
     for (const RoomWork& work : works)
         add(work, cache);
+    for (const IrcFamily& family : ircFamilies)
+        addWork(std::string("room: command amid a recital, ") + family.name, longestCommand,
+                [&](benchmark::State& state) { commandAmidRecital(state, family); })
+            ->UseManualTime()
+            ->Iterations(1)
+            ->Repetitions(1);
 }
 
 } // namespace larkspin

@@ -1,11 +1,14 @@
 // A pretended IRC server behind a connection without a network. It answers what a client sends as
-// servers do, says what a test gives it, line by line, and may be lost, refuse or go silent.
+// servers do, says what a test gives it, line by line, and may be lost, refuse or go silent. It may
+// count what the client's lines cost, and leave them unread for a while.
 #pragma once
 
 #include "irc/connection/irc_connection.h"
 #include "irc/protocol/irc_message.h"
+#include "support/irc_family.h"
 
 #include <algorithm>
+#include <deque>
 #include <functional>
 #include <map>
 #include <string>
@@ -24,12 +27,14 @@ public:
     std::map<std::string, std::string> origins; // people's "user host" that WHO tells, by nick
     bool refuses = false;                       // connections
     bool silent = false;                        // answers nothing
+    Nanoseconds lag{};                          // until it answers what asks for it
+    const IrcFamily* family = nullptr;          // by which it counts
     std::size_t held = 0;                       // bytes that it hasn't taken from the client
     std::function<bool(const std::string& line)> takes; // true: the line is answered by the test
 
     int opened = 0;
     IrcServer to;                  // the one that was connected to last
-    std::vector<std::string> sent; // by the client, without what registers and keeps alive
+    std::vector<std::string> sent; // by the client, without what registers and asks for answers
     Nanoseconds finishing{};       // how long the last lines may have taken
 
     // The server's lines, in one chunk.
@@ -58,6 +63,8 @@ public:
         close();
         events_ = std::move(events);
         nick.clear();
+        unread_.clear();
+        paidUntil_ = {};
         isKnown_ = hasEcho_ = false;
         isOpen_ = !refuses;
         if (isOpen_)
@@ -67,8 +74,10 @@ public:
     }
     void send(std::string_view bytes) override {
         for (std::size_t end; isOpen_ && (end = bytes.find("\r\n")) != bytes.npos;
-             bytes.remove_prefix(end + 2))
-            take(std::string(bytes.substr(0, end)));
+             bytes.remove_prefix(end + 2)) {
+            unread_.emplace_back(bytes.substr(0, end));
+            read();
+        }
     }
     bool isOpen() const { return isOpen_; }
     std::size_t unsent() const override { return held; }
@@ -90,11 +99,38 @@ private:
         });
     }
 
+    void read() {
+        while (!unread_.empty() && (!family || paidUntil_ - loop_.now() < family->credit)) {
+            const std::string line = unread_.front();
+            unread_.pop_front();
+            if (family)
+                paidUntil_ = std::max(paidUntil_, loop_.now()) + family->perLine +
+                             static_cast<int>(line.size() + 2) / 100 * family->perPart;
+            take(line);
+        }
+        std::size_t bytes = 0;
+        for (const std::string& line : unread_)
+            bytes += line.size() + 2;
+        if (family && bytes > family->mostUnread)
+            lose("Excess Flood");
+        else if (!unread_.empty() && !std::exchange(looksAgain_, true))
+            loop_.once(family->betweenLooks, [this] {
+                looksAgain_ = false;
+                read();
+            });
+    }
+
     void take(const std::string& line) {
         const IrcMessage message = *readIrcMessage(line);
         const std::string& command = message.command;
-        static const std::vector<std::string> ofTheConnection{"CAP",  "NICK", "USER",
-                                                              "PING", "PONG", "AUTHENTICATE"};
+        if (command == "PING") {
+            if (!silent)
+                loop_.once(
+                    lag, [this, token = message.parameters[0]] { say(":irc PONG irc " + token); });
+            return;
+        }
+        static const std::vector<std::string> ofTheConnection{"CAP", "NICK", "USER", "PONG",
+                                                              "AUTHENTICATE"};
         if (std::ranges::find(ofTheConnection, command) == ofTheConnection.end() || isKnown_)
             sent.push_back(line);
         if (silent || (takes && takes(line)))
@@ -150,6 +186,9 @@ private:
     EventLoop& loop_;
     Events events_;
     int connection_ = 0;
+    std::deque<std::string> unread_;
+    Nanoseconds paidUntil_{}; // its clock for this client
+    bool looksAgain_ = false;
     bool isOpen_ = false, isKnown_ = false, hasEcho_ = false;
 };
 

@@ -9,23 +9,26 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Servers count what the lines of a connection cost. They stop reading while it is this far ahead
-// of the clock, and end it when too much is unread. A line that goes only when it doesn't put the
-// connection further ahead never lies unread.
-constexpr Nanoseconds mostAhead = 10s;
-constexpr Nanoseconds perLine = 2s, perPart = 1s;
-constexpr std::size_t part = 120; // bytes
 constexpr Nanoseconds minute = 60s;
 constexpr int mostTypedInRow = 2; // while something is to be said
+constexpr int mostAnswers = 3;    // to a line that is typed
 
-Nanoseconds cost(const std::string& line) {
-    const auto lines = std::max<std::ptrdiff_t>(std::ranges::count(line, '\n'), 1);
-    return std::min(mostAhead, lines * perLine + static_cast<int>(line.size() / part) * perPart);
+// So long nothing that was sent stays without a question whether it has arrived.
+constexpr Nanoseconds untilAsked = 30s;
+constexpr IrcWeight weightOfAsking = {24};
+
+// An owner who has typed a moment ago is about to type again.
+constexpr Nanoseconds untilQuiet = 20s;
+
+// Several lines may go as one.
+IrcWeight weight(const std::string& lines) {
+    return {lines.size(), std::max(static_cast<int>(std::ranges::count(lines, '\n')), 1)};
 }
 
 } // namespace
 
-IrcOutgoing::IrcOutgoing(EventLoop& loop, Send send) : loop_(loop), send_(std::move(send)) {}
+IrcOutgoing::IrcOutgoing(EventLoop& loop, Send send, Task asked)
+    : loop_(loop), send_(std::move(send)), asked_(std::move(asked)) {}
 
 IrcOutgoing::~IrcOutgoing() {
     loop_.cancel(next_);
@@ -37,6 +40,8 @@ bool IrcOutgoing::add(Kind kind, std::string line, Task gone) {
         return true;
     if (lines.size() >= mostWaiting)
         return false;
+    if (kind == Kind::typed)
+        typedAt_ = loop_.now();
     lines.push_back({std::move(line), std::move(gone)});
     sendDue();
     return true;
@@ -84,21 +89,48 @@ void IrcOutgoing::sendLast(Kind kind) {
         last.gone();
 }
 
-void IrcOutgoing::clear() {
+void IrcOutgoing::clear(bool isLost) {
     for (std::deque<Line>& lines : lines_)
         lines.clear();
-    paidUntil_ = {};
+    pace_.connectionEnded(isLost, loop_.now());
+    lag_ = {};
+    typedAt_.reset();
+    typedInRow_ = saidInRow_ = 0;
     sendDue();
+}
+
+void IrcOutgoing::ask() {
+    if (lag_.isOwed())
+        return;
+    pace_.asked(weightOfAsking, loop_.now());
+    send_(lag_.ask(loop_.now()));
+    asked_();
+}
+
+void IrcOutgoing::answered(std::string_view text) {
+    if (!lag_.isOwed())
+        return;
+    pace_.answered(lag_.answered(text, loop_.now()), loop_.now());
+    sendDue();
+}
+
+void IrcOutgoing::cameBack(Nanoseconds sentAt) {
+    lag_.cameBack(sentAt);
+    sendDue();
+}
+
+// Whether it's the turn of a line of the program's, before what the owner types.
+bool IrcOutgoing::isTurnOfSaid() const {
+    return waiting(Kind::typed) > 0 && waiting(Kind::said) > 0 && typedInRow_ >= mostTypedInRow &&
+           withinLimit() <= loop_.now();
 }
 
 // The kind whose line goes next; nothing when no line waits.
 std::optional<IrcOutgoing::Kind> IrcOutgoing::first() const {
-    const bool mayBeSaid = waiting(Kind::said) > 0 && withinLimit() <= loop_.now();
-    if (waiting(Kind::protocol) > 0)
-        return Kind::protocol;
-    if (waiting(Kind::typed) > 0)
-        return mayBeSaid && typedInRow_ >= mostTypedInRow ? Kind::said : Kind::typed;
-    return waiting(Kind::said) > 0 ? std::optional(Kind::said) : std::nullopt;
+    for (const Kind kind : {Kind::protocol, Kind::typed, Kind::said})
+        if (waiting(kind) > 0)
+            return kind == Kind::typed && isTurnOfSaid() ? Kind::said : kind;
+    return std::nullopt;
 }
 
 // When the next line may be said, as far as the owner's own limit goes.
@@ -107,10 +139,45 @@ Nanoseconds IrcOutgoing::withinLimit() const {
     return isFree ? Nanoseconds(0) : saidAt_[saidAt_.size() - saidPerMinute_] + minute;
 }
 
-// When the first line of that kind may go.
-Nanoseconds IrcOutgoing::due(Kind kind) const {
-    const Nanoseconds byServer = paidUntil_ + cost(lines_[place(kind)].front().text) - mostAhead;
-    return kind == Kind::said ? std::max(byServer, withinLimit()) : byServer;
+// Whether what is to be said may be an answer to what was typed, and isn't part of anything longer.
+bool IrcOutgoing::isAnswer() const {
+    return saidInRow_ < mostAnswers &&
+           (waiting(Kind::said) == 1 || (pace_.isBelowDearest() && !isQuiet()));
+}
+
+bool IrcOutgoing::isQuiet() const {
+    return !typedAt_ || loop_.now() - *typedAt_ >= untilQuiet;
+}
+
+// When the first line of that kind may go; nothing while the server has to answer first.
+std::optional<Nanoseconds> IrcOutgoing::due(Kind kind) const {
+    const auto urgency = kind != Kind::said || isTurnOfSaid() ? IrcPace::Urgency::urgent
+                         : isAnswer()                         ? IrcPace::Urgency::answer
+                                                              : IrcPace::Urgency::recited;
+    const auto byServer = pace_.due(urgency, weight(lines_[place(kind)].front().text), loop_.now());
+    return byServer && kind == Kind::said ? std::max(*byServer, withinLimit()) : byServer;
+}
+
+void IrcOutgoing::plan() {
+    pace_.plan(waiting(Kind::said) > 0, !areSentBack_ || isQuiet(), loop_.now());
+}
+
+// Asks the server for an answer if it is time for that, or else tells when it will be; nothing when
+// there is nothing to ask for.
+std::optional<Nanoseconds> IrcOutgoing::askIfDue() {
+    if (pace_.needsAnswer(loop_.now()))
+        ask();
+    if (lag_.isOwed() || !pace_.hasNews())
+        return std::nullopt;
+    const auto byServer =
+        pace_.due(waiting(Kind::said) > 0 ? IrcPace::Urgency::recited : IrcPace::Urgency::idle,
+                  weightOfAsking, loop_.now());
+    const auto lastAsked = lag_.askedAt();
+    const Nanoseconds moment = lastAsked ? std::max(*byServer, *lastAsked + untilAsked) : *byServer;
+    if (moment > loop_.now())
+        return moment;
+    ask();
+    return std::nullopt;
 }
 
 void IrcOutgoing::sendFirst(Kind kind) {
@@ -118,9 +185,11 @@ void IrcOutgoing::sendFirst(Kind kind) {
     const Line line = std::move(lines.front());
     lines.pop_front();
     const Nanoseconds now = loop_.now();
-    // Time in which nothing was sent isn't saved up.
-    paidUntil_ = std::max(paidUntil_, now) + cost(line.text);
+    pace_.sent(weight(line.text), now);
+    if (areSentBack_ && kind != Kind::protocol && line.text.starts_with("PRIVMSG "))
+        lag_.expect(now);
     typedInRow_ = kind == Kind::typed ? typedInRow_ + 1 : 0;
+    saidInRow_ = kind == Kind::said ? saidInRow_ + 1 : 0;
     if (kind == Kind::said) {
         saidAt_.push_back(now);
         while (saidAt_.front() + minute <= now)
@@ -137,14 +206,20 @@ void IrcOutgoing::sendDue() {
         return;
     isSending_ = true;
     loop_.cancel(std::exchange(next_, TimerId::none));
-    while (const auto kind = first()) {
-        const Nanoseconds wait = due(*kind) - loop_.now();
-        if (wait > Nanoseconds(0)) {
-            next_ = loop_.once(wait, [this] { sendDue(); });
-            break;
-        }
-        sendFirst(*kind);
+    std::optional<Nanoseconds> wake, lineDue;
+    for (bool goes = true; goes;) {
+        plan();
+        wake = askIfDue();
+        const auto kind = first();
+        lineDue = kind ? due(*kind) : std::nullopt;
+        goes = lineDue && *lineDue <= loop_.now();
+        if (goes)
+            sendFirst(*kind);
     }
+    if (lineDue)
+        wake = std::min(wake.value_or(*lineDue), *lineDue);
+    if (wake)
+        next_ = loop_.once(*wake - loop_.now(), [this] { sendDue(); });
     isSending_ = false;
 }
 

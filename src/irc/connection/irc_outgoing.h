@@ -1,28 +1,32 @@
-// What is on its way to the server: lines leave no faster than servers allow, and none is lost. By
-// the rule that servers go by: a line costs two seconds, a long one more, and ten seconds' worth
-// may be ahead of the clock.
+// What is on its way to the server: lines leave no faster than the server reads them (IrcPace), and
+// none is lost. In between the server is asked whether it still answers promptly (IrcLag).
 #pragma once
 
+#include "irc/connection/irc_lag.h"
+#include "irc/connection/irc_pace.h"
 #include "shell/event_loop.h"
 
 #include <deque>
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
 class IrcOutgoing {
 public:
     // The kinds go in this order: `protocol` keeps the connection alive, `typed` is what the owner
-    // types, `said` is what the program says for him. But a line of the program's waits for no more
-    // than two lines that he types.
+    // types, `said` is what the program says for him, which leaves room for what he types next. But
+    // a line of the program's waits for no more than two lines that he types.
     enum class Kind { protocol, typed, said };
 
     // Gets each line, with its line end, when it may go. It must not wait.
     using Send = std::function<void(const std::string& line)>;
 
-    IrcOutgoing(EventLoop& loop, Send send);
+    // `asked` is called after each time that the server was asked for an answer.
+    IrcOutgoing(
+        EventLoop& loop, Send send, Task asked = [] {});
     ~IrcOutgoing();
     IrcOutgoing(const IrcOutgoing&) = delete;
     IrcOutgoing& operator=(const IrcOutgoing&) = delete;
@@ -53,8 +57,22 @@ public:
     void sendLast(Kind kind);
 
     // Forgets what waits, as after the end of a connection: nothing old is said on a new one, whose
-    // server counts anew.
-    void clear();
+    // server counts anew. What was learned from one that was lost holds until another server is
+    // gone to.
+    void clear(bool isLost = false);
+    void changeServer() { pace_.serverChanged(); }
+
+    // Whether what the owner types counts only when the server sends it back. Then he isn't kept
+    // waiting to find out how fast the server is.
+    void areSentBack(bool are) { areSentBack_ = are; }
+    void cameBack(Nanoseconds sentAt); // what was sent at that moment
+
+    // Asks the server for an answer, if it doesn't owe one; the answer is a PONG with this text.
+    void ask();
+    void answered(std::string_view text);
+    const IrcLag& lag() const { return lag_; }
+    bool isToBlameForLag() const { return pace_.isToBlame(loop_.now()); }
+    Nanoseconds ahead() const { return pace_.ahead(loop_.now()); } // of the server, by its price
 
 private:
     struct Line {
@@ -63,19 +81,28 @@ private:
     };
 
     static std::size_t place(Kind kind) { return static_cast<std::size_t>(kind); }
+    bool isTurnOfSaid() const;
+    bool isAnswer() const;
+    bool isQuiet() const;
     std::optional<Kind> first() const;
     Nanoseconds withinLimit() const;
-    Nanoseconds due(Kind kind) const;
+    std::optional<Nanoseconds> due(Kind kind) const;
+    void plan();
+    std::optional<Nanoseconds> askIfDue();
     void sendFirst(Kind kind);
     void sendDue();
 
     EventLoop& loop_;
     Send send_;
+    Task asked_;
+    IrcLag lag_;
+    IrcPace pace_{lag_};
     std::deque<Line> lines_[3];
     std::size_t saidPerMinute_ = 0;
     std::deque<Nanoseconds> saidAt_; // the last minute's
-    Nanoseconds paidUntil_{};        // the server's clock for this connection
-    int typedInRow_ = 0;
+    std::optional<Nanoseconds> typedAt_;
+    bool areSentBack_ = false;
+    int typedInRow_ = 0, saidInRow_ = 0;
     bool isSending_ = false;
     TimerId next_ = TimerId::none;
 };

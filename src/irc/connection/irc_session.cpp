@@ -24,7 +24,17 @@ std::string inSeconds(std::chrono::seconds wait) {
 
 IrcSession::IrcSession(EventLoop& loop, IrcConnection& connection, Events events)
     : loop_(loop), connection_(connection), events_(std::move(events)),
-      outgoing_(loop, [this](const std::string& line) { connection_.send(line); }),
+      outgoing_(
+          loop, [this](const std::string& line) { connection_.send(line); },
+          [this] {
+              lagWatch_.asked();
+              wakeIn(longestAnswer, [this] { lookForSilence(); });
+          }),
+      lagWatch_(loop, outgoing_,
+                [this] {
+                    tellLag();
+                    events_.lagChanged();
+                }),
       regain_(loop, [this](std::string_view command, const std::vector<std::string>& parameters) {
           request(command, parameters);
       }) {}
@@ -42,7 +52,8 @@ void IrcSession::wakeIn(Nanoseconds span, Task task) {
 // Nothing of the last connection is said on the next one.
 void IrcSession::reset(Phase phase) {
     loop_.cancel(std::exchange(timer_, TimerId::none));
-    outgoing_.clear();
+    outgoing_.clear(phase == Phase::waiting);
+    lagWatch_.clear();
     phase_ = phase;
     regain_.end();
     reportSecurity();
@@ -51,6 +62,8 @@ void IrcSession::reset(Phase phase) {
 
 void IrcSession::connect(const IrcServer& server, const IrcIdentity& identity) {
     reset(Phase::off);
+    if (server.host != server_.host)
+        outgoing_.changeServer();
     server_ = server;
     identity_ = identity;
     nextWait_ = shortestWait;
@@ -120,8 +133,10 @@ void IrcSession::take(std::string_view bytes) {
 void IrcSession::take(const IrcMessage& message) {
     if (message.command == "PING")
         return answer(message);
-    if (message.command == "PONG")
-        return;
+    if (message.command == "PONG") {
+        outgoing_.answered(message.parameters.empty() ? "" : message.parameters.back());
+        return lagWatch_.answered();
+    }
     const bool isBeginning = phase_ == Phase::beginning;
     if (message.command == "ERROR")
         events_.tell(server_.host + ": " + std::string(message.parameter(0)));
@@ -182,7 +197,7 @@ void IrcSession::welcome() {
     phase_ = Phase::welcomed;
     nick_ = registration_->nick();
     welcomedAt_ = loop_.now();
-    watchSilence(longestSilence);
+    wakeIn(longestSilence, [this] { lookForSilence(); });
     events_.welcomed();
     if (!registration_->wasTaken() || isSelf(identity_.nick))
         return;
@@ -209,19 +224,26 @@ void IrcSession::answer(const IrcMessage& ping) {
         connection_.send(ircLine("PONG", {std::string(ping.parameter(0))}));
 }
 
-void IrcSession::watchSilence(Nanoseconds span) {
-    wakeIn(span, [this] { lookForSilence(); });
+// A server that owes no answer may be silent. One that owes an answer, and sends nothing at all for
+// longer than it could need for what was sent to it, is gone.
+void IrcSession::lookForSilence() {
+    const IrcLag& lag = outgoing_.lag();
+    const Nanoseconds silent = loop_.now() - heardAt_,
+                      most = lag.isOwed() ? longestAnswer + outgoing_.ahead() : longestSilence,
+                      span = lag.isOwed() ? std::min(silent, lag.owedFor(loop_.now())) : silent;
+    if (span < most)
+        return wakeIn(most - span, [this] { lookForSilence(); });
+    if (lag.isOwed())
+        giveUp("the server has gone silent");
+    else
+        outgoing_.ask(); // a server that is there answers, whatever else it has to say
 }
 
-void IrcSession::lookForSilence() {
-    const Nanoseconds silent = loop_.now() - heardAt_;
-    if (silent >= longestSilence + longestAnswer)
-        return giveUp("the server has gone silent");
-    if (silent < longestSilence)
-        return watchSilence(longestSilence - silent);
-    // A server that is there answers this, whatever else it has to say.
-    connection_.send(ircLine("PING", {"larkspin"}));
-    watchSilence(longestAnswer);
+void IrcSession::tellLag() const {
+    events_.tell(server_.host +
+                 (isLagging() ? " takes more than " +
+                                    counted(IrcLagWatch::longest.count(), "second") + " to answer"
+                              : " answers quickly again"));
 }
 
 void IrcSession::giveUp(const std::string& why) {
@@ -263,6 +285,7 @@ bool IrcSession::request(std::string_view command, const std::vector<std::string
 }
 
 bool IrcSession::send(IrcOutgoing::Kind kind, std::string line, Task gone) {
+    outgoing_.areSentBack(echoes());
     return isWelcomed() && outgoing_.add(kind, std::move(line), std::move(gone));
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "irc/connection/irc_connection.h"
+#include "irc/connection/irc_lag_watch.h"
 #include "irc/connection/irc_nick_regain.h"
 #include "irc/connection/irc_outgoing.h"
 #include "irc/connection/irc_registration.h"
@@ -40,6 +41,7 @@ public:
         std::function<void(const IrcMessage&)> message; // after that
         Task lost;                                      // also when it had never been welcomed
         std::function<void(const std::string& text)> tell;
+        Task lagChanged = [] {}; // after each change of `isLagging`
     };
 
     IrcSession(EventLoop& loop, IrcConnection& connection, Events events);
@@ -49,7 +51,7 @@ public:
 
     static constexpr std::chrono::seconds longestBeginning{60}; // until the welcome
     static constexpr std::chrono::seconds longestSilence{120};  // before the server is asked
-    static constexpr std::chrono::seconds longestAnswer{60};    // of the server's to that
+    static constexpr std::chrono::seconds longestAnswer{60};    // of one that owes an answer
     static constexpr std::chrono::seconds shortestWait{5}, longestWait{300}; // before the next try
     static constexpr std::chrono::seconds lasting{60};      // so long, and the waits begin anew
     static constexpr std::chrono::seconds longestEnding{5}; // of a connection that is given up
@@ -84,6 +86,11 @@ public:
     const IrcFeatures& features() const { return features_; }
     Nanoseconds welcomedAt() const { return welcomedAt_; }
 
+    // How long the server takes to answer, as far as is known, and whether the owner has been told
+    // that this is long.
+    Nanoseconds lag() const { return outgoing_.lag().current(loop_.now()); }
+    bool isLagging() const { return lagWatch_.isLagging(); }
+
     // The owner's name on this connection, as the server has it; before the welcome, the name that
     // the server will be asked for.
     const std::string& nick() const { return isWelcomed() ? nick_ : identity_.nick; }
@@ -116,8 +123,8 @@ private:
     void reportSecurity();
     void welcome();
     void answer(const IrcMessage& ping);
-    void watchSilence(Nanoseconds span);
     void lookForSilence();
+    void tellLag() const;
     void tellUnsaid(std::size_t lines) const;
     void giveUp(const std::string& why);
     void lose(const std::string& why);
@@ -132,6 +139,7 @@ private:
     Phase phase_ = Phase::off;
     IrcInput input_;
     IrcOutgoing outgoing_;
+    IrcLagWatch lagWatch_;
     IrcFeatures features_;
     std::optional<IrcRegistration> registration_;
     IrcKeeper keeper_;

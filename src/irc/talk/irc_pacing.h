@@ -17,7 +17,7 @@ public:
     IrcPacing(EventLoop& loop, ChatLines& lines, const IrcOutgoing& outgoing)
         : loop_(loop), lines_(lines), outgoing_(outgoing) {}
 
-    static constexpr std::size_t mostAhead = 3; // lines
+    static constexpr std::size_t mostAhead = 1; // line
 
     // No longer than that and what the owner's limit takes for a line.
     static constexpr std::chrono::seconds longest{20};

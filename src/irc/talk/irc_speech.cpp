@@ -136,8 +136,10 @@ bool IrcSpeech::take(std::string_view target, std::string_view codes) {
     if (found == awaited_.end())
         return false;
     const Piece echoed = std::move(found->piece);
+    const Nanoseconds sentAt = found->sentAt;
     // Lines come back in order, so those before this one won't any more.
     awaited_.erase(awaited_.begin(), found + 1);
+    session_.outgoing().cameBack(sentAt);
     if (echoed.isDue)
         reached_(echoed.said, false);
     return true;

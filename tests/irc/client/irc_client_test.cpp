@@ -48,7 +48,7 @@ TEST_F(IrcClientTest, WhatIsOnTheScreenAlreadyIsNotShownAgain) {
 TEST_F(IrcClientTest, MarkupTravelsAsCodesAndALongLineInPieces) {
     EXPECT_EQ(sentOf([&] { room.say("<b>loud</b>"); }).substr(0, 18), "PRIVMSG #music \x02lo");
     const std::string longLine = "volume " + std::string(900, '7');
-    EXPECT_EQ(typed(longLine, 10s), "Owner: " + longLine + '\n');
+    EXPECT_EQ(typed(longLine, 20s), "Owner: " + longLine + '\n');
     EXPECT_EQ(server.sent.size(), 5U);
 }
 
