@@ -44,13 +44,14 @@ std::unique_ptr<Child> startServer(IrcFamily family, const std::vector<std::stri
     if (family == IrcFamily::inspircd)
         return Child::start("/usr/sbin/inspircd", variables,
                             {"--nofork", "--nolog", "--config", file});
+    if (family == IrcFamily::irc2)
+        return Child::start(unpacked / "usr/sbin/ircd", variables,
+                            {"-t", "-b", "-s", "-q", "-p", "standalone", "-T", disk + "/tune"});
     std::vector<std::string> arguments{"-foreground", "-configfile", file};
     for (const char* const kept : {"log", "pid", "kline", "dline", "xline", "resv"}) {
         arguments.push_back('-' + std::string(kept) + "file");
         arguments.push_back(disk + '/' + kept);
     }
-    static const bool hasModules = showBeside(unpacked / "usr/lib", "/usr/lib");
-    EXPECT_TRUE(hasModules);
     return Child::start(unpacked / "usr/sbin/ircd-hybrid", variables, arguments);
 }
 
@@ -66,26 +67,40 @@ void answerAll(const std::stop_token& end) {
 } // namespace
 
 const char* nameOf(IrcFamily family) {
-    static const char* const names[] = {"ngircd", "inspircd", "hybrid"};
+    static const char* const names[] = {"ngircd", "inspircd", "hybrid", "irc2"};
     return names[static_cast<int>(family)];
 }
 
 LocalIrcServer::LocalIrcServer(IrcFamily family, Limits limits, std::vector<std::string> variables)
     : family_(family), variables_(std::move(variables)) {
-    const std::string file = nameOf(family);
-    disk_.write(
-        "configuration",
-        serverFile(file + ".conf", disk_) +
-            serverFile(file + (limits == Limits::none ? "-patient.conf" : "-usual.conf"), disk_));
-    if (family == IrcFamily::hybrid)
+    const std::string name = nameOf(family);
+    const std::string more = limits == Limits::none ? "-patient.conf" : "-usual.conf";
+    disk_.write("configuration",
+                serverFile(name + ".conf", disk_) + serverFile(name + more, disk_));
+    if (family == IrcFamily::hybrid || family == IrcFamily::irc2)
         names_ = std::jthread(answerAll);
+    if (family == IrcFamily::hybrid) {
+        static const bool hasModules = showBeside(unpacked / "usr/lib", "/usr/lib");
+        EXPECT_TRUE(hasModules);
+    }
+    if (family == IrcFamily::irc2) { // can't be told where its configuration is
+        disk_.write("etc/ircd/ircd.conf", disk_.read("configuration"));
+        disk_.write("etc/resolv.conf", "nameserver 127.0.0.1\n");
+        EXPECT_TRUE(showBeside((disk_.path() / "etc:") += unpacked / "etc", "/etc"));
+    }
     EXPECT_TRUE(start());
+}
+
+LocalIrcServer::~LocalIrcServer() {
+    kill();
+    if (family_ == IrcFamily::irc2)
+        hideAgain("/etc");
 }
 
 bool LocalIrcServer::start() {
     kill();
     process_ = startServer(family_, variables_, disk_.path());
-    return process_ && listensAt(encryptedPort, *process_);
+    return process_ && listensAt(family_ == IrcFamily::irc2 ? plainPort : encryptedPort, *process_);
 }
 
 void LocalIrcServer::kill() {

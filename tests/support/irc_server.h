@@ -20,8 +20,9 @@ namespace larkspin {
 
 // What one of them does that the others don't: InspIRCd sends back to a client what it has said,
 // tells the time of each line, and lets services speak for accounts; ircd-hybrid tells the time;
-// ngircd does nothing of it.
-enum class IrcFamily { ngircd, inspircd, hybrid };
+// ngircd does nothing of it. irc2, as IRCnet has it, takes lines the most slowly, counts their
+// bytes as well, and knows neither TLS nor any capability.
+enum class IrcFamily { ngircd, inspircd, hybrid, irc2 };
 const char* nameOf(IrcFamily family);
 
 class LocalIrcServer {
@@ -34,7 +35,7 @@ public:
     enum class Limits { none, usual };
     explicit LocalIrcServer(IrcFamily family = IrcFamily::ngircd, Limits limits = Limits::none,
                             std::vector<std::string> variables = {});
-    ~LocalIrcServer() { kill(); }
+    ~LocalIrcServer();
 
     // Within some 10 ms. Whether people can come.
     bool start();
@@ -45,7 +46,7 @@ private:
     const std::vector<std::string> variables_;
     const TempDirectory disk_;
     std::unique_ptr<Child> process_;
-    std::jthread names_; // which ircd-hybrid insists on asking for
+    std::jthread names_; // which some insist on asking for
 };
 
 // A connection to that port of this machine; not open where nobody listens.

@@ -100,4 +100,8 @@ bool showBeside(const std::filesystem::path& directory, const std::string& place
     return alone && ::mount("overlay", place.c_str(), "overlay", 0, both.c_str()) == 0;
 }
 
+void hideAgain(const std::string& place) {
+    ::umount2(place.c_str(), MNT_DETACH);
+}
+
 } // namespace larkspin

@@ -24,6 +24,8 @@ void answerNobody(const Descriptor& nameServer);
 bool trustAlone(const std::filesystem::path& certificate);
 
 // What lies in that directory is seen in the place besides, by this process and what it starts.
+// Of several with a colon between them the first one counts.
 bool showBeside(const std::filesystem::path& directory, const std::string& place);
+void hideAgain(const std::string& place);
 
 } // namespace larkspin
