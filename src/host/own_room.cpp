@@ -60,6 +60,12 @@ void OwnRoom::say(const std::string& line, bool isOnScreen) {
     hear(screenName_, line, isOnScreen);
 }
 
+void OwnRoom::act(const std::string& doing) {
+    conversations_.keep(
+        *here().conversation,
+        {.kind = KeptLine::Kind::done, .speaker = screenName_, .text = doing, .isOwners = true});
+}
+
 void OwnRoom::hear(const std::string& speaker, const std::string& line, bool isOnScreen) {
     Conversation& conversation = *here().conversation;
     conversations_.keep(conversation, {.kind = KeptLine::Kind::said,

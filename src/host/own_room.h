@@ -34,6 +34,7 @@ public:
 
     // A line that the owner says himself. These are to be called from an event of its own each.
     void say(const std::string& line, bool isOnScreen = false); // where he has typed it
+    void act(const std::string& doing);                         // "/me waves"
 
     // Somebody else comes in without a word, says something, which brings him in as well, or goes.
     // Without regard to case a name is one person's, who is shown as he was first called; the

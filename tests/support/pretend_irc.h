@@ -152,7 +152,7 @@ private:
                            message.parameters[0] + " H :0 x\r\n"
                      : "") +
                 ":irc 315 " + nick + ' ' + message.parameters[0] + " :End");
-        else if (command == "PRIVMSG" && hasEcho_)
+        else if ((command == "PRIVMSG" || command == "NOTICE") && hasEcho_)
             say(me + line);
         else if (command == "MODE" || command == "KICK" || command == "PART" || command == "TOPIC")
             say(me + line);

@@ -1,6 +1,7 @@
 #include "irc/client/all_rooms.h"
 
 #include "host/name_completion.h"
+#include "host/typed_secrets.h"
 #include "shell/kept_files.h"
 
 #include <utility>
@@ -41,6 +42,13 @@ Completion AllRooms::completionOf(std::string_view typed, const SlashWords& slas
         return slashWords.completionOf(typed);
     Completion found = SlashWords::isMeantForIt(typed) ? Completion() : others(typed);
     return found.text.empty() ? completionOfNames(room, typed) : found;
+}
+
+std::string AllRooms::withoutSecrets(std::string_view typed) const {
+    const Conversation& front = conversations.front();
+    return front.kind() == Conversation::Kind::person && !SlashWords::isMeantForIt(typed)
+               ? saidWithoutSecrets(front.name(), typed)
+               : typedWithoutSecrets(typed);
 }
 
 } // namespace larkspin

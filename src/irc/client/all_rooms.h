@@ -27,6 +27,9 @@ public:
     Completion completionOf(std::string_view typed, const SlashWords& words,
                             const Complete& others) const;
 
+    // A line that is typed now, as it may be shown again and kept.
+    std::string withoutSecrets(std::string_view typed) const;
+
     // To be called as the process ends.
     void finish() {
         words.follow();

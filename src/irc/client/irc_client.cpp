@@ -259,6 +259,12 @@ void IrcClient::message(const std::string& name, const std::string& text) {
         speak({.target = name, .text = text, .mayCommand = false});
 }
 
+// To a room that he isn't in as well: some take that, and the server tells if not.
+void IrcClient::notice(const std::string& name, const std::string& text) {
+    if (!tellWithoutServer() && (session_.features().isChannel(name) || canBeTalkedTo(name)))
+        speak({.target = name, .text = text, .mayCommand = false, .kind = KeptLine::Kind::noted});
+}
+
 void IrcClient::talkTo(const std::string& name) {
     if (!tellWithoutServer() && canBeTalkedTo(name))
         enter(talks_.findOrBegin(name));
@@ -301,6 +307,15 @@ void IrcClient::say(const std::string& line, bool isOnScreen) {
     const Conversation& front = conversations_.front();
     if (front.isOpen && owns(front))
         speak({front.name(), line, isOnScreen});
+}
+
+void IrcClient::act(const std::string& doing) {
+    const Conversation& front = conversations_.front();
+    if (front.isOpen && owns(front))
+        speak({.target = front.name(),
+               .text = doing,
+               .mayCommand = false,
+               .kind = KeptLine::Kind::done});
 }
 
 void IrcClient::speak(const IrcSaid& said) {

@@ -78,6 +78,7 @@ public:
     const std::string& wantedNick() const { return session_.identity().nick; } // at each connection
     const std::string& wantedRoom() const { return joining_.wantedRoom(); }    // at the next one
     void message(const std::string& name, const std::string& text);
+    void notice(const std::string& name, const std::string& text);
     void quote(std::string_view line);    // one of the protocol
     void talkTo(const std::string& name); // in a conversation of its own
     void topic(const std::optional<std::string>& text);
@@ -89,6 +90,8 @@ public:
     // A line that the owner says himself in the conversation in front. To be called from an event
     // of its own.
     void say(const std::string& line, bool isOnScreen = false); // where he has typed it
+
+    void act(const std::string& doing); // there, too: "/me waves"
 
     // At home he is told once, with the first line that he types there, how to stop the tries to
     // get back to the network.

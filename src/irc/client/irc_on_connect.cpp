@@ -1,5 +1,6 @@
 #include "irc/client/irc_on_connect.h"
 
+#include "host/typed_secrets.h"
 #include "irc/client/irc_client.h"
 #include "irc/protocol/irc_message.h"
 #include "text/blanks.h"
@@ -21,7 +22,9 @@ constexpr std::size_t mostOnConnect = 30, longestOnConnect = 400;
 // What a line says may be a secret ("/msg NickServ identify ..."), so only its first two words are
 // shown.
 std::string shownBeginning(std::string_view line) {
-    std::string_view rest = line;
+    const std::string masked =
+        SlashWords::isMeantForIt(line) ? typedWithoutSecrets(line) : protocolWithoutSecrets(line);
+    std::string_view rest = masked;
     std::string shown(takeWord(rest));
     if (const std::string_view second = takeWord(rest); !second.empty())
         shown.append(" ").append(second);

@@ -29,11 +29,15 @@ bool isBlank(std::string_view rest) {
 IrcWords::IrcWords(EventLoop& loop, Conversations& conversations, OwnRoom& own, IrcClient& irc,
                    PasswordPrompt& prompt, IrcAccountFile& file, Files& disk, SlashWords::Tell tell)
     : loop_(loop), conversations_(conversations), own_(own), irc_(irc), file_(file), tell_(tell),
-      access_(loop, irc, prompt, file, disk, tell, [this] {
-          SlashWords words(tell_);
-          words.add(wordsInside());
-          return words;
-      }) {
+      access_(loop, irc, prompt, file, disk, tell,
+              [this] {
+                  SlashWords words(tell_);
+                  words.add(wordsInside());
+                  words.add(talk_.words());
+                  return words;
+              }),
+      talk_(
+          conversations, own, [this]() -> IrcClient& { return irc_; }, tell) {
     irc_.limitSaid(file_.account().linesPerMinute);
 }
 
@@ -43,7 +47,7 @@ IrcWords::~IrcWords() {
 
 std::vector<SlashWord> IrcWords::words() {
     std::vector<SlashWord> all = wordsOfOwnRoom();
-    for (auto&& words : {access_.words(), wordsInside()})
+    for (auto&& words : {access_.words(), wordsInside(), talk_.words()})
         all.insert(all.end(), words.begin(), words.end());
     all.push_back(
         {"disconnect", "", "leaves the network, for your own room", [this](std::string_view rest) {

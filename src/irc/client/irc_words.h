@@ -5,6 +5,7 @@
 #include "host/slash_words.h"
 #include "irc/client/irc_access.h"
 #include "irc/client/irc_account.h"
+#include "irc/client/irc_talk_words.h"
 #include "shell/event_loop.h"
 
 #include <string>
@@ -65,6 +66,7 @@ private:
     IrcAccountFile& file_;
     SlashWords::Tell tell_;
     IrcAccess access_;
+    IrcTalkWords talk_;
     TimerId following_ = TimerId::none;
     bool wasOn_ = false; // the network
 };

@@ -27,6 +27,8 @@ std::size_t toldParameters(std::string_view command) {
     constexpr std::size_t all = 99;
     if (isOneOf(command, {"PING", "PONG", "CAP", "ERROR", "NICK", "USER"}))
         return all;
+    if (command == "696") // a refused mode, with its parameter, which may be a key
+        return 3;
     if (isNumber(command))
         return command.front() >= '4' ? all : 2;
     if (command == "MODE")

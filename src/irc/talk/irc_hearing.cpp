@@ -2,6 +2,7 @@
 
 #include "chat/markup.h"
 #include "host/called_by_name.h"
+#include "host/typed_secrets.h"
 #include "irc/channels/irc_moderation.h"
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_markup.h"
@@ -58,15 +59,14 @@ std::string harmlessMarkup(std::string_view codes) {
 } // namespace
 
 void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
-    const bool isNotice = message.command == "NOTICE";
     const bool isSelf = session_.isSelf(message.nick());
     const std::string_view target = message.parameter(0);
     if (message.sender.empty())
         return;
     // A line under the owner's name may be one that this connection has said, sent back. What is
     // told once more of former times never is.
-    const bool mayBeBack = isSelf && !isNotice && message.tag("batch").empty();
-    if (mayBeBack && speech.take(target, message.parameter(1)))
+    const bool mayBeBack = isSelf && message.tag("batch").empty();
+    if (mayBeBack && speech.take(message))
         return;
     if (!isSelf && moderation_.ignores(message.nick()))
         return;
@@ -99,7 +99,9 @@ void IrcHearing::hearIn(Conversation& conversation, const IrcMessage& message) {
     if (isRequest(text) && doing.empty())
         return;
     const bool isNotice = message.command == "NOTICE", isSelf = session_.isSelf(nick);
-    const std::string markup = harmlessMarkup(doing.empty() ? text : doing);
+    const std::string said(doing.empty() ? text : doing);
+    const std::string markup =
+        harmlessMarkup(isSelf ? saidWithoutSecrets(conversation.name(), said) : said);
     const std::string place = conversation.place();
     conversations_.keep(conversation,
                         {.kind = isNotice        ? Kind::noted
@@ -149,28 +151,41 @@ void IrcHearing::hearFromElsewhere(const IrcMessage& message) {
         hearIn(talks_.findOrBegin(target), message);
 }
 
-// The owner may have left the channel by now. He isn't obeyed there any more.
+// The owner may have left the channel by now. He isn't obeyed there any more. What holds a secret
+// is for a service, and no command.
 void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
-    auto* const channel = channels_.find(said.target, session_.features());
-    if (!channel && session_.features().isChannel(said.target)) {
+    const std::string text = saidWithoutSecrets(said.target, said.text);
+    Conversation* const conversation = conversationOf(said);
+    if (!conversation) {
         if (!said.isOnScreen)
-            shown_.message("to " + visibleName(said.target) + ": " + plainMarkup(said.text));
+            shown_.message((said.kind == KeptLine::Kind::noted ? "notice to " : "to ") +
+                           visibleName(said.target) + ": " + plainMarkup(text));
         return;
     }
-    Conversation& conversation = channel ? *channel->conversation : talks_.findOrBegin(said.target);
-    conversations_.keep(conversation, {.kind = KeptLine::Kind::said,
-                                       .speaker = visibleName(session_.nick()),
-                                       .text = said.text,
-                                       .isOwners = true,
-                                       .isForOwner = !said.mayCommand,
-                                       .isOnScreen = said.isOnScreen});
-    if (!said.mayCommand)
+    const bool mayCommand = said.mayCommand && said.kind == KeptLine::Kind::said;
+    conversations_.keep(*conversation,
+                        {.kind = said.kind,
+                         .speaker = visibleName(session_.nick()),
+                         .text = text,
+                         .isOwners = true,
+                         .isForOwner = !said.mayCommand && said.kind != KeptLine::Kind::done,
+                         .isOnScreen = said.isOnScreen});
+    if (!mayCommand || text != said.text)
         return;
     if (atOnce)
-        hearOwner(conversation.place(), said.text);
+        hearOwner(conversation->place(), text);
     else
-        loop_.post(
-            [this, place = conversation.place(), text = said.text] { hearOwner(place, text); });
+        loop_.post([this, place = conversation->place(), text] { hearOwner(place, text); });
+}
+
+// Null if he has left, and for a notice to somebody whom he doesn't talk to.
+Conversation* IrcHearing::conversationOf(const IrcSaid& said) {
+    if (auto* const channel = channels_.find(said.target, session_.features()))
+        return channel->conversation;
+    if (session_.features().isChannel(said.target))
+        return nullptr;
+    return said.kind == KeptLine::Kind::noted ? talks_.find(said.target)
+                                              : &talks_.findOrBegin(said.target);
 }
 
 // He may have left by now, or have another name.

@@ -38,6 +38,7 @@ public:
     void takeMessages(bool takes) { takesMessages_ = takes; }
 
 private:
+    Conversation* conversationOf(const IrcSaid& said);
     void hearOwner(const std::string& place, const std::string& text);
     void hearIn(Conversation& conversation, const IrcMessage& message);
     void hearAmongRanks(const IrcMessage& message);

@@ -1,5 +1,6 @@
 #include "irc/talk/irc_news.h"
 
+#include "host/typed_secrets.h"
 #include "irc/channels/irc_channel.h"
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_markup.h"
@@ -39,6 +40,13 @@ std::string wordsFrom(const IrcMessage& message, std::size_t from) {
     return all;
 }
 
+// A room's key is among the modes.
+std::string modesIn(const IrcMessage& message) {
+    constexpr std::string_view command = "MODE ";
+    return protocolWithoutSecrets(std::string(command) + wordsFrom(message, 1))
+        .substr(command.size());
+}
+
 // Refusals, in the server's words, and the few answers that somebody waits for.
 std::string answerIn(const IrcMessage& message) {
     static constexpr std::string_view answers[] = {numeric::away, numeric::noTopic, numeric::topic,
@@ -74,7 +82,7 @@ std::string newsOf(const IrcMessage& message, const IrcSession& session,
     if (command == "NICK" && !session.isSelf(message.parameter(0)) && knows())
         return who + " is now called " + plain(message, 0);
     if (command == "MODE" && isThere)
-        return who + " sets " + wordsFrom(message, 1);
+        return who + " sets " + modesIn(message);
     if (command == "TOPIC" && isThere)
         return who + " sets the topic: " + plain(message, 1);
     return {};

@@ -21,6 +21,15 @@ namespace {
 constexpr std::size_t longestLine = 510, longestUserAndHost = 1 + 20 + 1 + 64;
 constexpr std::size_t shortestPiece = 64;
 
+// What makes an action of a text ("/me waves").
+constexpr std::string_view actionBegin = "\x01"
+                                         "ACTION ",
+                           actionEnd = "\x01";
+
+std::string_view commandOf(const IrcSaid& said) {
+    return said.kind == KeptLine::Kind::noted ? "NOTICE" : "PRIVMSG";
+}
+
 bool hasCodes(std::string_view text) {
     return withoutIrcCodes(text) != text;
 }
@@ -53,19 +62,25 @@ std::string IrcSpeech::codesOf(const IrcSaid& said) const {
 }
 
 bool IrcSpeech::send(IrcOutgoing::Kind kind, const Piece& piece) {
-    return session_.send(kind, ircLine("PRIVMSG", {piece.said.target, piece.codes}),
+    return session_.send(kind, ircLine(commandOf(piece.said), {piece.said.target, piece.codes}),
                          [this, piece] { gone(piece); });
 }
 
 bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
     if (!session_.isWelcomed())
         return false;
-    const auto pieces = ircPieces(codesOf(said), longestPiece(said.target));
+    const bool isAction = said.kind == KeptLine::Kind::done;
+    const std::size_t around = isAction ? actionBegin.size() + actionEnd.size() : 0;
+    auto pieces = ircPieces(codesOf(said), longestPiece(said.target) - around);
+    if (isAction)
+        for (std::string& piece : pieces)
+            piece.insert(0, actionBegin).append(actionEnd);
     const bool isAtOnce = kind == IrcOutgoing::Kind::typed && !session_.echoes();
     for (const std::string& piece : pieces) {
         // A line in several pieces counts as said with the last one.
         const bool isDue = !isAtOnce && &piece == &pieces.back();
-        if (!send(kind, {piece, isDue ? said : IrcSaid{.target = said.target}, isDue}))
+        if (!send(kind,
+                  {piece, isDue ? said : IrcSaid{.target = said.target, .kind = said.kind}, isDue}))
             return false;
     }
     if (isAtOnce && !pieces.empty())
@@ -81,8 +96,11 @@ void IrcSpeech::gone(const Piece& piece) {
         return;
     }
     if (piece.isAgain || hasCodes(piece.codes))
-        coded_.push_back(
-            {{piece.codes, {.target = piece.said.target}, false, piece.isAgain}, loop_.now()});
+        coded_.push_back({{piece.codes,
+                           {.target = piece.said.target, .kind = piece.said.kind},
+                           false,
+                           piece.isAgain},
+                          loop_.now()});
     if (piece.isDue)
         reached_(piece.said, false);
 }
@@ -96,11 +114,13 @@ void IrcSpeech::forgetLate() {
 
 // Compares without codes and outer blanks as well: a channel may be without colours, and a server
 // may cut off blanks.
-bool IrcSpeech::isThat(const Piece& piece, std::string_view target, std::string_view codes) const {
+bool IrcSpeech::isThat(const Piece& piece, const IrcMessage& message) const {
+    const std::string_view codes = message.parameter(1);
     const auto plain = [](std::string_view of) {
         return std::string(withoutBlanks(withoutIrcCodes(of)));
     };
-    return session_.isSame(piece.said.target, target) &&
+    return commandOf(piece.said) == message.command &&
+           session_.isSame(piece.said.target, message.parameter(0)) &&
            (piece.codes == codes || plain(piece.codes) == plain(codes));
 }
 
@@ -129,10 +149,10 @@ bool IrcSpeech::refused(const IrcMessage& refusal) {
     return send(IrcOutgoing::Kind::protocol, piece); // which goes before all that waits
 }
 
-bool IrcSpeech::take(std::string_view target, std::string_view codes) {
+bool IrcSpeech::take(const IrcMessage& message) {
     forgetLate();
     const auto found = std::ranges::find_if(
-        awaited_, [&](const Awaited& awaited) { return isThat(awaited.piece, target, codes); });
+        awaited_, [&](const Awaited& awaited) { return isThat(awaited.piece, message); });
     if (found == awaited_.end())
         return false;
     const Piece echoed = std::move(found->piece);

@@ -3,6 +3,7 @@
 // which it came. Elsewhere a line has been said when it is on its way.
 #pragma once
 
+#include "host/conversation.h"
 #include "irc/connection/irc_outgoing.h"
 #include "shell/event_loop.h"
 
@@ -24,6 +25,7 @@ struct IrcSaid {
     std::string text = {};   // as it was given, whatever pieces the server had it in
     bool isOnScreen = false; // where the owner has typed it
     bool mayCommand = true;
+    KeptLine::Kind kind = KeptLine::Kind::said; // or done, or noted
 };
 
 class IrcSpeech {
@@ -44,9 +46,10 @@ public:
     // what the program says counts when it has left. False when too many lines wait.
     bool say(IrcOutgoing::Kind kind, const IrcSaid& said);
 
-    // A line under the owner's own name that the server has sent. True when it is one of this
-    // connection's, and has been taken; anything else may be from another program of his, or old.
-    bool take(std::string_view target, std::string_view codes);
+    // A line under the owner's own name that the server has sent, a PRIVMSG or NOTICE. True when it
+    // is one of this connection's, and has been taken; anything else may be from another program of
+    // his, or old.
+    bool take(const IrcMessage& message);
 
     // The server hasn't passed on the oldest line that is on its way to a channel. If it may have
     // been for the codes in it, it goes out again without them, at once, and from now on all that
@@ -76,7 +79,7 @@ private:
     bool send(IrcOutgoing::Kind kind, const Piece& piece);
     void gone(const Piece& piece);
     void forgetLate();
-    bool isThat(const Piece& piece, std::string_view target, std::string_view codes) const;
+    bool isThat(const Piece& piece, const IrcMessage& message) const;
 
     EventLoop& loop_;
     IrcSession& session_;

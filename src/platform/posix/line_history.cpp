@@ -1,9 +1,8 @@
 #include "platform/posix/line_history.h"
 
+#include "host/typed_secrets.h"
 #include "shell/files.h"
-#include "text/fold.h"
 #include "text/parts.h"
-#include "text/typed_words.h"
 #include "text/utf8.h"
 
 #include <utility>
@@ -27,10 +26,8 @@ bool canBeTyped(std::string_view line) {
     return count > 0 && count <= LineHistory::mostCharacters;
 }
 
-// Whether the line tells a room's key: `/join ROOM KEY`. Keys come into no file.
-bool tellsKey(std::string_view line) {
-    return equalFolded(takeWord(line), "/join") && !takeWord(line).empty() &&
-           !takeWord(line).empty();
+bool isMasked(std::string_view line) {
+    return line.find(secretMask) != line.npos;
 }
 
 } // namespace
@@ -38,16 +35,23 @@ bool tellsKey(std::string_view line) {
 LineHistory::LineHistory(Files& files, std::string path) : files_(files), path_(std::move(path)) {
     const FileRead file = files_.read(path_, largestHistory);
     isReadable_ = !file.failed();
-    for (std::string_view rest = file.contents; !rest.empty();)
-        add(takePart(rest, '\n'));
+    bool hasSecrets = false; // of former versions, which knew fewer of them
+    for (std::string_view rest = file.contents; !rest.empty();) {
+        const std::string_view line = takePart(rest, '\n');
+        if (typedWithoutSecrets(line) == line)
+            add(line);
+        else
+            hasSecrets = true;
+    }
     // The history that was just read needn't be written.
-    isChanged_ = false;
+    isChanged_ = hasSecrets;
 }
 
 void LineHistory::add(std::string_view line) {
-    if (!canBeTyped(line) || (!lines_.empty() && lines_.back() == line))
+    std::string shown = typedWithoutSecrets(line);
+    if (!canBeTyped(line) || (!lines_.empty() && lines_.back() == shown))
         return;
-    lines_.emplace_back(line);
+    lines_.push_back(std::move(shown));
     if (lines_.size() > mostLines)
         lines_.pop_front();
     isChanged_ = true;
@@ -58,7 +62,7 @@ void LineHistory::save() {
         return;
     std::string contents;
     for (const std::string& line : lines_)
-        if (!tellsKey(line))
+        if (!isMasked(line))
             contents += line + '\n';
     files_.replace(path_, contents);
     isChanged_ = false;

@@ -20,10 +20,11 @@ public:
     const std::deque<std::string>& lines() const { return lines_; }
 
     // A line equal to the last one isn't kept, and neither is one that the file couldn't hold as
-    // one line. When there are too many, the oldest go.
+    // one line. When there are too many, the oldest go. Secrets in it are masked; one that is a
+    // secret for where it is typed comes masked already.
     void add(std::string_view line);
 
-    // Replaces the file if a line has been added, without the lines that tell a room's key.
+    // Replaces the file if a line has been added, without the lines that are masked.
     void save();
 
 private:

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 constexpr auto sequenceTimeout = 50ms;      // for the rest of what a key sends
 constexpr std::size_t longestSecret = 1000; // bytes
 constexpr std::string_view endKey = "\x04", interruptKey = "\x03", asItIsKey = "\x16",
-                           completionKey = "\t", beep = "\a";
+                           completionKey = "\t", lineEndKey = "\x05", beep = "\a";
 constexpr std::string_view backspaces = "\x08\x7F", eraseKey = "\x15", returns = "\n\r";
 constexpr auto betweenLooks = 1s; // for the terminal, while it is another's
 
@@ -152,8 +152,13 @@ void LineEditor::take(std::string_view key) {
 void LineEditor::endLine() {
     const std::string line = library_->line();
     if (!line.empty()) {
-        library_->remember(line);
-        onLine_(line);
+        const std::string shown = masked_(line);
+        if (shown != line) {
+            library_->strike(lineEndKey);
+            library_->replaceBeforeCursor(line.size(), shown);
+        }
+        library_->remember(shown);
+        onLine_(shown);
     }
     // The library ends its line only now, since until then it still has the text.
     library_->strike("\n");

@@ -35,6 +35,12 @@ public:
     void remember(const std::string& line) { library_->remember(line); }
     void onLine(std::function<void(const std::string& line)> typed) { onLine_ = std::move(typed); }
 
+    // What stands on the screen, and comes back, in place of a line that has been typed: secrets
+    // are masked.
+    void maskBy(std::function<std::string(const std::string& line)> masked) {
+        masked_ = std::move(masked);
+    }
+
     // What stands in front of the line, unless a secret is asked for.
     void setPrompt(const std::string& prompt);
 
@@ -84,6 +90,9 @@ private:
     std::unique_ptr<EditLibrary> library_;
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const std::string&)> onLine_ = [](const std::string&) {};
+    std::function<std::string(const std::string&)> masked_ = [](const std::string& line) {
+        return line;
+    };
     std::function<bool(const std::string&)> holdsAfter_ = [](const std::string&) { return false; };
     std::string prompt_;
     Secret secret_; // while it is asked for

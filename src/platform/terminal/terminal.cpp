@@ -87,6 +87,7 @@ void Terminal::openEditor(PollLoop& loop) {
     loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
     loop.onSignals({SIGTSTP}, [this] { editor_->stop(); });
     editor_->holdAfter(&IrcWords::asksPassword);
+    editor_->maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
     password_.editBy(*editor_);
 }
 

@@ -84,6 +84,7 @@ protected:
     std::optional<ShownLines> shown;
     std::function<void(std::string)> answered;
     std::string seen, logins;
+    Lines heard; // by the program
 };
 
 } // namespace larkspin

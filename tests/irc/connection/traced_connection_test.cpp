@@ -25,6 +25,7 @@ TEST(TracedConnection, TellsOfLinesButNeitherSecretsNorTalk) {
                        {"@time=1 :ann!a@host PRIVMSG Owner :secret", ""},
                        {":ann!a@host QUIT :secret", "QUIT"},
                        {":irc 324 Owner #music +k secret", "324 Owner #music"},
+                       {":irc 696 Owner #music k secret :it is bad", "696 Owner #music k"},
                        {":irc 471 Owner #music :it is full", "471 Owner #music :it is full"},
                        {"@time=1  :irc  PING :1", "PING :1"}};
     for (const auto& c : cases) {

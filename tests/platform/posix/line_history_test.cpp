@@ -20,9 +20,10 @@ struct LineHistoryTest : testing::Test {
 
 TEST_F(LineHistoryTest, OutlivesItsRun) {
     LineHistory first = history();
-    for (const char* line :
-         {"'play \u00E4", "'stop", "'stop", "", "two\nlines", " /JOIN #a  key", "/join #a "})
+    for (const char* line : {"'play \u00E4", "'stop", "'stop", "", "two\nlines", " /JOIN #a  key",
+                             "/join #a ", "/msg NickServ identify hush"})
         first.add(line);
+    EXPECT_EQ(first.lines().back(), "/msg NickServ identify ****");
     first.save();
     LineHistory second = history();
     EXPECT_EQ(second.lines(), (Lines{"'play \u00E4", "'stop", "/join #a "}));
@@ -31,6 +32,12 @@ TEST_F(LineHistoryTest, OutlivesItsRun) {
         second.add(std::to_string(line));
     EXPECT_EQ(second.lines().size(), 500u);
     EXPECT_EQ(second.lines().front(), "0");
+}
+
+TEST_F(LineHistoryTest, LosesSecretsThatAFormerVersionKept) {
+    disk.write("history.txt", "'a\n/oper jo hush\n");
+    history().save();
+    EXPECT_EQ(disk.read("history.txt"), "'a\n");
 }
 
 TEST_F(LineHistoryTest, TakesOnlyWhatCanBeTyped) {

@@ -243,7 +243,10 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     child->rest(100ms);
     expectShown(*child, "\x05\n", "^E");
     expectShown(*child, "\x1b[A\x1b[A", "'volume 12"); // from the history
-    child->write("\x15\x04");                          // the line away, then the end
+    // A secret leaves the screen, and doesn't come back.
+    expectShown(*child, "\x15/oper jo hush\x1b[D\n", "\x1b[J" + owner + ": /oper jo ****");
+    expectShown(*child, "\x1b[A", "/oper jo ****");
+    child->write("\x15\x04"); // the line away, then the end
     expectEnd(*child, "12");
 }
 

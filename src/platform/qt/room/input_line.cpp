@@ -30,6 +30,11 @@ void InputLine::empty() {
     clear();
 }
 
+// setText() leaves nothing for undo to bring back, and so to show.
+void InputLine::forget() {
+    setText({});
+}
+
 void InputLine::takeSecret(Secret secret) {
     // The text typed while the line was held may be the secret already.
     if (!isHeld_)
@@ -41,12 +46,10 @@ void InputLine::takeSecret(Secret secret) {
         endSecret(text().toStdString());
 }
 
-// The text is set rather than cleared: setText() leaves nothing for undo to bring back, and so to
-// show.
 void InputLine::dropSecret() {
     secret_ = nullptr;
     isHeld_ = isSecretComplete_ = false;
-    setText({});
+    forget();
     setEchoMode(Normal);
     back_ = 0;
 }
@@ -127,8 +130,11 @@ void InputLine::endLine() {
     std::string line = text().toStdString();
     if (line.empty())
         return;
-    history_.add(line);
+    const std::string shown = masked_(line);
+    history_.add(shown);
     empty();
+    if (shown != line)
+        forget();
     // The owner may type the secret right after this line, before anybody has asked for it.
     isHeld_ = holdsAfter_(line);
     if (isHeld_)

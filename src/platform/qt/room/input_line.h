@@ -39,6 +39,11 @@ public:
     void takeSecret(Secret secret);
     void dropSecret();
 
+    // How a typed line comes back: secrets are masked.
+    void maskBy(std::function<std::string(const std::string& line)> masked) {
+        masked_ = std::move(masked);
+    }
+
     // After a line for which this is true, nothing is shown or handed on until `goOn`, since it may
     // be a secret.
     void holdAfter(std::function<bool(const std::string& line)> line) {
@@ -52,6 +57,7 @@ private:
     void closeLineBreaks();
     bool hides() const { return secret_ || isHeld_; }
     bool takeSecretKey(int key);
+    void forget();
     void endSecret(std::string line);
     void endLine();
     void recall(int way);
@@ -62,6 +68,9 @@ private:
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const Completion&)> onChoices_ = [](const Completion&) {};
     std::function<void(int)> onPage_ = [](int) {};
+    std::function<std::string(const std::string&)> masked_ = [](const std::string& line) {
+        return line;
+    };
     std::function<bool(const std::string&)> holdsAfter_ = [](const std::string&) { return false; };
     Secret secret_;                 // set while one is asked for
     bool isHeld_ = false;           // a secret may be typed before it is asked for

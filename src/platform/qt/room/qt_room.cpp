@@ -26,6 +26,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, Kep
       words([this](const std::string& text) { tell(text); }) {
     window.onLine([this](const std::string& line) { take(line); });
     window.holdAfter(&IrcWords::asksPassword);
+    window.maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
     words.add(rooms.words.words());
     window.restorePlace(files.read(placeFile_, largestPlace).contents);
     window.onPlace([this] { placeChanged(); });

@@ -47,6 +47,10 @@ public:
         input_.holdAfter(std::move(line));
     }
 
+    void maskBy(std::function<std::string(const std::string& line)> masked) {
+        input_.maskBy(std::move(masked));
+    }
+
     // Takes a password, as `PasswordPrompt` has it: in the line to type in, so that no key of it
     // can go anywhere else.
     void askPassword(const std::string& prompt, std::function<void(std::string)> answered);

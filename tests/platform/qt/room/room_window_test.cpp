@@ -179,6 +179,12 @@ TEST_F(RoomWindowTest, BringsTypedLinesBackAlsoInTheNextRun) {
         strike(keys);
         EXPECT_EQ(typed(), line);
     }
+    input().empty();
+    strike("/oper jo hush\n");
+    input().undo(); // which would bring a secret back
+    EXPECT_EQ(typed(), "");
+    strike("^");
+    EXPECT_EQ(typed(), "/oper jo ****");
     machine.endProcess();
     room->close();
     open();

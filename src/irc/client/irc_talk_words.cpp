@@ -1,0 +1,46 @@
+#include "irc/client/irc_talk_words.h"
+
+#include "host/conversations.h"
+#include "host/own_room.h"
+#include "irc/client/irc_client.h"
+#include "text/blanks.h"
+#include "text/typed_words.h"
+
+#include <string>
+
+namespace larkspin {
+
+std::vector<SlashWord> IrcTalkWords::words() const {
+    const auto by = [this](bool (IrcTalkWords::*work)(std::string_view) const) {
+        return [this, work](std::string_view rest) { return (this->*work)(rest); };
+    };
+    return {
+        {"me", "TEXT", "tells what you are doing: \"/me waves\"", by(&IrcTalkWords::me)},
+        {"notice", "NAME TEXT", "sends a notice, which no program answers",
+         by(&IrcTalkWords::notice)},
+    };
+}
+
+// As with all that is typed where nothing can be said any more, he is at home with it.
+bool IrcTalkWords::me(std::string_view rest) const {
+    const std::string doing(withoutBlanks(rest));
+    if (doing.empty())
+        return false;
+    if (conversations_.isFrontClosed())
+        conversations_.enter(conversations_.home());
+    if (conversations_.front().isAtHome())
+        own_.act(doing);
+    else
+        network_().act(doing);
+    return true;
+}
+
+bool IrcTalkWords::notice(std::string_view rest) const {
+    const std::string name(takeWord(rest));
+    if (name.empty() || withoutBlanks(rest).empty())
+        return false;
+    network_().notice(name, textAfter(rest));
+    return true;
+}
+
+} // namespace larkspin
