@@ -32,11 +32,11 @@ struct PlayerControlTest : RealPlayer {
             return !wishes.empty() && wishes.back().song == number && wishes.back().hasFile;
         }));
     }
-    // About a song of ten seconds. Words that nobody has heard yet must not be followed by others.
-    void says(PlayerReport report) {
+    // Words that nobody has heard yet must not be followed by others.
+    void says(PlayerReport report, double duration = 10) {
         report.start = startSteps;
         report.confined = true;
-        report.duration = 10;
+        report.duration = duration;
         report.at = Clock::now();
         const std::string bytes = encoded(report);
         EXPECT_EQ(::write(mouth.number(), bytes.data(), bytes.size()), std::ssize(bytes));
@@ -120,6 +120,15 @@ TEST_F(PlayerControlTest, AStandstillIsEndedSoonerOrLaterByWhatWentBefore) {
         EXPECT_TRUE(loop.hasNothingToDo());
     }
     EXPECT_EQ(told, "");
+}
+
+TEST_F(PlayerControlTest, ASongOfUnknownLengthIsAtSomePlaceToo) {
+    PlayerControl player(loop, puppet(), tell);
+    opens(player, 2);
+    says({.song = 2, .phase = SongPhase::open, .position = 3}, 0);
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() == 3; }));
+    player.setCurrentPosition(5);
+    EXPECT_EQ(player.CurrentPosition(), 5);
 }
 
 TEST_F(PlayerControlTest, ASecondIsGivenToEachSongBeforeTheWishedOne) {
