@@ -2,6 +2,7 @@
 
 #include "platform/player/device_signs.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -88,7 +89,7 @@ bool DeviceScout::isTime() {
 }
 
 void DeviceScout::look() {
-    looksToCome_ -= looksToCome_ > 0;
+    looksToCome_ = std::max(looksToCome_ - 1, 0);
     waited_ = 0;
     if (!line_.isUp())
         line_.start();

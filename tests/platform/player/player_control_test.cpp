@@ -2,6 +2,7 @@
 // has it say and keeps what it hears, so that all spans are of virtual time.
 #include "support/real_player.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <limits>
 #include <sys/stat.h>
@@ -34,10 +35,12 @@ struct PlayerControlTest : RealPlayer {
     }
     // Words that nobody has heard yet must not be followed by others.
     void says(PlayerReport report, double duration = 10) {
-        report.start = startSteps;
+        if (report.start == 0)
+            report.start = startSteps;
         report.confined = true;
         report.duration = duration;
-        report.at = Clock::now();
+        if (report.at == Clock::time_point())
+            report.at = Clock::now();
         const std::string bytes = encoded(report);
         EXPECT_EQ(::write(mouth.number(), bytes.data(), bytes.size()), std::ssize(bytes));
     }
@@ -122,13 +125,72 @@ TEST_F(PlayerControlTest, AStandstillIsEndedSoonerOrLaterByWhatWentBefore) {
     EXPECT_EQ(told, "");
 }
 
-TEST_F(PlayerControlTest, ASongOfUnknownLengthIsAtSomePlaceToo) {
+TEST_F(PlayerControlTest, TheSongsPlaceIsTakenFromWhatIsKnown) {
+    const auto open = SongPhase::open;
     PlayerControl player(loop, puppet(), tell);
     opens(player, 2);
-    says({.song = 2, .phase = SongPhase::open, .position = 3}, 0);
-    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() == 3; }));
+    // Nothing has come for a minute, nor is it known how long the song is.
+    says({.song = 2, .phase = open, .advancing = true, .position = 3, .at = Clock::now() - 1min},
+         0);
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() == 6; }));
     player.setCurrentPosition(5);
     EXPECT_EQ(player.CurrentPosition(), 5);
+    player.setCurrentPosition(50);
+    says({.song = 2, .phase = open});
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() == 10; })) << "its length by now";
+    says({.song = 2, .seek = 2, .phase = open, .position = 4}, 0);
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() == 4; }));
+    EXPECT_EQ(player.Duration(), 10);
+    says({.song = 2, .seek = 2, .phase = open, .position = 7}, 11);
+    EXPECT_TRUE(comesTrue([&] { return player.Duration() == 11; }));
+    player.Stop();
+    EXPECT_EQ(player.CurrentPosition(), 7) << "though nobody has asked before";
+    opens(player, 5);
+    EXPECT_EQ(player.CurrentPosition(), 0);
+    EXPECT_EQ(player.Duration(), 0);
+}
+
+TEST_F(PlayerControlTest, AfterFiveSilentSecondsAnotherProcessMayFindADevice) {
+    PlayerControl player(loop, puppet(), tell);
+    for (const auto& [number, first, span] :
+         {std::tuple(2u, 2u, 4999ms), {4u, 2u, 1ms}, {6u, 6u, 0ms}}) {
+        opens(player, number);
+        EXPECT_EQ(heard().front().song, first) << "of those that the process has been told of";
+        says({.song = number, .phase = SongPhase::ended, .withoutDevice = true});
+        EXPECT_TRUE(reaches(player, PlayState::stopped));
+        pass(span);
+    }
+}
+
+TEST_F(PlayerControlTest, ADeviceThatHasGoneDuringARestIsMissedAtOnce) {
+    auto onDevice = puppet();
+    onDevice.arguments.clear();
+    PlayerControl player(loop, onDevice, tell);
+    opens(player, 2);
+    says({.song = 2, .phase = SongPhase::ended});
+    EXPECT_TRUE(reaches(player, PlayState::stopped));
+    pass(62s);
+    opens(player, 4);
+    says({.song = 4, .phase = SongPhase::open, .withoutDevice = true});
+    EXPECT_TRUE(comesTrue([&] { return player.Duration() > 0 && !told.empty(); }));
+}
+
+TEST_F(PlayerControlTest, NeitherASlowStartNorAPauseIsAStandstill) {
+    PlayerControl player(loop, puppet(), tell);
+    opens(player, 2);
+    for (std::uint8_t step = 1; step <= startSteps; ++step) {
+        says({.song = 2, .start = step}, step);
+        EXPECT_TRUE(comesTrue([&] { return player.Duration() == step; }));
+        pass(4s);
+    }
+    says({.song = 2, .phase = SongPhase::open});
+    EXPECT_TRUE(reaches(player, PlayState::playing));
+    pass(4s);
+    player.Pause();
+    pass(60s);
+    player.Play();
+    pass(3s);
+    EXPECT_EQ(lost, "");
 }
 
 TEST_F(PlayerControlTest, ASecondIsGivenToEachSongBeforeTheWishedOne) {
@@ -148,6 +210,42 @@ TEST_F(PlayerControlTest, ASecondIsGivenToEachSongBeforeTheWishedOne) {
     EXPECT_EQ(player.PlayState(), PlayState::waiting) << "for another process";
 }
 
+// One may be on another machine, and give no sign. None of these finds one.
+TEST_F(PlayerControlTest, ADeviceIsLookedForAtOnceThenEachHalfMinuteAndAfterASign) {
+    ::setenv("XDG_RUNTIME_DIR", disk.path().c_str(), 1);
+    disk.write(
+        "words",
+        encoded(PlayerReport{
+            .song = 2, .start = startSteps, .phase = SongPhase::open, .withoutDevice = true}));
+    const std::string text = "cat ${0%/*}/words >&3; echo >> ${0%/*}/started; exec sleep 100";
+    PlayerControl player(loop, {script(text), {}, asked}, tell);
+    player.Open(song("a.wav", 0.1));
+    player.Pause();
+    std::size_t started = 1; // with the song, and a second one looks at once
+    const auto isAnotherStarted = [&] {
+        player.PlayState();
+        return disk.read("started").size() == started + 1;
+    };
+    const auto isLookOver = [&] {
+        return std::ranges::count_if(childProcesses(), [&](pid_t child) {
+                   return !hasEnded(child) && std::ranges::count(before, child) == 0;
+               }) == 1;
+    };
+    for (const int rounds : {0, 2, 2, 2, 120, 120, 2, 2, 2, 2, 120}) {
+        for (int round = 1; round < rounds; ++round) {
+            pass(250ms);
+            ASSERT_TRUE(comesTrue(isLookOver)) << started;
+        }
+        pass(rounds > 0 ? 250ms : 0ms);
+        ASSERT_TRUE(comesTrue(isAnotherStarted)) << started;
+        if (++started == 7)
+            disk.write("pipewire-0", "");
+    }
+    EXPECT_EQ(told, "larkspin: this system can't confine the player, a hostile song could reach "
+                    "your files\nlarkspin: no sound device, songs play silently\n");
+    ::unsetenv("XDG_RUNTIME_DIR");
+}
+
 // One claims that songs which it will be given later have ended.
 TEST_F(PlayerControlTest, WhatIsNoPlayerIsNotBelieved) {
     const std::string path = song("a.wav", 0.1);
@@ -157,8 +255,13 @@ TEST_F(PlayerControlTest, WhatIsNoPlayerIsNotBelieved) {
          {"printf nonsense >&3; sleep 100", "head -c 56 /dev/zero >&3; sleep 100",
           "cat ${0%/*}/ahead >&3; sleep 100", "exit 1", "kill -SEGV $$"}) {
         SCOPED_TRACE(text);
-        PlayerControl player(loop, {script(text), {}, asked}, tell);
+        PlayerControl::Player no = playing();
+        no.program = script(text);
+        PlayerControl player(loop, no, tell);
+        lost.clear();
         player.Open(path);
+        EXPECT_TRUE(
+            comesInTime([&] { return lost == "the player died\nthe player died\n"; }, 250ms));
         pass(2s);
         EXPECT_TRUE(reaches(player, PlayState::stopped));
         EXPECT_EQ(player.failure(), "the player died");

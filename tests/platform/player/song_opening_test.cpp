@@ -72,6 +72,28 @@ TEST_F(SongOpeningTest, AFileThatIsNeverOpenedIsGivenUp) {
     EXPECT_TRUE(isPlayedToItsEnd(player, missing));
 }
 
+TEST_F(SongOpeningTest, EachSlowDiskGetsItsTimeUntilTooManyAreSlow) {
+    OwnersDisk slow(hanging());
+    PlayerControl player(loop, {LARKSPIN_PLAYER, {fastSink, disk.path().native()}, slow}, tell);
+    ASSERT_TRUE(isPlayedToItsEnd(player, song("a.wav", 0.1)));
+    const auto open = [&](int number) {
+        fs::create_directory(disk.path() / std::to_string(number));
+        player.Open(song(std::to_string(number) + "/gone.wav", 0.1));
+    };
+    open(0);
+    pass(6s);
+    EXPECT_EQ(player.failure(), "the disk doesn't answer");
+    for (int number = 1; number <= 8; ++number)
+        open(number);
+    pass(2s);
+    EXPECT_EQ(player.PlayState(), PlayState::waiting);
+    const auto asked = childProcesses().size();
+    open(9);
+    EXPECT_EQ(childProcesses().size(), asked);
+    pass(2s);
+    EXPECT_EQ(player.failure(), "the disk doesn't answer");
+}
+
 // Whoever was asked may have died long before that. Who dies each time dies of the file.
 TEST_F(SongOpeningTest, AFileIsAskedForOnceMore) {
     OwnersDisk deadly(
