@@ -208,7 +208,7 @@ void add(const RoomWork& work, const HomeCache& cache) {
 
 // On the virtual clock, at servers that count as each family does. An owner who types every quarter
 // of a minute; the row is the command that took longest.
-void commandAmidRecital(benchmark::State& state, const IrcFamily& family) {
+void commandAmidRecital(benchmark::State& state, const IrcPenalties& family) {
     for (auto _ : state) {
         const IrcRecital recital = reciteOn(family, 16'300ms);
         state.SetIterationTime(recital.latestCommand.count());
@@ -240,7 +240,7 @@ void addIrcWorks() {
     };
     for (const RoomWork& work : works)
         add(work, cache);
-    for (const IrcFamily& family : ircFamilies)
+    for (const IrcPenalties& family : ircPenalties)
         addWork(std::string("room: command amid a recital, ") + family.name, longestCommand,
                 [&](benchmark::State& state) { commandAmidRecital(state, family); })
             ->UseManualTime()

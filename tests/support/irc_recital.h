@@ -16,7 +16,7 @@ struct IrcRecital {
 };
 
 // A command comes after each such span; the answer counts when the server has read it.
-inline IrcRecital reciteOn(const IrcFamily& family, std::chrono::milliseconds betweenCommands) {
+inline IrcRecital reciteOn(const IrcPenalties& family, std::chrono::milliseconds betweenCommands) {
     using namespace std::chrono_literals;
     constexpr int lines = 150;
     constexpr auto patience = 800s;

@@ -5,7 +5,7 @@
 
 #include "irc/connection/irc_connection.h"
 #include "irc/protocol/irc_message.h"
-#include "support/irc_family.h"
+#include "support/irc_penalties.h"
 
 #include <algorithm>
 #include <deque>
@@ -28,7 +28,7 @@ public:
     bool refuses = false;                       // connections
     bool silent = false;                        // answers nothing
     Nanoseconds lag{};                          // until it answers what asks for it
-    const IrcFamily* family = nullptr;          // by which it counts
+    const IrcPenalties* family = nullptr;       // by which it counts
     std::size_t held = 0;                       // bytes that it hasn't taken from the client
     std::function<bool(const std::string& line)> takes; // true: the line is answered by the test
 

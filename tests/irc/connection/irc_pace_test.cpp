@@ -9,7 +9,7 @@ namespace {
 using namespace std::chrono_literals;
 
 TEST(IrcPace, ARecitalArrivesWholeAndCommandsAreObeyedInItsMiddle) {
-    for (const IrcFamily& family : ircFamilies) {
+    for (const IrcPenalties& family : ircPenalties) {
         SCOPED_TRACE(family.name);
         const IrcRecital busy = reciteOn(family, 16'300ms), quiet = reciteOn(family, 100s);
         EXPECT_EQ(busy.lines, 150U);

@@ -7,7 +7,7 @@
 
 namespace larkspin {
 
-struct IrcFamily {
+struct IrcPenalties {
     const char* name;
     const char* capabilities;
     std::chrono::nanoseconds perLine, perPart; // what a line costs, and each further 100 bytes
@@ -20,7 +20,7 @@ struct IrcFamily {
 inline constexpr std::chrono::milliseconds second{1000};
 inline constexpr const char* withEcho = "echo-message multi-prefix";
 
-inline constexpr IrcFamily ircFamilies[] = {
+inline constexpr IrcPenalties ircPenalties[] = {
     {"irc2", "", 2 * second, second, 10 * second, second * 11 / 10, 1000,
      std::chrono::seconds(560)},
     {"InspIRCd", withEcho, second, {}, 10 * second, second, 8192, std::chrono::seconds(220)},
