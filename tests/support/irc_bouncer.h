@@ -1,8 +1,12 @@
 // A bouncer (ZNC) that is jo on a server of this machine (irc_server.h), sits in #den, and keeps
-// what is said there for whoever comes to it by its password.
+// what is said there for whoever comes to it by its password. By its clock all of that was long
+// ago.
 #pragma once
 
 #include "support/irc_person.h"
+#include "support/own_time.h"
+
+#include <ctime>
 
 namespace larkspin {
 
@@ -13,13 +17,21 @@ public:
 
     IrcBouncer() { // connects at once
         disk_.write("configs/znc.conf", serverFile("znc.conf", disk_));
-        process_ = Child::start("znc", {"HOME=" + disk_.path().native()},
-                                {"--foreground", "--datadir", disk_.path()});
+        auto variables = ownTime(1, ago);
+        variables.push_back("HOME=" + disk_.path().native());
+        process_ = Child::start("znc", variables, {"--foreground", "--datadir", disk_.path()});
         EXPECT_TRUE(listensAt(plainPort, *process_));
     }
     ~IrcBouncer() { ::kill(process_->id(), SIGKILL); }
 
+    static std::string year() { // by its clock
+        const std::time_t then = std::time(nullptr) - ago;
+        return std::to_string(1900 + std::localtime(&then)->tm_year);
+    }
+
 private:
+    static constexpr long ago = 400L * 24 * 60 * 60;
+
     const TempDirectory disk_;
     std::unique_ptr<Child> process_;
 };

@@ -1,5 +1,6 @@
 // What holds for the whole program in a terminal on the real servers of every family.
 #include "support/irc_program.h"
+#include "support/own_time.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -167,15 +168,15 @@ INSTANTIATE_TEST_SUITE_P(Families, OnAServerThatCounts,
 
 TEST_P(OnAServerThatCounts, ARecitalArrivesWholeWhileTheOwnerIsObeyed) {
     const int count = GetParam() == IrcFamily::irc2 ? 75 : 150; // which takes four seconds for each
-    const std::string hurry = "LD_PRELOAD=" LARKSPIN_HURRY;
-    const LocalIrcServer server(GetParam(), LocalIrcServer::Limits::usual, {hurry});
+    const std::vector<std::string> hurry = ownTime(20);
+    const LocalIrcServer server(GetParam(), LocalIrcServer::Limits::usual, hurry);
     std::string notes;
     for (int note = 1; note <= count; ++note)
         notes += "note " + std::to_string(note) + ' ' +
                  std::string(static_cast<std::size_t>(note % 3 * 40), 'x') + "\r\n";
     disk.write("larkspin/larkmain.lpb", notes);
     IrcPerson bob = inDen("bob");
-    const auto program = startIn("/connect plain 127.0.0.1 jo #den", {hurry});
+    const auto program = startIn("/connect plain 127.0.0.1 jo #den", hurry);
     program->tell("'scrn");
     for (int note = 1; note <= count; ++note) {
         ASSERT_NE(bob.hears("note " + std::to_string(note) + ' ', patience), "") << note;

@@ -52,8 +52,8 @@ TEST_F(IrcProgramTest, WhatABouncerKeepsOrSaysForAnotherClientIsShownAndNotObeye
     IrcSocket phone(IrcBouncer::plainPort); // of the owner, too
     phone.send(std::string("PASS ") + IrcBouncer::password + "\r\nNICK jo\r\nUSER jo 0 * :jo");
     EXPECT_NE(phone.hears(" 366 "), "");
-    phone.send("PRIVMSG #den :'volume 98");
-    EXPECT_NE(bob.hears("'volume 98"), "");
+    phone.send("PRIVMSG #den :'volume 98\r\nPRIVMSG bob :'volume 95");
+    EXPECT_NE(bob.hears("'volume 95"), "");
     bob.send("PRIVMSG #den :'volume 99\r\nPRIVMSG jo :'volume 97");
     EXPECT_NE(phone.hears("'volume 97"), "");
 
@@ -64,12 +64,23 @@ TEST_F(IrcProgramTest, WhatABouncerKeepsOrSaysForAnotherClientIsShownAndNotObeye
     EXPECT_TRUE(program->says("jo: 'volume 98", patience));
     EXPECT_TRUE(program->says("bob: 'volume 99", patience));
     EXPECT_TRUE(program->says("bob whispers: 'volume 97", patience));
-    phone.send("PRIVMSG #den :'volume 96");
+    phone.send("PRIVMSG #den :'volume 96\r\nPRIVMSG bob :'volume 94");
     EXPECT_TRUE(program->says("jo: 'volume 96", patience));
-    program->tell("'volume 7");
-    EXPECT_EQ(program->line(patience), "jo: 'volume 7");
+    program->tell("/room bob");
+    EXPECT_TRUE(program->says("[room] you talk to bob", patience));
+    EXPECT_TRUE(program->says("jo: 'volume 95", patience));
+    EXPECT_TRUE(program->says("jo: 'volume 94", patience));
+    program->tell("/room #den\n'volume 7");
     EXPECT_TRUE(program->says("volume set", patience));
     expectVolume(*program, "7");
+
+    const auto terminal = Child::startOnTerminal(LARKSPIN_TTY, variables());
+    terminal->tell("/pass");
+    EXPECT_TRUE(terminal->shows("password of", patience));
+    terminal->tell(IrcBouncer::password + std::string("\n/connect"));
+    EXPECT_TRUE(terminal->shows("\x1b[2m" + bouncer.year() + '-', patience));
+    EXPECT_TRUE(terminal->shows(":", patience)); // of the time of day
+    EXPECT_TRUE(terminal->shows("'volume 9", patience));
 }
 
 TEST_F(IrcProgramTest, LogsInToAnAccountThatServicesKeep) {
