@@ -10,6 +10,10 @@ namespace {
 
 class OnEveryServer : public IrcProgramTest, public testing::WithParamInterface<IrcFamily> {
 protected:
+    // InspIRCd looks only once a second whether somebody may come in.
+    std::vector<std::string> variablesOfServer() const {
+        return ownTime(GetParam() == IrcFamily::inspircd ? 10 : 1);
+    }
     // ircd-hybrid passes on no last words of somebody who has just come.
     std::string parting() const {
         const bool hasWords = GetParam() != IrcFamily::hybrid;
@@ -22,7 +26,7 @@ INSTANTIATE_TEST_SUITE_P(Families, OnEveryServer,
                          [](const auto& test) { return nameOf(test.param); });
 
 TEST_P(OnEveryServer, ObeysItsOwnerInAFullRoomAndComesBackToItInTheNextRun) {
-    LocalIrcServer server(GetParam());
+    LocalIrcServer server(GetParam(), LocalIrcServer::Limits::none, variablesOfServer());
     IrcPerson bob = inDen("bob");
     auto program = startIn("/connect irc.test jo #den");
     bob.send("PRIVMSG #den :'volume 99");
@@ -44,7 +48,7 @@ TEST_P(OnEveryServer, ObeysItsOwnerInAFullRoomAndComesBackToItInTheNextRun) {
 }
 
 TEST_P(OnEveryServer, SaysAndHearsWithAndWithoutTls) {
-    LocalIrcServer server(GetParam());
+    LocalIrcServer server(GetParam(), LocalIrcServer::Limits::none, variablesOfServer());
     IrcPerson bob = inDen("bob");
     auto program = startIn("/connect plain irc.test jo #den");
     for (const std::string port : {"6667", "6697"}) {
@@ -72,7 +76,7 @@ TEST_P(OnEveryServer, SaysAndHearsWithAndWithoutTls) {
 }
 
 TEST_P(OnEveryServer, ChangesItsNameIsPutOutAndComesBack) {
-    const LocalIrcServer server(GetParam());
+    const LocalIrcServer server(GetParam(), LocalIrcServer::Limits::none, variablesOfServer());
     IrcPerson bob = inDen("bob");
     const auto program = startIn("/connect irc.test jo #den");
     bob.send("PRIVMSG jo :'volume 99");
@@ -97,7 +101,7 @@ TEST_P(OnEveryServer, ChangesItsNameIsPutOutAndComesBack) {
 }
 
 TEST_P(OnEveryServer, IsWhoeverTheServerSaysThatItIs) {
-    LocalIrcServer server(GetParam());
+    LocalIrcServer server(GetParam(), LocalIrcServer::Limits::none, variablesOfServer());
     IrcPerson other = inDen("jo");
     const auto program = startIn("/connect irc.test jo #den");
     other.send("PRIVMSG #den :'volume 99");
@@ -109,7 +113,7 @@ TEST_P(OnEveryServer, IsWhoeverTheServerSaysThatItIs) {
 }
 
 TEST_P(OnEveryServer, NothingThatOthersSendIsACommand) {
-    LocalIrcServer server(GetParam());
+    LocalIrcServer server(GetParam(), LocalIrcServer::Limits::none, variablesOfServer());
     IrcPerson eve = inDen("eve"), bob = inDen("bob");
     if (GetParam() == IrcFamily::ngircd)
         eve.send("NICK jo{"); // to the others the owner's name
@@ -140,8 +144,8 @@ TEST_P(OnEveryServer, NothingThatOthersSendIsACommand) {
 }
 
 TEST_P(OnEveryServer, AServerThatComesBackHearsNothingTwiceAndNothingLate) {
-    LocalIrcServer server(GetParam());
-    const auto program = startIn("/connect irc.test jo #den");
+    LocalIrcServer server(GetParam(), LocalIrcServer::Limits::none, variablesOfServer());
+    const auto program = startIn("/connect irc.test jo #den", ownTime(5));
     program->tell("/join #attic\n'ver\n1\n2\n3\n4\n5\n6");
     EXPECT_TRUE(program->says("jo: 1", patience));
     server.kill();
