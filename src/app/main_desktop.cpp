@@ -26,8 +26,10 @@ int main(int count, char** arguments) {
     LinuxPorts ports(disk, loop);
     QtDialogs dialogs(loop);
     QtDesktop desktop(loop);
-    QtRoom room(loop, ports.lines, ports.connection, ports.files, ports.directory, loginName());
-    room.rooms.words.readPathsBy(
+    QtRoom room(
+        loop, ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory,
+        loginName());
+    room.rooms.networks.readPathsBy(
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });
     room.words.add({traceWord(ports.trace, [&](const std::string& text) { room.tell(text); })});
     const auto tell = [&](const std::string& line) {

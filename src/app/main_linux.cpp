@@ -54,11 +54,14 @@ LinuxDisk::LinuxDisk()
 LinuxPorts::LinuxPorts(LinuxDisk& ownersDisk, WatchingLoop& frontEndsLoop)
     : disk(ownersDisk), loop(frontEndsLoop), lines(loop), directory(userDataDirectory()),
       asked(disk.owners, disk.files, directory.path()), files(asked, directory, trace),
-      directories(disk.owners, PosixDirectories(), directory.path()), link(loop),
-      connection(link, trace), otherPlayer(sessionBusAddress()), power(systemBusAddress()),
-      process(directory.path()) {
+      directories(disk.owners, PosixDirectories(), directory.path()),
+      otherPlayer(sessionBusAddress()), power(systemBusAddress()), process(directory.path()) {
     reportCrashes(trace, nativePath(directory.crashFile()));
     disk.owners.serve(loop);
+}
+
+std::unique_ptr<IrcConnection> LinuxPorts::connection() {
+    return std::make_unique<TracedConnection>(std::make_unique<IrcLink>(loop), trace);
 }
 
 LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)

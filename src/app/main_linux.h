@@ -23,6 +23,7 @@
 
 #include <csignal>
 #include <initializer_list>
+#include <memory>
 
 namespace larkspin {
 
@@ -49,8 +50,7 @@ struct LinuxPorts {
     AskedFiles asked;
     KeptFiles files; // over those
     AskedDirectories directories;
-    IrcLink link;
-    TracedConnection connection; // by it
+    std::unique_ptr<IrcConnection> connection(); // to a network, one more
     PosixLaunching launching;
     MprisPlayer otherPlayer;
     LogindPower power;

@@ -14,9 +14,9 @@ int main() {
     LinuxDisk disk;
     PollLoop loop;
     LinuxPorts ports(disk, loop);
-    Terminal terminal(loop, ports.lines, ports.connection, ports.files, ports.directory,
-                      loginName(),
-                      [&](std::string_view typed) { return ports.directories.drivePath(typed); });
+    Terminal terminal(
+        loop, ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory,
+        loginName(), [&](std::string_view typed) { return ports.directories.drivePath(typed); });
     terminal.add(
         {traceWord(ports.trace, [&](const std::string& text) { terminal.screen.tell(text); })});
     const auto note = [&](const std::string& line) { terminal.screen.note(line); };

@@ -1,8 +1,10 @@
 #include "host/conversations.h"
 
 #include "chat/chat_lines.h"
+#include "text/visible.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace larkspin {
 
@@ -37,6 +39,25 @@ std::vector<Conversation*> Conversations::ofNetwork(int network) const {
         if (each->network() == network)
             found.push_back(each.get());
     return found;
+}
+
+int Conversations::newNetwork(std::string name) {
+    networks_.push_back(std::move(name));
+    return static_cast<int>(networks_.size());
+}
+
+std::string Conversations::networkName(int network) const {
+    const bool isOne = network > 0 && std::cmp_less_equal(network, networks_.size());
+    return isOne ? visibleName(networks_[static_cast<std::size_t>(network) - 1]) : "";
+}
+
+std::string Conversations::fullName(const Conversation& conversation) const {
+    const bool isOneOfSeveral =
+        !conversation.isAtHome() && std::ranges::any_of(all_, [&](const auto& each) {
+            return !each->isAtHome() && each->network() != conversation.network();
+        });
+    return visibleName(conversation.name()) +
+           (isOneOfSeveral ? " on " + networkName(conversation.network()) : "");
 }
 
 int Conversations::numberOf(const Conversation& conversation) const {

@@ -51,7 +51,11 @@ public:
     Conversation* numbered(int number) const;
 
     std::vector<Conversation*> ofNetwork(int network) const;
-    int newNetwork() { return ++lastNetwork_; } // its number
+    int newNetwork(std::string name); // gives its number
+    std::string networkName(int network) const;
+
+    // The name, shown as an eye may see it, with that of the network if there are several.
+    std::string fullName(const Conversation& conversation) const;
 
     Conversation& add(Conversation::Identity identity);
     void rename(Conversation& conversation, std::string name);
@@ -89,7 +93,7 @@ private:
     Conversation* home_;
     Conversation* front_;
     std::uint64_t lastNumber_ = 0, lastPlace_ = 0, revision_ = 1;
-    int lastNetwork_ = 0;
+    std::vector<std::string> networks_; // the names of all there were; from 1
     std::size_t bytes_ = 0;
     Task beforeChange_ = [] {};
 };

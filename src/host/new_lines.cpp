@@ -68,8 +68,9 @@ std::string wordsOf(const KeptLine& line) {
     return line.text;
 }
 
-std::string wordsFromElsewhere(const Conversation& conversation, const KeptLine& line) {
-    const std::string name = visibleName(conversation.name());
+std::string wordsFromElsewhere(const Conversations& all, const Conversation& conversation,
+                               const KeptLine& line) {
+    const std::string name = all.fullName(conversation);
     const bool isSaid = line.kind == KeptLine::Kind::said;
     if (line.isOwners && isSaid)
         return "to " + name + ": " + wordsOf(line);
@@ -86,11 +87,11 @@ std::string stampOf(const KeptLine& line, const EventLoop& loop) {
     return text;
 }
 
-std::string wordsOfEntering(const Conversation& conversation) {
-    if (conversation.kind() == Conversation::Kind::person)
-        return "you talk to " + visibleName(conversation.name());
-    const bool isFirst = conversation.kind() == Conversation::Kind::home;
-    return "you are " + (isFirst ? "at home" : "in " + visibleName(conversation.name()));
+std::string wordsOfEntering(const Conversations& all, const Conversation& conversation) {
+    if (conversation.kind() == Conversation::Kind::home)
+        return "you are at home";
+    const bool isPerson = conversation.kind() == Conversation::Kind::person;
+    return (isPerson ? "you talk to " : "you are in ") + all.fullName(conversation);
 }
 
 } // namespace larkspin

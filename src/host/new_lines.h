@@ -49,12 +49,13 @@ private:
 // A line in words, without who says it where somebody does; and one of a conversation that isn't in
 // front.
 std::string wordsOf(const KeptLine& line);
-std::string wordsFromElsewhere(const Conversation& conversation, const KeptLine& line);
+std::string wordsFromElsewhere(const Conversations& all, const Conversation& conversation,
+                               const KeptLine& line);
 
 // When it was said, by the owner's clock: "19:05", with the day in front where that isn't today.
 std::string stampOf(const KeptLine& line, const EventLoop& loop);
 
 // How the owner is told that he is there now.
-std::string wordsOfEntering(const Conversation& conversation);
+std::string wordsOfEntering(const Conversations& all, const Conversation& conversation);
 
 } // namespace larkspin

@@ -167,7 +167,7 @@ void OwnRoom::enterRoom(const std::string& wanted) {
     // Lists of people that were made before this no longer count.
     ++visit_;
     if (room->conversation == &conversations_.front())
-        tell(wordsOfEntering(*room->conversation));
+        tell(wordsOfEntering(conversations_, *room->conversation));
     conversations_.enter(*room->conversation);
     shown_.changed();
 }

@@ -23,7 +23,7 @@ protected:
     ChatLines lines{loop};
     Conversations conversations{loop, lines, "lobby"};
     ShownLines shown{conversations, "- "};
-    const int network = conversations.newNetwork();
+    const int network = conversations.newNetwork("net");
     Conversation& den = begin(Conversation::Kind::room, "#den");
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "irc/client/current_room.h"
+#include "irc/client/password_prompt.h"
 #include "support/pretend_irc.h"
 #include "support/shown_lines.h"
 #include "support/virtual_machine.h"
@@ -12,6 +13,11 @@
 namespace larkspin {
 
 class IrcMachine : public VirtualMachine {
+    struct NoPrompt : PasswordPrompt {
+        void ask(const std::string&, std::function<void(std::string)>) override {}
+        void dismiss() override {}
+    };
+
 public:
     IrcMachine() { host = &room; }
 
@@ -66,6 +72,7 @@ public:
         return all;
     }
 
+    NoPrompt noPrompt;
     PretendIrc server{loop};
     Conversations conversations{loop, lines, "lobby"};
     RoomDisplay display{
@@ -78,8 +85,13 @@ public:
             },
         .changed = [this] { ++changes; }};
     OwnRoom own{conversations, lines, "Login", display};
-    IrcClient irc{loop, lines, conversations, server, display};
-    CurrentRoom room{conversations, own, irc};
+    IrcAccounts accounts{kept, DataDirectory(drive("data")).ircFile()};
+    IrcNetworks networks{{loop, lines, conversations, noPrompt, kept, display},
+                         lent({&server}),
+                         accounts,
+                         [](IrcClient&) { return SlashWords({}); }};
+    IrcClient& irc = networks.all().front()->client;
+    CurrentRoom room{conversations, own, networks};
     ShownLines shown{conversations, "- "};
     std::string seen;
     int answers = 0; // of all messages, those that the owner has asked for

@@ -11,6 +11,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -191,5 +192,31 @@ private:
     bool looksAgain_ = false;
     bool isOpen_ = false, isKnown_ = false, hasEcho_ = false;
 };
+
+// What a test keeps the server of.
+class LentConnection : public IrcConnection {
+public:
+    explicit LentConnection(PretendIrc& server) : server_(server) {}
+    ~LentConnection() override { server_.close(); }
+
+    void open(const IrcServer& server, Events events) override {
+        server_.open(server, std::move(events));
+    }
+    void send(std::string_view bytes) override { server_.send(bytes); }
+    std::size_t unsent() const override { return server_.unsent(); }
+    void close() override { server_.close(); }
+    void finish(Nanoseconds atMost) override { server_.finish(atMost); }
+
+private:
+    PretendIrc& server_;
+};
+
+// The first server is the first connection's, and so on. What is connected to beyond them is never
+// reached.
+inline auto lent(std::vector<PretendIrc*> servers) {
+    return [servers, next = std::size_t(0)]() mutable -> std::unique_ptr<IrcConnection> {
+        return std::make_unique<LentConnection>(*servers.at(std::min(next++, servers.size() - 1)));
+    };
+}
 
 } // namespace larkspin

@@ -41,11 +41,14 @@ private:
     }
     void showNew() {
         lines_.take(
-            {.entered = [this](const Conversation& at) { tell(wordsOfEntering(at)); },
+            {.entered =
+                 [this](const Conversation& at) { tell(wordsOfEntering(conversations_, at)); },
              .leftOut = [this](int count) { tell(std::to_string(count) + " before"); },
              .line = [this](const KeptLine& line) { show(line); },
-             .elsewhere = [this](const Conversation& of,
-                                 const KeptLine& line) { tell(wordsFromElsewhere(of, line)); }});
+             .elsewhere =
+                 [this](const Conversation& of, const KeptLine& line) {
+                     tell(wordsFromElsewhere(conversations_, of, line));
+                 }});
     }
 
     Conversations& conversations_;

@@ -161,7 +161,7 @@ void IrcJoining::enter(const IrcChannels::Place& place) {
     if (!place.isBeingLeft)
         wantedRoom_ = place.channel.name();
     if (channels_.isInFront(place))
-        return events_.tell(wordsOfEntering(*place.conversation));
+        return events_.tell(wordsOfEntering(conversations_, *place.conversation));
     conversations_.enter(*place.conversation);
     events_.newRoom();
 }

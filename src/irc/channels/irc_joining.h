@@ -31,6 +31,9 @@ public:
     // Begins a new connection, with the room to go into, if any.
     void beginWith(const std::string& name);
 
+    // The room comes in front only if the owner is at home by then.
+    void comeBack() { isComingBack_ = true; }
+
     // To be called when the connection stands, and when it is lost. The rooms of a lost connection
     // are those to be joined again.
     void welcomed();

@@ -8,14 +8,20 @@
 
 namespace larkspin {
 
-AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection,
+AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
                    PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
                    const std::string& screenName, const RoomDisplay& shown)
-    : file_(files, directory.ircFile()),
+    : accounts_(files, directory.ircFile()),
       conversations(loop, lines, std::string(OwnRoom::firstRoom)),
       own(conversations, lines, screenName, told(shown)),
-      irc(loop, lines, conversations, connection, followed(told(shown))),
-      words(loop, conversations, own, irc, prompt, file_, files, told(shown).tell) {}
+      networks({loop, lines, conversations, prompt, files, told(shown)}, std::move(connections),
+               accounts_,
+               [this](IrcClient& network) {
+                   SlashWords some(told({}).tell);
+                   some.add(words.wordsOn([&network]() -> IrcClient& { return network; }));
+                   return some;
+               }),
+      words(conversations, own, networks, accounts_, told(shown).tell) {}
 
 // What rooms tell beside what is said is kept like all else.
 RoomDisplay AllRooms::told(RoomDisplay shown) {
@@ -24,15 +30,6 @@ RoomDisplay AllRooms::told(RoomDisplay shown) {
     };
     shown.message = keeps(KeptLine::Kind::news);
     shown.tell = keeps(KeptLine::Kind::answer);
-    return shown;
-}
-
-RoomDisplay AllRooms::followed(RoomDisplay shown) {
-    // The words keep for the next run where the owner is, so they hear of each change first.
-    shown.changed = [this, changed = std::move(shown.changed)] {
-        words.roomChanged();
-        changed();
-    };
     return shown;
 }
 

@@ -4,7 +4,7 @@
 
 #include "host/slash_words.h"
 #include "irc/client/current_room.h"
-#include "irc/client/irc_account.h"
+#include "irc/client/irc_networks.h"
 #include "irc/client/irc_words.h"
 #include "shell/data_directory.h"
 
@@ -18,9 +18,9 @@ class AllRooms {
 public:
     // All must live on. Lines said in the rooms come in through `lines`.
     // Of the display, what windows are told and do is the front end's.
-    AllRooms(EventLoop& loop, ChatLines& lines, IrcConnection& connection, PasswordPrompt& prompt,
-             KeptFiles& files, const DataDirectory& directory, const std::string& screenName,
-             const RoomDisplay& shown);
+    AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
+             PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
+             const std::string& screenName, const RoomDisplay& shown);
 
     // What Tab makes of a line: of a word with a slash, of what a program completes, or of a name.
     using Complete = std::function<Completion(std::string_view typed)>;
@@ -31,21 +31,17 @@ public:
     std::string withoutSecrets(std::string_view typed) const;
 
     // To be called as the process ends.
-    void finish() {
-        words.follow();
-        irc.finish();
-    }
+    void finish() { networks.finish(); }
 
 private:
     RoomDisplay told(RoomDisplay shown);
-    RoomDisplay followed(RoomDisplay shown);
-    IrcAccountFile file_;
+    IrcAccounts accounts_;
 
 public:
     Conversations conversations;
     OwnRoom own;
-    IrcClient irc;
-    CurrentRoom room{conversations, own, irc}; // the one that the owner is in
+    IrcNetworks networks;
+    CurrentRoom room{conversations, own, networks}; // the one that the owner is in
     IrcWords words;
 };
 

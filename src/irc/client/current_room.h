@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/own_room.h"
-#include "irc/client/irc_client.h"
+#include "irc/client/irc_networks.h"
 
 #include <string>
 #include <string_view>
@@ -12,8 +12,8 @@ namespace larkspin {
 
 class CurrentRoom : public HostClient, public ShownRoom {
 public:
-    CurrentRoom(Conversations& conversations, OwnRoom& own, IrcClient& irc)
-        : conversations_(conversations), own_(own), irc_(irc) {}
+    CurrentRoom(Conversations& conversations, OwnRoom& own, IrcNetworks& networks)
+        : conversations_(conversations), own_(own), networks_(networks) {}
 
     // Whether what is in front is on a network.
     bool isOnNetwork() const { return !conversations_.front().isAtHome(); }
@@ -34,10 +34,8 @@ public:
     void clearChatInput() override { own_.clearChatInput(); }
     void bringHostForward() override { own_.bringHostForward(); }
     RoomPeople& roomPeople() override { return here().roomPeople(); }
-    // Those of the network wherever he is, while he is on one.
-    ClientErrands& errands() override {
-        return irc_.isOn() ? static_cast<ClientErrands&>(irc_) : own_;
-    }
+    // Those of a network also at home, while he is on one.
+    ClientErrands& errands() override;
 
 private:
     // What belongs to a conversation that has gone.
@@ -48,13 +46,11 @@ private:
     };
 
     HostClient& here();
-    const ShownRoom& shown() const {
-        return isOnNetwork() ? static_cast<const ShownRoom&>(irc_) : own_;
-    }
+    const ShownRoom& shown() const;
 
     Conversations& conversations_;
     OwnRoom& own_;
-    IrcClient& irc_;
+    IrcNetworks& networks_;
     Nowhere nowhere_;
 };
 

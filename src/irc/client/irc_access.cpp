@@ -48,30 +48,6 @@ IrcAccess::~IrcAccess() {
     loop_.cancel(unanswered_);
 }
 
-std::vector<SlashWord> IrcAccess::words() {
-    const auto by = [this](bool (IrcAccess::*work)(std::string_view)) {
-        return [this, work](std::string_view rest) { return (this->*work)(rest); };
-    };
-    return {
-        {"connect", "[[plain] SERVER[:PORT] NICK [#ROOM]]",
-         "goes to a network, by TLS unless plain; or to the last one once more",
-         by(&IrcAccess::connect)},
-        {"login", "USER [keep]", "asks for the password of an account, and may keep it",
-         by(&IrcAccess::login)},
-        {"pass", "[keep|none]", "asks for the password of a server or a bouncer, and may keep it",
-         by(&IrcAccess::serverPassword)},
-        {"user", "[NAME [REAL NAME]|none]", "which user name and real name a server is told",
-         by(&IrcAccess::user)},
-        {"certificate", "[FILE|none]", "your own certificate with its key, which a server is shown",
-         by(&IrcAccess::certificate)},
-        {"trust", "[FINGERPRINT|none]", "takes the server's certificate that was shown last",
-         [this](std::string_view rest) { return trust_.trust(withoutBlanks(rest)); }},
-        {"onconnect", "[LINE|drop NUMBER|drop all]",
-         "a line that is run each time that a network has welcomed you",
-         [this](std::string_view rest) { return onConnect_.take(rest); }},
-    };
-}
-
 bool IrcAccess::asksPassword(std::string_view line) {
     const auto [word, rest, hasRest] = partedAt(line, ' ');
     return SlashWords::isMeantForIt(line) &&
@@ -79,24 +55,39 @@ bool IrcAccess::asksPassword(std::string_view line) {
             (equalFolded(word, "/pass") && !isNone(withoutBlanks(rest))));
 }
 
-bool IrcAccess::connect(std::string_view rest) {
-    if (withoutBlanks(rest).empty())
-        return connectAgain();
-    std::string_view word = takeWord(rest);
+std::optional<IrcWish> readIrcWish(std::string_view text) {
+    IrcWish wish;
+    std::string_view word = takeWord(text);
+    if (equalFolded(word, "as")) {
+        wish.name = takeWord(text);
+        word = takeWord(text);
+    }
     const bool isPlain = equalFolded(word, "plain");
     if (isPlain)
-        word = takeWord(rest);
+        word = takeWord(text);
     const auto server = readIrcServer(word, !isPlain);
-    const std::string_view nick = takeWord(rest), room = takeWord(rest);
-    if (!server || !canBeIrcNick(nick) || !(room.empty() || canBeIrcWord(room)) ||
-        !withoutBlanks(rest).empty())
-        return false;
+    wish.nick = takeWord(text);
+    wish.room = takeWord(text);
+    if (!server || !canBeIrcNick(wish.nick) || !(wish.room.empty() || canBeIrcWord(wish.room)) ||
+        !(wish.name.empty() || canBeIrcWord(wish.name)) || !withoutBlanks(text).empty())
+        return std::nullopt;
+    wish.server = *server;
+    return wish;
+}
+
+void IrcAccess::connect(const IrcWish& wish) {
     IrcAccount account = file_.account();
-    account.server = *server;
-    account.nick = nick;
-    account.room = room;
+    account.server = wish.server;
+    account.nick = wish.nick;
+    account.room = wish.room;
+    if (!wish.name.empty())
+        account.name = wish.name;
     file_.keep(std::move(account));
-    return connectAgain();
+    connectAgain();
+}
+
+bool IrcAccess::trust(std::string_view rest) {
+    return trust_.trust(withoutBlanks(rest));
 }
 
 bool IrcAccess::connectAgain() {
@@ -117,7 +108,8 @@ bool IrcAccess::connectAgain() {
         return true; // he has asked for another one while the disk was waited for
     account = file_.account();
     tellWhatIsLacking(account);
-    irc_.connect(servers_.completed(account.server), identityOf(account), account.room);
+    irc_.connect(account.network(), servers_.completed(account.server), identityOf(account),
+                 account.room);
     return true;
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/slash_words.h"
-#include "irc/client/irc_account.h"
+#include "irc/client/irc_accounts.h"
 #include "irc/client/irc_known_servers.h"
 #include "irc/client/irc_on_connect.h"
 #include "irc/client/irc_trust.h"
@@ -11,6 +11,7 @@
 #include "shell/event_loop.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,16 @@ namespace larkspin {
 
 class IrcClient;
 class PasswordPrompt;
+
+// Where the owner wants to go.
+struct IrcWish {
+    IrcServer server;
+    std::string nick, room;
+    std::string name; // of the network; blank for the host's
+};
+
+// "[as NAME] [plain] SERVER[:PORT] NICK [#ROOM]". Nothing for what makes no sense.
+std::optional<IrcWish> readIrcWish(std::string_view text);
 
 class IrcAccess {
 public:
@@ -29,12 +40,23 @@ public:
     IrcAccess(const IrcAccess&) = delete;
     IrcAccess& operator=(const IrcAccess&) = delete;
 
-    std::vector<SlashWord> words();
+    // These are words of his about this network: what stands after the word, and false when it
+    // makes no sense.
+    bool login(std::string_view rest);
+    bool serverPassword(std::string_view rest);
+    bool user(std::string_view rest);
+    bool certificate(std::string_view rest);
+    bool trust(std::string_view rest);
+    bool onConnect(std::string_view rest) { return onConnect_.take(rest); }
+
+    // Whether he has been shown a certificate, and not taken it yet.
+    bool asksForTrust() const { return trust_.asks(); }
 
     // Whether what is typed after this line is a password.
     static bool asksPassword(std::string_view line);
 
-    // Connects to the network that was asked for last.
+    // False where there was none before.
+    void connect(const IrcWish& wish);
     bool connectAgain();
 
     // What makes a drive path of what the owner types as one.
@@ -42,14 +64,9 @@ public:
     void readPathsBy(ReadPath readPath) { readPath_ = std::move(readPath); }
 
 private:
-    bool connect(std::string_view rest);
-    bool login(std::string_view rest);
     void takeLogin(const IrcAccount& given, const std::string& password);
-    bool serverPassword(std::string_view rest);
     void takeServerPassword(const std::string& password, bool isKept);
-    bool user(std::string_view rest);
     void tellUser() const;
-    bool certificate(std::string_view rest);
 
     using Take = std::function<void(const std::string& password)>;
     void ask(const std::string& prompt, Take take);

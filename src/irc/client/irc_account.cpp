@@ -1,10 +1,8 @@
 #include "irc/client/irc_account.h"
 
-#include "shell/kept_files.h"
 #include "text/characters.h"
 #include "text/number.h"
 #include "text/parts.h"
-#include "text/utf8.h"
 
 #include <utility>
 
@@ -12,7 +10,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t largestFile = 300'000, longestHost = 255, longestWord = 200;
+constexpr std::size_t longestHost = 255, longestWord = 200;
 constexpr std::size_t longestPassword = 500;
 constexpr std::uint16_t portByTls = 6697, plainPort = 6667;
 
@@ -45,44 +43,27 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
         account.keepsPassword = true;
         return text(account.password, canBeIrcPassword(value));
     }
-    if (key == "port" || key == "lines a minute") {
-        const bool isPort = key == "port";
-        const auto number = plainNumber(value, isPort, isPort ? 65535 : mostLinesPerMinute);
-        if (isPort)
-            account.server.port = static_cast<std::uint16_t>(number.value_or(0));
-        else
-            account.linesPerMinute = number.value_or(0);
+    if (key == "port") {
+        const auto number = plainNumber(value, 1, 65535);
+        account.server.port = static_cast<std::uint16_t>(number.value_or(0));
         return number.has_value();
     }
     account.facts.takeLine(key, value);
     return true;
 }
 
-IrcAccount read(std::string_view contents) {
-    IrcAccount account;
-    if (contents.starts_with(byteOrderMark))
-        contents.remove_prefix(byteOrderMark.size()); // written by an editor
-    bool isLoginWhole = true; // else the password could go to another host, or for another account
-    while (!contents.empty()) {
-        std::string_view line = takePart(contents, '\n');
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
-        const auto [key, value, isSetting] = partedAt(line, '=');
-        if (!isSetting)
-            continue;
-        // A line that makes no sense must change nothing, so it is tried on a copy.
-        IrcAccount more = account;
-        if (take(more, key, value))
-            account = std::move(more);
-        else
-            isLoginWhole = isLoginWhole && !key.starts_with("login") && key != "password";
-    }
-    if (!isLoginWhole)
-        account.loginHost = account.user = account.password = "";
-    return account;
+} // namespace
+
+bool takeIrcLine(IrcAccount& account, std::string_view key, std::string_view value) {
+    // A line that makes no sense must change nothing, so it is tried on a copy.
+    IrcAccount more = account;
+    if (!take(more, key, value))
+        return false;
+    account = std::move(more);
+    return true;
 }
 
-std::string textOf(const IrcAccount& account) {
+std::string ircLines(const IrcAccount& account) {
     std::string text;
     const auto line = [&text](const char* key, const std::string& value) {
         if (!value.empty())
@@ -103,8 +84,6 @@ std::string textOf(const IrcAccount& account) {
         // The password is written only if the owner wants it kept.
         line("password", account.keepsPassword ? account.password : "");
     }
-    if (account.linesPerMinute > 0)
-        line("lines a minute", std::to_string(account.linesPerMinute));
     return text + account.facts.lines();
 }
 
@@ -123,12 +102,8 @@ void addWhatIsLacking(IrcAccount& account, const IrcAccount& other) {
         account.password = other.password;
         account.keepsPassword = other.keepsPassword;
     }
-    if (account.linesPerMinute == 0)
-        account.linesPerMinute = other.linesPerMinute;
     account.facts.addWhatIsLacking(other.facts);
 }
-
-} // namespace
 
 bool canBeIrcHost(std::string_view host) {
     constexpr std::string_view others = "[]/@ ";
@@ -173,27 +148,6 @@ std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted) {
         return std::nullopt;
     server.port = static_cast<std::uint16_t>(*port);
     return server;
-}
-
-IrcAccountFile::IrcAccountFile(KeptFiles& files, std::string path)
-    : files_(files), path_(std::move(path)), account_(load()) {}
-
-IrcAccount IrcAccountFile::load() {
-    const FileRead file = files_.read(path_, largestFile);
-    isRead_ = !file.failed();
-    IrcAccount account = read(file.contents);
-    written_ = textOf(account);
-    return account;
-}
-
-void IrcAccountFile::keep(IrcAccount account) {
-    // A file that couldn't be read before may be readable now. What it holds must not get lost.
-    if (!isRead_)
-        addWhatIsLacking(account, load());
-    account_ = std::move(account);
-    std::string text = textOf(account_);
-    if (text != written_ && files_.replace(path_, text))
-        written_ = std::move(text);
 }
 
 } // namespace larkspin

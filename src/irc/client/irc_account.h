@@ -1,4 +1,4 @@
-// What the owner has asked for last about networks, and the file that keeps it for the next run.
+// What the owner has asked for about a network, as it is kept for the next run.
 #pragma once
 
 #include "irc/client/irc_server_facts.h"
@@ -10,9 +10,8 @@
 
 namespace larkspin {
 
-class KeptFiles;
-
 struct IrcAccount {
+    std::string name; // of the network; blank for its host's
     IrcServer server; // without a host there has been none
     std::string nick, room;
     bool isWanted = false; // connected, or trying: to be taken up again at the next start
@@ -22,13 +21,12 @@ struct IrcAccount {
     std::string loginHost, user, password;
     bool keepsPassword = false;
 
-    int linesPerMinute = 0; // that are said at most; 0 for no limit
     IrcServerFacts facts{};
+
+    const std::string& network() const { return name.empty() ? server.host : name; }
 
     bool operator==(const IrcAccount&) const = default;
 };
-
-inline constexpr int mostLinesPerMinute = 10'000;
 
 // Checks for texts that a file or the owner gives; one that fails its check isn't taken.
 bool canBeIrcHost(std::string_view host);
@@ -39,27 +37,12 @@ bool canBeIrcPassword(std::string_view password);
 // "SERVER", "SERVER:PORT", "[ADDRESS]:PORT". Nothing for what makes no sense.
 std::optional<IrcServer> readIrcServer(std::string_view text, bool encrypted);
 
-class IrcAccountFile {
-public:
-    // A line that makes no sense, or isn't known, counts as if it weren't there; one about the
-    // login takes the whole login with it.
-    IrcAccountFile(KeptFiles& files, std::string path);
+// As a file has it, a line each. A line that makes no sense changes nothing, and is false then; one
+// that isn't known is let be.
+bool takeIrcLine(IrcAccount& account, std::string_view key, std::string_view value);
+std::string ircLines(const IrcAccount& account);
 
-    const IrcAccount& account() const { return account_; }
-
-    // Writes the account if it has changed, readable by the owner alone. The password is written
-    // only if he wants it kept. If the file couldn't be read before, it is read for what this
-    // account lacks.
-    void keep(IrcAccount account);
-
-private:
-    IrcAccount load();
-
-    KeptFiles& files_;
-    std::string path_;
-    bool isRead_ = false;
-    std::string written_;
-    IrcAccount account_;
-};
+// Takes from another one what this lacks.
+void addWhatIsLacking(IrcAccount& account, const IrcAccount& other);
 
 } // namespace larkspin

@@ -52,6 +52,13 @@ const IrcChannel* IrcClient::inFront() const {
     return nullptr;
 }
 
+// While the owner is on another network he is told which one it is.
+void IrcClient::tell(const std::string& text) const {
+    const Conversation& front = conversations_.front();
+    const bool isElsewhere = !front.isAtHome() && !owns(front);
+    shown_.tell(isElsewhere ? conversations_.networkName(network_) + ": " + text : text);
+}
+
 bool IrcClient::tellWithoutServer() const {
     if (!session_.isWelcomed())
         tell("you are not connected");
@@ -76,12 +83,12 @@ IrcClient::State IrcClient::state() const {
     return here() ? State::joined : State::connected;
 }
 
-void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
-                        const std::string& channel) {
+void IrcClient::connect(const std::string& network, const IrcServer& server,
+                        const IrcIdentity& identity, const std::string& channel) {
     endSession();
     forgetRooms();
     if (network_ == Conversations::noNetwork || server.host != session_.server().host) {
-        beginNetwork();
+        beginNetwork(network);
         moderation_.forgetPeople();
     }
     joining_.beginWith(channel);
@@ -93,10 +100,10 @@ void IrcClient::connect(const IrcServer& server, const IrcIdentity& identity,
 }
 
 // What was said on another network goes.
-void IrcClient::beginNetwork() {
+void IrcClient::beginNetwork(const std::string& name) {
     for (const Conversation* each : conversations_.ofNetwork(network_))
         conversations_.remove(*each);
-    network_ = conversations_.newNetwork();
+    network_ = conversations_.newNetwork(name);
     channels_.beginOn(network_);
     talks_.beginOn(network_);
 }
@@ -219,7 +226,7 @@ void IrcClient::enter(Conversation& conversation) {
         if (place.conversation == &conversation)
             return joining_.enter(place);
     if (&conversation == &conversations_.front())
-        return tell(wordsOfEntering(conversation));
+        return tell(wordsOfEntering(conversations_, conversation));
     conversations_.enter(conversation);
     newRoom();
 }
@@ -229,7 +236,7 @@ void IrcClient::leave() {
     if (inFront() || (front.isAtHome() && channels_.all().empty()))
         return joining_.leave(usualFarewell);
     if (front.isAtHome())
-        return tell(wordsOfEntering(front));
+        return tell(wordsOfEntering(conversations_, front));
     const auto& channels = channels_.all();
     conversations_.enter(channels.empty() ? conversations_.home() : *channels.back().conversation);
     conversations_.remove(front);

@@ -50,7 +50,13 @@ public:
 
     // Connects, and stays so: a connection that is lost is made again, with the rooms. Without a
     // channel sign a room's name gets one; blank for no room.
-    void connect(const IrcServer& server, const IrcIdentity& identity, const std::string& channel);
+    void connect(const std::string& network, const IrcServer& server, const IrcIdentity& identity,
+                 const std::string& channel);
+    void connect(const IrcServer& server, const IrcIdentity& identity, const std::string& channel) {
+        connect(server.host, server, identity, channel);
+    }
+    // After a connect that a run begins with: what the owner has gone to meanwhile stays in front.
+    void comeBack() { joining_.comeBack(); }
     void disconnect();
     void identify(const IrcIdentity& identity) { session_.identify(identity); }
 
@@ -69,6 +75,8 @@ public:
     // Leaves the channel in which he is, or ends the talk that is in front. What is left of another
     // one, where nothing can be said any more, goes too.
     void leave();
+
+    int network() const { return network_; } // the number of it, as conversations have it
 
     // Whether it is one of this network's.
     bool owns(const Conversation& conversation) const { return conversation.network() == network_; }
@@ -130,7 +138,7 @@ private:
 
     const IrcChannel* here() const;
     const IrcChannel* inFront() const;
-    void tell(const std::string& text) const { shown_.tell(text); }
+    void tell(const std::string& text) const;
     // True when there is none.
     bool tellWithoutServer() const;
     bool tellWithoutRoom() const;
@@ -142,7 +150,7 @@ private:
     void forgetRooms();
     void newRoom();
     void welcomed();
-    void beginNetwork();
+    void beginNetwork(const std::string& name);
     bool canBeTalkedTo(const std::string& name) const;
     void tellNews(const IrcMessage& message);
     void speak(const IrcSaid& said);

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/slash_words.h"
-#include "irc/client/irc_account.h"
+#include "irc/client/irc_accounts.h"
 #include "shell/event_loop.h"
 #include "shell/files.h"
 

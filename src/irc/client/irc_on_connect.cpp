@@ -56,7 +56,7 @@ void IrcOnConnect::welcomed(const Task& goOn) {
 
 void IrcOnConnect::run(const std::string& line) {
     if (SlashWords::isMeantForIt(line))
-        words_().run(line);
+        words_(irc_).run(line);
     else
         irc_.quote(line);
 }
@@ -105,7 +105,7 @@ bool IrcOnConnect::add(std::string_view line) {
     if (hasControls(line) || line.size() > longestOnConnect ||
         (!isWord && (!isLetter(line.front()) || !readIrcMessage(line))))
         return false;
-    if (isWord && !words_().knows(line)) {
+    if (isWord && !words_(irc_).knows(line)) {
         std::string_view rest = line;
         tell_(visibleText(takeWord(rest), " ") + " can't be run on connecting");
         return true;

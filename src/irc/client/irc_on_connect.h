@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/slash_words.h"
-#include "irc/client/irc_account.h"
+#include "irc/client/irc_accounts.h"
 #include "shell/event_loop.h"
 
 #include <functional>
@@ -16,7 +16,7 @@ class IrcClient;
 class IrcOnConnect {
 public:
     // The words that such lines may have. One that leads to a network itself isn't among them.
-    using Words = std::function<SlashWords()>;
+    using Words = std::function<SlashWords(IrcClient& network)>;
 
     IrcOnConnect(EventLoop& loop, IrcClient& irc, IrcAccountFile& file, SlashWords::Tell tell,
                  Words words);

@@ -12,7 +12,7 @@ namespace larkspin {
 
 std::vector<SlashWord> IrcTalkWords::words() const {
     const auto by = [this](bool (IrcTalkWords::*work)(std::string_view) const) {
-        return [this, work](std::string_view rest) { return (this->*work)(rest); };
+        return [self = *this, work](std::string_view rest) { return (self.*work)(rest); };
     };
     return {
         {"me", "TEXT", "tells what you are doing: \"/me waves\"", by(&IrcTalkWords::me)},

@@ -23,7 +23,7 @@ public:
         : conversations_(conversations), own_(own), network_(std::move(network)),
           tell_(std::move(tell)) {}
 
-    std::vector<SlashWord> words() const;
+    std::vector<SlashWord> words() const; // which need this no more
 
 private:
     bool me(std::string_view rest) const;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/slash_words.h"
-#include "irc/client/irc_account.h"
+#include "irc/client/irc_accounts.h"
 #include "shell/event_loop.h"
 
 #include <string>
@@ -21,6 +21,8 @@ public:
     // A server has shown that one. The owner is asked once for each, until `forget`.
     void distrusted(const IrcServer& server, const IrcCertificate& certificate);
     void forget() { asked_ = {}; }
+
+    bool asks() const { return !asked_.place.empty(); }
 
     // "", a fingerprint, or "none", about the server that was asked for last. False for anything
     // else.

@@ -5,10 +5,12 @@
 #include "host/room_words.h"
 #include "irc/client/irc_client.h"
 #include "text/blanks.h"
+#include "text/fold.h"
 #include "text/number.h"
 #include "text/typed_words.h"
 #include "text/visible.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -16,104 +18,144 @@ namespace larkspin {
 
 namespace {
 
-constexpr const char* nowhere = "you are on no network: /connect leads to one";
+const std::string nowhere = "you are on no network: /connect leads to one";
 constexpr int mostNumber = 99'999; // of a conversation
-constexpr auto followsWithin = std::chrono::milliseconds(500);
 
 bool isBlank(std::string_view rest) {
     return withoutBlanks(rest).empty();
 }
 
+bool join(IrcClient& irc, std::string_view rest) {
+    const std::string name(takeWord(rest));
+    const std::string key(takeWord(rest));
+    if (name.empty() || !isBlank(rest))
+        return false;
+    irc.join(name, key);
+    return true;
+}
+
+bool names(IrcClient& irc, std::string_view rest) {
+    if (isBlank(rest))
+        irc.names();
+    return isBlank(rest);
+}
+
+bool topic(IrcClient& irc, std::string_view rest) {
+    irc.topic(isBlank(rest) ? std::nullopt : std::optional(textAfter(rest)));
+    return true;
+}
+
+bool message(IrcClient& irc, std::string_view rest) {
+    const std::string name(takeWord(rest));
+    if (name.empty() || isBlank(rest))
+        return false;
+    irc.message(name, textAfter(rest));
+    return true;
+}
+
+bool query(IrcClient& irc, std::string_view rest) {
+    const std::string name(takeWord(rest));
+    if (name.empty())
+        return false;
+    irc.talkTo(name);
+    if (!isBlank(rest))
+        irc.message(name, textAfter(rest));
+    return true;
+}
+
+bool changeNick(IrcClient& irc, std::string_view rest) {
+    const std::string_view nick = takeWord(rest);
+    if (!canBeIrcNick(nick) || !isBlank(rest))
+        return false;
+    irc.changeNick(std::string(nick));
+    return true;
+}
+
 } // namespace
-
-IrcWords::IrcWords(EventLoop& loop, Conversations& conversations, OwnRoom& own, IrcClient& irc,
-                   PasswordPrompt& prompt, IrcAccountFile& file, Files& disk, SlashWords::Tell tell)
-    : loop_(loop), conversations_(conversations), own_(own), irc_(irc), file_(file), tell_(tell),
-      access_(loop, irc, prompt, file, disk, tell,
-              [this] {
-                  SlashWords words(tell_);
-                  words.add(wordsInside());
-                  words.add(talk_.words());
-                  return words;
-              }),
-      talk_(
-          conversations, own, [this]() -> IrcClient& { return irc_; }, tell) {
-    irc_.limitSaid(file_.account().linesPerMinute);
-}
-
-IrcWords::~IrcWords() {
-    loop_.cancel(following_);
-}
 
 std::vector<SlashWord> IrcWords::words() {
     std::vector<SlashWord> all = wordsOfOwnRoom();
-    for (auto&& words : {access_.words(), wordsInside(), talk_.words()})
+    const auto atHand = [this]() -> IrcClient& { return networks_.atHand().client; };
+    for (auto&& words : {wordsOfNetworks(), wordsOn(atHand)})
         all.insert(all.end(), words.begin(), words.end());
-    all.push_back(
-        {"disconnect", "", "leaves the network, for your own room", [this](std::string_view rest) {
-             if (!isBlank(rest))
-                 return false;
-             if (irc_.isOn())
-                 irc_.disconnect();
-             else
-                 tell_(nowhere);
-             return true;
-         }});
     return all;
 }
 
-std::vector<SlashWord> IrcWords::wordsInside() {
+std::vector<SlashWord> IrcWords::wordsOfNetworks() {
     using Self = IrcWords;
     const auto by = [this](bool (Self::*work)(std::string_view)) {
         return [this, work](std::string_view rest) { return (this->*work)(rest); };
     };
+    const auto access = [this](bool (IrcAccess::*work)(std::string_view)) {
+        return
+            [this, work](std::string_view rest) { return (networks_.atHand().access.*work)(rest); };
+    };
+    const auto trust = [this](std::string_view rest) {
+        for (const auto& each : networks_.all())
+            if (each->access.asksForTrust())
+                return each->access.trust(rest);
+        IrcNetwork& network = networks_.atHand();
+        return (network.isKnown() ? network : networks_.last()).access.trust(rest);
+    };
+    return {
+        {"connect", "[NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]",
+         "goes to a network, by TLS unless plain; or once more to the last one, or the one of that "
+         "name",
+         by(&Self::connect)},
+        {"disconnect", "[NAME]", "leaves a network", by(&Self::disconnect)},
+        {"networks", "[forget NAME]", "tells which networks are known, or forgets one",
+         by(&Self::tellNetworks)},
+        {"login", "USER [keep]", "asks for the password of an account, and may keep it",
+         access(&IrcAccess::login)},
+        {"pass", "[keep|none]", "asks for the password of a server or a bouncer, and may keep it",
+         access(&IrcAccess::serverPassword)},
+        {"user", "[NAME [REAL NAME]|none]", "which user name and real name a server is told",
+         access(&IrcAccess::user)},
+        {"certificate", "[FILE|none]", "your own certificate with its key, which a server is shown",
+         access(&IrcAccess::certificate)},
+        {"trust", "[FINGERPRINT|none]", "takes the server's certificate that was shown last",
+         trust},
+        {"onconnect", "[LINE|drop NUMBER|drop all]",
+         "a line that is run each time that a network has welcomed you",
+         access(&IrcAccess::onConnect)},
+        {"limit", "[LINES]", "how many lines a minute are said at most; 0 for as many as may",
+         by(&Self::limit)},
+    };
+}
+
+std::vector<SlashWord> IrcWords::wordsOn(const Network& network) {
     // For words that mean something on a network only.
-    const auto there = [this](std::function<bool(std::string_view)> work) {
-        return [this, work = std::move(work)](std::string_view rest) {
-            if (irc_.isOn())
-                return work(rest);
+    const auto there = [this, network](std::function<bool(IrcClient&, std::string_view)> work) {
+        return [this, network, work = std::move(work)](std::string_view rest) {
+            if (network().isOn())
+                return work(network(), rest);
             tell_(nowhere);
             return true;
         };
     };
-    const auto join = [this](std::string_view rest) {
-        const std::string name(takeWord(rest));
-        const std::string key(takeWord(rest));
-        if (name.empty() || !isBlank(rest))
-            return false;
-        irc_.join(name, key);
-        return true;
+    const auto leave = [this, there](std::string_view rest) {
+        const auto work = [](IrcClient& irc, std::string_view more) {
+            if (isBlank(more))
+                irc.leave();
+            return isBlank(more);
+        };
+        IrcNetwork* const here = networks_.of(conversations_.front());
+        return here ? work(here->client, rest) : there(work)(rest);
     };
-    const auto topic = [this](std::string_view rest) {
-        irc_.topic(isBlank(rest) ? std::nullopt : std::optional(textAfter(rest)));
-        return true;
-    };
-    const auto leave = [this](std::string_view rest) {
-        if (isBlank(rest))
-            irc_.leave();
-        return isBlank(rest);
-    };
-    const auto names = [this](std::string_view rest) {
-        if (isBlank(rest))
-            irc_.names();
-        return isBlank(rest);
-    };
-    return {
+    std::vector<SlashWord> words{
         {"join", "#ROOM [KEY]", "goes into a room, which waits behind the one you are in",
          there(join)},
-        {"leave", "", "leaves the room, or ends the private talk",
-         [this, leave, there = there(leave)](std::string_view rest) {
-             return conversations_.front().isAtHome() ? there(rest) : leave(rest);
-         }},
+        {"leave", "", "leaves the room, or ends the private talk", leave},
         {"names", "", "tells who is in the room", there(names)},
         {"topic", "[TEXT]", "tells the room's topic, or sets it", there(topic)},
-        {"msg", "NAME TEXT", "sends somebody a private message", there(by(&Self::message))},
+        {"msg", "NAME TEXT", "sends somebody a private message", there(message)},
         {"query", "NAME [TEXT]", "talks to somebody in private, in a conversation of its own",
-         there(by(&Self::query))},
-        {"nick", "NAME", "asks for another name", there(by(&Self::changeNick))},
-        {"limit", "[LINES]", "how many lines a minute are said at most; 0 for as many as may",
-         by(&Self::limit)},
+         there(query)},
+        {"nick", "NAME", "asks for another name", there(changeNick)},
     };
+    for (SlashWord& word : IrcTalkWords(conversations_, own_, network, tell_).words())
+        words.push_back(std::move(word));
+    return words;
 }
 
 // On a network the owner can't speak for others, and conversations have numbers, too.
@@ -139,37 +181,60 @@ std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
 }
 
 bool IrcWords::isMoreThanHome() const {
-    return irc_.isOn() || conversations_.numbered(1);
+    return networks_.isOnAny() || conversations_.numbered(1);
 }
 
-void IrcWords::takeUpAgain() {
-    if (file_.account().isWanted)
-        loop_.post([this] { access_.connectAgain(); });
-}
-
-bool IrcWords::message(std::string_view rest) {
-    const std::string name(takeWord(rest));
-    if (name.empty() || isBlank(rest))
+bool IrcWords::connect(std::string_view rest) {
+    const auto wish = readIrcWish(rest);
+    const std::string_view name = withoutBlanks(rest);
+    IrcNetwork* const inFront = networks_.of(conversations_.front());
+    IrcNetwork* const again = !name.empty() ? networks_.named(name)
+                              : inFront     ? inFront
+                                            : &networks_.last();
+    if (!wish && !(again && again->isKnown()))
         return false;
-    irc_.message(name, textAfter(rest));
+    if (!wish)
+        networks_.connectAgain(*again);
+    else if (!networks_.connect(*wish))
+        tell_("larkspin knows no more networks: /networks forget NAME makes room");
     return true;
 }
 
-bool IrcWords::changeNick(std::string_view rest) {
-    const std::string_view nick = takeWord(rest);
-    if (!canBeIrcNick(nick) || !isBlank(rest))
-        return false;
-    irc_.changeNick(std::string(nick));
+bool IrcWords::disconnect(std::string_view rest) {
+    const std::string_view name = withoutBlanks(rest);
+    IrcNetwork* const network = name.empty() ? &networks_.atHand() : networks_.named(name);
+    if (network && network->client.isOn())
+        network->client.disconnect();
+    else
+        tell_(name.empty() ? nowhere : "you aren't on " + visibleName(name));
     return true;
 }
 
-bool IrcWords::query(std::string_view rest) {
-    const std::string name(takeWord(rest));
-    if (name.empty())
+bool IrcWords::tellNetworks(std::string_view rest) {
+    const std::string_view word = takeWord(rest), name = withoutBlanks(rest);
+    if (!word.empty() && (!equalFolded(word, "forget") || name.empty()))
         return false;
-    irc_.talkTo(name);
-    if (!isBlank(rest))
-        irc_.message(name, textAfter(rest));
+    if (!word.empty()) {
+        IrcNetwork* const network = networks_.named(name);
+        const bool forgets = network && !network->client.isOn();
+        if (forgets)
+            networks_.forget(*network);
+        tell_(forgets   ? visibleName(name) + " is forgotten"
+              : network ? "you are on " + visibleName(name) + ": /disconnect leaves it"
+                        : visibleName(name) + " isn't known");
+        return true;
+    }
+    if (networks_.all().size() == 1)
+        tell_("no network is known: /connect leads to one");
+    for (const auto& each : networks_.all()) {
+        if (!each->isKnown())
+            continue;
+        const IrcAccount& account = each->file.account();
+        tell_(visibleName(each->name()) + "  " + visibleName(account.server.host) + ':' +
+              std::to_string(account.server.port) + ", as " +
+              visibleName(each->client.isOn() ? each->client.ownName() : account.nick) +
+              (each->client.isOn() ? " (on)" : ""));
+    }
     return true;
 }
 
@@ -192,7 +257,7 @@ void IrcWords::enter(const std::string& wanted) {
             return tell_("there is no room " + wanted);
     } else if (equalFolded(wanted, "home")) {
         found = &conversations_.home();
-    } else if (irc_.enterRoom(wanted)) {
+    } else if (enterChannel(wanted)) {
         return;
     }
     for (const auto& each : conversations_.all())
@@ -200,10 +265,19 @@ void IrcWords::enter(const std::string& wanted) {
             found = each.get();
     if (!found)
         tell_("you are not in " + visibleName(wanted));
-    else if (found->isAtHome())
-        own_.enterRoom(found->name());
+    else if (IrcNetwork* const network = networks_.of(*found))
+        network->client.enter(*found);
     else
-        irc_.enter(*found);
+        own_.enterRoom(found->name());
+}
+
+// The one of that name on the network where the owner is; else on any other.
+bool IrcWords::enterChannel(const std::string& name) {
+    if (networks_.atHand().client.enterRoom(name))
+        return true;
+    return std::ranges::any_of(networks_.all(), [&](const auto& each) {
+        return each.get() != &networks_.atHand() && each->client.enterRoom(name);
+    });
 }
 
 void IrcWords::tellConversations() const {
@@ -213,7 +287,7 @@ void IrcWords::tellConversations() const {
             continue;
         const bool isHome = each->kind() == Conversation::Kind::home;
         std::string line =
-            std::to_string(number) + "  " + (isHome ? "home" : visibleName(each->name()));
+            std::to_string(number) + "  " + (isHome ? "home" : conversations_.fullName(*each));
         if (each.get() == &conversations_.front())
             line += " (here)";
         else if (each->unread() > 0)
@@ -227,45 +301,17 @@ void IrcWords::tellConversations() const {
 
 bool IrcWords::limit(std::string_view rest) {
     const std::string_view lines = takeWord(rest);
-    IrcAccount account = file_.account();
     if (!lines.empty()) {
         const auto wanted = plainNumber(lines, 0, mostLinesPerMinute);
         if (!wanted || !isBlank(rest))
             return false;
-        account.linesPerMinute = *wanted;
-        irc_.limitSaid(*wanted);
-        file_.keep(account);
+        networks_.limitSaid(*wanted);
     }
-    if (account.linesPerMinute == 0)
-        tell_("larkspin says as many lines as the server allows");
+    if (const int most = accounts_.linesPerMinute(); most > 0)
+        tell_("larkspin says at most " + counted(most, "line") + " a minute");
     else
-        tell_("larkspin says at most " + counted(account.linesPerMinute, "line") + " a minute");
+        tell_("larkspin says as many lines as the server allows");
     return true;
-}
-
-// Changes are written together, after a moment, so that no server can make the file be written
-// again and again.
-void IrcWords::roomChanged() {
-    wasOn_ = wasOn_ || irc_.isOn();
-    if (following_ == TimerId::none)
-        following_ = loop_.once(followsWithin, [this] { follow(); });
-}
-
-void IrcWords::follow() {
-    loop_.cancel(std::exchange(following_, TimerId::none));
-    const bool isOn = irc_.isOn();
-    // If there was no network before and there is none now, there is nothing new to keep.
-    if (!std::exchange(wasOn_, isOn) && !isOn)
-        return;
-    IrcAccount account = file_.account();
-    const std::string &room = irc_.wantedRoom(), &nick = irc_.wantedNick();
-    if (room.empty() || canBeIrcWord(room))
-        account.room = room;
-    if (canBeIrcNick(nick))
-        account.nick = nick;
-    account.isWanted = isOn;
-    if (account != file_.account())
-        file_.keep(std::move(account));
 }
 
 } // namespace larkspin

@@ -52,33 +52,33 @@ void TracedConnection::open(const IrcServer& server, Events events) {
     trace_.note("network: opens", server.host);
     begun_.clear();
     events_ = std::move(events);
-    connection_.open(server, {.opened =
-                                  [this] {
-                                      trace_.note("network: is open");
-                                      events_.opened();
-                                  },
-                              .received =
-                                  [this](std::string_view bytes) {
-                                      hear(bytes);
-                                      events_.received(bytes);
-                                  },
-                              .ended =
-                                  [this](const std::string& why) {
-                                      trace_.note("network: has ended,", why);
-                                      events_.ended(why);
-                                  },
-                              .distrusted =
-                                  [this](const IrcCertificate& certificate) {
-                                      trace_.note("network: doesn't trust",
-                                                  certificate.fingerprint);
-                                      if (events_.distrusted)
-                                          events_.distrusted(certificate);
-                                  }});
+    connection_->open(server, {.opened =
+                                   [this] {
+                                       trace_.note("network: is open");
+                                       events_.opened();
+                                   },
+                               .received =
+                                   [this](std::string_view bytes) {
+                                       hear(bytes);
+                                       events_.received(bytes);
+                                   },
+                               .ended =
+                                   [this](const std::string& why) {
+                                       trace_.note("network: has ended,", why);
+                                       events_.ended(why);
+                                   },
+                               .distrusted =
+                                   [this](const IrcCertificate& certificate) {
+                                       trace_.note("network: doesn't trust",
+                                                   certificate.fingerprint);
+                                       if (events_.distrusted)
+                                           events_.distrusted(certificate);
+                                   }});
 }
 
 void TracedConnection::close() {
     trace_.note("network: closes");
-    connection_.close();
+    connection_->close();
 }
 
 void TracedConnection::send(std::string_view bytes) {
@@ -87,7 +87,7 @@ void TracedConnection::send(std::string_view bytes) {
         note("network: sent", rest.substr(0, end));
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    connection_.send(bytes);
+    connection_->send(bytes);
 }
 
 void TracedConnection::hear(std::string_view bytes) {

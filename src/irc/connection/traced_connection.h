@@ -6,7 +6,9 @@
 
 #include "irc/connection/irc_connection.h"
 
+#include <memory>
 #include <string>
+#include <utility>
 
 namespace larkspin {
 
@@ -14,20 +16,20 @@ class Trace;
 
 class TracedConnection : public IrcConnection {
 public:
-    TracedConnection(IrcConnection& connection, Trace& trace)
-        : connection_(connection), trace_(trace) {}
+    TracedConnection(std::unique_ptr<IrcConnection> connection, Trace& trace)
+        : connection_(std::move(connection)), trace_(trace) {}
 
     void open(const IrcServer& server, Events events) override;
     void send(std::string_view bytes) override;
-    std::size_t unsent() const override { return connection_.unsent(); }
+    std::size_t unsent() const override { return connection_->unsent(); }
     void close() override;
-    void finish(Nanoseconds atMost) override { connection_.finish(atMost); }
+    void finish(Nanoseconds atMost) override { connection_->finish(atMost); }
 
 private:
     void hear(std::string_view bytes);
     void note(const char* direction, std::string_view line);
 
-    IrcConnection& connection_;
+    std::unique_ptr<IrcConnection> connection_;
     Trace& trace_;
     Events events_;
     std::string begun_; // of a line that hasn't come whole, its beginning

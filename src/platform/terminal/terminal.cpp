@@ -41,8 +41,8 @@ bool errorsGoWithOutput() {
 
 } // namespace
 
-Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
-                   const DataDirectory& directory, const std::string& screenName,
+Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
+                   KeptFiles& files, const DataDirectory& directory, const std::string& screenName,
                    TerminalDialogs::ReadPath readPath)
     : output_(loop, STDOUT_FILENO), errors_(loop, STDERR_FILENO),
       input_(loop, inputIsTerminal() ? ownersPatience : TerminalInput::never),
@@ -50,11 +50,11 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, 
       screen(output_, errorsGoWithOutput() ? output_ : errors_,
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
       dialogs(screen, input_, readPath), desktop(screen),
-      rooms(loop, lines, connection, password_, files, directory, screenName,
+      rooms(loop, lines, std::move(connections), password_, files, directory, screenName,
             {.changed = [this] { showOwnName(); }}),
       loop_(loop), commands_(screen, desktop, rooms.words.words(),
                              [this](const std::string& line) { rooms.room.say(line); }) {
-    rooms.words.readPathsBy(std::move(readPath));
+    rooms.networks.readPathsBy(readPath);
     rooms.conversations.beforeChange([this] { showNew(); });
     screen.before([this] { showNew(); });
     loop.beforeSleep([this] { showNew(); });
@@ -98,22 +98,23 @@ std::string Terminal::prompt() const {
 
 void Terminal::showNew() {
     using Speaker = TerminalScreen::Speaker;
-    newLines_.take({.entered =
-                        [this](const Conversation& conversation) {
-                            screen.showRoom(wordsOfEntering(conversation), Speaker::owner);
-                            showOwnName();
-                        },
-                    .leftOut =
-                        [this](int lines) {
-                            screen.showRoom(counted(lines, "line") + " before these",
-                                            Speaker::owner);
-                        },
-                    .line = [this](const KeptLine& line) { showLine(line); },
-                    .elsewhere =
-                        [this](const Conversation& conversation, const KeptLine& line) {
-                            screen.showRoom(wordsFromElsewhere(conversation, line), Speaker::other,
-                                            stampOf(line, loop_));
-                        }});
+    newLines_.take(
+        {.entered =
+             [this](const Conversation& conversation) {
+                 screen.showRoom(wordsOfEntering(rooms.conversations, conversation),
+                                 Speaker::owner);
+                 showOwnName();
+             },
+         .leftOut =
+             [this](int lines) {
+                 screen.showRoom(counted(lines, "line") + " before these", Speaker::owner);
+             },
+         .line = [this](const KeptLine& line) { showLine(line); },
+         .elsewhere =
+             [this](const Conversation& conversation, const KeptLine& line) {
+                 screen.showRoom(wordsFromElsewhere(rooms.conversations, conversation, line),
+                                 Speaker::other, stampOf(line, loop_));
+             }});
 }
 
 // What the owner types stands on his screen already.
@@ -168,7 +169,7 @@ void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit)
          .take = [this](const std::string& line) { take(line); },
          .ended = std::move(quit),
          .underWay = [this, &recitals] { return output_.isRead() ? recitals.count() : 0; }});
-    rooms.words.takeUpAgain();
+    rooms.networks.takeUpAgain();
 }
 
 void Terminal::take(const std::string& line) {

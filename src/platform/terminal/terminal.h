@@ -27,9 +27,9 @@ namespace larkspin {
 
 class Terminal {
 public:
-    // Lines said in the rooms come in through `lines`. Networks are reached by the connection.
-    Terminal(PollLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
-             const DataDirectory& directory, const std::string& screenName,
+    // Lines said in the rooms come in through `lines`. Networks are reached by such connections.
+    Terminal(PollLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
+             KeptFiles& files, const DataDirectory& directory, const std::string& screenName,
              TerminalDialogs::ReadPath readPath);
 
     // Words with a slash, beside those of its own and about rooms.

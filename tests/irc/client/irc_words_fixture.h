@@ -29,11 +29,11 @@ protected:
         words = SlashWords([this](const std::string& text) {
             rooms->conversations.tell(KeptLine::Kind::answer, "! " + text);
         });
-        rooms.emplace(loop, lines, server, *this, keptFiles,
+        rooms.emplace(loop, lines, lent({&server, &other}), *this, keptFiles,
                       DataDirectory(drivePath(disk.path().native())), "jo", RoomDisplay());
         shown.emplace(rooms->conversations, "");
         words.add(rooms->words.words());
-        rooms->words.takeUpAgain();
+        rooms->networks.takeUpAgain();
         loop.waitUntil(loop.now() + 1s);
     }
     // What the owner is told when that is typed, and what a password is asked for.
@@ -78,7 +78,7 @@ protected:
     FaultyFiles files{Wastebasket{}, slowDisk};
     Trace trace;
     KeptFiles keptFiles{files, DataDirectory(drivePath(disk.path().native())), trace};
-    PretendIrc server{loop};
+    PretendIrc server{loop}, other{loop}; // of the first network, and of the next ones
     SlashWords words{{}};
     std::optional<AllRooms> rooms;
     std::optional<ShownLines> shown;

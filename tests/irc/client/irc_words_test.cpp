@@ -169,7 +169,7 @@ TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
 }
 
 TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
-    const std::string usage = "! /connect [[plain] SERVER[:PORT] NICK [#ROOM]]\n";
+    const std::string usage = "! /connect [NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]\n";
     for (const char* const wrong :
          {"", " irc.test", " irc.test #music", " irc.test:0 jo", " irc.test:70000 jo",
           " irc.test: jo", " ::1 jo", " [::1 jo", " [::1]6667 jo", " irc/test jo",
@@ -184,7 +184,7 @@ TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
     };
     for (const auto& [server, written] : right) {
         typed(std::string("/connect ") + server + " jo");
-        EXPECT_EQ(kept(), std::string(written) + "nick=jo\nconnect=yes\n");
+        EXPECT_NE(kept().find(std::string(written) + "nick=jo\nconnect=yes\n"), std::string::npos);
     }
 }
 
@@ -224,9 +224,11 @@ TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
     EXPECT_EQ(logins, jo);
     EXPECT_EQ(kept(), "server=irc.test\nport=6697\ntls=yes\nnick=jo\nconnect=yes\n"
                       "login server=irc.test\nlogin=jo\n");
-    EXPECT_TRUE(typed("/connect evil.test jo")
-                    .starts_with("you don't log in as jo, which is for irc.test\n"));
+    other.capabilities = server.capabilities;
+    other.takes = server.takes;
+    typed("/connect evil.test jo");
     EXPECT_EQ(logins, jo);
+    typed("/disconnect evil.test");
     typed("/connect IRC.test:7000 jo");
     EXPECT_EQ(logins, jo + jo);
     begin();
@@ -234,7 +236,9 @@ TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
 
     typed("/login jo KEEP");
     toldOf("ps t");
-    EXPECT_TRUE(kept().ends_with("login server=IRC.test\nlogin=jo\npassword=ps t\n"));
+    EXPECT_NE(kept().find("\nlogin server=IRC.test\nlogin=jo\npassword=ps t\nnetwork=evil.test\n"),
+              std::string::npos)
+        << kept();
     const auto rights = std::filesystem::status(disk.path() / "irc.txt").permissions();
     EXPECT_EQ(static_cast<int>(rights), 0600);
     begin();
@@ -302,8 +306,53 @@ TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
     begin();
     files.unreadable = false;
     typed("/connect other.test anna");
-    EXPECT_EQ(kept(), "server=other.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n" + login +
-                          "lines a minute=6\n");
+    EXPECT_EQ(kept(), "server=other.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n"
+                      "network=irc.test\n" +
+                          before + "lines a minute=6\n");
+}
+
+TEST_F(IrcWordsTest, SeveralNetworksAreWorkedAtOnceEachByItself) {
+    server.names["#music"] = other.names["#music"] = "@jo ann";
+    typed("/login jo"); // at home, for the next one
+    toldOf("sesame");
+    typed("/connect irc.test jo #music");
+    EXPECT_EQ(typed("/connect as two other.test joe #music"),
+              "two: connecting to other.test\ntwo: you are joe on other.test\n"
+              "you are in #music on two\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music on irc.test\n2  #music on two (here)\n");
+    server.sent.clear();
+    other.sent.clear();
+    const auto say = [this](const char* line) {
+        loop.post([this, line] { rooms->room.say(line); });
+        loop.waitUntil(loop.now() + 10s);
+        return shown->take();
+    };
+    EXPECT_EQ(say("hi"), "joe: hi\n");
+    EXPECT_EQ(other.sent, Lines{"PRIVMSG #music hi"});
+    EXPECT_EQ(server.sent, Lines{});
+    server.say(":ann!a@h PRIVMSG #music :jo, hi\r\n:ann!a@h PRIVMSG #music :and so on");
+    EXPECT_EQ(seenWithin(1s), "#music on irc.test: ann: jo, hi\n");
+    EXPECT_EQ(typed("/room 1"), "you are in #music on irc.test\nann: jo, hi\nann: and so on\n");
+    EXPECT_EQ(say("there"), "jo: there\n");
+    EXPECT_EQ(server.sent, Lines{"PRIVMSG #music there"});
+    EXPECT_EQ(typed("/networks"),
+              "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe (on)\n");
+    EXPECT_EQ(typed("/disconnect two"), "two: you have left other.test\n");
+    EXPECT_EQ(typed("/connect two"),
+              "two: connecting to other.test\ntwo: you are joe on other.test\n"
+              "you are in #music on two\n");
+    other.lose("x"); // while the other one stays
+    EXPECT_EQ(seenWithin(1s), "other.test: x; trying again in 5 seconds\nyou are at home\n");
+    EXPECT_EQ(seenWithin(30s), "you are joe on other.test\nyou are in #music on two\n");
+    begin();
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music on irc.test (here)\n2  #music on two\n");
+    EXPECT_EQ(typed("/networks forget two"), "you are on two: /disconnect leaves it\n");
+    typed("/disconnect two");
+    EXPECT_EQ(typed("/networks forget two"), "two is forgotten\n");
+    EXPECT_EQ(kept(), "server=irc.test\nport=6697\ntls=yes\nnick=jo\nroom=#music\nconnect=yes\n"
+                      "login server=irc.test\nlogin=jo\n");
+    EXPECT_EQ(typed("/networks forget two"), "two isn't known\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music (here)\n");
 }
 
 TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {

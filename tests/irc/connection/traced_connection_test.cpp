@@ -8,7 +8,7 @@ namespace larkspin {
 
 TEST(TracedConnection, TellsOfLinesButNeitherSecretsNorTalk) {
     IrcMachine machine;
-    TracedConnection connection(machine.server, machine.trace);
+    TracedConnection connection(std::make_unique<LentConnection>(machine.server), machine.trace);
     machine.server.silent = true;
     connection.open({.host = "irc.test"},
                     {[] {}, [](std::string_view) {}, [](const std::string&) {}});

@@ -15,11 +15,11 @@ constexpr std::size_t largestPlace = 10'000;
 
 } // namespace
 
-QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
-               const DataDirectory& directory, const std::string& screenName)
+QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
+               KeptFiles& files, const DataDirectory& directory, const std::string& screenName)
     : loop_(loop), files_(files), placeFile_(directory.roomWindowFile()),
       history_(files, directory.historyFile()),
-      rooms(loop, lines, connection, *this, files, directory, screenName,
+      rooms(loop, lines, std::move(connections), *this, files, directory, screenName,
             {.clearInput = [this] { window.clearInput(); },
              .bringForward = [this] { window.bringForward(); },
              .changed = [this] { window.roomChanged(); }}),
@@ -55,7 +55,7 @@ void QtRoom::open(Task quit) {
     for (std::string& line : std::exchange(early_, {}))
         // Each in an event of its own, like a line that is typed from now on.
         loop_.post([this, line = std::move(line)] { take(line); });
-    rooms.words.takeUpAgain();
+    rooms.networks.takeUpAgain();
 }
 
 void QtRoom::take(const std::string& line) {

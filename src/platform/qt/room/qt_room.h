@@ -20,9 +20,9 @@ class KeptFiles;
 
 class QtRoom : private PasswordPrompt {
 public:
-    // Lines said in the rooms come in through `lines`. Networks are reached by the connection.
-    QtRoom(EventLoop& loop, ChatLines& lines, IrcConnection& connection, KeptFiles& files,
-           const DataDirectory& directory, const std::string& screenName);
+    // Lines said in the rooms come in through `lines`. Networks are reached by such connections.
+    QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
+           KeptFiles& files, const DataDirectory& directory, const std::string& screenName);
     ~QtRoom() override { loop_.cancel(keeping_); }
 
     // What Tab makes of a line that isn't one of the words with a slash.

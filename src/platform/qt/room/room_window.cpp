@@ -32,7 +32,8 @@ constexpr QSize frameRoom(4, 40);              // for the frame of a window mana
 
 RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversations& conversations,
                        LineHistory& history)
-    : loop_(loop), room_(room), newLines_(conversations), said_(*new Transcript),
+    : loop_(loop), room_(room), conversations_(conversations), newLines_(conversations),
+      said_(*new Transcript),
       people_(*new PeopleView({.people = [&room]() -> const RowList& { return room.people(); },
                                .isIgnored = [&room](auto name) { return room.isIgnored(name); }})),
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
@@ -121,7 +122,8 @@ void RoomWindow::takeNew() {
          .line = [this](const KeptLine& line) { showLine(line); },
          .elsewhere =
              [this](const Conversation& conversation, const KeptLine& line) {
-                 said_.tell(wordsFromElsewhere(conversation, line), stampOf(line, loop_));
+                 said_.tell(wordsFromElsewhere(conversations_, conversation, line),
+                            stampOf(line, loop_));
              }});
 }
 
@@ -135,7 +137,7 @@ void RoomWindow::enter(const Conversation& conversation) {
     const auto count = std::min<std::ptrdiff_t>(unread - lines.begin(), mostReadBefore);
     for (auto line = unread - count; line != unread; ++line)
         showLine(*line);
-    said_.tell(wordsOfEntering(conversation));
+    said_.tell(wordsOfEntering(conversations_, conversation));
     roomChanged();
 }
 

@@ -76,6 +76,7 @@ private:
 
     EventLoop& loop_;
     const ShownRoom& room_;
+    const Conversations& conversations_;
     NewLines newLines_;
     Transcript& said_; // these belong to the window's layout
     PeopleView& people_;

@@ -25,7 +25,7 @@ struct RoomWindowTest : testing::Test {
     // The program begins anew in the room's window, as a run of its own. What is typed so soon
     // waits until it can be taken.
     void open(const std::string& early = "") {
-        room = std::make_unique<QtRoom>(machine.loop, machine.lines, server, machine.kept,
+        room = std::make_unique<QtRoom>(machine.loop, machine.lines, lent({&server}), machine.kept,
                                         DataDirectory(machine.drive("data")), "Owner");
         machine.host = &room->rooms.room;
         room->show();

@@ -1,0 +1,161 @@
+#include "irc/client/irc_networks.h"
+
+#include "text/fold.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr auto followsWithin = std::chrono::milliseconds(500);
+
+} // namespace
+
+IrcNetworks::IrcNetworks(IrcNetwork::Shared shared, MakeConnection makeConnection,
+                         IrcAccounts& accounts, IrcOnConnect::Words words)
+    : shared_(std::move(shared)), makeConnection_(std::move(makeConnection)), accounts_(accounts),
+      words_(std::move(words)) {
+    shownChanged_ = std::exchange(shared_.shown.changed, [this] { changed(); });
+    for (const auto& file : accounts_.all())
+        add(*file);
+}
+
+IrcNetwork& IrcNetworks::add(IrcAccountFile& file) {
+    IrcNetwork& network =
+        *all_.emplace_back(std::make_unique<IrcNetwork>(shared_, makeConnection_(), file, words_));
+    network.access.readPathsBy(readPath_);
+    network.client.limitSaid(accounts_.linesPerMinute());
+    return network;
+}
+
+IrcNetwork* IrcNetworks::of(const Conversation& conversation) const {
+    for (const auto& each : all_)
+        if (each->client.owns(conversation))
+            return each.get();
+    return nullptr;
+}
+
+IrcNetwork& IrcNetworks::atHand() const {
+    if (IrcNetwork* const inFront = of(shared_.conversations.front()))
+        return *inFront;
+    if (last().client.isOn())
+        return last();
+    for (const auto& each : all_)
+        if (each->client.isOn())
+            return *each;
+    return *all_.back();
+}
+
+IrcNetwork& IrcNetworks::last() const {
+    return last_ ? *last_ : *all_.front();
+}
+
+IrcNetwork* IrcNetworks::named(std::string_view name) const {
+    for (const auto& each : all_)
+        if (each->isKnown() && equalFolded(each->name(), name))
+            return each.get();
+    return nullptr;
+}
+
+bool IrcNetworks::isOnAny() const {
+    return std::ranges::any_of(all_, [](const auto& each) { return each->client.isOn(); });
+}
+
+bool IrcNetworks::connect(const IrcWish& wish) {
+    IrcNetwork* network = named(wish.name.empty() ? wish.server.host : wish.name);
+    if (!network && all_.size() >= IrcAccounts::most)
+        return false;
+    if (network)
+        takeWhatWasGiven(*network);
+    else
+        network = all_.back().get();
+    const bool isNext = !network->isKnown();
+    last_ = network;
+    if (isNext)
+        add(accounts_.beginNext());
+    network->access.connect(wish);
+    return true;
+}
+
+void IrcNetworks::connectAgain(IrcNetwork& network) {
+    takeWhatWasGiven(network);
+    last_ = &network;
+    network.access.connectAgain();
+}
+
+// What the owner has given for the next network is for this one then.
+void IrcNetworks::takeWhatWasGiven(IrcNetwork& network) {
+    IrcNetwork& next = *all_.back();
+    if (&next == &network || next.file.account() == IrcAccount())
+        return;
+    IrcAccount account = network.file.account();
+    const IrcAccount given = next.file.account();
+    if (!given.user.empty()) {
+        account.user = given.user;
+        account.password = given.password;
+        account.keepsPassword = given.keepsPassword;
+        account.loginHost.clear();
+    }
+    account.facts.addWhatIsLacking(given.facts);
+    network.file.keep(std::move(account));
+    next.file.keep({});
+}
+
+void IrcNetworks::takeUpAgain() {
+    for (const auto& each : all_)
+        if (each->file.account().isWanted)
+            shared_.loop.post([this, network = each.get()] {
+                for (const auto& still : all_)
+                    if (still.get() == network) {
+                        connectAgain(*network);
+                        return network->client.comeBack();
+                    }
+            });
+}
+
+void IrcNetworks::forget(const IrcNetwork& network) {
+    if (last_ == &network)
+        last_ = nullptr;
+    for (const Conversation* each : shared_.conversations.ofNetwork(network.client.network()))
+        shared_.conversations.remove(*each);
+    const IrcAccountFile& file = network.file;
+    std::erase_if(all_, [&](const auto& each) { return each.get() == &network; });
+    accounts_.remove(file);
+}
+
+void IrcNetworks::readPathsBy(const IrcAccess::ReadPath& readPath) {
+    readPath_ = readPath;
+    for (const auto& each : all_)
+        each->access.readPathsBy(readPath_);
+}
+
+void IrcNetworks::limitSaid(int linesPerMinute) {
+    accounts_.limit(linesPerMinute);
+    for (const auto& each : all_)
+        each->client.limitSaid(linesPerMinute);
+}
+
+void IrcNetworks::finish() {
+    follow();
+    for (const auto& each : all_)
+        each->client.finish();
+}
+
+// Changes are written together, after a moment, so that no server can make the file be written
+// again and again.
+void IrcNetworks::changed() {
+    if (following_ == TimerId::none)
+        following_ = shared_.loop.once(followsWithin, [this] { follow(); });
+    shownChanged_();
+}
+
+void IrcNetworks::follow() {
+    shared_.loop.cancel(std::exchange(following_, TimerId::none));
+    for (const auto& each : all_)
+        each->follow();
+}
+
+} // namespace larkspin
