@@ -245,7 +245,7 @@ void addIrcWorks() {
                 [&](benchmark::State& state) { commandAmidRecital(state, family); })
             ->UseManualTime()
             ->Iterations(1)
-            ->Repetitions(1);
+            ->Repetitions(2);
 }
 
 } // namespace larkspin
