@@ -1,8 +1,39 @@
 #include "host/conversation.h"
 
+#include "chat/markup.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
 #include <utility>
 
 namespace larkspin {
+
+namespace {
+
+// Between the owner's clock, by which his own lines stand, and that of a network: seconds.
+constexpr std::time_t mostBetweenClocks = 60;
+
+// A network has a long line of the owner's in pieces, each of which stands in the whole.
+constexpr std::size_t longestInOnePiece = 200;
+
+bool isSame(const KeptLine& kept, const KeptLine& line) {
+    if (kept.isProgramsWord() || kept.speaker != line.speaker || kept.isOwners != line.isOwners)
+        return false;
+    if (kept.mark && line.mark)
+        return kept.mark == line.mark;
+    if (std::abs(kept.at - line.at) > (line.isOwners ? mostBetweenClocks : 0))
+        return false;
+    const std::string whole = plainMarkup(kept.text), told = plainMarkup(line.text);
+    const bool mayBePiece = line.isOwners && whole.size() > longestInOnePiece;
+    return mayBePiece ? whole.find(told) != whole.npos : whole == told;
+}
+
+} // namespace
+
+bool Conversation::holds(const KeptLine& line) const {
+    return std::ranges::any_of(lines_, [&](const KeptLine& kept) { return isSame(kept, line); });
+}
 
 void Conversation::keep(KeptLine line, bool isInFront) {
     if (!isInFront && !line.isOwners && !line.isProgramsWord()) {
@@ -10,7 +41,13 @@ void Conversation::keep(KeptLine line, bool isInFront) {
         unreadForOwner_ += line.isForOwner;
     }
     bytes_ += line.bytes();
-    lines_.push_back(std::move(line));
+    newest_ = line.number;
+    auto place = lines_.end();
+    while (line.isOld && place != lines_.begin() && std::prev(place)->at > line.at)
+        --place;
+    if (place != lines_.end())
+        lastPutIn_ = line.number;
+    lines_.insert(place, std::move(line));
     while (lines_.size() > mostLines || (bytes_ > mostBytes && lines_.size() > 1))
         dropOldest();
 }
@@ -26,8 +63,7 @@ void Conversation::come() {
 }
 
 void Conversation::go() {
-    if (!lines_.empty())
-        read_ = lines_.back().number;
+    read_ = newest_;
 }
 
 } // namespace larkspin

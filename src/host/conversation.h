@@ -27,6 +27,8 @@ struct KeptLine {
     bool isForOwner =
         false; // it calls him by name, is for nobody else, or he has sent it from afar
     bool isOnScreen = false;  // where he has typed it
+    bool isOld = false;       // it is told only now, by whoever has kept it
+    std::uint64_t mark = 0;   // by which the network knows it; 0 where it has none
     std::uint64_t number = 0; // of all conversations' lines, as they came, from 1
 
     bool isProgramsWord() const { return kind == Kind::news || kind == Kind::answer; }
@@ -65,6 +67,12 @@ public:
     int unread() const { return unread_; }
     int unreadForOwner() const { return unreadForOwner_; }
 
+    // Whether an old line is among them already.
+    bool holds(const KeptLine& line) const;
+
+    // The number of the last line that was put among others, instead of at the end.
+    std::uint64_t lastPutIn() const { return lastPutIn_; }
+
     // The number of the last line that he had read as he came here last.
     std::uint64_t readBefore() const { return readBefore_; }
 
@@ -80,7 +88,7 @@ private:
     std::string place_;
     std::deque<KeptLine> lines_;
     std::size_t bytes_ = 0;
-    std::uint64_t read_ = 0, readBefore_ = 0;
+    std::uint64_t newest_ = 0, lastPutIn_ = 0, read_ = 0, readBefore_ = 0;
     int unread_ = 0, unreadForOwner_ = 0;
 };
 

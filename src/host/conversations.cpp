@@ -115,9 +115,11 @@ void Conversations::enter(Conversation& conversation) {
 }
 
 void Conversations::keep(Conversation& conversation, KeptLine line) {
-    line.number = ++lastNumber_;
     if (line.at == 0)
         line.at = loop_.moment();
+    if (line.isOld && conversation.holds(line))
+        return;
+    line.number = ++lastNumber_;
     bytes_ -= conversation.bytes();
     conversation.keep(std::move(line), front_ == &conversation);
     bytes_ += conversation.bytes();

@@ -65,7 +65,8 @@ public:
 
     void enter(Conversation& conversation);
 
-    // Keeps the line at the end; as of now, unless it has a time.
+    // Keeps the line at the end; as of now, unless it has a time. An old line is put in after those
+    // that aren't newer, unless it is there already.
     void keep(Conversation& conversation, KeptLine line);
 
     // A word of the program's in the conversation in front.

@@ -9,22 +9,25 @@
 
 namespace larkspin {
 
-namespace {} // namespace
-
 NewLines::NewLines(const Conversations& conversations)
     : conversations_(conversations), front_(conversations.front().place()) {}
 
-// The lines after that number. New ones are few, so they are looked for from the end.
+// The lines after that number. New ones are few, so they are looked for from the end. If none was
+// put in among older ones, the first line that isn't new ends that.
 void NewLines::addNew(const Conversation& conversation, std::uint64_t after,
                       std::vector<New>& all) const {
     const auto& lines = conversation.lines();
-    auto line = lines.end();
-    while (line != lines.begin() && std::prev(line)->number > after)
-        --line;
     const bool isInFront = conversation.place() == front_;
-    for (; line != lines.end(); ++line)
-        if (isInFront || line->isForOwner)
-            all.push_back({&conversation, &*line});
+    const auto first = static_cast<std::ptrdiff_t>(all.size());
+    std::uint64_t place = conversations_.lastNumber();
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+        place = std::min(place, line->number);
+        if (line->number > after && (isInFront || line->isForOwner))
+            all.push_back({&conversation, &*line, place});
+        else if (line->number <= after && conversation.lastPutIn() <= after)
+            break;
+    }
+    std::reverse(all.begin() + first, all.end());
 }
 
 void NewLines::take(const Show& show) {
@@ -38,7 +41,7 @@ void NewLines::take(const Show& show) {
     for (const auto& conversation : conversations_.all())
         addNew(*conversation, isOther && conversation.get() == &front ? front.readBefore() : shown_,
                all);
-    std::ranges::sort(all, {}, [](const New& each) { return each.line->number; });
+    std::ranges::stable_sort(all, {}, &New::place);
     if (isOther)
         show.entered(front);
     if (const int count = static_cast<int>(all.size()); isOther && count > mostUnread) {
@@ -46,7 +49,7 @@ void NewLines::take(const Show& show) {
         all.erase(all.begin(), all.end() - mostUnread);
     }
     shown_ = conversations_.lastNumber();
-    for (const auto& [conversation, line] : all)
+    for (const auto& [conversation, line, place] : all)
         if (conversation == &front)
             show.line(*line);
         else

@@ -27,7 +27,8 @@ public:
         std::function<void(const Conversation& conversation, const KeptLine& line)> elsewhere;
     };
 
-    // Tells what is new since the last time, in the order in which it came.
+    // Tells what is new since the last time, in the order in which it came; but an old line that
+    // has come after newer ones, which are told now as well, before those.
     void take(const Show& show);
 
     // After another conversation has come in front, so many of its lines are told at most.
@@ -37,6 +38,7 @@ private:
     struct New {
         const Conversation* conversation;
         const KeptLine* line;
+        std::uint64_t place; // the least number from there on in its conversation
     };
     void addNew(const Conversation& conversation, std::uint64_t after, std::vector<New>& all) const;
 

@@ -48,6 +48,43 @@ TEST_F(ConversationsTest, OthersAreCountedUntilTheyAreEnteredAndShownThen) {
               "ann: three\n- you talk to ann\nann: psst\n- you are in #den\nann: four\n");
 }
 
+TEST_F(ConversationsTest, WhatIsOldIsShownAsItComesAndStandsWhereItBelongs) {
+    const auto say = [&](const std::string& text, std::time_t at, bool isOld = false) {
+        conversations.keep(den, {.kind = KeptLine::Kind::said,
+                                 .speaker = "ann",
+                                 .text = text,
+                                 .at = at,
+                                 .isOld = isOld});
+    };
+    const auto kept = [&] {
+        std::string all;
+        for (const KeptLine& line : den.lines())
+            all += line.text;
+        return all;
+    };
+    say("a", 10);
+    say("e", 50);
+    conversations.enter(den);
+    shown.take();
+    say("c", 30, true);
+    say("g", 70);
+    say("b", 20, true);
+    say("f", 60, true);
+    for (int time = 0; time < 2; ++time)
+        say("c", 30, true);
+    EXPECT_EQ(shown.take(), "ann: b\nann: c\nann: f\nann: g\n");
+    EXPECT_EQ(kept(), "abcefg");
+    conversations.enter(conversations.home());
+    conversations.enter(den);
+    EXPECT_EQ(shown.take(), "- you are at home\n- you are in #den\n");
+    conversations.enter(conversations.home());
+    say("d", 40, true);
+    say("h", 80);
+    EXPECT_EQ(den.unread(), 2);
+    conversations.enter(den);
+    EXPECT_EQ(shown.take(), "- you are at home\n- you are in #den\nann: d\nann: h\n");
+}
+
 TEST_F(ConversationsTest, WhatIsLeftIsShownBeforeItGoes) {
     conversations.enter(den);
     say(den, "bye");

@@ -36,6 +36,7 @@ public:
     int opened = 0;
     IrcServer to;                  // the one that was connected to last
     std::vector<std::string> sent; // by the client, without what registers and asks for answers
+    std::string label;             // of the last line that it has read, which `sent` is without
     Nanoseconds finishing{};       // how long the last lines may have taken
 
     // The server's lines, in one chunk.
@@ -121,8 +122,10 @@ private:
             });
     }
 
-    void take(const std::string& line) {
-        const IrcMessage message = *readIrcMessage(line);
+    void take(const std::string& whole) {
+        const IrcMessage message = *readIrcMessage(whole);
+        const std::string line = whole.substr(whole.starts_with('@') ? whole.find(' ') + 1 : 0);
+        label = message.tag("label");
         const std::string& command = message.command;
         if (command == "PING") {
             if (!silent)
@@ -154,7 +157,9 @@ private:
                      : "") +
                 ":irc 315 " + nick + ' ' + message.parameters[0] + " :End");
         else if ((command == "PRIVMSG" || command == "NOTICE") && hasEcho_)
-            say(me + line);
+            say((label.empty() ? "" : "@label=" + label + ' ') + me + line);
+        else if (command == "PRIVMSG" && !label.empty())
+            say("@label=" + label + " :irc ACK");
         else if (command == "MODE" || command == "KICK" || command == "PART" || command == "TOPIC")
             say(me + line);
         else if (command == "QUIT")

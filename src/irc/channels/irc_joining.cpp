@@ -237,8 +237,7 @@ void IrcJoining::left(std::string_view channel) {
     const std::string name = place->channel.name();
     Conversation& conversation = *place->conversation;
     events_.tell("you have left " + visibleName(name));
-    // Lines that still wait to be said in that channel can't be said any more.
-    session_.dropFor(name);
+    events_.left(name);
     channels_.remove(*place);
     if (wants(name)) // he has asked for it again meanwhile
         request({name});

@@ -19,7 +19,8 @@ class IrcJoining {
 public:
     struct Events {
         std::function<void(const std::string& text)> tell;
-        std::function<void()> newRoom; // another one is in front, or none
+        std::function<void()> newRoom;                        // another one is in front, or none
+        std::function<void(const std::string& channel)> left; // nothing can be said there any more
     };
 
     // All must live on.

@@ -124,6 +124,7 @@ std::string IrcModeration::find(const Person& person) {
     const bool isAsked =
         session_.send(IrcOutgoing::Kind::protocol, ircLine("WHO", asked), [this, search, latest] {
             search->end = std::min(loop_.now() + longestSearch, latest);
+            return std::string();
         });
     if (!isAsked)
         return person.name;

@@ -34,10 +34,15 @@ IrcClient::IrcClient(EventLoop& loop, ChatLines& lines, Conversations& conversat
       channels_(conversations), talks_(conversations, session_),
       joining_(session_, channels_, conversations,
                {.tell = [this](const std::string& text) { tell(text); },
-                .newRoom = [this] { newRoom(); }}),
+                .newRoom = [this] { newRoom(); },
+                .left = [this](const std::string& channel) { speech_.dropFor(channel); }}),
       hearing_(loop, lines, conversations, shown_, session_, channels_, talks_, moderation_),
-      speech_(loop, session_, channels_,
-              [this](const IrcSaid& said, bool atOnce) { hearing_.reached(said, atOnce); }),
+      speech_(
+          loop, session_, channels_,
+          [this](const IrcSaid& said, bool atOnce, const IrcMessage* cameBack) {
+              hearing_.reached(said, atOnce, cameBack);
+          },
+          [this](const std::string& text) { tell(text); }),
       pacing_(loop, lines, session_.outgoing()) {}
 
 const IrcChannel* IrcClient::here() const {
@@ -106,6 +111,7 @@ void IrcClient::beginNetwork(const std::string& name) {
     network_ = conversations_.newNetwork(name);
     channels_.beginOn(network_);
     talks_.beginOn(network_);
+    speech_.lost().clear();
 }
 
 void IrcClient::disconnect() {
@@ -132,6 +138,7 @@ void IrcClient::signOff() {
 void IrcClient::endSession() {
     sendFarewell();
     session_.end(usualFarewell);
+    speech_.connectionEnded();
 }
 
 // If the event at work has said something, it was about this end, and its last line is still sent.
@@ -143,6 +150,7 @@ void IrcClient::sendFarewell() {
 
 void IrcClient::finish() {
     sendFarewell();
+    speech_.connectionEnded();
     std::vector<std::string> names;
     for (const Place& place : channels_.all())
         names.push_back(place.channel.name());
@@ -164,6 +172,8 @@ void IrcClient::welcomed() {
 }
 
 void IrcClient::lost() {
+    speech_.connectionLost();
+    happenings_.clear();
     hasToldHowToStop_ = false;
     if (owns(conversations_.front()) && !inFront())
         talkBefore_ = conversations_.front().place();
@@ -177,7 +187,6 @@ void IrcClient::lost() {
 void IrcClient::forgetRooms() {
     channels_.clear();
     talks_.open(false);
-    speech_.clear();
     if (owns(conversations_.front()))
         conversations_.enter(conversations_.home());
 }
@@ -186,34 +195,29 @@ void IrcClient::take(const IrcMessage& message) {
     const std::string& command = message.command;
     if (command == "PRIVMSG" || command == "NOTICE")
         return hearing_.take(message, speech_);
-    // A line that a channel refuses won't be sent back. If it goes out again, it isn't news.
-    if (numeric::refusesLine(command) && speech_.refused(message))
+    if (command == "ACK")
+        return speech_.acknowledged(message);
+    // A line that is refused won't be sent back. If it goes out again, it isn't news.
+    if (speech_.refused(message) || IrcHistory::isRefusal(message))
         return;
     // The order matters. News is told while the channels still know who was where. A channel that
     // the owner comes into is made before it takes the JOIN. What else becomes of him is followed
     // when the channels have taken it.
     if (!(command == "INVITE" && moderation_.ignores(message.nick())))
-        tellNews(message);
-    if (command == "JOIN" && session_.isSelf(message.nick()))
+        happenings_.tell(message);
+    speech_.lost().tell();
+    if (command == "JOIN" && session_.isSelf(message.nick())) {
         joining_.cameIn(std::string(message.parameter(0)));
-    if (command == "NICK")
+        history_.cameIn(message.parameter(0));
+    }
+    if (command == "NICK") {
         talks_.rename(message.nick(), message.parameter(0));
+        speech_.lost().rename(message.nick(), std::string(message.parameter(0)));
+    }
     channels_.take(message, session_.features());
     joining_.take(message);
     moderation_.take(message);
     shown_.changed();
-}
-
-// What happens in a channel stands there. That the owner is put out of one he hears wherever he is.
-void IrcClient::tellNews(const IrcMessage& message) {
-    for (const Place& place : channels_.all())
-        if (std::string text = newsOf(message, session_, place.channel); !text.empty())
-            conversations_.keep(
-                *place.conversation,
-                {.text = std::move(text),
-                 .isForOwner = message.command == "KICK" && session_.isSelf(message.parameter(1))});
-    if (const std::string text = newsOfOwner(message, session_); !text.empty())
-        numeric::isNumeric(message.command) ? tell(text) : shown_.message(text);
 }
 
 void IrcClient::newRoom() {
@@ -326,8 +330,25 @@ void IrcClient::act(const std::string& doing) {
 }
 
 void IrcClient::speak(const IrcSaid& said) {
-    if (!speech_.say(IrcOutgoing::Kind::typed, said))
-        tell("too much waits to be said");
+    if (speech_.say(IrcOutgoing::Kind::typed, said))
+        return;
+    tell("too much waits to be said");
+    speech_.lost().tell();
+}
+
+void IrcClient::sayAgain() {
+    const Conversation& front = conversations_.front();
+    if (!owns(front))
+        return tell("/again is for a room or a talk on a network");
+    if (tellWithoutServer())
+        return;
+    if (!front.isOpen)
+        return tell("nothing can be said here any more");
+    const auto lines = speech_.lost().take(front.name());
+    if (lines.empty())
+        tell("nothing of yours was lost here");
+    for (const IrcSaid& said : lines)
+        speak(said);
 }
 
 void IrcClient::lineTypedAtHome() {

@@ -13,7 +13,9 @@
 #include "irc/channels/irc_moderation.h"
 #include "irc/channels/irc_talks.h"
 #include "irc/connection/irc_session.h"
+#include "irc/talk/irc_happenings.h"
 #include "irc/talk/irc_hearing.h"
+#include "irc/talk/irc_history.h"
 #include "irc/talk/irc_pacing.h"
 #include "irc/talk/irc_speech.h"
 #include "text/row_list.h"
@@ -100,6 +102,9 @@ public:
     void say(const std::string& line, bool isOnScreen = false); // where he has typed it
 
     void act(const std::string& doing); // there, too: "/me waves"
+    // Says there once more what the owner couldn't say in the conversation in front. What was
+    // obeyed before isn't obeyed twice.
+    void sayAgain();
 
     // At home he is told once, with the first line that he types there, how to stop the tries to
     // get back to the network.
@@ -115,7 +120,7 @@ public:
     std::string currentScreenName() override; // blank where nothing can be said
     void sendChatLine(const std::string& line) override;
     bool tellOwner(const std::string& text) override;
-    void dropUnsaid() override { session_.outgoing().drop(IrcOutgoing::Kind::said); }
+    void dropUnsaid() override { speech_.dropAnswers(); }
     void clearChatInput() override { shown_.clearInput(); }
     void bringHostForward() override { shown_.bringForward(); }
 
@@ -152,7 +157,6 @@ private:
     void welcomed();
     void beginNetwork(const std::string& name);
     bool canBeTalkedTo(const std::string& name) const;
-    void tellNews(const IrcMessage& message);
     void speak(const IrcSaid& said);
 
     EventLoop& loop_;
@@ -167,6 +171,8 @@ private:
     IrcHearing hearing_;
     IrcSpeech speech_;
     IrcPacing pacing_;
+    IrcHistory history_{session_, channels_};
+    IrcHappenings happenings_{conversations_, shown_, session_, channels_};
     std::function<void(const Task& join)> welcomed_;
     bool isOn_ = false;
     bool hasToldHowToStop_ = false;

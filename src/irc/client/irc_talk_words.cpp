@@ -18,6 +18,7 @@ std::vector<SlashWord> IrcTalkWords::words() const {
         {"me", "TEXT", "tells what you are doing: \"/me waves\"", by(&IrcTalkWords::me)},
         {"notice", "NAME TEXT", "sends a notice, which no program answers",
          by(&IrcTalkWords::notice)},
+        {"again", "", "says once more what you couldn't say here", by(&IrcTalkWords::again)},
     };
 }
 
@@ -41,6 +42,13 @@ bool IrcTalkWords::notice(std::string_view rest) const {
         return false;
     network_().notice(name, textAfter(rest));
     return true;
+}
+
+bool IrcTalkWords::again(std::string_view rest) const {
+    const bool isAlone = withoutBlanks(rest).empty();
+    if (isAlone)
+        network_().sayAgain();
+    return isAlone;
 }
 
 } // namespace larkspin

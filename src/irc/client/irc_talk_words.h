@@ -28,6 +28,7 @@ public:
 private:
     bool me(std::string_view rest) const;
     bool notice(std::string_view rest) const;
+    bool again(std::string_view rest) const;
 
     Conversations& conversations_;
     OwnRoom& own_;

@@ -13,10 +13,12 @@ namespace {
 // Those of use whenever they are offered. The ones of which the program shows nothing yet are asked
 // for too, where others depend on them.
 constexpr std::string_view alwaysWanted[] = {
-    "multi-prefix",  "server-time",      capability::echo,    "message-tags",
-    "batch",         "labeled-response", "account-tag",       "account-notify",
-    "extended-join", "chghost",          "userhost-in-names", "cap-notify",
-    "invite-notify", "standard-replies", "draft/chathistory", "chathistory",
+    "multi-prefix",      capability::time,    capability::echo,
+    "message-tags",      capability::batch,   capability::labels,
+    "account-tag",       "account-notify",    "extended-join",
+    "chghost",           "userhost-in-names", "cap-notify",
+    "invite-notify",     "standard-replies",  capability::draftHistory,
+    capability::history,
 };
 
 std::vector<std::string_view> wordsOf(std::string_view list) {

@@ -14,7 +14,9 @@ struct IrcMessage;
 
 namespace capability {
 
-inline constexpr const char *sasl = "sasl", *echo = "echo-message", *sts = "sts";
+inline constexpr const char *sasl = "sasl", *echo = "echo-message", *sts = "sts", *batch = "batch",
+                            *labels = "labeled-response", *time = "server-time",
+                            *history = "chathistory", *draftHistory = "draft/chathistory";
 
 } // namespace capability
 

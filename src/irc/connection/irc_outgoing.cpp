@@ -34,7 +34,7 @@ IrcOutgoing::~IrcOutgoing() {
     loop_.cancel(next_);
 }
 
-bool IrcOutgoing::add(Kind kind, std::string line, Task gone) {
+bool IrcOutgoing::add(Kind kind, std::string line, Leaving leaving) {
     std::deque<Line>& lines = lines_[place(kind)];
     if (line.empty())
         return true;
@@ -42,7 +42,7 @@ bool IrcOutgoing::add(Kind kind, std::string line, Task gone) {
         return false;
     if (kind == Kind::typed)
         typedAt_ = loop_.now();
-    lines.push_back({std::move(line), std::move(gone)});
+    lines.push_back({std::move(line), std::move(leaving)});
     sendDue();
     return true;
 }
@@ -57,25 +57,21 @@ void IrcOutgoing::drop(Kind kind) {
     sendDue();
 }
 
-std::size_t IrcOutgoing::dropFor(const std::string& channel) {
+void IrcOutgoing::dropFor(const std::string& channel) {
     const auto isFor = [&](const Line& line) {
         // The second word of a line is the channel that it is for.
         const auto target = line.text.find(' ');
         return target != line.text.npos &&
                line.text.compare(target, channel.size() + 2, ' ' + channel + ' ') == 0;
     };
-    const std::size_t before = unsaid();
     for (std::deque<Line>& lines : lines_)
         std::erase_if(lines, isFor);
-    const std::size_t dropped = before - unsaid();
     sendDue();
-    return dropped;
 }
 
-std::size_t IrcOutgoing::unsaid() const {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(lines_[place(Kind::typed)],
-                              [](const Line& line) { return line.text.starts_with("PRIVMSG "); }));
+void IrcOutgoing::give(const Line& line) {
+    ++lastSent_;
+    send_((line.leaving ? line.leaving() : "") + line.text);
 }
 
 void IrcOutgoing::sendLast(Kind kind) {
@@ -84,9 +80,7 @@ void IrcOutgoing::sendLast(Kind kind) {
         return;
     const Line last = std::move(lines.back());
     lines.pop_back();
-    send_(last.text);
-    if (last.gone)
-        last.gone();
+    give(last);
 }
 
 void IrcOutgoing::clear(bool isLost) {
@@ -103,6 +97,7 @@ void IrcOutgoing::ask() {
     if (lag_.isOwed())
         return;
     pace_.asked(weightOfAsking, loop_.now());
+    lastAsked_ = lastSent_;
     send_(lag_.ask(loop_.now()));
     asked_();
 }
@@ -110,6 +105,7 @@ void IrcOutgoing::ask() {
 void IrcOutgoing::answered(std::string_view text) {
     if (!lag_.isOwed())
         return;
+    lastRead_ = lastAsked_;
     pace_.answered(lag_.answered(text, loop_.now()), loop_.now());
     sendDue();
 }
@@ -195,9 +191,7 @@ void IrcOutgoing::sendFirst(Kind kind) {
         while (saidAt_.front() + minute <= now)
             saidAt_.pop_front();
     }
-    send_(line.text);
-    if (line.gone)
-        line.gone();
+    give(line);
 }
 
 // A task that runs in here may add lines. They go in their turn, not from inside the task.

@@ -6,6 +6,7 @@
 #include "irc/connection/irc_pace.h"
 #include "shell/event_loop.h"
 
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -31,11 +32,14 @@ public:
     IrcOutgoing(const IrcOutgoing&) = delete;
     IrcOutgoing& operator=(const IrcOutgoing&) = delete;
 
+    // Runs as a line goes, which may be at once, and must not wait. What it gives goes in front of
+    // the line: its tags, or nothing.
+    using Leaving = std::function<std::string()>;
+
     // Ended as `ircLine` makes it; several in one text go together, in one place of the queue. An
-    // empty one isn't sent. The task runs as the line goes, which may be at once, and must not
-    // wait. Without one more place, the line is dropped and this is false: at most `mostWaiting` of
-    // each kind wait.
-    bool add(Kind kind, std::string line, Task gone = {});
+    // empty one isn't sent. Without one more place, the line is dropped and this is false: at most
+    // `mostWaiting` of each kind wait.
+    bool add(Kind kind, std::string line, Leaving leaving = {});
     static constexpr std::size_t mostWaiting = 1000;
 
     // How many of that kind wait.
@@ -44,13 +48,9 @@ public:
     // Said lines go no faster than so many in any minute; 0 for no limit beyond the server's.
     void limitSaid(int linesPerMinute);
 
-    // How many messages wait that the owner has typed, as the server counts them.
-    std::size_t unsaid() const;
-
-    // Forget what waits: all of a kind, or all for a channel. The second one returns how many of
-    // the owner's messages were among it.
+    // Forget what waits: all of a kind, or all for a channel.
     void drop(Kind kind);
-    std::size_t dropFor(const std::string& channel);
+    void dropFor(const std::string& channel);
 
     // Sends the last one of that kind at once, before all that wait: a farewell, before an end that
     // those won't outlive.
@@ -71,13 +71,21 @@ public:
     void ask();
     void answered(std::string_view text);
     const IrcLag& lag() const { return lag_; }
+
+    // Lines have numbers as they go, from 1, which go on over all connections: the last one that
+    // has gone, the last one that the server was asked about, and the last one of which it is known
+    // that the server has read it.
+    std::uint64_t lastSent() const { return lastSent_; }
+    std::uint64_t lastAsked() const { return lastAsked_; }
+    std::uint64_t lastRead() const { return lastRead_; }
+
     bool isToBlameForLag() const { return pace_.isToBlame(loop_.now()); }
     Nanoseconds ahead() const { return pace_.ahead(loop_.now()); } // of the server, by its price
 
 private:
     struct Line {
         std::string text;
-        Task gone;
+        Leaving leaving;
     };
 
     static std::size_t place(Kind kind) { return static_cast<std::size_t>(kind); }
@@ -90,6 +98,7 @@ private:
     void plan();
     std::optional<Nanoseconds> askIfDue();
     void sendFirst(Kind kind);
+    void give(const Line& line);
     void sendDue();
 
     EventLoop& loop_;
@@ -101,6 +110,7 @@ private:
     std::size_t saidPerMinute_ = 0;
     std::deque<Nanoseconds> saidAt_; // the last minute's
     std::optional<Nanoseconds> typedAt_;
+    std::uint64_t lastSent_ = 0, lastAsked_ = 0, lastRead_ = 0;
     bool areSentBack_ = false;
     int typedInRow_ = 0, saidInRow_ = 0;
     bool isSending_ = false;

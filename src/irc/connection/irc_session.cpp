@@ -81,6 +81,7 @@ void IrcSession::open() {
     // Nothing that the last connection has told holds for this one.
     input_.clear();
     features_ = {};
+    batches_.clear();
     wantedNick_.clear();
     registration_.emplace(
         identity_, server_,
@@ -104,7 +105,6 @@ void IrcSession::end(const std::string& farewell) {
     if (!isOn())
         return;
     const bool isOpen = phase_ != Phase::waiting;
-    tellUnsaid(outgoing_.unsaid());
     reset(Phase::off);
     if (!isOpen)
         return;
@@ -149,8 +149,14 @@ void IrcSession::take(const IrcMessage& message) {
         return tellEarly(message);
     if (isBeginning || isTaken)
         return;
+    batches_.open(message);
+    // What happened in former times happens to nobody now.
+    const bool isSaid = message.command == "PRIVMSG" || message.command == "NOTICE";
+    if (batches_.isOld(message) && !isSaid)
+        return batches_.close(message);
     follow(message);
     events_.message(message);
+    batches_.close(message);
 }
 
 // What a server says before the welcome may be why there is none.
@@ -258,20 +264,9 @@ void IrcSession::lose(const std::string& why) {
         nextWait_ = shortestWait;
     const auto wait = std::exchange(nextWait_, std::min(nextWait_ * 2, longestWait));
     events_.tell(server_.host + ": " + why + "; " + inSeconds(wait));
-    tellUnsaid(outgoing_.unsaid());
     reset(Phase::waiting);
     wakeIn(wait, [this] { open(); });
     events_.lost();
-}
-
-void IrcSession::dropFor(const std::string& channel) {
-    tellUnsaid(outgoing_.dropFor(channel));
-}
-
-void IrcSession::tellUnsaid(std::size_t lines) const {
-    if (lines > 0)
-        events_.tell(counted(static_cast<std::int64_t>(lines), "line") +
-                     " of yours had not been sent yet, and won't be");
 }
 
 void IrcSession::changeNick(const std::string& nick) {
@@ -284,9 +279,9 @@ bool IrcSession::request(std::string_view command, const std::vector<std::string
     return send(IrcOutgoing::Kind::protocol, ircLine(command, parameters));
 }
 
-bool IrcSession::send(IrcOutgoing::Kind kind, std::string line, Task gone) {
+bool IrcSession::send(IrcOutgoing::Kind kind, std::string line, IrcOutgoing::Leaving leaving) {
     outgoing_.areSentBack(echoes());
-    return isWelcomed() && outgoing_.add(kind, std::move(line), std::move(gone));
+    return isWelcomed() && outgoing_.add(kind, std::move(line), std::move(leaving));
 }
 
 } // namespace larkspin

@@ -2,6 +2,7 @@
 // it is made again, with waits that grow.
 #pragma once
 
+#include "irc/connection/irc_batches.h"
 #include "irc/connection/irc_connection.h"
 #include "irc/connection/irc_lag_watch.h"
 #include "irc/connection/irc_nick_regain.h"
@@ -65,8 +66,7 @@ public:
     void identify(const IrcIdentity& identity);
 
     // Ends the connection with a farewell, or ends the tries to make one, and doesn't connect
-    // again. Lines that wait to be sent are dropped, as they are whenever a connection ends; the
-    // owner is told how many of them were his.
+    // again. Lines that wait to be sent are dropped, as they are whenever a connection ends.
     void end(const std::string& farewell);
 
     // To be called as the process ends: sends these last lines before the connection closes.
@@ -80,6 +80,10 @@ public:
         return registration_ && registration_->capabilities().holds(capability);
     }
     bool echoes() const { return holds(capability::echo); }
+
+    // Whether the server tells with each answer to which line it belongs, if that had a label.
+    bool labels() const { return holds(capability::labels) && holds(capability::batch); }
+    const IrcBatches& batches() const { return batches_; }
 
     const IrcServer& server() const { return server_; }
     const IrcIdentity& identity() const { return identity_; }
@@ -105,10 +109,8 @@ public:
     // A line of the protocol, or one that waits its turn. False, and nothing happens, while there
     // is no welcome, and when too many wait.
     bool request(std::string_view command, const std::vector<std::string>& parameters);
-    bool send(IrcOutgoing::Kind kind, std::string line, Task gone = {});
+    bool send(IrcOutgoing::Kind kind, std::string line, IrcOutgoing::Leaving leaving = {});
 
-    // Drops the lines that wait to be said in that channel.
-    void dropFor(const std::string& channel);
     IrcOutgoing& outgoing() { return outgoing_; }
 
 private:
@@ -125,7 +127,6 @@ private:
     void answer(const IrcMessage& ping);
     void lookForSilence();
     void tellLag() const;
-    void tellUnsaid(std::size_t lines) const;
     void giveUp(const std::string& why);
     void lose(const std::string& why);
     void reset(Phase phase);
@@ -141,6 +142,7 @@ private:
     IrcOutgoing outgoing_;
     IrcLagWatch lagWatch_;
     IrcFeatures features_;
+    IrcBatches batches_;
     std::optional<IrcRegistration> registration_;
     IrcKeeper keeper_;
     IrcNickRegain regain_;

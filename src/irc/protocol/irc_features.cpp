@@ -33,6 +33,7 @@ CaseMapping mappingNamed(std::string_view name) {
 constexpr std::size_t mostRanks = 52;
 
 constexpr int mostModesInLine = 20;
+constexpr int mostLinesOfHistory = 1'000'000;
 
 // "(ov)@+"; nothing at all where there are no ranks.
 void readRanks(std::string_view value, IrcFeatures& features) {
@@ -86,6 +87,9 @@ void IrcFeatures::readWord(std::string_view word) {
     else if (name == "MODES")
         modesInLine = static_cast<std::size_t>(
             plainNumber(value, 1, mostModesInLine).value_or(mostModesInLine)); // without a bound
+    else if (name == "CHATHISTORY")
+        mostHistory =
+            static_cast<std::size_t>(plainNumber(value, 0, mostLinesOfHistory).value_or(0));
     else if (name == "EXTBAN")
         readExtendedMasks(value);
     else if (name == "ACCOUNTEXTBAN")

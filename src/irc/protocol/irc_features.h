@@ -44,6 +44,8 @@ struct IrcFeatures {
     // Whether it tells of somebody's account in its answer to WHO (WHOX).
     bool tellsAccounts = false;
 
+    std::size_t mostHistory = 0; // lines that it tells at once; 0 for no bound
+
     bool hasMonitor = false; // it tells when a name comes or goes
 
     // Takes the words of an ISUPPORT message, also those that take back what was told before

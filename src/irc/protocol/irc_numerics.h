@@ -3,6 +3,8 @@
 
 #include "text/characters.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace larkspin::numeric {
@@ -19,11 +21,13 @@ inline constexpr std::string_view away = "301", isOn = "303", noTopic = "331", t
 inline constexpr std::string_view monitoredOffline = "731", monitorsFull = "734";
 
 // Refusals.
-inline constexpr std::string_view cannotSend = "404", noCodes = "408", badCapability = "410",
-                                  unknownCommand = "421", noGreeting = "422", noNickGiven = "431",
-                                  badNick = "432", nickInUse = "433", nickCollision = "436",
-                                  nickUnavailable = "437", notRegistered = "451",
-                                  badPassword = "464";
+inline constexpr std::string_view noSuchNick = "401", noSuchChannel = "403", cannotSend = "404",
+                                  noCodes = "408", badCapability = "410", unknownCommand = "421",
+                                  noGreeting = "422", noNickGiven = "431", badNick = "432",
+                                  nickInUse = "433", nickCollision = "436", nickUnavailable = "437",
+                                  notRegistered = "451", badPassword = "464", needsAccount = "477",
+                                  needsAccountForNick = "486", needsVoice = "489",
+                                  cannotSendToNick = "531";
 
 // Outcomes of a login.
 inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone = "903",
@@ -39,9 +43,12 @@ inline bool isRefusal(std::string_view command) {
     return command.size() == 3 && (command.front() == '4' || command.front() == '5');
 }
 
-// A line to a channel.
+// A line to a channel or to somebody.
 inline bool refusesLine(std::string_view command) {
-    return command == cannotSend || command == noCodes;
+    static constexpr std::string_view numbers[] = {noSuchNick, noSuchChannel,   cannotSend,
+                                                   noCodes,    needsAccount,    needsAccountForNick,
+                                                   needsVoice, cannotSendToNick};
+    return std::ranges::find(numbers, command) != std::end(numbers);
 }
 
 // The numbers 900 to 909.

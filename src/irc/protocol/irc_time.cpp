@@ -3,6 +3,7 @@
 #include "text/number.h"
 
 #include <chrono>
+#include <cstdio>
 
 namespace larkspin {
 
@@ -33,6 +34,21 @@ std::optional<std::time_t> momentOfIrc(std::string_view text) {
     const time::sys_seconds moment =
         time::sys_days(date) + time::hours(*hour) + time::minutes(*minute) + time::seconds(*second);
     return time::system_clock::to_time_t(moment);
+}
+
+std::string ircTime(std::time_t moment) {
+    namespace time = std::chrono;
+    const auto at = time::floor<time::seconds>(time::system_clock::from_time_t(moment));
+    const auto day = time::floor<time::days>(at);
+    const time::year_month_day date(day);
+    const time::hh_mm_ss clock(at - day);
+    char text[48] = "";
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d.000Z",
+                  static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+                  static_cast<unsigned>(date.day()), static_cast<int>(clock.hours().count()),
+                  static_cast<int>(clock.minutes().count()),
+                  static_cast<int>(clock.seconds().count()));
+    return text;
 }
 
 } // namespace larkspin

@@ -14,6 +14,8 @@
 #include "text/visible.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
 
 namespace larkspin {
 
@@ -56,6 +58,12 @@ std::string harmlessMarkup(std::string_view codes) {
     return harmless;
 }
 
+// The server's name for it, in a number; 0 where it has none.
+std::uint64_t markOf(const IrcMessage& message) {
+    const std::string_view name = message.tag("msgid");
+    return name.empty() ? 0 : std::max<std::uint64_t>(std::hash<std::string_view>()(name), 1);
+}
+
 } // namespace
 
 void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
@@ -65,7 +73,7 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
         return;
     // A line under the owner's name may be one that this connection has said, sent back. What is
     // told once more of former times never is.
-    const bool mayBeBack = isSelf && message.tag("batch").empty();
+    const bool mayBeBack = isSelf && !isOld(message);
     if (mayBeBack && speech.take(message))
         return;
     if (!isSelf && moderation_.ignores(message.nick()))
@@ -78,6 +86,10 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
         hearPrivately(message);
     else if (!session_.isSelf(target))
         hearFromElsewhere(message);
+}
+
+bool IrcHearing::isOld(const IrcMessage& message) const {
+    return session_.batches().isOld(message);
 }
 
 // By the server's clock, where it tells the time: a bouncer plays back what is long past.
@@ -103,16 +115,17 @@ void IrcHearing::hearIn(Conversation& conversation, const IrcMessage& message) {
     const std::string markup =
         harmlessMarkup(isSelf ? saidWithoutSecrets(conversation.name(), said) : said);
     const std::string place = conversation.place();
-    conversations_.keep(conversation,
-                        {.kind = isNotice        ? Kind::noted
-                                 : doing.empty() ? Kind::said
-                                                 : Kind::done,
-                         .speaker = visibleName(nick),
-                         .text = markup,
-                         .at = timeOf(message),
-                         .isOwners = isSelf,
-                         .isForOwner = !isSelf && isAboutOwner(conversation, markup)});
-    if (!isSelf && !isNotice && doing.empty())
+    conversations_.keep(conversation, {.kind = isNotice        ? Kind::noted
+                                               : doing.empty() ? Kind::said
+                                                               : Kind::done,
+                                       .speaker = visibleName(nick),
+                                       .text = markup,
+                                       .at = timeOf(message),
+                                       .isOwners = isSelf,
+                                       .isForOwner = !isSelf && isAboutOwner(conversation, markup),
+                                       .isOld = isOld(message),
+                                       .mark = markOf(message)});
+    if (!isSelf && !isNotice && doing.empty() && !isOld(message))
         lines_.heard({nick, markup}, place);
 }
 
@@ -134,9 +147,12 @@ void IrcHearing::hearPrivately(const IrcMessage& message) {
     if (isForProgram || !(isServers || session_.isSelf(message.parameter(0))))
         return;
     const std::string who = visibleName(message.nick());
+    const bool isNews = isNotice && (isServers || !talks_.find(message.nick()));
+    if (isServers && isOld(message))
+        return;
     if (!takesMessages_ && !isServers)
         shown_.message("a private message of " + who + " was refused");
-    else if (isNotice && (isServers || !talks_.find(message.nick())))
+    else if (isNews && !isOld(message))
         shown_.message(who + " notes: " + plainText(text));
     else
         hearIn(talks_.findOrBegin(message.nick()), message);
@@ -153,7 +169,7 @@ void IrcHearing::hearFromElsewhere(const IrcMessage& message) {
 
 // The owner may have left the channel by now. He isn't obeyed there any more. What holds a secret
 // is for a service, and no command.
-void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
+void IrcHearing::reached(const IrcSaid& said, bool atOnce, const IrcMessage* cameBack) {
     const std::string text = saidWithoutSecrets(said.target, said.text);
     Conversation* const conversation = conversationOf(said);
     if (!conversation) {
@@ -167,10 +183,12 @@ void IrcHearing::reached(const IrcSaid& said, bool atOnce) {
                         {.kind = said.kind,
                          .speaker = visibleName(session_.nick()),
                          .text = text,
+                         .at = cameBack ? timeOf(*cameBack) : 0,
                          .isOwners = true,
                          .isForOwner = !said.mayCommand && said.kind != KeptLine::Kind::done,
-                         .isOnScreen = said.isOnScreen});
-    if (!mayCommand || text != said.text)
+                         .isOnScreen = said.isOnScreen,
+                         .mark = cameBack ? markOf(*cameBack) : 0});
+    if (!mayCommand || said.hasCounted || text != said.text)
         return;
     if (atOnce)
         hearOwner(conversation->place(), text);

@@ -30,9 +30,10 @@ public:
     // A PRIVMSG or NOTICE.
     void take(const IrcMessage& message, IrcSpeech& speech);
 
-    // A line that this connection has said. If it commands something, that runs within this call
-    // when `atOnce` is true, and otherwise in an event of its own, since a command may wait.
-    void reached(const IrcSaid& said, bool atOnce);
+    // A line that this connection has said, and how it came back from the server, if it did. If it
+    // commands something, that runs within this call when `atOnce` is true, and otherwise in an
+    // event of its own, since a command may wait.
+    void reached(const IrcSaid& said, bool atOnce, const IrcMessage* cameBack);
 
     // Whether private messages are shown, or refused.
     void takeMessages(bool takes) { takesMessages_ = takes; }
@@ -44,6 +45,7 @@ private:
     void hearAmongRanks(const IrcMessage& message);
     void hearPrivately(const IrcMessage& message);
     void hearFromElsewhere(const IrcMessage& message);
+    bool isOld(const IrcMessage& message) const;
     std::time_t timeOf(const IrcMessage& message) const;
     bool isAboutOwner(const Conversation& conversation, const std::string& markup) const;
 

@@ -30,6 +30,9 @@ std::string_view commandOf(const IrcSaid& said) {
     return said.kind == KeptLine::Kind::noted ? "NOTICE" : "PRIVMSG";
 }
 
+// Pieces whose fate is kept in mind, of which a server could leave any number open.
+constexpr std::size_t mostSent = 4000;
+
 bool hasCodes(std::string_view text) {
     return withoutIrcCodes(text) != text;
 }
@@ -37,7 +40,7 @@ bool hasCodes(std::string_view text) {
 // Servers have a number for it, or name the reason, or give no reason at all. A channel in which
 // nothing may be said refuses the line once more then.
 bool mayBeForCodes(const IrcMessage& refusal) {
-    const std::string why = foldCase(refusal.parameters.back());
+    const std::string why = foldCase(refusal.parameters.empty() ? "" : refusal.parameters.back());
     const auto tells = [&](std::string_view of) { return why.find(of) != why.npos; };
     return refusal.command == numeric::noCodes || tells("color") || tells("colour") ||
            tells("control code") || tells("formatting") || tells("+c") ||
@@ -46,8 +49,14 @@ bool mayBeForCodes(const IrcMessage& refusal) {
 
 } // namespace
 
-IrcSpeech::IrcSpeech(EventLoop& loop, IrcSession& session, IrcChannels& channels, Reached reached)
-    : loop_(loop), session_(session), channels_(channels), reached_(std::move(reached)) {}
+IrcSpeech::IrcSpeech(EventLoop& loop, IrcSession& session, IrcChannels& channels, Reached reached,
+                     IrcLostLines::Tell tell)
+    : loop_(loop), session_(session), channels_(channels), reached_(std::move(reached)),
+      lost_(loop, session, std::move(tell)) {}
+
+IrcSpeech::~IrcSpeech() {
+    loop_.cancel(late_);
+}
 
 std::size_t IrcSpeech::longestPiece(const std::string& target) const {
     const std::size_t around = std::string_view(":  PRIVMSG  :").size() + session_.nick().size() +
@@ -61,108 +70,254 @@ std::string IrcSpeech::codesOf(const IrcSaid& said) const {
     return isPlain ? withoutIrcCodes(ircCodes(said.text)) : ircCodes(said.text);
 }
 
-bool IrcSpeech::send(IrcOutgoing::Kind kind, const Piece& piece) {
-    return session_.send(kind, ircLine(commandOf(piece.said), {piece.said.target, piece.codes}),
-                         [this, piece] { gone(piece); });
+bool IrcSpeech::send(IrcOutgoing::Kind kind, Piece given) {
+    const auto piece = std::make_shared<Piece>(std::move(given));
+    waiting_.push_back(piece);
+    const bool goes = session_.send(
+        kind, ircLine(commandOf(piece->line->said), {piece->line->said.target, piece->codes}),
+        [this, piece] { return leaves(piece); });
+    if (!goes)
+        std::erase(waiting_, piece);
+    return goes;
 }
 
 bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
     if (!session_.isWelcomed())
         return false;
+    const auto line = std::make_shared<Line>(Line{said, kind});
+    const bool isAtOnce = kind == IrcOutgoing::Kind::typed && !session_.echoes();
+    line->isReached = isAtOnce;
     const bool isAction = said.kind == KeptLine::Kind::done;
     const std::size_t around = isAction ? actionBegin.size() + actionEnd.size() : 0;
     auto pieces = ircPieces(codesOf(said), longestPiece(said.target) - around);
     if (isAction)
         for (std::string& piece : pieces)
             piece.insert(0, actionBegin).append(actionEnd);
-    const bool isAtOnce = kind == IrcOutgoing::Kind::typed && !session_.echoes();
-    for (const std::string& piece : pieces) {
-        // A line in several pieces counts as said with the last one.
-        const bool isDue = !isAtOnce && &piece == &pieces.back();
-        if (!send(kind,
-                  {piece, isDue ? said : IrcSaid{.target = said.target, .kind = said.kind}, isDue}))
+    for (const std::string& piece : pieces)
+        if (!send(kind, {line, piece, &piece == &pieces.back()})) {
+            line->isReached = false;
+            lose(*line, true);
             return false;
-    }
+        }
     if (isAtOnce && !pieces.empty())
-        reached_(said, true);
+        reached_(said, true, nullptr);
     return true;
 }
 
-// Whether lines are sent back is asked only now, since it may have changed since the line was said.
-void IrcSpeech::gone(const Piece& piece) {
-    forgetLate();
-    if (session_.echoes()) {
-        awaited_.push_back({piece, loop_.now()});
-        return;
-    }
-    if (piece.isAgain || hasCodes(piece.codes))
-        coded_.push_back({{piece.codes,
-                           {.target = piece.said.target, .kind = piece.said.kind},
-                           false,
-                           piece.isAgain},
-                          loop_.now()});
-    if (piece.isDue)
-        reached_(piece.said, false);
+// Whether lines are sent back, and have labels, is asked only now, since it may have changed since
+// the line was said.
+std::string IrcSpeech::leaves(const std::shared_ptr<Piece>& piece) {
+    std::erase(waiting_, piece);
+    forgetRead();
+    piece->number = session_.outgoing().lastSent();
+    piece->sentAt = loop_.now();
+    piece->comesBack = session_.echoes();
+    // No other program of the owner's, behind the same bouncer, has the same one.
+    if (session_.labels())
+        piece->label = std::to_string(piece->sentAt.count()) + '-' + std::to_string(piece->number);
+    sent_.push_back(piece);
+    if (sent_.size() > mostSent)
+        sent_.pop_front();
+    if (piece->comesBack)
+        watchEchoes();
+    else if (piece->isLast)
+        count(*piece->line, nullptr);
+    return piece->label.empty() ? "" : "@label=" + piece->label + ' ';
 }
 
-void IrcSpeech::forgetLate() {
-    while (!awaited_.empty() && loop_.now() - awaited_.front().sentAt > longestEcho)
-        awaited_.pop_front();
-    while (!coded_.empty() && loop_.now() - coded_.front().sentAt > longestRefusal)
-        coded_.pop_front();
+// A line that was lost, and told, counts no more.
+void IrcSpeech::count(Line& line, const IrcMessage* cameBack) {
+    if (!line.isLost && !std::exchange(line.isReached, true))
+        reached_(line.said, false, cameBack);
+}
+
+void IrcSpeech::lose(Line& line, bool isSure) {
+    if (std::exchange(line.isLost, true))
+        return;
+    IrcSaid said = line.said;
+    said.hasCounted = said.hasCounted || line.isReached;
+    said.isOnScreen = false; // where it is said again
+    lost_.add(said, line.kind == IrcOutgoing::Kind::typed, isSure);
+}
+
+bool IrcSpeech::isRead(const Piece& piece) const {
+    return !piece.comesBack && piece.number <= session_.outgoing().lastRead();
+}
+
+// What the server has read may still be refused where somebody between has answered in its place.
+void IrcSpeech::forgetRead() {
+    std::erase_if(sent_, [&](const std::shared_ptr<Piece>& piece) {
+        return isRead(*piece) && loop_.now() - piece->sentAt > longestRefusal;
+    });
+}
+
+void IrcSpeech::watchEchoes() {
+    const auto oldest =
+        std::ranges::find_if(sent_, [](const auto& piece) { return piece->comesBack; });
+    if (late_ == TimerId::none && oldest != sent_.end())
+        late_ = loop_.once((*oldest)->sentAt + longestEcho - loop_.now(), [this] { loseLate(); });
+}
+
+void IrcSpeech::loseLate() {
+    late_ = TimerId::none;
+    std::erase_if(sent_, [&](const std::shared_ptr<Piece>& piece) {
+        const bool isLate = piece->comesBack && loop_.now() - piece->sentAt >= longestEcho;
+        if (isLate)
+            lose(*piece->line, false);
+        return isLate;
+    });
+    lost_.tell();
+    watchEchoes();
 }
 
 // Compares without codes and outer blanks as well: a channel may be without colours, and a server
 // may cut off blanks.
-bool IrcSpeech::isThat(const Piece& piece, const IrcMessage& message) const {
-    const std::string_view codes = message.parameter(1);
+bool IrcSpeech::isThat(const Piece& piece, std::string_view codes) const {
     const auto plain = [](std::string_view of) {
         return std::string(withoutBlanks(withoutIrcCodes(of)));
     };
-    return commandOf(piece.said) == message.command &&
-           session_.isSame(piece.said.target, message.parameter(0)) &&
-           (piece.codes == codes || plain(piece.codes) == plain(codes));
+    return piece.codes == codes || plain(piece.codes) == plain(codes);
 }
 
-bool IrcSpeech::refused(const IrcMessage& refusal) {
-    forgetLate();
-    auto* const place = channels_.find(refusal.parameter(1), session_.features());
-    std::deque<Awaited>& sent = session_.echoes() ? awaited_ : coded_;
-    const auto found = std::ranges::find_if(sent, [&](const Awaited& awaited) {
-        return session_.isSame(awaited.piece.said.target, refusal.parameter(1));
-    });
-    if (found == sent.end())
+// With a label nothing but that counts, so that no other program of the owner's can be meant.
+bool IrcSpeech::isEchoOf(const Piece& piece, const IrcMessage& message) const {
+    const IrcSaid& said = piece.line->said;
+    if (!piece.comesBack || commandOf(said) != message.command ||
+        !session_.isSame(said.target, message.parameter(0)))
         return false;
-    Piece piece = std::move(found->piece);
-    sent.erase(found);
-    if (!place)
-        return false;
-    // Refused without codes as well, so it wasn't for them.
-    if (piece.isAgain)
-        place->channel.refuseCodes(false);
-    const std::string plain = withoutIrcCodes(piece.codes);
-    if (plain == piece.codes || withoutBlanks(plain).empty() || !mayBeForCodes(refusal))
-        return false;
-    place->channel.refuseCodes(true);
-    piece.codes = plain;
-    piece.isAgain = true;
-    return send(IrcOutgoing::Kind::protocol, piece); // which goes before all that waits
+    const std::string_view label = session_.batches().label(message);
+    const bool isPlain = label.empty() && message.tag("batch").empty();
+    return piece.label.empty() ? isPlain && isThat(piece, message.parameter(1))
+                               : piece.label == label;
 }
 
 bool IrcSpeech::take(const IrcMessage& message) {
-    forgetLate();
-    const auto found = std::ranges::find_if(
-        awaited_, [&](const Awaited& awaited) { return isThat(awaited.piece, message); });
-    if (found == awaited_.end())
+    const auto found =
+        std::ranges::find_if(sent_, [&](const auto& piece) { return isEchoOf(*piece, message); });
+    if (found == sent_.end())
         return false;
-    const Piece echoed = std::move(found->piece);
-    const Nanoseconds sentAt = found->sentAt;
-    // Lines come back in order, so those before this one won't any more.
-    awaited_.erase(awaited_.begin(), found + 1);
-    session_.outgoing().cameBack(sentAt);
-    if (echoed.isDue)
-        reached_(echoed.said, false);
+    const std::shared_ptr<Piece> echoed = *found;
+    // Without labels, lines come back in order, so those before this one won't any more.
+    const auto isPassed = [&](const std::shared_ptr<Piece>& piece) {
+        return piece->comesBack && piece->label.empty() && piece->number < echoed->number;
+    };
+    std::erase(sent_, echoed);
+    if (echoed->label.empty()) {
+        for (const auto& piece : sent_)
+            if (isPassed(piece))
+                lose(*piece->line, true);
+        std::erase_if(sent_, isPassed);
+    }
+    session_.outgoing().cameBack(echoed->sentAt);
+    if (echoed->isLast)
+        count(*echoed->line, &message);
+    lost_.tell();
     return true;
+}
+
+IrcSpeech::Pieces::iterator IrcSpeech::labelled(std::string_view label) {
+    return std::ranges::find_if(sent_, [&](const auto& piece) { return piece->label == label; });
+}
+
+// By its label any answer tells which line it refuses; else only some are known to be about lines.
+bool IrcSpeech::isRefusal(const IrcMessage& message) const {
+    const bool refuses = numeric::isRefusal(message.command) || message.command == "FAIL";
+    return numeric::refusesLine(message.command) ||
+           (refuses && !session_.batches().label(message).empty());
+}
+
+// Without labels, and where lines aren't sent back, what has codes is more likely to be meant where
+// it may be for them.
+IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
+    if (const std::string_view label = session_.batches().label(refusal); !label.empty())
+        return labelled(label);
+    const auto mayBe = [&](const std::shared_ptr<Piece>& piece) {
+        const bool isInTime = piece->comesBack || loop_.now() - piece->sentAt <= longestRefusal;
+        return piece->label.empty() && isInTime &&
+               session_.isSame(piece->line->said.target, refusal.parameter(1));
+    };
+    const auto isCoded = [&](const std::shared_ptr<Piece>& piece) {
+        return mayBe(piece) && !piece->comesBack && (piece->isAgain || hasCodes(piece->codes));
+    };
+    const auto coded = mayBeForCodes(refusal) ? std::ranges::find_if(sent_, isCoded) : sent_.end();
+    return coded == sent_.end() ? std::ranges::find_if(sent_, mayBe) : coded;
+}
+
+bool IrcSpeech::refused(const IrcMessage& refusal) {
+    const auto found = isRefusal(refusal) ? refusedOne(refusal) : sent_.end();
+    if (found == sent_.end())
+        return false;
+    const std::shared_ptr<Piece> piece = *found;
+    sent_.erase(found);
+    auto* const place = channels_.find(piece->line->said.target, session_.features());
+    // Refused without codes as well, so it wasn't for them.
+    if (place && piece->isAgain)
+        place->channel.refuseCodes(false);
+    const std::string plain = withoutIrcCodes(piece->codes);
+    const bool goesAgain =
+        place && plain != piece->codes && !withoutBlanks(plain).empty() && mayBeForCodes(refusal);
+    if (!goesAgain) {
+        lose(*piece->line, true);
+        return false;
+    }
+    place->channel.refuseCodes(true);
+    // before all that waits
+    return send(IrcOutgoing::Kind::protocol, {piece->line, plain, piece->isLast, true});
+}
+
+// Where lines are sent back this one isn't, so it has reached nobody.
+void IrcSpeech::acknowledged(const IrcMessage& message) {
+    const auto found = labelled(session_.batches().label(message));
+    if (found == sent_.end() || (*found)->label.empty())
+        return;
+    const std::shared_ptr<Piece> piece = *found;
+    sent_.erase(found);
+    if (piece->comesBack)
+        lose(*piece->line, true);
+    lost_.tell();
+}
+
+void IrcSpeech::dropFor(const std::string& channel) {
+    session_.outgoing().dropFor(channel);
+    std::erase_if(waiting_, [&](const std::shared_ptr<Piece>& piece) {
+        const bool isThere = session_.isSame(piece->line->said.target, channel);
+        if (isThere)
+            lose(*piece->line, true);
+        return isThere;
+    });
+    lost_.tell();
+}
+
+void IrcSpeech::dropAnswers() {
+    session_.outgoing().drop(IrcOutgoing::Kind::said);
+    std::erase_if(waiting_, [](const std::shared_ptr<Piece>& piece) {
+        return piece->line->kind == IrcOutgoing::Kind::said;
+    });
+}
+
+// What was sent is lost if it seems so, and what wasn't is in any case.
+void IrcSpeech::endWith(const std::function<bool(const Piece& piece)>& isLost) {
+    for (const auto& piece : sent_)
+        if (isLost(*piece))
+            lose(*piece->line, false);
+    for (const auto& piece : waiting_)
+        lose(*piece->line, true);
+    sent_.clear();
+    waiting_.clear();
+    loop_.cancel(std::exchange(late_, TimerId::none));
+    lost_.tell();
+}
+
+void IrcSpeech::connectionLost() {
+    endWith([this](const Piece& piece) { return !isRead(piece); });
+}
+
+// Unless it should have answered by now, and hasn't.
+void IrcSpeech::connectionEnded() {
+    endWith([this](const Piece& piece) {
+        const bool isAwaited = piece.comesBack || piece.number <= session_.outgoing().lastAsked();
+        return isAwaited && !isRead(piece) && loop_.now() - piece.sentAt > longestRefusal;
+    });
 }
 
 } // namespace larkspin

@@ -182,8 +182,8 @@ void Terminal::take(const std::string& line) {
 }
 
 void Terminal::close() {
-    showNew();
     rooms.finish();
+    showNew(); // also of lines that can't be said any more
     password_.dismiss();
     if (editor_)
         editor_->close();

@@ -93,7 +93,7 @@ TEST_F(IrcClientTest, WhatServersTellBesidesDoesNoHarm) {
     expectTalk({
         {":eve!e@h JOIN #music account :Eve", "- eve comes in\n"},
         {":irc BATCH +1 netsplit a b\r\n@batch=1 :eve!e@h QUIT :a b\r\n:irc BATCH -1",
-         "- eve goes\n"},
+         "- eve goes: a and b have lost each other\n"},
         {":ann!a@h ACCOUNT Owner\r\n:ann!a@h CHGHOST o host\r\n@x=1 :ann!a@h TAGMSG #music\r\n"
          ":ann!a@h AWAY :out\r\n@label=1 :irc ACK\r\n:Owner!o@host CHGHOST o other",
          ""},

@@ -110,13 +110,12 @@ TEST_F(IrcOutgoingTest, NothingWaitsForALineThatIsForgotten) {
 
 TEST_F(IrcOutgoingTest, TellsAsEachGoes) {
     outgoing.add(Kind::said, "a", [this] {
-        sent += '!';
         add(Kind::said, "c");
-        sent += '.';
+        return std::string("@tag ");
     });
     add(Kind::said, "b");
-    EXPECT_EQ(sentUntil(0s), "a!.cb");
-    outgoing.add(Kind::said, "", [this] { sent += '!'; });
+    EXPECT_EQ(sentUntil(0s), "@tag acb");
+    outgoing.add(Kind::said, "", [] { return std::string("!"); });
     EXPECT_EQ(sentUntil(60s), "");
 }
 

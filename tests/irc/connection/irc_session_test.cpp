@@ -23,7 +23,9 @@ TEST_F(IrcSessionTest, ALostConnectionIsMadeAgainWithTheRoomsAndNothingOldIsSaid
     server.say(":irc NOT", "");
     EXPECT_EQ(seenOf([&] { server.lose("the cable is out"); }),
               "- irc.test: the cable is out; trying again in 5 seconds\n"
-              "- 4 lines of yours had not been sent yet, and won't be\n- you are at home\n");
+              "- not said in #music: typed 5\n- not said in #music: typed 6\n"
+              "- not said in #music: typed 7\n- not said in #music: typed 8\n"
+              "- /again says once more what was not said where you are\n- you are at home\n");
     EXPECT_EQ(sentOf([] {}, 60s), "JOIN #music\nJOIN #den sesame\nMODE #music b\n");
     EXPECT_EQ(room.name(), "#music");
 }
@@ -40,7 +42,8 @@ TEST_F(IrcSessionTest, AnotherNetworkGetsNothingThatWasForTheLast) {
 
 TEST_F(IrcSessionTest, TooMuchIsNotKept) {
     EXPECT_NE(seenOf([&] { type(1010); }).find("- too much waits to be said\n"), seen.npos);
-    EXPECT_EQ(seenOf([&] { irc.message("ann", "hi"); }), "- too much waits to be said\n");
+    EXPECT_EQ(seenOf([&] { irc.message("ann", "hi"); }),
+              "- too much waits to be said\n- not said to ann: hi\n");
 }
 
 TEST_F(IrcSessionTest, ARoomThatWasRefusedIsNeitherAskedForAgainNorTheRoom) {
@@ -94,7 +97,10 @@ TEST_F(IrcSessionTest, AServerThatOwesAnAnswerIsGivenUpOnceNothingComes) {
     advance(60s);
     server.silent = true;
     EXPECT_EQ(typed("hi", 59s), lags);
-    for (int minute = 0; minute < 9; ++minute)
+    EXPECT_TRUE(seenOf([&] { server.say(":irc 372 Owner :news"); }, 59s)
+                    .starts_with("- perhaps not said in #music: hi\n"))
+        << seen;
+    for (int minute = 0; minute < 8; ++minute)
         EXPECT_EQ(seenOf([&] { server.say(":irc 372 Owner :news"); }, 59s), "");
     EXPECT_EQ(seenOf([] {}, 61s), gone);
 }
@@ -195,13 +201,15 @@ TEST(IrcSession, ARecitalStaysInTheRoomThatHasAskedForIt) {
 TEST_F(IrcSessionTest, WhatWaitsAtTheEndIsNotSaidAndTheOwnerIsToldOfHisOwnLines) {
     server.takes = [](const std::string& line) { return line.starts_with("QUIT"); };
     loop.once(3s, [&] {
-        type(6);
+        type(7);
         shown.take();
         server.sent.clear();
         irc.disconnect();
     });
     addNotes(12);
-    EXPECT_EQ(typed("'scrn", 60s), "- 5 lines of yours had not been sent yet, and won't be\n"
+    EXPECT_EQ(typed("'scrn", 60s), "- 6 lines of yours were not said in #music\n"
+                                   "- /again says once more what was not said where you are\n"
+                                   "- part of an answer was not said in #music\n"
                                    "- you are at home\n- you have left irc.test\n");
     EXPECT_EQ(server.sent, Lines{"QUIT :larkspin flies off"});
     EXPECT_FALSE(server.isOpen());
@@ -299,7 +307,10 @@ TEST_F(IrcSessionTest, WhatWaitsIsNotSaidAfterTheOwnerHasGone) {
                   server.say(":bob!b@h KICK #den Owner :out");
               }),
               "- bob puts you out of #den: out\n- you have left #den\n"
-              "- 3 lines of yours had not been sent yet, and won't be\n- you are at home\n");
+              "- not said in #den: typed 5\n- not said in #den: typed 6\n"
+              "- not said in #den: typed 7\n"
+              "- /again says once more what was not said where you are\n"
+              "- part of an answer was not said in #den\n- you are at home\n");
 }
 
 TEST_F(IrcSessionTest, AFloodLeavesTheProgramAnswerable) {

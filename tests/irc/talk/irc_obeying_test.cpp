@@ -33,8 +33,15 @@ TEST(IrcObeying, NothingThatComesFromElsewhereIsACommand) {
         ":Owner!a@h PRIVMSG #music :'volume 7",
         ":irc 433 Owner Boss :in use\r\n:Boss!a@h PRIVMSG #music :'volume 7",
         ":Owner!o@host PART #music\r\n:Owner!o@host PRIVMSG #music :'volume 7",
+        "@label= :Owner!o@host PRIVMSG #music :'volume 7",
+        "@label=1 :Owner!o@host PRIVMSG #music :'volume 7",
+        "@label=1 BATCH +1 labeled-response\r\n@batch=1 :Owner!o@host PRIVMSG #music :'volume 7",
+        "BATCH +1 chathistory #music\r\n@batch=1 :Owner!o@host PRIVMSG #music :'volume 7",
+        "BATCH +1 znc.in/playback ann\r\n@batch=1 :ann!a@h PRIVMSG Owner :'volume 7\r\n"
+        "@batch=1 :Owner!o@host PRIVMSG ann :'volume 7",
     };
-    for (const char* capabilities : {"echo-message multi-prefix", ""})
+    for (const char* capabilities :
+         {"echo-message multi-prefix", "", "echo-message labeled-response batch"})
         for (const char* line : lines) {
             IrcMachine machine;
             machine.server.capabilities = capabilities;
@@ -71,6 +78,72 @@ TEST(IrcObeying, WhatComesBackCountsOnceAndOnlyInItsRoomInTimeAndInTurn) {
         for (const std::string& line : each.told)
             machine.told(line);
         EXPECT_EQ(machine.state().HScroll2, each.volume) << each.told.front();
+    }
+}
+
+// A dollar stands for the label of the line that the owner has typed.
+TEST(IrcObeying, WithLabelsALineCountsByItsLabelAlone) {
+    const std::string echo = ":Owner!o@host PRIVMSG #music :'volume 7",
+                      labelled = "@label=$ " + echo, inBatch = "@batch=1 " + echo;
+    const struct {
+        Lines told;
+        bool counts = false;
+    } cases[] = {
+        {{labelled}, true},
+        {{"@label=$ :Owner!o@host PRIVMSG #MUSIC :as the server writes it"}, true},
+        {{"@label=$ BATCH +1 labeled-response", inBatch}, true},
+        {{"@label=$ BATCH +1 labeled-response", "@batch=1 BATCH +2 x", "@batch=2 " + echo}, true},
+        {{":Owner!o@host PRIVMSG #music :hi", labelled}, true},
+        {{":irc 404 Owner #music :no", labelled}, true},
+        {{echo}},
+        {{"@label=$1 " + echo}},
+        {{"@label=$ :ann!a@h PRIVMSG #music :'volume 7"}},
+        {{"@label=$ :Owner!o@host PRIVMSG #den :'volume 7"}},
+        {{"@label=$ :Owner!o@host PRIVMSG Owner :'volume 7"}},
+        {{"@label=$ :Owner!o@host NOTICE #music :'volume 7"}},
+        {{"@label=$ :irc ACK", labelled}},
+        {{"@label=$ :irc ACK", echo}},
+        {{"@label=$ :irc 404 Owner #music :no", labelled}},
+        {{"@label=$ :irc 999 Owner :x", "@label=$ FAIL PRIVMSG NO #music :no", labelled}},
+        {{"BATCH +1 labeled-response", inBatch}},
+        {{"@label=$ BATCH +1 labeled-response", "BATCH -1", inBatch}},
+        {{"@label=$ BATCH +1 chathistory #music", inBatch}},
+        {{"BATCH +1 znc.in/playback #music", "@batch=1;label=$ " + echo}},
+        {{"BATCH +1 draft/chathistory #music", "@batch=1;label=$ BATCH +2 labeled-response",
+          "BATCH -1", "@batch=2 " + echo}},
+        {{"@batch=9;label=$ " + echo}},
+    };
+    for (const auto& each : cases) {
+        IrcMachine machine;
+        machine.server.capabilities = "echo-message labeled-response batch";
+        machine.begin();
+        machine.joined("#den");
+        machine.server.takes = [](const std::string&) { return true; };
+        machine.typed("'volume 7");
+        for (std::string line : each.told) {
+            if (const auto sign = line.find('$'); sign != line.npos)
+                line.replace(sign, 1, machine.server.label);
+            machine.told(line);
+        }
+        EXPECT_EQ(machine.state().HScroll2, each.counts ? 7 : untouched) << each.told.back();
+    }
+}
+
+TEST(IrcObeying, WhatIsPlayedBackIsNoEchoAndHappensToNobody) {
+    for (const char* kind : {"chathistory", "draft/chathistory", "znc.in/playback"}) {
+        IrcMachine machine;
+        machine.begin();
+        machine.server.takes = [](const std::string&) { return true; };
+        machine.typed("'volume 7");
+        machine.told(std::string("BATCH +1 ") + kind + " #music");
+        for (const char* line :
+             {":Owner!o@host PRIVMSG #music :'volume 7", ":bob!b@h KICK #music Owner :out",
+              ":Owner!o@host NICK Boss", ":Owner!o@host PART #music", ":irc 404 Owner #music :no"})
+            machine.told(std::string("@batch=1 ") + line);
+        EXPECT_EQ(machine.state().HScroll2, untouched) << kind;
+        EXPECT_EQ(machine.room.ownName(), "Owner") << kind;
+        machine.told("BATCH -1\r\n:Owner!o@host PRIVMSG #music :'volume 7");
+        EXPECT_EQ(machine.state().HScroll2, 7) << kind;
     }
 }
 

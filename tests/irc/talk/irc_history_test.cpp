@@ -1,0 +1,133 @@
+// What was said while the owner wasn't there, and what comes in batches.
+#include "support/irc_machine.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+class IrcHistoryTest : public IrcTest {
+protected:
+    void beginWith(const std::string& capabilities) {
+        server.capabilities = "echo-message " + capabilities;
+        server.takes = [this](const std::string& line) {
+            asked += line.starts_with("CHATHISTORY") ? line + '\n' : "";
+            return false;
+        };
+        begin();
+    }
+    // Lines of #music in a batch of their own, each with its time.
+    std::string history(const std::vector<std::pair<const char*, const char*>>& lines,
+                        const std::string& kind = "chathistory") {
+        std::string all = "BATCH +h " + kind + " #music\r\n";
+        for (const auto& [tags, line] : lines)
+            all += std::string("@batch=h;time=2001-02-03T") + tags + ' ' + line + "\r\n";
+        return told(all + "BATCH -h");
+    }
+    std::string keptIn(const std::string& name) const {
+        std::string all;
+        for (const auto& each : conversations.all())
+            for (const KeptLine& line : each->lines())
+                if (each->name() == name && !line.isProgramsWord())
+                    all += line.speaker + ": " + line.text + '\n';
+        return all;
+    }
+
+    std::string asked;
+};
+
+TEST_F(IrcHistoryTest, IsAskedForAsARoomIsEntered) {
+    for (const std::string capabilities :
+         {"chathistory batch", "chathistory server-time", "batch server-time", "",
+          "draft/chathistory batch server-time", "chathistory batch server-time"}) {
+        beginWith(capabilities);
+        const bool isThere = capabilities.ends_with("chathistory batch server-time");
+        EXPECT_EQ(std::exchange(asked, ""), isThere ? "CHATHISTORY LATEST #music * 50\n" : "")
+            << capabilities;
+    }
+    told("@time=2001-02-03T04:05:06.789Z :ann!a@h PRIVMSG #music :one");
+    seenOf([&] { server.lose("x"); }, 60s);
+    EXPECT_EQ(std::exchange(asked, ""),
+              "CHATHISTORY LATEST #music timestamp=2001-02-03T04:05:06.000Z 100\n");
+    told(":irc 005 Owner CHATHISTORY=20 :are supported");
+    joined("#den");
+    EXPECT_EQ(asked, "CHATHISTORY LATEST #den * 20\n");
+    EXPECT_EQ(told(":irc FAIL CHATHISTORY MESSAGE_ERROR LATEST #den :no"), "");
+}
+
+TEST_F(IrcHistoryTest, IsKeptInItsPlaceOnce) {
+    beginWith("batch server-time chathistory");
+    told("@time=2001-02-03T10:00:00.000Z;msgid=a :ann!a@h PRIVMSG #music :first");
+    told("@time=2001-02-03T12:00:00.000Z :ann!a@h PRIVMSG #music :last");
+    server.takes = [](const std::string& line) { return line.starts_with("PRIVMSG"); };
+    typed("mine");
+    told("@time=2001-02-03T13:00:00.000Z;msgid=m :Owner!o@host PRIVMSG #music :mine");
+    joined("#den");
+    seenOf([&] { irc.enterRoom("#den"); });
+    const std::vector<std::pair<const char*, const char*>> lines{
+        {"10:00:00.000Z;msgid=a", ":ann!a@h PRIVMSG #music :first"},
+        {"10:00:00.000Z;msgid=b", ":ann!a@h PRIVMSG #music :first"},
+        {"11:00:00.000Z", ":bob!b@h PRIVMSG #music :Owner: where are you?"},
+        {"11:00:01.000Z", ":Owner!o@host PRIVMSG #music :from elsewhere"},
+        {"12:00:00.000Z;msgid=c", ":ann!a@h PRIVMSG #music :last"},
+        {"13:00:00.000Z;msgid=m", ":Owner!o@host PRIVMSG #music :mine"}};
+    EXPECT_EQ(history(lines), "- #music: bob: Owner: where are you?\n");
+    for (const char* kind : {"chathistory", "znc.in/playback"})
+        EXPECT_EQ(history(lines, kind), "") << kind;
+    const std::string all = "ann: first\nann: first\nbob: Owner: where are you?\n"
+                            "Owner: from elsewhere\nann: last\nOwner: mine\n";
+    EXPECT_EQ(keptIn("#music"), all);
+    const Conversation& music = *conversations.numbered(1);
+    EXPECT_EQ(music.unread(), 2);
+    EXPECT_EQ(music.unreadForOwner(), 1);
+    told(":ann!a@h PRIVMSG #music :new");
+    EXPECT_EQ(seenOf([&] { irc.enterRoom("#music"); }),
+              "- you are in #music\nann: first\nbob: Owner: where are you?\n"
+              "Owner: from elsewhere\nann: new\n");
+    EXPECT_EQ(traced().back(), "line of others");
+}
+
+TEST_F(IrcHistoryTest, TalksArePlayedBackIntoTheirConversations) {
+    beginWith("batch server-time");
+    history({{"10:00:00Z", ":ann!a@h PRIVMSG Owner :psst"},
+             {"10:00:01Z", ":Owner!o@host PRIVMSG ann :'volume 7"},
+             {"10:00:02Z", ":ann!a@h PRIVMSG Owner :\x01"
+                           "ACTION waves\x01"},
+             {"10:00:03Z", ":irc NOTICE Owner :*** an old notice"}},
+            "znc.in/playback");
+    EXPECT_EQ(seen, "- ann whispers: psst\n- * ann waves\n");
+    EXPECT_EQ(keptIn("ann"), "ann: psst\nOwner: 'volume 7\nann: waves\n");
+}
+
+TEST_F(IrcHistoryTest, ServersThatLoseEachOtherAreToldInOneLine) {
+    beginWith("batch");
+    server.names["#music"] = "Owner a b c d e f g";
+    server.lose("x");
+    advance(10s);
+    const auto batch = [&](const std::string& kind, const char* what) {
+        std::string all = "BATCH +n " + kind + " one.net two.net\r\n";
+        for (const char* who : {"a", "b", "c", "d", "e", "f"})
+            all += std::string("@batch=n :") + who + "!x@y " + what + "\r\n";
+        return told(all + "BATCH -n");
+    };
+    EXPECT_EQ(batch("netsplit", "QUIT :one.net two.net"),
+              "- a, b, c, d, e and 1 other go: one.net and two.net have lost each other\n");
+    EXPECT_EQ(room.people().count(), 2);
+    EXPECT_EQ(batch("netjoin", "JOIN #music"),
+              "- a, b, c, d, e and 1 other come back: one.net and two.net have found each other\n");
+    EXPECT_EQ(room.people().count(), 8);
+    EXPECT_EQ(batch("other", "PART #music").substr(0, 9), "- a goes\n");
+}
+
+TEST_F(IrcHistoryTest, BatchesThatNeverEndAreForgotten) {
+    beginWith("batch labeled-response");
+    std::string many;
+    for (int number = 0; number < 1000; ++number)
+        many += "BATCH +" + std::to_string(number) + " x\r\n";
+    EXPECT_EQ(told(many + "@batch=1 :bob!b@h KICK #music Owner :x"), "");
+    EXPECT_EQ(told("@batch=999 :bob!b@h PART #music"), "- bob goes\n");
+    EXPECT_EQ(typed("'volume 7"), "Owner: 'volume 7\nOwner: volume set:  <b>7</b>\n");
+}
+
+} // namespace
+} // namespace larkspin

@@ -1,0 +1,164 @@
+// Lines that couldn't be said: they are told, and can be said again.
+#include "support/irc_machine.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspin {
+namespace {
+
+class IrcLostLinesTest : public IrcTest {};
+
+const std::string echoed = "echo-message", labelled = "labeled-response batch",
+                  both = echoed + ' ' + labelled;
+
+void freeze(IrcMachine& machine) {
+    machine.server.takes = [](const std::string&) { return true; };
+}
+
+// Messages are answered so, by their labels where they have some.
+void answerBy(IrcMachine& machine, const std::string& answer) {
+    machine.server.takes = [&server = machine.server, answer](const std::string& line) {
+        const bool isSaid = line.starts_with("PRIVMSG");
+        if (isSaid)
+            server.say((server.label.empty() ? "" : "@label=" + server.label + ' ') + answer);
+        return isSaid;
+    };
+}
+
+std::string again(IrcMachine& machine) {
+    machine.server.takes = nullptr;
+    return machine.sentOf([&] { machine.loop.post([&] { machine.irc.sayAgain(); }); }, 1s);
+}
+
+// The word turns something over, so that it would show if it were obeyed twice.
+TEST(IrcLostLines, EachIsToldAndSaidAgainAndObeyedOnce) {
+    const struct {
+        const char* way;
+        std::vector<std::string> capabilities;
+        std::string told;
+        std::function<void(IrcMachine&)> begin, end;
+    } cases[] = {
+        {"refused",
+         {echoed, both, "", labelled},
+         "- not said in #music: 'repeat\n",
+         [](auto& machine) { answerBy(machine, ":irc 404 Owner #music :Cannot send (+m)"); },
+         [](auto&) {}},
+        {"taken without a word",
+         {both},
+         "- not said in #music: 'repeat\n",
+         [](auto& machine) { answerBy(machine, ":irc ACK"); },
+         [](auto&) {}},
+        {"late",
+         {echoed, both},
+         "- perhaps not said in #music: 'repeat\n",
+         freeze,
+         [](auto& machine) { machine.advance(61s); }},
+        {"on its way",
+         {echoed, both, "", labelled},
+         "- perhaps not said in #music: 'repeat\n",
+         [](auto& machine) {
+             freeze(machine);
+             machine.server.silent = true;
+         },
+         [](auto& machine) {
+             machine.server.lose("x");
+             machine.server.silent = false;
+             machine.server.takes = nullptr;
+             machine.advance(60s);
+         }},
+    };
+    for (const auto& each : cases)
+        for (const std::string& capabilities : each.capabilities) {
+            SCOPED_TRACE(each.way + (": " + capabilities));
+            IrcMachine machine;
+            machine.server.capabilities = capabilities;
+            machine.begin();
+            each.begin(machine);
+            const std::string seen = machine.seenOf([&] {
+                machine.room.say("'repeat");
+                machine.advance(1ms);
+                each.end(machine);
+            });
+            const auto told = seen.find(each.told);
+            EXPECT_NE(told, seen.npos) << seen;
+            EXPECT_EQ(seen.find("said in #music: '", told + each.told.size()), seen.npos) << seen;
+            EXPECT_TRUE(again(machine).starts_with("PRIVMSG #music 'repeat\n"));
+            EXPECT_TRUE(machine.state().rep);
+            EXPECT_EQ(again(machine), "");
+            EXPECT_EQ(machine.seen, "- nothing of yours was lost here\n");
+        }
+}
+
+TEST(IrcLostLines, WhatTheServerHasReadIsSaid) {
+    for (const std::string& capabilities : {echoed, both, std::string(), labelled}) {
+        IrcMachine machine;
+        machine.server.capabilities = capabilities;
+        machine.begin();
+        machine.typed("hi", 60s);
+        machine.typed("oh");
+        EXPECT_EQ(machine.seenOf([&] { machine.irc.disconnect(); }).find("said"), std::string::npos)
+            << capabilities;
+    }
+}
+
+TEST(IrcLostLines, WhoLeavesAServerThatDoesNotAnswerIsToldWhatItMayNotHaveRead) {
+    for (const std::string& capabilities : {echoed, both, std::string(), labelled}) {
+        IrcMachine machine;
+        machine.server.capabilities = capabilities;
+        machine.begin();
+        machine.server.silent = true;
+        machine.typed("hi", 45s);
+        EXPECT_TRUE(machine.seenOf([&] { machine.irc.disconnect(); })
+                        .starts_with("- perhaps not said in #music: hi\n"))
+            << capabilities << ": " << machine.seen;
+    }
+}
+
+TEST_F(IrcLostLinesTest, EachIsSaidAgainWhereItBelongsAndInOrder) {
+    begin();
+    joined("#den");
+    freeze(*this);
+    typed("one");
+    seenOf([&] { irc.message("ann", "two"); });
+    seenOf([&] { irc.enterRoom("#den"); });
+    typed("three");
+    seenOf([&] { irc.enterRoom("#music"); });
+    typed(std::string(120, 'x'));
+    EXPECT_EQ(seenOf([] {}, 200s),
+              "- perhaps not said in #music: one\n"
+              "- /again says once more what was not said where you are\n"
+              "- perhaps not said to ann: two\n- perhaps not said in #den: three\n"
+              "- perhaps not said in #music: " +
+                  std::string(100, 'x') + "\u2026\n");
+    EXPECT_EQ(again(*this), "PRIVMSG #music one\nPRIVMSG #music " + std::string(120, 'x') + '\n');
+    told(":ann!a@h NICK eve");
+    seenOf([&] { irc.talkTo("eve"); });
+    EXPECT_EQ(again(*this), "PRIVMSG eve two\n");
+    seenOf([&] { irc.disconnect(); });
+    EXPECT_EQ(again(*this), "");
+    EXPECT_EQ(seen, "- /again is for a room or a talk on a network\n");
+}
+
+TEST_F(IrcLostLinesTest, OfAnAnswerOneWordIsEnough) {
+    begin();
+    addNotes(40);
+    typed("'scrn");
+    answerBy(*this, ":irc 404 Owner #music :Cannot send (+m)");
+    const std::string word = "- part of an answer was not said in #music\n",
+                      all = seenOf([] {}, 30s);
+    const auto first = all.find(word);
+    EXPECT_NE(first, all.npos) << all;
+    EXPECT_EQ(all.find(word, first + 1), all.npos) << all;
+}
+
+TEST_F(IrcLostLinesTest, WhatWaitsAsTheProcessEndsIsTold) {
+    begin();
+    EXPECT_TRUE(seenOf([&] {
+                    type(7);
+                    irc.finish();
+                }).find("- not said in #music: typed 6\n") != std::string::npos)
+        << seen;
+}
+
+} // namespace
+} // namespace larkspin
