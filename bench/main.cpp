@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
     larkspin::addGapWorks();
     larkspin::addTerminalWorks();
     larkspin::addIrcWorks();
+    larkspin::addConversationWorks();
     larkspin::addDesktopWorks();
     larkspin::BudgetTable table;
     benchmark::RunSpecifiedBenchmarks(&table);

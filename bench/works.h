@@ -50,6 +50,7 @@ void addSongWorks();
 void addGapWorks();
 void addTerminalWorks();
 void addIrcWorks();
+void addConversationWorks();
 void addDesktopWorks();
 
 // Walks the tree as `find` does, to its end; the output is thrown away. False when it can't be run.

@@ -73,10 +73,10 @@ const char* nameOf(IrcFamily family) {
 
 LocalIrcServer::LocalIrcServer(IrcFamily family, Limits limits, std::vector<std::string> variables)
     : family_(family), variables_(std::move(variables)) {
-    const std::string name = nameOf(family);
+    const std::string called = nameOf(family);
     const std::string more = limits == Limits::none ? "-patient.conf" : "-usual.conf";
     disk_.write("configuration",
-                serverFile(name + ".conf", disk_) + serverFile(name + more, disk_));
+                serverFile(called + ".conf", disk_) + serverFile(called + more, disk_));
     if (family == IrcFamily::hybrid || family == IrcFamily::irc2)
         names_ = std::jthread(answerAll);
     if (family == IrcFamily::hybrid) {

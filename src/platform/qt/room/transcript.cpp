@@ -83,8 +83,12 @@ bool Transcript::showNew() {
     const int scrolledTo = verticalScrollBar()->value();
     if (std::exchange(beginsAnew_, false))
         clear();
+    // Laid out once, however many they are.
+    QTextCursor all(document());
+    all.beginEditBlock();
     for (const Entry& entry : std::exchange(waiting_, {}))
         append(entry);
+    all.endEditBlock();
     const int dropped = dropOldest();
     QScrollBar& bar = *verticalScrollBar();
     bar.setValue(follows ? bar.maximum() : scrolledTo - dropped);
@@ -93,7 +97,6 @@ bool Transcript::showNew() {
 
 void Transcript::append(const Entry& entry) {
     QTextCursor cursor(document());
-    cursor.beginEditBlock();
     cursor.movePosition(QTextCursor::End);
     // An empty document has one block already.
     if (document()->isEmpty())
@@ -109,7 +112,6 @@ void Transcript::append(const Entry& entry) {
         cursor.insertText(": ", name_);
         insertSaid(cursor, entry.text, plain_);
     }
-    cursor.endEditBlock();
 }
 
 int Transcript::dropOldest() {

@@ -1,0 +1,164 @@
+// What kept conversations take of memory, and how long the front ends are about to show one.
+#include "host/new_lines.h"
+#include "host/own_room.h"
+#include "platform/posix/line_history.h"
+#include "platform/qt/room/room_window.h"
+#include "platform/terminal/terminal_text.h"
+#include "support/qt_application.h"
+#include "support/virtual_machine.h"
+#include "works.h"
+
+#include <QApplication>
+#include <malloc.h>
+
+namespace larkspin {
+
+namespace {
+
+constexpr double mostMegabytes = 30, switchOnDesktop = 0.05, switchInTerminal = 0.02, burst = 0.05;
+constexpr int rooms = 10, linesInBurst = 1'000;
+
+double megabytesInUse() {
+    return static_cast<double>(::mallinfo2().uordblks) / 1e6;
+}
+
+// Ten rooms, each as full as can be.
+struct FullConversations {
+    FullConversations() {
+        for (int room = 0; room < rooms; ++room) {
+            Conversation& added = conversations.add(
+                {Conversation::Kind::room, network, "#room" + std::to_string(room)});
+            all.push_back(&added);
+            say(added, static_cast<int>(Conversation::mostLines));
+        }
+    }
+    void say(Conversation& in, int lines) {
+        for (int line = 0; line < lines; ++line)
+            conversations.keep(in, {.kind = KeptLine::Kind::said,
+                                    .speaker = "somebody" + std::to_string(line % 50),
+                                    .text = "a line of the <b>usual</b> length, such as people "
+                                            "write in a room all evening, number " +
+                                            std::to_string(line)});
+    }
+    void enterNext() {
+        conversations.enter(*all[static_cast<std::size_t>(++entered) % all.size()]);
+    }
+
+    VirtualMachine machine;
+    EventLoop& loop = machine.loop;
+    ChatLines chatLines{loop};
+    Conversations conversations{loop, chatLines, "lobby"};
+    const int network = conversations.newNetwork("net");
+    std::vector<Conversation*> all;
+    int entered = 0;
+};
+
+void memory(benchmark::State& state) {
+    state.SetLabel("MB");
+    const double before = megabytesInUse();
+    const FullConversations full;
+    for (auto _ : state)
+        state.SetIterationTime(1);
+    state.counters["amount"] = megabytesInUse() - before;
+    state.counters["size"] = rooms * static_cast<double>(Conversation::mostLines);
+}
+
+// What the terminal writes for it, but for the writing.
+std::size_t shownInTerminal(NewLines& newLines, const FullConversations& full) {
+    std::string shown;
+    newLines.take({.entered =
+                       [&](const Conversation& conversation) {
+                           shown += wordsOfEntering(full.conversations, conversation);
+                       },
+                   .leftOut = [](int) {},
+                   .line =
+                       [&](const KeptLine& line) {
+                           shown += stampOf(line, full.loop) + shownName(line.speaker) +
+                                    shownMarkup(line.text);
+                       },
+                   .elsewhere = [](const Conversation&, const KeptLine&) {}});
+    return shown.size();
+}
+
+void terminalSwitch(benchmark::State& state) {
+    FullConversations full;
+    NewLines newLines(full.conversations);
+    for (auto _ : state)
+        timed(state, [&] {
+            full.enterNext();
+            benchmark::DoNotOptimize(shownInTerminal(newLines, full));
+        });
+}
+
+void terminalBurst(benchmark::State& state) {
+    FullConversations full;
+    NewLines newLines(full.conversations);
+    full.enterNext();
+    shownInTerminal(newLines, full);
+    for (auto _ : state)
+        timed(state, [&] {
+            full.say(full.conversations.front(), linesInBurst);
+            benchmark::DoNotOptimize(shownInTerminal(newLines, full));
+        });
+}
+
+struct DesktopRoom : FullConversations {
+    DesktopRoom() {
+        window.resize(900, 600);
+        window.show();
+        settle();
+    }
+    // As an event loop's turn shows and draws it.
+    void settle() {
+        loop.waitUntil(loop.now() + std::chrono::milliseconds(1));
+        QApplication::processEvents();
+    }
+
+    OwnRoom own{conversations, chatLines, "jo", {}};
+    LineHistory history{machine.files, machine.drive("history.txt")};
+    RoomWindow window{loop, own, conversations, history};
+};
+
+void desktopSwitch(benchmark::State& state) {
+    startQt();
+    DesktopRoom room;
+    for (auto _ : state)
+        timed(state, [&] {
+            room.enterNext();
+            room.settle();
+        });
+}
+
+void desktopBurst(benchmark::State& state) {
+    startQt();
+    DesktopRoom room;
+    room.enterNext();
+    room.settle();
+    for (auto _ : state)
+        timed(state, [&] {
+            room.say(room.conversations.front(), linesInBurst);
+            room.settle();
+        });
+}
+
+} // namespace
+
+void addConversationWorks() {
+    addWork("conversations: ten of 10,000 lines", mostMegabytes, memory)
+        ->UseManualTime()
+        ->Iterations(1);
+    const struct {
+        const char* name;
+        double budget;
+        WorkRun run;
+    } works[] = {
+        {"conversations: switch, terminal", switchInTerminal, terminalSwitch},
+        {"conversations: switch, desktop", switchOnDesktop, desktopSwitch},
+        {"conversations: 1,000 lines at once, terminal", burst, terminalBurst},
+        {"conversations: 1,000 lines at once, desktop", burst, desktopBurst},
+    };
+    for (const auto& work : works)
+        addWork(work.name, work.budget, work.run)->UseManualTime()->Iterations(10);
+}
+
+} // namespace larkspin
