@@ -15,8 +15,8 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace larkspin {
 
@@ -25,7 +25,7 @@ namespace {
 constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(700, 460), leastSize(320, 200);
 constexpr int peopleWidth = 160;
-constexpr std::ptrdiff_t mostReadBefore = 300; // lines that are shown again
+constexpr std::size_t mostReadBefore = 300; // lines that are shown again
 constexpr QSize frameRoom(4, 40);              // for the frame of a window manager
 
 } // namespace
@@ -131,12 +131,13 @@ void RoomWindow::takeNew() {
 // that.
 void RoomWindow::enter(const Conversation& conversation) {
     said_.begin();
+    std::vector<const KeptLine*> read; // the last one first
     const auto& lines = conversation.lines();
-    const auto unread = std::ranges::partition_point(
-        lines, [&](const KeptLine& line) { return line.number <= conversation.readBefore(); });
-    const auto count = std::min<std::ptrdiff_t>(unread - lines.begin(), mostReadBefore);
-    for (auto line = unread - count; line != unread; ++line)
-        showLine(*line);
+    for (auto line = lines.rbegin(); line != lines.rend() && read.size() < mostReadBefore; ++line)
+        if (line->number <= conversation.readBefore())
+            read.push_back(&*line);
+    for (auto line = read.rbegin(); line != read.rend(); ++line)
+        showLine(**line);
     said_.tell(wordsOfEntering(conversations_, conversation));
     roomChanged();
 }
