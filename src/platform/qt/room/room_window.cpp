@@ -26,7 +26,7 @@ constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(700, 460), leastSize(320, 200);
 constexpr int peopleWidth = 160;
 constexpr std::size_t mostReadBefore = 300; // lines that are shown again
-constexpr QSize frameRoom(4, 40);              // for the frame of a window manager
+constexpr QSize frameRoom(4, 40);           // for the frame of a window manager
 
 } // namespace
 
