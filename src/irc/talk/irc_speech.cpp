@@ -221,9 +221,10 @@ IrcSpeech::Pieces::iterator IrcSpeech::labelled(std::string_view label) {
 
 // By its label any answer tells which line it refuses; else only some are known to be about lines.
 bool IrcSpeech::isRefusal(const IrcMessage& message) const {
-    const bool refuses = numeric::isRefusal(message.command) || message.command == "FAIL";
-    return numeric::refusesLine(message.command) ||
-           (refuses && !session_.batches().label(message).empty());
+    const bool fails = message.command == "FAIL";
+    if (!session_.batches().label(message).empty())
+        return fails || numeric::isRefusal(message.command);
+    return numeric::refusesLine(message.command) || (fails && message.parameter(0) == "PRIVMSG");
 }
 
 // Without labels, and where lines aren't sent back, what has codes is more likely to be meant where
@@ -231,10 +232,11 @@ bool IrcSpeech::isRefusal(const IrcMessage& message) const {
 IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
     if (const std::string_view label = session_.batches().label(refusal); !label.empty())
         return labelled(label);
+    const std::string_view target = refusal.parameter(refusal.command == "FAIL" ? 2 : 1);
     const auto mayBe = [&](const std::shared_ptr<Piece>& piece) {
         const bool isInTime = piece->comesBack || loop_.now() - piece->sentAt <= longestRefusal;
         return piece->label.empty() && isInTime &&
-               session_.isSame(piece->line->said.target, refusal.parameter(1));
+               session_.isSame(piece->line->said.target, target);
     };
     const auto isCoded = [&](const std::shared_ptr<Piece>& piece) {
         return mayBe(piece) && !piece->comesBack && (piece->isAgain || hasCodes(piece->codes));
