@@ -1,4 +1,5 @@
 // What was said while the owner wasn't there, and what comes in batches.
+#include "irc/protocol/irc_time.h"
 #include "support/irc_machine.h"
 
 #include <gtest/gtest.h>
@@ -85,6 +86,31 @@ TEST_F(IrcHistoryTest, IsKeptInItsPlaceOnce) {
               "- you are in #music\nann: first\nbob: Owner: where are you?\n"
               "Owner: from elsewhere\nann: new\n");
     EXPECT_EQ(traced().back(), "line of others");
+}
+
+TEST_F(IrcHistoryTest, HisOwnLinesAreKnownByWhatTheySayWhereTheyHaveNoMark) {
+    server.capabilities = "batch server-time";
+    begin();
+    const std::string line = std::string(150, 'x') + ' ' + std::string(150, 'y');
+    typed("hi");
+    typed(line);
+    advance(100s);
+    const struct {
+        int secondsAgo;
+        std::string text, kept;
+    } cases[] = {
+        {130, "hi", ""},
+        {70, "hi", ""},
+        {130, std::string(150, 'x'), ""}, // a piece of it
+        {100, "h", "Owner: h\n"},
+        {190, "hi", "Owner: hi\n"},
+    };
+    for (const auto& each : cases) {
+        told("BATCH +h chathistory #music\r\n@batch=h;time=" +
+             ircTime(loop.moment() - each.secondsAgo) +
+             " :Owner!o@host PRIVMSG #music :" + each.text + "\r\nBATCH -h");
+        EXPECT_EQ(seen, each.kept) << each.text << each.secondsAgo;
+    }
 }
 
 TEST_F(IrcHistoryTest, TalksArePlayedBackIntoTheirConversations) {

@@ -53,6 +53,15 @@ TEST(IrcLostLines, EachIsToldAndSaidAgainAndObeyedOnce) {
          "- not said in #music: 'repeat\n",
          [](auto& machine) { answerBy(machine, ":irc ACK"); },
          [](auto&) {}},
+        {"passed over",
+         {echoed},
+         "- not said in #music: 'repeat\n",
+         freeze,
+         [](auto& machine) {
+             machine.server.takes = nullptr;
+             machine.room.say("next");
+             machine.advance(20s);
+         }},
         {"late",
          {echoed, both},
          "- perhaps not said in #music: 'repeat\n",
