@@ -24,7 +24,19 @@ Conversation& IrcChannels::conversationOf(const std::string& name, const IrcFeat
         if (each->network() == network_ && each->kind() == Conversation::Kind::room &&
             features.fold(each->name()) == features.fold(name))
             return *each;
+    makeRoom();
     return conversations_.add({Conversation::Kind::room, network_, name});
+}
+
+// What was said in rooms that he has left stays for as long as there aren't too many of those.
+void IrcChannels::makeRoom() {
+    std::vector<const Conversation*> left;
+    for (const Conversation* each : conversations_.ofNetwork(network_))
+        if (each->kind() == Conversation::Kind::room && !each->isOpen &&
+            each != &conversations_.front())
+            left.push_back(each);
+    if (left.size() >= most)
+        conversations_.remove(*left.front());
 }
 
 IrcChannels::Place* IrcChannels::add(const std::string& name, const IrcFeatures& features) {

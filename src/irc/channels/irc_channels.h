@@ -53,7 +53,8 @@ public:
     // more makes the channel anew. Its conversation goes on.
     Place* add(const std::string& name, const IrcFeatures& features);
 
-    // Removes a channel that he has left. Their conversations stay, closed.
+    // Removes a channel that he has left. Their conversations stay, closed, and no more than a
+    // hundred of them.
     void remove(const Place& place);
     void clear();
 
@@ -70,6 +71,7 @@ public:
 
 private:
     Conversation& conversationOf(const std::string& name, const IrcFeatures& features);
+    void makeRoom();
     void keepNamesOfBans(const Place& place);
 
     Conversations& conversations_;

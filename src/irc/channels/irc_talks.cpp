@@ -2,6 +2,9 @@
 
 #include "irc/connection/irc_session.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace larkspin {
 
 Conversation* IrcTalks::find(std::string_view nick) const {
@@ -19,8 +22,10 @@ Conversation& IrcTalks::findOrBegin(std::string_view nick) {
 }
 
 void IrcTalks::makeRoom() {
-    const auto lastLine = [](const Conversation& talk) {
-        return talk.lines().empty() ? 0 : talk.lines().back().number;
+    // Those in which he has said something himself go last.
+    const auto worth = [](const Conversation& talk) {
+        return std::pair(std::ranges::any_of(talk.lines(), &KeptLine::isOwners),
+                         talk.lines().empty() ? 0 : talk.lines().back().number);
     };
     std::size_t count = 0;
     const Conversation* oldest = nullptr;
@@ -28,8 +33,7 @@ void IrcTalks::makeRoom() {
         if (!isTalk(*each))
             continue;
         ++count;
-        if (each.get() != &conversations_.front() &&
-            (!oldest || lastLine(*each) < lastLine(*oldest)))
+        if (each.get() != &conversations_.front() && (!oldest || worth(*each) < worth(*oldest)))
             oldest = each.get();
     }
     if (count >= most && oldest)

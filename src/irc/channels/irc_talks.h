@@ -18,7 +18,8 @@ public:
         : conversations_(conversations), session_(session) {}
 
     // Strangers begin talks, so that no more are kept; the one that was silent longest goes, but
-    // for the one in front.
+    // for the one in front, and of those in which the owner has spoken only when there are no
+    // others.
     static constexpr std::size_t most = 100;
 
     // From now on talks are those of this network.

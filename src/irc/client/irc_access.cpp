@@ -33,7 +33,7 @@ bool isThisMachine(std::string_view host) {
 IrcAccess::IrcAccess(EventLoop& loop, IrcClient& irc, PasswordPrompt& prompt, IrcAccountFile& file,
                      Files& disk, SlashWords::Tell tell, IrcOnConnect::Words words)
     : loop_(loop), irc_(irc), prompt_(prompt), file_(file), tell_(tell),
-      servers_(loop, file, disk, tell), trust_(file, tell, [this] { use(); }),
+      servers_(loop, file, disk, tell), trust_(loop, file, tell, [this] { use(); }),
       onConnect_(loop, irc, file, tell, std::move(words)) {
     irc_.keepBy(
         {.completed = [this](IrcServer server) { return servers_.completed(std::move(server)); },
@@ -111,6 +111,15 @@ bool IrcAccess::connectAgain() {
     irc_.connect(account.network(), servers_.completed(account.server), identityOf(account),
                  account.room);
     return true;
+}
+
+void IrcAccess::giveUp() {
+    ++tries_;
+    trust_.forget();
+    if (unanswered_ == TimerId::none)
+        return;
+    loop_.cancel(std::exchange(unanswered_, TimerId::none));
+    prompt_.dismiss();
 }
 
 bool IrcAccess::logsIn(const IrcAccount& account) const {

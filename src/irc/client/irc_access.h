@@ -51,6 +51,7 @@ public:
 
     // Whether he has been shown a certificate, and not taken it yet.
     bool asksForTrust() const { return trust_.asks(); }
+    Nanoseconds askedForTrustAt() const { return trust_.askedAt(); }
 
     // Whether what is typed after this line is a password.
     static bool asksPassword(std::string_view line);
@@ -58,6 +59,9 @@ public:
     // False where there was none before.
     void connect(const IrcWish& wish);
     bool connectAgain();
+
+    // Nothing comes any more of what is under way.
+    void giveUp();
 
     // What makes a drive path of what the owner types as one.
     using ReadPath = std::function<std::string(std::string_view typed)>;

@@ -74,9 +74,12 @@ IrcAccountFile& IrcAccounts::beginNext() {
     return *all_.emplace_back(std::make_unique<IrcAccountFile>(*this));
 }
 
-void IrcAccounts::remove(const IrcAccountFile& file) {
-    std::erase_if(all_, [&](const auto& each) { return each.get() == &file; });
+std::unique_ptr<IrcAccountFile> IrcAccounts::remove(const IrcAccountFile& file) {
+    const auto found = std::ranges::find(all_, &file, &std::unique_ptr<IrcAccountFile>::get);
+    std::unique_ptr<IrcAccountFile> removed = std::move(*found);
+    all_.erase(found);
     write();
+    return removed;
 }
 
 void IrcAccounts::limit(int linesPerMinute) {

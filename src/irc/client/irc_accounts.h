@@ -49,7 +49,7 @@ public:
 
     // When the last one has got its server: there is a next one again.
     IrcAccountFile& beginNext();
-    void remove(const IrcAccountFile& file);
+    std::unique_ptr<IrcAccountFile> remove(const IrcAccountFile& file); // no more in the file
 
     int linesPerMinute() const { return linesPerMinute_; } // said at most; 0 for no limit
     void limit(int linesPerMinute);

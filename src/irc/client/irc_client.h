@@ -81,7 +81,9 @@ public:
     int network() const { return network_; } // the number of it, as conversations have it
 
     // Whether it is one of this network's.
-    bool owns(const Conversation& conversation) const { return conversation.network() == network_; }
+    bool owns(const Conversation& conversation) const {
+        return network_ != Conversations::noNetwork && conversation.network() == network_;
+    }
 
     // These tell their outcome themselves. `topic` asks for the topic, or sets it.
     void changeNick(const std::string& nick);

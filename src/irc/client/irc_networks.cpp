@@ -60,6 +60,15 @@ IrcNetwork* IrcNetworks::named(std::string_view name) const {
     return nullptr;
 }
 
+IrcNetwork* IrcNetworks::lastToAskForTrust() const {
+    IrcNetwork* last = nullptr;
+    for (const auto& each : all_)
+        if (each->access.asksForTrust() &&
+            (!last || each->access.askedForTrustAt() >= last->access.askedForTrustAt()))
+            last = each.get();
+    return last;
+}
+
 bool IrcNetworks::isOnAny() const {
     return std::ranges::any_of(all_, [](const auto& each) { return each->client.isOn(); });
 }
@@ -93,11 +102,14 @@ void IrcNetworks::takeWhatWasGiven(IrcNetwork& network) {
         return;
     IrcAccount account = network.file.account();
     const IrcAccount given = next.file.account();
+    // In a file that was damaged, the next one may be what is left of another network.
+    if (!given.loginHost.empty() && !equalFolded(given.loginHost, account.server.host))
+        return;
     if (!given.user.empty()) {
         account.user = given.user;
         account.password = given.password;
         account.keepsPassword = given.keepsPassword;
-        account.loginHost.clear();
+        account.loginHost = given.loginHost;
     }
     account.facts.addWhatIsLacking(given.facts);
     network.file.keep(std::move(account));
@@ -116,14 +128,19 @@ void IrcNetworks::takeUpAgain() {
             });
 }
 
-void IrcNetworks::forget(const IrcNetwork& network) {
+// Something of it may be at work, and this event served within that. So it goes with the next one
+// that is forgotten while no event waits.
+void IrcNetworks::forget(IrcNetwork& network) {
     if (last_ == &network)
         last_ = nullptr;
+    network.access.giveUp();
     for (const Conversation* each : shared_.conversations.ofNetwork(network.client.network()))
         shared_.conversations.remove(*each);
-    const IrcAccountFile& file = network.file;
-    std::erase_if(all_, [&](const auto& each) { return each.get() == &network; });
-    accounts_.remove(file);
+    if (shared_.loop.atWork().depth <= 1)
+        forgotten_.clear();
+    const auto found = std::ranges::find(all_, &network, &All::value_type::get);
+    forgotten_.emplace_back(accounts_.remove(network.file), std::move(*found));
+    all_.erase(found);
 }
 
 void IrcNetworks::readPathsBy(const IrcAccess::ReadPath& readPath) {

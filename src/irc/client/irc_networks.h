@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -37,6 +38,9 @@ public:
 
     IrcNetwork* named(std::string_view name) const; // null for none
     bool isOnAny() const;
+
+    // Whose certificate the owner was shown last and hasn't taken; null for none.
+    IrcNetwork* lastToAskForTrust() const;
     bool areSeveral() const { return all_.size() > 2; }
 
     // Goes there, beside those where he is already. False for too many networks.
@@ -50,7 +54,7 @@ public:
     void takeUpAgain();
 
     // One that he isn't on is known no more, with all that was kept of it.
-    void forget(const IrcNetwork& network);
+    void forget(IrcNetwork& network);
 
     // What makes a drive path of what the owner types as one.
     void readPathsBy(const IrcAccess::ReadPath& readPath);
@@ -73,6 +77,7 @@ private:
     IrcOnConnect::Words words_;
     IrcAccess::ReadPath readPath_ = [](std::string_view typed) { return std::string(typed); };
     All all_;
+    std::vector<std::pair<std::unique_ptr<IrcAccountFile>, All::value_type>> forgotten_;
     IrcNetwork* last_ = nullptr;
     TimerId following_ = TimerId::none;
 };

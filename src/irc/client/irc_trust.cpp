@@ -40,7 +40,7 @@ void IrcTrust::distrusted(const IrcServer& server, const IrcCertificate& certifi
     const std::string place = IrcServerFacts::placeOf(IrcFact::fingerprint, server);
     if (asked_.place == place && asked_.certificate.fingerprint == certificate.fingerprint)
         return;
-    asked_ = {place, certificate};
+    asked_ = {place, certificate, loop_.now()};
     const std::string shown = shownFingerprint(certificate.fingerprint);
     if (server.pinned.empty()) {
         tell_("the certificate of " + visibleName(place) + " has the SHA-256 fingerprint " + shown);

@@ -15,14 +15,15 @@ namespace larkspin {
 class IrcTrust {
 public:
     // The task is called after each change of what is trusted.
-    IrcTrust(IrcAccountFile& file, SlashWords::Tell tell, Task changed)
-        : file_(file), tell_(std::move(tell)), changed_(std::move(changed)) {}
+    IrcTrust(const EventLoop& loop, IrcAccountFile& file, SlashWords::Tell tell, Task changed)
+        : loop_(loop), file_(file), tell_(std::move(tell)), changed_(std::move(changed)) {}
 
     // A server has shown that one. The owner is asked once for each, until `forget`.
     void distrusted(const IrcServer& server, const IrcCertificate& certificate);
     void forget() { asked_ = {}; }
 
     bool asks() const { return !asked_.place.empty(); }
+    Nanoseconds askedAt() const { return asked_.at; }
 
     // "", a fingerprint, or "none", about the server that was asked for last. False for anything
     // else.
@@ -31,12 +32,14 @@ public:
 private:
     void keep(const std::string& place, std::string_view fingerprint, const std::string& told);
 
+    const EventLoop& loop_;
     IrcAccountFile& file_;
     SlashWords::Tell tell_;
     Task changed_;
     struct Asked {
-        std::string place;
-        IrcCertificate certificate;
+        std::string place{};
+        IrcCertificate certificate{};
+        Nanoseconds at{};
     } asked_;
 };
 

@@ -91,11 +91,10 @@ std::vector<SlashWord> IrcWords::wordsOfNetworks() {
             [this, work](std::string_view rest) { return (networks_.atHand().access.*work)(rest); };
     };
     const auto trust = [this](std::string_view rest) {
-        for (const auto& each : networks_.all())
-            if (each->access.asksForTrust())
-                return each->access.trust(rest);
-        IrcNetwork& network = networks_.atHand();
-        return (network.isKnown() ? network : networks_.last()).access.trust(rest);
+        IrcNetwork* const asking = isBlank(rest) ? networks_.lastToAskForTrust() : nullptr;
+        IrcNetwork& atHand = networks_.atHand();
+        IrcNetwork& meant = atHand.isKnown() ? atHand : networks_.last();
+        return (asking ? *asking : meant).access.trust(rest);
     };
     return {
         {"connect", "[NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]",

@@ -1,0 +1,75 @@
+// Several networks at once: what is for one of them alone, and what becomes of one that is
+// forgotten.
+#include "irc_words_fixture.h"
+
+namespace larkspin {
+namespace {
+
+class IrcNetworksTest : public IrcWordsTest {};
+
+TEST_F(IrcNetworksTest, ALoginWhoseServerIsDamagedInTheFileGoesToNoOther) {
+    disk.write("irc.txt", "server=irc test\nnick=jo\nlogin server=irc.test\nlogin=jo\n"
+                          "password=sesame\nnetwork=evil.test\nserver=evil.test\nport=6697\n"
+                          "tls=yes\nnick=jo\nconnect=no\n");
+    offerAccounts();
+    begin();
+    typed("/connect evil.test");
+    EXPECT_EQ(server.to.host, "evil.test");
+    EXPECT_EQ(logins, "");
+}
+
+TEST_F(IrcNetworksTest, TrustIsGivenToTheCertificateThatWasShownLast) {
+    server.silent = other.silent = true;
+    typed("/connect two.test jo");
+    typed("/connect one.test jo");
+    server.distrust(std::string(64, 'a'));
+    seenWithin(1s);
+    other.distrust(std::string(64, 'b'));
+    seenWithin(1s);
+    EXPECT_EQ(typed("/trust").substr(0, 32), "the certificate of one.test:6697");
+    EXPECT_EQ(kept().find(std::string(64, 'a')), std::string::npos) << kept();
+}
+
+TEST_F(IrcNetworksTest, ANetworkIsForgottenInTheMiddleOfWhatIsSaidThere) {
+    typed("/connect irc.test jo #music");
+    int said = 0;
+    loop.post([&] {
+        for (; said < 10; ++said)
+            rooms->room.sendChatLine("line");
+    });
+    loop.once(100ms, [&] {
+        EXPECT_LT(said, 10);
+        words.run("/disconnect");
+        words.run("/networks forget irc.test");
+    });
+    loop.waitUntil(loop.now() + 60s);
+    EXPECT_EQ(said, 10);
+    EXPECT_EQ(typed("/networks"), "no network is known: /connect leads to one\n");
+}
+
+TEST_F(IrcNetworksTest, StrangersPushOutNoTalkInWhichTheOwnerHasSpoken) {
+    typed("/connect irc.test jo");
+    server.say(":ann!a@h PRIVMSG jo :hi");
+    typed("/query ann there");
+    typed("/room 0");
+    for (int each = 0; each < 120; ++each)
+        server.say(":s" + std::to_string(each) + "!s@h PRIVMSG jo :hi");
+    seenWithin(1s);
+    typed("/room");
+    EXPECT_NE(seen.find("ann"), std::string::npos) << seen;
+    EXPECT_EQ(std::ranges::count(seen, '\n'), 101);
+}
+
+// By whoever runs the server.
+TEST_F(IrcNetworksTest, RoomsThatWereLeftAreKeptNoMoreThanAHundredOfThem) {
+    typed("/connect irc.test jo");
+    for (int each = 0; each < 120; ++each)
+        server.say(":jo!j@h JOIN #r" + std::to_string(each) + "\r\n:irc KICK #r" +
+                   std::to_string(each) + " jo :out");
+    seenWithin(10s);
+    typed("/room");
+    EXPECT_LE(std::ranges::count(seen, '\n'), 102);
+}
+
+} // namespace
+} // namespace larkspin
