@@ -69,15 +69,20 @@ std::vector<SlashWord> roomWords(OwnRoom& room, SlashWords::Tell tell) {
             room.enterRoom(std::string(rest));
         return true;
     };
-    return {
-        {"as", "NAME [TEXT]", "lets somebody else come in, and say something",
-         [&room](std::string_view rest) { return as(room, rest); }},
-        {"bye", "NAME", "lets somebody else leave",
-         [&room](std::string_view rest) { return bye(room, rest); }},
-        {"whisper", "NAME TEXT", "lets somebody send you a private message",
-         [&room](std::string_view rest) { return whisper(room, rest); }},
-        {"room", "[NAME]", "tells who is in the room, or goes to another one", goOrTell},
-    };
+    return about("home", {
+                             {"as", "NAME [TEXT]", "lets somebody else come in, and say something",
+                              [&room](std::string_view rest) { return as(room, rest); }},
+                             {"bye", "NAME", "lets somebody else leave",
+                              [&room](std::string_view rest) { return bye(room, rest); }},
+                             {"whisper", "NAME TEXT", "lets somebody send you a private message",
+                              [&room](std::string_view rest) { return whisper(room, rest); }},
+                             {"room",
+                              "[NAME]",
+                              "tells who is in the room, or goes to another one",
+                              goOrTell,
+                              {"buffer", "window", "win"},
+                              "rooms"},
+                         });
 }
 
 } // namespace larkspin

@@ -9,6 +9,13 @@
 
 namespace larkspin {
 
+std::vector<SlashWord> about(const std::string& topic, std::vector<SlashWord> words) {
+    for (SlashWord& word : words)
+        if (word.topic.empty())
+            word.topic = topic;
+    return words;
+}
+
 void SlashWords::add(std::vector<SlashWord> words) {
     words_.insert(words_.end(), std::make_move_iterator(words.begin()),
                   std::make_move_iterator(words.end()));
@@ -52,6 +59,10 @@ const SlashWord* SlashWords::find(std::string_view line) const {
     for (const SlashWord& word : words_)
         if (equalFolded(word.name, name))
             return &word;
+    for (const SlashWord& word : words_)
+        for (const std::string& alias : word.aliases)
+            if (equalFolded(alias, name))
+                return &word;
     return nullptr;
 }
 

@@ -18,9 +18,15 @@ struct SlashWord {
     // Takes what stands after the word, and returns false when it can make no sense of that.
     std::function<bool(std::string_view rest)> run;
 
+    std::vector<std::string> aliases{}; // what other programs call it
+    std::string topic{};                // among which it is told
+
     // How it is typed.
     std::string usage() const { return '/' + name + (arguments.empty() ? "" : ' ' + arguments); }
 };
+
+// With that topic, where they have none yet.
+std::vector<SlashWord> about(const std::string& topic, std::vector<SlashWord> words);
 
 class SlashWords {
 public:
@@ -42,9 +48,10 @@ public:
     // Does what a line says that is meant for this.
     void run(const std::string& line) const;
 
-private:
+    // The word of such a line, by its name or another one that it has; null if there is none.
     const SlashWord* find(std::string_view line) const;
 
+private:
     Tell tell_;
     std::vector<SlashWord> words_;
 };

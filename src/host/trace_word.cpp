@@ -6,7 +6,9 @@
 namespace larkspin {
 
 SlashWord traceWord(const Trace& trace, SlashWords::Tell tell) {
-    return {"trace", "", "tells what larkspin has done last",
+    return {"trace",
+            "",
+            "tells what larkspin has done last",
             [&trace, tell = std::move(tell)](std::string_view rest) {
                 if (!withoutBlanks(rest).empty())
                     return false;
@@ -14,7 +16,9 @@ SlashWord traceWord(const Trace& trace, SlashWords::Tell tell) {
                 for (std::size_t number = 0; number < trace.size(); ++number)
                     tell(std::string(trace.line(number, buffer)));
                 return true;
-            }};
+            },
+            {},
+            "larkspin"};
 }
 
 } // namespace larkspin

@@ -25,6 +25,7 @@ constexpr OwnFile ownFiles[] = {
     {ownName::appTitles, "applications n shit"},
     {ownName::history, "typed lines"},
     {ownName::irc, "irc account"},
+    {ownName::ignored, "those you ignore"},
     {ownName::roomWindow, "place of the window"},
     {ownName::crash, ""},
     {ownName::lock, ""},

@@ -18,6 +18,7 @@ inline constexpr std::string_view appPaths = "lksapp.lst";
 inline constexpr std::string_view appTitles = "lksappl.lst";
 inline constexpr std::string_view history = "history.txt";
 inline constexpr std::string_view irc = "irc.txt";
+inline constexpr std::string_view ignored = "ignored.txt";
 inline constexpr std::string_view roomWindow = "room-window.txt";
 inline constexpr std::string_view crash = "crash.txt";
 inline constexpr std::string_view lock = "larkspin.lock";
@@ -39,6 +40,7 @@ public:
     std::string appTitlesFile() const { return file(ownName::appTitles); }
     std::string historyFile() const { return file(ownName::history); }
     std::string ircFile() const { return file(ownName::irc); }
+    std::string ignoredFile() const { return file(ownName::ignored); }
     std::string crashFile() const { return file(ownName::crash); }
     std::string roomWindowFile() const { return file(ownName::roomWindow); }
     std::string file(std::string_view name) const { return path_ + '\\' + std::string(name); }

@@ -167,13 +167,8 @@ void IrcJoining::enter(const IrcChannels::Place& place) {
 }
 
 void IrcJoining::leave(const std::string& farewell) {
-    if (IrcChannels::Place* const place = channels_.nextToLeave()) {
-        // as a typed line, so that it comes after those that he has typed there
-        place->isBeingLeft = session_.send(IrcOutgoing::Kind::typed,
-                                           ircLine("PART", {place->channel.name(), farewell}));
-        wantedRoom_ = roomAfterLeaving();
-        return;
-    }
+    if (IrcChannels::Place* const place = channels_.nextToLeave())
+        return leave(*place, farewell);
     // He is in none, or soon in none, so he leaves the one that would be the room. If the server
     // has been asked for it, it will still let him in.
     const std::string next = entering_.empty() && !wanted_.empty() ? wanted_.front() : entering_;
@@ -184,6 +179,13 @@ void IrcJoining::leave(const std::string& farewell) {
     wantedRoom_ = wanted_.empty() ? "" : wanted_.front();
     if (channels_.all().empty()) // else the server tells when he has left
         events_.tell("you are in no room");
+}
+
+// As a typed line, so that it comes after those that he has typed there.
+void IrcJoining::leave(IrcChannels::Place& place, const std::string& farewell) {
+    place.isBeingLeft =
+        session_.send(IrcOutgoing::Kind::typed, ircLine("PART", {place.channel.name(), farewell}));
+    wantedRoom_ = roomAfterLeaving();
 }
 
 // The room once those that he is leaving have been left; empty for none.

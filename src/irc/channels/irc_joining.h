@@ -49,6 +49,7 @@ public:
     bool enter(std::string_view channel);
     void enter(const IrcChannels::Place& place);
     void leave(const std::string& farewell);
+    void leave(IrcChannels::Place& place, const std::string& farewell);
 
     // The room in which the owner wants to be on this network, even if he was put out of it. Empty
     // for none.

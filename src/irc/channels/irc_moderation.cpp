@@ -1,12 +1,14 @@
 #include "irc/channels/irc_moderation.h"
 
 #include "host/shown_room.h"
+#include "irc/channels/irc_ignore_list.h"
 #include "irc/channels/irc_masks.h"
 #include "irc/channels/irc_origin.h"
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
 #include "text/blanks.h"
+#include "text/parts.h"
 #include "text/visible.h"
 
 #include <algorithm>
@@ -47,18 +49,46 @@ IrcChannel* IrcModeration::channelOf(const Person& person) const {
     return isThere ? &place->channel : nullptr;
 }
 
-bool IrcModeration::ignores(std::string_view name) const {
-    return ignored_.contains(session_.features().fold(name));
+bool IrcModeration::ignores(std::string_view who) const {
+    return ignored_.contains(session_.features().fold(partedAt(who, '!').head)) || maskFor(who);
+}
+
+const std::string* IrcModeration::maskFor(std::string_view who) const {
+    return kept_ && !kept_->masks().empty() ? kept_->find(senderOf(who), session_.features())
+                                            : nullptr;
+}
+
+// With where he comes from, as far as it is known from the channels.
+std::string IrcModeration::senderOf(std::string_view who) const {
+    if (who.find('!') != who.npos)
+        return std::string(who);
+    const std::string folded = session_.features().fold(who);
+    for (const auto& place : channels_.all())
+        if (const IrcPresence* const presence = place.channel.presences().find(folded);
+            presence && !presence->host.empty())
+            return std::string(who) + '!' + presence->user + '@' + presence->host;
+    return std::string(who) + "!@";
+}
+
+bool IrcModeration::hear(std::string_view name) {
+    return ignored_.erase(session_.features().fold(name)) > 0;
 }
 
 Deed IrcModeration::toggleIgnored(const Person& person) {
     if (!channelOf(person))
         return notDone(person);
-    const std::string folded = session_.features().fold(person.name);
-    const bool isIgnored = ignored_.erase(folded) == 0;
-    if (isIgnored)
-        ignored_.insert(folded);
-    shown_.tell(visibleName(person.name) + (isIgnored ? " is ignored" : " is heard again"));
+    bool isHeard = hear(person.name);
+    if (kept_ && kept_->remove(IrcIgnoreList::maskOf(person.name)))
+        isHeard = true;
+    // A mask that is about others, too, isn't taken back by the name of one of them.
+    if (const std::string* const mask = maskFor(person.name)) {
+        shown_.tell(visibleName(person.name) + " is ignored as " + visibleName(*mask) +
+                    ": /unignore takes that back");
+        return Deed::undone;
+    }
+    if (!isHeard)
+        ignored_.insert(session_.features().fold(person.name));
+    shown_.tell(visibleName(person.name) + (isHeard ? " is heard again" : " is ignored"));
     shown_.changed();
     return Deed::done;
 }

@@ -17,6 +17,7 @@
 
 namespace larkspin {
 
+class IrcIgnoreList;
 class IrcSession;
 struct IrcMessage;
 struct RoomDisplay;
@@ -39,7 +40,16 @@ public:
     Deed allow(const Person& person) override;
     std::optional<People> beginAllowing() override;
 
-    bool ignores(std::string_view name) const;
+    // Those in this list are ignored as well. It must live on.
+    void ignoreAlso(IrcIgnoreList& list) { kept_ = &list; }
+
+    // Somebody by his name, or a sender, "nick!user@host".
+    bool ignores(std::string_view who) const;
+
+    // Those who are ignored by name for this run, and what hears one of them again; false if he
+    // isn't among them.
+    std::vector<std::string> ignoredNames() const { return {ignored_.begin(), ignored_.end()}; }
+    bool hear(std::string_view name);
 
     // On another network people of the same names are other people.
     void forgetPeople();
@@ -64,6 +74,8 @@ private:
     };
 
     IrcChannel* channelOf(const Person& person) const;
+    std::string senderOf(std::string_view who) const;
+    const std::string* maskFor(std::string_view who) const;
     bool isKnown(const IrcChannel& channel, std::string_view nick) const;
     bool ends(const Search& search, const IrcMessage& message) const;
     std::string find(const Person& person);
@@ -78,6 +90,7 @@ private:
     IrcChannels& channels_;
     const RoomDisplay& shown_;
     std::set<std::string, std::less<>> ignored_; // folded names
+    IrcIgnoreList* kept_ = nullptr;
     std::set<std::string, std::less<>> private_; // folded names of rooms
     std::vector<std::shared_ptr<Search>> searches_;
 };

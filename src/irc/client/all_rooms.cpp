@@ -11,17 +11,17 @@ namespace larkspin {
 AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
                    PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
                    const std::string& screenName, const RoomDisplay& shown)
-    : accounts_(files, directory.ircFile()),
+    : accounts_(files, directory.ircFile()), ignored_(files, directory.ignoredFile()),
       conversations(loop, lines, std::string(OwnRoom::firstRoom)),
       own(conversations, lines, screenName, told(shown)),
-      networks({loop, lines, conversations, prompt, files, told(shown)}, std::move(connections),
-               accounts_,
+      networks({loop, lines, conversations, prompt, files, told(shown), &ignored_},
+               std::move(connections), accounts_,
                [this](IrcClient& network) {
                    SlashWords some(told({}).tell);
                    some.add(words.wordsOn([&network]() -> IrcClient& { return network; }));
                    return some;
                }),
-      words(conversations, own, networks, accounts_, told(shown).tell) {}
+      words(loop, conversations, own, networks, accounts_, ignored_, told(shown).tell) {}
 
 // What rooms tell beside what is said is kept like all else.
 RoomDisplay AllRooms::told(RoomDisplay shown) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/slash_words.h"
+#include "irc/channels/irc_ignore_list.h"
 #include "irc/client/current_room.h"
 #include "irc/client/irc_networks.h"
 #include "irc/client/irc_words.h"
@@ -36,6 +37,7 @@ public:
 private:
     RoomDisplay told(RoomDisplay shown);
     IrcAccounts accounts_;
+    IrcIgnoreList ignored_;
 
 public:
     Conversations conversations;

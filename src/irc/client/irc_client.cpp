@@ -187,6 +187,7 @@ void IrcClient::lost() {
 void IrcClient::forgetRooms() {
     channels_.clear();
     talks_.open(false);
+    orders_.answers().clear();
     if (owns(conversations_.front()))
         conversations_.enter(conversations_.home());
 }
@@ -203,7 +204,8 @@ void IrcClient::take(const IrcMessage& message) {
     // The order matters. News is told while the channels still know who was where. A channel that
     // the owner comes into is made before it takes the JOIN. What else becomes of him is followed
     // when the channels have taken it.
-    if (!(command == "INVITE" && moderation_.ignores(message.nick())))
+    if (!orders_.answers().take(message) &&
+        !(command == "INVITE" && moderation_.ignores(message.sender)))
         happenings_.tell(message);
     speech_.lost().tell();
     if (command == "JOIN" && session_.isSelf(message.nick())) {
@@ -235,10 +237,17 @@ void IrcClient::enter(Conversation& conversation) {
     newRoom();
 }
 
-void IrcClient::leave() {
+void IrcClient::leaveRoom(const std::string& name, const std::string& reason) {
+    if (Place* const place = channels_.find(name, session_.features()))
+        joining_.leave(*place, reason.empty() ? usualFarewell : reason);
+    else
+        tell("you are not in " + visibleName(name));
+}
+
+void IrcClient::leave(const std::string& reason) {
     Conversation& front = conversations_.front();
     if (inFront() || (front.isAtHome() && channels_.all().empty()))
-        return joining_.leave(usualFarewell);
+        return joining_.leave(reason.empty() ? usualFarewell : reason);
     if (front.isAtHome())
         return tell(wordsOfEntering(conversations_, front));
     const auto& channels = channels_.all();

@@ -12,6 +12,7 @@
 #include "irc/channels/irc_joining.h"
 #include "irc/channels/irc_moderation.h"
 #include "irc/channels/irc_talks.h"
+#include "irc/client/irc_orders.h"
 #include "irc/connection/irc_session.h"
 #include "irc/talk/irc_happenings.h"
 #include "irc/talk/irc_hearing.h"
@@ -75,8 +76,9 @@ public:
     void enter(Conversation& conversation);
 
     // Leaves the channel in which he is, or ends the talk that is in front. What is left of another
-    // one, where nothing can be said any more, goes too.
-    void leave();
+    // one, where nothing can be said any more, goes too. A reason is told the others there.
+    void leave(const std::string& reason = {});
+    void leaveRoom(const std::string& name, const std::string& reason = {});
 
     int network() const { return network_; } // the number of it, as conversations have it
 
@@ -95,6 +97,17 @@ public:
     void talkTo(const std::string& name); // in a conversation of its own
     void topic(const std::optional<std::string>& text);
     void names();
+
+    // What else he asks a server for, and orders about people and rooms.
+    IrcOrders& orders() { return orders_; }
+
+    // Those in this list are ignored. It must live on.
+    void ignoreAlso(IrcIgnoreList& list) { moderation_.ignoreAlso(list); }
+    IrcModeration& moderation() { return moderation_; }
+
+    void peopleChanged() { shown_.changed(); }
+
+    bool isChannel(std::string_view name) const { return session_.features().isChannel(name); }
 
     // Limits what the program says to so many lines a minute; 0 for no limit.
     void limitSaid(int linesPerMinute);
@@ -170,6 +183,7 @@ private:
     IrcTalks talks_;
     IrcJoining joining_;
     IrcModeration moderation_{loop_, session_, channels_, shown_};
+    IrcOrders orders_{loop_, session_, channels_, moderation_, shown_};
     IrcHearing hearing_;
     IrcSpeech speech_;
     IrcPacing pacing_;

@@ -20,6 +20,7 @@ struct IrcNetwork {
         PasswordPrompt& prompt;
         Files& disk;
         RoomDisplay shown;
+        IrcIgnoreList* ignored = nullptr; // those whom he ignores on all of them, if they are kept
     };
 
     IrcNetwork(const Shared& shared, std::unique_ptr<IrcConnection> link, IrcAccountFile& kept,
@@ -27,7 +28,10 @@ struct IrcNetwork {
         : connection(std::move(link)), file(kept),
           client(shared.loop, shared.lines, shared.conversations, *connection, shown(shared)),
           access(shared.loop, client, shared.prompt, kept, shared.disk, shared.shown.tell,
-                 std::move(words)) {}
+                 std::move(words)) {
+        if (shared.ignored)
+            client.ignoreAlso(*shared.ignored);
+    }
 
     std::unique_ptr<IrcConnection> connection;
     IrcAccountFile& file;

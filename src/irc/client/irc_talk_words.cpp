@@ -14,12 +14,31 @@ std::vector<SlashWord> IrcTalkWords::words() const {
     const auto by = [this](bool (IrcTalkWords::*work)(std::string_view) const) {
         return [self = *this, work](std::string_view rest) { return (self.*work)(rest); };
     };
-    return {
+    const auto service = [self = *this](const char* name) {
+        return [self, name](std::string_view rest) {
+            if (withoutBlanks(rest).empty())
+                return false;
+            self.network_().message(name, textAfter(rest));
+            return true;
+        };
+    };
+    std::vector<SlashWord> words{
         {"me", "TEXT", "tells what you are doing: \"/me waves\"", by(&IrcTalkWords::me)},
         {"notice", "NAME TEXT", "sends a notice, which no program answers",
          by(&IrcTalkWords::notice)},
         {"again", "", "says once more what you couldn't say here", by(&IrcTalkWords::again)},
+        {"ns",
+         "TEXT",
+         "a message to NickServ, who looks after names",
+         service("NickServ"),
+         {"nickserv"}},
+        {"cs",
+         "TEXT",
+         "a message to ChanServ, who looks after rooms",
+         service("ChanServ"),
+         {"chanserv"}},
     };
+    return about("talking", std::move(words));
 }
 
 // As with all that is typed where nothing can be said any more, he is at home with it.

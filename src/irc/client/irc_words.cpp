@@ -74,9 +74,9 @@ bool changeNick(IrcClient& irc, std::string_view rest) {
 } // namespace
 
 std::vector<SlashWord> IrcWords::words() {
-    std::vector<SlashWord> all = wordsOfOwnRoom();
+    std::vector<SlashWord> all;
     const auto atHand = [this]() -> IrcClient& { return networks_.atHand().client; };
-    for (auto&& words : {wordsOfNetworks(), wordsOn(atHand)})
+    for (auto&& words : {wordsOn(atHand), about("network", wordsOfNetworks()), wordsOfOwnRoom()})
         all.insert(all.end(), words.begin(), words.end());
     return all;
 }
@@ -97,11 +97,14 @@ std::vector<SlashWord> IrcWords::wordsOfNetworks() {
         return (asking ? *asking : meant).access.trust(rest);
     };
     return {
-        {"connect", "[NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]",
+        {"connect",
+         "[NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]",
          "goes to a network, by TLS unless plain; or once more to the last one, or the one of that "
          "name",
-         by(&Self::connect)},
-        {"disconnect", "[NAME]", "leaves a network", by(&Self::disconnect)},
+         by(&Self::connect),
+         {"server"}},
+        {"reconnect", "[NAME]", "goes to a network once more", by(&Self::reconnect)},
+        {"disconnect", "[NAME]", "leaves a network; larkspin goes on", by(&Self::disconnect)},
         {"networks", "[forget NAME]", "tells which networks are known, or forgets one",
          by(&Self::tellNetworks)},
         {"login", "USER [keep]", "asks for the password of an account, and may keep it",
@@ -134,26 +137,43 @@ std::vector<SlashWord> IrcWords::wordsOn(const Network& network) {
     };
     const auto leave = [this, there](std::string_view rest) {
         const auto work = [](IrcClient& irc, std::string_view more) {
-            if (isBlank(more))
-                irc.leave();
-            return isBlank(more);
+            std::string_view reason = more;
+            const std::string name(takeWord(reason));
+            if (irc.isChannel(name))
+                irc.leaveRoom(name, std::string(withoutBlanks(reason)));
+            else
+                irc.leave(std::string(withoutBlanks(more)));
+            return true;
         };
         IrcNetwork* const here = networks_.of(conversations_.front());
         return here ? work(here->client, rest) : there(work)(rest);
     };
     std::vector<SlashWord> words{
-        {"join", "#ROOM [KEY]", "goes into a room, which waits behind the one you are in",
-         there(join)},
-        {"leave", "", "leaves the room, or ends the private talk", leave},
-        {"names", "", "tells who is in the room", there(names)},
-        {"topic", "[TEXT]", "tells the room's topic, or sets it", there(topic)},
-        {"msg", "NAME TEXT", "sends somebody a private message", there(message)},
-        {"query", "NAME [TEXT]", "talks to somebody in private, in a conversation of its own",
-         there(query)},
-        {"nick", "NAME", "asks for another name", there(changeNick)},
+        {"join",
+         "#ROOM [KEY]",
+         "goes into a room, which waits behind the one you are in",
+         there(join),
+         {"j"}},
+        {"leave",
+         "[#ROOM] [REASON]",
+         "leaves the room, or ends the private talk",
+         leave,
+         {"part", "close"}},
+        {"names", "", "tells who is in the room", there(names), {"n"}},
+        {"topic", "[TEXT]", "tells the room's topic, or sets it", there(topic), {"t"}},
+        {"msg", "NAME TEXT", "sends somebody a private message", there(message), {"m"}, "talking"},
+        {"query",
+         "NAME [TEXT]",
+         "talks to somebody in private, in a conversation of its own",
+         there(query),
+         {"q", "dialog"},
+         "talking"},
+        {"nick", "NAME", "asks for another name", there(changeNick), {}, "people"},
     };
-    for (SlashWord& word : IrcTalkWords(conversations_, own_, network, tell_).words())
-        words.push_back(std::move(word));
+    words = about("rooms", std::move(words));
+    for (auto&& more : {IrcTalkWords(conversations_, own_, network, tell_).words(),
+                        IrcOrderWords(loop_, conversations_, ignored_, network, tell_).words()})
+        words.insert(words.end(), more.begin(), more.end());
     return words;
 }
 
@@ -237,15 +257,44 @@ bool IrcWords::tellNetworks(std::string_view rest) {
     return true;
 }
 
+bool IrcWords::reconnect(std::string_view rest) {
+    std::string_view server = rest;
+    takeWord(server);
+    if (!isBlank(server))
+        return false;
+    if (!connect(rest))
+        tell_("that network isn't known: /connect leads to one");
+    return true;
+}
+
+// Other programs have "+1", "goto 2" and "list" after such a word.
 bool IrcWords::room(std::string_view rest) {
-    const std::string_view wanted = takeWord(rest);
+    std::string_view wanted = takeWord(rest);
+    if (equalFolded(wanted, "goto"))
+        wanted = takeWord(rest);
     if (!isBlank(rest))
         return false;
-    if (wanted.empty())
+    if (wanted.empty() || equalFolded(wanted, "list"))
         tellConversations();
+    else if (wanted == "+1" || wanted == "-1")
+        goOn(wanted == "+1" ? 1 : -1);
     else
         enter(std::string(wanted));
     return true;
+}
+
+// In a circle, with home.
+void IrcWords::goOn(int steps) {
+    int last = 0;
+    for (const auto& each : conversations_.all())
+        last = std::max(last, conversations_.numberOf(*each));
+    const int next = conversations_.numberOf(conversations_.front()) + steps;
+    enter(std::to_string(next < 0 ? last : next > last ? 0 : next));
+}
+
+void IrcWords::quits() const {
+    if (networks_.isOnAny())
+        tell_("larkspin ends; /disconnect would only leave the network");
 }
 
 void IrcWords::enter(const std::string& wanted) {

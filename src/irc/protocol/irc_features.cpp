@@ -90,6 +90,8 @@ void IrcFeatures::readWord(std::string_view word) {
     else if (name == "CHATHISTORY")
         mostHistory =
             static_cast<std::size_t>(plainNumber(value, 0, mostLinesOfHistory).value_or(0));
+    else if (name == "ELIST")
+        listFilters = value;
     else if (name == "EXTBAN")
         readExtendedMasks(value);
     else if (name == "ACCOUNTEXTBAN")

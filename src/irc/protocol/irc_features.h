@@ -45,6 +45,9 @@ struct IrcFeatures {
     bool tellsAccounts = false;
 
     std::size_t mostHistory = 0; // lines that it tells at once; 0 for no bound
+    // By what else than names a list of rooms can be asked for (ELIST): M for a mask, U for how
+    // many people there are.
+    std::string listFilters = {};
 
     bool hasMonitor = false; // it tells when a name comes or goes
 

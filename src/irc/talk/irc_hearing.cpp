@@ -76,7 +76,7 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
     const bool mayBeBack = isSelf && !isOld(message);
     if (mayBeBack && speech.take(message))
         return;
-    if (!isSelf && moderation_.ignores(message.nick()))
+    if (!isSelf && moderation_.ignores(message.sender))
         return;
     if (auto* const place = channels_.find(target, session_.features()))
         hearIn(*place->conversation, message);

@@ -162,7 +162,10 @@ void Terminal::keepHistory(Files& files, const std::string& path) {
 void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit) {
     recitals.onEnd([this] { input_.deliverLater(); });
     // `/quit` drops the lines after it, as if the input had ended there.
-    commands_.connect(std::move(windows), [this] { input_.cut(); });
+    commands_.connect(std::move(windows), [this] {
+        rooms.words.quits();
+        input_.cut();
+    });
     // Nobody hears a recital when the reader has gone, so nothing waits for its end.
     input_.open(
         {.actsAtOnce = [this](const std::string& line) { return commands_.words().knows(line); },

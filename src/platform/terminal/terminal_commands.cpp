@@ -1,5 +1,6 @@
 #include "platform/terminal/terminal_commands.h"
 
+#include "host/slash_help.h"
 #include "platform/terminal/description_text.h"
 #include "platform/terminal/terminal_desktop.h"
 #include "platform/terminal/terminal_screen.h"
@@ -46,8 +47,8 @@ TerminalCommands::TerminalCommands(TerminalScreen& screen, TerminalDesktop& desk
                                    std::function<void(const std::string& line)> say)
     : screen_(screen), desktop_(desktop),
       words_([&screen](const std::string& text) { screen.tell(text); }) {
-    addWindowWords();
     addOtherWords(std::move(roomWords), std::move(say));
+    addWindowWords();
 }
 
 void TerminalCommands::addWindowWords() {
@@ -55,19 +56,24 @@ void TerminalCommands::addWindowWords() {
     const auto by = [this](bool (Self::*work)(std::string_view)) {
         return [this, work](std::string_view rest) { return (this->*work)(rest); };
     };
-    words_.add({
-        {"windows", "", "names the windows", by(&Self::windows)},
-        {"show", "WINDOW [PAGE]", "prints a window, of long lists a page", by(&Self::show)},
-        {"click", "WINDOW.CONTROL [ROW]", "clicks on a control, or on a row", by(&Self::click)},
-        {"double", "WINDOW.CONTROL [ROW]", "the same with a double click", by(&Self::doubleClick)},
-        {"select", "WINDOW.CONTROL ROW...", "selects rows: 1 3 7-9", by(&Self::select)},
-        {"key", "WINDOW.CONTROL delete|enter|escape", "strikes a key on a control", by(&Self::key)},
-        {"set", "WINDOW.CONTROL VALUE", "sets a slider, a combo or a text field", by(&Self::set)},
-        {"hover", "WINDOW.CONTROL", "moves the mouse over a control", by(&Self::hoverOver)},
-        {"menu", "[ENTRY]", "prints the tray icon's menu, or chooses from it", by(&Self::menu)},
-        {"choose", "ENTRY", "chooses from the menu that popped up last", by(&Self::choose)},
-        {"tray", "", "double clicks the tray icon", by(&Self::tray)},
-    });
+    words_.add(about(
+        "windows",
+        {
+            {"windows", "", "names the windows", by(&Self::windows)},
+            {"show", "WINDOW [PAGE]", "prints a window, of long lists a page", by(&Self::show)},
+            {"click", "WINDOW.CONTROL [ROW]", "clicks on a control, or on a row", by(&Self::click)},
+            {"double", "WINDOW.CONTROL [ROW]", "the same with a double click",
+             by(&Self::doubleClick)},
+            {"select", "WINDOW.CONTROL ROW...", "selects rows: 1 3 7-9", by(&Self::select)},
+            {"key", "WINDOW.CONTROL delete|enter|escape", "strikes a key on a control",
+             by(&Self::key)},
+            {"set", "WINDOW.CONTROL VALUE", "sets a slider, a combo or a text field",
+             by(&Self::set)},
+            {"hover", "WINDOW.CONTROL", "moves the mouse over a control", by(&Self::hoverOver)},
+            {"menu", "[ENTRY]", "prints the tray icon's menu, or chooses from it", by(&Self::menu)},
+            {"choose", "ENTRY", "chooses from the menu that popped up last", by(&Self::choose)},
+            {"tray", "", "double clicks the tray icon", by(&Self::tray)},
+        }));
 }
 
 void TerminalCommands::addOtherWords(std::vector<SlashWord> roomWords,
@@ -78,15 +84,11 @@ void TerminalCommands::addOtherWords(std::vector<SlashWord> roomWords,
         say(textAfter(rest));
         return true;
     };
-    const auto quit = [this](std::string_view) {
-        quit_();
-        return true;
-    };
-    words_.add({{"now", "LINE", "says a line without waiting for the one at work", now}});
     words_.add(std::move(roomWords));
     words_.add({
-        {"help", "", "prints this", [this](std::string_view rest) { return help(rest); }},
-        {"quit", "", "saves and ends", quit},
+        {"now", "LINE", "says a line without waiting for the one at work", now, {}, "talking"},
+        helpWord(words_, [this](const std::string& text) { screen_.tell(text); }),
+        quitWord([this] { quit_(); }),
     });
 }
 
@@ -259,16 +261,6 @@ bool TerminalCommands::choose(std::string_view rest) {
 
 bool TerminalCommands::tray(std::string_view) {
     desktop_.doubleClickTray();
-    return true;
-}
-
-bool TerminalCommands::help(std::string_view) {
-    constexpr std::size_t column = 42;
-    for (const SlashWord& word : words_.all()) {
-        std::string line = word.usage();
-        line.resize(std::max(line.size() + 1, column), ' ');
-        screen_.tell(line.append(word.help));
-    }
     return true;
 }
 

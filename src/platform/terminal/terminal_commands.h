@@ -63,7 +63,6 @@ private:
     bool menu(std::string_view rest);
     bool choose(std::string_view rest);
     bool tray(std::string_view rest);
-    bool help(std::string_view rest);
 
     bool pressOn(std::string_view rest, Press press);
     void setSlider(const Target& target, const std::string& value);

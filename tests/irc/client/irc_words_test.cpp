@@ -16,6 +16,11 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
          "connecting to irc.test\nyou are jo on irc.test\nyou are in #music\n"},
         {"/join #den", "#den is room 2\n"},
         {"/room", "0  den\n1  #music (here)\n2  #den\n"},
+        {"/buffer +1", "you are in #den\n"},
+        {"/window +1", "you are in den\n"},
+        {"/room -1", "you are in #den\n"},
+        {"/window goto 1", "you are in #music\n"},
+        {"/window list", "0  den\n1  #music (here)\n2  #den\n"},
         {"/room DEN", "you are in #den\n"},
         {"/room #music", "you are in #music\n"},
         {"/room attic", "you are not in attic\n"},
@@ -298,6 +303,7 @@ TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
     EXPECT_EQ(kept(), before);
     EXPECT_EQ(keptFiles.takeNews(),
               (Lines{"couldn't load <b>irc account</b>:  the disk can't be read",
+                     "couldn't load <b>those you ignore</b>:  the disk can't be read",
                      "couldn't save <b>irc account</b>:  the disk can't be read"}));
     files.unreadable = false;
     typed("/limit 6");

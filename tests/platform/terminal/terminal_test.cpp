@@ -285,7 +285,7 @@ TEST_F(TerminalTest, CompletesNamesAndKeepsTheTypedLines) {
                                         makerow("Ride on", ".mp3", "c:\\no\\dir") + "\n");
     auto child = onTerminal();
     expectShown(*child, "/w\t", "[tab] \x1b[0m/whisper NAME TEXT");
-    expectShown(*child, "h\teve <b>psst\n", "[room] eve whispers: <b>psst");
+    expectShown(*child, "hi\teve <b>psst\n", "[room] eve whispers: <b>psst");
     expectShown(*child, "'num r\t", "[tab] \x1b[0m2  Ride on");
     expectShown(*child, "ix\x02\t\x05\x08\n", // completed in front of the x, which goes then
                 "not found, refresh the directory (c:\\no\\dir");

@@ -1,5 +1,6 @@
 #include "platform/qt/room/qt_room.h"
 
+#include "host/slash_help.h"
 #include "shell/kept_files.h"
 
 #include <utility>
@@ -39,18 +40,11 @@ void QtRoom::completeBy(InputLine::Complete complete) {
 }
 
 void QtRoom::open(Task quit) {
-    words.add({
-        {"help", "", "tells this",
-         [this](std::string_view) {
-             help();
-             return true;
-         }},
-        {"quit", "", "saves and ends",
-         [quit = std::move(quit)](std::string_view) {
-             quit();
-             return true;
-         }},
-    });
+    words.add({helpWord(words, [this](const std::string& text) { tell(text); }),
+               quitWord([this, quit = std::move(quit)] {
+                   rooms.words.quits();
+                   quit();
+               })});
     isOpen_ = true;
     for (std::string& line : std::exchange(early_, {}))
         // Each in an event of its own, like a line that is typed from now on.
@@ -74,11 +68,6 @@ void QtRoom::take(const std::string& line) {
 
 void QtRoom::tell(const std::string& text) {
     rooms.conversations.tell(KeptLine::Kind::answer, text);
-}
-
-void QtRoom::help() {
-    for (const SlashWord& word : words.all())
-        tell(word.usage() + "  \u2013  " + word.help);
 }
 
 void QtRoom::placeChanged() {

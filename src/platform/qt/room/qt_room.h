@@ -47,7 +47,6 @@ public:
 
 private:
     void take(const std::string& line);
-    void help();
     void placeChanged();
 
     void ask(const std::string& prompt, std::function<void(std::string)> answered) override {

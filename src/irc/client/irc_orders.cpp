@@ -1,0 +1,189 @@
+#include "irc/client/irc_orders.h"
+
+#include "host/shown_room.h"
+#include "irc/channels/irc_moderation.h"
+#include "irc/connection/irc_session.h"
+#include "irc/protocol/irc_message.h"
+#include "text/typed_words.h"
+#include "text/visible.h"
+
+#include <algorithm>
+
+namespace larkspin {
+
+namespace {
+
+using Question = IrcAnswers::Question;
+
+bool isMask(std::string_view text) {
+    return text.find_first_of("!@*?") != text.npos || text.starts_with('$') ||
+           text.starts_with('~');
+}
+
+// Somebody in the list, by his whole name.
+const Person* personIn(const People& people, std::string_view name, const IrcSession& session) {
+    const auto found = std::ranges::find_if(
+        people, [&](const Person& person) { return session.isSame(person.name, name); });
+    return found == people.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+IrcOrders::IrcOrders(EventLoop& loop, IrcSession& session, IrcChannels& channels,
+                     IrcModeration& moderation, const RoomDisplay& shown)
+    : loop_(loop), session_(session), channels_(channels), moderation_(moderation), shown_(shown),
+      answers_(loop, session, [this](const std::string& text) { shown_.tell(text); }) {}
+
+bool IrcOrders::tellWithoutServer() const {
+    if (!session_.isWelcomed())
+        shown_.tell("you are not connected");
+    return !session_.isWelcomed();
+}
+
+std::string IrcOrders::here() const {
+    const auto* const place = channels_.here();
+    if (!place && !tellWithoutServer())
+        shown_.tell("you are in no room");
+    return place ? place->channel.name() : "";
+}
+
+// In its turn among what he types.
+void IrcOrders::ask(std::string_view command, const std::vector<std::string>& parameters) {
+    if (!tellWithoutServer() &&
+        !session_.send(IrcOutgoing::Kind::typed, ircLine(command, parameters)))
+        shown_.tell("too much waits to be said");
+}
+
+void IrcOrders::whois(const std::string& name) {
+    const std::string who = name.empty() ? session_.nick() : name;
+    answers_.expect(Question::person, who);
+    ask("WHOIS", {who});
+}
+
+void IrcOrders::whowas(const std::string& name) {
+    answers_.expect(Question::formerPerson, name);
+    ask("WHOWAS", {name});
+}
+
+void IrcOrders::who(const std::string& mask) {
+    const std::string about = mask.empty() ? here() : mask;
+    if (about.empty())
+        return;
+    answers_.expect(Question::people);
+    ask("WHO", {about});
+}
+
+void IrcOrders::away(const std::string& why) {
+    answers_.expect(Question::away);
+    ask("AWAY", why.empty() ? std::vector<std::string>() : std::vector<std::string>{why});
+}
+
+void IrcOrders::list(const std::string& pattern, int leastPeople) {
+    if (tellWithoutServer())
+        return;
+    if (const auto parameters = answers_.expectRooms(pattern, leastPeople))
+        ask("LIST", *parameters);
+    else
+        shown_.tell("the list of rooms is on its way");
+}
+
+void IrcOrders::quote(std::string_view line) {
+    const auto message = readIrcMessage(line);
+    if (!message)
+        return;
+    answers_.expect(Question::anything);
+    ask(message->command, message->parameters);
+}
+
+void IrcOrders::invite(const std::string& name, const std::string& room) {
+    if (const std::string to = room.empty() ? here() : room; !to.empty())
+        ask("INVITE", {name, to});
+}
+
+// A list of masks is asked for by its letter alone.
+void IrcOrders::expectModes(const std::string& about, const std::vector<std::string>& modes) {
+    const bool isRoom = session_.features().isChannel(about);
+    if (modes.empty())
+        return answers_.expect(isRoom ? Question::roomModes : Question::ownModes,
+                               isRoom ? about : "");
+    std::string_view letters = modes.front();
+    if (letters.starts_with('+'))
+        letters.remove_prefix(1);
+    if (isRoom && modes.size() == 1 && letters.size() == 1 &&
+        session_.features().listModes.find(letters) != std::string::npos)
+        answers_.expect(Question::masks, about);
+}
+
+void IrcOrders::mode(std::string_view words) {
+    std::vector<std::string> parameters;
+    for (std::string_view rest = words;;) {
+        const std::string_view word = takeWord(rest);
+        if (word.empty())
+            break;
+        parameters.emplace_back(word);
+    }
+    const bool hasTarget =
+        !parameters.empty() &&
+        (session_.features().isChannel(parameters.front()) || session_.isSelf(parameters.front()));
+    const std::string about = hasTarget ? parameters.front() : here();
+    if (about.empty())
+        return;
+    if (hasTarget)
+        parameters.erase(parameters.begin());
+    expectModes(about, parameters);
+    parameters.insert(parameters.begin(), about);
+    ask("MODE", parameters);
+}
+
+void IrcOrders::rank(char sign, char letter, const std::vector<std::string>& names) {
+    const std::string room = here();
+    const std::size_t inLine = std::max<std::size_t>(session_.features().modesInLine, 1);
+    for (std::size_t next = 0; !room.empty() && next < names.size(); next += inLine) {
+        const std::size_t count = std::min(inLine, names.size() - next);
+        std::vector<std::string> parameters{room, sign + std::string(count, letter)};
+        const auto from = names.begin() + static_cast<std::ptrdiff_t>(next);
+        parameters.insert(parameters.end(), from, from + static_cast<std::ptrdiff_t>(count));
+        ask("MODE", parameters);
+    }
+}
+
+void IrcOrders::kick(const std::string& room, const std::string& name, const std::string& reason) {
+    std::vector<std::string> parameters{room.empty() ? here() : room, name};
+    if (parameters.front().empty())
+        return;
+    if (!reason.empty())
+        parameters.push_back(reason);
+    ask("KICK", parameters);
+}
+
+void IrcOrders::ban(const std::string& nameOrMask) {
+    const std::string room = here();
+    if (room.empty())
+        return;
+    if (isMask(nameOrMask))
+        return ask("MODE", {room, "+b", nameOrMask});
+    const People people = moderation_.listPeople();
+    const Person* const person = personIn(people, nameOrMask, session_);
+    if (!moderation_.ownerMayEject())
+        shown_.tell("you may not put anybody out of " + visibleName(room));
+    else if (!person)
+        shown_.tell(visibleName(nameOrMask) + " isn't here");
+    else
+        moderation_.eject(*person);
+}
+
+void IrcOrders::unban(const std::string& nameOrMask) {
+    const std::string room = here();
+    if (room.empty())
+        return;
+    const auto ejected = moderation_.beginAllowing();
+    const Person* const person = ejected ? personIn(*ejected, nameOrMask, session_) : nullptr;
+    if (!person && isMask(nameOrMask))
+        return ask("MODE", {room, "-b", nameOrMask});
+    if (!person)
+        shown_.tell(visibleName(nameOrMask) + " isn't kept out");
+    else if (moderation_.allow(*person) != Deed::done)
+        shown_.tell("you may not let anybody back into " + visibleName(room));
+}
+
+} // namespace larkspin

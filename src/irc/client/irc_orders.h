@@ -1,0 +1,62 @@
+// What the owner orders about people and rooms beyond talking, as the words with a slash have it.
+// What the server answers is told as it comes; what can't be asked, at once.
+#pragma once
+
+#include "irc/talk/irc_answers.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+class EventLoop;
+class IrcChannels;
+class IrcModeration;
+class IrcSession;
+struct RoomDisplay;
+
+class IrcOrders {
+public:
+    // All must live on.
+    IrcOrders(EventLoop& loop, IrcSession& session, IrcChannels& channels,
+              IrcModeration& moderation, const RoomDisplay& shown);
+
+    IrcAnswers& answers() { return answers_; }
+
+    void whois(const std::string& name); // blank for himself
+    void whowas(const std::string& name);
+    void who(const std::string& mask); // blank for the room
+    void away(const std::string& why); // blank for back
+    void list(const std::string& pattern, int leastPeople);
+    void quote(std::string_view line); // one of the protocol
+    void invite(const std::string& name, const std::string& room);
+
+    // Of the room, unless the first word is a room or his own name. Without modes it asks.
+    void mode(std::string_view words);
+
+    // '+' or '-', the letter of a rank, and who gets or loses it in the room.
+    void rank(char sign, char letter, const std::vector<std::string>& names);
+
+    void kick(const std::string& room, const std::string& name, const std::string& reason);
+
+    // By name as `eject` and `allow` of the moderation, or a mask as it is. May wait, and only to
+    // be called from an event of its own.
+    void ban(const std::string& nameOrMask);
+    void unban(const std::string& nameOrMask);
+
+private:
+    bool tellWithoutServer() const;
+    std::string here() const; // the room; blank, and told, if he is in none
+    void ask(std::string_view command, const std::vector<std::string>& parameters);
+    void expectModes(const std::string& about, const std::vector<std::string>& modes);
+
+    EventLoop& loop_;
+    IrcSession& session_;
+    IrcChannels& channels_;
+    IrcModeration& moderation_;
+    const RoomDisplay& shown_;
+    IrcAnswers answers_;
+};
+
+} // namespace larkspin

@@ -1,0 +1,229 @@
+// What the owner asks a server for and orders there by words with a slash, and whom he ignores.
+#include "irc/client/irc_words_fixture.h"
+
+namespace larkspin {
+namespace {
+
+class IrcOrderWordsTest : public IrcWordsTest {
+protected:
+    void connect() {
+        server.names["#music"] = "@jo ann bob";
+        typed("/connect irc.test jo #music");
+    }
+    // What goes out for the line; what is shown is in `seen`.
+    std::string sentBy(const std::string& line) {
+        server.sent.clear();
+        typed(line);
+        std::string all;
+        for (const std::string& each : server.sent)
+            all += (all.empty() ? "" : "\n") + each;
+        return all;
+    }
+    std::string told(const std::string& text) {
+        shown->take();
+        server.say(text);
+        return seenWithin(1s);
+    }
+    // From now on it answers such a line so.
+    void answer(const std::string& line, const std::string& with) {
+        server.takes = [this, line, with](const std::string& sent) {
+            if (sent == line)
+                server.say(with);
+            return sent == line;
+        };
+    }
+};
+
+TEST_F(IrcOrderWordsTest, GoOutAsTheProtocolHasThem) {
+    connect();
+    const std::pair<const char*, const char*> cases[] = {
+        {"/op ann bob", "MODE #music +oo ann bob"},
+        {"/deop a b c d", "MODE #music -ooo a b c\nMODE #music -o d"},
+        {"/voice ann", "MODE #music +v ann"},
+        {"/devoice ann", "MODE #music -v ann"},
+        {"/op", ""},
+        {"/kick bob", "KICK #music bob"},
+        {"/k ann go  away", "KICK #music ann :go  away"},
+        {"/kick #den zoe", "KICK #den zoe"},
+        {"/kick #den", ""},
+        {"/invite zoe", "INVITE zoe #music"},
+        {"/invite zoe #den", "INVITE zoe #den"},
+        {"/mode +m", "MODE #music +m"},
+        {"/mode #den +l 5", "MODE #den +l 5"},
+        {"/mode jo +i", "MODE jo +i"},
+        {"/ban *!*@spam.example", "MODE #music +b *!*@spam.example"},
+        {"/unban *!*@spam.example", "MODE #music -b *!*@spam.example"},
+        {"/ns identify hush", "PRIVMSG NickServ :identify hush"},
+        {"/away", "AWAY away"},
+        {"/away for tea", "AWAY :for tea"},
+        {"/back", "AWAY"},
+        {"/w ann", "WHOIS ann"},
+        {"/whois", "WHOIS jo"},
+        {"/raw lusers", "LUSERS"},
+        {"/oper jo hush", "OPER jo hush"},
+        {"/part bye all", "PART #music :bye all"},
+    };
+    for (const auto& [line, sent] : cases) {
+        seenWithin(1min); // after which lines go at once
+        EXPECT_EQ(sentBy(line), sent) << line;
+    }
+    connect();
+    typed("/j #den");
+    EXPECT_EQ(sentBy("/leave #den enough"), "PART #den enough");
+    EXPECT_EQ(sentBy("/leave #den"), "");
+    EXPECT_EQ(seen, "you are not in #den\n");
+    typed("/q ann");
+    EXPECT_EQ(sentBy("/wii"), "WHOIS ann");
+    EXPECT_EQ(sentBy("/op ann"), "");
+    EXPECT_EQ(seen, "you are in no room\n");
+    typed("/disconnect");
+    for (const char* const line :
+         {"/whois ann", "/list", "/mode", "/kick ann", "/away", "/quote x"})
+        EXPECT_EQ(typed(line), "you are not connected\n") << line;
+    EXPECT_EQ(typed("/reconnect"), "connecting to irc.test\nyou are jo on irc.test\n"
+                                   "you are in #music\n");
+}
+
+TEST_F(IrcOrderWordsTest, AnswersAreToldInWordsAndOnlyToWhoHasAsked) {
+    connect();
+    const struct {
+        const char *line, *sent, *answers, *shown;
+    } cases[] = {
+        {"/whois ann", "WHOIS ann",
+         "311 jo ann a host.example * :Ann \x03"
+         "4Lark\n312 jo ann irc.test :a server\n"
+         "313 jo ann :is an IRC operator\n317 jo ann 130 86400 :seconds idle, signon time\n"
+         "319 jo ann :@#music +#den\n330 jo ann anna :is logged in as\n301 jo ann :gone\n"
+         "338 jo ann 192.0.2.1 :actually using host\n671 jo ann :is using a secure connection\n"
+         "318 jo ann :End",
+         "ann is a@host.example: Ann Lark\nann is on irc.test (a server)\n"
+         "ann is an IRC operator\n"
+         "ann has said nothing for 2 minutes, and is here since 1970-01-02 00:00\n"
+         "ann is in @#music +#den\nann is logged in as anna\nann is away: gone\n"
+         "ann actually using host 192.0.2.1\nann is using a secure connection\n"},
+        {"/whois zoe", "WHOIS zoe", "401 jo zoe :No such nick\n318 jo zoe :End",
+         "zoe: No such nick\n"},
+        {"/whowas zoe", "WHOWAS zoe", "314 jo zoe z h * :Zoe\n369 jo zoe :End",
+         "zoe was z@h: Zoe\n"},
+        {"/away", "AWAY away", "306 jo :You are marked", "you are away\n"},
+        {"/back", "AWAY", "305 jo :You are not", "you are no longer away\n"},
+        {"/mode", "MODE #music", "324 jo #music +knt hush\n329 jo #music 86400",
+         "the modes of #music are +knt ****\n#music was made 1970-01-02 00:00\n"},
+        {"/mode jo", "MODE jo", "221 jo +i", "your modes are +i\n"},
+        {"/ban", "MODE #music b", "367 jo #music *!*@h ann!a@h 86400\n368 jo #music :End",
+         "*!*@h is kept out, set by ann, 1970-01-02 00:00\n"},
+        {"/mode +e", "MODE #music +e", "349 jo #music :End", "there is nobody there\n"},
+        {"/mode I", "MODE #music I", "346 jo #music *!*@h\n347 jo #music :End",
+         "*!*@h needs no invitation\n"},
+        {"/who", "WHO #music", "352 jo #music a h irc.test ann H :0 Ann Lark\n315 jo #music :End",
+         "ann (a@h) on irc.test: Ann Lark\n"},
+        {"/invite zoe", "INVITE zoe #music", "341 jo zoe #music", "zoe is invited to #music\n"},
+        {"/quote LUSERS", "LUSERS", "251 jo :There are 3 people\n252 jo 1 :operators",
+         "There are 3 people\n1 operators\n"},
+    };
+    for (const auto& c : cases) {
+        std::string answers;
+        for (const char* at = c.answers; *at; ++at)
+            answers += *at == '\n' ? "\r\n:irc " : std::string(1, *at);
+        answer(c.sent, ":irc " + answers);
+        EXPECT_EQ(sentBy(c.line), c.sent);
+        EXPECT_EQ(seen, c.shown) << c.line;
+        seenWithin(1min);
+        const std::string unasked = told(":irc " + answers);
+        const bool isRefusal = std::string(c.answers).starts_with("401");
+        if (!isRefusal && !std::string(c.line).starts_with("/invite"))
+            EXPECT_EQ(unasked, unasked.starts_with("ann: gone") ? "ann: gone\n" : "") << c.line;
+    }
+    EXPECT_EQ(told(":irc 332 jo #music :songs\r\n:irc 333 jo #music ann!a@h 86400"),
+              "#music: songs\nthe topic of #music was set by ann, 1970-01-02 00:00\n");
+    EXPECT_EQ(told(":irc 333 jo #music ann 86400"), "");
+}
+
+TEST_F(IrcOrderWordsTest, OfAFloodOfAnswersABoundIsTold) {
+    connect();
+    std::string flood;
+    for (int line = 0; line < 150; ++line)
+        flood += ":irc 372 jo :line " + std::to_string(line) + "\r\n";
+    answer("MOTD", flood + ":irc 376 jo :End");
+    typed("/motd");
+    EXPECT_EQ(std::ranges::count(seen, '\n'), 101);
+    EXPECT_TRUE(seen.ends_with("line 99\nand more, which isn't shown\n")) << seen;
+}
+
+TEST_F(IrcOrderWordsTest, OfTheListTheLargestRoomsAreToldAndTheRestIsCounted) {
+    connect();
+    std::string rooms = ":irc 321 jo Channel :Users\r\n";
+    for (int room = 1; room <= 350; ++room)
+        rooms +=
+            ":irc 322 jo #" + std::to_string(room) + ' ' + std::to_string(room) + " :songs\r\n";
+    answer("LIST", rooms + ":irc 322 jo #Den 7 :a \x02topic\r\n:irc 323 jo :End");
+    typed("/list");
+    EXPECT_TRUE(seen.starts_with("#350  350 people  songs\n#349  349 people")) << seen;
+    EXPECT_TRUE(
+        seen.ends_with("#251  251 people  songs\n"
+                       "and 251 smaller rooms; /list PATTERN or /list LEAST asks for fewer\n"))
+        << seen;
+    EXPECT_EQ(typed("/list den"), "#Den  7 people  a topic\n");
+    EXPECT_EQ(typed("/list #3?9 340"), "#349  349 people  songs\n");
+    EXPECT_EQ(typed("/list 350"), "#350  350 people  songs\n");
+    EXPECT_EQ(typed("/list attic"), "there is no such room\n");
+    EXPECT_EQ(typed("/list a b"), "! /list [PATTERN] [LEAST]\n");
+    EXPECT_EQ(told(rooms), "");
+    told(":irc 005 jo ELIST=MU :are supported");
+    EXPECT_EQ(sentBy("/list den 5"), "LIST >4,*den*");
+    EXPECT_EQ(typed("/list"), "the list of rooms is on its way\n");
+}
+
+TEST_F(IrcOrderWordsTest, BanAndUnbanPutOutAndLetBackIn) {
+    connect();
+    server.origins["bob"] = "b spam.example";
+    EXPECT_EQ(sentBy("/ban bob"), "WHO bob\nMODE #music +b *!*@spam.example\nKICK #music bob");
+    EXPECT_EQ(typed("/ban zoe"), "zoe isn't here\n");
+    EXPECT_EQ(sentBy("/unban bob"), "MODE #music -b *!*@spam.example");
+    EXPECT_EQ(typed("/unban bob"), "bob isn't kept out\n");
+    told(":irc MODE #music -o jo");
+    EXPECT_EQ(typed("/ban ann"), "you may not put anybody out of #music\n");
+}
+
+TEST_F(IrcOrderWordsTest, WhoIsIgnoredIsKeptForTheNextRun) {
+    connect();
+    const std::pair<const char*, const char*> steps[] = {
+        {"/ignore", "you ignore nobody\n"},
+        {"/ignore ann", "ann!*@* is ignored\n"},
+        {"/ignore *@SPAM.example", "*!*@SPAM.example is ignored\n"},
+        {"/ignore z?e!x", "z?e!x@* is ignored\n"},
+        {"/ignore", "1  ann!*@*\n2  *!*@SPAM.example\n3  z?e!x@*\n"},
+        {"/ignore a b", "! /ignore [NAME|MASK]\n"},
+        {"/unignore 3", "z?e!x@* is heard again\n"},
+        {"/unignore zoe", "zoe isn't ignored\n"},
+        {"/unignore", "! /unignore NAME|MASK|NUMBER\n"},
+    };
+    for (const auto& [line, shown] : steps)
+        EXPECT_EQ(typed(line), shown) << line;
+    EXPECT_EQ(disk.read("ignored.txt"), "ann!*@*\n*!*@SPAM.example\n");
+    begin();
+    EXPECT_EQ(told(":ann!a@h PRIVMSG #music hi\r\n:bob!b@spam.EXAMPLE PRIVMSG jo hi\r\n"
+                   ":bob!b@spam.example INVITE jo #den\r\n:zoe!x@h PRIVMSG #music hi"),
+              "zoe: hi\n");
+    typed("/unignore ANN");
+    EXPECT_EQ(told(":ann!a@h PRIVMSG #music hi"), "ann: hi\n");
+
+    // The commands about it are of one mind with the words.
+    told(":bob!b@spam.example JOIN #music");
+    IrcModeration& moderation = rooms->networks.atHand().client.moderation();
+    const auto toggled = [&](int row) {
+        shown->take();
+        moderation.toggleIgnored(moderation.listPeople().at(static_cast<std::size_t>(row)));
+        return shown->take();
+    };
+    EXPECT_EQ(toggled(1), "ann is ignored\n");
+    EXPECT_EQ(typed("/ignore"), "1  *!*@SPAM.example\nann, until larkspin ends\n");
+    EXPECT_EQ(typed("/unignore ann"), "ann is heard again\n");
+    typed("/ignore ann");
+    EXPECT_EQ(toggled(1), "ann is heard again\n");
+    EXPECT_EQ(toggled(2), "bob is ignored as *!*@SPAM.example: /unignore takes that back\n");
+    EXPECT_EQ(disk.read("ignored.txt"), "*!*@SPAM.example\n");
+}
+
+} // namespace
+} // namespace larkspin
