@@ -145,7 +145,7 @@ void IrcClient::endSession() {
 // All other lines that wait are dropped.
 void IrcClient::sendFarewell() {
     if (session_.isWelcomed() && lines_.talk().hasSpoken)
-        session_.outgoing().sendLast(IrcOutgoing::Kind::said);
+        session_.outgoing().sendLastSaid();
 }
 
 void IrcClient::finish() {
@@ -371,7 +371,9 @@ void IrcClient::sendChatLine(const std::string& line) {
     const Conversation* const conversation = conversations_.toSpeakIn();
     if (!conversation || !owns(*conversation))
         return;
-    speech_.say(IrcOutgoing::Kind::said, {conversation->name(), line});
+    const bool isRecited = lines_.talk().isRecited;
+    speech_.say(isRecited ? IrcOutgoing::Kind::recited : IrcOutgoing::Kind::said,
+                {conversation->name(), line});
     loop_.serveTurn();
     pacing_.spoke();
 }

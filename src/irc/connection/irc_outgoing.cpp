@@ -52,8 +52,9 @@ void IrcOutgoing::limitSaid(int linesPerMinute) {
     sendDue();
 }
 
-void IrcOutgoing::drop(Kind kind) {
-    lines_[place(kind)].clear();
+void IrcOutgoing::dropSaid() {
+    for (const Kind kind : {Kind::said, Kind::recited})
+        lines_[place(kind)].clear();
     sendDue();
 }
 
@@ -74,8 +75,8 @@ void IrcOutgoing::give(const Line& line) {
     send_((line.leaving ? line.leaving() : "") + line.text);
 }
 
-void IrcOutgoing::sendLast(Kind kind) {
-    std::deque<Line>& lines = lines_[place(kind)];
+void IrcOutgoing::sendLastSaid() {
+    std::deque<Line>& lines = lines_[place(programsFirst())];
     if (lines.empty())
         return;
     const Line last = std::move(lines.back());
@@ -117,15 +118,15 @@ void IrcOutgoing::cameBack(Nanoseconds sentAt) {
 
 // Whether it's the turn of a line of the program's, before what the owner types.
 bool IrcOutgoing::isTurnOfSaid() const {
-    return waiting(Kind::typed) > 0 && waiting(Kind::said) > 0 && typedInRow_ >= mostTypedInRow &&
+    return waiting(Kind::typed) > 0 && waitingToSay() > 0 && typedInRow_ >= mostTypedInRow &&
            withinLimit() <= loop_.now();
 }
 
 // The kind whose line goes next; nothing when no line waits.
 std::optional<IrcOutgoing::Kind> IrcOutgoing::first() const {
-    for (const Kind kind : {Kind::protocol, Kind::typed, Kind::said})
+    for (const Kind kind : {Kind::protocol, Kind::typed, Kind::said, Kind::recited})
         if (waiting(kind) > 0)
-            return kind == Kind::typed && isTurnOfSaid() ? Kind::said : kind;
+            return kind == Kind::typed && isTurnOfSaid() ? programsFirst() : kind;
     return std::nullopt;
 }
 
@@ -147,15 +148,15 @@ bool IrcOutgoing::isQuiet() const {
 
 // When the first line of that kind may go; nothing while the server has to answer first.
 std::optional<Nanoseconds> IrcOutgoing::due(Kind kind) const {
-    const auto urgency = kind != Kind::said || isTurnOfSaid() ? IrcPace::Urgency::urgent
-                         : isAnswer()                         ? IrcPace::Urgency::answer
-                                                              : IrcPace::Urgency::recited;
+    const auto urgency = !isPrograms(kind) || isTurnOfSaid() ? IrcPace::Urgency::urgent
+                         : kind == Kind::said && isAnswer()  ? IrcPace::Urgency::answer
+                                                             : IrcPace::Urgency::recited;
     const auto byServer = pace_.due(urgency, weight(lines_[place(kind)].front().text), loop_.now());
-    return byServer && kind == Kind::said ? std::max(*byServer, withinLimit()) : byServer;
+    return byServer && isPrograms(kind) ? std::max(*byServer, withinLimit()) : byServer;
 }
 
 void IrcOutgoing::plan() {
-    pace_.plan(waiting(Kind::said) > 0, !areSentBack_ || isQuiet(), loop_.now());
+    pace_.plan(waitingToSay() > 0, !areSentBack_ || isQuiet(), loop_.now());
 }
 
 // Asks the server for an answer if it is time for that, or else tells when it will be; nothing when
@@ -166,7 +167,7 @@ std::optional<Nanoseconds> IrcOutgoing::askIfDue() {
     if (lag_.isOwed() || !pace_.hasNews())
         return std::nullopt;
     const auto byServer =
-        pace_.due(waiting(Kind::said) > 0 ? IrcPace::Urgency::recited : IrcPace::Urgency::idle,
+        pace_.due(waitingToSay() > 0 ? IrcPace::Urgency::recited : IrcPace::Urgency::idle,
                   weightOfAsking, loop_.now());
     const auto lastAsked = lag_.askedAt();
     const Nanoseconds moment = lastAsked ? std::max(*byServer, *lastAsked + untilAsked) : *byServer;
@@ -186,7 +187,7 @@ void IrcOutgoing::sendFirst(Kind kind) {
         lag_.expect(now);
     typedInRow_ = kind == Kind::typed ? typedInRow_ + 1 : 0;
     saidInRow_ = kind == Kind::said ? saidInRow_ + 1 : 0;
-    if (kind == Kind::said) {
+    if (isPrograms(kind)) {
         saidAt_.push_back(now);
         while (saidAt_.front() + minute <= now)
             saidAt_.pop_front();

@@ -18,9 +18,10 @@ namespace larkspin {
 class IrcOutgoing {
 public:
     // The kinds go in this order: `protocol` keeps the connection alive, `typed` is what the owner
-    // types, `said` is what the program says for him, which leaves room for what he types next. But
-    // a line of the program's waits for no more than two lines that he types.
-    enum class Kind { protocol, typed, said };
+    // types, `said` is what the program answers for him, and `recited` the rest of what it says,
+    // which leaves room for what he types next. But a line of the program's waits for no more than
+    // two lines that he types.
+    enum class Kind { protocol, typed, said, recited };
 
     // Gets each line, with its line end, when it may go. It must not wait.
     using Send = std::function<void(const std::string& line)>;
@@ -45,16 +46,19 @@ public:
     // How many of that kind wait.
     std::size_t waiting(Kind kind) const { return lines_[place(kind)].size(); }
 
-    // Said lines go no faster than so many in any minute; 0 for no limit beyond the server's.
+    // How many lines of the program's wait.
+    std::size_t waitingToSay() const { return waiting(Kind::said) + waiting(Kind::recited); }
+
+    // They go no faster than so many in any minute; 0 for no limit beyond the server's.
     void limitSaid(int linesPerMinute);
 
-    // Forget what waits: all of a kind, or all for a channel.
-    void drop(Kind kind);
+    // Forget what waits: all of the program's lines, or all for a channel.
+    void dropSaid();
     void dropFor(const std::string& channel);
 
-    // Sends the last one of that kind at once, before all that wait: a farewell, before an end that
-    // those won't outlive.
-    void sendLast(Kind kind);
+    // Sends the last answer at once, before all that wait: a farewell, before an end that those
+    // won't outlive.
+    void sendLastSaid();
 
     // Forgets what waits, as after the end of a connection: nothing old is said on a new one, whose
     // server counts anew. What was learned from one that was lost holds until another server is
@@ -89,6 +93,8 @@ private:
     };
 
     static std::size_t place(Kind kind) { return static_cast<std::size_t>(kind); }
+    static bool isPrograms(Kind kind) { return kind == Kind::said || kind == Kind::recited; }
+    Kind programsFirst() const { return waiting(Kind::said) > 0 ? Kind::said : Kind::recited; }
     bool isTurnOfSaid() const;
     bool isAnswer() const;
     bool isQuiet() const;
@@ -106,7 +112,7 @@ private:
     Task asked_;
     IrcLag lag_;
     IrcPace pace_{lag_};
-    std::deque<Line> lines_[3];
+    std::deque<Line> lines_[4];
     std::size_t saidPerMinute_ = 0;
     std::deque<Nanoseconds> saidAt_; // the last minute's
     std::optional<Nanoseconds> typedAt_;

@@ -21,7 +21,7 @@ void IrcPacing::spoke() {
     if (!std::exchange(talk.hasSpoken, true))
         return;
     const auto isAhead = [this, end = loop_.now() + longest + perLine_] {
-        return outgoing_.waiting(IrcOutgoing::Kind::said) > mostAhead && loop_.now() < end;
+        return outgoing_.waitingToSay() > mostAhead && loop_.now() < end;
     };
     if (talk.isRecited) {
         talk.isAhead = isAhead;

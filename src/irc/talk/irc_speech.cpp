@@ -291,9 +291,9 @@ void IrcSpeech::dropFor(const std::string& channel) {
 }
 
 void IrcSpeech::dropAnswers() {
-    session_.outgoing().drop(IrcOutgoing::Kind::said);
+    session_.outgoing().dropSaid();
     std::erase_if(waiting_, [](const std::shared_ptr<Piece>& piece) {
-        return piece->line->kind == IrcOutgoing::Kind::said;
+        return piece->line->kind != IrcOutgoing::Kind::typed;
     });
 }
 

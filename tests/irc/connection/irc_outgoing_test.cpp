@@ -85,8 +85,9 @@ TEST_F(IrcOutgoingTest, SaysNoMoreInAMinuteThanIsWanted) {
 TEST_F(IrcOutgoingTest, ForgetsWhatWaits) {
     add(Kind::typed, "abcdefg");
     add(Kind::said, "h");
-    outgoing.drop(Kind::typed);
-    EXPECT_EQ(sentUntil(2s), "abcdeh");
+    add(Kind::recited, "i");
+    outgoing.dropSaid();
+    EXPECT_EQ(sentUntil(9s), "abcdefg");
     outgoing.clear();
     EXPECT_TRUE(loop.hasNothingToDo());
     add(Kind::typed, "ABCDEF");
@@ -95,17 +96,18 @@ TEST_F(IrcOutgoingTest, ForgetsWhatWaits) {
 
 TEST_F(IrcOutgoingTest, NothingWaitsForALineThatIsForgotten) {
     const std::string line = "PRIVMSG #c " + std::string(500, 'x'); // seven seconds
-    const std::function<void()> ways[] = {[&] { outgoing.drop(Kind::typed); },
-                                          [&] { outgoing.dropFor("#c"); }};
-    for (const auto& forget : ways) {
-        outgoing.clear();
-        begun = loop.now();
-        add(Kind::said, "ab");
-        outgoing.add(Kind::typed, line);
-        add(Kind::said, "c");
-        forget();
-        EXPECT_EQ(sentUntil(0s), "abc");
-    }
+    add(Kind::said, "ab");
+    outgoing.add(Kind::typed, line);
+    add(Kind::said, "c");
+    outgoing.dropFor("#c");
+    EXPECT_EQ(sentUntil(0s), "abc");
+}
+
+TEST_F(IrcOutgoingTest, AnAnswerGoesBeforeWhatIsRecited) {
+    add(Kind::recited, "abcdefg");
+    add(Kind::said, "A");
+    const std::string sent = sentUntil(60s);
+    EXPECT_LT(sent.find('A'), sent.find('d')) << sent;
 }
 
 TEST_F(IrcOutgoingTest, TellsAsEachGoes) {
