@@ -201,7 +201,7 @@ TEST(IrcSession, ARecitalStaysInTheRoomThatHasAskedForIt) {
 TEST_F(IrcSessionTest, WhatWaitsAtTheEndIsNotSaidAndTheOwnerIsToldOfHisOwnLines) {
     server.takes = [](const std::string& line) { return line.starts_with("QUIT"); };
     loop.once(3s, [&] {
-        type(7);
+        type(8);
         shown.take();
         server.sent.clear();
         irc.disconnect();
