@@ -96,6 +96,7 @@ void Conversations::remove(const Conversation& conversation) {
     if (front_ == &conversation) {
         home_->come();
         front_ = home_;
+        moves_ += !isAsOwnerWants_;
     }
     bytes_ -= conversation.bytes();
     std::erase_if(all_, [&](const auto& each) { return each.get() == &conversation; });
@@ -109,9 +110,23 @@ void Conversations::enter(Conversation& conversation) {
     front_->go();
     conversation.come();
     front_ = &conversation;
+    moves_ += !isAsOwnerWants_;
     if (conversation.isAtHome())
         home_ = &conversation;
     ++revision_;
+}
+
+void Conversations::asOwnerWants(const Task& task) {
+    const bool before = std::exchange(isAsOwnerWants_, true);
+    task();
+    isAsOwnerWants_ = before;
+}
+
+void Conversations::goBackTo(const Begun& begun) {
+    if (begun.place.empty() || begun.moves == moves_)
+        return;
+    Conversation* const there = find(begun.place);
+    asOwnerWants([&] { enter(there && there->isOpen ? *there : *home_); });
 }
 
 void Conversations::keep(Conversation& conversation, KeptLine line) {

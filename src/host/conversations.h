@@ -65,6 +65,22 @@ public:
 
     void enter(Conversation& conversation);
 
+    // What comes in front within the task does so because the owner wants it now. Else it comes by
+    // itself, as when he is put out of a room, or a lost connection is back.
+    void asOwnerWants(const Task& task);
+
+    // Where a line is that he begins to type now.
+    struct Begun {
+        std::string place{};
+        std::uint64_t moves = 0;
+    };
+    Begun begun() const { return {front_->place(), moves_}; }
+
+    // To be called before such a line is taken, since what is typed in one conversation is never
+    // said in another: if one has come in front by itself meanwhile, that where he has begun is in
+    // front again, or home where nothing can be said any more. A blank place means in front.
+    void goBackTo(const Begun& begun);
+
     // Keeps the line at the end; as of now, unless it has a time. An old line is put in after those
     // that aren't newer, unless it is there already.
     void keep(Conversation& conversation, KeptLine line);
@@ -94,6 +110,8 @@ private:
     Conversation* home_;
     Conversation* front_;
     std::uint64_t lastNumber_ = 0, lastPlace_ = 0, revision_ = 1;
+    std::uint64_t moves_ = 0; // how often another one has come in front by itself
+    bool isAsOwnerWants_ = false;
     std::vector<std::string> networks_; // the names of all there were; from 1
     std::size_t bytes_ = 0;
     Task beforeChange_ = [] {};

@@ -168,7 +168,7 @@ void OwnRoom::enterRoom(const std::string& wanted) {
     ++visit_;
     if (room->conversation == &conversations_.front())
         tell(wordsOfEntering(conversations_, *room->conversation));
-    conversations_.enter(*room->conversation);
+    conversations_.asOwnerWants([&] { conversations_.enter(*room->conversation); });
     shown_.changed();
 }
 

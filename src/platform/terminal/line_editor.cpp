@@ -118,8 +118,16 @@ void LineEditor::takeKeys() {
             take(left.substr(0, length));
         }
         left.remove_prefix(length);
+        noteWhereBegun();
     }
     bytes_ = std::string(left);
+}
+
+void LineEditor::noteWhereBegun() {
+    if (!isOpen_ || library_->line().empty())
+        begun_.reset();
+    else if (!begun_)
+        begun_ = place_();
 }
 
 void LineEditor::type(std::string_view characters) {
@@ -167,7 +175,7 @@ void LineEditor::endLine() {
         isHeld_ = true;
         loop_.unwatch(STDIN_FILENO);
     }
-    input_.bring(line);
+    input_.bring(line, begun_ ? *begun_ : place_());
 }
 
 void LineEditor::takeSecretKey(std::string_view key) {

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -40,6 +41,9 @@ public:
     void maskBy(std::function<std::string(const std::string& line)> masked) {
         masked_ = std::move(masked);
     }
+
+    // Tells where a line is that is begun now; the input gets that with the line.
+    void placeBy(std::function<Conversations::Begun()> place) { place_ = std::move(place); }
 
     // What stands in front of the line, unless a secret is asked for.
     void setPrompt(const std::string& prompt);
@@ -79,6 +83,7 @@ private:
     void take(std::string_view key);
     void type(std::string_view characters);
     void takeSecretKey(std::string_view key);
+    void noteWhereBegun();
     void takeTyped();
     void showPrompt(const std::string& prompt);
     void endLine();
@@ -94,6 +99,8 @@ private:
         return line;
     };
     std::function<bool(const std::string&)> holdsAfter_ = [](const std::string&) { return false; };
+    std::function<Conversations::Begun()> place_ = [] { return Conversations::Begun(); };
+    std::optional<Conversations::Begun> begun_; // while something is typed
     std::string prompt_;
     Secret secret_; // while it is asked for
     std::string typedSecret_;

@@ -88,6 +88,7 @@ void Terminal::openEditor(PollLoop& loop) {
     loop.onSignals({SIGTSTP}, [this] { editor_->stop(); });
     editor_->holdAfter(&IrcWords::asksPassword);
     editor_->maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
+    editor_->placeBy([this] { return rooms.conversations.begun(); });
     password_.editBy(*editor_);
 }
 
@@ -176,8 +177,9 @@ void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit)
 }
 
 void Terminal::take(const std::string& line) {
+    rooms.conversations.goBackTo(input_.begun());
     if (SlashWords::isMeantForIt(line))
-        commands_.run(line);
+        rooms.conversations.asOwnerWants([&] { commands_.run(line); });
     else
         rooms.room.say(line, editor_ != nullptr);
     if (editor_)

@@ -20,10 +20,10 @@ void TerminalInput::open(Taker taker) {
     deliverLater();
 }
 
-void TerminalInput::bring(std::string line) {
+void TerminalInput::bring(std::string line, Conversations::Begun begun) {
     if (hasEnded_)
         return;
-    lines_.push_back(std::move(line));
+    lines_.push_back({std::move(line), std::move(begun)});
     deliverLater();
 }
 
@@ -60,7 +60,7 @@ void TerminalInput::takeSecret(std::function<void(const std::string& line)> take
 }
 
 bool TerminalInput::nextActsAtOnce() const {
-    return isOpen_ && !lines_.empty() && (secret_ || taker_.actsAtOnce(lines_.front()));
+    return isOpen_ && !lines_.empty() && (secret_ || taker_.actsAtOnce(lines_.front().text));
 }
 
 // When the next line is to be delivered, or the end told. Nothing while something else has to
@@ -126,7 +126,8 @@ void TerminalInput::endWorks() {
 }
 
 std::string TerminalInput::pop() {
-    std::string line = std::move(lines_.front());
+    auto [line, begun] = std::move(lines_.front());
+    begun_ = std::move(begun);
     lines_.pop_front();
     if (lines_.empty())
         onEmpty_();

@@ -60,6 +60,33 @@ TEST_F(IrcNetworksTest, StrangersPushOutNoTalkInWhichTheOwnerHasSpoken) {
     EXPECT_EQ(std::ranges::count(seen, '\n'), 101);
 }
 
+// The owner is in the middle of a line when he is put out of the room, or comes into one.
+TEST_F(IrcNetworksTest, WhatIsTypedInOneConversationIsNeverSaidInAnother) {
+    typed("/connect irc.test jo #music");
+    typed("/join #den");
+    const auto said = [this](const Conversations::Begun& begun, const char* line) {
+        server.sent.clear();
+        loop.post([this, &begun, line] {
+            rooms->conversations.goBackTo(begun);
+            rooms->room.say(line);
+        });
+        seenWithin(1s);
+        return server.sent;
+    };
+    const auto inMusic = rooms->conversations.begun();
+    server.say(":irc KICK #music jo :out");
+    EXPECT_EQ(seenWithin(1s).ends_with("\nyou are in #den\n"), true) << seen;
+    EXPECT_EQ(said(inMusic, "for music"), Lines{});
+    EXPECT_EQ(seen, "you are at home\njo: for music\n");
+    const auto atHome = rooms->conversations.begun();
+    server.say(":jo!j@h JOIN #late");
+    EXPECT_EQ(seenWithin(1s), "you are in #late\n");
+    EXPECT_EQ(said(atHome, "to nobody"), Lines{});
+    const auto before = rooms->conversations.begun();
+    rooms->conversations.asOwnerWants([this] { typed("/room #late"); });
+    EXPECT_EQ(said(before, "ahead"), Lines{"PRIVMSG #late ahead"});
+}
+
 // By whoever runs the server.
 TEST_F(IrcNetworksTest, RoomsThatWereLeftAreKeptNoMoreThanAHundredOfThem) {
     typed("/connect irc.test jo");

@@ -22,7 +22,16 @@ bool isLineBreak(QChar character) {
 
 InputLine::InputLine(LineHistory& history) : history_(history) {
     setMaxLength(static_cast<int>(LineHistory::mostCharacters));
-    connect(this, &QLineEdit::textChanged, this, [this] { closeLineBreaks(); });
+    connect(this, &QLineEdit::textChanged, this, [this] {
+        noteBegin();
+        closeLineBreaks();
+    });
+}
+
+void InputLine::noteBegin() {
+    const bool begins = !text().isEmpty();
+    if (!std::exchange(isBegun_, begins) && begins)
+        onBegin_();
 }
 
 void InputLine::empty() {

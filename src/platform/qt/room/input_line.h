@@ -22,6 +22,9 @@ public:
     // The task gets each finished line, while the key that ended it is being handled.
     void onLine(std::function<void(std::string line)> typed) { onLine_ = std::move(typed); }
 
+    // The task is called as the owner begins to type a line.
+    void onBegin(std::function<void()> begins) { onBegin_ = std::move(begins); }
+
     // What Tab makes of the text in front of the cursor; and what shows the choices when it could
     // become several things.
     using Complete = std::function<Completion(std::string_view typed)>;
@@ -55,6 +58,7 @@ private:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeLineBreaks();
+    void noteBegin();
     bool hides() const { return secret_ || isHeld_; }
     bool takeSecretKey(int key);
     void forget();
@@ -65,6 +69,8 @@ private:
 
     LineHistory& history_;
     std::function<void(std::string)> onLine_ = [](const std::string&) {};
+    std::function<void()> onBegin_ = [] {};
+    bool isBegun_ = false;
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const Completion&)> onChoices_ = [](const Completion&) {};
     std::function<void(int)> onPage_ = [](int) {};

@@ -25,7 +25,11 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
              .bringForward = [this] { window.bringForward(); },
              .changed = [this] { window.roomChanged(); }}),
       words([this](const std::string& text) { tell(text); }) {
-    window.onLine([this](const std::string& line) { take(line); });
+    window.onLine([this](const std::string& line, const Conversations::Begun& begun) {
+        if (isOpen_)
+            rooms.conversations.goBackTo(begun);
+        take(line);
+    });
     window.holdAfter(&IrcWords::asksPassword);
     window.maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
     words.add(rooms.words.words());
@@ -61,7 +65,7 @@ void QtRoom::take(const std::string& line) {
     else if (!isOpen_)
         tell("a password is taken when it is asked for");
     else if (SlashWords::isMeantForIt(line))
-        words.run(line);
+        rooms.conversations.asOwnerWants([&] { words.run(line); });
     else
         rooms.room.say(line);
 }

@@ -41,10 +41,11 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversatio
     layOut();
     const QPointer<RoomWindow> window(this); // which may have gone when an event comes
     // A line acts in an event of its own: what it does may wait, and a callback of Qt's can't.
+    input_.onBegin([this] { begun_ = conversations_.begun(); });
     input_.onLine([this, window](std::string line) {
-        loop_.post([window, line = std::move(line)] {
+        loop_.post([window, line = std::move(line), begun = begun_] {
             if (window)
-                window->take_(line);
+                window->take_(line, begun);
             if (window)
                 window->input_.goOn();
         });

@@ -37,9 +37,10 @@ public:
     // type in.
     void bringForward();
 
-    // The task gets each typed line in an event of its own. The other one says what Tab makes of a
-    // text.
-    void onLine(std::function<void(const std::string& line)> take) { take_ = std::move(take); }
+    // The task gets each typed line, and where it was begun, in an event of its own. The other one
+    // says what Tab makes of a text.
+    using Take = std::function<void(const std::string& line, const Conversations::Begun& begun)>;
+    void onLine(Take take) { take_ = std::move(take); }
     void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
 
     // A line for which this is true is followed by a password, perhaps before one is asked for.
@@ -85,7 +86,8 @@ private:
     QLabel& ownName_;
     QSplitter& halves_;
     std::string prompt_; // shown in place of the owner's name
-    std::function<void(const std::string&)> take_ = [](const std::string&) {};
+    Take take_ = [](const std::string&, const Conversations::Begun&) {};
+    Conversations::Begun begun_; // where the line is that is being typed
     Task placeChanged_ = [] {};
     bool isRoomShown_ = false;
 };

@@ -345,6 +345,17 @@ TEST_F(RoomWindowTest, FollowsItsOwnerToANetworkAndBack) {
     EXPECT_EQ(people(), "Owner ");
 }
 
+TEST_F(RoomWindowTest, ALineIsTakenWhereItWasBegun) {
+    strike("/connect irc.test Jo den\nhi");
+    server.sent.clear();
+    server.say(":Jo!j@h JOIN #late\r\n:irc KICK #den Jo :out");
+    machine.advance(1s);
+    EXPECT_EQ(window().windowTitle(), "larkspin - #late");
+    strike(" all\n");
+    EXPECT_EQ(server.sent, Lines{});
+    EXPECT_EQ(window().windowTitle(), "larkspin - lobby");
+}
+
 TEST_F(RoomWindowTest, TakesAPasswordWithoutShowingIt) {
     EXPECT_EQ(shownFor("/login jo\nsesam\n"), "you log in as jo from the next /connect on");
     EXPECT_EQ(shownFor("/login\nsesam\n"), "/login USER [keep]");
