@@ -107,8 +107,6 @@ public:
 
     void peopleChanged() { shown_.changed(); }
 
-    bool isChannel(std::string_view name) const { return session_.features().isChannel(name); }
-
     // Limits what the program says to so many lines a minute; 0 for no limit.
     void limitSaid(int linesPerMinute);
 

@@ -171,7 +171,7 @@ bool IrcOrderWords::invite(std::string_view rest) const {
 
 bool IrcOrderWords::kick(std::string_view rest) const {
     std::string name = wordOf(rest), room;
-    if (network_().isChannel(name)) {
+    if (network_().orders().meansRoom(name)) {
         room = name;
         name = wordOf(rest);
     }

@@ -54,6 +54,11 @@ void IrcOrders::ask(std::string_view command, const std::vector<std::string>& pa
         shown_.tell("too much waits to be said");
 }
 
+bool IrcOrders::meansRoom(std::string_view word) const {
+    return session_.features().isChannel(word) &&
+           (word.front() != '+' || channels_.find(word, session_.features()));
+}
+
 void IrcOrders::whois(const std::string& name) {
     const std::string who = name.empty() ? session_.nick() : name;
     answers_.expect(Question::person, who);
@@ -122,9 +127,8 @@ void IrcOrders::mode(std::string_view words) {
             break;
         parameters.emplace_back(word);
     }
-    const bool hasTarget =
-        !parameters.empty() &&
-        (session_.features().isChannel(parameters.front()) || session_.isSelf(parameters.front()));
+    const bool hasTarget = !parameters.empty() &&
+                           (meansRoom(parameters.front()) || session_.isSelf(parameters.front()));
     const std::string about = hasTarget ? parameters.front() : here();
     if (about.empty())
         return;

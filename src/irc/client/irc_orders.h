@@ -24,6 +24,10 @@ public:
 
     IrcAnswers& answers() { return answers_; }
 
+    // Whether a word that may be something else as well is meant for a room. One that begins with a
+    // plus could be modes, or a reason: it is a room only if he is in it.
+    bool meansRoom(std::string_view word) const;
+
     void whois(const std::string& name); // blank for himself
     void whowas(const std::string& name);
     void who(const std::string& mask); // blank for the room

@@ -139,7 +139,7 @@ std::vector<SlashWord> IrcWords::wordsOn(const Network& network) {
         const auto work = [](IrcClient& irc, std::string_view more) {
             std::string_view reason = more;
             const std::string name(takeWord(reason));
-            if (irc.isChannel(name))
+            if (irc.orders().meansRoom(name))
                 irc.leaveRoom(name, std::string(withoutBlanks(reason)));
             else
                 irc.leave(std::string(withoutBlanks(more)));

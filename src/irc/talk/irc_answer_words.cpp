@@ -88,6 +88,8 @@ std::string modes(const Told& told) {
     std::string all;
     for (std::size_t number = 2; number < told.count(); ++number)
         all += (all.empty() ? "" : " ") + told[number];
+    if (all.empty() || all == "+")
+        return told[1] + " has no modes";
     return "the modes of " + told[1] + " are " +
            protocolWithoutSecrets(std::string(command) + all).substr(command.size());
 }
