@@ -90,6 +90,7 @@ private:
     std::size_t bytes_ = 0;
     std::uint64_t newest_ = 0, lastPutIn_ = 0, read_ = 0, readBefore_ = 0;
     int unread_ = 0, unreadForOwner_ = 0;
+    std::uint64_t lastVisit_ = 0; // a higher one for what was left later; 0 for never
 };
 
 } // namespace larkspin

@@ -19,6 +19,14 @@ Conversation* Conversations::find(std::string_view place) const {
     return found == all_.end() ? nullptr : found->get();
 }
 
+Conversation& Conversations::before() const {
+    Conversation* latest = home_;
+    for (const auto& each : all_)
+        if (each.get() != front_ && each->isOpen && each->lastVisit_ > latest->lastVisit_)
+            latest = each.get();
+    return *latest;
+}
+
 Conversation& Conversations::here() {
     if (const std::string& place = lines_.talk().place; !place.empty()) {
         Conversation* const talkedIn = find(place);
@@ -108,6 +116,7 @@ void Conversations::enter(Conversation& conversation) {
         return;
     beforeChange_();
     front_->go();
+    front_->lastVisit_ = ++lastVisit_;
     conversation.come();
     front_ = &conversation;
     moves_ += !isAsOwnerWants_;

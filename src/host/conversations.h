@@ -32,6 +32,8 @@ public:
     const All& all() const { return all_; } // in the order in which they began
 
     Conversation& front() const { return *front_; }
+    // The one where he was before the one in front, if something can be said there; home if none.
+    Conversation& before() const;
     Conversation& home() const { return *home_; } // the place at home where he was last
 
     // Where the event at work belongs: the conversation in which the line was said that it is
@@ -109,7 +111,7 @@ private:
     Conversation nowhere_{{Conversation::Kind::room, noNetwork}, {}};
     Conversation* home_;
     Conversation* front_;
-    std::uint64_t lastNumber_ = 0, lastPlace_ = 0, revision_ = 1;
+    std::uint64_t lastNumber_ = 0, lastPlace_ = 0, lastVisit_ = 0, revision_ = 1;
     std::uint64_t moves_ = 0; // how often another one has come in front by itself
     bool isAsOwnerWants_ = false;
     std::vector<std::string> networks_; // the names of all there were; from 1

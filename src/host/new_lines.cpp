@@ -74,12 +74,17 @@ std::string wordsOf(const KeptLine& line) {
 std::string wordsFromElsewhere(const Conversations& all, const Conversation& conversation,
                                const KeptLine& line) {
     const std::string name = all.fullName(conversation);
-    const bool isSaid = line.kind == KeptLine::Kind::said;
+    const bool isSaid = line.kind == KeptLine::Kind::said,
+               isPrivate = conversation.kind() == Conversation::Kind::person;
     if (line.isOwners && isSaid)
         return "to " + name + ": " + wordsOf(line);
-    if (conversation.kind() != Conversation::Kind::person)
+    if (!isPrivate)
         return name + ": " + (isSaid ? line.speaker + ": " : "") + wordsOf(line);
-    return isSaid ? line.speaker + " whispers: " + wordsOf(line) : wordsOf(line);
+    // What is done in private must not look as if it were done here.
+    if (isSaid || line.kind == KeptLine::Kind::done)
+        return (line.isOwners ? "to " + name : name + " whispers") + ": " + wordsOf(line);
+    const bool isNoted = line.kind == KeptLine::Kind::noted && !line.isOwners;
+    return isNoted ? name + " notes: " + plainMarkup(line.text) : wordsOf(line);
 }
 
 std::string stampOf(const KeptLine& line, const EventLoop& loop) {

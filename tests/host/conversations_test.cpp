@@ -48,6 +48,15 @@ TEST_F(ConversationsTest, OthersAreCountedUntilTheyAreEnteredAndShownThen) {
               "ann: three\n- you talk to ann\nann: psst\n- you are in #den\nann: four\n");
 }
 
+TEST_F(ConversationsTest, OfTwoPeopleWithOneNameTheOwnerSeesWhoseNetworkEachIsOn) {
+    const int other = conversations.newNetwork("other");
+    Conversation& ann = conversations.add({Conversation::Kind::person, other, "ann"});
+    for (const auto kind : {KeptLine::Kind::said, KeptLine::Kind::done, KeptLine::Kind::noted})
+        conversations.keep(ann, {.kind = kind, .speaker = "ann", .text = "hi", .isForOwner = true});
+    EXPECT_EQ(shown.take(), "- ann on other whispers: hi\n- ann on other whispers: * ann hi\n"
+                            "- ann on other notes: hi\n");
+}
+
 TEST_F(ConversationsTest, WhatIsOldIsShownAsItComesAndStandsWhereItBelongs) {
     const auto say = [&](const std::string& text, std::time_t at, bool isOld = false) {
         conversations.keep(den, {.kind = KeptLine::Kind::said,

@@ -60,8 +60,9 @@ const IrcChannel* IrcClient::inFront() const {
 // While the owner is on another network he is told which one it is.
 void IrcClient::tell(const std::string& text) const {
     const Conversation& front = conversations_.front();
-    const bool isElsewhere = !front.isAtHome() && !owns(front);
-    shown_.tell(isElsewhere ? conversations_.networkName(network_) + ": " + text : text);
+    const std::string name = conversations_.networkName(network_) + ": ";
+    const bool isClear = front.isAtHome() || owns(front) || text.starts_with(name);
+    shown_.tell(isClear ? text : name + text);
 }
 
 bool IrcClient::tellWithoutServer() const {
@@ -250,10 +251,9 @@ void IrcClient::leave(const std::string& reason) {
         return joining_.leave(reason.empty() ? usualFarewell : reason);
     if (front.isAtHome())
         return tell(wordsOfEntering(conversations_, front));
-    const auto& channels = channels_.all();
-    conversations_.enter(channels.empty() ? conversations_.home() : *channels.back().conversation);
+    enter(conversations_.before());
     conversations_.remove(front);
-    newRoom();
+    shown_.changed();
 }
 
 void IrcClient::changeNick(const std::string& nick) {

@@ -41,6 +41,9 @@ IrcNetwork* IrcNetworks::of(const Conversation& conversation) const {
 IrcNetwork& IrcNetworks::atHand() const {
     if (IrcNetwork* const inFront = of(shared_.conversations.front()))
         return *inFront;
+    for (const auto& each : all_)
+        if (each->client.network() == wasIn_ && each->client.isOn())
+            return *each;
     if (last().client.isOn())
         return last();
     for (const auto& each : all_)
@@ -83,6 +86,7 @@ bool IrcNetworks::connect(const IrcWish& wish) {
         network = all_.back().get();
     const bool isNext = !network->isKnown();
     last_ = network;
+    wasIn_ = Conversations::noNetwork;
     if (isNext)
         add(accounts_.beginNext());
     network->access.connect(wish);
@@ -92,6 +96,7 @@ bool IrcNetworks::connect(const IrcWish& wish) {
 void IrcNetworks::connectAgain(IrcNetwork& network) {
     takeWhatWasGiven(network);
     last_ = &network;
+    wasIn_ = Conversations::noNetwork;
     network.access.connectAgain();
 }
 
@@ -164,6 +169,8 @@ void IrcNetworks::finish() {
 // Changes are written together, after a moment, so that no server can make the file be written
 // again and again.
 void IrcNetworks::changed() {
+    if (const Conversation& front = shared_.conversations.front(); !front.isAtHome())
+        wasIn_ = front.network();
     if (following_ == TimerId::none)
         following_ = shared_.loop.once(followsWithin, [this] { follow(); });
     shownChanged_();

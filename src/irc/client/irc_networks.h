@@ -2,6 +2,7 @@
 // that he asks for next, for which he may have given things already.
 #pragma once
 
+#include "host/conversations.h"
 #include "irc/client/irc_network.h"
 
 #include <functional>
@@ -29,8 +30,8 @@ public:
     IrcNetwork* of(const Conversation& conversation) const;
 
     // The one that the owner means where he names none: that of the conversation in front; at home
-    // the one that he is on, of several the one that he has connected to last; without one, the
-    // next one.
+    // the one that he is on, of several the one where he was last, or has connected to since;
+    // without one, the next one.
     IrcNetwork& atHand() const;
 
     // The one that he has connected to last; the next one if there was none.
@@ -79,6 +80,7 @@ private:
     All all_;
     std::vector<std::pair<std::unique_ptr<IrcAccountFile>, All::value_type>> forgotten_;
     IrcNetwork* last_ = nullptr;
+    int wasIn_ = Conversations::noNetwork; // the network of what was in front last
     TimerId following_ = TimerId::none;
 };
 

@@ -33,8 +33,10 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/query ann psst", "you talk to ann\njo: psst\n"},
         {"/query #a", "a name has no blanks and commas\n"},
         {"/room", "0  den\n1  #music\n2  #den\n3  ann (here)\n"},
-        {"/leave", "you are in #den\n"},
+        {"/leave", "you are in den\n"},
         {"/room 1", "you are in #music\n"},
+        {"/query ann", "you talk to ann\n"},
+        {"/leave", "you are in #music\n"},
         {"/names", "#music, 2 people\n  @jo\n  ann\n"},
         {"/topic", "there is no topic\n"},
         {"/topic  all songs", "jo sets the topic:  all songs\n"},
@@ -341,12 +343,20 @@ TEST_F(IrcWordsTest, SeveralNetworksAreWorkedAtOnceEachByItself) {
     EXPECT_EQ(typed("/room 1"), "you are in #music on irc.test\nann: jo, hi\nann: and so on\n");
     EXPECT_EQ(say("there"), "jo: there\n");
     EXPECT_EQ(server.sent, Lines{"PRIVMSG #music there"});
+    server.sent.clear();
+    for (const char* const line :
+         {"/room 0", "/notice bob hi", "/room 1"}) // at home he means it, too
+        typed(line);
+    EXPECT_EQ(server.sent, Lines{"NOTICE bob hi"});
     EXPECT_EQ(typed("/networks"),
               "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe (on)\n");
     EXPECT_EQ(typed("/disconnect two"), "two: you have left other.test\n");
     EXPECT_EQ(typed("/connect two"),
               "two: connecting to other.test\ntwo: you are joe on other.test\n"
               "you are in #music on two\n");
+    server.lose("y"); // its host is its name
+    EXPECT_EQ(seenWithin(1s), "irc.test: y; trying again in 5 seconds\n");
+    seenWithin(30s);
     other.lose("x"); // while the other one stays
     EXPECT_EQ(seenWithin(1s), "other.test: x; trying again in 5 seconds\nyou are at home\n");
     EXPECT_EQ(seenWithin(30s), "you are joe on other.test\nyou are in #music on two\n");

@@ -121,7 +121,7 @@ TEST_F(IrcHistoryTest, TalksArePlayedBackIntoTheirConversations) {
                            "ACTION waves\x01"},
              {"10:00:03Z", ":irc NOTICE Owner :*** an old notice"}},
             "znc.in/playback");
-    EXPECT_EQ(seen, "- ann whispers: psst\n- * ann waves\n");
+    EXPECT_EQ(seen, "- ann whispers: psst\n- ann whispers: * ann waves\n");
     EXPECT_EQ(keptIn("ann"), "ann: psst\nOwner: 'volume 7\nann: waves\n");
 }
 
