@@ -20,7 +20,7 @@ namespace {
 // that, and a recital, which takes longer, can still be broken off by the next line.
 constexpr Nanoseconds ownersPatience = std::chrono::milliseconds(300);
 
-constexpr std::size_t longestPrompt = 30; // characters: a server gives names of any length
+constexpr std::size_t longestInPrompt = 30; // characters: a server gives names of any length
 
 bool inputIsTerminal() {
     return ::isatty(STDIN_FILENO) == 1;
@@ -92,9 +92,15 @@ void Terminal::openEditor(PollLoop& loop) {
     password_.editBy(*editor_);
 }
 
+// On a network it begins with the conversation, since all are shown one below the other.
 std::string Terminal::prompt() const {
-    const std::string name = visibleName(rooms.room.ownName());
-    return name.substr(0, prefixLength(name, longestPrompt)) + ": ";
+    const auto bounded = [](const std::string& name) {
+        return name.substr(0, prefixLength(name, longestInPrompt));
+    };
+    const Conversation& front = rooms.conversations.front();
+    const std::string place =
+        front.isAtHome() ? "" : '[' + bounded(rooms.conversations.fullName(front)) + "] ";
+    return place + bounded(visibleName(rooms.room.ownName())) + ": ";
 }
 
 void Terminal::showNew() {
@@ -102,8 +108,8 @@ void Terminal::showNew() {
     newLines_.take(
         {.entered =
              [this](const Conversation& conversation) {
-                 screen.showRoom(wordsOfEntering(rooms.conversations, conversation),
-                                 Speaker::owner);
+                 screen.showRoom(wordsOfEntering(rooms.conversations, conversation), Speaker::owner,
+                                 stampOf({.at = loop_.moment()}, loop_));
                  showOwnName();
              },
          .leftOut =
