@@ -154,7 +154,9 @@ void RoomWindow::showLine(const KeptLine& line) {
 
 void RoomWindow::showRoom() {
     isRoomShown_ = true;
-    setWindowTitle("larkspin - " + toQt(visibleName(room_.name())));
+    const Conversation& front = conversations_.front();
+    setWindowTitle("larkspin - " + toQt(front.isAtHome() ? visibleName(room_.name())
+                                                         : conversations_.fullName(front)));
     const int count = room_.people().count();
     count_.setText(toQt(counted(count, "person", "people")));
     ownName_.setText(toQt(visibleName(prompt_.empty() ? room_.ownName() : prompt_)) + ':');

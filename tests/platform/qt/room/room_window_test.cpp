@@ -337,6 +337,12 @@ TEST_F(RoomWindowTest, FollowsItsOwnerToANetworkAndBack) {
     input().empty();
     strike("/nick joe\n");
     EXPECT_EQ(ownName(), "joe:");
+    strike("/room 0\n");
+    auto& all = room->rooms.conversations;
+    all.keep(*all.numbered(1), {.text = "came late", .at = 1, .isOld = true});
+    strike("/room 1\n");
+    for (const char* each : {"Jo: your trigger is '", "you are in #den", "came late"})
+        EXPECT_NE(shown().find(each), std::string::npos) << each;
     room->close(); // as at the end, and once more in the next run
     machine.endProcess();
     open();
