@@ -1,9 +1,9 @@
 #include "host/chores.h"
 
+#include "chat/markup.h"
 #include "chat/reply.h"
 #include "companions/launcher.h"
 #include "host/client_addresses.h"
-#include "host/host_client.h"
 #include "host/web_address.h"
 #include "shell/pause.h"
 #include "shell/this_run.h"
@@ -41,18 +41,22 @@ void Chores::pr(const std::string& room) {
 }
 
 void Chores::newMail() {
-    if (announce("opening new mail"))
-        client_.errands().openMail(ClientErrands::Mail::unread);
+    openMail(ClientErrands::Mail::unread, "opening new mail");
 }
 
 void Chores::oldMail() {
-    if (announce("opening old mail"))
-        client_.errands().openMail(ClientErrands::Mail::old);
+    openMail(ClientErrands::Mail::old, "opening old mail");
 }
 
 void Chores::sentMail() {
-    if (announce("opening sent mail"))
-        client_.errands().openMail(ClientErrands::Mail::sent);
+    openMail(ClientErrands::Mail::sent, "opening sent mail");
+}
+
+void Chores::openMail(ClientErrands::Mail mail, const std::string& said) {
+    if (!client_.errands().hasMail())
+        core_.reply.sayOrBox("there is no mail here");
+    else if (announce(said))
+        client_.errands().openMail(mail);
 }
 
 void Chores::signoff() {
@@ -74,7 +78,7 @@ void Chores::imsoff() {
 }
 
 void Chores::aim() {
-    core_.reply.saychat("login aim sn > <b> " + client_.errands().messengerAccount());
+    core_.reply.saychat("login aim sn > <b> " + withoutTags(client_.errands().messengerAccount()));
 }
 
 void Chores::hidewelc() {

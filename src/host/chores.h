@@ -3,13 +3,13 @@
 #pragma once
 
 #include "chat/core.h"
+#include "host/host_client.h"
 #include "host/in_turn.h"
 
 #include <string>
 
 namespace larkspin {
 
-class HostClient;
 class Launcher;
 
 class Chores {
@@ -38,6 +38,7 @@ public:
 
 private:
     bool announce(const std::string& text, double wait = 0);
+    void openMail(ClientErrands::Mail mail, const std::string& said);
     void switchMessages(bool areTaken, const std::string& said = {});
 
     Core core_;

@@ -144,6 +144,8 @@ void Conversations::keep(Conversation& conversation, KeptLine line) {
     if (line.isOld && conversation.holds(line))
         return;
     line.number = ++lastNumber_;
+    if (kept_)
+        kept_(conversation, line);
     bytes_ -= conversation.bytes();
     conversation.keep(std::move(line), front_ == &conversation);
     bytes_ += conversation.bytes();

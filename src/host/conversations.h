@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -87,6 +88,10 @@ public:
     // that aren't newer, unless it is there already.
     void keep(Conversation& conversation, KeptLine line);
 
+    // Who hears of each line as it is kept. He must not wait, nor change anything here.
+    using Kept = std::function<void(const Conversation& conversation, const KeptLine& line)>;
+    void onKept(Kept kept) { kept_ = std::move(kept); }
+
     // A word of the program's in the conversation in front.
     void tell(KeptLine::Kind kind, const std::string& text);
 
@@ -117,6 +122,7 @@ private:
     std::vector<std::string> networks_; // the names of all there were; from 1
     std::size_t bytes_ = 0;
     Task beforeChange_ = [] {};
+    Kept kept_;
 };
 
 } // namespace larkspin

@@ -49,6 +49,8 @@ public:
     virtual void gotoKeyword(const std::string& /*keyword*/) {}
     virtual void enterPrivateRoom(const std::string& /*name*/) {}
 
+    // Whether there is mail at all in the client.
+    virtual bool hasMail() const { return false; }
     virtual void openMail(Mail) {}
     virtual void signOff() {}
     virtual void closeHost() {}

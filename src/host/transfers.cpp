@@ -1,5 +1,6 @@
 #include "host/transfers.h"
 
+#include "chat/markup.h"
 #include "chat/reply.h"
 #include "shell/app_state.h"
 #include "shell/dialogs.h"
@@ -8,6 +9,11 @@
 namespace larkspin {
 
 static const std::string noUpload = "you arent uploading, bitch";
+
+// A text of the client's in a reply. What looks like a tag there is part of the text.
+static std::string asSaid(const std::string& text) {
+    return withoutTags(foldCase(text));
+}
 
 void Transfers::ustat() {
     reportUpload(AskedFrom::chat);
@@ -34,8 +40,9 @@ void Transfers::tellUpload(const Transfer& upload, AskedFrom where) {
     if (where == AskedFrom::tray)
         dialogs_.box(boxed("%"));
     else
-        reply_.sayOrBox("upload:  <b>" + foldCase(upload.file) + "</b> - <b>" + upload.percentage +
-                            "%</b> - min:  <b>" + upload.minutes,
+        reply_.sayOrBox("upload:  <b>" + asSaid(upload.file) + "</b> - <b>" +
+                            withoutTags(upload.percentage) + "%</b> - min:  <b>" +
+                            withoutTags(upload.minutes),
                         boxed(""));
 }
 
@@ -52,8 +59,9 @@ void Transfers::tellOfNoUpload(AskedFrom where) {
 void Transfers::dstat() {
     const auto download = client_.notices().download();
     if (download)
-        reply_.sayOrBox("download:  <b>" + foldCase(download->file) + "</b> - <b>" +
-                            download->percentage + "</b> - min:  <b>" + foldCase(download->minutes),
+        reply_.sayOrBox("download:  <b>" + asSaid(download->file) + "</b> - <b>" +
+                            withoutTags(download->percentage) + "</b> - min:  <b>" +
+                            asSaid(download->minutes),
                         "download:  " + download->file + " - " + download->percentage +
                             " - min:  " + download->minutes);
     else if (!state_.idleClock.enabled())
@@ -67,7 +75,7 @@ void Transfers::upzon() {
         return;
     }
     client_.notices().hide();
-    reply_.saychat(foldCase(shown->text));
+    reply_.saychat(asSaid(shown->text));
 }
 
 void Transfers::upzoff() {

@@ -1,5 +1,6 @@
 #include "outside/winamp.h"
 
+#include "chat/markup.h"
 #include "chat/reply.h"
 #include "outside/other_player.h"
 #include "shell/this_run.h"
@@ -11,9 +12,9 @@ namespace {
 
 constexpr std::string_view noPlayer = "winamp isnt loaded you fag";
 
-// Takes off what Winamp puts around the title of a song.
+// The title of a song without what Winamp puts around it. What looks like a tag is part of it.
 std::string cleaned(const std::string& caption) {
-    return highlight(highlight(caption, " - Winamp", ""), "[Stopped]", "");
+    return withoutTags(highlight(highlight(caption, " - Winamp", ""), "[Stopped]", ""));
 }
 
 } // namespace

@@ -49,7 +49,8 @@ std::string_view DataDirectory::contentsOf(std::string_view path) const {
 
 bool DataDirectory::isOwnFile(std::string_view path) const {
     const std::string folded = foldCase(withoutMarks(path));
-    if (folded.starts_with(foldCase(file(ownName::unfinishedStart))))
+    if (folded.starts_with(foldCase(file(ownName::unfinishedStart))) ||
+        folded.starts_with(foldCase(logsDirectory() + '\\')))
         return true;
     const std::string_view kept = withoutEnding(withoutEnding(folded, besideEnding), aheadEnding);
     return std::any_of(std::begin(ownFiles), std::end(ownFiles),

@@ -43,6 +43,7 @@ public:
     std::string ignoredFile() const { return file(ownName::ignored); }
     std::string crashFile() const { return file(ownName::crash); }
     std::string roomWindowFile() const { return file(ownName::roomWindow); }
+    std::string logsDirectory() const { return file("logs"); } // with files of any names below it
     std::string file(std::string_view name) const { return path_ + '\\' + std::string(name); }
 
     // What such a file holds, as the owner calls it; empty for any other path.

@@ -63,6 +63,13 @@ public:
     // done, or when the old file is none that could be read.
     virtual FileChange replace(const std::string& path, const std::string& contents) = 0;
 
+    // Puts the text after what the file holds, which isn't read or written anew for that. Makes the
+    // file, and its directory with those above it, where they aren't there, and keeps it to the
+    // owner's eyes alone. It fails, and the file ends where it ended before, when not all of it can
+    // be written, as on a full disk, and for a file that is somebody else's, or none. What is
+    // written may be lost with the power in the next seconds.
+    virtual FileChange append(const std::string& path, const std::string& text) = 0;
+
     // Gives the file another name in its directory. Nothing that is there is ever replaced, and the
     // file never leaves its directory: it fails, and all stays as it was, when the name is taken,
     // or no single name (empty, "." or "..", with a separator in it), or when it can't be done. A

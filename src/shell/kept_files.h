@@ -31,6 +31,9 @@ public:
     // A text in UTF-16 counts as one that can't be read.
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     FileChange replace(const std::string& path, const std::string& contents) override;
+    FileChange append(const std::string& path, const std::string& text) override {
+        return traced("append to", path, disk_.append(path, text));
+    }
     FileChange rename(const std::string& path, const std::string& newName) override {
         return traced("rename", path, disk_.rename(path, newName));
     }

@@ -26,6 +26,7 @@ struct FilesInMemory : Files {
         contents[path] = text;
         return {};
     }
+    FileChange append(const std::string&, const std::string&) override { return {"no"}; }
     FileChange rename(const std::string&, const std::string&) override { return {"no"}; }
     FileChange moveToWastebasket(const std::string&) override { return {"no"}; }
     FileChange remove(const std::string&) override { return {"no"}; }

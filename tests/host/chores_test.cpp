@@ -86,6 +86,14 @@ TEST(Chores, AreSaidWithoutAClient) {
     EXPECT_EQ(machine.answer("'ot"), "");
 }
 
+TEST(Chores, WhereThereIsNoMailThatIsSaid) {
+    VirtualMachine machine(Lines{});
+    for (const char* line : {"'new", "'old", "'sent"})
+        EXPECT_EQ(machine.answer(line), "there is no mail here") << line;
+    machine.state().silnt = true;
+    EXPECT_EQ(machine.answer("'new"), "[box] there is no mail here");
+}
+
 TEST(OnlineTime, IsReadOffTheClientsNotice) {
     const std::pair<std::string, std::string> cases[] = {
         {"It is 7:05 PM. You have been online for 12 minutes.",

@@ -93,6 +93,10 @@ TEST_F(TransfersTest, TellHowFarADownloadIs) {
                   "[box] download:  Ride.MP3 - " + percentage + " - min:  " + minutes);
         machine.state().silnt = false;
     }
+    host.showDownload("File Transfer - <b>%", {"Downloading <i>Ride", ""});
+    EXPECT_EQ(machine.answer("'dstat"), "download:  <b><\u00ADi>ride</b> - <b><\u00ADb>%</b> - min:"
+                                        "  <b>less than 1")
+        << "tags are text";
     startIdleMode();
     EXPECT_TRUE(machine.answer("'dstat").starts_with("download:  "));
 }

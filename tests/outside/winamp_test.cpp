@@ -31,7 +31,8 @@ TEST_F(WinampTest, TakesOffWhatItsNamesakePutsAroundATitle) {
         {"a song - Winamp [Stopped]", "a song "},
         {"a - WINAMP - winamp song [STOPPED][stopped]", "a song "},
         {"Winamp - a song", "Winamp - a song"},
-        {" - Winamp", ""}};
+        {" - Winamp", ""},
+        {"<b>a</b> <3 <font x - Winamp", "<\u200Cb>a<\u200C/b> <3 <\u200Cfont x"}};
     for (const auto& [caption, title] : captions) {
         machine.otherPlayer.caption = caption;
         EXPECT_EQ(machine.answer("'amp"), title) << caption;

@@ -48,6 +48,15 @@ FileChange FaultyFiles::replace(const std::string& path, const std::string& cont
     return PosixFiles::replace(path, contents);
 }
 
+FileChange FaultyFiles::append(const std::string& path, const std::string& text) {
+    if (!disk_.answers(songOfPath(path).directory))
+        return {noAnswer, true};
+    ++writes;
+    if (full || (!unwritable.empty() && path.ends_with(unwritable)))
+        return {"no space left on the device"};
+    return PosixFiles::append(path, text);
+}
+
 FileChange FaultyFiles::makeDirectory(const std::string& path) {
     return full ? FileChange{"no space left on the device"} : PosixFiles::makeDirectory(path);
 }

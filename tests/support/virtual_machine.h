@@ -68,6 +68,7 @@ public:
     std::optional<std::uintmax_t> size(const std::string& path) override;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     FileChange replace(const std::string& path, const std::string& contents) override;
+    FileChange append(const std::string& path, const std::string& text) override;
     FileChange makeDirectory(const std::string& path) override;
     FileChange rename(const std::string& path, const std::string& newName) override;
     FileChange moveToWastebasket(const std::string& path) override;

@@ -43,6 +43,7 @@ public:
 
     void gotoKeyword(const std::string& keyword) override; // waits for nothing
     void enterPrivateRoom(const std::string& name) override;
+    bool hasMail() const override { return true; }
     void openMail(Mail mail) override;
     void signOff() override;
     void closeHost() override;

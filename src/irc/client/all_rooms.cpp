@@ -13,6 +13,7 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnectio
                    const std::string& screenName, const RoomDisplay& shown)
     : accounts_(files, directory.ircFile()), ignored_(files, directory.ignoredFile()),
       conversations(loop, lines, std::string(OwnRoom::firstRoom)),
+      log(loop, conversations, files, directory, told(shown).tell),
       own(conversations, lines, screenName, told(shown)),
       networks({loop, lines, conversations, prompt, files, told(shown), &ignored_},
                std::move(connections), accounts_,
@@ -31,6 +32,12 @@ RoomDisplay AllRooms::told(RoomDisplay shown) {
     shown.message = keeps(KeptLine::Kind::news);
     shown.tell = keeps(KeptLine::Kind::answer);
     return shown;
+}
+
+std::vector<SlashWord> AllRooms::slashWords() {
+    std::vector<SlashWord> all = words.words();
+    all.push_back(log.word());
+    return all;
 }
 
 Completion AllRooms::completionOf(std::string_view typed, const SlashWords& slashWords,

@@ -2,6 +2,7 @@
 // words by which he gets about, and what is kept of it.
 #pragma once
 
+#include "host/conversation_log.h"
 #include "host/slash_words.h"
 #include "irc/channels/irc_ignore_list.h"
 #include "irc/client/current_room.h"
@@ -12,6 +13,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larkspin {
 
@@ -31,8 +33,14 @@ public:
     // A line that is typed now, as it may be shown again and kept.
     std::string withoutSecrets(std::string_view typed) const;
 
+    // The words with a slash about all of it.
+    std::vector<SlashWord> slashWords();
+
     // To be called as the process ends.
-    void finish() { networks.finish(); }
+    void finish() {
+        networks.finish();
+        log.write();
+    }
 
 private:
     RoomDisplay told(RoomDisplay shown);
@@ -41,6 +49,7 @@ private:
 
 public:
     Conversations conversations;
+    ConversationLog log;
     OwnRoom own;
     IrcNetworks networks;
     CurrentRoom room{conversations, own, networks}; // the one that the owner is in

@@ -195,8 +195,11 @@ void IrcClient::forgetRooms() {
 
 void IrcClient::take(const IrcMessage& message) {
     const std::string& command = message.command;
-    if (command == "PRIVMSG" || command == "NOTICE")
+    if (command == "PRIVMSG" || command == "NOTICE") {
+        if (!moderation_.ignores(message.sender))
+            requests_.take(message);
         return hearing_.take(message, speech_);
+    }
     if (command == "ACK")
         return speech_.acknowledged(message);
     // A line that is refused won't be sent back. If it goes out again, it isn't news.

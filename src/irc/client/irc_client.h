@@ -18,6 +18,7 @@
 #include "irc/talk/irc_hearing.h"
 #include "irc/talk/irc_history.h"
 #include "irc/talk/irc_pacing.h"
+#include "irc/talk/irc_requests.h"
 #include "irc/talk/irc_speech.h"
 #include "text/row_list.h"
 
@@ -183,6 +184,7 @@ private:
     IrcModeration moderation_{loop_, session_, channels_, shown_};
     IrcOrders orders_{loop_, session_, channels_, moderation_, shown_};
     IrcHearing hearing_;
+    IrcRequests requests_{loop_, session_, shown_};
     IrcSpeech speech_;
     IrcPacing pacing_;
     IrcHistory history_{session_, channels_};

@@ -7,9 +7,11 @@
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_markup.h"
 #include "irc/protocol/irc_message.h"
+#include "irc/protocol/irc_services.h"
 #include "irc/protocol/irc_time.h"
 #include "irc/talk/irc_news.h"
 #include "text/characters.h"
+#include "text/foreign_text.h"
 #include "text/utf8.h"
 #include "text/visible.h"
 
@@ -47,7 +49,7 @@ bool steersDisplays(char32_t code) {
 // The text in the client's markup, without characters that could do harm. Scripts get these lines
 // as they are, and may show them on a terminal, or take them for UTF-8.
 std::string harmlessMarkup(std::string_view codes) {
-    const std::string markup = markupOfIrc(codes);
+    const std::string markup = markupOfIrc(asUtf8(codes));
     std::string harmless;
     for (std::string_view rest = markup; !rest.empty();) {
         const Character character = firstCharacter(rest);
@@ -150,7 +152,7 @@ void IrcHearing::hearPrivately(const IrcMessage& message) {
     const bool isNews = isNotice && (isServers || !talks_.find(message.nick()));
     if (isServers && isOld(message))
         return;
-    if (!takesMessages_ && !isServers)
+    if (!takesMessages_ && !isServers && !isIrcService(message.sender))
         shown_.message("a private message of " + who + " was refused");
     else if (isNews && !isOld(message))
         shown_.message(who + " notes: " + plainText(text));

@@ -6,6 +6,7 @@
 #include "irc/protocol/irc_markup.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
+#include "text/foreign_text.h"
 #include "text/visible.h"
 
 #include <algorithm>
@@ -94,8 +95,10 @@ std::string newsOfOwner(const IrcMessage& message, const IrcSession& session) {
         return "you are now called " + plain(message, 0);
     if (command == "INVITE")
         return who + " invites " +
-               (session.isSelf(message.parameter(0)) ? "you" : plain(message, 0)) + " to " +
-               plain(message, 1);
+               (session.isSelf(message.parameter(0))
+                    ? "you to " + plain(message, 1) + ": /join " + plain(message, 1) +
+                          " leads there"
+                    : plain(message, 0) + " to " + plain(message, 1));
     if (command == "KILL")
         return who + " ends your connection: " + plain(message, 1);
     if (command == "FAIL")
@@ -108,7 +111,7 @@ std::string newsOfOwner(const IrcMessage& message, const IrcSession& session) {
 }
 
 std::string plainText(std::string_view codes) {
-    return visibleText(withoutIrcCodes(codes), " ");
+    return visibleText(withoutIrcCodes(asUtf8(codes)), " ");
 }
 
 } // namespace larkspin

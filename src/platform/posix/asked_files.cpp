@@ -54,6 +54,10 @@ FileChange AskedFiles::replace(const std::string& path, const std::string& conte
     return change(put(DiskQuestion::replace, path, 0, contents), path);
 }
 
+FileChange AskedFiles::append(const std::string& path, const std::string& text) {
+    return change(put(DiskQuestion::append, path, 0, text), path);
+}
+
 FileChange AskedFiles::rename(const std::string& path, const std::string& newName) {
     if (isOwn(path))
         return files_.rename(path, newName);

@@ -1,5 +1,6 @@
 // The files port of a program that can't hang: the data directory's own files are worked on at
-// once, all others by the workers of the owner's disk.
+// once, all others by the workers of the owner's disk. So is what is appended to, which grows where
+// the owner wants it, and may lie on another disk through a link.
 #pragma once
 
 #include "platform/posix/owners_disk.h"
@@ -19,6 +20,7 @@ public:
     std::optional<std::uintmax_t> size(const std::string& path) override;
     FileRead read(const std::string& path, std::size_t largest = largestFile) override;
     FileChange replace(const std::string& path, const std::string& contents) override;
+    FileChange append(const std::string& path, const std::string& text) override;
     FileChange rename(const std::string& path, const std::string& newName) override;
     FileChange moveToWastebasket(const std::string& path) override;
     FileChange remove(const std::string& path) override { return files_.remove(path); }

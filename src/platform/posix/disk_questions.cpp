@@ -82,6 +82,9 @@ public:
         case DiskQuestion::replace:
             answer.text(files_.replace(path, text).reason);
             break;
+        case DiskQuestion::append:
+            answer.text(files_.append(path, text).reason);
+            break;
         case DiskQuestion::rename:
             answer.text(files_.rename(path, text).reason);
             break;

@@ -21,6 +21,7 @@ enum class DiskQuestion : std::uint8_t {
     size,
     read,
     replace,
+    append,
     rename,
     moveToWastebasket,
     drivePath,

@@ -1,5 +1,6 @@
 #include "platform/posix/posix_files.h"
 
+#include "platform/posix/append_file.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/failure_words.h"
@@ -105,6 +106,10 @@ FileRead PosixFiles::read(const std::string& path, std::size_t largest) {
 
 FileChange PosixFiles::replace(const std::string& path, const std::string& contents) {
     return replaceFile(nativePath(path), contents);
+}
+
+FileChange PosixFiles::append(const std::string& path, const std::string& text) {
+    return appendToFile(nativePath(path), text);
 }
 
 FileChange PosixFiles::rename(const std::string& path, const std::string& newName) {

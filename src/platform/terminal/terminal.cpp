@@ -52,7 +52,7 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection
       dialogs(screen, input_, readPath), desktop(screen),
       rooms(loop, lines, std::move(connections), password_, files, directory, screenName,
             {.changed = [this] { showOwnName(); }}),
-      loop_(loop), commands_(screen, desktop, rooms.words.words(),
+      loop_(loop), commands_(screen, desktop, rooms.slashWords(),
                              [this](const std::string& line) { rooms.room.say(line); }) {
     rooms.networks.readPathsBy(readPath);
     rooms.conversations.beforeChange([this] { showNew(); });

@@ -56,7 +56,7 @@ TEST_F(IrcClientTest, NothingThatOthersSaySteersADisplay) {
     const auto said = [&](const std::string& text) {
         return told(":ann!a@h PRIVMSG #music :" + text);
     };
-    EXPECT_EQ(said("\x02hi <b>\x1b[2J\xFF"), "ann: <b>hi <\u200Cb>\uFFFD[2J\uFFFD\n");
+    EXPECT_EQ(said("\x02hi <b>\x1b[2J\x81"), "ann: <b>hi <\u200Cb>\uFFFD[2J\uFFFD\n");
     for (const char* const steers :
          {"\u061C", "\u200E", "\u200F", "\u2028", "\u202E", "\u2066", "\u2069"})
         EXPECT_EQ(said(steers), "ann: \uFFFD\n") << steers;
@@ -73,7 +73,7 @@ TEST_F(IrcClientTest, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
         {"'x ANN", "Owner: 'x ANN\n- ann is ignored\nOwner: <b>ann</b>, ignored bastard\n"},
         {":ann!a@h NICK eve", "- ann is now called eve\n"},
         {says + "\r\n:eve!a@h PRIVMSG Owner :hi\r\n:eve!a@h INVITE Owner #den", ""},
-        {":bob!b@h INVITE Owner #den", "- bob invites you to #den\n"},
+        {":bob!b@h INVITE Owner #den", "- bob invites you to #den: /join #den leads there\n"},
         {":bob!b@h MODE #music +v-v eve eve", "- bob sets +v-v eve eve\n"},
         {":zoe!z@h JOIN #music\r\n:bob!b@h KICK #music zoe :x",
          "- zoe comes in\n- zoe is put out by bob\n"},
@@ -203,7 +203,7 @@ TEST_F(IrcClientTest, PrivateMessagesRequestsAndNoticesAreTold) {
         {":ann!a@h PRIVMSG #music :\x01"
          "ACTION waves\x01",
          "- * ann waves\n"},
-        {":ann!a@h PRIVMSG Owner :\x01VERSION\x01", ""},
+        {":ann!a@h PRIVMSG Owner :\x01VERSION\x01", "- ann's program asks for VERSION\n"},
         {":ann!a@h PRIVMSG #elsewhere :hi", ""},
         {":ann!a@h PRIVMSG @#music :\x02hi", "- ann to @#music: hi\n"},
         {":Owner!o@host PRIVMSG @#music :'volume 7", ""},
@@ -214,6 +214,8 @@ TEST_F(IrcClientTest, PrivateMessagesRequestsAndNoticesAreTold) {
         {":ann!a@h TOPIC #music :rock", "- ann sets the topic: rock\n"},
         {"'imsoff", "Owner: 'imsoff\nOwner: ims are now off\n"},
         {whispers, "- a private message of ann was refused\n"},
+        {":Someone!s@services.net PRIVMSG Owner :code 1", "- Someone whispers: code 1\n"},
+        {":irc.test PRIVMSG Owner :soon down", "- irc.test whispers: soon down\n"},
         {"'imson", "Owner: 'imson\nOwner: ims are now on\n"},
         {whispers, "- ann whispers: hi\uFFFD[2J\n"},
     });

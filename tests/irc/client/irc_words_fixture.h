@@ -32,7 +32,7 @@ protected:
         rooms.emplace(loop, lines, lent({&server, &other}), *this, keptFiles,
                       DataDirectory(drivePath(disk.path().native())), "jo", RoomDisplay());
         shown.emplace(rooms->conversations, "");
-        words.add(rooms->words.words());
+        words.add(rooms->slashWords());
         rooms->networks.takeUpAgain();
         loop.waitUntil(loop.now() + 1s);
     }

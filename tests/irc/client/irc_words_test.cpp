@@ -306,6 +306,7 @@ TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
     EXPECT_EQ(keptFiles.takeNews(),
               (Lines{"couldn't load <b>irc account</b>:  the disk can't be read",
                      "couldn't load <b>those you ignore</b>:  the disk can't be read",
+                     "couldn't load <b>settings</b>:  the disk can't be read",
                      "couldn't save <b>irc account</b>:  the disk can't be read"}));
     files.unreadable = false;
     typed("/limit 6");
@@ -369,6 +370,19 @@ TEST_F(IrcWordsTest, SeveralNetworksAreWorkedAtOnceEachByItself) {
                       "login server=irc.test\nlogin=jo\n");
     EXPECT_EQ(typed("/networks forget two"), "two isn't known\n");
     EXPECT_EQ(typed("/room"), "0  home\n1  #music (here)\n");
+}
+
+TEST_F(IrcWordsTest, TheLogHoldsWhatWasSaidOnEachNetworkUpToTheEnd) {
+    typed("/log on");
+    typed("/connect plain IRC.test jo music");
+    server.say(":Ann!a@h PRIVMSG jo :psst\r\n:ann!a@h PRIVMSG #music :hi");
+    typed("/msg ann yes?");
+    begin();
+    EXPECT_EQ(disk.read("logs/irc.test/ann.2003-12.txt"),
+              "2003-12-19 19:05  Ann: psst\n2003-12-19 19:05  jo: yes?\n");
+    EXPECT_EQ(disk.read("logs/irc.test/#music.2003-12.txt"), "2003-12-19 19:05  ann: hi\n");
+    EXPECT_EQ(typed("/log").substr(0, 30), "what is said is written down i");
+    EXPECT_EQ(typed("/log of"), "! /log [on|off]\n");
 }
 
 TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {

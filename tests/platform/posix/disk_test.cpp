@@ -151,6 +151,38 @@ TEST_F(PosixDisk, WhatCantBeReplacedStays) {
     EXPECT_FALSE(files.makeDirectory(drive("file/x")));
 }
 
+TEST_F(PosixDisk, AppendsToFilesOfItsOwnAndNothingElse) {
+    const auto rights = [&](const char* of) { return fs::status(native(of)).permissions(); };
+    EXPECT_TRUE(files.append(drive("logs/net/room"), "one\n"));
+    fs::create_symlink("net/room", native("logs/link"));
+    fs::permissions(native("logs/net/room"), fs::perms{0644});
+    fs::create_hard_link(native("logs/net/room"), native("same"));
+    EXPECT_TRUE(files.append(drive("logs/link"), "two\n"));
+    EXPECT_EQ(disk.read("same"), "one\ntwo\n") << "it is still the same file";
+    EXPECT_EQ(rights("logs"), fs::perms{0700});
+    EXPECT_EQ(rights("logs/net"), fs::perms{0700});
+    EXPECT_EQ(rights("logs/net/room"), fs::perms{0600});
+
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    EXPECT_FALSE(withLimit(RLIMIT_FSIZE, 4096, [&] { // the disk fills up in the middle of the text
+        return bool(files.append(drive("same"), std::string(10000, 'x')));
+    }));
+    std::signal(SIGXFSZ, before);
+    EXPECT_EQ(disk.read("same"), "one\ntwo\n");
+
+    EXPECT_EQ(::mkfifo(native("pipe").c_str(), 0600), 0);
+    fs::create_symlink("gone/x", native("dangling"));
+    for (const auto& [path, reason] :
+         Pairs{{drive("logs"), "it is a directory"},
+               {drive("pipe"), "something else has that name"},
+               {drive("dangling"), "there is no such file or directory"},
+               {drive("same/x"), "there is no such directory"},
+               {"", "there is no such file or directory"}})
+        EXPECT_EQ(files.append(path, "x").reason, reason) << path;
+    if (::geteuid() == 0 && ::chown(native("same").c_str(), 65534, 65534) == 0)
+        EXPECT_EQ(files.append(drive("same"), "x").reason, "the file is somebody else's");
+}
+
 TEST_F(PosixDisk, RemovesFilesAndLinksAndNothingElse) {
     disk.write("a", "");
     fs::create_symlink(native("a"), native("link"));

@@ -174,6 +174,8 @@ TEST_F(OwnersDiskTest, FilesAreWorkedOnAsByTheProgramItself) {
         EXPECT_EQ(files.size(path), large.size());
         EXPECT_EQ(files.read(path).contents, large);
         EXPECT_EQ(files.read(path, 10).outcome, FileRead::Outcome::failed);
+        EXPECT_EQ(files.append(path, large).reason, "");
+        EXPECT_EQ(files.size(path), 2 * large.size());
         EXPECT_EQ(files.rename(path, "b.lkl").reason, "");
         EXPECT_EQ(files.read(path).outcome, FileRead::Outcome::missing);
     }
@@ -185,9 +187,12 @@ TEST_F(OwnersDiskTest, FilesAreWorkedOnAsByTheProgramItself) {
     EXPECT_EQ(files.read(dead).reason, "the disk doesn't answer");
     EXPECT_EQ(files.replace(dead, "").reason, "the disk doesn't answer");
     EXPECT_EQ(files.rename(dead, "x").reason, "the disk doesn't answer");
+    EXPECT_EQ(files.append(dead, "x").reason, "the disk doesn't answer");
     EXPECT_EQ(files.moveToWastebasket(dead).reason, "the disk doesn't answer");
     EXPECT_FALSE(files.rename(dead, "x").mayHappen) << "it isn't asked";
     EXPECT_TRUE(hanging([&] { return files.rename(drive("x/dead/a.mp3"), "x").mayHappen; }));
+    EXPECT_TRUE(hanging([&] { return files.append(drive("data/dead/a"), "x").mayHappen; }))
+        << "one of the program's own, which may lie elsewhere";
 }
 
 TEST(FarDisks, AreKnownByHowTheyAreMounted) {

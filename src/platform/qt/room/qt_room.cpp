@@ -32,7 +32,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
     });
     window.holdAfter(&IrcWords::asksPassword);
     window.maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
-    words.add(rooms.words.words());
+    words.add(rooms.slashWords());
     window.restorePlace(files.read(placeFile_, largestPlace).contents);
     window.onPlace([this] { placeChanged(); });
 }
@@ -87,6 +87,7 @@ void QtRoom::close() {
 }
 
 void QtRoom::keep() {
+    rooms.log.write();
     history_.save();
     if (place_.empty())
         return;
