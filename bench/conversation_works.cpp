@@ -66,17 +66,16 @@ void memory(benchmark::State& state) {
 // What the terminal writes for it, but for the writing.
 std::size_t shownInTerminal(NewLines& newLines, const FullConversations& full) {
     std::string shown;
-    newLines.take({.entered =
-                       [&](const Conversation& conversation) {
-                           shown += wordsOfEntering(full.conversations, conversation);
-                       },
-                   .leftOut = [](int) {},
-                   .line =
-                       [&](const KeptLine& line) {
-                           shown += stampOf(line, full.loop) + shownName(line.speaker) +
-                                    shownMarkup(line.text);
-                       },
-                   .elsewhere = [](const Conversation&, const KeptLine&) {}});
+    newLines.take(
+        {.entered = [&](const Conversation& conversation,
+                        bool) { shown += wordsOfEntering(full.conversations, conversation); },
+         .leftOut = [](int) {},
+         .line =
+             [&](const KeptLine& line) {
+                 shown +=
+                     stampOf(line, full.loop) + shownName(line.speaker) + shownMarkup(line.text);
+             },
+         .elsewhere = [](const Conversation&, const KeptLine&) {}});
     return shown.size();
 }
 

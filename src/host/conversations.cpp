@@ -163,6 +163,12 @@ void Conversations::boundBytes() {
     }
 }
 
+void Conversations::showAgain(int lines) {
+    beforeChange_();
+    again_ = {again_.number + 1, lines};
+    ++revision_;
+}
+
 void Conversations::tell(KeptLine::Kind kind, const std::string& text) {
     keep(*front_, {.kind = kind, .text = text});
 }

@@ -99,6 +99,14 @@ public:
     // a front end hasn't shown yet must be shown now.
     void beforeChange(Task task) { beforeChange_ = std::move(task); }
 
+    // So many of the last lines in front are to be shown once more.
+    void showAgain(int lines);
+    struct Again {
+        std::uint64_t number = 0; // counts the times that it was asked for
+        int lines = 0;
+    };
+    const Again& again() const { return again_; }
+
     // Another one with each change of anything here.
     std::uint64_t revision() const { return revision_; }
 
@@ -121,6 +129,7 @@ private:
     bool isAsOwnerWants_ = false;
     std::vector<std::string> networks_; // the names of all there were; from 1
     std::size_t bytes_ = 0;
+    Again again_;
     Task beforeChange_ = [] {};
     Kept kept_;
 };

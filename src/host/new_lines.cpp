@@ -35,18 +35,24 @@ void NewLines::take(const Show& show) {
         return;
     revision_ = conversations_.revision();
     const Conversation& front = conversations_.front();
-    const bool isOther = front_ != front.place();
+    const bool isAgain = again_ != conversations_.again().number;
+    again_ = conversations_.again().number;
+    const bool isOther = isAgain || front_ != front.place();
+    const int most = isAgain ? conversations_.again().lines : mostUnread;
     front_ = front.place();
     std::vector<New> all;
     for (const auto& conversation : conversations_.all())
-        addNew(*conversation, isOther && conversation.get() == &front ? front.readBefore() : shown_,
+        addNew(*conversation,
+               conversation.get() != &front || !isOther ? shown_
+               : isAgain                                ? 0
+                                                        : front.readBefore(),
                all);
     std::ranges::stable_sort(all, {}, &New::place);
     if (isOther)
-        show.entered(front);
-    if (const int count = static_cast<int>(all.size()); isOther && count > mostUnread) {
-        show.leftOut(count - mostUnread);
-        all.erase(all.begin(), all.end() - mostUnread);
+        show.entered(front, isAgain);
+    if (const int count = static_cast<int>(all.size()); isOther && count > most) {
+        show.leftOut(count - most);
+        all.erase(all.begin(), all.end() - most);
     }
     shown_ = conversations_.lastNumber();
     for (const auto& [conversation, line, place] : all)

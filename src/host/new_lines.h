@@ -19,8 +19,9 @@ public:
     explicit NewLines(const Conversations& conversations);
 
     struct Show {
-        // Another conversation is in front. What he had read of it before isn't told again.
-        std::function<void(const Conversation& conversation)> entered;
+        // Another conversation is in front. What he had read of it before isn't told again. Or its
+        // last lines, also read ones, are to be shown again.
+        std::function<void(const Conversation& conversation, bool isAgain)> entered;
         // There are more lines that he hasn't read than are to be told at once.
         std::function<void(int lines)> leftOut;
         std::function<void(const KeptLine& line)> line;
@@ -45,7 +46,7 @@ private:
     const Conversations& conversations_;
     std::string front_;       // its place
     std::uint64_t shown_ = 0; // the last line's number
-    std::uint64_t revision_ = 0;
+    std::uint64_t revision_ = 0, again_ = 0;
 };
 
 // A line in words, without who says it where somebody does; and one of a conversation that isn't in

@@ -110,6 +110,10 @@ TEST_F(ConversationsTest, ManyUnreadLinesAreNotShownAllAtOnce) {
         say(den, std::to_string(line));
     conversations.enter(den);
     EXPECT_TRUE(shown.take().starts_with("- you are in #den\n- 5 before\nann: 5\n"));
+    conversations.showAgain(2);
+    EXPECT_EQ(shown.take(), "- you are in #den\n- 203 before\nann: 203\nann: 204\n");
+    conversations.showAgain(1000);
+    EXPECT_TRUE(shown.take().starts_with("- you are in #den\nann: 0\nann: 1\n"));
 }
 
 TEST_F(ConversationsTest, LinesAreKeptWithinBounds) {

@@ -40,15 +40,14 @@ private:
             tell(wordsOf(line));
     }
     void showNew() {
-        lines_.take(
-            {.entered =
-                 [this](const Conversation& at) { tell(wordsOfEntering(conversations_, at)); },
-             .leftOut = [this](int count) { tell(std::to_string(count) + " before"); },
-             .line = [this](const KeptLine& line) { show(line); },
-             .elsewhere =
-                 [this](const Conversation& of, const KeptLine& line) {
-                     tell(wordsFromElsewhere(conversations_, of, line));
-                 }});
+        lines_.take({.entered = [this](const Conversation& at,
+                                       bool) { tell(wordsOfEntering(conversations_, at)); },
+                     .leftOut = [this](int count) { tell(std::to_string(count) + " before"); },
+                     .line = [this](const KeptLine& line) { show(line); },
+                     .elsewhere =
+                         [this](const Conversation& of, const KeptLine& line) {
+                             tell(wordsFromElsewhere(conversations_, of, line));
+                         }});
     }
 
     Conversations& conversations_;

@@ -19,6 +19,7 @@ namespace larkspin {
 namespace {
 
 const std::string nowhere = "you are on no network: /connect leads to one";
+constexpr int usualLines = 100;
 constexpr int mostNumber = 99'999; // of a conversation
 
 bool isBlank(std::string_view rest) {
@@ -196,6 +197,8 @@ std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
             return true;
         };
     }
+    words.push_back({"lines", "[NUMBER]", "shows the last lines of where you are once more",
+                     [this](std::string_view rest) { return lines(withoutBlanks(rest)); }});
     return words;
 }
 
@@ -268,6 +271,15 @@ bool IrcWords::reconnect(std::string_view rest) {
 }
 
 // Other programs have "+1", "goto 2" and "list" after such a word.
+bool IrcWords::lines(std::string_view rest) {
+    const auto number = rest.empty()
+                            ? std::optional(usualLines)
+                            : plainNumber(rest, 1, static_cast<int>(Conversation::mostLines));
+    if (number)
+        conversations_.showAgain(*number);
+    return number.has_value();
+}
+
 bool IrcWords::room(std::string_view rest) {
     std::string_view wanted = takeWord(rest);
     if (equalFolded(wanted, "goto"))

@@ -47,6 +47,7 @@ private:
     bool tellNetworks(std::string_view rest);
     bool reconnect(std::string_view rest);
     bool room(std::string_view rest);
+    bool lines(std::string_view rest);
     void goOn(int steps);
     bool limit(std::string_view rest);
     void enter(const std::string& wanted);

@@ -107,7 +107,7 @@ void Terminal::showNew() {
     using Speaker = TerminalScreen::Speaker;
     newLines_.take(
         {.entered =
-             [this](const Conversation& conversation) {
+             [this](const Conversation& conversation, bool) {
                  screen.showRoom(wordsOfEntering(rooms.conversations, conversation), Speaker::owner,
                                  stampOf({.at = loop_.moment()}, loop_));
                  showOwnName();

@@ -25,6 +25,8 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/room #music", "you are in #music\n"},
         {"/room attic", "you are not in attic\n"},
         {"/room 1 2", "! /room [NAME|NUMBER]\n"},
+        {"/lines 1", "you are in #music\n8 before\n! /room [NAME|NUMBER]\n"},
+        {"/lines 0", "! /lines [NUMBER]\n"},
         {"/room 3", "there is no room 3\n"},
         {"/room 0", "you are in den\n"},
         {"/as ann hi", "ann comes in\nann: hi\n"},

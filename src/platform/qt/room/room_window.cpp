@@ -118,7 +118,8 @@ void RoomWindow::showNew() {
 
 void RoomWindow::takeNew() {
     newLines_.take(
-        {.entered = [this](const Conversation& conversation) { enter(conversation); },
+        {.entered = [this](const Conversation& conversation,
+                           bool isAgain) { enter(conversation, isAgain); },
          .leftOut = [this](int lines) { said_.tell(counted(lines, "line") + " before these"); },
          .line = [this](const KeptLine& line) { showLine(line); },
          .elsewhere =
@@ -130,11 +131,12 @@ void RoomWindow::takeNew() {
 
 // Shows what the owner has read there before, and then where he is. What he hasn't read comes after
 // that.
-void RoomWindow::enter(const Conversation& conversation) {
+void RoomWindow::enter(const Conversation& conversation, bool isAgain) {
     said_.begin();
     std::vector<const KeptLine*> read; // the last one first
     const auto& lines = conversation.lines();
-    for (auto line = lines.rbegin(); line != lines.rend() && read.size() < mostReadBefore; ++line)
+    for (auto line = lines.rbegin();
+         !isAgain && line != lines.rend() && read.size() < mostReadBefore; ++line)
         if (line->number <= conversation.readBefore())
             read.push_back(&*line);
     for (auto line = read.rbegin(); line != read.rend(); ++line)

@@ -68,7 +68,7 @@ private:
     void fitScreen();
     void showNew();
     void takeNew();
-    void enter(const Conversation& conversation);
+    void enter(const Conversation& conversation, bool isAgain);
     void showLine(const KeptLine& line);
     void showRoom();
     void tellChoices(const Completion& completion);
