@@ -46,13 +46,13 @@ public:
     std::string joined(const std::string& channel, const std::string& key = {}) {
         return seenOf([&] { irc.join(channel, key); });
     }
-    void type(int lines) { // at once
-        for (int line = 0; line < lines; ++line)
+    void type(int count) { // at once
+        for (int line = 0; line < count; ++line)
             room.say("typed " + std::to_string(line));
     }
-    Nanoseconds spanOfSaying(int lines) {
+    Nanoseconds spanOfSaying(int count) {
         const Nanoseconds begun = loop.now();
-        for (int line = 0; line < lines; ++line)
+        for (int line = 0; line < count; ++line)
             irc.sendChatLine("line " + std::to_string(line));
         return loop.now() - begun;
     }

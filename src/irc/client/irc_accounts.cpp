@@ -52,7 +52,7 @@ void IrcAccounts::read(std::string_view contents) {
         const auto [key, value, isSetting] = partedAt(line, '=');
         if (isSetting && key == networkKey) {
             end();
-            accounts.push_back({.name = std::string(canBeIrcWord(value) ? value : "")});
+            accounts.emplace_back().name = canBeIrcWord(value) ? value : "";
         } else if (isSetting && key == limitKey) {
             linesPerMinute_ = plainNumber(value, 0, mostLinesPerMinute).value_or(linesPerMinute_);
         } else if (isSetting && !takeIrcLine(accounts.back(), key, value)) {

@@ -21,7 +21,8 @@ struct IrcMessage {
 
     // Blank where there is none. Counted from 0.
     std::string_view parameter(std::size_t number) const {
-        return number < parameters.size() ? std::string_view(parameters[number]) : "";
+        return number < parameters.size() ? std::string_view(parameters[number])
+                                          : std::string_view();
     }
 
     // The value of that tag; blank where there is none. Of several the last one counts.

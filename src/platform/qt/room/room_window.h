@@ -3,6 +3,7 @@
 // what the owner types.
 #pragma once
 
+#include "host/conversations.h"
 #include "host/new_lines.h"
 #include "host/shown_room.h"
 #include "platform/qt/room/input_line.h"
