@@ -207,6 +207,7 @@ TEST_F(IrcAccessTest, UserNameAndRealNameAreTheOwners) {
     typed("/connect irc.test jo");
     typed("/connect other.test jo");
     typed("/connect irc.test jo");
+    EXPECT_EQ(typed("/user jo"), "your user name is jo, your real name your nick\n");
     typed("/user none");
     typed("/connect irc.test jo");
     EXPECT_EQ(users,

@@ -252,6 +252,13 @@ TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
     EXPECT_EQ(static_cast<int>(rights), 0600);
     begin();
     EXPECT_EQ(logins, jo + jo + jo);
+
+    typed("/disconnect IRC.test");
+    typed("/login ann"); // at home, for the network that is gone to next
+    toldOf("sesame");
+    typed("/connect IRC.test");
+    EXPECT_NE(kept().find("login=ann\n"), std::string::npos) << kept();
+    EXPECT_EQ(kept().find("sesame"), std::string::npos) << kept();
 }
 
 TEST_F(IrcWordsTest, WaitForNoPasswordForEver) {
