@@ -98,14 +98,12 @@ void Conversations::rename(Conversation& conversation, std::string name) {
 void Conversations::remove(const Conversation& conversation) {
     if (&conversation == all_.front().get())
         return;
-    beforeChange_();
     if (home_ == &conversation)
         home_ = all_.front().get();
-    if (front_ == &conversation) {
-        home_->come();
-        front_ = home_;
-        moves_ += !isAsOwnerWants_;
-    }
+    if (front_ == &conversation)
+        enter(*home_);
+    else
+        beforeChange_();
     bytes_ -= conversation.bytes();
     std::erase_if(all_, [&](const auto& each) { return each.get() == &conversation; });
     ++revision_;

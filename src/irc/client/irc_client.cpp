@@ -131,7 +131,7 @@ void IrcClient::signOff() {
         return;
     endSession();
     forgetRooms();
-    // The network stays the place where the program works, though without a connection.
+    // Errands stay the network's, though there is no connection: `/connect` makes one.
     tell("you are signed off");
     shown_.changed();
 }
