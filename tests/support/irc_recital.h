@@ -15,11 +15,13 @@ struct IrcRecital {
     std::chrono::duration<double> whole{}, latestCommand{}, latestAnswer{};
 };
 
-// A command comes after each such span; the answer counts when the server has read it.
+// A command comes after each such span, up to a bound; the answer counts when the server has read
+// it.
 inline IrcRecital reciteOn(const IrcPenalties& family, std::chrono::milliseconds betweenCommands) {
     using namespace std::chrono_literals;
     constexpr int lines = 150;
-    constexpr auto patience = 800s;
+    constexpr auto patience = 1500s;
+    int commandsLeft = 40;
     Lines songs;
     for (int song = 0; song < lines; ++song)
         songs.push_back("ride " + std::to_string(song + 1000) +
@@ -55,8 +57,9 @@ inline IrcRecital reciteOn(const IrcPenalties& family, std::chrono::milliseconds
     };
     const TimerId looking = machine.loop.every(20ms, look);
     const TimerId typing = machine.loop.every(betweenCommands, [&] {
-        if (typed > Nanoseconds(0) || isOver)
+        if (typed > Nanoseconds(0) || isOver || commandsLeft == 0)
             return;
+        --commandsLeft;
         typed = machine.loop.now();
         isObeyed = false;
         machine.room.say("'volume " + std::to_string(volume = volume % 90 + 1));

@@ -56,6 +56,7 @@ IrcSpeech::IrcSpeech(EventLoop& loop, IrcSession& session, IrcChannels& channels
 
 IrcSpeech::~IrcSpeech() {
     loop_.cancel(late_);
+    loop_.cancel(overdue_);
 }
 
 std::size_t IrcSpeech::longestPiece(const std::string& target) const {
@@ -101,6 +102,8 @@ bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
         }
     if (isAtOnce && !pieces.empty())
         reached_(said, true, nullptr);
+    else if (kind == IrcOutgoing::Kind::typed)
+        countSoon(line);
     return true;
 }
 
@@ -129,6 +132,23 @@ std::string IrcSpeech::leaves(const std::shared_ptr<Piece>& piece) {
 void IrcSpeech::count(Line& line, const IrcMessage* cameBack) {
     if (!line.isLost && !std::exchange(line.isReached, true))
         reached_(line.said, false, cameBack);
+}
+
+void IrcSpeech::countSoon(const std::shared_ptr<Line>& line) {
+    awaited_.push_back({loop_.now() + longestPatience, line});
+    if (overdue_ == TimerId::none)
+        overdue_ = loop_.once(longestPatience, [this] { countOverdue(); });
+}
+
+void IrcSpeech::countOverdue() {
+    overdue_ = TimerId::none;
+    while (!awaited_.empty() && awaited_.front().until <= loop_.now()) {
+        const std::shared_ptr<Line> line = std::move(awaited_.front().line);
+        awaited_.pop_front();
+        count(*line, nullptr);
+    }
+    if (!awaited_.empty())
+        overdue_ = loop_.once(awaited_.front().until - loop_.now(), [this] { countOverdue(); });
 }
 
 void IrcSpeech::lose(Line& line, bool isSure) {
@@ -297,16 +317,20 @@ void IrcSpeech::dropAnswers() {
     });
 }
 
-// What was sent is lost if it seems so, and what wasn't is in any case.
+// What was sent is lost if it seems so, or else it counts, and what wasn't is lost in any case.
 void IrcSpeech::endWith(const std::function<bool(const Piece& piece)>& isLost) {
     for (const auto& piece : sent_)
         if (isLost(*piece))
             lose(*piece->line, false);
     for (const auto& piece : waiting_)
         lose(*piece->line, true);
-    sent_.clear();
+    for (const auto& piece : std::exchange(sent_, {}))
+        if (piece->isLast)
+            count(*piece->line, nullptr);
     waiting_.clear();
-    loop_.cancel(std::exchange(late_, TimerId::none));
+    awaited_.clear();
+    for (TimerId* const timer : {&late_, &overdue_})
+        loop_.cancel(std::exchange(*timer, TimerId::none));
     lost_.tell();
 }
 

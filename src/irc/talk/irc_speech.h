@@ -1,7 +1,8 @@
 // What the owner and the program say in channels and to people, on its way out and back. Where the
 // server sends back what this connection has said, that counts: as the owner's, and in the order in
-// which it came. Elsewhere a line has been said when it is on its way. What isn't said after all is
-// lost, and told.
+// which it came. Elsewhere a line has been said when it is on its way. But what the owner types
+// counts soon in any case: a server that reads on slowly mustn't keep him waiting for his song.
+// What isn't said after all is lost, and told.
 //
 // Where the server knows labels, each line has one, and its echo or its refusal is known by that
 // alone.
@@ -43,13 +44,16 @@ public:
     // How long the server may take to send a line back. Then it is lost.
     static constexpr std::chrono::seconds longestEcho{60};
 
+    // How long the owner waits for it before his line counts all the same.
+    static constexpr std::chrono::milliseconds longestPatience{500};
+
     // How long it may take to refuse one, where it sends none back.
     static constexpr std::chrono::seconds longestRefusal{10};
 
     // Says a line, in several pieces if it is too long for one. Where the server sends lines back,
-    // a line counts as said when it comes back. Elsewhere what the owner types counts at once, and
-    // what the program says counts when it has left. False when too many lines wait; then it is
-    // lost.
+    // a line counts as said when it comes back, and what the owner types in `longestPatience` at
+    // most. Elsewhere that counts at once, and what the program says counts when it has left. False
+    // when too many lines wait; then it is lost.
     bool say(IrcOutgoing::Kind kind, const IrcSaid& said);
 
     // A line under the owner's own name that the server has sent, a PRIVMSG or NOTICE. True when it
@@ -103,6 +107,8 @@ private:
     bool send(IrcOutgoing::Kind kind, Piece piece);
     std::string leaves(const std::shared_ptr<Piece>& piece);
     void count(Line& line, const IrcMessage* cameBack);
+    void countSoon(const std::shared_ptr<Line>& line);
+    void countOverdue();
     void lose(Line& line, bool isSure);
     bool isRead(const Piece& piece) const;
     void forgetRead();
@@ -122,7 +128,12 @@ private:
     IrcLostLines lost_;
     Pieces waiting_;
     Pieces sent_; // whose fate isn't known yet, in the order in which they went
-    TimerId late_ = TimerId::none;
+    struct Awaited {
+        Nanoseconds until;
+        std::shared_ptr<Line> line;
+    };
+    std::deque<Awaited> awaited_; // what the owner has typed, and waits for
+    TimerId late_ = TimerId::none, overdue_ = TimerId::none;
 };
 
 } // namespace larkspin

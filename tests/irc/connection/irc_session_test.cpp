@@ -96,7 +96,7 @@ TEST_F(IrcSessionTest, AServerThatOwesAnAnswerIsGivenUpOnceNothingComes) {
                       lags = "- irc.test takes more than 2 seconds to answer\n";
     advance(60s);
     server.silent = true;
-    EXPECT_EQ(typed("hi", 59s), lags);
+    EXPECT_EQ(typed("hi", 59s), "Owner: hi\n" + lags);
     EXPECT_TRUE(seenOf([&] { server.say(":irc 372 Owner :news"); }, 59s)
                     .starts_with("- perhaps not said in #music: hi\n"))
         << seen;
@@ -207,7 +207,8 @@ TEST_F(IrcSessionTest, WhatWaitsAtTheEndIsNotSaidAndTheOwnerIsToldOfHisOwnLines)
         irc.disconnect();
     });
     addNotes(12);
-    EXPECT_EQ(typed("'scrn", 60s), "- 6 lines of yours were not said in #music\n"
+    EXPECT_EQ(typed("'scrn", 60s), "Owner: typed 0\nOwner: typed 1\n"
+                                   "- 6 lines of yours were not said in #music\n"
                                    "- /again says once more what was not said where you are\n"
                                    "- part of an answer was not said in #music\n"
                                    "- you are at home\n- you have left irc.test\n");

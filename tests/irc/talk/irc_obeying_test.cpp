@@ -65,8 +65,10 @@ TEST(IrcObeying, WhatComesBackCountsOnceAndOnlyInItsRoomInTimeAndInTurn) {
         {{nine, seven}, 9},
         {{":Owner!o@host PRIVMSG #other :'volume 7"}, untouched},
         {{":irc 404 Owner #music :Cannot send to channel", seven}, untouched},
-        {{seven}, 7, 59s},
-        {{seven}, untouched, 61s},
+        // What took too long has counted.
+        {{seven}, 9, 1s},
+        {{seven}, 9, 61s},
+        {{":irc 404 Owner #music :Cannot send to channel", seven}, 9, 1s},
     };
     for (const auto& each : cases) {
         IrcMachine machine;
