@@ -218,7 +218,7 @@ void IrcClient::take(const IrcMessage& message) {
     }
     if (command == "NICK") {
         talks_.rename(message.nick(), message.parameter(0));
-        speech_.lost().rename(message.nick(), std::string(message.parameter(0)));
+        speech_.rename(message.nick(), std::string(message.parameter(0)));
     }
     channels_.take(message, session_.features());
     joining_.take(message);

@@ -58,15 +58,9 @@ void IrcOutgoing::dropSaid() {
     sendDue();
 }
 
-void IrcOutgoing::dropFor(const std::string& channel) {
-    const auto isFor = [&](const Line& line) {
-        // The second word of a line is the channel that it is for.
-        const auto target = line.text.find(' ');
-        return target != line.text.npos &&
-               line.text.compare(target, channel.size() + 2, ' ' + channel + ' ') == 0;
-    };
+void IrcOutgoing::revise(const std::function<bool(std::string& line)>& stays) {
     for (std::deque<Line>& lines : lines_)
-        std::erase_if(lines, isFor);
+        std::erase_if(lines, [&](Line& line) { return !stays(line.text); });
     sendDue();
 }
 

@@ -52,9 +52,11 @@ public:
     // They go no faster than so many in any minute; 0 for no limit beyond the server's.
     void limitSaid(int linesPerMinute);
 
-    // Forget what waits: all of the program's lines, or all for a channel.
+    // Forgets all lines of the program's that wait.
     void dropSaid();
-    void dropFor(const std::string& channel);
+
+    // Of all that waits, each line stays for which this is true, as it is then.
+    void revise(const std::function<bool(std::string& line)>& stays);
 
     // Sends the last answer at once, before all that wait: a farewell, before an end that those
     // won't outlive.

@@ -30,6 +30,13 @@ std::string_view commandOf(const IrcSaid& said) {
     return said.kind == KeptLine::Kind::noted ? "NOTICE" : "PRIVMSG";
 }
 
+// The second word of a line that waits.
+std::string_view targetOf(std::string_view line) {
+    const auto begin = std::min(line.find(' '), line.size());
+    line.remove_prefix(std::min(begin + 1, line.size()));
+    return line.substr(0, line.find_first_of(" \r\n"));
+}
+
 // Pieces whose fate is kept in mind, of which a server could leave any number open.
 constexpr std::size_t mostSent = 4000;
 
@@ -74,9 +81,9 @@ std::string IrcSpeech::codesOf(const IrcSaid& said) const {
 bool IrcSpeech::send(IrcOutgoing::Kind kind, Piece given) {
     const auto piece = std::make_shared<Piece>(std::move(given));
     waiting_.push_back(piece);
-    const bool goes = session_.send(
-        kind, ircLine(commandOf(piece->line->said), {piece->line->said.target, piece->codes}),
-        [this, piece] { return leaves(piece); });
+    const bool goes =
+        session_.send(kind, ircLine(commandOf(piece->line->said), {piece->target, piece->codes}),
+                      [this, piece] { return leaves(piece); });
     if (!goes)
         std::erase(waiting_, piece);
     return goes;
@@ -95,7 +102,7 @@ bool IrcSpeech::say(IrcOutgoing::Kind kind, const IrcSaid& said) {
         for (std::string& piece : pieces)
             piece.insert(0, actionBegin).append(actionEnd);
     for (const std::string& piece : pieces)
-        if (!send(kind, {line, piece, &piece == &pieces.back()})) {
+        if (!send(kind, {line, said.target, piece, &piece == &pieces.back()})) {
             line->isReached = false;
             lose(*line, true);
             return false;
@@ -201,9 +208,8 @@ bool IrcSpeech::isThat(const Piece& piece, std::string_view codes) const {
 
 // With a label nothing but that counts, so that no other program of the owner's can be meant.
 bool IrcSpeech::isEchoOf(const Piece& piece, const IrcMessage& message) const {
-    const IrcSaid& said = piece.line->said;
-    if (!piece.comesBack || commandOf(said) != message.command ||
-        !session_.isSame(said.target, message.parameter(0)))
+    if (!piece.comesBack || commandOf(piece.line->said) != message.command ||
+        !session_.isSame(piece.target, message.parameter(0)))
         return false;
     const std::string_view label = session_.batches().label(message);
     const bool isPlain = label.empty() && message.tag("batch").empty();
@@ -255,8 +261,7 @@ IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
     const std::string_view target = refusal.parameter(refusal.command == "FAIL" ? 2 : 1);
     const auto mayBe = [&](const std::shared_ptr<Piece>& piece) {
         const bool isInTime = piece->comesBack || loop_.now() - piece->sentAt <= longestRefusal;
-        return piece->label.empty() && isInTime &&
-               session_.isSame(piece->line->said.target, target);
+        return piece->label.empty() && isInTime && session_.isSame(piece->target, target);
     };
     const auto isCoded = [&](const std::shared_ptr<Piece>& piece) {
         return mayBe(piece) && !piece->comesBack && (piece->isAgain || hasCodes(piece->codes));
@@ -271,7 +276,7 @@ bool IrcSpeech::refused(const IrcMessage& refusal) {
         return false;
     const std::shared_ptr<Piece> piece = *found;
     sent_.erase(found);
-    auto* const place = channels_.find(piece->line->said.target, session_.features());
+    auto* const place = channels_.find(piece->target, session_.features());
     // Refused without codes as well, so it wasn't for them.
     if (place && piece->isAgain)
         place->channel.refuseCodes(false);
@@ -284,7 +289,8 @@ bool IrcSpeech::refused(const IrcMessage& refusal) {
     }
     place->channel.refuseCodes(true);
     // before all that waits
-    return send(IrcOutgoing::Kind::protocol, {piece->line, plain, piece->isLast, true});
+    return send(IrcOutgoing::Kind::protocol,
+                {piece->line, piece->target, plain, piece->isLast, true});
 }
 
 // Where lines are sent back this one isn't, so it has reached nobody.
@@ -300,14 +306,35 @@ void IrcSpeech::acknowledged(const IrcMessage& message) {
 }
 
 void IrcSpeech::dropFor(const std::string& channel) {
-    session_.outgoing().dropFor(channel);
+    session_.outgoing().revise(
+        [&](const std::string& line) { return !session_.isSame(targetOf(line), channel); });
     std::erase_if(waiting_, [&](const std::shared_ptr<Piece>& piece) {
-        const bool isThere = session_.isSame(piece->line->said.target, channel);
+        const bool isThere = session_.isSame(piece->target, channel);
         if (isThere)
             lose(*piece->line, true);
         return isThere;
     });
     lost_.tell();
+}
+
+void IrcSpeech::rename(std::string_view from, const std::string& to) {
+    session_.outgoing().revise([&](std::string& line) {
+        const std::string_view target = targetOf(line);
+        const bool isSaid = line.starts_with("PRIVMSG ") || line.starts_with("NOTICE ");
+        if (isSaid && session_.isSame(target, from))
+            line.replace(static_cast<std::size_t>(target.data() - line.data()), target.size(), to);
+        return true;
+    });
+    const auto renameIn = [&](std::string& name) {
+        if (session_.isSame(name, from))
+            name = to;
+    };
+    for (const auto& piece : waiting_)
+        renameIn(piece->target);
+    for (const Pieces* const pieces : {&waiting_, &sent_})
+        for (const auto& piece : *pieces)
+            renameIn(piece->line->said.target);
+    lost_.rename(from, to);
 }
 
 void IrcSpeech::dropAnswers() {

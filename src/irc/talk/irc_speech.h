@@ -75,6 +75,9 @@ public:
     void dropFor(const std::string& channel);
     void dropAnswers();
 
+    // What waits for somebody goes to him under his new name, since another may take the old one.
+    void rename(std::string_view from, const std::string& to);
+
     // The connection is lost. What was on its way may have been said.
     void connectionLost();
 
@@ -91,6 +94,7 @@ private:
     };
     struct Piece {
         std::shared_ptr<Line> line;
+        std::string target; // as it goes; whoever it is may have another name by now
         std::string codes;
         bool isLast;          // the line counts as said with this piece
         bool isAgain = false; // without the codes that were refused

@@ -99,7 +99,7 @@ TEST_F(IrcOutgoingTest, NothingWaitsForALineThatIsForgotten) {
     add(Kind::said, "ab");
     outgoing.add(Kind::typed, line);
     add(Kind::said, "c");
-    outgoing.dropFor("#c");
+    outgoing.revise([](const std::string& waiting) { return waiting.size() < 500; });
     EXPECT_EQ(sentUntil(0s), "abc");
 }
 

@@ -153,6 +153,33 @@ TEST_F(IrcLostLinesTest, EachIsSaidAgainWhereItBelongsAndInOrder) {
     EXPECT_EQ(seen, "- /again is for a room or a talk on a network\n");
 }
 
+TEST_F(IrcLostLinesTest, WhatWaitsForSomebodyFollowsHisName) {
+    begin();
+    const std::string sent = sentOf(
+        [&] {
+            for (int line = 0; line < 20; ++line)
+                irc.message("ann", std::to_string(line));
+            server.say(":ann!a@h NICK eve\r\n:bob!b@h NICK ann");
+        },
+        60s);
+    EXPECT_NE(sent.find("PRIVMSG ann 0\n"), sent.npos);
+    EXPECT_NE(sent.find("PRIVMSG eve 19\n"), sent.npos) << sent;
+    EXPECT_EQ(sent.find("PRIVMSG ann 19\n"), sent.npos);
+}
+
+TEST_F(IrcLostLinesTest, WhatWaitsForARoomThatIsLeftIsNotSaidHoweverItsNameIsWritten) {
+    begin();
+    const std::string sent = sentOf(
+        [&] {
+            type(20);
+            irc.message("#MUSIC", "late");
+            server.say(":ann!a@h KICK #Music Owner");
+        },
+        60s);
+    EXPECT_EQ(sent.find("typed 19\n"), sent.npos) << sent;
+    EXPECT_EQ(sent.find("late\n"), sent.npos) << sent;
+}
+
 TEST_F(IrcLostLinesTest, OfAnAnswerOneWordIsEnough) {
     begin();
     addNotes(40);
