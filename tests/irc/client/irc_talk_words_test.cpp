@@ -72,6 +72,7 @@ TEST_F(IrcTalkWordsTest, WhatAServiceIsToldIsNeverShownAndNoCommand) {
                                             "jo: identify ****\n");
         shown->take();
         EXPECT_EQ(rooms->withoutSecrets("identify hush"), "identify ****");
+        EXPECT_EQ(rooms->withoutSecrets("/oper jo hush"), "/oper jo ****");
         loop.post([this] { rooms->room.say("identify hush"); });
         EXPECT_EQ(seenWithin(1s), "jo: identify ****\n");
         server.say(":jo!o@host PRIVMSG NickServ :set password hush"); // another program of his

@@ -74,7 +74,7 @@ TEST(IrcBeginnings, TheWantedNameIsTakenBackWhenItIsFreeButNotFromServices) {
 }
 
 TEST_F(IrcBeginning, ByTlsWhereTheServerWantsThat) {
-    server.capabilities = "sts=port=6690,duration=5 echo-message";
+    server.capabilities = "sts=port=6690,duration=5 echo-message\r\nNOTICE * :come in";
     playlist({"ride.mp3"});
     start();
     seenOf([&] {
@@ -82,7 +82,7 @@ TEST_F(IrcBeginning, ByTlsWhereTheServerWantsThat) {
     });
     EXPECT_EQ(server.to, (IrcServer{.host = "irc.test", .port = 6690}));
     EXPECT_EQ(seen, "- connecting to irc.test\n- irc.test wants TLS: connecting to port 6690\n"
-                    "- you are O on irc.test\n");
+                    "- irc.test: come in\n- you are O on irc.test\n");
     server.refuses = true; // and never without, whatever happens
     server.lose("x");
     advance(1h);

@@ -77,6 +77,11 @@ TEST_F(IrcSessionBegins, WithWaitsThatGrowToFiveMinutesAndAnewAfterAConnectionTh
     advance(400s);
     server.lose("x");
     EXPECT_EQ(tries(6s), 1);
+    server.refuses = true;
+    server.lose("x");
+    EXPECT_EQ(tries(100s), 3);
+    seenOf([&] { irc.connect({.host = "irc.test"}, {.nick = "Owner"}, ""); });
+    EXPECT_EQ(tries(6s), 1); // anew, since the owner wants it
 }
 
 TEST_F(IrcSessionTest, IsKeptAliveBothWays) {
