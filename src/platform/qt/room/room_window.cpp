@@ -37,7 +37,7 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversatio
       people_(*new PeopleView({.people = [&room]() -> const RowList& { return room.people(); },
                                .isIgnored = [&room](auto name) { return room.isIgnored(name); }})),
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
-      halves_(*new QSplitter) {
+      halves_(*new QSplitter), rows_(*new QVBoxLayout(this)) {
     layOut();
     const QPointer<RoomWindow> window(this); // which may have gone when an event comes
     // A line acts in an event of its own: what it does may wait, and a callback of Qt's can't.
@@ -75,11 +75,10 @@ void RoomWindow::layOut() {
     auto* const bottom = new QHBoxLayout;
     bottom->addWidget(&ownName_);
     bottom->addWidget(&input_);
-    auto* const all = new QVBoxLayout(this);
-    all->setContentsMargins(gap, gap, gap, gap);
-    all->setSpacing(gap);
-    all->addWidget(&halves_, 1);
-    all->addLayout(bottom);
+    rows_.setContentsMargins(gap, gap, gap, gap);
+    rows_.setSpacing(gap);
+    rows_.addWidget(&halves_, 1);
+    rows_.addLayout(bottom);
 
     for (QLabel* label : {&count_, &ownName_})
         label->setTextFormat(Qt::PlainText);
@@ -92,6 +91,18 @@ void RoomWindow::layOut() {
     setTabOrder(&said_, &people_);
     setTabOrder(&people_, &input_);
     input_.setFocus();
+}
+
+void RoomWindow::addAbove(QWidget& widget) {
+    rows_.insertWidget(0, &widget);
+}
+
+void RoomWindow::addHint(QWidget& widget) {
+    rows_.insertWidget(rows_.indexOf(&halves_) + 1, &widget);
+}
+
+void RoomWindow::addBelow(QWidget& widget) {
+    rows_.addWidget(&widget);
 }
 
 // On a small screen, or one that shows everything larger, the line to type in would lie outside of

@@ -18,6 +18,7 @@
 
 class QLabel;
 class QSplitter;
+class QVBoxLayout;
 
 namespace larkspin {
 
@@ -43,6 +44,12 @@ public:
     using Take = std::function<void(const std::string& line, const Conversations::Begun& begun)>;
     void onLine(Take take) { take_ = std::move(take); }
     void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
+
+    // Room for more: at the top, over the whole width; between what is said and the line to type
+    // in; and below that. The window owns them from then on.
+    void addAbove(QWidget& widget);
+    void addHint(QWidget& widget);
+    void addBelow(QWidget& widget);
 
     // A line for which this is true is followed by a password, perhaps before one is asked for.
     void holdAfter(std::function<bool(const std::string& line)> line) {
@@ -86,6 +93,7 @@ private:
     QLabel& count_;
     QLabel& ownName_;
     QSplitter& halves_;
+    QVBoxLayout& rows_;  // of the window
     std::string prompt_; // shown in place of the owner's name
     Take take_ = [](const std::string&, const Conversations::Begun&) {};
     Conversations::Begun begun_; // where the line is that is being typed
