@@ -39,6 +39,19 @@ void InputLine::empty() {
     clear();
 }
 
+InputLine::Draft InputLine::draft() const {
+    return hides() ? Draft() : Draft{text(), cursorPosition()};
+}
+
+// Empty in between, so that the line counts as begun anew.
+void InputLine::put(const Draft& draft) {
+    if (hides())
+        return;
+    empty();
+    setText(draft.text);
+    setCursorPosition(draft.cursor);
+}
+
 // setText() leaves nothing for undo to bring back, and so to show.
 void InputLine::forget() {
     setText({});

@@ -36,6 +36,15 @@ public:
 
     void empty();
 
+    // What has been typed so far, to be put back later, when the owner has been somewhere else
+    // meanwhile. A secret isn't told and isn't replaced.
+    struct Draft {
+        QString text = {};
+        int cursor = 0;
+    };
+    Draft draft() const;
+    void put(const Draft& draft);
+
     // The next typed line is neither shown nor kept, but given to the task. It is empty when the
     // owner leaves it so, or strikes Escape.
     using Secret = std::function<void(std::string line)>;

@@ -365,6 +365,21 @@ TEST_F(RoomWindowTest, ALineIsTakenWhereItWasBegun) {
     EXPECT_EQ(window().windowTitle(), "larkspin - lobby");
 }
 
+TEST_F(RoomWindowTest, PutsAHalfTypedLineBackButNoPassword) {
+    strike("half");
+    QTest::keyClick(&input(), Qt::Key_Left);
+    const InputLine::Draft half = input().draft();
+    input().put({});
+    EXPECT_EQ(typed(), "");
+    strike("^\n/login jo\nses");
+    EXPECT_EQ(input().draft().text, "");
+    input().put(half);
+    EXPECT_EQ(shownFor("am\n"), "you log in as jo from the next /connect on");
+    input().put(half);
+    strike("x");
+    EXPECT_EQ(typed(), "halxf");
+}
+
 TEST_F(RoomWindowTest, TakesAPasswordWithoutShowingIt) {
     EXPECT_EQ(shownFor("/login jo\nsesam\n"), "you log in as jo from the next /connect on");
     EXPECT_EQ(shownFor("/login\nsesam\n"), "/login USER [keep]");
