@@ -31,6 +31,7 @@ int main(int count, char** arguments) {
         loginName());
     room.rooms.networks.readPathsBy(
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });
+    room.rooms.preferences.lookIn(ports.folders());
     room.words.add({traceWord(ports.trace, [&](const std::string& text) { room.tell(text); })});
     const auto tell = [&](const std::string& line) {
         loop.post([&room, line] { room.tell(line); });

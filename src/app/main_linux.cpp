@@ -64,6 +64,11 @@ std::unique_ptr<IrcConnection> LinuxPorts::connection() {
     return std::make_unique<TracedConnection>(std::make_unique<IrcLink>(loop), trace);
 }
 
+Preferences::Folders LinuxPorts::folders() {
+    return {.music = userMusicDirectory(),
+            .find = [this](std::string_view typed) { return folderOf(directories, typed); }};
+}
+
 LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)
     : player_(
           ports.loop,

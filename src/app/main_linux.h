@@ -6,6 +6,7 @@
 #pragma once
 
 #include "app/program.h"
+#include "host/preferences.h"
 #include "irc/connection/traced_connection.h"
 #include "library/completion.h"
 #include "platform/dbus/logind_power.h"
@@ -51,6 +52,7 @@ struct LinuxPorts {
     KeptFiles files; // over those
     AskedDirectories directories;
     std::unique_ptr<IrcConnection> connection(); // to a network, one more
+    Preferences::Folders folders();
     PosixLaunching launching;
     MprisPlayer otherPlayer;
     LogindPower power;

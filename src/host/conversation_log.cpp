@@ -153,16 +153,19 @@ SlashWord ConversationLog::word() {
             "larkspin"};
 }
 
+void ConversationLog::turn(bool isOn) {
+    settings_.put(setting, isOn ? yes : no);
+    isOn_ = isOn;
+    write();
+}
+
 bool ConversationLog::run(std::string_view rest) {
     const std::string wanted = foldCase(takeWord(rest));
     const bool isWanted = wanted == "on";
     if (!takeWord(rest).empty() || !(wanted.empty() || isWanted || wanted == "off"))
         return false;
-    if (!wanted.empty()) {
-        settings_.put(setting, isWanted ? yes : no);
-        isOn_ = isWanted;
-        write();
-    }
+    if (!wanted.empty())
+        turn(isWanted);
     const std::string place = visibleText(directory_, " ");
     tell_(isOn_ ? "what is said is written down in " + place
                 : "what is said isn't written down; /log on does so, in " + place);

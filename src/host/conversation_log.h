@@ -35,6 +35,9 @@ public:
     static constexpr std::chrono::seconds gathers{2};
     static constexpr std::size_t mostWaiting = 1'000'000;
 
+    bool isOn() const { return isOn_; }
+    void turn(bool isOn); // and writes what has been gathered
+
     // `/log`, by which it is turned on and off.
     SlashWord word();
 

@@ -21,4 +21,9 @@ std::unique_ptr<DirectoryReader> Directories::reader() {
     return std::make_unique<OneAfterTheOther>(*this);
 }
 
+std::optional<std::string> folderOf(Directories& directories, std::string_view typed) {
+    const DirectoryRead read = directories.list(directories.drivePath(typed));
+    return read.isListed() ? std::optional(read.listing.path) : std::nullopt;
+}
+
 } // namespace larkspin

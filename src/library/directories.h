@@ -6,6 +6,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -68,5 +69,9 @@ public:
     // `/home/jo`) is translated, anything else comes back as typed.
     virtual std::string drivePath(std::string_view typed) = 0;
 };
+
+// The folder that the owner means by what he has typed; nothing when none is there, or it can't be
+// looked into.
+std::optional<std::string> folderOf(Directories& directories, std::string_view typed);
 
 } // namespace larkspin

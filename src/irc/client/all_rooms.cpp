@@ -14,6 +14,7 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnectio
     : accounts_(files, directory.ircFile()), ignored_(files, directory.ignoredFile()),
       conversations(loop, lines, std::string(OwnRoom::firstRoom)),
       log(loop, conversations, files, directory, told(shown).tell),
+      preferences(files, directory, told(shown).tell),
       own(conversations, lines, screenName, told(shown)),
       networks({loop, lines, conversations, prompt, files, told(shown), &ignored_},
                std::move(connections), accounts_,
@@ -37,6 +38,8 @@ RoomDisplay AllRooms::told(RoomDisplay shown) {
 std::vector<SlashWord> AllRooms::slashWords() {
     std::vector<SlashWord> all = words.words();
     all.push_back(log.word());
+    for (SlashWord& word : preferences.words())
+        all.push_back(std::move(word));
     return all;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/conversation_log.h"
+#include "host/preferences.h"
 #include "host/slash_words.h"
 #include "irc/channels/irc_ignore_list.h"
 #include "irc/client/current_room.h"
@@ -50,6 +51,7 @@ private:
 public:
     Conversations conversations;
     ConversationLog log;
+    Preferences preferences;
     OwnRoom own;
     IrcNetworks networks;
     CurrentRoom room{conversations, own, networks}; // the one that the owner is in

@@ -17,6 +17,11 @@ std::string userDataDirectory() {
     return drivePath(userDataHome()) + "\\larkspin";
 }
 
+std::string userMusicDirectory() {
+    const char* const music = g_get_user_special_dir(G_USER_DIRECTORY_MUSIC);
+    return music ? drivePath(music) : "";
+}
+
 std::string loginName() {
     return g_get_user_name();
 }
