@@ -202,12 +202,14 @@ void IrcJoining::cameIn(const std::string& channel) {
     wantNoMore(channel);
     const auto* const place = channels_.add(channel, session_.features());
     const bool isAtHome = conversations_.front().isAtHome() || conversations_.isFrontClosed();
+    const bool isAwaited = session_.isSame(entering_, channel);
+    if (isAwaited)
+        entering_.clear();
     if (!place) {
         // The server has let the owner in already, so the channel has to be left again.
         events_.tell("there are too many rooms");
         session_.request("PART", {channel});
-    } else if (session_.isSame(entering_, channel) ? isAtHome || !isComingBack_
-                                                   : isAtHome && !staysAway_) {
+    } else if (isAwaited ? isAtHome || !isComingBack_ : isAtHome && !staysAway_) {
         enter(*place);
     } else if (!channels_.isInFront(*place)) {
         events_.tell(visibleName(channel) + " is room " +

@@ -99,7 +99,6 @@ bool IrcAccess::connectAgain() {
         account.loginHost = account.server.host;
     account.server = servers_.safe(account.server);
     account.facts.adopt(account.server);
-    account.isWanted = true;
     file_.keep(account);
     trust_.forget();
     const int number = ++tries_;

@@ -125,8 +125,6 @@ void IrcLogin::takeOutcome(const IrcMessage& message) {
         if (isProof && command == numeric::loginDone && !isProved_)
             return fail("the server hasn't proved that it knows the password");
         state_ = State::over;
-    } else if (command == numeric::unknownCommand || command == numeric::notRegistered) {
-        fail("the server knows no accounts");
     } else if (command == numeric::loginWays) {
         // What goes on from here is told by the refusal that follows.
         const auto known = waysAmong(message.parameter(1));

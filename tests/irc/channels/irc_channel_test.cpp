@@ -46,6 +46,8 @@ TEST_F(IrcChannelTest, PeopleComeGoAndAreRenamedInPlace) {
         {":bob!b@h PART #music :bye", "me ~@An{ carl @%+dora"},
         {":x!x@h KICK #Music CARL :out", "me ~@An{ @%+dora"},
         {":eve!e@h JOIN :#music", "me ~@An{ @%+dora eve"},
+        {":eve!e@h NICK", "me ~@An{ @%+dora"}, // whatever he is called now
+        {":eve!e@h JOIN :#music", "me ~@An{ @%+dora eve"},
         {":eve!e@h NICK dora", "me ~@An{ dora"},
         {":An[!a@h QUIT :gone", "me dora"},
         {":dora!d@h JOIN #music", "me dora"},
@@ -73,13 +75,15 @@ TEST_F(IrcChannelTest, RanksFollowModes) {
 }
 
 TEST_F(IrcChannelTest, BansAreCalledByTheNickThatTheyAreAbout) {
-    for (const char* mask : {"bob!*@*", "*!*@host", "BOB!x@y", "bob!*@*", "$a:eve", "~q:ann!*@*"})
+    for (const char* mask :
+         {"bob!*@*", "*!*@host", "BOB!x@y", "bob!*@*", "$a:eve", "~q:ann!*@*", "!x@y"})
         told(std::string(":irc 367 me #music ") + mask + " op 1");
-    EXPECT_EQ(all(channel.ejected()), "bob *!*@host $a:eve ~q:ann!*@*");
+    told(":irc 367 me #music " + std::string(513, 'x'));
+    EXPECT_EQ(all(channel.ejected()), "bob *!*@host $a:eve ~q:ann!*@* !x@y");
     EXPECT_EQ(channel.masksOf("bob"), (std::vector<std::string>{"bob!*@*", "BOB!x@y"}));
     told(":x MODE #music -b+bX Bob!*@* ann!*@* mask");
     told(":x MODE #music -b+b nobody!*@* ann!*@*");
-    EXPECT_EQ(all(channel.ejected()), "*!*@host BOB $a:eve ~q:ann!*@* ann");
+    EXPECT_EQ(all(channel.ejected()), "*!*@host BOB $a:eve ~q:ann!*@* !x@y ann");
     for (int ban = 0; ban < 5'000; ++ban)
         told(":irc 367 me #music n" + std::to_string(ban) + "!*@*");
     EXPECT_EQ(channel.ejected().count(), static_cast<int>(IrcBans::most));

@@ -44,9 +44,15 @@ TEST(IrcModeration, ABanIsAboutWhatStaysWhenTheNameChanges) {
         {":ann!o@host JOIN #music", "b ann!*@*"},
         {":ann!w@webchat.x JOIN #music\r\n:bob!w@webchat.x JOIN #music", "b ann!*@*"},
         {":ann!a@gateway/web/x JOIN #music", "b *!a@gateway/web/x"},
+        {":ann!a@gateway/web/x JOIN #music\r\n:bob!b@gateway/web/x JOIN #music",
+         "b *!a@gateway/web/x"},
         {":ann!a@1::b\\c*d JOIN #music", "b *!*@1::b?c?d"},
         {annie, "b *!*@home"},
         {dollar + annie, "bb $a:annie *!*@home"},
+        {":irc 005 Owner EXTBAN=$,ar MODES=1" + told + annie,
+         "b $a:annie\nMODE #music +b *!*@home"},
+        {":irc 005 Owner EXTBAN=$,ar WHOX" + told + annie, "bb $a:annie *!*@home"},
+        {":irc 005 Owner EXTBAN=a" + told + annie, "b *!*@home"},
         {dollar + ":ann!o@host JOIN #music annie :x", "b $a:annie"},
         {dollar + annie + ":ann!a@home ACCOUNT *", "b *!*@home"},
         {dollar + home + ":ann!a@home ACCOUNT annie", "bb $a:annie *!*@home"},
@@ -59,9 +65,10 @@ TEST(IrcModeration, ABanIsAboutWhatStaysWhenTheNameChanges) {
     };
     for (const auto& [lines, masks] : cases) {
         IrcMachine machine;
+        machine.server.capabilities += " account-notify";
         machine.begin();
         machine.told(lines);
-        const std::string sent = machine.sentOf([&] { machine.room.say("'ban ann"); }, 1s);
+        const std::string sent = machine.sentOf([&] { machine.room.say("'ban ann"); }, 3s);
         EXPECT_NE(sent.find("\nMODE #music +" + std::string(masks) + "\nKICK #music ann\n"),
                   sent.npos)
             << lines << sent;
@@ -102,6 +109,7 @@ TEST_F(IrcModerationTest, WithoutAnAnswerTheBanIsAboutWhatIsKnownThen) {
         {":bob NICK eve", "MODE #music +b eve!*@*\nKICK #music eve\n"},
         {":bob!b@inn NICK eve", "MODE #music +b *!*@inn\nKICK #music eve\n"},
         {":irc 263 Owner WHO :later", "MODE #music +b bob!*@*\nKICK #music bob\n"},
+        {":ann NICK zed", "MODE #music +b bob!*@*\nKICK #music bob\n"},
         {":bob!b@inn QUIT :x", ""},
         {":x!x@y MODE #music -o Owner", ""},
         {":x!x@y KICK #music Owner", ""},
@@ -175,6 +183,7 @@ TEST_F(IrcModerationTest, ARoomThatTheOwnerMakesForHimselfIsPrivate) {
         EXPECT_NE(sent.find(mode), sent.npos) << sent;
     }
     EXPECT_EQ(sentFor("'pr empty"), "JOIN #empty\n"); // where he has no rank
+    EXPECT_EQ(sentFor("'kw den"), "");                // which is no room's name
     EXPECT_EQ(sentFor("'kw #club").find("+si"), std::string::npos);
     EXPECT_EQ(sentFor("'pr hall").find("+si"), std::string::npos);
     const std::string again = sentOf([&] { server.lose("gone"); }, 20s);

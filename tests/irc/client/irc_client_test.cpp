@@ -94,12 +94,14 @@ TEST_F(IrcClientTest, WhatServersTellBesidesDoesNoHarm) {
         {":eve!e@h JOIN #music account :Eve", "- eve comes in\n"},
         {":irc BATCH +1 netsplit a b\r\n@batch=1 :eve!e@h QUIT :a b\r\n:irc BATCH -1",
          "- eve goes: a and b have lost each other\n"},
+        {":irc BATCH +1 netjoin a b\r\n@batch=1 :eve!e@h JOIN #music\r\n:irc BATCH -1",
+         "- eve comes back: a and b have found each other\n"},
         {":ann!a@h ACCOUNT Owner\r\n:ann!a@h CHGHOST o host\r\n@x=1 :ann!a@h TAGMSG #music\r\n"
          ":ann!a@h AWAY :out\r\n@label=1 :irc ACK\r\n:Owner!o@host CHGHOST o other",
          ""},
         {":ann!a@h INVITE zoe #den", "- ann invites zoe to #den\n"},
         {":irc FAIL JOIN CLOSED #den nobody :Not now", "- JOIN #den nobody: Not now\n"},
-        {":irc WARN * LATE :It is late", "- warning: It is late\n"},
+        {":irc WARN * LATE a b :It is late", "- warning: a b: It is late\n"},
         {":irc NOTE\r\n:irc NOTE x", "- note: \n- note: x\n"},
     });
     EXPECT_EQ(typed("'volume 7"), "Owner: 'volume 7\nOwner: volume set:  <b>7</b>\n");
@@ -161,9 +163,12 @@ TEST_F(IrcClientTest, BansAreAskedForAsSoonAsTheOwnerCouldLiftThem) {
 
 TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
     EXPECT_EQ(joined("den"), "- #den is room 2\n");
-    EXPECT_EQ(told(":ann!a@h PRIVMSG #den :hi\r\n:ann!a@h PRIVMSG #DEN :hi"), "");
+    EXPECT_EQ(told(":ann!a@h PRIVMSG #den :hi\r\n:ann!a@h PRIVMSG #DEN :hi\r\n"
+                   ":bob!b@h KICK #den zoe :x"),
+              "");
     EXPECT_EQ(conversations.numbered(2)->unread(), 2);
-    EXPECT_EQ(seenOf([&] { irc.enterRoom("den"); }), "- you are in #den\nann: hi\nann: hi\n");
+    EXPECT_EQ(seenOf([&] { irc.enterRoom("den"); }), "- you are in #den\nann: hi\nann: hi\n"
+                                                     "- zoe is put out by bob\n");
     EXPECT_EQ(room.name(), "#den");
     expectTalk({
         {"'pr #attic", "Owner: 'pr #attic\nOwner: private room ~> <b>#attic\n"
@@ -175,7 +180,8 @@ TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
     EXPECT_EQ(conversations.numbered(2)->unread(), 0);
     told(":Owner!o@host JOIN #music\r\n:irc 353 Owner = #music :Owner"); // once more
     EXPECT_EQ(irc.people().count(), 1);
-    EXPECT_EQ(joined("a b,c"), "- a room's name is short and has no blanks or commas\n");
+    for (const std::string& name : {std::string("a b"), std::string("a,b"), std::string(200, 'x')})
+        EXPECT_EQ(joined(name), "- a room's name is short and has no blanks or commas\n");
 }
 
 TEST_F(IrcClientTest, RoomsAreNoMoreThanAHundred) {
@@ -207,6 +213,7 @@ TEST_F(IrcClientTest, PrivateMessagesRequestsAndNoticesAreTold) {
         {":ann!a@h PRIVMSG #elsewhere :hi", ""},
         {":ann!a@h PRIVMSG @#music :\x02hi", "- ann to @#music: hi\n"},
         {":Owner!o@host PRIVMSG @#music :'volume 7", ""},
+        {":ann!a@h PRIVMSG @#music :\x01VERSION\x01", ""},
         {":ann!a@h PRIVMSG !#music :hi", ""},
         {":irc 404 Owner #music :Cannot send to channel", "- #music: Cannot send to channel\n"},
         {":irc 372 Owner :- our rules", ""},
@@ -214,6 +221,11 @@ TEST_F(IrcClientTest, PrivateMessagesRequestsAndNoticesAreTold) {
         {":ann!a@h TOPIC #music :rock", "- ann sets the topic: rock\n"},
         {"'imsoff", "Owner: 'imsoff\nOwner: ims are now off\n"},
         {whispers, "- a private message of ann was refused\n"},
+        {":irc NOTICE * :soon down", "- irc notes: soon down\n"},
+        {":*status!z@h PRIVMSG Owner :hi", "- *status whispers: hi\n"},
+        {":ChanServ!c@h PRIVMSG Owner :hi", "- ChanServ whispers: hi\n"},
+        {":q!q@CServe.q.net PRIVMSG Owner :hi", "- q whispers: hi\n"},
+        {":s!s@service.x PRIVMSG Owner :hi", "- s whispers: hi\n"},
         {":Someone!s@services.net PRIVMSG Owner :code 1", "- Someone whispers: code 1\n"},
         {":irc.test PRIVMSG Owner :soon down", "- irc.test whispers: soon down\n"},
         {"'imson", "Owner: 'imson\nOwner: ims are now on\n"},
@@ -244,8 +256,14 @@ TEST_F(IrcClientTest, TheClientsErrandsAreRunOnTheNetwork) {
     EXPECT_EQ(server.sent.back().substr(0, 4), "QUIT");
     EXPECT_EQ(typed("'volume 7", 1h), "Login: 'volume 7\nLogin: volume set:  <b>7</b>\n");
     EXPECT_EQ(server.opened, 1);
+    EXPECT_EQ(joined("#den"), "- you are not connected\n");
     seenOf([&] { irc.disconnect(); });
     EXPECT_EQ(room.currentScreenName(), "Login");
+    EXPECT_EQ(seenOf([&] {
+                  irc.disconnect();
+                  irc.signOff();
+              }),
+              "");
 }
 
 TEST_F(IrcClientTest, WithoutAConnectionTheOwnerIsObeyedAtHomeAndToldOnceHowToStopTheTries) {

@@ -47,6 +47,23 @@ TEST_F(IrcNetworksTest, ANetworkIsForgottenInTheMiddleOfWhatIsSaidThere) {
     EXPECT_EQ(typed("/networks"), "no network is known: /connect leads to one\n");
 }
 
+TEST_F(IrcNetworksTest, NobodyIsAskedForThePasswordOfOneThatIsForgotten) {
+    for (const char* const line :
+         {"/connect irc.test jo", "/login jo", "/disconnect", "/networks forget irc.test"})
+        typed(line);
+    EXPECT_FALSE(answered);
+    EXPECT_EQ(seenWithin(1h), "");
+}
+
+TEST_F(IrcNetworksTest, OnlySoManyAreKnown) {
+    for (int number = 1; number < 30; ++number)
+        typed("/connect n" + std::to_string(number) + ".test jo");
+    const std::string all = typed("/networks");
+    EXPECT_EQ(typed("/connect more.test jo"),
+              "larkspin knows no more networks: /networks forget NAME makes room\n");
+    EXPECT_EQ(typed("/networks"), all);
+}
+
 TEST_F(IrcNetworksTest, StrangersPushOutNoTalkInWhichTheOwnerHasSpoken) {
     typed("/connect irc.test jo");
     server.say(":ann!a@h PRIVMSG jo :hi");

@@ -37,6 +37,7 @@ protected:
 TEST_F(IrcOrderWordsTest, GoOutAsTheProtocolHasThem) {
     connect();
     told(":irc 005 jo CHANTYPES=#&+ :are supported"); // then "+m" could be a room's name
+    typed("/join +den");
     const std::pair<const char*, const char*> cases[] = {
         {"/op ann bob", "MODE #music +oo ann bob"},
         {"/deop a b c d", "MODE #music -ooo a b c\nMODE #music -o d"},
@@ -47,12 +48,16 @@ TEST_F(IrcOrderWordsTest, GoOutAsTheProtocolHasThem) {
         {"/k ann go  away", "KICK #music ann :go  away"},
         {"/kick #den zoe", "KICK #den zoe"},
         {"/kick #den", ""},
+        {"/kick +den zoe", "KICK +den zoe"},
         {"/invite zoe", "INVITE zoe #music"},
         {"/invite zoe #den", "INVITE zoe #den"},
         {"/mode +m", "MODE #music +m"},
         {"/mode #den +l 5", "MODE #den +l 5"},
         {"/mode jo +i", "MODE jo +i"},
         {"/ban *!*@spam.example", "MODE #music +b *!*@spam.example"},
+        {"/ban $a:zoe", "MODE #music +b $a:zoe"},
+        {"/ban ~q:zoe", "MODE #music +b ~q:zoe"},
+        {"/unban *!*@other", "MODE #music -b *!*@other"},
         {"/unban *!*@spam.example", "MODE #music -b *!*@spam.example"},
         {"/ns identify hush", "PRIVMSG NickServ :identify hush"},
         {"/away", "AWAY away"},
@@ -61,6 +66,8 @@ TEST_F(IrcOrderWordsTest, GoOutAsTheProtocolHasThem) {
         {"/w ann", "WHOIS ann"},
         {"/whois", "WHOIS jo"},
         {"/raw lusers", "LUSERS"},
+        {"/raw :x", ""},
+        {"/who *.example", "WHO *.example"},
         {"/oper jo hush", "OPER jo hush"},
         {"/part +1 all", "PART #music :+1 all"},
     };
@@ -73,10 +80,15 @@ TEST_F(IrcOrderWordsTest, GoOutAsTheProtocolHasThem) {
     EXPECT_EQ(sentBy("/leave #den enough"), "PART #den enough");
     EXPECT_EQ(sentBy("/leave #den"), "");
     EXPECT_EQ(seen, "you are not in #den\n");
+    typed("/j #attic");
+    EXPECT_EQ(sentBy("/leave #attic"), "PART #attic :larkspin flies off");
     typed("/q ann");
     EXPECT_EQ(sentBy("/wii"), "WHOIS ann");
-    EXPECT_EQ(sentBy("/op ann"), "");
-    EXPECT_EQ(seen, "you are in no room\n");
+    for (const char* const line : {"/op ann", "/kick ann", "/ban ann", "/unban ann", "/mode +m",
+                                   "/who", "/invite ann", "/names"}) {
+        EXPECT_EQ(sentBy(line), "") << line;
+        EXPECT_EQ(seen, "you are in no room\n") << line;
+    }
     typed("/disconnect");
     for (const char* const line :
          {"/whois ann", "/list", "/mode", "/kick ann", "/away", "/quote x"})
@@ -87,6 +99,7 @@ TEST_F(IrcOrderWordsTest, GoOutAsTheProtocolHasThem) {
 
 TEST_F(IrcOrderWordsTest, AnswersAreToldInWordsAndOnlyToWhoHasAsked) {
     connect();
+    told(":irc 005 jo CHANMODES=beIq,k,l,imnpst :are supported");
     const struct {
         const char *line, *sent, *answers, *shown;
     } cases[] = {
@@ -102,6 +115,13 @@ TEST_F(IrcOrderWordsTest, AnswersAreToldInWordsAndOnlyToWhoHasAsked) {
          "ann has said nothing for 2 minutes, and is here since 1970-01-02 00:00\n"
          "ann is in @#music +#den\nann is logged in as anna\nann is away: gone\n"
          "ann actually using host 192.0.2.1\nann is using a secure connection\n"},
+        {"/whois ann", "WHOIS ann",
+         "317 jo ann 59 0 :x\n317 jo ann 3599 x :x\n317 jo ann 3600 9x :x\n"
+         "317 jo ann 172799 253402300800 :x\n317 jo ann 172800 86400 :x\n311 jo zoe z h * :Zoe\n"
+         "318 jo ann :End",
+         "ann has said nothing for 59 seconds\nann has said nothing for 59 minutes\n"
+         "ann has said nothing for 1 hour\nann has said nothing for 47 hours\n"
+         "ann has said nothing for 2 days, and is here since 1970-01-02 00:00\n"},
         {"/whois zoe", "WHOIS zoe", "401 jo zoe :No such nick\n318 jo zoe :End",
          "zoe: No such nick\n"},
         {"/whowas zoe", "WHOWAS zoe", "314 jo zoe z h * :Zoe\n369 jo zoe :End",
@@ -111,17 +131,24 @@ TEST_F(IrcOrderWordsTest, AnswersAreToldInWordsAndOnlyToWhoHasAsked) {
         {"/mode", "MODE #music", "324 jo #music +knt hush\n329 jo #music 86400",
          "the modes of #music are +knt ****\n#music was made 1970-01-02 00:00\n"},
         {"/mode #den", "MODE #den", "324 jo #den +", "#den has no modes\n"},
+        {"/mode #hall", "MODE #hall", "324 jo #hall", "#hall has no modes\n"},
         {"/mode jo", "MODE jo", "221 jo +i", "your modes are +i\n"},
         {"/ban", "MODE #music b", "367 jo #music *!*@h ann!a@h 86400\n368 jo #music :End",
          "*!*@h is kept out, set by ann, 1970-01-02 00:00\n"},
         {"/mode +e", "MODE #music +e", "349 jo #music :End", "there is nobody there\n"},
+        {"/mode e", "MODE #music e", "348 jo #music *!*@h bob\n349 jo #music :End",
+         "*!*@h is never kept out, set by bob\n"},
+        {"/mode q", "MODE #music q", "728 jo #music q *!*@h bob\n729 jo #music q :End",
+         "*!*@h can't speak, set by bob\n"},
         {"/mode I", "MODE #music I", "346 jo #music *!*@h\n347 jo #music :End",
          "*!*@h needs no invitation\n"},
         {"/who", "WHO #music", "352 jo #music a h irc.test ann H :0 Ann Lark\n315 jo #music :End",
          "ann (a@h) on irc.test: Ann Lark\n"},
         {"/invite zoe", "INVITE zoe #music", "341 jo zoe #music", "zoe is invited to #music\n"},
-        {"/quote LUSERS", "LUSERS", "251 jo :There are 3 people\n252 jo 1 :operators",
-         "There are 3 people\n1 operators\n"},
+        {"/quote LUSERS", "LUSERS",
+         "251 jo :There are 3 people\n252 jo 1 :operators\n"
+         "265 jo 3 5 7 :people",
+         "There are 3 people\n1 operators\n3 people 5 7\n"},
     };
     for (const auto& c : cases) {
         std::string answers;
@@ -139,6 +166,7 @@ TEST_F(IrcOrderWordsTest, AnswersAreToldInWordsAndOnlyToWhoHasAsked) {
     EXPECT_EQ(told(":irc 332 jo #music :songs\r\n:irc 333 jo #music ann!a@h 86400"),
               "#music: songs\nthe topic of #music was set by ann, 1970-01-02 00:00\n");
     EXPECT_EQ(told(":irc 333 jo #music ann 86400"), "");
+    EXPECT_EQ(told(":irc 332 jo #music :songs\r\n:irc 333 jo #den ann 86400"), "#music: songs\n");
 }
 
 TEST_F(IrcOrderWordsTest, OfAFloodOfAnswersABoundIsTold) {
@@ -158,22 +186,32 @@ TEST_F(IrcOrderWordsTest, OfTheListTheLargestRoomsAreToldAndTheRestIsCounted) {
     for (int room = 1; room <= 350; ++room)
         rooms +=
             ":irc 322 jo #" + std::to_string(room) + ' ' + std::to_string(room) + " :songs\r\n";
-    answer("LIST", rooms + ":irc 322 jo #Den 7 :a \x02topic\r\n:irc 323 jo :End");
+    answer("LIST", rooms + ":irc 322 jo #Hall 8\r\n:irc 322 jo #long 9 :" + std::string(151, 'x') +
+                       "\r\n:irc 322 jo #Den 7 :a \x02topic\r\n:irc 323 jo :End");
     typed("/list");
     EXPECT_TRUE(seen.starts_with("#350  350 people  songs\n#349  349 people")) << seen;
     EXPECT_TRUE(
         seen.ends_with("#251  251 people  songs\n"
-                       "and 251 smaller rooms; /list PATTERN or /list LEAST asks for fewer\n"))
+                       "and 253 smaller rooms; /list PATTERN or /list LEAST asks for fewer\n"))
         << seen;
     EXPECT_EQ(typed("/list den"), "#Den  7 people  a topic\n");
+    EXPECT_EQ(typed("/list hall"), "#Hall  8 people\n");
+    EXPECT_EQ(typed("/list long"), "#long  9 people  " + std::string(150, 'x') + "...\n");
+    seenWithin(1min);
     EXPECT_EQ(typed("/list #3?9 340"), "#349  349 people  songs\n");
     EXPECT_EQ(typed("/list 350"), "#350  350 people  songs\n");
     EXPECT_EQ(typed("/list attic"), "there is no such room\n");
     EXPECT_EQ(typed("/list a b"), "! /list [PATTERN] [LEAST]\n");
     EXPECT_EQ(told(rooms), "");
+    told(":irc 005 jo ELIST=M :are supported");
+    EXPECT_EQ(sentBy("/list den,x"), "LIST");
+    answer("LIST *den*", ":irc 323 jo :End");
+    EXPECT_EQ(sentBy("/list den 5"), "LIST *den*");
     told(":irc 005 jo ELIST=MU :are supported");
     EXPECT_EQ(sentBy("/list den 5"), "LIST >4,*den*");
     EXPECT_EQ(typed("/list"), "the list of rooms is on its way\n");
+    seenWithin(1min);
+    EXPECT_EQ(sentBy("/list"), "LIST");
 }
 
 TEST_F(IrcOrderWordsTest, BanAndUnbanPutOutAndLetBackIn) {
@@ -183,7 +221,8 @@ TEST_F(IrcOrderWordsTest, BanAndUnbanPutOutAndLetBackIn) {
     EXPECT_EQ(typed("/ban zoe"), "zoe isn't here\n");
     EXPECT_EQ(sentBy("/unban bob"), "MODE #music -b *!*@spam.example");
     EXPECT_EQ(typed("/unban bob"), "bob isn't kept out\n");
-    told(":irc MODE #music -o jo");
+    told(":irc 367 jo #music eve!*@*\r\n:irc MODE #music -o jo");
+    EXPECT_EQ(typed("/unban eve"), "you may not let anybody back into #music\n");
     EXPECT_EQ(typed("/ban ann"), "you may not put anybody out of #music\n");
 }
 
@@ -192,6 +231,7 @@ TEST_F(IrcOrderWordsTest, WhoIsIgnoredIsKeptForTheNextRun) {
     const std::pair<const char*, const char*> steps[] = {
         {"/ignore", "you ignore nobody\n"},
         {"/ignore ann", "ann!*@* is ignored\n"},
+        {"/ignore ANN", "ANN!*@* is ignored\n"},
         {"/ignore *@SPAM.example", "*!*@SPAM.example is ignored\n"},
         {"/ignore z?e!x", "z?e!x@* is ignored\n"},
         {"/ignore", "1  ann!*@*\n2  *!*@SPAM.example\n3  z?e!x@*\n"},
@@ -225,6 +265,14 @@ TEST_F(IrcOrderWordsTest, WhoIsIgnoredIsKeptForTheNextRun) {
     EXPECT_EQ(toggled(1), "ann is heard again\n");
     EXPECT_EQ(toggled(2), "bob is ignored as *!*@SPAM.example: /unignore takes that back\n");
     EXPECT_EQ(disk.read("ignored.txt"), "*!*@SPAM.example\n");
+    files.unreadable = true;
+    begin();
+    files.unreadable = false;
+    typed("/ignore *@spam.example"); // and what stands there isn't lost
+    EXPECT_EQ(disk.read("ignored.txt"), "*!*@spam.example\n*!*@SPAM.example\n");
+    for (int number = 0; number < 298; ++number)
+        typed("/ignore x" + std::to_string(number));
+    EXPECT_EQ(typed("/ignore ann"), "you ignore too many\n");
 }
 
 } // namespace

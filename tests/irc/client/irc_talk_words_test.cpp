@@ -29,7 +29,9 @@ TEST_F(IrcTalkWordsTest, AnActionOrANoticeIsShownOnceAndIsNoCommand) {
                                   "ACTION 'volume 7\x01\n"}},
             {"/notice #music hi all", {"jo notes: hi all\n", "NOTICE #music :hi all\n"}},
             {"/notice ann hi", {"notice to ann: hi\n", "NOTICE ann hi\n"}},
+            {"/msg #MUSIC hi", {"jo: hi\n", "PRIVMSG #music hi\n"}},
             {"/query ann", {"you talk to ann\n", ""}},
+            {"/msg #music 'stop", {"to #music: 'stop\n", "PRIVMSG #music 'stop\n"}},
             {"/notice ann 'stop", {"jo notes: 'stop\n", "NOTICE ann 'stop\n"}},
             {"/me waves",
              {"* jo waves\n", "PRIVMSG ann :\x01"
@@ -42,7 +44,7 @@ TEST_F(IrcTalkWordsTest, AnActionOrANoticeIsShownOnceAndIsNoCommand) {
         }
         typed("/leave");
     }
-    EXPECT_EQ(heard, Lines{});
+    EXPECT_EQ(heard, (Lines{"hi", "hi"})); // said where he is
     server.lose("x");
     seenWithin(1s);
     EXPECT_TRUE(typed("/me sighs").ends_with("* jo sighs\n")) << seen;

@@ -22,10 +22,13 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/window goto 1", "you are in #music\n"},
         {"/window list", "0  den\n1  #music (here)\n2  #den\n"},
         {"/room DEN", "you are in #den\n"},
+        {"/room Home", "you are in den\n"},
+        {"/room a,b", "a room's name is short and has no blanks or commas\n"},
+        {"/join #music", "you are in #music\n"},
         {"/room #music", "you are in #music\n"},
         {"/room attic", "you are not in attic\n"},
         {"/room 1 2", "! /room [NAME|NUMBER]\n"},
-        {"/lines 1", "you are in #music\n8 before\n! /room [NAME|NUMBER]\n"},
+        {"/lines 1", "you are in #music\n9 before\n! /room [NAME|NUMBER]\n"},
         {"/lines 0", "! /lines [NUMBER]\n"},
         {"/room 3", "there is no room 3\n"},
         {"/room 0", "you are in den\n"},
@@ -34,10 +37,14 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/leave", "you are in den\n"},
         {"/query ann psst", "you talk to ann\njo: psst\n"},
         {"/query #a", "a name has no blanks and commas\n"},
+        {"/msg a,b hi", "a name has no blanks and commas\n"},
+        {"/notice a,b hi", "a name has no blanks and commas\n"},
         {"/room", "0  den\n1  #music\n2  #den\n3  ann (here)\n"},
         {"/leave", "you are in den\n"},
         {"/room 1", "you are in #music\n"},
         {"/query ann", "you talk to ann\n"},
+        {"/room ANN", "you talk to ann\n"},
+        {"/again", "nothing of yours was lost here\n"},
         {"/leave", "you are in #music\n"},
         {"/names", "#music, 2 people\n  @jo\n  ann\n"},
         {"/topic", "there is no topic\n"},
@@ -50,9 +57,13 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/nick Joe", "you are now called Joe\n"},
         {"/room 2", "you are in #den\n"},
         {"/leave", "you have left #den\nyou are in #music\n"},
+        {"/room den", "you are in den\n"},
+        {"/room 1", "you are in #music\n"},
         {"/limit", "larkspin says as many lines as the server allows\n"},
         {"/limit 1", "larkspin says at most 1 line a minute\n"},
         {"/limit x", "! /limit [LINES]\n"},
+        {"/disconnect two", "you aren't on two\n"},
+        {"/reconnect two", "that network isn't known: /connect leads to one\n"},
         {"/disconnect", "you are in den\nyou have left irc.test\n"},
         {"/room", "0  den (here)\n1  #music (left)\n2  ann (left)\n"},
         {"/room 2", "you talk to ann\njo:  <b>psst\n"},
@@ -63,6 +74,88 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         EXPECT_EQ(typed(line), told) << line;
     EXPECT_EQ(kept(), "server=irc.test\nport=6667\ntls=no\nnick=Joe\nroom=#music\nconnect=no\n"
                       "lines a minute=1\n");
+}
+
+TEST_F(IrcWordsTest, AnswerALineThatIsNotOfTheirFormByThatForm) {
+    typed("/connect irc.test jo #music");
+    server.sent.clear();
+    for (const char* const wrong : {"/join",
+                                    "/join #a b c",
+                                    "/names x",
+                                    "/msg",
+                                    "/msg ann",
+                                    "/query",
+                                    "/nick a b",
+                                    "/again x",
+                                    "/ns",
+                                    "/notice",
+                                    "/notice ann",
+                                    "/limit 1 2",
+                                    "/reconnect a b",
+                                    "/networks x",
+                                    "/networks forget",
+                                    "/networks x y",
+                                    "/quote",
+                                    "/oper",
+                                    "/whowas",
+                                    "/list a 5 x",
+                                    "/invite",
+                                    "/invite a b c",
+                                    "/ban a b",
+                                    "/unban",
+                                    "/unban a b",
+                                    "/ignore a\x01b",
+                                    "/pass keep x",
+                                    "/user a,b",
+                                    "/user jo \x01",
+                                    "/certificate \x01",
+                                    "/connect as a,b irc.test jo",
+                                    "/onconnect (x"})
+        EXPECT_TRUE(typed(wrong).starts_with("! " + std::string(wrong, strcspn(wrong, " "))))
+            << wrong << seen;
+    for (const char* const tooLong :
+         {"/ignore ", "/user jo ", "/certificate ", "/nick ", "/onconnect x "})
+        EXPECT_TRUE(typed(tooLong + std::string(501, 'x')).starts_with("! ")) << tooLong;
+    EXPECT_EQ(server.sent, Lines{});
+}
+
+TEST_F(IrcWordsTest, WhereNothingCanBeSaidAnyMoreTheOwnerIsAtHomeWithIt) {
+    typed("/connect irc.test jo #music");
+    server.say(":irc KICK #music jo :out");
+    seenWithin(1s);
+    for (const bool acts : {true, false}) {
+        typed("/room 1");
+        EXPECT_EQ(typed("/again"), "nothing can be said here any more\n");
+        shown->take();
+        if (acts)
+            words.run("/me sighs");
+        else
+            loop.post([this] { rooms->room.say("hm"); });
+        EXPECT_EQ(seenWithin(1s),
+                  acts ? "you are at home\n* jo sighs\n" : "you are at home\njo: hm\n");
+    }
+    EXPECT_EQ(typed("/again"), "/again is for a room or a talk on a network\n");
+    rooms->words.quits();
+    EXPECT_EQ(seenWithin(1s), "larkspin ends; /disconnect would only leave the network\n");
+}
+
+// He stays at home, or where he talked to somebody.
+TEST_F(IrcWordsTest, TheOwnerIsWhereHeWasWhenAConnectionIsMadeAgain) {
+    server.names["#music"] = "@jo ann";
+    typed("/connect irc.test jo #music");
+    typed("/query ann");
+    EXPECT_EQ(rooms->networks.atHand().client.people().count(), 0);
+    server.say(":ann!a@h NICK Eve\r\n:Eve!a@h NICK eve\r\n:bob!b@h PRIVMSG jo :hi\r\n"
+               ":bob!b@h NICK Eve");
+    seenWithin(1s);
+    for (const char* const there :
+         {"0  home\n1  #music\n2  eve (here)\n3  bob (1 line, 1 for you)\n",
+          "0  home (here)\n1  #music\n2  eve\n3  bob (1 line, 1 for you)\n"}) {
+        server.lose("x");
+        seenWithin(20s);
+        EXPECT_EQ(typed("/room"), there);
+        typed("/room 0");
+    }
 }
 
 TEST_F(IrcWordsTest, WaitForANetworkThatIsNotReachedYet) {
@@ -282,7 +375,9 @@ TEST_F(IrcWordsTest, ALineThatMakesNoSenseIsLeftOutOfTheFile) {
                               "login server=irc.test\nlogin=jo\npassword=sesame\n";
     for (const char* const bad :
          {"port=0\n", "port=99999\n", "port= 1\n", "tls=maybe\n", "server=a b\n", "nick=\x01\n",
-          "nick=#a\n", "room=a,b\n", "lines a minute=-1\n", "more\r\n[x]\r\nother=1\r\n"}) {
+          "nick=#a\n", "nick=a!b\n", "room=a,b\n", "room=\n", "user=\n", "user=\x01\n",
+          "user of a b=x\n", "server password of irc.test:0=x\n", "lines a minute=-1\n",
+          "more\r\n[x]\r\nother=1\r\n"}) {
         disk.write("irc.txt", "\xEF\xBB\xBF" + sound + bad); // from an editor
         const int opened = server.opened;
         begin();
@@ -304,7 +399,8 @@ TEST_F(IrcWordsTest, ALineThatMakesNoSenseIsLeftOutOfTheFile) {
 }
 
 TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
-    const std::string login = "login server=irc.test\nlogin=jo\npassword=sesame\n";
+    const std::string login = "login server=irc.test\nlogin=jo\npassword=sesame\n"
+                              "user of irc.test=joe\n";
     const std::string before =
         "server=irc.test\nport=6667\ntls=yes\nnick=jo\nroom=#a\nconnect=no\n" + login;
     disk.write("irc.txt", before);
@@ -350,6 +446,8 @@ TEST_F(IrcWordsTest, SeveralNetworksAreWorkedAtOnceEachByItself) {
     EXPECT_EQ(server.sent, Lines{});
     server.say(":ann!a@h PRIVMSG #music :jo, hi\r\n:ann!a@h PRIVMSG #music :and so on");
     EXPECT_EQ(seenWithin(1s), "#music on irc.test: ann: jo, hi\n");
+    EXPECT_EQ(typed("/room"),
+              "0  home\n1  #music on irc.test (2 lines, 1 for you)\n2  #music on two (here)\n");
     EXPECT_EQ(typed("/room 1"), "you are in #music on irc.test\nann: jo, hi\nann: and so on\n");
     EXPECT_EQ(say("there"), "jo: there\n");
     EXPECT_EQ(server.sent, Lines{"PRIVMSG #music there"});
@@ -361,9 +459,14 @@ TEST_F(IrcWordsTest, SeveralNetworksAreWorkedAtOnceEachByItself) {
     EXPECT_EQ(typed("/networks"),
               "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe (on)\n");
     EXPECT_EQ(typed("/disconnect two"), "two: you have left other.test\n");
+    EXPECT_EQ(typed("/networks"),
+              "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe\n");
     EXPECT_EQ(typed("/connect two"),
               "two: connecting to other.test\ntwo: you are joe on other.test\n"
               "you are in #music on two\n");
+    server.say(":ann!a@h PRIVMSG #music :hm");
+    seenWithin(1s);
+    EXPECT_NE(typed("/room").find("#music on irc.test (1 line)\n"), std::string::npos) << seen;
     server.lose("y"); // its host is its name
     EXPECT_EQ(seenWithin(1s), "irc.test: y; trying again in 5 seconds\n");
     seenWithin(30s);

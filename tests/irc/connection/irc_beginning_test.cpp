@@ -13,15 +13,18 @@ TEST_F(IrcBeginning, WithWhatAServerSaysBeforeItsWelcome) {
         if (line == "NICK Owner")
             server.say(
                 "NOTICE * :*** Looking up\x02 your host\r\n:irc 020 * :Please wait\r\n:irc 421 "
-                "* CAP :Unknown\r\n:irc FAIL * X :No\r\n:irc 372 * :hi\r\nNOTICE\r\n:irc 464 "
+                "* CAP :Unknown\r\n:irc 421 * HI :Unknown\r\n:irc FAIL * X :No\r\n:irc WARN * X :Wet\r\n"
+                ":irc NOTE * X :Odd\r\n:irc 372 * :hi\r\nNOTICE\r\nNOTICE * :\r\n:irc 464 "
                 "Owner :Password incorrect");
         return false;
     };
     begin();
-    EXPECT_EQ(seen, "- connecting to irc.test\n- irc.test: *** Looking up your host\n"
-                    "- irc.test: Please wait\n- irc.test: No\n- irc.test: Password incorrect\n"
-                    "- /pass asks for the password of this server\n- you are Owner on irc.test\n"
-                    "- you are in #music\n");
+    EXPECT_EQ(seen,
+              "- connecting to irc.test\n- irc.test: *** Looking up your host\n"
+              "- irc.test: Please wait\n- irc.test: Unknown\n- irc.test: No\n- irc.test: Wet\n"
+              "- irc.test: Odd\n- irc.test: Password incorrect\n"
+              "- /pass asks for the password of this server\n- you are Owner on irc.test\n"
+              "- you are in #music\n");
 }
 
 // The server stays awake for five minutes.
@@ -59,6 +62,7 @@ TEST(IrcBeginnings, TheWantedNameIsTakenBackWhenItIsFreeButNotFromServices) {
         machine.server.say(":Owner_!o@host NICK Owner");
         const std::string later = machine.sentOf([&] { awaken(machine); }, 5min);
         EXPECT_EQ(later.find("ISON"), later.npos) << told;
+        EXPECT_EQ(later.find("MONITOR - Owner\n") != later.npos, asked[0] == 'M') << told;
         EXPECT_EQ(machine.sentOf([&] { machine.server.lose("x"); }, 10s).find("MONITOR"),
                   later.npos);
     }
@@ -71,6 +75,10 @@ TEST(IrcBeginnings, TheWantedNameIsTakenBackWhenItIsFreeButNotFromServices) {
     machine.begin();
     EXPECT_NE(machine.seen.find("Owner is somebody else's name now"), machine.seen.npos);
     EXPECT_EQ(machine.sentOf([&] { awaken(machine); }, 239s).substr(0, 11), "ISON Owner\n");
+    machine.told(":irc 005 Owner_ MONITOR=100 :are supported");
+    EXPECT_EQ(machine.sentOf([&] { awaken(machine); }, 239s).find("ISON"), std::string::npos);
+    machine.told(":irc 734 Owner_ 100 Owner :full"); // it watches nobody more
+    EXPECT_NE(machine.sentOf([&] { awaken(machine); }, 239s).find("ISON"), std::string::npos);
 }
 
 TEST_F(IrcBeginning, ByTlsWhereTheServerWantsThat) {

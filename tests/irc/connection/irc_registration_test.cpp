@@ -41,10 +41,14 @@ bool echoes(const Beginning& beginning) {
 TEST(IrcRegistration, AsksForCapabilitiesInSeveralLines) {
     Beginning beginning;
     EXPECT_EQ(beginning.sent, "CAP LS 302\r\nNICK Owner\r\nUSER larkspin 0 * Owner\r\n");
+    for (const char* early : {":irc CAP * LS", ":irc CAP * NEW :batch"})
+        EXPECT_EQ(beginning.on(early), "");
     EXPECT_EQ(beginning.on(":irc CAP * LS * :sasl=PLAIN znc.in/self-message echo-message"), "");
     EXPECT_EQ(beginning.on(":irc CAP * LS :multi-prefix server-time tls"),
               "CAP REQ :echo-message multi-prefix server-time\n");
     EXPECT_EQ(beginning.on(":irc CAP * NEW :batch"), "CAP REQ batch\n");
+    for (const char* again : {":irc CAP * NEW :batch", ":irc CAP * LS :chghost"})
+        EXPECT_EQ(beginning.on(again), "");
     EXPECT_EQ(beginning.on(":irc CAP * ACK :echo-message ~server-time "), "");
     EXPECT_EQ(beginning.on(":irc CAP * ACK :multi-prefix"), "");
     EXPECT_EQ(beginning.on(":irc CAP * NAK :batch"), "CAP END\n");
@@ -54,8 +58,10 @@ TEST(IrcRegistration, AsksForCapabilitiesInSeveralLines) {
     EXPECT_EQ(beginning.registration.nick(), "Ownr");
     beginning.on(":irc CAP Ownr DEL :echo-message");
     EXPECT_FALSE(echoes(beginning));
+    beginning.on(":irc CAP Ownr ACK :-multi-prefix");
+    EXPECT_FALSE(beginning.registration.capabilities().holds("multi-prefix"));
     EXPECT_EQ(beginning.on(":irc CAP Ownr NEW :tls multi-prefix echo-message=x"),
-              "CAP REQ echo-message\n");
+              "CAP REQ :multi-prefix echo-message\n");
     beginning.on(":irc CAP Ownr ACK :echo-message");
     EXPECT_TRUE(echoes(beginning));
     EXPECT_EQ(beginning.on(":irc 433 Ownr x :in use"), "");
@@ -74,6 +80,7 @@ TEST(IrcRegistration, WhatIsRefusedTogetherIsAskedForAlone) {
 TEST(IrcRegistration, AServerThatMakesNothingOfCapabilitiesWelcomesAllTheSame) {
     Beginning beginning;
     EXPECT_EQ(beginning.on(":irc 410 * LS :Invalid CAP command"), "CAP END\n");
+    EXPECT_EQ(beginning.on(":irc 410 * END :Invalid CAP command"), "");
 }
 
 // Without TLS, of a server that offers another way, or asks otherwise than agreed, nobody gets the
@@ -84,8 +91,15 @@ TEST(IrcRegistration, TheAccountIsLoggedInToSafelyOrNotAndTheConnectionGoesOn) {
                       request = "CAP REQ sasl\nAUTHENTICATE PLAIN\n", end = "CAP END\n",
                       login = request + "AUTHENTICATE AG93bmVyAHNlY3JldA==\n" + end;
     const auto answered = [&](const std::string& answer) {
-        return std::vector{offer, go,    grant,  go,
-                           go,    known, answer, std::string(":irc 904 * :again")};
+        return std::vector{offer,
+                           go,
+                           grant,
+                           go,
+                           go,
+                           known,
+                           std::string(":irc 901 * x :out"),
+                           answer,
+                           std::string(":irc 904 * :again")};
     };
     const struct {
         std::vector<std::string> lines;
@@ -100,6 +114,9 @@ TEST(IrcRegistration, TheAccountIsLoggedInToSafelyOrNotAndTheConnectionGoesOn) {
         {answered(":irc 908 * EXTERNAL :are available"), login,
          "the server knows only other ways than a password"},
         {{offer, grant, go, ":irc 421 * AUTHENTICATE :what"},
+         login,
+         "the server knows no accounts"},
+        {{offer, grant, go, ":irc 451 * AUTHENTICATE :what"},
          login,
          "the server knows no accounts"},
         {{":irc 421 * CAP :Unknown command"}, "", "the server knows no accounts"},
@@ -275,6 +292,7 @@ TEST(IrcRegistration, OtherNamesAreTriedButNotForever) {
     EXPECT_EQ(namesTried("ÄÄÄÄ", "436", 8), "ÄÄÄÄ_ ÄÄÄ__ ÄÄ___ ÄÄÄ1 ÄÄÄ2 ");
     EXPECT_EQ(namesTried("2fast4you-really", "432", 30),
               "fast4your fast4yo__ fast4y___ fast4you1 fast4you2 ");
+    EXPECT_EQ(namesTried("Owner", "431", 30), "Owner_ Owner__ Owner___ Owner1 Owner2 ");
     EXPECT_EQ(namesTried("Ä", "432", 30), "larkspin larkspi__ larksp___ larkspin1 larkspin2 ");
 }
 

@@ -44,6 +44,7 @@ TEST_F(IrcSessionTest, TooMuchIsNotKept) {
     EXPECT_NE(seenOf([&] { type(1010); }).find("- too much waits to be said\n"), seen.npos);
     EXPECT_EQ(seenOf([&] { irc.message("ann", "hi"); }),
               "- too much waits to be said\n- not said to ann: hi\n");
+    EXPECT_EQ(seenOf([&] { irc.orders().whois("ann"); }), "- too much waits to be said\n");
 }
 
 TEST_F(IrcSessionTest, ARoomThatWasRefusedIsNeitherAskedForAgainNorTheRoom) {
@@ -108,6 +109,10 @@ TEST_F(IrcSessionTest, AServerThatOwesAnAnswerIsGivenUpOnceNothingComes) {
     for (int minute = 0; minute < 8; ++minute)
         EXPECT_EQ(seenOf([&] { server.say(":irc 372 Owner :news"); }, 59s), "");
     EXPECT_EQ(seenOf([] {}, 61s), gone);
+    server.silent = false; // and the next connection begins without a lag
+    EXPECT_TRUE(seenOf([] {}, 100s)
+                    .ends_with(" 10 seconds\n- you are Owner on irc.test\n- you are in #music\n"))
+        << seen;
 }
 
 TEST_F(IrcSessionTest, ALagIsToldAsItBeginsAndWhenItIsOver) {
@@ -207,6 +212,7 @@ TEST_F(IrcSessionTest, WhatWaitsAtTheEndIsNotSaidAndTheOwnerIsToldOfHisOwnLines)
     server.takes = [](const std::string& line) { return line.starts_with("QUIT"); };
     loop.once(3s, [&] {
         type(8);
+        irc.message("ann", "psst");
         shown.take();
         server.sent.clear();
         irc.disconnect();
@@ -214,6 +220,7 @@ TEST_F(IrcSessionTest, WhatWaitsAtTheEndIsNotSaidAndTheOwnerIsToldOfHisOwnLines)
     addNotes(12);
     EXPECT_EQ(typed("'scrn", 60s), "Owner: typed 0\nOwner: typed 1\n"
                                    "- 6 lines of yours were not said in #music\n"
+                                   "- 1 line of yours was not said to ann\n"
                                    "- /again says once more what was not said where you are\n"
                                    "- part of an answer was not said in #music\n"
                                    "- you are at home\n- you have left irc.test\n");

@@ -26,6 +26,8 @@ TEST(TracedConnection, TellsOfLinesButNeitherSecretsNorTalk) {
                        {":ann!a@host QUIT :secret", "QUIT"},
                        {":irc 324 Owner #music +k secret", "324 Owner #music"},
                        {":irc 696 Owner #music k secret :it is bad", "696 Owner #music k"},
+                       {":irc 904 Owner :wrong", "904 Owner :wrong"},
+                       {":irc 004 Owner irc secret", "004 Owner irc"},
                        {":irc 471 Owner #music :it is full", "471 Owner #music :it is full"},
                        {"@time=1  :irc  PING :1", "PING :1"}};
     for (const auto& c : cases) {
@@ -44,9 +46,14 @@ TEST(TracedConnection, TellsOfLinesButNeitherSecretsNorTalk) {
     machine.server.say("PI", "");
     machine.server.say("NG :1\r\nPING :2");
     machine.run([&] { machine.loop.serveTurn(); });
+    machine.server.distrust("ab");
+    machine.run([&] { machine.loop.serveTurn(); });
+    connection.close();
     Lines facts = machine.traced();
-    facts.erase(facts.begin(), facts.end() - 2);
-    EXPECT_EQ(facts, (Lines{"network: got PING :1", "network: got PING :2"}));
+    facts.erase(facts.begin(), facts.end() - 5);
+    EXPECT_EQ(facts,
+              (Lines{"network: got PING :1", "network: got PING :2", "network: doesn't trust ab",
+                     "network: has ended, its certificate isn't taken", "network: closes"}));
 }
 
 } // namespace larkspin

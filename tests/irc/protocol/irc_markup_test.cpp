@@ -35,6 +35,7 @@ TEST(IrcMarkup, IsReadFromCodes) {
         const char *codes, *markup;
     } cases[] = {
         {"^Bb^_bu^Bu^O.", "<b>b<u>bu</b>u</u>."},
+        {"^]i^].", "<i>i</i>."},
         {"^C4,12red^C13pink^C,5", "<font color=#FF0000>red<font color=#FF00FF>pink</font>,5"},
         {"^C044^C4,x", "<font color=#FF0000>4,x"},
         {"^D00ff7f,000000x^D00ff7y", "<font color=#00FF7F>x</font>00ff7y"},

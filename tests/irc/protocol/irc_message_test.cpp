@@ -91,7 +91,7 @@ TEST(IrcNames, FeaturesAreAsToldLast) {
         const char *words, *signs, *modes;
     } cases[] = {
         {"PREFIX=(qov)~@+ CASEMAPPING=ascii CHANMODES=eIbq,k,fl,inm CHANTYPES=!", "~@+", "k"},
-        {"PREFIX=(ov)@ PREFIX=) CASEMAPPING=rfc1459 CHANMODES=b", "~@+", ""},
+        {"PREFIX=(ov)@ PREFIX=) PREFIX=ov CASEMAPPING=rfc1459 CHANMODES=b", "~@+", ""},
         {"-PREFIX -CHANMODES", "@+", "k"},
         {"PREFIX=", "", "k"},
     };
@@ -101,6 +101,21 @@ TEST(IrcNames, FeaturesAreAsToldLast) {
         EXPECT_EQ(features.parameterModes, modes) << words;
         EXPECT_EQ(features.fold("A^"), "a^");
         EXPECT_FALSE(features.isChannel("#a"));
+    }
+    for (const bool has : {true, false}) {
+        features.read(*readIrcMessage(std::string(":irc 005 me -CHANTYPES ") +
+                                      (has ? "STATUSMSG=@" : "-STATUSMSG") + " :are supported"));
+        EXPECT_TRUE(features.isChannel("#a"));
+        EXPECT_EQ(features.isRankedChannel("@#a"), has);
+        EXPECT_FALSE(features.isRankedChannel("@a"));
+    }
+    for (const auto& [mapping, name] : {std::pair("rfc1459", "a~{"),
+                                        {"strict-rfc1459", "a^{"},
+                                        {"rfc1459-strict", "a^{"},
+                                        {"rfc7613", "a^["}}) {
+        IrcFeatures told;
+        told.read(*readIrcMessage(std::string(":irc 005 me CASEMAPPING=") + mapping + " :x"));
+        EXPECT_EQ(told.fold("A^["), name) << mapping;
     }
 }
 

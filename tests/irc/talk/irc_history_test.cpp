@@ -56,6 +56,16 @@ TEST_F(IrcHistoryTest, IsAskedForAsARoomIsEntered) {
     EXPECT_EQ(told(":irc FAIL CHATHISTORY MESSAGE_ERROR LATEST #den :no"), "");
 }
 
+TEST_F(IrcHistoryTest, ATimeIsOneOfTheCalendarAndOfTheZoneThatAllKnow) {
+    EXPECT_EQ(momentOfIrc("2001-02-03T04:05:06.789Z"), 981173106);
+    for (const char* const wrong :
+         {"2001-02-03T04:05:06", "2001-02-03T04:05Z", "2001-02-03 04:05:06Z",
+          "x001-02-03T04:05:06Z", "2001-13-03T04:05:06Z", "2001-02-30T04:05:06Z",
+          "2001-02-32T04:05:06Z", "2001-02-03T24:05:06Z", "2001-02-03T04:60:06Z",
+          "2001-02-03T04:05:61Z"})
+        EXPECT_EQ(momentOfIrc(wrong), std::nullopt) << wrong;
+}
+
 TEST_F(IrcHistoryTest, IsKeptInItsPlaceOnce) {
     beginWith("batch server-time chathistory");
     told("@time=2001-02-03T10:00:00.000Z;msgid=a :ann!a@h PRIVMSG #music :first");
@@ -142,7 +152,9 @@ TEST_F(IrcHistoryTest, ServersThatLoseEachOtherAreToldInOneLine) {
     EXPECT_EQ(batch("netjoin", "JOIN #music"),
               "- a, b, c, d, e and 1 other come back: one.net and two.net have found each other\n");
     EXPECT_EQ(room.people().count(), 8);
-    EXPECT_EQ(batch("other", "PART #music").substr(0, 9), "- a goes\n");
+    for (const char* other : {"other", "netsplit", "netjoin"})
+        EXPECT_EQ(batch(other, "PART #music").substr(0, 9), "- a goes\n") << other;
+    EXPECT_EQ(batch("netsplit", "JOIN #music").substr(0, 13), "- a comes in\n");
 }
 
 TEST_F(IrcHistoryTest, BatchesThatNeverEndAreForgotten) {
@@ -152,6 +164,8 @@ TEST_F(IrcHistoryTest, BatchesThatNeverEndAreForgotten) {
         many += "BATCH +" + std::to_string(number) + " x\r\n";
     EXPECT_EQ(told(many + "@batch=1 :bob!b@h KICK #music Owner :x"), "");
     EXPECT_EQ(told("@batch=999 :bob!b@h PART #music"), "- bob goes\n");
+    seenOf([&] { server.lose("x"); }, 10s);
+    EXPECT_EQ(told("@batch=999 :ann!a@h PART #music"), ""); // it was another connection's
     EXPECT_EQ(typed("'volume 7"), "Owner: 'volume 7\nOwner: volume set:  <b>7</b>\n");
 }
 

@@ -187,7 +187,7 @@ TEST_F(IrcObeyingTest, AChannelWithoutColoursStillSendsTheOwnersLine) {
 }
 
 TEST_F(IrcObeyingTest, TheOwnerIsWhoeverTheServerSaysThatThisConnectionIs) {
-    told(":Owner!o@host NICK :Guest7");
+    told(":Owner!o@host NICK :Guest7\r\n:Guest7!o@host NICK");
     server.nick = "Guest7";
     EXPECT_EQ(room.ownName(), "Guest7");
     EXPECT_EQ(typed("'volume 7"), "Guest7: 'volume 7\nGuest7: volume set:  <b>7</b>\n");
