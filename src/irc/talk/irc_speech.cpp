@@ -37,6 +37,8 @@ std::string_view targetOf(std::string_view line) {
     return line.substr(0, line.find_first_of(" \r\n"));
 }
 
+constexpr Nanoseconds margin = std::chrono::seconds(1);
+
 // Pieces whose fate is kept in mind, of which a server could leave any number open.
 constexpr std::size_t mostSent = 4000;
 
@@ -253,21 +255,37 @@ bool IrcSpeech::isRefusal(const IrcMessage& message) const {
     return numeric::refusesLine(message.command) || (fails && message.parameter(0) == "PRIVMSG");
 }
 
-// Without labels, and where lines aren't sent back, what has codes is more likely to be meant where
-// it may be for them.
+// How long it takes at most from when a line has gone until its refusal comes, as things go now.
+Nanoseconds IrcSpeech::untilRefused() const {
+    const IrcOutgoing& outgoing = session_.outgoing();
+    return outgoing.lag().current(loop_.now()) + outgoing.ahead() + margin;
+}
+
+// Without labels it is a guess. Where lines aren't sent back, what has codes is more likely to be
+// meant where it may be for them. Else it is the oldest line that the server is just about to read,
+// rather than one of those before that, which it took without a word.
 IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
     if (const std::string_view label = session_.batches().label(refusal); !label.empty())
         return labelled(label);
     const std::string_view target = refusal.parameter(refusal.command == "FAIL" ? 2 : 1);
-    const auto mayBe = [&](const std::shared_ptr<Piece>& piece) {
-        const bool isInTime = piece->comesBack || loop_.now() - piece->sentAt <= longestRefusal;
-        return piece->label.empty() && isInTime && session_.isSame(piece->target, target);
+    const auto age = [&](const Piece& piece) { return loop_.now() - piece.sentAt; };
+    const auto oldest = [&](const std::function<bool(const Piece& piece)>& isLikely) {
+        return std::ranges::find_if(sent_, [&](const std::shared_ptr<Piece>& piece) {
+            const bool isInTime = piece->comesBack || age(*piece) <= longestRefusal;
+            return piece->label.empty() && isInTime && session_.isSame(piece->target, target) &&
+                   isLikely(*piece);
+        });
     };
-    const auto isCoded = [&](const std::shared_ptr<Piece>& piece) {
-        return mayBe(piece) && !piece->comesBack && (piece->isAgain || hasCodes(piece->codes));
-    };
-    const auto coded = mayBeForCodes(refusal) ? std::ranges::find_if(sent_, isCoded) : sent_.end();
-    return coded == sent_.end() ? std::ranges::find_if(sent_, mayBe) : coded;
+    auto found = sent_.end();
+    if (mayBeForCodes(refusal))
+        found = oldest([](const Piece& piece) {
+            return !piece.comesBack && (piece.isAgain || hasCodes(piece.codes));
+        });
+    if (found == sent_.end())
+        found = oldest([&](const Piece& piece) {
+            return piece.comesBack || (!isRead(piece) && age(piece) <= untilRefused());
+        });
+    return found == sent_.end() ? oldest([](const Piece&) { return true; }) : found;
 }
 
 bool IrcSpeech::refused(const IrcMessage& refusal) {

@@ -180,6 +180,16 @@ TEST_F(IrcLostLinesTest, WhatWaitsForARoomThatIsLeftIsNotSaidHoweverItsNameIsWri
     EXPECT_EQ(sent.find("late\n"), sent.npos) << sent;
 }
 
+TEST_F(IrcLostLinesTest, WithoutEchoARefusalIsAboutTheLineThatHasJustGone) {
+    server.capabilities = "";
+    begin();
+    typed("taken", 5s);
+    answerBy(*this, ":irc 404 Owner #music :Cannot send (+b)");
+    EXPECT_NE(typed("refused").find("- not said in #music: refused\n"), seen.npos) << seen;
+    server.takes = nullptr;
+    EXPECT_EQ(again(*this), "PRIVMSG #music refused\n");
+}
+
 TEST_F(IrcLostLinesTest, OfAnAnswerOneWordIsEnough) {
     begin();
     addNotes(40);
