@@ -54,6 +54,9 @@ int main(int count, char** arguments) {
     const QtWindows windows(loop, program.windows(),
                             {.titleMenu = [&] { desktop.popUpTrayMenu(); },
                              .pressed = [&] { dialogs.ownerPresses(); }});
+    desktop.addToTrayMenu(
+        {{.name = "room", .caption = "room", .action = [&] { room.show(); }}, separator("r")});
+    room.hideInTrayIf([&] { return desktop.isInTray(); });
     desktop.onPress([&] { dialogs.ownerPresses(); });
     desktop.withoutTray([&] {
         if (!program.mediaWindow.frame.mp3s.visible)

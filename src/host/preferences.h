@@ -31,7 +31,8 @@ inline constexpr const char* roomClosingNames[] = {"minimize", "tray", "quit"};
 
 class Preferences {
 public:
-    static constexpr int smallestText = 50, largestText = 300, textStep = 10; // per cent
+    static constexpr int usualText = 100, smallestText = 50, largestText = 300,
+                         textStep = 10; // per cent
 
     // The files must live on. How a preference stands is told by `tell`.
     Preferences(KeptFiles& files, const DataDirectory& directory, SlashWords::Tell tell);
@@ -72,7 +73,7 @@ public:
 private:
     struct Values {
         bool stamps = true, notifications = true;
-        int textSize = 100;
+        int textSize = usualText;
         RoomColors colors = RoomColors::larkspin;
         RoomClosing closing = RoomClosing::minimize;
         std::string musicFolder; // the owner's choice

@@ -2,6 +2,7 @@
 
 #include "platform/qt/looks.h"
 
+#include <QApplication>
 #include <QIcon>
 #include <QPainter>
 #include <QPainterPath>
@@ -24,12 +25,14 @@ void drawBox(QPainter& painter, const QRect& box, const QColor& line, const QCol
 
 // The sign that a box shows beside its text: a letter in a ring.
 QIcon boxSign(const QString& letter, Color color) {
+    const QColor seen = legible(paletteOf(color, black).color(QPalette::WindowText),
+                                QApplication::palette().color(QPalette::Window));
     constexpr int size = 144; // pixels, of which as many are used as the screen has
     QPixmap picture(size, size);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(paletteOf(color, black).color(QPalette::WindowText), size / 16.0));
+    painter.setPen(QPen(seen, size / 16.0));
     painter.drawEllipse(picture.rect().adjusted(size / 8, size / 8, -size / 8, -size / 8));
     QFont font;
     font.setPixelSize(size / 2);

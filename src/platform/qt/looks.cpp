@@ -5,13 +5,15 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QVariant>
 
 namespace larkspin {
 
 namespace {
 
 constexpr int twipsPerInch = 1440;
-constexpr double outlineShare = 0.55; // of the background, in an outline
+// Shares of the background: in an outline, and in what can't be used now.
+constexpr double outlineShare = 0.55, faintShare = 0.6;
 
 // The families that the windows were designed with, and free ones of about the same widths.
 QStringList familiesFor(std::string_view family) {
@@ -24,26 +26,81 @@ bool isDark(const QColor& color) {
     return qGray(color.rgb()) < 128;
 }
 
-} // namespace
+constexpr const char* desktopsPalette = "larkspin.desktopsPalette"; // of the application
 
-void applyLooks(QApplication& application) {
-    application.setStyle(new LarkStyle);
+// Outlines and what can't be used now lie between the text and its ground.
+QPalette withOutlines(QPalette palette) {
+    const QColor front = palette.color(QPalette::WindowText),
+                 ground = palette.color(QPalette::Window);
+    for (const auto role : {QPalette::Mid, QPalette::Dark, QPalette::Light, QPalette::Midlight,
+                            QPalette::Shadow, QPalette::PlaceholderText})
+        palette.setColor(role, between(front, ground, outlineShare));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, between(front, ground, faintShare));
+    return palette;
+}
+
+// For a desktop whose own colours are the other way round, or not known.
+QPalette plainPalette(RoomColors colors) {
+    const bool isLight = colors == RoomColors::light;
+    const QColor front(isLight ? "#1b1b1b" : "#e6e6e6"), window(isLight ? "#f1f1f1" : "#242424"),
+        base(isLight ? "#ffffff" : "#1b1b1b"), chosen(isLight ? "#2a6db0" : "#3a6ea5");
+    QPalette palette;
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::BrightText, QPalette::ToolTipText})
+        palette.setColor(role, front);
+    for (const auto role : {QPalette::Window, QPalette::Button, QPalette::AlternateBase})
+        palette.setColor(role, window);
+    for (const auto role : {QPalette::Base, QPalette::ToolTipBase})
+        palette.setColor(role, base);
+    palette.setColor(QPalette::Highlight, chosen);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, isLight ? chosen : QColor("#7fb4ea"));
+    return palette;
+}
+
+QPalette larkspinsPalette() {
     QPalette palette = paletteOf(aqua, black);
     palette.setColor(QPalette::ToolTipBase, Qt::black);
     palette.setColor(QPalette::ToolTipText, toQt(aqua));
-    const QColor faint = between(toQt(aqua), Qt::black, 0.6);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, faint);
-    application.setPalette(palette);
-    application.setFont(fontOf({.family = "Arial", .points = 9}));
+    return palette;
+}
+
+QPalette roomPalette(RoomColors colors) {
+    if (colors == RoomColors::larkspin)
+        return withOutlines(larkspinsPalette());
+    const auto desktops = qApp->property(desktopsPalette).value<QPalette>();
+    const bool fits = isDark(desktops.color(QPalette::Window)) == (colors == RoomColors::dark);
+    return withOutlines(fits ? desktops : plainPalette(colors));
+}
+
+} // namespace
+
+void applyLooks(QApplication& application) {
+    application.setProperty(desktopsPalette, application.palette());
+    application.setStyle(new LarkStyle);
+    showInColors(RoomColors::larkspin);
+    showTextAt(Preferences::usualText);
     application.setCursorFlashTime(0); // blinking would wake the machine all the time
     application.setEffectEnabled(Qt::UI_AnimateCombo, false);
 }
 
-QFont fontOf(const Font& font) {
+void showInColors(RoomColors colors) {
+    const QPalette palette = roomPalette(colors);
+    if (palette != QApplication::palette())
+        QApplication::setPalette(palette);
+}
+
+void showTextAt(int percent) {
+    const QFont font = fontOf({.family = "Arial", .points = 9}, percent);
+    if (font != QApplication::font())
+        QApplication::setFont(font);
+}
+
+QFont fontOf(const Font& font, int percent) {
     QFont made;
     made.setFamilies(familiesFor(font.family));
-    made.setPointSize(font.points);
+    made.setPointSizeF(font.points * percent / 100.0);
     return made;
 }
 

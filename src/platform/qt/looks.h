@@ -2,6 +2,7 @@
 // that boxes and menus are of one piece with the windows.
 #pragma once
 
+#include "host/preferences.h"
 #include "shell/window.h"
 
 #include <QColor>
@@ -17,8 +18,14 @@ namespace larkspin {
 // Once, before the first window.
 void applyLooks(QApplication& application);
 
+// What Qt draws by itself (the room, boxes, menus) from now on, where a window has no colours or
+// fonts of its own. The desktop's colours are those that it gives to programs, if these are light,
+// or dark, as they are wanted.
+void showInColors(RoomColors colors);
+void showTextAt(int percent);
+
 // With families of about the same width for one that isn't installed.
-QFont fontOf(const Font& font);
+QFont fontOf(const Font& font, int percent = Preferences::usualText);
 
 // `dpi` is how many of Qt's pixels a screen has per inch; each of these may be several dots.
 int pixelsOf(int twips, int dpi);

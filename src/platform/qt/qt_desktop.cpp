@@ -32,6 +32,12 @@ QtDesktop::~QtDesktop() = default;
 void QtDesktop::addTrayIcon(const TrayIcon& icon) {
     removeTrayIcon();
     icon_ = icon;
+    icon_->menu.entries = [this, others = icon.menu.entries] {
+        std::vector<MenuEntry> all = ownEntries_;
+        for (MenuEntry& entry : others())
+            all.push_back(std::move(entry));
+        return all;
+    };
     showIcon();
     giveUp_ = loop_.once(startOfTray, [this] {
         if (!tray_)
@@ -74,6 +80,10 @@ void QtDesktop::popUp(const Menu& menu) {
             return;
     fillMenu(*popup_, menu, chooses(), MenuDrawnBy::qt);
     popup_->popup(QCursor::pos());
+}
+
+bool QtDesktop::isInTray() const {
+    return icon_ && tray_ && tray_->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 void QtDesktop::popUpTrayMenu() {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 class QMenu;
 class QSystemTrayIcon;
@@ -36,6 +37,12 @@ public:
     // The task is called at once when the owner chooses from a menu.
     void onPress(Task task) { pressed_ = std::move(task); }
 
+    // Whether there is an icon in a tray, from which the program can be worked.
+    bool isInTray() const;
+
+    // Entries of the front end's own, which stand above all others in the icon's menu.
+    void addToTrayMenu(std::vector<MenuEntry> entries) { ownEntries_ = std::move(entries); }
+
     // Opens the icon's menu at the pointer, for an owner without a tray.
     void popUpTrayMenu();
 
@@ -54,6 +61,7 @@ private:
     std::function<bool()> hasTray_ = [] { return true; };
     Task withoutTray_ = [] {};
     Task pressed_ = [] {};
+    std::vector<MenuEntry> ownEntries_;
     std::optional<TrayIcon> icon_;
     std::unique_ptr<QMenu> trayMenu_, popup_;
     std::unique_ptr<QSystemTrayIcon> tray_; // once there is one

@@ -30,6 +30,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
             rooms.conversations.goBackTo(begun);
         take(line);
     });
+    window.onClose([this] { closeWindow(); });
     window.holdAfter(&IrcWords::asksPassword);
     window.maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
     words.add(rooms.slashWords());
@@ -68,6 +69,16 @@ void QtRoom::take(const std::string& line) {
         rooms.conversations.asOwnerWants([&] { words.run(line); });
     else
         rooms.room.say(line);
+}
+
+void QtRoom::closeWindow() {
+    const RoomClosing wanted = rooms.preferences.closing();
+    if (wanted == RoomClosing::quit)
+        loop_.post([this] { take("/quit"); });
+    else if (wanted == RoomClosing::tray && hasTray_())
+        window.hide();
+    else
+        window.showMinimized();
 }
 
 void QtRoom::tell(const std::string& text) {

@@ -6,6 +6,7 @@
 #include "irc/client/all_rooms.h"
 #include "irc/client/password_prompt.h"
 #include "platform/posix/line_history.h"
+#include "platform/qt/room/room_looks.h"
 #include "platform/qt/room/room_window.h"
 #include "shell/data_directory.h"
 
@@ -35,6 +36,9 @@ public:
     // A network that the last run was on is connected to.
     void open(Task quit);
 
+    // Whether the window can be brought back from a tray, where closing is to hide it there.
+    void hideInTrayIf(std::function<bool()> hasTray) { hasTray_ = std::move(hasTray); }
+
     // What the front end has to say itself.
     void tell(const std::string& text);
 
@@ -48,6 +52,7 @@ public:
 private:
     void take(const std::string& line);
     void placeChanged();
+    void closeWindow();
 
     void ask(const std::string& prompt, std::function<void(std::string)> answered) override {
         window.askPassword(prompt, std::move(answered));
@@ -62,10 +67,12 @@ private:
     LineHistory history_;
     bool isOpen_ = false;
     std::vector<std::string> early_; // lines
+    std::function<bool()> hasTray_ = [] { return false; };
 
 public:
     AllRooms rooms;
     RoomWindow window{loop_, rooms.room, rooms.conversations, history_};
+    RoomLooks looks{window, rooms.preferences};
     SlashWords words;
 };
 

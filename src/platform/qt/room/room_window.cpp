@@ -212,10 +212,10 @@ void RoomWindow::bringForward() {
     input_.setFocus();
 }
 
-// Closing only minimizes the window, since without it the owner couldn't talk to the program.
+// The window itself stays, since without it the owner couldn't talk to the program.
 void RoomWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    showMinimized();
+    close_();
 }
 
 bool RoomWindow::event(QEvent* event) {

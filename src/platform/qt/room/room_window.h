@@ -65,6 +65,9 @@ public:
     void askPassword(const std::string& prompt, std::function<void(std::string)> answered);
     void dismissPassword();
 
+    // The task is called when the owner closes the window, in place of minimizing it.
+    void onClose(Task close) { close_ = std::move(close); }
+
     // Where the window stands, how large it is and how it is divided: for the next run, which may
     // have other screens. The task is told of changes.
     std::string place() const;
@@ -98,6 +101,7 @@ private:
     Take take_ = [](const std::string&, const Conversations::Begun&) {};
     Conversations::Begun begun_; // where the line is that is being typed
     Task placeChanged_ = [] {};
+    Task close_ = [this] { showMinimized(); };
     bool isRoomShown_ = false;
 };
 
