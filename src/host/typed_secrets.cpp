@@ -56,27 +56,49 @@ std::string maskedAfter(std::string_view line, int words) {
 }
 
 // The words after which a service is told a password, and how many may be read that come before it.
+// A bouncer's modules are told some by words of their own.
 constexpr struct {
     std::string_view word;
     int shown;
-} orders[] = {{"identify", 0},     {"id", 0},       {"sidentify", 0}, {"login", 0},  {"auth", 0},
-              {"authenticate", 0}, {"register", 0}, {"confirm", 0},   {"verify", 0}, {"hello", 0},
-              {"ghost", 1},        {"recover", 1},  {"release", 1},   {"regain", 1}, {"group", 1},
-              {"drop", 1},         {"link", 1},     {"logout", 1},    {"fverify", 0}};
+} orders[] = {{"login", 0},   {"auth", 0},     {"authenticate", 0}, {"register", 0}, {"confirm", 0},
+              {"hello", 0},   {"cookie", 0},   {"ghost", 1},        {"recover", 1},  {"release", 1},
+              {"regain", 1},  {"reclaim", 1},  {"enforce", 1},      {"group", 1},    {"drop", 1},
+              {"link", 1},    {"unlink", 1},   {"logout", 1},       {"sasl", 1},     {"adduser", 1},
+              {"loadmod", 1}, {"addserver", 2}};
 
-// Whatever the word before it, as in "set password x", what comes after "pass..." is one.
+// "IDENTIFY" in all its forms, also as it is often mistyped.
+bool isIdentify(std::string_view foldedOrder) {
+    return foldedOrder.starts_with("id") || foldedOrder.starts_with("ind") ||
+           foldedOrder.ends_with("ify") || foldedOrder.find("ident") != foldedOrder.npos;
+}
+
+// Of the words of an order, that after which comes a secret whatever the order is: a password, as
+// in "set password x", a line that is to be said to another service, or the key in the modes of a
+// room.
+bool comesBeforeSecret(std::string_view foldedWord, bool isAboutModes) {
+    const bool isModes = foldedWord.starts_with('+') || foldedWord.starts_with('-');
+    return foldedWord.find("pass") != foldedWord.npos || foldedWord == "-connect-command" ||
+           (isAboutModes && isModes && foldedWord.find('k') != foldedWord.npos);
+}
+
 std::string serviceWithoutSecrets(std::string_view text) {
-    std::string_view rest = text;
-    const std::string order = foldCase(takeWord(rest));
-    for (std::string_view looked = text; !withoutBlanks(looked).empty();)
-        if (foldCase(takeWord(looked)).find("pass") != std::string::npos)
+    bool isAboutModes = false;
+    for (std::string_view looked = text; !withoutBlanks(looked).empty();) {
+        const std::string word = foldCase(takeWord(looked));
+        if (comesBeforeSecret(word, isAboutModes))
             return maskedFrom(text, looked);
+        isAboutModes = isAboutModes || isOneOf(word, {"mode", "modes", "mlock"});
+    }
+    std::string_view rest = text;
+    std::string order = foldCase(takeWord(rest));
+    // "/identify x" in front of which there was something, or ":identify x"
+    order.erase(0, std::min(order.find_first_of("abcdefghijklmnopqrstuvwxyz"), order.size()));
     const auto found = std::ranges::find(orders, order, [](const auto& each) { return each.word; });
-    if (found == std::end(orders))
+    if (found == std::end(orders) && !isIdentify(order))
         return std::string(text);
     while (isChannel(nextWord(rest)))
         takeWord(rest);
-    for (int shown = found->shown; shown > 0; --shown)
+    for (int shown = found == std::end(orders) ? 0 : found->shown; shown > 0; --shown)
         takeWord(rest);
     return maskedFrom(text, rest);
 }
@@ -107,11 +129,11 @@ std::string orderWithoutSecrets(std::string_view line) {
     const std::string order = foldCase(takeWord(rest));
     if (isOneOf(order, {"pass", "authenticate", "identify", "id", "auth", "register", "webirc"}))
         return maskedAfter(line, 1);
-    if (isOneOf(order, {"oper", "join", "j", "login", "verify", "cycle", "hop"}))
+    if (isOneOf(order, {"oper", "join", "j", "login", "verify", "cycle", "hop", "vhost"}))
         return maskedAfter(line, 2);
     if (order == "mode")
         return modesWithoutKey(line);
-    if (leadsToService(order))
+    if (leadsToService(order) && !nextWord(rest).starts_with('*'))
         return saidAfter(line, "nickserv", rest);
     const std::string_view to = takeWord(rest);
     return isService(to) ? saidAfter(line, to, rest) : std::string(line);
@@ -129,10 +151,33 @@ std::string connectWithoutSecrets(std::string_view line) {
     return isPort ? maskedFrom(line, rest) : std::string(line);
 }
 
+// "/set irc.server.example.sasl_password x" and "/server add example -password=x", from there.
+std::string settingWithoutSecrets(std::string_view line) {
+    for (std::string_view rest = line; !withoutBlanks(rest).empty();) {
+        const std::string_view word = takeWord(rest);
+        if (foldCase(word).find("pass") == std::string::npos)
+            continue;
+        const auto sign = word.find('=');
+        return maskedFrom(line, sign == word.npos ? rest
+                                                  : line.substr(static_cast<std::size_t>(
+                                                        word.data() + sign + 1 - line.data())));
+    }
+    return std::string(line);
+}
+
 } // namespace
 
+// To a bouncer's module a line may be given that it is to say, or a password under any name.
 std::string saidWithoutSecrets(std::string_view to, std::string_view text) {
-    return isService(to) ? serviceWithoutSecrets(text) : std::string(text);
+    if (!isService(to))
+        return std::string(text);
+    std::string_view rest = text;
+    const std::string order = foldCase(takeWord(rest));
+    if (to.starts_with('*') && order == "add")
+        return std::string(text.substr(0, text.size() - rest.size())) +
+               protocolWithoutSecrets(rest);
+    const bool isAny = order == "set" && isOneOf(foldCase(to), {"*sasl", "*nickserv", "*q"});
+    return isAny ? maskedFrom(text, rest) : serviceWithoutSecrets(text);
 }
 
 std::string protocolWithoutSecrets(std::string_view line) {
@@ -155,6 +200,9 @@ std::string typedWithoutSecrets(std::string_view line) {
         return before + (argument.starts_with('/') ? typedWithoutSecrets(rest)
                          : word == "onconnect"     ? protocolWithoutSecrets(rest)
                                                    : std::string(rest));
+    if (isOneOf(word, {"set", "server", "connect", "network", "secure"}))
+        if (std::string masked = settingWithoutSecrets(line); masked != line)
+            return masked;
     if (isOneOf(word, {"connect", "server", "reconnect"}))
         return connectWithoutSecrets(line);
     const std::string last = foldCase(withoutBlanks(rest));
