@@ -129,6 +129,10 @@ void Conversations::asOwnerWants(const Task& task) {
     isAsOwnerWants_ = before;
 }
 
+const Conversation* Conversations::whereBegun(const Begun& begun) const {
+    return begun.place.empty() || begun.moves == moves_ ? front_ : find(begun.place);
+}
+
 void Conversations::goBackTo(const Begun& begun) {
     if (begun.place.empty() || begun.moves == moves_)
         return;

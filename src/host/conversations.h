@@ -84,6 +84,9 @@ public:
     // front again, or home where nothing can be said any more. A blank place means in front.
     void goBackTo(const Begun& begun);
 
+    // Where that would be, open or not; null if it has gone.
+    const Conversation* whereBegun(const Begun& begun) const;
+
     // Keeps the line at the end; as of now, unless it has a time. An old line is put in after those
     // that aren't newer, unless it is there already.
     void keep(Conversation& conversation, KeptLine line);

@@ -3,10 +3,28 @@
 #include "host/name_completion.h"
 #include "host/typed_secrets.h"
 #include "shell/kept_files.h"
+#include "text/fold.h"
+#include "text/typed_words.h"
+#include "text/visible.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
+
+namespace {
+
+// What is said by the line where it is typed, at its end.
+std::string_view saidBy(std::string_view typed) {
+    if (!SlashWords::isMeantForIt(typed))
+        return typed;
+    std::string_view rest = typed;
+    const std::string word = foldCase(takeWord(rest));
+    rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
+    return word == "/now" || word == "/say" || word == "/me" ? rest : std::string_view();
+}
+
+} // namespace
 
 AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
                    PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
@@ -51,11 +69,26 @@ Completion AllRooms::completionOf(std::string_view typed, const SlashWords& slas
     return found.text.empty() ? completionOfNames(room, typed) : found;
 }
 
-std::string AllRooms::withoutSecrets(std::string_view typed) const {
-    const Conversation& front = conversations.front();
-    return front.kind() == Conversation::Kind::person && !SlashWords::isMeantForIt(typed)
-               ? saidWithoutSecrets(front.name(), typed)
-               : typedWithoutSecrets(typed);
+std::string AllRooms::withoutSecrets(std::string_view typed,
+                                     const Conversations::Begun& begun) const {
+    const Conversation* const there = conversations.whereBegun(begun);
+    const std::string_view said = saidBy(typed);
+    if (!there || there->kind() != Conversation::Kind::person || said.empty())
+        return typedWithoutSecrets(typed);
+    return std::string(typed.substr(0, typed.size() - said.size())) +
+           saidWithoutSecrets(there->name(), said);
+}
+
+bool AllRooms::goBackFor(std::string_view typed, const Conversations::Begun& begun) {
+    const Conversation* const there = conversations.whereBegun(begun);
+    const bool canBeSaid = !there || there->isOpen || saidBy(typed).empty();
+    const std::string masked = canBeSaid ? "" : withoutSecrets(typed, begun);
+    const bool mayBeTaken = canBeSaid || masked == typed;
+    const std::string name = mayBeTaken ? "" : visibleName(there->name());
+    conversations.goBackTo(begun);
+    if (!mayBeTaken)
+        conversations.tell(KeptLine::Kind::answer, "not said to " + name + ": " + masked);
+    return mayBeTaken;
 }
 
 } // namespace larkspin

@@ -31,8 +31,14 @@ public:
     Completion completionOf(std::string_view typed, const SlashWords& words,
                             const Complete& others) const;
 
-    // A line that is typed now, as it may be shown again and kept.
-    std::string withoutSecrets(std::string_view typed) const;
+    // A line that the owner has typed, and where he has begun it, as it may be shown again and
+    // kept.
+    std::string withoutSecrets(std::string_view typed, const Conversations::Begun& begun) const;
+
+    // To be called before such a line is taken, to be where he has begun it. False if it mustn't be
+    // taken: it tells a service a secret, which can't be told any more, and no other place may
+    // hear.
+    bool goBackFor(std::string_view typed, const Conversations::Begun& begun);
 
     // The words with a slash about all of it.
     std::vector<SlashWord> slashWords();

@@ -159,8 +159,9 @@ void LineEditor::take(std::string_view key) {
 
 void LineEditor::endLine() {
     const std::string line = library_->line();
+    const Conversations::Begun begun = begun_ ? *begun_ : place_();
     if (!line.empty()) {
-        const std::string shown = masked_(line);
+        const std::string shown = masked_(line, begun);
         if (shown != line) {
             library_->strike(lineEndKey);
             library_->replaceBeforeCursor(line.size(), shown);
@@ -175,7 +176,7 @@ void LineEditor::endLine() {
         isHeld_ = true;
         loop_.unwatch(STDIN_FILENO);
     }
-    input_.bring(line, begun_ ? *begun_ : place_());
+    input_.bring(line, begun);
 }
 
 void LineEditor::takeSecretKey(std::string_view key) {

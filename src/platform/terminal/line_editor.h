@@ -36,11 +36,10 @@ public:
     void remember(const std::string& line) { library_->remember(line); }
     void onLine(std::function<void(const std::string& line)> typed) { onLine_ = std::move(typed); }
 
-    // What stands on the screen, and comes back, in place of a line that has been typed: secrets
-    // are masked.
-    void maskBy(std::function<std::string(const std::string& line)> masked) {
-        masked_ = std::move(masked);
-    }
+    // What stands on the screen, and comes back, in place of a line that has been typed, and
+    // begun there: secrets are masked.
+    using Mask = std::function<std::string(const std::string&, const Conversations::Begun&)>;
+    void maskBy(Mask masked) { masked_ = std::move(masked); }
 
     // Tells where a line is that is begun now; the input gets that with the line.
     void placeBy(std::function<Conversations::Begun()> place) { place_ = std::move(place); }
@@ -95,9 +94,7 @@ private:
     std::unique_ptr<EditLibrary> library_;
     Complete complete_ = [](std::string_view) { return Completion{}; };
     std::function<void(const std::string&)> onLine_ = [](const std::string&) {};
-    std::function<std::string(const std::string&)> masked_ = [](const std::string& line) {
-        return line;
-    };
+    Mask masked_ = [](const std::string& line, const Conversations::Begun&) { return line; };
     std::function<bool(const std::string&)> holdsAfter_ = [](const std::string&) { return false; };
     std::function<Conversations::Begun()> place_ = [] { return Conversations::Begun(); };
     std::optional<Conversations::Begun> begun_; // while something is typed

@@ -87,7 +87,9 @@ void Terminal::openEditor(PollLoop& loop) {
     loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
     loop.onSignals({SIGTSTP}, [this] { editor_->stop(); });
     editor_->holdAfter(&IrcWords::asksPassword);
-    editor_->maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
+    editor_->maskBy([this](const std::string& line, const Conversations::Begun& begun) {
+        return rooms.withoutSecrets(line, begun);
+    });
     editor_->placeBy([this] { return rooms.conversations.begun(); });
     password_.editBy(*editor_);
 }
@@ -183,10 +185,10 @@ void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit)
 }
 
 void Terminal::take(const std::string& line) {
-    rooms.conversations.goBackTo(input_.begun());
-    if (SlashWords::isMeantForIt(line))
+    const bool isTaken = rooms.goBackFor(line, input_.begun());
+    if (isTaken && SlashWords::isMeantForIt(line))
         rooms.conversations.asOwnerWants([&] { commands_.run(line); });
-    else
+    else if (isTaken)
         rooms.room.say(line, editor_ != nullptr);
     if (editor_)
         editor_->goOn();

@@ -73,8 +73,11 @@ TEST_F(IrcTalkWordsTest, WhatAServiceIsToldIsNeverShownAndNoCommand) {
         EXPECT_EQ(typed("/query NickServ"), "you talk to NickServ\n"
                                             "jo: identify ****\n");
         shown->take();
-        EXPECT_EQ(rooms->withoutSecrets("identify hush"), "identify ****");
-        EXPECT_EQ(rooms->withoutSecrets("/oper jo hush"), "/oper jo ****");
+        const auto begun = rooms->conversations.begun();
+        EXPECT_EQ(rooms->withoutSecrets("identify hush", begun), "identify ****");
+        EXPECT_EQ(rooms->withoutSecrets("/now identify hush", begun), "/now identify ****");
+        EXPECT_EQ(rooms->withoutSecrets("/join #den hush", begun), "/join #den ****");
+        EXPECT_EQ(rooms->withoutSecrets("/oper jo hush", begun), "/oper jo ****");
         loop.post([this] { rooms->room.say("identify hush"); });
         EXPECT_EQ(seenWithin(1s), "jo: identify ****\n");
         server.say(":jo!o@host PRIVMSG NickServ :set password hush"); // another program of his
@@ -86,6 +89,22 @@ TEST_F(IrcTalkWordsTest, WhatAServiceIsToldIsNeverShownAndNoCommand) {
         EXPECT_TRUE(typed("/onconnect").ends_with("  PASS ****\n")) << seen;
         typed("/onconnect drop all");
     }
+    EXPECT_EQ(heard, Lines{});
+}
+
+TEST_F(IrcTalkWordsTest, WhatWasMeantForAServiceIsSaidNowhereElseWhenTheConnectionIsLost) {
+    lines.connect([this](const ChatLine& line) { heard.push_back(line.text); });
+    typed("/connect irc.test jo #music");
+    typed("/query NickServ");
+    const auto begun = rooms->conversations.begun();
+    server.lose("x");
+    seenWithin(1ms);
+    const std::string line = "identify hush";
+    EXPECT_EQ(rooms->withoutSecrets(line, begun), "identify ****");
+    EXPECT_FALSE(rooms->goBackFor(line, begun));
+    EXPECT_EQ(shown->take(), "not said to NickServ: identify ****\n");
+    EXPECT_TRUE(rooms->goBackFor("help", begun));
+    EXPECT_TRUE(rooms->goBackFor("/msg NickServ identify hush", begun));
     EXPECT_EQ(heard, Lines{});
 }
 

@@ -26,13 +26,14 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
              .changed = [this] { window.roomChanged(); }}),
       words([this](const std::string& text) { tell(text); }) {
     window.onLine([this](const std::string& line, const Conversations::Begun& begun) {
-        if (isOpen_)
-            rooms.conversations.goBackTo(begun);
-        take(line);
+        if (!isOpen_ || rooms.goBackFor(line, begun))
+            take(line);
     });
     window.onClose([this] { closeWindow(); });
     window.holdAfter(&IrcWords::asksPassword);
-    window.maskBy([this](const std::string& line) { return rooms.withoutSecrets(line); });
+    window.maskBy([this](const std::string& line, const Conversations::Begun& begun) {
+        return rooms.withoutSecrets(line, begun);
+    });
     words.add(rooms.slashWords());
     window.restorePlace(files.read(placeFile_, largestPlace).contents);
     window.onPlace([this] { placeChanged(); });

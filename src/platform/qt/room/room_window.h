@@ -56,8 +56,11 @@ public:
         input_.holdAfter(std::move(line));
     }
 
-    void maskBy(std::function<std::string(const std::string& line)> masked) {
-        input_.maskBy(std::move(masked));
+    using Mask = std::function<std::string(const std::string&, const Conversations::Begun&)>;
+    void maskBy(Mask masked) {
+        input_.maskBy([this, masked = std::move(masked)](const std::string& line) {
+            return masked(line, begun_);
+        });
     }
 
     // Takes a password, as `PasswordPrompt` has it: in the line to type in, so that no key of it
