@@ -71,14 +71,6 @@ bool IrcClient::tellWithoutServer() const {
     return !session_.isWelcomed();
 }
 
-bool IrcClient::tellWithoutRoom() const {
-    if (here())
-        return false;
-    if (!tellWithoutServer())
-        tell("you are in no room");
-    return true;
-}
-
 IrcClient::State IrcClient::state() const {
     if (!isOn_)
         return State::disconnected;
@@ -301,19 +293,31 @@ bool IrcClient::canBeTalkedTo(const std::string& name) const {
     return can;
 }
 
-void IrcClient::topic(const std::optional<std::string>& text) {
-    if (tellWithoutRoom())
+void IrcClient::topic(const std::optional<std::string>& text, const std::string& room) {
+    if (room.empty() ? orders_.tellWithoutRoom() : tellWithoutServer())
         return;
+    const Place* const place =
+        room.empty() ? channels_.here() : channels_.find(room, session_.features());
     if (text)
-        session_.request("TOPIC", {here()->name(), *text});
-    else if (here()->topic().empty())
+        session_.request("TOPIC", {place ? place->channel.name() : room, *text});
+    else if (!place)
+        orders_.quote("TOPIC " + room);
+    else if (place->channel.topic().empty())
         tell("there is no topic");
     else
-        tell("the topic is: " + plainText(here()->topic()));
+        tell("the topic is: " + plainText(place->channel.topic()));
 }
 
-void IrcClient::names() {
-    if (tellWithoutRoom())
+void IrcClient::names(const std::string& room) {
+    const Conversation& front = conversations_.front();
+    if (!room.empty())
+        return orders_.names(room);
+    if (front.kind() == Conversation::Kind::person && owns(front)) {
+        tell(visibleName(front.name()) + ", 2 people");
+        tell("  " + visibleName(ownName()));
+        return tell("  " + visibleName(front.name()));
+    }
+    if (orders_.tellWithoutRoom())
         return;
     const auto called = [&](std::string_view name) {
         return here()->ranks(name, session_.features()) + visibleName(name);

@@ -96,8 +96,8 @@ public:
     void notice(const std::string& name, const std::string& text);
     void quote(std::string_view line);    // one of the protocol
     void talkTo(const std::string& name); // in a conversation of its own
-    void topic(const std::optional<std::string>& text);
-    void names();
+    void topic(const std::optional<std::string>& text, const std::string& room = {});
+    void names(const std::string& room = {});
 
     // What else he asks a server for, and orders about people and rooms.
     IrcOrders& orders() { return orders_; }
@@ -160,7 +160,6 @@ private:
     void tell(const std::string& text) const;
     // True when there is none.
     bool tellWithoutServer() const;
-    bool tellWithoutRoom() const;
 
     void take(const IrcMessage& message);
     void lost();
@@ -182,13 +181,13 @@ private:
     IrcTalks talks_;
     IrcJoining joining_;
     IrcModeration moderation_{loop_, session_, channels_, shown_};
-    IrcOrders orders_{loop_, session_, channels_, moderation_, shown_};
+    IrcOrders orders_{loop_, session_, channels_, conversations_, moderation_, shown_};
     IrcHearing hearing_;
     IrcRequests requests_{loop_, session_, shown_};
     IrcSpeech speech_;
     IrcPacing pacing_;
     IrcHistory history_{session_, channels_};
-    IrcHappenings happenings_{conversations_, shown_, session_, channels_};
+    IrcHappenings happenings_{loop_, conversations_, shown_, session_, channels_};
     std::function<void(const Task& join)> welcomed_;
     bool isOn_ = false;
     bool hasToldHowToStop_ = false;

@@ -4,6 +4,7 @@
 #include "irc/channels/irc_ignore_list.h"
 #include "irc/client/irc_client.h"
 #include "text/blanks.h"
+#include "text/fold.h"
 #include "text/number.h"
 #include "text/typed_words.h"
 #include "text/visible.h"
@@ -201,9 +202,15 @@ bool IrcOrderWords::unban(std::string_view rest) const {
 }
 
 bool IrcOrderWords::ignore(std::string_view rest) const {
-    const std::string given = trimmed(rest), mask = IrcIgnoreList::maskOf(given);
-    if (given.empty())
+    std::string_view others = rest;
+    const std::string word = wordOf(others);
+    if (isEmpty(others) && (word.empty() || equalFolded(word, "list")))
         return tellIgnored(), true;
+    if (!isEmpty(others) && equalFolded(word, "del"))
+        return unignore(others);
+    if (!isEmpty(others) && equalFolded(word, "add"))
+        rest = others;
+    const std::string given = trimmed(rest), mask = IrcIgnoreList::maskOf(given);
     if (mask.empty())
         return false;
     if (!ignored_.add(mask))

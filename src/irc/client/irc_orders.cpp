@@ -1,5 +1,6 @@
 #include "irc/client/irc_orders.h"
 
+#include "host/conversations.h"
 #include "host/shown_room.h"
 #include "irc/channels/irc_moderation.h"
 #include "irc/connection/irc_session.h"
@@ -30,8 +31,10 @@ const Person* personIn(const People& people, std::string_view name, const IrcSes
 } // namespace
 
 IrcOrders::IrcOrders(EventLoop& loop, IrcSession& session, IrcChannels& channels,
-                     IrcModeration& moderation, const RoomDisplay& shown)
-    : loop_(loop), session_(session), channels_(channels), moderation_(moderation), shown_(shown),
+                     const Conversations& conversations, IrcModeration& moderation,
+                     const RoomDisplay& shown)
+    : loop_(loop), session_(session), channels_(channels), conversations_(conversations),
+      moderation_(moderation), shown_(shown),
       answers_(loop, session, [this](const std::string& text) { shown_.tell(text); }) {}
 
 bool IrcOrders::tellWithoutServer() const {
@@ -40,47 +43,64 @@ bool IrcOrders::tellWithoutServer() const {
     return !session_.isWelcomed();
 }
 
+bool IrcOrders::tellWithoutRoom() const {
+    if (channels_.here())
+        return false;
+    const Conversation& front = conversations_.front();
+    if (!tellWithoutServer())
+        shown_.tell(front.kind() == Conversation::Kind::person
+                        ? "this is a private talk with " + visibleName(front.name())
+                        : "you are in no room");
+    return true;
+}
+
 std::string IrcOrders::here() const {
-    const auto* const place = channels_.here();
-    if (!place && !tellWithoutServer())
-        shown_.tell("you are in no room");
-    return place ? place->channel.name() : "";
+    return tellWithoutRoom() ? "" : channels_.here()->channel.name();
 }
 
 // In its turn among what he types.
-void IrcOrders::ask(std::string_view command, const std::vector<std::string>& parameters) {
+void IrcOrders::ask(std::string_view command, const std::vector<std::string>& parameters,
+                    Expected answer) {
+    const auto leaves = [this, answer] {
+        if (answer)
+            answers_.expect(answer->first, answer->second);
+        return std::string();
+    };
     if (!tellWithoutServer() &&
-        !session_.send(IrcOutgoing::Kind::typed, ircLine(command, parameters)))
+        !session_.send(IrcOutgoing::Kind::typed, ircLine(command, parameters), leaves))
         shown_.tell("too much waits to be said");
 }
 
 bool IrcOrders::meansRoom(std::string_view word) const {
-    return session_.features().isChannel(word) &&
-           (word.front() != '+' || channels_.find(word, session_.features()));
+    return session_.features().isChannel(word) && (word.front() != '+' || isInRoom(word));
+}
+
+bool IrcOrders::isInRoom(std::string_view name) const {
+    return channels_.find(name, session_.features()) != nullptr;
 }
 
 void IrcOrders::whois(const std::string& name) {
     const std::string who = name.empty() ? session_.nick() : name;
-    answers_.expect(Question::person, who);
-    ask("WHOIS", {who});
+    ask("WHOIS", {who}, {{Question::person, who}});
 }
 
 void IrcOrders::whowas(const std::string& name) {
-    answers_.expect(Question::formerPerson, name);
-    ask("WHOWAS", {name});
+    ask("WHOWAS", {name}, {{Question::formerPerson, name}});
 }
 
 void IrcOrders::who(const std::string& mask) {
     const std::string about = mask.empty() ? here() : mask;
-    if (about.empty())
-        return;
-    answers_.expect(Question::people);
-    ask("WHO", {about});
+    if (!about.empty())
+        ask("WHO", {about}, {{Question::people, ""}});
+}
+
+void IrcOrders::names(const std::string& room) {
+    ask("NAMES", {room}, {{Question::names, room}});
 }
 
 void IrcOrders::away(const std::string& why) {
-    answers_.expect(Question::away);
-    ask("AWAY", why.empty() ? std::vector<std::string>() : std::vector<std::string>{why});
+    ask("AWAY", why.empty() ? std::vector<std::string>() : std::vector<std::string>{why},
+        {{Question::away, ""}});
 }
 
 void IrcOrders::list(const std::string& pattern, int leastPeople) {
@@ -93,11 +113,8 @@ void IrcOrders::list(const std::string& pattern, int leastPeople) {
 }
 
 void IrcOrders::quote(std::string_view line) {
-    const auto message = readIrcMessage(line);
-    if (!message)
-        return;
-    answers_.expect(Question::anything);
-    ask(message->command, message->parameters);
+    if (const auto message = readIrcMessage(line))
+        ask(message->command, message->parameters, {{Question::anything, ""}});
 }
 
 void IrcOrders::invite(const std::string& name, const std::string& room) {
@@ -106,17 +123,18 @@ void IrcOrders::invite(const std::string& name, const std::string& room) {
 }
 
 // A list of masks is asked for by its letter alone.
-void IrcOrders::expectModes(const std::string& about, const std::vector<std::string>& modes) {
+IrcOrders::Expected IrcOrders::answerToModes(const std::string& about,
+                                             const std::vector<std::string>& modes) const {
     const bool isRoom = session_.features().isChannel(about);
     if (modes.empty())
-        return answers_.expect(isRoom ? Question::roomModes : Question::ownModes,
-                               isRoom ? about : "");
+        return {{isRoom ? Question::roomModes : Question::ownModes, isRoom ? about : ""}};
     std::string_view letters = modes.front();
     if (letters.starts_with('+'))
         letters.remove_prefix(1);
     if (isRoom && modes.size() == 1 && letters.size() == 1 &&
         session_.features().listModes.find(letters) != std::string::npos)
-        answers_.expect(Question::masks, about);
+        return {{Question::masks, about}};
+    return {};
 }
 
 void IrcOrders::mode(std::string_view words) {
@@ -134,9 +152,9 @@ void IrcOrders::mode(std::string_view words) {
         return;
     if (hasTarget)
         parameters.erase(parameters.begin());
-    expectModes(about, parameters);
+    const Expected answer = answerToModes(about, parameters);
     parameters.insert(parameters.begin(), about);
-    ask("MODE", parameters);
+    ask("MODE", parameters, answer);
 }
 
 void IrcOrders::rank(char sign, char letter, const std::vector<std::string>& names) {

@@ -4,12 +4,15 @@
 
 #include "irc/talk/irc_answers.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
 
+class Conversations;
 class EventLoop;
 class IrcChannels;
 class IrcModeration;
@@ -20,17 +23,23 @@ class IrcOrders {
 public:
     // All must live on.
     IrcOrders(EventLoop& loop, IrcSession& session, IrcChannels& channels,
-              IrcModeration& moderation, const RoomDisplay& shown);
+              const Conversations& conversations, IrcModeration& moderation,
+              const RoomDisplay& shown);
 
     IrcAnswers& answers() { return answers_; }
+
+    // Tells him that he is in no room, if so.
+    bool tellWithoutRoom() const;
 
     // Whether a word that may be something else as well is meant for a room. One that begins with a
     // plus could be modes, or a reason: it is a room only if he is in it.
     bool meansRoom(std::string_view word) const;
+    bool isInRoom(std::string_view name) const;
 
     void whois(const std::string& name); // blank for himself
     void whowas(const std::string& name);
     void who(const std::string& mask); // blank for the room
+    void names(const std::string& room);
     void away(const std::string& why); // blank for back
     void list(const std::string& pattern, int leastPeople);
     void quote(std::string_view line); // one of the protocol
@@ -52,12 +61,17 @@ public:
 private:
     bool tellWithoutServer() const;
     std::string here() const; // the room; blank, and told, if he is in none
-    void ask(std::string_view command, const std::vector<std::string>& parameters);
-    void expectModes(const std::string& about, const std::vector<std::string>& modes);
+
+    // The answer is expected from when the question goes out.
+    using Expected = std::optional<std::pair<IrcAnswers::Question, std::string>>;
+    void ask(std::string_view command, const std::vector<std::string>& parameters,
+             Expected answer = {});
+    Expected answerToModes(const std::string& about, const std::vector<std::string>& modes) const;
 
     EventLoop& loop_;
     IrcSession& session_;
     IrcChannels& channels_;
+    const Conversations& conversations_;
     IrcModeration& moderation_;
     const RoomDisplay& shown_;
     IrcAnswers answers_;

@@ -36,13 +36,25 @@ bool join(IrcClient& irc, std::string_view rest) {
 }
 
 bool names(IrcClient& irc, std::string_view rest) {
-    if (isBlank(rest))
-        irc.names();
-    return isBlank(rest);
+    const std::string room(takeWord(rest));
+    const bool isMeant = isBlank(rest) && (room.empty() || irc.orders().meansRoom(room));
+    if (isMeant)
+        irc.names(room);
+    return isMeant;
 }
 
+// A room that he isn't in can only be asked about: its name may begin a topic.
 bool topic(IrcClient& irc, std::string_view rest) {
-    irc.topic(isBlank(rest) ? std::nullopt : std::optional(textAfter(rest)));
+    std::string_view text = rest;
+    std::string room(takeWord(text));
+    if (irc.orders().meansRoom(room) && (isBlank(text) || irc.orders().isInRoom(room)))
+        rest = text;
+    else
+        room.clear();
+    irc.topic(isBlank(rest)                      ? std::nullopt
+              : withoutBlanks(rest) == "-delete" ? std::optional<std::string>("")
+                                                 : std::optional(textAfter(rest)),
+              room);
     return true;
 }
 
@@ -160,8 +172,12 @@ std::vector<SlashWord> IrcWords::wordsOn(const Network& network) {
          "leaves the room, or ends the private talk",
          leave,
          {"part", "close"}},
-        {"names", "", "tells who is in the room", there(names), {"n"}},
-        {"topic", "[TEXT]", "tells the room's topic, or sets it", there(topic), {"t"}},
+        {"names", "[#ROOM]", "tells who is in the room", there(names), {"n"}},
+        {"topic",
+         "[#ROOM] [TEXT|-delete]",
+         "tells the room's topic, sets it, or takes it away",
+         there(topic),
+         {"t"}},
         {"msg", "NAME TEXT", "sends somebody a private message", there(message), {"m"}, "talking"},
         {"query",
          "NAME [TEXT]",
@@ -197,8 +213,12 @@ std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
             return true;
         };
     }
-    words.push_back({"lines", "[NUMBER]", "shows the last lines of where you are once more",
-                     [this](std::string_view rest) { return lines(withoutBlanks(rest)); }});
+    words.push_back({"lines",
+                     "[NUMBER]",
+                     "shows the last lines of where you are once more",
+                     [this](std::string_view rest) { return lines(withoutBlanks(rest)); },
+                     {},
+                     "rooms"});
     return words;
 }
 

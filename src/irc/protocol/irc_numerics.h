@@ -13,9 +13,10 @@ inline constexpr std::string_view welcome = "001", features = "005";
 
 // Answers to what was asked for.
 inline constexpr std::string_view away = "301", isOn = "303", noTopic = "331", topic = "332",
-                                  inviting = "341", names = "353", endOfNames = "366", ban = "367",
-                                  channelModes = "324", who = "352", whoWithFields = "354",
-                                  endOfWho = "315", tryLater = "263";
+                                  topicSetter = "333", inviting = "341", names = "353",
+                                  endOfNames = "366", ban = "367", channelModes = "324",
+                                  who = "352", whoWithFields = "354", endOfWho = "315",
+                                  tryLater = "263";
 
 // About names that the server watches.
 inline constexpr std::string_view monitoredOffline = "731", monitorsFull = "734";
@@ -27,7 +28,7 @@ inline constexpr std::string_view noSuchNick = "401", noSuchChannel = "403", can
                                   nickInUse = "433", nickCollision = "436", nickUnavailable = "437",
                                   notRegistered = "451", badPassword = "464", needsAccount = "477",
                                   needsAccountForNick = "486", needsVoice = "489",
-                                  cannotSendToNick = "531";
+                                  cannotSendToNick = "531", badModeParameter = "696";
 
 // Outcomes of a login.
 inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone = "903",
@@ -37,10 +38,11 @@ inline bool isNumeric(std::string_view command) {
     return !command.empty() && isDigit(command.front());
 }
 
-// Every number of these two hundreds counts: there are many reasons for a refusal, and servers have
-// numbers of their own for some.
+// Every number of two hundreds counts, and one more: there are many reasons for a refusal, and
+// servers have numbers of their own for some.
 inline bool isRefusal(std::string_view command) {
-    return command.size() == 3 && (command.front() == '4' || command.front() == '5');
+    return command.size() == 3 &&
+           (command.front() == '4' || command.front() == '5' || command == badModeParameter);
 }
 
 // A line to a channel or to somebody.

@@ -116,6 +116,7 @@ constexpr struct {
     std::string_view number;
     Words words;
 } answers[] = {
+    {"005", [](const Told& told) { return told.from(1) + ' ' + told.last(); }},
     {"221", [](const Told& told) { return "your modes are " + told[1]; }},
     {"301", [](const Told& told) { return told[1] + " is away: " + told[2]; }},
     {"305", [](const Told&) { return std::string("you are no longer away"); }},
@@ -142,6 +143,7 @@ constexpr struct {
     {"346", [](const Told& told) { return listed(told, " needs no invitation"); }},
     {"348", [](const Told& told) { return listed(told, " is never kept out"); }},
     {"352", found},
+    {"353", [](const Told& told) { return told[2] + ": " + told.last(); }},
     {"367", [](const Told& told) { return listed(told, " is kept out"); }},
     {"728", [](const Told& told) { return listed(told, " can't speak", 3); }},
 };

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace larkspin {
 
@@ -31,6 +32,7 @@ constexpr struct {
     {Question::masks, "346 347 348 349 367 368 728 729", "347 349 368 729",
      "there is nobody there"},
     {Question::people, "352 315", "315", "there is nobody there"},
+    {Question::names, "353 366", "366", "there is nobody there"},
     {Question::anything, "", "", ""},
 };
 
@@ -42,8 +44,10 @@ const auto& kindOf(Question question) {
 } // namespace
 
 void IrcAnswers::expect(Question question, const std::string& about) {
+    // A question may be asked twice before its first answer. What has no end is asked anew.
+    const bool isEndless = kindOf(question).ends.empty();
     std::erase_if(awaited_, [&](const Awaited& each) {
-        return loop_.now() >= each.until || (each.question == question && each.about == about);
+        return loop_.now() >= each.until || (isEndless && each.question == question);
     });
     if (awaited_.size() >= mostAwaited)
         awaited_.erase(awaited_.begin());
@@ -69,7 +73,7 @@ void IrcAnswers::clear() {
 bool IrcAnswers::take(const IrcMessage& message) {
     if (!numeric::isNumeric(message.command) || numeric::isRefusal(message.command))
         return false;
-    if (takeRooms(message) || takeTopic(message))
+    if (takeRooms(message) || takeTopicSetter(message))
         return true;
     if (message.command == numeric::inviting) // which is told to nobody else
         return tell_(wordsOfAnswer(message, loop_)), true;
@@ -78,6 +82,7 @@ bool IrcAnswers::take(const IrcMessage& message) {
     if (found == awaited_.end())
         return false;
     tell(*found, message);
+    topicOf_ = message.command == numeric::topic ? message.parameter(1) : "";
     if (kindOf(found->question).ends.find(message.command) != std::string_view::npos)
         awaited_.erase(found);
     return true;
@@ -96,10 +101,10 @@ bool IrcAnswers::takeRooms(const IrcMessage& message) {
 }
 
 // Who has set a topic comes right after it.
-bool IrcAnswers::takeTopic(const IrcMessage& message) {
-    const bool isSetter = message.command == "333" && !topicOf_.empty() &&
-                          session_.isSame(topicOf_, message.parameter(1));
-    topicOf_ = message.command == numeric::topic ? message.parameter(1) : "";
+bool IrcAnswers::takeTopicSetter(const IrcMessage& message) {
+    const std::string of = std::exchange(topicOf_, {});
+    const bool isSetter = message.command == numeric::topicSetter && !of.empty() &&
+                          session_.isSame(of, message.parameter(1));
     if (isSetter)
         tell_(wordsOfAnswer(message, loop_));
     return isSetter;
@@ -109,8 +114,9 @@ bool IrcAnswers::isAbout(const Awaited& awaited, const IrcMessage& message) cons
     const std::string_view numbers = kindOf(awaited.question).numbers;
     const bool isOfKind =
         numbers.empty() || numbers.find(message.command) != std::string_view::npos;
+    const std::size_t place = message.command == numeric::names ? 2 : 1;
     return loop_.now() < awaited.until && isOfKind &&
-           (awaited.about.empty() || session_.isSame(awaited.about, message.parameter(1)));
+           (awaited.about.empty() || session_.isSame(awaited.about, message.parameter(place)));
 }
 
 void IrcAnswers::tell(Awaited& awaited, const IrcMessage& message) {

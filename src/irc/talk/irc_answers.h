@@ -30,7 +30,7 @@ public:
     static constexpr std::chrono::seconds longestAnswer{60}, longestOfAnything{10};
     static constexpr int most = 100;
 
-    // To be called before the question goes out. Which ones there are stands in the source. What it
+    // To be called as the question goes out. Which ones there are stands in the source. What it
     // is about is a person or a room, or blank.
     enum class Question {
         person,
@@ -40,6 +40,7 @@ public:
         ownModes,
         masks,
         people,
+        names,
         anything
     };
     void expect(Question question, const std::string& about = {});
@@ -62,7 +63,7 @@ private:
     };
 
     bool takeRooms(const IrcMessage& message);
-    bool takeTopic(const IrcMessage& message);
+    bool takeTopicSetter(const IrcMessage& message);
     bool isAbout(const Awaited& awaited, const IrcMessage& message) const;
     void tell(Awaited& awaited, const IrcMessage& message);
 
@@ -72,7 +73,7 @@ private:
     std::vector<Awaited> awaited_;
     IrcRoomList rooms_;
     Nanoseconds roomsUntil_{};
-    std::string topicOf_; // the channel whose topic has just been told
+    std::string topicOf_; // the channel about whose topic he has just been answered
 };
 
 } // namespace larkspin

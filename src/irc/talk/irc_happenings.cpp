@@ -6,16 +6,43 @@
 #include "irc/connection/irc_session.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_numerics.h"
+#include "irc/talk/irc_answer_words.h"
 #include "irc/talk/irc_news.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 namespace larkspin {
 
+// As he comes into a room he is told its topic there, and then who has set it, unless he has been
+// told that already, as before a lost connection.
+bool IrcHappenings::tellTopic(const IrcMessage& message) {
+    const bool isTopic = message.command == numeric::topic;
+    auto* const place = isTopic || message.command == numeric::topicSetter
+                            ? channels_.find(message.parameter(1), session_.features())
+                            : nullptr;
+    if (!place)
+        return false;
+    const std::string text = isTopic ? "the topic is: " + plainText(message.parameter(2))
+                                     : wordsOfAnswer(message, loop_);
+    const auto isThat = [&](const KeptLine& line) {
+        return line.isProgramsWord() && line.text == text;
+    };
+    Conversation& conversation = *place->conversation;
+    const bool isTold = isTopic ? std::ranges::any_of(conversation.lines(), isThat)
+                                : newTopicAt_ != conversation.place();
+    if (!isTold)
+        conversations_.keep(conversation, {.text = text});
+    newTopicAt_ = isTopic && !isTold ? conversation.place() : "";
+    return true;
+}
+
 // What happens in a channel stands there. That the owner is put out of one he hears wherever he is.
 void IrcHappenings::tell(const IrcMessage& message) {
     splits_.take(message);
+    if (tellTopic(message))
+        return;
     for (const IrcChannels::Place& place : channels_.all()) {
         std::string text = newsOf(message, session_, place.channel);
         if (text.empty())

@@ -3,9 +3,12 @@
 
 #include "irc/talk/irc_splits.h"
 
+#include <string>
+
 namespace larkspin {
 
 class Conversations;
+class EventLoop;
 class IrcChannels;
 class IrcSession;
 struct IrcMessage;
@@ -14,10 +17,10 @@ struct RoomDisplay;
 class IrcHappenings {
 public:
     // All must live on.
-    IrcHappenings(Conversations& conversations, const RoomDisplay& shown, const IrcSession& session,
-                  const IrcChannels& channels)
-        : conversations_(conversations), shown_(shown), session_(session), channels_(channels),
-          splits_(conversations, session) {}
+    IrcHappenings(const EventLoop& loop, Conversations& conversations, const RoomDisplay& shown,
+                  const IrcSession& session, IrcChannels& channels)
+        : loop_(loop), conversations_(conversations), shown_(shown), session_(session),
+          channels_(channels), splits_(conversations, session) {}
 
     // To be called while the channels still know who was where.
     void tell(const IrcMessage& message);
@@ -25,11 +28,15 @@ public:
     void clear() { splits_.clear(); } // as a connection is lost
 
 private:
+    bool tellTopic(const IrcMessage& message);
+
+    const EventLoop& loop_;
     Conversations& conversations_;
     const RoomDisplay& shown_;
     const IrcSession& session_;
-    const IrcChannels& channels_;
+    IrcChannels& channels_;
     IrcSplits splits_;
+    std::string newTopicAt_; // the place whose topic has just been told
 };
 
 } // namespace larkspin

@@ -57,7 +57,12 @@ std::string answerIn(const IrcMessage& message) {
         return {};
     if (!numeric::isRefusal(command) && std::ranges::find(answers, command) == std::end(answers))
         return {};
-    return wordsFrom(message, 1);
+    // A parameter that is no good as a room's key may be so for another one.
+    IrcMessage shown = message;
+    if (command == numeric::badModeParameter && message.parameter(2) == "k" &&
+        message.parameters.size() > 4)
+        shown.parameters[3] = secretMask;
+    return wordsFrom(shown, 1);
 }
 
 } // namespace

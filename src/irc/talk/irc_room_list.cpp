@@ -1,5 +1,6 @@
 #include "irc/talk/irc_room_list.h"
 
+#include "host/typed_secrets.h"
 #include "irc/protocol/irc_features.h"
 #include "irc/protocol/irc_message.h"
 #include "irc/protocol/irc_wildcards.h"
@@ -59,12 +60,22 @@ void IrcRoomList::keepLargest() {
         rooms_.resize(most);
 }
 
+// Some servers put a room's modes in front of its topic, "[+ntk KEY] songs", and show the key to
+// those who are in it.
+static std::string withoutKey(const std::string& topic) {
+    const auto end = topic.find(']'), parameters = topic.find(' ');
+    const bool hasKey = topic.starts_with("[+") && end != topic.npos && parameters < end &&
+                        topic.substr(0, parameters).find('k') != topic.npos;
+    return hasKey ? topic.substr(0, parameters + 1).append(secretMask).append(topic.substr(end))
+                  : topic;
+}
+
 std::vector<std::string> IrcRoomList::lines() {
     isComing_ = false;
     keepLargest();
     std::vector<std::string> lines;
     for (const Room& room : std::exchange(rooms_, {})) {
-        const std::string topic = plainText(room.topic);
+        const std::string topic = withoutKey(plainText(room.topic));
         const std::size_t length = prefixLength(topic, longestTopic);
         lines.push_back(visibleName(room.name) + "  " + counted(room.people, "person", "people") +
                         (topic.empty() ? "" : "  " + topic.substr(0, length)) +
