@@ -23,7 +23,7 @@ Completion completionOfNames(const ShownRoom& room, std::string_view typed) {
         // are.
         if (people.folded(row).starts_with(begun) && name != room.ownName() &&
             visibleName(name) == name)
-            names.push_back({std::string(name), {}});
+            names.push_back({std::string(name)});
     }
     return completionAmong(names, word);
 }

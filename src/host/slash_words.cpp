@@ -36,7 +36,7 @@ bool SlashWords::isBegun(std::string_view typed) {
 Completion SlashWords::completionOf(std::string_view typed) const {
     std::vector<CompletedWord> known;
     for (const SlashWord& word : words_)
-        known.push_back({'/' + word.name, word.arguments});
+        known.push_back({'/' + word.name, word.arguments, word.help});
     return completionAmong(known, typed);
 }
 

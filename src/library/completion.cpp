@@ -23,30 +23,26 @@ public:
     explicit Fitting(std::string_view beginning)
         : replaced_(characterCount(beginning)), sure_(foldCase(beginning).size()) {}
 
-    // Adds a text that fits, with the way in which it is shown among others. A text that is shown
-    // like the one before it counts once.
-    void add(std::string_view text, std::string shown) {
-        if (count_ > 0 && shown == last_)
+    // Adds a name that fits, and what it leads to as a choice. One that is shown like the one
+    // before it counts once.
+    void add(std::string_view name, Completion::Choice choice) {
+        if (count_ > 0 && choice.shown == last_)
             return;
-        common_ = count_ == 0 ? std::string(text) : common_.substr(0, commonBytes(text));
-        if (shown_.size() < mostChoices)
-            shown_.push_back(shown);
-        last_ = std::move(shown);
+        common_ = count_ == 0 ? std::string(name) : common_.substr(0, commonBytes(name));
+        last_ = choice.shown;
+        if (choices_.size() < mostChoices)
+            choices_.push_back({asSeen(choice.text), asSeen(choice.shown), std::move(choice.help)});
         ++count_;
     }
-
-    bool isOne() const { return count_ == 1; }
-    void becomes(std::string text) { common_ = std::move(text); }
-    const std::string& common() const { return common_; }
 
     Completion completion() {
         if (count_ == 0)
             return {};
-        // Choices are shown only when nothing can be added to what was typed.
-        if (isOne() || foldCase(common_).size() > sure_)
-            return {.replaced = replaced_, .text = asSeen(common_)};
-        const int others = count_ - static_cast<int>(shown_.size());
-        return {replaced_, asSeen(common_), std::move(shown_), others};
+        if (count_ == 1)
+            return {replaced_, choices_.front().text, std::move(choices_)};
+        const int others = count_ - static_cast<int>(choices_.size());
+        const bool addsNothing = foldCase(common_).size() <= sure_;
+        return {replaced_, asSeen(common_), std::move(choices_), others, addsNothing};
     }
 
 private:
@@ -68,27 +64,25 @@ private:
     std::size_t sure_;   // bytes of it, once folded
     std::string common_; // in the spelling of the first one
     std::string last_;
-    std::vector<std::string> shown_;
+    std::vector<Completion::Choice> choices_;
     int count_ = 0;
 };
 
 Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
     Fitting fitting(typed);
     const std::string beginning = foldName(typed);
-    std::string number;
     for (int index = 0; index < state.masterList.count(); ++index) {
         const std::string_view folded = state.masterList.folded(index);
         if (!folded.starts_with(beginning) || rowname(folded).size() < beginning.size())
             continue;
-        const std::string_view name = rowname(state.masterList.row(index));
+        const std::string name(rowname(state.masterList.row(index)));
         if (name.empty())
             continue; // no song
-        number = std::to_string(index + 1);
-        fitting.add(name, byNumber ? number + "  " + std::string(name) : std::string(name));
+        // A name becomes the number that the command takes.
+        const std::string number = std::to_string(index + 1);
+        fitting.add(name, byNumber ? Completion::Choice{number, number + "  " + name}
+                                   : Completion::Choice{name, name});
     }
-    // A name that only one song has becomes the number that the command takes.
-    if (byNumber && fitting.isOne())
-        fitting.becomes(number);
     return fitting.completion();
 }
 
@@ -98,7 +92,7 @@ Completion playlists(const AppState& state, std::string_view typed) {
     for (const std::string& fileName : state.p) {
         const std::string_view name = withoutLast(fileName, playlistEnding);
         if (foldCase(name).starts_with(beginning))
-            fitting.add(name, std::string(name));
+            fitting.add(name, {std::string(name), std::string(name)});
     }
     return fitting.completion();
 }
@@ -107,18 +101,14 @@ Completion playlists(const AppState& state, std::string_view typed) {
 Completion commands(const AppState& state, std::string_view typed) {
     Fitting fitting(typed);
     const std::string beginning = foldCase(typed);
-    bool takesArgument = true;
     for (int index = 0; index < state.commandNames.count(); ++index) {
         const std::string_view form = state.commandNames.row(index);
         const auto blank = form.find(' ', std::min(state.trigger.size(), form.size()));
         const std::string_view word = form.substr(0, blank);
-        if (!foldCase(word).starts_with(beginning))
-            continue;
-        fitting.add(word, std::string(form));
-        takesArgument = takesArgument && blank != std::string_view::npos;
+        if (foldCase(word).starts_with(beginning))
+            fitting.add(word, {std::string(form.substr(0, blank + (blank != form.npos))),
+                               std::string(form), std::string(state.commandHelp.row(index))});
     }
-    if (fitting.isOne() && takesArgument)
-        fitting.becomes(fitting.common() + " ");
     return fitting.completion();
 }
 
@@ -144,17 +134,15 @@ Completion completionOf(const AppState& state, std::string_view typed) {
 Completion completionAmong(const std::vector<CompletedWord>& words, std::string_view typed) {
     Fitting fitting(typed);
     const std::string beginning = foldCase(typed);
-    bool takesArgument = true;
-    for (const auto& [word, arguments] : words) {
+    for (const auto& [word, arguments, help] : words) {
         if (!foldCase(word).starts_with(beginning))
             continue;
+        const bool isWhole = arguments.empty() || arguments.starts_with('[');
         fitting.add(word,
-                    arguments.empty() ? word : std::string(word).append(" ").append(arguments));
-        // Arguments that begin with "[" can be left out.
-        takesArgument = takesArgument && !arguments.empty() && !arguments.starts_with('[');
+                    {isWhole ? word : word + ' ',
+                     arguments.empty() ? word : std::string(word).append(" ").append(arguments),
+                     help});
     }
-    if (fitting.isOne() && takesArgument)
-        fitting.becomes(fitting.common() + " ");
     return fitting.completion();
 }
 

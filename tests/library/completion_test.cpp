@@ -10,6 +10,16 @@ static std::string completed(const AppState& state, const std::string& typed) {
     return typed.substr(0, typed.size() - completion.replaced) + completion.text;
 }
 
+// What it can become, where that has to be chosen.
+static Lines choicesFor(const AppState& state, const std::string& typed) {
+    const Completion completion = completionOf(state, typed);
+    Lines shown;
+    for (const Completion::Choice& choice : completion.choices)
+        if (completion.addsNothing)
+            shown.push_back(choice.shown);
+    return shown;
+}
+
 TEST(Completion, GoesAsFarAsIsSure) {
     VirtualMachine machine;
     std::string rows = "no song\n" + machine.song("pop", "Ride.mp3") + "\n";
@@ -46,21 +56,35 @@ TEST(Completion, GoesAsFarAsIsSure) {
     };
     for (const auto& [typed, line, choices] : cases) {
         EXPECT_EQ(completed(state, typed), line);
-        EXPECT_EQ(completionOf(state, typed).choices, choices) << typed;
+        EXPECT_EQ(choicesFor(state, typed), choices) << typed;
     }
     state.trigger = "";
     EXPECT_EQ(completed(state, "play ri"), "play Ride");
 }
 
+TEST(Completion, TellsOfEachChoiceWhatItDoesAndLeadsTo) {
+    VirtualMachine machine({"ride.mp3", "rain.mp3"});
+    const auto told = [&](const std::string& typed) {
+        Lines choices;
+        for (const auto& [text, shown, help] : completionOf(machine.state(), typed).choices)
+            choices.push_back(text + '|' + shown + '|' + help);
+        return choices;
+    };
+    EXPECT_EQ(told("'tem"), Lines{"'tempo |'tempo 0-150|sets speed"});
+    EXPECT_EQ(told("'vo"), Lines{"'volume |'volume 0-100|sets volume"});
+    EXPECT_EQ(told("'num r"), (Lines{"1|1  rain|", "2|2  ride|"}));
+    EXPECT_EQ(told("'t").front(), "'tempo |'tempo 0-150|sets speed");
+}
+
 TEST(Completion, LeavesOutWhatNobodyLooksThrough) {
     Lines songs;
-    for (int song = 100; song < 200; ++song)
+    for (int song = 1000; song < 1300; ++song)
         songs.push_back("1" + std::to_string(song) + ".mp3");
     VirtualMachine machine(songs);
-    const Completion completion = completionOf(machine.state(), "'play 11");
+    const Completion completion = completionOf(machine.state(), "'play 1");
     EXPECT_EQ(completion.text, "11");
-    EXPECT_EQ(completion.choices.size(), 40u);
-    EXPECT_EQ(completion.others, 60);
+    EXPECT_EQ(completion.choices.size(), 200u);
+    EXPECT_EQ(completion.others, 100);
 }
 
 } // namespace larkspin

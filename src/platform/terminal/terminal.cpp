@@ -5,6 +5,7 @@
 #include "text/utf8.h"
 #include "text/visible.h"
 
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
@@ -19,6 +20,8 @@ namespace {
 // How long a line may do its work undisturbed. Lines pasted together run one after the other by
 // that, and a recital, which takes longer, can still be broken off by the next line.
 constexpr Nanoseconds ownersPatience = std::chrono::milliseconds(300);
+
+constexpr std::size_t mostSeenChoices = 40; // more than that nobody looks through
 
 constexpr std::size_t longestInPrompt = 30; // characters: a server gives names of any length
 
@@ -154,11 +157,16 @@ void Terminal::completeBy(LineEditor::Complete complete) {
     });
 }
 
+// Only when nothing could be added to what was typed.
 void Terminal::showChoices(const Completion& completion) {
-    for (const std::string& choice : completion.choices)
-        screen.show("tab", choice);
-    if (completion.others > 0)
-        screen.show("tab", "and " + std::to_string(completion.others) + " more");
+    if (!completion.addsNothing)
+        return;
+    const std::size_t count = completion.choices.size();
+    const std::size_t seen = std::min(count, mostSeenChoices);
+    for (std::size_t choice = 0; choice < seen; ++choice)
+        screen.show("tab", completion.choices[choice].shown);
+    if (const auto others = count - seen + static_cast<std::size_t>(completion.others); others > 0)
+        screen.show("tab", "and " + std::to_string(others) + " more");
 }
 
 void Terminal::keepHistory(Files& files, const std::string& path) {

@@ -505,8 +505,8 @@ TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {
         const auto others = [](std::string_view) { return Completion(); };
         const Completion found = rooms->completionOf(begun, words, others);
         std::string all = std::to_string(found.replaced) + found.text;
-        for (const std::string& choice : found.choices)
-            all += ' ' + choice;
+        for (const Completion::Choice& choice : found.choices)
+            all += found.addsNothing ? ' ' + choice.shown : "";
         return all;
     };
     EXPECT_EQ(completed("/con"), "4/connect");

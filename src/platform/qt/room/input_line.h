@@ -1,8 +1,10 @@
 // The line in which the owner types what he says, as on the terminal: with the lines typed last on
-// the arrows up and down, and completion on Tab.
+// the arrows up and down, and completion on Tab. Several lines pasted at once are said only after
+// he has been asked.
 #pragma once
 
 #include "library/completion.h"
+#include "platform/qt/room/line_offers.h"
 
 #include <QLineEdit>
 #include <functional>
@@ -25,11 +27,9 @@ public:
     // The task is called as the owner begins to type a line.
     void onBegin(std::function<void()> begins) { onBegin_ = std::move(begins); }
 
-    // What Tab makes of the text in front of the cursor; and what shows the choices when it could
-    // become several things.
+    // What Tab makes of the text in front of the cursor.
     using Complete = std::function<Completion(std::string_view typed)>;
     void onTab(Complete complete) { complete_ = std::move(complete); }
-    void onChoices(std::function<void(const Completion&)> show) { onChoices_ = std::move(show); }
 
     // Page up and page down scroll what is above the line.
     void onPage(std::function<void(int pages)> scroll) { onPage_ = std::move(scroll); }
@@ -63,25 +63,38 @@ public:
     }
     void goOn();
 
+    // Whether the owner has begun to type something, or has something to answer here.
+    bool isBegun() const { return !text().isEmpty() || hides() || offers_.isAsking(); }
+
 private:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void closeLineBreaks();
+    void focusOutEvent(QFocusEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void noteBegin();
+    bool takesPaste();
+    void askAbout(PastedLines pasted);
+    void say(std::vector<std::string> lines);
     bool hides() const { return secret_ || isHeld_; }
     bool takeSecretKey(int key);
     void forget();
     void endSecret(std::string line);
     void endLine();
+    void handOn(std::string line);
     void recall(int way);
     void complete();
+    void narrow();
+    void take(const Completion::Choice& choice);
+    bool replace(std::size_t characters, const std::string& text);
+    Completion completion() const;
+    void become(const QString& line, qsizetype cursor);
 
     LineHistory& history_;
     std::function<void(std::string)> onLine_ = [](const std::string&) {};
     std::function<void()> onBegin_ = [] {};
     bool isBegun_ = false;
     Complete complete_ = [](std::string_view) { return Completion{}; };
-    std::function<void(const Completion&)> onChoices_ = [](const Completion&) {};
     std::function<void(int)> onPage_ = [](int) {};
     std::function<std::string(const std::string&)> masked_ = [](const std::string& line) {
         return line;
@@ -92,6 +105,9 @@ private:
     bool isSecretComplete_ = false; // and has been ended with Return
     int back_ = 0;                  // how many lines of the history back the line is
     QString begun_;                 // what stood there before the owner went back
+    Draft before_;                  // what stood there before the last change
+    std::size_t replaced_ = 0;      // characters in front of the cursor, by a choice that is taken
+    LineOffers offers_;
 };
 
 } // namespace larkspin

@@ -50,7 +50,6 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversatio
                 window->input_.goOn();
         });
     });
-    input_.onChoices([this](const Completion& completion) { tellChoices(completion); });
     input_.onPage([this](int pages) { said_.scrollPage(pages); });
     connect(&halves_, &QSplitter::splitterMoved, this, [this] { placeChanged_(); });
     loop_.beforeSleep([window] {
@@ -195,13 +194,6 @@ void RoomWindow::dismissPassword() {
     prompt_.clear();
     roomChanged();
     input_.dropSecret();
-}
-
-void RoomWindow::tellChoices(const Completion& completion) {
-    for (const std::string& choice : completion.choices)
-        said_.tell(choice);
-    if (completion.others > 0)
-        said_.tell("and " + std::to_string(completion.others) + " more");
 }
 
 void RoomWindow::bringForward() {

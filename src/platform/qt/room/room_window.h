@@ -85,7 +85,6 @@ private:
     void enter(const Conversation& conversation, bool isAgain);
     void showLine(const KeptLine& line);
     void showRoom();
-    void tellChoices(const Completion& completion);
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
