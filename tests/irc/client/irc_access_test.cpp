@@ -87,6 +87,7 @@ TEST_F(IrcAccessTest, ACertificateIsTrustedByAWordAloneAndNoOtherInItsPlace) {
     };
     server.silent = true;
     EXPECT_EQ(typed("/trust"), "no certificate waits for your trust\n");
+    EXPECT_EQ(typed("/trust none"), "! /trust [FINGERPRINT|none]\n");
     typed("/connect irc.test jo");
     EXPECT_TRUE(told(first).starts_with(
         "the certificate of irc.test:6697 has the SHA-256 fingerprint " + fingerprint +
@@ -110,7 +111,8 @@ TEST_F(IrcAccessTest, ACertificateIsTrustedByAWordAloneAndNoOtherInItsPlace) {
     typed("/trust"); // which others vouch for
     EXPECT_EQ(server.to.pinned, "");
     for (const std::string& wrong :
-         {std::string("/trust me"), "/trust " + first + 'a', std::string("/trust none x")})
+         {std::string("/trust me"), "/trust " + first + 'a', "/trust " + std::string(64, 'g'),
+          std::string("/trust none x")})
         EXPECT_EQ(typed(wrong), "! /trust [FINGERPRINT|none]\n");
     typed("/trust " + fingerprint);
     EXPECT_EQ(server.to.pinned, first);

@@ -7,6 +7,70 @@ namespace {
 
 class IrcNetworksTest : public IrcWordsTest {};
 
+TEST_F(IrcNetworksTest, SeveralNetworksAreWorkedAtOnceEachByItself) {
+    server.names["#music"] = other.names["#music"] = "@jo ann";
+    typed("/login jo"); // at home, for the next one
+    toldOf("sesame");
+    typed("/connect irc.test jo #music");
+    EXPECT_EQ(typed("/connect as two other.test joe #music"),
+              "two: connecting to other.test\ntwo: you are joe on other.test\n"
+              "you are in #music on two\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music on irc.test\n2  #music on two (here)\n");
+    server.sent.clear();
+    other.sent.clear();
+    const auto say = [this](const char* line) {
+        loop.post([this, line] { rooms->room.say(line); });
+        loop.waitUntil(loop.now() + 10s);
+        return shown->take();
+    };
+    EXPECT_EQ(say("hi"), "joe: hi\n");
+    EXPECT_EQ(other.sent, Lines{"PRIVMSG #music hi"});
+    EXPECT_EQ(server.sent, Lines{});
+    server.say(":ann!a@h PRIVMSG #music :jo, hi\r\n:ann!a@h PRIVMSG #music :and so on");
+    EXPECT_EQ(seenWithin(1s), "#music on irc.test: ann: jo, hi\n");
+    EXPECT_EQ(typed("/room"),
+              "0  home\n1  #music on irc.test (2 lines, 1 for you)\n2  #music on two (here)\n");
+    EXPECT_EQ(typed("/room 1"), "you are in #music on irc.test\nann: jo, hi\nann: and so on\n");
+    EXPECT_EQ(say("there"), "jo: there\n");
+    EXPECT_EQ(server.sent, Lines{"PRIVMSG #music there"});
+    server.sent.clear();
+    for (const char* const line :
+         {"/room 0", "/notice bob hi", "/room 1"}) // at home he means it, too
+        typed(line);
+    EXPECT_EQ(server.sent, Lines{"NOTICE bob hi"});
+    EXPECT_EQ(typed("/networks"),
+              "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe (on)\n");
+    EXPECT_EQ(typed("/disconnect two"), "two: you have left other.test\n");
+    EXPECT_EQ(typed("/networks"),
+              "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe\n");
+    EXPECT_EQ(typed("/connect two"),
+              "two: connecting to other.test\ntwo: you are joe on other.test\n"
+              "you are in #music on two\n");
+    server.say(":ann!a@h PRIVMSG #music :hm");
+    seenWithin(1s);
+    EXPECT_NE(typed("/room").find("#music on irc.test (1 line)\n"), std::string::npos) << seen;
+    server.lose("y"); // its host is its name
+    EXPECT_EQ(seenWithin(1s), "irc.test: y; trying again in 5 seconds\n");
+    seenWithin(30s);
+    other.lose("x"); // while the other one stays
+    EXPECT_EQ(seenWithin(1s), "other.test: x; trying again in 5 seconds\nyou are at home\n");
+    EXPECT_EQ(seenWithin(30s), "you are joe on other.test\nyou are in #music on two\n");
+    typed("/join #den");
+    typed("/room 1");
+    EXPECT_NE(typed("/connect").find("\nconnecting to irc.test\n"), std::string::npos) << seen;
+    EXPECT_EQ(typed("/room #den"), "you are in #den on two\n");
+    typed("/leave");
+    begin();
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music on irc.test (here)\n2  #music on two\n");
+    EXPECT_EQ(typed("/networks forget two"), "you are on two: /disconnect leaves it\n");
+    typed("/disconnect two");
+    EXPECT_EQ(typed("/networks forget two"), "two is forgotten\n");
+    EXPECT_EQ(kept(), "server=irc.test\nport=6697\ntls=yes\nnick=jo\nroom=#music\nconnect=yes\n"
+                      "login server=irc.test\nlogin=jo\n");
+    EXPECT_EQ(typed("/networks forget two"), "two isn't known\n");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music (here)\n");
+}
+
 TEST_F(IrcNetworksTest, ALoginWhoseServerIsDamagedInTheFileGoesToNoOther) {
     disk.write("irc.txt", "server=irc test\nnick=jo\nlogin server=irc.test\nlogin=jo\n"
                           "password=sesame\nnetwork=evil.test\nserver=evil.test\nport=6697\n"

@@ -132,7 +132,7 @@ TEST_F(IrcOrderWordsTest, AnswersAreToldInWordsAndOnlyToWhoHasAsked) {
          "zoe: No such nick\n"},
         {"/whowas zoe", "WHOWAS zoe", "314 jo zoe z h * :Zoe\n369 jo zoe :End",
          "zoe was z@h: Zoe\n"},
-        {"/away", "AWAY away", "306 jo :You are marked", "you are away\n"},
+        {"/away", "AWAY away", "221 jo +i\n306 jo :You are marked", "you are away\n"},
         {"/back", "AWAY", "305 jo :You are not", "you are no longer away\n"},
         {"/mode", "MODE #music", "324 jo #music +knt hush\n329 jo #music 86400",
          "the modes of #music are +knt ****\n#music was made 1970-01-02 00:00\n"},
@@ -258,8 +258,10 @@ TEST_F(IrcOrderWordsTest, OfTheListTheLargestRoomsAreToldAndTheRestIsCounted) {
     told(":irc 005 jo ELIST=MU :are supported");
     EXPECT_EQ(sentBy("/list den 5"), "LIST >4,*den*");
     EXPECT_EQ(typed("/list"), "the list of rooms is on its way\n");
+    told(":irc 322 jo #denim 7"); // and no more comes
     seenWithin(1min);
     EXPECT_EQ(sentBy("/list"), "LIST");
+    EXPECT_EQ(told(":irc 322 jo #new 1\r\n:irc 323 jo :End"), "#new  1 person\n");
 }
 
 TEST_F(IrcOrderWordsTest, BanAndUnbanPutOutAndLetBackIn) {

@@ -36,6 +36,7 @@ TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
         {"/topic", "you are in no room\n"},
         {"/leave", "you are in den\n"},
         {"/query ann psst", "you talk to ann\njo: psst\n"},
+        {"/lines", "you talk to ann\njo: psst\n"},
         {"/query #a", "a name has no blanks and commas\n"},
         {"/msg a,b hi", "a name has no blanks and commas\n"},
         {"/notice a,b hi", "a name has no blanks and commas\n"},
@@ -119,45 +120,6 @@ TEST_F(IrcWordsTest, AnswerALineThatIsNotOfTheirFormByThatForm) {
     EXPECT_EQ(server.sent, Lines{});
 }
 
-TEST_F(IrcWordsTest, WhereNothingCanBeSaidAnyMoreTheOwnerIsAtHomeWithIt) {
-    typed("/connect irc.test jo #music");
-    server.say(":irc KICK #music jo :out");
-    seenWithin(1s);
-    for (const bool acts : {true, false}) {
-        typed("/room 1");
-        EXPECT_EQ(typed("/again"), "nothing can be said here any more\n");
-        shown->take();
-        if (acts)
-            words.run("/me sighs");
-        else
-            loop.post([this] { rooms->room.say("hm"); });
-        EXPECT_EQ(seenWithin(1s),
-                  acts ? "you are at home\n* jo sighs\n" : "you are at home\njo: hm\n");
-    }
-    EXPECT_EQ(typed("/again"), "/again is for a room or a talk on a network\n");
-    rooms->words.quits();
-    EXPECT_EQ(seenWithin(1s), "larkspin ends; /disconnect would only leave the network\n");
-}
-
-// He stays at home, or where he talked to somebody.
-TEST_F(IrcWordsTest, TheOwnerIsWhereHeWasWhenAConnectionIsMadeAgain) {
-    server.names["#music"] = "@jo ann";
-    typed("/connect irc.test jo #music");
-    typed("/query ann");
-    EXPECT_EQ(rooms->networks.atHand().client.people().count(), 0);
-    server.say(":ann!a@h NICK Eve\r\n:Eve!a@h NICK eve\r\n:bob!b@h PRIVMSG jo :hi\r\n"
-               ":bob!b@h NICK Eve");
-    seenWithin(1s);
-    for (const char* const there :
-         {"0  home\n1  #music\n2  eve (here)\n3  bob (1 line, 1 for you)\n",
-          "0  home (here)\n1  #music\n2  eve\n3  bob (1 line, 1 for you)\n"}) {
-        server.lose("x");
-        seenWithin(20s);
-        EXPECT_EQ(typed("/room"), there);
-        typed("/room 0");
-    }
-}
-
 TEST_F(IrcWordsTest, WaitForANetworkThatIsNotReachedYet) {
     server.refuses = true;
     typed("/connect irc.test jo #music");
@@ -194,82 +156,6 @@ TEST_F(IrcWordsTest, KeepALimitForTheNextRun) {
     EXPECT_EQ(server.sent, Lines{"PRIVMSG #music hi"});
 }
 
-TEST_F(IrcWordsTest, EachLeaveIsForOneRoomHoweverSlowTheServerIs) {
-    typed("/connect irc.test jo #a");
-    for (const char* const room : {"/join #b", "/join #c"})
-        typed(room);
-    server.takes = [](const std::string& line) { return line.starts_with("PART"); };
-    server.sent.clear();
-    for (int times = 0; times < 4; ++times)
-        typed("/leave");
-    Lines left;
-    for (const std::string& line : server.sent)
-        left.push_back(line.substr(0, line.find(':')));
-    EXPECT_EQ(left, (Lines{"PART #a ", "PART #c ", "PART #b "}));
-    for (const char* const room : {"#a", "#c"}) { // and no more is answered before the end
-        server.say(std::string(":jo!o@host PART ") + room);
-        typed("/limit");
-    }
-    begin();
-    EXPECT_EQ(typed("/room"), "0  home (here)\n");
-
-    typed("/join #a");
-    server.takes = [](const std::string& line) {
-        return line.starts_with("PART") || line.starts_with("JOIN");
-    };
-    server.sent.clear();
-    for (const char* const line : {"/join #d", "/leave", "/leave"})
-        typed(line);
-    server.say(":jo!o@host PART #a\r\n:jo!o@host JOIN #d");
-    typed("/limit");
-    EXPECT_EQ(server.sent.back(), "PART #d");
-    EXPECT_EQ(typed("/room"), "0  home (here)\n");
-}
-
-TEST_F(IrcWordsTest, WhatIsLeftStaysSoOnTheNextConnectionAndBeforeItIsJoined) {
-    const auto holds = [this](const std::string& command) {
-        server.takes = [command](const std::string& line) { return line.starts_with(command); };
-    };
-    typed("/connect irc.test jo #a");
-    for (const char* const room : {"/join #b", "/join #c"})
-        typed(room);
-    holds("PART");
-    typed("/leave");
-    server.lose("x");
-    loop.waitUntil(loop.now() + 10s);
-    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b\n3  #c (here)\n");
-    typed("/leave");
-    typed("/join #c"); // again, before it has been left
-    server.say(":jo!o@host PART #c");
-    typed("/limit");
-    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b (here)\n3  #c\n");
-
-    server.lose("x");
-    loop.waitUntil(loop.now() + 100ms);
-    typed("/leave"); // #b, and that before the connection
-    holds("JOIN");
-    loop.waitUntil(loop.now() + 20s);
-    EXPECT_EQ(server.sent.back(), "JOIN #c");
-    typed("/leave");
-    typed("/join #d");
-    typed("/join #e");
-    typed("/leave");
-    server.sent.clear();
-    for (const char* const room : {"#c", "#d", "#e"})
-        server.say(std::string(":jo!o@host JOIN ") + room);
-    typed("/limit");
-    EXPECT_EQ(server.sent, (Lines{"PART #c", "PART #d"}));
-    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b (left)\n3  #c (left)\n4  #e (here)\n");
-
-    for (const char* const line : {"/leave", "/join #f", "/leave"})
-        typed(line);
-    server.lose("x");
-    loop.waitUntil(loop.now() + 30s);
-    server.say(":jo!o@host JOIN #f"); // by services, on a connection on which he left nothing
-    typed("/limit");
-    EXPECT_EQ(typed("/room"), "0  home\n1  #a (left)\n2  #b (left)\n3  #c (left)\n4  #f (here)\n");
-}
-
 TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
     const std::string usage = "! /connect [NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]\n";
     for (const char* const wrong :
@@ -288,31 +174,6 @@ TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
         typed(std::string("/connect ") + server + " jo");
         EXPECT_NE(kept().find(std::string(written) + "nick=jo\nconnect=yes\n"), std::string::npos);
     }
-}
-
-TEST_F(IrcWordsTest, TakeUpAgainWhatWasAskedForUntilItIsLeft) {
-    typed("/connect irc.test jo");
-    typed("/join #music");
-    server.say(":irc KICK #music jo :out");
-    typed("/limit");
-    EXPECT_EQ(typed("/room"), "0  home (here)\n1  #music (left)\n");
-    begin();
-    EXPECT_EQ(typed("/room"), "0  home\n1  #music (here)\n");
-    typed("/join #den");
-    typed("/leave"); // which he is put out of again
-    server.say(":irc KICK #den jo :out");
-    typed("/limit");
-    begin();
-    EXPECT_EQ(typed("/room"), "0  home\n1  #den (here)\n");
-    server.say(":jo!o@host NICK Guest1"); // by services, which isn't his wish
-    server.nick = "Guest1";
-    typed("/leave");
-    begin();
-    EXPECT_EQ(typed("/room"), "0  home (here)\n");
-    EXPECT_EQ(rooms->room.ownName(), "jo");
-    rooms->room.errands().closeHost();
-    begin();
-    EXPECT_EQ(typed("/room"), "lobby, 1 person\n  jo\n");
 }
 
 TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
@@ -352,6 +213,9 @@ TEST_F(IrcWordsTest, KeepAPasswordOnlyIfToldToAndGiveItToNoOtherServer) {
     typed("/connect IRC.test");
     EXPECT_NE(kept().find("login=ann\n"), std::string::npos) << kept();
     EXPECT_EQ(kept().find("sesame"), std::string::npos) << kept();
+    EXPECT_TRUE(typed("/connect as IRC.test else.test jo")
+                    .starts_with("you don't log in as ann, which is for IRC.test\n"))
+        << seen;
 }
 
 TEST_F(IrcWordsTest, WaitForNoPasswordForEver) {
@@ -423,65 +287,12 @@ TEST_F(IrcWordsTest, AFileThatCouldNotBeReadIsNotWrittenOver) {
     EXPECT_EQ(kept(), "server=other.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n"
                       "network=irc.test\n" +
                           before + "lines a minute=6\n");
-}
-
-TEST_F(IrcWordsTest, SeveralNetworksAreWorkedAtOnceEachByItself) {
-    server.names["#music"] = other.names["#music"] = "@jo ann";
-    typed("/login jo"); // at home, for the next one
-    toldOf("sesame");
-    typed("/connect irc.test jo #music");
-    EXPECT_EQ(typed("/connect as two other.test joe #music"),
-              "two: connecting to other.test\ntwo: you are joe on other.test\n"
-              "you are in #music on two\n");
-    EXPECT_EQ(typed("/room"), "0  home\n1  #music on irc.test\n2  #music on two (here)\n");
-    server.sent.clear();
-    other.sent.clear();
-    const auto say = [this](const char* line) {
-        loop.post([this, line] { rooms->room.say(line); });
-        loop.waitUntil(loop.now() + 10s);
-        return shown->take();
-    };
-    EXPECT_EQ(say("hi"), "joe: hi\n");
-    EXPECT_EQ(other.sent, Lines{"PRIVMSG #music hi"});
-    EXPECT_EQ(server.sent, Lines{});
-    server.say(":ann!a@h PRIVMSG #music :jo, hi\r\n:ann!a@h PRIVMSG #music :and so on");
-    EXPECT_EQ(seenWithin(1s), "#music on irc.test: ann: jo, hi\n");
-    EXPECT_EQ(typed("/room"),
-              "0  home\n1  #music on irc.test (2 lines, 1 for you)\n2  #music on two (here)\n");
-    EXPECT_EQ(typed("/room 1"), "you are in #music on irc.test\nann: jo, hi\nann: and so on\n");
-    EXPECT_EQ(say("there"), "jo: there\n");
-    EXPECT_EQ(server.sent, Lines{"PRIVMSG #music there"});
-    server.sent.clear();
-    for (const char* const line :
-         {"/room 0", "/notice bob hi", "/room 1"}) // at home he means it, too
-        typed(line);
-    EXPECT_EQ(server.sent, Lines{"NOTICE bob hi"});
-    EXPECT_EQ(typed("/networks"),
-              "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe (on)\n");
-    EXPECT_EQ(typed("/disconnect two"), "two: you have left other.test\n");
-    EXPECT_EQ(typed("/networks"),
-              "irc.test  irc.test:6697, as jo (on)\ntwo  other.test:6697, as joe\n");
-    EXPECT_EQ(typed("/connect two"),
-              "two: connecting to other.test\ntwo: you are joe on other.test\n"
-              "you are in #music on two\n");
-    server.say(":ann!a@h PRIVMSG #music :hm");
-    seenWithin(1s);
-    EXPECT_NE(typed("/room").find("#music on irc.test (1 line)\n"), std::string::npos) << seen;
-    server.lose("y"); // its host is its name
-    EXPECT_EQ(seenWithin(1s), "irc.test: y; trying again in 5 seconds\n");
-    seenWithin(30s);
-    other.lose("x"); // while the other one stays
-    EXPECT_EQ(seenWithin(1s), "other.test: x; trying again in 5 seconds\nyou are at home\n");
-    EXPECT_EQ(seenWithin(30s), "you are joe on other.test\nyou are in #music on two\n");
+    disk.write("irc.txt", before);
+    files.unreadable = true;
     begin();
-    EXPECT_EQ(typed("/room"), "0  home\n1  #music on irc.test (here)\n2  #music on two\n");
-    EXPECT_EQ(typed("/networks forget two"), "you are on two: /disconnect leaves it\n");
-    typed("/disconnect two");
-    EXPECT_EQ(typed("/networks forget two"), "two is forgotten\n");
-    EXPECT_EQ(kept(), "server=irc.test\nport=6697\ntls=yes\nnick=jo\nroom=#music\nconnect=yes\n"
-                      "login server=irc.test\nlogin=jo\n");
-    EXPECT_EQ(typed("/networks forget two"), "two isn't known\n");
-    EXPECT_EQ(typed("/room"), "0  home\n1  #music (here)\n");
+    files.unreadable = false;
+    typed("/connect irc.test anna");
+    EXPECT_EQ(kept(), "server=irc.test\nport=6697\ntls=yes\nnick=anna\nconnect=yes\n" + login);
 }
 
 TEST_F(IrcWordsTest, TheLogHoldsWhatWasSaidOnEachNetworkUpToTheEnd) {
@@ -502,7 +313,10 @@ TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {
                              "anz";
     typed("/connect irc.test jo #music");
     const auto completed = [&](const char* begun) {
-        const auto others = [](std::string_view) { return Completion(); };
+        const auto others = [](std::string_view typed) {
+            return typed == "'pla" ? Completion{.replaced = 3, .text = "play ", .choices = {}}
+                                   : Completion();
+        };
         const Completion found = rooms->completionOf(begun, words, others);
         std::string all = std::to_string(found.replaced) + found.text;
         for (const Completion::Choice& choice : found.choices)
@@ -513,6 +327,7 @@ TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {
     EXPECT_EQ(completed("/msg A"), "1ann");
     EXPECT_EQ(completed("hi anN"), "3ann ann Anna");
     EXPECT_EQ(completed("'x anna"), "4Anna");
+    EXPECT_EQ(completed("'pla"), "3play ");
     for (const char* const none : {"hi ", "hi jo", "xann", ""})
         EXPECT_EQ(completed(none), "0") << none;
 }

@@ -44,7 +44,7 @@ TEST(IrcRegistration, AsksForCapabilitiesInSeveralLines) {
     for (const char* early : {":irc CAP * LS", ":irc CAP * NEW :batch"})
         EXPECT_EQ(beginning.on(early), "");
     EXPECT_EQ(beginning.on(":irc CAP * LS * :sasl=PLAIN znc.in/self-message echo-message"), "");
-    EXPECT_EQ(beginning.on(":irc CAP * LS :multi-prefix server-time tls"),
+    EXPECT_EQ(beginning.on(":irc CAP * LS :multi-prefix server-time tls echo-message"),
               "CAP REQ :echo-message multi-prefix server-time\n");
     EXPECT_EQ(beginning.on(":irc CAP * NEW :batch"), "CAP REQ batch\n");
     for (const char* again : {":irc CAP * NEW :batch", ":irc CAP * LS :chghost"})
@@ -60,7 +60,7 @@ TEST(IrcRegistration, AsksForCapabilitiesInSeveralLines) {
     EXPECT_FALSE(echoes(beginning));
     beginning.on(":irc CAP Ownr ACK :-multi-prefix");
     EXPECT_FALSE(beginning.registration.capabilities().holds("multi-prefix"));
-    EXPECT_EQ(beginning.on(":irc CAP Ownr NEW :tls multi-prefix echo-message=x"),
+    EXPECT_EQ(beginning.on(":irc CAP Ownr NEW :tls multi-prefix server-time echo-message=x"),
               "CAP REQ :multi-prefix echo-message\n");
     beginning.on(":irc CAP Ownr ACK :echo-message");
     EXPECT_TRUE(echoes(beginning));
@@ -127,6 +127,9 @@ TEST(IrcRegistration, TheAccountIsLoggedInToSafelyOrNotAndTheConnectionGoesOn) {
          end,
          "the server offers no login by a password"},
         {{offer, grant, "AUTHENTICATE cmVhbG0=", go, ":irc 906 *"},
+         request + "AUTHENTICATE *\n" + end,
+         "the server refuses it"},
+        {{offer, grant, "AUTHENTICATE Z", ":irc 906 *"},
          request + "AUTHENTICATE *\n" + end,
          "the server refuses it"},
         {{offer, grant, go}, end, "a password isn't sent without TLS", false},
@@ -244,9 +247,10 @@ TEST(IrcRegistration, ServicesThatComeLateAreLoggedInToThenButNotWithoutTls) {
         std::string sent;
         for (const char* const line :
              {":irc CAP * LS :batch", ":irc CAP * ACK :batch", ":irc 001 Owner :hi",
-              ":irc CAP Owner NEW :sasl=PLAIN", ":irc CAP Owner ACK :sasl", "AUTHENTICATE +",
-              ":irc 900 Owner x owner :in", ":irc 903 Owner :done", "AUTHENTICATE +",
-              ":irc CAP Owner DEL :sasl", ":irc CAP Owner NEW :sasl=PLAIN"})
+              ":irc CAP Owner NEW :sasl=PLAIN", ":irc CAP Owner ACK :sasl",
+              ":irc CAP Owner DEL :batch", "AUTHENTICATE +", ":irc 900 Owner x owner :in",
+              ":irc 903 Owner :done", "AUTHENTICATE +", ":irc CAP Owner DEL :sasl",
+              ":irc CAP Owner NEW :sasl=PLAIN"})
             sent += beginning.on(line);
         EXPECT_EQ(sent, std::string("CAP REQ batch\nCAP END\n") +
                             (encrypted ? "CAP REQ sasl\nAUTHENTICATE PLAIN\n"

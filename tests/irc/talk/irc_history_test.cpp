@@ -46,7 +46,8 @@ TEST_F(IrcHistoryTest, IsAskedForAsARoomIsEntered) {
         EXPECT_EQ(std::exchange(asked, ""), isThere ? "CHATHISTORY LATEST #music * 50\n" : "")
             << capabilities;
     }
-    told("@time=2001-02-03T04:05:06.789Z :ann!a@h PRIVMSG #music :one");
+    told("@time=2001-02-03T04:05:05.000Z :ann!a@h PRIVMSG #music :one\r\n"
+         "@time=2001-02-03T04:05:06.789Z;msgid=x :Owner!o@host PRIVMSG #music :elsewhere");
     seenOf([&] { server.lose("x"); }, 60s);
     EXPECT_EQ(std::exchange(asked, ""),
               "CHATHISTORY LATEST #music timestamp=2001-02-03T04:05:06.000Z 100\n");
@@ -129,17 +130,22 @@ TEST_F(IrcHistoryTest, TalksArePlayedBackIntoTheirConversations) {
              {"10:00:01Z", ":Owner!o@host PRIVMSG ann :'volume 7"},
              {"10:00:02Z", ":ann!a@h PRIVMSG Owner :\x01"
                            "ACTION waves\x01"},
-             {"10:00:03Z", ":irc NOTICE Owner :*** an old notice"}},
+             {"10:00:03Z", ":irc NOTICE Owner :*** an old notice"},
+             {"10:00:04Z", ":eve!e@h NOTICE Owner :look"}},
             "znc.in/playback");
-    EXPECT_EQ(seen, "- ann whispers: psst\n- ann whispers: * ann waves\n");
+    EXPECT_EQ(seen, "- ann whispers: psst\n- ann whispers: * ann waves\n- eve notes: look\n");
+    EXPECT_EQ(told(":eve!e@h NOTICE Owner :again"), "- eve notes: again\n");
     EXPECT_EQ(keptIn("ann"), "ann: psst\nOwner: 'volume 7\nann: waves\n");
+    EXPECT_EQ(keptIn("eve"), "eve: look\neve: again\n");
 }
 
 TEST_F(IrcHistoryTest, ServersThatLoseEachOtherAreToldInOneLine) {
     beginWith("batch");
     server.names["#music"] = "Owner a b c d e f g";
+    server.names["#den"] = "Owner a b";
     server.lose("x");
     advance(10s);
+    joined("#den");
     const auto batch = [&](const std::string& kind, const char* what) {
         std::string all = "BATCH +n " + kind + " one.net two.net\r\n";
         for (const char* who : {"a", "b", "c", "d", "e", "f"})
@@ -148,6 +154,8 @@ TEST_F(IrcHistoryTest, ServersThatLoseEachOtherAreToldInOneLine) {
     };
     EXPECT_EQ(batch("netsplit", "QUIT :one.net two.net"),
               "- a, b, c, d, e and 1 other go: one.net and two.net have lost each other\n");
+    EXPECT_EQ(conversations.numbered(2)->lines().back().text,
+              "a, b go: one.net and two.net have lost each other");
     EXPECT_EQ(room.people().count(), 2);
     EXPECT_EQ(batch("netjoin", "JOIN #music"),
               "- a, b, c, d, e and 1 other come back: one.net and two.net have found each other\n");

@@ -138,13 +138,16 @@ TEST_F(IrcLostLinesTest, EachIsSaidAgainWhereItBelongsAndInOrder) {
     typed("three");
     seenOf([&] { irc.enterRoom("#music"); });
     typed(std::string(120, 'x'));
+    seenOf([&] { irc.act("waves"); });
     EXPECT_EQ(seenOf([] {}, 200s).substr(seen.find("- perhaps")),
               "- perhaps not said in #music: one\n"
               "- /again says once more what was not said where you are\n"
               "- perhaps not said to ann: two\n- perhaps not said in #den: three\n"
               "- perhaps not said in #music: " +
-                  std::string(100, 'x') + "\u2026\n");
-    EXPECT_EQ(again(*this), "PRIVMSG #music one\nPRIVMSG #music " + std::string(120, 'x') + '\n');
+                  std::string(100, 'x') + "\u2026\n- perhaps not said in #music: /me waves\n");
+    EXPECT_EQ(again(*this), "PRIVMSG #music one\nPRIVMSG #music " + std::string(120, 'x') +
+                                "\nPRIVMSG #music :\x01"
+                                "ACTION waves\x01\n");
     told(":ann!a@h NICK eve");
     seenOf([&] { irc.talkTo("eve"); });
     EXPECT_EQ(again(*this), "PRIVMSG eve two\n");
@@ -200,6 +203,11 @@ TEST_F(IrcLostLinesTest, OfAnAnswerOneWordIsEnough) {
     const auto first = all.find(word);
     EXPECT_NE(first, all.npos) << all;
     EXPECT_EQ(all.find(word, first + 1), all.npos) << all;
+    for (const bool isLater : {false, true}) {
+        seenOf([&] { loop.post([&] { irc.sendChatLine("a tick"); }); }, 10s);
+        EXPECT_EQ(seen, "- #music: Cannot send (+m)\n" + (isLater ? word : ""));
+        advance(60s);
+    }
 }
 
 TEST_F(IrcLostLinesTest, WhatWaitsAsTheProcessEndsIsTold) {
