@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -17,22 +18,33 @@ constexpr std::time_t mostBetweenClocks = 60;
 // A network has a long line of the owner's in pieces, each of which stands in the whole.
 constexpr std::size_t longestInOnePiece = 200;
 
-bool isSame(const KeptLine& kept, const KeptLine& line) {
-    if (kept.isProgramsWord() || kept.speaker != line.speaker || kept.isOwners != line.isOwners)
+std::size_t hashOf(const std::string& words) {
+    return std::hash<std::string>()(words);
+}
+
+// Thousands of lines may be told once more, each of which is compared with all that are kept. So
+// most are told apart without a look at their texts.
+bool isSame(const KeptLine& kept, const KeptLine& line, const std::string& words) {
+    if (kept.isProgramsWord() || kept.isOwners != line.isOwners)
         return false;
     if (kept.mark && line.mark)
-        return kept.mark == line.mark;
-    if (std::abs(kept.at - line.at) > (line.isOwners ? mostBetweenClocks : 0))
+        return kept.mark == line.mark && kept.speaker == line.speaker;
+    const bool mayBePiece = line.isOwners && kept.text.size() > longestInOnePiece;
+    if (std::abs(kept.at - line.at) > (line.isOwners ? mostBetweenClocks : 0) ||
+        (!mayBePiece && kept.words != line.words) || kept.speaker != line.speaker)
         return false;
-    const std::string whole = plainMarkup(kept.text), told = plainMarkup(line.text);
-    const bool mayBePiece = line.isOwners && whole.size() > longestInOnePiece;
-    return mayBePiece ? whole.find(told) != whole.npos : whole == told;
+    const std::string whole = plainMarkup(kept.text);
+    return mayBePiece && whole.size() > longestInOnePiece ? whole.find(words) != whole.npos
+                                                          : whole == words;
 }
 
 } // namespace
 
-bool Conversation::holds(const KeptLine& line) const {
-    return std::ranges::any_of(lines_, [&](const KeptLine& kept) { return isSame(kept, line); });
+bool Conversation::holds(KeptLine line) const {
+    const std::string words = plainMarkup(line.text);
+    line.words = hashOf(words);
+    return std::ranges::any_of(lines_,
+                               [&](const KeptLine& kept) { return isSame(kept, line, words); });
 }
 
 void Conversation::keep(KeptLine line, bool isInFront) {
@@ -40,6 +52,7 @@ void Conversation::keep(KeptLine line, bool isInFront) {
         ++unread_;
         unreadForOwner_ += line.isForOwner;
     }
+    line.words = line.isProgramsWord() ? 0 : hashOf(plainMarkup(line.text));
     bytes_ += line.bytes();
     newest_ = line.number;
     auto place = lines_.end();

@@ -30,6 +30,7 @@ struct KeptLine {
     bool isOld = false;       // it is told only now, by whoever has kept it
     std::uint64_t mark = 0;   // by which the network knows it; 0 where it has none
     std::uint64_t number = 0; // of all conversations' lines, as they came, from 1
+    std::size_t words = 0;    // what is read of the text, in a number; set as it is kept
 
     bool isProgramsWord() const { return kind == Kind::news || kind == Kind::answer; }
     std::size_t bytes() const { return sizeof *this + speaker.size() + text.size(); }
@@ -68,7 +69,7 @@ public:
     int unreadForOwner() const { return unreadForOwner_; }
 
     // Whether an old line is among them already.
-    bool holds(const KeptLine& line) const;
+    bool holds(KeptLine line) const;
 
     // The number of the last line that was put among others, instead of at the end.
     std::uint64_t lastPutIn() const { return lastPutIn_; }

@@ -2,6 +2,7 @@
 #include "irc/protocol/irc_time.h"
 #include "support/irc_machine.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace larkspin {
@@ -97,6 +98,21 @@ TEST_F(IrcHistoryTest, IsKeptInItsPlaceOnce) {
               "- you are in #music\nann: first\nbob: Owner: where are you?\n"
               "Owner: from elsewhere\nann: new\n");
     EXPECT_EQ(traced().back(), "line of others");
+}
+
+TEST_F(IrcHistoryTest, ThousandsOfOneSecondAreEachKeptOnce) {
+    beginWith("batch server-time");
+    std::vector<std::string> texts;
+    std::vector<std::pair<const char*, const char*>> lines;
+    for (int number = 0; number < 2000; ++number)
+        texts.push_back(":ann!a@h PRIVMSG #music :'volume " + std::to_string(number));
+    for (const std::string& text : texts)
+        lines.emplace_back("10:00:00Z", text.c_str());
+    for (int times = 0; times < 2; ++times) {
+        history(lines);
+        const std::string all = keptIn("#music");
+        EXPECT_EQ(std::ranges::count(all, '\n'), 2000);
+    }
 }
 
 TEST_F(IrcHistoryTest, HisOwnLinesAreKnownByWhatTheySayWhereTheyHaveNoMark) {
