@@ -35,17 +35,29 @@ void IrcNickRegain::end() {
     if (std::exchange(isMonitored_, false))
         request_("MONITOR", {"-", nick_});
     nick_.clear();
+    isAskedFor_ = wasRefused_ = false;
 }
 
+// A name that is free may be refused for a while, of which no server tells that it is over.
 void IrcNickRegain::look() {
-    if (!isMonitored_)
+    if (!isMonitored_ || std::exchange(wasRefused_, false))
         request_("ISON", {nick_});
 }
 
-void IrcNickRegain::take(const IrcMessage& message, const IrcFeatures& features) {
-    if (nick_.empty())
-        return;
+bool IrcNickRegain::isFree(const IrcMessage& message, const IrcFeatures& features) const {
     const std::string& command = message.command;
+    if (command == "QUIT" || command == "NICK")
+        return names(message.nick(), nick_, features);
+    const bool isListed = names(message.parameter(1), nick_, features);
+    return (command == numeric::monitoredOffline && isListed) ||
+           (command == numeric::isOn && !isListed);
+}
+
+bool IrcNickRegain::take(const IrcMessage& message, const IrcFeatures& features) {
+    if (nick_.empty())
+        return false;
+    const std::string& command = message.command;
+    const bool isUnavailable = command == numeric::nickInUse || command == numeric::nickUnavailable;
     // A server that watches names tells by itself, also of one that is free already.
     if (command == numeric::features && features.hasMonitor && !isMonitored_) {
         isMonitored_ = true;
@@ -54,14 +66,13 @@ void IrcNickRegain::take(const IrcMessage& message, const IrcFeatures& features)
         isMonitored_ = false;
     } else if (command == numeric::badNick && names(message.parameter(1), nick_, features)) {
         end();
-    } else {
-        const bool isTold = command == numeric::monitoredOffline;
-        const bool isHolders = command == "QUIT" || command == "NICK";
-        if ((isTold && names(message.parameter(1), nick_, features)) ||
-            (isHolders && names(message.nick(), nick_, features)) ||
-            (command == numeric::isOn && !names(message.parameter(1), nick_, features)))
-            request_("NICK", {nick_});
+    } else if (isUnavailable && names(message.parameter(1), nick_, features)) {
+        return wasRefused_ = std::exchange(isAskedFor_, false);
+    } else if (isFree(message, features)) {
+        isAskedFor_ = true;
+        request_("NICK", {nick_});
     }
+    return false;
 }
 
 } // namespace larkspin

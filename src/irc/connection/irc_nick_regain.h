@@ -35,16 +35,18 @@ public:
     // the connection.
     void end();
 
-    // Everything that the server tells.
-    void take(const IrcMessage& message, const IrcFeatures& features);
+    // Everything that the server tells. True for the refusal of what was asked for here: it will be
+    // asked for again, so that is no news.
+    bool take(const IrcMessage& message, const IrcFeatures& features);
 
 private:
     void look();
+    bool isFree(const IrcMessage& message, const IrcFeatures& features) const;
 
     EventLoop& loop_;
     Request request_;
     std::string nick_; // blank while none is to be taken back
-    bool isMonitored_ = false;
+    bool isMonitored_ = false, isAskedFor_ = false, wasRefused_ = false;
     TimerId timer_ = TimerId::none;
 };
 

@@ -154,8 +154,8 @@ void IrcSession::take(const IrcMessage& message) {
     const bool isSaid = message.command == "PRIVMSG" || message.command == "NOTICE";
     if (batches_.isOld(message) && !isSaid)
         return batches_.close(message);
-    follow(message);
-    events_.message(message);
+    if (follow(message))
+        events_.message(message);
     batches_.close(message);
 }
 
@@ -211,17 +211,20 @@ void IrcSession::welcome() {
     regain_.begin(identity_.nick);
 }
 
-void IrcSession::follow(const IrcMessage& message) {
+// False for what is news to nobody else.
+bool IrcSession::follow(const IrcMessage& message) {
     if (message.command == numeric::features)
         features_.read(message);
-    regain_.take(message, features_);
+    if (regain_.take(message, features_))
+        return false;
     if (message.command != "NICK" || !isSelf(message.nick()) || message.parameter(0).empty())
-        return;
+        return true;
     nick_ = message.parameter(0);
     regain_.end();
     // The next connection asks for a new name only if the owner has wanted that name himself.
     if (isSame(nick_, wantedNick_))
         identity_.nick = nick_;
+    return true;
 }
 
 // The answer goes at once, ahead of the lines that wait.

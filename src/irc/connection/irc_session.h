@@ -119,7 +119,7 @@ private:
     void open();
     void take(std::string_view bytes);
     void take(const IrcMessage& message);
-    void follow(const IrcMessage& message);
+    bool follow(const IrcMessage& message);
     void tellEarly(const IrcMessage& message);
     bool leavesForTls();
     void reportSecurity();

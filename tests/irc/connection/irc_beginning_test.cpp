@@ -77,6 +77,13 @@ TEST(IrcBeginnings, TheWantedNameIsTakenBackWhenItIsFreeButNotFromServices) {
     EXPECT_EQ(machine.sentOf([&] { awaken(machine); }, 239s).substr(0, 11), "ISON Owner\n");
     machine.told(":irc 005 Owner_ MONITOR=100 :are supported");
     EXPECT_EQ(machine.sentOf([&] { awaken(machine); }, 239s).find("ISON"), std::string::npos);
+    for (const char* free : {":irc 303 Owner_ :", ":irc 731 Owner_ :Owner"}) {
+        EXPECT_EQ(machine.sentOf([&] { machine.server.say(free); }), "NICK Owner\n");
+        EXPECT_EQ(machine.seen, ""); // refused once more
+        EXPECT_NE(machine.sentOf([&] { awaken(machine); }, 239s).find("ISON Owner\n"),
+                  std::string::npos);
+    }
+    EXPECT_EQ(machine.told(":irc 433 Owner_ Owner :in use"), "- Owner: in use\n");
     machine.told(":irc 734 Owner_ 100 Owner :full"); // it watches nobody more
     EXPECT_NE(machine.sentOf([&] { awaken(machine); }, 239s).find("ISON"), std::string::npos);
 }
