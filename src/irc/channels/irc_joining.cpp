@@ -245,7 +245,8 @@ void IrcJoining::left(std::string_view channel) {
     channels_.remove(*place);
     if (wants(name)) // he has asked for it again meanwhile
         request({name});
-    if (wasInFront && !channels_.all().empty())
+    // What he types next was for the channel that he was put out of, and for no other one.
+    if (wasInFront && isWanted && !channels_.all().empty())
         enter(channels_.all().back());
     else if (wasInFront)
         conversations_.enter(conversations_.home());

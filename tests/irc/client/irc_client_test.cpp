@@ -174,7 +174,7 @@ TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
         {"'pr #attic", "Owner: 'pr #attic\nOwner: private room ~> <b>#attic\n"
                        "- you are in #attic\n"},
         {":bob!b@h KICK #attic Owner :out",
-         "- bob puts you out of #attic: out\n- you have left #attic\n- you are in #den\n"},
+         "- bob puts you out of #attic: out\n- you have left #attic\n- you are at home\n"},
     });
     irc.enterRoom("#music");
     EXPECT_EQ(conversations.numbered(2)->unread(), 0);

@@ -156,9 +156,9 @@ TEST_F(IrcNetworksTest, WhatIsTypedInOneConversationIsNeverSaidInAnother) {
     };
     const auto inMusic = rooms->conversations.begun();
     server.say(":irc KICK #music jo :out");
-    EXPECT_EQ(seenWithin(1s).ends_with("\nyou are in #den\n"), true) << seen;
+    EXPECT_EQ(seenWithin(1s).ends_with("\nyou are at home\n"), true) << seen;
     EXPECT_EQ(said(inMusic, "for music"), Lines{});
-    EXPECT_EQ(seen, "you are at home\njo: for music\n");
+    EXPECT_EQ(seen, "jo: for music\n");
     const auto atHome = rooms->conversations.begun();
     server.say(":jo!j@h JOIN #late");
     EXPECT_EQ(seenWithin(1s), "you are in #late\n");
