@@ -47,6 +47,8 @@ IrcChannels::Place* IrcChannels::add(const std::string& name, const IrcFeatures&
         return nullptr;
     Conversation& conversation = conversationOf(name, features);
     conversation.isOpen = true;
+    if (conversation.name() != name) // in other letters than before
+        conversations_.rename(conversation, name);
     Place fresh{IrcChannel(name), &conversation, ++lastVisit_};
     if (place)
         *place = std::move(fresh);

@@ -276,8 +276,14 @@ void IrcClient::message(const std::string& name, const std::string& text) {
 
 // To a room that he isn't in as well: some take that, and the server tells if not.
 void IrcClient::notice(const std::string& name, const std::string& text) {
-    if (!tellWithoutServer() && (session_.features().isChannel(name) || canBeTalkedTo(name)))
-        speak({.target = name, .text = text, .mayCommand = false, .kind = KeptLine::Kind::noted});
+    if (tellWithoutServer())
+        return;
+    const Place* const place = channels_.find(name, session_.features());
+    if (place || session_.features().isChannel(name) || canBeTalkedTo(name))
+        speak({.target = place ? place->channel.name() : name,
+               .text = text,
+               .mayCommand = false,
+               .kind = KeptLine::Kind::noted});
 }
 
 void IrcClient::talkTo(const std::string& name) {
