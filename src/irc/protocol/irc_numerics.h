@@ -28,7 +28,13 @@ inline constexpr std::string_view noSuchNick = "401", noSuchChannel = "403", can
                                   nickInUse = "433", nickCollision = "436", nickUnavailable = "437",
                                   notRegistered = "451", badPassword = "464", needsAccount = "477",
                                   needsAccountForNick = "486", needsVoice = "489",
-                                  cannotSendToNick = "531", badModeParameter = "696";
+                                  cannotSendToNick = "531", tooManyTargets = "407",
+                                  tooManyInTime = "439", servicesDown = "440", noRequests = "492",
+                                  ownMode = "494", heldBack = "716", badWord = "936",
+                                  badModeParameter = "696";
+
+// Somebody who takes no messages has been told that there was one.
+inline constexpr std::string_view hasBeenTold = "717";
 
 // Outcomes of a login.
 inline constexpr std::string_view loggedIn = "900", loggedOut = "901", loginDone = "903",
@@ -38,18 +44,20 @@ inline bool isNumeric(std::string_view command) {
     return !command.empty() && isDigit(command.front());
 }
 
-// Every number of two hundreds counts, and one more: there are many reasons for a refusal, and
+// Every number of two hundreds counts, and three more: there are many reasons for a refusal, and
 // servers have numbers of their own for some.
 inline bool isRefusal(std::string_view command) {
     return command.size() == 3 &&
-           (command.front() == '4' || command.front() == '5' || command == badModeParameter);
+           (command.front() == '4' || command.front() == '5' || command == badModeParameter ||
+            command == heldBack || command == badWord);
 }
 
 // A line to a channel or to somebody.
 inline bool refusesLine(std::string_view command) {
-    static constexpr std::string_view numbers[] = {noSuchNick, noSuchChannel,   cannotSend,
-                                                   noCodes,    needsAccount,    needsAccountForNick,
-                                                   needsVoice, cannotSendToNick};
+    static constexpr std::string_view numbers[] = {
+        noSuchNick,          noSuchChannel, cannotSend,       noCodes,        needsAccount,
+        needsAccountForNick, needsVoice,    cannotSendToNick, tooManyTargets, tooManyInTime,
+        servicesDown,        noRequests,    ownMode,          heldBack,       badWord};
     return std::ranges::find(numbers, command) != std::end(numbers);
 }
 

@@ -50,7 +50,8 @@ std::string modesIn(const IrcMessage& message) {
 
 // Refusals, in the server's words, and the few answers that somebody waits for.
 std::string answerIn(const IrcMessage& message) {
-    static constexpr std::string_view answers[] = {numeric::away, numeric::noTopic, numeric::topic};
+    static constexpr std::string_view answers[] = {numeric::away, numeric::noTopic, numeric::topic,
+                                                   numeric::hasBeenTold};
     const std::string& command = message.command;
     // A server without a message of the day isn't news for the owner.
     if (command == numeric::noGreeting)

@@ -352,7 +352,7 @@ TEST_F(RoomWindowTest, FollowsItsOwnerToANetworkAndBack) {
 TEST_F(RoomWindowTest, ALineIsTakenWhereItWasBegun) {
     strike("/connect irc.test Jo den\nhi");
     server.sent.clear();
-    server.say(":Jo!j@h JOIN #late\r\n:irc KICK #den Jo :out");
+    server.say(":irc KICK #den Jo :out\r\n:Jo!j@h JOIN #late");
     machine.advance(1s);
     EXPECT_EQ(window().windowTitle(), "larkspin - #late");
     strike(" all\n");
