@@ -178,7 +178,8 @@ TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
     });
     irc.enterRoom("#music");
     EXPECT_EQ(conversations.numbered(2)->unread(), 0);
-    told(":Owner!o@host JOIN #music\r\n:irc 353 Owner = #music :Owner"); // once more
+    told(":Owner!o@host JOIN #Music\r\n:irc 353 Owner = #Music :Owner"); // once more
+    EXPECT_EQ(room.name(), "#Music");
     EXPECT_EQ(irc.people().count(), 1);
     for (const std::string& name : {std::string("a b"), std::string("a,b"), std::string(200, 'x')})
         EXPECT_EQ(joined(name), "- a room's name is short and has no blanks or commas\n");
