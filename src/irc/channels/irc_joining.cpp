@@ -49,6 +49,7 @@ void IrcJoining::beginWith(const std::string& given) {
     wanted_.clear();
     keys_.clear();
     leaving_.clear();
+    asksAtOnce_ = false;
     wantedRoom_ = given;
     isComingBack_ = staysAway_ = false;
     entering_ = channelNamed(given).value_or("");
@@ -57,6 +58,7 @@ void IrcJoining::beginWith(const std::string& given) {
 }
 
 void IrcJoining::welcomed() {
+    asksAtOnce_ = session_.isWelcomed();
     request(wanted_);
 }
 
@@ -65,6 +67,7 @@ void IrcJoining::welcomed() {
 // more: he comes into the next one then.
 void IrcJoining::lost() {
     leaving_.clear();
+    asksAtOnce_ = false;
     isComingBack_ = true;
     if (entering_.empty() && channels_.isInFront())
         entering_ = roomAfterLeaving();
@@ -128,7 +131,8 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
     if (!name)
         return;
     auto* const place = channels_.find(*name, session_.features());
-    isComingBack_ = staysAway_ = false;
+    if (asksAtOnce_ || !session_.isWelcomed()) // else a line that is run on connecting wants it
+        isComingBack_ = staysAway_ = false;
     if (place && !place->isBeingLeft)
         return enter(*place);
     if (!session_.isOn())
@@ -140,9 +144,9 @@ void IrcJoining::join(const std::string& given, const std::string& key, bool ent
     if (enters)
         entering_ = *name;
     takeOut(leaving_, *name);
-    // Before the welcome the channel is only noted as wanted; it is asked for at the welcome. One
-    // that is being left is asked for when it has been left.
-    if (session_.isWelcomed() && !place)
+    // Before all that are wanted are asked for, it is only noted as one of them. One that is being
+    // left is asked for when it has been left.
+    if (asksAtOnce_ && !place)
         request({*name});
 }
 

@@ -35,8 +35,8 @@ public:
     // The room comes in front only if the owner is at home by then.
     void comeBack() { isComingBack_ = true; }
 
-    // To be called when the connection stands, and when it is lost. The rooms of a lost connection
-    // are those to be joined again.
+    // To be called when the connection stands and what is to be done first is done, and when it is
+    // lost. The rooms of a lost connection are those to be joined again.
     void welcomed();
     void lost();
 
@@ -80,6 +80,7 @@ private:
     std::vector<std::string> wanted_;                       // asked for, or to be asked for
     std::vector<std::pair<std::string, std::string>> keys_; // of channels, by name
     std::string wantedRoom_;
+    bool asksAtOnce_ = false;          // for what is wanted now: the others have been asked for
     std::string entering_;             // comes in front once it is joined
     bool isComingBack_ = false;        // to it, after a loss, unless he has gone elsewhere
     bool staysAway_ = false;           // he was elsewhere when the connection was lost

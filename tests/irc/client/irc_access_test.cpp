@@ -183,6 +183,11 @@ TEST_F(IrcAccessTest, LinesAreRunAfterEachWelcomeBeforeTheRoomsAreJoined) {
     typed("/connect irc.test jo");
     typed("/onconnect drop all");
     EXPECT_EQ(kept().find("on connect"), std::string::npos);
+    typed("/onconnect /join #den"); // which isn't where he wants to be
+    typed("/connect irc.test jo #music");
+    EXPECT_EQ(server.sent.back(), "JOIN #music,#den");
+    EXPECT_EQ(typed("/room"), "0  home\n1  NickServ\n2  #music (here)\n3  #den\n");
+    typed("/onconnect drop all");
     for (int line = 0; line < 30; ++line)
         typed("/onconnect time");
     EXPECT_EQ(typed("/onconnect time"), "there are too many of them\n");
