@@ -1,6 +1,7 @@
 #include "irc/channels/irc_talks.h"
 
 #include "irc/connection/irc_session.h"
+#include "text/visible.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,8 +16,10 @@ Conversation* IrcTalks::find(std::string_view nick) const {
 }
 
 Conversation& IrcTalks::findOrBegin(std::string_view nick) {
-    if (Conversation* const known = find(nick))
+    if (Conversation* const known = find(nick)) {
+        known->isOpen = known->isOpen || session_.isWelcomed();
         return *known;
+    }
     makeRoom();
     return conversations_.add({Conversation::Kind::person, network_, std::string(nick)});
 }
@@ -40,10 +43,18 @@ void IrcTalks::makeRoom() {
         conversations_.remove(*oldest);
 }
 
+// Nobody else who takes the old name hears what was begun for him.
 void IrcTalks::rename(std::string_view from, std::string_view to) {
     Conversation* const talk = find(from);
-    if (talk && (session_.isSame(from, to) || !find(to)))
-        conversations_.rename(*talk, std::string(to));
+    Conversation* const other = find(to);
+    if (!talk || to.empty())
+        return;
+    conversations_.keep(*talk, {.text = visibleName(from) + " is now called " + visibleName(to)});
+    if (!other || other == talk)
+        return conversations_.rename(*talk, std::string(to));
+    talk->isOpen = false;
+    if (&conversations_.front() == talk)
+        conversations_.asOwnerWants([&] { conversations_.enter(*other); });
 }
 
 void IrcTalks::open(bool isOpen) {

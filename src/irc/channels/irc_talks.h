@@ -28,7 +28,7 @@ public:
     Conversation* find(std::string_view nick) const;
     Conversation& findOrBegin(std::string_view nick);
 
-    // Talks go on under the next name of a person, unless there is one of that name.
+    // Talks go on under the next name of a person, and where there is one of that name, in that.
     void rename(std::string_view from, std::string_view to);
 
     // Whether something can be said in them: while there is a connection.

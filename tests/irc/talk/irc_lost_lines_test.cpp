@@ -171,6 +171,29 @@ TEST_F(IrcLostLinesTest, EachIsSaidAgainWhereItBelongsAndInOrder) {
     EXPECT_EQ(seen, "- /again is for a room or a talk on a network\n");
 }
 
+TEST_F(IrcLostLinesTest, WhatIsTypedInATalkGoesToWhomItWasBegunFor) {
+    begin();
+    seenOf([&] { irc.talkTo("ann"); });
+    const std::string sendsLine = "PRIVMSG eve line\n";
+    for (const bool isKnownAsEve : {false, true}) {
+        if (isKnownAsEve) {
+            told(":eve!e@h NICK ann");
+            told(":eve!a@h PRIVMSG Owner :it's me");
+            seenOf([&] { irc.talkTo("ann"); });
+        }
+        const auto begun = conversations.begun();
+        const std::string seenAtOnce = told(":ann!a@h NICK eve\r\n:bob!b@h NICK ann");
+        EXPECT_TRUE(seenAtOnce.starts_with(isKnownAsEve ? "- you talk to eve\n"
+                                                        : "- ann is now called eve\n"))
+            << seenAtOnce;
+        conversations.goBackTo(begun);
+        EXPECT_EQ(sentOf([&] { room.say("line"); }), sendsLine);
+    }
+    told(":ann!b@h PRIVMSG Owner :hi"); // bob
+    seenOf([&] { irc.talkTo("ann"); });
+    EXPECT_EQ(sentOf([&] { room.say("line"); }), "PRIVMSG ann line\n");
+}
+
 TEST_F(IrcLostLinesTest, WhatWaitsForSomebodyFollowsHisName) {
     begin();
     const std::string sent = sentOf(
