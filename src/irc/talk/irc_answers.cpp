@@ -47,7 +47,7 @@ void IrcAnswers::expect(Question question, const std::string& about) {
     // A question may be asked twice before its first answer. What has no end is asked anew.
     const bool isEndless = kindOf(question).ends.empty();
     std::erase_if(awaited_, [&](const Awaited& each) {
-        return loop_.now() >= each.until || (isEndless && each.question == question);
+        return isOver(each) || (isEndless && each.question == question);
     });
     if (awaited_.size() >= mostAwaited)
         awaited_.erase(awaited_.begin());
@@ -110,12 +110,17 @@ bool IrcAnswers::takeTopicSetter(const IrcMessage& message) {
     return isSetter;
 }
 
+// A server that is slow isn't done.
+bool IrcAnswers::isOver(const Awaited& awaited) const {
+    return loop_.now() >= awaited.until + session_.lag();
+}
+
 bool IrcAnswers::isAbout(const Awaited& awaited, const IrcMessage& message) const {
     const std::string_view numbers = kindOf(awaited.question).numbers;
     const bool isOfKind =
         numbers.empty() || numbers.find(message.command) != std::string_view::npos;
     const std::size_t place = message.command == numeric::names ? 2 : 1;
-    return loop_.now() < awaited.until && isOfKind &&
+    return !isOver(awaited) && isOfKind &&
            (awaited.about.empty() || session_.isSame(awaited.about, message.parameter(place)));
 }
 

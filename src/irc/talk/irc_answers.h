@@ -26,7 +26,8 @@ public:
     IrcAnswers(EventLoop& loop, const IrcSession& session, Tell tell)
         : loop_(loop), session_(session), tell_(std::move(tell)) {}
 
-    // So long an answer is waited for; and of one so many lines are told.
+    // So long an answer is waited for, and as much longer as the server takes for any; and of one
+    // so many lines are told.
     static constexpr std::chrono::seconds longestAnswer{60}, longestOfAnything{10};
     static constexpr int most = 100;
 
@@ -64,6 +65,7 @@ private:
 
     bool takeRooms(const IrcMessage& message);
     bool takeTopicSetter(const IrcMessage& message);
+    bool isOver(const Awaited& awaited) const;
     bool isAbout(const Awaited& awaited, const IrcMessage& message) const;
     void tell(Awaited& awaited, const IrcMessage& message);
 

@@ -228,6 +228,18 @@ TEST_F(IrcOrderWordsTest, OfAFloodOfAnswersABoundIsTold) {
     EXPECT_TRUE(seen.ends_with("line 99\nand more, which isn't shown\n")) << seen;
 }
 
+TEST_F(IrcOrderWordsTest, ASlowServersAnswerIsTold) {
+    connect();
+    seenWithin(1min);
+    server.lag = 20s;
+    server.takes = [this](const std::string& line) {
+        loop.once(20s, [this] { server.say(":irc 251 jo :There are 3 people"); });
+        return line == "LUSERS";
+    };
+    typed("/quote LUSERS");
+    EXPECT_NE(seenWithin(1min).find("There are 3 people\n"), seen.npos) << seen;
+}
+
 TEST_F(IrcOrderWordsTest, OfTheListTheLargestRoomsAreToldAndTheRestIsCounted) {
     connect();
     std::string rooms = ":irc 321 jo Channel :Users\r\n";
