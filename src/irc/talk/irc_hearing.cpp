@@ -85,7 +85,7 @@ void IrcHearing::take(const IrcMessage& message, IrcSpeech& speech) {
     else if (!isSelf && session_.features().isRankedChannel(target))
         hearAmongRanks(message);
     else if (!isSelf)
-        hearPrivately(message);
+        hearPrivately(withoutToldSecrets(message));
     else if (!session_.isSelf(target))
         hearFromElsewhere(message);
 }
@@ -131,6 +131,12 @@ void IrcHearing::hearIn(Conversation& conversation, const IrcMessage& message) {
         lines_.heard({nick, markup}, place);
 }
 
+IrcMessage IrcHearing::withoutToldSecrets(IrcMessage message) {
+    if (message.parameters.size() > 1)
+        message.parameters[1] = toldSecrets_.without(message.nick(), message.parameters[1]);
+    return message;
+}
+
 // A message to those who have a rank in a channel, whether that is in front or not. No song is
 // ordered in such messages.
 void IrcHearing::hearAmongRanks(const IrcMessage& message) {
@@ -173,6 +179,7 @@ void IrcHearing::hearFromElsewhere(const IrcMessage& message) {
 // is for a service, and no command.
 void IrcHearing::reached(const IrcSaid& said, bool atOnce, const IrcMessage* cameBack) {
     const std::string text = saidWithoutSecrets(said.target, said.text);
+    toldSecrets_.add(said.target, said.text, text);
     Conversation* const conversation = conversationOf(said);
     if (!conversation) {
         if (!said.isOnScreen)

@@ -7,6 +7,7 @@
 #include "irc/channels/irc_channels.h"
 #include "irc/channels/irc_talks.h"
 #include "irc/talk/irc_speech.h"
+#include "irc/talk/irc_told_secrets.h"
 
 #include <ctime>
 #include <string>
@@ -43,6 +44,7 @@ private:
     void hearOwner(const std::string& place, const std::string& text);
     void hearIn(Conversation& conversation, const IrcMessage& message);
     void hearAmongRanks(const IrcMessage& message);
+    IrcMessage withoutToldSecrets(IrcMessage message);
     void hearPrivately(const IrcMessage& message);
     void hearFromElsewhere(const IrcMessage& message);
     bool isOld(const IrcMessage& message) const;
@@ -57,6 +59,7 @@ private:
     IrcChannels& channels_;
     IrcTalks& talks_;
     const IrcModeration& moderation_;
+    IrcToldSecrets toldSecrets_{loop_, session_};
     bool takesMessages_ = true;
 };
 

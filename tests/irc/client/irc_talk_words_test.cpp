@@ -80,6 +80,8 @@ TEST_F(IrcTalkWordsTest, WhatAServiceIsToldIsNeverShownAndNoCommand) {
         EXPECT_EQ(rooms->withoutSecrets("/oper jo hush", begun), "/oper jo ****");
         loop.post([this] { rooms->room.say("identify hush"); });
         EXPECT_EQ(seenWithin(1s), "jo: identify ****\n");
+        server.say(":nickserv!s@h NOTICE jo :your password is \x02hush\x02 now, hushed");
+        EXPECT_EQ(seenWithin(1s), "nickserv notes: your password is **** now, hushed\n");
         server.say(":jo!o@host PRIVMSG NickServ :set password hush"); // another program of his
         EXPECT_EQ(seenWithin(1s), "jo: set password ****\n");
         typed("/leave");
