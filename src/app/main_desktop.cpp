@@ -1,27 +1,52 @@
 // larkspin on a desktop.
 #include "app/main_linux.h"
+#include "app/main_start.h"
 #include "host/trace_word.h"
 #include "platform/dbus/running_copy.h"
 #include "platform/dbus/tray_host.h"
 #include "platform/posix/user_directories.h"
 #include "platform/qt/display.h"
+#include "platform/qt/file_drops.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
 #include "platform/qt/room/qt_room.h"
 #include "platform/qt/windows/qt_windows.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <string_view>
 
 using namespace larkspin;
 
+namespace {
+
+// Where nobody sees the error output, as when another program opens a file by this one.
+void showUnreachable(Display& display) {
+    QtLoop loop;
+    QtDialogs dialogs(loop);
+    loop.post([&] {
+        dialogs.box(unreachableCopy);
+        std::_Exit(EXIT_FAILURE);
+    });
+    display.run();
+}
+
+} // namespace
+
 int main(int count, char** arguments) {
+    const Started started = readStart(count, arguments, "larkspin", Display::knownOptions());
     LinuxDisk disk;
     blockSignals(endSignals);
-    Display display(count, arguments);
-    if (count > 1 && arguments[1] == std::string_view("--probe"))
-        return 0; // there is a display
+    const Handing handing = handFilesOver(started.files, disk.process, userDataDirectory());
+    if (handing == Handing::done)
+        return EXIT_SUCCESS;
+    Display display(started.display);
+    if (std::ranges::count(started.display, Display::probe) > 0)
+        return EXIT_SUCCESS; // there is a display
+    if (handing == Handing::failed)
+        showUnreachable(display);
     QtLoop loop;
     LinuxPorts ports(disk, loop);
     QtDialogs dialogs(loop);
@@ -47,6 +72,9 @@ int main(int count, char** arguments) {
                            .raise = [&] { room.show(); },
                            .close = [&] { room.close(); }});
     Program& program = larkspin.program;
+    const FileDrops drops(room.window, [&](const std::vector<std::string>& paths) {
+        loop.post([&program, paths] { program.bring(paths, BroughtFiles::Then::adding); });
+    });
     TrayHost trayHost(loop, sessionBusAddress());
     trayHost.onArrival([&] { desktop.trayCame(); });
     display.onTray([&] { desktop.trayCame(); });
@@ -82,6 +110,7 @@ int main(int count, char** arguments) {
         dialogs.ownerPresses(); // on the icon that starts the program
         program.opensBy([&] { room.open([&] { program.end(); }); });
         program.start();
+        larkspin.open(started.files);
     });
     display.run();
     program.end();

@@ -3,6 +3,7 @@
 #include "platform/posix/crash_report.h"
 #include "platform/posix/disk_questions.h"
 #include "platform/posix/drive_paths.h"
+#include "platform/posix/file_addresses.h"
 #include "platform/posix/standard_streams.h"
 #include "platform/posix/user_directories.h"
 
@@ -49,13 +50,14 @@ Task raised(const Task& frontEnd, MediaList& list) {
 } // namespace
 
 LinuxDisk::LinuxDisk()
-    : files(filesBehindStreams()), owners(answersFrom(files, PosixDirectories())) {}
+    : files(filesBehindStreams()), owners(answersFrom(files, PosixDirectories())),
+      process(DataDirectory(userDataDirectory()).path()) {}
 
 LinuxPorts::LinuxPorts(LinuxDisk& ownersDisk, WatchingLoop& frontEndsLoop)
     : disk(ownersDisk), loop(frontEndsLoop), lines(loop), directory(userDataDirectory()),
       asked(disk.owners, disk.files, directory.path()), files(asked, directory, trace),
       directories(disk.owners, PosixDirectories(), directory.path()),
-      otherPlayer(sessionBusAddress()), power(systemBusAddress()), process(directory.path()) {
+      otherPlayer(sessionBusAddress()), power(systemBusAddress()), process(disk.process) {
     reportCrashes(trace, nativePath(directory.crashFile()));
     disk.owners.serve(loop);
 }
@@ -77,16 +79,35 @@ LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)
            .lost = [&trace = ports.trace](const std::string& why) { trace.note("player:", why); }},
           frontEnd.tell),
       facts_(ports.disk.owners, frontEnd.display),
-      program(machineOf(ports, frontEnd, player_, facts_)),
+      program(machineOf(ports, frontEnd, player_, facts_)), directories_(ports.directories),
+      comeForward_(frontEnd.raise),
       remote_(ports.loop, sessionBusAddress(), program.playback.remote,
               {.raise = raised(frontEnd.raise, program.mediaWindow.list),
-               .quit = [this] { program.exit(); }}) {
+               .quit = [this] { program.exit(); },
+               .open = [this](const std::string& address) { open({address}); }}),
+      copy_(ports.loop, sessionBusAddress(), ports.directory.path(),
+            [this](const std::vector<std::string>& addresses) {
+                if (comeForward_)
+                    comeForward_();
+                open(addresses);
+            }) {
     ports.process.beforeEnd(frontEnd.close);
     ports.loop.onSignals(endSignals, [this] { program.end(); });
 }
 
 Completion LinuxProgram::completionOf(std::string_view typed) const {
     return larkspin::completionOf(program.shell.state, typed);
+}
+
+// What is no file of this machine is told by its address, as one that isn't there.
+void LinuxProgram::open(const std::vector<std::string>& addresses) {
+    std::vector<std::string> paths;
+    for (const std::string& address : addresses) {
+        const auto path = pathOfAddress(address);
+        paths.push_back(path ? directories_.drivePath(*path) : address);
+    }
+    if (!paths.empty())
+        program.bring(paths, BroughtFiles::Then::playing);
 }
 
 } // namespace larkspin

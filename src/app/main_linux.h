@@ -12,6 +12,7 @@
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
 #include "platform/dbus/mpris_service.h"
+#include "platform/dbus/running_copy.h"
 #include "platform/irc/irc_link.h"
 #include "platform/player/player_control.h"
 #include "platform/posix/asked_directories.h"
@@ -25,6 +26,8 @@
 #include <csignal>
 #include <initializer_list>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace larkspin {
 
@@ -38,6 +41,7 @@ struct LinuxDisk {
 
     const PosixFiles files;
     OwnersDisk owners;
+    PosixProcess process; // after the workers, which mustn't hold on to its lock
 };
 
 struct LinuxPorts {
@@ -56,7 +60,7 @@ struct LinuxPorts {
     PosixLaunching launching;
     MprisPlayer otherPlayer;
     LogindPower power;
-    PosixProcess process;
+    PosixProcess& process;
 };
 
 struct FrontEnd {
@@ -78,6 +82,9 @@ public:
     // What a line that the owner has begun to type can become.
     Completion completionOf(std::string_view typed) const;
 
+    // Plays or adds what lies at these addresses.
+    void open(const std::vector<std::string>& addresses);
+
 private:
     PlayerControl player_;
     PosixMachineFacts facts_;
@@ -86,7 +93,10 @@ public:
     Program program;
 
 private:
+    Directories& directories_;
+    Task comeForward_;
     MprisService remote_;
+    RunningCopy copy_;
 };
 
 } // namespace larkspin

@@ -1,17 +1,23 @@
 // larkspin in a terminal.
 #include "app/main_linux.h"
+#include "app/main_start.h"
 #include "host/trace_word.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/user_directories.h"
 #include "platform/terminal/terminal.h"
 #include "platform/terminal/terminal_display.h"
 
+#include <cstdlib>
 #include <unistd.h>
 
 using namespace larkspin;
 
-int main() {
+int main(int count, char** arguments) {
+    const Started started = readStart(count, arguments, "larkspin-tty");
     LinuxDisk disk;
+    if (const auto handing = handFilesOver(started.files, disk.process, userDataDirectory());
+        handing != Handing::notNeeded)
+        return handing == Handing::done ? EXIT_SUCCESS : EXIT_FAILURE;
     PollLoop loop;
     LinuxPorts ports(disk, loop);
     Terminal terminal(
@@ -35,6 +41,7 @@ int main() {
         terminal.open(program.windows(), program.chat.recitals, [&] { program.end(); });
     });
     program.start();
+    larkspin.open(started.files);
     // Events run until one of them ends the process.
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

@@ -34,6 +34,9 @@ Program::Program(const Machine& m)
       rows2_(commandRows(*this, HandledBy::NiteScan2)),
       rows3_(commandRows(*this, HandledBy::NiteScan3)) {
     companions.windowColors.connect(windows());
+    mediaWindow.frame.mp3s.onDrop = [this](const auto& paths) {
+        bring(paths, BroughtFiles::Then::adding);
+    };
     chat.NiteScan1.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows1_); });
     chat.NiteScan2.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows2_); });
     chat.NiteScan3.connect([this](const ChatLine& line) { chat.dispatch.handle(line, rows3_); });

@@ -4,6 +4,7 @@
 // the owner does with windows and menus, and the machine's wish that the process end.
 #pragma once
 
+#include "app/brought_files.h"
 #include "app/machine.h"
 #include "app/status_commands.h"
 #include "chat/chat.h"
@@ -50,6 +51,9 @@ public:
     // Saves, and starts again in the same process.
     void restart();
 
+    // Takes files and directories from outside, as soon as the program runs.
+    void bring(const std::vector<std::string>& paths, BroughtFiles::Then then);
+
     // Every window there is, shown or not. They live as long as the program.
     std::vector<Window*> windows();
 
@@ -62,6 +66,7 @@ public:
     Companions companions;
     Host host;
     Outside outside;
+    BroughtFiles broughtFiles{chat.core, library.broughtSongs, playback.transport};
     StatusCommands status{chat.core, machine.host, playback.transport, playback.counters};
 
 private:
@@ -75,6 +80,7 @@ private:
     void loadFolders(const StoredSettings& stored);
     void listen();
     void openFrontEnd();
+    void takeEarlyFiles();
     void takeEarlyLines();
     void finish(bool speaks);
     void save();
@@ -90,6 +96,7 @@ private:
     TimerId settling_ = TimerId::none; // up to then the owner's first lines may not have been taken
     TimerId telling_ = TimerId::none;
     Task open_;
+    std::vector<Task> earlyFiles_;                  // that came before the program could take them
     std::vector<CommandRow> rows1_, rows2_, rows3_; // what each scanner's lines are tried on
 };
 

@@ -77,6 +77,7 @@ void Program::start() {
     // Lines that the owner has typed since the greeting come in only now, when all that they touch
     // is in place.
     openFrontEnd();
+    takeEarlyFiles();
 }
 
 void Program::claimOnlyCopy() {
@@ -142,6 +143,19 @@ void Program::listen() {
 void Program::openFrontEnd() {
     if (const Task open = std::exchange(open_, nullptr))
         open();
+}
+
+void Program::bring(const std::vector<std::string>& paths, BroughtFiles::Then then) {
+    const Task taking = [this, paths, then] { broughtFiles.take(paths, then); };
+    if (phase_ == Phase::running && chat.NiteScan1.running())
+        taking();
+    else
+        earlyFiles_.push_back(taking);
+}
+
+void Program::takeEarlyFiles() {
+    for (const Task& taking : std::exchange(earlyFiles_, {}))
+        taking();
 }
 
 // Lines may have been typed, or lie in a pipe, that haven't been read yet. Each takes several turns

@@ -4,6 +4,7 @@
 
 #include "chat/core.h"
 #include "library/adding.h"
+#include "library/brought_songs.h"
 #include "library/directories.h"
 #include "library/line_files.h"
 #include "library/list_questions.h"
@@ -38,6 +39,7 @@ public:
     MediaFilter mediaFilter{core_, listers.File1};
     Scan scan{core_.state, directories_, listers, core_.loop, core_.reply};
     Adding adding{core_, files_, directories_, listers.File1, scan};
+    BroughtSongs broughtSongs{core_, files_, directories_};
     Removing removing{core_};
     PlaylistFiles playlistFiles{core_.state, files_, lineFiles, listers.File1, directory_};
     PlaylistCommands playlistCommands{core_, playlistFiles, mediaFilter};

@@ -3,29 +3,16 @@
 #include "chat/reply.h"
 #include "library/playlist.h"
 #include "library/playlist_row.h"
+#include "library/tree_walk.h"
 #include "shell/app_state.h"
 #include "shell/event_loop.h"
 #include "shell/this_run.h"
 #include "text/fold.h"
 #include "text/parts.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace larkspin {
-
-namespace {
-
-// Directories of other systems, whose names don't hide them here.
-constexpr std::string_view wastebaskets[] = {"$recycle.bin", "recycler", "recycled",
-                                             "system volume information"};
-
-} // namespace
-
-bool isHiddenDirectory(std::string_view name) {
-    return name.starts_with('.') || std::ranges::count(wastebaskets, foldCase(name)) > 0;
-}
 
 void Scan::Command4_Click() {
     if (scanTrees({state_.scanRoot}, {}))
@@ -90,15 +77,13 @@ void Scan::scanRoots(const ThisRun& run) {
     }
 }
 
-// Depth-first. A directory that can't be entered has no subdirectories.
+// A directory that can't be entered has no subdirectories.
 void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& take) {
-    const auto reader = directories_.reader();
-    std::vector<std::string> pending{root}; // the next to enter stands last
-    for (bool isRoot = true; !pending.empty(); isRoot = false) {
-        const std::string directory = std::move(pending.back());
-        pending.pop_back();
+    TreeWalk walk(directories_, root);
+    for (bool isRoot = true; !walk.isOver(); isRoot = false) {
+        const std::string directory = walk.takeNext();
         state_.dirQueue.add(directory);
-        DirectoryRead read = reader->read(directory);
+        DirectoryRead read = walk.read(directory);
         if (isRoot && !take && read.outcome == DirectoryRead::Outcome::missing)
             read = readAlike(directory); // the owner named it, and may have spelled it otherwise
         loop_.serveTurn();
@@ -108,10 +93,7 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
             noteUnread(directory, read.outcome, isRoot);
             continue;
         }
-        // Subdirectories are pushed in reverse, so that the first one by name is entered next.
-        std::vector<std::string> next = below(read.listing);
-        reader->expect(next);
-        std::move(next.rbegin(), next.rend(), std::back_inserter(pending));
+        walk.goBelow(read.listing);
         read.listing.files = filesThatFit(std::move(read.listing.files), listers_.File1.pattern());
         if (take)
             take(read.listing);
@@ -138,16 +120,6 @@ DirectoryRead Scan::readAlike(const std::string& path) {
     });
     return names.size() == 1 ? directories_.list(joinPath(around.listing.path, names.front()))
                              : DirectoryRead(DirectoryRead::Outcome::missing);
-}
-
-std::vector<std::string> Scan::below(DirectoryListing& listing) const {
-    std::erase_if(listing.directories, isHiddenDirectory);
-    sortByName(listing.directories);
-    std::vector<std::string> paths;
-    paths.reserve(listing.directories.size());
-    for (const std::string& name : listing.directories)
-        paths.push_back(joinPath(listing.path, name));
-    return paths;
 }
 
 void Scan::listFiles(const DirectoryListing& listing, const ThisRun& run) {

@@ -5,9 +5,6 @@
 // scan. Another scan clears the results, and both then add to them. A command that changes the
 // filter changes what this scan lists from the next directory on. The walks stay apart. A scan
 // ends with the run that it began in: the results of the next one hold nothing of it.
-//
-// A walk passes over what desktops hide: directories whose name begins with a dot, and
-// wastebaskets. One that it begins at is walked, whatever its name.
 #pragma once
 
 #include "library/listers.h"
@@ -55,7 +52,6 @@ private:
 
     void walkdirs(const std::string& root, const ThisRun& run, const Take& take);
     DirectoryRead readAlike(const std::string& path);
-    std::vector<std::string> below(DirectoryListing& listing) const;
     void listFiles(const DirectoryListing& listing, const ThisRun& run);
     void noteFile(const std::string& fileName, const std::string& directory);
     void noteUnread(const std::string& directory, DirectoryRead::Outcome outcome, bool isRoot);
@@ -74,8 +70,5 @@ private:
     int leftOut_ = 0;          // files, since the results were cleared
     UnreadDirectories unread_; // since then
 };
-
-// Whether a walk passes over a directory of that name.
-bool isHiddenDirectory(std::string_view name);
 
 } // namespace larkspin

@@ -23,25 +23,7 @@ void FileMenu::askForDirectory() {
     const ThisRun run(state_);
     const auto chosen = adding_.askForDirectory();
     if (chosen && run.lasts())
-        addDirectory(*chosen);
-}
-
-bool FileMenu::addDirectory(const DirectoryListing& directory) {
-    return behindSplash_.run([&] { adding_.addDirectory(directory); });
-}
-
-void FileMenu::addDropped(const std::vector<std::string>& paths) {
-    // Each directory is a job of its own. The files are added together, at the end.
-    const ThisRun run(state_);
-    std::vector<std::string> files;
-    for (const std::string& path : paths) {
-        const Adding::Place place = adding_.placeAt(path);
-        if (!run.lasts() || (place.isDirectory && !addDirectory(*place.shown)))
-            return; // the run has ended
-        if (!place.isDirectory && !place.isUnread)
-            files.push_back(path);
-    }
-    adding_.addFiles(files);
+        behindSplash_.run([&] { adding_.addDirectory(*chosen); });
 }
 
 void FileMenu::addString() {

@@ -2,10 +2,8 @@
 #pragma once
 
 #include "chat/core.h"
-#include "library/directories.h"
 #include "shell/menu.h"
 
-#include <string>
 #include <vector>
 
 namespace larkspin {
@@ -22,14 +20,9 @@ public:
 
     void popUp();
 
-    // Adds what the owner drops on the list: files as the menu's entry for files adds them, and
-    // directories as the one for directories does.
-    void addDropped(const std::vector<std::string>& paths);
-
 private:
     std::vector<MenuEntry> entries();
     void askForDirectory();
-    bool addDirectory(const DirectoryListing& directory); // false: the run has ended
     void addString();
 
     AppState& state_;

@@ -144,8 +144,7 @@ Controls list(AppState& state, MediaWindow& window, SongFiles& songFiles) {
                  [&songFiles](Key key) {
                      if (key == Key::del)
                          songFiles.deleteShown();
-                 },
-             .onDrop = [&window](const auto& paths) { window.fileMenu.addDropped(paths); }}),
+                 }}),
         label({.name = "fileCountLabel",
                .place = {0, lastRow, 3750, rowHeight},
                .text = shows(state.fileCountLabel)}),

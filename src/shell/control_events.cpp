@@ -147,11 +147,10 @@ bool chooseRow(Window& window, const std::string& name, int row) {
     return true;
 }
 
-bool drop(Window& window, const std::string& name, const std::vector<std::string>& paths) {
-    const Control* const control = findShown(window, name);
-    if (!control || !control->onDrop || paths.empty())
+bool drop(Window& window, const std::vector<std::string>& paths) {
+    if (!window.visible || !window.onDrop || paths.empty())
         return false;
-    const auto onDrop = control->onDrop;
+    const auto onDrop = window.onDrop;
     onDrop(paths);
     return true;
 }

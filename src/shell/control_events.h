@@ -59,8 +59,8 @@ bool moveSlider(Window& window, const std::string& control, int value);
 // Takes a row of a combo.
 bool chooseRow(Window& window, const std::string& control, int row);
 
-// Lets go of files and directories over the control, told by drive paths.
-bool drop(Window& window, const std::string& control, const std::vector<std::string>& paths);
+// Lets go of files and directories over the window, told by drive paths.
+bool drop(Window& window, const std::vector<std::string>& paths);
 
 // A press on the label that closes the window. False for a window that has none.
 bool closeWindow(Window& window);

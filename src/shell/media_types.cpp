@@ -13,21 +13,22 @@ using Age = MediaType::Age;
 constexpr int lastOfFirst = 100, lastOfAll = 200; // places
 
 constexpr MediaType types[] = {
-    {"mp3", "mp3", "*.mp3", "mpeg layer 3", "fmp3", 1, Age::first},
-    {"wav", "wav", "*.wav", "wave", "fwav", 3, Age::first},
-    {"wma", "wma", "*.wma", "windows media audio", "fwma", 2, Age::first},
-    {"midi", "midi", "*.mid", "midi", "fmid", 4, Age::first},
-    {allMediaTypes, "all", "", "media", "fallt", lastOfFirst, Age::first},
-    {"flac", "flac", "*.flac", "flac", "fflac", 101},
-    {"ogg", "ogg", "*.ogg;*.oga", "ogg", "fogg", 102},
-    {"opus", "opus", "*.opus", "opus", "fopus", 103},
-    {"m4a", "m4a", "*.m4a;*.m4b", "mpeg 4 audio", "fm4a", 104},
-    {"aac", "aac", "*.aac", "advanced audio coding", "faac", 105},
-    {"ape", "ape", "*.ape", "monkey's audio", "fape", 106},
-    {"wavpack", "wavpack", "*.wv", "wavpack", "fwv", 107},
-    {"musepack", "musepack", "*.mpc", "musepack", "fmpc", 108},
-    {"aiff", "aiff", "*.aiff;*.aif", "audio interchange", "faiff", 109},
-    {anyMediaType, "any", "", "playable", "fany", lastOfAll},
+    {"mp3", "mp3", "*.mp3", "mpeg layer 3", "fmp3", "audio/mpeg", 1, Age::first},
+    {"wav", "wav", "*.wav", "wave", "fwav", "audio/x-wav;audio/vnd.wave", 3, Age::first},
+    {"wma", "wma", "*.wma", "windows media audio", "fwma", "audio/x-ms-wma", 2, Age::first},
+    {"midi", "midi", "*.mid", "midi", "fmid", "audio/midi", 4, Age::first},
+    {allMediaTypes, "all", "", "media", "fallt", "", lastOfFirst, Age::first},
+    {"flac", "flac", "*.flac", "flac", "fflac", "audio/flac", 101},
+    {"ogg", "ogg", "*.ogg;*.oga", "ogg", "fogg", "audio/ogg;audio/x-vorbis+ogg;audio/x-flac+ogg",
+     102},
+    {"opus", "opus", "*.opus", "opus", "fopus", "audio/x-opus+ogg", 103},
+    {"m4a", "m4a", "*.m4a;*.m4b", "mpeg 4 audio", "fm4a", "audio/mp4;audio/x-m4b", 104},
+    {"aac", "aac", "*.aac", "advanced audio coding", "faac", "audio/aac", 105},
+    {"ape", "ape", "*.ape", "monkey's audio", "fape", "audio/x-ape", 106},
+    {"wavpack", "wavpack", "*.wv", "wavpack", "fwv", "audio/x-wavpack", 107},
+    {"musepack", "musepack", "*.mpc", "musepack", "fmpc", "audio/x-musepack", 108},
+    {"aiff", "aiff", "*.aiff;*.aif", "audio interchange", "faiff", "audio/x-aiff", 109},
+    {anyMediaType, "any", "", "playable", "fany", "", lastOfAll},
 };
 
 using Texts = std::vector<std::string_view>;
@@ -99,6 +100,14 @@ FileType fileTypeOf(const MediaType& type) {
     std::ranges::sort(patterns);
     return {std::string(type.files) + " files (" + joined(patterns, ", ") + ")",
             joined(patterns, ";")};
+}
+
+std::vector<std::string> desktopMediaTypes() {
+    std::vector<std::string> names;
+    for (const MediaType& type : types)
+        for (std::string_view left = type.named; !left.empty();)
+            names.emplace_back(takePart(left, ';'));
+    return names;
 }
 
 std::string typedMediaWords() {

@@ -21,6 +21,7 @@ struct MediaType {
     std::string_view patterns; // of its files, joined by semicolons; empty: those that stand above
     std::string_view files;    // what a file dialog calls them
     std::string_view entry;    // of the tray's menu
+    std::string_view named;    // by desktops, joined by semicolons
     int place;                 // in the menu and the help, which have an order of their own
     Age age = Age::later;
 };
@@ -37,6 +38,9 @@ const MediaType& mediaTypeOf(std::string_view word);
 // What a lister lets through, and what a file dialog offers.
 std::string patternOf(const MediaType& type);
 FileType fileTypeOf(const MediaType& type);
+
+// How a desktop names what can be played: "audio/mpeg" and so on.
+std::vector<std::string> desktopMediaTypes();
 
 // "mp3, wav, or all; or flac, or any": as the command takes them, and as the help tells them.
 std::string typedMediaWords();

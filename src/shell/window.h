@@ -60,8 +60,6 @@ struct Control {
     std::function<void(Key)> onKey = {};
     std::function<void(int)> onChange = {}; // slider: moved to, or dragged over, a value
     std::function<void(const std::string&)> onEdit = {}; // text field: what it reads now
-    // Files and directories, let go over it with the mouse.
-    std::function<void(const std::vector<std::string>&)> onDrop = {};
 
     bool visible = true;
 };
@@ -80,6 +78,9 @@ struct Window {
     bool onTop = false;     // stays above the windows of all other programs
     bool dragged = false;   // moves with the mouse until its button is released
     int alpha = 255;        // 0 see-through, 255 opaque
+
+    // Files and directories, let go anywhere over it with the mouse.
+    std::function<void(const std::vector<std::string>& paths)> onDrop = {};
 
     // Nothing when there is no control of that name.
     Control* find(const std::string& wanted) {

@@ -70,19 +70,19 @@ TEST(MediaList, ComesUpByACommandAlsoInSilence) {
     EXPECT_TRUE(machine.mp3s().visible);
 }
 
-// Each is added as if its directory, or the file itself, had been chosen from the file menu.
-TEST(MediaList, TakesDroppedFilesAndWhatTheFilterLetsThroughOfDirectories) {
+TEST(MediaList, TakesWhatIsDroppedAnywhereOverItsWindow) {
     MediaMachine m({"a.mp3"});
     m.disk.write("new/one.mp3", "");
     m.disk.write("new/notes.txt", "");
-    m.disk.write("new/below/deep.mp3", "");
-    m.disk.write("other/two.ogg", "");
-    const Lines paths{m.drive("new"), m.drive("other/two.ogg"), m.drive("new")};
-    m.run([&] { EXPECT_TRUE(drop(m.mp3s(), "playlistView", paths)); });
+    m.disk.write("new/below/deep.ogg", "");
+    const Lines paths{m.drive("new"), m.drive("new/one.mp3")};
+    m.run([&] { EXPECT_TRUE(drop(m.mp3s(), paths)); });
     const RowList& rows = m.state().masterList;
     ASSERT_EQ(rows.count(), 3);
-    EXPECT_EQ(rows.row(1), makerow("one", ".mp3", m.drive("new") + "\\"));
-    EXPECT_EQ(rows.row(2), makerow("two", ".ogg", m.drive("other") + "\\"));
+    EXPECT_EQ(rows.row(1), makerow("deep", ".ogg", m.drive("new/below")));
+    EXPECT_EQ(rows.row(2), makerow("one", ".mp3", m.drive("new")));
+    EXPECT_EQ(m.room.told.front(), "added 2 songs, 1 was there");
+    EXPECT_EQ(m.player.opened, Lines{});
 }
 
 } // namespace larkspin

@@ -70,9 +70,9 @@ TEST_F(ControlEventsTest, EachGestureCallsWhatItMeans) {
     EXPECT_EQ(after(hover(window, "still")), "");
     EXPECT_EQ(after(click(window, "list", 1)), "click2 ") << "where the mouse has been down";
     EXPECT_EQ(after(doubleClick(window, "button")), "double ");
-    EXPECT_EQ(after(drop(window, "still", {"c:\\a.mp3"})), "nothing");
-    window.control("list").onDrop = [this](const auto& paths) { log += paths.back(); };
-    EXPECT_EQ(after(drop(window, "list", {"c:\\", "c:\\a.mp3"})), "c:\\a.mp3");
+    EXPECT_EQ(after(drop(window, {"c:\\a.mp3"})), "nothing");
+    window.onDrop = [this](const auto& paths) { log += paths.back(); };
+    EXPECT_EQ(after(drop(window, {"c:\\", "c:\\a.mp3"})), "c:\\a.mp3");
     window.dragged = true;
     EXPECT_EQ(after(click(window, "gone")), "nothing");
     EXPECT_FALSE(window.dragged) << "the button that held it is up";

@@ -12,8 +12,8 @@ namespace larkspin {
 
 class DesktopProgram : public testing::Test {
 protected:
-    // With its errors in its output.
-    std::unique_ptr<Child> start(const std::string& display) const {
+    // With its errors in its output, and perhaps with files.
+    std::unique_ptr<Child> start(const std::string& display, const std::string& words = "") const {
         const std::string home = disk.path().native();
         std::vector<std::string> variables = ownHome(home);
         for (const std::string& more :
@@ -22,7 +22,8 @@ protected:
               std::string("QT_QPA_PLATFORMTHEME=")})
             variables.push_back(more);
         variables.insert(variables.end(), also.begin(), also.end());
-        return Child::start("sh", variables, {"-c", "exec " LARKSPIN_DESKTOP " 2>&1"});
+        return Child::start("sh", variables,
+                            {"-c", "exec " LARKSPIN_DESKTOP " " + words + " 2>&1"});
     }
     // Past the box that welcomes him the first time.
     std::unique_ptr<Child> welcomed() const {

@@ -2,8 +2,9 @@
 
 #include "platform/dbus/mpris_names.h"
 #include "platform/posix/drive_paths.h"
-#include "platform/posix/percent_escapes.h"
+#include "platform/posix/file_addresses.h"
 #include "playback/sliders.h"
+#include "shell/media_types.h"
 #include "text/stand_ins.h"
 #include "text/utf8.h"
 
@@ -78,8 +79,12 @@ std::string validText(std::string_view stored) {
     return valid;
 }
 
-std::string addressOf(const std::string& path) {
-    return "file://" + percentEscaped(nativePath(path));
+int tellMediaTypes(sd_bus_message* answer) {
+    int done = sd_bus_message_open_container(answer, 'a', "s");
+    for (const std::string& type : desktopMediaTypes())
+        if (done >= 0)
+            done = sd_bus_message_append(answer, "s", type.c_str());
+    return done >= 0 ? sd_bus_message_close_container(answer) : done;
 }
 
 // Takes the answer to the request for the name. A result of 1 means that the name is ours.
@@ -106,8 +111,11 @@ struct MprisService::Table {
         of(service).take(sd_bus_message_get_member(message), message);
         return sd_bus_reply_method_return(message, "");
     }
-    static int refuse(sd_bus_message*, void*, sd_bus_error* error) {
-        return sd_bus_error_set_const(error, SD_BUS_ERROR_NOT_SUPPORTED, "no addresses are opened");
+    static int open(sd_bus_message* message, void* service, sd_bus_error* error) {
+        return of(service).takeAddress(message)
+                   ? sd_bus_reply_method_return(message, "")
+                   : sd_bus_error_set_const(error, SD_BUS_ERROR_NOT_SUPPORTED,
+                                            "only files of this machine are opened");
     }
     static int get(sd_bus*, const char*, const char*, const char* property, sd_bus_message* answer,
                    void* service, sd_bus_error*) {
@@ -150,7 +158,7 @@ const sd_bus_vtable MprisService::Table::player[] = {
     SD_BUS_METHOD("Play", "", "", call, forAll),
     SD_BUS_METHOD("Seek", "x", "", call, forAll),
     SD_BUS_METHOD("SetPosition", "ox", "", call, forAll),
-    SD_BUS_METHOD("OpenUri", "s", "", refuse, forAll),
+    SD_BUS_METHOD("OpenUri", "s", "", open, forAll),
     SD_BUS_SIGNAL("Seeked", "x", 0),
     SD_BUS_PROPERTY("PlaybackStatus", "s", get, 0, told),
     SD_BUS_WRITABLE_PROPERTY("LoopStatus", "s", get, set, 0, told | forAll),
@@ -220,6 +228,14 @@ void MprisService::takeSetPosition(sd_bus_message* call) {
     });
 }
 
+bool MprisService::takeAddress(sd_bus_message* call) {
+    const char* address = nullptr;
+    if (sd_bus_message_read(call, "s", &address) < 0 || !pathOfAddress(address))
+        return false;
+    later([this, wanted = std::string(address)] { wishes_.open(wanted); });
+    return true;
+}
+
 void MprisService::takeProperty(const std::string& property, sd_bus_message* value) {
     double number = 0;
     int flag = 0;
@@ -242,8 +258,10 @@ int MprisService::tell(const std::string& property, sd_bus_message* answer) {
     const RemoteView view = remote_.view();
     if (property == "Identity" || property == "DesktopEntry")
         return text("larkspin");
-    if (property == "SupportedUriSchemes" || property == "SupportedMimeTypes")
-        return sd_bus_message_append(answer, "as", 0);
+    if (property == "SupportedUriSchemes")
+        return sd_bus_message_append(answer, "as", 1, "file");
+    if (property == "SupportedMimeTypes")
+        return tellMediaTypes(answer);
     if (property == "PlaybackStatus")
         return text(nameOf(view.status));
     if (property == "LoopStatus")
@@ -276,7 +294,7 @@ int MprisService::tellMetadata(sd_bus_message* answer) const {
     return sd_bus_message_append(answer, "a{sv}", 4, "mpris:trackid", "o", song().c_str(),
                                  "mpris:length", "x", std::int64_t(view.length.count()),
                                  "xesam:title", "s", validText(view.name).c_str(), "xesam:url", "s",
-                                 addressOf(view.path).c_str());
+                                 fileAddress(nativePath(view.path)).c_str());
 }
 
 std::string MprisService::song() const {

@@ -11,6 +11,7 @@
 #include "shell/event_loop.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -18,10 +19,11 @@ namespace larkspin {
 
 class MprisService {
 public:
-    // What else a desktop can ask for: the window in front, if there is one to bring there, and the
-    // end of the program.
+    // What else a desktop can ask for: the window in front, if there is one to bring there, the end
+    // of the program, and a file of this machine, by its address.
     struct Wishes {
         Task raise, quit;
+        std::function<void(const std::string& address)> open;
     };
 
     // Connects to the bus of that address. The loop must not run any more once this is gone.
@@ -39,6 +41,7 @@ private:
 
     void take(const std::string& method, sd_bus_message* call);
     void takeSetPosition(sd_bus_message* call);
+    bool takeAddress(sd_bus_message* call);
     void takeProperty(const std::string& property, sd_bus_message* value);
     int tell(const std::string& property, sd_bus_message* answer);
     int tellMetadata(sd_bus_message* answer) const;

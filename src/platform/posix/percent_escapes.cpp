@@ -2,6 +2,7 @@
 
 #include "text/number.h"
 
+#include <charconv>
 #include <cstdint>
 
 namespace larkspin {
@@ -17,6 +18,20 @@ std::string percentEscaped(std::string_view text, std::string_view plain) {
         else
             escaped += '%' + hexPair(static_cast<std::uint8_t>(byte));
     return escaped;
+}
+
+std::string percentUnescaped(std::string_view text) {
+    std::string bytes;
+    while (!text.empty()) {
+        std::uint8_t byte = 0;
+        const std::string_view digits = text.substr(1, 2);
+        const bool isEscape =
+            text[0] == '%' && digits.size() == 2 &&
+            std::from_chars(digits.begin(), digits.end(), byte, 16).ptr == digits.end();
+        bytes += isEscape ? static_cast<char>(byte) : text[0];
+        text.remove_prefix(isEscape ? 3 : 1);
+    }
+    return bytes;
 }
 
 } // namespace larkspin

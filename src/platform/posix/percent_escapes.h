@@ -10,4 +10,7 @@ namespace larkspin {
 // two hexadecimal digits.
 std::string percentEscaped(std::string_view text, std::string_view plain = "/");
 
+// The way back. What only looks like such an escape stays.
+std::string percentUnescaped(std::string_view text);
+
 } // namespace larkspin

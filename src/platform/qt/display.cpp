@@ -64,18 +64,34 @@ void hearOfLoss(QtMsgType type, const QMessageLogContext& context, const QString
 }
 
 // X comes first, even where it runs on Wayland, since Wayland lets no program place its windows or
-// bring one to the front. The owner's own choice, by Qt's variables, goes before that. Ours is
-// given as arguments, because variables would go on to whatever the program starts.
-std::vector<const char*> withOurs(int count, char** given) {
-    std::vector<const char*> arguments = {given[0]};
+// bring one to the front. The owner's own choice, by Qt's variables or options, goes before that.
+// Ours is given as arguments, because variables would go on to whatever the program starts.
+std::vector<std::string> withOurs(const std::vector<std::string>& given) {
+    std::vector<std::string> arguments = {"larkspin"};
     if (!isSet("QT_QPA_PLATFORM") && isSet("DISPLAY"))
         arguments.insert(arguments.end(),
                          {"-platform", isSet("WAYLAND_DISPLAY") ? "xcb;wayland" : "xcb"});
     if (!isSet("QT_QPA_PLATFORMTHEME")) // a desktop's own would bring its toolkit along
         arguments.insert(arguments.end(), {"-platformtheme", "generic"});
-    arguments.insert(arguments.end(), given + 1, given + count);
+    arguments.insert(arguments.end(), given.begin(), given.end());
     return arguments;
 }
+
+// From the documentation of QApplication and QGuiApplication.
+constexpr DisplayOption options[] = {{Display::probe},
+                                     {"-platform", true},
+                                     {"-platformpluginpath", true},
+                                     {"-platformtheme", true},
+                                     {"-plugin", true},
+                                     {"-qwindowgeometry", true},
+                                     {"-qwindowicon", true},
+                                     {"-qwindowtitle", true},
+                                     {"-session", true},
+                                     {"-style", true},
+                                     {"-stylesheet", true},
+                                     {"-display", true},
+                                     {"-geometry", true},
+                                     {"-reverse"}};
 
 constexpr const char* trayName = "_NET_SYSTEM_TRAY_S0";
 
@@ -128,15 +144,22 @@ private:
 
 } // namespace
 
-Display::Display(int given, char** givenArguments) {
+std::span<const DisplayOption> Display::knownOptions() {
+    return options;
+}
+
+Display::Display(const std::vector<std::string>& given) {
     if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM"))
         endWithoutDisplay();
     // Qt keeps references to both.
-    static std::vector<const char*> arguments = withOurs(given, givenArguments);
+    static std::vector<std::string> arguments = withOurs(given);
     static int count = static_cast<int>(arguments.size());
-    arguments.push_back(nullptr);
+    static std::vector<char*> texts;
+    for (std::string& argument : arguments)
+        texts.push_back(argument.data());
+    texts.push_back(nullptr);
     qInstallMessageHandler(tellWhatQtSays);
-    application_ = std::make_unique<QApplication>(count, const_cast<char**>(arguments.data()));
+    application_ = std::make_unique<QApplication>(count, texts.data());
     qInstallMessageHandler(nullptr);
     applyLooks(*application_);
     QApplication::setApplicationName("larkspin");

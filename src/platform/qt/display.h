@@ -2,10 +2,14 @@
 #pragma once
 
 #include "outside/machine_facts.h"
+#include "shell/command_line.h"
 #include "shell/event_loop.h"
 
 #include <memory>
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 class QAbstractNativeEventFilter;
 class QApplication;
@@ -16,12 +20,16 @@ namespace larkspin {
 
 class Display {
 public:
-    // Without a display the process says so and ends (EX_UNAVAILABLE). Qt takes its own options
-    // from the arguments, such as the one by which a session manager knows the program again.
-    Display(int count, char** arguments);
+    // Without a display the process says so and ends (EX_UNAVAILABLE). The options are Qt's own,
+    // such as the one by which a session manager knows the program again.
+    explicit Display(const std::vector<std::string>& options);
     ~Display();
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
+
+    // The options that a display takes. By `probe` the program only finds out whether there is one.
+    static constexpr std::string_view probe = "--probe";
+    static std::span<const DisplayOption> knownOptions();
 
     // Whether windows can be half transparent on it.
     bool drawsTransparency() const;

@@ -1,10 +1,12 @@
 // larkspin on a session bus of the test's own, steered by a real client.
+#include "shell/media_types.h"
 #include "support/child.h"
 #include "support/made_songs.h"
 #include "support/patience.h"
 #include "support/private_bus.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -73,7 +75,9 @@ TEST_F(OnTheSessionBus, TellsAndDoesWhatAPlayersControlAsksFor) {
         {"next", title, "ride"},
         {"stop", "status", "Stopped"},
         {"play", "status", "Playing"},
-        {"open file:///etc/passwd", title, "ride"},
+        {"open " + music + "high%20%26%20%C3%BC%3F.wav", title, "high & \u00FC?"},
+        {"open file:///etc/passwd", title, "high & \u00FC?"},
+        {"open https://example.org/ride.wav", title, "high & \u00FC?"},
     };
     for (const auto& step : steps) {
         if (!step.told.empty())
@@ -84,6 +88,26 @@ TEST_F(OnTheSessionBus, TellsAndDoesWhatAPlayersControlAsksFor) {
     }
     child->endInput();
     EXPECT_EQ(child->rest(patience).find("next:"), std::string::npos) << "all without a word";
+}
+
+TEST_F(OnTheSessionBus, SaysWhatItOpens) {
+    Bus desktop(bus.address());
+    const auto told = [&](const char* property) {
+        std::vector<std::string> texts;
+        char** strings = nullptr;
+        EXPECT_GE(sd_bus_get_property_strv(desktop.raw(), "org.mpris.MediaPlayer2.larkspin",
+                                           "/org/mpris/MediaPlayer2", "org.mpris.MediaPlayer2",
+                                           property, nullptr, &strings),
+                  0);
+        for (char** text = strings; text && *text; ++text) {
+            texts.emplace_back(*text);
+            std::free(*text);
+        }
+        std::free(strings);
+        return texts;
+    };
+    EXPECT_EQ(told("SupportedUriSchemes"), std::vector<std::string>{"file"});
+    EXPECT_EQ(told("SupportedMimeTypes"), desktopMediaTypes());
 }
 
 TEST_F(OnTheSessionBus, OutlivesTheBus) {

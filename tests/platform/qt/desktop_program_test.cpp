@@ -57,6 +57,17 @@ TEST_F(DesktopProgramTest, ShowsTheMediaWindowUntilThereIsATrayAndSavesWhenToldT
     EXPECT_TRUE(hasSaved());
 }
 
+TEST_F(DesktopProgramTest, ShowsWhereItCantGiveItsFilesToTheCopyThatRuns) {
+    disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\nmp3svis=no\r\n");
+    const auto first = start(server->display());
+    EXPECT_TRUE(comes([&] { return hasSaved("\nload=2"); }));
+    const auto second = start(server->display(), "ride.mp3");
+    turnTo("^larkspin$");
+    press({"Return"});
+    EXPECT_EQ(second->ends(patience), 1);
+    EXPECT_TRUE(second->says("can't be reached", patience));
+}
+
 TEST_F(DesktopProgramTest, TakesLinesInItsRoom) {
     disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\ntrigger='\r\n");
     const auto child = start(server->display());

@@ -3,10 +3,8 @@
 #include "platform/qt/keys.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/windows/dropped_paths.h"
 
 #include <QContextMenuEvent>
-#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -29,7 +27,7 @@ void ControlView::listenTo(QWidget& inner) {
     const Control* const described = control();
     // Qt is asked only for what something reacts to.
     inner.setMouseTracking(described && described->onMouseMove);
-    inner.setAcceptDrops(described && described->onDrop);
+    inner.setAcceptDrops(false); // the window takes them
 }
 
 void ControlView::refresh(int dpi) {
@@ -110,10 +108,6 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
             return false;
         hand().opensTitleMenu();
         return true;
-    case QEvent::DragEnter:
-    case QEvent::DragMove:
-    case QEvent::Drop:
-        return dragged(*event);
     default:
         return false;
     }
@@ -152,22 +146,6 @@ bool ControlView::keyPressed(const QKeyEvent& event) {
     if (isReturn(event.key()))
         sends(Key::enter);
     return strike(event);
-}
-
-bool ControlView::dragged(QEvent& event) const {
-    auto& drop = static_cast<QDropEvent&>(event);
-    const auto paths = droppedPaths(*drop.mimeData());
-    if (paths.empty())
-        return false;
-    drop.setDropAction(Qt::CopyAction);
-    drop.accept();
-    // The disk is looked at only when something is dropped, not while it is dragged over the
-    // control.
-    if (event.type() == QEvent::Drop)
-        hand().does([name = name_, those = usable(paths)](Window& window) {
-            larkspin::drop(window, name, those);
-        });
-    return true;
 }
 
 void pressWithoutMouse(Window& window, const std::string& name, int row) {

@@ -40,7 +40,7 @@ protected:
     // The described control; null once it has gone from its window.
     const Control* control() const { return hand().window().find(name_); }
 
-    // Mouse and drops may arrive at another widget, which scrolls inside of it.
+    // The mouse may arrive at another widget, which scrolls inside of it.
     void listenTo(QWidget& inner);
 
     // Show what the control shows, and its colours. They are called when the control is in sight.
@@ -59,7 +59,6 @@ private:
     bool mouseMoved(const QMouseEvent& event);
     void hover();
     bool keyPressed(const QKeyEvent& event);
-    bool dragged(QEvent& event) const;
 
     ViewParts parts_;
     const std::string name_;

@@ -48,6 +48,10 @@ WindowView::WindowView(const Hand& hand)
     addMoveKeys();
     for (const Control& control : window_.controls)
         controls_.push_back(makeView({hand_, mover_, inside_}, control));
+    if (window_.onDrop)
+        drops_.emplace(*this, [this](const std::vector<std::string>& paths) {
+            hand_.does([paths](Window& window) { drop(window, paths); });
+        });
 }
 
 WindowView::~WindowView() = default;

@@ -1,6 +1,7 @@
 // A described window as a frameless one of Qt's, with an outline and a view of each control.
 #pragma once
 
+#include "platform/qt/file_drops.h"
 #include "platform/qt/windows/control_view.h"
 #include "platform/qt/windows/hand.h"
 #include "platform/qt/windows/window_mover.h"
@@ -40,6 +41,7 @@ private:
     WindowMover mover_;
     QWidget inside_; // all but the outline
     std::vector<std::unique_ptr<ControlView>> controls_;
+    std::optional<FileDrops> drops_; // where the window takes them
     std::optional<Color> background_;
     int alpha_ = 255;
     int calls_ = 0; // calls of the description that have been answered

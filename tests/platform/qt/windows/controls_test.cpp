@@ -228,32 +228,30 @@ TEST(Controls, DrawManyChangesOnceAndKeepTheirPlaceInTheList) {
     EXPECT_EQ(counter.paints, 1) << "nothing has changed";
 }
 
-TEST(Controls, TakeWhatIsDroppedOnAList) {
+TEST(Controls, LetTheirWindowTakeWhatIsDroppedOnThem) {
     Desk desk;
     desk.show("mp3s");
-    desk.disk.write("new/two words.mp3", "");
-    desk.disk.write("new/notes.txt", "");
-    desk.disk.write("100%.ogg", "");
+    desk.show("notez");
     QMimeData files;
-    const auto url = [&](const char* below) {
-        return QUrl::fromLocalFile(QString::fromStdString((desk.disk.path() / below).native()));
+    QList<QUrl> urls = {QUrl("https://example.org/a.mp3"), QUrl("file://elsewhere.example/a.mp3")};
+    for (const char* below : {"new/two words.mp3", "100%.ogg"}) {
+        desk.disk.write(below, "");
+        urls.append(
+            QUrl::fromLocalFile(QString::fromStdString((desk.disk.path() / below).native())));
+    }
+    files.setUrls(urls);
+    const auto dragged = [&](QWidget& target) {
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
+        QApplication::sendEvent(&target, &enter);
+        return enter.isAccepted();
     };
-    const auto closed = desk.disk.path() / "closed"; // but not to root
-    std::filesystem::create_directory(closed);
-    std::filesystem::permissions(closed, {});
-    files.setUrls({url("new"), url("100%.ogg"), url("closed"), url("gone.mp3"),
-                   QUrl("https://example.org/a.mp3")});
-    QWidget& target = *desk.control<QListView>("mp3s", "playlistView").viewport();
-    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
-    QApplication::sendEvent(&target, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDragEnterEvent beside({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
-    QApplication::sendEvent(&desk.control("mp3s", "HScroll2"), &beside);
-    EXPECT_FALSE(beside.isAccepted());
+    QWidget& list = *desk.control<QListView>("mp3s", "playlistView").viewport();
+    EXPECT_FALSE(dragged(desk.control("notez", "Text1")));
+    EXPECT_TRUE(dragged(desk.control("mp3s", "HScroll2")));
+    EXPECT_TRUE(dragged(list));
     QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
-    QApplication::sendEvent(&target, &drop);
+    QApplication::sendEvent(&list, &drop);
     desk.advance(5s);
-    std::filesystem::permissions(closed, std::filesystem::perms::owner_all);
     const RowList& rows = desk.state().playlistView;
     ASSERT_EQ(rows.count(), 5);
     EXPECT_EQ(rows.row(4).substr(0, 9), "two words");

@@ -1,0 +1,135 @@
+#include "app/brought_files.h"
+
+#include "chat/reply.h"
+#include "library/playlist.h"
+#include "library/playlist_row.h"
+#include "playback/transport.h"
+#include "shell/app_state.h"
+#include "shell/files.h"
+#include "text/number.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace larkspin {
+
+namespace {
+
+using Outcome = Brought::Outcome;
+
+std::string nameOf(const Brought& file) {
+    return songOfPath(file.path).name;
+}
+
+int sum(const std::vector<Brought>& all, int Brought::*number) {
+    int whole = 0;
+    for (const Brought& each : all)
+        whole += each.*number;
+    return whole;
+}
+
+// "ride", "5 songs from c:\music\rock", or "5 songs" of several paths.
+std::string songsOf(const std::vector<Brought>& taken, int count) {
+    const Brought& first = taken.front();
+    if (taken.size() > 1)
+        return counted(count, "song");
+    return first.outcome == Outcome::file ? nameOf(first)
+                                          : counted(count, "song") + " from " + first.path;
+}
+
+// What has become of the paths that could be taken; empty where they have brought nothing.
+std::string toldTaken(const std::vector<Brought>& taken, const std::string& played) {
+    const int added = sum(taken, &Brought::added), there = sum(taken, &Brought::there);
+    if (added == 0 && !played.empty())
+        return "playing " + played;
+    if (added == 0)
+        return there == 0
+                   ? ""
+                   : songsOf(taken, there) + (there == 1 ? " is" : " are") + " in the list already";
+    if (taken.size() == 1 && !played.empty())
+        return "added and playing " + played;
+    const std::string already =
+        there == 0 ? "" : ", " + std::to_string(there) + (there == 1 ? " was" : " were") + " there";
+    return "added " + songsOf(taken, added) + already +
+           (played.empty() ? "" : ", playing " + played);
+}
+
+// "couldn't open c:\gone.mp3 and 2 more:  there is no such file", of those that this is true of.
+template <typename IsOne>
+std::string toldOf(const std::vector<Brought>& all, IsOne isOne, const std::string& before,
+                   const std::string& after) {
+    const auto first = std::ranges::find_if(all, isOne);
+    const auto count = std::ranges::count_if(all, isOne);
+    if (count == 0)
+        return {};
+    const std::string more = count > 1 ? " and " + std::to_string(count - 1) + " more" : "";
+    return before + first->path + more + after;
+}
+
+std::string toldUnopened(const std::vector<Brought>& all, Outcome outcome,
+                         const std::string& reason) {
+    return toldOf(
+        all, [outcome](const Brought& each) { return each.outcome == outcome; }, "couldn't open ",
+        ":  " + reason);
+}
+
+bool isTaken(const Brought& each) {
+    return each.outcome == Outcome::file || each.outcome == Outcome::directory;
+}
+
+bool holdsNoSongs(const Brought& each) {
+    return each.outcome == Outcome::directory && each.unread.empty() &&
+           each.added + each.there + each.leftOut == 0;
+}
+
+} // namespace
+
+void BroughtFiles::take(const std::vector<std::string>& paths, Then then) {
+    std::vector<Brought> all;
+    std::string played; // the name
+    for (const std::string& path : paths) {
+        const auto brought = songs_.bring(path);
+        if (!brought)
+            return; // the run has ended
+        all.push_back(*brought);
+        // At once, since what comes after it may take long.
+        if (then == Then::playing && played.empty() && brought->outcome == Outcome::file) {
+            played = nameOf(*brought);
+            play(*brought);
+        }
+    }
+    for (const std::string& line : told(all, played))
+        if (!line.empty())
+            reply_.tellOwner(line);
+}
+
+void BroughtFiles::play(const Brought& file) {
+    const int index = findRow(state_.masterList, file.row, 0);
+    if (index < 0) // there is no room for it
+        return transport_.openFromDisk(file.path);
+    state_.setMasterIndex(index);
+    transport_.start({.song = songOfRow(file.row.text()), .count = SongStart::Count::stored});
+}
+
+std::vector<std::string> BroughtFiles::told(const std::vector<Brought>& all,
+                                            const std::string& played) const {
+    std::vector<Brought> taken;
+    std::ranges::copy_if(all, std::back_inserter(taken), isTaken);
+    const int leftOut = sum(all, &Brought::leftOut), filtered = sum(all, &Brought::filtered);
+    std::vector<std::string> lines = {
+        taken.empty() ? "" : toldTaken(taken, played),
+        leftOut > 0 ? leftOutText(leftOut, "", "") : "",
+        filtered > 0 ? "the media filter is " + state_.mediaFilter + ":  the next refresh takes " +
+                           std::to_string(filtered) + " of these out"
+                     : "",
+        toldOf(all, holdsNoSongs, "no songs in ", ""),
+        toldUnopened(all, Outcome::unplayable, "not of a type that can be played"),
+        toldUnopened(all, Outcome::missing, "there is no such file"),
+        toldUnopened(all, Outcome::unanswered, noAnswer)};
+    for (const Brought& each : all)
+        if (!each.unread.empty())
+            lines.push_back(each.unread.told("", ""));
+    return lines;
+}
+
+} // namespace larkspin

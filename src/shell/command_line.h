@@ -1,0 +1,37 @@
+// What the program is started with: files, or one of a few options. All else is done by what the
+// owner types into the room.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspin {
+
+// An option that isn't the program's own, but for the library that shows its windows.
+struct DisplayOption {
+    std::string_view name; // with its dash, and perhaps followed by "=" and a value
+    bool takesNext = false;
+};
+
+struct CommandLine {
+    enum class Wish { run, help, version, unknown };
+
+    Wish wish = Wish::run;
+    std::string unknown;            // option
+    std::vector<std::string> files; // as they were typed
+    std::vector<std::string> display;
+};
+
+// Whatever comes after "--" is a file. The first option that isn't known, or asks for a word,
+// counts.
+CommandLine readCommandLine(std::span<const std::string> arguments,
+                            std::span<const DisplayOption> displayOptions);
+
+// What is said about the program of that name, a line or several, each with its end.
+std::string usageText(const std::string& program);
+std::string versionLine();
+std::string unknownOptionText(const std::string& program, const std::string& option);
+
+} // namespace larkspin
