@@ -166,6 +166,14 @@ TEST_F(IrcNetworksTest, WhatIsTypedInOneConversationIsNeverSaidInAnother) {
     const auto before = rooms->conversations.begun();
     rooms->conversations.asOwnerWants([this] { typed("/room #late"); });
     EXPECT_EQ(said(before, "ahead"), Lines{"PRIVMSG #late ahead"});
+    for (const char* const line : {"/connect two.test jo", "/connect two.test"}) {
+        typed("/room #late");
+        typed("/room 0");
+        typed(line); // at home he means the one that he went to last
+        other.sent.clear();
+        typed("/notice bob hi");
+        EXPECT_EQ(other.sent, Lines{"NOTICE bob hi"});
+    }
 }
 
 // By whoever runs the server.

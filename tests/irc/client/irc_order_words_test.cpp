@@ -270,6 +270,9 @@ TEST_F(IrcOrderWordsTest, OfTheListTheLargestRoomsAreToldAndTheRestIsCounted) {
     told(":irc 005 jo ELIST=MU :are supported");
     EXPECT_EQ(sentBy("/list den 5"), "LIST >4,*den*");
     EXPECT_EQ(typed("/list"), "the list of rooms is on its way\n");
+    server.lose("x");
+    seenWithin(10s);
+    EXPECT_EQ(sentBy("/list"), "LIST");
     told(":irc 322 jo #denim 7"); // and no more comes
     seenWithin(1min);
     EXPECT_EQ(sentBy("/list"), "LIST");

@@ -130,6 +130,9 @@ TEST_F(IrcWordsTest, WaitForANetworkThatIsNotReachedYet) {
     server.refuses = false;
     loop.waitUntil(loop.now() + 1min);
     EXPECT_EQ(typed("/room"), "0  home (here)\n");
+    server.say(":jo!o@host JOIN #music"); // by services, on a connection on which he left nothing
+    typed("/limit");
+    EXPECT_EQ(typed("/room"), "0  home\n1  #music (here)\n");
 }
 
 TEST_F(IrcWordsTest, NothingOfARunIsLeftBehind) {

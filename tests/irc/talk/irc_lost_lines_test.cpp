@@ -140,6 +140,10 @@ TEST(IrcLostLines, WhoLeavesAServerThatDoesNotAnswerIsToldWhatItMayNotHaveRead) 
         EXPECT_TRUE(machine.seenOf([&] { machine.irc.disconnect(); })
                         .starts_with("- perhaps not said in #music: hi\n"))
             << capabilities << ": " << machine.seen;
+        machine.server.silent = false;
+        machine.irc.connect({.host = "other.test"}, {.nick = "Owner"}, "#music");
+        machine.advance(1s);
+        EXPECT_EQ(again(machine), "") << "said on another network";
     }
 }
 
@@ -244,6 +248,17 @@ TEST_F(IrcLostLinesTest, OfAnAnswerOneWordIsEnough) {
         EXPECT_EQ(seen, "- #music: Cannot send (+m)\n" + (isLater ? word : ""));
         advance(60s);
     }
+}
+
+TEST_F(IrcLostLinesTest, ACommandThatFoundNoPlaceIsObeyedOnceItIsSaid) {
+    server.capabilities = "";
+    begin();
+    for (int line = 0; line < 1010; ++line)
+        irc.message("ann", "hi");
+    typed("'repeat", 1h);
+    EXPECT_FALSE(state().rep);
+    EXPECT_TRUE(again(*this).starts_with("PRIVMSG #music 'repeat\n"));
+    EXPECT_TRUE(state().rep);
 }
 
 TEST_F(IrcLostLinesTest, WhatWaitsAsTheProcessEndsIsTold) {
