@@ -67,7 +67,9 @@ bool IrcNickRegain::take(const IrcMessage& message, const IrcFeatures& features)
     } else if (command == numeric::badNick && names(message.parameter(1), nick_, features)) {
         end();
     } else if (isUnavailable && names(message.parameter(1), nick_, features)) {
-        return wasRefused_ = std::exchange(isAskedFor_, false);
+        const bool isAnswer = std::exchange(isAskedFor_, false);
+        wasRefused_ = wasRefused_ || isAnswer;
+        return isAnswer;
     } else if (isFree(message, features)) {
         isAskedFor_ = true;
         request_("NICK", {nick_});
