@@ -12,9 +12,11 @@ namespace {
 constexpr Nanoseconds minute = 60s;
 constexpr int mostTypedInRow = 2; // while something is to be said
 constexpr int mostAnswers = 3;    // to a line that is typed
+constexpr std::size_t fewTyped = 5;
 
-// So long nothing that was sent stays without a question whether it has arrived.
-constexpr Nanoseconds untilAsked = 30s;
+// So long nothing that was sent stays without a question whether it has arrived, and nothing that
+// the owner has typed: he is the first to wonder.
+constexpr Nanoseconds untilAsked = 30s, untilAskedForTyped = 5s;
 constexpr IrcWeight weightOfAsking = {24};
 
 // An owner who has typed a moment ago is about to type again.
@@ -84,6 +86,7 @@ void IrcOutgoing::clear(bool isLost) {
     pace_.connectionEnded(isLost, loop_.now());
     lag_ = {};
     typedAt_.reset();
+    isTypedSinceAsked_ = false;
     typedInRow_ = saidInRow_ = 0;
     sendDue();
 }
@@ -93,6 +96,7 @@ void IrcOutgoing::ask() {
         return;
     pace_.asked(weightOfAsking, loop_.now());
     lastAsked_ = lastSent_;
+    isTypedSinceAsked_ = false;
     send_(lag_.ask(loop_.now()));
     asked_();
 }
@@ -150,7 +154,8 @@ std::optional<Nanoseconds> IrcOutgoing::due(Kind kind) const {
 }
 
 void IrcOutgoing::plan() {
-    pace_.plan(waitingToSay() > 0, !areSentBack_ || isQuiet(), loop_.now());
+    const bool isMuch = waitingToSay() > 0 || waiting(Kind::typed) > fewTyped;
+    pace_.plan(isMuch, !areSentBack_ || isQuiet(), loop_.now());
 }
 
 // Asks the server for an answer if it is time for that, or else tells when it will be; nothing when
@@ -164,7 +169,8 @@ std::optional<Nanoseconds> IrcOutgoing::askIfDue() {
         pace_.due(waitingToSay() > 0 ? IrcPace::Urgency::recited : IrcPace::Urgency::idle,
                   weightOfAsking, loop_.now());
     const auto lastAsked = lag_.askedAt();
-    const Nanoseconds moment = lastAsked ? std::max(*byServer, *lastAsked + untilAsked) : *byServer;
+    const Nanoseconds pause = isTypedSinceAsked_ ? untilAskedForTyped : untilAsked;
+    const Nanoseconds moment = lastAsked ? std::max(*byServer, *lastAsked + pause) : *byServer;
     if (moment > loop_.now())
         return moment;
     ask();
@@ -179,6 +185,7 @@ void IrcOutgoing::sendFirst(Kind kind) {
     pace_.sent(weight(line.text), now);
     if (areSentBack_ && kind != Kind::protocol && line.text.starts_with("PRIVMSG "))
         lag_.expect(now);
+    isTypedSinceAsked_ = isTypedSinceAsked_ || kind == Kind::typed;
     typedInRow_ = kind == Kind::typed ? typedInRow_ + 1 : 0;
     saidInRow_ = kind == Kind::said ? saidInRow_ + 1 : 0;
     if (isPrograms(kind)) {

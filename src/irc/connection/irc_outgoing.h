@@ -119,7 +119,7 @@ private:
     std::deque<Nanoseconds> saidAt_; // the last minute's
     std::optional<Nanoseconds> typedAt_;
     std::uint64_t lastSent_ = 0, lastAsked_ = 0, lastRead_ = 0;
-    bool areSentBack_ = false;
+    bool areSentBack_ = false, isTypedSinceAsked_ = false;
     int typedInRow_ = 0, saidInRow_ = 0;
     bool isSending_ = false;
     TimerId next_ = TimerId::none;

@@ -43,7 +43,7 @@ constexpr std::size_t mostUnreadInTrial = 800, mostUnread = 2000;
 constexpr int mostLinesUnasked = 8, mostLinesInTrial = 4;
 constexpr std::size_t mostBytesUnasked = 1000;
 
-constexpr int tooLateInRow = 2;
+constexpr int tooLateInRow = 2, enoughAlike = 10, notAlike = -1;
 constexpr Nanoseconds longestHold = 1h, suspicious = 10s, untilReadAll = 15s;
 
 Nanoseconds cost(const Price& price, IrcWeight weight) {
@@ -105,6 +105,11 @@ void IrcPace::sent(IrcWeight weight, Nanoseconds now) {
         pay(paidUntil_[level], prices[level]);
         pay(countedUntil_[level], leastPrices[level]);
     }
+    const Price &dearer = prices[level_], &lower = prices[next()];
+    if (cost(dearer, weight) != cost(lower, weight))
+        alikeInTrial_ = notAlike;
+    else if (alikeInTrial_ != notAlike)
+        alikeInTrial_ += weight.lines;
     unreadSince_ += weight.bytes;
     linesSinceAsked_ += weight.lines;
     sentAt_ = now;
@@ -112,13 +117,14 @@ void IrcPace::sent(IrcWeight weight, Nanoseconds now) {
 
 // Once begun, a trial goes on until it is decided, so that what it has used up isn't missed by
 // what is urgent.
-void IrcPace::plan(bool somethingWaits, bool mayBeLate, Nanoseconds now) {
+void IrcPace::plan(bool muchWaits, bool mayBeLate, Nanoseconds now) {
     const bool mayTry = level_ < firstThatDelays || mayBeLate;
-    if (isTrying_)
+    if (isTrying_) {
         isTrying_ = mayTry || (isDecisive_ && lag_.isOwed());
-    else
-        isTrying_ =
-            mayTry && somethingWaits && lag_.isMeasured() && next() != level_ && now >= heldUntil_;
+    } else if (mayTry && muchWaits && lag_.isMeasured() && next() != level_ && now >= heldUntil_) {
+        isTrying_ = true;
+        alikeInTrial_ = 0;
+    }
 }
 
 bool IrcPace::isToBlame(Nanoseconds now) const {
@@ -152,10 +158,13 @@ void IrcPace::answered(std::optional<Nanoseconds> taken, Nanoseconds now) {
         return isLate(now);
     }
     lateInRow_ = 0;
-    if (isDecisive) {
-        level_ = next();
-        isTrying_ = false;
-    }
+    if (isDecisive || (isTrying_ && alikeInTrial_ >= enoughAlike))
+        lower();
+}
+
+void IrcPace::lower() {
+    level_ = next();
+    isTrying_ = isDecisive_ = false;
 }
 
 // Once may be chance, and has what is recited wait for a moment.

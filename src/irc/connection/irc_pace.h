@@ -2,10 +2,11 @@
 // be some way ahead of their clock; what comes then lies unread for a while, and when too much lies
 // there the connection ends. None of them tells its prices, so they are learned.
 //
-// It begins with the price of the dearest servers. While something waits to be recited, lines go at
-// the next lower price, until by the higher one the server couldn't have read them all yet. If it
-// answers promptly all the same, the lower price is its price. A server that answers late is held
-// to the higher one for some minutes.
+// It begins with the price of the dearest servers. While much waits to be said, lines go at the
+// next lower price, until by the higher one the server couldn't have read them all yet. If it
+// answers promptly all the same, the lower price is its price; and it is taken for that while it is
+// the same for all that is sent. A server that answers late is held to the higher one for some
+// minutes.
 #pragma once
 
 #include "irc/connection/irc_lag.h"
@@ -33,9 +34,9 @@ public:
     std::optional<Nanoseconds> due(Urgency urgency, IrcWeight weight, Nanoseconds now) const;
     void sent(IrcWeight weight, Nanoseconds now);
 
-    // To be called before that is asked for: whether something waits to be recited, and whether the
+    // To be called before that is asked for: whether enough waits for a trial, and whether the
     // server may be brought to answer late to find out its price.
-    void plan(bool somethingWaits, bool mayBeLate, Nanoseconds now);
+    void plan(bool muchWaits, bool mayBeLate, Nanoseconds now);
 
     // Whether the server may answer late for what was tried.
     bool isToBlame(Nanoseconds now) const;
@@ -65,12 +66,14 @@ private:
     std::size_t active() const { return isTrying_ ? next() : level_; }
     bool isBeyond(Nanoseconds now) const;
     bool waitsForAnswer(Urgency urgency, IrcWeight weight, Nanoseconds now) const;
+    void lower();
     void isLate(Nanoseconds now);
 
     const IrcLag& lag_;
     std::size_t level_ = 0; // of the price, from the dearest on
     bool isTrying_ = false; // the next one
     bool isDecisive_ = false;
+    int alikeInTrial_ = 0; // lines of the same cost by both prices, if there are no others
     int lateInRow_ = 0;
     // The server's clock, by each price, and by what a server with such a price counts at least.
     std::array<Nanoseconds, priceCount> paidUntil_{}, countedUntil_{};

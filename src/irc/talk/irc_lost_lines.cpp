@@ -21,6 +21,11 @@ std::string shortened(const std::string& text) {
     return length == text.size() ? text : text.substr(0, length) + "\u2026";
 }
 
+std::string shownText(const IrcSaid& said) {
+    return (said.kind == KeptLine::Kind::done ? "/me " : "") +
+           shortened(plainMarkup(saidWithoutSecrets(said.target, said.text)));
+}
+
 } // namespace
 
 void IrcLostLines::add(const IrcSaid& said, bool isOwners, bool isSure) {
@@ -51,8 +56,7 @@ void IrcLostLines::tellOwners() {
     if (all.size() <= mostNamed) {
         for (const auto& [said, isSure] : all)
             tell_((isSure ? "not said " : "perhaps not said ") + place(said.target) + ": " +
-                  (said.kind == KeptLine::Kind::done ? "/me " : "") +
-                  shortened(plainMarkup(saidWithoutSecrets(said.target, said.text))));
+                  shownText(said));
     } else {
         for (std::size_t first = 0, end; first < all.size(); first = end) {
             const Lost& of = all[first];
@@ -77,6 +81,17 @@ void IrcLostLines::tellAnswers() {
         quietUntil_ = loop_.now() + betweenWords;
         tell_("part of an answer was not said " + place(target));
     }
+}
+
+void IrcLostLines::isFound(const IrcSaid& said) {
+    const auto found = std::ranges::find_if(kept_, [&](const IrcSaid& kept) {
+        return kept.kind == said.kind && kept.text == said.text &&
+               session_.isSame(kept.target, said.target);
+    });
+    if (found == kept_.end())
+        return;
+    kept_.erase(found);
+    tell_("said after all " + place(said.target) + ": " + shownText(said));
 }
 
 std::vector<IrcSaid> IrcLostLines::take(std::string_view target) {

@@ -37,6 +37,9 @@ public:
     // Tells of all since the last time.
     void tell();
 
+    // One of the owner's was said after all, though late: he is told, and it isn't kept.
+    void isFound(const IrcSaid& said);
+
     // The owner's, of that conversation, in order. They aren't kept any longer.
     std::vector<IrcSaid> take(std::string_view target);
 

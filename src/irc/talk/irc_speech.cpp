@@ -181,20 +181,20 @@ void IrcSpeech::forgetRead() {
 }
 
 void IrcSpeech::watchEchoes() {
-    const auto oldest =
-        std::ranges::find_if(sent_, [](const auto& piece) { return piece->comesBack; });
+    const auto oldest = std::ranges::find_if(
+        sent_, [](const auto& piece) { return piece->comesBack && !piece->isLate; });
     if (late_ == TimerId::none && oldest != sent_.end())
         late_ = loop_.once((*oldest)->sentAt + longestEcho - loop_.now(), [this] { loseLate(); });
 }
 
+// One that comes back after all is still known then, so that it isn't shown twice.
 void IrcSpeech::loseLate() {
     late_ = TimerId::none;
-    std::erase_if(sent_, [&](const std::shared_ptr<Piece>& piece) {
-        const bool isLate = piece->comesBack && loop_.now() - piece->sentAt >= longestEcho;
-        if (isLate)
+    for (const auto& piece : sent_)
+        if (piece->comesBack && !piece->isLate && loop_.now() - piece->sentAt >= longestEcho) {
+            piece->isLate = true;
             lose(*piece->line, false);
-        return isLate;
-    });
+        }
     lost_.tell();
     watchEchoes();
 }
@@ -237,7 +237,9 @@ bool IrcSpeech::take(const IrcMessage& message) {
         std::erase_if(sent_, isPassed);
     }
     session_.outgoing().cameBack(echoed->sentAt);
-    if (echoed->isLast)
+    if (echoed->isLast && echoed->isLate)
+        lost_.isFound(echoed->line->said);
+    else if (echoed->isLast)
         count(*echoed->line, &message);
     lost_.tell();
     return true;
@@ -272,8 +274,8 @@ IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
     const auto oldest = [&](const std::function<bool(const Piece& piece)>& isLikely) {
         return std::ranges::find_if(sent_, [&](const std::shared_ptr<Piece>& piece) {
             const bool isInTime = piece->comesBack || age(*piece) <= longestRefusal;
-            return piece->label.empty() && isInTime && session_.isSame(piece->target, target) &&
-                   isLikely(*piece);
+            return piece->label.empty() && isInTime && !piece->isLate &&
+                   session_.isSame(piece->target, target) && isLikely(*piece);
         });
     };
     auto found = sent_.end();

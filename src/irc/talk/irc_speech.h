@@ -103,6 +103,7 @@ private:
         Nanoseconds sentAt{};
         std::string label = {};
         bool comesBack = false;
+        bool isLate = false; // and taken for lost
     };
     using Pieces = std::deque<std::shared_ptr<Piece>>;
 

@@ -147,6 +147,24 @@ TEST(IrcLostLines, WhoLeavesAServerThatDoesNotAnswerIsToldWhatItMayNotHaveRead) 
     }
 }
 
+TEST(IrcLostLines, WhatComesBackAfterAllIsShownOnceAndNotSaidAgain) {
+    for (const std::string& capabilities : {echoed, both}) {
+        IrcMachine machine;
+        machine.server.capabilities = capabilities;
+        machine.begin();
+        freeze(machine);
+        machine.typed("late");
+        const std::string label = machine.server.label;
+        EXPECT_EQ(machine.seenOf([] {}, 61s),
+                  "Owner: late\n- perhaps not said in #music: late\n"
+                  "- /again says once more what was not said where you are\n");
+        EXPECT_EQ(machine.told((label.empty() ? "" : "@label=" + label + ' ') +
+                               ":Owner!o@host PRIVMSG #music :late"),
+                  "- said after all in #music: late\n");
+        EXPECT_EQ(again(machine), "");
+    }
+}
+
 TEST_F(IrcLostLinesTest, EachIsSaidAgainWhereItBelongsAndInOrder) {
     begin();
     joined("#den");

@@ -62,6 +62,7 @@ TEST_F(IrcRequestsTest, StrangersNeitherKeepTheProgramBusyNorTheOwner) {
     EXPECT_NE(answerTo("PING 1"), "") << "later";
     advance(1min);
     addNotes(40);
+    irc.limitSaid(10);
     seenOf([&] { room.say("'scrn"); }, 15s);
     EXPECT_EQ(answerTo("VERSION").find("VERSION"), std::string::npos) << "it has something to say";
 }
