@@ -25,7 +25,7 @@ void CurrentRoom::say(const std::string& line, bool isOnScreen) {
     if (conversations_.isFrontClosed())
         conversations_.enter(conversations_.home());
     if (IrcNetwork* const network = networks_.of(conversations_.front()))
-        return network->client.say(line, isOnScreen);
+        return network->client.voice().say(line, isOnScreen);
     for (const auto& each : networks_.all())
         each->client.lineTypedAtHome();
     own_.say(line, isOnScreen);

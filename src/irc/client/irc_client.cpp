@@ -261,42 +261,9 @@ void IrcClient::quote(std::string_view line) {
         session_.request(message->command, message->parameters);
 }
 
-void IrcClient::message(const std::string& name, const std::string& text) {
-    if (tellWithoutServer())
-        return;
-    // A message to a room that the owner is in is a line of his there, but nothing is ordered from
-    // afar.
-    if (const Place* const place = channels_.find(name, session_.features()))
-        return speak({place->channel.name(), text, false, channels_.isInFront(*place)});
-    if (session_.features().isChannel(name))
-        return tell("you are not in " + visibleName(name));
-    if (canBeTalkedTo(name))
-        speak({.target = name, .text = text, .mayCommand = false});
-}
-
-// To a room that he isn't in as well: some take that, and the server tells if not.
-void IrcClient::notice(const std::string& name, const std::string& text) {
-    if (tellWithoutServer())
-        return;
-    const Place* const place = channels_.find(name, session_.features());
-    if (place || session_.features().isChannel(name) || canBeTalkedTo(name))
-        speak({.target = place ? place->channel.name() : name,
-               .text = text,
-               .mayCommand = false,
-               .kind = KeptLine::Kind::noted});
-}
-
 void IrcClient::talkTo(const std::string& name) {
-    if (!tellWithoutServer() && canBeTalkedTo(name))
+    if (!tellWithoutServer() && voice_.canBeTalkedTo(name))
         enter(talks_.findOrBegin(name));
-}
-
-bool IrcClient::canBeTalkedTo(const std::string& name) const {
-    const bool can = !name.empty() && std::ranges::none_of(name, endsIrcName) &&
-                     !session_.features().isChannel(name);
-    if (!can)
-        tell("a name has no blanks and commas");
-    return can;
 }
 
 void IrcClient::topic(const std::optional<std::string>& text, const std::string& room) {
@@ -334,43 +301,6 @@ void IrcClient::names(const std::string& room) {
 void IrcClient::limitSaid(int linesPerMinute) {
     session_.outgoing().limitSaid(linesPerMinute);
     pacing_.limitSaid(linesPerMinute);
-}
-
-void IrcClient::say(const std::string& line, bool isOnScreen) {
-    const Conversation& front = conversations_.front();
-    if (front.isOpen && owns(front))
-        speak({front.name(), line, isOnScreen});
-}
-
-void IrcClient::act(const std::string& doing) {
-    const Conversation& front = conversations_.front();
-    if (front.isOpen && owns(front))
-        speak({.target = front.name(),
-               .text = doing,
-               .mayCommand = false,
-               .kind = KeptLine::Kind::done});
-}
-
-void IrcClient::speak(const IrcSaid& said) {
-    if (speech_.say(IrcOutgoing::Kind::typed, said))
-        return;
-    tell("too much waits to be said");
-    speech_.lost().tell();
-}
-
-void IrcClient::sayAgain() {
-    const Conversation& front = conversations_.front();
-    if (!owns(front))
-        return tell("/again is for a room or a talk on a network");
-    if (tellWithoutServer())
-        return;
-    if (!front.isOpen)
-        return tell("nothing can be said here any more");
-    const auto lines = speech_.lost().take(front.name());
-    if (lines.empty())
-        tell("nothing of yours was lost here");
-    for (const IrcSaid& said : lines)
-        speak(said);
 }
 
 void IrcClient::lineTypedAtHome() {

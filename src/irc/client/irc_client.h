@@ -13,6 +13,7 @@
 #include "irc/channels/irc_moderation.h"
 #include "irc/channels/irc_talks.h"
 #include "irc/client/irc_orders.h"
+#include "irc/client/irc_voice.h"
 #include "irc/connection/irc_session.h"
 #include "irc/talk/irc_happenings.h"
 #include "irc/talk/irc_hearing.h"
@@ -92,14 +93,13 @@ public:
     void changeNick(const std::string& nick);
     const std::string& wantedNick() const { return session_.identity().nick; } // at each connection
     const std::string& wantedRoom() const { return joining_.wantedRoom(); }    // at the next one
-    void message(const std::string& name, const std::string& text);
-    void notice(const std::string& name, const std::string& text);
     void quote(std::string_view line);    // one of the protocol
     void talkTo(const std::string& name); // in a conversation of its own
     void topic(const std::optional<std::string>& text, const std::string& room = {});
     void names(const std::string& room = {});
 
-    // What else he asks a server for, and orders about people and rooms.
+    // What he says; and what else he asks a server for, and orders about people and rooms.
+    IrcVoice& voice() { return voice_; }
     IrcOrders& orders() { return orders_; }
 
     // Those in this list are ignored. It must live on.
@@ -110,15 +110,6 @@ public:
 
     // Limits what the program says to so many lines a minute; 0 for no limit.
     void limitSaid(int linesPerMinute);
-
-    // A line that the owner says himself in the conversation in front. To be called from an event
-    // of its own.
-    void say(const std::string& line, bool isOnScreen = false); // where he has typed it
-
-    void act(const std::string& doing); // there, too: "/me waves"
-    // Says there once more what the owner couldn't say in the conversation in front. What was
-    // obeyed before isn't obeyed twice.
-    void sayAgain();
 
     // At home he is told once, with the first line that he types there, how to stop the tries to
     // get back to the network.
@@ -169,8 +160,6 @@ private:
     void newRoom();
     void welcomed();
     void beginNetwork(const std::string& name);
-    bool canBeTalkedTo(const std::string& name) const;
-    void speak(const IrcSaid& said);
 
     EventLoop& loop_;
     ChatLines& lines_;
@@ -185,6 +174,12 @@ private:
     IrcHearing hearing_;
     IrcRequests requests_{loop_, session_, shown_};
     IrcSpeech speech_;
+    IrcVoice voice_{conversations_,
+                    session_,
+                    channels_,
+                    speech_,
+                    [this](const Conversation& conversation) { return owns(conversation); },
+                    [this](const std::string& text) { tell(text); }};
     IrcPacing pacing_;
     IrcHistory history_{session_, channels_};
     IrcHappenings happenings_{loop_, conversations_, shown_, session_, channels_};

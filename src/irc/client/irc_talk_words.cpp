@@ -18,7 +18,7 @@ std::vector<SlashWord> IrcTalkWords::words() const {
         return [self, name](std::string_view rest) {
             if (withoutBlanks(rest).empty())
                 return false;
-            self.network_().message(name, textAfter(rest));
+            self.network_().voice().message(name, textAfter(rest));
             return true;
         };
     };
@@ -51,7 +51,7 @@ bool IrcTalkWords::me(std::string_view rest) const {
     if (conversations_.front().isAtHome())
         own_.act(doing);
     else
-        network_().act(doing);
+        network_().voice().act(doing);
     return true;
 }
 
@@ -59,14 +59,14 @@ bool IrcTalkWords::notice(std::string_view rest) const {
     const std::string name(takeWord(rest));
     if (name.empty() || withoutBlanks(rest).empty())
         return false;
-    network_().notice(name, textAfter(rest));
+    network_().voice().notice(name, textAfter(rest));
     return true;
 }
 
 bool IrcTalkWords::again(std::string_view rest) const {
     const bool isAlone = withoutBlanks(rest).empty();
     if (isAlone)
-        network_().sayAgain();
+        network_().voice().sayAgain();
     return isAlone;
 }
 

@@ -62,7 +62,7 @@ bool message(IrcClient& irc, std::string_view rest) {
     const std::string name(takeWord(rest));
     if (name.empty() || isBlank(rest))
         return false;
-    irc.message(name, textAfter(rest));
+    irc.voice().message(name, textAfter(rest));
     return true;
 }
 
@@ -72,7 +72,7 @@ bool query(IrcClient& irc, std::string_view rest) {
         return false;
     irc.talkTo(name);
     if (!isBlank(rest))
-        irc.message(name, textAfter(rest));
+        irc.voice().message(name, textAfter(rest));
     return true;
 }
 

@@ -42,7 +42,7 @@ TEST_F(IrcSessionTest, AnotherNetworkGetsNothingThatWasForTheLast) {
 
 TEST_F(IrcSessionTest, TooMuchIsNotKept) {
     EXPECT_NE(seenOf([&] { type(1010); }).find("- too much waits to be said\n"), seen.npos);
-    EXPECT_EQ(seenOf([&] { irc.message("ann", "hi"); }),
+    EXPECT_EQ(seenOf([&] { irc.voice().message("ann", "hi"); }),
               "- too much waits to be said\n- not said to ann: hi\n");
     EXPECT_EQ(seenOf([&] { irc.orders().whois("ann"); }), "- too much waits to be said\n");
 }
@@ -213,7 +213,7 @@ TEST_F(IrcSessionTest, WhatWaitsAtTheEndIsNotSaidAndTheOwnerIsToldOfHisOwnLines)
     server.takes = [](const std::string& line) { return line.starts_with("QUIT"); };
     loop.once(3s, [&] {
         type(8);
-        irc.message("ann", "psst");
+        irc.voice().message("ann", "psst");
         shown.take();
         server.sent.clear();
         irc.disconnect();

@@ -27,7 +27,7 @@ void answerBy(IrcMachine& machine, const std::string& answer) {
 
 std::string again(IrcMachine& machine) {
     machine.server.takes = nullptr;
-    return machine.sentOf([&] { machine.loop.post([&] { machine.irc.sayAgain(); }); }, 1s);
+    return machine.sentOf([&] { machine.loop.post([&] { machine.irc.voice().sayAgain(); }); }, 1s);
 }
 
 // The word turns something over, so that it would show if it were obeyed twice.
@@ -170,12 +170,12 @@ TEST_F(IrcLostLinesTest, EachIsSaidAgainWhereItBelongsAndInOrder) {
     joined("#den");
     freeze(*this);
     typed("one");
-    seenOf([&] { irc.message("ann", "two"); });
+    seenOf([&] { irc.voice().message("ann", "two"); });
     seenOf([&] { irc.enterRoom("#den"); });
     typed("three");
     seenOf([&] { irc.enterRoom("#music"); });
     typed(std::string(120, 'x'));
-    seenOf([&] { irc.act("waves"); });
+    seenOf([&] { irc.voice().act("waves"); });
     EXPECT_EQ(seenOf([] {}, 200s).substr(seen.find("- perhaps")),
               "- perhaps not said in #music: one\n"
               "- /again says once more what was not said where you are\n"
@@ -219,7 +219,7 @@ TEST_F(IrcLostLinesTest, WhatWaitsForSomebodyFollowsHisName) {
     const std::string sent = sentOf(
         [&] {
             for (int line = 0; line < 20; ++line)
-                irc.message("ann", std::to_string(line));
+                irc.voice().message("ann", std::to_string(line));
             server.say(":ann!a@h NICK eve\r\n:bob!b@h NICK ann");
         },
         60s);
@@ -233,7 +233,7 @@ TEST_F(IrcLostLinesTest, WhatWaitsForARoomThatIsLeftIsNotSaidHoweverItsNameIsWri
     const std::string sent = sentOf(
         [&] {
             type(20);
-            irc.message("#MUSIC", "late");
+            irc.voice().message("#MUSIC", "late");
             server.say(":ann!a@h KICK #Music Owner");
         },
         60s);
@@ -272,7 +272,7 @@ TEST_F(IrcLostLinesTest, ACommandThatFoundNoPlaceIsObeyedOnceItIsSaid) {
     server.capabilities = "";
     begin();
     for (int line = 0; line < 1010; ++line)
-        irc.message("ann", "hi");
+        irc.voice().message("ann", "hi");
     typed("'repeat", 1h);
     EXPECT_FALSE(state().rep);
     EXPECT_TRUE(again(*this).starts_with("PRIVMSG #music 'repeat\n"));
