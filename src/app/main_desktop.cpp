@@ -10,6 +10,7 @@
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
+#include "platform/qt/room/play_bar.h"
 #include "platform/qt/room/qt_room.h"
 #include "platform/qt/windows/qt_windows.h"
 
@@ -86,6 +87,8 @@ int main(int count, char** arguments) {
         {{.name = "room", .caption = "room", .action = [&] { room.show(); }}, separator("r")});
     room.hideInTrayIf([&] { return desktop.isInTray(); });
     desktop.onPress([&] { dialogs.ownerPresses(); });
+    room.window.addBelow(*new PlayBar(loop, program.playback.songInPlay,
+                                      [&] { dialogs.ownerPresses(); })); // the window's
     desktop.withoutTray([&] {
         if (!program.mediaWindow.frame.mp3s.visible)
             program.mediaWindow.list.show();

@@ -1,6 +1,7 @@
 #include "app/program.h"
 
 #include "app/command_rows.h"
+#include "companions/launching.h"
 #include "shell/event_loop.h"
 #include "shell/kept_files.h"
 
@@ -17,12 +18,16 @@ Program::Program(const Machine& m)
                            .directory = shell.directory,
                            .NiteScan2 = chat.NiteScan2,
                            .commandsWindow = chat.commandsWindow}),
-      mediaWindow(chat.core, {.files = m.files,
-                              .player = m.player,
-                              .desktop = m.desktop,
-                              .shell = shell,
-                              .library = library,
-                              .playback = playback}),
+      mediaWindow(chat.core,
+                  {.files = m.files,
+                   .directories = m.directories,
+                   .player = m.player,
+                   .desktop = m.desktop,
+                   .shell = shell,
+                   .library = library,
+                   .playback = playback,
+                   .openFolder = [&launching = m.launching](
+                                     const std::string& path) { return launching.open(path); }}),
       companions(chat.core, {.files = m.files,
                              .lineFiles = library.lineFiles,
                              .directory = shell.directory,

@@ -130,28 +130,38 @@ Controls headOfList(AppState& state, SectionRepeat& section) {
     };
 }
 
-Controls list(AppState& state, MediaWindow& window, SongFiles& songFiles) {
+// Escape leaves one row of several selected. It doesn't hide the player: whoever strikes it here
+// means the rows.
+void strikeRows(AppState& state, SongFiles& songFiles, Key key) {
+    if (key == Key::del)
+        songFiles.deleteShown();
+    if (key == Key::escape && !state.playlistView.choose(state.playlistView.currentIndex()))
+        state.playlistView.clearSelection();
+}
+
+Controls list(AppState& state, MediaWindow& window, Playback& playback) {
     return {
         listBox(
             {.name = "playlistView",
              .place = {0, listTop, MediaFrame::width, lastRow - listTop - 15},
              .rows = &state.playlistView,
              .selectsMany = true,
+             .markedRow = [&song = playback.songInPlay] { return song.row(); },
+             .markedAs = "in play",
              .onClick = [&window] { window.list.tellSize(); },
              .onDoubleClick = [&window] { window.list.startClicked(); },
              .onMouseMove = [&window] { window.frame.hint("  [double click or press delete]"); },
-             .onKey =
-                 [&songFiles](Key key) {
-                     if (key == Key::del)
-                         songFiles.deleteShown();
-                 }}),
+             .onKey = [&state,
+                       &files = playback.songFiles](Key key) { strikeRows(state, files, key); },
+             .onMenu = [&window] { window.rowMenu.popUp(); },
+             .keepsEscape = true}),
         label({.name = "fileCountLabel",
                .place = {0, lastRow, 3750, rowHeight},
                .text = shows(state.fileCountLabel)}),
         button({.name = "renameLabel",
                 .place = {3780, lastRow, 720, rowHeight},
                 .text = caption(" rename"),
-                .onClick = [&songFiles] { songFiles.renameShown(); }}),
+                .onClick = [&files = playback.songFiles] { files.renameShown(); }}),
     };
 }
 
@@ -162,11 +172,11 @@ std::vector<Control> mediaControls(const Core& core, MediaWindow& window, Playba
     // The controls are listed from top to bottom, which is also the order in which Tab goes through
     // them.
     Controls all;
-    for (Controls& part : std::vector<Controls>{
-             strip(core.loop, state, window.frame),
-             playButtons(state, window.frame, playback.transportButtons),
-             slidersOf(state, playback.sliders), tools(window), headOfList(state, playback.section),
-             list(state, window, playback.songFiles)})
+    for (Controls& part :
+         std::vector<Controls>{strip(core.loop, state, window.frame),
+                               playButtons(state, window.frame, playback.transportButtons),
+                               slidersOf(state, playback.sliders), tools(window),
+                               headOfList(state, playback.section), list(state, window, playback)})
         std::move(part.begin(), part.end(), std::back_inserter(all));
     return all;
 }

@@ -14,7 +14,14 @@ MediaWindow::MediaWindow(const Core& core, const MediaWindowNeeds& needs)
       editMenu(core, needs.desktop, behindSplash, needs.library.removing),
       opsMenu(core, needs.desktop, needs.shell.directory, behindSplash,
               needs.library.playlistCommands),
-      refreshButton(core, behindSplash, needs.library.refresh, frame), playback_(needs.playback) {
+      refreshButton(core, behindSplash, needs.library.refresh, frame),
+      rowMenu(core, needs.desktop,
+              {.list = list,
+               .removing = needs.library.removing,
+               .songFiles = needs.playback.songFiles,
+               .directories = needs.directories,
+               .openFolder = needs.openFolder}),
+      playback_(needs.playback) {
     frame.mp3s.controls = mediaControls(core, *this, playback_);
     // After a stop no tick brings the small clock up to date, so it is done here.
     playback_.transport.onHalt([this] {

@@ -10,6 +10,7 @@
 #include "media_window/media_list.h"
 #include "media_window/ops_menu.h"
 #include "media_window/refresh_button.h"
+#include "media_window/row_menu.h"
 #include "shell/settings.h"
 
 namespace larkspin {
@@ -21,11 +22,13 @@ struct Shell;
 // What the media window uses of the machine and of the floors below, beside the core.
 struct MediaWindowNeeds {
     Files& files;
+    Directories& directories;
     MediaControl& player;
     Desktop& desktop;
     Shell& shell;
     Library& library;
     Playback& playback;
+    RowMenu::OpenFolder openFolder;
 };
 
 struct MediaWindow {
@@ -38,6 +41,7 @@ struct MediaWindow {
     EditMenu editMenu;
     OpsMenu opsMenu;
     RefreshButton refreshButton;
+    RowMenu rowMenu;
 
     void load(const StoredSettings& stored) { frame.load(stored); }
     void save(SettingsChanges& changes) const { frame.save(changes); }

@@ -18,6 +18,7 @@
 #include "playback/sliders.h"
 #include "playback/song_failures.h"
 #include "playback/song_files.h"
+#include "playback/song_in_play.h"
 #include "playback/stop_window.h"
 #include "playback/top_list.h"
 #include "playback/transport.h"
@@ -67,6 +68,7 @@ public:
     TransportButtons transportButtons{core_,     needs_.files, needs_.player,
                                       transport, choices,      randomPick};
     RemoteControl remote{core_, needs_.player, transportButtons, modes, sliders};
+    SongInPlay songInPlay{core_, remote, transport, modes, sliders};
 
     void load(const StoredSettings& stored);
     void save(SettingsChanges& changes);

@@ -22,11 +22,6 @@ Clock split(double time) {
             (seconds < 10 ? "0" : "") + std::to_string(seconds)};
 }
 
-std::string plain(double time) {
-    const Clock clock = split(time);
-    return clock.minutes + ":" + clock.seconds;
-}
-
 std::string rich(double time) {
     const Clock clock = split(time);
     return "<b>" + clock.minutes + "</b>:<b>" + clock.seconds;
@@ -39,6 +34,11 @@ bool hasPosition(MediaControl& player) {
 
 } // namespace
 
+std::string plaintime(double seconds) {
+    const Clock clock = split(seconds);
+    return clock.minutes + ":" + clock.seconds;
+}
+
 std::string richlength(MediaControl& player) {
     if (player.PlayState() == PlayState::stopped)
         return "<b>0</b>:<b>00";
@@ -49,7 +49,7 @@ std::string plainlength(MediaControl& player) {
     const double duration = player.Duration();
     if (player.PlayState() == PlayState::stopped || duration < 0)
         return "0:00";
-    return plain(duration);
+    return plaintime(duration);
 }
 
 std::string richposition(MediaControl& player) {
@@ -61,7 +61,7 @@ std::string richposition(MediaControl& player) {
 std::string plainposition(MediaControl& player) {
     if (!hasPosition(player))
         return "0:00 / 0:00";
-    return plain(player.CurrentPosition()) + " / " + plainlength(player);
+    return plaintime(player.CurrentPosition()) + " / " + plainlength(player);
 }
 
 } // namespace larkspin

@@ -9,6 +9,8 @@ namespace larkspin {
 
 class MediaControl;
 
+std::string plaintime(double seconds); // "3:07"
+
 std::string richlength(MediaControl& player);    // "<b>3</b>:<b>07"; zeros when stopped
 std::string plainlength(MediaControl& player);   // "3:07"; "0:00" when stopped
 std::string richposition(MediaControl& player);  // "<b>1</b>:<b>05 / <b>3</b>:<b>07"

@@ -120,6 +120,22 @@ bool pressKey(Window& window, const std::string& name, Key key) {
     return true;
 }
 
+bool askMenu(Window& window, const std::string& name, int row) {
+    const Control* const control = findShown(window, name, Kind::list);
+    if (!control || !control->onMenu)
+        return false;
+    RowList& rows = *control->rows;
+    const int wanted = row == noRow ? rows.currentIndex() : row;
+    if (!hasRow(*control, wanted))
+        return false;
+    if (rows.isSelected(wanted))
+        rows.setCurrentIndex(wanted);
+    else
+        rows.choose(wanted);
+    call(control->onMenu);
+    return true;
+}
+
 bool hover(Window& window, const std::string& name) {
     const Control* const control = findShown(window, name);
     if (!control)

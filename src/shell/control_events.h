@@ -49,6 +49,10 @@ bool selectRows(Window& window, const std::string& control, const std::vector<in
 
 bool pressKey(Window& window, const std::string& control, Key key);
 
+// Asks a list for the menu of a row, or of its current one. The row becomes current; a selection
+// stays if the row belongs to it. False for what has no menu.
+bool askMenu(Window& window, const std::string& control, int row = noRow);
+
 // The mouse moving over the control.
 bool hover(Window& window, const std::string& control);
 

@@ -52,6 +52,8 @@ struct Control {
     std::function<std::string()> text = {}; // label, button, text field
     RowList* rows = nullptr;                // list, combo: rows and selection, which is the user's
     bool selectsMany = false;               // list: more than its current row can be selected
+    std::function<int()> markedRow = {};    // list: one that stands out; -1 for none
+    std::string markedAs = {};              // what is told of that row
     std::function<int()> value = {};        // slider
     int least = 0, most = 0;                // slider: the range of its value
 
@@ -60,7 +62,10 @@ struct Control {
     std::function<void(Key)> onKey = {};
     std::function<void(int)> onChange = {}; // slider: moved to, or dragged over, a value
     std::function<void(const std::string&)> onEdit = {}; // text field: what it reads now
+    // List: its menu is asked for, by a right click on a row or a key. The row is the current one.
+    Task onMenu = {};
 
+    bool keepsEscape = false; // that key doesn't close the window, since it means something here
     bool visible = true;
 };
 

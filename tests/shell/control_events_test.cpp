@@ -5,6 +5,7 @@
 #include "text/row_list.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 #include <utility>
 
 namespace larkspin {
@@ -28,6 +29,7 @@ struct ControlEventsTest : testing::Test {
             {.name = "still"},
             logged({.name = "below", .place = {0, 500, 100, 100}}),
         };
+        window.control("list").onMenu = [this] { log += "menu "; };
         window.control("slider").value = [this] { return value; };
     }
 
@@ -58,6 +60,7 @@ TEST_F(ControlEventsTest, EachGestureCallsWhatItMeans) {
     EXPECT_EQ(after(pressTwice(window, "button")), "down click-1 double ");
     EXPECT_EQ(after(press(window, "list", 1)), "down click1 ");
     EXPECT_EQ(after(pressTwice(window, "list", 2)), "down click2 double ");
+    EXPECT_EQ(after(askMenu(window, "list", 2)), "menu ");
     EXPECT_EQ(after(selectRows(window, "list", {2, 0})), "click0 ");
     EXPECT_EQ(after(chooseRow(window, "combo", 1)), "click1 ");
     EXPECT_EQ(after(press(window, "combo", 2)), "click2 ");
@@ -90,6 +93,17 @@ TEST_F(ControlEventsTest, SelectsTheRowsThatArePressed) {
     EXPECT_EQ(rows.currentIndex(), 0);
 }
 
+TEST_F(ControlEventsTest, AsksForTheMenuOfARowAndKeepsASelectionThatItBelongsTo) {
+    EXPECT_EQ(after(askMenu(window, "list")), "nothing") << "no row is current";
+    selectRows(window, "list", {2, 0});
+    for (const auto& [row, current, selected] :
+         {std::tuple(2, 2, 2), {noRow, 2, 2}, {1, 1, 1}, {noRow, 1, 1}}) {
+        EXPECT_TRUE(askMenu(window, "list", row));
+        EXPECT_EQ(rows.currentIndex(), current);
+        EXPECT_EQ(rows.selectedCount(), selected);
+    }
+}
+
 TEST_F(ControlEventsTest, NothingIsReachedWhereThereIsNothing) {
     EXPECT_EQ(after(press(window, "gone")), "nothing");
     EXPECT_EQ(after(press(window, "Button")), "nothing");
@@ -100,6 +114,7 @@ TEST_F(ControlEventsTest, NothingIsReachedWhereThereIsNothing) {
     EXPECT_EQ(after(selectRows(window, "list", {})), "nothing");
     for (const int outside : {-1, 3}) {
         EXPECT_EQ(after(press(window, "list", outside)), "nothing");
+        EXPECT_EQ(after(askMenu(window, "list", outside)), "nothing");
         EXPECT_EQ(after(selectRows(window, "list", {0, outside})), "nothing");
         EXPECT_EQ(after(chooseRow(window, "combo", outside)), "nothing");
     }

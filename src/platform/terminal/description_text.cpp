@@ -77,6 +77,8 @@ std::string controlLine(const Window& window, const Control& control, int page) 
         line += swatchText(control);
     if (control.rows)
         line += rowsText(*control.rows, page);
+    if (const int marked = control.markedRow ? control.markedRow() : noRow; marked != noRow)
+        line += ", row " + std::to_string(marked + 1) + ' ' + control.markedAs;
     return line;
 }
 

@@ -65,7 +65,7 @@ void TerminalCommands::addWindowWords() {
             {"double", "WINDOW.CONTROL [ROW]", "the same with a double click",
              by(&Self::doubleClick)},
             {"select", "WINDOW.CONTROL ROW...", "selects rows: 1 3 7-9", by(&Self::select)},
-            {"key", "WINDOW.CONTROL delete|enter|escape", "strikes a key on a control",
+            {"key", "WINDOW.CONTROL delete|enter|escape|menu", "strikes a key on a control",
              by(&Self::key)},
             {"set", "WINDOW.CONTROL VALUE", "sets a slider, a combo or a text field",
              by(&Self::set)},
@@ -182,11 +182,18 @@ bool TerminalCommands::select(std::string_view rest) {
 
 bool TerminalCommands::key(std::string_view rest) {
     const auto name = takeWord(rest);
-    const auto wanted = keyOf(takeWord(rest));
-    if (!wanted || !takeWord(rest).empty())
+    const auto keyName = takeWord(rest);
+    const auto wanted = keyOf(keyName);
+    const bool isMenu = equalFolded(keyName, "menu");
+    if (!(wanted || isMenu) || !takeWord(rest).empty())
         return false;
-    if (const auto target = findControl(name))
+    const auto target = findControl(name);
+    if (!target)
+        return true;
+    if (wanted)
         pressKey(target->window, target->name, *wanted);
+    else if (!askMenu(target->window, target->name))
+        screen_.tell(target->shownName + " has no menu now");
     return true;
 }
 

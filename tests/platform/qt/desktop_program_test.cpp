@@ -83,6 +83,20 @@ TEST_F(DesktopProgramTest, TakesLinesInItsRoom) {
     EXPECT_EQ(disk.read("larkspin/history.txt"), "'volume 30\n/quit\n");
 }
 
+// The wheel turns over the volume in the bar at the room's foot; the media window stands below.
+TEST_F(DesktopProgramTest, HasABarForTheSongInPlayInItsRoom) {
+    disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\nvolume=20\r\nmp3stpos=7800\r\n");
+    const auto child = start(server->display());
+    EXPECT_TRUE(sees("^larkspin media$")); // the start is over
+    turnTo("^larkspin - lobby$");
+    EXPECT_TRUE(
+        server->hand({"search", "--onlyvisible", "--name", "^larkspin - lobby$", "mousemove",
+                      "--sync", "--window", "%1", "577", "443", "click", "4", "type", "/quit"}));
+    press({"Return"});
+    EXPECT_EQ(child->ends(patience), 0);
+    EXPECT_TRUE(hasSaved("\nvolume=26"));
+}
+
 TEST_F(DesktopProgramTest, SavesWhenItsDisplayIsGone) {
     startTray();
     const auto child = welcomed();

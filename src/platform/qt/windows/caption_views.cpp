@@ -1,10 +1,10 @@
 // Labels, buttons and swatches, which show a caption or a colour. What can be pressed is a button
 // to a screen reader, even where it looks like a label, as in the strip at the window's top.
+#include "platform/qt/glyphs.h"
 #include "platform/qt/keys.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/windows/control_view.h"
-#include "platform/qt/windows/glyphs.h"
 #include "shell/controls.h"
 
 #include <QAbstractButton>

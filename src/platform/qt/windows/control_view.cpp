@@ -80,6 +80,14 @@ bool ControlView::strike(const QKeyEvent&) {
     return false;
 }
 
+// What reacts to a mouse-down by itself is a title label, by which a window is dragged.
+bool ControlView::menuAsked(const QContextMenuEvent&) {
+    if (const Control* const described = control(); !described || !described->onMouseDown)
+        return false;
+    hand().opensTitleMenu();
+    return true;
+}
+
 bool ControlView::eventFilter(QObject*, QEvent* event) {
     const auto mouse = [event]() -> const QMouseEvent& {
         return static_cast<QMouseEvent&>(*event);
@@ -103,11 +111,7 @@ bool ControlView::eventFilter(QObject*, QEvent* event) {
     case QEvent::KeyPress:
         return keyPressed(static_cast<QKeyEvent&>(*event));
     case QEvent::ContextMenu:
-        // What reacts to a mouse-down by itself is a title label, by which a window is dragged.
-        if (const Control* const described = control(); !described || !described->onMouseDown)
-            return false;
-        hand().opensTitleMenu();
-        return true;
+        return menuAsked(static_cast<QContextMenuEvent&>(*event));
     default:
         return false;
     }
@@ -138,7 +142,8 @@ bool ControlView::keyPressed(const QKeyEvent& event) {
     if (event.key() == Qt::Key_Escape) {
         // The control hears of Escape first, and then the window closes.
         sends(Key::escape);
-        hand().does([](Window& window) { closeWindow(window); });
+        if (const Control* const described = control(); !described || !described->keepsEscape)
+            hand().does([](Window& window) { closeWindow(window); });
         return true;
     }
     if (event.key() == Qt::Key_Delete)

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 
+class QContextMenuEvent;
 class QKeyEvent;
 class QMouseEvent;
 
@@ -52,6 +53,7 @@ protected:
     virtual bool released(const QMouseEvent& event);
     virtual bool pressedAgain(const QMouseEvent& event); // the second press of a double click
     virtual bool strike(const QKeyEvent& event);
+    virtual bool menuAsked(const QContextMenuEvent& event);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

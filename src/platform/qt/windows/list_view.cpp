@@ -5,6 +5,7 @@
 #include "platform/qt/windows/control_view.h"
 #include "platform/qt/windows/rows_model.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QListView>
 #include <QMouseEvent>
@@ -29,7 +30,12 @@ public:
         if (isOn)
             painter->fillRect(option.rect, palette.color(QPalette::Highlight));
         painter->setPen(palette.color(isOn ? QPalette::HighlightedText : QPalette::Text));
-        painter->setFont(option.font);
+        QFont font = option.font;
+        if (index.data(RowsModel::isMarkedRole).toBool()) {
+            font.setBold(true);
+            painter->fillRect(markOf(option.rect), painter->pen().color());
+        }
+        painter->setFont(font);
         const QRect within = option.rect.adjusted(rowMargin, 0, -rowMargin, 0);
         painter->drawText(within, Qt::AlignVCenter | Qt::TextSingleLine, index.data().toString());
         if (option.state & QStyle::State_HasFocus) {
@@ -42,6 +48,11 @@ public:
         return {1, rowHeight};
     }
     int rowHeight = 1;
+
+private:
+    static QRect markOf(const QRect& row) {
+        return {row.left(), row.top() + 1, rowMargin - 2, row.height() - 2};
+    }
 };
 
 class ListWidget : public QListView {
@@ -88,9 +99,11 @@ private:
         return list().indexAt(event.position().toPoint()).row();
     }
 
-    void show(const Control&) override {
+    void show(const Control& control) override {
         list().fitRows();
         const RowList& rows = model_.rows();
+        if (control.markedRow)
+            model_.mark(control.markedRow(), control.markedAs);
         // A selection by the owner that the program hasn't taken over is undone, but not while the
         // mouse is still selecting.
         if (revision_ == rows.revision() && (!isTouched_ || isHeld_))
@@ -183,6 +196,19 @@ private:
         hand().does([name = name(), row = list().currentIndex().row()](Window& window) {
             pressWithoutMouse(window, name, row);
         });
+        return true;
+    }
+
+    // Of the row under the mouse, or of the current one. Where there is none a key still means the
+    // window.
+    bool menuAsked(const QContextMenuEvent& event) override {
+        const bool isByMouse = event.reason() == QContextMenuEvent::Mouse;
+        const int row = isByMouse ? list().indexAt(event.pos()).row() : list().currentIndex().row();
+        if (const Control* const described = control(); !described || !described->onMenu)
+            return ControlView::menuAsked(event);
+        if (row == noRow)
+            return isByMouse;
+        hand().does([name = name(), row](Window& window) { askMenu(window, name, row); });
         return true;
     }
 

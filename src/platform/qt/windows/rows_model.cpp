@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace larkspin {
 
@@ -24,7 +25,22 @@ int RowsModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant RowsModel::data(const QModelIndex& index, int role) const {
-    return role == Qt::DisplayRole ? toQt(seenOf(rows_.row(index.row()))) : QVariant();
+    const bool isMarked = index.row() == marked_;
+    if (role == isMarkedRole)
+        return isMarked;
+    if (role != Qt::DisplayRole && !(role == Qt::AccessibleTextRole && isMarked))
+        return {};
+    const QString text = toQt(seenOf(rows_.row(index.row())));
+    return role == Qt::DisplayRole ? text : text + ", " + toQt(markedAs_);
+}
+
+void RowsModel::mark(int row, const std::string& word) {
+    if (row == marked_)
+        return;
+    markedAs_ = word;
+    for (const int changed : {std::exchange(marked_, row), row})
+        if (changed >= 0 && changed < count_)
+            Q_EMIT dataChanged(index(changed), index(changed));
 }
 
 bool RowsModel::refresh() {

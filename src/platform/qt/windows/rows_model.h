@@ -4,6 +4,7 @@
 #include "text/row_list.h"
 
 #include <QAbstractListModel>
+#include <string>
 
 namespace larkspin {
 
@@ -18,11 +19,17 @@ public:
     // many rows as before.
     bool refresh();
 
+    // One row stands out from the others, -1 for none. A screen reader tells it by that word.
+    static constexpr int isMarkedRole = Qt::UserRole;
+    void mark(int row, const std::string& word);
+
     const RowList& rows() const { return rows_; }
 
 private:
     const RowList& rows_;
     int count_ = 0;
+    int marked_ = -1;
+    std::string markedAs_;
     std::uint64_t revision_ = 0;
 };
 

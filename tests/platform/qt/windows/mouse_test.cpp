@@ -43,14 +43,6 @@ QPoint seenAt(const QWidget& widget) {
     return {lines.value(1).mid(2).toInt(), lines.value(2).mid(2).toInt()};
 }
 
-void point(int x, int y) {
-    hand({"mousemove", QString::number(x), QString::number(y)});
-}
-
-void point(const QPoint& at) {
-    point(at.x(), at.y());
-}
-
 } // namespace
 
 TEST(Mouse, ClicksEveryControlOfEveryWindowOnce) {

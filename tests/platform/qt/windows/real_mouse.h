@@ -13,6 +13,14 @@ inline void hand(const QStringList& does) {
     QProcess::execute("xdotool", does);
 }
 
+inline void point(int x, int y) {
+    hand({"mousemove", QString::number(x), QString::number(y)});
+}
+
+inline void point(const QPoint& at) {
+    point(at.x(), at.y());
+}
+
 template <typename Condition> bool comes(Desk& desk, Condition condition) {
     const auto looks = [&] {
         desk.settle();

@@ -7,7 +7,12 @@
 
 namespace larkspin {
 
-// The mark for a caption, centred in the rectangle. Empty for a caption that is a word.
+enum class Glyph { play, stop, pause, next, previous, folder, cross, speaker };
+
+// The mark, centred in the rectangle.
+QPainterPath glyphIn(const QRectF& within, Glyph glyph);
+
+// The mark for a caption. Empty for a caption that is a word.
 QPainterPath glyphOf(const QString& caption, const QRectF& within);
 
 } // namespace larkspin

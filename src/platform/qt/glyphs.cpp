@@ -1,5 +1,6 @@
-#include "platform/qt/windows/glyphs.h"
+#include "platform/qt/glyphs.h"
 
+#include <QPainterPathStroker>
 #include <QTransform>
 #include <algorithm>
 #include <initializer_list>
@@ -70,30 +71,68 @@ QPainterPath cross() {
     return path;
 }
 
-struct Glyph {
+QPainterPath speaker() {
+    QPainterPath waves;
+    for (const double radius : {2.5, 5.0}) {
+        const QRectF circle(-radius, -radius, 2 * radius, 2 * radius);
+        waves.arcMoveTo(circle, -45);
+        waves.arcTo(circle, -45, 90);
+    }
+    QPainterPathStroker pen;
+    pen.setWidth(1.2);
+    QPainterPath path = pen.createStroke(waves);
+    addShape(path, {{-5, -1.7}, {-3.2, -1.7}, {0, -4.5}, {0, 4.5}, {-3.2, 1.7}, {-5, 1.7}});
+    return path;
+}
+
+QPainterPath shapeOf(Glyph glyph) {
+    switch (glyph) {
+    case Glyph::play:
+        return play();
+    case Glyph::stop:
+        return stop();
+    case Glyph::pause:
+        return pause();
+    case Glyph::next:
+        return next();
+    case Glyph::previous:
+        return previous();
+    case Glyph::folder:
+        return folder();
+    case Glyph::cross:
+        return cross();
+    case Glyph::speaker:
+        return speaker();
+    }
+    return {};
+}
+
+struct Captioned {
     QStringView caption;
-    QPainterPath (*shape)();
+    Glyph glyph;
 };
 
 // The captions are signs, and characters of the symbol fonts that the windows were designed with.
-constexpr Glyph glyphs[] = {
-    {u"l>", play},    {u"\u00B3", play}, {u"\u0090", stop},   {u"II", pause},
-    {u"<", previous}, {u">", next},      {u"\u00EA", folder}, {u"X", cross},
+constexpr Captioned captioned[] = {
+    {u"l>", Glyph::play},       {u"\u00B3", Glyph::play}, {u"\u0090", Glyph::stop},
+    {u"II", Glyph::pause},      {u"<", Glyph::previous},  {u">", Glyph::next},
+    {u"\u00EA", Glyph::folder}, {u"X", Glyph::cross},
 };
 
 } // namespace
 
-QPainterPath glyphOf(const QString& caption, const QRectF& within) {
-    const auto* const glyph = std::find_if(std::begin(glyphs), std::end(glyphs),
-                                           [word = QStringView(caption).trimmed()](
-                                               const Glyph& each) { return each.caption == word; });
-    if (glyph == std::end(glyphs))
-        return {};
-    // A mark takes half of the smaller side.
+// A mark takes half of the smaller side.
+QPainterPath glyphIn(const QRectF& within, Glyph glyph) {
     const double scale = std::min(within.width(), within.height()) * 0.05;
     return QTransform::fromTranslate(within.center().x(), within.center().y())
         .scale(scale, scale)
-        .map(glyph->shape());
+        .map(shapeOf(glyph));
+}
+
+QPainterPath glyphOf(const QString& caption, const QRectF& within) {
+    const auto* const found =
+        std::ranges::find(captioned, QStringView(caption).trimmed(), &Captioned::caption);
+    return found == std::end(captioned) ? QPainterPath() : glyphIn(within, found->glyph);
 }
 
 } // namespace larkspin
