@@ -18,6 +18,14 @@ void boxWhatsNew(Dialogs& dialogs) {
                       "load work next version.");
 }
 
+void boxAbout(Dialogs& dialogs) {
+    dialogs.titledBox(
+        "about larkspin",
+        "larkspin " + versionText() +
+            "\n\na music player that sits in a chat room and does what you type there. "
+            "it is free software.");
+}
+
 void boxKnownIssues(Dialogs& dialogs) {
     dialogs.box(
         "i know there are some issues and bugs people are having with this program, but i will fix "

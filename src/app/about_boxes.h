@@ -1,4 +1,5 @@
-// The tray's boxes with fixed texts: thanks, what is new, and what is known not to work.
+// The menus' boxes with fixed texts: thanks, what is new, what is known not to work, and which
+// program this is.
 #pragma once
 
 namespace larkspin {
@@ -8,5 +9,6 @@ class Dialogs;
 void boxGreets(Dialogs& dialogs);
 void boxWhatsNew(Dialogs& dialogs);
 void boxKnownIssues(Dialogs& dialogs);
+void boxAbout(Dialogs& dialogs);
 
 } // namespace larkspin

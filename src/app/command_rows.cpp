@@ -94,6 +94,8 @@ std::vector<CommandRow> rowsOfNiteScan3(Program& p) {
         {"exit", {p, &Program::exit}},
         {"stats", {p.status, &StatusCommands::stats}},
         {"volume *", {p.playback.sliders, &Sliders::volume}},
+        {"help", {p.help, &HelpCommand::all}},
+        {"help *", {p.help, &HelpCommand::about}},
         {"coms", {p.chat.commandsWindow, &CommandsWindow::coms}},
         {"info", {p.status, &StatusCommands::info}},
         {"amp", {p.outside.winamp, &Winamp::amp}},

@@ -4,6 +4,7 @@
 #include "host/trace_word.h"
 #include "platform/dbus/running_copy.h"
 #include "platform/dbus/tray_host.h"
+#include "platform/posix/own_manual.h"
 #include "platform/posix/user_directories.h"
 #include "platform/qt/display.h"
 #include "platform/qt/file_drops.h"
@@ -12,6 +13,7 @@
 #include "platform/qt/qt_loop.h"
 #include "platform/qt/room/play_bar.h"
 #include "platform/qt/room/qt_room.h"
+#include "platform/qt/room/room_guide.h"
 #include "platform/qt/windows/qt_windows.h"
 
 #include <algorithm>
@@ -89,6 +91,8 @@ int main(int count, char** arguments) {
     desktop.onPress([&] { dialogs.ownerPresses(); });
     room.window.addBelow(*new PlayBar(loop, program.playback.songInPlay,
                                       [&] { dialogs.ownerPresses(); })); // the window's
+    const RoomGuide guide(
+        loop, room, program, [&] { dialogs.ownerPresses(); }, ownManual());
     desktop.withoutTray([&] {
         if (!program.mediaWindow.frame.mp3s.visible)
             program.mediaWindow.list.show();

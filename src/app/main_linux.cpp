@@ -68,7 +68,8 @@ std::unique_ptr<IrcConnection> LinuxPorts::connection() {
 
 Preferences::Folders LinuxPorts::folders() {
     return {.music = userMusicDirectory(),
-            .find = [this](std::string_view typed) { return folderOf(directories, typed); }};
+            .find = [this](std::string_view typed) { return folderOf(directories, typed); },
+            .asTyped = &typedPath};
 }
 
 LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)

@@ -1,4 +1,5 @@
 // larkspin in a terminal.
+#include "app/first_steps.h"
 #include "app/main_linux.h"
 #include "app/main_start.h"
 #include "host/trace_word.h"
@@ -36,9 +37,18 @@ int main(int count, char** arguments) {
                                   .note = note,
                                   .close = [&] { terminal.close(); }});
     Program& program = larkspin.program;
+    terminal.triggerBy([&] { return program.shell.state.trigger; });
+    program.help.showBy([&](const std::string& word) { terminal.tellHelp(word); });
+    FirstSteps firstSteps(program, terminal.rooms.preferences);
+    terminal.add({firstSteps.word()});
+    if (terminal.isForPerson())
+        firstSteps.begin();
     program.opensBy([&] {
         terminal.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
         terminal.open(program.windows(), program.chat.recitals, [&] { program.end(); });
+        if (terminal.isForPerson() && program.isFirstRun() && firstSteps.areShown())
+            for (const std::string& line : firstSteps.asLines())
+                terminal.screen.tell(line);
     });
     program.start();
     larkspin.open(started.files);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/brought_files.h"
+#include "app/help_command.h"
 #include "app/machine.h"
 #include "app/status_commands.h"
 #include "chat/chat.h"
@@ -54,6 +55,10 @@ public:
     // Takes files and directories from outside, as soon as the program runs.
     void bring(const std::vector<std::string>& paths, BroughtFiles::Then then);
 
+    // Whether it runs: all is loaded, and commands are taken.
+    bool isRunning() const { return phase_ == Phase::running && chat.NiteScan1.running(); }
+    bool isFirstRun() const { return isFirstRun_; }
+
     // Every window there is, shown or not. They live as long as the program.
     std::vector<Window*> windows();
 
@@ -67,6 +72,7 @@ public:
     Host host;
     Outside outside;
     BroughtFiles broughtFiles{chat.core, library.broughtSongs, playback.transport};
+    HelpCommand help{chat.core};
     StatusCommands status{chat.core, machine.host, playback.transport, playback.counters};
 
 private:
@@ -91,6 +97,7 @@ private:
     void tellNews();
 
     Phase phase_ = Phase::off;
+    bool isFirstRun_ = false;
     bool isEndWanted_ = false; // to come as soon as all is loaded
     bool isEnding_ = false;
     TimerId settling_ = TimerId::none; // up to then the owner's first lines may not have been taken

@@ -49,10 +49,10 @@ void Program::start() {
     companions.windowColors.load(stored);
     const std::string load = stored.get("load");
     // Settings that couldn't be read don't make a run the first one.
-    const bool firstRun = !number(load) && stored.wereRead();
+    isFirstRun_ = !number(load) && stored.wereRead();
     const std::string loadNumber = number(load) ? load : "1";
     shell.state.trigger = number(load) ? foldCase(stored.get("trigger")) : "'";
-    if (firstRun)
+    if (isFirstRun_)
         welcomeFirstRun();
     greet(loadNumber);
     countLoad(loadNumber);

@@ -1,6 +1,7 @@
 #include "app/tray_menu.h"
 
 #include "app/about_boxes.h"
+#include "app/menu_parts.h"
 #include "app/program.h"
 
 #include <utility>
@@ -11,38 +12,11 @@ namespace {
 
 using Entries = std::vector<MenuEntry>;
 
-MenuEntry submenu(std::string name, std::string caption, Entries children) {
-    return {.name = std::move(name),
-            .caption = std::move(caption),
-            .children = std::move(children),
-            .isSubmenu = true};
-}
-
-MenuEntry entry(std::string name, std::string caption, Task action) {
-    return {.name = std::move(name), .caption = std::move(caption), .action = std::move(action)};
-}
-
-// An entry that only shows something. Choosing it closes the menu.
-MenuEntry label(std::string name, std::string caption) {
-    return {.name = std::move(name), .caption = std::move(caption)};
-}
-
 MenuEntry flag(std::string name, std::string caption, bool& value) {
     return {.name = std::move(name),
             .caption = std::move(caption),
             .action = [&value] { value = !value; },
             .checked = value};
-}
-
-// Playlist entries are named p1, p2 and so on; p0 is the separator, since no two entries may have
-// the same name.
-Entries playlists(Program& p) {
-    const AppState& state = p.shell.state;
-    Entries entries{label("numl", state.numl), separator("p0")};
-    for (const std::string& name : state.p)
-        entries.push_back(entry("p" + std::to_string(entries.size() - 1), name,
-                                [&p, name] { p.library.playlistCommands.loadSilently(name); }));
-    return entries;
 }
 
 Entries aol(Program& p) {
@@ -102,7 +76,7 @@ Entries tree(Program& p) {
             entry("noted", state.noted, [&p] { p.companions.notesWindow.show(); }),
             entry("appsz", state.appsz, [&p] { p.companions.launcherWindow.show(); }),
             label("playtz", state.playtz),
-            submenu("plsts", "playlists", playlists(p)),
+            submenu("plsts", "playlists", playlistEntries(p)),
             submenu("aeoel", "aol", aol(p)),
             submenu("pops", "player options", playerOptions(p)),
             submenu("otherz", "other", others(p)),

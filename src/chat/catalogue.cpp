@@ -149,6 +149,12 @@ constexpr Entry entries[] = {
     {"xlist *", "deletes a playlist"},
 };
 
+constexpr Entry atAnyTrigger = {"'trig?", "tells your current trigger"};
+
+std::string wholeHelp(const Entry& entry) {
+    return std::string(entry.help) + (entry.namesFilters ? toldMediaWords() : "");
+}
+
 } // namespace
 
 void fillcatalogue(AppState& state) {
@@ -157,12 +163,17 @@ void fillcatalogue(AppState& state) {
     state.commandText.clear();
     for (const Entry& entry : entries) {
         state.commandNames.add(state.trigger + std::string(entry.form));
-        state.commandHelp.add(std::string(entry.help) +
-                              (entry.namesFilters ? toldMediaWords() : ""));
+        state.commandHelp.add(wholeHelp(entry));
     }
-    // This command is the same under any trigger.
-    state.commandNames.add("'trig?");
-    state.commandHelp.add("tells your current trigger");
+    state.commandNames.add(atAnyTrigger.form);
+    state.commandHelp.add(atAnyTrigger.help);
+}
+
+std::string helpOfForm(std::string_view form) {
+    for (const Entry& entry : entries)
+        if (entry.form == form)
+            return wholeHelp(entry);
+    return form == atAnyTrigger.form ? wholeHelp(atAnyTrigger) : "";
 }
 
 } // namespace larkspin

@@ -122,7 +122,7 @@ std::vector<SlashWord> Preferences::words() {
                       by(&Preferences::typedClosing)},
                      {"musicfolder", "[FOLDER|none]",
                       "where your music is, which is where folders are asked for",
-                      by(&Preferences::typedMusicFolder)},
+                      by(&Preferences::takeMusicFolder)},
                  });
 }
 
@@ -185,7 +185,7 @@ bool Preferences::typedClosing(std::string_view rest) {
     return true;
 }
 
-bool Preferences::typedMusicFolder(std::string_view rest) {
+bool Preferences::takeMusicFolder(std::string_view rest) {
     const std::string_view typed = withoutBlanks(rest);
     const bool isNone = equalFolded(typed, "none");
     if (!typed.empty() && !setMusicFolder(isNone ? "" : typed))
@@ -193,7 +193,7 @@ bool Preferences::typedMusicFolder(std::string_view rest) {
     else if (musicFolder().empty())
         tell_("no folder is known where your music is: /musicfolder FOLDER");
     else
-        tell_("your music is in " + visibleText(musicFolder(), " "));
+        tell_("your music is in " + visibleText(asTyped(musicFolder()), " "));
     return true;
 }
 

@@ -43,6 +43,10 @@ public:
         std::string music;
         std::function<std::optional<std::string>(std::string_view typed)> find =
             [](std::string_view typed) { return std::optional(std::string(typed)); };
+        // How the owner types such a path.
+        std::function<std::string(const std::string& path)> asTyped = [](const std::string& path) {
+            return path;
+        };
     };
     void lookIn(Folders folders) { folders_ = std::move(folders); }
 
@@ -55,6 +59,8 @@ public:
     const std::string& musicFolder() const {
         return values_.musicFolder.empty() ? folders_.music : values_.musicFolder;
     }
+
+    std::string asTyped(const std::string& path) const { return folders_.asTyped(path); }
 
     void showStamps(bool shows);
     void notify(bool notifies);
@@ -85,7 +91,7 @@ private:
     bool typedTextSize(std::string_view rest);
     bool typedColors(std::string_view rest);
     bool typedClosing(std::string_view rest);
-    bool typedMusicFolder(std::string_view rest);
+    bool takeMusicFolder(std::string_view rest);
 
     Settings settings_;
     SlashWords::Tell tell_;

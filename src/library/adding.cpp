@@ -89,6 +89,17 @@ void Adding::scanAndOffer() {
         boxLeftOut(addScanned());
 }
 
+std::optional<Adding::Tree> Adding::addTree(const std::string& directory) {
+    const ThisRun run(state_);
+    if (!scan_.scanTree(directory))
+        return std::nullopt;
+    Tree tree{.found = state_.scanRows.count(), .notes = scan_.notes()};
+    const int before = state_.masterList.count();
+    tree.leftOut = addScanned();
+    tree.added = state_.masterList.count() - before;
+    return run.lasts() ? std::optional(tree) : std::nullopt;
+}
+
 int Adding::addmatching(RowList& list, const std::string& text) {
     const SoughtText wanted(text);
     const IsOnDisk isOnDisk = asFoundIn(list);

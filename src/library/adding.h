@@ -5,6 +5,7 @@
 #include "library/listers.h"
 #include "text/row_list.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,13 @@ public:
 
     // Scans every drive and asks whether to transfer what it has found.
     void scanAndOffer();
+
+    // Scans a directory with all that is below it, and adds what it has found. Nothing is said.
+    struct Tree {
+        int found = 0, added = 0, leftOut = 0; // songs; those without room
+        std::string notes = {};                // what couldn't be read
+    };
+    std::optional<Tree> addTree(const std::string& directory); // nothing: the run has ended
 
     // Adds those rows of the list whose name, extension or directory contains the text, without
     // regard to case. Returns the number of those that didn't fit.

@@ -28,6 +28,10 @@ void MediaFilter::apply(const MediaType& type) {
     state_.scanpcf = "scan pc for " + state_.mediaFilter;
 }
 
+void MediaFilter::takeAll() {
+    choose(mediaTypeOf(anyMediaType));
+}
+
 void MediaFilter::restorepattern() {
     File1_.setPattern(patternOf(mediaTypeOf(state_.mediaFilter)));
 }

@@ -23,6 +23,9 @@ public:
     // Gives File1 the pattern of the filter back. No filter lets all media types through.
     void restorepattern();
 
+    // Lets all through that can be played, as its entry does.
+    void takeAll();
+
     // The tray's entries, one per filter.
     std::vector<MenuEntry> menu();
 

@@ -31,6 +31,14 @@ bool Scan::scanTrees(const std::vector<std::string>& roots, const Take& take) {
     return run.lasts();
 }
 
+bool Scan::scanTree(const std::string& root) {
+    const ThisRun run(state_);
+    state_.dirQueue.clear();
+    clearResults();
+    walkdirs(root, run, {});
+    return run.lasts();
+}
+
 void Scan::Command4z(const ThisRun& run) {
     state_.dirQueue.clear();
     walkdirs(state_.scanRoot, run, {});

@@ -38,6 +38,9 @@ public:
     using Take = std::function<void(const DirectoryListing&)>;
     bool scanTrees(const std::vector<std::string>& roots, const Take& take);
 
+    // One tree, from empty results, without a word. False when the run has ended meanwhile.
+    bool scanTree(const std::string& root);
+
     // Every drive of the machine, with answers and without. False when the run has ended meanwhile.
     void scanpc();
     bool scanDrives();

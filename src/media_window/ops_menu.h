@@ -22,10 +22,12 @@ public:
 
     void popUp();
 
-private:
-    std::vector<MenuEntry> entries();
+    // Its entries for files.
     void load();
     void save();
+
+private:
+    std::vector<MenuEntry> entries();
 
     Dialogs& dialogs_;
     Desktop& desktop_;

@@ -2,8 +2,10 @@
 // the manual.
 #include "app/command_rows.h"
 #include "app/program.h"
+#include "chat/song_words.h"
 #include "support/talk.h"
 #include "text/fold.h"
+#include "text/wildcard.h"
 
 #include <algorithm>
 #include <fstream>
@@ -63,9 +65,34 @@ TEST_F(Commands, AreObeyedListedAndDescribed) {
         for (const CommandRow& row : commandRows(*machine.program, handler))
             obeyed.insert(shapeOf((row.afterTrigger ? "'" : "") + std::string(row.pattern)));
     EXPECT_EQ(shapesOf(described()), obeyed);
-    for (const char* unlisted : {"'yes", "'no", "'view", "'cancel", "'m *", "'clear"})
+    for (const char* unlisted :
+         {"'yes", "'no", "'view", "'cancel", "'m *", "'clear", "'help", "'help *"})
         EXPECT_EQ(obeyed.erase(unlisted), 1u) << unlisted;
     EXPECT_EQ(shapesOf(helps()), obeyed);
+}
+
+// The help by topics names each once, and its examples are lines that are obeyed.
+TEST_F(Commands, HaveATopicAndAnExampleWhereTheirFormLeavesSomethingOpen) {
+    std::set<std::string> patterns, shown;
+    for (const auto handler : {HandledBy::NiteScan1, HandledBy::NiteScan2, HandledBy::NiteScan3})
+        for (const CommandRow& row : commandRows(*machine.program, handler))
+            patterns.emplace(row.pattern);
+    std::multiset<std::string> taught;
+    for (const SongWord& word : songWords()) {
+        SCOPED_TRACE(word.form);
+        const std::string shape = shapeOf(word.usage("'"));
+        taught.insert(shape);
+        EXPECT_EQ(word.example.empty(), !shape.ends_with(" *"));
+        const std::string line(word.example.empty() ? word.form : word.example);
+        EXPECT_EQ(std::ranges::count_if(
+                      patterns, [&](const auto& each) { return fits(foldCase(line), each); }),
+                  1);
+        EXPECT_NE(word.told("'"), word.usage("'") + "  \u2013  ");
+    }
+    std::multiset<std::string> obeyed;
+    for (const std::string& pattern : patterns)
+        obeyed.insert(shapeOf(pattern.starts_with('\'') ? pattern : "'" + pattern));
+    EXPECT_EQ(taught, obeyed);
 }
 
 TEST_F(Commands, HaveAHelpOfTheirOwnThatSaysWhatTheManualSays) {

@@ -35,6 +35,14 @@ public:
     // Words with a slash, beside those of its own and about rooms.
     void add(std::vector<SlashWord> words) { commands_.add(std::move(words)); }
 
+    void triggerBy(std::function<std::string()> trigger) {
+        commands_.triggerBy(std::move(trigger));
+    }
+    void tellHelp(const std::string& about) { commands_.run("/help " + about); }
+
+    // Whether somebody types here and reads what is shown, rather than a script.
+    bool isForPerson() const { return editor_ != nullptr; }
+
     // What Tab makes of a line that is being typed.
     void completeBy(LineEditor::Complete complete);
 

@@ -87,7 +87,9 @@ void TerminalCommands::addOtherWords(std::vector<SlashWord> roomWords,
     words_.add(std::move(roomWords));
     words_.add({
         {"now", "LINE", "says a line without waiting for the one at work", now, {}, "talking"},
-        helpWord(words_, [this](const std::string& text) { screen_.tell(text); }),
+        helpWord(
+            words_, [this] { return trigger_(); },
+            [this](const std::string& text) { screen_.tell(text); }),
         quitWord([this] { quit_(); }),
     });
 }

@@ -32,6 +32,9 @@ public:
     // on.
     void connect(std::vector<Window*> windows, Task quit);
 
+    // Which trigger the words for songs have, of which `/help` tells, too.
+    void triggerBy(std::function<std::string()> trigger) { trigger_ = std::move(trigger); }
+
     void add(std::vector<SlashWord> words) { words_.add(std::move(words)); }
     const SlashWords& words() const { return words_; }
 
@@ -78,6 +81,7 @@ private:
     SlashWords words_;
     std::vector<Window*> windows_;
     Task quit_ = [] {};
+    std::function<std::string()> trigger_ = [] { return std::string("'"); };
 };
 
 } // namespace larkspin

@@ -3,6 +3,7 @@
 #include "host/slash_help.h"
 #include "shell/kept_files.h"
 
+#include <QShortcut>
 #include <utility>
 
 namespace larkspin {
@@ -29,6 +30,8 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
         if (!isOpen_ || rooms.goBackFor(line, begun))
             take(line);
     });
+    QObject::connect(new QShortcut(Qt::Key_F1, &window), &QShortcut::activated,
+                     [this] { does("/help"); });
     window.onClose([this] { closeWindow(); });
     window.holdAfter(&IrcWords::asksPassword);
     window.maskBy([this](const std::string& line, const Conversations::Begun& begun) {
@@ -46,7 +49,7 @@ void QtRoom::completeBy(InputLine::Complete complete) {
 }
 
 void QtRoom::open(Task quit) {
-    words.add({helpWord(words, [this](const std::string& text) { tell(text); }),
+    words.add({helpWord(words, trigger_, [this](const std::string& text) { tell(text); }),
                quitWord([this, quit = std::move(quit)] {
                    rooms.words.quits();
                    quit();
@@ -72,10 +75,22 @@ void QtRoom::take(const std::string& line) {
         rooms.room.say(line);
 }
 
+void QtRoom::does(const std::string& line) {
+    loop_.post([this, line] { take(line); });
+}
+
+void QtRoom::offer(const std::string& line) {
+    window.turnToLine();
+    if (rooms.conversations.front().isAtHome())
+        does(line);
+    else
+        window.offer(line);
+}
+
 void QtRoom::closeWindow() {
     const RoomClosing wanted = rooms.preferences.closing();
     if (wanted == RoomClosing::quit)
-        loop_.post([this] { take("/quit"); });
+        does("/quit");
     else if (wanted == RoomClosing::tray && hasTray_())
         window.hide();
     else

@@ -39,6 +39,16 @@ public:
     // Whether the window can be brought back from a tray, where closing is to hide it there.
     void hideInTrayIf(std::function<bool()> hasTray) { hasTray_ = std::move(hasTray); }
 
+    // Before `open`: which trigger the words for songs have.
+    void triggerBy(std::function<std::string()> trigger) { trigger_ = std::move(trigger); }
+
+    // Does what a line with a slash says, or says it, as if it had been typed.
+    void does(const std::string& line);
+
+    // What a click on a line means that is shown to be typed: it is said at home, and put into the
+    // line to type in elsewhere.
+    void offer(const std::string& line);
+
     // What the front end has to say itself.
     void tell(const std::string& text);
 
@@ -67,6 +77,7 @@ private:
     LineHistory history_;
     bool isOpen_ = false;
     std::vector<std::string> early_; // lines
+    std::function<std::string()> trigger_ = [] { return std::string("'"); };
     std::function<bool()> hasTray_ = [] { return false; };
 
 public:

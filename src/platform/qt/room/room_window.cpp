@@ -196,6 +196,11 @@ void RoomWindow::dismissPassword() {
     input_.dropSecret();
 }
 
+void RoomWindow::offer(const std::string& line) {
+    const QString text = toQt(line);
+    input_.put({.text = text, .cursor = static_cast<int>(text.size())});
+}
+
 void RoomWindow::bringForward() {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();

@@ -35,6 +35,10 @@ public:
 
     void clearInput() { input_.empty(); }
 
+    // Gives the line to type in the focus; and puts a line there for the owner to say, or not.
+    void turnToLine() { input_.setFocus(); }
+    void offer(const std::string& line);
+
     // Brings the window up from the task bar and in front of all, with the focus on the line to
     // type in.
     void bringForward();

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
@@ -61,7 +62,12 @@ protected:
 
     RoomWindow& window() { return room->window; }
     Preferences& preferences() { return room->rooms.preferences; }
-    template <typename View> View& view() { return *window().findChild<View*>(); }
+    template <typename View> View& view() { // which must be there
+        for (QWidget* const each : window().findChildren<QWidget*>())
+            if (auto* const found = dynamic_cast<View*>(each))
+                return *found;
+        std::abort();
+    }
 
     VirtualMachine machine;
     PretendIrc server{machine.loop};

@@ -1,0 +1,24 @@
+// What leads the owner about in the room's window: its menus, the dialogs that they open, and the
+// first steps while there are no songs.
+#pragma once
+
+#include "app/first_steps.h"
+#include "shell/event_loop.h"
+
+#include <string>
+
+namespace larkspin {
+
+class Program;
+class QtRoom;
+
+class RoomGuide {
+public:
+    // All must outlive it. `pressed` is called at once when the owner chooses something.
+    RoomGuide(EventLoop& loop, QtRoom& room, Program& program, const Task& pressed,
+              const std::string& manual);
+
+    FirstSteps firstSteps;
+};
+
+} // namespace larkspin

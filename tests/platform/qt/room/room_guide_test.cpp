@@ -1,0 +1,137 @@
+// A newcomer in the room's window: the first steps and the menus, by a real mouse and by keys.
+#include "platform/qt/qt_text.h"
+#include "platform/qt/room/first_steps_view.h"
+#include "platform/qt/room/menu_bar_view.h"
+#include "platform/qt/room/room_desk.h"
+#include "platform/qt/room/room_guide.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QProcess>
+#include <QPushButton>
+
+namespace larkspin {
+namespace {
+
+struct RoomGuideTest : RoomDesk {
+    RoomGuideTest() {
+        machine.song("rock", "a ride.flac");
+        preferences().lookIn({.music = machine.drive("music")});
+        settle();
+    }
+    QPushButton* button(const QString& text) {
+        for (auto* const each : view<FirstStepsView>().findChildren<QPushButton*>())
+            if (each->text() == text && each->isVisible())
+                return each;
+        return nullptr;
+    }
+    static void clickAt(const QWidget& widget, const QPoint& place) {
+        const QPoint at = widget.mapToGlobal(place) * widget.devicePixelRatio();
+        QProcess::execute("xdotool", {"mousemove", "--sync", QString::number(at.x()),
+                                      QString::number(at.y()), "click", "1"});
+    }
+    void click(const QString& text) {
+        EXPECT_TRUE(comes([&] { return button(text) != nullptr; })) << text.toStdString();
+        if (const QWidget* const each = button(text))
+            clickAt(*each, each->rect().center());
+    }
+    // Opens a menu by the mouse, and then chooses from it.
+    void choose(const char* menu, const char* entry) {
+        auto& bar = view<MenuBarView>();
+        for (const QAction* const each : bar.actions())
+            if (each->text() == '&' + QString(menu))
+                clickAt(bar, bar.actionGeometry(const_cast<QAction*>(each)).center());
+        const auto opened = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+        ASSERT_TRUE(comes([&] { return opened() != nullptr; })) << menu;
+        for (QAction* const each : opened()->actions())
+            if (each->text() == entry)
+                clickAt(*opened(), opened()->actionGeometry(each).center());
+        EXPECT_TRUE(comes([&] { return opened() == nullptr; })) << entry;
+    }
+    bool isPlaying() const { return !machine.player.opened.empty(); }
+    bool areStepsSeen() { return view<FirstStepsView>().isVisible(); }
+    std::string said() { return view<Transcript>().toPlainText().toStdString(); }
+
+    int presses = 0;
+    RoomGuide guide{machine.loop, *room, *machine.program, [this] { ++presses; }, ""};
+};
+
+TEST_F(RoomGuideTest, LeadsFromNothingToTheFirstSongByTheMouseAlone) {
+    EXPECT_TRUE(areStepsSeen());
+    machine.dialogs.answers = {machine.drive("music")};
+    click("add my music folder");
+    EXPECT_TRUE(comes([this] { return machine.titles() == Lines{"a ride.flac"}; }));
+    EXPECT_EQ(machine.dialogs.fileQuestion.directory, machine.drive("music"));
+    EXPECT_TRUE(comes([this] { return !areStepsSeen(); }));
+    EXPECT_NE(said().find("'play and a part of a name plays a song"), std::string::npos) << said();
+    choose("play", "next");
+    EXPECT_TRUE(comes([this] { return isPlaying(); }));
+    EXPECT_EQ(presses, 2);
+}
+
+TEST_F(RoomGuideTest, LeadsThereByItsThreeLinesClickedOrTyped) {
+    click("'filter any");
+    EXPECT_TRUE(comes([this] { return button("'filter any") == nullptr; }));
+    for (const auto& step : guide.firstSteps.steps()) {
+        if (areStepsSeen())
+            click(toQt(step.line));
+        else
+            strike(step.line + "\n");
+        EXPECT_TRUE(comes([&] { return said().find(step.line) != std::string::npos; }));
+        machine.advance(1s);
+    }
+    EXPECT_TRUE(isPlaying());
+    choose("help", "first steps");
+    EXPECT_TRUE(comes([this] { return areStepsSeen(); }));
+    click("hide");
+    EXPECT_TRUE(comes([this] { return !areStepsSeen(); }));
+}
+
+TEST_F(RoomGuideTest, SaysNothingAmongOthersThatTheOwnerHasntTyped) {
+    strike("/connect plain irc.test Owner #music\n");
+    EXPECT_TRUE(comes([this] { return !room->rooms.conversations.front().isAtHome(); }));
+    server.sent.clear();
+    click("'transfer");
+    EXPECT_TRUE(comes([this] { return view<InputLine>().text() == "'transfer"; }));
+    EXPECT_EQ(server.sent, Lines{});
+}
+
+TEST_F(RoomGuideTest, OpensItsMenusAndHelpByKeys) {
+    const auto opened = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+    for (const auto& [key, first] :
+         std::vector<std::pair<Qt::Key, const char*>>{{Qt::Key_R, "networks"},
+                                                      {Qt::Key_M, "add folder..."},
+                                                      {Qt::Key_P, "previous"},
+                                                      {Qt::Key_W, "media"},
+                                                      {Qt::Key_H, "first steps"}}) {
+        QTest::keyClick(&view<InputLine>(), key, Qt::AltModifier);
+        ASSERT_TRUE(comes([&] { return opened() != nullptr; })) << first;
+        for (const QAction* const each : opened()->actions())
+            if (each->text() != first)
+                EXPECT_TRUE(each->isEnabled()) << each->text().toStdString();
+        EXPECT_EQ(opened()->actions().value(0)->text(), first);
+        QTest::keyClick(opened(), Qt::Key_Escape);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        EXPECT_TRUE(comes([&] { return opened() == nullptr; }));
+    }
+    QTest::keyClick(&view<InputLine>(), Qt::Key_F10);
+    ASSERT_TRUE(comes([&] { return opened() != nullptr; }));
+    QTest::keyClick(opened(), Qt::Key_Left); // from the first one to the last
+    ASSERT_TRUE(comes([&] { return opened() && opened()->actions().size() == 6; }));
+    for (int entry = 0; entry < 6 && opened()->activeAction() != opened()->actions()[1]; ++entry)
+        QTest::keyClick(opened(), Qt::Key_Down);
+    QTest::keyClick(opened(), Qt::Key_Return);
+    EXPECT_TRUE(comes([this] { return said().find("playing: 'play ") != std::string::npos; }))
+        << said();
+    view<Transcript>().clear();
+    QTest::keyClick(&view<InputLine>(), Qt::Key_F1);
+    EXPECT_TRUE(comes([this] { return said().find("playing: 'play ") != std::string::npos; }));
+    view<Transcript>().clear();
+    view<InputLine>().setFocus();
+    strike("'help scan\n");
+    EXPECT_TRUE(
+        comes([this] { return said().find("such as 'scan ~/Music") != std::string::npos; }));
+}
+
+} // namespace
+} // namespace larkspin
