@@ -15,6 +15,7 @@
 #include "platform/qt/room/qt_room.h"
 #include "platform/qt/room/room_guide.h"
 #include "platform/qt/windows/qt_windows.h"
+#include "text/visible.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -64,16 +65,17 @@ int main(int count, char** arguments) {
     const auto tell = [&](const std::string& line) {
         loop.post([&room, line] { room.tell(line); });
     };
-    LinuxProgram larkspin(ports,
-                          {.dialogs = dialogs,
-                           .desktop = desktop,
-                           .host = room.rooms.room,
-                           .display = [&] { return display.size(); },
-                           .fadesWindows = display.drawsTransparency(),
-                           .tell = tell,
-                           .note = [](const std::string& line) { std::cerr << line << std::endl; },
-                           .raise = [&] { room.show(); },
-                           .close = [&] { room.close(); }});
+    LinuxProgram larkspin(
+        ports,
+        {.dialogs = dialogs,
+         .desktop = desktop,
+         .host = room.rooms.room,
+         .display = [&] { return display.size(); },
+         .fadesWindows = display.drawsTransparency(),
+         .tell = tell,
+         .note = [](const std::string& line) { std::cerr << visibleText(line, " ") << std::endl; },
+         .raise = [&] { room.show(); },
+         .close = [&] { room.close(); }});
     Program& program = larkspin.program;
     const FileDrops drops(room.window, [&](const std::vector<std::string>& paths) {
         loop.post([&program, paths] { program.bring(paths, BroughtFiles::Then::adding); });

@@ -5,6 +5,8 @@
 // A call that makes no sense at the moment (Play with nothing loaded) does nothing.
 #pragma once
 
+#include "playback/song_tags.h"
+
 #include <optional>
 #include <string>
 
@@ -40,6 +42,9 @@ public:
     virtual std::optional<std::string> failure() = 0;
     bool wasGivenUp() { return failure().has_value(); }
     virtual std::string FileName() = 0; // as given to Open; empty when nothing is loaded
+
+    // What the file says of its song; nothing while it isn't known. In valid UTF-8, on one line.
+    virtual SongTags tags() { return {}; }
 
     virtual double Duration() = 0;        // seconds; 0 while unknown
     virtual double CurrentPosition() = 0; // seconds; 0 when nothing is loaded

@@ -49,6 +49,7 @@ RemoteView RemoteControl::view() const {
     if (view.path.empty())
         return view;
     view.name = songOfPath(view.path).name;
+    view.tags = player_.tags();
     view.length = ofSeconds(player_.Duration());
     // A song that is still being opened counts as playing.
     if (player_.PlayState() == PlayState::paused)

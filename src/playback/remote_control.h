@@ -3,6 +3,7 @@
 #pragma once
 
 #include "chat/core.h"
+#include "playback/song_tags.h"
 
 #include <chrono>
 #include <string>
@@ -22,7 +23,8 @@ struct RemoteView {
     Status status = Status::stopped;
     Loop loop = Loop::none;
     bool shuffle = false;
-    std::string name;                   // of the song, without its extension
+    std::string name; // of the song, without its extension
+    SongTags tags = {};
     std::string path;                   // drive path
     std::chrono::microseconds length{}; // 0 while unknown
     int volume = 0;                     // of Sliders::mostVolume

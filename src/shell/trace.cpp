@@ -1,11 +1,13 @@
 #include "shell/trace.h"
 
 #include "text/characters.h"
+#include "text/stand_ins.h"
 
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <ctime>
+#include <optional>
 
 namespace larkspin {
 
@@ -50,14 +52,29 @@ private:
     std::size_t length_ = 0;
 };
 
-// Of UTF-8: the second range of control characters begins with a byte of its own.
-void makeHarmless(std::string_view text, Trace::Buffer& buffer) {
+// The stand-in whose three bytes begin there; nothing for other bytes.
+std::optional<char> standInAt(std::string_view text, std::size_t at) {
+    if (text[at] != '\xEF' || at + 2 >= text.size())
+        return std::nullopt;
+    const auto bits = [&](std::size_t place) {
+        return static_cast<char32_t>(static_cast<unsigned char>(text[place]) & 0x3Fu);
+    };
+    return standsFor(0xF000u | bits(at + 1) << 6u | bits(at + 2));
+}
+
+// Of UTF-8: the second range of control characters begins with a byte of its own. Names are told as
+// they stand on the disk. Returns the new length, which isn't larger.
+std::size_t makeHarmless(std::string_view text, Trace::Buffer& buffer) {
+    std::size_t length = 0;
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const char32_t code = static_cast<unsigned char>(text[at]);
+        const auto meant = standInAt(text, at);
+        const char byte = meant.value_or(text[at]);
+        const char32_t code = static_cast<unsigned char>(byte);
         const bool isAlone = code < 0x80 || (at > 0 && text[at - 1] == '\xC2');
-        if (isAlone && isControl(code))
-            buffer[at] = '?';
+        buffer[length++] = isAlone && isControl(code) ? '?' : byte;
+        at += meant ? 2 : 0;
     }
+    return length;
 }
 
 } // namespace
@@ -112,8 +129,7 @@ std::string_view Trace::line(std::size_t number, Buffer& buffer) const {
         line.number(static_cast<std::int64_t>(fact.times));
         line << " times";
     }
-    makeHarmless(line.text(), buffer);
-    return line.text();
+    return {buffer.data(), makeHarmless(line.text(), buffer)};
 }
 
 } // namespace larkspin

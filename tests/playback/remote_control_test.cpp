@@ -23,11 +23,13 @@ TEST_F(ARemoteControl, ShowsTheSongInPlayAndNothingWithoutOne) {
     EXPECT_EQ(view().name, "");
     EXPECT_EQ(view().status, Status::stopped);
     EXPECT_EQ(remote().position(), 0s);
+    machine.player.told = {"Ride", "Jo", "Road"};
     machine.owner("'play ride", 10s);
     EXPECT_EQ(view().name, "ride");
     EXPECT_EQ(view().length, 180s);
     EXPECT_EQ(view().status, Status::playing);
     EXPECT_EQ(remote().position(), 10s);
+    EXPECT_EQ(view().tags, machine.player.told);
 }
 
 TEST_F(ARemoteControl, WorksTheSongWithoutAWord) {

@@ -15,13 +15,14 @@ TEST(Trace, KeepsTheLastFactsWithoutWhatSteersADisplay) {
     machine.trace.note("heard", "a\x1B[2J\n\u009B\u20AC");
     for (int number = 0; number < 3; ++number)
         machine.trace.count("line of others");
+    machine.trace.note("file", "Who\uF03F\uF00A \uF0A0", "\xEF\x80");
     machine.trace.note("long", kept + "lost");
     const Lines facts = machine.traced();
     ASSERT_EQ(facts.size(), Trace::most);
-    EXPECT_EQ(facts[495], "old");
-    EXPECT_EQ(Lines(facts.end() - 4, facts.end()),
+    EXPECT_EQ(facts[494], "old");
+    EXPECT_EQ(Lines(facts.end() - 5, facts.end()),
               (Lines{"row next one", "heard a?[2J?\xC2?\u20AC", "line of others, 3 times",
-                     "long " + kept}));
+                     "file Who?? \uF0A0 \xEF\x80", "long " + kept}));
 }
 
 TEST(Trace, TellsWhatTheOwnerHasDoneAndThatOthersHaveSpoken) {

@@ -58,6 +58,16 @@ bool makeMidi(const std::filesystem::path& path, double seconds) {
     return file.good();
 }
 
+bool encode(const std::filesystem::path& path, double seconds, const std::string& before) {
+    const auto encoder = encoders.find(path.extension().native());
+    if (encoder == encoders.end())
+        return false;
+    return makeFile("audiotestsrc freq=441 volume=0.75 samplesperbuffer=441 num-buffers=" +
+                    std::to_string(std::lround(seconds * 100)) +
+                    " ! audio/x-raw,rate=44100,channels=1 ! " + before + encoder->second +
+                    intoFile(path));
+}
+
 } // namespace
 
 std::string littleEndian(long number, int size) {
@@ -72,12 +82,11 @@ bool makeSong(const std::filesystem::path& path, double seconds) {
         return writeWav(path, tone(441, seconds));
     if (path.extension() == ".mid")
         return makeMidi(path, seconds);
-    const auto encoder = encoders.find(path.extension().native());
-    if (encoder == encoders.end())
-        return false;
-    return makeFile("audiotestsrc freq=441 volume=0.75 samplesperbuffer=441 num-buffers=" +
-                    std::to_string(std::lround(seconds * 100)) +
-                    " ! audio/x-raw,rate=44100,channels=1 ! " + encoder->second + intoFile(path));
+    return encode(path, seconds, "");
+}
+
+bool makeTaggedSong(const std::filesystem::path& path, double seconds, const std::string& tags) {
+    return encode(path, seconds, "taginject tags=\"" + tags + "\" ! ");
 }
 
 std::string packedWav() {

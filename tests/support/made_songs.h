@@ -10,6 +10,9 @@ namespace larkspin {
 // is in seconds; packed ones come out up to a tenth longer. False when GStreamer can't make it.
 bool makeSong(const std::filesystem::path& path, double seconds);
 
+// The same, of a type that there is an encoder for, with tags as GStreamer spells them.
+bool makeTaggedSong(const std::filesystem::path& path, double seconds, const std::string& tags);
+
 // The same tone for two seconds, and one of 882 Hz for two more, through such an encoder: a part of
 // a GStreamer launch line, or a command that makes $out from $in, which is a WAV file.
 bool makeTones(const std::filesystem::path& path, const std::string& encoder);

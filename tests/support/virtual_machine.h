@@ -196,6 +196,7 @@ public:
     larkspin::PlayState PlayState() override;
     std::optional<std::string> failure() override;
     std::string FileName() override { return fileName_; }
+    SongTags tags() override { return told; }
     double Duration() override { return duration_; }
     double CurrentPosition() override;
     void setCurrentPosition(double seconds) override;
@@ -208,6 +209,7 @@ public:
     std::map<std::string, double> lengths; // seconds, by drive path
     std::vector<std::string> opened;
     std::string whyUnplayable; // what has no length
+    SongTags told;             // of any song
     int volume = 0;
     bool mute = false;
     double rate = 1;

@@ -291,10 +291,22 @@ int MprisService::tellMetadata(sd_bus_message* answer) const {
     const RemoteView view = remote_.view();
     if (view.path.empty())
         return sd_bus_message_append(answer, "a{sv}", 1, "mpris:trackid", "o", noSong);
-    return sd_bus_message_append(answer, "a{sv}", 4, "mpris:trackid", "o", song().c_str(),
-                                 "mpris:length", "x", std::int64_t(view.length.count()),
-                                 "xesam:title", "s", validText(view.name).c_str(), "xesam:url", "s",
-                                 fileAddress(nativePath(view.path)).c_str());
+    const auto& [title, artist, album] = view.tags;
+    const std::string shownTitle = validText(title.empty() ? view.name : title);
+    int done = sd_bus_message_open_container(answer, 'a', "{sv}");
+    const auto add = [&](const char* name, const char* type, const auto&... value) {
+        if (done >= 0)
+            done = sd_bus_message_append(answer, "{sv}", name, type, value...);
+    };
+    add("mpris:trackid", "o", song().c_str());
+    add("mpris:length", "x", std::int64_t(view.length.count()));
+    add("xesam:title", "s", shownTitle.c_str());
+    add("xesam:url", "s", fileAddress(nativePath(view.path)).c_str());
+    if (!artist.empty())
+        add("xesam:artist", "as", 1, validText(artist).c_str());
+    if (!album.empty())
+        add("xesam:album", "s", validText(album).c_str());
+    return done >= 0 ? sd_bus_message_close_container(answer) : done;
 }
 
 std::string MprisService::song() const {
@@ -325,7 +337,8 @@ void MprisService::announceChanges(const RemoteView& now) {
             changed.push_back(property);
     };
     note("PlaybackStatus", now.status != shown_.status);
-    note("Metadata", now.path != shown_.path || now.length != shown_.length);
+    note("Metadata",
+         now.path != shown_.path || now.length != shown_.length || now.tags != shown_.tags);
     note("Volume", now.volume != shown_.volume);
     note("Rate", now.tempo != shown_.tempo);
     note("LoopStatus", now.loop != shown_.loop);

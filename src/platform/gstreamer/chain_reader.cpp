@@ -8,6 +8,7 @@ namespace larkspin {
 OpenedSong ChainReader::open(const std::vector<OggLink>& links, Open open) {
     auto chain = std::make_unique<ChainReader>();
     SongFault fault{};
+    SongTags tags; // of the first song in it
     for (const OggLink& part : links) {
         OpenedSong link = open(part);
         fault = link.fault;
@@ -15,13 +16,15 @@ OpenedSong ChainReader::open(const std::vector<OggLink>& links, Open open) {
             continue;
         chain->links_.push_back({part, chain->duration_});
         chain->duration_ += link.reader->duration();
-        if (!chain->reader_)
+        if (!chain->reader_) {
             chain->reader_ = std::move(link.reader);
+            tags = std::move(link.tags);
+        }
     }
     if (chain->links_.empty())
         return {nullptr, fault};
     chain->open_ = std::move(open);
-    return {std::move(chain)};
+    return {std::move(chain), {}, tags};
 }
 
 bool ChainReader::enter(std::size_t link) {

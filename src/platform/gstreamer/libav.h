@@ -76,6 +76,8 @@ public:
     EmptyPacket* const emptyPacket = find<EmptyPacket>(codecs_, "av_packet_unref");
     using Planar = decltype(av_sample_fmt_is_planar);
     Planar* const isPlanar = find<Planar>(basics_, "av_sample_fmt_is_planar");
+    using Entry = decltype(av_dict_get);
+    Entry* const findEntry = find<Entry>(basics_, "av_dict_get");
     using Frame = decltype(av_frame_alloc);
     Frame* const makeFrame = find<Frame>(basics_, "av_frame_alloc");
     using FreeFrame = decltype(av_frame_free);

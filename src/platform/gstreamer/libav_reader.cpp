@@ -2,12 +2,14 @@
 
 #include "platform/gstreamer/libav.h"
 #include "platform/gstreamer/libav_samples.h"
+#include "platform/gstreamer/tag_texts.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <span>
+#include <utility>
 
 namespace larkspin {
 
@@ -82,6 +84,19 @@ public:
         return format_.rate > 0 && format_.channels > 0;
     }
     SongFault fault() const { return fault_; } // why it couldn't be opened
+
+    // Some kinds of files say it of themselves, others of the stream in them; AIFF has an author.
+    SongTags tags() const {
+        SongTags tags;
+        for (const AVDictionary* const dictionary : {file_->metadata, stream_->metadata})
+            for (const auto& [name, tag] : {std::pair("title", &tags.title),
+                                            {"artist", &tags.artist},
+                                            {"author", &tags.artist},
+                                            {"album", &tags.album}})
+                if (const auto* const entry = libav_.findEntry(dictionary, name, nullptr, 0))
+                    fillIn(*tag, entry->value);
+        return tags;
+    }
 
     SoundFormat format() const override { return format_; }
     double duration() const override {
@@ -263,7 +278,8 @@ OpenedSong openWithLibav(const SongPart& part, SongKind kind) {
     auto reader = std::make_unique<LibavReader>(*libav, part);
     if (!reader->open(type))
         return {nullptr, reader->fault()};
-    return {std::move(reader)};
+    const SongTags tags = reader->tags();
+    return {std::move(reader), {}, tags};
 }
 
 } // namespace larkspin

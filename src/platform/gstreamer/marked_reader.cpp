@@ -17,7 +17,7 @@ OpenedSong MarkedReader::open(SongMarks marks, Open open) {
     song->song_ = std::move(marks);
     song->reader_ = std::move(first.reader);
     song->open_ = std::move(open);
-    return {std::move(song)};
+    return {std::move(song), {}, first.tags};
 }
 
 void MarkedReader::read(std::vector<float>& samples) {

@@ -3,6 +3,7 @@
 #include "platform/gstreamer/decoded_song.h"
 #include "platform/gstreamer/message_faults.h"
 #include "platform/gstreamer/midi_reader.h"
+#include "platform/gstreamer/tag_texts.h"
 
 #include <algorithm>
 #include <utility>
@@ -63,6 +64,7 @@ bool SongPlayer::drop() {
 
 void SongPlayer::begin(SongFile file) {
     song_ = wishes_.song;
+    tags_ = {};
     duration_ = position_ = 0;
     seeking_ = seekDone_ = 0;
     sounded_ = lostOutput_ = displaced_ = false;
@@ -91,6 +93,7 @@ bool SongPlayer::openSource() {
     else
         song = kind == SongKind::midi ? openMidi() : openDecoded(file_, kind);
     fault_ = song.fault;
+    tags_ = song.tags;
     if (song.reader)
         source_ = std::make_unique<SoundSource>(std::move(song.reader));
     return source_ || bytes_;
@@ -215,6 +218,8 @@ void SongPlayer::preroll() {
         return;
     }
     prerolled_ = true;
+    if (bytes_) // else they have been read with the song
+        tags_ = tagsIn(playbin_.get());
     readDuration();
     const GstItemRef<GstQuery> query(gst_query_new_seeking(GST_FORMAT_TIME));
     gboolean seekable = FALSE;
@@ -313,7 +318,8 @@ PlayerReport SongPlayer::report() {
             .duration = duration_,
             .position = position_,
             .rate = rate_,
-            .at = std::chrono::steady_clock::now()};
+            .at = std::chrono::steady_clock::now(),
+            .tags = tags_};
 }
 
 } // namespace larkspin

@@ -68,6 +68,7 @@ private:
     GstRef<GstElement> fed_;              // by one of the two
     SongPhase phase_ = SongPhase::ended;
     SongFault fault_{}; // if it has failed
+    SongTags tags_;
     double duration_ = 0, position_ = 0;
     std::chrono::steady_clock::time_point readAt_; // when the position was as it stands
     bool seekable_ = false;

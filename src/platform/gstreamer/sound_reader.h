@@ -4,6 +4,7 @@
 
 #include "platform/gstreamer/song_file.h"
 #include "platform/player/song_fault.h"
+#include "playback/song_tags.h"
 
 #include <cstdint>
 #include <memory>
@@ -38,6 +39,7 @@ public:
 struct OpenedSong {
     std::unique_ptr<SoundReader> reader;
     SongFault fault = SongFault::unknown; // why there is none
+    SongTags tags = {};
 };
 
 } // namespace larkspin

@@ -59,6 +59,7 @@ void PlayerControl::Open(const std::string& fileName) {
         standstill_.begin();
     fileName_ = fileName;
     duration_ = position_ = 0;
+    tags_ = {};
     stopped_ = replaced_ = renewed_ = silenced_ = false;
     failed_.reset();
     openedAt_ = loop_.now();
@@ -131,6 +132,11 @@ std::optional<std::string> PlayerControl::failure() {
     if (stopped_ || PlayState() != PlayState::stopped || listen() != SongPhase::failed)
         return std::nullopt;
     return failed_ ? *failed_ : wordsOf(line_.report().fault);
+}
+
+SongTags PlayerControl::tags() {
+    listen();
+    return tags_;
 }
 
 double PlayerControl::Duration() {
@@ -290,7 +296,13 @@ SongPhase PlayerControl::listen() {
 
 void PlayerControl::take() {
     takeStart();
-    if (!line_.isTaken() || line_.report().duration <= 0 || stopped_)
+    if (!line_.isTaken() || stopped_)
+        return;
+    // A process that has just taken the song over knows none of them yet.
+    if (const SongTags& told = line_.report().tags; told != SongTags())
+        tags_ = {visibleText(told.title, " "), visibleText(told.artist, " "),
+                 visibleText(told.album, " ")};
+    if (line_.report().duration <= 0)
         return;
     duration_ = line_.report().duration;
     position_ = std::min(position_, duration_); // a seek may have come before the length was known

@@ -49,6 +49,7 @@ public:
     larkspin::PlayState PlayState() override;
     std::optional<std::string> failure() override;
     std::string FileName() override { return fileName_; }
+    SongTags tags() override;
     double Duration() override;
     double CurrentPosition() override;
     void setCurrentPosition(double seconds) override;
@@ -98,6 +99,7 @@ private:
     bool renewed_ = false;              // the process, because a device was lost or found
     bool silenced_ = false;             // since its device stood still
     double duration_ = 0, position_ = 0;
+    SongTags tags_;
 
     // Runs each second while there is a song to watch over.
     TimerId watch_ = TimerId::none;

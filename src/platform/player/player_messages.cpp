@@ -1,5 +1,6 @@
 #include "platform/player/player_messages.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace larkspin {
@@ -28,7 +29,7 @@ struct ReportBytes {
     std::int64_t at = 0;
     std::uint8_t start = 0, confined = 0, fault = 0, unused[5] = {};
 };
-static_assert(sizeof(ReportBytes) <= longestMessage);
+static_assert(sizeof(ReportBytes) + 3 * longestTag + 2 <= longestMessage);
 
 template <typename Bytes> std::string bytesOf(const Bytes& value) {
     return {reinterpret_cast<const char*>(&value), sizeof value};
@@ -40,6 +41,32 @@ template <typename Bytes> std::optional<Bytes> messageIn(std::string_view bytes)
         return std::nullopt;
     std::memcpy(&message, bytes.data(), sizeof message);
     return message;
+}
+
+// Cut where a character ends, and without the zeros that stand between tags.
+std::string sentTag(std::string tag) {
+    std::erase(tag, '\0');
+    std::size_t length = std::min(tag.size(), longestTag);
+    constexpr int leadBits = 0xC0, within = 0x80; // a character
+    while (length > 0 && length < tag.size() && (tag[length] & leadBits) == within)
+        --length;
+    return tag.substr(0, length);
+}
+
+std::string textOf(const SongTags& tags) {
+    return sentTag(tags.title) + '\0' + sentTag(tags.artist) + '\0' + sentTag(tags.album);
+}
+
+std::optional<SongTags> tagsIn(std::string_view text) {
+    const auto first = std::min(text.find('\0'), text.size()), second = text.find('\0', first + 1);
+    if (second == text.npos || text.find('\0', second + 1) != text.npos)
+        return std::nullopt;
+    const std::string_view title = text.substr(0, first),
+                           artist = text.substr(first + 1, second - first - 1),
+                           album = text.substr(second + 1);
+    if (std::max({title.size(), artist.size(), album.size()}) > longestTag)
+        return std::nullopt;
+    return SongTags{std::string(title), std::string(artist), std::string(album)};
 }
 
 bool isWithin(double value, double least, double most) {
@@ -97,7 +124,7 @@ std::string encoded(const PlayerReport& report) {
     bytes.start = report.start;
     bytes.confined = report.confined;
     bytes.fault = static_cast<std::uint8_t>(report.fault);
-    return bytesOf(bytes);
+    return bytesOf(bytes) + textOf(report.tags);
 }
 
 std::optional<PlayerWishes> decodedWishes(std::string_view bytes) {
@@ -117,10 +144,11 @@ std::optional<PlayerWishes> decodedWishes(std::string_view bytes) {
 
 // Every value is checked, since the player's process may be under the control of a hostile file.
 std::optional<PlayerReport> decodedReport(std::string_view bytes) {
-    const auto said = messageIn<ReportBytes>(bytes);
-    if (!said || said->form != reportForm || !isPhase(said->phase) || !isFault(said->fault) ||
-        !isTime(said->duration) || !isTime(said->position) || !isRate(said->rate) ||
-        !isPast(said->at))
+    const auto said = messageIn<ReportBytes>(bytes.substr(0, sizeof(ReportBytes)));
+    const auto tags = tagsIn(bytes.substr(std::min(bytes.size(), sizeof(ReportBytes))));
+    if (!said || !tags || said->form != reportForm || !isPhase(said->phase) ||
+        !isFault(said->fault) || !isTime(said->duration) || !isTime(said->position) ||
+        !isRate(said->rate) || !isPast(said->at))
         return std::nullopt;
     return PlayerReport{.song = said->song,
                         .seek = said->seek,
@@ -134,7 +162,8 @@ std::optional<PlayerReport> decodedReport(std::string_view bytes) {
                         .duration = said->duration,
                         .position = said->position,
                         .rate = said->rate,
-                        .at = Clock::time_point(std::chrono::nanoseconds(said->at))};
+                        .at = Clock::time_point(std::chrono::nanoseconds(said->at)),
+                        .tags = *tags};
 }
 
 } // namespace larkspin

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/player/song_fault.h"
+#include "playback/song_tags.h"
 
 #include <chrono>
 #include <cstdint>
@@ -44,13 +45,16 @@ struct PlayerReport {
     double rate = 1;
     // The moment of the position on the machine's steady clock, which all processes share.
     std::chrono::steady_clock::time_point at{};
+    SongTags tags = {}; // each cut when it is long; bytes of any kind
 
     bool operator==(const PlayerReport&) const = default;
 };
 
 inline constexpr double lowestRate = 0.001, highestRate = 100;
-inline constexpr double longestTime = 1e9;                                           // seconds
-inline constexpr std::size_t longestTitle = 200, longestMessage = 64 + longestTitle; // bytes
+inline constexpr double longestTime = 1e9;                         // seconds
+inline constexpr std::size_t longestTitle = 200, longestTag = 200; // bytes
+inline constexpr std::size_t longestMessage =
+    64 + 3 * longestTag + 2; // of a report, which is longer
 
 std::string encoded(const PlayerWishes& wishes);
 std::string encoded(const PlayerReport& report);

@@ -74,7 +74,7 @@ void TerminalScreen::showRoom(const std::string& text, Speaker speaker, const st
     if (form_ == Form::protocol)
         put(output_, head + protocolText(text) + '\n', speaker);
     else
-        put(output_, dimmed(stamp) + "\x1b[2m" + head + shownName(text) + "\x1b[0m\n", speaker);
+        put(output_, dimmed(stamp) + "\x1b[2m" + head + shownLine(text) + "\x1b[0m\n", speaker);
 }
 
 void TerminalScreen::note(const std::string& line) {

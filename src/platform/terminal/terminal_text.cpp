@@ -1,6 +1,7 @@
 #include "platform/terminal/terminal_text.h"
 
 #include "chat/markup.h"
+#include "text/utf8.h"
 #include "text/visible.h"
 
 namespace larkspin {
@@ -34,6 +35,10 @@ void appendChange(std::string& shown, const MarkupStyle& before, const MarkupSty
 
 std::string shownName(std::string_view name) {
     return visibleName(name);
+}
+
+std::string shownLine(std::string_view text) {
+    return visibleText(text, replacementCharacter);
 }
 
 std::string shownText(std::string_view text) {

@@ -10,6 +10,9 @@ namespace larkspin {
 // A name, without markup, always on one line.
 std::string shownName(std::string_view name);
 
+// A text on one line, in which names stand as they are.
+std::string shownLine(std::string_view text);
+
 // Line breaks stay. Lines after the first are indented, so that none of them looks like a line of
 // its own.
 std::string shownText(std::string_view text);

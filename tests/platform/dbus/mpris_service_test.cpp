@@ -18,6 +18,8 @@ struct OnTheSessionBus : testing::Test {
         std::filesystem::create_directory(disk.path() / "Music");
         for (const char* song : {"high & \u00FC?.wav", "ride.wav"})
             EXPECT_TRUE(makeSong(disk.path() / "Music" / song, 30));
+        EXPECT_TRUE(makeTaggedSong(disk.path() / "Music" / "tagged.flac", 30,
+                                   R"(title=\"Who?\",artist=\"AC/DC\",album=Live)"));
         auto variables = ownHome(disk.path().native());
         variables.push_back("DBUS_SESSION_BUS_ADDRESS=" + bus.address());
         child = Child::start(LARKSPIN_TTY, variables);
@@ -75,6 +77,11 @@ TEST_F(OnTheSessionBus, TellsAndDoesWhatAPlayersControlAsksFor) {
         {"next", title, "ride"},
         {"stop", "status", "Stopped"},
         {"play", "status", "Playing"},
+        {"open " + music + "high%20%26%20%C3%BC%3F.wav", title, "high & \u00FC?"},
+        {"", "metadata artist", "No player could handle this command"},
+        {"open " + music + "tagged.flac", "metadata artist", "AC/DC"},
+        {"", "metadata album", "Live"},
+        {"", title, "Who?"},
         {"open " + music + "high%20%26%20%C3%BC%3F.wav", title, "high & \u00FC?"},
         {"open file:///etc/passwd", title, "high & \u00FC?"},
         {"open https://example.org/ride.wav", title, "high & \u00FC?"},

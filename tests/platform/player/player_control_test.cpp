@@ -292,7 +292,8 @@ TEST(PlayerReports, AreCheckedWhole) {
                             .duration = 4,
                             .position = 5,
                             .rate = 6,
-                            .at = std::chrono::steady_clock::now()};
+                            .at = std::chrono::steady_clock::now(),
+                            .tags = {"a", "", std::string(longestTag, 'c')}};
     EXPECT_EQ(decodedReport(encoded(full)), full);
     using Limits = std::numeric_limits<double>;
     for (const double bad :
@@ -305,7 +306,31 @@ TEST(PlayerReports, AreCheckedWhole) {
     EXPECT_FALSE(isTaken([](PlayerReport& report) { report.at = decltype(report.at)::min(); }));
     EXPECT_FALSE(isTaken([](PlayerReport& report) { report.phase = static_cast<SongPhase>(9); }));
     EXPECT_FALSE(isTaken([](PlayerReport& report) { report.fault = static_cast<SongFault>(9); }));
-    EXPECT_FALSE(decodedReport(encoded(PlayerReport{}) + 'x'));
+    const std::string bytes = encoded(full);
+    EXPECT_FALSE(decodedReport(bytes + 'x')) << "a tag that is too long";
+    EXPECT_FALSE(decodedReport(encoded(PlayerReport{}) + '\0')) << "a fourth tag";
+    EXPECT_FALSE(decodedReport(bytes.substr(0, bytes.size() - longestTag - 1))) << "only two";
+    EXPECT_FALSE(decodedReport(bytes.substr(0, 20)));
+}
+
+TEST_F(PlayerControlTest, WhatASongSaysOfItselfIsMadeReadable) {
+    PlayerControl player(loop, puppet(), tell);
+    opens(player, 2);
+    std::string umlauts;
+    for (std::size_t count = 0; count < longestTag; ++count)
+        umlauts += "\u00FC";
+    says({.song = 2,
+          .phase = SongPhase::open,
+          .tags = {"\x1B[31mred\n\xFF", 'a' + umlauts, std::string("x\0y", 3)}});
+    EXPECT_TRUE(comesTrue([&] { return player.Duration() > 0; }));
+    EXPECT_EQ(player.tags().title, "\uFFFD[31mred \uFFFD");
+    EXPECT_EQ(player.tags().artist, 'a' + umlauts.substr(0, 198)) << "cut where a character ends";
+    EXPECT_EQ(player.tags().album, "xy");
+    says({.song = 2, .phase = SongPhase::open, .position = 1});
+    EXPECT_TRUE(comesTrue([&] { return player.CurrentPosition() >= 1; }));
+    EXPECT_EQ(player.tags().album, "xy") << "of another process, which knows no tags yet";
+    player.Open("");
+    EXPECT_EQ(player.tags(), SongTags());
 }
 
 TEST_F(PlayerControlTest, TellsTheOwnerOnceThatItIsMissing) {
