@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace larkspin {
 
@@ -111,17 +112,23 @@ void BroughtFiles::play(const Brought& file) {
     transport_.start({.song = songOfRow(file.row.text()), .count = SongStart::Count::stored});
 }
 
+// A refresh keeps only what the media filter lets through. Once for each filter is enough.
+std::string BroughtFiles::toldFiltered(int count) {
+    if (count == 0 || std::exchange(toldFilter_, state_.mediaFilter) == state_.mediaFilter)
+        return {};
+    return "the media filter is " + state_.mediaFilter + ":  a refresh takes " +
+           std::to_string(count) + " of these out, but not after " + state_.trigger + "filter any";
+}
+
 std::vector<std::string> BroughtFiles::told(const std::vector<Brought>& all,
-                                            const std::string& played) const {
+                                            const std::string& played) {
     std::vector<Brought> taken;
     std::ranges::copy_if(all, std::back_inserter(taken), isTaken);
-    const int leftOut = sum(all, &Brought::leftOut), filtered = sum(all, &Brought::filtered);
+    const int leftOut = sum(all, &Brought::leftOut);
     std::vector<std::string> lines = {
         taken.empty() ? "" : toldTaken(taken, played),
         leftOut > 0 ? leftOutText(leftOut, "", "") : "",
-        filtered > 0 ? "the media filter is " + state_.mediaFilter + ":  the next refresh takes " +
-                           std::to_string(filtered) + " of these out"
-                     : "",
+        toldFiltered(sum(all, &Brought::filtered)),
         toldOf(all, holdsNoSongs, "no songs in ", ""),
         toldUnopened(all, Outcome::unplayable, "not of a type that can be played"),
         toldUnopened(all, Outcome::missing, "there is no such file"),

@@ -26,12 +26,14 @@ public:
 
 private:
     void play(const Brought& file);
-    std::vector<std::string> told(const std::vector<Brought>& all, const std::string& played) const;
+    std::vector<std::string> told(const std::vector<Brought>& all, const std::string& played);
+    std::string toldFiltered(int count);
 
     AppState& state_;
     Reply& reply_;
     BroughtSongs& songs_;
     Transport& transport_;
+    std::string toldFilter_; // of which the owner has been told
 };
 
 } // namespace larkspin
