@@ -19,7 +19,7 @@ constexpr int grooveHeight = 3;
 constexpr QSize handleSize(6, 14);
 constexpr int leastSlider = 48;
 
-constexpr double dimShare = 0.55; // of the ground
+constexpr double faintShare = 0.55; // of the ground
 constexpr double grooveShare = 0.7;
 
 QColor groundOf(const QWidget& widget) {
@@ -31,7 +31,7 @@ QColor frontOf(const QWidget& widget) {
 }
 
 QColor dimOf(const QWidget& widget) {
-    return between(frontOf(widget), groundOf(widget), dimShare);
+    return between(frontOf(widget), groundOf(widget), faintShare);
 }
 
 // Blanks and lines stay as they are, and nothing in it is markup.
