@@ -23,8 +23,9 @@ struct SongView {
     enum class Status { stopped, playing, paused };
 
     Status status = Status::stopped;
-    std::string name; // as it is to be seen: of the song in play, or else of the one that would be
-    std::string path; // drive path of the song in play; empty without one
+    // As it is to be seen: of the song in play, or else of the one that would be.
+    std::string name = {};
+    std::string path = {};        // drive path of the song in play; empty without one
     int position = 0, length = 0; // in seconds; a length of 0 is unknown
     int volume = 0;               // of Sliders::mostVolume
     PlayMode mode = PlayMode::none;

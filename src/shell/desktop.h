@@ -21,7 +21,8 @@ public:
     virtual void addTrayIcon(const TrayIcon& icon) = 0;
     virtual void removeTrayIcon() = 0;
 
-    // Shows the menu where the pointer is, in place of one that is open.
+    // Shows the menu where the pointer is, in place of one that is open. When the pointer is
+    // outside of the program, it shows over what has the keyboard.
     virtual void popUp(const Menu& menu) = 0;
 };
 

@@ -20,6 +20,16 @@ using namespace std::chrono_literals;
 constexpr Nanoseconds startOfTray = 1s;
 constexpr Nanoseconds doubleClickTime = 400ms;
 
+// Where the pointer is. When a key has called the menu, the pointer may be far from all that the
+// owner looks at.
+QPoint placeOfPopup() {
+    const QPoint pointer = QCursor::pos();
+    const QWidget* const focus = QApplication::focusWidget();
+    if (!focus || QApplication::topLevelAt(pointer))
+        return pointer;
+    return focus->mapToGlobal(focus->rect().center());
+}
+
 } // namespace
 
 QtDesktop::QtDesktop(EventLoop& loop)
@@ -79,7 +89,7 @@ void QtDesktop::popUp(const Menu& menu) {
         if (!open->close())
             return;
     fillMenu(*popup_, menu, chooses(), MenuDrawnBy::qt);
-    popup_->popup(QCursor::pos());
+    popup_->popup(placeOfPopup());
 }
 
 bool QtDesktop::isInTray() const {

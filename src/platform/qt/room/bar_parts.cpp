@@ -17,7 +17,7 @@ namespace {
 constexpr int wordMargin = 6; // in pixels, as the sizes below
 constexpr int grooveHeight = 3;
 constexpr QSize handleSize(6, 14);
-constexpr int leastSlider = 48;
+constexpr int leastSlider = 36;
 
 constexpr double faintShare = 0.55; // of the ground
 constexpr double grooveShare = 0.7;
@@ -81,7 +81,9 @@ void BarButton::paintEvent(QPaintEvent*) {
     drawOutline(painter, rect(), hasFocus() ? front : dimOf(*this));
     painter.setPen(isDown() ? ground : front);
     if (!glyph_) {
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+        const QRect within = rect().adjusted(2, 0, -2, 0);
+        painter.drawText(within, Qt::AlignCenter | Qt::TextSingleLine,
+                         fontMetrics().elidedText(text(), Qt::ElideRight, within.width()));
         return;
     }
     painter.setRenderHint(QPainter::Antialiasing);
@@ -106,6 +108,10 @@ BarSlider::BarSlider(const char* name, const QString& spoken, int step, int page
 }
 
 QSize BarSlider::sizeHint() const {
+    return minimumSizeHint().expandedTo({usualWidth_, 0});
+}
+
+QSize BarSlider::minimumSizeHint() const {
     return {leastSlider, std::max(fontMetrics().height(), handleSize.height() + 2)};
 }
 

@@ -37,11 +37,16 @@ class BarSlider : public QSlider {
 public:
     BarSlider(const char* name, const QString& spoken, int step, int page);
 
+    void setUsualWidth(int pixels) { usualWidth_ = pixels; } // if there is room for it
+
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    int usualWidth_ = 0;
 };
 
 // One line of plain text, and all of it as a tip where it is cut.

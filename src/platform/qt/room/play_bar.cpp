@@ -5,6 +5,7 @@
 #include "playback/sliders.h"
 
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QPainter>
 #include <QPointer>
 #include <QSignalBlocker>
@@ -75,7 +76,7 @@ void PlayBar::layOut() {
     previous_.showMark(Glyph::previous, "previous song");
     next_.showMark(Glyph::next, "next song");
     volume_.setRange(0, Sliders::mostVolume);
-    volume_.setFixedWidth(volumeWidth);
+    volume_.setUsualWidth(volumeWidth);
 
     auto* const top = new QHBoxLayout;
     top->setSpacing(betweenParts);
@@ -137,15 +138,15 @@ void PlayBar::seek(int second) {
 
 void PlayBar::openModes() {
     pressed_();
-    fillMenu(
-        modes_, song_.modeMenu(),
-        [this](const Task& action) {
-            pressed_();
-            loop_.post(action);
-        },
-        MenuDrawnBy::qt);
-    const QSize size = modes_.sizeHint();
-    modes_.popup(mode_.mapToGlobal(QPoint(mode_.width() - size.width(), -size.height())));
+    if (!modes_)
+        modes_ = new QMenu(this);
+    const auto choose = [this](const Task& action) {
+        pressed_();
+        loop_.post(action);
+    };
+    fillMenu(*modes_, song_.modeMenu(), choose, MenuDrawnBy::qt);
+    const QSize size = modes_->sizeHint();
+    modes_->popup(mode_.mapToGlobal(QPoint(mode_.width() - size.width(), -size.height())));
 }
 
 bool PlayBar::isInSight() const {

@@ -7,11 +7,12 @@
 #include "playback/song_in_play.h"
 #include "shell/event_loop.h"
 
-#include <QMenu>
 #include <QWidget>
 #include <functional>
 #include <optional>
 #include <string>
+
+class QMenu;
 
 namespace larkspin {
 
@@ -42,7 +43,7 @@ private:
     BarSlider& position_;
     BarSlider& volume_;
     BarButton& mode_;
-    QMenu modes_;
+    QMenu* modes_ = nullptr; // made when it is first wanted
     std::optional<SongView> shown_;
     std::optional<std::string> heldSong_; // the path of the song whose slider is being dragged
     bool isTouched_ = false;              // a slider has been moved since it was shown last

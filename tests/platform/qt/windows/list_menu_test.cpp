@@ -1,10 +1,13 @@
 // The rows of the playlist by a real hand: their menu, what Escape does there, and the mark of the
 // song in play.
+#include "platform/qt/qt_desktop.h"
 #include "platform/qt/windows/real_mouse.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 
 #include <QAccessible>
+#include <QApplication>
+#include <QCursor>
 #include <QListView>
 #include <gtest/gtest.h>
 
@@ -67,6 +70,30 @@ TEST_F(ListMenuTest, EscapeLeavesThePlayerInSight) {
     EXPECT_TRUE(comes(desk, [&] { return rows().selectedCount() == 1; }));
     desk.settle();
     EXPECT_TRUE(desk.window("mp3s").visible);
+}
+
+TEST_F(ListMenuTest, ShowsAtThePointerOrOverWhatHasTheKeyboard) {
+    std::string chosen;
+    const Menu menu{"toy", [&] {
+                        return std::vector<MenuEntry>{
+                            {.name = "a", .caption = "one", .action = [&] { chosen += 'a'; }},
+                            {.name = "b", .caption = "two", .action = [&] { chosen += 'b'; }}};
+                    }};
+    QtDesktop desktop(desk.loop);
+    list().setFocus();
+    const QWidget& window = desk.widget("mp3s");
+    const QPoint places[] = {window.geometry().topLeft() + QPoint(5, 5), {1, 1}};
+    for (const QPoint& place : places) {
+        point(place);
+        EXPECT_TRUE(comes(desk, [&] { return QCursor::pos() == place; }));
+        desk.run([&] { desktop.popUp(menu); });
+        EXPECT_TRUE(comes(desk, [] { return QApplication::activePopupWidget() != nullptr; }));
+        EXPECT_TRUE(window.geometry().contains(QApplication::activePopupWidget()->pos()));
+        hand({"key", "Down", "Down", "Return"});
+        EXPECT_TRUE(comes(desk, [] { return !QApplication::activePopupWidget(); }));
+    }
+    desk.settle();
+    EXPECT_EQ(chosen, "bb");
 }
 
 // A bar at the row's left edge, in the colour of what is written there.
