@@ -14,7 +14,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr double dimShare = 0.35; // of the ground, as what the room tells is dim
+constexpr double stepsDimness = 0.35; // of the ground, as what the room tells is dim
 
 QLabel& plainLabel() {
     auto& label = *new QLabel;
@@ -25,7 +25,7 @@ QLabel& plainLabel() {
 void setDim(QWidget& widget, const QPalette& from) {
     QPalette palette = from;
     const QColor dim =
-        between(from.color(QPalette::WindowText), from.color(QPalette::Window), dimShare);
+        between(from.color(QPalette::WindowText), from.color(QPalette::Window), stepsDimness);
     palette.setColor(QPalette::WindowText, dim);
     palette.setColor(QPalette::ButtonText, dim);
     widget.setPalette(palette);
