@@ -84,9 +84,10 @@ int main(int count, char** arguments) {
     trayHost.onArrival([&] { desktop.trayCame(); });
     display.onTray([&] { desktop.trayCame(); });
     desktop.findTrayBy([&] { return display.hasTray() || trayHost.isThere(); });
-    const QtWindows windows(loop, program.windows(),
-                            {.titleMenu = [&] { desktop.popUpTrayMenu(); },
-                             .pressed = [&] { dialogs.ownerPresses(); }});
+    const QtWindows windows(
+        loop, program.windows(),
+        {.titleMenu = [&] { desktop.popUpTrayMenu(); }, .pressed = [&] { dialogs.ownerPresses(); }},
+        {room.window, [&] { return room.window.text(); }});
     desktop.addToTrayMenu(
         {{.name = "room", .caption = "room", .action = [&] { room.show(); }}, separator("r")});
     room.hideInTrayIf([&] { return desktop.isInTray(); });

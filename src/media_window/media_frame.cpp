@@ -26,6 +26,8 @@ void MediaFrame::load(const StoredSettings& stored) {
     keepontop(mp3s);
     mp3s.place = {storedEdge(stored.get("mp3slpos")), storedEdge(stored.get("mp3stpos")), width,
                   stored.get("mp3smini") == "yes" ? miniHeight : fullHeight};
+    // What a run has kept that found no place of his for it isn't one either.
+    mp3s.beside = mp3s.place.left == firstEdge && mp3s.place.top == firstEdge;
     mp3s.visible = stored.get("mp3svis") == "yes";
     jobs_ = 0; // those of the last run never come back
 }
@@ -33,8 +35,9 @@ void MediaFrame::load(const StoredSettings& stored) {
 void MediaFrame::save(SettingsChanges& changes) const {
     // A window that has only stepped aside counts as shown.
     changes.emplace_back("mp3svis", mp3s.visible || jobs_ > 0 ? "yes" : "no");
-    changes.emplace_back("mp3stpos", std::to_string(mp3s.place.top));
-    changes.emplace_back("mp3slpos", std::to_string(mp3s.place.left));
+    // Beside the main window it stands anew each time, until the owner has given it a place.
+    changes.emplace_back("mp3stpos", std::to_string(mp3s.beside ? firstEdge : mp3s.place.top));
+    changes.emplace_back("mp3slpos", std::to_string(mp3s.beside ? firstEdge : mp3s.place.left));
     changes.emplace_back("mp3smini", isMini() ? "yes" : "no");
 }
 

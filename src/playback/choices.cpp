@@ -58,6 +58,7 @@ void Choices::show() {
 
 void Choices::showWithStopWindow() {
     show();
+    stops.standsOn = &commandsWindow_.larkmain;
     stops.place.left = commandsWindow_.larkmain.place.left;
     stops.place.top = commandsWindow_.larkmain.place.top - stopsAbove;
     bringUp(stops);
@@ -97,6 +98,7 @@ void Choices::markNormal() {
 }
 
 void Choices::showStopWindow() {
+    stops.standsOn = nullptr;
     bringUp(stops);
     state_.stopsCaption = stopsResting;
 }

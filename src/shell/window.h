@@ -80,9 +80,11 @@ struct Window {
     int calls = 0;          // how often it has been brought up
     bool minimized = false; // out of sight, by whoever shows windows for the owner
     bool centred = false;   // in the middle of his screen, until he moves it
-    bool onTop = false;     // stays above the windows of all other programs
-    bool dragged = false;   // moves with the mouse until its button is released
-    int alpha = 255;        // 0 see-through, 255 opaque
+    bool beside = true;     // comes up beside his main window, where there is one, until then
+    const Window* standsOn = nullptr; // whose place its own is described by
+    bool onTop = false;               // stays above the windows of all other programs
+    bool dragged = false;             // moves with the mouse until its button is released
+    int alpha = 255;                  // 0 see-through, 255 opaque
 
     // Files and directories, let go anywhere over it with the mouse.
     std::function<void(const std::vector<std::string>& paths)> onDrop = {};
@@ -127,6 +129,7 @@ inline bool isInSight(const Window& window) {
 // As a run of the program ends: out of sight, and where it was first.
 inline void putAway(Window& window, const Place& home) {
     window.visible = window.dragged = false;
+    window.beside = true;
     window.place = home;
 }
 

@@ -1,8 +1,32 @@
 #include "platform/qt/places.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace larkspin {
+
+namespace {
+
+constexpr int gap = 6;              // in pixels, between two windows
+constexpr int littleCovered = 1000; // pixels, which make no difference
+
+int sizeOf(const QRect& area) {
+    return area.isEmpty() ? 0 : area.width() * area.height();
+}
+
+int sizeOf(const QRegion& region) {
+    int size = 0;
+    for (const QRect& part : region)
+        size += sizeOf(part);
+    return size;
+}
+
+// Where a window may begin along one side of another one: after it, before it, or flush with it.
+void addStarts(std::vector<int>& starts, int first, int last, int length) {
+    starts.insert(starts.end(), {last + 1 + gap, first - gap - length, first, last + 1 - length});
+}
+
+} // namespace
 
 QPoint cornerWithin(const QRect& area, const QRect& window) {
     const auto into = [](int start, int length, int first, int last) {
@@ -10,6 +34,37 @@ QPoint cornerWithin(const QRect& area, const QRect& window) {
     };
     return {into(window.left(), window.width(), area.left(), area.right()),
             into(window.top(), window.height(), area.top(), area.bottom())};
+}
+
+QPoint cornerBeside(const QRect& area, QSize size, const QRect& main, const QRegion& text,
+                    const std::vector<QRect>& others) {
+    std::vector<QRect> all = others;
+    all.push_back(main);
+    std::vector<int> lefts = {area.left(), area.right() + 1 - size.width()};
+    std::vector<int> tops = {area.top(), area.bottom() + 1 - size.height()};
+    for (const QRect& each : all) {
+        addStarts(lefts, each.left(), each.right(), size.width());
+        addStarts(tops, each.top(), each.bottom(), size.height());
+    }
+    const auto costOf = [&](QPoint corner) {
+        const QRect window(corner, size);
+        int covered = 0;
+        for (const QRect& each : all)
+            covered += sizeOf(window & each);
+        return std::tuple(sizeOf(text & window), covered / littleCovered, covered > 0,
+                          (corner - main.topRight()).manhattanLength());
+    };
+    QPoint best = cornerWithin(area, QRect(main.topRight(), size));
+    auto least = costOf(best);
+    for (const int left : lefts)
+        for (const int top : tops) {
+            const QPoint corner = cornerWithin(area, QRect(QPoint(left, top), size));
+            if (const auto cost = costOf(corner); cost < least) {
+                least = cost;
+                best = corner;
+            }
+        }
+    return best;
 }
 
 } // namespace larkspin

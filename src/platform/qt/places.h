@@ -3,11 +3,19 @@
 
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
+#include <vector>
 
 namespace larkspin {
 
 // The corner at which the window lies wholly within the area, as near as possible to where it is.
 // If it doesn't fit, its top and left edges are within.
 QPoint cornerWithin(const QRect& area, const QRect& window);
+
+// The corner at which a window of that size comes up beside the main one, within the area: where it
+// covers least of `text`, then of the main window and of the others, and near to the main window's
+// upper right corner.
+QPoint cornerBeside(const QRect& area, QSize size, const QRect& main, const QRegion& text,
+                    const std::vector<QRect>& others);
 
 } // namespace larkspin

@@ -1,6 +1,7 @@
 // The desktop program as a child process, on a display of its own: how it starts, how it ends, and
 // its tray icon on a real tray.
 #include "support/desktop_program.h"
+#include "support/late_window_manager.h"
 #include "support/session_manager.h"
 
 #include <csignal>
@@ -95,6 +96,24 @@ TEST_F(DesktopProgramTest, HasABarForTheSongInPlayInItsRoom) {
     press({"Return"});
     EXPECT_EQ(child->ends(patience), 0);
     EXPECT_TRUE(hasSaved("\nvolume=26"));
+}
+
+TEST_F(DesktopProgramTest, LeavesNoSplashWindowWhereTheWindowManagerIsSlow) {
+    disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\n");
+    LateWindowManager manager(server->display());
+    const auto child = start(server->display());
+    EXPECT_TRUE(comes([&] { return hasSaved("\nload=2"); }));
+    const auto seesInTime = [&](const std::string& title) {
+        return comes([&] {
+            manager.catchUp();
+            return isSeen(title);
+        });
+    };
+    EXPECT_TRUE(seesInTime("^larkspin - lobby$"));
+    EXPECT_TRUE(seesInTime("^larkspin media$")) << "which comes after it";
+    EXPECT_FALSE(isSeen("^larkspin player$"));
+    ::kill(child->id(), SIGTERM);
+    EXPECT_EQ(child->ends(patience), 0);
 }
 
 TEST_F(DesktopProgramTest, SavesWhenItsDisplayIsGone) {

@@ -223,6 +223,13 @@ bool RoomWindow::event(QEvent* event) {
     return done;
 }
 
+QRegion RoomWindow::text() const {
+    const auto seen = [](const QWidget& part) {
+        return QRect(part.mapToGlobal(QPoint()), part.size());
+    };
+    return QRegion(seen(said_)) + seen(input_);
+}
+
 std::string RoomWindow::place() const {
     return saveGeometry().toBase64().toStdString() + '\n' +
            halves_.saveState().toBase64().toStdString() + '\n';

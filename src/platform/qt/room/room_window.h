@@ -9,6 +9,7 @@
 #include "platform/qt/room/input_line.h"
 #include "platform/qt/room/people_view.h"
 #include "platform/qt/room/transcript.h"
+#include "platform/qt/typed_keys.h"
 #include "shell/event_loop.h"
 
 #include <QWidget>
@@ -75,6 +76,9 @@ public:
     // The task is called when the owner closes the window, in place of minimizing it.
     void onClose(Task close) { close_ = std::move(close); }
 
+    // What other windows are not to cover, in places on the screen.
+    QRegion text() const;
+
     // Where the window stands, how large it is and how it is divided: for the next run, which may
     // have other screens. The task is told of changes.
     std::string place() const;
@@ -99,6 +103,9 @@ private:
     Transcript& said_; // these belong to the window's layout
     PeopleView& people_;
     InputLine& input_;
+    TypedKeys typedKeys_{{.widget = input_,
+                          .isBegun = [this] { return input_.isBegun(); },
+                          .comesForward = [this] { bringForward(); }}};
     QLabel& count_;
     QLabel& ownName_;
     QSplitter& halves_;

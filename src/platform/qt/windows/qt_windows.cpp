@@ -20,6 +20,7 @@ struct Shown {
 
 struct QtWindows::All : QObject {
     std::vector<Shown> windows;
+    Neighbours neighbours;
     bool areOtherScreens = false;
 
     void watch(QScreen* screen) {
@@ -33,16 +34,37 @@ struct QtWindows::All : QObject {
         const bool others = std::exchange(areOtherScreens, false);
         bool hasChanged = false;
         for (Shown& shown : windows) {
-            if (!shown.view && shown.hand.window().visible)
-                shown.view = std::make_unique<WindowView>(shown.hand);
+            Window& window = shown.hand.window();
+            if (!shown.view && window.visible)
+                shown.view = std::make_unique<WindowView>(shown.hand, neighbours);
+            const Place before = window.place;
             if (shown.view)
                 hasChanged = shown.view->refresh(others) || hasChanged;
+            moveAlong(window, before);
         }
         return hasChanged;
     }
+    // What stands on a window is described by where that one was.
+    void moveAlong(const Window& moved, const Place& before) {
+        for (Shown& shown : windows) {
+            Window& window = shown.hand.window();
+            if (window.standsOn != &moved)
+                continue;
+            window.place.left += moved.place.left - before.left;
+            window.place.top += moved.place.top - before.top;
+        }
+    }
+    std::vector<QRect> placesBut(const Window& window) const {
+        std::vector<QRect> places;
+        for (const Shown& shown : windows)
+            if (shown.view && shown.view->isVisible() && &shown.hand.window() != &window)
+                places.push_back(shown.view->geometry());
+        return places;
+    }
 };
 
-QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const HandTells& tells)
+QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const HandTells& tells,
+                     const MainWindow& main)
     : all_(std::make_shared<All>()) {
     describeWindowsAloud();
     for (Window* window : windows)
@@ -50,6 +72,7 @@ QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const
     for (QScreen* screen : QGuiApplication::screens())
         all_->watch(screen);
     All* const all = all_.get();
+    all->neighbours = {main, [all](const Window& window) { return all->placesBut(window); }};
     QObject::connect(qApp, &QGuiApplication::screenAdded, all, [all](QScreen* screen) {
         all->watch(screen);
         all->remember();

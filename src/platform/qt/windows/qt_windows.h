@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/qt/windows/hand.h"
+#include "platform/qt/windows/main_window.h"
 #include "shell/window.h"
 
 #include <memory>
@@ -16,7 +17,8 @@ class QtWindows {
 public:
     // A window is made when it is shown for the first time. The title's menu is called by a right
     // click on a title label, and by the keyboard's menu key.
-    QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const HandTells& tells = {});
+    QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const HandTells& tells = {},
+              const MainWindow& main = {});
     ~QtWindows();
 
     // Null before the window was shown for the first time.

@@ -58,22 +58,44 @@ QPoint WindowMover::onScreen(QPoint corner, Seen wanted) const {
 }
 
 QPoint WindowMover::middleOfScreen() const {
+    QRect window = widget_.rect();
+    if (neighbours_.main.isSeen()) {
+        window.moveCenter(neighbours_.main.area().center());
+        return window.topLeft();
+    }
     const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen)
         screen = QGuiApplication::primaryScreen();
     if (!screen)
         return described();
-    QRect window = widget_.rect();
     window.moveCenter(screen->availableGeometry().center());
     return window.topLeft();
 }
 
-bool WindowMover::refresh(bool inAnyCase) {
+// A main window that comes up at the same time gets its place later.
+bool WindowMover::comesBeside(bool appears) {
+    const MainWindow& main = neighbours_.main;
+    const bool isWanted = window_.beside && !window_.standsOn && main.exists() && !main.isAway() &&
+                          (appears || awaitsMain_);
+    awaitsMain_ = isWanted && !main.isSeen();
+    return isWanted && !awaitsMain_;
+}
+
+QPoint WindowMover::beside() const {
+    const MainWindow& main = neighbours_.main;
+    return cornerBeside(main.area(), widget_.size(), main.frame(), main.text(),
+                        neighbours_.others(window_));
+}
+
+bool WindowMover::refresh(bool appears, bool areOtherScreens) {
     const QPoint wanted = described();
-    if (!inAnyCase && wanted == asked_)
+    const bool isBeside = comesBeside(appears);
+    if (!isBeside && !appears && !areOtherScreens && wanted == asked_)
         return false;
     const Seen seen = wanted == asked_ ? Seen::strip : Seen::whole;
-    const QPoint corner = window_.centred ? middleOfScreen() : onScreen(wanted, seen);
+    const QPoint corner = isBeside          ? beside()
+                          : window_.centred ? middleOfScreen()
+                                            : onScreen(wanted, seen);
     // Qt tells of this move as well, which isn't one of the owner's.
     isAsking_ = true;
     widget_.move(corner);
@@ -88,7 +110,9 @@ bool WindowMover::refresh(bool inAnyCase) {
 void WindowMover::moved() {
     if (isAsking_ || !widget_.isVisible() || widget_.pos() == described())
         return;
-    window_.centred = false;
+    // A window manager may have its own idea of the place before the window is seen.
+    if (widget_.windowHandle()->isExposed())
+        window_.centred = window_.beside = false;
     tellPlace();
 }
 

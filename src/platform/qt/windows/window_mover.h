@@ -1,7 +1,8 @@
-// Where a window stands: where its description says, or where the owner moves it, which the
-// description is then told. It never gets lost beyond the screens.
+// Where a window stands: where its description says, beside the main window as it comes up, or
+// where the owner moves it. The description is told. It never gets lost beyond the screens.
 #pragma once
 
+#include "platform/qt/windows/main_window.h"
 #include "shell/window.h"
 
 #include <QPoint>
@@ -13,11 +14,12 @@ namespace larkspin {
 
 class WindowMover {
 public:
-    WindowMover(Window& window, QWidget& widget) : window_(window), widget_(widget) {}
+    WindowMover(Window& window, QWidget& widget, const Neighbours& neighbours)
+        : window_(window), widget_(widget), neighbours_(neighbours) {}
 
-    // Moves the widget to where the description says, if that is a new place, or in any case. True
-    // when it has been moved.
-    bool refresh(bool inAnyCase);
+    // Moves the widget to where it belongs, if that is a new place, as it appears, or when the
+    // screens are other ones. True when it has been moved.
+    bool refresh(bool appears, bool areOtherScreens);
     // To be called when the widget has been moved.
     void moved();
 
@@ -31,15 +33,19 @@ private:
     QPoint described() const;
     enum class Seen { whole, strip };
     QPoint onScreen(QPoint corner, Seen wanted) const;
-    QPoint middleOfScreen() const; // of the screen with the pointer
+    QPoint middleOfScreen() const; // of the main window's, or of the one with the pointer
+    bool comesBeside(bool appears);
+    QPoint beside() const;
     void tellPlace();
 
     Window& window_;
     QWidget& widget_;
+    const Neighbours& neighbours_;
     QPoint asked_;          // where the description wanted it last
     QPoint gripped_, hold_; // where the button went down, and where that is on the window
     bool follows_ = false;
     bool isAsking_ = false;
+    bool awaitsMain_ = false; // which wasn't to be seen yet when this one appeared
 };
 
 } // namespace larkspin

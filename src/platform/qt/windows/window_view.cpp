@@ -2,6 +2,7 @@
 
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/windows/task_bar.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -11,15 +12,18 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QShortcut>
+#include <QTimer>
 #include <QWindow>
+#include <chrono>
 #include <utility>
 
 namespace larkspin {
 
 namespace {
 
-constexpr int outline = 1;      // in pixels
-constexpr int keyboardWay = 12; // by which a key moves the window
+constexpr int outline = 1;                                    // in pixels
+constexpr auto managersTime = std::chrono::milliseconds(300); // to minimize windows
+constexpr int keyboardWay = 12;                               // by which a key moves the window
 
 QAccessibleInterface* windowAloud(const QString&, QObject* object) {
     auto* const view = dynamic_cast<WindowView*>(object);
@@ -40,9 +44,11 @@ void describeWindowsAloud() {
     QAccessible::installFactory(&windowAloud);
 }
 
-WindowView::WindowView(const Hand& hand)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), hand_(hand), window_(hand.window()),
-      mover_(window_, *this), inside_(this) {
+WindowView::WindowView(const Hand& hand, const Neighbours& neighbours)
+    : QWidget(nullptr,
+              (neighbours.main.exists() ? Qt::Tool : Qt::Window) | Qt::FramelessWindowHint),
+      hand_(hand), window_(hand.window()), neighbours_(neighbours),
+      mover_(window_, *this, neighbours), inside_(this) {
     setWindowTitle(toQt(window_.spoken.empty() ? window_.name : window_.spoken));
     setAttribute(Qt::WA_ShowWithoutActivating); // the owner goes on typing in his chat
     addMoveKeys();
@@ -74,28 +80,70 @@ bool WindowView::refresh(bool areOtherScreens) {
     const bool comesBack = isCalled && isVisible() && isMinimized();
     if (comesBack)
         hide();
+    const bool wasAlong = isAlong_;
+    goWithMain(isCalled);
+    const bool shows = window_.visible && !isAlong_;
     // Size and contents come first, so that nothing is seen of what the window held before.
-    const bool appears = window_.visible && !isVisible();
+    const bool appears = shows && !isVisible();
     bool hasChanged = false;
-    if (window_.visible) {
+    if (shows) {
         hasChanged = refreshFrame();
         for (const auto& control : controls_)
             control->refresh(logicalDpiX());
-        hasChanged = mover_.refresh(appears || areOtherScreens) || hasChanged;
+        const bool isNew = appears && (isCalled || !wasAlong);
+        hasChanged = mover_.refresh(isNew, areOtherScreens) || hasChanged;
     }
-    if (window_.visible != isVisible()) {
+    if (shows != isVisible()) {
         hasChanged = true;
         setWindowState(windowState() & ~Qt::WindowMinimized);
-        setVisible(window_.visible);
-        if (comesBack && window_.visible)
+        if (shows)
+            appear();
+        else
+            disappear();
+        if (comesBack && shows)
             stayOnTopAgain();
     }
-    if (window_.visible && (appears || isCalled)) {
+    if (shows && (appears || isCalled)) {
         hasChanged = true;
         raise();
         raiseDialogs();
     }
     return hasChanged;
+}
+
+// With the main window go those that are in sight then. Most window managers see to that, and take
+// it amiss when the windows go by themselves meanwhile. One that is called for meanwhile comes.
+void WindowView::goWithMain(bool isCalled) {
+    const bool isAway = neighbours_.main.isAway();
+    const bool wasAway = std::exchange(wasMainAway_, isAway);
+    const bool begins = isAway && !wasAway;
+    if (begins)
+        QTimer::singleShot(managersTime, this, [this] { leaves_ = goesWithMain_; });
+    goesWithMain_ = isAway && !isCalled && (begins ? window_.visible : goesWithMain_);
+    leaves_ = leaves_ && goesWithMain_;
+    const bool isAlong = leaves_ && window_.visible && !isMinimized();
+    if (std::exchange(isAlong_, isAlong) != isAlong)
+        window_.minimized = isAlong;
+}
+
+// While the main window is away a window that belongs to it might not be shown.
+void WindowView::appear() {
+    if (neighbours_.main.exists()) {
+        create();
+        windowHandle()->setTransientParent(neighbours_.main.isAway() ? nullptr
+                                                                     : neighbours_.main.handle());
+        keepOffTaskBar(*windowHandle());
+    }
+    setVisible(true);
+}
+
+// A window manager that hasn't come to show the window yet may do so when it has been taken back,
+// and it would stay there. One that doesn't exist any more can't be shown.
+void WindowView::disappear() {
+    const bool wasSeen = windowHandle() && windowHandle()->isExposed();
+    setVisible(false);
+    if (!wasSeen)
+        destroy();
 }
 
 // A window manager that has just seen the window disappear may forget that it is to stay on top.
@@ -135,7 +183,7 @@ void WindowView::paintEvent(QPaintEvent*) {
 
 void WindowView::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange)
-        window_.minimized = isMinimized();
+        window_.minimized = isAlong_ || isMinimized();
     QWidget::changeEvent(event);
 }
 

@@ -4,6 +4,7 @@
 #include "platform/qt/file_drops.h"
 #include "platform/qt/windows/control_view.h"
 #include "platform/qt/windows/hand.h"
+#include "platform/qt/windows/main_window.h"
 #include "platform/qt/windows/window_mover.h"
 
 #include <QWidget>
@@ -15,7 +16,8 @@ namespace larkspin {
 
 class WindowView : public QWidget {
 public:
-    explicit WindowView(const Hand& hand);
+    // The neighbours must live on.
+    WindowView(const Hand& hand, const Neighbours& neighbours);
     ~WindowView() override;
 
     // Brings the window up to date. With other screens than the last time it may have got out of
@@ -32,12 +34,16 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void goWithMain(bool isCalled);
+    void appear();
+    void disappear();
     void stayOnTopAgain();
     bool refreshFrame();
     void addMoveKeys();
 
     Hand hand_;
     Window& window_;
+    const Neighbours& neighbours_;
     WindowMover mover_;
     QWidget inside_; // all but the outline
     std::vector<std::unique_ptr<ControlView>> controls_;
@@ -45,6 +51,10 @@ private:
     std::optional<Color> background_;
     int alpha_ = 255;
     int calls_ = 0; // calls of the description that have been answered
+    bool wasMainAway_ = false;
+    bool goesWithMain_ = false; // which has gone, and nobody has called for this one since
+    bool leaves_ = false;       // the window manager has had its time
+    bool isAlong_ = false;      // out of sight with the main window
 };
 
 // Tells screen readers that such a view is a window. To be called once, before the first one is

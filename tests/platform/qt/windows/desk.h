@@ -14,7 +14,8 @@
 namespace larkspin {
 
 struct Desk : VirtualMachine {
-    explicit Desk(const Lines& songs = {"a.mp3", "b.mp3", "c.mp3"}) : VirtualMachine(songs, 100s) {
+    explicit Desk(const Lines& songs = {"a.mp3", "b.mp3", "c.mp3"}, const MainWindow& beside = {})
+        : VirtualMachine(songs, 100s), main(beside) {
         settle();
     }
 
@@ -45,11 +46,13 @@ struct Desk : VirtualMachine {
         std::abort();
     }
 
+    MainWindow main;
     int titleMenus = 0; // that have been asked for
     int presses = 0;    // that have been told of
     QtWindows windows{loop,
                       program->windows(),
-                      {.titleMenu = [this] { ++titleMenus; }, .pressed = [this] { ++presses; }}};
+                      {.titleMenu = [this] { ++titleMenus; }, .pressed = [this] { ++presses; }},
+                      main};
 };
 
 } // namespace larkspin

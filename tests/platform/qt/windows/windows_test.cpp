@@ -135,6 +135,7 @@ TEST(Windows, StandInTheMiddleOfTheScreenUntilTheyAreMoved) {
     Q_EMIT QApplication::primaryScreen()->availableGeometryChanged(screen);
     desk.settle();
     EXPECT_TRUE(desk.window("dire").centred);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&splash));
     splash.move(90, 60);
     EXPECT_TRUE(comes(desk, [&] { return desk.window("dire").place.left == 90 * 15; }));
     EXPECT_EQ(showAgain(desk, "dire").pos(), QPoint(90, 60));

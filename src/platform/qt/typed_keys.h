@@ -1,0 +1,37 @@
+// Keys that the owner types where nothing takes text: after a click on a button, say, or on a list.
+// They go to the line in which he talks, so that none of them is lost or presses something.
+//
+// Tab, arrows, Escape, Delete and all that goes with Ctrl or Alt stay where they are struck, and so
+// does Return on a list. Space and Return press a button only when Tab has led to it.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+
+class QKeyEvent;
+
+namespace larkspin {
+
+class TypedKeys : public QObject {
+public:
+    struct Line {
+        QWidget& widget;
+        std::function<bool()> isBegun;      // something has been typed there
+        std::function<void()> comesForward; // with the keyboard
+    };
+    explicit TypedKeys(Line line);
+
+private:
+    enum class Goes { nowhere, toLine, asEver };
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool struck(QWidget& widget, const QKeyEvent& key);
+    Goes wayOf(const QWidget& widget, const QKeyEvent& key) const;
+
+    Line line_;
+    QPointer<QObject> reached_; // by the keyboard
+};
+
+} // namespace larkspin

@@ -1,0 +1,48 @@
+// The owner's main window: the others come up beside it, on its screen, and go and come back with
+// it.
+#pragma once
+
+#include <QPointer>
+#include <QRect>
+#include <QRegion>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+class QWindow;
+
+namespace larkspin {
+
+struct Window;
+
+class MainWindow {
+public:
+    MainWindow() = default; // there is none
+    // `text` tells what of it isn't to be covered, in places on the screen.
+    MainWindow(QWidget& widget, std::function<QRegion()> text);
+
+    bool exists() const { return !widget_.isNull(); }
+    bool isSeen() const;
+    bool isAway() const; // minimized or hidden, after it was shown
+
+    // These need one that is seen.
+    QRect area() const; // of its screen, without panels
+    QRect frame() const;
+    QRegion text() const { return text_(); }
+    QWindow* handle() const;
+
+private:
+    QPointer<QWidget> widget_;
+    std::function<QRegion()> text_ = [] { return QRegion(); };
+};
+
+// Whom a window stands with.
+struct Neighbours {
+    MainWindow main = {};
+    // Where the other windows are that can be seen.
+    std::function<std::vector<QRect>(const Window& window)> others = [](const Window&) {
+        return std::vector<QRect>();
+    };
+};
+
+} // namespace larkspin
