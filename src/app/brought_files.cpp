@@ -5,10 +5,12 @@
 #include "library/playlist_row.h"
 #include "playback/transport.h"
 #include "shell/app_state.h"
+#include "shell/event_loop.h"
 #include "shell/files.h"
 #include "text/number.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <utility>
 
@@ -17,6 +19,9 @@ namespace larkspin {
 namespace {
 
 using Outcome = Brought::Outcome;
+
+// For so long a path is looked at without a word.
+constexpr std::chrono::seconds unexplained{2};
 
 std::string nameOf(const Brought& file) {
     return songOfPath(file.path).name;
@@ -88,28 +93,43 @@ bool holdsNoSongs(const Brought& each) {
 void BroughtFiles::take(const std::vector<std::string>& paths, Then then) {
     std::vector<Brought> all;
     std::string played; // the name
+    unsigned turn = 0;  // in which it plays
     for (const std::string& path : paths) {
-        const auto brought = songs_.bring(path);
+        const auto brought = bring(path);
         if (!brought)
             return; // the run has ended
         all.push_back(*brought);
         // At once, since what comes after it may take long.
-        if (then == Then::playing && played.empty() && brought->outcome == Outcome::file) {
+        const bool isWanted = then == Then::playing && brought->outcome == Outcome::file;
+        if (isWanted && played.empty() && play(*brought)) {
             played = nameOf(*brought);
-            play(*brought);
+            turn = transport_.turn();
         }
     }
+    if (turn != transport_.turn())
+        played.clear(); // another one has been started meanwhile, or a stop came
     for (const std::string& line : told(all, played))
         if (!line.empty())
             reply_.tellOwner(line);
 }
 
-void BroughtFiles::play(const Brought& file) {
+std::optional<Brought> BroughtFiles::bring(const std::string& path) {
+    const TimerId slow =
+        loop_.once(unexplained, [this, path] { reply_.tellOwner("looking at " + path); });
+    auto brought = songs_.bring(path);
+    loop_.cancel(slow);
+    return brought;
+}
+
+bool BroughtFiles::play(const Brought& file) {
     const int index = findRow(state_.masterList, file.row, 0);
-    if (index < 0) // there is no room for it
-        return transport_.openFromDisk(file.path);
+    if (index < 0) { // there is no room for it
+        transport_.openFromDisk(file.path);
+        return true;
+    }
     state_.setMasterIndex(index);
-    transport_.start({.song = songOfRow(file.row.text()), .count = SongStart::Count::stored});
+    return transport_.start({.song = songOfRow(file.row.text()),
+                             .count = SongStart::Count::stored}) == Transport::Outcome::started;
 }
 
 // A refresh keeps only what the media filter lets through. Once for each filter is enough.

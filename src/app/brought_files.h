@@ -7,6 +7,7 @@
 #include "chat/core.h"
 #include "library/brought_songs.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,17 +20,20 @@ public:
     enum class Then { playing, adding };
 
     BroughtFiles(const Core& core, BroughtSongs& songs, Transport& transport)
-        : state_(core.state), reply_(core.reply), songs_(songs), transport_(transport) {}
+        : state_(core.state), loop_(core.loop), reply_(core.reply), songs_(songs),
+          transport_(transport) {}
 
     // Drive paths. A text that is none is told as one that can't be opened. Events are served.
     void take(const std::vector<std::string>& paths, Then then);
 
 private:
-    void play(const Brought& file);
+    std::optional<Brought> bring(const std::string& path);
+    bool play(const Brought& file); // false when it can't be started
     std::vector<std::string> told(const std::vector<Brought>& all, const std::string& played);
     std::string toldFiltered(int count);
 
     AppState& state_;
+    EventLoop& loop_;
     Reply& reply_;
     BroughtSongs& songs_;
     Transport& transport_;

@@ -1,19 +1,18 @@
 // A song whose name holds what no path of the program's own may hold. Inside it travels by
 // stand-ins; whatever road it goes to an eye or a wire, it is seen there as it stands on the disk.
-#include "app/program.h"
 #include "library/playlist_row.h"
 #include "platform/dbus/mpris_service.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/qt/menu_view.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
-#include "platform/qt/room/qt_room.h"
+#include "platform/qt/room/play_bar.h"
+#include "platform/qt/room/room_desk.h"
+#include "platform/qt/room/room_guide.h"
 #include "platform/qt/windows/qt_windows.h"
 #include "platform/terminal/description_text.h"
 #include "platform/terminal/terminal_screen.h"
-#include "support/pretend_irc.h"
 #include "support/private_bus.h"
-#include "support/virtual_machine.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -62,19 +61,18 @@ std::string standInIn(const std::string& text) {
     return "";
 }
 
-struct NamesAsTheyAre : testing::Test {
+struct NamesAsTheyAre : RoomDesk {
     NamesAsTheyAre() {
         for (const std::string& name : {nameOnTheDisk, nameOnTheDisk + " live"}) {
             machine.disk.write("music/" + name + ".mp3", "song");
             machine.player.lengths[path(name)] = 180;
         }
-        machine.host = &room.rooms.room;
-        room.show();
-        machine.start();
         windows.emplace(machine.loop, machine.program->windows());
-        room.completeBy(
+        window().addBelow(*new PlayBar(machine.loop, machine.program->playback.songInPlay, [] {}));
+        guide.emplace(
+            machine.loop, *room, *machine.program, [] {}, "");
+        room->completeBy(
             [this](std::string_view typed) { return completionOf(machine.state(), typed); });
-        machine.run([this] { room.open([] {}); });
         word("/log on");
         word("/connect irc.test Owner #music");
         machine.run([this] {
@@ -86,25 +84,17 @@ struct NamesAsTheyAre : testing::Test {
     std::string path(const std::string& name) const {
         return drivePath((machine.disk.path() / "music" / (name + ".mp3")).native());
     }
-    void settle() {
-        for (int turn = 0; turn < 3; ++turn) {
-            QCoreApplication::processEvents();
-            machine.advance(1ms);
-        }
-    }
     void word(const std::string& line) {
-        machine.run([&] { room.words.run(line); });
+        machine.run([&] { room->words.run(line); });
         machine.advance(5s);
     }
     // What the program does by an order that the owner gives.
     void order(const std::string& line) {
-        machine.run([&] { room.rooms.room.say(line); });
+        machine.run([&] { room->rooms.room.say(line); });
         machine.advance(10s);
         settle();
     }
-    std::string transcript() {
-        return room.window.findChild<Transcript*>()->toPlainText().toStdString();
-    }
+    std::string transcript() { return view<Transcript>().toPlainText().toStdString(); }
     std::string allWindows() {
         for (Window* const window : machine.program->windows())
             window->visible = true;
@@ -138,7 +128,7 @@ struct NamesAsTheyAre : testing::Test {
     }
     // What Tab offers.
     std::string offers() {
-        InputLine& input = *room.window.findChild<InputLine*>();
+        InputLine& input = view<InputLine>();
         input.setFocus();
         QTest::keyClicks(&input, "'play who");
         QTest::keyClick(&input, Qt::Key_Tab);
@@ -180,15 +170,8 @@ struct NamesAsTheyAre : testing::Test {
         return texts;
     }
 
-    VirtualMachine machine;
-    PretendIrc server{machine.loop};
-    QtRoom room{machine.loop,
-                machine.lines,
-                lent({&server}),
-                machine.kept,
-                DataDirectory(machine.drive("data")),
-                "Owner"};
     std::optional<QtWindows> windows;
+    std::optional<RoomGuide> guide;
 };
 
 TEST_F(NamesAsTheyAre, OnEveryRoadToAnEyeOrAWire) {
@@ -206,7 +189,7 @@ TEST_F(NamesAsTheyAre, OnEveryRoadToAnEyeOrAWire) {
         {"told in the room", [&] { return transcript(); }},
         {"said in the room",
          [&] {
-             room.window.findChild<Transcript*>()->clear();
+             view<Transcript>().clear();
              order("'next");
              return transcript();
          }},
@@ -216,6 +199,13 @@ TEST_F(NamesAsTheyAre, OnEveryRoadToAnEyeOrAWire) {
          [&] {
              order("'play who");
              return allWindows();
+         }},
+        {"the bar for the song in play",
+         [&] {
+             std::string texts;
+             for (QWidget* const part : view<PlayBar>().findChildren<QWidget*>())
+                 texts += readAloud(*part);
+             return texts;
          }},
         {"the tray's menu",
          [&] {
