@@ -1,7 +1,9 @@
 // larkspin on a desktop.
 #include "app/main_linux.h"
 #include "app/main_start.h"
+#include "host/link_opening.h"
 #include "host/trace_word.h"
+#include "platform/dbus/notifications.h"
 #include "platform/dbus/running_copy.h"
 #include "platform/dbus/tray_host.h"
 #include "platform/posix/own_manual.h"
@@ -110,6 +112,23 @@ int main(int count, char** arguments) {
     display.onLoss([&] {
         desktop.loseDisplay();
         program.end();
+    });
+    Notifications notifications(loop, sessionBusAddress());
+    room.window.onCall({.begin =
+                            [&](const OwnerCall& call) {
+                                if (room.rooms.preferences.notifies())
+                                    notifications.show(call.title, call.text,
+                                                       [&room, place = call.place] {
+                                                           room.rooms.goTo(place);
+                                                           room.show();
+                                                       });
+                            },
+                        .end = [&] { notifications.withdraw(); }});
+    LinkOpening links(
+        dialogs, [&](const std::string& address) { program.host.chores.openAddress(address); });
+    room.window.onLink([&](const std::string& address) {
+        dialogs.ownerPresses();
+        links.open(address);
     });
     room.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
     loop.post([&] {

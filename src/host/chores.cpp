@@ -30,8 +30,12 @@ void Chores::kw(const std::string& keyword) {
 // an address leads nowhere: the line shows what was taken for an address.
 void Chores::url(const std::string& address) {
     const bool here = announce("world wide web:  <b>" + address);
-    const auto opened = webAddress(address);
-    if (here && opened)
+    if (here)
+        openAddress(address);
+}
+
+void Chores::openAddress(const std::string& address) {
+    if (const auto opened = webAddress(address))
         launcher_.launchFile(*opened);
 }
 

@@ -19,6 +19,8 @@ public:
 
     // The commands.
     void kw(const std::string& keyword);
+    // An address as `url` opens it, without a word.
+    void openAddress(const std::string& address);
     void url(const std::string& address);
     void pr(const std::string& room);
     void newMail();

@@ -47,8 +47,32 @@ bool Conversation::holds(KeptLine line) const {
                                [&](const KeptLine& kept) { return isSame(kept, line, words); });
 }
 
-void Conversation::keep(KeptLine line, bool isInFront) {
-    if (!isInFront && !line.isOwners && !line.isProgramsWord()) {
+std::size_t Conversation::firstUnread() const {
+    const auto isUnread = [this](const KeptLine& line) {
+        return line.number > readBefore_ && !line.isOwners && !line.isProgramsWord();
+    };
+    auto first = lines_.end();
+    for (auto line = lines_.end();
+         line != lines_.begin() && ((--line)->number > readBefore_ || lastPutIn_ > readBefore_);)
+        if (isUnread(*line))
+            first = line;
+    return static_cast<std::size_t>(first - lines_.begin());
+}
+
+int Conversation::linesAfter(std::uint64_t number) const {
+    int count = 0;
+    for (auto line = lines_.rbegin();
+         line != lines_.rend() && (line->number > number || lastPutIn_ > number); ++line)
+        count += line->number > number;
+    return count;
+}
+
+bool Conversation::calls(const KeptLine& line) const {
+    return line.isForOwner && !line.isOwners && kind() != Kind::person;
+}
+
+void Conversation::keep(KeptLine line, bool isInSight) {
+    if (!isInSight && !line.isOwners && !line.isProgramsWord()) {
         ++unread_;
         unreadForOwner_ += line.isForOwner;
     }

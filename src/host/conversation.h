@@ -77,10 +77,20 @@ public:
     // The number of the last line that he had read as he came here last.
     std::uint64_t readBefore() const { return readBefore_; }
 
+    // Where what he hadn't read begins: the first line of others that is newer; one past the last
+    // line if there is none.
+    std::size_t firstUnread() const;
+
+    // How many lines have come after the one of that number.
+    int linesAfter(std::uint64_t number) const;
+
+    // Whether a line calls him among others. In a private talk each line is for him.
+    bool calls(const KeptLine& line) const;
+
 private:
     friend class Conversations;
 
-    void keep(KeptLine line, bool isInFront);
+    void keep(KeptLine line, bool isInSight);
     void dropOldest();
     void come();
     void go();

@@ -113,13 +113,25 @@ void Conversations::enter(Conversation& conversation) {
     if (front_ == &conversation)
         return;
     beforeChange_();
-    front_->go();
+    if (looks_)
+        front_->go();
     front_->lastVisit_ = ++lastVisit_;
-    conversation.come();
+    if (looks_)
+        conversation.come();
     front_ = &conversation;
     moves_ += !isAsOwnerWants_;
     if (conversation.isAtHome())
         home_ = &conversation;
+    ++revision_;
+}
+
+void Conversations::look(bool looks) {
+    if (std::exchange(looks_, looks) == looks)
+        return;
+    if (looks)
+        front_->come();
+    else
+        front_->go();
     ++revision_;
 }
 
@@ -149,7 +161,7 @@ void Conversations::keep(Conversation& conversation, KeptLine line) {
     if (kept_)
         kept_(conversation, line);
     bytes_ -= conversation.bytes();
-    conversation.keep(std::move(line), front_ == &conversation);
+    conversation.keep(std::move(line), looks_ && front_ == &conversation);
     bytes_ += conversation.bytes();
     boundBytes();
     ++revision_;

@@ -68,6 +68,10 @@ public:
 
     void enter(Conversation& conversation);
 
+    // Whether the owner sees the one in front. While he doesn't, what is said there is unread, too.
+    void look(bool looks);
+    bool looks() const { return looks_; }
+
     // What comes in front within the task does so because the owner wants it now. Else it comes by
     // itself, as when he is put out of a room, or a lost connection is back.
     void asOwnerWants(const Task& task);
@@ -129,7 +133,7 @@ private:
     Conversation* front_;
     std::uint64_t lastNumber_ = 0, lastPlace_ = 0, lastVisit_ = 0, revision_ = 1;
     std::uint64_t moves_ = 0; // how often another one has come in front by itself
-    bool isAsOwnerWants_ = false;
+    bool isAsOwnerWants_ = false, looks_ = true;
     std::vector<std::string> networks_; // the names of all there were; from 1
     std::size_t bytes_ = 0;
     Again again_;

@@ -1,5 +1,7 @@
 #include "host/own_room.h"
 
+#include "chat/markup.h"
+#include "host/called_by_name.h"
 #include "host/new_lines.h"
 #include "text/blanks.h"
 #include "text/fold.h"
@@ -72,6 +74,8 @@ void OwnRoom::hear(const std::string& speaker, const std::string& line, bool isO
                                        .speaker = speaker,
                                        .text = line,
                                        .isOwners = isOwner(speaker),
+                                       .isForOwner = !isOwner(speaker) &&
+                                                     callsByName(plainMarkup(line), screenName_),
                                        .isOnScreen = isOnScreen});
     lines_.heard({speaker, line}, conversation.place());
 }
@@ -150,7 +154,8 @@ void OwnRoom::whisper(const std::string& given, const std::string& text) {
     if (!name || isIgnored(*name))
         return;
     if (takesMessages_)
-        tell(*name + " whispers: " + text);
+        conversations_.keep(*here().conversation,
+                            {.text = *name + " whispers: " + text, .isForOwner = true});
     else
         tell("a private message of " + *name + " was refused");
 }

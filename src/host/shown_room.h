@@ -31,6 +31,13 @@ public:
     virtual std::string ownName() const = 0;
     virtual const RowList& people() const = 0;
     virtual bool isIgnored(std::string_view name) const = 0;
+
+    // What the room is about; blank for nothing.
+    virtual std::string roomTopic() const { return {}; }
+
+    // The signs of the ranks that there are, the highest one first; and of somebody's.
+    virtual std::string rankSigns() const { return {}; }
+    virtual std::string ranksOf(std::string_view) const { return {}; }
 };
 
 } // namespace larkspin

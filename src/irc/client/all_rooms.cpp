@@ -69,6 +69,12 @@ Completion AllRooms::completionOf(std::string_view typed, const SlashWords& slas
     return found.text.empty() ? completionOfNames(room, typed) : found;
 }
 
+void AllRooms::goTo(const std::string& place) {
+    Conversation* const wanted = conversations.find(place);
+    if (wanted && wanted != &conversations.front())
+        conversations.asOwnerWants([&] { words.goTo(*wanted); });
+}
+
 std::string AllRooms::withoutSecrets(std::string_view typed,
                                      const Conversations::Begun& begun) const {
     const Conversation* const there = conversations.whereBegun(begun);

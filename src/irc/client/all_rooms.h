@@ -31,6 +31,10 @@ public:
     Completion completionOf(std::string_view typed, const SlashWords& words,
                             const Complete& others) const;
 
+    // That one comes in front, as the owner wants. By the place of a conversation; one that has
+    // gone is passed over.
+    void goTo(const std::string& place);
+
     // A line that the owner has typed, and where he has begun it, as it may be shown again and
     // kept.
     std::string withoutSecrets(std::string_view typed, const Conversations::Begun& begun) const;

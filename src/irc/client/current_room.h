@@ -26,6 +26,9 @@ public:
     std::string ownName() const override { return shown().ownName(); }
     const RowList& people() const override { return shown().people(); }
     bool isIgnored(std::string_view name) const override { return shown().isIgnored(name); }
+    std::string roomTopic() const override { return shown().roomTopic(); }
+    std::string rankSigns() const override { return shown().rankSigns(); }
+    std::string ranksOf(std::string_view name) const override { return shown().ranksOf(name); }
 
     std::string currentScreenName() override { return here().currentScreenName(); }
     void sendChatLine(const std::string& line) override { here().sendChatLine(line); }

@@ -344,6 +344,21 @@ bool IrcClient::isIgnored(std::string_view name) const {
     return moderation_.ignores(name);
 }
 
+std::string IrcClient::roomTopic() const {
+    return inFront() ? plainText(inFront()->topic()) : "";
+}
+
+std::string IrcClient::ranksOf(std::string_view name) const {
+    return inFront() ? inFront()->ranks(name, session_.features()) : "";
+}
+
+bool IrcClient::holdsRank(std::string_view name, char mode) const {
+    const IrcFeatures& features = session_.features();
+    const auto rank = features.rankModes.find(mode);
+    return rank != features.rankModes.npos &&
+           ranksOf(name).find(features.rankSigns[rank]) != std::string::npos;
+}
+
 const RowList& IrcClient::people() const {
     return inFront() ? inFront()->people() : nobody_;
 }

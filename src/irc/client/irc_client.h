@@ -118,6 +118,12 @@ public:
     std::string name() const override;    // of what is in front; of the server else
     std::string ownName() const override; // also while not joined
     bool isIgnored(std::string_view name) const override;
+    std::string roomTopic() const override;
+    std::string rankSigns() const override { return session_.features().rankSigns; }
+    std::string ranksOf(std::string_view name) const override;
+
+    // Whether somebody in the room in front has a rank, by its mode letter.
+    bool holdsRank(std::string_view name, char mode) const;
 
     const RowList& people() const override;
     const RowList& ejected() const;

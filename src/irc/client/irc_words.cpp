@@ -343,12 +343,17 @@ void IrcWords::enter(const std::string& wanted) {
     for (const auto& each : conversations_.all())
         if (!found && equalFolded(each->name(), wanted))
             found = each.get();
-    if (!found)
-        tell_("you are not in " + visibleName(wanted));
-    else if (IrcNetwork* const network = networks_.of(*found))
-        network->client.enter(*found);
+    if (found)
+        goTo(*found);
     else
-        own_.enterRoom(found->name());
+        tell_("you are not in " + visibleName(wanted));
+}
+
+void IrcWords::goTo(Conversation& conversation) {
+    if (IrcNetwork* const network = networks_.of(conversation))
+        network->client.enter(conversation);
+    else
+        own_.enterRoom(conversation.name());
 }
 
 // The one of that name on the network where the owner is; else on any other.

@@ -33,6 +33,9 @@ public:
     using Network = std::function<IrcClient&()>;
     std::vector<SlashWord> wordsOn(const Network& network);
 
+    // That conversation comes in front, or is told of if it is there already.
+    void goTo(Conversation& conversation);
+
     // To be called as he ends the program by a word that leaves a network elsewhere.
     void quits() const;
 

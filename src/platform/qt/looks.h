@@ -41,6 +41,9 @@ QColor dimmed(const QPalette& palette);                                  // for 
 // The colour nearest to `front` that can be told from `ground` at a glance.
 QColor legible(const QColor& front, const QColor& ground);
 
+// Of what calls the owner.
+inline const QColor callColor(0xFF, 0xB8, 0x4D);
+
 // An outline of one pixel, sharp at every size.
 void drawOutline(QPainter& painter, const QRect& box, const QColor& color);
 

@@ -46,4 +46,11 @@ void fillMenu(QMenu& view, const Menu& menu, const Choose& choose, MenuDrawnBy d
     addEntries(view, menu.entries(), choose, drawnBy);
 }
 
+void popUp(QWidget& over, const Menu& menu, const QPoint& place, const Choose& choose) {
+    auto* const view = new QMenu(&over);
+    view->setAttribute(Qt::WA_DeleteOnClose);
+    fillMenu(*view, menu, choose, MenuDrawnBy::qt);
+    view->popup(place);
+}
+
 } // namespace larkspin

@@ -7,6 +7,8 @@
 #include <functional>
 
 class QMenu;
+class QPoint;
+class QWidget;
 
 namespace larkspin {
 
@@ -18,5 +20,8 @@ enum class MenuDrawnBy { qt, desktop };
 // open. `choose` gets the action of a chosen entry, inside one of Qt's callbacks.
 using Choose = std::function<void(const Task& action)>;
 void fillMenu(QMenu& view, const Menu& menu, const Choose& choose, MenuDrawnBy drawnBy);
+
+// Shows one of Qt's own there, which is gone once it is closed.
+void popUp(QWidget& over, const Menu& menu, const QPoint& place, const Choose& choose);
 
 } // namespace larkspin

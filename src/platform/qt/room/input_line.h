@@ -45,6 +45,9 @@ public:
     Draft draft() const;
     void put(const Draft& draft);
 
+    // While a secret is typed, or may be.
+    bool hides() const { return secret_ || isHeld_; }
+
     // The next typed line is neither shown nor kept, but given to the task. It is empty when the
     // owner leaves it so, or strikes Escape.
     using Secret = std::function<void(std::string line)>;
@@ -76,7 +79,6 @@ private:
     bool takesPaste();
     void askAbout(PastedLines pasted);
     void say(std::vector<std::string> lines);
-    bool hides() const { return secret_ || isHeld_; }
     bool takeSecretKey(int key);
     void forget();
     void endSecret(std::string line);

@@ -1,12 +1,17 @@
 #include "platform/qt/room/people_view.h"
 
+#include "platform/qt/keys.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
-#include "text/row_list.h"
 #include "text/visible.h"
 
 #include <QAbstractListModel>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -15,19 +20,29 @@ namespace larkspin {
 // one.
 class PeopleView::Model : public QAbstractListModel {
 public:
-    Model(Source source, QColor dimmed) : source_(std::move(source)), dimmed_(dimmed) {}
+    explicit Model(Source source) : source_(std::move(source)) {}
 
     int rowCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : people_.count();
+        return parent.isValid() ? 0 : static_cast<int>(people_.size());
     }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        const std::string_view name = people_.row(index.row());
+        const auto& [name, rank] = at(index);
         if (role == Qt::DisplayRole)
-            return toQt(visibleName(name)) + (source_.isIgnored(name) ? " (ignored)" : "");
-        if (role == Qt::ForegroundRole && source_.isIgnored(name))
-            return dimmed_;
+            return toQt(rank + visibleName(name)) + (source_.isIgnored(name) ? " (ignored)" : "");
+        if (role == Qt::ForegroundRole && source_.isIgnored(name)) {
+            const QPalette palette = QGuiApplication::palette();
+            return between(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.5);
+        }
         return {};
+    }
+    const PeopleRow& at(const QModelIndex& index) const {
+        return people_[static_cast<std::size_t>(index.row())];
+    }
+    QModelIndex find(const std::string& name) const {
+        const auto found = std::ranges::find(people_, name, &PeopleRow::name);
+        return found == people_.end() ? QModelIndex()
+                                      : index(static_cast<int>(found - people_.begin()));
     }
 
     void refresh() {
@@ -38,13 +53,10 @@ public:
 
 private:
     Source source_;
-    QColor dimmed_;
-    RowList people_;
+    std::vector<PeopleRow> people_;
 };
 
-PeopleView::PeopleView(Source source)
-    : model_(std::make_unique<Model>(std::move(source),
-                                     between(palette().color(QPalette::Text), Qt::black, 0.5))) {
+PeopleView::PeopleView(Source source) : model_(std::make_unique<Model>(std::move(source))) {
     setModel(model_.get());
     setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -55,16 +67,46 @@ PeopleView::~PeopleView() = default;
 
 // The scrolled place and the chosen row stay, whoever comes and goes.
 void PeopleView::refresh() {
-    const QVariant chosen = currentIndex().data();
+    const std::string chosen = nameAt(currentIndex());
     const int top = verticalScrollBar()->value();
     model_->refresh();
-    for (int row = 0; chosen.isValid() && row < model_->rowCount(); ++row)
-        if (model_->index(row).data() == chosen)
-            selectionModel()->setCurrentIndex(model_->index(row),
-                                              QItemSelectionModel::ClearAndSelect);
+    if (!chosen.empty())
+        selectionModel()->setCurrentIndex(model_->find(chosen),
+                                          QItemSelectionModel::ClearAndSelect);
     // Qt would do this later, and the scroll bar has no room before it.
     doItemsLayout();
     verticalScrollBar()->setValue(top);
+}
+
+std::string PeopleView::nameAt(const QModelIndex& index) const {
+    return index.isValid() ? model_->at(index).name : "";
+}
+
+// At the pointer; by the menu key at whoever is chosen.
+void PeopleView::contextMenuEvent(QContextMenuEvent* event) {
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex index = isByKey ? currentIndex() : indexAt(event->pos());
+    const std::string name = nameAt(index);
+    std::vector<MenuEntry> entries = name.empty() ? std::vector<MenuEntry>() : menuOf_(name);
+    if (entries.empty())
+        return;
+    setCurrentIndex(index);
+    popUp(*this, {.name = name, .entries = [&] { return entries; }},
+          isByKey ? viewport()->mapToGlobal(visualRect(index).bottomLeft()) : event->globalPos(),
+          choose_);
+}
+
+void PeopleView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const std::string name = nameAt(indexAt(event->position().toPoint()));
+    if (!name.empty() && event->button() == Qt::LeftButton)
+        activated_(name);
+}
+
+void PeopleView::keyPressEvent(QKeyEvent* event) {
+    if (isReturn(event->key()) && currentIndex().isValid())
+        activated_(nameAt(currentIndex()));
+    else
+        QListView::keyPressEvent(event);
 }
 
 } // namespace larkspin

@@ -33,10 +33,16 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
     QObject::connect(new QShortcut(Qt::Key_F1, &window), &QShortcut::activated,
                      [this] { does("/help"); });
     window.onClose([this] { closeWindow(); });
+    rooms.preferences.onChange([this] { window.stamp(rooms.preferences.showsStamps()); });
+    window.stamp(rooms.preferences.showsStamps());
     window.holdAfter(&IrcWords::asksPassword);
     window.maskBy([this](const std::string& line, const Conversations::Begun& begun) {
         return rooms.withoutSecrets(line, begun);
     });
+    window.onGo([this](const std::string& place) { rooms.goTo(place); });
+    window.onLook([this](bool looks) { rooms.conversations.look(looks); });
+    window.onPeople([this](const std::string& name) { return peopleMenu.of(name); },
+                    [this](const std::string& name) { peopleMenu.talkTo(name); });
     words.add(rooms.slashWords());
     window.restorePlace(files.read(placeFile_, largestPlace).contents);
     window.onPlace([this] { placeChanged(); });

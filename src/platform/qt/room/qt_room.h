@@ -5,6 +5,7 @@
 #include "host/slash_words.h"
 #include "irc/client/all_rooms.h"
 #include "irc/client/password_prompt.h"
+#include "irc/client/people_menu.h"
 #include "platform/posix/line_history.h"
 #include "platform/qt/room/room_looks.h"
 #include "platform/qt/room/room_window.h"
@@ -85,6 +86,8 @@ public:
     RoomWindow window{loop_, rooms.room, rooms.conversations, history_};
     RoomLooks looks{window, rooms.preferences};
     SlashWords words;
+    PeopleMenu peopleMenu{rooms.conversations, rooms.own, rooms.networks,
+                          [this](const std::string& line) { take(line); }};
 };
 
 } // namespace larkspin

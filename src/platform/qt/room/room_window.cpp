@@ -1,8 +1,10 @@
 #include "platform/qt/room/room_window.h"
 
+#include "host/links.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/places.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/room/room_keys.h"
 #include "text/number.h"
 #include "text/row_list.h"
 #include "text/visible.h"
@@ -16,80 +18,142 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <utility>
-#include <vector>
 
 namespace larkspin {
 
 namespace {
 
 constexpr int gap = 6; // in pixels, as the sizes below
-constexpr QSize firstSize(700, 460), leastSize(320, 200);
-constexpr int peopleWidth = 160;
-constexpr std::size_t mostReadBefore = 300; // lines that are shown again
-constexpr QSize frameRoom(4, 40);           // for the frame of a window manager
+constexpr QSize firstSize(860, 540), leastSize(320, 200);
+constexpr int roomsWidth = 150, peopleWidth = 160;
+constexpr std::size_t mostLinks = 10; // in the menu of those said last
+constexpr QSize frameRoom(4, 40);     // for the frame of a window manager
 
 } // namespace
 
 RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversations& conversations,
                        LineHistory& history)
-    : loop_(loop), room_(room), conversations_(conversations), newLines_(conversations),
-      said_(*new Transcript),
-      people_(*new PeopleView({.people = [&room]() -> const RowList& { return room.people(); },
+    : loop_(loop), room_(room), conversations_(conversations),
+      rooms_(*new RoomsView(conversations)),
+      view_(*new ConversationView(loop, room, conversations)),
+      people_(*new PeopleView({.people = [&room] { return peopleRows(room); },
                                .isIgnored = [&room](auto name) { return room.isIgnored(name); }})),
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
-      halves_(*new QSplitter), rows_(*new QVBoxLayout(this)) {
+      sides_(*new QSplitter), halves_(*new QSplitter), rows_(*new QVBoxLayout(this)),
+      halfTyped_(input_, conversations), calls_(conversations) {
     layOut();
-    const QPointer<RoomWindow> window(this); // which may have gone when an event comes
-    // A line acts in an event of its own: what it does may wait, and a callback of Qt's can't.
-    input_.onBegin([this] { begun_ = conversations_.begun(); });
-    input_.onLine([this, window](std::string line) {
-        loop_.post([window, line = std::move(line), begun = begun_] {
-            if (window)
-                window->take_(line, begun);
-            if (window)
-                window->input_.goOn();
-        });
-    });
-    input_.onPage([this](int pages) { said_.scrollPage(pages); });
-    connect(&halves_, &QSplitter::splitterMoved, this, [this] { placeChanged_(); });
-    loop_.beforeSleep([window] {
+    takeLines();
+    takeRoomKeys(*this, conversations,
+                 {.goTo = [this](const Conversation* conversation) { goTo(conversation); },
+                  .toEnd = [this] { view_.toEnd(); },
+                  .showLinks = [this] { showLinks(); }});
+    loop_.beforeSleep([window = QPointer(this)] {
         if (window)
             window->showNew();
     });
 }
 
-// What is said on the left, the people on the right, and the line to type in below both.
+// The rooms on the left, then what is said, the people on the right, and the line to type in below
+// all.
 void RoomWindow::layOut() {
     auto* const right = new QWidget;
     auto* const rightColumn = new QVBoxLayout(right);
     rightColumn->setContentsMargins(0, 0, 0, 0);
     rightColumn->addWidget(&count_);
     rightColumn->addWidget(&people_);
-    halves_.addWidget(&said_);
+    halves_.addWidget(&view_);
     halves_.addWidget(right);
-    halves_.setStretchFactor(0, 1);
     halves_.setSizes({firstSize.width() - peopleWidth, peopleWidth});
-    halves_.setChildrenCollapsible(false);
-    halves_.setHandleWidth(gap);
+    sides_.addWidget(&rooms_);
+    sides_.addWidget(&halves_);
+    sides_.setStretchFactor(1, 1);
+    sides_.setSizes({roomsWidth, firstSize.width() - roomsWidth});
+    halves_.setStretchFactor(0, 1);
+    for (QSplitter* const splitter : {&sides_, &halves_}) {
+        splitter->setChildrenCollapsible(false);
+        splitter->setHandleWidth(gap);
+    }
     auto* const bottom = new QHBoxLayout;
     bottom->addWidget(&ownName_);
     bottom->addWidget(&input_);
     rows_.setContentsMargins(gap, gap, gap, gap);
     rows_.setSpacing(gap);
-    rows_.addWidget(&halves_, 1);
+    rows_.addWidget(&sides_, 1);
     rows_.addLayout(bottom);
 
     for (QLabel* label : {&count_, &ownName_})
         label->setTextFormat(Qt::PlainText);
-    said_.setAccessibleName("what is said");
     people_.setAccessibleName("people in the room");
     input_.setAccessibleName("line to say");
     setFont(fontOf({.family = "Arial", .points = 10}));
     setMinimumSize(leastSize);
     resize(firstSize);
-    setTabOrder(&said_, &people_);
+    rooms_.hide();
+    setTabOrder(&rooms_, &view_.said());
+    setTabOrder(&view_.said(), &people_);
     setTabOrder(&people_, &input_);
     input_.setFocus();
+}
+
+void RoomWindow::takeLines() {
+    // A line acts in an event of its own: what it does may wait, and a callback of Qt's can't.
+    input_.onLine([this](std::string line) {
+        view_.toEnd();
+        loop_.post([window = QPointer(this), line = std::move(line), begun = halfTyped_.begun()] {
+            if (window)
+                window->take_(line, begun);
+            if (window)
+                window->input_.goOn();
+        });
+    });
+    input_.onPage([this](int pages) { view_.said().scrollPage(pages); });
+    for (QSplitter* const splitter : {&sides_, &halves_})
+        connect(splitter, &QSplitter::splitterMoved, this, [this] { placeChanged_(); });
+    rooms_.onChosen([this](const std::string& place) { goTo(conversations_.find(place)); });
+}
+
+// In an event of its own, by which time the window may be gone.
+void RoomWindow::post(Task task) {
+    loop_.post([window = QPointer(this), task = std::move(task)] {
+        if (window)
+            task();
+    });
+}
+
+// Whoever has gone somewhere types there next.
+void RoomWindow::goTo(const Conversation* conversation) {
+    if (!conversation)
+        return;
+    post([this, place = conversation->place()] { go_(place); });
+    input_.setFocus();
+}
+
+void RoomWindow::onPeople(PeopleView::MenuOf menuOf,
+                          std::function<void(const std::string& name)> talk) {
+    people_.onMenu(std::move(menuOf), [this](const Task& action) { post(action); });
+    people_.onActivated([this, talk = std::move(talk)](const std::string& name) {
+        post([talk, name] { talk(name); });
+        input_.setFocus();
+    });
+}
+
+void RoomWindow::onLink(std::function<void(const std::string& address)> open) {
+    openLink_ = std::move(open);
+    view_.said().onLink(
+        [this](const std::string& address) { post([this, address] { openLink_(address); }); });
+}
+
+// For whoever has no mouse.
+void RoomWindow::showLinks() {
+    std::vector<MenuEntry> entries;
+    for (const std::string& address : latestLinks(conversations_.front(), mostLinks))
+        entries.push_back({.name = address, .caption = address, .action = [this, address] {
+                               openLink_(address);
+                           }});
+    if (entries.empty())
+        entries.push_back({.name = "none", .caption = "no links have been said here"});
+    popUp(*this, {.name = "links", .entries = [&] { return entries; }},
+          view_.said().mapToGlobal(QPoint(gap, gap)), [this](const Task& action) { post(action); });
 }
 
 void RoomWindow::addAbove(QWidget& widget) {
@@ -97,7 +161,7 @@ void RoomWindow::addAbove(QWidget& widget) {
 }
 
 void RoomWindow::addHint(QWidget& widget) {
-    rows_.insertWidget(rows_.indexOf(&halves_) + 1, &widget);
+    rows_.insertWidget(rows_.indexOf(&sides_) + 1, &widget);
 }
 
 void RoomWindow::addBelow(QWidget& widget) {
@@ -118,52 +182,20 @@ void RoomWindow::fitScreen() {
 
 // Qt draws in a later turn of the loop. The empty task makes sure that there is one.
 void RoomWindow::showNew() {
-    takeNew();
+    look();
+    tellCalls();
+    const auto shown = view_.showNew();
+    isRoomShown_ = isRoomShown_ && !shown.hasNews && !shown.isOther;
+    const bool isLineElsewhere = halfTyped_.follow();
+    const bool areRoomsShown = !rooms_.refresh();
     const bool wasShown = isRoomShown_;
     if (!wasShown)
         showRoom();
-    if (said_.showNew() || !wasShown)
+    if (shown.isAny || isLineElsewhere || !areRoomsShown || !wasShown)
         loop_.post([] {});
 }
 
-void RoomWindow::takeNew() {
-    newLines_.take(
-        {.entered = [this](const Conversation& conversation,
-                           bool isAgain) { enter(conversation, isAgain); },
-         .leftOut = [this](int lines) { said_.tell(counted(lines, "line") + " before these"); },
-         .line = [this](const KeptLine& line) { showLine(line); },
-         .elsewhere =
-             [this](const Conversation& conversation, const KeptLine& line) {
-                 said_.tell(wordsFromElsewhere(conversations_, conversation, line),
-                            stampOf(line, loop_));
-             }});
-}
-
-// Shows what the owner has read there before, and then where he is. What he hasn't read comes after
-// that.
-void RoomWindow::enter(const Conversation& conversation, bool isAgain) {
-    said_.begin();
-    std::vector<const KeptLine*> read; // the last one first
-    const auto& lines = conversation.lines();
-    for (auto line = lines.rbegin();
-         !isAgain && line != lines.rend() && read.size() < mostReadBefore; ++line)
-        if (line->number <= conversation.readBefore())
-            read.push_back(&*line);
-    for (auto line = read.rbegin(); line != read.rend(); ++line)
-        showLine(**line);
-    said_.tell(wordsOfEntering(conversations_, conversation));
-    roomChanged();
-}
-
-void RoomWindow::showLine(const KeptLine& line) {
-    if (line.kind == KeptLine::Kind::said)
-        said_.say(line.speaker, line.text, stampOf(line, loop_));
-    else
-        said_.tell(wordsOf(line), stampOf(line, loop_));
-    // People come and go by such lines.
-    isRoomShown_ = isRoomShown_ && !line.isProgramsWord();
-}
-
+// Where there is nothing to choose from, what is said has all the room.
 void RoomWindow::showRoom() {
     isRoomShown_ = true;
     const Conversation& front = conversations_.front();
@@ -171,22 +203,27 @@ void RoomWindow::showRoom() {
                                                          : conversations_.fullName(front)));
     const int count = room_.people().count();
     count_.setText(toQt(counted(count, "person", "people")));
-    ownName_.setText(toQt(visibleName(prompt_.empty() ? room_.ownName() : prompt_)) + ':');
+    rooms_.setVisible(conversations_.all().size() > 1);
+    people_.parentWidget()->setVisible(front.kind() != Conversation::Kind::person);
+    view_.showRoom();
+    showOwnName();
     people_.refresh();
+}
+
+void RoomWindow::showOwnName() {
+    std::string prompt = visibleName(prompt_.empty() ? room_.ownName() : prompt_);
+    if (const Conversation* const elsewhere = halfTyped_.elsewhere())
+        prompt += " in " + conversations_.fullName(*elsewhere);
+    ownName_.setText(toQt(prompt) + ':');
 }
 
 void RoomWindow::askPassword(const std::string& prompt, std::function<void(std::string)> answered) {
     prompt_ = prompt;
     roomChanged();
-    const QPointer<RoomWindow> window(this);
-    input_.takeSecret([this, window, answered = std::move(answered)](std::string line) {
+    input_.takeSecret([this, answered = std::move(answered)](std::string line) {
         prompt_.clear();
         roomChanged();
-        // The answer goes out in an event of its own, by which time the window may be gone.
-        loop_.post([window, answered, line = std::move(line)] {
-            if (window)
-                answered(line);
-        });
+        post([answered, line = std::move(line)] { answered(line); });
     });
 }
 
@@ -220,6 +257,8 @@ bool RoomWindow::event(QEvent* event) {
     const auto type = event->type();
     if (type == QEvent::Move || type == QEvent::Resize || type == QEvent::WindowStateChange)
         placeChanged_();
+    if (type == QEvent::WindowActivate || type == QEvent::WindowDeactivate)
+        loop_.post([] {}); // which looks
     return done;
 }
 
@@ -227,18 +266,49 @@ QRegion RoomWindow::text() const {
     const auto seen = [](const QWidget& part) {
         return QRect(part.mapToGlobal(QPoint()), part.size());
     };
-    return QRegion(seen(said_)) + seen(input_);
+    return QRegion(seen(view_.said())) + seen(input_);
+}
+
+// What has come while he was looking elsewhere gets a line before it.
+void RoomWindow::look() {
+    const bool looks = isActiveWindow();
+    if (looks == conversations_.looks())
+        return;
+    if (looks && conversations_.front().unread() > 0)
+        view_.refill();
+    look_(looks);
+}
+
+// Before they are counted as seen.
+void RoomWindow::tellCalls() {
+    if (auto call = calls_.take()) {
+        QApplication::alert(this);
+        callTasks_.begin(*call);
+        call_ = std::move(call);
+    }
+    if (call_ && calls_.isOver(*call_)) {
+        call_.reset();
+        callTasks_.end();
+    }
+}
+
+void RoomWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        view_.refill();
 }
 
 std::string RoomWindow::place() const {
     return saveGeometry().toBase64().toStdString() + '\n' +
-           halves_.saveState().toBase64().toStdString() + '\n';
+           halves_.saveState().toBase64().toStdString() + '\n' +
+           sides_.saveState().toBase64().toStdString() + '\n';
 }
 
 void RoomWindow::restorePlace(const std::string& place) {
     const QList<QByteArray> lines = QByteArray::fromStdString(place).split('\n');
     restoreGeometry(QByteArray::fromBase64(lines.value(0)));
     halves_.restoreState(QByteArray::fromBase64(lines.value(1)));
+    sides_.restoreState(QByteArray::fromBase64(lines.value(2)));
     // A window that was minimized when the last run ended opens like any other.
     setWindowState(windowState() & ~Qt::WindowMinimized);
     fitScreen();

@@ -1,21 +1,25 @@
-// The window of the conversation in front: what is said there, who is there, and a line to say
-// something in. It shows what has changed once per turn, never takes the focus for it, and hands on
-// what the owner types.
+// The window of the room: the conversations, what is said in the one in front, who is there, and a
+// line to say something in. It shows what has changed once per turn, never takes the focus for it,
+// and hands on what the owner types.
 #pragma once
 
 #include "host/conversations.h"
-#include "host/new_lines.h"
+#include "host/owner_calls.h"
 #include "host/shown_room.h"
+#include "platform/qt/room/conversation_view.h"
+#include "platform/qt/room/half_typed.h"
 #include "platform/qt/room/input_line.h"
 #include "platform/qt/room/people_view.h"
-#include "platform/qt/room/transcript.h"
+#include "platform/qt/room/rooms_view.h"
 #include "platform/qt/typed_keys.h"
 #include "shell/event_loop.h"
 
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class QLabel;
 class QSplitter;
@@ -50,6 +54,28 @@ public:
     void onLine(Take take) { take_ = std::move(take); }
     void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
 
+    // What the owner wants to be in front, by its place, in an event of its own.
+    void onGo(std::function<void(const std::string& place)> go) { go_ = std::move(go); }
+
+    // Whether he sees the window, and so what is said in the conversation in front.
+    void onLook(std::function<void(bool looks)> look) { look_ = std::move(look); }
+
+    // What calls him in a conversation that he doesn't look at; and that this is over.
+    struct Calls {
+        std::function<void(const OwnerCall& call)> begin = [](const OwnerCall&) {};
+        Task end = [] {};
+    };
+    void onCall(Calls calls) { callTasks_ = std::move(calls); }
+
+    // The address of a link that he wants to open, in an event of its own.
+    void onLink(std::function<void(const std::string& address)> open);
+
+    // What can be done about somebody in the room; and a private talk with him.
+    void onPeople(PeopleView::MenuOf menuOf, std::function<void(const std::string& name)> talk);
+
+    // Whether each line has its time in front.
+    void stamp(bool stamps) { view_.stamp(stamps); }
+
     // Room for more: at the top, over the whole width; between what is said and the line to type
     // in; and below that. The window owns them from then on.
     void addAbove(QWidget& widget);
@@ -64,7 +90,7 @@ public:
     using Mask = std::function<std::string(const std::string&, const Conversations::Begun&)>;
     void maskBy(Mask masked) {
         input_.maskBy([this, masked = std::move(masked)](const std::string& line) {
-            return masked(line, begun_);
+            return masked(line, halfTyped_.begun());
         });
     }
 
@@ -87,20 +113,25 @@ public:
 
 private:
     void layOut();
+    void takeLines();
+    void goTo(const Conversation* conversation);
+    void post(Task task);
+    void look();
+    void tellCalls();
+    void showLinks();
     void fitScreen();
     void showNew();
-    void takeNew();
-    void enter(const Conversation& conversation, bool isAgain);
-    void showLine(const KeptLine& line);
     void showRoom();
+    void showOwnName();
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
     EventLoop& loop_;
     const ShownRoom& room_;
     const Conversations& conversations_;
-    NewLines newLines_;
-    Transcript& said_; // these belong to the window's layout
+    RoomsView& rooms_; // these belong to the window's layout
+    ConversationView& view_;
     PeopleView& people_;
     InputLine& input_;
     TypedKeys typedKeys_{{.widget = input_,
@@ -108,11 +139,18 @@ private:
                           .comesForward = [this] { bringForward(); }}};
     QLabel& count_;
     QLabel& ownName_;
-    QSplitter& halves_;
-    QVBoxLayout& rows_;  // of the window
+    QSplitter& sides_;  // the rooms, and all else
+    QSplitter& halves_; // what is said, and the people
+    QVBoxLayout& rows_; // of the window
+    HalfTyped halfTyped_;
+    OwnerCalls calls_;
+    std::optional<OwnerCall> call_; // that isn't over
+    Calls callTasks_;
+    std::function<void(const std::string&)> openLink_ = [](const std::string&) {};
     std::string prompt_; // shown in place of the owner's name
     Take take_ = [](const std::string&, const Conversations::Begun&) {};
-    Conversations::Begun begun_; // where the line is that is being typed
+    std::function<void(const std::string&)> go_ = [](const std::string&) {};
+    std::function<void(bool)> look_ = [](bool) {};
     Task placeChanged_ = [] {};
     Task close_ = [this] { showMinimized(); };
     bool isRoomShown_ = false;

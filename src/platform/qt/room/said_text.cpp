@@ -1,5 +1,6 @@
 #include "platform/qt/room/said_text.h"
 
+#include "host/links.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "text/visible.h"
@@ -20,7 +21,7 @@ namespace {
 constexpr std::string_view setIn = "\u2028    ";
 
 constexpr double leastContrast = 5.2;    // that of plain red
-constexpr double contrastOfBlack = 0.05; // which the formula adds to every light
+constexpr double contrastOfBlack = 0.05; // which is added to every light
 
 // Fonts that people in rooms name but few machines here have, and free ones of the same widths.
 constexpr std::pair<std::string_view, std::string_view> standIns[] = {
@@ -52,14 +53,15 @@ QString familyOf(std::string_view face) {
     return families.value(toQt(face).toLower());
 }
 
-QTextCharFormat formatOf(const MarkupStyle& style, const QTextCharFormat& plain) {
+QTextCharFormat formatOf(const MarkupStyle& style, const QTextCharFormat& plain,
+                         const QColor& ground) {
     QTextCharFormat format = plain;
     if (style.bold)
         format.setFontWeight(QFont::Bold);
     format.setFontUnderline(style.underlined);
     format.setFontItalic(style.italic);
     if (style.color)
-        format.setForeground(readable(QColor(QRgb{*style.color})));
+        format.setForeground(readable(QColor(QRgb{*style.color}), ground));
     if (const QString family = style.face.empty() ? QString() : familyOf(style.face);
         !family.isEmpty())
         format.setFontFamilies(QStringList(family));
@@ -71,24 +73,53 @@ double lightOf(float part) {
     return part <= 0.04045F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
 }
 
-double contrastWithBlack(const QColor& color) {
-    const double light = 0.2126 * lightOf(color.redF()) + 0.7152 * lightOf(color.greenF()) +
-                         0.0722 * lightOf(color.blueF());
-    return (light + contrastOfBlack) / contrastOfBlack;
+double lightOf(const QColor& color) {
+    return 0.2126 * lightOf(color.redF()) + 0.7152 * lightOf(color.greenF()) +
+           0.0722 * lightOf(color.blueF()) + contrastOfBlack;
 }
 
 } // namespace
 
-QColor readable(const QColor& color) {
-    QColor lifted = color;
-    for (double white = 0; contrastWithBlack(lifted) < leastContrast; white += 0.02)
-        lifted = between(color, Qt::white, std::min(white, 1.0));
-    return lifted;
+// Steps towards white or black, whichever differs more from the ground. One of them always does.
+QColor readable(const QColor& color, const QColor& ground) {
+    const double under = lightOf(ground);
+    const auto contrast = [under](const QColor& front) {
+        const double light = lightOf(front);
+        return std::max(light, under) / std::min(light, under);
+    };
+    const QColor far = contrast(Qt::white) > contrast(Qt::black) ? Qt::white : Qt::black;
+    const double least = std::min(leastContrast, contrast(far));
+    QColor seen = color;
+    for (double share = 0.02; contrast(seen) < least && share <= 1; share += 0.02)
+        seen = between(color, far, share);
+    return seen;
 }
 
-void insertSaid(QTextCursor& cursor, std::string_view line, const QTextCharFormat& plain) {
-    for (const MarkupPiece& piece : readMarkup(line))
-        cursor.insertText(toQt(visibleText(piece.text, setIn)), formatOf(piece.style, plain));
+std::string insertSaid(QTextCursor& cursor, std::string_view line, const QTextCharFormat& plain,
+                       const QColor& ground) {
+    std::string seen;
+    for (const MarkupPiece& piece : readMarkup(line)) {
+        const std::string text = visibleText(piece.text, setIn);
+        cursor.insertText(toQt(text), formatOf(piece.style, plain, ground));
+        seen += text;
+    }
+    return seen;
+}
+
+void linkSaid(QTextCursor& cursor, int from, std::string_view seen) {
+    const auto positionOf = [&](std::size_t bytes) {
+        return from + static_cast<int>(toQt(seen.substr(0, bytes)).size());
+    };
+    for (const Link& link : linksIn(seen)) {
+        QTextCursor range = cursor;
+        range.setPosition(positionOf(link.begin));
+        range.setPosition(positionOf(link.begin + link.length), QTextCursor::KeepAnchor);
+        QTextCharFormat format;
+        format.setAnchor(true);
+        format.setAnchorHref(QString::fromStdString(link.address));
+        format.setFontUnderline(true);
+        range.mergeCharFormat(format);
+    }
 }
 
 void insertName(QTextCursor& cursor, std::string_view name, const QTextCharFormat& format) {

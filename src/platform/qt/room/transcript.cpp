@@ -7,10 +7,15 @@
 #include "text/visible.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextLayout>
 #include <QTextOption>
+#include <QToolTip>
 #include <utility>
 
 namespace larkspin {
@@ -20,14 +25,16 @@ namespace {
 constexpr int documentMargin = 6; // in pixels, as those below
 constexpr int hangingIndent = 18; // of the lines after the first one
 constexpr int betweenLines = 3;
+constexpr int besideMark = 8;
 constexpr std::string_view cutMark = "\u2026";
+constexpr int markState = -2; // of a block; a line's is its number, -1 is that of any other
 
-QTextBlockFormat lineFormat() {
-    QTextBlockFormat format;
-    format.setLeftMargin(hangingIndent);
-    format.setTextIndent(-hangingIndent);
-    format.setTopMargin(betweenLines);
-    return format;
+constexpr double dimness = 0.35, callGround = 0.16; // shares of the ground, and of its colour
+
+int stateOf(const Transcript::Line& line) {
+    if (line.look == Transcript::Line::Look::mark)
+        return markState;
+    return line.number == 0 ? -1 : static_cast<int>(line.number & 0x7FFFFFFF);
 }
 
 std::string shortened(const std::string& text) {
@@ -49,95 +56,241 @@ Transcript::Transcript() {
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document()->setDefaultTextOption(option);
     document()->setDocumentMargin(documentMargin);
-    plain_.setForeground(palette().color(QPalette::Text));
+    viewport()->setMouseTracking(true); // links show that they can be clicked
+    takeColors();
+}
+
+void Transcript::takeColors() {
+    const QColor front = palette().color(QPalette::Text), ground = palette().color(QPalette::Base);
+    plain_.setForeground(front);
     name_ = plain_;
     name_.setFontWeight(QFont::Bold);
-    dim_.setForeground(between(palette().color(QPalette::Text), Qt::black, 0.35));
+    dim_.setForeground(between(front, ground, dimness));
+    call_ = name_;
+    call_.setForeground(readable(callColor, ground));
+    mark_.setForeground(call_.foreground());
 }
 
-void Transcript::say(const std::string& speaker, const std::string& line,
-                     const std::string& stamp) {
-    keep({.speaker = shortened(speaker), .text = shortened(line), .stamp = stamp});
+// The colours of what stands there already are its formats': whoever fills it does so anew.
+void Transcript::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        takeColors();
+    QTextEdit::changeEvent(event);
 }
 
-void Transcript::tell(const std::string& text, const std::string& stamp) {
-    keep({.speaker = {}, .text = shortened(text), .stamp = stamp});
-}
-
-void Transcript::begin() {
-    waiting_.clear();
-    beginsAnew_ = true;
-}
-
-void Transcript::keep(Entry entry) {
-    waiting_.push_back(std::move(entry));
+void Transcript::add(Line line) {
+    waiting_.push_back(std::move(line));
     if (waiting_.size() > std::size_t{mostLines})
         waiting_.pop_front();
 }
 
+void Transcript::begin(const Reading& reading) {
+    waiting_.clear();
+    beginsAnew_ = true;
+    beginsAt_ = reading;
+}
+
 bool Transcript::showNew() {
-    if (waiting_.empty())
+    if (waiting_.empty() && !beginsAnew_)
         return false;
     // The view follows what is said, unless the owner has scrolled up to read.
-    const bool follows = beginsAnew_ || isAtEnd();
+    const bool begins = std::exchange(beginsAnew_, false), follows = !begins && isAtEnd();
     const int scrolledTo = verticalScrollBar()->value();
-    if (std::exchange(beginsAnew_, false))
+    if (begins)
         clear();
     // Laid out once, however many they are.
     QTextCursor all(document());
     all.beginEditBlock();
-    for (const Entry& entry : std::exchange(waiting_, {}))
-        append(entry);
+    bool isFirst = document()->isEmpty(); // an empty document has one block already
+    for (const Line& line : std::exchange(waiting_, {})) {
+        all.movePosition(QTextCursor::End);
+        append(all, line, std::exchange(isFirst, false));
+    }
     all.endEditBlock();
-    const int dropped = dropOldest();
-    QScrollBar& bar = *verticalScrollBar();
-    bar.setValue(follows ? bar.maximum() : scrolledTo - dropped);
+    const int dropped = dropOldest(follows || begins ? mostLines : mostReadBack);
+    if (begins)
+        read(beginsAt_);
+    else if (follows)
+        toEnd();
+    else
+        verticalScrollBar()->setValue(scrolledTo - dropped);
     return true;
 }
 
-void Transcript::append(const Entry& entry) {
-    QTextCursor cursor(document());
-    cursor.movePosition(QTextCursor::End);
-    // An empty document has one block already.
-    if (document()->isEmpty())
-        cursor.setBlockFormat(lineFormat());
+QTextBlockFormat Transcript::blockOf(const Line& line) const {
+    QTextBlockFormat format;
+    format.setTopMargin(betweenLines);
+    if (line.look == Line::Look::mark) {
+        format.setAlignment(Qt::AlignHCenter);
+        return format;
+    }
+    format.setLeftMargin(hangingIndent);
+    format.setTextIndent(-hangingIndent);
+    if (line.callsOwner)
+        format.setBackground(
+            between(palette().color(QPalette::Base), call_.foreground().color(), callGround));
+    return format;
+}
+
+void Transcript::append(QTextCursor& cursor, const Line& line, bool isFirst) {
+    if (isFirst)
+        cursor.setBlockFormat(blockOf(line));
     else
-        cursor.insertBlock(lineFormat());
-    if (!entry.stamp.empty())
-        cursor.insertText(toQt(entry.stamp) + ' ', dim_);
-    if (entry.speaker.empty()) {
-        cursor.insertText(toQt(visibleText(entry.text, " ")), dim_);
+        cursor.insertBlock(blockOf(line));
+    insert(cursor, line);
+}
+
+void Transcript::insert(QTextCursor& cursor, const Line& line) {
+    using Look = Line::Look;
+    cursor.block().setUserState(stateOf(line));
+    if (!line.stamp.empty())
+        cursor.insertText(toQt(line.stamp) + ' ', dim_);
+    const std::string text = shortened(line.text);
+    if (line.look == Look::said) {
+        const QTextCharFormat& name = line.callsOwner ? call_ : name_;
+        insertName(cursor, shortened(line.speaker), name);
+        cursor.insertText(": ", name);
+        const int from = cursor.position();
+        linkSaid(cursor, from, insertSaid(cursor, text, plain_, palette().color(QPalette::Base)));
     } else {
-        insertName(cursor, entry.speaker, name_);
-        cursor.insertText(": ", name_);
-        insertSaid(cursor, entry.text, plain_);
+        const bool isBright = line.look == Look::passed || line.callsOwner;
+        const int from = cursor.position();
+        const std::string seen = visibleText(text, " ");
+        cursor.insertText(toQt(seen), line.look == Look::mark ? mark_ : isBright ? plain_ : dim_);
+        linkSaid(cursor, from, seen);
     }
 }
 
-int Transcript::dropOldest() {
-    const int tooMany = document()->blockCount() - mostLines;
+void Transcript::addAbove(const std::vector<Line>& lines) {
+    const Reading place = reading();
+    QTextCursor above(document());
+    above.beginEditBlock();
+    for (const Line& line : lines) {
+        // A block is put in before the first one, which keeps its own format and state.
+        const QTextBlock first = above.block();
+        const QTextBlockFormat format = first.blockFormat();
+        const int state = first.userState();
+        above.insertBlock(format);
+        above.block().setUserState(state);
+        above.movePosition(QTextCursor::PreviousBlock);
+        above.setBlockFormat(blockOf(line));
+        insert(above, line);
+        above.movePosition(QTextCursor::NextBlock);
+    }
+    above.endEditBlock();
+    read(place);
+}
+
+std::uint64_t Transcript::firstLine() const {
+    for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next())
+        if (block.userState() > 0)
+            return static_cast<std::uint64_t>(block.userState());
+    return 0;
+}
+
+int Transcript::dropOldest(int most) {
+    const int tooMany = document()->blockCount() - most;
     if (tooMany < 1)
         return 0;
     const QTextBlock first = document()->findBlockByNumber(tooMany);
     // How much text disappears above the oldest line that stays, so that the view can be moved by
     // that.
-    const double before = document()->documentLayout()->blockBoundingRect(first).top();
+    const int before = topOf(first);
     QTextCursor cursor(document());
     cursor.setPosition(first.position(), QTextCursor::KeepAnchor);
     cursor.removeSelectedText();
-    return qRound(before -
-                  document()->documentLayout()->blockBoundingRect(document()->firstBlock()).top());
+    return before - topOf(document()->firstBlock());
+}
+
+int Transcript::topOf(const QTextBlock& block) const {
+    return qRound(document()->documentLayout()->blockBoundingRect(block).top());
 }
 
 bool Transcript::isAtEnd() const {
     return verticalScrollBar()->value() >= verticalScrollBar()->maximum();
 }
 
+void Transcript::toEnd() {
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+Transcript::Reading Transcript::reading() const {
+    if (isAtEnd())
+        return {};
+    const int top = verticalScrollBar()->value();
+    QTextBlock block = cursorForPosition({hangingIndent + documentMargin, 0}).block();
+    while (block.isValid() && block.userState() <= 0)
+        block = block.next();
+    if (!block.isValid())
+        return {};
+    return {false, static_cast<std::uint64_t>(block.userState()), top - topOf(block)};
+}
+
+// A line that isn't held any more was before all that are.
+void Transcript::read(const Reading& reading) {
+    if (reading.follows)
+        return toEnd();
+    QTextBlock block = document()->firstBlock();
+    while (block.isValid() && block.userState() != static_cast<int>(reading.line & 0x7FFFFFFF))
+        block = block.next();
+    verticalScrollBar()->setValue(block.isValid() ? topOf(block) + reading.above : 0);
+}
+
 void Transcript::resizeEvent(QResizeEvent* event) {
     const bool follows = isAtEnd();
     QTextEdit::resizeEvent(event);
     if (follows)
-        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+        toEnd();
+}
+
+// A mark has a line on either side.
+void Transcript::paintEvent(QPaintEvent* event) {
+    QTextEdit::paintEvent(event);
+    const int scrolledTo = verticalScrollBar()->value(), height = viewport()->height();
+    QTextBlock block = cursorForPosition({0, 0}).block();
+    QPainter painter(viewport());
+    for (; block.isValid() && topOf(block) - scrolledTo < height; block = block.next()) {
+        if (block.userState() != markState || block.layout()->lineCount() == 0)
+            continue;
+        const QRectF text = block.layout()->lineAt(0).naturalTextRect().translated(
+            block.layout()->position() - QPointF(0, scrolledTo));
+        const int y = qRound(text.center().y()), left = qRound(text.left()) - besideMark,
+                  right = qRound(text.right()) + besideMark;
+        painter.fillRect(QRect(documentMargin, y, left - documentMargin, 1), mark_.foreground());
+        painter.fillRect(QRect(right, y, viewport()->width() - documentMargin - right, 1),
+                         mark_.foreground());
+    }
+}
+
+void Transcript::mousePressEvent(QMouseEvent* event) {
+    pressed_ = event->button() == Qt::LeftButton ? anchorAt(event->pos()) : QString();
+    QTextEdit::mousePressEvent(event);
+}
+
+void Transcript::mouseMoveEvent(QMouseEvent* event) {
+    QTextEdit::mouseMoveEvent(event);
+    viewport()->setCursor(anchorAt(event->pos()).isEmpty() ? Qt::IBeamCursor
+                                                           : Qt::PointingHandCursor);
+}
+
+// Who marks a part of a text that has a link in it doesn't want to open that.
+void Transcript::mouseReleaseEvent(QMouseEvent* event) {
+    QTextEdit::mouseReleaseEvent(event);
+    const QString address = std::exchange(pressed_, {});
+    if (!address.isEmpty() && address == anchorAt(event->pos()) && !textCursor().hasSelection())
+        opens_(address.toStdString());
+}
+
+// The address itself, which may be read as markup if it looks like some.
+bool Transcript::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QTextEdit::viewportEvent(event);
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const QString address = anchorAt(help.pos());
+    QToolTip::showText(help.globalPos(),
+                       address.isEmpty() ? QString() : "<qt>" + address.toHtmlEscaped() + "</qt>",
+                       viewport());
+    return true;
 }
 
 void Transcript::scrollPage(int pages) {

@@ -1,11 +1,17 @@
 // What has been said in a room, the latest at the bottom, where it stays in view unless the owner
-// has scrolled up. Only so much is kept, so that nobody can fill the memory by talking.
+// has scrolled up. It holds a part of what is kept, and asks for more when its top is reached.
 #pragma once
 
 #include <QTextCharFormat>
 #include <QTextEdit>
+#include <cstdint>
 #include <deque>
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
+
+class QTextCursor;
 
 namespace larkspin {
 
@@ -13,37 +19,76 @@ class Transcript : public QTextEdit {
 public:
     Transcript();
 
-    static constexpr int mostLines = 2000;
+    // While the end is in view no more lines are held than the first; else than the second.
+    static constexpr int mostLines = 2000, mostReadBack = 10'000;
     static constexpr std::size_t mostCharacters = 4000; // of a line; the rest of it isn't shown
 
-    // Add a line that somebody says, and something that the program tells beside it, dimmed, with a
-    // stamp in front. Both show with the next `showNew`.
-    void say(const std::string& speaker, const std::string& line, const std::string& stamp = {});
-    void tell(const std::string& text, const std::string& stamp = {});
+    struct Line {
+        enum class Look {
+            said,   // by somebody, with markup
+            told,   // by the program, dim
+            passed, // from elsewhere, in plain text, as bright as what is said here
+            mark,   // across the whole width
+        };
+        Look look = Look::told;
+        std::string speaker{}, text{}, stamp{};
+        bool callsOwner = false;
+        std::uint64_t number = 0; // by which it is found again; 0 for none
+    };
 
-    // What follows takes the place of all that stands there.
-    void begin();
+    // Adds a line, which shows with the next `showNew`.
+    void add(Line line);
+
+    // Where its reader is: at the end, where he stays when more is said; or at a line that begins
+    // so many pixels above the upper edge.
+    struct Reading {
+        bool follows = true;
+        std::uint64_t line = 0;
+        int above = 0;
+    };
+    Reading reading() const;
+
+    // What is added from now on takes the place of all that stands there, and is read there.
+    void begin(const Reading& reading);
 
     // Shows what has been added since the last time. False when there is nothing.
     bool showNew();
 
+    // Lines before all others, at once. What is in view stays where it is.
+    void addAbove(const std::vector<Line>& lines);
+    std::uint64_t firstLine() const; // its number; 0 for none
+
+    // Who gets the address of a link that is clicked, inside a callback of Qt's.
+    void onLink(std::function<void(const std::string& address)> opens) {
+        opens_ = std::move(opens);
+    }
+
+    bool isAtEnd() const;
+    void toEnd();
     void scrollPage(int pages); // upwards if negative
 
 private:
-    struct Entry {
-        std::string speaker; // empty when the program tells something
-        std::string text, stamp;
-    };
-
     void resizeEvent(QResizeEvent* event) override;
-    bool isAtEnd() const;
-    void keep(Entry entry);
-    void append(const Entry& entry);
-    int dropOldest(); // gives the height of what it drops
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void takeColors();
+    void append(QTextCursor& cursor, const Line& line, bool isFirst);
+    void insert(QTextCursor& cursor, const Line& line);
+    QTextBlockFormat blockOf(const Line& line) const;
+    void read(const Reading& reading);
+    int topOf(const QTextBlock& block) const;
+    int dropOldest(int most); // gives the height of what it drops
 
-    std::deque<Entry> waiting_;
+    std::deque<Line> waiting_;
+    QString pressed_; // the address of the link on which the mouse is down
+    std::function<void(const std::string&)> opens_ = [](const std::string&) {};
     bool beginsAnew_ = false;
-    QTextCharFormat plain_, name_, dim_;
+    Reading beginsAt_;
+    QTextCharFormat plain_, name_, dim_, call_, mark_;
 };
 
 } // namespace larkspin

@@ -3,6 +3,7 @@
 
 #include "app/program.h"
 #include "platform/qt/looks.h"
+#include "platform/qt/room/find_view.h"
 #include "platform/qt/room/qt_room.h"
 #include "support/patience.h"
 #include "support/pretend_irc.h"
@@ -62,12 +63,7 @@ protected:
 
     RoomWindow& window() { return room->window; }
     Preferences& preferences() { return room->rooms.preferences; }
-    template <typename View> View& view() { // which must be there
-        for (QWidget* const each : window().findChildren<QWidget*>())
-            if (auto* const found = dynamic_cast<View*>(each))
-                return *found;
-        std::abort();
-    }
+    template <typename View> View& view() { return findView<View>(window()); }
 
     VirtualMachine machine;
     PretendIrc server{machine.loop};

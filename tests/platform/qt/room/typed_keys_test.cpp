@@ -1,5 +1,6 @@
 // What a real hand types after it has clicked in some window: it goes to the room's line.
 #include "app/program.h"
+#include "platform/qt/room/find_view.h"
 #include "platform/qt/room/qt_room.h"
 #include "platform/qt/windows/qt_windows.h"
 #include "support/patience.h"
@@ -56,11 +57,11 @@ struct TypedKeysTest : testing::Test {
         EXPECT_TRUE(comes([&] { return widget.window()->isActiveWindow(); })) << control;
         return widget;
     }
-    std::string said() { return room.window.findChild<Transcript*>()->toPlainText().toStdString(); }
+    std::string said() { return findView<Transcript>(room.window).toPlainText().toStdString(); }
     bool reads(const char* text) {
         return comes([&] { return input().text() == text; });
     }
-    InputLine& input() { return *room.window.findChild<InputLine*>(); }
+    InputLine& input() { return findView<InputLine>(room.window); }
 
     VirtualMachine machine{Lines{"ride.mp3", "ride on.mp3", "rain.mp3"}};
     PretendIrc server{machine.loop};
@@ -101,8 +102,8 @@ TEST_F(TypedKeysTest, GoToTheLineFromAllThatTakesNoText) {
         EXPECT_TRUE(comes([&] { return input().hasFocus(); }));
         input().empty();
     }
-    for (QWidget* const part : {static_cast<QWidget*>(room.window.findChild<Transcript*>()),
-                                static_cast<QWidget*>(room.window.findChild<PeopleView*>())}) {
+    for (QWidget* const part : {static_cast<QWidget*>(&findView<Transcript>(room.window)),
+                                static_cast<QWidget*>(&findView<PeopleView>(room.window))}) {
         part->setFocus(Qt::MouseFocusReason);
         hand({"type", "ab"});
         EXPECT_TRUE(reads("ab"));

@@ -1,0 +1,247 @@
+#include "platform/qt/room/conversation_view.h"
+
+#include "host/conversations.h"
+#include "host/shown_room.h"
+#include "platform/qt/looks.h"
+#include "platform/qt/qt_text.h"
+#include "text/number.h"
+#include "text/visible.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+constexpr std::size_t firstLines = 300;  // of a conversation that comes in front
+constexpr std::size_t olderLines = 300;  // more of them whenever the first one is in view
+constexpr std::size_t aboveReading = 50; // lines before the one that is read
+constexpr int headGap = 10, underHead = 4, underButton = 8; // in pixels
+
+// The index of the first line with that number or a newer one.
+std::size_t indexOf(const Conversation& conversation, std::uint64_t number) {
+    const auto& lines = conversation.lines();
+    const auto found = std::ranges::find_if(
+        lines, [number](const KeptLine& line) { return line.number >= number; });
+    return static_cast<std::size_t>(found - lines.begin());
+}
+
+} // namespace
+
+ConversationView::ConversationView(EventLoop& loop, const ShownRoom& room,
+                                   const Conversations& conversations)
+    : loop_(loop), room_(room), conversations_(conversations), newLines_(conversations),
+      said_(*new Transcript), name_(*new QLabel), topic_(*new QLabel),
+      newBelow_(*new QPushButton(this)), shown_(conversations.front().place()) {
+    layOut();
+    connect(said_.verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { scrolled(); });
+    connect(&newBelow_, &QPushButton::clicked, this, [this] { toEnd(); });
+}
+
+void ConversationView::layOut() {
+    auto* const head = new QHBoxLayout;
+    head->setSpacing(headGap);
+    head->addWidget(&name_);
+    head->addWidget(&topic_, 1);
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(underHead);
+    column->addLayout(head);
+    column->addWidget(&said_, 1);
+    for (QLabel* const label : {&name_, &topic_})
+        label->setTextFormat(Qt::PlainText);
+    QFont bold = name_.font();
+    bold.setBold(true);
+    name_.setFont(bold);
+    // What stands in it never makes the window wider.
+    topic_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    said_.setAccessibleName("what is said");
+    newBelow_.setFocusPolicy(Qt::TabFocus); // the owner goes on typing
+    newBelow_.hide();
+}
+
+ConversationView::Shown ConversationView::showNew() {
+    Shown shown;
+    newLines_.take({.entered =
+                        [&](const Conversation& front, bool isAgain) {
+                            shown.isOther = true;
+                            leave();
+                            if (isAgain)
+                                left_[front.place()] = {};
+                            const int least = isAgain ? conversations_.again().lines : 0;
+                            fill(front, static_cast<std::size_t>(least));
+                        },
+                    .leftOut = [](int) {},
+                    .line = [&](const KeptLine& line) { take(line, shown); },
+                    .elsewhere =
+                        [&](const Conversation& conversation, const KeptLine& line) {
+                            said_.add(
+                                {.look = Transcript::Line::Look::passed,
+                                 .text = wordsFromElsewhere(conversations_, conversation, line),
+                                 .stamp = stampOf(line)});
+                        }});
+    if (!std::exchange(isFilled_, true)) {
+        leave();
+        fill(conversations_.front(), 0);
+    }
+    isShowing_ = true; // in the middle of it the view is scrolled about
+    shown.isAny = said_.showNew();
+    isShowing_ = false;
+    if (shown.isAny)
+        scrolled();
+    return shown;
+}
+
+void ConversationView::take(const KeptLine& line, Shown& shown) {
+    shown.hasNews |= line.isProgramsWord();
+    if (line.number <= shownUpTo_)
+        return;
+    const Conversation& front = conversations_.front();
+    // One that was put in among others isn't shown at the end.
+    if (line.isOld && front.lastPutIn() > shownUpTo_)
+        isFilled_ = false;
+    else if (isFilled_)
+        said_.add(shownLine(front, line));
+    shownUpTo_ = std::max(shownUpTo_, line.number);
+}
+
+// How far he has read in the one that has been shown until now.
+void ConversationView::leave() {
+    left_[shown_] = {said_.reading(), seenUpTo_};
+    std::erase_if(left_, [this](const auto& left) { return !conversations_.find(left.first); });
+}
+
+// The last lines, and those before them down from the one that he reads.
+void ConversationView::fill(const Conversation& conversation, std::size_t least) {
+    shown_ = conversation.place();
+    const Left left = left_[shown_];
+    const auto& lines = conversation.lines();
+    std::size_t wanted = std::max(firstLines, least);
+    if (!left.reading.follows)
+        wanted = std::max(wanted,
+                          lines.size() - indexOf(conversation, left.reading.line) + aboveReading);
+    wanted = std::min({wanted, lines.size(), std::size_t{Transcript::mostLines}});
+    const std::size_t unread = conversation.firstUnread();
+    said_.begin(left.reading);
+    for (std::size_t index = lines.size() - wanted; index < lines.size(); ++index) {
+        if (index == unread)
+            said_.add({.look = Transcript::Line::Look::mark, .text = "unread"});
+        said_.add(shownLine(conversation, lines[index]));
+    }
+    shownUpTo_ = conversations_.lastNumber();
+    seenUpTo_ = left.seenUpTo;
+}
+
+Transcript::Line ConversationView::shownLine(const Conversation& conversation,
+                                             const KeptLine& line) const {
+    using Look = Transcript::Line::Look;
+    const bool isSaid = line.kind == KeptLine::Kind::said;
+    const bool isPrivate =
+        conversation.kind() == Conversation::Kind::person && !line.isProgramsWord();
+    return {.look = isSaid      ? Look::said
+                    : isPrivate ? Look::passed
+                                : Look::told,
+            .speaker = isSaid ? line.speaker : "",
+            .text = isSaid ? line.text : wordsOf(line),
+            .stamp = stampOf(line),
+            .callsOwner = conversation.calls(line),
+            .number = line.number};
+}
+
+std::string ConversationView::stampOf(const KeptLine& line) const {
+    return stamps_ ? larkspin::stampOf(line, loop_) : "";
+}
+
+void ConversationView::stamp(bool stamps) {
+    if (std::exchange(stamps_, stamps) != stamps)
+        refill();
+}
+
+void ConversationView::toEnd() {
+    said_.toEnd();
+    scrolled();
+}
+
+void ConversationView::scrolled() {
+    if (isShowing_)
+        return;
+    countNew();
+    const bool isAtTop = said_.verticalScrollBar()->value() == 0 && !said_.isAtEnd();
+    if (!isAtTop || std::exchange(isAddingOlder_, true))
+        return;
+    loop_.post([view = QPointer(this)] {
+        if (view)
+            view->addOlder();
+    });
+}
+
+void ConversationView::addOlder() {
+    isAddingOlder_ = false;
+    const Conversation& front = conversations_.front();
+    const std::uint64_t first = said_.firstLine();
+    if (first == 0 || front.place() != shown_)
+        return;
+    const auto& lines = front.lines();
+    const auto found = std::ranges::find(lines, first, &KeptLine::number);
+    const auto end = static_cast<std::size_t>(found - lines.begin());
+    if (end == 0 || end == lines.size())
+        return;
+    std::vector<Transcript::Line> older;
+    for (std::size_t index = end - std::min(end, olderLines); index < end; ++index)
+        older.push_back(shownLine(front, lines[index]));
+    said_.addAbove(older);
+}
+
+// Those below what is in view.
+void ConversationView::countNew() {
+    if (said_.isAtEnd())
+        seenUpTo_ = shownUpTo_;
+    const Conversation* const shown = conversations_.find(shown_);
+    const int count = shown ? shown->linesAfter(seenUpTo_) : 0;
+    newBelow_.setVisible(count > 0);
+    if (count == 0)
+        return;
+    newBelow_.setText(toQt(counted(count, "new line") + " \u2193"));
+    newBelow_.setAccessibleName(toQt(counted(count, "new line")));
+    placeButton();
+}
+
+void ConversationView::placeButton() {
+    newBelow_.adjustSize();
+    const QRect above = said_.geometry();
+    newBelow_.move(above.center().x() - newBelow_.width() / 2,
+                   above.bottom() - newBelow_.height() - underButton);
+    newBelow_.raise();
+}
+
+void ConversationView::showRoom() {
+    const Conversation& front = conversations_.front();
+    const std::string name =
+        front.isAtHome() ? visibleName(room_.name()) : conversations_.fullName(front);
+    name_.setText(toQt(name));
+    wholeTopic_ = toQt(visibleText(room_.roomTopic(), " "));
+    topic_.setAccessibleName(wholeTopic_.isEmpty() ? QString() : "topic: " + wholeTopic_);
+    // A tip is read as markup if it looks like some.
+    topic_.setToolTip(wholeTopic_.isEmpty() ? QString()
+                                            : "<qt>" + wholeTopic_.toHtmlEscaped() + "</qt>");
+    elideTopic();
+}
+
+void ConversationView::elideTopic() {
+    topic_.setText(topic_.fontMetrics().elidedText(wholeTopic_, Qt::ElideRight, topic_.width()));
+}
+
+void ConversationView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    elideTopic();
+    placeButton();
+}
+
+} // namespace larkspin

@@ -1,0 +1,88 @@
+// What is said in the conversation in front, under its name and topic. Each conversation is read
+// where it was left. One document is filled anew for each: ten would take ten times the memory, and
+// filling it is quick, since it holds only what is near.
+#pragma once
+
+#include "host/new_lines.h"
+#include "platform/qt/room/transcript.h"
+#include "shell/event_loop.h"
+
+#include <QWidget>
+#include <cstdint>
+#include <map>
+#include <string>
+
+class QLabel;
+class QPushButton;
+
+namespace larkspin {
+
+class Conversation;
+class Conversations;
+class ShownRoom;
+
+class ConversationView : public QWidget {
+public:
+    // All must outlive it.
+    ConversationView(EventLoop& loop, const ShownRoom& room, const Conversations& conversations);
+
+    Transcript& said() { return said_; }
+
+    struct Shown {
+        bool isAny = false;   // of what it shows has changed
+        bool hasNews = false; // by such lines people come and go
+        bool isOther = false; // conversation
+    };
+    // What is new, once before the thread sleeps.
+    Shown showNew();
+
+    // The name and the topic as they are now.
+    void showRoom();
+
+    // All is filled in anew, as when colours are others or the unread begins elsewhere.
+    void refill() { isFilled_ = false; }
+
+    // Whether each line has its time in front.
+    void stamp(bool stamps);
+
+    // The last line comes into view, as when the owner has said something.
+    void toEnd();
+
+private:
+    // How a conversation was left.
+    struct Left {
+        Transcript::Reading reading{};
+        std::uint64_t seenUpTo = 0; // the number of the last line that he has had in view
+    };
+
+    void layOut();
+    void fill(const Conversation& conversation, std::size_t least);
+    void leave();
+    void take(const KeptLine& line, Shown& shown);
+    void addOlder();
+    void scrolled();
+    void countNew();
+    void placeButton();
+    void elideTopic();
+    Transcript::Line shownLine(const Conversation& conversation, const KeptLine& line) const;
+    std::string stampOf(const KeptLine& line) const;
+    void resizeEvent(QResizeEvent* event) override;
+
+    EventLoop& loop_;
+    const ShownRoom& room_;
+    const Conversations& conversations_;
+    NewLines newLines_;
+    Transcript& said_; // these belong to its layout
+    QLabel& name_;
+    QLabel& topic_;
+    QPushButton& newBelow_;
+    QString wholeTopic_;
+    std::string shown_;                // the place of the conversation that is shown
+    std::uint64_t shownUpTo_ = 0;      // the number of the last line
+    std::uint64_t seenUpTo_ = 0;       // of it, as in `Left`
+    std::map<std::string, Left> left_; // by place
+    bool isFilled_ = true, stamps_ = true, isAddingOlder_ = false;
+    bool isShowing_ = false;
+};
+
+} // namespace larkspin
