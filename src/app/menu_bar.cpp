@@ -110,13 +110,13 @@ BarEntries volumeEntries(Program& p) {
 }
 
 BarEntries playEntries(Program& p) {
-    RemoteControl& song = p.playback.remote;
-    const bool plays = song.view().status == RemoteView::Status::playing;
+    SongInPlay& song = p.playback.songInPlay; // as the bar in the room has it
+    const bool plays = song.view().status == SongView::Status::playing;
     PlayModes& modes = p.playback.modes;
     return {entry("previous", "previous", [&song] { song.previous(); }),
             entry("playpause", plays ? "pause" : "play", [&song] { song.playOrPause(); }),
             entry("next", "next", [&song] { song.next(); }),
-            entry("stop", "stop", [&song] { song.stop(); }),
+            entry("stop", "stop", [&p] { p.playback.remote.stop(); }),
             separator("s1"),
             submenu("volume", "volume", volumeEntries(p)),
             separator("s2"),
