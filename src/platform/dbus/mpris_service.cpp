@@ -1,12 +1,9 @@
 #include "platform/dbus/mpris_service.h"
 
 #include "platform/dbus/mpris_names.h"
-#include "platform/posix/drive_paths.h"
+#include "platform/dbus/mpris_values.h"
 #include "platform/posix/file_addresses.h"
 #include "playback/sliders.h"
-#include "shell/media_types.h"
-#include "text/stand_ins.h"
-#include "text/utf8.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -23,68 +20,12 @@ using std::chrono::microseconds;
 
 constexpr const char* busName = "org.mpris.MediaPlayer2.larkspin";
 constexpr const char* songPaths = "/org/larkspin/song/";
-constexpr const char* noSong = "/org/mpris/MediaPlayer2/TrackList/NoTrack";
 
 // How far a position may be from the one expected after the last look without counting as a jump.
 constexpr auto mostDrift = 700ms;
 
-const char* nameOf(RemoteView::Status status) {
-    switch (status) {
-    case RemoteView::Status::playing:
-        return "Playing";
-    case RemoteView::Status::paused:
-        return "Paused";
-    case RemoteView::Status::stopped:
-        break;
-    }
-    return "Stopped";
-}
-
-const char* nameOf(RemoteView::Loop loop) {
-    switch (loop) {
-    case RemoteView::Loop::song:
-        return "Track";
-    case RemoteView::Loop::list:
-        return "Playlist";
-    case RemoteView::Loop::none:
-        break;
-    }
-    return "None";
-}
-
-std::optional<RemoteView::Loop> loopOf(std::string_view name) {
-    for (const auto loop : {RemoteView::Loop::none, RemoteView::Loop::song, RemoteView::Loop::list})
-        if (name == nameOf(loop))
-            return loop;
-    return std::nullopt;
-}
-
 double share(int value) {
     return value / 100.0;
-}
-
-// The text as the owner sees it, and in valid UTF-8, since the bus takes nothing else.
-std::string validText(std::string_view stored) {
-    const std::string seen = asSeen(stored);
-    std::string valid;
-    std::string_view text = seen;
-    while (!text.empty()) {
-        const Character next = firstCharacter(text);
-        if (next.valid)
-            valid += text.substr(0, next.length);
-        else
-            appendCharacter(valid, U'\uFFFD');
-        text.remove_prefix(next.length);
-    }
-    return valid;
-}
-
-int tellMediaTypes(sd_bus_message* answer) {
-    int done = sd_bus_message_open_container(answer, 'a', "s");
-    for (const std::string& type : desktopMediaTypes())
-        if (done >= 0)
-            done = sd_bus_message_append(answer, "s", type.c_str());
-    return done >= 0 ? sd_bus_message_close_container(answer) : done;
 }
 
 // Takes the answer to the request for the name. A result of 1 means that the name is ours.
@@ -247,7 +188,7 @@ void MprisService::takeProperty(const std::string& property, sd_bus_message* val
     else if (property == "Shuffle" && sd_bus_message_read(value, "b", &flag) >= 0)
         later([this, flag] { remote_.setShuffle(flag != 0); });
     else if (property == "LoopStatus" && sd_bus_message_read(value, "s", &text) >= 0)
-        if (const auto loop = loopOf(text))
+        if (const auto loop = mprisLoop(text))
             later([this, loop = *loop] { remote_.setLoop(loop); });
 }
 
@@ -261,11 +202,11 @@ int MprisService::tell(const std::string& property, sd_bus_message* answer) {
     if (property == "SupportedUriSchemes")
         return sd_bus_message_append(answer, "as", 1, "file");
     if (property == "SupportedMimeTypes")
-        return tellMediaTypes(answer);
+        return appendMediaTypes(answer);
     if (property == "PlaybackStatus")
-        return text(nameOf(view.status));
+        return text(mprisName(view.status));
     if (property == "LoopStatus")
-        return text(nameOf(view.loop));
+        return text(mprisName(view.loop));
     if (property == "Rate")
         return number(share(view.tempo));
     if (property == "MinimumRate")
@@ -279,34 +220,12 @@ int MprisService::tell(const std::string& property, sd_bus_message* answer) {
     if (property == "Shuffle")
         return flag(view.shuffle);
     if (property == "Metadata")
-        return tellMetadata(answer);
+        return appendMetadata(answer, view, song());
     if (property == "HasTrackList")
         return flag(false);
     if (property == "CanRaise")
         return flag(wishes_.raise != nullptr);
     return flag(true); // CanPlay, CanSeek and so on: larkspin can do all of that
-}
-
-int MprisService::tellMetadata(sd_bus_message* answer) const {
-    const RemoteView view = remote_.view();
-    if (view.path.empty())
-        return sd_bus_message_append(answer, "a{sv}", 1, "mpris:trackid", "o", noSong);
-    const auto& [title, artist, album] = view.tags;
-    const std::string shownTitle = validText(title.empty() ? view.name : title);
-    int done = sd_bus_message_open_container(answer, 'a', "{sv}");
-    const auto add = [&](const char* name, const char* type, const auto&... value) {
-        if (done >= 0)
-            done = sd_bus_message_append(answer, "{sv}", name, type, value...);
-    };
-    add("mpris:trackid", "o", song().c_str());
-    add("mpris:length", "x", std::int64_t(view.length.count()));
-    add("xesam:title", "s", shownTitle.c_str());
-    add("xesam:url", "s", fileAddress(nativePath(view.path)).c_str());
-    if (!artist.empty())
-        add("xesam:artist", "as", 1, validText(artist).c_str());
-    if (!album.empty())
-        add("xesam:album", "s", validText(album).c_str());
-    return done >= 0 ? sd_bus_message_close_container(answer) : done;
 }
 
 std::string MprisService::song() const {

@@ -44,7 +44,6 @@ private:
     bool takeAddress(sd_bus_message* call);
     void takeProperty(const std::string& property, sd_bus_message* value);
     int tell(const std::string& property, sd_bus_message* answer);
-    int tellMetadata(sd_bus_message* answer) const;
     void announce();
     void announceChanges(const RemoteView& now);
     void announceJump(const RemoteView& now);

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <utility>
 
 namespace larkspin {
@@ -33,11 +32,6 @@ constexpr const char* stoodStill = "the player stood still";
 constexpr const char* noDevice = "larkspin: no sound device, songs play silently";
 
 } // namespace
-
-std::string playerBeside() {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "larkspin-player";
-}
 
 PlayerControl::PlayerControl(EventLoop& loop, Player player, Tell tell)
     : loop_(loop), tell_(std::move(tell)), lost_(std::move(player.lost)),

@@ -20,9 +20,6 @@
 
 namespace larkspin {
 
-// The player's executable, which lies beside that of this process.
-std::string playerBeside();
-
 class PlayerControl : public MediaControl {
 public:
     struct Player {

@@ -7,10 +7,14 @@
 #include "platform/posix/descriptor.h"
 
 #include <memory>
+#include <string>
 #include <sys/types.h>
 #include <vector>
 
 namespace larkspin {
+
+// The player's executable, which lies beside that of this process.
+std::string playerBeside();
 
 class PlayerProcess {
 public:
