@@ -96,7 +96,7 @@ int main(int count, char** arguments) {
     desktop.onPress([&] { dialogs.ownerPresses(); });
     room.window.addBelow(*new PlayBar(loop, program.playback.songInPlay,
                                       [&] { dialogs.ownerPresses(); })); // the window's
-    const RoomGuide guide(
+    RoomGuide guide(
         loop, room, program, [&] { dialogs.ownerPresses(); }, ownManual());
     desktop.withoutTray([&] {
         if (!program.mediaWindow.frame.mp3s.visible)

@@ -264,6 +264,24 @@ void IrcAccess::tellUser() const {
           ", your real name " + (realName.empty() ? "your nick" : visibleName(realName)));
 }
 
+bool IrcAccess::atStart(std::string_view rest) {
+    const std::string_view word = takeWord(rest);
+    const bool isOn = equalFolded(word, "on");
+    if (!withoutBlanks(rest).empty() || !(word.empty() || isOn || equalFolded(word, "off")))
+        return false;
+    IrcAccount account = file_.account();
+    if (account.server.host.empty())
+        return tell_("no network is known: /connect leads to one"), true;
+    if (!word.empty())
+        account.isForStart = isOn;
+    file_.keep(account);
+    const std::string name = visibleName(account.network());
+    tell_(account.isForStart
+              ? "larkspin comes back to " + name + " when it starts, if you are there at the end"
+              : "larkspin doesn't go to " + name + " by itself when it starts");
+    return true;
+}
+
 bool IrcAccess::certificate(std::string_view rest) {
     const std::string_view typed = withoutBlanks(rest);
     if (typed.empty()) {

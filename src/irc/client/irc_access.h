@@ -47,6 +47,7 @@ public:
     bool user(std::string_view rest);
     bool certificate(std::string_view rest);
     bool trust(std::string_view rest);
+    bool atStart(std::string_view rest);
     bool onConnect(std::string_view rest) { return onConnect_.take(rest); }
 
     // Whether he has been shown a certificate, and not taken it yet.

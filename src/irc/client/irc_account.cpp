@@ -32,6 +32,8 @@ bool take(IrcAccount& account, std::string_view key, std::string_view value) {
         return text(account.nick, canBeIrcNick(value));
     if (key == "room")
         return text(account.room, canBeIrcWord(value));
+    if (key == "at start")
+        return yes(account.isForStart);
     if (key == "connect")
         return yes(account.isWanted);
     if (key == "login server")
@@ -77,6 +79,7 @@ std::string ircLines(const IrcAccount& account) {
         line("nick", account.nick);
         line("room", account.room);
         line("connect", yes(account.isWanted));
+        line("at start", account.isForStart ? "" : "no");
     }
     if (!account.user.empty()) {
         line("login server", account.loginHost);
@@ -95,6 +98,7 @@ void addWhatIsLacking(IrcAccount& account, const IrcAccount& other) {
         account.nick = other.nick;
         account.room = other.room;
         account.isWanted = other.isWanted;
+        account.isForStart = other.isForStart;
     }
     if (account.user.empty()) {
         account.loginHost = other.loginHost;

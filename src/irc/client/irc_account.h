@@ -14,7 +14,8 @@ struct IrcAccount {
     std::string name; // of the network; blank for its host's
     IrcServer server; // without a host there has been none
     std::string nick, room;
-    bool isWanted = false; // connected, or trying: to be taken up again at the next start
+    bool isWanted = false;  // connected, or trying: to be taken up again at the next start
+    bool isForStart = true; // if not, only when the owner asks for it
 
     // A login is one server's: nothing but a connection to that host gets the password. Without a
     // host it is for whichever is next.

@@ -123,7 +123,7 @@ void IrcNetworks::takeWhatWasGiven(IrcNetwork& network) {
 
 void IrcNetworks::takeUpAgain() {
     for (const auto& each : all_)
-        if (each->file.account().isWanted)
+        if (each->file.account().isWanted && each->file.account().isForStart)
             shared_.loop.post([this, network = each.get()] {
                 for (const auto& still : all_)
                     if (still.get() == network) {

@@ -133,6 +133,8 @@ std::vector<SlashWord> IrcWords::wordsOfNetworks() {
         {"onconnect", "[LINE|drop NUMBER|drop all]",
          "a line that is run each time that a network has welcomed you",
          access(&IrcAccess::onConnect)},
+        {"atstart", "[on|off]", "whether larkspin comes back to a network when it starts",
+         access(&IrcAccess::atStart)},
         {"limit", "[LINES]", "how many lines a minute are said at most; 0 for as many as may",
          by(&Self::limit)},
     };

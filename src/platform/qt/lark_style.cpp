@@ -2,7 +2,9 @@
 
 #include "platform/qt/looks.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
+#include <QComboBox>
 #include <QIcon>
 #include <QPainter>
 #include <QPainterPath>
@@ -82,6 +84,30 @@ void drawCombo(QPainter& painter, const QStyleOptionComboBox& combo, const QRect
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(path, front);
     painter.restore();
+}
+
+void drawCheckBox(QPainter& painter, const QStyleOption& check) {
+    const QColor front = check.palette.color(QPalette::WindowText);
+    const bool isLit = check.state & (QStyle::State_HasFocus | QStyle::State_MouseOver);
+    const QRect box = check.rect.adjusted(1, 1, -1, -1);
+    drawBox(painter, box, isLit ? front : dimmed(check.palette),
+            check.palette.color(QPalette::Base));
+    if (!(check.state & QStyle::State_On))
+        return;
+    const QRectF mark = QRectF(box).adjusted(3, 3, -3, -3);
+    QPainterPath path(QPointF(mark.left(), mark.center().y()));
+    path.lineTo(QPointF(mark.left() + mark.width() * 0.4, mark.bottom()));
+    path.lineTo(mark.topRight());
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.strokePath(path, QPen(front, 1.8));
+    painter.restore();
+}
+
+// Within another field, which has an outline itself.
+bool isPartOfField(const QWidget* line) {
+    const QWidget* const around = line ? line->parentWidget() : nullptr;
+    return qobject_cast<const QComboBox*>(around) || qobject_cast<const QAbstractSpinBox*>(around);
 }
 
 void drawButtonPanel(QPainter& painter, const QStyleOption& button) {
@@ -174,6 +200,10 @@ void LarkStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         drawCombo(*painter, *combo, subControlRect(control, option, SC_ComboBoxArrow, widget));
     else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_SpinBox)
+        drawOutline(*painter, option->rect,
+                    option->state & State_HasFocus ? option->palette.color(QPalette::Text)
+                                                   : dimmed(option->palette));
 }
 
 void LarkStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -196,7 +226,14 @@ void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_PanelButtonTool:
         drawButtonPanel(*painter, *option);
         return;
+    case PE_IndicatorCheckBox:
+        drawCheckBox(*painter, *option);
+        return;
     case PE_PanelLineEdit:
+        if (isPartOfField(widget)) {
+            painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+            return;
+        }
         drawBox(*painter, option->rect.adjusted(1, 0, -1, 0),
                 option->state & State_HasFocus ? option->palette.color(QPalette::Text)
                                                : dimmed(option->palette),

@@ -16,6 +16,15 @@ namespace {
 
 constexpr double stepsDimness = 0.35; // of the ground, as what the room tells is dim
 
+// As wide as its text, which begins where those of the others do.
+class LineButton : public QPushButton {
+public:
+    QSize sizeHint() const override {
+        return fontMetrics().size(Qt::TextShowMnemonic, text()) + QSize(8, 6);
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
 QLabel& plainLabel() {
     auto& label = *new QLabel;
     label.setTextFormat(Qt::PlainText);
@@ -86,9 +95,8 @@ void FirstStepsView::layOut() {
 }
 
 FirstStepsView::Row FirstStepsView::addRow() {
-    auto& line = *new QPushButton;
+    auto& line = *new LineButton;
     line.setFlat(true);
-    line.setContentsMargins({});
     line.setCursor(Qt::PointingHandCursor);
     connect(&line, &QPushButton::clicked, [this, row = rows_.size()] {
         const auto steps = steps_.steps();

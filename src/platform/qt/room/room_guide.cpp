@@ -2,15 +2,28 @@
 
 #include "app/menu_bar.h"
 #include "app/program.h"
+#include "platform/qt/room/connect_dialog.h"
 #include "platform/qt/room/first_steps_view.h"
 #include "platform/qt/room/menu_bar_view.h"
+#include "platform/qt/room/preferences_dialog.h"
 #include "platform/qt/room/qt_room.h"
+#include "shell/dialogs.h"
 
 namespace larkspin {
 
+namespace {
+
+void bringUp(QDialog& dialog) {
+    dialog.show();
+    dialog.raise();
+    dialog.activateWindow();
+}
+
+} // namespace
+
 RoomGuide::RoomGuide(EventLoop& loop, QtRoom& room, Program& program, const Task& pressed,
                      const std::string& manual)
-    : firstSteps(program, room.rooms.preferences) {
+    : firstSteps(program, room.rooms.preferences), loop_(loop), room_(room), program_(program) {
     const auto does = [&room](const std::string& line) { room.does(line); };
     const auto press = [&room, pressed, does](const std::string& line) {
         room.window.turnToLine(); // the button goes once there are songs
@@ -29,8 +42,31 @@ RoomGuide::RoomGuide(EventLoop& loop, QtRoom& room, Program& program, const Task
                                                    .rooms = room.rooms,
                                                    .firstSteps = firstSteps,
                                                    .run = does,
+                                                   .connect = [this] { showConnect(); },
+                                                   .preferences = [this] { showPreferences(); },
                                                    .manual = manual}),
                                           pressed));
+}
+
+void RoomGuide::showConnect() {
+    if (!connect_)
+        connect_ = new ConnectDialog(loop_, room_.rooms.networks, room_.rooms.own.ownName(),
+                                     &room_.window);
+    if (!connect_->isVisible())
+        connect_->refresh();
+    bringUp(*connect_);
+}
+
+void RoomGuide::showPreferences() {
+    const auto askFolder = [this](const std::string& beginning) {
+        return program_.machine.dialogs.openDirectory(
+            {.title = "where is your music?", .directory = beginning});
+    };
+    if (!preferences_)
+        preferences_ = new PreferencesDialog(loop_, room_.rooms.preferences, room_.rooms.log,
+                                             askFolder, &room_.window);
+    preferences_->refresh();
+    bringUp(*preferences_);
 }
 
 } // namespace larkspin
