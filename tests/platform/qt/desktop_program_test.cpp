@@ -93,9 +93,9 @@ TEST_F(DesktopProgramTest, HasABarForTheSongInPlayInItsRoom) {
     const auto child = start(server->display());
     EXPECT_TRUE(sees("^larkspin media$")); // the start is over
     turnTo("^larkspin - lobby$");
-    EXPECT_TRUE(
-        server->hand({"search", "--onlyvisible", "--name", "^larkspin - lobby$", "mousemove",
-                      "--sync", "--window", "%1", "577", "443", "click", "4", "type", "/quit"}));
+    EXPECT_TRUE(server->hand({"search", "--onlyvisible", "--name", "^larkspin - lobby$",
+                              "windowsize", "--sync", "%1", "700", "460", "mousemove", "--sync",
+                              "--window", "%1", "577", "443", "click", "4", "type", "/quit"}));
     press({"Return"});
     EXPECT_EQ(child->ends(patience), 0);
     EXPECT_TRUE(hasSaved("\nvolume=26"));
