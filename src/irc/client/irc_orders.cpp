@@ -33,7 +33,7 @@ const Person* personIn(const People& people, std::string_view name, const IrcSes
 IrcOrders::IrcOrders(EventLoop& loop, IrcSession& session, IrcChannels& channels,
                      const Conversations& conversations, IrcModeration& moderation,
                      const RoomDisplay& shown)
-    : loop_(loop), session_(session), channels_(channels), conversations_(conversations),
+    : session_(session), channels_(channels), conversations_(conversations),
       moderation_(moderation), shown_(shown),
       answers_(loop, session, [this](const std::string& text) { shown_.tell(text); }) {}
 

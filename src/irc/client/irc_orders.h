@@ -68,7 +68,6 @@ private:
              Expected answer = {});
     Expected answerToModes(const std::string& about, const std::vector<std::string>& modes) const;
 
-    EventLoop& loop_;
     IrcSession& session_;
     IrcChannels& channels_;
     const Conversations& conversations_;
