@@ -1,6 +1,7 @@
-// Files that a real mouse drags from another window onto the room.
+// Files that a real mouse drags from another window onto the room and the media window.
 #include "platform/qt/file_drops.h"
 #include "platform/qt/room/room_desk.h"
+#include "platform/qt/windows/qt_windows.h"
 
 #include <QDrag>
 #include <QMimeData>
@@ -61,9 +62,15 @@ struct DroppedFiles : RoomDesk {
                           }};
 };
 
-TEST_F(DroppedFiles, AreTakenAnywhereOverTheRoomAndNeverForText) {
+TEST_F(DroppedFiles, AreTakenAnywhereOverTheWindowsAndNeverForText) {
     InputLine& input = view<InputLine>();
-    const QWidget* const targets[] = {&view<Transcript>(), &input, &view<PeopleView>()};
+    const QtWindows windows(machine.loop, machine.program->windows());
+    Window& media = machine.program->mediaWindow.frame.mp3s;
+    media.place.left = media.place.top = 7500; // beside the room
+    media.visible = true;
+    settle();
+    const QWidget* const targets[] = {&view<Transcript>(), &input, &view<PeopleView>(),
+                                      windows.widgetOf(media)};
     int number = 0;
     for (const QWidget* const target : targets) {
         const std::string name = "ride" + std::to_string(++number);

@@ -1,5 +1,6 @@
 // A song whose name holds what no path of the program's own may hold. Inside it travels by
 // stand-ins; whatever road it goes to an eye or a wire, it is seen there as it stands on the disk.
+#include "host/owner_calls.h"
 #include "library/playlist_row.h"
 #include "platform/dbus/mpris_service.h"
 #include "platform/posix/drive_paths.h"
@@ -233,6 +234,14 @@ TEST_F(NamesAsTheyAre, OnEveryRoadToAnEyeOrAWire) {
         {"the error output",
          [&] {
              return terminal(Form::protocol, [&](TerminalScreen& screen) { screen.note(name); });
+         }},
+        {"a notification",
+         [&] {
+             OwnerCalls calls(room->rooms.conversations);
+             server.say(":ann!a@b PRIVMSG Owner :" + name);
+             machine.advance(1s);
+             const auto call = calls.take();
+             return call ? call->title + '\n' + call->text : "";
          }},
         {"the player's control", [&] { return remoteControl(); }},
         {"the trace, also of a crash", [&] { return testing::PrintToString(machine.traced()); }},
