@@ -89,7 +89,7 @@ int main(int count, char** arguments) {
     const QtWindows windows(
         loop, program.windows(),
         {.titleMenu = [&] { desktop.popUpTrayMenu(); }, .pressed = [&] { dialogs.ownerPresses(); }},
-        {room.window, [&] { return room.window.text(); }});
+        {room.window, [&] { return room.window.openParts(); }});
     desktop.addToTrayMenu(
         {{.name = "room", .caption = "room", .action = [&] { room.show(); }}, separator("r")});
     room.hideInTrayIf([&] { return desktop.isInTray(); });

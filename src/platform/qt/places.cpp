@@ -1,7 +1,6 @@
 #include "platform/qt/places.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace larkspin {
 
@@ -12,13 +11,6 @@ constexpr int littleCovered = 1000; // pixels, which make no difference
 
 int sizeOf(const QRect& area) {
     return area.isEmpty() ? 0 : area.width() * area.height();
-}
-
-int sizeOf(const QRegion& region) {
-    int size = 0;
-    for (const QRect& part : region)
-        size += sizeOf(part);
-    return size;
 }
 
 // Where a window may begin along one side of another one: after it, before it, or flush with it.
@@ -36,8 +28,8 @@ QPoint cornerWithin(const QRect& area, const QRect& window) {
             into(window.top(), window.height(), area.top(), area.bottom())};
 }
 
-QPoint cornerBeside(const QRect& area, QSize size, const QRect& main, const QRegion& text,
-                    const std::vector<QRect>& others) {
+QPoint cornerBeside(const QRect& area, QSize size, const QRect& main,
+                    const std::vector<QRect>& parts, const std::vector<QRect>& others) {
     std::vector<QRect> all = others;
     all.push_back(main);
     std::vector<int> lefts = {area.left(), area.right() + 1 - size.width()};
@@ -51,8 +43,12 @@ QPoint cornerBeside(const QRect& area, QSize size, const QRect& main, const QReg
         int covered = 0;
         for (const QRect& each : all)
             covered += sizeOf(window & each);
-        return std::tuple(sizeOf(text & window), covered / littleCovered, covered > 0,
-                          (corner - main.topRight()).manhattanLength());
+        std::vector<int> cost;
+        for (const QRect& part : parts)
+            cost.push_back(sizeOf(part & window));
+        cost.insert(cost.end(), {covered / littleCovered, covered > 0 ? 1 : 0,
+                                 (corner - main.topRight()).manhattanLength()});
+        return cost;
     };
     QPoint best = cornerWithin(area, QRect(main.topRight(), size));
     auto least = costOf(best);

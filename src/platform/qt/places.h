@@ -3,7 +3,6 @@
 
 #include <QPoint>
 #include <QRect>
-#include <QRegion>
 #include <vector>
 
 namespace larkspin {
@@ -13,9 +12,9 @@ namespace larkspin {
 QPoint cornerWithin(const QRect& area, const QRect& window);
 
 // The corner at which a window of that size comes up beside the main one, within the area: where it
-// covers least of `text`, then of the main window and of the others, and near to the main window's
-// upper right corner.
-QPoint cornerBeside(const QRect& area, QSize size, const QRect& main, const QRegion& text,
-                    const std::vector<QRect>& others);
+// covers least of the main window's first part, then of its next ones, then of the whole and of the
+// others, and near to its upper right corner.
+QPoint cornerBeside(const QRect& area, QSize size, const QRect& main,
+                    const std::vector<QRect>& parts, const std::vector<QRect>& others);
 
 } // namespace larkspin

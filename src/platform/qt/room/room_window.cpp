@@ -262,11 +262,11 @@ bool RoomWindow::event(QEvent* event) {
     return done;
 }
 
-QRegion RoomWindow::text() const {
+std::vector<QRect> RoomWindow::openParts() const {
     const auto seen = [](const QWidget& part) {
         return QRect(part.mapToGlobal(QPoint()), part.size());
     };
-    return QRegion(seen(view_.said())) + seen(input_);
+    return {seen(input_), seen(view_.said())};
 }
 
 // What has come while he was looking elsewhere gets a line before it.

@@ -20,6 +20,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 class QLabel;
 class QSplitter;
@@ -102,8 +103,8 @@ public:
     // The task is called when the owner closes the window, in place of minimizing it.
     void onClose(Task close) { close_ = std::move(close); }
 
-    // What other windows are not to cover, in places on the screen.
-    QRegion text() const;
+    // What other windows are not to cover, the most important first, by places on the screen.
+    std::vector<QRect> openParts() const;
 
     // Where the window stands, how large it is and how it is divided: for the next run, which may
     // have other screens. The task is told of changes.

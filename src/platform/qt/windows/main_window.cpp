@@ -6,8 +6,8 @@
 
 namespace larkspin {
 
-MainWindow::MainWindow(QWidget& widget, std::function<QRegion()> text)
-    : widget_(&widget), text_(std::move(text)) {}
+MainWindow::MainWindow(QWidget& widget, std::function<std::vector<QRect>()> parts)
+    : widget_(&widget), parts_(std::move(parts)) {}
 
 QWindow* MainWindow::handle() const {
     return widget_ ? widget_->windowHandle() : nullptr;

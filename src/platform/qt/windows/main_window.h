@@ -4,7 +4,6 @@
 
 #include <QPointer>
 #include <QRect>
-#include <QRegion>
 #include <QWidget>
 #include <functional>
 #include <vector>
@@ -18,8 +17,9 @@ struct Window;
 class MainWindow {
 public:
     MainWindow() = default; // there is none
-    // `text` tells what of it isn't to be covered, in places on the screen.
-    MainWindow(QWidget& widget, std::function<QRegion()> text);
+    // `parts` tells what of it isn't to be covered, the most important first, by places on the
+    // screen.
+    MainWindow(QWidget& widget, std::function<std::vector<QRect>()> parts);
 
     bool exists() const { return !widget_.isNull(); }
     bool isSeen() const;
@@ -28,12 +28,12 @@ public:
     // These need one that is seen.
     QRect area() const; // of its screen, without panels
     QRect frame() const;
-    QRegion text() const { return text_(); }
+    std::vector<QRect> parts() const { return parts_(); }
     QWindow* handle() const;
 
 private:
     QPointer<QWidget> widget_;
-    std::function<QRegion()> text_ = [] { return QRegion(); };
+    std::function<std::vector<QRect>()> parts_ = [] { return std::vector<QRect>(); };
 };
 
 // Whom a window stands with.

@@ -83,7 +83,7 @@ bool WindowMover::comesBeside(bool appears) {
 
 QPoint WindowMover::beside() const {
     const MainWindow& main = neighbours_.main;
-    return cornerBeside(main.area(), widget_.size(), main.frame(), main.text(),
+    return cornerBeside(main.area(), widget_.size(), main.frame(), main.parts(),
                         neighbours_.others(window_));
 }
 

@@ -23,7 +23,7 @@ struct TypedKeysTest : testing::Test {
         machine.start();
         windows = std::make_unique<QtWindows>(
             machine.loop, machine.program->windows(), HandTells{},
-            MainWindow(room.window, [this] { return room.window.text(); }));
+            MainWindow(room.window, [this] { return room.window.openParts(); }));
         machine.run([this] { room.open([] {}); });
         EXPECT_TRUE(comes([&] { return room.window.isActiveWindow(); }));
     }

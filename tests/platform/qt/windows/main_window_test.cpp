@@ -19,9 +19,9 @@ struct Main : QWidget {
         show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(this));
     }
-    QRegion text() const { return QRect(mapToGlobal(QPoint()), QSize(width() * 3 / 4, height())); }
+    QRect text() const { return {mapToGlobal(QPoint()), QSize(width() * 3 / 4, height())}; }
     MainWindow asMain() {
-        return {*this, [this] { return text(); }};
+        return {*this, [this] { return std::vector{text()}; }};
     }
 };
 
@@ -62,30 +62,34 @@ TEST(Places, BesideCoverTheTextLeastAndStandNear) {
     const QRect text(100, 100, 400, 400), wideText(100, 100, 600, 400);
     struct Case {
         const char* what;
-        QRect main, text;
-        std::vector<QRect> others;
+        QRect main;
+        std::vector<QRect> parts, others;
         QPoint corner;
     };
     const Case cases[] = {
-        {"right of it", left, text, {}, {606, 100}},
-        {"below another one", left, text, {{606, 100, 300, 200}}, {606, 300}},
-        {"below it", wide, wideText, {}, {700, 506}},
-        {"over what isn't text", {0, 0, 1000, 800}, {0, 0, 700, 800}, {}, {700, 0}},
-        {"left of it", {400, 0, 600, 800}, {400, 0, 500, 800}, {}, {94, 0}},
+        {"right of it", left, {text}, {}, {606, 100}},
+        {"below another one", left, {text}, {{606, 100, 300, 200}}, {606, 300}},
+        {"below it", wide, {wideText}, {}, {700, 506}},
+        {"over what isn't text", {0, 0, 1000, 800}, {{0, 0, 700, 800}}, {}, {700, 0}},
+        {"left of it", {400, 0, 600, 800}, {{400, 0, 500, 800}}, {}, {94, 0}},
+        {"not over the line",
+         {0, 0, 1000, 800},
+         {{0, 700, 1000, 30}, {0, 0, 900, 700}},
+         {},
+         {700, 0}},
     };
-    for (const auto& [what, main, part, others, corner] : cases)
-        EXPECT_EQ(cornerBeside(screen, {300, 200}, main, part, others), corner) << what;
+    for (const auto& [what, main, parts, others, corner] : cases)
+        EXPECT_EQ(cornerBeside(screen, {300, 200}, main, parts, others), corner) << what;
 }
 
 TEST(MainWindow, HasTheOthersBesideItUntilTheirOwnerMovesThem) {
     Main room({60, 60, 600, 400});
     Desk desk({"a.mp3"}, room.asMain());
-    QRegion taken = room.text();
     for (Window* window : desk.program->windows()) {
         SCOPED_TRACE(window->name);
         QWidget& widget = desk.show(window->name);
         ASSERT_TRUE(comes(desk, [&] { return isShown(widget); }));
-        EXPECT_TRUE((QRegion(room.text()) & widget.geometry()).isEmpty());
+        EXPECT_TRUE((room.text() & widget.geometry()).isEmpty());
         EXPECT_EQ(window->place.left, widget.x() * 15);
         EXPECT_TRUE(isOffTaskBar(widget));
         window->visible = window->name == "mp3s";
