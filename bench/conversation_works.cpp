@@ -9,7 +9,10 @@
 #include "works.h"
 
 #include <QApplication>
+#include <QScrollBar>
+#include <QTextEdit>
 #include <malloc.h>
+#include <utility>
 
 namespace larkspin {
 
@@ -128,6 +131,39 @@ void desktopSwitch(benchmark::State& state) {
         });
 }
 
+// Between two that are read as far back as one is read there at once.
+void desktopSwitchReadBack(benchmark::State& state) {
+    startQt();
+    DesktopRoom room;
+    QTextEdit& said = *room.window.findChild<QTextEdit*>();
+    const auto enter = [&](std::size_t which) {
+        room.conversations.enter(*room.all[which]);
+        room.settle();
+    };
+    for (const std::size_t which : {0, 1}) {
+        enter(which);
+        while (said.document()->blockCount() < Transcript::mostLines) {
+            said.verticalScrollBar()->setValue(0);
+            room.settle();
+        }
+    }
+    std::size_t which = 0;
+    for (auto _ : state) {
+        timed(state, [&] { enter(std::exchange(which, 1 - which)); });
+        for (int turn = 0; turn < 20; ++turn)
+            room.settle(); // what comes after what is read
+        if (said.document()->blockCount() < Transcript::mostLines / 2)
+            state.SkipWithError("isn't whole");
+    }
+}
+
+void desktopRest(benchmark::State& state) {
+    startQt();
+    DesktopRoom room;
+    for (auto _ : state)
+        timed(state, [&] { room.loop.waitUntil(room.loop.now() + std::chrono::nanoseconds(1)); });
+}
+
 void desktopBurst(benchmark::State& state) {
     startQt();
     DesktopRoom room;
@@ -153,6 +189,8 @@ void addConversationWorks() {
     } works[] = {
         {"conversations: switch, terminal", switchInTerminal, terminalSwitch},
         {"conversations: switch, desktop", switchOnDesktop, desktopSwitch},
+        {"conversations: switch, desktop, read back", switchOnDesktop, desktopSwitchReadBack},
+        {"conversations: a turn in which nothing changes", noBudget, desktopRest},
         {"conversations: 1,000 lines at once, terminal", burst, terminalBurst},
         {"conversations: 1,000 lines at once, desktop", burst, desktopBurst},
     };

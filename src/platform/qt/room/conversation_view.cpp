@@ -20,10 +20,10 @@ namespace larkspin {
 
 namespace {
 
-constexpr std::size_t firstLines = 300;  // of a conversation that comes in front
-constexpr std::size_t olderLines = 300;  // more of them whenever the first one is in view
-constexpr std::size_t aboveReading = 50; // lines before the one that is read
-constexpr int headGap = 10, underHead = 4, underButton = 8; // in pixels
+constexpr std::size_t firstLines = 300; // of a conversation that comes in front
+constexpr std::size_t olderLines = 300; // more of them whenever the first one is in view
+constexpr std::size_t aboveReading = 50, belowReading = 300; // lines, of the one that is read
+constexpr int headGap = 10, underButton = 8;                 // in pixels
 
 // The index of the first line with that number or a newer one.
 std::size_t indexOf(const Conversation& conversation, std::uint64_t number) {
@@ -101,7 +101,7 @@ ConversationView::Shown ConversationView::showNew() {
 
 void ConversationView::take(const KeptLine& line, Shown& shown) {
     shown.hasNews |= line.isProgramsWord();
-    if (line.number <= shownUpTo_)
+    if (line.number <= shownUpTo_ || !isWhole_)
         return;
     const Conversation& front = conversations_.front();
     // One that was put in among others isn't shown at the end.
@@ -118,25 +118,53 @@ void ConversationView::leave() {
     std::erase_if(left_, [this](const auto& left) { return !conversations_.find(left.first); });
 }
 
-// The last lines, and those before them down from the one that he reads.
+// The last lines, or those around the one that he reads: what comes after these is added bit by
+// bit, since he doesn't see it yet.
 void ConversationView::fill(const Conversation& conversation, std::size_t least) {
     shown_ = conversation.place();
     const Left left = left_[shown_];
-    const auto& lines = conversation.lines();
-    std::size_t wanted = std::max(firstLines, least);
-    if (!left.reading.follows)
-        wanted = std::max(wanted,
-                          lines.size() - indexOf(conversation, left.reading.line) + aboveReading);
-    wanted = std::min({wanted, lines.size(), std::size_t{Transcript::mostLines}});
-    const std::size_t unread = conversation.firstUnread();
+    const std::size_t size = conversation.lines().size();
+    std::size_t first = size - std::min(size, std::max(firstLines, least)), end = size;
+    if (!left.reading.follows) {
+        const std::size_t read = indexOf(conversation, left.reading.line);
+        first = std::min(first, read - std::min(read, aboveReading));
+        end = std::min(size, read + belowReading);
+    }
     said_.begin(left.reading);
-    for (std::size_t index = lines.size() - wanted; index < lines.size(); ++index) {
+    addLines(conversation, first, end);
+    seenUpTo_ = left.seenUpTo;
+}
+
+void ConversationView::addLines(const Conversation& conversation, std::size_t first,
+                                std::size_t end) {
+    const auto& lines = conversation.lines();
+    const std::size_t unread = conversation.firstUnread();
+    for (std::size_t index = first; index < end; ++index) {
         if (index == unread)
             said_.add({.look = Transcript::Line::Look::mark, .text = "unread"});
         said_.add(shownLine(conversation, lines[index]));
+        lastShown_ = lines[index].number;
     }
     shownUpTo_ = conversations_.lastNumber();
-    seenUpTo_ = left.seenUpTo;
+    isWhole_ = end == lines.size();
+    if (!isWhole_)
+        loop_.post([view = QPointer(this)] {
+            if (view)
+                view->addRest(belowReading);
+        });
+}
+
+void ConversationView::addRest(std::size_t most) {
+    const Conversation& front = conversations_.front();
+    if (isWhole_ || front.place() != shown_)
+        return;
+    const auto& lines = front.lines();
+    const auto last = std::ranges::find(lines, lastShown_, &KeptLine::number);
+    const auto index = static_cast<std::size_t>(last - lines.begin());
+    if (index < lines.size())
+        addLines(front, index + 1, std::min(lines.size() - index - 1, most) + index + 1);
+    else
+        refill(); // what he reads is kept no longer
 }
 
 Transcript::Line ConversationView::shownLine(const Conversation& conversation,
@@ -165,6 +193,11 @@ void ConversationView::stamp(bool stamps) {
 }
 
 void ConversationView::toEnd() {
+    if (!isWhole_) {
+        left_[shown_] = {};
+        fill(conversations_.front(), 0);
+        return;
+    }
     said_.toEnd();
     scrolled();
 }
@@ -201,7 +234,7 @@ void ConversationView::addOlder() {
 
 // Those below what is in view.
 void ConversationView::countNew() {
-    if (said_.isAtEnd())
+    if (said_.isAtEnd() && isWhole_)
         seenUpTo_ = shownUpTo_;
     const Conversation* const shown = conversations_.find(shown_);
     const int count = shown ? shown->linesAfter(seenUpTo_) : 0;

@@ -26,6 +26,8 @@ public:
     // All must outlive it.
     ConversationView(EventLoop& loop, const ShownRoom& room, const Conversations& conversations);
 
+    static constexpr int underHead = 4; // pixels
+
     Transcript& said() { return said_; }
 
     struct Shown {
@@ -57,6 +59,8 @@ private:
 
     void layOut();
     void fill(const Conversation& conversation, std::size_t least);
+    void addLines(const Conversation& conversation, std::size_t first, std::size_t end);
+    void addRest(std::size_t most);
     void leave();
     void take(const KeptLine& line, Shown& shown);
     void addOlder();
@@ -81,6 +85,8 @@ private:
     std::uint64_t shownUpTo_ = 0;      // the number of the last line
     std::uint64_t seenUpTo_ = 0;       // of it, as in `Left`
     std::map<std::string, Left> left_; // by place
+    std::uint64_t lastShown_ = 0;      // of what stands there
+    bool isWhole_ = true;              // nothing comes after that one
     bool isFilled_ = true, stamps_ = true, isAddingOlder_ = false;
     bool isShowing_ = false;
 };

@@ -59,6 +59,7 @@ void RoomWindow::layOut() {
     auto* const right = new QWidget;
     auto* const rightColumn = new QVBoxLayout(right);
     rightColumn->setContentsMargins(0, 0, 0, 0);
+    rightColumn->setSpacing(ConversationView::underHead);
     rightColumn->addWidget(&count_);
     rightColumn->addWidget(&people_);
     halves_.addWidget(&view_);

@@ -187,6 +187,30 @@ TEST_F(RoomsSideBySide, OlderLinesComeWhenTheFirstOneIsReached) {
             << block.text().toStdString();
 }
 
+TEST_F(RoomsSideBySide, WhatComesAfterAPlaceFarBackIsThereAsWell) {
+    fill("#den", 3000);
+    for (int time = 0; time < 4; ++time) {
+        bar().setValue(0);
+        settle();
+    }
+    const auto top = [&] { return said().cursorForPosition({30, 12}).block().text(); };
+    const QString read = top();
+    press(Qt::Key_2);
+    say("ann", "#den", "newest");
+    press(Qt::Key_1);
+    EXPECT_EQ(top(), read);
+    for (int turn = 0; turn < 9; ++turn)
+        settle();
+    EXPECT_EQ(top(), read);
+    EXPECT_TRUE(said().document()->lastBlock().text().endsWith("newest"));
+    EXPECT_EQ(newBelow().text(), "1 new line \u2193");
+    press(Qt::Key_2);
+    press(Qt::Key_1);
+    press(Qt::Key_End); // before all of it is there
+    EXPECT_TRUE(said().document()->lastBlock().text().endsWith("newest"));
+    EXPECT_EQ(bar().value(), bar().maximum());
+}
+
 TEST_F(RoomsSideBySide, NameAndTopicStandAbove) {
     server.say(":irc 332 Jo #den :<b>songs</b> and \x02"
                "birds\x02");
