@@ -1,6 +1,7 @@
 #include "host/slash_help.h"
 
 #include "chat/song_words.h"
+#include "host/slash_examples.h"
 #include "text/blanks.h"
 #include "text/fold.h"
 #include "text/parts.h"
@@ -24,6 +25,8 @@ std::span<const SlashWord> all(const SlashWords* words) {
 
 std::string helpOf(const SlashWord& word) {
     std::string line = word.usage() + "  \u2013  " + word.help;
+    if (const auto example = exampleOf(word.name); !example.empty() && !word.arguments.empty())
+        line.append("; such as /" + word.name + ' ').append(example);
     for (const std::string& alias : word.aliases)
         line += (&alias == &word.aliases.front() ? "; also /" : ", /") + alias;
     return line;

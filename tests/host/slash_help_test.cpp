@@ -32,11 +32,12 @@ struct SlashHelp : testing::Test {
 };
 
 TEST_F(SlashHelp, TellsOfTopicsWordsAndOtherNamesOfThem) {
-    const std::string join = "/join #ROOM  \u2013  goes into a room; also /j, /enter\n",
-                      list = "/list  \u2013  tells which rooms there are\n",
-                      songList = ".list *  \u2013  loads a playlist according to string; such as "
-                                 ".list evening\n",
-                      filters = ".filter *  \u2013  sets a media filter. ";
+    const std::string
+        join = "/join #ROOM  \u2013  goes into a room; such as /join #music; also /j, /enter\n",
+        list = "/list  \u2013  tells which rooms there are\n",
+        songList = ".list *  \u2013  loads a playlist according to string; such as "
+                   ".list evening\n",
+        filters = ".filter *  \u2013  sets a media filter. ";
     const std::pair<const char*, std::string> cases[] = {
         {"/help join", join},
         {"/h /J", join},

@@ -1,9 +1,15 @@
 // The words that lead to rooms on a network, typed in a room without a program, and what they leave
 // for the next run.
+#include "host/slash_examples.h"
 #include "irc/client/irc_words_fixture.h"
 
 namespace larkspin {
 namespace {
+
+TEST_F(IrcWordsTest, HaveAnExampleWhereSomethingIsTypedAfterThem) {
+    for (const SlashWord& word : words.all())
+        EXPECT_EQ(exampleOf(word.name).empty(), word.arguments.empty()) << word.name;
+}
 
 TEST_F(IrcWordsTest, LeadToANetworkAboutInItsRoomsAndBack) {
     server.names["#music"] = "@jo ann";

@@ -13,7 +13,10 @@ namespace larkspin {
 
 namespace {
 
+// Above the windows that stay on top themselves.
 void bringUp(QDialog& dialog) {
+    if (!dialog.isVisible())
+        dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
     dialog.show();
     dialog.raise();
     dialog.activateWindow();
