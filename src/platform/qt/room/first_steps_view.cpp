@@ -65,8 +65,9 @@ FirstStepsView::FirstStepsView(EventLoop& loop, FirstSteps& steps, const TakeLin
         if (!view || (!view->steps_.areShown() && view->isHidden()))
             return;
         const bool wasHidden = view->isHidden();
+        const QString progress = view->progress_.text();
         view->refresh();
-        if (wasHidden || !view->steps_.progress().empty())
+        if (wasHidden != view->isHidden() || progress != view->progress_.text())
             loop.post([] {}); // brings the turn in which Qt draws it
     });
 }
