@@ -11,13 +11,13 @@ class IrcNetworks;
 struct IrcNetwork;
 
 struct IrcConnectForm {
-    std::string network; // its name; blank for the server's
-    std::string host;
+    std::string network{}; // its name; blank for the server's
+    std::string host{};
     int port = 6697;
     bool encrypted = true;
-    std::string nick;
-    std::string rooms;          // divided by blanks
-    std::string user, password; // of an account; without a password it stays as it is
+    std::string nick{};
+    std::string rooms{};            // divided by blanks
+    std::string user{}, password{}; // of an account; without a password it stays as it is
     bool keepsPassword = false;
     bool atStart = true;
 };
