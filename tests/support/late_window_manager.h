@@ -3,9 +3,11 @@
 // it has been taken back since or not.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace larkspin {
@@ -24,18 +26,39 @@ public:
     LateWindowManager(const LateWindowManager&) = delete;
     LateWindowManager& operator=(const LateWindowManager&) = delete;
 
-    void catchUp() {
+    // Whether a window of that name has been asked for.
+    bool isAskedFor(const std::string& name) {
         while (xcb_generic_event_t* const event = xcb_poll_for_event(connection_)) {
             if ((event->response_type & 0x7F) == XCB_MAP_REQUEST)
-                xcb_map_window(connection_,
-                               reinterpret_cast<xcb_map_request_event_t*>(event)->window);
+                windows_.push_back(reinterpret_cast<xcb_map_request_event_t*>(event)->window);
             std::free(event);
         }
+        return std::any_of(windows_.begin(), windows_.end(),
+                           [&](xcb_window_t window) { return nameOf(window) == name; });
+    }
+
+    void catchUp() {
+        for (const xcb_window_t window : windows_)
+            xcb_map_window(connection_, window);
         xcb_flush(connection_);
     }
 
 private:
+    std::string nameOf(xcb_window_t window) const {
+        xcb_get_property_reply_t* const name = xcb_get_property_reply(
+            connection_,
+            xcb_get_property(connection_, false, window, XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 99),
+            nullptr);
+        if (!name)
+            return "";
+        const std::string text(static_cast<const char*>(xcb_get_property_value(name)),
+                               static_cast<std::size_t>(xcb_get_property_value_length(name)));
+        std::free(name);
+        return text;
+    }
+
     xcb_connection_t* connection_;
+    std::vector<xcb_window_t> windows_; // that it has been asked to show
 };
 
 } // namespace larkspin
