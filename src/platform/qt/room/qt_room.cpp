@@ -40,7 +40,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
         return rooms.withoutSecrets(line, begun);
     });
     window.onGo([this](const std::string& place) { rooms.goTo(place); });
-    window.onLook([this](bool looks) { rooms.conversations.look(looks); });
+    window.onLook([this](bool isLooking) { rooms.conversations.look(isLooking); });
     window.onPeople([this](const std::string& name) { return peopleMenu.of(name); },
                     [this](const std::string& name) { peopleMenu.talkTo(name); });
     words.add(rooms.slashWords());
