@@ -69,12 +69,13 @@ TEST_F(RoomLooksTest, TakeTheColoursThatTheOwnerWants) {
 TEST_F(RoomLooksTest, CloseAsTheOwnerWants) {
     bool hasTray = false;
     room->hideInTrayIf([&] { return hasTray; });
-    const auto closed = [this] {
+    const auto isSeen = [this] { return window().isVisible() && !window().isMinimized(); };
+    const auto closed = [&] {
         window().close();
-        EXPECT_TRUE(comes([this] { return window().isMinimized() || !window().isVisible(); }));
+        EXPECT_TRUE(comes([&] { return !isSeen(); }));
         const bool isHidden = !window().isVisible();
         room->show();
-        EXPECT_TRUE(comes([this] { return window().isVisible() && !window().isMinimized(); }));
+        EXPECT_TRUE(comes(isSeen));
         return isHidden ? "hidden" : "minimized";
     };
     EXPECT_STREQ(closed(), "minimized");
