@@ -72,7 +72,7 @@ Completion AllRooms::completionOf(std::string_view typed, const SlashWords& slas
 void AllRooms::goTo(const std::string& place) {
     Conversation* const wanted = conversations.find(place);
     if (wanted && wanted != &conversations.front())
-        conversations.asOwnerWants([&] { words.goTo(*wanted); });
+        conversations.asOwnerWants([&] { words.aboutConversations().goTo(*wanted); });
 }
 
 std::string AllRooms::withoutSecrets(std::string_view typed,

@@ -2,7 +2,6 @@
 
 #include "host/conversations.h"
 #include "host/own_room.h"
-#include "host/room_words.h"
 #include "irc/client/irc_client.h"
 #include "text/blanks.h"
 #include "text/fold.h"
@@ -10,7 +9,6 @@
 #include "text/typed_words.h"
 #include "text/visible.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -19,8 +17,6 @@ namespace larkspin {
 namespace {
 
 const std::string nowhere = "you are on no network: /connect leads to one";
-constexpr int usualLines = 100;
-constexpr int mostNumber = 99'999; // of a conversation
 
 bool isBlank(std::string_view rest) {
     return withoutBlanks(rest).empty();
@@ -89,7 +85,8 @@ bool changeNick(IrcClient& irc, std::string_view rest) {
 std::vector<SlashWord> IrcWords::words() {
     std::vector<SlashWord> all;
     const auto atHand = [this]() -> IrcClient& { return networks_.atHand().client; };
-    for (auto&& words : {wordsOn(atHand), about("network", wordsOfNetworks()), wordsOfOwnRoom()})
+    for (auto&& words :
+         {wordsOn(atHand), about("network", wordsOfNetworks()), aboutConversations_.words()})
         all.insert(all.end(), words.begin(), words.end());
     return all;
 }
@@ -196,38 +193,6 @@ std::vector<SlashWord> IrcWords::wordsOn(const Network& network) {
     return words;
 }
 
-// On a network the owner can't speak for others, and conversations have numbers, too.
-std::vector<SlashWord> IrcWords::wordsOfOwnRoom() {
-    std::vector<SlashWord> words = roomWords(own_, tell_);
-    for (SlashWord& word : words) {
-        const bool isRoom = word.name == "room";
-        if (isRoom) {
-            word.arguments = "[NAME|NUMBER]";
-            word.help = "tells of the conversations, or goes to another one; 0 is at home";
-        }
-        word.run = [this, isRoom, atHome = word.run](std::string_view rest) {
-            const bool isAtHome = conversations_.front().isAtHome();
-            if (isAtHome && !(isRoom && isMoreThanHome()))
-                return atHome(rest);
-            if (isRoom)
-                return room(rest);
-            tell_("on a network others come, go and speak by themselves");
-            return true;
-        };
-    }
-    words.push_back({"lines",
-                     "[NUMBER]",
-                     "shows the last lines of where you are once more",
-                     [this](std::string_view rest) { return lines(withoutBlanks(rest)); },
-                     {},
-                     "rooms"});
-    return words;
-}
-
-bool IrcWords::isMoreThanHome() const {
-    return networks_.isOnAny() || conversations_.numbered(1);
-}
-
 bool IrcWords::connect(std::string_view rest) {
     const auto wish = readIrcWish(rest);
     const std::string_view name = withoutBlanks(rest);
@@ -292,98 +257,9 @@ bool IrcWords::reconnect(std::string_view rest) {
     return true;
 }
 
-// Other programs have "+1", "goto 2" and "list" after such a word.
-bool IrcWords::lines(std::string_view rest) {
-    const auto number = rest.empty()
-                            ? std::optional(usualLines)
-                            : plainNumber(rest, 1, static_cast<int>(Conversation::mostLines));
-    if (number)
-        conversations_.showAgain(*number);
-    return number.has_value();
-}
-
-bool IrcWords::room(std::string_view rest) {
-    std::string_view wanted = takeWord(rest);
-    if (equalFolded(wanted, "goto"))
-        wanted = takeWord(rest);
-    if (!isBlank(rest))
-        return false;
-    if (wanted.empty() || equalFolded(wanted, "list"))
-        tellConversations();
-    else if (wanted == "+1" || wanted == "-1")
-        goOn(wanted == "+1" ? 1 : -1);
-    else
-        enter(std::string(wanted));
-    return true;
-}
-
-// In a circle, with home.
-void IrcWords::goOn(int steps) {
-    int last = 0;
-    for (const auto& each : conversations_.all())
-        last = std::max(last, conversations_.numberOf(*each));
-    const int next = conversations_.numberOf(conversations_.front()) + steps;
-    enter(std::to_string(next < 0 ? last : next > last ? 0 : next));
-}
-
 void IrcWords::quits() const {
     if (networks_.isOnAny())
         tell_("larkspin ends; /disconnect would only leave the network");
-}
-
-void IrcWords::enter(const std::string& wanted) {
-    Conversation* found = conversations_.home().name() == wanted ? &conversations_.home() : nullptr;
-    if (const auto number = plainNumber(wanted, 0, mostNumber)) {
-        found = *number == 0 ? &conversations_.home() : conversations_.numbered(*number);
-        if (!found)
-            return tell_("there is no room " + wanted);
-    } else if (equalFolded(wanted, "home")) {
-        found = &conversations_.home();
-    } else if (enterChannel(wanted)) {
-        return;
-    }
-    for (const auto& each : conversations_.all())
-        if (!found && equalFolded(each->name(), wanted))
-            found = each.get();
-    if (found)
-        goTo(*found);
-    else
-        tell_("you are not in " + visibleName(wanted));
-}
-
-void IrcWords::goTo(Conversation& conversation) {
-    if (IrcNetwork* const network = networks_.of(conversation))
-        network->client.enter(conversation);
-    else
-        own_.enterRoom(conversation.name());
-}
-
-// The one of that name on the network where the owner is; else on any other.
-bool IrcWords::enterChannel(const std::string& name) {
-    if (networks_.atHand().client.enterRoom(name))
-        return true;
-    return std::ranges::any_of(networks_.all(), [&](const auto& each) {
-        return each.get() != &networks_.atHand() && each->client.enterRoom(name);
-    });
-}
-
-void IrcWords::tellConversations() const {
-    for (const auto& each : conversations_.all()) {
-        const int number = conversations_.numberOf(*each);
-        if (number == 0 && each.get() != &conversations_.home())
-            continue;
-        const bool isHome = each->kind() == Conversation::Kind::home;
-        std::string line =
-            std::to_string(number) + "  " + (isHome ? "home" : conversations_.fullName(*each));
-        if (each.get() == &conversations_.front())
-            line += " (here)";
-        else if (each->unread() > 0)
-            line += " (" + counted(each->unread(), "line") +
-                    (each->unreadForOwner() > 0
-                         ? ", " + std::to_string(each->unreadForOwner()) + " for you)"
-                         : ")");
-        tell_(line + (each->isOpen ? "" : " (left)"));
-    }
 }
 
 bool IrcWords::limit(std::string_view rest) {

@@ -1,7 +1,8 @@
-// The words with a slash by which the owner gets to networks, to rooms and about in them.
+// The words with a slash by which the owner gets to networks and to rooms there.
 #pragma once
 
 #include "host/slash_words.h"
+#include "irc/client/conversation_words.h"
 #include "irc/client/irc_networks.h"
 #include "irc/client/irc_order_words.h"
 #include "irc/client/irc_talk_words.h"
@@ -33,8 +34,7 @@ public:
     using Network = std::function<IrcClient&()>;
     std::vector<SlashWord> wordsOn(const Network& network);
 
-    // That conversation comes in front, or is told of if it is there already.
-    void goTo(Conversation& conversation);
+    ConversationWords& aboutConversations() { return aboutConversations_; }
 
     // To be called as he ends the program by a word that leaves a network elsewhere.
     void quits() const;
@@ -43,20 +43,12 @@ public:
     static bool asksPassword(std::string_view line) { return IrcAccess::asksPassword(line); }
 
 private:
-    std::vector<SlashWord> wordsOfOwnRoom();
     std::vector<SlashWord> wordsOfNetworks();
     bool connect(std::string_view rest);
     bool disconnect(std::string_view rest);
     bool tellNetworks(std::string_view rest);
     bool reconnect(std::string_view rest);
-    bool room(std::string_view rest);
-    bool lines(std::string_view rest);
-    void goOn(int steps);
     bool limit(std::string_view rest);
-    void enter(const std::string& wanted);
-    bool enterChannel(const std::string& name);
-    void tellConversations() const;
-    bool isMoreThanHome() const;
 
     EventLoop& loop_;
     Conversations& conversations_;
@@ -65,6 +57,7 @@ private:
     IrcAccounts& accounts_;
     IrcIgnoreList& ignored_;
     SlashWords::Tell tell_;
+    ConversationWords aboutConversations_{conversations_, own_, networks_, tell_};
 };
 
 } // namespace larkspin

@@ -1,0 +1,46 @@
+// The words with a slash by which the owner gets about in the conversations, and those about his
+// own room.
+#pragma once
+
+#include "host/slash_words.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+class Conversation;
+class Conversations;
+class IrcNetworks;
+class OwnRoom;
+
+class ConversationWords {
+public:
+    // All must live on. What the words have to say is told by `tell`, a line each.
+    ConversationWords(Conversations& conversations, OwnRoom& own, IrcNetworks& networks,
+                      SlashWords::Tell tell)
+        : conversations_(conversations), own_(own), networks_(networks), tell_(std::move(tell)) {}
+
+    std::vector<SlashWord> words();
+
+    // That conversation comes in front, or is told of if it is there already.
+    void goTo(Conversation& conversation);
+
+private:
+    bool isMoreThanHome() const;
+    bool lines(std::string_view rest);
+    bool room(std::string_view rest);
+    void goOn(int steps);
+    void enter(const std::string& wanted);
+    bool enterChannel(const std::string& name);
+    void tellConversations() const;
+
+    Conversations& conversations_;
+    OwnRoom& own_;
+    IrcNetworks& networks_;
+    SlashWords::Tell tell_;
+};
+
+} // namespace larkspin
