@@ -47,7 +47,7 @@ FirstSteps::Step FirstSteps::allTypes() const {
     const AppState& state = program_.shell.state;
     if (state.mediaFilter == anyMediaType || state.mediaFilter.empty())
         return {};
-    return {state.trigger + "filter any", "before these, for more than " + state.mediaFilter};
+    return {state.trigger + "filter any", "first, for more than " + state.mediaFilter};
 }
 
 std::string FirstSteps::progress() const {
@@ -60,8 +60,8 @@ std::string FirstSteps::progress() const {
 std::vector<std::string> FirstSteps::asLines() const {
     std::vector<std::string> lines{title()};
     std::vector<Step> all = steps();
-    if (const Step more = allTypes(); !more.line.empty())
-        all.push_back({more.line, more.does});
+    if (const Step first = allTypes(); !first.line.empty())
+        all.insert(all.begin(), first);
     for (const Step& step : all)
         lines.push_back("  " + step.line + "  \u2013  " + step.does);
     lines.push_back(std::string(addingWord) + "  \u2013  does it with all songs of a folder");

@@ -29,7 +29,7 @@ public:
     };
     std::vector<Step> steps() const;
     std::string title() const; // of them
-    // What else there is to be typed, while not all types of songs are looked for; blank otherwise.
+    // What is to be typed before them while not all types of songs are looked for; else blank.
     Step allTypes() const;
 
     // Whether they are to be shown now: there are no songs, or the owner has asked for them.

@@ -11,11 +11,18 @@ namespace larkspin {
 
 namespace {
 
+// Of the rooms at home, only the one where the owner is has a number that leads to it.
+std::optional<int> numberOf(const Conversations& conversations, const Conversation& conversation) {
+    if (conversation.isAtHome() && &conversation != &conversations.home())
+        return std::nullopt;
+    return conversations.numberOf(conversation);
+}
+
 ConversationRow rowOf(const Conversations& conversations, Conversation& conversation) {
     return {.conversation = &conversation,
             .place = conversation.place(),
             .caption = visibleName(conversation.name()),
-            .number = conversations.numberOf(conversation),
+            .number = numberOf(conversations, conversation),
             .unread = conversation.unread(),
             .unreadForOwner = conversation.unreadForOwner(),
             .isFront = &conversation == &conversations.front(),

@@ -2,6 +2,7 @@
 // under its name, with its rooms and then its private talks. And how he gets from one to another.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@ struct ConversationRow {
     Conversation* conversation = nullptr; // null for the name of a network
     std::string place{};                  // of the conversation
     std::string caption{};                // as an eye may see it
-    int number = 0;                       // as `/room` has it
+    std::optional<int> number{};          // as `/room` has it
     int unread = 0, unreadForOwner = 0;
     bool isFront = false, isOpen = true;
 

@@ -32,9 +32,9 @@ TEST_F(ConversationRows, StandByNetworkWithRoomsBeforeTalks) {
     den.isOpen = false;
     std::string all;
     for (const ConversationRow& row : conversationRows(conversations))
-        all += std::to_string(row.number) + (row.conversation ? " " : "- ") + row.spoken() + '\n';
-    EXPECT_EQ(all, "0 lobby, here\n0 own\n0- net\n3 #den, 1 unread, left\n"
-                   "1 ann, 1 unread, 1 for you\n0- other\n2 #far\n");
+        all += (row.number ? std::to_string(*row.number) : "-") + " " + row.spoken() + '\n';
+    EXPECT_EQ(all, "0 lobby, here\n- own\n- net\n3 #den, 1 unread, left\n"
+                   "1 ann, 1 unread, 1 for you\n- other\n2 #far\n");
 }
 
 TEST_F(ConversationRows, LeadInACircleAndToWhatIsUnread) {

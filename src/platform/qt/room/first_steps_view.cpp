@@ -81,7 +81,7 @@ void FirstStepsView::layOut() {
     grid->setHorizontalSpacing(12);
     grid->setVerticalSpacing(0);
     grid->setColumnStretch(1, 1);
-    for (int row = 0; row < 4; ++row) { // the last one is for all types of songs
+    for (int row = 0; row < 4; ++row) { // the first one is for all types of songs
         rows_.push_back(addRow());
         grid->addWidget(&rows_.back().line, row, 0, Qt::AlignLeft);
         grid->addWidget(&rows_.back().does, row, 1);
@@ -100,8 +100,7 @@ FirstStepsView::Row FirstStepsView::addRow() {
     line.setFlat(true);
     line.setCursor(Qt::PointingHandCursor);
     connect(&line, &QPushButton::clicked, [this, row = rows_.size()] {
-        const auto steps = steps_.steps();
-        click_(row < steps.size() ? steps[row].line : steps_.allTypes().line);
+        click_(row == 0 ? steps_.allTypes().line : steps_.steps()[row - 1].line);
     });
     return {line, plainLabel()};
 }
@@ -111,9 +110,9 @@ void FirstStepsView::refresh() {
     if (isShown) {
         const auto steps = steps_.steps();
         setTextOf(title_, steps_.title());
-        for (std::size_t row = 0; row < steps.size(); ++row)
-            show(rows_[row], steps[row]);
-        show(rows_.back(), steps_.allTypes());
+        show(rows_.front(), steps_.allTypes());
+        for (std::size_t step = 0; step < steps.size(); ++step)
+            show(rows_[step + 1], steps[step]);
         setTextOf(progress_, steps_.progress());
         add_.setEnabled(steps_.progress().empty());
         hide_.setVisible(steps_.areAskedFor());

@@ -3,7 +3,10 @@
 #include "platform/qt/menu_view.h"
 #include "platform/qt/qt_text.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QShortcut>
 
 namespace larkspin {
@@ -21,12 +24,26 @@ MenuBarView::MenuBarView(EventLoop& loop, const std::vector<Menu>& menus, const 
             };
             fillMenu(*view, menu, choose, MenuDrawnBy::qt);
         });
+        connect(view, &QMenu::aboutToHide, this, [bar = QPointer(this), &loop] {
+            loop.post([bar] {
+                if (bar)
+                    bar->leave();
+            });
+        });
     }
     const auto goToFirst = [this] {
         setFocus(Qt::MenuBarFocusReason);
         setActiveAction(actions().value(0));
     };
     connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, goToFirst);
+}
+
+// Escape leads from a menu to the bar. There the letters of the next line would open menus.
+void MenuBarView::leave() {
+    if (!hasFocus() || QApplication::activePopupWidget())
+        return;
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    keyPressEvent(&escape);
 }
 
 } // namespace larkspin

@@ -117,8 +117,9 @@ private:
         painter.setFont(font);
         painter.setPen(color);
         const int width = painter.fontMetrics().horizontalAdvance("00");
-        painter.drawText(QRect(area.left(), area.top(), width, area.height()),
-                         Qt::AlignRight | Qt::AlignVCenter, QString::number(row.number));
+        if (row.number)
+            painter.drawText(QRect(area.left(), area.top(), width, area.height()),
+                             Qt::AlignRight | Qt::AlignVCenter, QString::number(*row.number));
         return area.left() + width + sideGap;
     }
     // With a dot where he was called. Gives where the name ends.

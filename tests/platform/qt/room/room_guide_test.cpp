@@ -35,14 +35,18 @@ struct RoomGuideTest : RoomDesk {
         if (const QWidget* const each = button(text))
             clickAt(*each, each->rect().center());
     }
-    // Opens a menu by the mouse, and then chooses from it.
-    void choose(const char* menu, const char* entry) {
+    static QMenu* opened() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+    void open(const char* menu) {
         auto& bar = view<MenuBarView>();
         for (const QAction* const each : bar.actions())
             if (each->text() == '&' + QString(menu))
                 clickAt(bar, bar.actionGeometry(const_cast<QAction*>(each)).center());
-        const auto opened = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
         ASSERT_TRUE(comes([&] { return opened() != nullptr; })) << menu;
+    }
+    // By the mouse alone.
+    void choose(const char* menu, const char* entry) {
+        open(menu);
+        ASSERT_NE(opened(), nullptr);
         for (QAction* const each : opened()->actions())
             if (each->text() == entry)
                 clickAt(*opened(), opened()->actionGeometry(each).center());
@@ -96,8 +100,16 @@ TEST_F(RoomGuideTest, SaysNothingAmongOthersThatTheOwnerHasntTyped) {
     EXPECT_EQ(server.sent, Lines{});
 }
 
+TEST_F(RoomGuideTest, TakesWhatIsTypedOnceAMenuIsLeft) {
+    open("music");
+    QProcess::execute("xdotool", {"key", "Escape"});
+    EXPECT_TRUE(comes([this] { return view<InputLine>().hasFocus(); }));
+    QProcess::execute("xdotool", {"type", "'play ride"});
+    EXPECT_TRUE(comes([this] { return view<InputLine>().text() == "'play ride"; }));
+    EXPECT_EQ(opened(), nullptr);
+}
+
 TEST_F(RoomGuideTest, OpensItsMenusAndHelpByKeys) {
-    const auto opened = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
     for (const auto& [key, first] :
          std::vector<std::pair<Qt::Key, const char*>>{{Qt::Key_R, "connect..."},
                                                       {Qt::Key_M, "add folder..."},
