@@ -24,7 +24,8 @@ using namespace std::chrono_literals;
 
 constexpr auto patience = 20s;
 constexpr unsigned mostSeconds = 120; // for one measurement
-constexpr auto untilAtRest = 1s;
+// After it has come in: as soon as the price allows it, the server is asked once how quick it is.
+constexpr auto untilAtRest = 15s;
 
 // What the start waits before it takes commands and gets into rooms.
 constexpr double startPauses = 0.4;
