@@ -76,6 +76,7 @@ ConversationView::Shown ConversationView::showNew() {
                             if (isAgain)
                                 left_[front.place()] = {};
                             const int least = isAgain ? conversations_.again().lines : 0;
+                            setMark(front);
                             fill(front, static_cast<std::size_t>(least));
                         },
                     .leftOut = [](int) {},
@@ -89,6 +90,8 @@ ConversationView::Shown ConversationView::showNew() {
                         }});
     if (!std::exchange(isFilled_, true)) {
         leave();
+        if (!std::exchange(keepsMark_, false))
+            setMark(conversations_.front());
         fill(conversations_.front(), 0);
     }
     isShowing_ = true; // in the middle of it the view is scrolled about
@@ -106,7 +109,7 @@ void ConversationView::take(const KeptLine& line, Shown& shown) {
     const Conversation& front = conversations_.front();
     // One that was put in among others isn't shown at the end.
     if (line.isOld && front.lastPutIn() > shownUpTo_)
-        isFilled_ = false;
+        refill();
     else if (isFilled_)
         said_.add(shownLine(front, line));
     shownUpTo_ = std::max(shownUpTo_, line.number);
@@ -116,6 +119,12 @@ void ConversationView::take(const KeptLine& line, Shown& shown) {
 void ConversationView::leave() {
     left_[shown_] = {said_.reading(), seenUpTo_};
     std::erase_if(left_, [this](const auto& left) { return !conversations_.find(left.first); });
+}
+
+void ConversationView::setMark(const Conversation& conversation) {
+    const auto& lines = conversation.lines();
+    const std::size_t unread = conversation.firstUnread();
+    mark_ = unread < lines.size() ? lines[unread].number : 0;
 }
 
 // The last lines, or those around the one that he reads: what comes after these is added bit by
@@ -138,9 +147,8 @@ void ConversationView::fill(const Conversation& conversation, std::size_t least)
 void ConversationView::addLines(const Conversation& conversation, std::size_t first,
                                 std::size_t end) {
     const auto& lines = conversation.lines();
-    const std::size_t unread = conversation.firstUnread();
     for (std::size_t index = first; index < end; ++index) {
-        if (index == unread)
+        if (lines[index].number == mark_)
             said_.add({.look = Transcript::Line::Look::mark, .text = "unread"});
         said_.add(shownLine(conversation, lines[index]));
         lastShown_ = lines[index].number;
@@ -189,7 +197,7 @@ std::string ConversationView::stampOf(const KeptLine& line) const {
 
 void ConversationView::stamp(bool stamps) {
     if (std::exchange(stamps_, stamps) != stamps)
-        refill();
+        redraw();
 }
 
 void ConversationView::toEnd() {

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 
 class QLabel;
 class QPushButton;
@@ -41,8 +42,10 @@ public:
     // The name and the topic as they are now.
     void showRoom();
 
-    // All is filled in anew, as when colours are others or the unread begins elsewhere.
-    void refill() { isFilled_ = false; }
+    // All is filled in anew, as when the unread begins elsewhere.
+    void refill() { isFilled_ = keepsMark_ = false; }
+    // As that, when it only looks otherwise: what he has seen come doesn't become unread.
+    void redraw() { keepsMark_ |= std::exchange(isFilled_, false); }
 
     // Whether each line has its time in front.
     void stamp(bool stamps);
@@ -58,6 +61,7 @@ private:
     };
 
     void layOut();
+    void setMark(const Conversation& conversation);
     void fill(const Conversation& conversation, std::size_t least);
     void addLines(const Conversation& conversation, std::size_t first, std::size_t end);
     void addRest(std::size_t most);
@@ -88,7 +92,8 @@ private:
     std::uint64_t lastShown_ = 0;      // of what stands there
     bool isWhole_ = true;              // nothing comes after that one
     bool isFilled_ = true, stamps_ = true, isAddingOlder_ = false;
-    bool isShowing_ = false;
+    bool isShowing_ = false, keepsMark_ = false;
+    std::uint64_t mark_ = 0; // the number of the line that the unread begins with, or 0
 };
 
 } // namespace larkspin

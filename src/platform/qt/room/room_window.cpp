@@ -296,7 +296,7 @@ void RoomWindow::tellCalls() {
 void RoomWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        view_.refill();
+        view_.redraw();
 }
 
 std::string RoomWindow::place() const {

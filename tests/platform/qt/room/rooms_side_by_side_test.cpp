@@ -132,6 +132,11 @@ TEST_F(RoomsSideBySide, WhatIsUnreadBeginsAtALine) {
     press(Qt::Key_1);
     press(Qt::Key_2);
     EXPECT_EQ(shown(), "ann: one\nann: two");
+    say("ann", "#music", "seen");
+    for (const bool stamps : {false, true})
+        room->rooms.preferences.showStamps(stamps);
+    settle();
+    EXPECT_EQ(shown(), "ann: one\nann: two\nann: seen") << "not unread when drawn anew";
     QWidget other;
     other.show();
     ASSERT_TRUE(comesForward(other));
@@ -140,7 +145,7 @@ TEST_F(RoomsSideBySide, WhatIsUnreadBeginsAtALine) {
     EXPECT_NE(listed().find("#music, 1 unread, here"), std::string::npos);
     ASSERT_TRUE(comesForward(window()));
     settle();
-    EXPECT_EQ(shown(), "ann: one\nann: two\nunread\nann: three");
+    EXPECT_EQ(shown(), "ann: one\nann: two\nann: seen\nunread\nann: three");
     EXPECT_EQ(listed(), "lobby\nirc.test\n#den\n#music, here\n");
 }
 
