@@ -31,10 +31,8 @@ MenuBarView::MenuBarView(EventLoop& loop, const std::vector<Menu>& menus, const 
             });
         });
     }
-    const auto goToFirst = [this] {
-        setFocus(Qt::MenuBarFocusReason);
-        setActiveAction(actions().value(0));
-    };
+    // With the keyboard itself the bar wouldn't know to whom to give it back.
+    const auto goToFirst = [this] { setActiveAction(actions().value(0)); };
     connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, goToFirst);
 }
 

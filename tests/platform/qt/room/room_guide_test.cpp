@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QProcess>
 #include <QPushButton>
+#include <functional>
 
 namespace larkspin {
 namespace {
@@ -101,12 +102,25 @@ TEST_F(RoomGuideTest, SaysNothingAmongOthersThatTheOwnerHasntTyped) {
 }
 
 TEST_F(RoomGuideTest, TakesWhatIsTypedOnceAMenuIsLeft) {
-    open("music");
-    QProcess::execute("xdotool", {"key", "Escape"});
-    EXPECT_TRUE(comes([this] { return view<InputLine>().hasFocus(); }));
-    QProcess::execute("xdotool", {"type", "'play ride"});
-    EXPECT_TRUE(comes([this] { return view<InputLine>().text() == "'play ride"; }));
-    EXPECT_EQ(opened(), nullptr);
+    const auto hand = [](const QStringList& does) { QProcess::execute("xdotool", does); };
+    const std::function<void()> openings[] = {[this] { open("music"); },
+                                              [&] {
+                                                  hand({"key", "F10"});
+                                              },
+                                              [&] {
+                                                  hand({"key", "alt+m"});
+                                              }};
+    for (const auto& openOne : openings) {
+        openOne();
+        EXPECT_TRUE(comes([] { return opened() != nullptr; }));
+        hand({"key", "Escape"});
+        EXPECT_TRUE(comes([] { return opened() == nullptr; }));
+        EXPECT_TRUE(comes([this] { return view<InputLine>().hasFocus(); }));
+        hand({"type", "'play ride"});
+        EXPECT_TRUE(comes([this] { return view<InputLine>().text() == "'play ride"; }));
+        EXPECT_EQ(opened(), nullptr);
+        view<InputLine>().empty();
+    }
 }
 
 TEST_F(RoomGuideTest, OpensItsMenusAndHelpByKeys) {
