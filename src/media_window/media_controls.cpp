@@ -144,6 +144,7 @@ Controls list(AppState& state, MediaWindow& window, Playback& playback) {
         listBox(
             {.name = "playlistView",
              .place = {0, listTop, MediaFrame::width, lastRow - listTop - 15},
+             .spoken = "songs",
              .rows = &state.playlistView,
              .selectsMany = true,
              .markedRow = [&song = playback.songInPlay] { return song.row(); },

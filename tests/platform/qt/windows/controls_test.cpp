@@ -181,8 +181,9 @@ TEST(Controls, ShowEveryNameAsItIs) {
     desk.settle();
     auto& list = desk.control<QListView>("mp3s", "playlistView");
     EXPECT_EQ(list.model()->index(0, 0).data().toString().toStdString(), "who?");
-    for (const auto& [name, words] :
-         {std::pair("playlistTitle", "playlist: a?.lkl"), {"mediaCaption", "who?"}})
+    for (const auto& [name, words] : {std::pair("playlistTitle", "playlist: a?.lkl"),
+                                      {"mediaCaption", "who?"},
+                                      {"playlistView", "songs"}})
         EXPECT_EQ(desk.control("mp3s", name).accessibleName().toStdString(), words);
 }
 
