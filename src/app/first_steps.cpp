@@ -32,8 +32,8 @@ std::string FirstSteps::folder() const {
 }
 
 std::string FirstSteps::title() const {
-    return isEmpty() ? "there are no songs yet. these three lines bring them, and play one:"
-                     : "these three lines bring songs, and play one:";
+    return isEmpty() ? "there are no songs yet. these lines bring them, and play one:"
+                     : "these lines bring songs, and play one:";
 }
 
 std::vector<FirstSteps::Step> FirstSteps::steps() const {

@@ -2,8 +2,8 @@
 
 #include "host/conversations.h"
 #include "irc/channels/irc_channels.h"
+#include "irc/channels/irc_joining.h"
 #include "irc/connection/irc_session.h"
-#include "irc/protocol/irc_message.h"
 #include "irc/talk/irc_speech.h"
 #include "text/visible.h"
 
