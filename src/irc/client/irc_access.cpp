@@ -296,9 +296,12 @@ bool IrcAccess::certificate(std::string_view rest) {
         return false;
     if (!path.empty() && servers_.readCertificate(path).empty())
         return true;
-    if (set(IrcFact::certificate, path))
+    if (set(IrcFact::certificate, path)) {
+        if (path.empty() && irc_.isOn())
+            servers_.loadCertificate(file_.account().server);
         tell_(path.empty() ? "you show no certificate from the next connection on"
                            : "you show that certificate from the next /connect on");
+    }
     return true;
 }
 

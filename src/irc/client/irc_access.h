@@ -70,7 +70,6 @@ public:
 
 private:
     void takeLogin(const IrcAccount& given, const std::string& password);
-    void takeServerPassword(const std::string& password, bool isKept);
     void tellUser() const;
 
     using Take = std::function<void(const std::string& password)>;

@@ -77,6 +77,9 @@ void IrcSession::identify(const IrcIdentity& identity) {
 }
 
 void IrcSession::open() {
+    // What the owner trusts and shows may have changed since the last connection.
+    if (keeper_.completed)
+        server_ = keeper_.completed(server_);
     reset(Phase::beginning);
     // Nothing that the last connection has told holds for this one.
     input_.clear();

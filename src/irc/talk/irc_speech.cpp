@@ -264,8 +264,8 @@ Nanoseconds IrcSpeech::untilRefused() const {
 }
 
 // Without labels it is a guess. Where lines aren't sent back, what has codes is more likely to be
-// meant where it may be for them. Else it is the oldest line that the server is just about to read,
-// rather than one of those before that, which it took without a word.
+// meant where it may be for them. Else it is the oldest line that has just gone, or that a server
+// which is behind may just have read, rather than one before that, which it took without a word.
 IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
     if (const std::string_view label = session_.batches().label(refusal); !label.empty())
         return labelled(label);
@@ -278,11 +278,17 @@ IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
                    session_.isSame(piece->target, target) && isLikely(*piece);
         });
     };
+    const auto isJustGone = [&](const Piece& piece) {
+        return !piece.comesBack && !isRead(piece) &&
+               age(piece) <= session_.outgoing().lag().current(loop_.now()) + margin;
+    };
     auto found = sent_.end();
     if (mayBeForCodes(refusal))
-        found = oldest([](const Piece& piece) {
-            return !piece.comesBack && (piece.isAgain || hasCodes(piece.codes));
+        found = oldest([&](const Piece& piece) {
+            return isJustGone(piece) && (piece.isAgain || hasCodes(piece.codes));
         });
+    if (found == sent_.end())
+        found = oldest(isJustGone);
     if (found == sent_.end())
         found = oldest([&](const Piece& piece) {
             return piece.comesBack || (!isRead(piece) && age(piece) <= untilRefused());

@@ -102,6 +102,16 @@ TEST_F(IrcAccessTest, ACertificateIsTrustedByAWordAloneAndNoOtherInItsPlace) {
     EXPECT_TRUE(kept().ends_with("\nfingerprint of irc.test:6697=" + first + '\n'));
     begin();
     EXPECT_EQ(server.to.pinned, first);
+    for (const std::string& trusted : {other, first}) { // while he is there, for when it is lost
+        server.silent = false;
+        typed("/connect irc.test jo");
+        typed("/trust " + trusted);
+        server.lose("x");
+        seenWithin(6s);
+        EXPECT_EQ(server.to.pinned, trusted);
+    }
+    server.silent = true;
+    begin();
 
     EXPECT_TRUE(told(other).starts_with("WARNING: ")) << seen;
     EXPECT_EQ(server.to.pinned, first);

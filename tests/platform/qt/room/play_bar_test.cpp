@@ -197,7 +197,8 @@ TEST_F(PlayBarTest, MovesOnceASecondWhileItIsInSightAndNotAtAllOtherwise) {
     EXPECT_GE(repaints.count, 4);
     for (const bool isMinimized : {true, false}) {
         isMinimized ? window.showMinimized() : window.hide();
-        EXPECT_TRUE(comes(desk, [&] { return window.isMinimized() || !window.isVisible(); }));
+        const auto isAway = [&] { return window.isMinimized() || !window.isVisible(); };
+        EXPECT_TRUE(comes(desk, isAway));
         const std::string before = text("songTime");
         passes(5);
         EXPECT_EQ(text("songTime"), before);

@@ -143,7 +143,8 @@ TEST_F(RoomGuideTest, OpensItsMenusAndHelpByKeys) {
     QTest::keyClick(&view<InputLine>(), Qt::Key_F10);
     ASSERT_TRUE(comes([&] { return opened() != nullptr; }));
     QTest::keyClick(opened(), Qt::Key_Left); // from the first one to the last
-    ASSERT_TRUE(comes([&] { return opened() && opened()->actions().size() == 6; }));
+    const auto isFilled = [&] { return opened() && opened()->actions().size() == 6; };
+    ASSERT_TRUE(comes(isFilled));
     for (int entry = 0; entry < 6 && opened()->activeAction() != opened()->actions()[1]; ++entry)
         QTest::keyClick(opened(), Qt::Key_Down);
     QTest::keyClick(opened(), Qt::Key_Return);
