@@ -257,12 +257,6 @@ bool IrcSpeech::isRefusal(const IrcMessage& message) const {
     return numeric::refusesLine(message.command) || (fails && message.parameter(0) == "PRIVMSG");
 }
 
-// How long it takes at most from when a line has gone until its refusal comes, as things go now.
-Nanoseconds IrcSpeech::untilRefused() const {
-    const IrcOutgoing& outgoing = session_.outgoing();
-    return outgoing.lag().current(loop_.now()) + outgoing.ahead() + margin;
-}
-
 // Without labels it is a guess. Where lines aren't sent back, what has codes is more likely to be
 // meant where it may be for them. Else it is the oldest line that has just gone, or that a server
 // which is behind may just have read, rather than one before that, which it took without a word.
@@ -278,21 +272,22 @@ IrcSpeech::Pieces::iterator IrcSpeech::refusedOne(const IrcMessage& refusal) {
                    session_.isSame(piece->target, target) && isLikely(*piece);
         });
     };
-    const auto isJustGone = [&](const Piece& piece) {
-        return !piece.comesBack && !isRead(piece) &&
-               age(piece) <= session_.outgoing().lag().current(loop_.now()) + margin;
+    // How long a refusal takes, as things go now, by a server that reads at once, and at most.
+    const Nanoseconds prompt = session_.outgoing().lag().current(loop_.now()) + margin,
+                      slow = prompt + session_.outgoing().ahead();
+    const auto hasGoneWithin = [&](const Piece& piece, Nanoseconds span) {
+        return !piece.comesBack && !isRead(piece) && age(piece) <= span;
     };
     auto found = sent_.end();
     if (mayBeForCodes(refusal))
         found = oldest([&](const Piece& piece) {
-            return isJustGone(piece) && (piece.isAgain || hasCodes(piece.codes));
+            return hasGoneWithin(piece, prompt) && (piece.isAgain || hasCodes(piece.codes));
         });
     if (found == sent_.end())
-        found = oldest(isJustGone);
+        found = oldest([&](const Piece& piece) { return hasGoneWithin(piece, prompt); });
     if (found == sent_.end())
-        found = oldest([&](const Piece& piece) {
-            return piece.comesBack || (!isRead(piece) && age(piece) <= untilRefused());
-        });
+        found = oldest(
+            [&](const Piece& piece) { return piece.comesBack || hasGoneWithin(piece, slow); });
     return found == sent_.end() ? oldest([](const Piece&) { return true; }) : found;
 }
 

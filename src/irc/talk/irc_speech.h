@@ -123,7 +123,6 @@ private:
     bool isThat(const Piece& piece, std::string_view codes) const;
     bool isEchoOf(const Piece& piece, const IrcMessage& message) const;
     bool isRefusal(const IrcMessage& message) const;
-    Nanoseconds untilRefused() const;
     Pieces::iterator refusedOne(const IrcMessage& refusal);
     Pieces::iterator labelled(std::string_view label);
 

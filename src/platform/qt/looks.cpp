@@ -13,7 +13,7 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 // Shares of the background: in an outline, and in what can't be used now.
-constexpr double outlineShare = 0.55, faintShare = 0.6;
+constexpr double outlineShare = 0.55, faintShare = 0.6, dimTextShare = 0.35;
 
 // The families that the windows were designed with, and free ones of about the same widths.
 QStringList familiesFor(std::string_view family) {
@@ -152,6 +152,10 @@ QColor legible(const QColor& front, const QColor& ground) {
          share += 0.1)
         seen = between(front, far, std::min(share, 1.0));
     return seen;
+}
+
+QColor dimText(const QColor& front, const QColor& ground) {
+    return between(front, ground, dimTextShare);
 }
 
 QColor dimmed(const QPalette& palette) {

@@ -37,6 +37,7 @@ QRect pixelsOf(const Place& place, int dpi);
 QPalette paletteOf(Color foreground, Color background);
 QColor between(const QColor& first, const QColor& second, double share); // of the second
 QColor dimmed(const QPalette& palette);                                  // for outlines
+QColor dimText(const QColor& front, const QColor& ground); // of what is told beside the rest
 
 // The colour nearest to `front` that can be told from `ground` at a glance.
 QColor legible(const QColor& front, const QColor& ground);

@@ -37,7 +37,7 @@ public:
         const QColor ground = palette.color(isMarked ? QPalette::Highlight : QPalette::Base);
         const QColor front = palette.color(isMarked ? QPalette::HighlightedText : QPalette::Text);
         const bool isChoice = index.flags() & Qt::ItemIsEnabled;
-        const QColor dim = between(front, ground, 0.35);
+        const QColor dim = dimText(front, ground);
         painter->fillRect(option.rect, ground);
         QRect within = option.rect.adjusted(besideText, 0, -besideText, 0);
         const QString help = index.data(helpRole).toString();

@@ -14,8 +14,6 @@ namespace larkspin {
 
 namespace {
 
-constexpr double stepsDimness = 0.35; // of the ground, as what the room tells is dim
-
 // As wide as its text, which begins where those of the others do.
 class LineButton : public QPushButton {
 public:
@@ -33,8 +31,7 @@ QLabel& plainLabel() {
 
 void setDim(QWidget& widget, const QPalette& from) {
     QPalette palette = from;
-    const QColor dim =
-        between(from.color(QPalette::WindowText), from.color(QPalette::Window), stepsDimness);
+    const QColor dim = dimText(from.color(QPalette::WindowText), from.color(QPalette::Window));
     palette.setColor(QPalette::WindowText, dim);
     palette.setColor(QPalette::ButtonText, dim);
     widget.setPalette(palette);

@@ -41,7 +41,7 @@ PasteQuestion::PasteQuestion(std::function<void(bool says)> answered)
     auto* const keys = new QLabel("Return says them, Escape doesn't");
     QPalette dim = keys->palette();
     dim.setColor(QPalette::WindowText,
-                 between(dim.color(QPalette::WindowText), dim.color(QPalette::Window), 0.35));
+                 dimText(dim.color(QPalette::WindowText), dim.color(QPalette::Window)));
     keys->setPalette(dim);
     answers->addWidget(keys, 1);
     for (const auto& [caption, says] : {std::pair("say them", true), {"leave them", false}}) {

@@ -29,7 +29,7 @@ constexpr int besideMark = 8;
 constexpr std::string_view cutMark = "\u2026";
 constexpr int markState = -2; // of a block; a line's is its number, -1 is that of any other
 
-constexpr double dimness = 0.35, callGround = 0.16; // shares of the ground, and of its colour
+constexpr double callGround = 0.16; // the share of its colour
 
 int stateOf(const Transcript::Line& line) {
     if (line.look == Transcript::Line::Look::mark)
@@ -65,7 +65,7 @@ void Transcript::takeColors() {
     plain_.setForeground(front);
     name_ = plain_;
     name_.setFontWeight(QFont::Bold);
-    dim_.setForeground(between(front, ground, dimness));
+    dim_.setForeground(dimText(front, ground));
     call_ = name_;
     call_.setForeground(readable(callColor, ground));
     mark_.setForeground(call_.foreground());
