@@ -1,0 +1,58 @@
+// What stands on the screen, one above the other: the room at the bottom, windows above it in the
+// order in which they came up, then menus, and boxes on top. A stroke goes to the uppermost that
+// takes it. The screen is drawn again before the thread sleeps, if anything has asked for that.
+#pragma once
+
+#include "platform/terminal/screen/cells.h"
+#include "platform/terminal/screen/strokes.h"
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace larkspin {
+
+struct Cursor {
+    int row = 0, column = 0;
+};
+
+// A port between the screen and what is shown on it.
+class Layer {
+public:
+    enum class Rank { room, window, menu, box };
+
+    virtual ~Layer() = default;
+
+    virtual Rank rank() const = 0;
+
+    // On all of the screen, of which it takes what it needs. Where the cursor is to stand if this
+    // is the uppermost layer that wants keys; nothing for none.
+    virtual std::optional<Cursor> draw(Cells& cells) = 0;
+
+    // Whether the stroke has been dealt with; else the layer below gets it. Called from the loop,
+    // in an event of its own, so what it does may wait.
+    virtual bool take(const Stroke& stroke) = 0;
+};
+
+class Layers {
+public:
+    // The layer must be removed before it goes. One that is added, or raised, comes above the
+    // others of its rank.
+    void add(Layer& layer);
+    void raise(Layer& layer);
+    void remove(Layer& layer);
+    bool isOnTop(const Layer& layer) const; // of all
+
+    // To be called when anything has changed that is seen.
+    void changed() { isChanged_ = true; }
+    bool isChanged() const { return isChanged_; }
+
+    std::optional<Cursor> draw(Cells& cells);
+    void take(const Stroke& stroke); // layers may come and go meanwhile
+
+private:
+    std::vector<Layer*> layers_; // from the lowest to the uppermost
+    bool isChanged_ = true;
+};
+
+} // namespace larkspin
