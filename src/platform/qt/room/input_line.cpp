@@ -33,11 +33,12 @@ InputLine::InputLine(LineHistory& history)
     connect(this, &QLineEdit::textChanged, this, [this] {
         if (takesPaste())
             return;
-        before_ = {text(), cursorPosition()};
+        before_ = text();
+        cursorBefore_ = cursorPosition();
         noteBegin();
     });
     connect(this, &QLineEdit::cursorPositionChanged, this,
-            [this] { before_.cursor = cursorPosition(); });
+            [this] { cursorBefore_ = cursorPosition(); });
     connect(this, &QLineEdit::textEdited, this, [this] { narrow(); });
 }
 
@@ -53,8 +54,10 @@ void InputLine::empty() {
     clear();
 }
 
-InputLine::Draft InputLine::draft() const {
-    return hides() ? Draft() : Draft{text(), cursorPosition()};
+Draft InputLine::draft() const {
+    if (hides())
+        return {};
+    return {.text = text().toStdString(), .cursor = static_cast<std::size_t>(cursorPosition())};
 }
 
 // Empty in between, so that the line counts as begun anew.
@@ -62,8 +65,7 @@ void InputLine::put(const Draft& draft) {
     if (hides())
         return;
     empty();
-    setText(draft.text);
-    setCursorPosition(draft.cursor);
+    become(QString::fromStdString(draft.text), static_cast<qsizetype>(draft.cursor));
 }
 
 // setText() leaves nothing for undo to bring back, and so to show.
@@ -214,9 +216,9 @@ void InputLine::askAbout(PastedLines pasted) {
     const auto asks = std::find_if(pasted.lines.begin(), pasted.lines.end(), holdsAfter_);
     if (asks != pasted.lines.end())
         pasted.lines.erase(asks + 1, pasted.lines.end());
-    const Draft before = before_;
-    become(before.text, before.cursor);
-    if (before.text.isEmpty())
+    const QString before = before_;
+    become(before, cursorBefore_);
+    if (before.isEmpty())
         onBegin_();
     offers_.ask(std::move(pasted));
 }

@@ -3,6 +3,7 @@
 // he has been asked.
 #pragma once
 
+#include "host/half_typed.h"
 #include "library/completion.h"
 #include "platform/qt/room/line_offers.h"
 
@@ -38,10 +39,7 @@ public:
 
     // What has been typed so far, to be put back later, when the owner has been somewhere else
     // meanwhile. A secret isn't told and isn't replaced.
-    struct Draft {
-        QString text = {};
-        int cursor = 0;
-    };
+    // Its cursor counts as Qt does.
     Draft draft() const;
     void put(const Draft& draft);
 
@@ -107,8 +105,9 @@ private:
     bool isSecretComplete_ = false; // and has been ended with Return
     int back_ = 0;                  // how many lines of the history back the line is
     QString begun_;                 // what stood there before the owner went back
-    Draft before_;                  // what stood there before the last change
-    std::size_t replaced_ = 0;      // characters in front of the cursor, by a choice that is taken
+    QString before_;                // what stood there before the last change
+    int cursorBefore_ = 0;
+    std::size_t replaced_ = 0; // characters in front of the cursor, by a choice that is taken
     LineOffers offers_;
 };
 

@@ -40,7 +40,7 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversatio
                                .isIgnored = [&room](auto name) { return room.isIgnored(name); }})),
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
       sides_(*new QSplitter), halves_(*new QSplitter), rows_(*new QVBoxLayout(this)),
-      halfTyped_(input_, conversations), calls_(conversations) {
+      calls_(conversations) {
     layOut();
     takeLines();
     takeRoomKeys(*this, conversations,
@@ -107,6 +107,7 @@ void RoomWindow::takeLines() {
                 window->input_.goOn();
         });
     });
+    input_.onBegin([this] { halfTyped_.begin(); });
     input_.onPage([this](int pages) { view_.said().scrollPage(pages); });
     for (QSplitter* const splitter : {&sides_, &halves_})
         connect(splitter, &QSplitter::splitterMoved, this, [this] { placeChanged_(); });
@@ -236,7 +237,7 @@ void RoomWindow::dismissPassword() {
 
 void RoomWindow::offer(const std::string& line) {
     const QString text = toQt(line);
-    input_.put({.text = text, .cursor = static_cast<int>(text.size())});
+    input_.put({.text = text.toStdString(), .cursor = static_cast<std::size_t>(text.size())});
 }
 
 void RoomWindow::bringForward() {

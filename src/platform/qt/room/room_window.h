@@ -4,10 +4,10 @@
 #pragma once
 
 #include "host/conversations.h"
+#include "host/half_typed.h"
 #include "host/owner_calls.h"
 #include "host/shown_room.h"
 #include "platform/qt/room/conversation_view.h"
-#include "platform/qt/room/half_typed.h"
 #include "platform/qt/room/input_line.h"
 #include "platform/qt/room/people_view.h"
 #include "platform/qt/room/rooms_view.h"
@@ -143,7 +143,11 @@ private:
     QSplitter& sides_;  // the rooms, and all else
     QSplitter& halves_; // what is said, and the people
     QVBoxLayout& rows_; // of the window
-    HalfTyped halfTyped_;
+    HalfTyped halfTyped_{{.isBegun = [this] { return input_.isBegun(); },
+                          .hides = [this] { return input_.hides(); },
+                          .draft = [this] { return input_.draft(); },
+                          .put = [this](const Draft& draft) { input_.put(draft); }},
+                         conversations_};
     OwnerCalls calls_;
     std::optional<OwnerCall> call_; // that isn't over
     Calls callTasks_;

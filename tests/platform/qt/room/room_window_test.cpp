@@ -259,7 +259,7 @@ TEST_F(RoomWindowTest, ALineIsTakenWhereItWasBegun) {
 TEST_F(RoomWindowTest, PutsAHalfTypedLineBackButNoPassword) {
     strike("half");
     QTest::keyClick(&input(), Qt::Key_Left);
-    const InputLine::Draft half = input().draft();
+    const Draft half = input().draft();
     input().put({});
     EXPECT_EQ(typed(), "");
     strike("^\n/login jo\nses");

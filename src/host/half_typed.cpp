@@ -1,18 +1,12 @@
-#include "platform/qt/room/half_typed.h"
+#include "host/half_typed.h"
 
 #include <utility>
 
 namespace larkspin {
 
-HalfTyped::HalfTyped(InputLine& input, const Conversations& conversations)
-    : input_(input), conversations_(conversations), begun_(conversations.begun()),
-      moves_(begun_.moves) {
-    input_.onBegin([this] { begin(); });
-}
-
-void HalfTyped::begin() {
-    begun_ = conversations_.begun();
-}
+HalfTyped::HalfTyped(Line line, const Conversations& conversations)
+    : line_(std::move(line)), conversations_(conversations), begun_(conversations.begun()),
+      moves_(begun_.moves) {}
 
 // The owner may have gone elsewhere a moment ago, and the line that he still sees be from before.
 // It then counts as if the other place had come in front by itself.
@@ -25,23 +19,23 @@ Conversations::Begun HalfTyped::begun() const {
 bool HalfTyped::follow() {
     const Conversations::Begun front = conversations_.begun();
     const bool stays = staysFor(front);
-    if (front.place == begun_.place || stays || input_.hides())
+    if (front.place == begun_.place || stays || line_.hides())
         return false;
-    if (input_.text().isEmpty())
+    if (Draft draft = line_.draft(); draft.text.empty())
         halves_.erase(begun_.place);
     else
-        halves_[begun_.place] = input_.draft();
+        halves_[begun_.place] = std::move(draft);
     forgetGone();
     begun_ = front;
     const auto half = halves_.extract(front.place);
-    input_.put(half.empty() ? InputLine::Draft() : half.mapped());
+    line_.put(half.empty() ? Draft() : half.mapped());
     return true;
 }
 
 bool HalfTyped::staysFor(const Conversations::Begun& front) {
     if (std::exchange(moves_, front.moves) != front.moves)
         staysBefore_ = front.place;
-    const bool stays = staysBefore_ == front.place && input_.isBegun();
+    const bool stays = staysBefore_ == front.place && line_.isBegun();
     if (!stays)
         staysBefore_.clear();
     return stays;
@@ -52,7 +46,7 @@ void HalfTyped::forgetGone() {
 }
 
 const Conversation* HalfTyped::elsewhere() const {
-    const bool isElsewhere = input_.isBegun() && begun_.place != conversations_.front().place();
+    const bool isElsewhere = line_.isBegun() && begun_.place != conversations_.front().place();
     return isElsewhere ? conversations_.find(begun_.place) : nullptr;
 }
 
