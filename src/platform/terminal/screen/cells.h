@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -58,7 +59,7 @@ public:
     // A line of text from that column on, at most up to `right` (one past its last column), and
     // nothing outside of the grid. It is shown as an eye may see it (see text/visible.h), so
     // nothing in it steers the terminal; a wide character that has only half of its room is left
-    // out. Gives the column after it.
+    // out, as is what combines with nothing. Gives the column after it.
     int put(int row, int column, int right, std::string_view text, const CellStyle& style);
 
     // The same, cut with "…" where it has no room.
@@ -68,8 +69,10 @@ public:
     void restyle(const Area& area, const CellStyle& style);
 
 private:
-    void clearHalves(int row, int column);
     Cell& cell(int row, int column);
+    void place(int row, int column, int width, char32_t character, const CellStyle& style);
+    void combine(int row, int column, char32_t character);
+    void clearWide(int row, int column);
 
     int rows_, columns_;
     std::vector<Cell> cells_;

@@ -14,6 +14,9 @@ namespace larkspin {
 
 struct Cursor {
     int row = 0, column = 0;
+    bool isShown = true;
+
+    bool operator==(const Cursor&) const = default;
 };
 
 // A port between the screen and what is shown on it.
@@ -25,12 +28,13 @@ public:
 
     virtual Rank rank() const = 0;
 
-    // On all of the screen, of which it takes what it needs. Where the cursor is to stand if this
-    // is the uppermost layer that wants keys; nothing for none.
+    // On all of the screen, of which it takes what it needs. Gives where the cursor is to stand if
+    // this layer has the keys, shown or not: the uppermost that gives one has it. Must not wait.
     virtual std::optional<Cursor> draw(Cells& cells) = 0;
 
-    // Whether the stroke has been dealt with; else the layer below gets it. Called from the loop,
-    // in an event of its own, so what it does may wait.
+    // Whether the stroke has been dealt with; else the layer below gets it. What the mouse does
+    // between a press and its release goes to the layer that took the press, wherever it is. Called
+    // from the loop, in an event of its own, so what it does may wait.
     virtual bool take(const Stroke& stroke) = 0;
 };
 
@@ -51,7 +55,10 @@ public:
     void take(const Stroke& stroke); // layers may come and go meanwhile
 
 private:
+    bool has(const Layer* layer) const;
+
     std::vector<Layer*> layers_; // from the lowest to the uppermost
+    Layer* pressed_ = nullptr;   // has taken a press of the mouse whose release hasn't come
     bool isChanged_ = true;
 };
 
