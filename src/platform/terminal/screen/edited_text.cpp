@@ -1,4 +1,4 @@
-#include "platform/terminal/room/edited_text.h"
+#include "platform/terminal/screen/edited_text.h"
 
 #include "platform/terminal/screen/columns.h"
 #include "text/characters.h"
