@@ -122,8 +122,8 @@ TEST_F(TypedLineTest, ComesBackFromTheHistory) {
 
 TEST_F(TypedLineTest, ShowsThePartInWhichTheCursorIs) {
     type("a line that is far too long");
-    EXPECT_EQ(seen(20), "jo: o long\n");
-    EXPECT_EQ(cursorAt, 10);
+    EXPECT_EQ(seen(20), "jo: oo long\n");
+    EXPECT_EQ(cursorAt, 11);
     line.take(control(U'a'));
     EXPECT_EQ(seen(20), "jo: a line that is f\n");
     EXPECT_EQ(cursorAt, 4);
@@ -212,7 +212,7 @@ TEST_F(TypedLineTest, SaysSeveralPastedLinesOnlyWhenItsOwnerWantsIt) {
     }
     line.empty();
     line.take(PasteStroke{"one\n/login\nsesam\n"});
-    EXPECT_EQ(seen(60), " say 2 lines?\n  one\n  /login\n> [say them] [leave them]  Return says "
+    EXPECT_EQ(seen(60), " say 2 lines?\n  one\n  /login\n [say them] [leave them]  Return says "
                         "them, Escape doesn't\njo:\n")
         << "the third one may be a password";
     click(4, 3);
