@@ -46,6 +46,9 @@ public:
     bool isRead() const { return !isGone_; }
     void whenGone(Task task) { whenGone_ = std::move(task); }
 
+    // Whether the reader has taken all of it.
+    bool isTaken() const { return !isWaiting(); }
+
     // Until when it makes sense to wait for the reader before more is written: a little past the
     // last time that it took something. Nanoseconds::min() when hardly anything waits.
     Nanoseconds busyUntil() const;

@@ -30,6 +30,13 @@ const Cell& Cells::at(int row, int column) const {
                   static_cast<std::size_t>(column)];
 }
 
+bool Cells::hasSameRow(const Cells& other, int row) const {
+    for (int column = 0; column < columns_; ++column)
+        if (at(row, column) != other.at(row, column))
+            return false;
+    return true;
+}
+
 Cell& Cells::cell(int row, int column) {
     return const_cast<Cell&>(at(row, column));
 }

@@ -52,7 +52,8 @@ public:
     int rows() const { return rows_; }
     int columns() const { return columns_; }
     Area area() const { return {0, 0, rows_, columns_}; }
-    const Cell& at(int row, int column) const; // must lie within
+    const Cell& at(int row, int column) const;          // must lie within
+    bool hasSameRow(const Cells& other, int row) const; // of a grid of the same size
 
     void fill(const Area& area, const CellStyle& style, char32_t character = U' ');
 

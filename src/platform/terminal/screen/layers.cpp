@@ -1,7 +1,7 @@
 #include "platform/terminal/screen/layers.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace larkspin {
 
@@ -24,6 +24,11 @@ void Layers::remove(Layer& layer) {
         pressed_ = nullptr;
 }
 
+void Layers::changed() {
+    if (!std::exchange(isChanged_, true))
+        whenChanged_();
+}
+
 bool Layers::has(const Layer* layer) const {
     return std::ranges::find(layers_, layer) != layers_.end();
 }
@@ -41,7 +46,7 @@ std::optional<Cursor> Layers::draw(Cells& cells) {
     return cursor;
 }
 
-void Layers::take(const Stroke& stroke) {
+bool Layers::take(const Stroke& stroke) {
     const auto* const mouse = std::get_if<MouseStroke>(&stroke);
     const bool isPress = mouse && mouse->kind == MouseStroke::Kind::press;
     const bool isHeld = mouse && (mouse->kind == MouseStroke::Kind::move ||
@@ -50,8 +55,7 @@ void Layers::take(const Stroke& stroke) {
         Layer* const layer = pressed_;
         if (mouse->kind == MouseStroke::Kind::release)
             pressed_ = nullptr;
-        layer->take(stroke);
-        return;
+        return layer->take(stroke);
     }
     const std::vector<Layer*> found = layers_;
     for (auto layer = found.rbegin(); layer != found.rend(); ++layer) {
@@ -61,10 +65,11 @@ void Layers::take(const Stroke& stroke) {
         if (isPress)
             pressed_ = *layer;
         if ((*layer)->take(stroke))
-            return;
+            return true;
     }
     if (isPress)
         pressed_ = nullptr;
+    return false;
 }
 
 } // namespace larkspin

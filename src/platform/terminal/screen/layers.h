@@ -5,9 +5,10 @@
 
 #include "platform/terminal/screen/cells.h"
 #include "platform/terminal/screen/strokes.h"
+#include "shell/event_loop.h"
 
-#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
@@ -47,12 +48,14 @@ public:
     void remove(Layer& layer);
     bool isOnTop(const Layer& layer) const; // of all
 
-    // To be called when anything has changed that is seen.
-    void changed() { isChanged_ = true; }
+    // To be called when anything has changed that is seen. The task is called with the first change
+    // after a drawing.
+    void changed();
     bool isChanged() const { return isChanged_; }
+    void whenChanged(Task task) { whenChanged_ = std::move(task); }
 
     std::optional<Cursor> draw(Cells& cells);
-    void take(const Stroke& stroke); // layers may come and go meanwhile
+    bool take(const Stroke& stroke); // whether any took it; layers may come and go meanwhile
 
 private:
     bool has(const Layer* layer) const;
@@ -60,6 +63,7 @@ private:
     std::vector<Layer*> layers_; // from the lowest to the uppermost
     Layer* pressed_ = nullptr;   // has taken a press of the mouse whose release hasn't come
     bool isChanged_ = true;
+    Task whenChanged_ = [] {};
 };
 
 } // namespace larkspin

@@ -48,7 +48,7 @@ struct MouseStroke {
 };
 
 struct PasteStroke {
-    std::string text; // any bytes
+    std::string text; // any bytes; lines end with "\n"
 
     bool operator==(const PasteStroke&) const = default;
 };

@@ -1,0 +1,213 @@
+#include "platform/terminal/screen/curses_picture.h"
+
+#include "platform/terminal/screen/shown_colors.h"
+#include "text/visible.h"
+
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <curses.h>
+#include <sys/mman.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace larkspin {
+
+namespace {
+
+// The library would deal with signals by itself, and end the process in its own way.
+class KeptSignals {
+public:
+    KeptSignals() {
+        for (std::size_t at = 0; at < signals.size(); ++at)
+            ::sigaction(signals[at], nullptr, &actions_[at]);
+    }
+    ~KeptSignals() {
+        for (std::size_t at = 0; at < signals.size(); ++at)
+            ::sigaction(signals[at], &actions_[at], nullptr);
+    }
+    KeptSignals(const KeptSignals&) = delete;
+    KeptSignals& operator=(const KeptSignals&) = delete;
+
+private:
+    static constexpr std::array signals{SIGINT, SIGTERM, SIGTSTP, SIGWINCH};
+    std::array<struct sigaction, signals.size()> actions_{};
+};
+
+std::string capability(const char* name) {
+    const char* const text = ::tigetstr(const_cast<char*>(name));
+    return text && text != reinterpret_cast<const char*>(-1) ? text : "";
+}
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+struct ScreenCloser {
+    void operator()(SCREEN* screen) const { ::delscreen(screen); }
+};
+
+attr_t attributesOf(const CellStyle& style) {
+    attr_t attributes = A_NORMAL;
+    for (const auto& [isSet, attribute] : {std::pair<bool, attr_t>{style.bold, A_BOLD},
+                                           {style.dim, A_DIM},
+                                           {style.italic, A_ITALIC},
+                                           {style.underlined, A_UNDERLINE},
+                                           {style.reversed, A_REVERSE}})
+        if (isSet)
+            attributes |= attribute;
+    return attributes;
+}
+
+} // namespace
+
+struct CursesPicture::Parts {
+    std::unique_ptr<std::FILE, FileCloser> file; // in memory
+    std::unique_ptr<SCREEN, ScreenCloser> screen;
+    Cells last{0, 0};
+    bool isShown = false;
+    std::string colorReset; // of the terminal's own
+
+    int color(std::optional<Rgb> color) const;
+    int pairOf(const CellStyle& style) const;
+    cchar_t cellOf(const Cell& cell) const;
+};
+
+std::unique_ptr<CursesPicture> CursesPicture::open() {
+    // The library tells characters by the locale. Here all is UTF-8, whatever the owner's is;
+    // C.UTF-8 is built into the C library.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    const int descriptor = ::memfd_create("larkspin-screen", MFD_CLOEXEC);
+    std::FILE* const file = descriptor < 0 ? nullptr : ::fdopen(descriptor, "r+");
+    if (!file)
+        return nullptr;
+    auto parts = std::make_unique<Parts>();
+    parts->file.reset(file);
+    const KeptSignals kept;
+    // The size is told with each picture. Without these the library begins with a usual one.
+    ::unsetenv("LINES");
+    ::unsetenv("COLUMNS");
+    parts->screen.reset(::newterm(nullptr, file, file));
+    if (!parts->screen || capability("cup").empty())
+        return nullptr;
+    if (::has_colors()) {
+        ::start_color();
+        ::use_default_colors();
+        parts->colorReset = capability("oc");
+    }
+    ::typeahead(-1);
+    ::idlok(stdscr, true); // lines that move are moved
+    auto picture = std::unique_ptr<CursesPicture>(new CursesPicture(std::move(parts)));
+    // Nothing is to be shown before the first picture.
+    ::endwin();
+    picture->takeBytes();
+    return picture;
+}
+
+CursesPicture::CursesPicture(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
+CursesPicture::~CursesPicture() = default;
+
+int CursesPicture::Parts::color(std::optional<Rgb> color) const {
+    constexpr int most = 256; // beyond, a number is the colour itself
+    constexpr Rgb named = 8;  // but for these
+    if (!color)
+        return -1;
+    if (COLORS > most && ::tigetflag(const_cast<char*>("RGB")) > 0)
+        return static_cast<int>(*color < named ? 0 : *color);
+    return nearestColor(*color, COLORS);
+}
+
+// The library keeps as many pairs as it has place for, and takes the place of the oldest then.
+int CursesPicture::Parts::pairOf(const CellStyle& style) const {
+    if (!::has_colors() || (!style.foreground && !style.background))
+        return 0;
+    return std::max(::alloc_pair(color(style.foreground), color(style.background)), 0);
+}
+
+cchar_t CursesPicture::Parts::cellOf(const Cell& cell) const {
+    std::array<wchar_t, Cell::mostCodes + 1> text{};
+    std::ranges::transform(cell.codes, text.begin(),
+                           [](char32_t code) { return static_cast<wchar_t>(code); });
+    int pair = pairOf(cell.style);
+    cchar_t made{};
+    if (::setcchar(&made, text.data(), attributesOf(cell.style), 0, &pair) != OK)
+        ::setcchar(&made, L" ", attributesOf(cell.style), 0, &pair);
+    return made;
+}
+
+void CursesPicture::drawRow(const Cells& cells, int row) {
+    std::vector<cchar_t> line;
+    line.reserve(static_cast<std::size_t>(cells.columns()));
+    for (int column = 0; column < cells.columns(); ++column)
+        if (const Cell& cell = cells.at(row, column); !cell.isSecondHalf)
+            line.push_back(parts_->cellOf(cell));
+    ::mvadd_wchnstr(row, 0, line.data(), static_cast<int>(line.size()));
+}
+
+std::string CursesPicture::draw(const Cells& cells, const std::optional<Cursor>& cursor,
+                                bool anew) {
+    Parts& parts = *parts_;
+    ::set_term(parts.screen.get());
+    const bool isResized =
+        parts.last.rows() != cells.rows() || parts.last.columns() != cells.columns();
+    if (isResized)
+        ::resize_term(cells.rows(), cells.columns());
+    const bool isFirst = !std::exchange(parts.isShown, true);
+    if (isResized || anew || isFirst)
+        ::clearok(curscr, true);
+    for (int row = 0; row < cells.rows(); ++row)
+        if (isResized || !cells.hasSameRow(parts.last, row))
+            drawRow(cells, row);
+    parts.last = cells;
+    const Cursor place = cursor.value_or(Cursor{0, 0, false});
+    ::wmove(stdscr, std::clamp(place.row, 0, cells.rows() - 1),
+            std::clamp(place.column, 0, cells.columns() - 1));
+    ::curs_set(place.isShown ? 1 : 0);
+    ::wrefresh(stdscr);
+    return takeBytes();
+}
+
+std::string CursesPicture::end() {
+    if (!std::exchange(parts_->isShown, false))
+        return {};
+    ::set_term(parts_->screen.get());
+    ::endwin();
+    return takeBytes();
+}
+
+std::string CursesPicture::takeBytes() {
+    const int descriptor = ::fileno(parts_->file.get());
+    std::fflush(parts_->file.get());
+    const off_t size = ::lseek(descriptor, 0, SEEK_END);
+    std::string bytes(static_cast<std::size_t>(std::max<off_t>(size, 0)), '\0');
+    const ssize_t read = ::pread(descriptor, bytes.data(), bytes.size(), 0);
+    bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(read, 0)));
+    if (::ftruncate(descriptor, 0) == 0)
+        ::lseek(descriptor, 0, SEEK_SET);
+    // Colours that the owner has given to numbers stay: nothing here has changed them.
+    if (const std::string& reset = parts_->colorReset; !reset.empty())
+        for (auto at = bytes.find(reset); at != bytes.npos; at = bytes.find(reset, at))
+            bytes.erase(at, reset.size());
+    return bytes;
+}
+
+// As xterm has it, and who is like it, or where the terminal says that it has a line for it.
+std::string CursesPicture::title(const std::string& title) const {
+    const std::string shown = visibleText(title, " ");
+    ::set_term(parts_->screen.get());
+    if (::tigetflag(const_cast<char*>("XT")) > 0)
+        return "\x1b]2;" + shown + '\a';
+    const std::string begin = capability("tsl"), end = capability("fsl");
+    return begin.empty() || end.empty() ? "" : begin + shown + end;
+}
+
+bool CursesPicture::hasMouse() const {
+    ::set_term(parts_->screen.get());
+    return !capability("kmous").empty();
+}
+
+} // namespace larkspin

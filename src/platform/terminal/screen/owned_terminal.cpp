@@ -1,0 +1,51 @@
+#include "platform/terminal/screen/owned_terminal.h"
+
+#include <algorithm>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace larkspin {
+
+namespace {
+
+constexpr int terminal = STDIN_FILENO;
+constexpr unsigned short widest = 1000, highest = 500; // in characters
+
+} // namespace
+
+OwnedTerminal::OwnedTerminal() = default;
+OwnedTerminal::~OwnedTerminal() = default;
+
+bool OwnedTerminal::isOurs() const {
+    return ::tcgetpgrp(terminal) == ::getpgrp();
+}
+
+TerminalSize OwnedTerminal::size() const {
+    winsize size{};
+    ::ioctl(terminal, TIOCGWINSZ, &size);
+    return {size.ws_row < 1 ? 24 : std::min(size.ws_row, highest),
+            size.ws_col < 1 ? 80 : std::min(size.ws_col, widest)};
+}
+
+// What it is found in when it is taken once more, as after a stop, isn't what it was at first.
+void OwnedTerminal::take() {
+    termios mode{};
+    if (::tcgetattr(terminal, &mode) != 0)
+        return;
+    if (!found_)
+        found_ = std::make_unique<termios>(mode);
+    mode.c_iflag &= ~static_cast<tcflag_t>(BRKINT | ICRNL | IGNCR | INLCR | ISTRIP | IXON);
+    mode.c_lflag &= ~static_cast<tcflag_t>(ECHO | ICANON | IEXTEN | ISIG);
+    mode.c_cc[VMIN] = 1;
+    mode.c_cc[VTIME] = 0;
+    ::tcsetattr(terminal, TCSANOW, &mode);
+}
+
+void OwnedTerminal::giveBack() {
+    if (found_ && isOurs())
+        ::tcsetattr(terminal, TCSANOW, found_.get());
+    found_.reset();
+}
+
+} // namespace larkspin

@@ -1,0 +1,38 @@
+// The terminal as a device: whether it is ours now, its size, and its mode, in which each key comes
+// at once and none is a signal.
+#pragma once
+
+#include <memory>
+
+struct termios;
+
+namespace larkspin {
+
+struct TerminalSize {
+    int rows, columns;
+
+    bool operator==(const TerminalSize&) const = default;
+};
+
+class OwnedTerminal {
+public:
+    OwnedTerminal();
+    ~OwnedTerminal();
+    OwnedTerminal(const OwnedTerminal&) = delete;
+    OwnedTerminal& operator=(const OwnedTerminal&) = delete;
+
+    // The system stops whoever reads from it, or changes its mode, while another job has it.
+    bool isOurs() const;
+
+    // At least 1 × 1, and within reason.
+    TerminalSize size() const;
+
+    // Keeps the mode in which it was found, and gives it back.
+    void take();
+    void giveBack();
+
+private:
+    std::unique_ptr<termios> found_; // while it is taken
+};
+
+} // namespace larkspin

@@ -1,0 +1,68 @@
+#include "platform/terminal/screen/shown_colors.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace larkspin {
+
+namespace {
+
+// As terminals come with them.
+constexpr Rgb firstColors[] = {0x000000, 0xCD0000, 0x00CD00, 0xCDCD00, 0x0000EE, 0xCD00CD,
+                               0x00CDCD, 0xE5E5E5, 0x7F7F7F, 0xFF0000, 0x00FF00, 0xFFFF00,
+                               0x5C5CFF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
+constexpr int ownersColors = 16;
+constexpr int cubeSides = 6, grays = 24;
+
+int partOf(Rgb color, int shift) {
+    return static_cast<int>(color >> shift & 0xFF);
+}
+
+// How different two colours look to an eye, which sees green best.
+int difference(Rgb one, Rgb other) {
+    const auto squared = [&](int shift) {
+        const int apart = partOf(one, shift) - partOf(other, shift);
+        return apart * apart;
+    };
+    return 3 * squared(16) + 6 * squared(8) + squared(0);
+}
+
+constexpr int levelOf(int step) {
+    return step == 0 ? 0 : 55 + 40 * step;
+}
+
+int nearestStep(int part) {
+    return part < 48 ? 0 : part < 115 ? 1 : (part - 35) / 40;
+}
+
+Rgb rgbOf(int red, int green, int blue) {
+    return static_cast<Rgb>(red << 16 | green << 8 | blue);
+}
+
+// Of a cube of colours, and a row of grays.
+int nearestOf256(Rgb color) {
+    const int red = nearestStep(partOf(color, 16)), green = nearestStep(partOf(color, 8)),
+              blue = nearestStep(partOf(color, 0));
+    const int inCube = ownersColors + (red * cubeSides + green) * cubeSides + blue;
+    const int bright = (partOf(color, 16) + partOf(color, 8) + partOf(color, 0)) / 3;
+    const int gray = std::clamp((bright - 3) / 10, 0, grays - 1);
+    const int level = 8 + 10 * gray;
+    const bool isGray = difference(color, rgbOf(level, level, level)) <
+                        difference(color, rgbOf(levelOf(red), levelOf(green), levelOf(blue)));
+    return isGray ? ownersColors + cubeSides * cubeSides * cubeSides + gray : inCube;
+}
+
+} // namespace
+
+int nearestColor(Rgb color, int colors) {
+    if (colors >= 256)
+        return nearestOf256(color);
+    const auto end = std::begin(firstColors) + std::clamp(colors, 1, ownersColors);
+    const auto nearest =
+        std::min_element(std::begin(firstColors), end, [color](Rgb one, Rgb other) {
+            return difference(one, color) < difference(other, color);
+        });
+    return static_cast<int>(nearest - std::begin(firstColors));
+}
+
+} // namespace larkspin
