@@ -98,6 +98,14 @@ bool pressTwice(Window& window, const std::string& name, int row) {
     return true;
 }
 
+void pressWithoutMouse(Window& window, const std::string& name, int row) {
+    const Control* const control = window.find(name);
+    if (control && (control->kind == Kind::list || !control->onClick))
+        pressTwice(window, name, row);
+    else
+        press(window, name, row);
+}
+
 bool selectRows(Window& window, const std::string& name, const std::vector<int>& rows) {
     const Control* const control = findShown(window, name, Kind::list);
     // All rows are checked before the selection changes.

@@ -43,6 +43,10 @@ bool press(Window& window, const std::string& control, int row = noRow);
 // A press, and the double click after it.
 bool pressTwice(Window& window, const std::string& control, int row = noRow);
 
+// A press without a mouse: by the keyboard, or from a screen reader. A list, and a control that
+// reacts to a double click only, gets one.
+void pressWithoutMouse(Window& window, const std::string& control, int row = noRow);
+
 // Selects these rows of a list and no others; the last of them becomes current. A list that doesn't
 // select many takes one row. To the list it is a click.
 bool selectRows(Window& window, const std::string& control, const std::vector<int>& rows);

@@ -153,14 +153,6 @@ bool ControlView::keyPressed(const QKeyEvent& event) {
     return strike(event);
 }
 
-void pressWithoutMouse(Window& window, const std::string& name, int row) {
-    const Control* const control = window.find(name);
-    if (control && (control->kind == Control::Kind::list || !control->onClick))
-        pressTwice(window, name, row);
-    else
-        press(window, name, row);
-}
-
 std::unique_ptr<ControlView> makeView(const ViewParts& parts, const Control& control) {
     switch (control.kind) {
     case Control::Kind::list:

@@ -70,10 +70,6 @@ private:
     std::shared_ptr<bool> isHovering_ = std::make_shared<bool>(false); // an event is on its way
 };
 
-// A press without a mouse: by the keyboard, or from a screen reader. A control that reacts to a
-// double click only gets one.
-void pressWithoutMouse(Window& window, const std::string& control, int row = noRow);
-
 // Makes the view for the control's kind.
 std::unique_ptr<ControlView> makeView(const ViewParts& parts, const Control& control);
 
