@@ -171,6 +171,8 @@ std::optional<Stroke> sequenceStroke(std::string_view parameters, char final) {
         return final == 'M' || final == 'm'
                    ? mouseStroke(numbers[0], numbers[1], numbers[2], final == 'm')
                    : std::nullopt;
+    if (!parameters.empty() && !isDigit(parameters[0]) && parameters[0] != ';')
+        return std::nullopt; // what a terminal tells about itself
     const int modifiers = count > 1 ? std::max(numbers[1] - 1, 0) : 0;
     if (final == '~')
         return named(keysByNumber, numbers[0], modifiers);
@@ -181,7 +183,7 @@ std::optional<Stroke> sequenceStroke(std::string_view parameters, char final) {
                      final == '$'   ? shift
                      : final == '^' ? ctrl
                                     : shift + ctrl);
-    if (final >= 'a' && final <= 'd')
+    if (final >= 'a' && final <= 'd' && parameters.empty())
         return named(keysByLetter, capitalAscii(final), shift);
     return named(keysByLetter, final, modifiers);
 }
@@ -199,8 +201,10 @@ TypedStroke controlSequence(std::string_view bytes, bool areWhole) {
         if (bytes.size() == head + 1)
             return {areWhole ? bytes.size() : 0, std::nullopt};
         const int number = bytes[head + 1] - 'A' + 1;
-        if (number < 1 || number > 5)
+        if (isControl(bytes[head + 1]) || !isAscii(bytes[head + 1]))
             return {head + 1, std::nullopt};
+        if (number < 1 || number > 5)
+            return {head + 2, std::nullopt};
         return {head + 2, KeyStroke{.kind = Kind::function, .number = number}};
     }
     for (std::size_t at = head; at < bytes.size(); ++at) {
