@@ -6,6 +6,12 @@
 
 namespace larkspin {
 
+namespace {
+
+constexpr std::size_t mostLinks = 10;
+
+} // namespace
+
 void LinkOpening::open(const std::string& link) {
     const auto address = webAddress(link);
     if (!address)
@@ -17,6 +23,16 @@ void LinkOpening::open(const std::string& link) {
             agreed_.insert(*address);
     }
     open_(*address);
+}
+
+Menu linksMenu(const Conversation& conversation, const LinkOpening::Open& open) {
+    std::vector<MenuEntry> entries;
+    for (const std::string& address : latestLinks(conversation, mostLinks))
+        entries.push_back(
+            {.name = address, .caption = address, .action = [open, address] { open(address); }});
+    if (entries.empty())
+        entries.push_back({.name = "none", .caption = "no links have been said here"});
+    return {.name = "links", .entries = [entries] { return entries; }};
 }
 
 } // namespace larkspin

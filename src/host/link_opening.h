@@ -2,6 +2,8 @@
 // run.
 #pragma once
 
+#include "shell/menu.h"
+
 #include <cstddef>
 #include <functional>
 #include <set>
@@ -10,6 +12,7 @@
 
 namespace larkspin {
 
+class Conversation;
 class Dialogs;
 
 class LinkOpening {
@@ -28,5 +31,9 @@ private:
     Open open_;
     std::set<std::string> agreed_;
 };
+
+// The links said last in a conversation, of which the task gets the address that the owner chooses:
+// for whoever has no mouse.
+Menu linksMenu(const Conversation& conversation, const LinkOpening::Open& open);
 
 } // namespace larkspin

@@ -2,20 +2,11 @@
 
 #include "host/conversations.h"
 #include "host/new_lines.h"
-#include "text/utf8.h"
+#include "host/shown_line.h"
 
 #include <utility>
 
 namespace larkspin {
-
-namespace {
-
-std::string shortened(std::string text) {
-    const std::size_t length = prefixLength(text, OwnerCalls::mostCharacters);
-    return length == text.size() ? text : text.substr(0, length) + "\u2026";
-}
-
-} // namespace
 
 OwnerCalls::OwnerCalls(const Conversations& conversations)
     : conversations_(conversations), told_(conversations.lastNumber()) {}
@@ -41,9 +32,9 @@ std::optional<OwnerCall> OwnerCalls::take() {
         return std::nullopt;
     const bool isSaidAmongOthers =
         in->kind() != Conversation::Kind::person && latest->kind == KeptLine::Kind::said;
-    return OwnerCall{
-        in->place(), conversations_.fullName(*in),
-        shortened((isSaidAmongOthers ? latest->speaker + ": " : "") + wordsOf(*latest))};
+    return OwnerCall{in->place(), conversations_.fullName(*in),
+                     shortened((isSaidAmongOthers ? latest->speaker + ": " : "") + wordsOf(*latest),
+                               mostCharacters)};
 }
 
 bool OwnerCalls::isOver(const OwnerCall& call) const {

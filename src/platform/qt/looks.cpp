@@ -13,7 +13,7 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 // Shares of the background: in an outline, and in what can't be used now.
-constexpr double outlineShare = 0.55, faintShare = 0.6, dimTextShare = 0.35;
+constexpr double outlineShare = 0.55, faintShare = 0.6;
 
 // The families that the windows were designed with, and free ones of about the same widths.
 QStringList familiesFor(std::string_view family) {

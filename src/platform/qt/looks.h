@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/preferences.h"
+#include "host/readable_color.h"
 #include "shell/window.h"
 
 #include <QColor>
@@ -43,7 +44,7 @@ QColor dimText(const QColor& front, const QColor& ground); // of what is told be
 QColor legible(const QColor& front, const QColor& ground);
 
 // Of what calls the owner.
-inline const QColor callColor(0xFF, 0xB8, 0x4D);
+inline const QColor callColor(QRgb{calling});
 
 // An outline of one pixel, sharp at every size.
 void drawOutline(QPainter& painter, const QRect& box, const QColor& color);

@@ -52,10 +52,10 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection
       password_(screen, input_),
       screen(output_, errorsGoWithOutput() ? output_ : errors_,
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
-      dialogs(screen, input_, readPath), desktop(screen),
+      dialogs(screen, input_, readPath), desktop(shows()),
       rooms(loop, lines, std::move(connections), password_, files, directory, screenName,
             {.changed = [this] { showOwnName(); }}),
-      loop_(loop), commands_(screen, desktop, rooms.slashWords(),
+      loop_(loop), commands_(shows(), desktop, rooms.slashWords(),
                              [this](const std::string& line) { rooms.room.say(line); }) {
     rooms.networks.readPathsBy(readPath);
     rooms.conversations.beforeChange([this] { showNew(); });
@@ -76,6 +76,10 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection
     input_.holdUntil([this] { return output_.busyUntil(); });
     for (const auto when : {&QueuedOutput::whenTaken, &QueuedOutput::whenGone})
         (output_.*when)([this] { input_.deliverLater(); });
+}
+
+ShowUnder Terminal::shows() {
+    return [this](std::string_view head, const std::string& text) { screen.show(head, text); };
 }
 
 void Terminal::openEditor(PollLoop& loop) {

@@ -67,6 +67,7 @@ public:
     AllRooms rooms;
 
 private:
+    ShowUnder shows();
     void openEditor(PollLoop& loop);
     void keepHistory(Files& files, const std::string& path);
     void take(const std::string& line);

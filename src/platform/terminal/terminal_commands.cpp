@@ -2,8 +2,6 @@
 
 #include "host/slash_help.h"
 #include "platform/terminal/description_text.h"
-#include "platform/terminal/terminal_desktop.h"
-#include "platform/terminal/terminal_screen.h"
 #include "shell/control_events.h"
 #include "text/fold.h"
 #include "text/number.h"
@@ -42,11 +40,11 @@ bool hasRows(const Control& control) {
 
 } // namespace
 
-TerminalCommands::TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop,
+TerminalCommands::TerminalCommands(ShowUnder show, TerminalDesktop& desktop,
                                    std::vector<SlashWord> roomWords,
                                    std::function<void(const std::string& line)> say)
-    : screen_(screen), desktop_(desktop),
-      words_([&screen](const std::string& text) { screen.tell(text); }) {
+    : show_(std::move(show)), desktop_(desktop),
+      words_([this](const std::string& text) { tell(text); }) {
     addOtherWords(std::move(roomWords), std::move(say));
     addWindowWords();
 }
@@ -88,8 +86,7 @@ void TerminalCommands::addOtherWords(std::vector<SlashWord> roomWords,
     words_.add({
         {"now", "LINE", "says a line without waiting for the one at work", now, {}, "talking"},
         helpWord(
-            words_, [this] { return trigger_(); },
-            [this](const std::string& text) { screen_.tell(text); }),
+            words_, [this] { return trigger_(); }, [this](const std::string& text) { tell(text); }),
         quitWord([this] { quit_(); }),
     });
 }
@@ -101,7 +98,7 @@ void TerminalCommands::connect(std::vector<Window*> windows, Task quit) {
 
 bool TerminalCommands::windows(std::string_view) {
     for (const Window* window : windows_)
-        screen_.show("window", window->visible ? window->name : window->name + " (hidden)");
+        show_("window", window->visible ? window->name : window->name + " (hidden)");
     return true;
 }
 
@@ -115,10 +112,10 @@ bool TerminalCommands::show(std::string_view rest) {
         return true;
     const auto lines = windowLines(*window, *page);
     for (const std::string& line : lines)
-        screen_.show("window", line);
+        show_("window", line);
     // A later page of a window without lists.
     if (lines.empty())
-        screen_.tell(window->name + " has one page");
+        tell(window->name + " has one page");
     return true;
 }
 
@@ -147,7 +144,7 @@ bool TerminalCommands::pressOn(std::string_view rest, Press pressIt) {
     } else if (hasRows(target->control)) {
         row = target->control.rows->currentIndex();
         if (row == noRow) {
-            screen_.tell("no row of " + target->shownName + " is current: which one?");
+            tell("no row of " + target->shownName + " is current: which one?");
             return true;
         }
     }
@@ -177,8 +174,8 @@ bool TerminalCommands::select(std::string_view rest) {
     }
     const bool isList = target->control.kind == Kind::list;
     if (!selectRows(target->window, target->name, rows))
-        screen_.tell(isList ? "of " + target->shownName + " one row can be selected"
-                            : target->shownName + " is no list");
+        tell(isList ? "of " + target->shownName + " one row can be selected"
+                    : target->shownName + " is no list");
     return true;
 }
 
@@ -195,7 +192,7 @@ bool TerminalCommands::key(std::string_view rest) {
     if (wanted)
         pressKey(target->window, target->name, *wanted);
     else if (!askMenu(target->window, target->name))
-        screen_.tell(target->shownName + " has no menu now");
+        tell(target->shownName + " has no menu now");
     return true;
 }
 
@@ -212,14 +209,14 @@ bool TerminalCommands::set(std::string_view rest) {
     else if (target->control.kind == Kind::combo)
         setCombo(*target, value);
     else if (!editText(target->window, target->name, value))
-        screen_.tell(target->shownName + " has no value to set");
+        tell(target->shownName + " has no value to set");
     return true;
 }
 
 void TerminalCommands::setSlider(const Target& target, const std::string& value) {
     const auto wanted = number(value);
     if (!wanted) {
-        screen_.tell(target.shownName + " takes a number");
+        tell(target.shownName + " takes a number");
         return;
     }
     // However large a number the owner types, the slider goes to its nearer end.
@@ -277,7 +274,7 @@ Window* TerminalCommands::findWindow(std::string_view name) const {
     for (Window* window : windows_)
         if (equalFolded(window->name, name))
             return window;
-    screen_.tell("there is no window " + std::string(name));
+    tell("there is no window " + std::string(name));
     return nullptr;
 }
 
@@ -294,10 +291,10 @@ std::optional<TerminalCommands::Target> TerminalCommands::findControl(std::strin
         const std::string shownName = window->name + '.' + control.name;
         if (isShown(*window, control))
             return Target{*window, control, control.name, shownName};
-        screen_.tell((window->visible ? shownName : window->name) + " is hidden");
+        tell((window->visible ? shownName : window->name) + " is hidden");
         return std::nullopt;
     }
-    screen_.tell(window->name + " has no control " + std::string(wanted));
+    tell(window->name + " has no control " + std::string(wanted));
     return std::nullopt;
 }
 
@@ -306,8 +303,8 @@ std::optional<int> TerminalCommands::rowOf(const Target& target, std::string_vie
     const auto row = countOf(number);
     if (row && *row <= count)
         return *row - 1;
-    screen_.tell(target.shownName +
-                 (count == 0 ? " has no rows" : " has the rows 1 to " + std::to_string(count)));
+    tell(target.shownName +
+         (count == 0 ? " has no rows" : " has the rows 1 to " + std::to_string(count)));
     return std::nullopt;
 }
 

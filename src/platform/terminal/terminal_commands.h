@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/slash_words.h"
+#include "platform/terminal/terminal_desktop.h"
 #include "shell/window.h"
 
 #include <functional>
@@ -15,15 +16,11 @@
 
 namespace larkspin {
 
-class TerminalDesktop;
-class TerminalScreen;
-
 class TerminalCommands {
 public:
     // `roomWords` are words about rooms, which are offered beside the terminal's own. `say` says a
     // line in the room.
-    TerminalCommands(TerminalScreen& screen, TerminalDesktop& desktop,
-                     std::vector<SlashWord> roomWords,
+    TerminalCommands(ShowUnder show, TerminalDesktop& desktop, std::vector<SlashWord> roomWords,
                      std::function<void(const std::string& line)> say);
     TerminalCommands(const TerminalCommands&) = delete;
     TerminalCommands& operator=(const TerminalCommands&) = delete;
@@ -48,6 +45,7 @@ private:
         std::string name;
         std::string shownName;
     };
+    void tell(const std::string& text) const { show_("terminal", text); }
     using Press = bool (*)(Window&, const std::string&, int);
 
     void addWindowWords();
@@ -76,7 +74,7 @@ private:
     std::optional<Target> findControl(std::string_view name) const;
     std::optional<int> rowOf(const Target& target, std::string_view number) const;
 
-    TerminalScreen& screen_;
+    ShowUnder show_;
     TerminalDesktop& desktop_;
     SlashWords words_;
     std::vector<Window*> windows_;

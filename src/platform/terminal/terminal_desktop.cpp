@@ -1,7 +1,6 @@
 #include "platform/terminal/terminal_desktop.h"
 
 #include "platform/terminal/description_text.h"
-#include "platform/terminal/terminal_screen.h"
 
 namespace larkspin {
 
@@ -14,13 +13,13 @@ void TerminalDesktop::printTrayMenu() {
     if (icon_)
         print(menuLines(icon_->menu));
     else
-        screen_.tell("there is no tray icon");
+        tell("there is no tray icon");
 }
 
 // The action is copied before it runs, since it may take the icon away.
 void TerminalDesktop::chooseFromTray(const std::string& entry) {
     if (!icon_) {
-        screen_.tell("there is no tray icon");
+        tell("there is no tray icon");
         return;
     }
     const auto action = choose(icon_->menu, entry);
@@ -30,14 +29,14 @@ void TerminalDesktop::chooseFromTray(const std::string& entry) {
 
 void TerminalDesktop::doubleClickTray() {
     if (!icon_)
-        screen_.tell("there is no tray icon");
+        tell("there is no tray icon");
     else if (const Task action = icon_->onDoubleClick)
         action();
 }
 
 void TerminalDesktop::chooseFromPopup(const std::string& entry) {
     if (!popup_) {
-        screen_.tell("no menu is open");
+        tell("no menu is open");
         return;
     }
     const auto action = choose(*popup_, entry);
@@ -53,7 +52,7 @@ std::optional<Task> TerminalDesktop::choose(const Menu& menu, const std::string&
     const auto entries = menu.entries();
     const MenuEntry* const entry = findEntry(entries, name);
     if (!entry) {
-        screen_.tell("the menu has no entry " + name);
+        tell("the menu has no entry " + name);
         return std::nullopt;
     }
     if (entry->isSubmenu) {
@@ -65,7 +64,7 @@ std::optional<Task> TerminalDesktop::choose(const Menu& menu, const std::string&
 
 void TerminalDesktop::print(const std::vector<std::string>& lines) {
     for (const std::string& line : lines)
-        screen_.show("menu", line);
+        show_("menu", line);
 }
 
 } // namespace larkspin

@@ -4,10 +4,8 @@
 #include "platform/terminal/terminal_text.h"
 #include "text/line_breaks.h"
 #include "text/number.h"
-#include "text/parts.h"
 #include "text/stand_ins.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -20,22 +18,6 @@ std::string protocolText(std::string_view text) {
 
 std::string dimmed(const std::string& stamp) {
     return stamp.empty() ? "" : "\x1b[2m" + stamp + "\x1b[0m ";
-}
-
-// Rows of lists keep some of their parts out of sight by many blanks. On a terminal such a gap is
-// closed.
-std::string withoutGaps(std::string_view text) {
-    constexpr std::size_t gap = 10, left = 2;
-    std::string closed;
-    while (!text.empty()) {
-        const std::size_t blanks = std::min(text.find_first_not_of(' '), text.size());
-        closed.append(blanks < gap ? blanks : left, ' ');
-        text.remove_prefix(blanks);
-        const std::string_view word = partedAt(text, ' ').head;
-        closed += word;
-        text.remove_prefix(word.size());
-    }
-    return closed;
 }
 
 } // namespace

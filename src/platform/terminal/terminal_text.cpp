@@ -1,8 +1,11 @@
 #include "platform/terminal/terminal_text.h"
 
 #include "chat/markup.h"
+#include "text/parts.h"
 #include "text/utf8.h"
 #include "text/visible.h"
+
+#include <algorithm>
 
 namespace larkspin {
 
@@ -54,6 +57,20 @@ std::string shownMarkup(std::string_view line) {
         shown += shownText(piece.text);
     }
     return shown.append(everythingOff);
+}
+
+std::string withoutGaps(std::string_view text) {
+    constexpr std::size_t gap = 10, left = 2;
+    std::string closed;
+    while (!text.empty()) {
+        const std::size_t blanks = std::min(text.find_first_not_of(' '), text.size());
+        closed.append(blanks < gap ? blanks : left, ' ');
+        text.remove_prefix(blanks);
+        const std::string_view word = partedAt(text, ' ').head;
+        closed += word;
+        text.remove_prefix(word.size());
+    }
+    return closed;
 }
 
 } // namespace larkspin

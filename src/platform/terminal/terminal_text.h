@@ -21,4 +21,7 @@ std::string shownText(std::string_view text);
 // 24-bit colour.
 std::string shownMarkup(std::string_view line);
 
+// Rows of lists keep some of their parts out of sight by many blanks. Such a gap is closed.
+std::string withoutGaps(std::string_view text);
+
 } // namespace larkspin

@@ -25,21 +25,13 @@ constexpr std::size_t olderLines = 300; // more of them whenever the first one i
 constexpr std::size_t aboveReading = 50, belowReading = 300; // lines, of the one that is read
 constexpr int headGap = 10, underButton = 8;                 // in pixels
 
-// The index of the first line with that number or a newer one.
-std::size_t indexOf(const Conversation& conversation, std::uint64_t number) {
-    const auto& lines = conversation.lines();
-    const auto found = std::ranges::find_if(
-        lines, [number](const KeptLine& line) { return line.number >= number; });
-    return static_cast<std::size_t>(found - lines.begin());
-}
-
 } // namespace
 
 ConversationView::ConversationView(EventLoop& loop, const ShownRoom& room,
                                    const Conversations& conversations)
     : loop_(loop), room_(room), conversations_(conversations), newLines_(conversations),
-      said_(*new Transcript), name_(*new QLabel), topic_(*new QLabel),
-      newBelow_(*new QPushButton(this)), shown_(conversations.front().place()) {
+      reading_(conversations, loop), said_(*new Transcript), name_(*new QLabel),
+      topic_(*new QLabel), newBelow_(*new QPushButton(this)) {
     layOut();
     connect(said_.verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { scrolled(); });
     connect(&newBelow_, &QPushButton::clicked, this, [this] { toEnd(); });
@@ -74,24 +66,23 @@ ConversationView::Shown ConversationView::showNew() {
                             shown.isOther = true;
                             leave();
                             if (isAgain)
-                                left_[front.place()] = {};
+                                reading_.goToEnd(front);
                             const int least = isAgain ? conversations_.again().lines : 0;
-                            setMark(front);
+                            reading_.markUnread(front);
                             fill(front, static_cast<std::size_t>(least));
                         },
                     .leftOut = [](int) {},
                     .line = [&](const KeptLine& line) { take(line, shown); },
                     .elsewhere =
                         [&](const Conversation& conversation, const KeptLine& line) {
-                            said_.add(
-                                {.look = Transcript::Line::Look::passed,
-                                 .text = wordsFromElsewhere(conversations_, conversation, line),
-                                 .stamp = stampOf(line)});
+                            ShownLine passed = reading_.pass(conversation, line);
+                            if (isWhole_)
+                                said_.add(std::move(passed));
                         }});
     if (!std::exchange(isFilled_, true)) {
         leave();
         if (!std::exchange(keepsMark_, false))
-            setMark(conversations_.front());
+            reading_.markUnread(conversations_.front());
         fill(conversations_.front(), 0);
     }
     isShowing_ = true; // in the middle of it the view is scrolled about
@@ -111,48 +102,37 @@ void ConversationView::take(const KeptLine& line, Shown& shown) {
     if (line.isOld && front.lastPutIn() > shownUpTo_)
         refill();
     else if (isFilled_)
-        said_.add(shownLine(front, line));
+        said_.add(reading_.line(front, line));
     shownUpTo_ = std::max(shownUpTo_, line.number);
 }
 
 // How far he has read in the one that has been shown until now.
 void ConversationView::leave() {
-    left_[shown_] = {said_.reading(), seenUpTo_};
-    std::erase_if(left_, [this](const auto& left) { return !conversations_.find(left.first); });
-}
-
-void ConversationView::setMark(const Conversation& conversation) {
-    const auto& lines = conversation.lines();
-    const std::size_t unread = conversation.firstUnread();
-    mark_ = unread < lines.size() ? lines[unread].number : 0;
+    reading_.leave(said_.reading());
 }
 
 // The last lines, or those around the one that he reads: what comes after these is added bit by
 // bit, since he doesn't see it yet.
 void ConversationView::fill(const Conversation& conversation, std::size_t least) {
-    shown_ = conversation.place();
-    const Left left = left_[shown_];
+    const Reading::Spot spot = reading_.enter(conversation);
     const std::size_t size = conversation.lines().size();
     std::size_t first = size - std::min(size, std::max(firstLines, least)), end = size;
-    if (!left.reading.follows) {
-        const std::size_t read = indexOf(conversation, left.reading.line);
+    if (!spot.follows) {
+        const std::size_t read = indexOf(conversation, spot.line);
         first = std::min(first, read - std::min(read, aboveReading));
         end = std::min(size, read + belowReading);
     }
-    said_.begin(left.reading);
+    said_.begin(spot);
     addLines(conversation, first, end);
-    seenUpTo_ = left.seenUpTo;
 }
 
 void ConversationView::addLines(const Conversation& conversation, std::size_t first,
                                 std::size_t end) {
     const auto& lines = conversation.lines();
-    for (std::size_t index = first; index < end; ++index) {
-        if (lines[index].number == mark_)
-            said_.add({.look = Transcript::Line::Look::mark, .text = "unread"});
-        said_.add(shownLine(conversation, lines[index]));
-        lastShown_ = lines[index].number;
-    }
+    for (ShownLine& line : reading_.lines(conversation, first, end))
+        said_.add(std::move(line));
+    if (first < end)
+        lastShown_ = lines[end - 1].number;
     shownUpTo_ = conversations_.lastNumber();
     isWhole_ = end == lines.size();
     if (!isWhole_)
@@ -164,7 +144,7 @@ void ConversationView::addLines(const Conversation& conversation, std::size_t fi
 
 void ConversationView::addRest(std::size_t most) {
     const Conversation& front = conversations_.front();
-    if (isWhole_ || front.place() != shown_)
+    if (isWhole_ || &front != reading_.shown())
         return;
     const auto& lines = front.lines();
     const auto last = std::ranges::find(lines, lastShown_, &KeptLine::number);
@@ -175,34 +155,14 @@ void ConversationView::addRest(std::size_t most) {
         refill(); // what he reads is kept no longer
 }
 
-Transcript::Line ConversationView::shownLine(const Conversation& conversation,
-                                             const KeptLine& line) const {
-    using Look = Transcript::Line::Look;
-    const bool isSaid = line.kind == KeptLine::Kind::said;
-    const bool isPrivate =
-        conversation.kind() == Conversation::Kind::person && !line.isProgramsWord();
-    return {.look = isSaid      ? Look::said
-                    : isPrivate ? Look::passed
-                                : Look::told,
-            .speaker = isSaid ? line.speaker : "",
-            .text = isSaid ? line.text : wordsOf(line),
-            .stamp = stampOf(line),
-            .callsOwner = conversation.calls(line),
-            .number = line.number};
-}
-
-std::string ConversationView::stampOf(const KeptLine& line) const {
-    return stamps_ ? larkspin::stampOf(line, loop_) : "";
-}
-
 void ConversationView::stamp(bool stamps) {
-    if (std::exchange(stamps_, stamps) != stamps)
+    if (reading_.stamp(stamps))
         redraw();
 }
 
 void ConversationView::toEnd() {
     if (!isWhole_) {
-        left_[shown_] = {};
+        reading_.goToEnd(conversations_.front());
         fill(conversations_.front(), 0);
         return;
     }
@@ -227,25 +187,21 @@ void ConversationView::addOlder() {
     isAddingOlder_ = false;
     const Conversation& front = conversations_.front();
     const std::uint64_t first = said_.firstLine();
-    if (first == 0 || front.place() != shown_)
+    if (first == 0 || &front != reading_.shown())
         return;
     const auto& lines = front.lines();
     const auto found = std::ranges::find(lines, first, &KeptLine::number);
     const auto end = static_cast<std::size_t>(found - lines.begin());
     if (end == 0 || end == lines.size())
         return;
-    std::vector<Transcript::Line> older;
-    for (std::size_t index = end - std::min(end, olderLines); index < end; ++index)
-        older.push_back(shownLine(front, lines[index]));
-    said_.addAbove(older);
+    said_.addAbove(reading_.lines(front, end - std::min(end, olderLines), end));
 }
 
 // Those below what is in view.
 void ConversationView::countNew() {
     if (said_.isAtEnd() && isWhole_)
-        seenUpTo_ = shownUpTo_;
-    const Conversation* const shown = conversations_.find(shown_);
-    const int count = shown ? shown->linesAfter(seenUpTo_) : 0;
+        reading_.see(shownUpTo_);
+    const int count = reading_.countBelow();
     newBelow_.setVisible(count > 0);
     if (count == 0)
         return;

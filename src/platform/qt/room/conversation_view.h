@@ -4,13 +4,12 @@
 #pragma once
 
 #include "host/new_lines.h"
+#include "host/reading.h"
 #include "platform/qt/room/transcript.h"
 #include "shell/event_loop.h"
 
 #include <QWidget>
 #include <cstdint>
-#include <map>
-#include <string>
 #include <utility>
 
 class QLabel;
@@ -54,14 +53,7 @@ public:
     void toEnd();
 
 private:
-    // How a conversation was left.
-    struct Left {
-        Transcript::Reading reading{};
-        std::uint64_t seenUpTo = 0; // the number of the last line that he has had in view
-    };
-
     void layOut();
-    void setMark(const Conversation& conversation);
     void fill(const Conversation& conversation, std::size_t least);
     void addLines(const Conversation& conversation, std::size_t first, std::size_t end);
     void addRest(std::size_t most);
@@ -72,28 +64,23 @@ private:
     void countNew();
     void placeButton();
     void elideTopic();
-    Transcript::Line shownLine(const Conversation& conversation, const KeptLine& line) const;
-    std::string stampOf(const KeptLine& line) const;
     void resizeEvent(QResizeEvent* event) override;
 
     EventLoop& loop_;
     const ShownRoom& room_;
     const Conversations& conversations_;
     NewLines newLines_;
+    Reading reading_;
     Transcript& said_; // these belong to its layout
     QLabel& name_;
     QLabel& topic_;
     QPushButton& newBelow_;
     QString wholeTopic_;
-    std::string shown_;                // the place of the conversation that is shown
-    std::uint64_t shownUpTo_ = 0;      // the number of the last line
-    std::uint64_t seenUpTo_ = 0;       // of it, as in `Left`
-    std::map<std::string, Left> left_; // by place
-    std::uint64_t lastShown_ = 0;      // of what stands there
-    bool isWhole_ = true;              // nothing comes after that one
-    bool isFilled_ = true, stamps_ = true, isAddingOlder_ = false;
+    std::uint64_t shownUpTo_ = 0; // the number of the last line of the conversation
+    std::uint64_t lastShown_ = 0; // of what stands there
+    bool isWhole_ = true;         // nothing comes after that one
+    bool isFilled_ = true, isAddingOlder_ = false;
     bool isShowing_ = false, keepsMark_ = false;
-    std::uint64_t mark_ = 0; // the number of the line that the unread begins with, or 0
 };
 
 } // namespace larkspin

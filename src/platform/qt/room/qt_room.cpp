@@ -27,8 +27,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
              .changed = [this] { window.roomChanged(); }}),
       words([this](const std::string& text) { tell(text); }) {
     window.onLine([this](const std::string& line, const Conversations::Begun& begun) {
-        if (!isOpen_ || rooms.goBackFor(line, begun))
-            take(line);
+        lines_.take(line, begun);
     });
     QObject::connect(new QShortcut(Qt::Key_F1, &window), &QShortcut::activated,
                      [this] { does("/help"); });
@@ -60,29 +59,8 @@ void QtRoom::open(Task quit) {
                    rooms.words.quits();
                    quit();
                })});
-    isOpen_ = true;
-    for (std::string& line : std::exchange(early_, {}))
-        // Each in an event of its own, like a line that is typed from now on.
-        loop_.post([this, line = std::move(line)] { take(line); });
+    lines_.open();
     rooms.networks.takeUpAgain();
-}
-
-void QtRoom::take(const std::string& line) {
-    // A line typed before the room is open is kept for later. But after one that asks for a
-    // password it may be that password, which must be kept nowhere.
-    const bool mayBeSecret = !early_.empty() && IrcWords::asksPassword(early_.back());
-    if (!isOpen_ && !mayBeSecret)
-        early_.push_back(line);
-    else if (!isOpen_)
-        tell("a password is taken when it is asked for");
-    else if (SlashWords::isMeantForIt(line))
-        rooms.conversations.asOwnerWants([&] { words.run(line); });
-    else
-        rooms.room.say(line);
-}
-
-void QtRoom::does(const std::string& line) {
-    loop_.post([this, line] { take(line); });
 }
 
 void QtRoom::offer(const std::string& line) {

@@ -4,6 +4,7 @@
 
 #include "host/slash_words.h"
 #include "irc/client/all_rooms.h"
+#include "irc/client/owners_lines.h"
 #include "irc/client/password_prompt.h"
 #include "irc/client/people_menu.h"
 #include "platform/posix/line_history.h"
@@ -14,7 +15,6 @@
 #include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace larkspin {
 
@@ -44,7 +44,7 @@ public:
     void triggerBy(std::function<std::string()> trigger) { trigger_ = std::move(trigger); }
 
     // Does what a line with a slash says, or says it, as if it had been typed.
-    void does(const std::string& line);
+    void does(const std::string& line) { lines_.does(line); }
 
     // What a click on a line means that is shown to be typed: it is said at home, and put into the
     // line to type in elsewhere.
@@ -61,7 +61,6 @@ public:
     void keep();
 
 private:
-    void take(const std::string& line);
     void placeChanged();
     void closeWindow();
 
@@ -76,8 +75,6 @@ private:
     std::string place_; // of the window, when that has changed
     TimerId keeping_ = TimerId::none;
     LineHistory history_;
-    bool isOpen_ = false;
-    std::vector<std::string> early_; // lines
     std::function<std::string()> trigger_ = [] { return std::string("'"); };
     std::function<bool()> hasTray_ = [] { return false; };
 
@@ -86,8 +83,13 @@ public:
     RoomWindow window{loop_, rooms.room, rooms.conversations, history_};
     RoomLooks looks{window, rooms.preferences};
     SlashWords words;
+
+private:
+    OwnersLines lines_{loop_, rooms, words};
+
+public:
     PeopleMenu peopleMenu{rooms.conversations, rooms.own, rooms.networks,
-                          [this](const std::string& line) { take(line); }};
+                          [this](const std::string& line) { lines_.act(line); }};
 };
 
 } // namespace larkspin

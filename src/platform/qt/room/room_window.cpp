@@ -1,6 +1,6 @@
 #include "platform/qt/room/room_window.h"
 
-#include "host/links.h"
+#include "host/link_opening.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/places.h"
 #include "platform/qt/qt_text.h"
@@ -26,8 +26,7 @@ namespace {
 constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(860, 540), leastSize(320, 200);
 constexpr int roomsWidth = 150, peopleWidth = 160;
-constexpr std::size_t mostLinks = 10; // in the menu of those said last
-constexpr QSize frameRoom(4, 40);     // for the frame of a window manager
+constexpr QSize frameRoom(4, 40); // for the frame of a window manager
 
 } // namespace
 
@@ -147,14 +146,7 @@ void RoomWindow::onLink(std::function<void(const std::string& address)> open) {
 
 // For whoever has no mouse.
 void RoomWindow::showLinks() {
-    std::vector<MenuEntry> entries;
-    for (const std::string& address : latestLinks(conversations_.front(), mostLinks))
-        entries.push_back({.name = address, .caption = address, .action = [this, address] {
-                               openLink_(address);
-                           }});
-    if (entries.empty())
-        entries.push_back({.name = "none", .caption = "no links have been said here"});
-    popUp(*this, {.name = "links", .entries = [&] { return entries; }},
+    popUp(*this, linksMenu(conversations_.front(), openLink_),
           view_.said().mapToGlobal(QPoint(gap, gap)), [this](const Task& action) { post(action); });
 }
 

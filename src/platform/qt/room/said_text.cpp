@@ -1,15 +1,13 @@
 #include "platform/qt/room/said_text.h"
 
 #include "host/links.h"
-#include "platform/qt/looks.h"
+#include "host/readable_color.h"
 #include "platform/qt/qt_text.h"
 #include "text/visible.h"
 
 #include <QFontDatabase>
 #include <QHash>
 #include <QTextCursor>
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace larkspin {
@@ -19,9 +17,6 @@ namespace {
 // A line break within a line that is said. The rest is indented more than anything that begins a
 // line.
 constexpr std::string_view setIn = "\u2028    ";
-
-constexpr double leastContrast = 5.2;    // that of plain red
-constexpr double contrastOfBlack = 0.05; // which is added to every light
 
 // Fonts that people in rooms name but few machines here have, and free ones of the same widths.
 constexpr std::pair<std::string_view, std::string_view> standIns[] = {
@@ -68,31 +63,11 @@ QTextCharFormat formatOf(const MarkupStyle& style, const QTextCharFormat& plain,
     return format;
 }
 
-// The light and the contrast of colours are computed as for the web's rules on accessibility.
-double lightOf(float part) {
-    return part <= 0.04045F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-}
-
-double lightOf(const QColor& color) {
-    return 0.2126 * lightOf(color.redF()) + 0.7152 * lightOf(color.greenF()) +
-           0.0722 * lightOf(color.blueF()) + contrastOfBlack;
-}
-
 } // namespace
 
-// Steps towards white or black, whichever differs more from the ground. One of them always does.
 QColor readable(const QColor& color, const QColor& ground) {
-    const double under = lightOf(ground);
-    const auto contrast = [under](const QColor& front) {
-        const double light = lightOf(front);
-        return std::max(light, under) / std::min(light, under);
-    };
-    const QColor far = contrast(Qt::white) > contrast(Qt::black) ? Qt::white : Qt::black;
-    const double least = std::min(leastContrast, contrast(far));
-    QColor seen = color;
-    for (double share = 0.02; contrast(seen) < least && share <= 1; share += 0.02)
-        seen = between(color, far, share);
-    return seen;
+    const auto plain = [](const QColor& from) { return from.rgb() & 0xFFFFFF; };
+    return QColor(QRgb{readableColor(plain(color), plain(ground))});
 }
 
 std::string insertSaid(QTextCursor& cursor, std::string_view line, const QTextCharFormat& plain,

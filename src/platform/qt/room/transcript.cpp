@@ -3,7 +3,6 @@
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/room/said_text.h"
-#include "text/utf8.h"
 #include "text/visible.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -26,7 +25,6 @@ constexpr int documentMargin = 6; // in pixels, as those below
 constexpr int hangingIndent = 18; // of the lines after the first one
 constexpr int betweenLines = 3;
 constexpr int besideMark = 8;
-constexpr std::string_view cutMark = "\u2026";
 constexpr int markState = -2; // of a block; a line's is its number, -1 is that of any other
 
 constexpr double callGround = 0.16; // the share of its colour
@@ -35,11 +33,6 @@ int stateOf(const Transcript::Line& line) {
     if (line.look == Transcript::Line::Look::mark)
         return markState;
     return line.number == 0 ? -1 : static_cast<int>(line.number & 0x7FFFFFFF);
-}
-
-std::string shortened(const std::string& text) {
-    const std::size_t length = prefixLength(text, Transcript::mostCharacters);
-    return length == text.size() ? text : text.substr(0, length).append(cutMark);
 }
 
 } // namespace
@@ -84,10 +77,10 @@ void Transcript::add(Line line) {
         waiting_.pop_front();
 }
 
-void Transcript::begin(const Reading& reading) {
+void Transcript::begin(const Spot& spot) {
     waiting_.clear();
     beginsAnew_ = true;
-    beginsAt_ = reading;
+    beginsAt_ = spot;
 }
 
 bool Transcript::showNew() {
@@ -145,24 +138,25 @@ void Transcript::insert(QTextCursor& cursor, const Line& line) {
     cursor.block().setUserState(stateOf(line));
     if (!line.stamp.empty())
         cursor.insertText(toQt(line.stamp) + ' ', dim_);
-    const std::string text = shortened(line.text);
     if (line.look == Look::said) {
         const QTextCharFormat& name = line.callsOwner ? call_ : name_;
-        insertName(cursor, shortened(line.speaker), name);
+        insertName(cursor, line.speaker, name);
         cursor.insertText(": ", name);
         const int from = cursor.position();
-        linkSaid(cursor, from, insertSaid(cursor, text, plain_, palette().color(QPalette::Base)));
+        linkSaid(cursor, from,
+                 insertSaid(cursor, line.text, plain_, palette().color(QPalette::Base)));
     } else {
-        const bool isBright = line.look == Look::passed || line.callsOwner;
         const int from = cursor.position();
-        const std::string seen = visibleText(text, " ");
-        cursor.insertText(toQt(seen), line.look == Look::mark ? mark_ : isBright ? plain_ : dim_);
+        const std::string seen = visibleText(line.text, " ");
+        cursor.insertText(toQt(seen), line.look == Look::mark ? mark_
+                                      : line.isBright()       ? plain_
+                                                              : dim_);
         linkSaid(cursor, from, seen);
     }
 }
 
 void Transcript::addAbove(const std::vector<Line>& lines) {
-    const Reading place = reading();
+    const Spot spot = reading();
     QTextCursor above(document());
     above.beginEditBlock();
     for (const Line& line : lines) {
@@ -178,7 +172,7 @@ void Transcript::addAbove(const std::vector<Line>& lines) {
         above.movePosition(QTextCursor::NextBlock);
     }
     above.endEditBlock();
-    read(place);
+    read(spot);
 }
 
 std::uint64_t Transcript::firstLine() const {
@@ -214,7 +208,7 @@ void Transcript::toEnd() {
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
-Transcript::Reading Transcript::reading() const {
+Transcript::Spot Transcript::reading() const {
     if (isAtEnd())
         return {};
     const int top = verticalScrollBar()->value();
@@ -227,13 +221,13 @@ Transcript::Reading Transcript::reading() const {
 }
 
 // A line that isn't held any more was before all that are.
-void Transcript::read(const Reading& reading) {
-    if (reading.follows)
+void Transcript::read(const Spot& spot) {
+    if (spot.follows)
         return toEnd();
     QTextBlock block = document()->firstBlock();
-    while (block.isValid() && block.userState() != static_cast<int>(reading.line & 0x7FFFFFFF))
+    while (block.isValid() && block.userState() != static_cast<int>(spot.line & 0x7FFFFFFF))
         block = block.next();
-    verticalScrollBar()->setValue(block.isValid() ? topOf(block) + reading.above : 0);
+    verticalScrollBar()->setValue(block.isValid() ? topOf(block) + spot.above : 0);
 }
 
 void Transcript::resizeEvent(QResizeEvent* event) {

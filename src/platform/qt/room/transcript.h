@@ -2,6 +2,9 @@
 // has scrolled up. It holds a part of what is kept, and asks for more when its top is reached.
 #pragma once
 
+#include "host/reading.h"
+#include "host/shown_line.h"
+
 #include <QTextCharFormat>
 #include <QTextEdit>
 #include <cstdint>
@@ -21,35 +24,18 @@ public:
 
     // While the end is in view no more lines are held than the first; else than the second.
     static constexpr int mostLines = 2000, mostReadBack = 10'000;
-    static constexpr std::size_t mostCharacters = 4000; // of a line; the rest of it isn't shown
 
-    struct Line {
-        enum class Look {
-            said,   // by somebody, with markup
-            told,   // by the program, dim
-            passed, // from elsewhere, in plain text, as bright as what is said here
-            mark,   // across the whole width
-        };
-        Look look = Look::told;
-        std::string speaker{}, text{}, stamp{};
-        bool callsOwner = false;
-        std::uint64_t number = 0; // by which it is found again; 0 for none
-    };
+    using Line = ShownLine;
 
     // Adds a line, which shows with the next `showNew`.
     void add(Line line);
 
-    // Where its reader is: at the end, where he stays when more is said; or at a line that begins
-    // so many pixels above the upper edge.
-    struct Reading {
-        bool follows = true;
-        std::uint64_t line = 0;
-        int above = 0;
-    };
-    Reading reading() const;
+    // Where its reader is, in pixels.
+    using Spot = Reading::Spot;
+    Spot reading() const;
 
     // What is added from now on takes the place of all that stands there, and is read there.
-    void begin(const Reading& reading);
+    void begin(const Spot& spot);
 
     // Shows what has been added since the last time. False when there is nothing.
     bool showNew();
@@ -79,7 +65,7 @@ private:
     void append(QTextCursor& cursor, const Line& line, bool isFirst);
     void insert(QTextCursor& cursor, const Line& line);
     QTextBlockFormat blockOf(const Line& line) const;
-    void read(const Reading& reading);
+    void read(const Spot& spot);
     int topOf(const QTextBlock& block) const;
     int dropOldest(int most); // gives the height of what it drops
 
@@ -87,7 +73,7 @@ private:
     QString pressed_; // the address of the link on which the mouse is down
     std::function<void(const std::string&)> opens_ = [](const std::string&) {};
     bool beginsAnew_ = false;
-    Reading beginsAt_;
+    Spot beginsAt_;
     QTextCharFormat plain_, name_, dim_, call_, mark_;
 };
 

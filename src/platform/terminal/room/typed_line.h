@@ -6,8 +6,8 @@
 #include "host/half_typed.h"
 #include "library/completion.h"
 #include "platform/posix/line_history.h"
-#include "platform/terminal/screen/edited_text.h"
 #include "platform/terminal/room/line_offers.h"
+#include "platform/terminal/screen/edited_text.h"
 #include "platform/terminal/screen/layers.h"
 
 #include <functional>

@@ -186,9 +186,11 @@ TEST_F(RoomsSideBySide, OlderLinesComeWhenTheFirstOneIsReached) {
         EXPECT_NE(said().document()->firstBlock().text(), first);
         EXPECT_EQ(said().cursorForPosition({30, 12}).block().text(), first);
     }
-    EXPECT_EQ(said().document()->blockCount(), 1000);
-    for (QTextBlock block = said().document()->begin(); block.isValid(); block = block.next())
-        ASSERT_TRUE(block.text().endsWith(' ' + QString::number(block.blockNumber())))
+    EXPECT_EQ(said().document()->blockCount(), 1001);
+    QTextBlock block = said().document()->begin();
+    EXPECT_EQ(block.text(), "unread");
+    for (block = block.next(); block.isValid(); block = block.next())
+        ASSERT_TRUE(block.text().endsWith(' ' + QString::number(block.blockNumber() - 1)))
             << block.text().toStdString();
 }
 

@@ -1,0 +1,110 @@
+#include "platform/terminal/room/screen_room.h"
+
+#include "platform/terminal/terminal_text.h"
+#include "shell/kept_files.h"
+
+namespace larkspin {
+
+ScreenRoom::ScreenRoom(EventLoop& loop, RoomScreen screen, ChatLines& lines,
+                       IrcNetworks::MakeConnection connections, KeptFiles& files,
+                       const DataDirectory& directory, const std::string& screenName)
+    : screen_(std::move(screen)), history_(files, directory.historyFile()),
+      rooms(loop, lines, std::move(connections), *this, files, directory, screenName,
+            {.clearInput = [this] { layer.view.line.empty(); },
+             .changed = [this] { layer.roomChanged(); }}),
+      desktop([this](std::string_view, const std::string& text) { tell(withoutGaps(text)); }),
+      commands([this](std::string_view, const std::string& text) { tell(withoutGaps(text)); },
+               desktop, rooms.slashWords(),
+               [this](const std::string& line) { rooms.room.say(line); }),
+      lines_(loop, rooms, commands.words()),
+      peopleMenu(rooms.conversations, rooms.own, rooms.networks,
+                 [this](const std::string& line) { lines_.act(line); }),
+      layer(loop, screen_.layers, rooms.room, rooms.conversations, history_, layerTasks()) {
+    TypedLine& line = layer.view.line;
+    line.holdAfter(&IrcWords::asksPassword);
+    line.maskBy([this](const std::string& typed) {
+        return rooms.withoutSecrets(typed, layer.view.halfTyped.begun());
+    });
+    commands.add({mouseWord()});
+    rooms.preferences.onChange([this] { showLooks(); });
+    showLooks();
+}
+
+RoomLayer::Tasks ScreenRoom::layerTasks() {
+    return {
+        .take = [this](const std::string& line,
+                       const Conversations::Begun& begun) { lines_.take(line, begun); },
+        .go = [this](const std::string& place) { rooms.goTo(place); },
+        .openLink = [this](const std::string& address) { openLink_(address); },
+        .menuOf = [this](const std::string& name) { return peopleMenu.of(name); },
+        .talkTo = [this](const std::string& name) { peopleMenu.talkTo(name); },
+        .popUp = screen_.popUp,
+        .openMenus = [this](int row) { screen_.openMenus(menus_, row); },
+        .help = [this] { does("/help"); },
+        .called =
+            [this](const OwnerCall&) {
+                if (rooms.preferences.notifies())
+                    screen_.ring();
+            },
+        .title = screen_.setTitle,
+        .ring = screen_.ring,
+    };
+}
+
+// The terminal itself marks text only while it has the mouse.
+SlashWord ScreenRoom::mouseWord() {
+    const auto change = [this](std::string_view rest) {
+        if (!rest.empty())
+            return false;
+        takesMouse_ = !takesMouse_;
+        screen_.takeMouse(takesMouse_);
+        tell(takesMouse_ ? "the mouse works what it points at"
+                         : "the mouse is the terminal's: it marks text to be copied");
+        return true;
+    };
+    return {.name = "mouse",
+            .arguments = "",
+            .help = "leaves the mouse to the terminal, to copy text, or takes it back",
+            .run = change,
+            .topic = "larkspin"};
+}
+
+void ScreenRoom::showLooks() {
+    layer.view.lookAs(rooms.preferences.colors());
+    layer.view.stamp(rooms.preferences.showsStamps());
+    layer.roomChanged();
+}
+
+void ScreenRoom::completeBy(TypedLine::Complete complete) {
+    layer.view.line.onTab([this, complete = std::move(complete)](std::string_view typed) {
+        return rooms.completionOf(typed, commands.words(), complete);
+    });
+}
+
+void ScreenRoom::open(std::vector<Window*> windows, Task quit) {
+    commands.connect(std::move(windows), [this, quit = std::move(quit)] {
+        rooms.words.quits();
+        quit();
+    });
+    lines_.open();
+    rooms.networks.takeUpAgain();
+}
+
+void ScreenRoom::offer(const std::string& line) {
+    if (rooms.conversations.front().isAtHome())
+        does(line);
+    else
+        layer.view.line.put({.text = line, .cursor = line.size()});
+}
+
+void ScreenRoom::tell(const std::string& text) {
+    rooms.conversations.tell(KeptLine::Kind::answer, text);
+}
+
+void ScreenRoom::close() {
+    rooms.finish();
+    layer.dismissPassword();
+    history_.save();
+}
+
+} // namespace larkspin
