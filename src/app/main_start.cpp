@@ -28,7 +28,7 @@ Started readStart(int count, char** arguments, const std::string& program,
     const std::vector<std::string> given(arguments + std::min(count, 1), arguments + count);
     const CommandLine line = readCommandLine(given, displayOptions);
     if (line.wish == CommandLine::Wish::help)
-        endAfter(usageText(program), stdout, EXIT_SUCCESS);
+        endAfter(usageText(program, displayOptions), stdout, EXIT_SUCCESS);
     if (line.wish == CommandLine::Wish::version)
         endAfter(versionLine(), stdout, EXIT_SUCCESS);
     if (line.wish == CommandLine::Wish::unknown)

@@ -1,57 +1,47 @@
-// larkspin in a terminal.
-#include "app/first_steps.h"
+// larkspin in a terminal: on the whole screen where both ends are a terminal that can be drawn on,
+// with one line below the other elsewhere, and where that is asked for.
+#include "app/main_lines.h"
 #include "app/main_linux.h"
+#include "app/main_screen.h"
 #include "app/main_start.h"
-#include "host/trace_word.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/user_directories.h"
-#include "platform/terminal/terminal.h"
-#include "platform/terminal/terminal_display.h"
+#include "platform/terminal/queued_output.h"
+#include "platform/terminal/screen/screen.h"
 
 #include <cstdlib>
 #include <unistd.h>
 
 using namespace larkspin;
 
+namespace {
+
+constexpr DisplayOption options[] = {
+    {.name = "--line", .help = "one line below the other, rather than the whole terminal"}};
+constexpr const char* cantBeDrawnOn =
+    "this terminal can't be drawn on: lines come one below the other";
+
+// Doesn't return where there is a screen.
+void runOnScreenIfThereIsOne(PollLoop& loop, LinuxPorts& ports,
+                             const std::vector<std::string>& files) {
+    QueuedOutput output(loop, STDOUT_FILENO);
+    if (const auto screen = Screen::open(loop, output))
+        runOnScreen(loop, output, *screen, ports, files);
+}
+
+} // namespace
+
 int main(int count, char** arguments) {
-    const Started started = readStart(count, arguments, "larkspin-tty");
+    const Started started = readStart(count, arguments, "larkspin-tty", options);
     LinuxDisk disk;
     if (const auto handing = handFilesOver(started.files, disk.process, userDataDirectory());
         handing != Handing::notNeeded)
         return handing == Handing::done ? EXIT_SUCCESS : EXIT_FAILURE;
     PollLoop loop;
     LinuxPorts ports(disk, loop);
-    Terminal terminal(
-        loop, ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory,
-        loginName(), [&](std::string_view typed) { return ports.directories.drivePath(typed); });
-    terminal.rooms.preferences.lookIn(ports.folders());
-    terminal.add(
-        {traceWord(ports.trace, [&](const std::string& text) { terminal.screen.tell(text); })});
-    const auto note = [&](const std::string& line) { terminal.screen.note(line); };
-    LinuxProgram larkspin(ports, {.dialogs = terminal.dialogs,
-                                  .desktop = terminal.desktop,
-                                  .host = terminal.rooms.room,
-                                  .display = [] { return terminalDisplay(STDOUT_FILENO); },
-                                  .fadesWindows = false,
-                                  .tell = note,
-                                  .note = note,
-                                  .close = [&] { terminal.close(); }});
-    Program& program = larkspin.program;
-    terminal.triggerBy([&] { return program.shell.state.trigger; });
-    program.help.showBy([&](const std::string& word) { terminal.tellHelp(word); });
-    FirstSteps firstSteps(program, terminal.rooms.preferences);
-    terminal.add({firstSteps.word()});
-    if (terminal.isForPerson())
-        firstSteps.begin();
-    program.opensBy([&] {
-        terminal.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
-        terminal.open(program.windows(), program.chat.recitals, [&] { program.end(); });
-        if (terminal.isForPerson() && program.isFirstRun() && firstSteps.areShown())
-            for (const std::string& line : firstSteps.asLines())
-                terminal.screen.tell(line);
-    });
-    program.start();
-    larkspin.open(started.files);
-    // Events run until one of them ends the process.
-    loop.waitFor([] { return false; }, Nanoseconds::max());
+    const bool isOnScreen =
+        started.display.empty() && ::isatty(STDIN_FILENO) == 1 && ::isatty(STDOUT_FILENO) == 1;
+    if (isOnScreen)
+        runOnScreenIfThereIsOne(loop, ports, started.files);
+    runInLines(loop, ports, started.files, isOnScreen ? cantBeDrawnOn : "");
 }

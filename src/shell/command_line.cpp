@@ -46,7 +46,15 @@ CommandLine readCommandLine(std::span<const std::string> arguments,
     return line;
 }
 
-std::string usageText(const std::string& program) {
+std::string usageText(const std::string& program, std::span<const DisplayOption> displayOptions) {
+    constexpr std::size_t nameColumns = 11;
+    std::string options;
+    for (const DisplayOption& option : displayOptions)
+        if (!option.help.empty()) {
+            std::string name(option.name);
+            name.resize(std::max(name.size(), nameColumns), ' ');
+            options += "  " + name + std::string(option.help) + '\n';
+        }
     return "usage: " + program +
            " [FILE...]\n"
            "\n"
@@ -54,7 +62,8 @@ std::string usageText(const std::string& program) {
            "list, and the first one plays; directories are added with all that is below\n"
            "them. The larkspin that runs already does that, or else this one.\n"
            "\n"
-           "  FILE       a path, or an address (file:///...)\n"
+           "  FILE       a path, or an address (file:///...)\n" +
+           options +
            "  --help     says this\n"
            "  --version  says which version this is\n"
            "  --         what comes after it are files, whatever they begin with\n"

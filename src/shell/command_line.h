@@ -9,10 +9,11 @@
 
 namespace larkspin {
 
-// An option that isn't the program's own, but for the library that shows its windows.
+// An option for whatever shows the program: for a library, or of a front end's own.
 struct DisplayOption {
     std::string_view name; // with its dash, and perhaps followed by "=" and a value
     bool takesNext = false;
+    std::string_view help = {}; // a line; empty for what the library's own manual tells
 };
 
 struct CommandLine {
@@ -30,7 +31,8 @@ CommandLine readCommandLine(std::span<const std::string> arguments,
                             std::span<const DisplayOption> displayOptions);
 
 // What is said about the program of that name, a line or several, each with its end.
-std::string usageText(const std::string& program);
+std::string usageText(const std::string& program,
+                      std::span<const DisplayOption> displayOptions = {});
 std::string versionLine();
 std::string unknownOptionText(const std::string& program, const std::string& option);
 

@@ -1,23 +1,44 @@
 #include "platform/terminal/line_reader.h"
 
+#include "platform/terminal/foreground.h"
+
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <unistd.h>
 #include <utility>
 
 namespace larkspin {
 
+namespace {
+
+constexpr auto betweenLooks = std::chrono::seconds(1); // for the terminal, while it is another's
+
+} // namespace
+
 LineReader::LineReader(PollLoop& loop, TerminalInput& input, int descriptor)
     : loop_(loop), input_(input), descriptor_(descriptor) {
-    const auto watch = [this] {
-        if (!hasEnded_)
-            loop_.watch(descriptor_, [this] { readOn(); });
-    };
-    input_.onEmpty(watch);
+    input_.onEmpty([this] { watch(); });
     watch();
 }
 
+// No signal tells a running job that its shell has brought it to the front; hence the looks at
+// intervals.
+void LineReader::watch() {
+    loop_.cancel(std::exchange(look_, TimerId::none));
+    if (hasEnded_)
+        return;
+    if (isInForeground(descriptor_))
+        loop_.watch(descriptor_, [this] { readOn(); });
+    else
+        look_ = loop_.once(betweenLooks, [this] { watch(); });
+}
+
 void LineReader::readOn() {
+    if (!isInForeground(descriptor_)) {
+        loop_.unwatch(descriptor_);
+        return watch();
+    }
     char bytes[65536];
     const ssize_t count = ::read(descriptor_, bytes, sizeof bytes);
     if (count < 0 && (errno == EINTR || errno == EAGAIN))

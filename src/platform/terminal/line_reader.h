@@ -1,5 +1,6 @@
 // Reads lines from a pipe, a file, or a terminal that edits them itself, and brings them to the
-// input. It reads on when the input has none left, so that a long script isn't held in memory.
+// input. It reads on when the input has none left, so that a long script isn't held in memory, and
+// only while the terminal isn't another job's.
 #pragma once
 
 #include "platform/terminal/terminal_input.h"
@@ -16,6 +17,7 @@ public:
     static constexpr std::size_t longestLine = std::size_t{16} << 20; // bytes
 
 private:
+    void watch();
     void readOn();
     void take(const char* bytes, std::size_t count);
     void endLine();
@@ -25,6 +27,7 @@ private:
     int descriptor_;
     std::string begun_; // of a line whose end hasn't come
     bool hasEnded_ = false;
+    TimerId look_ = TimerId::none; // for the terminal, while it is another's
 };
 
 } // namespace larkspin

@@ -2,13 +2,8 @@
 
 #include "shell/kept_files.h"
 #include "text/number.h"
-#include "text/utf8.h"
-#include "text/visible.h"
 
-#include <algorithm>
-#include <clocale>
 #include <csignal>
-#include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -20,10 +15,6 @@ namespace {
 // How long a line may do its work undisturbed. Lines pasted together run one after the other by
 // that, and a recital, which takes longer, can still be broken off by the next line.
 constexpr Nanoseconds ownersPatience = std::chrono::milliseconds(300);
-
-constexpr std::size_t mostSeenChoices = 40; // more than that nobody looks through
-
-constexpr std::size_t longestInPrompt = 30; // characters: a server gives names of any length
 
 bool inputIsTerminal() {
     return ::isatty(STDIN_FILENO) == 1;
@@ -53,23 +44,16 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection
       screen(output_, errorsGoWithOutput() ? output_ : errors_,
              outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
       dialogs(screen, input_, readPath), desktop(shows()),
-      rooms(loop, lines, std::move(connections), password_, files, directory, screenName,
-            {.changed = [this] { showOwnName(); }}),
+      rooms(loop, lines, std::move(connections), password_, files, directory, screenName, {}),
       loop_(loop), commands_(shows(), desktop, rooms.slashWords(),
-                             [this](const std::string& line) { rooms.room.say(line); }) {
+                             [this](const std::string& line) { rooms.room.say(line); }),
+      isForPerson_(inputIsTerminal() && outputIsTerminal()), reader_(loop, input_, STDIN_FILENO) {
     rooms.networks.readPathsBy(readPath);
     rooms.conversations.beforeChange([this] { showNew(); });
     screen.before([this] { showNew(); });
     loop.beforeSleep([this] { showNew(); });
     // A reader that has gone shows as an error of writing, and the music plays on.
     std::signal(SIGPIPE, SIG_IGN);
-    if (inputIsTerminal() && outputIsTerminal())
-        openEditor(loop);
-    if (editor_) {
-        keepHistory(files, directory.historyFile());
-        return;
-    }
-    reader_.emplace(loop, input_, STDIN_FILENO);
     if (inputIsTerminal())
         return;
     // The lines of a script wait while the reader of the output has much left to read.
@@ -82,36 +66,6 @@ ShowUnder Terminal::shows() {
     return [this](std::string_view head, const std::string& text) { screen.show(head, text); };
 }
 
-void Terminal::openEditor(PollLoop& loop) {
-    // The editing library works in characters. If the owner's locale knows bytes only, Debian's
-    // C.UTF-8 is used.
-    if (!std::setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-    editor_ = LineEditor::open(loop, input_, output_, prompt());
-    if (!editor_)
-        return;
-    screen.aroundTypedLine([this] { editor_->hide(); }, [this] { editor_->show(); });
-    loop.onSignals({SIGWINCH, SIGCONT}, [this] { editor_->drawAnew(); });
-    loop.onSignals({SIGTSTP}, [this] { editor_->stop(); });
-    editor_->holdAfter(&IrcWords::asksPassword);
-    editor_->maskBy([this](const std::string& line, const Conversations::Begun& begun) {
-        return rooms.withoutSecrets(line, begun);
-    });
-    editor_->placeBy([this] { return rooms.conversations.begun(); });
-    password_.editBy(*editor_);
-}
-
-// On a network it begins with the conversation, since all are shown one below the other.
-std::string Terminal::prompt() const {
-    const auto bounded = [](const std::string& name) {
-        return name.substr(0, prefixLength(name, longestInPrompt));
-    };
-    const Conversation& front = rooms.conversations.front();
-    const std::string place =
-        front.isAtHome() ? "" : '[' + bounded(rooms.conversations.fullName(front)) + "] ";
-    return place + bounded(visibleName(rooms.room.ownName())) + ": ";
-}
-
 void Terminal::showNew() {
     using Speaker = TerminalScreen::Speaker;
     newLines_.take(
@@ -119,7 +73,6 @@ void Terminal::showNew() {
              [this](const Conversation& conversation, bool) {
                  screen.showRoom(wordsOfEntering(rooms.conversations, conversation), Speaker::owner,
                                  stampOf({.at = loop_.moment()}, loop_));
-                 showOwnName();
              },
          .leftOut =
              [this](int lines) {
@@ -146,40 +99,6 @@ void Terminal::showLine(const KeptLine& line) {
         screen.showRoom(wordsOf(line), speaker, stampOf(line, loop_));
 }
 
-void Terminal::showOwnName() {
-    if (editor_)
-        editor_->setPrompt(prompt());
-}
-
-void Terminal::completeBy(LineEditor::Complete complete) {
-    if (!editor_)
-        return;
-    editor_->onTab([this, complete = std::move(complete)](std::string_view typed) {
-        Completion completion = rooms.completionOf(typed, commands_.words(), complete);
-        showChoices(completion);
-        return completion;
-    });
-}
-
-// Only when nothing could be added to what was typed.
-void Terminal::showChoices(const Completion& completion) {
-    if (!completion.addsNothing)
-        return;
-    const std::size_t count = completion.choices.size();
-    const std::size_t seen = std::min(count, mostSeenChoices);
-    for (std::size_t choice = 0; choice < seen; ++choice)
-        screen.show("tab", completion.choices[choice].shown);
-    if (const auto others = count - seen + static_cast<std::size_t>(completion.others); others > 0)
-        screen.show("tab", "and " + std::to_string(others) + " more");
-}
-
-void Terminal::keepHistory(Files& files, const std::string& path) {
-    history_.emplace(files, path);
-    for (const std::string& line : history_->lines())
-        editor_->remember(line);
-    editor_->onLine([this](const std::string& line) { history_->add(line); });
-}
-
 void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit) {
     recitals.onEnd([this] { input_.deliverLater(); });
     // `/quit` drops the lines after it, as if the input had ended there.
@@ -197,23 +116,16 @@ void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit)
 }
 
 void Terminal::take(const std::string& line) {
-    const bool isTaken = rooms.goBackFor(line, input_.begun());
-    if (isTaken && SlashWords::isMeantForIt(line))
+    if (SlashWords::isMeantForIt(line))
         rooms.conversations.asOwnerWants([&] { commands_.run(line); });
-    else if (isTaken)
-        rooms.room.say(line, editor_ != nullptr);
-    if (editor_)
-        editor_->goOn();
+    else
+        rooms.room.say(line, isForPerson_);
 }
 
 void Terminal::close() {
     rooms.finish();
     showNew(); // also of lines that can't be said any more
     password_.dismiss();
-    if (editor_)
-        editor_->close();
-    if (history_)
-        history_->save();
     output_.finish();
 }
 

@@ -1,13 +1,11 @@
-// The terminal front end, put together: a styled screen with a line to type in where both ends
-// are a terminal, a protocol for scripts where the output isn't one; dialogs, the tray and windows
-// on it; and the rooms.
+// The front end that has one line below the other, put together: styled on a terminal, a protocol
+// for scripts where the output isn't one; dialogs, the tray and windows on it; and the rooms. Lines
+// to be typed are left to the terminal, which edits them itself.
 #pragma once
 
 #include "chat/recitals.h"
 #include "host/new_lines.h"
 #include "irc/client/all_rooms.h"
-#include "platform/posix/line_history.h"
-#include "platform/terminal/line_editor.h"
 #include "platform/terminal/line_reader.h"
 #include "platform/terminal/queued_output.h"
 #include "platform/terminal/terminal_commands.h"
@@ -17,8 +15,6 @@
 #include "platform/terminal/terminal_password.h"
 #include "platform/terminal/terminal_screen.h"
 
-#include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,10 +37,7 @@ public:
     void tellHelp(const std::string& about) { commands_.run("/help " + about); }
 
     // Whether somebody types here and reads what is shown, rather than a script.
-    bool isForPerson() const { return editor_ != nullptr; }
-
-    // What Tab makes of a line that is being typed.
-    void completeBy(LineEditor::Complete complete);
+    bool isForPerson() const { return isForPerson_; }
 
     // From now on lines are taken: said in the room, or done by the terminal itself, which works
     // these windows. Those on a pipe wait for what is recited, as long as somebody reads it.
@@ -68,21 +61,15 @@ public:
 
 private:
     ShowUnder shows();
-    void openEditor(PollLoop& loop);
-    void keepHistory(Files& files, const std::string& path);
     void take(const std::string& line);
-    std::string prompt() const;
     void showNew();
     void showLine(const KeptLine& line);
-    void showOwnName();
-    void showChoices(const Completion& completion);
 
     EventLoop& loop_;
     NewLines newLines_{rooms.conversations};
     TerminalCommands commands_;
-    std::unique_ptr<LineEditor> editor_;
-    std::optional<LineHistory> history_;
-    std::optional<LineReader> reader_;
+    bool isForPerson_;
+    LineReader reader_;
 };
 
 } // namespace larkspin

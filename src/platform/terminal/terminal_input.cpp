@@ -20,10 +20,10 @@ void TerminalInput::open(Taker taker) {
     deliverLater();
 }
 
-void TerminalInput::bring(std::string line, Conversations::Begun begun) {
+void TerminalInput::bring(std::string line) {
     if (hasEnded_)
         return;
-    lines_.push_back({std::move(line), std::move(begun)});
+    lines_.push_back(std::move(line));
     deliverLater();
 }
 
@@ -126,8 +126,7 @@ void TerminalInput::endWorks() {
 }
 
 std::string TerminalInput::pop() {
-    auto [line, begun] = std::move(lines_.front());
-    begun_ = std::move(begun);
+    std::string line = std::move(lines_.front());
     lines_.pop_front();
     if (lines_.empty())
         onEmpty_();

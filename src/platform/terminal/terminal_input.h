@@ -4,7 +4,6 @@
 // Lines are never put out of their order: one that has to wait holds up those after it.
 #pragma once
 
-#include "host/conversations.h"
 #include "platform/posix/poll_loop.h"
 
 #include <deque>
@@ -40,13 +39,10 @@ public:
 
     // Called by the source of the lines. `onEmpty`'s task tells it when no lines are left, so that
     // it may bring more.
-    void bring(std::string line, Conversations::Begun begun = {});
+    void bring(std::string line);
     void end();
     void onEmpty(Task task) { onEmpty_ = std::move(task); }
     bool empty() const { return lines_.empty(); }
-
-    // Where the line was begun that is being handed over to be taken.
-    const Conversations::Begun& begun() const { return begun_; }
 
     // Drops all lines that aren't delivered yet, and ends the input.
     void cut();
@@ -76,12 +72,7 @@ private:
 
     PollLoop& loop_;
     Nanoseconds overtakeAfter_;
-    struct Line {
-        std::string text;
-        Conversations::Begun begun;
-    };
-    std::deque<Line> lines_;
-    Conversations::Begun begun_; // of the one that was taken last
+    std::deque<std::string> lines_;
     Taker taker_;
     std::function<void(const std::string&)> secret_; // who takes the next line
     Task onEmpty_ = [] {};

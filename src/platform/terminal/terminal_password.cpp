@@ -1,6 +1,6 @@
 #include "platform/terminal/terminal_password.h"
 
-#include "platform/terminal/line_editor.h"
+#include "platform/terminal/foreground.h"
 #include "platform/terminal/terminal_input.h"
 #include "platform/terminal/terminal_screen.h"
 
@@ -11,8 +11,6 @@
 namespace larkspin {
 
 void TerminalPassword::ask(const std::string& prompt, std::function<void(std::string)> answered) {
-    if (editor_)
-        return editor_->takeSecret(prompt + ": ", std::move(answered));
     screen_.show("password", prompt);
     showTyped(false);
     input_.takeSecret([this, answered = std::move(answered)](const std::string& line) {
@@ -23,16 +21,13 @@ void TerminalPassword::ask(const std::string& prompt, std::function<void(std::st
 
 void TerminalPassword::dismiss() {
     showTyped(true);
-    if (editor_)
-        editor_->dropSecret();
-    else
-        input_.dropSecret();
+    input_.dropSecret();
 }
 
 // A process in the background that touches its terminal's mode is stopped.
 void TerminalPassword::showTyped(bool shows) {
     termios mode{};
-    if (editor_ || isHidden_ == !shows || ::tcgetpgrp(STDIN_FILENO) != ::getpgrp() ||
+    if (isHidden_ == !shows || !isInForeground(STDIN_FILENO) ||
         ::tcgetattr(STDIN_FILENO, &mode) != 0)
         return;
     isHidden_ = !shows;

@@ -27,8 +27,6 @@ TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form f
     output_.afterDrops([this](int count) {
         if (count > 0)
             tell(counted(count, "line was", "lines were") + " dropped here, since nobody read on");
-        else
-            put(output_, {}); // draws what is being typed
     });
 }
 
@@ -63,24 +61,11 @@ void TerminalScreen::note(const std::string& line) {
     put(notes_, shownText(line) + '\n');
 }
 
-void TerminalScreen::aroundTypedLine(Task hide, Task show) {
-    hide_ = std::move(hide);
-    show_ = std::move(show);
-}
-
-// The line that is being typed makes room. Dropped lines are told from inside the put that finds
-// room again; the typed line is off the screen already then.
 void TerminalScreen::put(QueuedOutput& output, const std::string& line, Speaker speaker) {
-    const bool isInside = std::exchange(isPutting_, true); // telling what was dropped
-    if (!isInside)
-        hide_();
     if (speaker == Speaker::owner)
         output.put(line);
     else
         output.putOfOthers(line);
-    isPutting_ = isInside;
-    if (!isInside)
-        show_();
 }
 
 } // namespace larkspin

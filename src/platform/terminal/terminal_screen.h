@@ -42,18 +42,13 @@ public:
     // What is to be shown before anything that stands beside the lines of the rooms.
     void before(Task task) { before_ = std::move(task); }
 
-    // The tasks that take the line being typed off the screen and put it back, so that other text
-    // can come above it.
-    void aroundTypedLine(Task hide, Task show);
-
 private:
     void put(QueuedOutput& output, const std::string& line, Speaker speaker = Speaker::owner);
 
     QueuedOutput& output_;
     QueuedOutput& notes_;
     Form form_;
-    bool isPutting_ = false;
-    Task hide_ = [] {}, show_ = [] {}, before_ = [] {};
+    Task before_ = [] {};
 };
 
 } // namespace larkspin

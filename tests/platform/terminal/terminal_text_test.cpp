@@ -1,6 +1,5 @@
-// What a terminal is given to show, and what it sends back for keys.
+// What a terminal is given to show.
 #include "platform/terminal/terminal_text.h"
-#include "platform/terminal/typed_keys.h"
 
 #include <gtest/gtest.h>
 
@@ -34,23 +33,6 @@ TEST(TerminalText, StylesMarkupAndLetsNothingSteerTheTerminal) {
 TEST(TerminalText, NamesAndTextsAreNoMarkup) {
     EXPECT_EQ(shownText("<b>a\nb\x1b"), "<b>a\n  b\uFFFD");
     EXPECT_EQ(shownName("<b>a\nb\u200D\u202E"), "<b>a\uFFFDb\uFFFD\uFFFD");
-}
-
-TEST(TypedKeys, AreTakenApart) {
-    const std::pair<std::string_view, std::size_t> cases[] = {
-        {"ab", 1},      {"\x01z", 1},      {"\u00E4b", 2},      {"\xC3", 0},       {"\xE2\x82", 0},
-        {"\xE2z", 1},   {"\xFF\xFF", 1},   {"\x1b", 0},         {"\x1bx\x1b", 2},  {"\x1b\xC3", 0},
-        {"\x1b[", 0},   {"\x1b[A\x1b", 3}, {"\x1b[1;5", 0},     {"\x1b[1;5Cx", 6}, {"\x1bO", 0},
-        {"\x1bOAx", 3}, {"\x1b\x1b[A", 1}, {"\x1b[1\n", 3},     {"\x1b[\xFF", 2},  {"\x1bO\r", 2},
-        {"\x1b\n", 1},  {"\x1b\x7F", 2},   {"\xF0\x9F\x98", 0},
-    };
-    for (const auto& [bytes, length] : cases)
-        EXPECT_EQ(keyLength(bytes), length) << testing::PrintToString(bytes);
-    EXPECT_EQ(keyLength("\x1b[" + std::string(100, '1')), 32u);
-    EXPECT_EQ(plainLength("ab\u00E4\x1b[A"), 4u);
-    EXPECT_EQ(plainLength("\x7F"), 0u);
-    EXPECT_EQ(plainLength("a\xE2\x82"), 1u);
-    EXPECT_EQ(wideText("a\xFF\u20AC"), L"a\uFFFD\u20AC");
 }
 
 } // namespace larkspin

@@ -1,5 +1,7 @@
 #include "platform/terminal/screen/owned_terminal.h"
 
+#include "platform/terminal/foreground.h"
+
 #include <algorithm>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -18,7 +20,7 @@ OwnedTerminal::OwnedTerminal() = default;
 OwnedTerminal::~OwnedTerminal() = default;
 
 bool OwnedTerminal::isOurs() const {
-    return ::tcgetpgrp(terminal) == ::getpgrp();
+    return isInForeground(terminal);
 }
 
 TerminalSize OwnedTerminal::size() const {
