@@ -26,7 +26,7 @@ void runOnScreenIfThereIsOne(PollLoop& loop, LinuxPorts& ports,
                              const std::vector<std::string>& files) {
     QueuedOutput output(loop, STDOUT_FILENO);
     if (const auto screen = Screen::open(loop, output))
-        runOnScreen(loop, output, *screen, ports, files);
+        runOnScreen(loop, *screen, ports, files);
 }
 
 } // namespace

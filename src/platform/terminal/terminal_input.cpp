@@ -60,7 +60,7 @@ void TerminalInput::takeSecret(std::function<void(const std::string& line)> take
 }
 
 bool TerminalInput::nextActsAtOnce() const {
-    return isOpen_ && !lines_.empty() && (secret_ || taker_.actsAtOnce(lines_.front().text));
+    return isOpen_ && !lines_.empty() && (secret_ || taker_.actsAtOnce(lines_.front()));
 }
 
 // When the next line is to be delivered, or the end told. Nothing while something else has to

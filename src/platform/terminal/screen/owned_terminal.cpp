@@ -3,6 +3,7 @@
 #include "platform/terminal/foreground.h"
 
 #include <algorithm>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -42,12 +43,25 @@ void OwnedTerminal::take() {
     mode.c_cc[VMIN] = 1;
     mode.c_cc[VTIME] = 0;
     ::tcsetattr(terminal, TCSANOW, &mode);
+    silenceErrors();
+}
+
+void OwnedTerminal::silenceErrors() {
+    if (errors_.isOpen() || ::isatty(STDERR_FILENO) != 1)
+        return;
+    const Descriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
+    errors_ = Descriptor(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3));
+    if (nowhere.isOpen() && errors_.isOpen())
+        ::dup2(nowhere.number(), STDERR_FILENO);
 }
 
 void OwnedTerminal::giveBack() {
     if (found_ && isOurs())
         ::tcsetattr(terminal, TCSANOW, found_.get());
     found_.reset();
+    if (errors_.isOpen())
+        ::dup2(errors_.number(), STDERR_FILENO);
+    errors_ = {};
 }
 
 } // namespace larkspin

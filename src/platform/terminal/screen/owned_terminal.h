@@ -1,6 +1,9 @@
 // The terminal as a device: whether it is ours now, its size, and its mode, in which each key comes
-// at once and none is a signal.
+// at once and none is a signal. While it is taken, what libraries have to say on the error output
+// goes nowhere: it would stand in the middle of the picture.
 #pragma once
+
+#include "platform/posix/descriptor.h"
 
 #include <memory>
 
@@ -32,7 +35,10 @@ public:
     void giveBack();
 
 private:
+    void silenceErrors();
+
     std::unique_ptr<termios> found_; // while it is taken
+    Descriptor errors_;              // where they went, meanwhile
 };
 
 } // namespace larkspin

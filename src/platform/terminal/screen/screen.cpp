@@ -49,6 +49,7 @@ Screen::Screen(PollLoop& loop, QueuedOutput& output, std::unique_ptr<CursesPictu
     loop_.onSignals({SIGWINCH}, [this] { drawAnew(); });
     loop_.onSignals({SIGCONT}, [this] { look(); });
     loop_.onSignals({SIGTSTP}, [this] { suspend(); });
+    std::signal(SIGPIPE, SIG_IGN); // whoever has gone shows as an error of writing
     look();
 }
 

@@ -1,0 +1,78 @@
+#include "app/main_screen.h"
+
+#include "app/main_linux.h"
+#include "host/trace_word.h"
+#include "platform/posix/own_manual.h"
+#include "platform/posix/user_directories.h"
+#include "platform/terminal/room/screen_guide.h"
+#include "platform/terminal/room/screen_room.h"
+#include "platform/terminal/room/worded_desktop.h"
+#include "platform/terminal/screen/screen.h"
+#include "platform/terminal/terminal_display.h"
+#include "platform/terminal/windows/screen_desktop.h"
+#include "platform/terminal/windows/screen_dialogs.h"
+#include "platform/terminal/windows/screen_windows.h"
+
+#include <unistd.h>
+
+namespace larkspin {
+
+namespace {
+
+// Between the title and what stands at the foot.
+Area placeOfWindows(const RoomLayout& room, const Area& screen) {
+    const int top = room.title.bottom();
+    const int bottom = room.song.isEmpty() ? room.line.top : room.song.top;
+    return {top, screen.left, bottom - top, screen.columns};
+}
+
+} // namespace
+
+void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
+                 const std::vector<std::string>& files) {
+    Stage stage(loop, screen.layers);
+    ScreenDialogs dialogs(loop, stage, ports.directories);
+    ScreenDesktop drawn(stage);
+    ScreenRoom room(
+        loop,
+        {.layers = screen.layers,
+         .setTitle = [&](const std::string& title) { screen.setTitle(title); },
+         .takeMouse = [&](bool takes) { screen.takeMouse(takes); },
+         .ring = [&] { screen.ring(); },
+         .popUp = [&](const Menu& menu, const Cursor& at) { drawn.popUpAt(menu, at); },
+         .openMenus = [&](std::vector<Menu> bar,
+                          int row) { drawn.openMenus(std::move(bar), row); }},
+        ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory, loginName());
+    stage.whole = [&](const Area& all) { return placeOfWindows(room.layer.view.layout(), all); };
+    stage.isLineBegun = [&] { return room.layer.view.line.isBegun(); };
+    WordedDesktop desktop(drawn, room.desktop);
+    room.rooms.networks.readPathsBy(
+        [&](std::string_view typed) { return ports.directories.drivePath(typed); });
+    room.rooms.preferences.lookIn(ports.folders());
+    const auto tell = [&](const std::string& line) { room.tell(line); };
+    room.commands.add({traceWord(ports.trace, tell)});
+    LinuxProgram larkspin(ports, {.dialogs = dialogs,
+                                  .desktop = desktop,
+                                  .host = room.rooms.room,
+                                  .display = [] { return terminalDisplay(STDOUT_FILENO); },
+                                  .fadesWindows = false,
+                                  .tell = tell,
+                                  .note = tell,
+                                  .close =
+                                      [&] {
+                                          room.close();
+                                          screen.close();
+                                      }});
+    Program& program = larkspin.program;
+    const ScreenGuide guide(room, program, ownManual());
+    const ScreenWindows windows(loop, stage, program.windows());
+    screen.whenGone([&] { program.end(); });
+    room.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
+    program.opensBy([&] { room.open(program.windows(), [&] { program.end(); }); });
+    program.start();
+    larkspin.open(files);
+    // Events run until one of them ends the process.
+    loop.waitFor([] { return false; }, Nanoseconds::max());
+}
+
+} // namespace larkspin
