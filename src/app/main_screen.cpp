@@ -14,19 +14,9 @@
 #include "platform/terminal/windows/screen_windows.h"
 
 #include <unistd.h>
+#include <utility>
 
 namespace larkspin {
-
-namespace {
-
-// Between the title and what stands at the foot.
-Area placeOfWindows(const RoomLayout& room, const Area& screen) {
-    const int top = room.title.bottom();
-    const int bottom = room.song.isEmpty() ? room.line.top : room.song.top;
-    return {top, screen.left, bottom - top, screen.columns};
-}
-
-} // namespace
 
 void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
                  const std::vector<std::string>& files) {
@@ -40,11 +30,13 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
          .takeMouse = [&](bool takes) { screen.takeMouse(takes); },
          .ring = [&] { screen.ring(); },
          .popUp = [&](const Menu& menu, const Cursor& at) { drawn.popUpAt(menu, at); },
-         .openMenus = [&](std::vector<Menu> bar,
-                          int row) { drawn.openMenus(std::move(bar), row); }},
+         .openMenus = [&](std::vector<Menu> bar, int row) { drawn.openMenus(std::move(bar), row); },
+         .pressed = [&] { stage.pressed(); }},
         ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory, loginName());
-    stage.whole = [&](const Area& all) { return placeOfWindows(room.layer.view.layout(), all); };
-    stage.isLineBegun = [&] { return room.layer.view.line.isBegun(); };
+    const RoomView& view = room.layer.view;
+    stage.whole = [&](const Area&) { return view.middle(); };
+    stage.isLineBegun = [&] { return view.line.isBegun(); };
+    stage.colors = [&] { return TwoColors{view.front(), view.ground()}; };
     WordedDesktop desktop(drawn, room.desktop);
     room.rooms.networks.readPathsBy(
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });

@@ -167,6 +167,8 @@ bool RoomLayer::takePageKey(const KeyStroke& key) {
 }
 
 bool RoomLayer::takeMouse(const MouseStroke& stroke) {
+    if (stroke.kind == Mouse::press)
+        tasks_.pressed();
     if (view.bar && view.bar->take(stroke))
         return true;
     if (stroke.kind == Mouse::wheelUp || stroke.kind == Mouse::wheelDown)

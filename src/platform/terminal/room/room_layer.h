@@ -28,6 +28,7 @@ public:
         std::function<void(const Menu& menu, const Cursor& at)> popUp;
         std::function<void(int row)> openMenus; // in that row of the screen
         Task help;
+        Task pressed; // he has pressed something, before that acts
 
         // About the screen. `called` tells what calls him where he doesn't look.
         std::function<void(const OwnerCall& call)> called;

@@ -41,6 +41,10 @@ CellStyle RoomStyles::colored(const CellStyle& style, Rgb color) const {
     return withFront(style, readableColor(color, style.background.value_or(ground)));
 }
 
+Color asColor(Rgb color) {
+    return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
+}
+
 RoomStyles stylesIn(RoomColors colors) {
     const Ground known = groundOf(colors);
     const Rgb front = known.front, ground = known.ground;

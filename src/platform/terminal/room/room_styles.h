@@ -4,6 +4,7 @@
 
 #include "host/preferences.h"
 #include "platform/terminal/screen/cells.h"
+#include "shell/window.h"
 
 namespace larkspin {
 
@@ -16,6 +17,9 @@ struct RoomStyles {
     // With the client's colour, as it can be read.
     CellStyle colored(const CellStyle& style, Rgb color) const;
 };
+
+// As described windows have it.
+Color asColor(Rgb color);
 
 RoomStyles stylesIn(RoomColors colors);
 

@@ -100,6 +100,13 @@ std::string RoomView::prompt() const {
     return prompt + ": ";
 }
 
+Area RoomView::middle() const {
+    const Area& foot = layout_.line;
+    const int top = layout_.title.bottom(),
+              bottom = layout_.song.isEmpty() ? foot.top : layout_.song.top;
+    return {top, 0, std::max(bottom - top, 0), foot.columns};
+}
+
 Cursor RoomView::draw(Cells& cells) {
     const std::vector<PeopleRow>& there = people();
     auto rooms = conversationRows(conversations_);

@@ -49,6 +49,12 @@ public:
     Cursor draw(Cells& cells);
 
     const RoomLayout& layout() const { return layout_; }
+    Area middle() const; // between the title, and the song and the line
+
+    // The colours in which it is seen, as windows have them.
+    Color front() const { return asColor(styles_.front); }
+    Color ground() const { return asColor(styles_.ground); }
+
     std::string title() const; // of the conversation in front
     const std::vector<PeopleRow>& people();
 
