@@ -1,9 +1,8 @@
 // What kept conversations take of memory, and how long the front ends are about to show one.
-#include "host/new_lines.h"
 #include "host/own_room.h"
 #include "platform/posix/line_history.h"
 #include "platform/qt/room/room_window.h"
-#include "platform/terminal/terminal_text.h"
+#include "platform/terminal/room/room_view.h"
 #include "support/qt_application.h"
 #include "support/virtual_machine.h"
 #include "works.h"
@@ -66,41 +65,54 @@ void memory(benchmark::State& state) {
     state.counters["size"] = rooms * static_cast<double>(Conversation::mostLines);
 }
 
-// What the terminal writes for it, but for the writing.
-std::size_t shownInTerminal(NewLines& newLines, const FullConversations& full) {
-    std::string shown;
-    newLines.take(
-        {.entered = [&](const Conversation& conversation,
-                        bool) { shown += wordsOfEntering(full.conversations, conversation); },
-         .leftOut = [](int) {},
-         .line =
-             [&](const KeptLine& line) {
-                 shown +=
-                     stampOf(line, full.loop) + shownName(line.speaker) + shownMarkup(line.text);
-             },
-         .elsewhere = [](const Conversation&, const KeptLine&) {}});
-    return shown.size();
-}
+// On a large screen, as far as its cells: what of them is written is the screen's.
+struct TerminalRoom : FullConversations {
+    void settle() {
+        view.showNew();
+        Cells cells(60, 200);
+        benchmark::DoNotOptimize(view.draw(cells));
+    }
+
+    OwnRoom own{conversations, chatLines, "jo", {}};
+    LineHistory history{machine.files, machine.drive("history.txt")};
+    RoomView view{loop, own, conversations, history};
+};
 
 void terminalSwitch(benchmark::State& state) {
-    FullConversations full;
-    NewLines newLines(full.conversations);
+    TerminalRoom room;
     for (auto _ : state)
         timed(state, [&] {
-            full.enterNext();
-            benchmark::DoNotOptimize(shownInTerminal(newLines, full));
+            room.enterNext();
+            room.settle();
         });
 }
 
+// Between two that are read far up.
+void terminalSwitchReadBack(benchmark::State& state) {
+    TerminalRoom room;
+    const auto enter = [&](std::size_t which) {
+        room.conversations.enter(*room.all[which]);
+        room.settle();
+    };
+    for (const std::size_t which : {0, 1}) {
+        enter(which);
+        for (int page = 0; page < 100; ++page)
+            room.view.said.scrollPage(-1);
+        room.settle();
+    }
+    std::size_t which = 0;
+    for (auto _ : state)
+        timed(state, [&] { enter(std::exchange(which, 1 - which)); });
+}
+
 void terminalBurst(benchmark::State& state) {
-    FullConversations full;
-    NewLines newLines(full.conversations);
-    full.enterNext();
-    shownInTerminal(newLines, full);
+    TerminalRoom room;
+    room.enterNext();
+    room.settle();
     for (auto _ : state)
         timed(state, [&] {
-            full.say(full.conversations.front(), linesInBurst);
-            benchmark::DoNotOptimize(shownInTerminal(newLines, full));
+            room.say(room.conversations.front(), linesInBurst);
+            room.settle();
         });
 }
 
@@ -188,6 +200,7 @@ void addConversationWorks() {
         WorkRun run;
     } works[] = {
         {"conversations: switch, terminal", switchInTerminal, terminalSwitch},
+        {"conversations: switch, terminal, read back", switchInTerminal, terminalSwitchReadBack},
         {"conversations: switch, desktop", switchOnDesktop, desktopSwitch},
         {"conversations: switch, desktop, read back", switchOnDesktop, desktopSwitchReadBack},
         {"conversations: a turn in which nothing changes", noBudget, desktopRest},

@@ -30,7 +30,7 @@ struct RoomScreen {
     Task ring;
     std::function<void(const Menu& menu, const Cursor& at)> popUp;
     std::function<void(std::vector<Menu> bar, int row)> openMenus; // in a row of the screen
-    Task pressed; // the owner presses something
+    Task pressed;                                                  // the owner presses something
 };
 
 class ScreenRoom : private PasswordPrompt {

@@ -6,7 +6,7 @@
 #include "host/half_typed.h"
 #include "library/completion.h"
 #include "platform/posix/line_history.h"
-#include "platform/terminal/room/line_offers.h"
+#include "platform/terminal/room/typed_offers.h"
 #include "platform/terminal/screen/edited_text.h"
 #include "platform/terminal/screen/layers.h"
 
@@ -41,7 +41,7 @@ public:
     // On one row, after a prompt such as the owner's name. Gives where the cursor stands.
     Cursor draw(Cells& cells, const Area& row, std::string_view prompt, const CellStyle& style);
     // What the line offers, at the foot of an area above it, if it offers anything.
-    void drawOffers(Cells& cells, const Area& above, const LineOffers::Looks& looks) {
+    void drawOffers(Cells& cells, const Area& above, const TypedOffers::Looks& looks) {
         offers_.draw(cells, above, looks);
     }
 
@@ -115,7 +115,7 @@ private:
     int back_ = 0;                  // how many lines of the history back the line is
     std::string begunText_;         // what stood there before the owner went back
     std::size_t replaced_ = 0;      // characters in front of the cursor, by a choice that is taken
-    LineOffers offers_;
+    TypedOffers offers_;
 };
 
 } // namespace larkspin

@@ -1,4 +1,4 @@
-#include "platform/terminal/room/line_offers.h"
+#include "platform/terminal/room/typed_offers.h"
 
 #include "platform/terminal/screen/columns.h"
 #include "text/visible.h"
@@ -36,26 +36,26 @@ int rowsOf(const KeyStroke& key, int page) {
 
 } // namespace
 
-void LineOffers::offer(const Completion& completion) {
+void TypedOffers::offer(const Completion& completion) {
     offered_ = completion;
     shown_ = Shown::choices;
     marked_ = first_ = 0;
 }
 
-void LineOffers::ask(PastedLines pasted) {
+void TypedOffers::ask(PastedLines pasted) {
     pasted_ = std::move(pasted);
     shown_ = Shown::question;
     first_ = 0;
 }
 
-void LineOffers::close() {
+void TypedOffers::close() {
     shown_ = Shown::none;
     pasted_ = {};
     offered_ = {};
     list_ = says_ = leaves_ = {};
 }
 
-bool LineOffers::take(const Stroke& stroke) {
+bool TypedOffers::take(const Stroke& stroke) {
     if (const auto* const mouse = std::get_if<MouseStroke>(&stroke))
         return takeMouse(*mouse);
     const auto* const key = std::get_if<KeyStroke>(&stroke);
@@ -64,25 +64,25 @@ bool LineOffers::take(const Stroke& stroke) {
     return isOffering() ? takeKeyToChoices(*key) : takeKeyToQuestion(*key);
 }
 
-int LineOffers::rowCount() const {
+int TypedOffers::rowCount() const {
     const bool hasMore = offered_.others > 0;
     return static_cast<int>(isAsking() ? pasted_.lines.size()
                                        : offered_.choices.size() + (hasMore ? 1 : 0));
 }
 
 // Marks the choice so many rows further down, and goes around at the ends.
-void LineOffers::move(int rows) {
+void TypedOffers::move(int rows) {
     const int last = static_cast<int>(offered_.choices.size()) - 1;
     const bool isAtEnd = marked_ == (rows > 0 ? last : 0);
     marked_ = isAtEnd ? last - marked_ : std::clamp(marked_ + rows, 0, last);
 }
 
-void LineOffers::scroll(int rows) {
+void TypedOffers::scroll(int rows) {
     first_ = std::clamp(first_ + rows, 0, std::max(rowCount() - std::max(list_.rows, 1), 0));
 }
 
 // Where the owner goes on typing, the line brings other choices.
-bool LineOffers::takeKeyToChoices(const KeyStroke& key) {
+bool TypedOffers::takeKeyToChoices(const KeyStroke& key) {
     if (key.alt || key.ctrl)
         return false;
     if (const int rows = rowsOf(key, std::max(list_.rows - 1, 1)); rows != 0)
@@ -97,7 +97,7 @@ bool LineOffers::takeKeyToChoices(const KeyStroke& key) {
 }
 
 // Whoever goes on typing doesn't want the lines said.
-bool LineOffers::takeKeyToQuestion(const KeyStroke& key) {
+bool TypedOffers::takeKeyToQuestion(const KeyStroke& key) {
     if (const int rows = rowsOf(key, std::max(list_.rows - 1, 1)); rows != 0)
         scroll(rows);
     else if (key.kind == Kind::enter || key.kind == Kind::escape)
@@ -110,7 +110,7 @@ bool LineOffers::takeKeyToQuestion(const KeyStroke& key) {
 }
 
 // A press beside them leaves the choices, and the lines unsaid.
-bool LineOffers::takeMouse(const MouseStroke& stroke) {
+bool TypedOffers::takeMouse(const MouseStroke& stroke) {
     if (shown_ == Shown::none)
         return false;
     const bool isInList = list_.holds(stroke.row, stroke.column);
@@ -143,20 +143,20 @@ bool LineOffers::takeMouse(const MouseStroke& stroke) {
     return true;
 }
 
-void LineOffers::takeMarked() {
+void TypedOffers::takeMarked() {
     const Completion::Choice choice = offered_.choices[static_cast<std::size_t>(marked_)];
     close();
     take_(choice);
 }
 
-void LineOffers::answer(bool says) {
+void TypedOffers::answer(bool says) {
     std::vector<std::string> lines = std::move(pasted_.lines);
     close();
     if (says)
         say_(std::move(lines));
 }
 
-void LineOffers::draw(Cells& cells, const Area& above, const Looks& looks) {
+void TypedOffers::draw(Cells& cells, const Area& above, const Looks& looks) {
     if (above.isEmpty())
         return;
     if (isOffering())
@@ -166,7 +166,7 @@ void LineOffers::draw(Cells& cells, const Area& above, const Looks& looks) {
 }
 
 // One choice a row, with what it does.
-void LineOffers::drawChoices(Cells& cells, const Area& above, const Looks& looks) {
+void TypedOffers::drawChoices(Cells& cells, const Area& above, const Looks& looks) {
     const auto& choices = offered_.choices;
     const int rows = std::min({rowCount(), mostRows, above.rows});
     int first = 0, second = 0; // columns
@@ -203,7 +203,7 @@ void LineOffers::drawChoices(Cells& cells, const Area& above, const Looks& looks
 }
 
 // The question, the lines, and how it is answered.
-void LineOffers::drawQuestion(Cells& cells, const Area& above, const Looks& looks) {
+void TypedOffers::drawQuestion(Cells& cells, const Area& above, const Looks& looks) {
     const int rows = std::clamp(std::min(rowCount(), mostRows), 0, std::max(above.rows - 2, 0));
     const int top = std::max(above.bottom() - rows - 2, above.top);
     cells.fill({top, above.left, above.bottom() - top, above.columns}, looks.plain);

@@ -15,13 +15,13 @@
 
 namespace larkspin {
 
-class LineOffers {
+class TypedOffers {
 public:
     using Take = std::function<void(const Completion::Choice& choice)>;
     using Say = std::function<void(std::vector<std::string> lines)>;
 
     // The tasks get the choice that the owner takes, and the lines that he wants to be said.
-    LineOffers(Take take, Say say) : take_(std::move(take)), say_(std::move(say)) {}
+    TypedOffers(Take take, Say say) : take_(std::move(take)), say_(std::move(say)) {}
 
     // What is open goes when something else opens.
     void offer(const Completion& completion);
