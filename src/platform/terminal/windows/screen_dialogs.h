@@ -1,7 +1,8 @@
 // Boxes, questions and file dialogs as windows on a terminal's screen, above all others. Events run
 // while one is open. Escape dismisses it, and so does a long silence. One takes the keyboard only
 // where it answers something that the owner has just pressed: he may be typing a line, and Space or
-// Return would dismiss it unread. F6 leads into it otherwise, and so does the mouse.
+// Return would dismiss it unread. Otherwise F6 leads into it, Return on an
+// empty line, and the mouse.
 #pragma once
 
 #include "platform/posix/watching_loop.h"

@@ -121,9 +121,20 @@ bool WindowLayer::take(const Stroke& stroke) {
         stage_.cycle(key->shift);
         return true;
     }
+    if (key && leadsIn(*key)) {
+        enterByKey();
+        return true;
+    }
     if (!stage_.hasKeyboard(*this))
         return false;
     return key ? takeKey(*key) : takeText(std::get<PasteStroke>(stroke));
+}
+
+// Keys that mean nothing to an empty line lead into a box: another one then answers it.
+bool WindowLayer::leadsIn(const KeyStroke& key) const {
+    const bool isForNobody =
+        key.kind == KeyKind::enter || key.kind == KeyKind::tab || key.kind == KeyKind::escape;
+    return isForNobody && rank_ == Rank::box && !stage_.hasKeyboard() && !stage_.isLineBegun();
 }
 
 bool WindowLayer::takeText(const PasteStroke& pasted) {

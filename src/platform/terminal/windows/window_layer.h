@@ -46,6 +46,7 @@ public:
 private:
     std::optional<ControlTarget> targetOf(const std::string& name);
 
+    bool leadsIn(const KeyStroke& key) const;
     bool takeKey(const KeyStroke& key);
     bool takeKeyOfWindow(const KeyStroke& key);
     bool takeKeyOfBox(const KeyStroke& key);
