@@ -34,7 +34,9 @@ QPoint cornerBeside(const QRect& area, QSize size, const QRect& main,
     all.push_back(main);
     std::vector<int> lefts = {area.left(), area.right() + 1 - size.width()};
     std::vector<int> tops = {area.top(), area.bottom() + 1 - size.height()};
-    for (const QRect& each : all) {
+    std::vector<QRect> edges = all;
+    edges.insert(edges.end(), parts.begin(), parts.end());
+    for (const QRect& each : edges) {
         addStarts(lefts, each.left(), each.right(), size.width());
         addStarts(tops, each.top(), each.bottom(), size.height());
     }

@@ -11,6 +11,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -28,6 +30,7 @@ constexpr QSize firstSize(860, 540), leastSize(320, 200);
 constexpr int roomsWidth = 150, peopleWidth = 160;
 constexpr std::size_t mostLinks = 10; // in the menu of those said last
 constexpr QSize frameRoom(4, 40);     // for the frame of a window manager
+constexpr int besideRoom = 308;       // for the windows that come up beside it, with a gap
 
 } // namespace
 
@@ -181,6 +184,19 @@ void RoomWindow::fitScreen() {
         move(corner);
 }
 
+// Where there is nothing to go by, the window manager has a place for it. On a small screen that
+// place may leave no room beside it, nor below.
+void RoomWindow::placeFirst() {
+    const QScreen* const pointed = QGuiApplication::screenAt(QCursor::pos());
+    const QRect area = (pointed ? pointed : screen())->availableGeometry();
+    QRect window(QPoint(), size() + frameRoom);
+    window.moveCenter(area.center()); // as most of them do
+    if (area.right() - window.right() >= besideRoom)
+        return;
+    window.moveTopRight({area.right() - besideRoom, area.top()});
+    move(cornerWithin(area, window));
+}
+
 // Qt draws in a later turn of the loop. The empty task makes sure that there is one.
 void RoomWindow::showNew() {
     look();
@@ -267,7 +283,11 @@ std::vector<QRect> RoomWindow::openParts() const {
     const auto seen = [](const QWidget& part) {
         return QRect(part.mapToGlobal(QPoint()), part.size());
     };
-    return {seen(input_), seen(view_.said())};
+    QRect title = frameGeometry(); // by which the window is moved and closed
+    title.setBottom(geometry().top() - 1);
+    QRect foot = geometry(); // the line, and what is below it
+    foot.setTop(seen(input_).top());
+    return {foot, title, seen(view_.said())};
 }
 
 // What has come while he was looking elsewhere gets a line before it.
@@ -313,6 +333,8 @@ void RoomWindow::restorePlace(const std::string& place) {
     // A window that was minimized when the last run ended opens like any other.
     setWindowState(windowState() & ~Qt::WindowMinimized);
     fitScreen();
+    if (place.empty())
+        placeFirst();
 }
 
 } // namespace larkspin

@@ -8,8 +8,10 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QHelpEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -35,6 +37,26 @@ int stateOf(const Transcript::Line& line) {
     if (line.look == Transcript::Line::Look::mark)
         return markState;
     return line.number == 0 ? -1 : static_cast<int>(line.number & 0x7FFFFFFF);
+}
+
+// Qt would begin a new row after a slash, also in a list of words that begin with one.
+constexpr QChar wordJoiner(0x2060);
+
+QString withWholeWords(QString told) {
+    static const QRegularExpression neighbours(" /\\w+ /\\w+");
+    return told.contains(neighbours) ? told.replace(" /", QString(" /") + wordJoiner) : told;
+}
+
+// The joiners come out of another font, which isn't to make their row higher.
+void insertTold(QTextCursor& cursor, const QString& text, const QTextCharFormat& format) {
+    QTextCharFormat small = format;
+    small.setFontPointSize(1);
+    const QStringList parts = text.split(wordJoiner);
+    cursor.insertText(parts.first(), format);
+    for (const QString& part : parts.sliced(1)) {
+        cursor.insertText(wordJoiner, small);
+        cursor.insertText(part, format);
+    }
 }
 
 std::string shortened(const std::string& text) {
@@ -155,9 +177,9 @@ void Transcript::insert(QTextCursor& cursor, const Line& line) {
     } else {
         const bool isBright = line.look == Look::passed || line.callsOwner;
         const int from = cursor.position();
-        const std::string seen = visibleText(text, " ");
-        cursor.insertText(toQt(seen), line.look == Look::mark ? mark_ : isBright ? plain_ : dim_);
-        linkSaid(cursor, from, seen);
+        const QString seen = withWholeWords(toQt(visibleText(text, " ")));
+        insertTold(cursor, seen, line.look == Look::mark ? mark_ : isBright ? plain_ : dim_);
+        linkSaid(cursor, from, seen.toStdString());
     }
 }
 
@@ -291,6 +313,14 @@ bool Transcript::viewportEvent(QEvent* event) {
                        address.isEmpty() ? QString() : "<qt>" + address.toHtmlEscaped() + "</qt>",
                        viewport());
     return true;
+}
+
+// Whoever puts what he has copied into the line gets the words as they are typed.
+QMimeData* Transcript::createMimeDataFromSelection() const {
+    QMimeData* const copied = QTextEdit::createMimeDataFromSelection();
+    copied->setText(copied->text().remove(wordJoiner));
+    copied->setHtml(copied->html().remove(wordJoiner));
+    return copied;
 }
 
 void Transcript::scrollPage(int pages) {

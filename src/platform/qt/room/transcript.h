@@ -75,6 +75,7 @@ private:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
     void takeColors();
     void append(QTextCursor& cursor, const Line& line, bool isFirst);
     void insert(QTextCursor& cursor, const Line& line);

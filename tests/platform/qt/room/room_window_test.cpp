@@ -2,10 +2,12 @@
 #include "platform/qt/room/said_text.h"
 #include "platform/qt/room/typed_room.h"
 
+#include <QClipboard>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTextBlock>
+#include <QTextLayout>
 
 namespace larkspin {
 namespace {
@@ -149,6 +151,21 @@ TEST_F(RoomWindowTest, ShowsMarkupAsStyleAndAllElseAsText) {
     EXPECT_EQ(cursor.charFormat().fontFamilies().toStringList(), QStringList("Liberation Sans"));
 }
 
+TEST_F(RoomWindowTest, LeavesWordsWithASlashWhole) {
+    strike("/help\n");
+    QString rowEnds;
+    for (QTextBlock block = said().document()->begin(); block.isValid(); block = block.next())
+        for (int row = 0; row < block.layout()->lineCount(); ++row) {
+            const QTextLine line = block.layout()->lineAt(row);
+            rowEnds += block.text().mid(line.textStart(), line.textLength()).trimmed().right(1);
+        }
+    EXPECT_GT(rowEnds.size(), said().document()->blockCount()) << "there are several rows";
+    EXPECT_FALSE(rowEnds.contains('/'));
+    said().selectAll();
+    said().copy();
+    EXPECT_TRUE(QApplication::clipboard()->text().contains(" /join /leave"));
+}
+
 TEST(SaidText, LiftsColorsThatAreTooDarkOnBlack) {
     EXPECT_EQ(readable("#808080", Qt::black), QColor("#808080"));
     for (const char* dark : {"#000000", "#0000ff", "#400000"})
@@ -204,6 +221,15 @@ TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
     room->rooms.own.leave("bob");
     settle();
     EXPECT_EQ(view.currentIndex().row(), 1) << "whoever goes";
+    const auto ground = [&view] {
+        const QRect row = view.visualRect(view.currentIndex());
+        return view.viewport()->grab().toImage().pixelColor((row.bottomRight() - QPoint(2, 2)) *
+                                                            view.devicePixelRatio());
+    };
+    EXPECT_LT(qGray(ground().rgb()), 60) << "keys go elsewhere";
+    view.setFocus();
+    EXPECT_GT(qGray(ground().rgb()), 150);
+    input().setFocus();
     for (int person = 0; person < 60; ++person)
         room->rooms.own.comeIn("p" + std::to_string(person));
     settle();
@@ -326,6 +352,10 @@ TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
         return dynamic_cast<QSplitter&>(
             *findView<PeopleView>(window()).parentWidget()->parentWidget());
     };
+    EXPECT_GE(QGuiApplication::primaryScreen()->availableGeometry().right() -
+                  window().frameGeometry().right(),
+              308)
+        << "for the other windows";
     QSplitter& halves = split();
     EXPECT_EQ(halves.sizes().value(1), 160);
     EXPECT_EQ(halves.mapTo(&window(), QPoint()), QPoint(6, 6));

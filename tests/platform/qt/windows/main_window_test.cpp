@@ -77,6 +77,11 @@ TEST(Places, BesideCoverTheTextLeastAndStandNear) {
          {{0, 700, 1000, 30}, {0, 0, 900, 700}},
          {},
          {700, 0}},
+        {"below the title",
+         {0, 0, 1000, 800},
+         {{0, 780, 1000, 20}, {0, 0, 1000, 20}, {0, 50, 900, 730}},
+         {},
+         {700, 26}},
     };
     for (const auto& [what, main, parts, others, corner] : cases)
         EXPECT_EQ(cornerBeside(screen, {300, 200}, main, parts, others), corner) << what;
