@@ -5,13 +5,10 @@
 #include "support/session_manager.h"
 
 #include <csignal>
-#include <filesystem>
 #include <sysexits.h>
 
 namespace larkspin {
 namespace {
-
-namespace fs = std::filesystem;
 
 struct DesktopProgramTest : DesktopProgram {
     void TearDown() override { server->kill(); } // which ends the tray
@@ -113,29 +110,6 @@ TEST_F(DesktopProgramTest, LeavesNoSplashWindowWhereTheWindowManagerIsSlow) {
     EXPECT_FALSE(isSeen("^larkspin player$"));
     ::kill(child->id(), SIGTERM);
     EXPECT_EQ(child->ends(patience), 0);
-}
-
-TEST_F(DesktopProgramTest, LeadsANewcomerToHisFirstSongByThreeLines) {
-    disk.write("Music/ride.mp3", "x");
-    disk.write("larkspin/larkspin.ini", "[lark]\r\nlog=yes\r\n"); // still a first run
-    const auto child = welcomed();
-    EXPECT_TRUE(comes([&] { return hasSaved("\nload=2"); }));
-    const auto isLogged = [this](const char* text) {
-        for (const auto& file : fs::recursive_directory_iterator(disk.path() / "larkspin"))
-            if (file.path().extension() == ".txt" &&
-                disk.read(fs::relative(file.path(), disk.path())).find(text) != std::string::npos)
-                return true;
-        return false;
-    };
-    turnTo("^larkspin - lobby$");
-    for (const auto& [line, answer] : {std::pair("'scan ~/Music", "found 1"),
-                                       {"'transfer", "transferring 1"},
-                                       {"'rnd", "ride"}}) {
-        EXPECT_TRUE(server->hand({"type", line}));
-        press({"Return"});
-        EXPECT_TRUE(comes([&, text = answer] { return isLogged(text); })) << line;
-    }
-    EXPECT_TRUE(comes([&] { return hasSaved("\nplay=ride"); }));
 }
 
 TEST_F(DesktopProgramTest, SavesWhenItsDisplayIsGone) {

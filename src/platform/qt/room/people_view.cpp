@@ -59,8 +59,11 @@ public:
 
     QVariant data(const QModelIndex& index, int role) const override {
         const auto& [name, rank] = at(index);
-        if (role == Qt::DisplayRole)
-            return toQt(rank + visibleName(name)) + (source_.isIgnored(name) ? " (ignored)" : "");
+        if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) {
+            const bool isAloud = role == Qt::AccessibleTextRole;
+            return toQt(isAloud ? at(index).spoken() : rank + visibleName(name)) +
+                   (source_.isIgnored(name) ? " (ignored)" : "");
+        }
         if (role == Qt::ForegroundRole && source_.isIgnored(name)) {
             const QPalette palette = QGuiApplication::palette();
             return between(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.5);

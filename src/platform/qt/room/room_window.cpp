@@ -9,6 +9,8 @@
 #include "text/row_list.h"
 #include "text/visible.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
@@ -32,6 +34,12 @@ constexpr std::size_t mostLinks = 10; // in the menu of those said last
 constexpr QSize frameRoom(4, 40);     // for the frame of a window manager
 constexpr int besideRoom = 308;       // for the windows that come up beside it, with a gap
 
+// Called by its title. Qt would tell it as a mere part of a window.
+QAccessibleInterface* roomAloud(const QString&, QObject* object) {
+    auto* const window = dynamic_cast<RoomWindow*>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
 } // namespace
 
 RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversations& conversations,
@@ -44,6 +52,7 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversatio
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
       sides_(*new QSplitter), halves_(*new QSplitter), rows_(*new QVBoxLayout(this)),
       halfTyped_(input_, conversations), calls_(conversations) {
+    QAccessible::installFactory(&roomAloud);
     layOut();
     takeLines();
     takeRoomKeys(*this, conversations,
