@@ -18,7 +18,9 @@ constexpr std::string_view joining = "/join "; // on connecting, the rooms after
 
 std::vector<std::string> roomsOf(const IrcConnectForm& form) {
     std::vector<std::string> rooms;
-    std::string_view rest = form.rooms;
+    std::string parted = form.rooms;
+    std::ranges::replace(parted, ',', ' '); // no room's name holds one
+    std::string_view rest = parted;
     for (std::string_view room = takeWord(rest); !room.empty(); room = takeWord(rest))
         rooms.emplace_back(room);
     return rooms;

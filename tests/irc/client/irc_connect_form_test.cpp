@@ -30,7 +30,8 @@ TEST_F(IrcConnectFormTest, TellsWhatIsMissingOrMakesNoSense) {
              {"#jo can't be a name there", [](auto& form) { form.nick = "#jo"; }},
              {"my net can't be a network's name: it has no blanks",
               [](auto& form) { form.network = "my net"; }},
-             {"#b,#c can't be a room", [](auto& form) { form.rooms = "#a #b,#c"; }},
+             {std::string(250, 'b') + " can't be a room",
+              [](auto& form) { form.rooms = "#a " + std::string(250, 'b'); }},
              {"j o can't be an account", [](auto& form) { form.user = "j o"; }},
              {"the password of which account?", [](auto& form) { form.password = "x"; }},
              {"this can't be a password", [](auto& form) {
@@ -51,7 +52,7 @@ TEST_F(IrcConnectFormTest, LeadsThereWithTheLoginAndIntoTheRooms) {
                     .host = "irc.test",
                     .port = 7000,
                     .nick = "jo",
-                    .rooms = " #music  #den #attic",
+                    .rooms = " #music,  #den,#attic",
                     .user = "jo",
                     .password = "sesame",
                     .keepsPassword = true}),

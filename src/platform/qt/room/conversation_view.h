@@ -20,6 +20,7 @@ namespace larkspin {
 
 class Conversation;
 class Conversations;
+class CutLabel;
 class ShownRoom;
 
 class ConversationView : public QWidget {
@@ -71,7 +72,6 @@ private:
     void scrolled();
     void countNew();
     void placeButton();
-    void elideTopic();
     Transcript::Line shownLine(const Conversation& conversation, const KeptLine& line) const;
     std::string stampOf(const KeptLine& line) const;
     void resizeEvent(QResizeEvent* event) override;
@@ -82,9 +82,8 @@ private:
     NewLines newLines_;
     Transcript& said_; // these belong to its layout
     QLabel& name_;
-    QLabel& topic_;
+    CutLabel& topic_;
     QPushButton& newBelow_;
-    QString wholeTopic_;
     std::string shown_;                // the place of the conversation that is shown
     std::uint64_t shownUpTo_ = 0;      // the number of the last line
     std::uint64_t seenUpTo_ = 0;       // of it, as in `Left`

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -54,6 +55,14 @@ struct QtWindows::All : QObject {
             window.place.top += moved.place.top - before.top;
         }
     }
+    int above(const Window& stoodOn) const {
+        int most = 0;
+        for (const Shown& shown : windows)
+            if (const Window& window = shown.hand.window();
+                window.visible && window.standsOn == &stoodOn)
+                most = std::max(most, stoodOn.place.top - window.place.top);
+        return most;
+    }
     std::vector<QRect> placesBut(const Window& window) const {
         std::vector<QRect> places;
         for (const Shown& shown : windows)
@@ -72,7 +81,8 @@ QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const
     for (QScreen* screen : QGuiApplication::screens())
         all_->watch(screen);
     All* const all = all_.get();
-    all->neighbours = {main, [all](const Window& window) { return all->placesBut(window); }};
+    all->neighbours = {main, [all](const Window& window) { return all->placesBut(window); },
+                       [all](const Window& window) { return all->above(window); }};
     QObject::connect(qApp, &QGuiApplication::screenAdded, all, [all](QScreen* screen) {
         all->watch(screen);
         all->remember();

@@ -113,7 +113,7 @@ TEST(MainWindow, HasTheOthersBesideItUntilTheirOwnerMovesThem) {
 }
 
 TEST(MainWindow, LeavesTheStopWindowWhereItBelongs) {
-    Main room({60, 60, 500, 400});
+    Main room({0, 0, 500, 400}); // where nothing fits above it
     Desk desk({"ride.mp3", "ride on.mp3"}, room.asMain());
     desk.owner("'play ride");
     desk.owner("'view");
