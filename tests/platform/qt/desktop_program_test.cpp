@@ -62,11 +62,16 @@ TEST_F(DesktopProgramTest, ShowsWhereItCantGiveItsFilesToTheCopyThatRuns) {
     disk.write("larkspin/larkspin.ini", "[lark]\r\nload=1\r\nmp3svis=no\r\n");
     const auto first = start(server->display());
     EXPECT_TRUE(comes([&] { return hasSaved("\nload=2"); }));
-    const auto second = start(server->display(), "ride.mp3");
-    turnTo("^larkspin$");
-    press({"Return"});
-    EXPECT_EQ(second->ends(patience), 1);
-    EXPECT_TRUE(second->says("can't be reached", patience));
+    for (const bool isDismissed : {true, false}) {
+        const auto second = start(server->display(), "ride.mp3");
+        turnTo("^larkspin$");
+        if (isDismissed)
+            press({"Return"});
+        else
+            ::kill(second->id(), SIGTERM);
+        EXPECT_EQ(second->ends(patience), 1);
+        EXPECT_TRUE(second->says("can't be reached", patience));
+    }
 }
 
 TEST_F(DesktopProgramTest, TakesLinesInItsRoom) {

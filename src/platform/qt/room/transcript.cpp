@@ -97,7 +97,7 @@ void Transcript::takeColors() {
 void Transcript::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         takeColors();
-    QTextEdit::changeEvent(event);
+    keepingPlace([&] { QTextEdit::changeEvent(event); });
 }
 
 void Transcript::add(Line line) {
@@ -258,11 +258,15 @@ void Transcript::read(const Reading& reading) {
     verticalScrollBar()->setValue(block.isValid() ? topOf(block) + reading.above : 0);
 }
 
+// What breaks the lines elsewhere leaves the one at the upper edge there.
+void Transcript::keepingPlace(const std::function<void()>& change) {
+    const Reading place = reading();
+    change();
+    read(place);
+}
+
 void Transcript::resizeEvent(QResizeEvent* event) {
-    const bool follows = isAtEnd();
-    QTextEdit::resizeEvent(event);
-    if (follows)
-        toEnd();
+    keepingPlace([&] { QTextEdit::resizeEvent(event); });
 }
 
 // A mark has a line on either side.

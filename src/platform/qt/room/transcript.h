@@ -81,6 +81,7 @@ private:
     void insert(QTextCursor& cursor, const Line& line);
     QTextBlockFormat blockOf(const Line& line) const;
     void read(const Reading& reading);
+    void keepingPlace(const std::function<void()>& change);
     int topOf(const QTextBlock& block) const;
     int dropOldest(int most); // gives the height of what it drops
 

@@ -85,7 +85,7 @@ QPoint WindowMover::beside() const {
     const MainWindow& main = neighbours_.main;
     const QSize above(0, pixelsOf(neighbours_.above(window_), widget_.logicalDpiX()));
     return cornerBeside(main.area(), widget_.size() + above, main.frame(), main.parts(),
-                        neighbours_.others(window_)) +
+                        neighbours_.others(window_), window_.passes ? Near::foot : Near::top) +
            QPoint(0, above.height());
 }
 

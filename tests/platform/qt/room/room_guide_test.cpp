@@ -130,6 +130,7 @@ TEST_F(RoomGuideTest, OpensItsMenusAndHelpByKeys) {
     }
     QTest::keyClick(&view<InputLine>(), Qt::Key_F10);
     ASSERT_TRUE(comes([&] { return opened() != nullptr; }));
+    EXPECT_EQ(opened()->activeAction(), opened()->actions().value(0)) << "for Return";
     QTest::keyClick(opened(), Qt::Key_Left); // from the first one to the last
     const auto isFilled = [&] { return opened() && opened()->actions().size() == 6; };
     ASSERT_TRUE(comes(isFilled));

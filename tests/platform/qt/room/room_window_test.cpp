@@ -194,6 +194,9 @@ TEST_F(RoomWindowTest, KeepsTheLastLinesAndThePlaceOfWhoReadsAbove) {
     const QString read = top();
     flood(10000, 10100);
     EXPECT_EQ(top(), read);
+    QTest::keyClick(&input(), Qt::Key_Plus, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(top(), read) << "in larger letters";
     EXPECT_LT(bar.value(), bar.maximum());
     EXPECT_EQ(textOf(said().document()->lastBlock()), "bob: line 10099");
     for (int time = 0; time < 5; ++time)

@@ -65,6 +65,7 @@ TEST(Places, BesideCoverTheTextLeastAndStandNear) {
         QRect main;
         std::vector<QRect> parts, others;
         QPoint corner;
+        Near near = Near::top;
     };
     const Case cases[] = {
         {"right of it", left, {text}, {}, {606, 100}},
@@ -82,9 +83,11 @@ TEST(Places, BesideCoverTheTextLeastAndStandNear) {
          {{0, 780, 1000, 20}, {0, 0, 1000, 20}, {0, 50, 900, 730}},
          {},
          {700, 26}},
+        {"at its foot", left, {text}, {{606, 100, 300, 100}}, {606, 300}, Near::foot},
+        {"not over its foot", screen, {{0, 0, 700, 800}}, {}, {700, 0}, Near::foot},
     };
-    for (const auto& [what, main, parts, others, corner] : cases)
-        EXPECT_EQ(cornerBeside(screen, {300, 200}, main, parts, others), corner) << what;
+    for (const auto& [what, main, parts, others, corner, near] : cases)
+        EXPECT_EQ(cornerBeside(screen, {300, 200}, main, parts, others, near), corner) << what;
 }
 
 TEST(MainWindow, HasTheOthersBesideItUntilTheirOwnerMovesThem) {
