@@ -4,6 +4,10 @@
 #include "support/made_songs.h"
 
 #include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace larkspin {
 namespace {
