@@ -30,9 +30,10 @@ namespace {
 constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(860, 540), leastSize(320, 200);
 constexpr int roomsWidth = 150, peopleWidth = 160;
-constexpr std::size_t mostLinks = 10; // in the menu of those said last
-constexpr QSize frameRoom(4, 40);     // for the frame of a window manager
-constexpr int besideRoom = 308;       // for the windows that come up beside it, with a gap
+constexpr int leastSaid = 180, leastBeside = 55; // of their widths
+constexpr std::size_t mostLinks = 10;            // in the menu of those said last
+constexpr QSize frameRoom(4, 40);                // for the frame of a window manager
+constexpr int besideRoom = 308; // for the windows that come up beside it, with a gap
 
 // Called by its title. Qt would tell it as a mere part of a window.
 QAccessibleInterface* roomAloud(const QString&, QObject* object) {
@@ -82,6 +83,9 @@ void RoomWindow::layOut() {
     sides_.setStretchFactor(1, 1);
     sides_.setSizes({roomsWidth, firstSize.width() - roomsWidth});
     halves_.setStretchFactor(0, 1);
+    view_.setMinimumWidth(leastSaid); // in a narrow window it has more than those beside it
+    for (QWidget* const beside : {static_cast<QWidget*>(&rooms_), right})
+        beside->setMinimumWidth(leastBeside);
     for (QSplitter* const splitter : {&sides_, &halves_}) {
         splitter->setChildrenCollapsible(false);
         splitter->setHandleWidth(gap);

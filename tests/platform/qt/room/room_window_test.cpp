@@ -371,6 +371,9 @@ TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
     open();
     EXPECT_EQ(window().geometry(), QRect(120, 90, 555, 444));
     EXPECT_EQ(split().sizes().value(1), 250);
+    window().resize(330, 300);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().width() == 330; }));
+    EXPECT_GE(said().width(), 180) << "in a narrow window";
     window().setGeometry(120, 90, 555, 9999); // on a screen that has grown smaller
     machine.advance(2s);
     machine.endProcess();
