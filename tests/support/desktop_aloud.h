@@ -105,6 +105,12 @@ protected:
         })) << role
             << ' ' << name;
         EXPECT_TRUE(server->hand({"click", button}));
+        if (role == "text" && before)
+            expectKeyboard(before->window);
+    }
+    // Before that a key would go elsewhere.
+    void expectKeyboard(const std::string& window) const {
+        EXPECT_TRUE(comes([&] { return nameWithKeyboard(server->display()) == window; }));
     }
     void type(const std::string& line) const {
         EXPECT_TRUE(server->hand({"type", line}));

@@ -1,4 +1,5 @@
-// What the windows on an X display are called, and which one the mouse points at.
+// What the windows on an X display are called: which one has the keyboard, and which one the mouse
+// points at.
 #pragma once
 
 #include <cstdlib>
@@ -18,6 +19,16 @@ inline std::string nameOf(xcb_connection_t* connection, xcb_window_t window) {
                            static_cast<std::size_t>(xcb_get_property_value_length(name)));
     std::free(name);
     return text;
+}
+
+inline std::string nameWithKeyboard(const std::string& display) {
+    xcb_connection_t* const connection = xcb_connect(display.c_str(), nullptr);
+    xcb_get_input_focus_reply_t* const focus =
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr);
+    const std::string name = focus ? nameOf(connection, focus->focus) : "";
+    std::free(focus);
+    xcb_disconnect(connection);
+    return name;
 }
 
 // The window manager's frame has no name, and the window lies in it.
