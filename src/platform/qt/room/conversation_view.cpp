@@ -179,11 +179,13 @@ Transcript::Line ConversationView::shownLine(const Conversation& conversation,
                                              const KeptLine& line) const {
     using Look = Transcript::Line::Look;
     const bool isSaid = line.kind == KeptLine::Kind::said;
-    const bool isPrivate =
-        conversation.kind() == Conversation::Kind::person && !line.isProgramsWord();
-    return {.look = isSaid      ? Look::said
-                    : isPrivate ? Look::passed
-                                : Look::told,
+    // What somebody does is as much for all to read as what he says.
+    const bool isBright =
+        line.kind == KeptLine::Kind::done ||
+        (conversation.kind() == Conversation::Kind::person && !line.isProgramsWord());
+    return {.look = isSaid     ? Look::said
+                    : isBright ? Look::passed
+                               : Look::told,
             .speaker = isSaid ? line.speaker : "",
             .text = isSaid ? line.text : wordsOf(line),
             .stamp = stampOf(line),

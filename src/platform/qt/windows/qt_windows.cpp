@@ -63,10 +63,13 @@ struct QtWindows::All : QObject {
                 most = std::max(most, stoodOn.place.top - window.place.top);
         return most;
     }
+    // One that belongs in the middle comes and goes by itself, as at the start. No other window
+    // keeps clear of its place, which is free in a moment.
     std::vector<QRect> placesBut(const Window& window) const {
         std::vector<QRect> places;
         for (const Shown& shown : windows)
-            if (shown.view && shown.view->isVisible() && &shown.hand.window() != &window)
+            if (shown.view && shown.view->isVisible() && &shown.hand.window() != &window &&
+                !shown.hand.window().centred)
                 places.push_back(shown.view->geometry());
         return places;
     }

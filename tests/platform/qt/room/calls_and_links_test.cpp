@@ -95,12 +95,16 @@ TEST_F(CallsAndLinks, TheLineThatCallsIsLit) {
     EXPECT_FALSE(lit());
     say("ann", "#den", "hello Jo");
     EXPECT_TRUE(lit());
-    say("ann", "#den", "hello");
-    EXPECT_FALSE(lit());
-    say("ann", "Jo", "psst");
-    QTextCursor cursor(said().document());
-    cursor.movePosition(QTextCursor::End);
-    EXPECT_EQ(cursor.charFormat().foreground().color(), said().palette().color(QPalette::Text));
+    for (const auto& [place, text] : {std::pair("#den", "\x01"
+                                                        "ACTION waves\x01"),
+                                      {"Jo", "psst"}}) {
+        say("ann", place, text);
+        EXPECT_FALSE(lit());
+        QTextCursor cursor(said().document());
+        cursor.movePosition(QTextCursor::End);
+        EXPECT_EQ(cursor.charFormat().foreground().color(), said().palette().color(QPalette::Text))
+            << text;
+    }
     strike("/room ann\n");
     EXPECT_FALSE(lit());
 }
