@@ -152,6 +152,7 @@ std::vector<std::string> BroughtFiles::told(const std::vector<Brought>& all,
         toldOf(all, holdsNoSongs, "no songs in ", ""),
         toldUnopened(all, Outcome::unplayable, "not of a type that can be played"),
         toldUnopened(all, Outcome::missing, "there is no such file"),
+        toldUnopened(all, Outcome::elsewhere, "it is no file of this machine"),
         toldUnopened(all, Outcome::unanswered, noAnswer)};
     for (const Brought& each : all)
         if (!each.unread.empty())

@@ -32,6 +32,7 @@ namespace {
 void showUnreachable(Display& display) {
     QtLoop loop;
     QtDialogs dialogs(loop);
+    loop.onSignals(endSignals, [] { std::_Exit(EXIT_FAILURE); });
     loop.post([&] {
         dialogs.box(unreachableCopy);
         std::_Exit(EXIT_FAILURE);

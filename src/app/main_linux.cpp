@@ -100,7 +100,7 @@ Completion LinuxProgram::completionOf(std::string_view typed) const {
     return larkspin::completionOf(program.shell.state, typed);
 }
 
-// What is no file of this machine is told by its address, as one that isn't there.
+// What is no file of this machine is told by its address.
 void LinuxProgram::open(const std::vector<std::string>& addresses) {
     std::vector<std::string> paths;
     for (const std::string& address : addresses) {

@@ -25,7 +25,15 @@ Completion completionOfNames(const ShownRoom& room, std::string_view typed) {
             visibleName(name) == name)
             names.push_back({std::string(name)});
     }
-    return completionAmong(names, word);
+    Completion found = completionAmong(names, word);
+    // A line that begins with a name is for whoever has it.
+    if (word.size() == typed.size()) {
+        for (Completion::Choice& choice : found.choices)
+            choice.text += ": ";
+        if (found.choices.size() == 1)
+            found.text = found.choices.front().text;
+    }
+    return found;
 }
 
 } // namespace larkspin

@@ -9,8 +9,8 @@ namespace larkspin {
 
 class ShownRoom;
 
-// Completes the last word of a line up to the cursor. The owner's own name isn't among the names,
-// nor is one that couldn't be shown as it is.
+// Completes the last word of a line up to the cursor; one that begins the line gets a colon. The
+// owner's own name isn't among the names, nor is one that couldn't be shown as it is.
 Completion completionOfNames(const ShownRoom& room, std::string_view typed);
 
 } // namespace larkspin

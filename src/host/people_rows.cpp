@@ -2,8 +2,10 @@
 
 #include "host/shown_room.h"
 #include "text/row_list.h"
+#include "text/visible.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <tuple>
 
@@ -18,7 +20,19 @@ struct Standing {
     int row;
 };
 
+struct RankWord {
+    std::string_view sign, word;
+};
+constexpr RankWord rankWords[] = {
+    {"~", "owner"}, {"&", "admin"}, {"@", "operator"}, {"%", "half-operator"}, {"+", "voice"}};
+
 } // namespace
+
+std::string PeopleRow::spoken() const {
+    const auto* const known = std::ranges::find(rankWords, rank, &RankWord::sign);
+    const std::string word(known == std::end(rankWords) ? rank : known->word);
+    return visibleName(name) + (word.empty() ? "" : ", ") + word;
+}
 
 std::vector<PeopleRow> peopleRows(const ShownRoom& room) {
     const RowList& people = room.people();

@@ -12,6 +12,9 @@ class ShownRoom;
 struct PeopleRow {
     std::string name;
     std::string rank; // the sign of the highest one that he has; blank for none
+
+    // In words, since whoever reads aloud skips signs: "ann, operator".
+    std::string spoken() const;
 };
 
 std::vector<PeopleRow> peopleRows(const ShownRoom& room);

@@ -74,11 +74,13 @@ ShownLine Reading::line(const Conversation& conversation, const KeptLine& line) 
     using Look = ShownLine::Look;
     constexpr auto mostCharacters = ShownLine::mostCharacters;
     const bool isSaid = line.kind == KeptLine::Kind::said;
-    const bool isPrivate =
-        conversation.kind() == Conversation::Kind::person && !line.isProgramsWord();
-    return {.look = isSaid      ? Look::said
-                    : isPrivate ? Look::passed
-                                : Look::told,
+    // What somebody does is as much for all to read as what he says.
+    const bool isBright =
+        line.kind == KeptLine::Kind::done ||
+        (conversation.kind() == Conversation::Kind::person && !line.isProgramsWord());
+    return {.look = isSaid     ? Look::said
+                    : isBright ? Look::passed
+                               : Look::told,
             .speaker = isSaid ? shortened(line.speaker, mostCharacters) : "",
             .text = shortened(isSaid ? line.text : wordsOf(line), mostCharacters),
             .stamp = stampOf(line),

@@ -17,6 +17,10 @@ namespace larkspin {
 
 namespace {
 
+bool isAddress(std::string_view path) {
+    return path.find("://") != path.npos;
+}
+
 std::string playable() {
     return patternOf(mediaTypeOf(anyMediaType));
 }
@@ -25,6 +29,10 @@ std::string playable() {
 
 std::optional<Brought> BroughtSongs::bring(const std::string& path) {
     Brought brought{.path = path};
+    if (isAddress(path)) {
+        brought.outcome = Brought::Outcome::elsewhere;
+        return brought;
+    }
     const ThisRun run(state_);
     const Files::Presence presence = files_.presence(path);
     if (!run.lasts())

@@ -1,7 +1,8 @@
 // Songs that are brought from outside, by the path of a file or a directory, into the playlist.
 // A file must be of a type that can be played. A directory is taken whole: all that can be played
 // of what is below it, whatever the media filter. A song whose file the list has already isn't
-// added again, however its row spells the directory.
+// added again, however its row spells the directory. An address is that of something elsewhere,
+// since files of this machine are brought by their paths.
 //
 // Nothing is said here. Events are served.
 #pragma once
@@ -23,7 +24,7 @@ enum class Addition;
 
 // What has come of bringing one path.
 struct Brought {
-    enum class Outcome { file, directory, unplayable, missing, unanswered };
+    enum class Outcome { file, directory, unplayable, missing, elsewhere, unanswered };
 
     Outcome outcome = Outcome::missing;
     std::string path;

@@ -68,12 +68,11 @@ private:
     int count_ = 0;
 };
 
-Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
+template <typename Fits>
+Completion songsThat(const AppState& state, std::string_view typed, bool byNumber, Fits fits) {
     Fitting fitting(typed);
-    const std::string beginning = foldName(typed);
     for (int index = 0; index < state.masterList.count(); ++index) {
-        const std::string_view folded = state.masterList.folded(index);
-        if (!folded.starts_with(beginning) || rowname(folded).size() < beginning.size())
+        if (!fits(rowname(state.masterList.folded(index))))
             continue;
         const std::string name(rowname(state.masterList.row(index)));
         if (name.empty())
@@ -84,6 +83,23 @@ Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
                                    : Completion::Choice{name, name});
     }
     return fitting.completion();
+}
+
+// Many names begin with the number of a track, so what begins none is looked for further on. Of
+// several songs that hold it nothing more is sure then.
+Completion songs(const AppState& state, std::string_view typed, bool byNumber) {
+    const std::string sought = foldName(typed);
+    Completion found = songsThat(state, typed, byNumber,
+                                 [&](std::string_view name) { return name.starts_with(sought); });
+    if (!found.choices.empty())
+        return found;
+    found = songsThat(state, typed, byNumber,
+                      [&](std::string_view name) { return name.find(sought) != name.npos; });
+    if (found.choices.size() > 1) {
+        found.text = typed;
+        found.addsNothing = true;
+    }
+    return found;
 }
 
 Completion playlists(const AppState& state, std::string_view typed) {

@@ -12,7 +12,7 @@ Splash::Splash(AppState& state, EventLoop& loop, bool fades)
     dire.name = "dire";
     dire.spoken = "larkspin player";
     dire.place = {0, 0, 4500, 900};
-    dire.centred = true;
+    dire.centred = dire.passes = true;
     dire.controls = {
         label({.name = "title",
                .place = {0, 0, 4500, 450},

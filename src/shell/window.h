@@ -81,6 +81,7 @@ struct Window {
     bool minimized = false; // out of sight, by whoever shows windows for the owner
     bool centred = false;   // in the middle of his screen, until he moves it
     bool beside = true;     // comes up beside his main window, where there is one, until then
+    bool passes = false;    // comes and goes by itself: beside, out of the way of those that stay
     const Window* standsOn = nullptr; // whose place its own is described by
     bool onTop = false;               // stays above the windows of all other programs
     bool dragged = false;             // moves with the mouse until its button is released

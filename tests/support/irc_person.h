@@ -15,6 +15,7 @@ namespace larkspin {
 class IrcSocket {
 public:
     explicit IrcSocket(std::uint16_t port) : socket_(connectTo(port)) {}
+    explicit IrcSocket(Descriptor socket) : socket_(std::move(socket)) {}
 
     void send(const std::string& line) {
         const std::string bytes = line + "\r\n";

@@ -3,12 +3,13 @@
 // it has been taken back since or not.
 #pragma once
 
+#include "support/x_windows.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace larkspin {
 
@@ -33,8 +34,9 @@ public:
                 windows_.push_back(reinterpret_cast<xcb_map_request_event_t*>(event)->window);
             std::free(event);
         }
-        return std::any_of(windows_.begin(), windows_.end(),
-                           [&](xcb_window_t window) { return nameOf(window) == name; });
+        return std::any_of(windows_.begin(), windows_.end(), [&](xcb_window_t window) {
+            return nameOf(connection_, window) == name;
+        });
     }
 
     void catchUp() {
@@ -44,19 +46,6 @@ public:
     }
 
 private:
-    std::string nameOf(xcb_window_t window) const {
-        xcb_get_property_reply_t* const name = xcb_get_property_reply(
-            connection_,
-            xcb_get_property(connection_, false, window, XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 99),
-            nullptr);
-        if (!name)
-            return "";
-        const std::string text(static_cast<const char*>(xcb_get_property_value(name)),
-                               static_cast<std::size_t>(xcb_get_property_value_length(name)));
-        std::free(name);
-        return text;
-    }
-
     xcb_connection_t* connection_;
     std::vector<xcb_window_t> windows_; // that it has been asked to show
 };

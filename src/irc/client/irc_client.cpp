@@ -166,7 +166,7 @@ void IrcClient::welcomed() {
 
 void IrcClient::lost() {
     speech_.connectionLost();
-    happenings_.clear();
+    happenings_.connectionLost();
     hasToldHowToStop_ = false;
     if (owns(conversations_.front()) && !inFront())
         talkBefore_ = conversations_.front().place();
@@ -206,6 +206,7 @@ void IrcClient::take(const IrcMessage& message) {
     speech_.lost().tell();
     if (command == "JOIN" && session_.isSelf(message.nick())) {
         joining_.cameIn(std::string(message.parameter(0)));
+        happenings_.cameIn(message.parameter(0));
         history_.cameIn(message.parameter(0));
     }
     if (command == "NICK") {

@@ -6,6 +6,7 @@
 #include "text/visible.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -16,9 +17,23 @@ namespace {
 
 constexpr std::string_view joining = "/join "; // on connecting, the rooms after the first one
 
+// The port may stand in the server's field, as it does after the word. It is meant then.
+std::optional<IrcServer> serverOf(const IrcConnectForm& form) {
+    const bool isBareAddress =
+        !form.host.starts_with('[') && std::ranges::count(form.host, ':') > 1;
+    const std::string host = isBareAddress ? '[' + form.host + ']' : form.host;
+    auto server = readIrcServer(host, form.encrypted);
+    const auto address = host.rfind(']');
+    if (server && host.find(':', address == host.npos ? 0 : address) == host.npos)
+        server->port = static_cast<std::uint16_t>(form.port);
+    return server;
+}
+
 std::vector<std::string> roomsOf(const IrcConnectForm& form) {
     std::vector<std::string> rooms;
-    std::string_view rest = form.rooms;
+    std::string parted = form.rooms;
+    std::ranges::replace(parted, ',', ' '); // no room's name holds one
+    std::string_view rest = parted;
     for (std::string_view room = takeWord(rest); !room.empty(); room = takeWord(rest))
         rooms.emplace_back(room);
     return rooms;
@@ -69,7 +84,7 @@ IrcConnectForm connectFormOf(const IrcNetwork& network) {
 }
 
 std::string problemOf(const IrcConnectForm& form) {
-    if (!canBeIrcHost(form.host))
+    if (!serverOf(form))
         return form.host.empty() ? "which server?"
                                  : visibleName(form.host) + " can't be a server's name";
     if (!canBeIrcNick(form.nick))
@@ -89,10 +104,13 @@ std::string problemOf(const IrcConnectForm& form) {
     return {};
 }
 
-std::string connectBy(IrcNetworks& networks, const IrcConnectForm& form) {
-    const std::string problem = problemOf(form);
+std::string connectBy(IrcNetworks& networks, const IrcConnectForm& filledIn) {
+    const std::string problem = problemOf(filledIn);
     if (!problem.empty())
         return problem;
+    IrcConnectForm form = filledIn;
+    const IrcServer server = *serverOf(form);
+    form.host = server.host;
     std::vector<std::string> rooms = roomsOf(form);
     const std::string first = rooms.empty() ? "" : rooms.front();
     if (!rooms.empty())
@@ -105,10 +123,7 @@ std::string connectBy(IrcNetworks& networks, const IrcConnectForm& form) {
     account.isForStart = form.atStart;
     network.file.keep(std::move(account));
     const bool goes = networks.connect(
-        {.server = {form.host, static_cast<std::uint16_t>(form.port), form.encrypted},
-         .nick = form.nick,
-         .room = first,
-         .name = form.network});
+        {.server = server, .nick = form.nick, .room = first, .name = form.network});
     return goes ? "" : "larkspin knows no more networks: /networks forget NAME makes room";
 }
 

@@ -12,7 +12,7 @@ struct IrcNetwork;
 
 struct IrcConnectForm {
     std::string network{}; // its name; blank for the server's
-    std::string host{};
+    std::string host{};    // perhaps with its port after a colon
     int port = 6697;
     bool encrypted = true;
     std::string nick{};
@@ -31,6 +31,6 @@ IrcConnectForm connectFormOf(const IrcNetwork& network);
 std::string problemOf(const IrcConnectForm& form);
 
 // Goes there. Gives what couldn't be done, or blank.
-std::string connectBy(IrcNetworks& networks, const IrcConnectForm& form);
+std::string connectBy(IrcNetworks& networks, const IrcConnectForm& filledIn);
 
 } // namespace larkspin

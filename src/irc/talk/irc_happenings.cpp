@@ -15,6 +15,33 @@
 
 namespace larkspin {
 
+namespace {
+
+constexpr const char* lostHere = "the connection is lost";
+
+} // namespace
+
+// In the one in front he is told more of it.
+void IrcHappenings::connectionLost() {
+    splits_.clear();
+    for (const IrcChannels::Place& place : channels_.all())
+        if (!channels_.isInFront(place))
+            conversations_.keep(*place.conversation, {.text = lostHere});
+}
+
+// If he is back after that.
+void IrcHappenings::cameIn(std::string_view channel) {
+    const IrcChannels::Place* const place = channels_.find(channel, session_.features());
+    if (!place)
+        return;
+    const auto& lines = place->conversation->lines();
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), [](const KeptLine& line) {
+        return line.kind == KeptLine::Kind::news;
+    });
+    if (last != lines.rend() && last->text == lostHere)
+        conversations_.keep(*place->conversation, {.text = "you are back"});
+}
+
 // As he comes into a room he is told its topic there, and then who has set it, unless he has been
 // told that already, as before a lost connection.
 bool IrcHappenings::tellTopic(const IrcMessage& message) {

@@ -4,6 +4,7 @@
 #include "irc/talk/irc_splits.h"
 
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
@@ -25,7 +26,9 @@ public:
     // To be called while the channels still know who was where.
     void tell(const IrcMessage& message);
 
-    void clear() { splits_.clear(); } // as a connection is lost
+    // Whoever reads on in a room later sees there where something may be missing.
+    void connectionLost();
+    void cameIn(std::string_view channel);
 
 private:
     bool tellTopic(const IrcMessage& message);

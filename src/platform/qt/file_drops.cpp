@@ -13,13 +13,19 @@ namespace larkspin {
 
 namespace {
 
-// Read byte by byte: a name on the disk needn't be valid text, and Qt would change it.
+// Read byte by byte: a name on the disk needn't be valid text, and Qt would change it. What isn't
+// of this machine comes along by its address, to be told of; empty where nothing else is there.
 std::vector<std::string> pathsIn(const QMimeData& dropped) {
     std::vector<std::string> paths;
-    for (const QByteArray& line : dropped.data("text/uri-list").split('\n'))
-        if (const auto path = pathOfAddress(line.trimmed().toStdString()))
-            paths.push_back(drivePath(*path));
-    return paths;
+    bool isAnyHere = false;
+    for (const QByteArray& line : dropped.data("text/uri-list").split('\n')) {
+        const std::string address = line.trimmed().toStdString();
+        const auto path = pathOfAddress(address);
+        isAnyHere |= path.has_value();
+        if (!address.empty() && !address.starts_with('#')) // a remark
+            paths.push_back(path ? drivePath(*path) : address);
+    }
+    return isAnyHere ? paths : std::vector<std::string>();
 }
 
 } // namespace

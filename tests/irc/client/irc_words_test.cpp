@@ -336,6 +336,8 @@ TEST_F(IrcWordsTest, TabCompletesWordsAndThenNames) {
     EXPECT_EQ(completed("/msg A"), "1ann");
     EXPECT_EQ(completed("hi anN"), "3ann ann Anna");
     EXPECT_EQ(completed("'x anna"), "4Anna");
+    EXPECT_EQ(completed("anna"), "4Anna: ");
+    EXPECT_EQ(completed("ann"), "3ann ann Anna");
     EXPECT_EQ(completed("'pla"), "3play ");
     for (const char* const none : {"hi ", "hi jo", "xann", ""})
         EXPECT_EQ(completed(none), "0") << none;

@@ -112,11 +112,13 @@ TEST_F(QtDialogsTest, AllThatIsOpenIsDismissedTogether) {
 }
 
 TEST_F(QtDialogsTest, NamesAreShownAsTheyAreAndKeepTheirBytes) {
-    const TextQuestion rename{.title = "c\uF03Al", .prompt = "a\uF03F", .preset = "\xE9: \uF03F"};
+    const TextQuestion rename{
+        .title = "c\uF03Al", .prompt = "a\uF03F & b", .preset = "\xE9: \uF03F"};
     answer("", Qt::Key_Return);
     EXPECT_EQ(dialogs.askText(rename), rename.preset);
     EXPECT_EQ(title, "c:l");
-    EXPECT_NE(shown.find("a?\n"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("a? && b\n"), std::string::npos)
+        << "as a label with keys has it " << shown;
     answer("", Qt::Key_Return);
     dialogs.box("b\uF02A");
     EXPECT_NE(shown.find("b*\n"), std::string::npos) << shown;

@@ -4,6 +4,7 @@
 #include "host/shown_room.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/room/bar_parts.h"
 #include "text/number.h"
 #include "text/visible.h"
 
@@ -31,7 +32,7 @@ ConversationView::ConversationView(EventLoop& loop, const ShownRoom& room,
                                    const Conversations& conversations)
     : loop_(loop), room_(room), conversations_(conversations), newLines_(conversations),
       reading_(conversations, loop), said_(*new Transcript), name_(*new QLabel),
-      topic_(*new QLabel), newBelow_(*new QPushButton(this)) {
+      topic_(*new CutLabel("topic")), newBelow_(*new QPushButton(this)) {
     layOut();
     connect(said_.verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { scrolled(); });
     connect(&newBelow_, &QPushButton::clicked, this, [this] { toEnd(); });
@@ -47,8 +48,7 @@ void ConversationView::layOut() {
     column->setSpacing(underHead);
     column->addLayout(head);
     column->addWidget(&said_, 1);
-    for (QLabel* const label : {&name_, &topic_})
-        label->setTextFormat(Qt::PlainText);
+    name_.setTextFormat(Qt::PlainText);
     QFont bold = name_.font();
     bold.setBold(true);
     name_.setFont(bold);
@@ -223,21 +223,13 @@ void ConversationView::showRoom() {
     const std::string name =
         front.isAtHome() ? visibleName(room_.name()) : conversations_.fullName(front);
     name_.setText(toQt(name));
-    wholeTopic_ = toQt(visibleText(room_.roomTopic(), " "));
-    topic_.setAccessibleName(wholeTopic_.isEmpty() ? QString() : "topic: " + wholeTopic_);
-    // A tip is read as markup if it looks like some.
-    topic_.setToolTip(wholeTopic_.isEmpty() ? QString()
-                                            : "<qt>" + wholeTopic_.toHtmlEscaped() + "</qt>");
-    elideTopic();
-}
-
-void ConversationView::elideTopic() {
-    topic_.setText(topic_.fontMetrics().elidedText(wholeTopic_, Qt::ElideRight, topic_.width()));
+    const QString topic = toQt(visibleText(room_.roomTopic(), " "));
+    topic_.setAccessibleName(topic.isEmpty() ? QString() : "topic: " + topic);
+    topic_.showText(topic, false);
 }
 
 void ConversationView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    elideTopic();
     placeButton();
 }
 

@@ -19,6 +19,7 @@ namespace larkspin {
 
 class Conversation;
 class Conversations;
+class CutLabel;
 class ShownRoom;
 
 class ConversationView : public QWidget {
@@ -63,7 +64,6 @@ private:
     void scrolled();
     void countNew();
     void placeButton();
-    void elideTopic();
     void resizeEvent(QResizeEvent* event) override;
 
     EventLoop& loop_;
@@ -73,9 +73,8 @@ private:
     Reading reading_;
     Transcript& said_; // these belong to its layout
     QLabel& name_;
-    QLabel& topic_;
+    CutLabel& topic_;
     QPushButton& newBelow_;
-    QString wholeTopic_;
     std::uint64_t shownUpTo_ = 0; // the number of the last line of the conversation
     std::uint64_t lastShown_ = 0; // of what stands there
     bool isWhole_ = true;         // nothing comes after that one

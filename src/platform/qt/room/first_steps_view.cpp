@@ -9,18 +9,35 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 namespace larkspin {
 
 namespace {
 
+constexpr int besideLine = 4; // in pixels
+
 // As wide as its text, which begins where those of the others do.
 class LineButton : public QPushButton {
 public:
     QSize sizeHint() const override {
-        return fontMetrics().size(Qt::TextShowMnemonic, text()) + QSize(8, 6);
+        return fontMetrics().size(Qt::TextShowMnemonic, text()) + QSize(2 * besideLine, 6);
     }
     QSize minimumSizeHint() const override { return sizeHint(); }
+
+private:
+    void paintEvent(QPaintEvent*) override {
+        QStylePainter painter(this);
+        QStyleOptionButton button;
+        initStyleOption(&button);
+        painter.drawControl(QStyle::CE_PushButtonBevel, button);
+        if (hasFocus())
+            painter.drawPrimitive(QStyle::PE_FrameFocusRect, button);
+        painter.drawItemText(rect().adjusted(besideLine, 0, 0, 0),
+                             Qt::AlignLeft | Qt::AlignVCenter | Qt::TextShowMnemonic, palette(),
+                             isEnabled(), text(), QPalette::ButtonText);
+    }
 };
 
 QLabel& plainLabel() {

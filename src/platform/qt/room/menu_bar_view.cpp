@@ -32,7 +32,11 @@ MenuBarView::MenuBarView(EventLoop& loop, const std::vector<Menu>& menus, const 
         });
     }
     // With the keyboard itself the bar wouldn't know to whom to give it back.
-    const auto goToFirst = [this] { setActiveAction(actions().value(0)); };
+    const auto goToFirst = [this] {
+        QAction* const first = actions().value(0);
+        setActiveAction(first);
+        first->menu()->setActiveAction(first->menu()->actions().value(0));
+    };
     connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, goToFirst);
 }
 

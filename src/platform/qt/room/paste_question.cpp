@@ -18,8 +18,9 @@ namespace larkspin {
 
 namespace {
 
-constexpr int mostRows = 10; // in sight
-constexpr int margin = 6;    // in pixels
+constexpr int mostRows = 10;  // in sight
+constexpr int margin = 6;     // in pixels, as is the next one
+constexpr int textIndent = 3; // of the lines in their list
 
 } // namespace
 
@@ -28,6 +29,7 @@ PasteQuestion::PasteQuestion(std::function<void(bool says)> answered)
     setFrameStyle(int{StyledPanel} | int{Sunken});
     setAutoFillBackground(true);
     question_.setTextFormat(Qt::PlainText);
+    question_.setIndent(textIndent);
     lines_.setFocusPolicy(Qt::NoFocus);
     lines_.setSelectionMode(QListWidget::NoSelection);
     lines_.setUniformItemSizes(true);
@@ -39,6 +41,7 @@ PasteQuestion::PasteQuestion(std::function<void(bool says)> answered)
 
     auto* const answers = new QHBoxLayout;
     auto* const keys = new QLabel("Return says them, Escape doesn't");
+    keys->setIndent(textIndent);
     QPalette dim = keys->palette();
     dim.setColor(QPalette::WindowText,
                  dimText(dim.color(QPalette::WindowText), dim.color(QPalette::Window)));

@@ -11,10 +11,41 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <utility>
 
 namespace larkspin {
+
+namespace {
+
+constexpr int betweenPeople = 3, besidePeople = 3, abovePeople = 4; // in pixels
+constexpr double chosenGround = 0.22; // the text's share, while the keyboard is elsewhere
+
+} // namespace
+
+// Who is chosen stands out only as long as keys go to the list.
+class PeopleView::Drawing : public QStyledItemDelegate {
+public:
+    explicit Drawing(const PeopleView& view) : view_(view) {}
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, betweenPeople);
+    }
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (view_.hasFocus())
+            return;
+        QPalette& palette = option->palette;
+        const QColor front = palette.color(QPalette::Text);
+        palette.setColor(QPalette::Highlight,
+                         between(palette.color(QPalette::Base), front, chosenGround));
+        palette.setColor(QPalette::HighlightedText, front);
+    }
+
+private:
+    const PeopleView& view_;
+};
 
 // Qt isn't told of changes between two refreshes, so it reads the people as they were at the last
 // one.
@@ -28,8 +59,11 @@ public:
 
     QVariant data(const QModelIndex& index, int role) const override {
         const auto& [name, rank] = at(index);
-        if (role == Qt::DisplayRole)
-            return toQt(rank + visibleName(name)) + (source_.isIgnored(name) ? " (ignored)" : "");
+        if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole) {
+            const bool isAloud = role == Qt::AccessibleTextRole;
+            return toQt(isAloud ? at(index).spoken() : rank + visibleName(name)) +
+                   (source_.isIgnored(name) ? " (ignored)" : "");
+        }
         if (role == Qt::ForegroundRole && source_.isIgnored(name)) {
             const QPalette palette = QGuiApplication::palette();
             return between(palette.color(QPalette::Text), palette.color(QPalette::Base), 0.5);
@@ -56,8 +90,15 @@ private:
     std::vector<PeopleRow> people_;
 };
 
-PeopleView::PeopleView(Source source) : model_(std::make_unique<Model>(std::move(source))) {
+PeopleView::PeopleView(Source source)
+    : model_(std::make_unique<Model>(std::move(source))),
+      drawing_(std::make_unique<Drawing>(*this)) {
     setModel(model_.get());
+    setItemDelegate(drawing_.get());
+    // They begin where the lines of what is said do. What is around them is drawn like their list.
+    setViewportMargins(besidePeople, abovePeople, besidePeople, 0);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
     setUniformItemSizes(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

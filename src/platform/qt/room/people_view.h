@@ -42,6 +42,7 @@ public:
 
 private:
     class Model;
+    class Drawing;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -51,6 +52,7 @@ private:
     Choose choose_ = [](const Task&) {};
     std::function<void(const std::string&)> activated_ = [](const std::string&) {};
     std::unique_ptr<Model> model_;
+    std::unique_ptr<Drawing> drawing_;
 };
 
 } // namespace larkspin

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <utility>
@@ -106,6 +107,13 @@ void PlayBar::listen() {
     on(previous_, &SongInPlay::previous);
     on(play_, &SongInPlay::playOrPause);
     on(next_, &SongInPlay::next);
+    // Where no desktop takes the keys for music, they come here.
+    for (const auto& [key, button] : {std::pair(Qt::Key_MediaPlay, &play_),
+                                      {Qt::Key_MediaTogglePlayPause, &play_},
+                                      {Qt::Key_MediaPrevious, &previous_},
+                                      {Qt::Key_MediaNext, &next_}})
+        connect(new QShortcut(key, this, {}, {}, Qt::ApplicationShortcut), &QShortcut::activated,
+                button, &QAbstractButton::click);
     connect(&mode_, &QAbstractButton::clicked, this, [this] { openModes(); });
     connect(&volume_, &QSlider::sliderMoved, this, [this](int value) {
         isTouched_ = true;

@@ -9,8 +9,12 @@
 #include "text/row_list.h"
 #include "text/visible.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -26,7 +30,15 @@ namespace {
 constexpr int gap = 6; // in pixels, as the sizes below
 constexpr QSize firstSize(860, 540), leastSize(320, 200);
 constexpr int roomsWidth = 150, peopleWidth = 160;
-constexpr QSize frameRoom(4, 40); // for the frame of a window manager
+constexpr int leastSaid = 180, leastBeside = 55; // of their widths
+constexpr QSize frameRoom(4, 40);                // for the frame of a window manager
+constexpr int besideRoom = 308; // for the windows that come up beside it, with a gap
+
+// Called by its title. Qt would tell it as a mere part of a window.
+QAccessibleInterface* roomAloud(const QString&, QObject* object) {
+    auto* const window = dynamic_cast<RoomWindow*>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
 
 } // namespace
 
@@ -40,6 +52,7 @@ RoomWindow::RoomWindow(EventLoop& loop, const ShownRoom& room, const Conversatio
       input_(*new InputLine(history)), count_(*new QLabel), ownName_(*new QLabel),
       sides_(*new QSplitter), halves_(*new QSplitter), rows_(*new QVBoxLayout(this)),
       calls_(conversations) {
+    QAccessible::installFactory(&roomAloud);
     layOut();
     takeLines();
     takeRoomKeys(*this, conversations,
@@ -69,6 +82,9 @@ void RoomWindow::layOut() {
     sides_.setStretchFactor(1, 1);
     sides_.setSizes({roomsWidth, firstSize.width() - roomsWidth});
     halves_.setStretchFactor(0, 1);
+    view_.setMinimumWidth(leastSaid); // in a narrow window it has more than those beside it
+    for (QWidget* const beside : {static_cast<QWidget*>(&rooms_), right})
+        beside->setMinimumWidth(leastBeside);
     for (QSplitter* const splitter : {&sides_, &halves_}) {
         splitter->setChildrenCollapsible(false);
         splitter->setHandleWidth(gap);
@@ -174,6 +190,19 @@ void RoomWindow::fitScreen() {
         move(corner);
 }
 
+// Where there is nothing to go by, the window manager has a place for it. On a small screen that
+// place may leave no room beside it, nor below.
+void RoomWindow::placeFirst() {
+    const QScreen* const pointed = QGuiApplication::screenAt(QCursor::pos());
+    const QRect area = (pointed ? pointed : screen())->availableGeometry();
+    QRect window(QPoint(), size() + frameRoom);
+    window.moveCenter(area.center()); // as most of them do
+    if (area.right() - window.right() >= besideRoom)
+        return;
+    window.moveTopRight({area.right() - besideRoom, area.top()});
+    move(cornerWithin(area, window));
+}
+
 // Qt draws in a later turn of the loop. The empty task makes sure that there is one.
 void RoomWindow::showNew() {
     look();
@@ -260,7 +289,11 @@ std::vector<QRect> RoomWindow::openParts() const {
     const auto seen = [](const QWidget& part) {
         return QRect(part.mapToGlobal(QPoint()), part.size());
     };
-    return {seen(input_), seen(view_.said())};
+    QRect title = frameGeometry(); // by which the window is moved and closed
+    title.setBottom(geometry().top() - 1);
+    QRect foot = geometry(); // the line, and what is below it
+    foot.setTop(seen(input_).top());
+    return {foot, title, seen(view_.said())};
 }
 
 // What has come while he was looking elsewhere gets a line before it.
@@ -306,6 +339,8 @@ void RoomWindow::restorePlace(const std::string& place) {
     // A window that was minimized when the last run ended opens like any other.
     setWindowState(windowState() & ~Qt::WindowMinimized);
     fitScreen();
+    if (place.empty())
+        placeFirst();
 }
 
 } // namespace larkspin

@@ -121,6 +121,7 @@ private:
     void tellCalls();
     void showLinks();
     void fitScreen();
+    void placeFirst();
     void showNew();
     void showRoom();
     void showOwnName();

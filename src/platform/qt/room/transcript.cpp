@@ -7,8 +7,10 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QHelpEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -33,6 +35,26 @@ int stateOf(const Transcript::Line& line) {
     if (line.look == Transcript::Line::Look::mark)
         return markState;
     return line.number == 0 ? -1 : static_cast<int>(line.number & 0x7FFFFFFF);
+}
+
+// Qt would begin a new row after a slash, also in a list of words that begin with one.
+constexpr QChar wordJoiner(0x2060);
+
+QString withWholeWords(QString told) {
+    static const QRegularExpression neighbours(" /\\w+ /\\w+");
+    return told.contains(neighbours) ? told.replace(" /", QString(" /") + wordJoiner) : told;
+}
+
+// The joiners come out of another font, which isn't to make their row higher.
+void insertTold(QTextCursor& cursor, const QString& text, const QTextCharFormat& format) {
+    QTextCharFormat small = format;
+    small.setFontPointSize(1);
+    const QStringList parts = text.split(wordJoiner);
+    cursor.insertText(parts.first(), format);
+    for (const QString& part : parts.sliced(1)) {
+        cursor.insertText(wordJoiner, small);
+        cursor.insertText(part, format);
+    }
 }
 
 } // namespace
@@ -68,7 +90,7 @@ void Transcript::takeColors() {
 void Transcript::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         takeColors();
-    QTextEdit::changeEvent(event);
+    keepingPlace([&] { QTextEdit::changeEvent(event); });
 }
 
 void Transcript::add(Line line) {
@@ -147,11 +169,9 @@ void Transcript::insert(QTextCursor& cursor, const Line& line) {
                  insertSaid(cursor, line.text, plain_, palette().color(QPalette::Base)));
     } else {
         const int from = cursor.position();
-        const std::string seen = visibleText(line.text, " ");
-        cursor.insertText(toQt(seen), line.look == Look::mark ? mark_
-                                      : line.isBright()       ? plain_
-                                                              : dim_);
-        linkSaid(cursor, from, seen);
+        const QString seen = withWholeWords(toQt(visibleText(line.text, " ")));
+        insertTold(cursor, seen, line.look == Look::mark ? mark_ : line.isBright() ? plain_ : dim_);
+        linkSaid(cursor, from, seen.toStdString());
     }
 }
 
@@ -230,11 +250,15 @@ void Transcript::read(const Spot& spot) {
     verticalScrollBar()->setValue(block.isValid() ? topOf(block) + spot.above : 0);
 }
 
+// What breaks the lines elsewhere leaves the one at the upper edge there.
+void Transcript::keepingPlace(const std::function<void()>& change) {
+    const Spot place = reading();
+    change();
+    read(place);
+}
+
 void Transcript::resizeEvent(QResizeEvent* event) {
-    const bool follows = isAtEnd();
-    QTextEdit::resizeEvent(event);
-    if (follows)
-        toEnd();
+    keepingPlace([&] { QTextEdit::resizeEvent(event); });
 }
 
 // A mark has a line on either side.
@@ -285,6 +309,14 @@ bool Transcript::viewportEvent(QEvent* event) {
                        address.isEmpty() ? QString() : "<qt>" + address.toHtmlEscaped() + "</qt>",
                        viewport());
     return true;
+}
+
+// Whoever puts what he has copied into the line gets the words as they are typed.
+QMimeData* Transcript::createMimeDataFromSelection() const {
+    QMimeData* const copied = QTextEdit::createMimeDataFromSelection();
+    copied->setText(copied->text().remove(wordJoiner));
+    copied->setHtml(copied->html().remove(wordJoiner));
+    return copied;
 }
 
 void Transcript::scrollPage(int pages) {

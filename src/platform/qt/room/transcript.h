@@ -61,11 +61,13 @@ private:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
     void takeColors();
     void append(QTextCursor& cursor, const Line& line, bool isFirst);
     void insert(QTextCursor& cursor, const Line& line);
     QTextBlockFormat blockOf(const Line& line) const;
     void read(const Spot& spot);
+    void keepingPlace(const std::function<void()>& change);
     int topOf(const QTextBlock& block) const;
     int dropOldest(int most); // gives the height of what it drops
 

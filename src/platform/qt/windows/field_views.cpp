@@ -48,7 +48,7 @@ class LineView : public TextView<QLineEdit> {
 public:
     LineView(const ViewParts& parts, const Control& control) : TextView(parts, control) {
         field().setReadOnly(!control.onEdit);
-        field().setTextMargins(1, 0, 1, 0); // like a row of a list
+        field().setContentsMargins(1, 0, 1, 0); // its outline stands beside the window's
         connect(&field(), &QLineEdit::textEdited, this,
                 [this](const QString& text) { tell(text); });
     }

@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <utility>
 
 namespace larkspin {
 
@@ -101,9 +102,27 @@ private:
 
     void show(const Control& control) override {
         list().fitRows();
+        const bool follows = control.markedRow && mark(control);
+        showRows();
+        if (follows && marked_ != noRow && !isInSight(marked_))
+            list().scrollTo(model_.index(marked_), QListView::PositionAtCenter);
+    }
+
+    // The marked row is in sight as the list appears, and stays so when another one becomes it.
+    bool mark(const Control& control) {
+        const bool appears = list().isVisible() && !wasVisible_;
+        wasVisible_ = list().isVisible();
+        const bool wasInSight = marked_ == noRow || isInSight(marked_);
+        const int before = std::exchange(marked_, control.markedRow());
+        model_.mark(marked_, control.markedAs);
+        return appears || (marked_ != before && wasInSight && !isHeld_);
+    }
+    bool isInSight(int row) const {
+        return list().viewport()->rect().contains(list().visualRect(model_.index(row)));
+    }
+
+    void showRows() {
         const RowList& rows = model_.rows();
-        if (control.markedRow)
-            model_.mark(control.markedRow(), control.markedAs);
         // A selection by the owner that the program hasn't taken over is undone, but not while the
         // mouse is still selecting.
         if (revision_ == rows.revision() && (!isTouched_ || isHeld_))
@@ -215,6 +234,8 @@ private:
     RowsModel& model_;           // the widget's
     std::uint64_t revision_ = 0; // of the list that it shows
     int pressedRow_ = noRow;
+    int marked_ = noRow;
+    bool wasVisible_ = false;
     bool isHeld_ = false;    // the mouse is still selecting
     bool isTouched_ = false; // the owner has changed it
 };

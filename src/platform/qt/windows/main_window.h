@@ -43,6 +43,8 @@ struct Neighbours {
     std::function<std::vector<QRect>(const Window& window)> others = [](const Window&) {
         return std::vector<QRect>();
     };
+    // How far, in twips, what stands on a window reaches above it.
+    std::function<int(const Window& window)> above = [](const Window&) { return 0; };
 };
 
 } // namespace larkspin

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 #include <utility>
 
 namespace larkspin {
@@ -54,10 +55,21 @@ struct QtWindows::All : QObject {
             window.place.top += moved.place.top - before.top;
         }
     }
+    int above(const Window& stoodOn) const {
+        int most = 0;
+        for (const Shown& shown : windows)
+            if (const Window& window = shown.hand.window();
+                window.visible && window.standsOn == &stoodOn)
+                most = std::max(most, stoodOn.place.top - window.place.top);
+        return most;
+    }
+    // One that belongs in the middle comes and goes by itself, as at the start. No other window
+    // keeps clear of its place, which is free in a moment.
     std::vector<QRect> placesBut(const Window& window) const {
         std::vector<QRect> places;
         for (const Shown& shown : windows)
-            if (shown.view && shown.view->isVisible() && &shown.hand.window() != &window)
+            if (shown.view && shown.view->isVisible() && &shown.hand.window() != &window &&
+                !shown.hand.window().centred)
                 places.push_back(shown.view->geometry());
         return places;
     }
@@ -72,7 +84,8 @@ QtWindows::QtWindows(EventLoop& loop, const std::vector<Window*>& windows, const
     for (QScreen* screen : QGuiApplication::screens())
         all_->watch(screen);
     All* const all = all_.get();
-    all->neighbours = {main, [all](const Window& window) { return all->placesBut(window); }};
+    all->neighbours = {main, [all](const Window& window) { return all->placesBut(window); },
+                       [all](const Window& window) { return all->above(window); }};
     QObject::connect(qApp, &QGuiApplication::screenAdded, all, [all](QScreen* screen) {
         all->watch(screen);
         all->remember();

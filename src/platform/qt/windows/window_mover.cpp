@@ -83,8 +83,10 @@ bool WindowMover::comesBeside(bool appears) {
 
 QPoint WindowMover::beside() const {
     const MainWindow& main = neighbours_.main;
-    return cornerBeside(main.area(), widget_.size(), main.frame(), main.parts(),
-                        neighbours_.others(window_));
+    const QSize above(0, pixelsOf(neighbours_.above(window_), widget_.logicalDpiX()));
+    return cornerBeside(main.area(), widget_.size() + above, main.frame(), main.parts(),
+                        neighbours_.others(window_), window_.passes ? Near::foot : Near::top) +
+           QPoint(0, above.height());
 }
 
 bool WindowMover::refresh(bool appears, bool areOtherScreens) {

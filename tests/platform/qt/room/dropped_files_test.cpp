@@ -78,12 +78,14 @@ TEST_F(DroppedFiles, AreTakenAnywhereOverTheWindowsAndNeverForText) {
         DragSource source([&] {
             auto* const files = new QMimeData;
             files->setUrls({QUrl::fromLocalFile(QString::fromStdString(
-                (machine.disk.path() / "new" / (name + " ?.mp3")).native()))});
+                                (machine.disk.path() / "new" / (name + " ?.mp3")).native())),
+                            QUrl("smb://share/far.mp3")});
             files->setText("a name");
             return files;
         });
         EXPECT_TRUE(drag(*target, [&] { return shows("added " + name + " ?"); }))
             << target->accessibleName().toStdString();
+        EXPECT_TRUE(shows("couldn't open smb://share/far.mp3:  it is no file of this machine"));
         EXPECT_EQ(input.text(), "");
     }
 }

@@ -89,6 +89,13 @@ TEST_F(PlayBarTest, PlaysPausesAndGoesToOtherSongsByTheMouse) {
     EXPECT_EQ(spoken("songName"), "stopped: " + longName);
     EXPECT_EQ(text("songTime"), "");
     EXPECT_FALSE(position().isEnabled());
+    const std::pair<const char*, std::string> keys[] = {{"XF86AudioPlay", "in play: " + longName},
+                                                        {"XF86AudioPlay", "paused: " + longName},
+                                                        {"XF86AudioNext", "in play: a"}};
+    for (const auto& [key, song] : keys) {
+        hand({"key", key});
+        EXPECT_TRUE(comes(desk, [&, name = song] { return spoken("songName") == name; })) << song;
+    }
 }
 
 TEST_F(PlayBarTest, SeeksByMouseWheelAndKeys) {

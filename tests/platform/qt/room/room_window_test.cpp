@@ -2,10 +2,12 @@
 #include "platform/qt/room/said_text.h"
 #include "platform/qt/room/typed_room.h"
 
+#include <QClipboard>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTextBlock>
+#include <QTextLayout>
 
 namespace larkspin {
 namespace {
@@ -149,6 +151,21 @@ TEST_F(RoomWindowTest, ShowsMarkupAsStyleAndAllElseAsText) {
     EXPECT_EQ(cursor.charFormat().fontFamilies().toStringList(), QStringList("Liberation Sans"));
 }
 
+TEST_F(RoomWindowTest, LeavesWordsWithASlashWhole) {
+    strike("/help\n");
+    QString rowEnds;
+    for (QTextBlock block = said().document()->begin(); block.isValid(); block = block.next())
+        for (int row = 0; row < block.layout()->lineCount(); ++row) {
+            const QTextLine line = block.layout()->lineAt(row);
+            rowEnds += block.text().mid(line.textStart(), line.textLength()).trimmed().right(1);
+        }
+    EXPECT_GT(rowEnds.size(), said().document()->blockCount()) << "there are several rows";
+    EXPECT_FALSE(rowEnds.contains('/'));
+    said().selectAll();
+    said().copy();
+    EXPECT_TRUE(QApplication::clipboard()->text().contains(" /join /leave"));
+}
+
 TEST(SaidText, LiftsColorsThatAreTooDarkOnBlack) {
     EXPECT_EQ(readable("#808080", Qt::black), QColor("#808080"));
     for (const char* dark : {"#000000", "#0000ff", "#400000"})
@@ -177,6 +194,9 @@ TEST_F(RoomWindowTest, KeepsTheLastLinesAndThePlaceOfWhoReadsAbove) {
     const QString read = top();
     flood(10000, 10100);
     EXPECT_EQ(top(), read);
+    QTest::keyClick(&input(), Qt::Key_Plus, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(top(), read) << "in larger letters";
     EXPECT_LT(bar.value(), bar.maximum());
     EXPECT_EQ(textOf(said().document()->lastBlock()), "bob: line 10099");
     for (int time = 0; time < 5; ++time)
@@ -204,6 +224,15 @@ TEST_F(RoomWindowTest, ListsPeopleAndMarksThoseIgnored) {
     room->rooms.own.leave("bob");
     settle();
     EXPECT_EQ(view.currentIndex().row(), 1) << "whoever goes";
+    const auto ground = [&view] {
+        const QRect row = view.visualRect(view.currentIndex());
+        return view.viewport()->grab().toImage().pixelColor((row.bottomRight() - QPoint(2, 2)) *
+                                                            view.devicePixelRatio());
+    };
+    EXPECT_LT(qGray(ground().rgb()), 60) << "keys go elsewhere";
+    view.setFocus();
+    EXPECT_GT(qGray(ground().rgb()), 150);
+    input().setFocus();
     for (int person = 0; person < 60; ++person)
         room->rooms.own.comeIn("p" + std::to_string(person));
     settle();
@@ -326,6 +355,10 @@ TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
         return dynamic_cast<QSplitter&>(
             *findView<PeopleView>(window()).parentWidget()->parentWidget());
     };
+    EXPECT_GE(QGuiApplication::primaryScreen()->availableGeometry().right() -
+                  window().frameGeometry().right(),
+              308)
+        << "for the other windows";
     QSplitter& halves = split();
     EXPECT_EQ(halves.sizes().value(1), 160);
     EXPECT_EQ(halves.mapTo(&window(), QPoint()), QPoint(6, 6));
@@ -338,6 +371,9 @@ TEST_F(RoomWindowTest, StandsInTheNextRunWhereItStood) {
     open();
     EXPECT_EQ(window().geometry(), QRect(120, 90, 555, 444));
     EXPECT_EQ(split().sizes().value(1), 250);
+    window().resize(330, 300);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().width() == 330; }));
+    EXPECT_GE(said().width(), 180) << "in a narrow window";
     window().setGeometry(120, 90, 555, 9999); // on a screen that has grown smaller
     machine.advance(2s);
     machine.endProcess();

@@ -127,5 +127,26 @@ TEST_F(ListMenuTest, MarksTheSongInPlay) {
     EXPECT_EQ(aloud->child(1)->text(QAccessible::Name), "c");
 }
 
+TEST(Playlist, KeepsTheSongInPlayInSight) {
+    Lines songs;
+    for (int song = 10; song < 70; ++song)
+        songs.push_back(std::to_string(song) + ".mp3");
+    Desk desk(songs);
+    desk.owner("'num 40");
+    desk.show("mp3s");
+    auto& list = desk.control<QListView>("mp3s", "playlistView");
+    const auto isInSight = [&](int song) {
+        desk.settle();
+        const QRect row = list.visualRect(list.model()->index(song - 1, 0));
+        return list.viewport()->rect().contains(row);
+    };
+    EXPECT_TRUE(isInSight(40));
+    desk.owner("'num 5");
+    EXPECT_TRUE(isInSight(5));
+    list.scrollToBottom();
+    desk.owner("'num 20");
+    EXPECT_FALSE(isInSight(20)) << "he looks at something else";
+}
+
 } // namespace
 } // namespace larkspin

@@ -65,6 +65,7 @@ TEST(Places, BesideCoverTheTextLeastAndStandNear) {
         QRect main;
         std::vector<QRect> parts, others;
         QPoint corner;
+        Near near = Near::top;
     };
     const Case cases[] = {
         {"right of it", left, {text}, {}, {606, 100}},
@@ -77,14 +78,22 @@ TEST(Places, BesideCoverTheTextLeastAndStandNear) {
          {{0, 700, 1000, 30}, {0, 0, 900, 700}},
          {},
          {700, 0}},
+        {"below the title",
+         {0, 0, 1000, 800},
+         {{0, 780, 1000, 20}, {0, 0, 1000, 20}, {0, 50, 900, 730}},
+         {},
+         {700, 26}},
+        {"at its foot", left, {text}, {{606, 100, 300, 100}}, {606, 300}, Near::foot},
+        {"not over its foot", screen, {{0, 0, 700, 800}}, {}, {700, 0}, Near::foot},
     };
-    for (const auto& [what, main, parts, others, corner] : cases)
-        EXPECT_EQ(cornerBeside(screen, {300, 200}, main, parts, others), corner) << what;
+    for (const auto& [what, main, parts, others, corner, near] : cases)
+        EXPECT_EQ(cornerBeside(screen, {300, 200}, main, parts, others, near), corner) << what;
 }
 
 TEST(MainWindow, HasTheOthersBesideItUntilTheirOwnerMovesThem) {
     Main room({60, 60, 600, 400});
     Desk desk({"a.mp3"}, room.asMain());
+    desk.show("dire"); // keeps no place from the first of the others
     for (Window* window : desk.program->windows()) {
         SCOPED_TRACE(window->name);
         QWidget& widget = desk.show(window->name);
@@ -108,7 +117,7 @@ TEST(MainWindow, HasTheOthersBesideItUntilTheirOwnerMovesThem) {
 }
 
 TEST(MainWindow, LeavesTheStopWindowWhereItBelongs) {
-    Main room({60, 60, 500, 400});
+    Main room({0, 0, 500, 400}); // where nothing fits above it
     Desk desk({"ride.mp3", "ride on.mp3"}, room.asMain());
     desk.owner("'play ride");
     desk.owner("'view");

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSpinBox>
 #include <QStyle>
 #include <gtest/gtest.h>
 
@@ -96,6 +97,7 @@ TEST(Pictures, ShowWhatDialogsAreMadeOf) {
     QPushButton button(&page), down(&page);
     down.setDown(true);
     QLineEdit line(&page);
+    QSpinBox spin(&page);
     QFrame plain(&page), box(&page), thick(&page);
     plain.setFrameStyle(int{QFrame::Box} | int{QFrame::Plain});
     for (QFrame* frame : {&box, &thick})
@@ -107,7 +109,8 @@ TEST(Pictures, ShowWhatDialogsAreMadeOf) {
         {&combo, "-------/-.....-/-..++.-/-.....-/-------"},
         {&button, "-------/-.....-/-.....-/-.....-/-------"},
         {&down, "-------/-:::::-/-:::::-/-:::::-/-------"},
-        {&line, ".-----./......./......./......./.-----."},
+        {&line, "-------/-.....-/-.....-/-.....-/-------"},
+        {&spin, "-------/-.....-/-.....-/-...:.-/-------"},
         {&plain, "......./......./......./......./......."},
         {&box, "-------/-.....-/-.....-/-.....-/-------"},
         {&thick, ".-----./......./......./......./......."},
