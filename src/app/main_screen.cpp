@@ -61,7 +61,6 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
     screen.whenGone([&] { program.end(); });
     room.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
     program.opensBy([&] { room.open(program.windows(), [&] { program.end(); }); });
-    stage.pressed(); // the name of the program, to start it
     program.start();
     larkspin.open(files);
     // Events run until one of them ends the process.

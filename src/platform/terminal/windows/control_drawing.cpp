@@ -225,7 +225,9 @@ void readDescription(const Control& field, ControlState& state) {
     if (text == state.text.text())
         return;
     state.firstShown = 0;
-    state.text.become(text, 0); // a long text shows its beginning
+    state.text.become(text); // to be gone on with
+    if (!field.onEdit)
+        state.text.goToStart();
 }
 
 std::vector<std::string> linesOf(std::string_view text, int columns) {

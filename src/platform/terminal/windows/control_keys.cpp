@@ -171,6 +171,7 @@ Edit changeOf(const KeyStroke& key) {
 }
 
 bool strikeField(const ControlTarget& target, const KeyStroke& key) {
+    readDescription(target.control, target.state); // it may not have been drawn yet
     EditedText& text = target.state.text;
     if (const Edit move = moveOf(key)) {
         (text.*move)();
@@ -252,6 +253,7 @@ bool strike(const ControlTarget& target, const KeyStroke& key) {
 }
 
 void paste(const ControlTarget& target, const std::string& text) {
+    readDescription(target.control, target.state);
     std::u32string characters = charactersOf(text);
     std::erase_if(characters, [](char32_t each) { return each < U' ' || each == U'\x7F'; });
     target.state.text.insert(characters);

@@ -48,11 +48,11 @@ void MenuLayer::openBar(std::vector<Menu> bar, int row) {
     openFromBar(0);
 }
 
+// None of its entries is marked yet, so that the arrows lead along the bar until one leads down.
 void MenuLayer::openFromBar(std::size_t index) {
     inBar_ = index;
     levels_.clear();
     levels_.emplace_back(bar_[index].entries(), barPlaces_[index], MenuLevel::Stands::below);
-    levels_[0].markFirst(0, 1);
 }
 
 void MenuLayer::turnInBar(int way) {

@@ -14,6 +14,8 @@ using Wants = FileWindow::Wants;
 
 // A dialog that comes up within this time after a press is taken for the answer to it.
 constexpr Nanoseconds answerTime = 1s;
+// And one within this time after the start, if nothing has been typed.
+constexpr Nanoseconds greetingTime = 10s;
 
 std::optional<std::string> firstOf(const std::vector<std::string>& paths) {
     return paths.empty() ? std::nullopt : std::optional(paths.front());
@@ -84,12 +86,13 @@ std::vector<std::string> ScreenDialogs::askPaths(Wants wants, const FileQuestion
 // The windows and the room stay open to the owner, who may have to look something up.
 bool ScreenDialogs::show(Window& window, const std::string& focus,
                          const std::function<bool()>& isOver) {
-    const bool answersPress = isPressed();
+    const bool isWaitedFor = isAwaited();
+    isFirst_ = false;
     paint(window, stage_.colors());
     WindowLayer layer(stage_, window, Layer::Rank::box);
     layer.focusOn(focus);
     layer.refresh();
-    if (answersPress)
+    if (isWaitedFor)
         layer.enterByKey();
     open_.push_back(&window);
     const unsigned before = dismissals_;
@@ -109,8 +112,10 @@ void ScreenDialogs::dismissAll() {
         window->visible = false;
 }
 
-bool ScreenDialogs::isPressed() const {
-    return pressedAt_ && loop_.now() - *pressedAt_ < answerTime;
+bool ScreenDialogs::isAwaited() const {
+    const bool greets =
+        isFirst_ && loop_.now() - startedAt_ < greetingTime && !stage_.isLineBegun();
+    return greets || (pressedAt_ && loop_.now() - *pressedAt_ < answerTime);
 }
 
 } // namespace larkspin

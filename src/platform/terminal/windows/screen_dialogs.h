@@ -1,8 +1,8 @@
 // Boxes, questions and file dialogs as windows on a terminal's screen, above all others. Events run
 // while one is open. Escape dismisses it, and so does a long silence. One takes the keyboard only
-// where it answers something that the owner has just pressed: he may be typing a line, and Space or
-// Return would dismiss it unread. Otherwise F6 leads into it, Return on an
-// empty line, and the mouse.
+// where it answers something that the owner has just pressed, or greets him as the program starts:
+// he may be typing a line, and Space or Return would dismiss it unread. Otherwise F6 leads into it,
+// Return on an empty line, and the mouse.
 #pragma once
 
 #include "platform/posix/watching_loop.h"
@@ -38,12 +38,15 @@ private:
     std::vector<std::string> askPaths(FileWindow::Wants wants, const FileQuestion& question);
     // False when it was dismissed.
     bool show(Window& window, const std::string& focus, const std::function<bool()>& isOver);
-    bool isPressed() const; // a moment ago
+    // Whether a dialog that comes up now takes the keyboard.
+    bool isAwaited() const;
 
     WatchingLoop& loop_;
     Stage& stage_;
     Directories& directories_;
     std::optional<Nanoseconds> pressedAt_;
+    const Nanoseconds startedAt_ = loop_.now();
+    bool isFirst_ = true;
     std::vector<Window*> open_;
     unsigned dismissals_ = 0; // of all
 };

@@ -43,8 +43,8 @@ public:
     void goes(WindowLayer& window);
 
     bool hasKeyboard(const WindowLayer& window) const { return keyboard_ == &window; }
-    // Whether any window has it, rather than the line.
-    bool hasKeyboard() const { return keyboard_ != nullptr; }
+    // Null when the line has it.
+    const WindowLayer* keyboard() const { return keyboard_; }
     void goInto(WindowLayer& window);
     void leave();
     // From the line to the window that came up last, to those before it, and back to the line.

@@ -22,6 +22,8 @@ int cellsOf(int twips, int cell) {
 void WindowFrame::appear() {
     isPlaced_ = isMoved_ = false;
     area_ = {};
+    layout_ = {.areas = std::vector<Area>(window_.controls.size())};
+    states_.resize(window_.controls.size()); // keys may come before it has been drawn
     needed_.clear();
     scrolled_ = 0;
 }

@@ -22,7 +22,7 @@ public:
     WindowFrame(const Stage& stage, Window& window, bool isBox)
         : stage_(stage), window_(window), isBox_(isBox) {}
 
-    // As the window appears, it gets a place.
+    // As the window appears. It gets a place when it is drawn.
     void appear();
     // On so much of the screen. The control of that name is brought into sight.
     void layOutOn(const Area& whole, const std::string& focus);
@@ -33,7 +33,7 @@ public:
     Area clipFor(const Control& control) const; // on which it is seen
     std::string controlAt(int row, int column) const; // empty for none
     ControlState& stateOf(std::size_t index) { return states_[index]; }
-    std::size_t count() const { return states_.size(); } // of the controls that stand somewhere
+    std::size_t count() const { return states_.size(); } // of those controls
 
     void scroll(int rows) { scrolled_ += rows; }
     // By the owner. What stands on the window moves with it.

@@ -96,7 +96,6 @@ Area WindowLayer::areaOf(const std::string& name) const {
     return {};
 }
 
-// What hasn't been drawn yet is nowhere to be pressed.
 std::optional<ControlTarget> WindowLayer::targetOf(const std::string& name) {
     const std::size_t count = std::min(frame_.count(), window_.controls.size());
     for (std::size_t index = 0; index < count; ++index)
@@ -134,7 +133,7 @@ bool WindowLayer::take(const Stroke& stroke) {
 bool WindowLayer::leadsIn(const KeyStroke& key) const {
     const bool isForNobody =
         key.kind == KeyKind::enter || key.kind == KeyKind::tab || key.kind == KeyKind::escape;
-    return isForNobody && rank_ == Rank::box && !stage_.hasKeyboard() && !stage_.isLineBegun();
+    return isForNobody && rank_ == Rank::box && !stage_.keyboard() && !stage_.isLineBegun();
 }
 
 bool WindowLayer::takeText(const PasteStroke& pasted) {

@@ -37,6 +37,7 @@ public:
     // The keyboard comes to it by a key, and to the control that had it last.
     void enterByKey();
     void focusOn(std::string control) { focus_.set(std::move(control)); }
+    const std::string& focused() const { return focus_.name(); } // a control, perhaps hidden
     void shift(int rows, int columns);
 
     Rank rank() const override { return rank_; }

@@ -60,9 +60,11 @@ struct Desk {
             all += row + '\n';
         return all;
     }
+    // As the screen brings strokes that come faster than it draws. What has gone takes none.
     void take(const Stroke& stroke) {
-        draw();
+        stage.refresh();
         layers.take(stroke);
+        stage.refresh();
     }
     void key(Struck kind, bool shift = false, bool alt = false) {
         take(KeyStroke{.kind = kind, .shift = shift, .alt = alt});
