@@ -45,6 +45,8 @@ void Stage::goes(WindowLayer& window) {
     std::erase(windows_, &window);
     std::erase(keyboards_, &window);
     layers.remove(window);
+    if (pointedAt_ == &window)
+        pointedAt_ = nullptr;
     if (keyboard_ != &window)
         return;
     if (window.rank() == Layer::Rank::box && !keyboards_.empty())

@@ -45,6 +45,9 @@ public:
     bool hasKeyboard(const WindowLayer& window) const { return keyboard_ == &window; }
     // Null when the line has it.
     const WindowLayer* keyboard() const { return keyboard_; }
+    // The one that the mouse was over last.
+    bool isPointedAt(const WindowLayer& window) const { return pointedAt_ == &window; }
+    void pointAt(const WindowLayer& window) { pointedAt_ = &window; }
     void goInto(WindowLayer& window);
     void leave();
     // From the line to the window that came up last, to those before it, and back to the line.
@@ -63,6 +66,7 @@ private:
     std::vector<WindowLayer*> windows_;   // that are shown; that came up last in front
     std::vector<WindowLayer*> keyboards_; // which of them had the keyboard since it left the line
     WindowLayer* keyboard_ = nullptr;
+    const WindowLayer* pointedAt_ = nullptr;
 };
 
 } // namespace larkspin

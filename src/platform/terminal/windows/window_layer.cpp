@@ -64,7 +64,7 @@ void WindowLayer::shift(int rows, int columns) {
 
 std::optional<Cursor> WindowLayer::draw(Cells& cells) {
     frame_.layOutOn(stage_.areaOn(cells.area()), focus_.name());
-    const bool isActive = stage_.hasKeyboard(*this);
+    const bool isActive = stage_.hasKeyboard(*this), isPointedAt = stage_.isPointedAt(*this);
     frame_.draw(cells, isActive);
     std::optional<Cursor> cursor;
     for (std::size_t index = 0; index < window_.controls.size(); ++index) {
@@ -78,7 +78,7 @@ std::optional<Cursor> WindowLayer::draw(Cells& cells) {
                                         .area = frame_.spotOf(index),
                                         .hasFocus = hasFocus,
                                         .isPressed = control.name == pressed_,
-                                        .isUnderMouse = control.name == underMouse_},
+                                        .isUnderMouse = isPointedAt && control.name == underMouse_},
                                        frame_.stateOf(index));
         if (hasFocus && pen.has(at.row))
             cursor = at;
@@ -270,6 +270,7 @@ bool WindowLayer::takeMouse(const MouseStroke& mouse) {
         stage_.leave();
     if (!isInside)
         return false;
+    stage_.pointAt(*this);
     if (mouse.kind == Kind::move)
         hover(window_, name);
     else if (mouse.kind == Kind::press)
