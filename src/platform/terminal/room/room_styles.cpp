@@ -6,7 +6,8 @@ namespace larkspin {
 
 namespace {
 
-constexpr double borderShare = 0.65, stripShare = 0.14, chosenShare = 0.24; // of the other colour
+constexpr double borderShare = 0.65, stripShare = 0.14, chosenShare = 0.24, // of the other colour
+    litShare = 0.16;
 
 struct Ground {
     Rgb front, ground;
@@ -54,6 +55,7 @@ RoomStyles stylesIn(RoomColors colors) {
     styles.dim = withFront(styles.plain, mixedColor(front, ground, dimTextShare));
     styles.name = inBold(styles.plain);
     styles.call = inBold(styles.colored(styles.plain, calling));
+    styles.lit = mixedColor(ground, calling, litShare);
     styles.border = withFront(styles.plain, mixedColor(front, ground, borderShare));
     const auto on = [&](double share) {
         return CellStyle{.foreground = front, .background = mixedColor(ground, front, share)};

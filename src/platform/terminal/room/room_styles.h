@@ -11,6 +11,7 @@ namespace larkspin {
 struct RoomStyles {
     Rgb front = 0, ground = 0;                // those of the terminal, as far as they can be known
     CellStyle plain{}, dim{}, name{}, call{}; // what is said
+    Rgb lit = 0;                              // the ground of a line that calls the owner
     CellStyle border{}, strip{}, stripName{}, stripDim{}, stripCall{}; // beside it
     CellStyle chosen{}, chosenDim{}, chosenCall{}; // what is in front, or marked
 

@@ -126,6 +126,7 @@ void SaidPane::drawRows(Cells& cells, const std::vector<SaidRow>& rows) {
     firstRow_ = area_.bottom() - static_cast<int>(rows.size());
     int at = firstRow_;
     for (const SaidRow& row : rows) {
+        cells.fill({at, area_.left, 1, area_.columns}, row.ground);
         int column = area_.left + row.indent;
         for (const SaidRow::Piece& piece : row.pieces)
             column = cells.put(at, column, area_.right(), piece.text, piece.style);

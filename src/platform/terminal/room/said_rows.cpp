@@ -32,6 +32,11 @@ public:
                 at = linkRun(at, begin + link.begin + link.length, link.address);
     }
 
+    void light(Rgb ground) {
+        for (SaidRow::Piece& piece : styles_)
+            piece.style.background = ground;
+    }
+
     const std::string& text() const { return text_; }
 
     std::vector<SaidRow::Piece> pieces(std::size_t begin, std::size_t end) const {
@@ -106,7 +111,7 @@ SaidRow markRow(const std::string& text, int columns, const RoomStyles& styles) 
         across += "─";
     CellStyle style = styles.call;
     style.bold = false;
-    return {.pieces = {{std::move(across), style}}};
+    return {.ground = styles.plain, .pieces = {{std::move(across), style}}};
 }
 
 } // namespace
@@ -135,6 +140,11 @@ std::vector<SaidRow> saidRows(const ShownLine& line, int columns, const RoomStyl
         addSaid(all, line, styles);
     else
         addWords(all, line, styles);
+    if (line.callsOwner)
+        all.light(styles.lit);
+    CellStyle ground = styles.plain;
+    if (line.callsOwner)
+        ground.background = styles.lit;
     std::vector<SaidRow> rows;
     const std::string_view text = all.text();
     for (std::size_t begin = 0; begin <= text.size();) {
@@ -143,6 +153,7 @@ std::vector<SaidRow> saidRows(const ShownLine& line, int columns, const RoomStyl
         for (const Span& span : wrapped(text.substr(begin, end - begin),
                                         isFirst ? columns : columns - indent, columns - indent))
             rows.push_back({.indent = rows.empty() ? 0 : indent,
+                            .ground = ground,
                             .pieces = all.pieces(begin + span.begin, begin + span.end)});
         begin = end + 1;
     }

@@ -17,6 +17,7 @@ struct SaidRow {
         std::string link{}; // the address, if it is part of one
     };
     int indent = 0;
+    CellStyle ground{}; // of what is blank
     std::vector<Piece> pieces;
 
     // What stands there, or blank.

@@ -83,6 +83,19 @@ TEST_F(SaidPaneTest, StylesAreTheClients) {
     EXPECT_EQ(pane.linkAt(0, 30), "");
 }
 
+TEST_F(SaidPaneTest, ALineThatCallsHimIsLit) {
+    say("hi");
+    conversations.keep(den, {.kind = KeptLine::Kind::said,
+                             .speaker = "ann",
+                             .text = "jo: hi <font color=#000000>there</font>",
+                             .isForOwner = true});
+    const Cells cells = draw(2, 40);
+    const auto lit = *cells.at(1, 0).style.background;
+    EXPECT_NE(cells.at(0, 39).style.background, lit);
+    EXPECT_EQ(cells.at(1, 39).style.background, lit);
+    EXPECT_EQ(cells.at(1, 18).style.background, lit);
+}
+
 TEST_F(SaidPaneTest, TheLastLinesStandAtTheFootAndOlderOnesAreScrolledTo) {
     reading.stamp(false);
     fill(10);
