@@ -125,6 +125,8 @@ bool RoomLayer::takeKey(const KeyStroke& key) {
         tasks_.help();
     else if (key.kind == Kind::function && key.number == 10)
         showMenus();
+    else if (key.ctrl && key.character == U'd' && !view.line.isBegun())
+        tasks_.quit();
     else if (key.kind == Kind::home && !view.line.isBegun())
         view.said.toStart();
     else if (key.kind == Kind::end && !view.line.isBegun())

@@ -27,7 +27,7 @@ public:
         std::function<void(const std::string& name)> talkTo;
         std::function<void(const Menu& menu, const Cursor& at)> popUp;
         std::function<void(int row)> openMenus; // in that row of the screen
-        Task help;
+        Task help, quit;
         Task pressed; // he has pressed something, before that acts
 
         // About the screen. `called` tells what calls him where he doesn't look.

@@ -41,6 +41,7 @@ RoomLayer::Tasks ScreenRoom::layerTasks() {
         .popUp = screen_.popUp,
         .openMenus = [this](int row) { screen_.openMenus(menus_, row); },
         .help = [this] { does("/help"); },
+        .quit = [this] { does("/quit"); },
         .pressed = screen_.pressed,
         .called =
             [this](const OwnerCall&) {

@@ -216,6 +216,12 @@ TEST_F(ScreenRoomTest, WordsTellTheOwnerAlone) {
     EXPECT_EQ(server.sent.size(), sent);
     type("/quit\n");
     EXPECT_EQ(quits, 1);
+    type("x");
+    strike(KeyStroke{.character = U'd', .ctrl = true});
+    EXPECT_EQ(quits, 1);
+    key(Kind::backspace);
+    strike(KeyStroke{.character = U'd', .ctrl = true});
+    EXPECT_EQ(quits, 2);
 }
 
 TEST_F(ScreenRoomTest, APasswordIsNotSeenAndItsPromptStandsInFront) {
