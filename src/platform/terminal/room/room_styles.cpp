@@ -6,7 +6,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr double borderShare = 0.65, stripShare = 0.14, chosenShare = 0.24, // of the other colour
+constexpr double borderShare = 0.5, stripShare = 0.14, chosenShare = 0.24, // of the other colour
     litShare = 0.16;
 
 struct Ground {
