@@ -47,7 +47,7 @@ TEST_F(ReadingTest, LinesLookAsTheyAreMeant) {
         keep(*in, "waves", Kind::done);
         keep(*in, "bob comes in", Kind::news);
     }
-    EXPECT_EQ(shown(den), "s hi\ns! Jo: hi\nt * ann waves\nt bob comes in\n");
+    EXPECT_EQ(shown(den), "s hi\ns! Jo: hi\np * ann waves\nt bob comes in\n");
     EXPECT_EQ(shown(ann), "s hi\ns Jo: hi\np * ann waves\nt bob comes in\n");
 }
 
