@@ -49,12 +49,13 @@ public:
     }
     // The same on a terminal of its own, 80 columns wide.
     static std::unique_ptr<Child> startOnTerminal(const std::string& program,
-                                                  const std::vector<std::string>& variables) {
+                                                  const std::vector<std::string>& variables,
+                                                  const std::vector<std::string>& arguments = {}) {
         const int own = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
         const winsize size{24, 80, 0, 0};
         if (own >= 0 && ::grantpt(own) == 0 && ::unlockpt(own) == 0 &&
             ::ioctl(own, TIOCSWINSZ, &size) == 0) {
-            const pid_t id = run(program, variables, {}, own, own, ::ptsname(own));
+            const pid_t id = run(program, variables, arguments, own, own, ::ptsname(own));
             if (id >= 0)
                 return std::unique_ptr<Child>(new Child(id, own, own));
         }

@@ -11,8 +11,8 @@
 namespace larkspin {
 
 void TerminalPassword::ask(const std::string& prompt, std::function<void(std::string)> answered) {
-    screen_.show("password", prompt);
     showTyped(false);
+    screen_.show("password", prompt);
     input_.takeSecret([this, answered = std::move(answered)](const std::string& line) {
         showTyped(true);
         answered(line);

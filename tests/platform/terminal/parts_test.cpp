@@ -213,10 +213,12 @@ struct TerminalCommandsTest : testing::Test {
     Conversations conversations{loop, lines, "lobby"};
     OwnRoom room{conversations, lines, "jo", {}};
     ShownLines shown{conversations, "[room] "};
-    TerminalDesktop desktop{screen};
+    const ShowUnder show = [this](std::string_view head, const std::string& text) {
+        screen.show(head, text);
+    };
+    TerminalDesktop desktop{show};
     TerminalCommands commands{
-        screen, desktop,
-        roomWords(room, [this](const std::string& text) { screen.showRoom(text); }),
+        show, desktop, roomWords(room, [this](const std::string& text) { screen.showRoom(text); }),
         [this](const std::string& line) { room.say(line); }};
     Window toy, other;
     RowList rows, faces;

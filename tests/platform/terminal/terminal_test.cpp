@@ -1,5 +1,5 @@
-// The terminal program as a child process: by the protocol, by signals, and on a terminal.
-#include "library/playlist_row.h"
+// The terminal program as a child process: by the protocol, by signals, and on a terminal with one
+// line below the other.
 #include "support/child.h"
 #include "support/made_songs.h"
 #include "support/patience.h"
@@ -32,7 +32,7 @@ struct TerminalTest : testing::Test {
         return child;
     }
     std::unique_ptr<Child> onTerminal() {
-        auto child = Child::startOnTerminal(LARKSPIN_TTY, variables());
+        auto child = Child::startOnTerminal(LARKSPIN_TTY, variables(), {"--line"});
         EXPECT_TRUE(child->shows("load:", patience));
         letFinish(*child);
         return child;
@@ -232,36 +232,21 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     expectShown(*child, "/as bob <b>hi</b> <3 \x16\x1b[31m\n",
                 "\x1b[2m[room] bob comes in\x1b[0m\r\n");
     EXPECT_TRUE(child->shows("bob: \x1b[1mhi\x1b[22m <3 \uFFFD[31m\x1b[0m\r\n", patience));
-    EXPECT_TRUE(comes([&] {
-        child->write("\x1b"); // begins a key whose rest doesn't come
-        child->rest(100ms);
-        child->write("'volume 12\n");
-        return child->shows("volume set", 1s);
-    }));
-    expectShown(*child, "qq\x1b", "qq");
-    child->write("[D\x16"); // the rest of that key, and what makes a character of the next one
-    child->rest(100ms);
-    expectShown(*child, "\x05\n", "^E");
-    expectShown(*child, "\x1b[A\x1b[A", "'volume 12"); // from the history
-    // A secret leaves the screen, and doesn't come back.
-    expectShown(*child, "\x15/oper jo hush\x1b[D\n", "\x1b[J" + owner + ": /oper jo ****");
-    expectShown(*child, "\x1b[A", "/oper jo ****");
-    child->write("\x15\x04"); // the line away, then the end
+    expectShown(*child, "'volume 12\n", "volume set");
+    child->write("\x04");
     expectEnd(*child, "12");
 }
 
 // A shell tells a job nothing that runs already when it comes to the front.
-TEST_F(TerminalTest, GivesItsTerminalBackWhileItIsStopped) {
+TEST_F(TerminalTest, LeavesItsTerminalToOthersWhileItIsBehindThem) {
     const auto child = Child::startOnTerminal("sh", variables());
-    expectShown(*child, LARKSPIN_TTY "\n", "load:");
+    expectShown(*child, LARKSPIN_TTY " --line\n", "load:");
     letFinish(*child);
-    expectShown(*child, "'trg", "'trg");
-    expectShown(*child, "\x1a", "\x1b[J");
+    expectShown(*child, "\x1a", "Stopped");
+    expectShown(*child, "bg\n", LARKSPIN_TTY);
     expectShown(*child, "echo $((1+1))\n", "2\r\n");
-    expectShown(*child, "echo $((1+2))\n", "echo $((1+2))\r\n3\r\n");
-    for (const char* to : {"bg\n", "fg\n"})
-        expectShown(*child, to, owner + ": 'trg");
-    expectShown(*child, "\x1b[Di\x05?\n", "your trigger is '");
+    expectShown(*child, "fg\n", LARKSPIN_TTY);
+    expectShown(*child, "'trig?\n", "your trigger is '");
     expectShown(*child, "'exit\n", "unload");
 }
 
@@ -278,22 +263,6 @@ TEST_F(TerminalTest, IsADisplayUnlikeAPipeAndBelievesInNoneOfAnySize) {
         expectShown(*child, "'trig?\n", "your trigger is");
     }
     EXPECT_LT(child->mostMemory(), 400'000); // KB; the sanitizers take most of it
-}
-
-TEST_F(TerminalTest, CompletesNamesAndKeepsTheTypedLines) {
-    disk.write("larkspin/temp.lst", makerow("Rest", ".mp3", "c:\\no\\dir") + "\n" +
-                                        makerow("Ride on", ".mp3", "c:\\no\\dir") + "\n");
-    auto child = onTerminal();
-    expectShown(*child, "/w\t", "[tab] \x1b[0m/whisper NAME TEXT");
-    expectShown(*child, "hi\teve <b>psst\n", "[room] eve whispers: <b>psst");
-    expectShown(*child, "'num r\t", "[tab] \x1b[0m2  Ride on");
-    expectShown(*child, "ix\x02\t\x05\x08\n", // completed in front of the x, which goes then
-                "not found, refresh the directory (c:\\no\\dir");
-    child->write("\x04");
-    EXPECT_EQ(child->ends(patience), 0);
-    const auto later = Child::startOnTerminal(LARKSPIN_TTY, variables());
-    EXPECT_TRUE(later->shows("load:", patience));
-    expectShown(*later, "\x1b[A", "'num 2");
 }
 
 TEST_F(TerminalTest, WorksWindowsMenusAndDialogs) {
@@ -324,21 +293,6 @@ TEST_F(TerminalTest, EndsAndSavesOnATerminalThatHasBeenStopped) {
     EXPECT_TRUE(comes([&] { return setting("ascii") == "xyz"; }));
     ::kill(child->id(), SIGTERM);
     expectEnd(*child, "35");
-}
-
-TEST_F(TerminalTest, NoKeyDoesHarm) {
-    const auto child = onTerminal();
-    expectShown(*child, "\x1bx\"\n", owner + ": ");
-    for (int byte = 1; byte < 256; ++byte) {
-        if (byte == 3 || byte == 4 || byte == 19 || byte == 28)
-            continue; // they end the program, or stop the terminal
-        const char key = static_cast<char>(byte);
-        child->write(std::string("ab \x01") + key + "\x1b" + key + "12\x1b[" + key + "\x18" + key);
-    }
-    child->rest(100ms);
-    expectShown(*child, "\x15\n'trig?\n", "your trigger is");
-    expectShown(*child, std::string(100'000, 'x') + "\n", "xxx");
-    expectShown(*child, "'volume 3\n", "volume set");
 }
 
 TEST_F(TerminalTest, SavesWhenItsTerminalIsClosed) {
