@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
     larkspin::addSongWorks();
     larkspin::addGapWorks();
     larkspin::addTerminalWorks();
+    larkspin::addScreenWorks();
     larkspin::addIrcWorks();
     larkspin::addConversationWorks();
     larkspin::addDesktopWorks();

@@ -49,6 +49,7 @@ void addScanWorks();
 void addSongWorks();
 void addGapWorks();
 void addTerminalWorks();
+void addScreenWorks();
 void addIrcWorks();
 void addConversationWorks();
 void addDesktopWorks();

@@ -86,15 +86,15 @@ TEST_F(FullScreenTest, FollowsEverySizeAndWhatOthersDoToTheScreen) {
     const Tmux terminal(command(), variables(), 80, 24);
     EXPECT_TRUE(terminal.shows("load:"));
     expectShown(terminal, "half a li", ": half a li");
-    for (const auto& [columns, rows] : {std::pair(20, 5), {200, 60}, {40, 10}, {133, 7}}) {
+    for (const auto& size : {std::pair(20, 5), {200, 60}, {40, 10}, {133, 7}}) {
         for (int storm = 1; storm < 12; ++storm)
             terminal.resize(1 + storm * 17 % 90, 1 + storm * 7 % 40);
-        terminal.resize(columns, rows);
-        const auto width = static_cast<std::size_t>(columns);
+        terminal.resize(size.first, size.second);
+        const auto width = static_cast<std::size_t>(size.first);
         EXPECT_TRUE(comes([&] {
             const std::string screen = terminal.screen();
             const auto last = screen.rfind('\n', screen.size() - 2) + 1;
-            return std::ranges::count(screen, '\n') == rows &&
+            return std::ranges::count(screen, '\n') == size.second &&
                    screen.find(": half a li", last) != std::string::npos &&
                    screen.size() - last <= width + 1;
         })) << terminal.screen();

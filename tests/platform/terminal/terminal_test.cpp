@@ -242,7 +242,7 @@ TEST_F(TerminalTest, LeavesItsTerminalToOthersWhileItIsBehindThem) {
     const auto child = Child::startOnTerminal("sh", variables());
     expectShown(*child, LARKSPIN_TTY " --line\n", "load:");
     letFinish(*child);
-    expectShown(*child, "\x1a", "Stopped");
+    expectShown(*child, "\x1a", "^Z");
     expectShown(*child, "bg\n", LARKSPIN_TTY);
     expectShown(*child, "echo $((1+1))\n", "2\r\n");
     expectShown(*child, "fg\n", LARKSPIN_TTY);

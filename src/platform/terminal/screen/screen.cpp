@@ -12,6 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr Nanoseconds betweenPictures = 20ms;
+constexpr auto longestUnseen = 100ms;     // that something has changed
 constexpr auto betweenLooks = 1s;         // for the terminal, while it is another's
 constexpr std::size_t mostStrokes = 1000; // that wait; what comes after them stays where it is
 constexpr std::string_view pastesAreTold = "\x1b[?2004h", pastesAreNotTold = "\x1b[?2004l";
@@ -42,8 +43,15 @@ std::unique_ptr<Screen> Screen::open(PollLoop& loop, QueuedOutput& output) {
 Screen::Screen(PollLoop& loop, QueuedOutput& output, std::unique_ptr<CursesPicture> picture)
     : loop_(loop), output_(output), picture_(std::move(picture)) {
     // With no more than a change by another task before the sleep, that task is followed by an
-    // event, and that by this task once more.
-    layers.whenChanged([this] { loop_.post([] {}); });
+    // event, and that by this task once more. A flood that lets nobody sleep is seen as well.
+    layers.whenChanged([this] {
+        loop_.post([] {});
+        if (latestDraw_ == TimerId::none)
+            latestDraw_ = loop_.once(longestUnseen, [this] {
+                latestDraw_ = TimerId::none;
+                draw();
+            });
+    });
     loop_.beforeSleep([this] { draw(); });
     output_.whenTaken([this] { draw(); });
     loop_.onSignals({SIGWINCH}, [this] { drawAnew(); });
@@ -182,6 +190,7 @@ void Screen::draw() {
         });
         return;
     }
+    loop_.cancel(std::exchange(latestDraw_, TimerId::none));
     const auto [rows, columns] = terminal_.size();
     Cells cells(rows, columns);
     const auto cursor = layers.draw(cells);
@@ -226,7 +235,7 @@ void Screen::close() {
     leave();
     isOpen_ = false;
     hear();
-    for (TimerId* const timer : {&nextDraw_, &incomplete_, &look_})
+    for (TimerId* const timer : {&nextDraw_, &latestDraw_, &incomplete_, &look_})
         loop_.cancel(std::exchange(*timer, TimerId::none));
 }
 

@@ -76,6 +76,7 @@ private:
     std::string title_, shownTitle_;
     Nanoseconds drawnAt_ = Nanoseconds::min();
     TimerId nextDraw_ = TimerId::none;
+    TimerId latestDraw_ = TimerId::none; // while anything that has changed isn't seen
     TimerId incomplete_ = TimerId::none; // after which the rest of a key isn't expected any more
     TimerId look_ = TimerId::none;       // for the terminal, while it is another's
     bool isOpen_ = true;
