@@ -83,10 +83,8 @@ ConversationView::Shown ConversationView::showNew() {
                     .line = [&](const KeptLine& line) { take(line, shown); },
                     .elsewhere =
                         [&](const Conversation& conversation, const KeptLine& line) {
-                            said_.add(
-                                {.look = Transcript::Line::Look::passed,
-                                 .text = wordsFromElsewhere(conversations_, conversation, line),
-                                 .stamp = stampOf(line)});
+                            takePassed({line.number, line.at,
+                                        wordsFromElsewhere(conversations_, conversation, line)});
                         }});
     if (!std::exchange(isFilled_, true)) {
         leave();
@@ -115,10 +113,17 @@ void ConversationView::take(const KeptLine& line, Shown& shown) {
     shownUpTo_ = std::max(shownUpTo_, line.number);
 }
 
+void ConversationView::takePassed(PassedLine line) {
+    if (isWhole_)
+        said_.add(shownLine(line));
+    passed_.keep(conversations_.front(), std::move(line));
+}
+
 // How far he has read in the one that has been shown until now.
 void ConversationView::leave() {
     left_[shown_] = {said_.reading(), seenUpTo_};
     std::erase_if(left_, [this](const auto& left) { return !conversations_.find(left.first); });
+    passed_.dropGone(conversations_);
 }
 
 void ConversationView::setMark(const Conversation& conversation) {
@@ -147,12 +152,10 @@ void ConversationView::fill(const Conversation& conversation, std::size_t least)
 void ConversationView::addLines(const Conversation& conversation, std::size_t first,
                                 std::size_t end) {
     const auto& lines = conversation.lines();
-    for (std::size_t index = first; index < end; ++index) {
-        if (lines[index].number == mark_)
-            said_.add({.look = Transcript::Line::Look::mark, .text = "unread"});
-        said_.add(shownLine(conversation, lines[index]));
-        lastShown_ = lines[index].number;
-    }
+    for (Transcript::Line& line : shownLines(conversation, first, end))
+        said_.add(std::move(line));
+    if (first < end)
+        lastShown_ = lines[end - 1].number;
     shownUpTo_ = conversations_.lastNumber();
     isWhole_ = end == lines.size();
     if (!isWhole_)
@@ -173,6 +176,34 @@ void ConversationView::addRest(std::size_t most) {
         addLines(front, index + 1, std::min(lines.size() - index - 1, most) + index + 1);
     else
         refill(); // what he reads is kept no longer
+}
+
+// With those that were shown among them.
+std::vector<Transcript::Line> ConversationView::shownLines(const Conversation& conversation,
+                                                           std::size_t first,
+                                                           std::size_t end) const {
+    std::vector<Transcript::Line> all;
+    const auto passed = passed_.among(conversation, first, end);
+    auto next = passed.begin();
+    const auto addPassed = [&](std::size_t before) {
+        for (; next != passed.end() && next->before == before; ++next)
+            all.push_back(shownLine(next->line));
+    };
+    for (std::size_t index = first; index < end; ++index) {
+        const KeptLine& line = conversation.lines()[index];
+        addPassed(index);
+        if (line.number == mark_)
+            all.push_back({.look = Transcript::Line::Look::mark, .text = "unread"});
+        all.push_back(shownLine(conversation, line));
+    }
+    addPassed(end);
+    return all;
+}
+
+Transcript::Line ConversationView::shownLine(const PassedLine& line) const {
+    return {.look = Transcript::Line::Look::passed,
+            .text = line.words,
+            .stamp = stampOf({.at = line.at})};
 }
 
 Transcript::Line ConversationView::shownLine(const Conversation& conversation,
@@ -236,10 +267,7 @@ void ConversationView::addOlder() {
     const auto end = static_cast<std::size_t>(found - lines.begin());
     if (end == 0 || end == lines.size())
         return;
-    std::vector<Transcript::Line> older;
-    for (std::size_t index = end - std::min(end, olderLines); index < end; ++index)
-        older.push_back(shownLine(front, lines[index]));
-    said_.addAbove(older);
+    said_.addAbove(shownLines(front, end - std::min(end, olderLines), end));
 }
 
 // Those below what is in view.

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "host/new_lines.h"
+#include "host/passed_lines.h"
 #include "platform/qt/room/transcript.h"
 #include "shell/event_loop.h"
 
@@ -12,6 +13,7 @@
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -68,11 +70,15 @@ private:
     void addRest(std::size_t most);
     void leave();
     void take(const KeptLine& line, Shown& shown);
+    void takePassed(PassedLine line);
     void addOlder();
     void scrolled();
     void countNew();
     void placeButton();
+    std::vector<Transcript::Line> shownLines(const Conversation& conversation, std::size_t first,
+                                             std::size_t end) const;
     Transcript::Line shownLine(const Conversation& conversation, const KeptLine& line) const;
+    Transcript::Line shownLine(const PassedLine& line) const;
     std::string stampOf(const KeptLine& line) const;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -88,8 +94,9 @@ private:
     std::uint64_t shownUpTo_ = 0;      // the number of the last line
     std::uint64_t seenUpTo_ = 0;       // of it, as in `Left`
     std::map<std::string, Left> left_; // by place
-    std::uint64_t lastShown_ = 0;      // of what stands there
-    bool isWhole_ = true;              // nothing comes after that one
+    PassedLines passed_;
+    std::uint64_t lastShown_ = 0; // of what stands there
+    bool isWhole_ = true;         // nothing comes after that one
     bool isFilled_ = true, stamps_ = true, isAddingOlder_ = false;
     bool isShowing_ = false, keepsMark_ = false;
     std::uint64_t mark_ = 0; // the number of the line that the unread begins with, or 0
