@@ -50,8 +50,8 @@ int main(int count, char** arguments) {
             for (const std::string& line : firstSteps.asLines())
                 terminal.screen.tell(line);
     });
+    larkspin.open(started.files); // once the program runs
     program.start();
-    larkspin.open(started.files);
     // Events run until one of them ends the process.
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }
