@@ -1,12 +1,15 @@
 // What the desktop program takes as a process, on a display of its own, and what its windows take
 // of every turn.
+#include "chat_server.h"
 #include "first_paint.h"
 #include "home.h"
+#include "host/conversation.h"
 #include "library/playlist.h"
 #include "made_music.h"
 #include "platform/qt/windows/desk.h"
 #include "process_use.h"
 #include "support/child.h"
+#include "support/listener.h"
 #include "support/qt_application.h"
 #include "works.h"
 
@@ -115,6 +118,48 @@ void amount(benchmark::State& state, const HomeCache& cache, const char* unit,
     state.counters["amount"] = measure(desktop.id());
 }
 
+// Ten rooms as full as can be come from a network, beside a full list.
+bool fillRooms(const Descriptor& client) {
+    constexpr int rooms = 10;
+    if (!waitFor(client, "USER "))
+        return false;
+    say(client, ":irc.test 001 jo :welcome\r\n");
+    if (!waitFor(client, "JOIN "))
+        return false;
+    for (int room = 0; room < rooms; ++room) {
+        const std::string name = "#room" + std::to_string(room);
+        say(client, ":jo!jo@irc.test JOIN " + name + "\r\n:irc.test 353 jo = " + name +
+                        " :jo bob\r\n:irc.test 366 jo " + name + " :all\r\n");
+        std::string lines;
+        for (std::size_t line = 0; line < Conversation::mostLines; ++line)
+            lines += ":somebody" + std::to_string(line % 50) + "!bob@irc.test PRIVMSG " + name +
+                     " :a line of the \x02usual\x02 length, such as people write in a room all "
+                     "evening, number " +
+                     std::to_string(line) + "\r\n";
+        say(client, lines);
+    }
+    say(client, "PING :whole\r\n");
+    return waitFor(client, "whole");
+}
+
+void memoryOfAnEvening(benchmark::State& state, const HomeCache& cache) {
+    const Listener listener;
+    const Home home(fullSize, cache, "", "mp3svis=yes\r\n");
+    home.keep("irc.txt", "server=127.0.0.1\nport=" + std::to_string(listener.port()) +
+                             "\ntls=no\nnick=jo\nroom=#room0\nconnect=yes\n");
+    const XServer server;
+    state.counters["size"] = fullSize;
+    state.SetLabel("MB");
+    const RunningDesktop desktop(home, server);
+    const Descriptor client = listener.take();
+    if (!fillRooms(client) || !comes(server, "^larkspin - #room0") || !comes(server, mediaTitle))
+        state.SkipWithError("gets into no room");
+    std::this_thread::sleep_for(untilAtRest);
+    for (auto _ : state)
+        state.SetIterationTime(1);
+    state.counters["amount"] = megabytes(desktop.id());
+}
+
 // The windows ask for everything that they show, once per turn.
 void restingTurn(benchmark::State& state) {
     startQt();
@@ -146,6 +191,10 @@ void addDesktopWorks() {
         start(state, cache);
     })->Iterations(1);
     addAmount("desktop: memory at rest", 60, cache, "MB", leaveWindows, megabytes);
+    addWork("desktop: memory, ten full rooms, too", 60,
+            [=](benchmark::State& state) { memoryOfAnEvening(state, cache); })
+        ->UseManualTime()
+        ->Iterations(1);
     addAmount("desktop: wake-ups, windows hidden", 2, cache, "/s", hideWindows, wakeupsPerSecond);
     addSizedWork("desktop: a turn in which nothing changes", noBudget, restingTurn);
 }

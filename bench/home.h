@@ -26,6 +26,11 @@ public:
     // by which a running copy is known.
     std::vector<std::string> variables() const;
 
+    // Puts down a file that the program keeps from one run to the next.
+    void keep(const std::string& name, const std::string& contents) const {
+        disk_.write("larkspin/" + name, contents);
+    }
+
 private:
     TempDirectory disk_;
     std::filesystem::path song_;

@@ -1,5 +1,6 @@
 // What the terminal program takes in a room of a server in this machine: to get there, of memory,
 // of the processor's sleep, and how fast it takes in what a stranger says.
+#include "chat_server.h"
 #include "home.h"
 #include "process_use.h"
 #include "support/irc_recital.h"
@@ -111,26 +112,6 @@ std::optional<Measured> atRest(const Home& home, const char* server, double (*me
         return std::nullopt;
     std::this_thread::sleep_for(untilAtRest);
     return Measured{measure(child->id())};
-}
-
-void say(const Descriptor& client, const std::string& text) {
-    for (std::string_view left = text; !left.empty();) {
-        const ssize_t count = ::send(client.number(), left.data(), left.size(), MSG_NOSIGNAL);
-        if (count <= 0)
-            return;
-        left.remove_prefix(static_cast<std::size_t>(count));
-    }
-}
-
-void waitFor(const Descriptor& client, const std::string& text) {
-    std::string heard;
-    char bytes[4096];
-    while (heard.find(text) == std::string::npos) {
-        const ssize_t count = ::recv(client.number(), bytes, sizeof bytes, 0);
-        if (count <= 0)
-            return;
-        heard.append(bytes, static_cast<std::size_t>(count));
-    }
 }
 
 std::string lineOfFlood(int number) {

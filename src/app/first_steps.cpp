@@ -50,10 +50,15 @@ FirstSteps::Step FirstSteps::allTypes() const {
     return {state.trigger + "filter any", "first, for more than " + state.mediaFilter};
 }
 
+std::string FirstSteps::seen(const std::string& folder) const {
+    return visibleText(preferences_.asTyped(folder), " ");
+}
+
 std::string FirstSteps::progress() const {
-    if (lookingIn_.empty())
+    const auto scanned = program_.library.scan.lookingIn();
+    if (lookingIn_.empty() && !scanned)
         return {};
-    return "looking in " + lookingIn_ + ":  " +
+    return "looking in " + (lookingIn_.empty() ? seen(*scanned) : lookingIn_) + ":  " +
            counted(program_.shell.state.scanRows.count(), "song") + " so far";
 }
 
@@ -94,7 +99,7 @@ void FirstSteps::addMusic(const std::string& typed) {
 
 void FirstSteps::addFrom(const std::string& folder) {
     Reply& reply = program_.chat.reply;
-    lookingIn_ = visibleText(preferences_.asTyped(folder), " ");
+    lookingIn_ = seen(folder);
     const std::string from = lookingIn_;
     reply.tellOwner("looking for songs in " + from);
     program_.library.mediaFilter.takeAll();

@@ -37,7 +37,8 @@ public:
     bool areAskedFor() const { return areAskedFor_; }
     void askFor(bool wants) { areAskedFor_ = wants; }
 
-    // What has been found so far; blank while nothing is looked for.
+    // What has been found so far, also by a line such as the first; blank while nothing is looked
+    // for.
     std::string progress() const;
 
     // As lines, for a front end without a place for them.
@@ -54,6 +55,7 @@ private:
     void addFrom(const std::string& folder);
     void tellHowToPlay();
     std::string folder() const;
+    std::string seen(const std::string& folder) const;
 
     Program& program_;
     const Preferences& preferences_;

@@ -63,6 +63,7 @@ int main(int count, char** arguments) {
         loginName());
     room.rooms.networks.readPathsBy(
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });
+    dialogs.belongTo(room.window);
     room.rooms.preferences.lookIn(ports.folders());
     room.words.add({traceWord(ports.trace, [&](const std::string& text) { room.tell(text); })});
     const auto tell = [&](const std::string& line) {
@@ -139,8 +140,8 @@ int main(int count, char** arguments) {
             raiseRunningCopy(sessionBusAddress());
         dialogs.ownerPresses(); // on the icon that starts the program
         program.opensBy([&] { room.open([&] { program.end(); }); });
+        larkspin.open(started.files); // once the program runs
         program.start();
-        larkspin.open(started.files);
     });
     display.run();
     program.end();

@@ -44,8 +44,8 @@ void runInLines(PollLoop& loop, LinuxPorts& ports, const std::vector<std::string
             for (const std::string& line : firstSteps.asLines())
                 terminal.screen.tell(line);
     });
+    larkspin.open(files); // once the program runs
     program.start();
-    larkspin.open(files);
     // Events run until one of them ends the process.
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

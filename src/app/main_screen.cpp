@@ -61,8 +61,8 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
     screen.whenGone([&] { program.end(); });
     room.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
     program.opensBy([&] { room.open(program.windows(), [&] { program.end(); }); });
+    larkspin.open(files); // once the program runs
     program.start();
-    larkspin.open(files);
     // Events run until one of them ends the process.
     loop.waitFor([] { return false; }, Nanoseconds::max());
 }

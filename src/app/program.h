@@ -52,7 +52,8 @@ public:
     // Saves, and starts again in the same process.
     void restart();
 
-    // Takes files and directories from outside, as soon as the program runs.
+    // Takes files and directories from outside, as soon as the program runs. If the owner has to
+    // close a box before that, he is told.
     void bring(const std::vector<std::string>& paths, BroughtFiles::Then then);
 
     // Whether it runs: all is loaded, and commands are taken.
@@ -87,6 +88,7 @@ private:
     void listen();
     void openFrontEnd();
     void takeEarlyFiles();
+    void tellEarlyFiles();
     void takeEarlyLines();
     void finish(bool speaks);
     void save();
@@ -103,6 +105,7 @@ private:
     TimerId settling_ = TimerId::none; // up to then the owner's first lines may not have been taken
     TimerId telling_ = TimerId::none;
     Task open_;
+    bool isWelcoming_ = false;                      // the box of the first run stands
     std::vector<Task> earlyFiles_;                  // that came before the program could take them
     std::vector<CommandRow> rows1_, rows2_, rows3_; // what each scanner's lines are tried on
 };

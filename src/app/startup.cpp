@@ -96,11 +96,16 @@ void Program::loadWindows() {
 }
 
 void Program::welcomeFirstRun() {
+    // A front end whose boxes wait for nobody comes to no event.
+    const TimerId early = machine.loop.once(0ns, [this] { tellEarlyFiles(); });
+    isWelcoming_ = true;
     machine.dialogs.box(
         "this must be your first time running this damn program, there should be an icon of a cd "
         "down in the system tray...this is where you see the time at on your computer...go there "
         "and right click it for a menu...the default trigger for the first load is a ' so until "
         "you change it that will be your trigger, have fun.  -moraine");
+    isWelcoming_ = false;
+    machine.loop.cancel(early);
     machine.files.makeDirectory(shell.directory.path());
     shell.settings.put("first load", dateAndTime(machine.loop.localTime()));
 }
@@ -151,11 +156,18 @@ void Program::bring(const std::vector<std::string>& paths, BroughtFiles::Then th
         taking();
     else
         earlyFiles_.push_back(taking);
+    if (isWelcoming_)
+        tellEarlyFiles();
 }
 
 void Program::takeEarlyFiles() {
     for (const Task& taking : std::exchange(earlyFiles_, {}))
         taking();
+}
+
+void Program::tellEarlyFiles() {
+    if (!earlyFiles_.empty())
+        chat.reply.tellOwner("files are taken once the box is closed");
 }
 
 // Lines may have been typed, or lie in a pipe, that haven't been read yet. Each takes several turns

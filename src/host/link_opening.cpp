@@ -17,7 +17,7 @@ void LinkOpening::open(const std::string& link) {
     if (!address)
         return;
     if (!agreed_.contains(*address)) {
-        if (!dialogs_.ask(questionAbout(*address)))
+        if (!dialogs_.ask(questionAbout(*address), Dialogs::Preset::no))
             return;
         if (agreed_.size() < mostAgreed)
             agreed_.insert(*address);

@@ -41,8 +41,9 @@ std::optional<std::string_view> onlyWord(std::string_view rest) {
 
 } // namespace
 
-Preferences::Preferences(KeptFiles& files, const DataDirectory& directory, SlashWords::Tell tell)
-    : settings_(files, directory), tell_(std::move(tell)) {
+Preferences::Preferences(EventLoop& loop, KeptFiles& files, const DataDirectory& directory,
+                         SlashWords::Tell tell)
+    : loop_(loop), settings_(files, directory), tell_(std::move(tell)) {
     const StoredSettings stored = settings_.all();
     values_.stamps = stored.get(stampsKey) != noText;
     values_.notifications = stored.get(notificationsKey) != noText;
@@ -55,16 +56,21 @@ Preferences::Preferences(KeptFiles& files, const DataDirectory& directory, Slash
     values_.musicFolder = stored.get(musicFolderKey);
 }
 
+// Seen at once, also where the disk takes its time.
+template <typename Value> bool Preferences::show(Value Values::*which, Value value) {
+    if (values_.*which == value)
+        return false;
+    values_.*which = std::move(value);
+    for (const Task& each : changed_)
+        each();
+    return true;
+}
+
 template <typename Value>
 void Preferences::change(Value Values::*which, Value value, const char* key,
                          const std::string& text) {
-    if (values_.*which == value)
-        return;
-    values_.*which = std::move(value);
-    // Seen at once, also where the disk takes its time.
-    for (const Task& each : changed_)
-        each();
-    settings_.put(key, text);
+    if (show(which, std::move(value)))
+        settings_.put(key, text);
 }
 
 void Preferences::showStamps(bool shows) {
@@ -76,8 +82,16 @@ void Preferences::notify(bool notifies) {
 }
 
 void Preferences::setTextSize(int percent) {
-    const int size = std::clamp(percent, smallestText, largestText);
-    change(&Values::textSize, size, textSizeKey, std::to_string(size));
+    if (!show(&Values::textSize, std::clamp(percent, smallestText, largestText)))
+        return;
+    loop_.cancel(keeping_);
+    keeping_ = loop_.once(textSizeSettles, [this] { keep(); });
+}
+
+void Preferences::keep() {
+    loop_.cancel(keeping_);
+    if (std::exchange(keeping_, TimerId::none) != TimerId::none)
+        settings_.put(textSizeKey, std::to_string(textSize()));
 }
 
 void Preferences::setColors(RoomColors colors) {

@@ -8,6 +8,7 @@
 #include "shell/event_loop.h"
 #include "shell/settings.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -34,8 +35,12 @@ public:
     static constexpr int usualText = 100, smallestText = 50, largestText = 300,
                          textStep = 10; // per cent
 
-    // The files must live on. How a preference stands is told by `tell`.
-    Preferences(KeptFiles& files, const DataDirectory& directory, SlashWords::Tell tell);
+    // Loop and files must live on. How a preference stands is told by `tell`.
+    Preferences(EventLoop& loop, KeptFiles& files, const DataDirectory& directory,
+                SlashWords::Tell tell);
+    ~Preferences() { loop_.cancel(keeping_); }
+    Preferences(const Preferences&) = delete;
+    Preferences& operator=(const Preferences&) = delete;
 
     // The music folder of the desktop, as a drive path, and what finds the folder that is meant by
     // a typed path: nothing when there is none. It may wait.
@@ -71,6 +76,11 @@ public:
     // The folder as it is typed; an empty one means the desktop's. False when there is none.
     bool setMusicFolder(std::string_view typed);
 
+    // The text size is written once it has been the same for this long, since a wheel passes many.
+    static constexpr std::chrono::milliseconds textSizeSettles{500};
+    // To be called as the process ends: writes what hasn't been written yet.
+    void keep();
+
     // Called after each change, from now on. What it refers to must live as long as this.
     void onChange(Task task) { changed_.push_back(std::move(task)); }
 
@@ -84,6 +94,8 @@ private:
         RoomClosing closing = RoomClosing::minimize;
         std::string musicFolder; // the owner's choice
     };
+    // False when it is so already.
+    template <typename Value> bool show(Value Values::*which, Value value);
     template <typename Value>
     void change(Value Values::*which, Value value, const char* key, const std::string& text);
     SlashWord switchWord(const char* name, const char* help, bool Values::*which,
@@ -93,11 +105,13 @@ private:
     bool typedClosing(std::string_view rest);
     bool takeMusicFolder(std::string_view rest);
 
+    EventLoop& loop_;
     Settings settings_;
     SlashWords::Tell tell_;
     Folders folders_;
     Values values_;
     std::vector<Task> changed_;
+    TimerId keeping_ = TimerId::none; // until the text size is written
 };
 
 } // namespace larkspin

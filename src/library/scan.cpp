@@ -14,7 +14,24 @@
 
 namespace larkspin {
 
+namespace {
+
+struct AtWork {
+    explicit AtWork(int& all) : count(all) { ++count; }
+    ~AtWork() { --count; }
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
+    int& count;
+};
+
+} // namespace
+
+std::optional<std::string> Scan::lookingIn() const {
+    return atWork_ > 0 ? std::optional(state_.scanRoot) : std::nullopt;
+}
+
 void Scan::Command4_Click() {
+    const AtWork atWork(atWork_);
     if (scanTrees({state_.scanRoot}, {}))
         sayUnread();
 }
@@ -72,6 +89,7 @@ void Scan::clearResults() {
 }
 
 void Scan::scanRoots(const ThisRun& run) {
+    const AtWork atWork(atWork_);
     for (const std::string& drive : listers_.Drive1.list()) {
         // A drive may be listed with a label after its letter.
         const std::string root = std::string(partedAt(drive, ':').head) + ":\\";

@@ -13,6 +13,7 @@
 #include "text/row.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,10 @@ public:
     void scanpc();
     bool scanDrives();
 
+    // Where a scan that the owner has asked for by a line or a menu looks now; nothing while none
+    // is at work.
+    std::optional<std::string> lookingIn() const;
+
     // What the last scan has to tell besides what it found, for a box: files that didn't fit,
     // directories that couldn't be read.
     std::string notes() const;
@@ -70,6 +75,7 @@ private:
     Pause pause_;
     Reply& reply_;
     RowWriter rows_;           // of the files found
+    int atWork_ = 0;           // scans, one in the other
     int leftOut_ = 0;          // files, since the results were cleared
     UnreadDirectories unread_; // since then
 };

@@ -46,8 +46,13 @@ public:
     // The same with a stop icon.
     virtual void stopBox(const std::string& text) = 0;
 
-    // Yes and No buttons, no icon; true for Yes. No answer at all counts as No.
-    virtual bool ask(const std::string& question) = 0;
+    // Yes and No buttons, no icon; true for Yes. No answer at all counts as No. The preset is what
+    // Return answers, where a box has keys: No for what one that was meant for another line mustn't
+    // do.
+    enum class Preset { yes, no };
+    bool ask(const std::string& question, Preset preset = Preset::yes) {
+        return askYesNo(question, preset);
+    }
 
     // A line of text. Nothing when it is dismissed or left empty. What the owner leaves of the
     // preset keeps its bytes, however it was shown to him.
@@ -68,6 +73,8 @@ public:
     virtual void dismissAll() = 0;
 
 protected:
+    virtual bool askYesNo(const std::string& question, Preset preset) = 0;
+
     // The line as the owner leaves it.
     virtual std::optional<std::string> askLine(const TextQuestion& question) = 0;
 };

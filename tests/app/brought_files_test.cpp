@@ -121,6 +121,24 @@ TEST_F(FilesFromOutside, PlayAlsoWhereTheListIsFull) {
     EXPECT_EQ(playing(), "ride.mp3");
 }
 
+TEST(FilesAtTheFirstRun, AreTakenOnceItsBoxIsClosedWhichIsSaid) {
+    VirtualMachine machine;
+    machine.disk.write("ride.mp3", "song");
+    const auto bring = [&] { machine.program->bring({machine.drive("ride.mp3")}, Then::playing); };
+    machine.loop.once(50ms, bring); // before the box
+    machine.dialogs.whileOpen = [&] {
+        machine.loop.waitUntil(machine.loop.now() + 1s);
+        EXPECT_EQ(machine.room.told, Lines{"files are taken once the box is closed"});
+        machine.room.told.clear();
+        bring();
+        EXPECT_EQ(machine.room.told, Lines{"files are taken once the box is closed"});
+    };
+    machine.start();
+    machine.advance(1s);
+    EXPECT_EQ(machine.room.told.back(), "playing ride");
+    EXPECT_EQ(machine.titles(), Lines{"ride.mp3"});
+}
+
 TEST_F(FilesFromOutside, WaitUntilTheProgramRuns) {
     const auto bring = [&] { machine.program->bring({in("a\\ride.mp3")}, Then::playing); };
     machine.loop.once(50ms, bring); // in the middle of the restart

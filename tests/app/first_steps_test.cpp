@@ -23,7 +23,7 @@ struct FirstStepsTest : testing::Test {
     }
 
     VirtualMachine machine;
-    Preferences preferences{machine.kept, DataDirectory(machine.drive("data")),
+    Preferences preferences{machine.loop, machine.kept, DataDirectory(machine.drive("data")),
                             [](const std::string&) {}};
     std::optional<FirstSteps> steps;
     const std::string music = machine.drive("music");
@@ -103,6 +103,10 @@ TEST_F(FirstStepsTest, CountUpWhatIsFoundAndAddOneFolderAtATime) {
     EXPECT_EQ(progress, "looking in " + music + ":  2 songs so far");
     EXPECT_EQ(machine.room.told, (Lines{"looking for songs in " + music, "still " + progress,
                                         "added 3 songs from " + music, howTo}));
+    EXPECT_EQ(steps->progress(), "");
+    machine.loop.once(2s, [&] { progress = steps->progress(); });
+    machine.owner("'scan " + music, 9s);
+    EXPECT_EQ(progress, "looking in " + music + ":  2 songs so far") << "by the line, too";
     EXPECT_EQ(steps->progress(), "");
 }
 

@@ -16,7 +16,10 @@ protected:
 
     void begin() { // a run
         words.emplace([this](const std::string& text) { told = "! " + text; });
-        preferences.emplace(files, directory, [this](const std::string& text) { told = text; });
+        if (preferences)
+            preferences->keep(); // at the end of the one before
+        preferences.emplace(loop, files, directory,
+                            [this](const std::string& text) { told = text; });
         preferences->lookIn(
             {.music = "c:\\desk", .find = [](std::string_view typed) -> std::optional<std::string> {
                  if (typed == "~/there")
@@ -36,6 +39,7 @@ protected:
     Trace trace;
     const DataDirectory directory{drivePath(disk.path().native())};
     KeptFiles files{real, directory, trace};
+    VirtualLoop loop;
     std::optional<SlashWords> words;
     std::optional<Preferences> preferences;
     std::string told;
@@ -89,6 +93,20 @@ TEST_F(PreferencesTest, AreToldSetAndKeptByTheirWords) {
              {"/musicfolder", "your music is in c:\\home\\jo\\there"},
              {"/musicfolder none", "your music is in c:\\desk"}})
         EXPECT_EQ(typed(line), answer) << line;
+}
+
+TEST_F(PreferencesTest, WriteTheTextSizeOnceTheWheelHasComeToRest) {
+    const auto stored = [this] { return disk.read("larkspin.ini"); };
+    for (int step = 0; step < 3; ++step) {
+        loop.waitUntil(loop.now() + 400ms);
+        preferences->changeTextSize(1);
+    }
+    EXPECT_EQ(stored(), "");
+    loop.waitUntil(loop.now() + Preferences::textSizeSettles);
+    EXPECT_NE(stored().find("text size=130"), std::string::npos);
+    disk.write("larkspin.ini", "");
+    preferences->keep();
+    EXPECT_EQ(stored(), "") << "it is written already";
 }
 
 TEST_F(PreferencesTest, TellWhoeverShowsThemOfEachChange) {

@@ -109,7 +109,7 @@ std::optional<std::string> ScriptedDialogs::nextAnswer() {
     return answer.empty() ? std::nullopt : std::optional(std::move(answer));
 }
 
-bool ScriptedDialogs::ask(const std::string& question) {
+bool ScriptedDialogs::askYesNo(const std::string& question, Preset) {
     boxes.push_back(question);
     return nextAnswer() == "yes";
 }

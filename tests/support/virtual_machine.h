@@ -133,7 +133,6 @@ class ScriptedDialogs : public Dialogs {
 public:
     void titledBox(const std::string& title, const std::string& text) override;
     void stopBox(const std::string& text) override { boxes.push_back(text); }
-    bool ask(const std::string& question) override;
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override {
@@ -151,6 +150,7 @@ public:
     std::function<void()> whileOpen = [] {}; // what happens while one of them is open
 
 private:
+    bool askYesNo(const std::string& question, Preset preset) override;
     std::optional<std::string> askLine(const TextQuestion& question) override;
     std::optional<std::string> nextAnswer(); // none if it is empty
     int dismissals_ = 0;

@@ -32,7 +32,7 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnectio
     : accounts_(files, directory.ircFile()), ignored_(files, directory.ignoredFile()),
       conversations(loop, lines, std::string(OwnRoom::firstRoom)),
       log(loop, conversations, files, directory, told(shown).tell),
-      preferences(files, directory, told(shown).tell),
+      preferences(loop, files, directory, told(shown).tell),
       own(conversations, lines, screenName, told(shown)),
       networks({loop, lines, conversations, prompt, files, told(shown), &ignored_},
                std::move(connections), accounts_,

@@ -50,6 +50,7 @@ public:
     // To be called as the process ends.
     void finish() {
         networks.finish();
+        preferences.keep();
         log.write();
     }
 

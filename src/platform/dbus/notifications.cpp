@@ -11,7 +11,7 @@ constexpr const char* object = "/org/freedesktop/Notifications";
 
 constexpr int asLongAsUsual = -1; // it stays
 
-// What shows them reads a text as markup.
+// Such as whoever reads markup shows as the text.
 std::string escaped(std::string_view text) {
     std::string plain;
     for (const char byte : text)
@@ -26,6 +26,17 @@ std::string escaped(std::string_view text) {
     return plain;
 }
 
+// Whether this is among what whoever shows them can do. What isn't told is taken for markup, which
+// shows too much of a text, but nothing that isn't in it.
+bool holdsMarkup(sd_bus_message* capabilities) {
+    if (!capabilities || sd_bus_message_enter_container(capabilities, 'a', "s") < 0)
+        return true;
+    bool holds = false;
+    for (const char* each = nullptr; sd_bus_message_read(capabilities, "s", &each) > 0;)
+        holds |= std::string_view(each) == "body-markup";
+    return holds;
+}
+
 } // namespace
 
 bool Notifications::connect() {
@@ -34,6 +45,7 @@ bool Notifications::connect() {
     bus_ = std::make_unique<Bus>(address_);
     id_ = 0;
     isOnItsWay_ = false;
+    isMarkupRead_.reset();
     if (!bus_->isOpen())
         return false;
     sd_bus_match_signal_async(bus_->raw(), nullptr, service, object, service, "ActionInvoked",
@@ -47,17 +59,30 @@ void Notifications::show(const std::string& title, const std::string& text, Task
         return;
     chosen_ = std::move(chosen);
     isWithdrawn_ = false;
-    if (isOnItsWay_)
-        next_ = Text{title, escaped(text)};
-    else
-        send({title, escaped(text)});
+    next_ = Text{title, text};
+    if (!isOnItsWay_)
+        sendNext();
 }
 
-void Notifications::send(const Text& text) {
+void Notifications::askWhetherMarkupIsRead() {
+    const BusMessage call = bus_->methodCall({service, object, service, "GetCapabilities"});
+    isOnItsWay_ = call && bus_->ask(call, [this](sd_bus_message* answer) {
+        loop_.post([this, holds = holdsMarkup(answer)] {
+            isMarkupRead_ = holds;
+            answered(id_);
+        });
+    });
+}
+
+void Notifications::sendNext() {
+    if (!isMarkupRead_)
+        return askWhetherMarkupIsRead();
+    const Text text = *std::exchange(next_, std::nullopt);
+    const std::string body = *isMarkupRead_ ? escaped(text.body) : text.body;
     const BusMessage call = bus_->methodCall({service, object, service, "Notify"});
     if (!call || sd_bus_message_append(call.get(), "susssasa{sv}i", "larkspin", id_, "larkspin",
-                                       text.title.c_str(), text.body.c_str(), 2, "default", "show",
-                                       1, "desktop-entry", "s", "larkspin", asLongAsUsual) < 0)
+                                       text.title.c_str(), body.c_str(), 2, "default", "show", 1,
+                                       "desktop-entry", "s", "larkspin", asLongAsUsual) < 0)
         return;
     isOnItsWay_ = bus_->ask(call, [this](sd_bus_message* answer) {
         std::uint32_t id = 0;
@@ -70,8 +95,8 @@ void Notifications::send(const Text& text) {
 void Notifications::answered(std::uint32_t id) {
     isOnItsWay_ = false;
     id_ = id;
-    if (const auto next = std::exchange(next_, std::nullopt); next && bus_ && bus_->isOpen())
-        send(*next);
+    if (next_ && bus_ && bus_->isOpen())
+        sendNext();
     else if (std::exchange(isWithdrawn_, false))
         withdraw();
 }

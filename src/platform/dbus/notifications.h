@@ -31,7 +31,8 @@ private:
     };
 
     bool connect();
-    void send(const Text& text);
+    void sendNext();
+    void askWhetherMarkupIsRead();
     void answered(std::uint32_t id);
     static int takeAction(sd_bus_message* signal, void* self, sd_bus_error* error);
 
@@ -40,9 +41,10 @@ private:
     std::unique_ptr<Bus> bus_;
     Task chosen_ = [] {};
     std::uint32_t id_ = 0;     // of the one that was shown last; 0 for none
-    bool isOnItsWay_ = false;  // its id isn't known yet
+    bool isOnItsWay_ = false;  // its id isn't known yet, or whoever shows them is being asked
     bool isWithdrawn_ = false; // meanwhile
     std::optional<Text> next_; // which waits for that
+    std::optional<bool> isMarkupRead_; // by whoever shows them; nothing until he was asked
 };
 
 } // namespace larkspin

@@ -3,6 +3,7 @@
 #include "library/playlist_row.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/task_bar.h"
 #include "text/stand_ins.h"
 
 #include <QDir>
@@ -59,12 +60,12 @@ void QtDialogs::stopBox(const std::string& text) {
     show(box, answersPress);
 }
 
-bool QtDialogs::ask(const std::string& question) {
+bool QtDialogs::askYesNo(const std::string& question, Preset preset) {
     const bool answersPress = isPressed();
     QMessageBox box;
     describe(box, QMessageBox::NoIcon, boxTitle, question);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.setDefaultButton(QMessageBox::Yes);
+    box.setDefaultButton(preset == Preset::yes ? QMessageBox::Yes : QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     return show(box, answersPress) == QMessageBox::Yes;
 }
@@ -145,6 +146,7 @@ int QtDialogs::show(QDialog& dialog, bool answersPress) {
     dialog.setModal(false);
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
     dialog.setAttribute(Qt::WA_ShowWithoutActivating, !answersPress);
+    larkspin::belongTo(main_, dialog);
     dialog.show();
     dialog.raise();
     if (answersPress)

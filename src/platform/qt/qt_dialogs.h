@@ -7,8 +7,11 @@
 #include "platform/posix/watching_loop.h"
 #include "shell/dialogs.h"
 
+#include <QPointer>
+
 class QDialog;
 class QFileDialog;
+class QWidget;
 
 namespace larkspin {
 
@@ -18,18 +21,21 @@ public:
 
     void titledBox(const std::string& title, const std::string& text) override;
     void stopBox(const std::string& text) override;
-    bool ask(const std::string& question) override;
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
     std::optional<std::string> openDirectory(const FileQuestion& question) override;
     void dismissAll() override;
 
+    // From now on they belong to that window, and have no entry of their own in the task bar.
+    void belongTo(QWidget& window) { main_ = &window; }
+
     // To be called when the owner presses something in a window or a menu. A line that he types in
     // the room doesn't count.
     void ownerPresses();
 
 private:
+    bool askYesNo(const std::string& question, Preset preset) override;
     std::optional<std::string> askLine(const TextQuestion& question) override;
     // What the dialog ended with; 0 when it was dismissed.
     int show(QDialog& dialog, bool answersPress);
@@ -38,6 +44,7 @@ private:
     bool isPressed() const; // a moment ago
 
     WatchingLoop& loop_;
+    QPointer<QWidget> main_;
     std::optional<Nanoseconds> pressedAt_;
     std::vector<QDialog*> open_;
     unsigned dismissals_ = 0; // of all

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <memory>
@@ -58,9 +59,31 @@ bool TypedKeys::eventFilter(QObject* watched, QEvent* event) {
         // It comes to the widget that has the keyboard first, and then to those around it.
         return watched->isWidgetType() && watched == QApplication::focusWidget() &&
                struck(static_cast<QWidget&>(*watched), static_cast<QKeyEvent&>(*event));
+    case QEvent::InputMethodQuery:
+        return isMeantForLine(*watched) && QCoreApplication::sendEvent(&line_.widget, event);
+    case QEvent::InputMethod:
+        if (!isMeantForLine(*watched))
+            return false;
+        composed(static_cast<QInputMethodEvent&>(*event));
+        return true;
     default:
         return false;
     }
+}
+
+bool TypedKeys::isMeantForLine(const QObject& watched) const {
+    if (!watched.isWidgetType())
+        return false;
+    const auto& widget = static_cast<const QWidget&>(watched);
+    return isWindowOfOurs(widget) && !takesText(widget);
+}
+
+// While it is being put together the keyboard stays, since the input method would begin anew.
+void TypedKeys::composed(const QInputMethodEvent& event) {
+    const std::unique_ptr<QInputMethodEvent> copy(event.clone());
+    if (!event.commitString().isEmpty())
+        line_.comesForward();
+    QCoreApplication::sendEvent(&line_.widget, copy.get());
 }
 
 // Whether nobody else is to hear of the key.

@@ -3,6 +3,9 @@
 //
 // Tab, arrows, Escape, Delete and all that goes with Ctrl or Alt stay where they are struck, and so
 // does Return on a list. Space and Return press a button only when Tab has led to it.
+//
+// What is put together of several keys, such as a letter with its accent, is put together as in
+// that line, which answers for whoever takes no text when the input method asks.
 #pragma once
 
 #include <QObject>
@@ -10,6 +13,7 @@
 #include <QWidget>
 #include <functional>
 
+class QInputMethodEvent;
 class QKeyEvent;
 
 namespace larkspin {
@@ -28,6 +32,8 @@ private:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool struck(QWidget& widget, const QKeyEvent& key);
+    void composed(const QInputMethodEvent& event);
+    bool isMeantForLine(const QObject& watched) const;
     Goes wayOf(const QWidget& widget, const QKeyEvent& key) const;
 
     Line line_;

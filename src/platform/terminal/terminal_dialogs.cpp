@@ -29,7 +29,7 @@ void TerminalDialogs::stopBox(const std::string& text) {
     screen_.show("stop", text);
 }
 
-bool TerminalDialogs::ask(const std::string& question) {
+bool TerminalDialogs::askYesNo(const std::string& question, Preset) {
     screen_.show("ask", question);
     const auto line = answer();
     return line && (line->starts_with('y') || line->starts_with('Y'));

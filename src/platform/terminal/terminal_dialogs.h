@@ -22,9 +22,6 @@ public:
     void titledBox(const std::string& title, const std::string& text) override;
     void stopBox(const std::string& text) override;
 
-    // Yes is a line that opens with y. Everything else is No.
-    bool ask(const std::string& question) override;
-
     // A path may be native and absolute, open with `~/`, or be a drive path; any other is taken to
     // be in the question's directory. Several are separated by `|`.
     std::optional<std::string> openFile(const FileQuestion& question) override;
@@ -34,6 +31,8 @@ public:
     void dismissAll() override;
 
 private:
+    // Yes is a line that opens with y. Everything else is No.
+    bool askYesNo(const std::string& question, Preset preset) override;
     std::optional<std::string> askLine(const TextQuestion& question) override;
     // Nothing when the question was dismissed.
     std::optional<std::string> answer();

@@ -187,7 +187,7 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
     ::kill(server->id(), SIGSTOP); // before the device can be opened
     player.Open(song("a.wav", 60));
     EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > 0.5; }, 2ms));
-    EXPECT_EQ(told, silently);
+    EXPECT_TRUE(comesInTime([&] { return told == silently; }, 2ms)) << told;
     ::kill(server->id(), SIGCONT);
     EXPECT_TRUE(hears(441));
     player.Pause();
@@ -196,6 +196,7 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
     player.Play();
     const double place = player.CurrentPosition();
     EXPECT_TRUE(hears(441));
+    const std::string before = told; // a busy server may have lost it once more
     end(recorder);
     ::kill(server->id(), SIGSTOP); // while it sounds
     EXPECT_TRUE(comesInTime([&] { return !lost.empty(); }, 2ms));
@@ -203,7 +204,7 @@ TEST_F(SoundServerTest, AServerThatHangsHoldsNothingUp) {
     EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > place + 2; }, 2ms));
     player.Open(song("b.wav", 60));
     EXPECT_TRUE(comesInTime([&] { return player.CurrentPosition() > 0.5; }, 2ms));
-    EXPECT_TRUE(comesInTime([&] { return told == std::string(silently) + silently; }, 2ms));
+    EXPECT_TRUE(comesInTime([&] { return told == before + silently; }, 2ms)) << told;
     ::kill(server->id(), SIGCONT);
     listensTo("first");
     EXPECT_TRUE(hears(441));

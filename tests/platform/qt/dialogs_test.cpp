@@ -1,4 +1,5 @@
 // Boxes, questions and file dialogs as the owner answers them by keyboard.
+#include "host/link_opening.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_loop.h"
@@ -7,6 +8,7 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QProcess>
 #include <QTest>
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -32,6 +34,11 @@ struct QtDialogsTest : testing::Test {
             for (QLabel* label : (*found)->findChildren<QLabel*>())
                 shown += label->text().toStdString() + '\n';
             title = (*found)->windowTitle().toStdString();
+            QProcess xprop; // what a window manager knows of it
+            xprop.start("xprop", {"-id", QString::number((*found)->winId()), "_NET_WM_STATE",
+                                  "WM_TRANSIENT_FOR"});
+            xprop.waitForFinished();
+            managed = xprop.readAllStandardOutput().toStdString();
             QTest::keyClicks((*found)->focusWidget(), QString::fromStdString(typed));
             QTest::keyClick((*found)->focusWidget(), last);
         });
@@ -49,7 +56,7 @@ struct QtDialogsTest : testing::Test {
     const std::unique_ptr<QtLoop> made = (startQt(), std::make_unique<QtLoop>());
     QtLoop& loop = *made;
     QtDialogs dialogs{loop};
-    std::string title, shown;
+    std::string title, shown, managed;
 
 private:
     TimerId look_ = TimerId::none;
@@ -76,6 +83,14 @@ TEST_F(QtDialogsTest, AQuestionIsAnsweredByKey) {
         answer("", key);
         EXPECT_EQ(dialogs.ask("delete it?"), yes);
     }
+    std::string opened;
+    LinkOpening links(dialogs, [&](const std::string& address) { opened += address; });
+    for (const auto& [key, address] :
+         {std::pair(Qt::Key_Return, ""), {Qt::Key_Escape, ""}, {Qt::Key_Y, "http://a.b"}}) {
+        answer("", key);
+        links.open("http://a.b");
+        EXPECT_EQ(opened, address) << "a Return may have been meant for a line";
+    }
 }
 
 TEST_F(QtDialogsTest, ATextIsTypedOverThePreset) {
@@ -89,6 +104,19 @@ TEST_F(QtDialogsTest, ATextIsTypedOverThePreset) {
     EXPECT_EQ(dialogs.askText(preset), none);
     answer("", Qt::Key_Return);
     EXPECT_EQ(dialogs.askText({.title = "notes", .prompt = "what?"}), none);
+}
+
+TEST_F(QtDialogsTest, ABoxGoesWithTheMainWindowInTheTaskBarWhileThatIsInSight) {
+    QWidget main;
+    dialogs.belongTo(main);
+    for (const bool isSeen : {true, false}) {
+        main.setVisible(isSeen);
+        answer("", Qt::Key_Return);
+        dialogs.box("news");
+        const std::string of = QString::asprintf("window id # 0x%llx", main.winId()).toStdString();
+        EXPECT_EQ(managed.find(of) != managed.npos, isSeen) << managed;
+        EXPECT_EQ(managed.find("SKIP_TASKBAR") != managed.npos, isSeen) << managed;
+    }
 }
 
 TEST_F(QtDialogsTest, AllThatIsOpenIsDismissedTogether) {

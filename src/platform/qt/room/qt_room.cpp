@@ -98,6 +98,7 @@ void QtRoom::close() {
 }
 
 void QtRoom::keep() {
+    rooms.preferences.keep();
     rooms.log.write();
     history_.save();
     if (place_.empty())

@@ -7,6 +7,7 @@
 #include "platform/qt/room/menu_bar_view.h"
 #include "platform/qt/room/preferences_dialog.h"
 #include "platform/qt/room/qt_room.h"
+#include "platform/qt/task_bar.h"
 #include "shell/dialogs.h"
 
 namespace larkspin {
@@ -15,8 +16,10 @@ namespace {
 
 // Above the windows that stay on top themselves.
 void bringUp(QDialog& dialog) {
-    if (!dialog.isVisible())
+    if (!dialog.isVisible()) {
         dialog.setWindowFlag(Qt::WindowStaysOnTopHint);
+        belongTo(dialog.parentWidget(), dialog);
+    }
     dialog.show();
     dialog.raise();
     dialog.activateWindow();

@@ -1,6 +1,7 @@
 #include "platform/qt/room/room_window.h"
 
 #include "host/link_opening.h"
+#include "platform/qt/attention.h"
 #include "platform/qt/looks.h"
 #include "platform/qt/places.h"
 #include "platform/qt/qt_text.h"
@@ -11,7 +12,6 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
@@ -309,7 +309,7 @@ void RoomWindow::look() {
 // Before they are counted as seen.
 void RoomWindow::tellCalls() {
     if (auto call = calls_.take()) {
-        QApplication::alert(this);
+        askForAttention(*this);
         callTasks_.begin(*call);
         call_ = std::move(call);
     }

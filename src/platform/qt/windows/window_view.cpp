@@ -2,7 +2,7 @@
 
 #include "platform/qt/looks.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/windows/task_bar.h"
+#include "platform/qt/task_bar.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>

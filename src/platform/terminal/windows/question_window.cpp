@@ -91,9 +91,9 @@ QuestionWindow::QuestionWindow(Kind kind, const std::string& title, const std::s
     }
     std::vector<DialogButton> buttons{{"ok", [this] { end(true); }}};
     if (kind == Kind::yesOrNo)
-        buttons[0].caption = "yes";
+        buttons[0].caption = yes;
     if (kind == Kind::yesOrNo || kind == Kind::line)
-        buttons.push_back({kind == Kind::line ? "cancel" : "no", [this] { end(false); }});
+        buttons.push_back({kind == Kind::line ? "cancel" : no, [this] { end(false); }});
     for (Control& each : dialogButtons(width, top + blankRow, buttons))
         controls.push_back(std::move(each));
     focus = kind == Kind::line ? "line" : buttons[0].caption;

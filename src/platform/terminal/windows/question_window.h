@@ -36,6 +36,8 @@ public:
     QuestionWindow(const QuestionWindow&) = delete;
     QuestionWindow& operator=(const QuestionWindow&) = delete;
 
+    static constexpr const char *yes = "yes", *no = "no"; // the buttons of such a question
+
     Window window;
     std::string focus; // the control that has the keyboard first
 

@@ -38,8 +38,10 @@ void ScreenDialogs::stopBox(const std::string& text) {
     answers(box);
 }
 
-bool ScreenDialogs::ask(const std::string& question) {
+bool ScreenDialogs::askYesNo(const std::string& question, Preset preset) {
     QuestionWindow box(Asks::yesOrNo, std::string(boxTitle), question);
+    if (preset == Preset::no)
+        box.focus = QuestionWindow::no;
     return answers(box);
 }
 

@@ -25,7 +25,6 @@ public:
 
     void titledBox(const std::string& title, const std::string& text) override;
     void stopBox(const std::string& text) override;
-    bool ask(const std::string& question) override;
     std::optional<std::string> openFile(const FileQuestion& question) override;
     std::vector<std::string> openFiles(const FileQuestion& question) override;
     std::optional<std::string> saveFile(const FileQuestion& question) override;
@@ -33,6 +32,7 @@ public:
     void dismissAll() override;
 
 private:
+    bool askYesNo(const std::string& question, Preset preset) override;
     std::optional<std::string> askLine(const TextQuestion& question) override;
     bool answers(QuestionWindow& question);
     std::vector<std::string> askPaths(FileWindow::Wants wants, const FileQuestion& question);

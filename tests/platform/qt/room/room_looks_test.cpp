@@ -44,6 +44,7 @@ TEST_F(RoomLooksTest, ShowTextAsLargeAsKeysWheelAndWordWantIt) {
         EXPECT_DOUBLE_EQ(view<Transcript>().font().pointSizeF(), points) << what;
     }
     EXPECT_DOUBLE_EQ(QApplication::font().pointSizeF(), 18) << "of boxes and menus";
+    machine.run([this] { room->keep(); });
     EXPECT_NE(machine.disk.read("data/larkspin.ini").find("\ntext size=200"), std::string::npos);
 }
 

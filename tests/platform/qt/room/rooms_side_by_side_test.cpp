@@ -149,6 +149,41 @@ TEST_F(RoomsSideBySide, WhatIsUnreadBeginsAtALine) {
     EXPECT_EQ(listed(), "lobby\nirc.test\n#den\n#music, here\n");
 }
 
+TEST_F(RoomsSideBySide, WhatCameFromElsewhereStaysAmongTheLinesWhereItWasShown) {
+    const auto whisper = [this](int number) { say("bob", "Jo", "psst " + std::to_string(number)); };
+    whisper(1);
+    say("ann", "#den", "hi");
+    whisper(2);
+    const std::string before = shown();
+    EXPECT_EQ(before.substr(before.find("bob")),
+              "bob whispers: psst 1\nann: hi\nbob whispers: psst 2");
+    press(Qt::Key_2);
+    say("ann", "#den", "later");
+    press(Qt::Key_1);
+    EXPECT_EQ(shown(), before + "\nunread\nann: later");
+    whisper(3);
+    strike("/colours light\n");
+    EXPECT_EQ(shown(), before + "\nunread\nann: later\nbob whispers: psst 3\n"
+                                "the room's window has the desktop's light colours");
+    strike("/colours larkspin\n");
+    fill("#den", 1000);
+    press(Qt::Key_2);
+    press(Qt::Key_1);
+    EXPECT_EQ(shown().find("whispers"), std::string::npos);
+    for (int time = 0; time < 3; ++time) {
+        bar().setValue(0);
+        settle();
+    }
+    EXPECT_EQ(shown().substr(0, before.size()), before) << "older lines bring it";
+    for (int number = 0; number <= 100; ++number)
+        whisper(number);
+    press(Qt::Key_2);
+    press(Qt::Key_1);
+    EXPECT_EQ(shown().find("hi\n"), std::string::npos);
+    EXPECT_TRUE(shown().ends_with("psst 99\nbob whispers: psst 100"));
+    EXPECT_EQ(said().toPlainText().count("whispers"), 100) << "no more are kept";
+}
+
 TEST_F(RoomsSideBySide, EachIsReadWhereItWasLeft) {
     fill("#den", 1000);
     const auto top = [&] { return said().cursorForPosition({30, 3}).block().text(); };

@@ -112,6 +112,24 @@ TEST_F(TypedKeysTest, GoToTheLineFromAllThatTakesNoText) {
     EXPECT_EQ(presses, 1) << "by the mouse";
 }
 
+// What is struck one after the other makes one letter, though the first of it comes after a click.
+TEST_F(TypedKeysTest, AreComposedOnTheirWayToTheLine) {
+    const auto setKeyboard = [](const QStringList& layout) {
+        QProcess::execute("setxkbmap", layout);
+    };
+    setKeyboard({"us", "intl", "compose:rctrl"});
+    const std::pair<QStringList, const char*> cases[] = {
+        {{"key", "dead_acute", "e"}, "\u00E9"}, {{"key", "Multi_key", "e", "equal"}, "\u20AC"}};
+    for (const auto& [struck, letter] : cases) {
+        clicked("mp3s", "playlistView");
+        hand(struck);
+        EXPECT_TRUE(reads(letter)) << letter << ", not " << input().text().toStdString();
+        EXPECT_TRUE(comes([&] { return input().hasFocus(); }));
+        input().empty();
+    }
+    setKeyboard({"us"});
+}
+
 TEST_F(TypedKeysTest, LeaveListsFieldsAndWhomTabHasLedToTheirOwn) {
     std::string reached;
     auto& next = machine.window("mp3s").control("nextButton");
@@ -132,6 +150,7 @@ TEST_F(TypedKeysTest, LeaveListsFieldsAndWhomTabHasLedToTheirOwn) {
     reached.clear();
     auto& list = static_cast<QListView&>(clicked("mp3s", "playlistView"));
     click(*list.viewport(), list.visualRect(list.model()->index(1, 0)).center());
+    EXPECT_TRUE(comes([&] { return machine.state().playlistView.currentIndex() == 1; }));
     hand({"key", "Up", "Return"});
     EXPECT_TRUE(comes([&] { return reached == "row "; })) << reached;
     EXPECT_EQ(machine.state().playlistView.currentIndex(), 0);

@@ -92,6 +92,8 @@ TEST_F(DialogOnScreen, AQuestionIsAnswered) {
         meanwhile(way);
         EXPECT_EQ(dialogs.ask("really?"), wanted);
     }
+    meanwhile(ways[0].first);
+    EXPECT_FALSE(dialogs.ask("really?", Dialogs::Preset::no));
 }
 
 TEST_F(DialogOnScreen, ALineIsTyped) {

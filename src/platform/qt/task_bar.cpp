@@ -1,6 +1,7 @@
-#include "platform/qt/windows/task_bar.h"
+#include "platform/qt/task_bar.h"
 
 #include <QGuiApplication>
+#include <QWidget>
 #include <QWindow>
 #include <cstdlib>
 #include <string_view>
@@ -33,6 +34,14 @@ void keepOffTaskBar(QWindow& window) {
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
                         static_cast<xcb_window_t>(window.winId()), state, XCB_ATOM_ATOM, 32, 1,
                         &skip);
+}
+
+void belongTo(const QWidget* main, QWidget& window) {
+    if (!main || !main->windowHandle() || !main->isVisible() || main->isMinimized())
+        return;
+    window.winId(); // by which it is made
+    window.windowHandle()->setTransientParent(main->windowHandle());
+    keepOffTaskBar(*window.windowHandle());
 }
 
 } // namespace larkspin
