@@ -38,9 +38,11 @@ private:
     std::array<struct sigaction, signals.size()> actions_{};
 };
 
+// Without what asks old terminals for a pause.
 std::string capability(const char* name) {
-    const char* const text = ::tigetstr(const_cast<char*>(name));
-    return text && text != reinterpret_cast<const char*>(-1) ? text : "";
+    const char* const found = ::tigetstr(const_cast<char*>(name));
+    const std::string text = found && found != reinterpret_cast<const char*>(-1) ? found : "";
+    return text.substr(0, text.find("$<"));
 }
 
 struct FileCloser {
@@ -177,6 +179,11 @@ std::string CursesPicture::end() {
     ::set_term(parts_->screen.get());
     ::endwin();
     return takeBytes();
+}
+
+std::string CursesPicture::abruptEnd() const {
+    ::set_term(parts_->screen.get());
+    return capability("sgr0") + capability("cnorm") + capability("rmcup") + "\r\n";
 }
 
 std::string CursesPicture::takeBytes() {
