@@ -89,7 +89,8 @@ struct ScreenWork {
 void addOnScreen(const ScreenWork& work, const HomeCache& cache) {
     const auto run = [=](benchmark::State& state) {
         state.counters["size"] = fullSize;
-        state.counters["least"] = work.least;
+        if (work.least != noBudget)
+            state.counters["least"] = work.least;
         state.SetLabel(work.unit);
         const Home home(fullSize, cache, work.songType);
         const auto child = seenOn(state, home);
