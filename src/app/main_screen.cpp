@@ -12,9 +12,13 @@
 #include "platform/terminal/windows/screen_desktop.h"
 #include "platform/terminal/windows/screen_dialogs.h"
 #include "platform/terminal/windows/screen_windows.h"
+#include "text/visible.h"
 
+#include <iostream>
+#include <string>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace larkspin {
 
@@ -42,6 +46,12 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });
     room.rooms.preferences.lookIn(ports.folders());
     const auto tell = [&](const std::string& line) { room.tell(line); };
+    // What is noted as a run ends is seen on the screen only if another run begins.
+    std::vector<std::string> lastWords;
+    const auto note = [&](const std::string& line) {
+        tell(line);
+        lastWords.push_back(line);
+    };
     room.commands.add({traceWord(ports.trace, tell)});
     LinuxProgram larkspin(ports, {.dialogs = dialogs,
                                   .desktop = desktop,
@@ -49,18 +59,24 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
                                   .display = [] { return terminalDisplay(STDOUT_FILENO); },
                                   .fadesWindows = false,
                                   .tell = tell,
-                                  .note = tell,
+                                  .note = note,
                                   .close =
                                       [&] {
-                                          room.close();
+                                          for (const std::string& line : room.close())
+                                              lastWords.push_back(line);
                                           screen.close();
+                                          for (const std::string& line : lastWords)
+                                              std::cerr << visibleText(line, " ") << std::endl;
                                       }});
     Program& program = larkspin.program;
     const ScreenGuide guide(room, program, ownManual());
     const ScreenWindows windows(loop, stage, program.windows());
     screen.whenGone([&] { program.end(); });
     room.completeBy([&](std::string_view typed) { return larkspin.completionOf(typed); });
-    program.opensBy([&] { room.open(program.windows(), [&] { program.end(); }); });
+    program.opensBy([&] {
+        lastWords.clear();
+        room.open(program.windows(), [&] { program.end(); });
+    });
     larkspin.open(files); // once the program runs
     program.start();
     // Events run until one of them ends the process.

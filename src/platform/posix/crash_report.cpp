@@ -28,6 +28,7 @@ Crash crashes[] = {{SIGSEGV, "a memory fault", {}},
                    {SIGILL, "a bad instruction", {}},
                    {SIGABRT, "an assert or an abort", {}}};
 const Trace* reported = nullptr;
+void (*beforeReport)() = nullptr;
 std::string reportFile, reportTitle;
 std::array<char, 65536> reportStack; // that of the program may be what is exhausted
 
@@ -52,6 +53,8 @@ void writeReport(int descriptor, const char* crash) {
 }
 
 void report(const char* crash) {
+    if (beforeReport)
+        beforeReport();
     ::unlink(reportFile.c_str()); // whatever it is: nothing is written where a link leads to
     const int file = ::open(reportFile.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     writeReport(file < 0 ? STDERR_FILENO : file, crash);
@@ -76,6 +79,10 @@ void takeCrash(int signal, siginfo_t* info, void*) {
 }
 
 } // namespace
+
+void beforeCrashReport(void (*task)()) {
+    beforeReport = task;
+}
 
 void reportCrashes(const Trace& trace, const std::string& file) {
     reported = &trace;

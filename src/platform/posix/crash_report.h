@@ -13,4 +13,8 @@ class Trace;
 // as long as the process.
 void reportCrashes(const Trace& trace, const std::string& file);
 
+// From now on this is called before the report, to put right what is outside the process. It may do
+// no more than a handler of signals. Null for nothing.
+void beforeCrashReport(void (*task)());
+
 } // namespace larkspin

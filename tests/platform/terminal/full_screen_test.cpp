@@ -142,6 +142,15 @@ TEST_F(FullScreenTest, SavesWhenItIsToldToEndOrItsTerminalGoes) {
     }
 }
 
+TEST_F(FullScreenTest, GivesTheTerminalBackInACrash) {
+    const Tmux terminal(command(), variables(), 80, 24);
+    EXPECT_TRUE(terminal.shows("load:"));
+    ::kill(terminal.programId(), SIGABRT);
+    EXPECT_TRUE(terminal.shows("isig icanon")) << terminal.screen();
+    EXPECT_TRUE(terminal.shows("before"));
+    EXPECT_EQ(terminal.tell("mouse_all_flag"), "0");
+}
+
 TEST_F(FullScreenTest, TakesTheMouseUnlessItIsTold) {
     const Tmux terminal(command(), variables(), 80, 24);
     EXPECT_TRUE(terminal.shows("load:"));

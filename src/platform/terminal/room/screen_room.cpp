@@ -1,7 +1,10 @@
 #include "platform/terminal/room/screen_room.h"
 
+#include "host/new_lines.h"
 #include "platform/terminal/terminal_text.h"
 #include "shell/kept_files.h"
+
+#include <cstdint>
 
 namespace larkspin {
 
@@ -103,10 +106,17 @@ void ScreenRoom::tell(const std::string& text) {
     rooms.conversations.tell(KeptLine::Kind::answer, text);
 }
 
-void ScreenRoom::close() {
+std::vector<std::string> ScreenRoom::close() {
+    const std::uint64_t before = rooms.conversations.lastNumber();
     rooms.finish();
     layer.dismissPassword();
     history_.save();
+    std::vector<std::string> last;
+    for (const auto& each : rooms.conversations.all())
+        for (const KeptLine& line : each->lines())
+            if (line.number > before && line.kind == KeptLine::Kind::answer)
+                last.push_back(wordsOf(line));
+    return last;
 }
 
 } // namespace larkspin

@@ -63,8 +63,9 @@ public:
         openLink_ = std::move(open);
     }
 
-    // To be called as the process ends.
-    void close();
+    // To be called as the process ends. Gives what the owner is told only then, such as of lines
+    // that couldn't be said any more: he doesn't see it here.
+    std::vector<std::string> close();
 
 private:
     RoomLayer::Tasks layerTasks();

@@ -1,6 +1,7 @@
 #include "platform/terminal/screen/curses_picture.h"
 
 #include "platform/terminal/screen/shown_colors.h"
+#include "platform/terminal/screen/true_colors.h"
 #include "text/visible.h"
 
 #include <algorithm>
@@ -38,9 +39,24 @@ private:
     std::array<struct sigaction, signals.size()> actions_{};
 };
 
+// Without what asks old terminals for a pause.
 std::string capability(const char* name) {
-    const char* const text = ::tigetstr(const_cast<char*>(name));
-    return text && text != reinterpret_cast<const char*>(-1) ? text : "";
+    const char* const found = ::tigetstr(const_cast<char*>(name));
+    const std::string text = found && found != reinterpret_cast<const char*>(-1) ? found : "";
+    return text.substr(0, text.find("$<"));
+}
+
+// As terminals tell it that have no description that does. GNU Screen, inside of such a terminal,
+// doesn't know these colours.
+bool showsAnyColor() {
+    const auto variable = [](const char* name) {
+        const char* const value = std::getenv(name);
+        return std::string_view(value ? value : "");
+    };
+    const std::string_view depth = variable("COLORTERM");
+    return COLORS == 256 && (depth == "truecolor" || depth == "24bit") &&
+           !variable("TERM").starts_with("screen") &&
+           capability("setaf").find("38;5;%p1%d") != std::string::npos;
 }
 
 struct FileCloser {
@@ -72,9 +88,11 @@ struct CursesPicture::Parts {
     bool isShown = false;
     std::string colorReset; // of the terminal's own
 
-    int color(std::optional<Rgb> color) const;
-    int pairOf(const CellStyle& style) const;
-    cchar_t cellOf(const Cell& cell) const;
+    std::optional<TrueColors> trueColors; // where the terminal says that it has them
+
+    int color(std::optional<Rgb> color);
+    int pairOf(const CellStyle& style);
+    cchar_t cellOf(const Cell& cell);
 };
 
 std::unique_ptr<CursesPicture> CursesPicture::open() {
@@ -98,6 +116,8 @@ std::unique_ptr<CursesPicture> CursesPicture::open() {
         ::start_color();
         ::use_default_colors();
         parts->colorReset = capability("oc");
+        if (showsAnyColor())
+            parts->trueColors.emplace();
     }
     ::typeahead(-1);
     ::idlok(stdscr, true); // lines that move are moved
@@ -111,24 +131,26 @@ std::unique_ptr<CursesPicture> CursesPicture::open() {
 CursesPicture::CursesPicture(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
 CursesPicture::~CursesPicture() = default;
 
-int CursesPicture::Parts::color(std::optional<Rgb> color) const {
+int CursesPicture::Parts::color(std::optional<Rgb> color) {
     constexpr int most = 256; // beyond, a number is the colour itself
     constexpr Rgb named = 8;  // but for these
     if (!color)
         return -1;
+    if (trueColors)
+        return trueColors->numberOf(*color);
     if (COLORS > most && ::tigetflag(const_cast<char*>("RGB")) > 0)
         return static_cast<int>(*color < named ? 0 : *color);
     return nearestColor(*color, COLORS);
 }
 
 // The library keeps as many pairs as it has place for, and takes the place of the oldest then.
-int CursesPicture::Parts::pairOf(const CellStyle& style) const {
+int CursesPicture::Parts::pairOf(const CellStyle& style) {
     if (!::has_colors() || (!style.foreground && !style.background))
         return 0;
     return std::max(::alloc_pair(color(style.foreground), color(style.background)), 0);
 }
 
-cchar_t CursesPicture::Parts::cellOf(const Cell& cell) const {
+cchar_t CursesPicture::Parts::cellOf(const Cell& cell) {
     std::array<wchar_t, Cell::mostCodes + 1> text{};
     std::ranges::transform(cell.codes, text.begin(),
                            [](char32_t code) { return static_cast<wchar_t>(code); });
@@ -154,13 +176,16 @@ std::string CursesPicture::draw(const Cells& cells, const std::optional<Cursor>&
     ::set_term(parts.screen.get());
     const bool isResized =
         parts.last.rows() != cells.rows() || parts.last.columns() != cells.columns();
+    const bool isRecolored = parts.trueColors && parts.trueColors->isNearlyFull();
+    if (isRecolored)
+        parts.trueColors->clear();
     if (isResized)
         ::resize_term(cells.rows(), cells.columns());
     const bool isFirst = !std::exchange(parts.isShown, true);
-    if (isResized || anew || isFirst)
+    if (isResized || isRecolored || anew || isFirst)
         ::clearok(curscr, true);
     for (int row = 0; row < cells.rows(); ++row)
-        if (isResized || !cells.hasSameRow(parts.last, row))
+        if (isResized || isRecolored || !cells.hasSameRow(parts.last, row))
             drawRow(cells, row);
     parts.last = cells;
     const Cursor place = cursor.value_or(Cursor{0, 0, false});
@@ -179,6 +204,11 @@ std::string CursesPicture::end() {
     return takeBytes();
 }
 
+std::string CursesPicture::abruptEnd() const {
+    ::set_term(parts_->screen.get());
+    return capability("sgr0") + capability("cnorm") + capability("rmcup") + "\r\n";
+}
+
 std::string CursesPicture::takeBytes() {
     const int descriptor = ::fileno(parts_->file.get());
     std::fflush(parts_->file.get());
@@ -192,7 +222,7 @@ std::string CursesPicture::takeBytes() {
     if (const std::string& reset = parts_->colorReset; !reset.empty())
         for (auto at = bytes.find(reset); at != bytes.npos; at = bytes.find(reset, at))
             bytes.erase(at, reset.size());
-    return bytes;
+    return parts_->trueColors ? parts_->trueColors->in(bytes) : bytes;
 }
 
 // As xterm has it, and who is like it, or where the terminal says that it has a line for it.

@@ -26,6 +26,8 @@ public:
 
     // What brings back what it showed before. Another picture opens it again.
     std::string end();
+    // The same for a crash, after which nothing is drawn any more.
+    std::string abruptEnd() const;
 
     std::string title(const std::string& title) const; // nothing where it has none
     bool hasMouse() const;

@@ -1,9 +1,11 @@
 #include "platform/terminal/screen/owned_terminal.h"
 
+#include "platform/posix/crash_report.h"
 #include "platform/terminal/foreground.h"
 
 #include <algorithm>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -14,6 +16,7 @@ namespace {
 
 constexpr int terminal = STDIN_FILENO;
 constexpr unsigned short widest = 1000, highest = 500; // in characters
+constexpr int patienceInCrash = 200;                   // milliseconds
 
 } // namespace
 
@@ -32,7 +35,7 @@ TerminalSize OwnedTerminal::size() const {
 }
 
 // What it is found in when it is taken once more, as after a stop, isn't what it was at first.
-void OwnedTerminal::take() {
+void OwnedTerminal::take(const std::string& bytesInCrash) {
     termios mode{};
     if (::tcgetattr(terminal, &mode) != 0)
         return;
@@ -44,6 +47,11 @@ void OwnedTerminal::take() {
     mode.c_cc[VTIME] = 0;
     ::tcsetattr(terminal, TCSANOW, &mode);
     silenceErrors();
+    bytesInCrash_ = bytesInCrash;
+    // A handler of signals has nothing but what it can reach from there.
+    static const OwnedTerminal* taken;
+    taken = this;
+    beforeCrashReport([] { taken->restoreInCrash(); });
 }
 
 void OwnedTerminal::silenceErrors() {
@@ -55,12 +63,25 @@ void OwnedTerminal::silenceErrors() {
         ::dup2(nowhere.number(), STDERR_FILENO);
 }
 
-void OwnedTerminal::giveBack() {
+void OwnedTerminal::restore() const {
     if (found_ && isOurs())
         ::tcsetattr(terminal, TCSANOW, found_.get());
-    found_.reset();
     if (errors_.isOpen())
         ::dup2(errors_.number(), STDERR_FILENO);
+}
+
+// Does no more than a handler of signals may.
+void OwnedTerminal::restoreInCrash() const {
+    pollfd writable{STDOUT_FILENO, POLLOUT, 0};
+    if (isOurs() && ::poll(&writable, 1, patienceInCrash) > 0) [[maybe_unused]]
+        const ssize_t written = ::write(STDOUT_FILENO, bytesInCrash_.data(), bytesInCrash_.size());
+    restore();
+}
+
+void OwnedTerminal::giveBack() {
+    beforeCrashReport(nullptr);
+    restore();
+    found_.reset();
     errors_ = {};
 }
 

@@ -6,6 +6,7 @@
 #include "platform/posix/descriptor.h"
 
 #include <memory>
+#include <string>
 
 struct termios;
 
@@ -30,15 +31,19 @@ public:
     // At least 1 × 1, and within reason.
     TerminalSize size() const;
 
-    // Keeps the mode in which it was found, and gives it back.
-    void take();
+    // Keeps the mode in which it was found, and gives it back; in a crash, too, with these bytes,
+    // which bring back what it showed.
+    void take(const std::string& bytesInCrash);
     void giveBack();
 
 private:
     void silenceErrors();
+    void restore() const;
+    void restoreInCrash() const;
 
     std::unique_ptr<termios> found_; // while it is taken
     Descriptor errors_;              // where they went, meanwhile
+    std::string bytesInCrash_;
 };
 
 } // namespace larkspin

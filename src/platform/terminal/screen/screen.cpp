@@ -70,7 +70,8 @@ void Screen::look() {
     loop_.cancel(std::exchange(look_, TimerId::none));
     isOurs_ = terminal_.isOurs();
     if (isOurs_) {
-        terminal_.take();
+        terminal_.take(std::string(mouseLeft) + std::string(pastesAreNotTold) +
+                       picture_->abruptEnd());
         isShown_ = false;
         drawAnew();
     } else {

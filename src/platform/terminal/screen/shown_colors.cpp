@@ -18,15 +18,6 @@ int partOf(Rgb color, int shift) {
     return static_cast<int>(color >> shift & 0xFF);
 }
 
-// How different two colours look to an eye, which sees green best.
-int difference(Rgb one, Rgb other) {
-    const auto squared = [&](int shift) {
-        const int apart = partOf(one, shift) - partOf(other, shift);
-        return apart * apart;
-    };
-    return 3 * squared(16) + 6 * squared(8) + squared(0);
-}
-
 constexpr int levelOf(int step) {
     return step == 0 ? 0 : 55 + 40 * step;
 }
@@ -47,12 +38,21 @@ int nearestOf256(Rgb color) {
     const int bright = (partOf(color, 16) + partOf(color, 8) + partOf(color, 0)) / 3;
     const int gray = std::clamp((bright - 3) / 10, 0, grays - 1);
     const int level = 8 + 10 * gray;
-    const bool isGray = difference(color, rgbOf(level, level, level)) <
-                        difference(color, rgbOf(levelOf(red), levelOf(green), levelOf(blue)));
+    const bool isGray = colorDifference(color, rgbOf(level, level, level)) <
+                        colorDifference(color, rgbOf(levelOf(red), levelOf(green), levelOf(blue)));
     return isGray ? ownersColors + cubeSides * cubeSides * cubeSides + gray : inCube;
 }
 
 } // namespace
+
+// It sees green best.
+int colorDifference(Rgb one, Rgb other) {
+    const auto squared = [&](int shift) {
+        const int apart = partOf(one, shift) - partOf(other, shift);
+        return apart * apart;
+    };
+    return 3 * squared(16) + 6 * squared(8) + squared(0);
+}
 
 int nearestColor(Rgb color, int colors) {
     if (colors >= 256)
@@ -60,7 +60,7 @@ int nearestColor(Rgb color, int colors) {
     const auto end = std::begin(firstColors) + std::clamp(colors, 1, ownersColors);
     const auto nearest =
         std::min_element(std::begin(firstColors), end, [color](Rgb one, Rgb other) {
-            return difference(one, color) < difference(other, color);
+            return colorDifference(one, color) < colorDifference(other, color);
         });
     return static_cast<int>(nearest - std::begin(firstColors));
 }

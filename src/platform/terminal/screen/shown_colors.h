@@ -9,4 +9,7 @@ namespace larkspin {
 // his own idea of them; with fewer there is nothing else.
 int nearestColor(Rgb color, int colors);
 
+// How different two colours look to an eye.
+int colorDifference(Rgb one, Rgb other);
+
 } // namespace larkspin

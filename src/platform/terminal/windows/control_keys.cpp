@@ -1,6 +1,7 @@
 #include "platform/terminal/windows/control_keys.h"
 
 #include "platform/terminal/windows/cell_layout.h"
+#include "platform/terminal/windows/key_meanings.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
 #include "text/stand_ins.h"
@@ -17,10 +18,6 @@ using Kind = Control::Kind;
 using KeyKind = KeyStroke::Kind;
 
 constexpr int sliderPage = 10;
-
-bool isSpace(const KeyStroke& key) {
-    return key.kind == KeyKind::character && key.character == U' ' && !key.alt && !key.ctrl;
-}
 
 // The row that a key leads to from this one.
 std::optional<int> rowAfter(KeyKind key, int row, int page, int count) {
@@ -71,7 +68,7 @@ bool strikeList(const ControlTarget& target, const KeyStroke& key) {
         pressWithoutMouse(window, name, current);
         return true;
     }
-    if (isSpace(key)) {
+    if (isTypedSpace(key)) {
         if (target.control.selectsMany)
             toggleCurrent(target);
         else
@@ -119,7 +116,7 @@ bool strikeSlider(const ControlTarget& target, const KeyStroke& key) {
 }
 
 bool strikeCombo(const ControlTarget& target, const KeyStroke& key) {
-    if (key.kind == KeyKind::enter || isSpace(key) || (key.kind == KeyKind::down && key.alt)) {
+    if (key.kind == KeyKind::enter || isTypedSpace(key) || (key.kind == KeyKind::down && key.alt)) {
         openRows(target);
         return true;
     }
@@ -203,7 +200,7 @@ bool strikeLines(const ControlTarget& target, const KeyStroke& key) {
 }
 
 bool strikeButton(const ControlTarget& target, const KeyStroke& key) {
-    if (key.kind != KeyKind::enter && !isSpace(key))
+    if (key.kind != KeyKind::enter && !isTypedSpace(key))
         return false;
     Window& window = target.window;
     const auto name = target.name;

@@ -127,7 +127,9 @@ void WindowFrame::draw(Cells& cells, bool hasKeyboard) const {
         {window_.controls.empty() ? aqua : window_.controls[0].foreground, window_.background});
     const CellStyle plain = plainIn(colors), dim = dimIn(colors);
     cells.fill(area_, plain);
-    drawFrame(cells, area_, hasKeyboard ? plain : dim);
+    CellStyle line = hasKeyboard ? plain : dim;
+    line.bold = hasKeyboard; // where there are no colours
+    drawFrame(cells, area_, line);
     const int right = area_.right();
     if (scrolled_ > 0)
         cells.put(inside_.top, right - 1, right, "▲", dim);

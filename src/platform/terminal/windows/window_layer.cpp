@@ -1,5 +1,6 @@
 #include "platform/terminal/windows/window_layer.h"
 
+#include "platform/terminal/windows/key_meanings.h"
 #include "platform/terminal/windows/window_sum.h"
 #include "shell/control_events.h"
 #include "text/row_list.h"
@@ -14,26 +15,6 @@ namespace {
 using KeyKind = KeyStroke::Kind;
 
 constexpr int nudgeRows = 1, nudgeColumns = 2;
-
-bool isTypedText(const KeyStroke& key) {
-    return key.kind == KeyKind::character && !key.alt && !key.ctrl;
-}
-
-bool isTypedSpace(const KeyStroke& key) {
-    return isTypedText(key) && key.character == U' ';
-}
-
-bool isMenuKey(const KeyStroke& key) {
-    // F22 is what some terminals send for F10 with Shift.
-    return key.kind == KeyKind::function && ((key.number == 10 && key.shift) || key.number == 22);
-}
-
-// By which the arrows lead from control to control.
-int wayOf(KeyKind key) {
-    if (key == KeyKind::up || key == KeyKind::left)
-        return -1;
-    return key == KeyKind::down || key == KeyKind::right ? 1 : 0;
-}
 
 } // namespace
 

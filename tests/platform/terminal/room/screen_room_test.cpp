@@ -1,6 +1,8 @@
 // The room on a terminal's screen, by its keys and the mouse, and what is seen of it.
 #include "platform/terminal/room/screen_desk.h"
 
+#include <random>
+
 namespace larkspin {
 namespace {
 
@@ -243,6 +245,35 @@ TEST_F(ScreenRoomTest, ColorsAreHisChoice) {
     const Rgb onDark = dim();
     type("/colors light\n");
     EXPECT_LT(dim(), onDark);
+}
+
+TEST_F(ScreenRoomTest, TakesWhateverIsStruckAtWhateverSize) {
+    connect();
+    for (int line = 0; line < 200; ++line)
+        keep("#den", std::string(static_cast<std::size_t>(line), 'x') + " https://lark.example");
+    std::mt19937 random(7);
+    const auto below = [&](int bound) {
+        return static_cast<int>(random() % static_cast<unsigned>(bound));
+    };
+    for (int stroke = 0; stroke < 600; ++stroke) {
+        if (below(20) == 0)
+            on(below(40), below(140));
+        if (below(3) == 0)
+            strike(MouseStroke{.kind = static_cast<Mouse>(below(5)),
+                               .button = static_cast<Button>(below(4)),
+                               .row = below(40),
+                               .column = below(140),
+                               .isSecond = below(2) == 0});
+        else
+            strike(KeyStroke{.kind = static_cast<Kind>(below(16)),
+                             .character = static_cast<char32_t>(' ' + below(90)),
+                             .number = below(12) + 1,
+                             .alt = below(4) == 0,
+                             .ctrl = below(8) == 0});
+    }
+    on(12, 60);
+    alt(U'1');
+    EXPECT_EQ(topRow(), "#den");
 }
 
 struct EmptyScreenRoom : ScreenDesk {};

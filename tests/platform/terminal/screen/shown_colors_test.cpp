@@ -1,4 +1,5 @@
 #include "platform/terminal/screen/shown_colors.h"
+#include "platform/terminal/screen/true_colors.h"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +19,24 @@ TEST(ShownColors, AreTheNearestThatTheTerminalHas) {
         EXPECT_EQ(nearestColor(color, 16), of16) << std::hex << color;
         EXPECT_EQ(nearestColor(color, 8), of8) << std::hex << color;
     }
+}
+
+TEST(ShownColors, AreThemselvesWhereTheTerminalShowsAny) {
+    TrueColors colors;
+    EXPECT_EQ(colors.numberOf(0x102030), 16);
+    EXPECT_EQ(colors.numberOf(0xFFFFFF), 17);
+    EXPECT_EQ(colors.numberOf(0x102030), 16);
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"a\x1b[38;5;16mb\x1b[48;5;17m", "a\x1b[38;2;16;32;48mb\x1b[48;2;255;255;255m"},
+        {"\x1b[38;5;18m\x1b[38;5;7m\x1b[31m", "\x1b[38;5;18m\x1b[38;5;7m\x1b[31m"},
+        {"\x1b[38;5;", "\x1b[38;5;"},
+        {"38;5;16m\x1b", "38;5;16m\x1b"},
+    };
+    for (const auto& [bytes, shown] : cases)
+        EXPECT_EQ(colors.in(bytes), shown);
+    for (Rgb color = 0; color < 1000; ++color)
+        EXPECT_LT(colors.numberOf(color << 12), 256);
+    EXPECT_TRUE(colors.isNearlyFull());
 }
 
 } // namespace
