@@ -20,7 +20,7 @@ bool saysTrueColor() {
     return depth == "truecolor" || depth == "24bit";
 }
 
-// The library has one current terminal, which may be in use by the editing library: it is put back.
+// The library has one current terminal, which may be in use for the screen: it is put back.
 int colorBits(int descriptor) {
     if (saysTrueColor())
         return trueColorBits;

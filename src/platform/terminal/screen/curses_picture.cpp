@@ -90,7 +90,7 @@ struct CursesPicture::Parts {
 
     std::optional<TrueColors> trueColors; // where the terminal says that it has them
 
-    int color(std::optional<Rgb> color);
+    ShownColors colorsOf(const CellStyle& style);
     int pairOf(const CellStyle& style);
     cchar_t cellOf(const Cell& cell);
 };
@@ -131,23 +131,26 @@ std::unique_ptr<CursesPicture> CursesPicture::open() {
 CursesPicture::CursesPicture(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
 CursesPicture::~CursesPicture() = default;
 
-int CursesPicture::Parts::color(std::optional<Rgb> color) {
+ShownColors CursesPicture::Parts::colorsOf(const CellStyle& style) {
     constexpr int most = 256; // beyond, a number is the colour itself
     constexpr Rgb named = 8;  // but for these
-    if (!color)
-        return -1;
+    const auto shown = [&style](const auto& numberOf) {
+        const auto number = [&](std::optional<Rgb> color) { return color ? numberOf(*color) : -1; };
+        return ShownColors{number(style.foreground), number(style.background)};
+    };
     if (trueColors)
-        return trueColors->numberOf(*color);
+        return shown([this](Rgb color) { return trueColors->numberOf(color); });
     if (COLORS > most && ::tigetflag(const_cast<char*>("RGB")) > 0)
-        return static_cast<int>(*color < named ? 0 : *color);
-    return nearestColor(*color, COLORS);
+        return shown([](Rgb color) { return static_cast<int>(color < named ? 0 : color); });
+    return shownColors(style, COLORS);
 }
 
 // The library keeps as many pairs as it has place for, and takes the place of the oldest then.
 int CursesPicture::Parts::pairOf(const CellStyle& style) {
     if (!::has_colors() || (!style.foreground && !style.background))
         return 0;
-    return std::max(::alloc_pair(color(style.foreground), color(style.background)), 0);
+    const auto [foreground, background] = colorsOf(style);
+    return std::max(::alloc_pair(foreground, background), 0);
 }
 
 cchar_t CursesPicture::Parts::cellOf(const Cell& cell) {

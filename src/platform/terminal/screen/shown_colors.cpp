@@ -1,6 +1,7 @@
 #include "platform/terminal/screen/shown_colors.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 
 namespace larkspin {
@@ -12,10 +13,23 @@ constexpr Rgb firstColors[] = {0x000000, 0xCD0000, 0x00CD00, 0xCDCD00, 0x0000EE,
                                0x00CDCD, 0xE5E5E5, 0x7F7F7F, 0xFF0000, 0x00FF00, 0xFFFF00,
                                0x5C5CFF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
 constexpr int ownersColors = 16;
+constexpr int black = 0, white = 7;
+constexpr int leastHue = 32;   // between the parts of what isn't gray
+constexpr int leastLight = 50; // between a text and its ground
 constexpr int cubeSides = 6, grays = 24;
 
 int partOf(Rgb color, int shift) {
     return static_cast<int>(color >> shift & 0xFF);
+}
+
+// Up to 255, to an eye.
+int lightOf(Rgb color) {
+    return (3 * partOf(color, 16) + 6 * partOf(color, 8) + partOf(color, 0)) / 10;
+}
+
+bool isGray(Rgb color) {
+    const auto [least, most] = std::minmax({partOf(color, 16), partOf(color, 8), partOf(color, 0)});
+    return most - least < leastHue;
 }
 
 constexpr int levelOf(int step) {
@@ -38,9 +52,10 @@ int nearestOf256(Rgb color) {
     const int bright = (partOf(color, 16) + partOf(color, 8) + partOf(color, 0)) / 3;
     const int gray = std::clamp((bright - 3) / 10, 0, grays - 1);
     const int level = 8 + 10 * gray;
-    const bool isGray = colorDifference(color, rgbOf(level, level, level)) <
-                        colorDifference(color, rgbOf(levelOf(red), levelOf(green), levelOf(blue)));
-    return isGray ? ownersColors + cubeSides * cubeSides * cubeSides + gray : inCube;
+    const bool isNearerGray =
+        colorDifference(color, rgbOf(level, level, level)) <
+        colorDifference(color, rgbOf(levelOf(red), levelOf(green), levelOf(blue)));
+    return isNearerGray ? ownersColors + cubeSides * cubeSides * cubeSides + gray : inCube;
 }
 
 } // namespace
@@ -63,6 +78,24 @@ int nearestColor(Rgb color, int colors) {
             return colorDifference(one, color) < colorDifference(other, color);
         });
     return static_cast<int>(nearest - std::begin(firstColors));
+}
+
+ShownColors shownColors(const CellStyle& style, int colors) {
+    const auto &foreground = style.foreground, &background = style.background;
+    const auto number = [colors](std::optional<Rgb> color) {
+        return color ? nearestColor(*color, colors) : -1;
+    };
+    ShownColors shown{number(foreground), number(background)};
+    if (colors > ownersColors || !foreground)
+        return shown;
+    if (!background && colors < ownersColors && isGray(*foreground))
+        shown.foreground = -1;
+    if (!background)
+        return shown;
+    const int ground = lightOf(firstColors[shown.background]);
+    if (std::abs(lightOf(firstColors[shown.foreground]) - ground) < leastLight)
+        shown.foreground = ground < 128 ? white : black;
+    return shown;
 }
 
 } // namespace larkspin

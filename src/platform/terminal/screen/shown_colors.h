@@ -9,6 +9,15 @@ namespace larkspin {
 // his own idea of them; with fewer there is nothing else.
 int nearestColor(Rgb color, int colors);
 
+// Those of a style; -1 is the terminal's own. Where they are few, what would hardly be seen on its
+// ground is black or white, and gray on the terminal's own ground is as the terminal's own text.
+struct ShownColors {
+    int foreground, background;
+
+    bool operator==(const ShownColors&) const = default;
+};
+ShownColors shownColors(const CellStyle& style, int colors);
+
 // How different two colours look to an eye.
 int colorDifference(Rgb one, Rgb other);
 

@@ -21,6 +21,25 @@ TEST(ShownColors, AreTheNearestThatTheTerminalHas) {
     }
 }
 
+TEST(ShownColors, CanBeReadWhereTheyAreFew) {
+    constexpr int own = -1;
+    const struct {
+        std::optional<Rgb> front, ground;
+        int colors;
+        ShownColors shown;
+    } cases[] = {
+        {0x8D8D8D, std::nullopt, 8, {own, own}}, {0x8D8D8D, 0xDFDFDF, 8, {0, 7}},
+        {0x8D8D8D, 0xDFDFDF, 16, {8, 7}},        {0xFFFFFF, 0xFFFFF0, 16, {0, 15}},
+        {0x0000CC, 0x000000, 8, {7, 0}},         {0x00A3A3, 0x000000, 8, {6, 0}},
+        {std::nullopt, 0x000000, 8, {own, 0}},   {0x8D8D8D, std::nullopt, 256, {245, own}},
+    };
+    for (const auto& [front, ground, colors, shown] : cases) {
+        const auto got = shownColors({.foreground = front, .background = ground}, colors);
+        EXPECT_EQ(got.foreground, shown.foreground) << front.value_or(0) << " of " << colors;
+        EXPECT_EQ(got.background, shown.background) << ground.value_or(0) << " of " << colors;
+    }
+}
+
 TEST(ShownColors, AreThemselvesWhereTheTerminalShowsAny) {
     TrueColors colors;
     EXPECT_EQ(colors.numberOf(0x102030), 16);
