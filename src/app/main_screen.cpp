@@ -37,7 +37,8 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
          .openMenus = [&](std::vector<Menu> bar, int row) { drawn.openMenus(std::move(bar), row); },
          .pressed = [&] { stage.pressed(); }},
         ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory, loginName());
-    const RoomView& view = room.layer.view;
+    RoomView& view = room.layer.view;
+    view.hasWindows = [&] { return stage.hasWindows(); };
     stage.whole = [&](const Area&) { return view.middle(); };
     stage.isLineBegun = [&] { return view.line.isBegun(); };
     stage.colors = [&] { return TwoColors{view.front(), view.ground()}; };

@@ -55,11 +55,11 @@ TEST_F(FullScreenTest, IsForEveryKindOfTerminalAndGivesItBack) {
         int columns, rows;
         std::string_view end;
         bool hasSecondScreen;
-    } kinds[] = {{"tmux-256color", 120, 35, "\x03", true},
+    } kinds[] = {{"tmux-256color", 120, 35, "\x04", true},
                  {"xterm-256color", 80, 24, "/quit\r", true},
                  {"screen", 60, 16, "'exit\r", true},
-                 {"linux", 80, 24, "\x03", false},
-                 {"vt100", 80, 24, "\x03", false}};
+                 {"linux", 80, 24, "\x04", false},
+                 {"vt100", 80, 24, "\x04", false}};
     int volume = 10;
     for (const auto& [kind, columns, rows, end, hasSecondScreen] : kinds) {
         SCOPED_TRACE(kind);

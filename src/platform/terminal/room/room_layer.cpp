@@ -109,6 +109,8 @@ void RoomLayer::dismissPassword() {
 bool RoomLayer::take(const Stroke& stroke) {
     layers_.changed();
     const auto* const key = std::get_if<KeyStroke>(&stroke);
+    const bool erases = key && key->ctrl && key->character == U'd';
+    isErasing_ = erases && (isErasing_ || view.line.isBegun());
     if (key && takeKey(*key))
         return true;
     if (view.line.take(stroke))
@@ -126,13 +128,22 @@ bool RoomLayer::takeKey(const KeyStroke& key) {
     else if (key.kind == Kind::function && key.number == 10)
         showMenus();
     else if (key.ctrl && key.character == U'd' && !view.line.isBegun())
-        tasks_.quit();
+        return leave();
+    else if (key.ctrl && key.character == U'c' && !view.line.isBegun())
+        tasks_.tellHowToLeave();
     else if (key.kind == Kind::home && !view.line.isBegun())
         view.said.toStart();
     else if (key.kind == Kind::end && !view.line.isBegun())
         view.said.toEnd();
     else
         return false;
+    return true;
+}
+
+// Ctrl-D that has just emptied the line, held for too long, must not end all.
+bool RoomLayer::leave() {
+    if (!isErasing_)
+        tasks_.quit();
     return true;
 }
 

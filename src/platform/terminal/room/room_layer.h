@@ -27,7 +27,7 @@ public:
         std::function<void(const std::string& name)> talkTo;
         std::function<void(const Menu& menu, const Cursor& at)> popUp;
         std::function<void(int row)> openMenus; // in that row of the screen
-        Task help, quit;
+        Task help, quit, tellHowToLeave;
         Task pressed; // he has pressed something, before that acts
 
         // About the screen. `called` tells what calls him where he doesn't look.
@@ -62,6 +62,7 @@ private:
     void showNew();
     void tellCalls();
     bool takeKey(const KeyStroke& key);
+    bool leave();
     bool takeAltKey(const KeyStroke& key);
     bool takePageKey(const KeyStroke& key);
     bool takeMouse(const MouseStroke& stroke);
@@ -80,6 +81,7 @@ private:
     OwnerCalls calls_;
     std::optional<OwnerCall> call_; // that isn't over
     std::string title_;             // of the screen
+    bool isErasing_ = false;        // by Ctrl-D
     std::shared_ptr<bool> lives_ = std::make_shared<bool>(true);
 
 public:

@@ -13,7 +13,9 @@ namespace {
 
 constexpr std::size_t longestOwnName = 30; // characters: a server gives names of any length
 constexpr int leastForMenuHint = 40;       // columns
-constexpr std::string_view menuHint = " F10 menu ";
+constexpr int leastForAllHints = 60;
+constexpr std::string_view menuHint = " F10 menu ", helpHint = " F1 help ",
+                           windowsHint = " F6 windows ";
 constexpr int besideName = 2;
 
 } // namespace
@@ -150,6 +152,11 @@ void RoomView::drawTitle(Cells& cells, const std::vector<ConversationRow>& rooms
     if (at.columns >= leastForMenuHint) {
         right -= columnsOf(menuHint);
         cells.put(at.top, right, at.right(), menuHint, styles_.stripDim);
+    }
+    if (at.columns >= leastForAllHints) {
+        const std::string_view hint = hasWindows() ? windowsHint : helpHint;
+        right -= columnsOf(hint);
+        cells.put(at.top, right, at.right(), hint, styles_.stripDim);
     }
     const std::string unread = layout_.rooms.isEmpty() ? unreadWords(rooms) : "";
     if (!unread.empty()) {

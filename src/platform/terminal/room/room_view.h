@@ -17,6 +17,7 @@
 #include "platform/terminal/screen/layers.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -54,6 +55,9 @@ public:
     // The colours in which it is seen, as windows have them.
     Color front() const { return asColor(styles_.front); }
     Color ground() const { return asColor(styles_.ground); }
+
+    // Whether windows stand above it, into which a key leads.
+    std::function<bool()> hasWindows = [] { return false; };
 
     std::string title() const; // of the conversation in front
     const std::vector<PeopleRow>& people();

@@ -1,6 +1,7 @@
 #include "platform/terminal/room/screen_room.h"
 
 #include "host/new_lines.h"
+#include "platform/terminal/room/screen_keys.h"
 #include "platform/terminal/terminal_text.h"
 #include "shell/kept_files.h"
 
@@ -28,7 +29,7 @@ ScreenRoom::ScreenRoom(EventLoop& loop, RoomScreen screen, ChatLines& lines,
     line.maskBy([this](const std::string& typed) {
         return rooms.withoutSecrets(typed, layer.view.halfTyped.begun());
     });
-    commands.add({mouseWord()});
+    commands.add({mouseWord(), keysWord([this](const std::string& text) { tell(text); })});
     rooms.preferences.onChange([this] { showLooks(); });
     showLooks();
 }
@@ -45,6 +46,7 @@ RoomLayer::Tasks ScreenRoom::layerTasks() {
         .openMenus = [this](int row) { screen_.openMenus(menus_, row); },
         .help = [this] { does("/help"); },
         .quit = [this] { does("/quit"); },
+        .tellHowToLeave = [this] { tellHowToLeave(); },
         .pressed = screen_.pressed,
         .called =
             [this](const OwnerCall&) {
@@ -54,6 +56,13 @@ RoomLayer::Tasks ScreenRoom::layerTasks() {
         .title = screen_.setTitle,
         .ring = screen_.ring,
     };
+}
+
+// Once, however long the key is held.
+void ScreenRoom::tellHowToLeave() {
+    const auto& lines = rooms.conversations.front().lines();
+    if (lines.empty() || lines.back().text != howToLeave)
+        tell(howToLeave);
 }
 
 // The terminal itself marks text only while it has the mouse.

@@ -70,6 +70,7 @@ public:
 private:
     RoomLayer::Tasks layerTasks();
     SlashWord mouseWord();
+    void tellHowToLeave();
     void showLooks();
 
     void ask(const std::string& prompt, std::function<void(std::string)> answered) override {

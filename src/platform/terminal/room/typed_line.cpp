@@ -194,6 +194,8 @@ bool TypedLine::edit(const KeyStroke& key) {
         insert({&key.character, 1});
     } else if (const auto does = editBy(key)) {
         (text_.*does)();
+    } else if (key.ctrl && key.character == U'c') {
+        return giveUp();
     } else if (key.ctrl && key.character == U'y') {
         if (!text_.putBack())
             refuses_();
@@ -207,6 +209,16 @@ bool TypedLine::edit(const KeyStroke& key) {
     } else {
         return false;
     }
+    return true;
+}
+
+// As shells give a line up; Ctrl-Y brings it back.
+bool TypedLine::giveUp() {
+    if (text_.isEmpty() && !offers_.isAsking())
+        return false;
+    text_.goToEnd();
+    text_.cutToStart();
+    empty();
     return true;
 }
 

@@ -83,6 +83,7 @@ private:
     bool takeKey(const KeyStroke& key);
     bool takeSecretKey(const KeyStroke& key);
     bool edit(const KeyStroke& key);
+    bool giveUp();
     void takePaste(std::string_view pasted);
     void askAbout(PastedLines pasted);
     void say(std::vector<std::string> lines);

@@ -104,7 +104,7 @@ bool TypedOffers::takeKeyToQuestion(const KeyStroke& key) {
         answer(key.kind == Kind::enter);
     else {
         close();
-        return key.kind == Kind::tab;
+        return key.kind == Kind::tab || (key.ctrl && key.character == U'c');
     }
     return true;
 }

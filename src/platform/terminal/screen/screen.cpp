@@ -150,8 +150,6 @@ void Screen::takeUnclaimed(const Stroke& stroke) {
         drawAnew();
     else if (key->character == 'z')
         suspend();
-    else if (key->character == 'c')
-        std::raise(SIGINT);
 }
 
 void Screen::goOn() {

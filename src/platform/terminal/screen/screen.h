@@ -26,8 +26,8 @@ public:
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
 
-    // Strokes that none of them takes are the screen's: Ctrl-L draws anew, Ctrl-Z stops the
-    // process, and Ctrl-C ends it as its signal does.
+    // Strokes that none of them takes are the screen's: Ctrl-L draws anew, and Ctrl-Z stops the
+    // process.
     Layers layers;
 
     // Called when the terminal has gone, or its input has ended.

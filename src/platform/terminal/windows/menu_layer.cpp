@@ -12,6 +12,11 @@ constexpr int pageOfEntries = 10;
 
 } // namespace
 
+bool MenuLayer::leadsRight(const MenuLevel& level) const {
+    const MenuEntry* const marked = level.markedEntry();
+    return marked ? marked->isSubmenu : bar_.empty();
+}
+
 void MenuLayer::popUp(const Menu& menu) {
     close();
     add(menu.entries(), {place_.row - 1, place_.column, 1, 1});
@@ -100,10 +105,11 @@ bool MenuLayer::take(const Stroke& stroke) {
     return true;
 }
 
+// With none marked yet, as in a menu that has just opened, it is the first that is to be.
 void MenuLayer::enter() {
-    const MenuLevel& level = levels_.back();
+    MenuLevel& level = levels_.back();
     if (!level.markedEntry())
-        return;
+        return level.markFirst(0, 1);
     const MenuEntry entry = *level.markedEntry();
     if (!entry.isSubmenu)
         return choose(entry.action);
@@ -143,7 +149,7 @@ void MenuLayer::takeKey(const KeyStroke& key) {
     case KeyKind::end:
         return level.markEnd();
     case KeyKind::right:
-        return level.markedEntry() && level.markedEntry()->isSubmenu ? enter() : turnInBar(1);
+        return leadsRight(level) ? enter() : turnInBar(1);
     case KeyKind::left:
         return levels_.size() > 1 ? leaveSubmenu() : turnInBar(-1);
     case KeyKind::enter:

@@ -45,6 +45,7 @@ private:
     void drawBar(Cells& cells);
     void openFromBar(std::size_t index);
     void turnInBar(int way);
+    bool leadsRight(const MenuLevel& level) const; // from there on
     void enter();
     void leaveSubmenu();
     void choose(Task action);

@@ -42,6 +42,7 @@ public:
     void appears(WindowLayer& window);
     void goes(WindowLayer& window);
 
+    bool hasWindows() const { return !windows_.empty(); } // that are shown
     bool hasKeyboard(const WindowLayer& window) const { return keyboard_ == &window; }
     // Null when the line has it.
     const WindowLayer* keyboard() const { return keyboard_; }

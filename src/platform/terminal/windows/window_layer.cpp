@@ -110,11 +110,12 @@ bool WindowLayer::take(const Stroke& stroke) {
     return key ? takeKey(*key) : takeText(std::get<PasteStroke>(stroke));
 }
 
-// Keys that mean nothing to an empty line lead into a box: another one then answers it.
+// Keys that mean nothing to an empty line lead into a box: another one then answers it. Tab leads
+// into any window.
 bool WindowLayer::leadsIn(const KeyStroke& key) const {
-    const bool isForNobody =
-        key.kind == KeyKind::enter || key.kind == KeyKind::tab || key.kind == KeyKind::escape;
-    return isForNobody && rank_ == Rank::box && !stage_.keyboard() && !stage_.isLineBegun();
+    const bool isForBox = key.kind == KeyKind::enter || key.kind == KeyKind::escape;
+    const bool leads = key.kind == KeyKind::tab || (isForBox && rank_ == Rank::box);
+    return leads && !stage_.keyboard() && !stage_.isLineBegun();
 }
 
 bool WindowLayer::takeText(const PasteStroke& pasted) {

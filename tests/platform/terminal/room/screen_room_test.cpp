@@ -35,7 +35,7 @@ TEST_F(ScreenRoomTest, StandsOnScreensOfAllSizes) {
     } cases[] = {
         {9, 110,
          " #den                                                                               "
-         "                 F10 menu\n"
+         "        F1 help  F10 menu\n"
          " 0 lobby        │                                                                      "
          "        │3 people\n"
          "irc.test        │                                                                      "
@@ -224,6 +224,30 @@ TEST_F(ScreenRoomTest, WordsTellTheOwnerAlone) {
     key(Kind::backspace);
     strike(KeyStroke{.character = U'd', .ctrl = true});
     EXPECT_EQ(quits, 2);
+}
+
+TEST_F(ScreenRoomTest, AnEveningIsNotEndedByAKeyHeldTooLong) {
+    connect();
+    const auto control = [this](char32_t key) {
+        strike(KeyStroke{.character = key, .ctrl = true});
+    };
+    type("abc");
+    control(U'c');
+    EXPECT_EQ(rowAt(11), "Jo:");
+    control(U'c');
+    control(U'c');
+    EXPECT_EQ(lastSaid(), "  tells of all words, /keys of the keys");
+    EXPECT_EQ(rowAt(rows - 5), "#music is room 2") << "it is told once";
+    type("ab");
+    control(U'a');
+    for (int times = 0; times < 4; ++times)
+        control(U'd');
+    EXPECT_EQ(rowAt(11), "Jo:");
+    EXPECT_EQ(quits, 0);
+    type("/keys\n");
+    EXPECT_EQ(lastSaid(), "  Shift does in most for once");
+    control(U'd');
+    EXPECT_EQ(quits, 1);
 }
 
 TEST_F(ScreenRoomTest, APasswordIsNotSeenAndItsPromptStandsInFront) {

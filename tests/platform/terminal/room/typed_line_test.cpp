@@ -88,6 +88,8 @@ TEST_F(TypedLineTest, HasTheKeysThatShellsHave) {
         {"one two", {control(U'a'), alt(U'd')}, " two", 0},
         {"one two", {{.kind = Kind::left, .ctrl = true}, control(U'f')}, "one two", 5},
         {"ab", {control(U't'), control(U't')}, "ab", 2},
+        {"one two", {alt(U'b'), control(U'c')}, "", 0},
+        {"one two", {alt(U'b'), control(U'c'), control(U'y')}, "one two", 7},
         {"e\u0301x", {plain(Kind::left), plain(Kind::left)}, "e\u0301x", 0},
         {"xe\u0301", {plain(Kind::backspace)}, "x", 1},
         {"a\u65E5", {control(U'b'), control(U'd')}, "a", 1},
@@ -238,6 +240,17 @@ TEST_F(TypedLineTest, HidesASecretFromBeforeItIsAskedFor) {
     line.take(control(U'c'));
     EXPECT_EQ(secret, "");
     EXPECT_FALSE(line.isBegun());
+}
+
+TEST_F(TypedLineTest, CtrlCLeavesWhatIsAskedFirst) {
+    EXPECT_FALSE(line.take(control(U'c'))) << "nothing is there to be left";
+    type("half");
+    line.take(PasteStroke{"one\ntwo"});
+    EXPECT_TRUE(line.take(control(U'c')));
+    EXPECT_EQ(seen(), "jo: half\n");
+    EXPECT_TRUE(line.take(control(U'c')));
+    EXPECT_EQ(seen(), "jo:\n");
+    EXPECT_EQ(lines, Lines{});
 }
 
 TEST_F(TypedLineTest, TakesNoMoreThanALineHolds) {

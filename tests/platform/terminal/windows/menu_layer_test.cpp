@@ -66,6 +66,8 @@ TEST_F(MenuOnScreen, IsChosenFromByKeys) {
         {{Struck::down, Struck::down, Struck::enter}, "two"},
         {{Struck::up, Struck::right, Struck::down, Struck::enter}, "deeper"},
         {{Struck::up, Struck::right, Struck::left, Struck::up, Struck::enter}, "two"},
+        {{Struck::enter, Struck::enter}, "one"},
+        {{Struck::right, Struck::down, Struck::enter}, "two"},
         {{Struck::down, Struck::escape}, ""},
         {{Struck::enter}, ""}};
     for (const auto& [keys, wanted] : cases) {

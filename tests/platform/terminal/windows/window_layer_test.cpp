@@ -113,6 +113,14 @@ TEST_F(WindowOnScreen, TheKeyboardGoesInByF6AndByAPressAndOutByEscapeAndAPressEl
     EXPECT_EQ(cursor->row, areaOf("notez", "List2").top);
     function(6);
     EXPECT_FALSE(stage.keyboard() != nullptr);
+    key(Struck::enter);
+    EXPECT_FALSE(stage.keyboard() != nullptr);
+    stage.isLineBegun = [] { return true; };
+    key(Struck::tab); // completes what stands in the line
+    EXPECT_FALSE(stage.keyboard() != nullptr);
+    stage.isLineBegun = [] { return false; };
+    key(Struck::tab);
+    EXPECT_EQ(focusIn("notez"), "List2");
     click(middleOf("notez", "List2"));
     EXPECT_TRUE(stage.keyboard() != nullptr);
     click({23, 0});
