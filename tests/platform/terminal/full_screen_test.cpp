@@ -122,7 +122,7 @@ TEST_F(FullScreenTest, GivesTheTerminalToItsShellMeanwhile) {
         EXPECT_TRUE(terminal.loses("42"));
     }
     expectVolume(terminal, "14");
-    expectShown(terminal, "\x03", "ready:");
+    expectShown(terminal, "\x04", "ready:");
     expectSaved("14");
 }
 
@@ -184,7 +184,8 @@ TEST_F(FullScreenTest, NoKeyDoesHarm) {
                                                "\x1b[1;5", "\x1bO"};
         keys += begins[random() % std::size(begins)];
         const char byte = static_cast<char>(random() % 256);
-        keys += byte == '\x03' || byte == '\x1a' || byte == '\r' || byte == '\n' ? 'M' : byte;
+        constexpr std::string_view ends = "\x04\x1a\r\n"; // it, stops it, or says anything
+        keys += ends.find(byte) == ends.npos ? byte : 'M';
     }
     terminal.type(keys);
     terminal.type("\x1b\x1b\x1b");
@@ -192,7 +193,7 @@ TEST_F(FullScreenTest, NoKeyDoesHarm) {
         terminal.type("\x1b\x15'volume 18\r");
         return terminal.screen().find("vol 18") != std::string::npos;
     })) << terminal.screen();
-    terminal.type("\x03");
+    terminal.type("\x04");
     expectEnd(terminal, "18");
 }
 
