@@ -35,8 +35,9 @@ struct QtDialogsTest : testing::Test {
                 shown += label->text().toStdString() + '\n';
             title = (*found)->windowTitle().toStdString();
             QProcess xprop; // what a window manager knows of it
-            xprop.start("xprop", {"-id", QString::number((*found)->winId()), "_NET_WM_STATE",
-                                  "WM_TRANSIENT_FOR"});
+            xprop.start("xprop",
+                        {"-display", QString::fromStdString(startQt()), "-id",
+                         QString::number((*found)->winId()), "_NET_WM_STATE", "WM_TRANSIENT_FOR"});
             xprop.waitForFinished();
             managed = xprop.readAllStandardOutput().toStdString();
             QTest::keyClicks((*found)->focusWidget(), QString::fromStdString(typed));
