@@ -58,6 +58,10 @@ std::optional<Stroke> named(const NamedKey (&keys)[count], int sign, int modifie
                      .ctrl = (modifiers & 4) != 0};
 }
 
+bool isPunctuation(char byte) {
+    return byte > ' ' && byte < '\x7F' && !isDigit(byte) && !isLetter(byte);
+}
+
 KeyStroke characterKey(char32_t code, bool alt = false) {
     return {.kind = Kind::character, .character = code, .alt = alt};
 }
@@ -254,6 +258,9 @@ TypedStroke firstStroke(std::string_view bytes, bool areWhole) {
         if (bytes.size() == 2 || (bytes[2] != '[' && bytes[2] != 'O'))
             return {1, KeyStroke{.kind = Kind::escape}};
     }
+    // Lines for larkspin begin with such a sign, maybe right after Escape; with Alt none has a use.
+    if (isPunctuation(bytes[1]))
+        return {1, KeyStroke{.kind = Kind::escape}};
     const TypedStroke next = firstStroke(bytes.substr(1), areWhole);
     if (next.length == 0)
         return {};

@@ -132,11 +132,9 @@ bool WindowLayer::takeText(const PasteStroke& pasted) {
 bool WindowLayer::takeKey(const KeyStroke& key) {
     if (takeKeyOfWindow(key))
         return true;
-    const Control* const control = focus_.control();
-    const bool isField = control && takesText(*control);
-    if (!isField && rank_ == Rank::box && takeKeyOfBox(key))
+    if (rank_ == Rank::box && !isInField() && takeKeyOfBox(key))
         return true;
-    if (!isField && rank_ == Rank::window && goesToLine(key, control)) {
+    if (!isInField() && goesToLine(key)) {
         stage_.leave();
         return false;
     }
@@ -162,7 +160,7 @@ bool WindowLayer::takeKeyOfWindow(const KeyStroke& key) {
 }
 
 // What is typed goes into its field. In a box without one, a letter presses the button that begins
-// with it.
+// with it, and anything else begins a line.
 bool WindowLayer::takeKeyOfBox(const KeyStroke& key) {
     if (!isTypedText(key) || isTypedSpace(key))
         return false;
@@ -177,22 +175,28 @@ bool WindowLayer::takeKeyOfBox(const KeyStroke& key) {
             control.text().starts_with(typed))
             pressed = control.name;
     }
-    if (!pressed.empty()) {
-        stage_.pressed();
-        press(window_, pressed);
-    }
+    if (pressed.empty())
+        return false;
+    stage_.pressed();
+    press(window_, pressed);
     return true;
 }
 
+bool WindowLayer::isInField() const {
+    const Control* const control = focus_.control();
+    return control && takesText(*control);
+}
+
 // Space, Return and Backspace mean the line that the owner is typing, but for a control that keys
-// have led to; Return on a list means its row.
-bool WindowLayer::goesToLine(const KeyStroke& key, const Control* control) const {
+// have led to, and in a box; Return on a list means its row.
+bool WindowLayer::goesToLine(const KeyStroke& key) const {
     if (isTypedText(key) && !isTypedSpace(key))
         return true;
     const bool isEnd = key.kind == KeyKind::enter;
+    const Control* const control = focus_.control();
     const bool isList = control && control->kind == Control::Kind::list;
-    return (isTypedSpace(key) || isEnd || key.kind == KeyKind::backspace) && !focus_.isByKey() &&
-           stage_.isLineBegun() && !(isEnd && isList);
+    return (isTypedSpace(key) || isEnd || key.kind == KeyKind::backspace) &&
+           rank_ == Rank::window && !focus_.isByKey() && stage_.isLineBegun() && !(isEnd && isList);
 }
 
 // What was pressed by the mouse isn't pressed once more by a key that may be meant for the line.

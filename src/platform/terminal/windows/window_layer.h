@@ -52,7 +52,8 @@ private:
     bool takeKeyOfWindow(const KeyStroke& key);
     bool takeKeyOfBox(const KeyStroke& key);
     bool strikeFocused(const KeyStroke& key);
-    bool goesToLine(const KeyStroke& key, const Control* control) const;
+    bool isInField() const;
+    bool goesToLine(const KeyStroke& key) const;
     bool takeText(const PasteStroke& pasted);
     void closeByKey();
     void menuByKey();

@@ -48,6 +48,8 @@ const struct {
      "3\x1b\x7F\x1b\r\x1b\x1b[A\x1b\x02",
      {typed('3', true), key(Key::backspace, false, true), key(Key::enter, false, true),
       key(Key::up, false, true), typed('b', true, true)}},
+    {"\x1b/s\x1b's",
+     {key(Key::escape), typed('/'), typed('s'), key(Key::escape), typed('\''), typed('s')}},
     {"\x1b\x1bx", {key(Key::escape), typed('x', true)}},
     {"\x1bOM\x1bOj\x1bOy\x1bOx", {key(Key::enter), typed('*'), typed('9'), typed('8')}},
     {"\x1b[<0;3;5M\x1b[<32;4;5M\x1b[<0;4;5m",

@@ -139,6 +139,18 @@ TEST_F(DialogOnScreen, TakesTheKeyboardOnlyAfterAPress) {
     EXPECT_EQ(line.typed, "o");
 }
 
+// A line typed as the program greets him must not end the greeting by its first blank.
+TEST_F(DialogOnScreen, WhatPressesNothingBeginsALine) {
+    meanwhile([&] {
+        type("/o ");
+        find("return to answer");
+        function(6);
+        type("o");
+    });
+    dialogs.box("hello");
+    EXPECT_EQ(line.typed, "/o ");
+}
+
 TEST_F(DialogOnScreen, NestedOnesAreAnsweredInAnyOrderAndDismissedTogether) {
     bool inner = true;
     meanwhile([&] {
