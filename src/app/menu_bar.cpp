@@ -56,6 +56,27 @@ void join(const MenuBarNeeds& needs) {
         needs.run("/join " + *room);
 }
 
+MenuEntry switchEntry(const MenuBarNeeds& needs, const char* word, const char* caption, bool isOn) {
+    MenuEntry each =
+        entry(word, caption, running(needs, '/' + std::string(word) + (isOn ? " off" : " on")));
+    each.checked = isOn;
+    return each;
+}
+
+// For a front end without a dialog for them.
+BarEntries preferenceEntries(const MenuBarNeeds& needs) {
+    const Preferences& preferences = needs.rooms.preferences;
+    BarEntries colors;
+    for (const char* const name : roomColorNames) {
+        colors.push_back(entry(name, name, running(needs, "/colours " + std::string(name))));
+        colors.back().checked = name == roomColorNames[static_cast<int>(preferences.colors())];
+    }
+    return {switchEntry(needs, "stamps", "show when a line was said", preferences.showsStamps()),
+            switchEntry(needs, "notifications", "tell when you are called", preferences.notifies()),
+            switchEntry(needs, "log", "write what is said down in a log", needs.rooms.log.isOn()),
+            submenu("colours", "colours", std::move(colors))};
+}
+
 BarEntries roomEntries(const MenuBarNeeds& needs) {
     AllRooms& rooms = needs.rooms;
     BarEntries entries;
@@ -68,11 +89,12 @@ BarEntries roomEntries(const MenuBarNeeds& needs) {
     if (!front.isAtHome())
         entries.push_back(entry("leave", "leave " + rooms.conversations.fullName(front),
                                 running(needs, "/leave")));
-    if (needs.preferences)
-        entries.insert(entries.end(), {separator("r1"),
-                                       entry("preferences", "preferences...", needs.preferences)});
     entries.insert(entries.end(),
-                   {separator("r2"), entry("quit", "quit", running(needs, "/quit"))});
+                   {separator("r1"),
+                    needs.preferences
+                        ? entry("preferences", "preferences...", needs.preferences)
+                        : submenu("preferences", "preferences", preferenceEntries(needs)),
+                    separator("r2"), entry("quit", "quit", running(needs, "/quit"))});
     return entries;
 }
 

@@ -22,7 +22,8 @@ struct MenuBarNeeds {
     // Does what a line with a slash says.
     std::function<void(const std::string& line)> run;
 
-    // Show the dialogs of the front end. Empty where it has none, which has no entry then.
+    // Show the dialogs of the front end. Where it has none for preferences, they are a menu; it has
+    // no entry to connect then.
     Task connect = {}, preferences = {};
 
     std::string manual = {}; // its path; empty where it isn't installed

@@ -14,6 +14,7 @@ ScreenGuide::ScreenGuide(ScreenRoom& room, Program& program, const std::string& 
                            .rooms = room.rooms,
                            .firstSteps = firstSteps,
                            .run = [&room](const std::string& line) { room.does(line); },
+                           .connect = [&room] { room.helpToType("connect"); },
                            .manual = manual}));
     room.commands.triggerBy([&program] { return program.shell.state.trigger; });
     program.help.showBy([&room](const std::string& word) { room.commands.run("/help " + word); });

@@ -111,6 +111,12 @@ void ScreenRoom::offer(const std::string& line) {
         layer.view.line.put({.text = line, .cursor = line.size()});
 }
 
+void ScreenRoom::helpToType(const std::string& word) {
+    commands.run("/help /" + word);
+    if (const std::string line = '/' + word + ' '; !layer.view.line.isBegun())
+        layer.view.line.put({.text = line, .cursor = line.size()});
+}
+
 void ScreenRoom::tell(const std::string& text) {
     rooms.conversations.tell(KeptLine::Kind::answer, text);
 }

@@ -54,6 +54,9 @@ public:
     // line to type in elsewhere.
     void offer(const std::string& line);
 
+    // Tells of a word with a slash, and begins a line with it if there is none yet.
+    void helpToType(const std::string& word);
+
     // What the front end has to say itself, to the owner alone.
     void tell(const std::string& text);
 

@@ -134,6 +134,19 @@ TEST_F(ScreenRoomTest, WhoHasNoMouseHasMenusOfLinksAndPeople) {
         strike(key);
         EXPECT_EQ(menus.size(), 5U);
     }
+    const auto chooseInRoom = [this](const char* name) {
+        for (const MenuEntry& each : menus[0].entries())
+            for (const MenuEntry& inside :
+                 each.children.empty() ? std::vector{each} : each.children)
+                if (inside.name == name)
+                    machine.run(inside.action);
+        settle();
+    };
+    chooseInRoom("connect");
+    EXPECT_EQ(room.layer.view.line.draft().text, "/connect ");
+    const bool stamps = room.rooms.preferences.showsStamps();
+    chooseInRoom("stamps");
+    EXPECT_NE(room.rooms.preferences.showsStamps(), stamps);
     strike(KeyStroke{.kind = Kind::function, .number = 1});
     EXPECT_NE(seen().find("/help WORD tells of a word"), std::string::npos);
 }
