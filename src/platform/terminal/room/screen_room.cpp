@@ -108,13 +108,17 @@ void ScreenRoom::offer(const std::string& line) {
     if (rooms.conversations.front().isAtHome())
         does(line);
     else
-        layer.view.line.put({.text = line, .cursor = line.size()});
+        begin(line);
 }
 
 void ScreenRoom::helpToType(const std::string& word) {
     commands.run("/help /" + word);
-    if (const std::string line = '/' + word + ' '; !layer.view.line.isBegun())
-        layer.view.line.put({.text = line, .cursor = line.size()});
+    if (!layer.view.line.isBegun())
+        begin('/' + word + ' ');
+}
+
+void ScreenRoom::begin(const std::string& line) {
+    layer.view.line.put({.text = line, .cursor = line.size()});
 }
 
 void ScreenRoom::tell(const std::string& text) {

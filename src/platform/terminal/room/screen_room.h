@@ -72,6 +72,7 @@ public:
 
 private:
     RoomLayer::Tasks layerTasks();
+    void begin(const std::string& line);
     SlashWord mouseWord();
     void tellHowToLeave();
     void showLooks();

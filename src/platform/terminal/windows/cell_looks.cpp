@@ -1,5 +1,6 @@
 #include "platform/terminal/windows/cell_looks.h"
 
+#include "host/readable_color.h"
 #include "text/blanks.h"
 #include "text/visible.h"
 
@@ -38,28 +39,19 @@ Rgb rgbOf(Color color) {
     return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
 }
 
-Rgb between(Rgb first, Rgb second, double share) {
-    Rgb mixed = 0;
-    for (const unsigned shift : {0u, 8u, 16u}) {
-        const double from = first >> shift & 0xFF, to = second >> shift & 0xFF;
-        mixed |= static_cast<Rgb>(std::lround(from + (to - from) * share)) << shift;
-    }
-    return mixed;
-}
-
 CellStyle plainIn(const TwoColors& colors) {
     return {.foreground = rgbOf(colors.foreground), .background = rgbOf(colors.background)};
 }
 
 CellStyle dimIn(const TwoColors& colors) {
     CellStyle style = plainIn(colors);
-    style.foreground = between(*style.foreground, *style.background, outlineShare);
+    style.foreground = mixedColor(*style.foreground, *style.background, outlineShare);
     return style;
 }
 
 CellStyle raisedIn(const TwoColors& colors) {
     CellStyle style = plainIn(colors);
-    style.background = between(*style.background, *style.foreground, raisedShare);
+    style.background = mixedColor(*style.background, *style.foreground, raisedShare);
     return style;
 }
 

@@ -12,7 +12,6 @@
 namespace larkspin {
 
 Rgb rgbOf(Color color);
-Rgb between(Rgb first, Rgb second, double share); // of the second
 
 struct TwoColors {
     Color foreground = aqua, background = black;
