@@ -6,7 +6,7 @@
 #include "platform/dbus/notifications.h"
 #include "platform/dbus/running_copy.h"
 #include "platform/dbus/tray_host.h"
-#include "platform/posix/own_manual.h"
+#include "platform/posix/own_files.h"
 #include "platform/posix/user_directories.h"
 #include "platform/qt/display.h"
 #include "platform/qt/file_drops.h"

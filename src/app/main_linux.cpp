@@ -4,6 +4,7 @@
 #include "platform/posix/disk_questions.h"
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/file_addresses.h"
+#include "platform/posix/own_files.h"
 #include "platform/posix/standard_streams.h"
 #include "platform/posix/user_directories.h"
 
@@ -75,7 +76,7 @@ Preferences::Folders LinuxPorts::folders() {
 LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)
     : player_(
           ports.loop,
-          {.program = playerBeside(),
+          {.program = ownPlayer(),
            .disk = ports.disk.owners,
            .lost = [&trace = ports.trace](const std::string& why) { trace.note("player:", why); }},
           frontEnd.tell),

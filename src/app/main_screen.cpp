@@ -2,7 +2,7 @@
 
 #include "app/main_linux.h"
 #include "host/trace_word.h"
-#include "platform/posix/own_manual.h"
+#include "platform/posix/own_files.h"
 #include "platform/posix/user_directories.h"
 #include "platform/terminal/room/screen_guide.h"
 #include "platform/terminal/room/screen_room.h"

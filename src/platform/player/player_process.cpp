@@ -5,7 +5,6 @@
 
 #include <array>
 #include <csignal>
-#include <filesystem>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,11 +23,6 @@ const std::vector<std::string> playersVariables = {
     "UBSAN_OPTIONS"};
 
 } // namespace
-
-std::string playerBeside() {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "larkspin-player";
-}
 
 std::unique_ptr<PlayerProcess> PlayerProcess::start(const std::string& program,
                                                     const std::vector<std::string>& arguments) {

@@ -13,9 +13,6 @@
 
 namespace larkspin {
 
-// The player's executable, which lies beside that of this process.
-std::string playerBeside();
-
 class PlayerProcess {
 public:
     // Nothing when it can't be started.

@@ -1,6 +1,6 @@
 #include "platform/qt/icon.h"
 
-#include "icon_svg.h" // made from packaging/icons/larkspin.svg by the build
+#include "platform/qt/icon_svg.h" // made from packaging/icons/larkspin.svg by the build
 
 #include <QIcon>
 #include <QPainter>
