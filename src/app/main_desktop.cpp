@@ -46,7 +46,7 @@ int main(int count, char** arguments) {
     const Started started = readStart(count, arguments, "larkspin", Display::knownOptions());
     LinuxDisk disk;
     blockSignals(endSignals);
-    const Handing handing = handFilesOver(started.files, disk.process, userDataDirectory());
+    const Handing handing = handOver(started, disk.process, userDataDirectory());
     if (handing == Handing::done)
         return EXIT_SUCCESS;
     Display display(started.display);
@@ -140,7 +140,7 @@ int main(int count, char** arguments) {
             raiseRunningCopy(sessionBusAddress());
         dialogs.ownerPresses(); // on the icon that starts the program
         program.opensBy([&] { room.open([&] { program.end(); }); });
-        larkspin.open(started.files); // once the program runs
+        larkspin.begin(started); // once the program runs
         program.start();
     });
     display.run();

@@ -12,7 +12,7 @@
 
 namespace larkspin {
 
-void runInLines(PollLoop& loop, LinuxPorts& ports, const std::vector<std::string>& files,
+void runInLines(PollLoop& loop, LinuxPorts& ports, const Started& started,
                 const std::string& word) {
     Terminal terminal(
         loop, ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory,
@@ -44,7 +44,7 @@ void runInLines(PollLoop& loop, LinuxPorts& ports, const std::vector<std::string
             for (const std::string& line : firstSteps.asLines())
                 terminal.screen.tell(line);
     });
-    larkspin.open(files); // once the program runs
+    larkspin.begin(started); // once the program runs
     program.start();
     // Events run until one of them ends the process.
     loop.waitFor([] { return false; }, Nanoseconds::max());

@@ -2,16 +2,15 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace larkspin {
 
 class PollLoop;
 struct LinuxPorts;
+struct Started;
 
-// Runs the program until it ends the process; files are played or added as it has started. The
+// Runs the program until it ends the process; what it was started with is done once it runs. The
 // owner is told the word, if there is one.
-void runInLines(PollLoop& loop, LinuxPorts& ports, const std::vector<std::string>& files,
-                const std::string& word);
+void runInLines(PollLoop& loop, LinuxPorts& ports, const Started& started, const std::string& word);
 
 } // namespace larkspin

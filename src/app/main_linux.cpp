@@ -88,17 +88,29 @@ LinuxProgram::LinuxProgram(LinuxPorts& ports, const FrontEnd& frontEnd)
                .quit = [this] { program.exit(); },
                .open = [this](const std::string& address) { open({address}); }}),
       copy_(ports.loop, sessionBusAddress(), ports.directory.path(),
-            [this](const std::vector<std::string>& addresses) {
-                if (comeForward_)
-                    comeForward_();
-                open(addresses);
-            }) {
+            {.open =
+                 [this](const std::vector<std::string>& addresses) {
+                     if (comeForward_)
+                         comeForward_();
+                     open(addresses);
+                 },
+             .press = [this](const std::vector<std::string>& buttons) { press(buttons); }}) {
     ports.process.beforeEnd(frontEnd.close);
     ports.loop.onSignals(endSignals, [this] { program.end(); });
 }
 
 Completion LinuxProgram::completionOf(std::string_view typed) const {
     return larkspin::completionOf(program.shell.state, typed);
+}
+
+void LinuxProgram::begin(const Started& started) {
+    open(started.files);
+    press(started.presses);
+}
+
+void LinuxProgram::press(const std::vector<std::string>& buttons) {
+    for (const std::string& button : buttons)
+        program.whenRunning([this, button] { program.playback.remote.press(button); });
 }
 
 // What is no file of this machine is told by its address.

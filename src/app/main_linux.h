@@ -5,6 +5,7 @@
 // loop; the program, when the front end stands.
 #pragma once
 
+#include "app/main_start.h"
 #include "app/program.h"
 #include "host/preferences.h"
 #include "irc/connection/traced_connection.h"
@@ -82,10 +83,13 @@ public:
     // What a line that the owner has begun to type can become.
     Completion completionOf(std::string_view typed) const;
 
-    // Plays or adds what lies at these addresses.
-    void open(const std::vector<std::string>& addresses);
+    // Does what it was started with, as soon as the program runs.
+    void begin(const Started& started);
 
 private:
+    void open(const std::vector<std::string>& addresses); // plays or adds what lies there
+    void press(const std::vector<std::string>& buttons);
+
     PlayerControl player_;
     PosixMachineFacts facts_;
 

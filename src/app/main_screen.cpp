@@ -22,8 +22,7 @@
 
 namespace larkspin {
 
-void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
-                 const std::vector<std::string>& files) {
+void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports, const Started& started) {
     Stage stage(loop, screen.layers);
     ScreenDialogs dialogs(loop, stage, ports.directories);
     ScreenDesktop drawn(stage);
@@ -78,7 +77,7 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports,
         lastWords.clear();
         room.open(program.windows(), [&] { program.end(); });
     });
-    larkspin.open(files); // once the program runs
+    larkspin.begin(started); // once the program runs
     program.start();
     // Events run until one of them ends the process.
     loop.waitFor([] { return false; }, Nanoseconds::max());

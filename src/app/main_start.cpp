@@ -33,7 +33,7 @@ Started readStart(int count, char** arguments, const std::string& program,
         endAfter(versionLine(), stdout, EXIT_SUCCESS);
     if (line.wish == CommandLine::Wish::unknown)
         endAfter(unknownOptionText(program, visibleText(line.unknown, " ")), stderr, wrongUse);
-    Started started{.files = {}, .display = line.display};
+    Started started{.files = {}, .presses = line.presses, .display = line.display};
     std::error_code failed;
     const std::string here = line.files.empty() ? "" : std::filesystem::current_path(failed);
     for (const std::string& file : line.files)
@@ -41,11 +41,13 @@ Started readStart(int count, char** arguments, const std::string& program,
     return started;
 }
 
-Handing handFilesOver(const std::vector<std::string>& files, PosixProcess& process,
-                      const std::string& dataDirectory) {
-    if (files.empty() || process.claimOnlyCopy())
+Handing handOver(const Started& started, PosixProcess& process, const std::string& dataDirectory) {
+    const auto& [files, presses, display] = started;
+    if ((files.empty() && presses.empty()) || process.claimOnlyCopy())
         return Handing::notNeeded;
-    if (handToRunningCopy(sessionBusAddress(), dataDirectory, files))
+    const std::string bus = sessionBusAddress();
+    if ((files.empty() || openInRunningCopy(bus, dataDirectory, files)) &&
+        (presses.empty() || pressInRunningCopy(bus, dataDirectory, presses)))
         return Handing::done;
     std::fprintf(stderr, "%s\n", unreachableCopy);
     return Handing::failed;

@@ -13,6 +13,7 @@ namespace larkspin {
 
 struct Started {
     std::vector<std::string> files;   // by their addresses
+    std::vector<std::string> presses; // of buttons, once the files are taken
     std::vector<std::string> display; // options
 };
 
@@ -21,14 +22,13 @@ Started readStart(int count, char** arguments, const std::string& program,
                   std::span<const DisplayOption> displayOptions = {});
 
 enum class Handing {
-    notNeeded, // there are no files, or there is no other copy: this one has its place now
-    done,      // the other copy has them
+    notNeeded, // there is nothing to do, or no other copy: this one has its place now
+    done,      // the other copy does it
     failed,    // there is one, but it can't be reached, which has been told on the error output
 };
-Handing handFilesOver(const std::vector<std::string>& files, PosixProcess& process,
-                      const std::string& dataDirectory);
+Handing handOver(const Started& started, PosixProcess& process, const std::string& dataDirectory);
 
 inline constexpr const char* unreachableCopy =
-    "larkspin runs already, but can't be reached: open the files there";
+    "larkspin runs already, but can't be reached: go there instead";
 
 } // namespace larkspin

@@ -22,11 +22,10 @@ constexpr const char* cantBeDrawnOn =
     "this terminal can't be drawn on: lines come one below the other";
 
 // Doesn't return where there is a screen.
-void runOnScreenIfThereIsOne(PollLoop& loop, LinuxPorts& ports,
-                             const std::vector<std::string>& files) {
+void runOnScreenIfThereIsOne(PollLoop& loop, LinuxPorts& ports, const Started& started) {
     QueuedOutput output(loop, STDOUT_FILENO);
     if (const auto screen = Screen::open(loop, output))
-        runOnScreen(loop, *screen, ports, files);
+        runOnScreen(loop, *screen, ports, started);
 }
 
 } // namespace
@@ -34,7 +33,7 @@ void runOnScreenIfThereIsOne(PollLoop& loop, LinuxPorts& ports,
 int main(int count, char** arguments) {
     const Started started = readStart(count, arguments, "larkspin-tty", options);
     LinuxDisk disk;
-    if (const auto handing = handFilesOver(started.files, disk.process, userDataDirectory());
+    if (const auto handing = handOver(started, disk.process, userDataDirectory());
         handing != Handing::notNeeded)
         return handing == Handing::done ? EXIT_SUCCESS : EXIT_FAILURE;
     PollLoop loop;
@@ -42,6 +41,6 @@ int main(int count, char** arguments) {
     const bool isOnScreen =
         started.display.empty() && ::isatty(STDIN_FILENO) == 1 && ::isatty(STDOUT_FILENO) == 1;
     if (isOnScreen)
-        runOnScreenIfThereIsOne(loop, ports, started.files);
-    runInLines(loop, ports, started.files, isOnScreen ? cantBeDrawnOn : "");
+        runOnScreenIfThereIsOne(loop, ports, started);
+    runInLines(loop, ports, started, isOnScreen ? cantBeDrawnOn : "");
 }

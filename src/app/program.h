@@ -56,6 +56,9 @@ public:
     // close a box before that, he is told.
     void bring(const std::vector<std::string>& paths, BroughtFiles::Then then);
 
+    // Does this as soon as the program runs, and after what is to be brought in by then.
+    void whenRunning(const Task& task);
+
     // Whether it runs: all is loaded, and commands are taken.
     bool isRunning() const { return phase_ == Phase::running && chat.NiteScan1.running(); }
     bool isFirstRun() const { return isFirstRun_; }
@@ -87,7 +90,7 @@ private:
     void loadFolders(const StoredSettings& stored);
     void listen();
     void openFrontEnd();
-    void takeEarlyFiles();
+    void doEarlyTasks();
     void tellEarlyFiles();
     void takeEarlyLines();
     void finish(bool speaks);
@@ -106,7 +109,8 @@ private:
     TimerId telling_ = TimerId::none;
     Task open_;
     bool isWelcoming_ = false;                      // the box of the first run stands
-    std::vector<Task> earlyFiles_;                  // that came before the program could take them
+    bool hasEarlyFiles_ = false;                    // among these
+    std::vector<Task> earlyTasks_;                  // that came before the program could do them
     std::vector<CommandRow> rows1_, rows2_, rows3_; // what each scanner's lines are tried on
 };
 

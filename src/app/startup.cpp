@@ -77,7 +77,7 @@ void Program::start() {
     // Lines that the owner has typed since the greeting come in only now, when all that they touch
     // is in place.
     openFrontEnd();
-    takeEarlyFiles();
+    doEarlyTasks();
 }
 
 void Program::claimOnlyCopy() {
@@ -151,22 +151,27 @@ void Program::openFrontEnd() {
 }
 
 void Program::bring(const std::vector<std::string>& paths, BroughtFiles::Then then) {
-    const Task taking = [this, paths, then] { broughtFiles.take(paths, then); };
-    if (phase_ == Phase::running && chat.NiteScan1.running())
-        taking();
-    else
-        earlyFiles_.push_back(taking);
+    hasEarlyFiles_ = !isRunning();
+    whenRunning([this, paths, then] { broughtFiles.take(paths, then); });
     if (isWelcoming_)
         tellEarlyFiles();
 }
 
-void Program::takeEarlyFiles() {
-    for (const Task& taking : std::exchange(earlyFiles_, {}))
-        taking();
+void Program::whenRunning(const Task& task) {
+    if (isRunning())
+        task();
+    else
+        earlyTasks_.push_back(task);
+}
+
+void Program::doEarlyTasks() {
+    hasEarlyFiles_ = false;
+    for (const Task& task : std::exchange(earlyTasks_, {}))
+        task();
 }
 
 void Program::tellEarlyFiles() {
-    if (!earlyFiles_.empty())
+    if (hasEarlyFiles_)
         chat.reply.tellOwner("files are taken once the box is closed");
 }
 

@@ -9,6 +9,7 @@
 #include "text/number.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace larkspin {
 
@@ -93,6 +94,19 @@ void RemoteControl::next() {
 
 void RemoteControl::previous() {
     buttons_.previous();
+}
+
+bool RemoteControl::press(std::string_view button) {
+    static constexpr std::pair<std::string_view, void (RemoteControl::*)()> buttons[] = {
+        {"play-pause", &RemoteControl::playOrPause},
+        {"next", &RemoteControl::next},
+        {"previous", &RemoteControl::previous}};
+    for (const auto& [name, operation] : buttons)
+        if (name == button) {
+            (this->*operation)();
+            return true;
+        }
+    return false;
 }
 
 void RemoteControl::moveTo(microseconds place) {

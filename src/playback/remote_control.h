@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 
 namespace larkspin {
 
@@ -50,6 +51,9 @@ public:
     void stop();
     void next();
     void previous();
+
+    // Presses one of these by its name: play-pause, next or previous. False for any other name.
+    bool press(std::string_view button);
 
     // Move to a place in the song, or by a span from the present place. A place before the song's
     // beginning means its beginning; one after its end starts the next song.

@@ -8,10 +8,27 @@ namespace larkspin {
 
 namespace {
 
+constexpr DisplayOption buttons[] = {
+    {.name = "--play-pause", .help = "pauses, goes on, or plays the last song once more"},
+    {.name = "--next", .help = "plays the next song"},
+    {.name = "--previous", .help = "plays the previous song"}};
+
 const DisplayOption* findOption(std::span<const DisplayOption> options, std::string_view argument) {
     const auto found =
         std::ranges::find(options, argument.substr(0, argument.find('=')), &DisplayOption::name);
     return found == options.end() ? nullptr : &*found;
+}
+
+std::string toldOptions(std::span<const DisplayOption> options) {
+    constexpr std::size_t nameColumns = 14;
+    std::string told;
+    for (const DisplayOption& option : options)
+        if (!option.help.empty()) {
+            std::string name(option.name);
+            name.resize(std::max(name.size(), nameColumns), ' ');
+            told += "  " + name + std::string(option.help) + '\n';
+        }
+    return told;
 }
 
 } // namespace
@@ -34,6 +51,8 @@ CommandLine readCommandLine(std::span<const std::string> arguments,
                 line.display.push_back(arguments[++at]);
         } else if (!argument.starts_with('-')) {
             line.files.push_back(argument);
+        } else if (std::ranges::count(buttons, argument, &DisplayOption::name) > 0) {
+            line.presses.push_back(argument.substr(2));
         } else if (argument == "--help" || argument == "-h") {
             line.wish = Wish::help;
         } else if (argument == "--version") {
@@ -47,26 +66,20 @@ CommandLine readCommandLine(std::span<const std::string> arguments,
 }
 
 std::string usageText(const std::string& program, std::span<const DisplayOption> displayOptions) {
-    constexpr std::size_t nameColumns = 11;
-    std::string options;
-    for (const DisplayOption& option : displayOptions)
-        if (!option.help.empty()) {
-            std::string name(option.name);
-            name.resize(std::max(name.size(), nameColumns), ' ');
-            options += "  " + name + std::string(option.help) + '\n';
-        }
+    constexpr DisplayOption others[] = {
+        {.name = "--help", .help = "says this"},
+        {.name = "--version", .help = "says which version this is"},
+        {.name = "--", .help = "what comes after it are files, whatever they begin with"}};
     return "usage: " + program +
-           " [FILE...]\n"
+           " [OPTION...] [FILE...]\n"
            "\n"
            "Music that is driven by typing into a chat room. All files are added to the\n"
            "list, and the first one plays; directories are added with all that is below\n"
-           "them. The larkspin that runs already does that, or else this one.\n"
+           "them. The larkspin that runs already does that, and presses the buttons that\n"
+           "options name, or else this one.\n"
            "\n"
-           "  FILE       a path, or an address (file:///...)\n" +
-           options +
-           "  --help     says this\n"
-           "  --version  says which version this is\n"
-           "  --         what comes after it are files, whatever they begin with\n"
+           "  FILE          a path, or an address (file:///...)\n" +
+           toldOptions(buttons) + toldOptions(displayOptions) + toldOptions(others) +
            "\n"
            "In the room, /help tells all else.\n";
 }

@@ -1,5 +1,5 @@
-// What the program is started with: files, or one of a few options. All else is done by what the
-// owner types into the room.
+// What the program is started with: files, buttons to press, or one of a few options. All else is
+// done by what the owner types into the room.
 #pragma once
 
 #include <span>
@@ -20,8 +20,9 @@ struct CommandLine {
     enum class Wish { run, help, version, unknown };
 
     Wish wish = Wish::run;
-    std::string unknown;            // option
-    std::vector<std::string> files; // as they were typed
+    std::string unknown;              // option
+    std::vector<std::string> files;   // as they were typed
+    std::vector<std::string> presses; // of buttons, each by its option's name without the dashes
     std::vector<std::string> display;
 };
 

@@ -15,6 +15,7 @@ TEST(CommandLine, TellsFilesFromOptions) {
         Wish wish;
         Arguments files, display;
         std::string unknown = {};
+        Arguments presses = {};
     } cases[] = {
         {{}, Wish::run, {}, {}},
         {{"a.mp3", "Music/"}, Wish::run, {"a.mp3", "Music/"}, {}},
@@ -27,14 +28,16 @@ TEST(CommandLine, TellsFilesFromOptions) {
         {{"-session=7", "a", "-flat"}, Wish::run, {"a"}, {"-session=7", "-flat"}},
         {{"-session"}, Wish::run, {}, {"-session"}},
         {{"-sess"}, Wish::unknown, {}, {}, "-sess"},
+        {{"--next", "a", "--play-pause"}, Wish::run, {"a"}, {}, "", {"next", "play-pause"}},
     };
     const DisplayOption options[] = {{"-session", true}, {"-flat"}};
-    for (const auto& [given, wish, files, display, unknown] : cases) {
+    for (const auto& [given, wish, files, display, unknown, presses] : cases) {
         const CommandLine line = readCommandLine(given, options);
         EXPECT_EQ(line.wish, wish) << testing::PrintToString(given);
         EXPECT_EQ(line.files, files);
         EXPECT_EQ(line.display, display);
         EXPECT_EQ(line.unknown, unknown);
+        EXPECT_EQ(line.presses, presses);
     }
 }
 

@@ -20,7 +20,6 @@ struct OnTheSessionBus : testing::Test {
             EXPECT_TRUE(makeSong(disk.path() / "Music" / song, 30));
         EXPECT_TRUE(makeTaggedSong(disk.path() / "Music" / "tagged.flac", 30,
                                    R"(title=\"Who?\",artist=\"AC/DC\",album=Live)"));
-        auto variables = ownHome(disk.path().native());
         variables.push_back("DBUS_SESSION_BUS_ADDRESS=" + bus.address());
         child = Child::start(LARKSPIN_TTY, variables);
         say("'filter wav", "media filter");
@@ -45,6 +44,7 @@ struct OnTheSessionBus : testing::Test {
 
     TempDirectory disk;
     PrivateBus bus;
+    std::vector<std::string> variables = ownHome(disk.path().native());
     std::unique_ptr<Child> child;
 };
 
@@ -95,6 +95,32 @@ TEST_F(OnTheSessionBus, TellsAndDoesWhatAPlayersControlAsksFor) {
     }
     child->endInput();
     EXPECT_EQ(child->rest(patience).find("next:"), std::string::npos) << "all without a word";
+}
+
+TEST_F(OnTheSessionBus, PressesTheButtonsThatAnotherCopyIsStartedFor) {
+    say("'play ride", "ride");
+    comes([&] { return !client("position").starts_with("0."); });
+    const auto expect = [&](const std::string& asked, const std::string& wanted) {
+        std::string seen;
+        comes([&] { return (seen = client(asked)) == wanted; });
+        EXPECT_EQ(seen, wanted);
+    };
+    const struct {
+        const char *option, *asked, *seen;
+    } steps[] = {{"--play-pause", "status", "Paused"},
+                 {"--play-pause", "status", "Playing"},
+                 {"--previous", "metadata title", "high & \u00FC?"},
+                 {"--next", "metadata title", "ride"}};
+    for (const auto& [option, asked, seen] : steps) {
+        EXPECT_EQ(Child::start(LARKSPIN_TTY, variables, {option})->ends(patience), 0) << option;
+        expect(asked, seen);
+    }
+    child->endInput();
+    EXPECT_EQ(child->ends(patience), 0);
+    child = Child::start(LARKSPIN_TTY, variables, {"--play-pause"}); // there is no other one now
+    expect("metadata title", "ride");
+    child->endInput();
+    EXPECT_EQ(child->ends(patience), 0);
 }
 
 TEST_F(OnTheSessionBus, SaysWhatItOpens) {
