@@ -11,7 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto patienceWithKey = 50ms;
+constexpr auto patienceWithKey = 50ms; // that may be one by itself
+constexpr auto patienceWithRest = 1s;  // of what is none without it, on a slow line
 constexpr auto patienceWithPaste = 5s; // of a terminal that doesn't tell its end
 constexpr auto betweenPresses = 400ms; // of a double click
 
@@ -98,9 +99,10 @@ void StrokeReader::tellSecondPress(MouseStroke& mouse, Nanoseconds now) {
 std::optional<Nanoseconds> StrokeReader::patience() const {
     if (paste_)
         return patienceWithPaste;
-    if (!bytes_.empty())
-        return patienceWithKey;
-    return std::nullopt;
+    if (bytes_.empty())
+        return std::nullopt;
+    const bool mayBeWhole = bytes_[0] == '\x1b' && firstStroke(bytes_, true).stroke;
+    return mayBeWhole ? patienceWithKey : patienceWithRest;
 }
 
 std::vector<Stroke> StrokeReader::giveUp() {

@@ -39,8 +39,12 @@ constexpr NamedKey keysByNumber[] = {
     {12, Kind::function, 2},  {13, Kind::function, 3},  {14, Kind::function, 4},
     {15, Kind::function, 5},  {17, Kind::function, 6},  {18, Kind::function, 7},
     {19, Kind::function, 8},  {20, Kind::function, 9},  {21, Kind::function, 10},
-    {23, Kind::function, 11}, {24, Kind::function, 12},
+    {23, Kind::function, 11}, {24, Kind::function, 12}, {25, Kind::function, 13},
+    {26, Kind::function, 14}, {28, Kind::function, 15}, {29, Kind::function, 16},
+    {31, Kind::function, 17}, {32, Kind::function, 18}, {33, Kind::function, 19},
+    {34, Kind::function, 20},
 };
+constexpr int lastFunctionKey = 12, withShift = 10; // rxvt and PuTTY count on with Shift held
 
 // What the keys beside the digits of a keypad send, from 'j' on.
 constexpr std::string_view keypad = "*+,-./0123456789";
@@ -51,9 +55,10 @@ std::optional<Stroke> named(const NamedKey (&keys)[count], int sign, int modifie
         std::ranges::find_if(keys, [sign](const NamedKey& each) { return each.sign == sign; });
     if (key == std::end(keys))
         return std::nullopt;
+    const bool countsOn = key->number > lastFunctionKey;
     return KeyStroke{.kind = key->kind,
-                     .number = key->number,
-                     .shift = (modifiers & 1) != 0 || sign == 'Z',
+                     .number = key->number - (countsOn ? withShift : 0),
+                     .shift = (modifiers & 1) != 0 || sign == 'Z' || countsOn,
                      .alt = (modifiers & 2) != 0,
                      .ctrl = (modifiers & 4) != 0};
 }
@@ -83,6 +88,24 @@ KeyStroke controlKey(char32_t code) {
                          : code <= 26 ? code + letters
                                       : code + others,
             .ctrl = true};
+}
+
+// A key by its character, as terminals tell it that are to keep apart what sends the same
+// otherwise.
+std::optional<Stroke> toldKey(int code, int modifiers) {
+    constexpr int firstWithoutCharacter = 0xE000; // further keys of one terminal, and what is cut
+    const auto character = static_cast<char32_t>(code);
+    const bool isInAscii = character < 0x80;
+    if (code <= 0 || code >= firstWithoutCharacter || (isControl(character) && !isInAscii))
+        return std::nullopt;
+    KeyStroke key = isControl(character) ? controlKey(character) : characterKey(character);
+    const bool isCharacter = key.kind == Kind::character;
+    key.shift = !isCharacter && (modifiers & 1) != 0;
+    key.alt = (modifiers & 2) != 0;
+    key.ctrl = key.ctrl || (modifiers & 4) != 0;
+    if (isCharacter && key.ctrl && isInAscii)
+        key.character = static_cast<char32_t>(smallAscii(static_cast<char>(key.character)));
+    return key;
 }
 
 // A character, of which some bytes may be still to come.
@@ -178,6 +201,11 @@ std::optional<Stroke> sequenceStroke(std::string_view parameters, char final) {
     if (!parameters.empty() && !isDigit(parameters[0]) && parameters[0] != ';')
         return std::nullopt; // what a terminal tells about itself
     const int modifiers = count > 1 ? std::max(numbers[1] - 1, 0) : 0;
+    constexpr int told = 27;
+    if (final == 'u')
+        return toldKey(numbers[0], modifiers);
+    if (final == '~' && numbers[0] == told && count > 2)
+        return toldKey(numbers[2], modifiers);
     if (final == '~')
         return named(keysByNumber, numbers[0], modifiers);
     // What rxvt ends it by tells whether Shift or Ctrl was held.

@@ -14,9 +14,7 @@ inline bool isTypedSpace(const KeyStroke& key) {
 }
 
 inline bool isMenuKey(const KeyStroke& key) {
-    // F22 is what some terminals send for F10 with Shift.
-    return key.kind == KeyStroke::Kind::function &&
-           ((key.number == 10 && key.shift) || key.number == 22);
+    return key.kind == KeyStroke::Kind::function && key.number == 10 && key.shift;
 }
 
 // By which the arrows lead from control to control.

@@ -5,7 +5,6 @@ namespace larkspin {
 namespace {
 
 constexpr int trayKey = 9;
-constexpr int trayKeyWithShift = 21;      // as some terminals send it
 constexpr Cursor overTheLine{1 << 20, 0}; // at the foot of any screen
 
 } // namespace
@@ -38,10 +37,9 @@ bool ScreenDesktop::Keys::take(const Stroke& stroke) {
 }
 
 bool ScreenDesktop::take(const KeyStroke& key) {
-    const bool isDouble = key.number == trayKeyWithShift || (key.number == trayKey && key.shift);
-    if (!isDouble && key.number != trayKey)
+    if (key.number != trayKey)
         return false;
-    if (isDouble) {
+    if (key.shift) {
         stage_.pressed();
         if (const Task action = icon_ ? icon_->onDoubleClick : Task())
             action();

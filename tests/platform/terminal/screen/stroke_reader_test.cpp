@@ -41,6 +41,10 @@ const struct {
       key(Key::down, true, true, true), key(Key::del, false, false, true)}},
     {"\x1bOP\x1b[11~\x1b[[E\x1b[15~\x1b[24~\x1b[1;2R",
      {function(1), function(1), function(5), function(5), function(12), function(3, true)}},
+    {"\x1b[25~\x1b[33~\x1b[34~", {function(3, true), function(9, true), function(10, true)}},
+    {"\x1b[97;5u\x1b[27;5;108~\x1b[27;2;13~\x1b[9;2u\x1b[98;3u\x1b[27u\x1b[57376u\x1b[233u",
+     {typed('a', false, true), typed('l', false, true), key(Key::enter, true), key(Key::tab, true),
+      typed('b', true), key(Key::escape), typed(U'é')}},
     {"\x1b[a\x1bOc\x1b[3$\x1b[5^",
      {key(Key::up, true), key(Key::right, false, false, true), key(Key::del, true),
       key(Key::pageUp, false, false, true)}},
@@ -95,21 +99,23 @@ TEST(StrokeReader, KnowsItAlsoByteByByte) {
 TEST(StrokeReader, WaitsForTheRestOfAKeyAndGivesItUp) {
     const struct {
         std::string bytes;
+        bool isKey; // that the owner may have struck, and looks for what it does
         std::vector<Stroke> strokes;
     } unfinished[] = {
-        {"\x1b", {key(Key::escape)}},
-        {"\x1b\x1b", {key(Key::escape), key(Key::escape)}},
-        {"\x1b[", {typed('[', true)}},
-        {"\x1bO", {typed('O', true)}},
-        {"\x1b[1;5", {}},
-        {"\x1b[M !", {}},
-        {"\xE6\x97", {typed(0xFFFD), typed(0xFFFD)}},
-        {"\x1b[200~one\x1b[2", {PasteStroke{"one\x1b[2"}}},
+        {"\x1b", true, {key(Key::escape)}},
+        {"\x1b\x1b", true, {key(Key::escape), key(Key::escape)}},
+        {"\x1b[", true, {typed('[', true)}},
+        {"\x1bO", true, {typed('O', true)}},
+        {"\x1b[1;5", false, {}},
+        {"\x1b[200", false, {}},
+        {"\x1b[M !", false, {}},
+        {"\xE6\x97", false, {typed(0xFFFD), typed(0xFFFD)}},
+        {"\x1b[200~one\x1b[2", false, {PasteStroke{"one\x1b[2"}}},
     };
-    for (const auto& [bytes, strokes] : unfinished) {
+    for (const auto& [bytes, isKey, strokes] : unfinished) {
         StrokeReader reader;
         EXPECT_TRUE(reader.take(bytes, 0s).empty());
-        EXPECT_TRUE(reader.patience());
+        EXPECT_EQ(reader.patience().value() < 100ms, isKey) << testing::PrintToString(bytes);
         EXPECT_EQ(reader.giveUp(), strokes) << testing::PrintToString(bytes);
         EXPECT_EQ(reader.take("x", 0s), std::vector<Stroke>{typed('x')});
     }
