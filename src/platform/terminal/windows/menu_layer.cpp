@@ -1,6 +1,7 @@
 #include "platform/terminal/windows/menu_layer.h"
 
 #include "platform/terminal/screen/columns.h"
+#include "text/characters.h"
 
 namespace larkspin {
 
@@ -96,8 +97,26 @@ void MenuLayer::drawBar(Cells& cells) {
     }
 }
 
+// Lines for larkspin begin with a sign, such as a slash, which hardly an entry does; among them are
+// words that choose from this menu. What steers the screen goes on doing so.
+bool MenuLayer::isForOthers(const Stroke& stroke) {
+    const auto* const key = std::get_if<KeyStroke>(&stroke);
+    const char32_t character = key ? key->character : 0;
+    if (key && key->ctrl)
+        return character == U'l' || character == U'z';
+    const bool beginsLine = character > U' ' && character < 0x80 && !key->alt &&
+                            !isLetter(static_cast<char>(character)) &&
+                            !isDigit(static_cast<char>(character)) &&
+                            !levels_.back().markByLetter(character);
+    if (beginsLine || std::holds_alternative<PasteStroke>(stroke))
+        close();
+    return !isOpen();
+}
+
 bool MenuLayer::take(const Stroke& stroke) {
     layers_.changed();
+    if (isForOthers(stroke))
+        return false;
     if (const auto* const key = std::get_if<KeyStroke>(&stroke))
         takeKey(*key);
     else if (const auto* const mouse = std::get_if<MouseStroke>(&stroke))
@@ -161,6 +180,8 @@ void MenuLayer::takeKey(const KeyStroke& key) {
     case KeyKind::character:
         if (key.character == U' ')
             return enter();
+        if (key.ctrl && key.character == U'c')
+            return close();
         if (!key.alt && !key.ctrl)
             level.markByLetter(key.character);
         return;

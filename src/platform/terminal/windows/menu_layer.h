@@ -1,7 +1,7 @@
 // The menu that is open, with its submenus beside each other: one that pops up, a combo's rows, or
-// that of a bar of menus along the top of the screen. It takes all keys and the whole mouse until
-// something has been chosen, Escape is struck, or the owner presses elsewhere. Menus are read as
-// they open; what is chosen comes as an event of its own.
+// that of a bar of menus along the top of the screen. It takes the keys and the whole mouse until
+// something has been chosen, Escape is struck, the owner presses elsewhere, or begins a line for
+// larkspin or pastes. Menus are read as they open; what is chosen comes as an event of its own.
 #pragma once
 
 #include "platform/terminal/screen/layers.h"
@@ -50,6 +50,7 @@ private:
     void leaveSubmenu();
     void choose(Task action);
     void takeKey(const KeyStroke& key);
+    bool isForOthers(const Stroke& stroke);
     void takeMouse(const MouseStroke& mouse);
     bool point(const MouseStroke& mouse);
     bool pointInBar(const MouseStroke& mouse);

@@ -127,7 +127,7 @@ void MenuLevel::move(int way) {
         markFirst(std::clamp(marked_ + way, 0, count() - 1), -step);
 }
 
-void MenuLevel::markByLetter(char32_t letter) {
+bool MenuLevel::markByLetter(char32_t letter) {
     std::string typed;
     appendCharacter(typed, letter);
     for (int tried = 1; tried <= count(); ++tried) {
@@ -136,8 +136,9 @@ void MenuLevel::markByLetter(char32_t letter) {
             !foldCase(entry(index).caption).starts_with(foldCase(typed)))
             continue;
         marked_ = index;
-        return;
+        return true;
     }
+    return false;
 }
 
 } // namespace larkspin

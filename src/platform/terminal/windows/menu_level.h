@@ -32,7 +32,7 @@ public:
     void markFirst(int from, int way); // that can be chosen, from that entry on
     void markEnd() { markFirst(count() - 1, -1); }
     void move(int way);
-    void markByLetter(char32_t letter);
+    bool markByLetter(char32_t letter); // the next that begins with it; whether there is one
 
 private:
     static constexpr int frame = 1; // on each side
