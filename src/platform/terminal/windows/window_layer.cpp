@@ -118,15 +118,17 @@ bool WindowLayer::leadsIn(const KeyStroke& key) const {
     return leads && !stage_.keyboard() && !stage_.isLineBegun();
 }
 
+// In a box it is for the field, wherever the focus is; elsewhere for the line.
 bool WindowLayer::takeText(const PasteStroke& pasted) {
+    if (rank_ == Rank::box && !isInField())
+        focusOnField();
     const auto target = targetOf(focus_.name());
-    if (target && takesText(target->control)) {
+    const bool isForField = target && takesText(target->control);
+    if (isForField)
         paste(*target, pasted.text);
-        return true;
-    }
-    if (rank_ == Rank::window)
-        stage_.leave(); // it is for the line
-    return rank_ == Rank::box;
+    else
+        stage_.leave();
+    return isForField;
 }
 
 bool WindowLayer::takeKey(const KeyStroke& key) {
@@ -165,20 +167,28 @@ bool WindowLayer::takeKeyOfBox(const KeyStroke& key) {
     if (!isTypedText(key) || isTypedSpace(key))
         return false;
     const std::string typed = textOf(std::u32string(1, key.character));
+    if (focusOnField())
+        return false;
     std::string pressed;
-    for (const Control& control : window_.controls) {
-        if (takesText(control) && isShown(window_, control)) {
-            focus_.set(control.name);
-            return false;
-        }
+    for (const Control& control : window_.controls)
         if (control.kind == Control::Kind::button && control.text &&
             control.text().starts_with(typed))
             pressed = control.name;
-    }
     if (pressed.empty())
         return false;
     stage_.pressed();
     press(window_, pressed);
+    return true;
+}
+
+// False where there is none.
+bool WindowLayer::focusOnField() {
+    const auto field = std::ranges::find_if(window_.controls, [this](const Control& control) {
+        return takesText(control) && isShown(window_, control);
+    });
+    if (field == window_.controls.end())
+        return false;
+    focus_.set(field->name);
     return true;
 }
 

@@ -52,6 +52,7 @@ private:
     bool takeKeyOfWindow(const KeyStroke& key);
     bool takeKeyOfBox(const KeyStroke& key);
     bool strikeFocused(const KeyStroke& key);
+    bool focusOnField();
     bool isInField() const;
     bool goesToLine(const KeyStroke& key) const;
     bool takeText(const PasteStroke& pasted);

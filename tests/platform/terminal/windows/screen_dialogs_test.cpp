@@ -114,6 +114,12 @@ TEST_F(DialogOnScreen, ALineIsTyped) {
              click(find("[ok]"));
          },
          "pre\xFFsetab "},
+        {[&] {
+             tabTo("ok");
+             take(PasteStroke{"c"});
+             key(Struck::enter);
+         },
+         "pre\xFFsetc"},
         {[&] { key(Struck::escape); }, std::nullopt}};
     for (const auto& [way, wanted] : ways) {
         meanwhile(way);
@@ -145,10 +151,14 @@ TEST_F(DialogOnScreen, WhatPressesNothingBeginsALine) {
         type("/o ");
         find("return to answer");
         function(6);
+        take(PasteStroke{"pasted"});
+        find("return to answer");
+        function(6);
         type("o");
     });
     dialogs.box("hello");
     EXPECT_EQ(line.typed, "/o ");
+    EXPECT_EQ(line.taken.back(), Stroke(PasteStroke{"pasted"}));
 }
 
 TEST_F(DialogOnScreen, NestedOnesAreAnsweredInAnyOrderAndDismissedTogether) {
