@@ -45,11 +45,12 @@ void WindowFrame::layOutOn(const Area& whole, const std::string& focus) {
     bringIntoSight(focus);
 }
 
-// A window stays where it is until its description wants it elsewhere, or the screen is too small.
+// A window stays where it is until its description wants it elsewhere. Where the screen has become
+// too small for that, it comes back there with its old size.
 void WindowFrame::place(const Area& size) {
     const std::pair wanted(window_.place.left, window_.place.top);
     const bool isAsked = std::exchange(asked_, wanted) != wanted || !isPlaced_;
-    Area area{area_.top, area_.left, size.rows, size.columns};
+    Area area{home_.row, home_.column, size.rows, size.columns};
     const auto onOther = isAsked ? placeOnOther(size) : std::nullopt;
     if ((window_.centred || isBox_) && !isMoved_)
         area = {whole_.top + (whole_.rows - size.rows) / 2,
@@ -62,14 +63,15 @@ void WindowFrame::place(const Area& size) {
         area = {cellsOf(window_.place.top, cellHeight), cellsOf(window_.place.left, cellWidth),
                 size.rows, size.columns};
     isPlaced_ = true;
+    home_ = {area.top, area.left};
     area_ = area;
-    stand(area.top, area.left);
+    stand(home_);
 }
 
-void WindowFrame::stand(int top, int left) {
-    area_.top = std::clamp(top, whole_.top, std::max(whole_.bottom() - area_.rows, whole_.top));
+void WindowFrame::stand(const Cursor& at) {
+    area_.top = std::clamp(at.row, whole_.top, std::max(whole_.bottom() - area_.rows, whole_.top));
     area_.left =
-        std::clamp(left, whole_.left, std::max(whole_.right() - area_.columns, whole_.left));
+        std::clamp(at.column, whole_.left, std::max(whole_.right() - area_.columns, whole_.left));
 }
 
 // One that stands on another, by its description, stands beside that where there is room.
@@ -141,7 +143,8 @@ void WindowFrame::draw(Cells& cells, bool hasKeyboard) const {
 }
 
 void WindowFrame::shift(int rows, int columns) {
-    stand(area_.top + rows, area_.left + columns);
+    stand({area_.top + rows, area_.left + columns});
+    home_ = {area_.top, area_.left};
     window_.place.top += rows * cellHeight;
     window_.place.left += columns * cellWidth;
     asked_ = {window_.place.left, window_.place.top};
@@ -150,7 +153,8 @@ void WindowFrame::shift(int rows, int columns) {
 // From now on it stands where the owner wants it. The description is told.
 void WindowFrame::moveTo(int top, int left) {
     const Area before = area_;
-    stand(top, left);
+    stand({top, left});
+    home_ = {area_.top, area_.left};
     const int rows = area_.top - before.top, columns = area_.left - before.left;
     if (rows == 0 && columns == 0)
         return;

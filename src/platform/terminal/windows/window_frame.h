@@ -45,7 +45,7 @@ private:
     void place(const Area& size);
     std::optional<Area> placeOnOther(const Area& size) const;
     void bringIntoSight(const std::string& control);
-    void stand(int top, int left);
+    void stand(const Cursor& at);
     int stripRows() const { return layout_.hasStrip ? 1 : 0; }
     int hiddenRows() const { return layout_.rows - stripRows() - inside_.rows; }
 
@@ -56,6 +56,7 @@ private:
     std::vector<int> needed_; // columns of each control; they don't shrink while it is shown
     std::vector<ControlState> states_;
     Area whole_, area_, inside_; // on the screen; where its controls are below the strip
+    Cursor home_;                // where it stands if the screen has room for that
     int scrolled_ = 0;           // rows
     bool isPlaced_ = false, isMoved_ = false;
     std::pair<int, int> asked_; // where the description wanted it

@@ -79,6 +79,17 @@ TEST_F(WindowOnScreen, TheStopWindowStandsOnTheChoicesAndMovesWithThem) {
     EXPECT_EQ(cornerOf("stops").column, stops.column - 2);
 }
 
+TEST_F(WindowOnScreen, ComesBackToItsPlaceWhenTheScreenHasRoomAgain) {
+    show("notez");
+    const Cursor before = cornerOf("notez");
+    for (const auto& [high, wide] : {std::pair{5, 20}, {24, 80}}) {
+        rows = high;
+        columns = wide;
+        draw();
+    }
+    EXPECT_EQ(cornerOf("notez"), before);
+}
+
 TEST_F(WindowOnScreen, IsMovedByItsTitleAndByKeys) {
     show("notez");
     const Cursor title = find("player notes"), corner = cornerOf("notez");
