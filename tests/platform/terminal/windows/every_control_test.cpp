@@ -1,5 +1,6 @@
 // The same walk as with the plain events, by keys and by the mouse on the terminal's screen.
 #include "platform/terminal/windows/window_desk.h"
+#include "shell/control_events.h"
 #include "support/every_control.h"
 
 namespace larkspin {
@@ -16,18 +17,29 @@ protected:
             tabTo(window, name);
             if (focusOf(window) == name)
                 workByKeys(window);
+            else
+                EXPECT_FALSE(isWorked(window, name)) << window.name << '.' << name;
         };
     }
     WorkControl byMouse() {
         return [this](Window& window, const std::string& name) {
             bringUp(window);
             const Area area = areaOf(window.name, name);
+            EXPECT_EQ(area.isEmpty(), !isShown(window, *window.find(name)))
+                << window.name << '.' << name;
             if (!area.isEmpty())
                 workByMouse(area);
         };
     }
 
 private:
+    // Whether a key must lead to it; a title, which is only dragged, moves by others.
+    static bool isWorked(Window& window, const std::string& name) {
+        const Control& control = *window.find(name);
+        return isShown(window, control) &&
+               (control.rows || control.onClick || control.onDoubleClick || control.onEdit ||
+                control.onChange);
+    }
     void goInto(Window& window) {
         bringUp(window);
         draw();
