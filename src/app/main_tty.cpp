@@ -10,6 +10,7 @@
 #include "platform/terminal/screen/screen.h"
 
 #include <cstdlib>
+#include <malloc.h>
 #include <unistd.h>
 
 using namespace larkspin;
@@ -21,6 +22,12 @@ constexpr DisplayOption options[] = {
 constexpr const char* cantBeDrawnOn =
     "this terminal can't be drawn on: lines come one below the other";
 
+// What a picture or a playlist took for a moment goes back at once. By itself the heap keeps as much
+// as was once freed in one piece.
+void keepHeapSmall() {
+    ::mallopt(M_MMAP_THRESHOLD, 256 * 1024);
+}
+
 // Doesn't return where there is a screen.
 void runOnScreenIfThereIsOne(PollLoop& loop, LinuxPorts& ports, const Started& started) {
     QueuedOutput output(loop, STDOUT_FILENO);
@@ -31,6 +38,7 @@ void runOnScreenIfThereIsOne(PollLoop& loop, LinuxPorts& ports, const Started& s
 } // namespace
 
 int main(int count, char** arguments) {
+    keepHeapSmall();
     const Started started = readStart(count, arguments, "larkspin-tty", options);
     LinuxDisk disk;
     if (const auto handing = handOver(started, disk.process, userDataDirectory());

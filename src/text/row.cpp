@@ -3,6 +3,7 @@
 #include "text/fold.h"
 
 #include <algorithm>
+#include <new>
 #include <string>
 
 namespace larkspin {
@@ -11,29 +12,33 @@ Row::Row(std::string_view text) : Row(RowWriter(0).write(text)) {}
 
 Row RowWriter::write(std::string_view text) {
     std::string folded = foldCase(text);
-    Row::Sizes sizes;
-    sizes.bar = static_cast<std::uint32_t>(std::min(folded.find('|'), folded.size()));
+    Row::Head head;
+    head.bar = static_cast<std::uint32_t>(std::min(folded.find('|'), folded.size()));
     if (folded == text)
         folded.clear();
-    sizes.text = static_cast<std::uint32_t>(text.size());
-    sizes.folded = static_cast<std::uint32_t>(folded.size());
+    head.text = static_cast<std::uint32_t>(text.size());
+    head.folded = static_cast<std::uint32_t>(folded.size());
 
-    const std::size_t needed = sizeof sizes + folded.size() + text.size();
+    const std::size_t needed = sizeof head + folded.size() + text.size();
     // What is left of the old page stays unused. The page lives on in the rows that share it.
     if (left_ < needed) {
+        leavePage();
         left_ = std::max(pageSize_, needed);
-        used_ = 0;
-        page_ = std::make_shared_for_overwrite<char[]>(left_);
+        used_ = sizeof(Row::Holders);
+        page_ = new char[used_ + left_];
+        new (page_) Row::Holders(1);
     }
-    char* const start = page_.get() + used_;
-    std::memcpy(start, &sizes, sizeof sizes);
+    head.inPage = static_cast<std::uint32_t>(used_);
+    char* const start = page_ + used_;
+    std::memcpy(start, &head, sizeof head);
     std::copy(text.begin(), text.end(),
-              std::copy(folded.begin(), folded.end(), start + sizeof sizes));
+              std::copy(folded.begin(), folded.end(), start + sizeof head));
     used_ += needed;
     left_ -= needed;
 
     Row row;
-    row.bytes_ = std::shared_ptr<const char>(page_, start);
+    row.bytes_ = start;
+    row.hold();
     return row;
 }
 

@@ -11,10 +11,6 @@ namespace larkspin {
 
 namespace {
 
-// Small enough that moving a block's rows aside costs little, large enough that a full list
-// has few blocks.
-constexpr std::size_t blockLimit = 256;
-
 const Row noRow;
 
 // A row beside its folded text, so that sorting needn't take it out of the row at each comparison.
@@ -25,6 +21,32 @@ struct Placed {
 
 } // namespace
 
+RowList::Block::Marks RowList::Block::marksBelow(std::size_t offset) {
+    return ~(~Marks() << offset);
+}
+
+void RowList::Block::insert(std::size_t offset, Row row) {
+    const Marks below = marksBelow(offset);
+    selected = (selected & below) | ((selected & ~below) << 1);
+    rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(offset), std::move(row));
+}
+
+void RowList::Block::remove(std::size_t offset) {
+    const Marks below = marksBelow(offset);
+    selected = (selected & below) | ((selected >> 1) & ~below);
+    rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(offset));
+}
+
+RowList::Block RowList::Block::takeFrom(std::size_t offset) {
+    Block taken;
+    const auto first = rows.begin() + static_cast<std::ptrdiff_t>(offset);
+    taken.rows.assign(std::make_move_iterator(first), std::make_move_iterator(rows.end()));
+    taken.selected = selected >> offset;
+    rows.erase(first, rows.end());
+    selected &= marksBelow(offset);
+    return taken;
+}
+
 bool RowList::add(Row row) {
     if (full())
         return false;
@@ -32,7 +54,7 @@ bool RowList::add(Row row) {
         known_->insert(row.folded());
     // Rows mostly come in order: then a sorted list needs no search either.
     const bool goesLast = order_ == Order::ofAddition || empty() ||
-                          row.folded() >= blocks_.back().back().row.folded();
+                          row.folded() >= blocks_.back().rows.back().folded();
     const Place place = goesLast ? placeOf(count_) : placeFor(row);
     if (!goesLast && current_ >= 0 && indexOf(place) <= current_)
         ++current_;
@@ -58,35 +80,29 @@ void RowList::assign(const std::vector<Row>& rows) {
 }
 
 void RowList::append(Row row) {
-    if (blocks_.empty() || blocks_.back().size() == blockLimit)
-        blocks_.emplace_back().reserve(blockLimit);
-    blocks_.back().push_back({std::move(row)});
+    if (blocks_.empty() || blocks_.back().rows.size() == blockLimit)
+        blocks_.emplace_back();
+    blocks_.back().rows.push_back(std::move(row));
     ++count_;
 }
 
 void RowList::insert(Place place, Row row) {
     if (place.block == blocks_.size())
-        blocks_.emplace_back().reserve(blockLimit);
+        blocks_.emplace_back();
     Block& block = blocks_[place.block];
-    if (block.size() < blockLimit) {
-        block.insert(block.begin() + static_cast<std::ptrdiff_t>(place.offset), {std::move(row)});
-    } else if (place.offset == block.size()) { // only after the last row of all
+    if (block.rows.size() < blockLimit) {
+        block.insert(place.offset, std::move(row));
+    } else if (place.offset == blockLimit) { // only after the last row of all
         // Rows that come in order fill their blocks to the brim.
-        Block next;
-        next.reserve(blockLimit);
-        next.push_back({std::move(row)});
-        blocks_.push_back(std::move(next));
+        blocks_.emplace_back().rows.push_back(std::move(row));
     } else {
         // A full block in the middle is halved, and the row goes into the half that it belongs to.
-        Block upper;
-        upper.reserve(blockLimit);
-        const auto middle = block.begin() + blockLimit / 2;
-        upper.assign(std::make_move_iterator(middle), std::make_move_iterator(block.end()));
-        block.erase(middle, block.end());
-        const bool below = place.offset <= block.size();
-        Block& target = below ? block : upper;
-        const auto offset = below ? place.offset : place.offset - block.size();
-        target.insert(target.begin() + static_cast<std::ptrdiff_t>(offset), {std::move(row)});
+        Block upper = block.takeFrom(blockLimit / 2);
+        const bool below = place.offset <= blockLimit / 2;
+        if (below)
+            block.insert(place.offset, std::move(row));
+        else
+            upper.insert(place.offset - blockLimit / 2, std::move(row));
         blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block) + 1,
                        std::move(upper));
     }
@@ -104,8 +120,8 @@ void RowList::removeAt(int index) {
     known_.reset();
     const Place place = placeOf(index);
     Block& block = blocks_[place.block];
-    block.erase(block.begin() + static_cast<std::ptrdiff_t>(place.offset));
-    if (block.empty())
+    block.remove(place.offset);
+    if (block.rows.empty())
         blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block));
     --count_;
     rowsChanged();
@@ -123,7 +139,7 @@ void RowList::replaceAt(int index, std::string_view text) {
         return;
     known_.reset();
     const Place place = placeOf(index);
-    blocks_[place.block][place.offset].row = Row(text);
+    blocks_[place.block].rows[place.offset] = Row(text);
     rowsChanged();
 }
 
@@ -132,7 +148,10 @@ void RowList::clear() {
 }
 
 const Row& RowList::share(int index) const {
-    return isInside(index) ? slot(index).row : noRow;
+    if (!isInside(index))
+        return noRow;
+    const Place place = placeOf(index);
+    return blocks_[place.block].rows[place.offset];
 }
 
 // Copies of a row share its text and no other row does, so the address of the text tells.
@@ -144,14 +163,17 @@ int RowList::find(const Row& row) const {
 }
 
 bool RowList::isSelected(int index) const {
-    return isInside(index) && slot(index).selected;
+    if (!isInside(index))
+        return false;
+    const Place place = placeOf(index);
+    return blocks_[place.block].selected[place.offset];
 }
 
 void RowList::setSelected(int index, bool selected) {
     if (isSelected(index) == selected || !isInside(index))
         return;
     const Place place = placeOf(index);
-    blocks_[place.block][place.offset].selected = selected;
+    blocks_[place.block].selected.set(place.offset, selected);
     selectedCount_ += selected ? 1 : -1;
     marksChanged();
 }
@@ -171,8 +193,7 @@ void RowList::clearSelection() {
     if (selectedCount_ == 0)
         return;
     for (Block& block : blocks_)
-        for (Slot& slot : block)
-            slot.selected = false;
+        block.selected.reset();
     selectedCount_ = 0;
     marksChanged();
 }
@@ -186,17 +207,12 @@ bool RowList::setCurrentIndex(int index) {
     return true;
 }
 
-const RowList::Slot& RowList::slot(int index) const {
-    const Place place = placeOf(index);
-    return blocks_[place.block][place.offset];
-}
-
 // The place of an index in the list, or after the last row for the count.
 RowList::Place RowList::placeOf(int index) const {
     if (index == count_) {
         if (blocks_.empty())
             return {0, 0};
-        return {blocks_.size() - 1, blocks_.back().size()};
+        return {blocks_.size() - 1, blocks_.back().rows.size()};
     }
     std::size_t block = 0;
     int start = 0;
@@ -204,8 +220,8 @@ RowList::Place RowList::placeOf(int index) const {
         block = lastBlock_;
         start = lastBlockStart_;
     }
-    while (index >= start + static_cast<int>(blocks_[block].size()))
-        start += static_cast<int>(blocks_[block++].size());
+    while (index >= start + static_cast<int>(blocks_[block].rows.size()))
+        start += static_cast<int>(blocks_[block++].rows.size());
     lastBlock_ = block;
     lastBlockStart_ = start;
     return {block, static_cast<std::size_t>(index - start)};
@@ -214,24 +230,25 @@ RowList::Place RowList::placeOf(int index) const {
 int RowList::indexOf(Place place) const {
     int index = static_cast<int>(place.offset);
     for (std::size_t block = 0; block < place.block; ++block)
-        index += static_cast<int>(blocks_[block].size());
+        index += static_cast<int>(blocks_[block].rows.size());
     return index;
 }
 
 // The place after all rows that don't sort after this one. The list must not be empty.
 RowList::Place RowList::placeFor(const Row& row) const {
-    const auto after = [](std::string_view folded, const Slot& slot) {
-        return folded < slot.row.folded();
+    const auto after = [](std::string_view folded, const Row& other) {
+        return folded < other.folded();
     };
     const auto block =
         std::partition_point(blocks_.begin(), blocks_.end(), [&](const Block& candidate) {
-            return !after(row.folded(), candidate.back());
+            return !after(row.folded(), candidate.rows.back());
         });
     if (block == blocks_.end())
         return placeOf(count_);
-    const auto place = std::upper_bound(block->begin(), block->end(), row.folded(), after);
+    const auto& rows = block->rows;
+    const auto place = std::upper_bound(rows.begin(), rows.end(), row.folded(), after);
     return {static_cast<std::size_t>(block - blocks_.begin()),
-            static_cast<std::size_t>(place - block->begin())};
+            static_cast<std::size_t>(place - rows.begin())};
 }
 
 bool RowList::contains(std::string_view text) const {
@@ -245,32 +262,32 @@ bool RowList::containsFolded(std::string_view folded) const {
 // The place of the first row of a sorted list that doesn't sort before the text. When all do, that
 // place has a block number past the last block.
 RowList::Place RowList::firstNotBefore(std::string_view folded) const {
-    const auto before = [](const Slot& slot, std::string_view text) {
-        return slot.row.folded() < text;
-    };
+    const auto before = [](const Row& row, std::string_view text) { return row.folded() < text; };
     const auto block =
         std::partition_point(blocks_.begin(), blocks_.end(), [&](const Block& candidate) {
-            return before(candidate.back(), folded);
+            return before(candidate.rows.back(), folded);
         });
     if (block == blocks_.end())
         return {blocks_.size(), 0};
-    const auto found = std::lower_bound(block->begin(), block->end(), folded, before);
+    const auto& rows = block->rows;
+    const auto found = std::lower_bound(rows.begin(), rows.end(), folded, before);
     return {static_cast<std::size_t>(block - blocks_.begin()),
-            static_cast<std::size_t>(found - block->begin())};
+            static_cast<std::size_t>(found - rows.begin())};
 }
 
 bool RowList::sortedContains(std::string_view folded) const {
     const Place place = firstNotBefore(folded);
     return place.block < blocks_.size() &&
-           blocks_[place.block][place.offset].row.folded() == folded;
+           blocks_[place.block].rows[place.offset].folded() == folded;
 }
 
 std::vector<Row> RowList::equals(const Row& row) const {
     assert(order_ == Order::sorted);
     std::vector<Row> rows;
     for (Place at = firstNotBefore(row.folded()); at.block < blocks_.size(); at = {at.block + 1, 0})
-        for (const Block& block = blocks_[at.block]; at.offset < block.size(); ++at.offset) {
-            const Row& other = block[at.offset].row;
+        for (const auto& inBlock = blocks_[at.block].rows; at.offset < inBlock.size();
+             ++at.offset) {
+            const Row& other = inBlock[at.offset];
             if (other.folded() != row.folded())
                 return rows;
             rows.push_back(other);
@@ -278,12 +295,12 @@ std::vector<Row> RowList::equals(const Row& row) const {
     return rows;
 }
 
-const RowList::FoldedTexts& RowList::known() const {
+const TextSet& RowList::known() const {
     if (!known_) {
         known_.emplace();
         for (const Block& block : blocks_)
-            for (const Slot& slot : block)
-                known_->insert(slot.row.folded());
+            for (const Row& row : block.rows)
+                known_->insert(row.folded());
     }
     return *known_;
 }

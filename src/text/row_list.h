@@ -13,11 +13,12 @@
 #pragma once
 
 #include "text/row.h"
+#include "text/text_set.h"
 
+#include <bitset>
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace larkspin {
@@ -84,21 +85,28 @@ public:
     std::vector<Row> equals(const Row& row) const;
 
 private:
-    struct Slot {
-        Row row;
-        bool selected = false;
+    // Small enough that moving a block's rows aside costs little, large enough that a full list
+    // has few blocks.
+    static constexpr std::size_t blockLimit = 256;
+    struct Block {
+        Block() { rows.reserve(blockLimit); }
+        void insert(std::size_t offset, Row row); // not selected; there must be room
+        void remove(std::size_t offset);
+        Block takeFrom(std::size_t offset); // that row and all after it leave this block
+
+        std::vector<Row> rows; // never empty
+        using Marks = std::bitset<blockLimit>;
+        Marks selected; // those of the rows that are
+        static Marks marksBelow(std::size_t offset);
     };
-    using Block = std::vector<Slot>;
     struct Place {
         std::size_t block;
         std::size_t offset;
     };
-    using FoldedTexts = std::unordered_set<std::string_view>; // of rows in the list
 
     void rowsChanged() { rowsRevision_ = revision_ = ++revisions; }
     void marksChanged() { revision_ = ++revisions; }
     bool isInside(int index) const { return index >= 0 && index < count_; }
-    const Slot& slot(int index) const; // of an index inside the list
     Place placeOf(int index) const;
     Place placeFor(const Row& row) const;
     Place firstNotBefore(std::string_view folded) const;
@@ -106,10 +114,10 @@ private:
     void insert(Place place, Row row);
     void append(Row row);
     bool sortedContains(std::string_view folded) const;
-    const FoldedTexts& known() const;
+    const TextSet& known() const;
 
     Order order_;
-    std::vector<Block> blocks_; // none of them empty
+    std::vector<Block> blocks_;
     int count_ = 0;
     int current_ = -1;
     int selectedCount_ = 0;
@@ -123,9 +131,9 @@ private:
     mutable std::size_t lastBlock_ = 0;
     mutable int lastBlockStart_ = 0;
 
-    // For contains() on an unsorted list. Made when first asked for, kept up to date by
-    // additions, and made anew after a removal.
-    mutable std::optional<FoldedTexts> known_;
+    // The folded texts, for contains() on an unsorted list. Made when first asked for, kept up to
+    // date by additions, and made anew after a removal.
+    mutable std::optional<TextSet> known_;
 };
 
 } // namespace larkspin

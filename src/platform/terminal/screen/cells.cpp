@@ -9,6 +9,19 @@
 
 namespace larkspin {
 
+namespace {
+
+constexpr Rgb noColor = ~Rgb(0);
+
+// The multiplier is odd and has about as many bits set as not, as is usual for hashes; the shift
+// brings what gathers above back down.
+std::uint64_t mixed(std::uint64_t sum, std::uint32_t upper, std::uint32_t lower) {
+    sum = (sum ^ (std::uint64_t(upper) << 32 | lower)) * 0x9E3779B97F4A7C15;
+    return sum ^ sum >> 32;
+}
+
+} // namespace
+
 Area Area::within(const Area& other) const {
     const int upper = std::max(top, other.top), before = std::max(left, other.left);
     return {upper, before, std::max(std::min(bottom(), other.bottom()) - upper, 0),
@@ -30,11 +43,20 @@ const Cell& Cells::at(int row, int column) const {
                   static_cast<std::size_t>(column)];
 }
 
-bool Cells::hasSameRow(const Cells& other, int row) const {
-    for (int column = 0; column < columns_; ++column)
-        if (at(row, column) != other.at(row, column))
-            return false;
-    return true;
+std::uint64_t Cells::sumOf(int row) const {
+    std::uint64_t sum = 0;
+    for (int column = 0; column < columns_; ++column) {
+        const auto& [codes, style] = at(row, column);
+        std::uint32_t attributes = 0;
+        for (const bool isSet :
+             {style.bold, style.dim, style.italic, style.underlined, style.reversed})
+            attributes = 2 * attributes + (isSet ? 1 : 0);
+        sum = mixed(sum, codes[0], codes[1]);
+        sum = mixed(sum, codes[2], codes[3]);
+        sum = mixed(sum, codes[4], attributes);
+        sum = mixed(sum, style.foreground.value_or(noColor), style.background.value_or(noColor));
+    }
+    return sum;
 }
 
 Cell& Cells::cell(int row, int column) {
@@ -51,9 +73,9 @@ void Cells::fill(const Area& area, const CellStyle& style, char32_t character) {
 // Half of a wide character that something else is about to take the other half of: what is left
 // shows a blank.
 void Cells::clearWide(int row, int column) {
-    if (cell(row, column).isSecondHalf)
+    if (cell(row, column).isSecondHalf())
         cell(row, column - 1).codes = {U' '};
-    else if (column + 1 < columns_ && cell(row, column + 1).isSecondHalf)
+    else if (column + 1 < columns_ && cell(row, column + 1).isSecondHalf())
         cell(row, column + 1) = {.style = cell(row, column + 1).style};
 }
 
@@ -62,12 +84,12 @@ void Cells::place(int row, int column, int width, char32_t character, const Cell
         clearWide(row, column + half);
     cell(row, column) = {.codes = {shownInCell(character)}, .style = style};
     if (width == 2)
-        cell(row, column + 1) = {.codes = {}, .isSecondHalf = true, .style = style};
+        cell(row, column + 1) = {.codes = {}, .style = style};
 }
 
 // With the character that ends before this column. What is more than a cell holds is left out.
 void Cells::combine(int row, int column, char32_t character) {
-    Cell& base = cell(row, cell(row, column - 1).isSecondHalf ? column - 2 : column - 1);
+    Cell& base = cell(row, cell(row, column - 1).isSecondHalf() ? column - 2 : column - 1);
     if (const auto free = std::ranges::find(base.codes, U'\0'); free != base.codes.end())
         *free = character;
 }

@@ -14,9 +14,28 @@ namespace larkspin {
 
 using Rgb = std::uint32_t; // 0xRRGGBB
 
+// A colour, or nothing: the terminal's own. No larger than a colour, since a screen has thousands.
+class CellColor {
+public:
+    constexpr CellColor() = default;
+    constexpr CellColor(std::nullopt_t) {}
+    constexpr CellColor(Rgb color) : value_(color) {}
+    constexpr CellColor(const std::optional<Rgb>& color) : value_(color.value_or(none)) {}
+
+    constexpr explicit operator bool() const { return value_ != none; }
+    constexpr Rgb operator*() const { return value_; } // of one that is there
+    constexpr Rgb value_or(Rgb other) const { return *this ? value_ : other; }
+    constexpr bool operator==(const CellColor&) const = default;
+
+private:
+    static constexpr std::uint32_t none = 0xFF000000;
+    std::uint32_t value_ = none;
+};
+
 struct CellStyle {
-    std::optional<Rgb> foreground = {}, background = {}; // nothing: the terminal's own
-    bool bold = false, dim = false, italic = false, underlined = false, reversed = false;
+    CellColor foreground{}, background{};
+    bool bold : 1 = false, dim : 1 = false, italic : 1 = false, underlined : 1 = false,
+                reversed : 1 = false;
 
     bool operator==(const CellStyle&) const = default;
 };
@@ -25,9 +44,9 @@ struct Cell {
     static constexpr std::size_t mostCodes = 5; // as many as the library takes in one cell
 
     std::array<char32_t, mostCodes> codes{U' '}; // the rest are 0
-    bool isSecondHalf = false;                   // of the wide character to the left; no codes
     CellStyle style = {};
 
+    bool isSecondHalf() const { return codes[0] == 0; } // of the wide character to the left
     bool operator==(const Cell&) const = default;
 };
 
@@ -52,8 +71,10 @@ public:
     int rows() const { return rows_; }
     int columns() const { return columns_; }
     Area area() const { return {0, 0, rows_, columns_}; }
-    const Cell& at(int row, int column) const;          // must lie within
-    bool hasSameRow(const Cells& other, int row) const; // of a grid of the same size
+    const Cell& at(int row, int column) const; // must lie within
+
+    // A number that tells what the row shows: other rows have others.
+    std::uint64_t sumOf(int row) const;
 
     void fill(const Area& area, const CellStyle& style, char32_t character = U' ');
 

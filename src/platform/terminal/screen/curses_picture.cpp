@@ -8,6 +8,7 @@
 #include <array>
 #include <clocale>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <curses.h>
@@ -84,7 +85,8 @@ attr_t attributesOf(const CellStyle& style) {
 struct CursesPicture::Parts {
     std::unique_ptr<std::FILE, FileCloser> file; // in memory
     std::unique_ptr<SCREEN, ScreenCloser> screen;
-    Cells last{0, 0};
+    int columns = 0;                 // of the last picture
+    std::vector<std::uint64_t> rows; // and what its rows showed
     bool isShown = false;
     std::string colorReset; // of the terminal's own
 
@@ -135,7 +137,7 @@ ShownColors CursesPicture::Parts::colorsOf(const CellStyle& style) {
     constexpr int most = 256; // beyond, a number is the colour itself
     constexpr Rgb named = 8;  // but for these
     const auto shown = [&style](const auto& numberOf) {
-        const auto number = [&](std::optional<Rgb> color) { return color ? numberOf(*color) : -1; };
+        const auto number = [&](CellColor color) { return color ? numberOf(*color) : -1; };
         return ShownColors{number(style.foreground), number(style.background)};
     };
     if (trueColors)
@@ -168,7 +170,7 @@ void CursesPicture::drawRow(const Cells& cells, int row) {
     std::vector<cchar_t> line;
     line.reserve(static_cast<std::size_t>(cells.columns()));
     for (int column = 0; column < cells.columns(); ++column)
-        if (const Cell& cell = cells.at(row, column); !cell.isSecondHalf)
+        if (const Cell& cell = cells.at(row, column); !cell.isSecondHalf())
             line.push_back(parts_->cellOf(cell));
     ::mvadd_wchnstr(row, 0, line.data(), static_cast<int>(line.size()));
 }
@@ -177,8 +179,10 @@ std::string CursesPicture::draw(const Cells& cells, const std::optional<Cursor>&
                                 bool anew) {
     Parts& parts = *parts_;
     ::set_term(parts.screen.get());
-    const bool isResized =
-        parts.last.rows() != cells.rows() || parts.last.columns() != cells.columns();
+    const auto rows = static_cast<std::size_t>(cells.rows());
+    const bool isResized = parts.rows.size() != rows || parts.columns != cells.columns();
+    parts.rows.resize(rows);
+    parts.columns = cells.columns();
     const bool isRecolored = parts.trueColors && parts.trueColors->isNearlyFull();
     if (isRecolored)
         parts.trueColors->clear();
@@ -187,10 +191,12 @@ std::string CursesPicture::draw(const Cells& cells, const std::optional<Cursor>&
     const bool isFirst = !std::exchange(parts.isShown, true);
     if (isResized || isRecolored || anew || isFirst)
         ::clearok(curscr, true);
-    for (int row = 0; row < cells.rows(); ++row)
-        if (isResized || isRecolored || !cells.hasSameRow(parts.last, row))
+    for (int row = 0; row < cells.rows(); ++row) {
+        const std::uint64_t sum = cells.sumOf(row);
+        const bool isOther = std::exchange(parts.rows[static_cast<std::size_t>(row)], sum) != sum;
+        if (isOther || isResized || isRecolored)
             drawRow(cells, row);
-    parts.last = cells;
+    }
     const Cursor place = cursor.value_or(Cursor{0, 0, false});
     ::wmove(stdscr, std::clamp(place.row, 0, cells.rows() - 1),
             std::clamp(place.column, 0, cells.columns() - 1));

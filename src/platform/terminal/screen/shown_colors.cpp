@@ -81,8 +81,8 @@ int nearestColor(Rgb color, int colors) {
 }
 
 ShownColors shownColors(const CellStyle& style, int colors) {
-    const auto &foreground = style.foreground, &background = style.background;
-    const auto number = [colors](std::optional<Rgb> color) {
+    const CellColor foreground = style.foreground, background = style.background;
+    const auto number = [colors](CellColor color) {
         return color ? nearestColor(*color, colors) : -1;
     };
     ShownColors shown{number(foreground), number(background)};

@@ -64,7 +64,7 @@ TEST(Cells, LeaveNoHalfOfAWideCharacter) {
     cells.put(0, 0, 4, "日本", {});
     cells.put(0, 1, 4, "語", {});
     EXPECT_EQ(shown(cells), " 語");
-    EXPECT_TRUE(cells.at(0, 2).isSecondHalf);
+    EXPECT_TRUE(cells.at(0, 2).isSecondHalf());
 }
 
 TEST(Cells, CutATextWithoutRoom) {
