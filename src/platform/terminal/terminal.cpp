@@ -4,6 +4,8 @@
 #include "text/number.h"
 
 #include <csignal>
+#include <cstdlib>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -24,6 +26,17 @@ bool outputIsTerminal() {
     return ::isatty(STDOUT_FILENO) == 1;
 }
 
+// Such terminals, as editors have them, show what steers others as it is.
+bool canBeStyled() {
+    const char* const kind = std::getenv("TERM");
+    return kind && *kind != '\0' && std::string_view(kind) != "dumb";
+}
+
+TerminalScreen::Form formOfOutput() {
+    using Form = TerminalScreen::Form;
+    return !outputIsTerminal() ? Form::protocol : canBeStyled() ? Form::styled : Form::plain;
+}
+
 // Whether both lead to the same terminal or file. They then share one queue, so that lines keep
 // their order.
 bool errorsGoWithOutput() {
@@ -41,8 +54,7 @@ Terminal::Terminal(PollLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection
     : output_(loop, STDOUT_FILENO), errors_(loop, STDERR_FILENO),
       input_(loop, inputIsTerminal() ? ownersPatience : TerminalInput::never),
       password_(screen, input_),
-      screen(output_, errorsGoWithOutput() ? output_ : errors_,
-             outputIsTerminal() ? TerminalScreen::Form::styled : TerminalScreen::Form::protocol),
+      screen(output_, errorsGoWithOutput() ? output_ : errors_, formOfOutput()),
       dialogs(screen, input_, readPath), desktop(shows()),
       rooms(loop, lines, std::move(connections), password_, files, directory, screenName, {}),
       loop_(loop), commands_(shows(), desktop, rooms.slashWords(),

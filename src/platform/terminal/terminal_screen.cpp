@@ -16,8 +16,13 @@ std::string protocolText(std::string_view text) {
     return breaksEscaped(asSeen(text));
 }
 
-std::string dimmed(const std::string& stamp) {
-    return stamp.empty() ? "" : "\x1b[2m" + stamp + "\x1b[0m ";
+constexpr std::string_view bold = "\x1b[1m", dim = "\x1b[2m", off = "\x1b[0m";
+
+std::string withoutStyles(std::string_view markup) {
+    std::string shown;
+    for (const MarkupPiece& piece : readMarkup(markup))
+        shown += shownText(piece.text);
+    return shown;
 }
 
 } // namespace
@@ -30,13 +35,26 @@ TerminalScreen::TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form f
     });
 }
 
+std::string TerminalScreen::styled(std::string_view style, const std::string& text) const {
+    if (form_ != Form::styled)
+        return text;
+    return std::string(style).append(text).append(off);
+}
+
+std::string TerminalScreen::stamped(const std::string& stamp) const {
+    return stamp.empty() ? "" : styled(dim, stamp) + ' ';
+}
+
 void TerminalScreen::showLine(const std::string& name, const std::string& text, Speaker speaker,
                               const std::string& stamp) {
     if (form_ == Form::protocol)
         put(output_, protocolText(name) + ": " + protocolText(asSeenInMarkup(text)) + '\n',
             speaker);
     else
-        put(output_, dimmed(stamp) + shownName(name) + ": " + shownMarkup(text) + '\n', speaker);
+        put(output_,
+            stamped(stamp) + shownName(name) + ": " +
+                (form_ == Form::styled ? shownMarkup(text) : withoutStyles(text)) + '\n',
+            speaker);
 }
 
 void TerminalScreen::show(std::string_view head, const std::string& text) {
@@ -45,7 +63,7 @@ void TerminalScreen::show(std::string_view head, const std::string& text) {
     if (form_ == Form::protocol)
         put(output_, bracketed + protocolText(text) + '\n');
     else
-        put(output_, "\x1b[1m" + bracketed + "\x1b[0m" + shownText(withoutGaps(text)) + '\n');
+        put(output_, styled(bold, bracketed) + shownText(withoutGaps(text)) + '\n');
 }
 
 // The text is always shown on one line, since others choose the names in it.
@@ -54,7 +72,7 @@ void TerminalScreen::showRoom(const std::string& text, Speaker speaker, const st
     if (form_ == Form::protocol)
         put(output_, head + protocolText(text) + '\n', speaker);
     else
-        put(output_, dimmed(stamp) + "\x1b[2m" + head + shownLine(text) + "\x1b[0m\n", speaker);
+        put(output_, stamped(stamp) + styled(dim, head + shownLine(text)) + '\n', speaker);
 }
 
 void TerminalScreen::note(const std::string& line) {

@@ -1,7 +1,7 @@
 // What the owner is shown, line by line: the room, and events that open with a head such as
-// "[box]". On a terminal it is styled; for scripts it is a protocol of one event a line, with line
-// breaks inside a text as `\n` and `\r`. Lines that the reader doesn't take in time are dropped,
-// and one line tells how many.
+// "[box]". On a terminal it is styled, if that can be; for scripts it is a protocol of one event a
+// line, with line breaks inside a text as `\n` and `\r`. Lines that the reader doesn't take in time
+// are dropped, and one line tells how many.
 #pragma once
 
 #include "platform/terminal/queued_output.h"
@@ -15,7 +15,7 @@ namespace larkspin {
 
 class TerminalScreen {
 public:
-    enum class Form { styled, protocol };
+    enum class Form { styled, plain, protocol };
 
     // Notes go to an output of their own, which may be the same.
     TerminalScreen(QueuedOutput& output, QueuedOutput& notes, Form form);
@@ -43,6 +43,8 @@ public:
     void before(Task task) { before_ = std::move(task); }
 
 private:
+    std::string styled(std::string_view style, const std::string& text) const;
+    std::string stamped(const std::string& stamp) const;
     void put(QueuedOutput& output, const std::string& line, Speaker speaker = Speaker::owner);
 
     QueuedOutput& output_;

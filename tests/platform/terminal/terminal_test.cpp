@@ -237,6 +237,16 @@ TEST_F(TerminalTest, IsARoomToTypeIn) {
     expectEnd(*child, "12");
 }
 
+TEST_F(TerminalTest, StylesNothingOnATerminalThatWouldShowIt) {
+    auto dumb = variables();
+    dumb.back() = "TERM=dumb";
+    const auto child = Child::startOnTerminal(LARKSPIN_TTY, dumb);
+    child->write("/as bob <b>hi</b>\n'exit\n");
+    const std::string shown = child->rest(patience);
+    EXPECT_NE(shown.find("bob: hi\r\n"), shown.npos) << shown;
+    EXPECT_EQ(shown.find('\x1b'), shown.npos) << shown;
+}
+
 // A shell tells a job nothing that runs already when it comes to the front.
 TEST_F(TerminalTest, LeavesItsTerminalToOthersWhileItIsBehindThem) {
     const auto child = Child::startOnTerminal("sh", variables());
