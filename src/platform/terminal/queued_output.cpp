@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <string>
 #include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 #include <utility>
 
@@ -23,13 +24,17 @@ constexpr std::size_t memoryKept = 65536;  // bytes, for the next texts
 
 // Opens once more what the descriptor leads to, for a description that doesn't block and that no
 // other process shares; -1 when that can't be had. A file isn't opened again: the place to write to
-// belongs to its description, and writing to it doesn't block anyway.
+// belongs to its description, and writing to it doesn't block anyway. A terminal that is another
+// user's, as after `su`, is opened by the name that each session has for its own.
 int reopened(int descriptor) {
     struct stat status {};
     if (::fstat(descriptor, &status) != 0 || S_ISREG(status.st_mode))
         return -1;
     const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
-    return ::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    constexpr int way = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const int own = ::open(path.c_str(), way);
+    const bool isOfSession = ::tcgetsid(descriptor) >= 0;
+    return own < 0 && isOfSession ? ::open("/dev/tty", way) : own;
 }
 
 } // namespace

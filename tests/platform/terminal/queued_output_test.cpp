@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace larkspin {
 namespace {
@@ -139,6 +142,30 @@ TEST_F(QueuedOutputTest, IsBusyWhileItsReaderMayStillCome) {
     EXPECT_LT(output.busyUntil(), loop.now() + 1s);
     readAll();
     EXPECT_EQ(output.busyUntil(), Nanoseconds::min());
+}
+
+// As after `su`, where its owner's terminal can't be opened by its own name. Blocked it would be
+// ended by the alarm.
+[[noreturn]] void writeToAnothersTerminal() {
+    ::alarm(10);
+    const int screen = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ::unlockpt(screen);
+    const std::string name = ::ptsname(screen);
+    ::setsid();
+    const int terminal = ::open(name.c_str(), O_RDWR);
+    ::chmod(name.c_str(), 0);
+    constexpr uid_t nobody = 65534;
+    if (::geteuid() == 0)
+        (void)::seteuid(nobody);
+    PollLoop loop;
+    QueuedOutput output(loop, terminal);
+    output.put("x"); // so that what it takes is no multiple of a page
+    output.put(std::string(1'000'000, 'x'));
+    std::_Exit(output.isTaken() ? 1 : 0);
+}
+
+TEST(QueuedOutputElsewhere, DoesNotWaitForAnothersTerminal) {
+    EXPECT_EXIT(writeToAnothersTerminal(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace
