@@ -24,6 +24,7 @@ RoomLayer::RoomLayer(EventLoop& loop, Layers& layers, const ShownRoom& room,
       calls_(conversations), view(loop, room, conversations, history) {
     takeLines();
     layers_.add(*this);
+    layers_.add(offers_);
     loop_.beforeSleep([this, lives = std::weak_ptr(lives_)] {
         if (!lives.expired())
             showNew();
@@ -31,7 +32,18 @@ RoomLayer::RoomLayer(EventLoop& loop, Layers& layers, const ShownRoom& room,
 }
 
 RoomLayer::~RoomLayer() {
+    layers_.remove(offers_);
     layers_.remove(*this);
+}
+
+std::optional<Cursor> RoomLayer::Offers::draw(Cells& cells) {
+    view_.drawOffers(cells);
+    return std::nullopt;
+}
+
+// Keys come to it by the line.
+bool RoomLayer::Offers::take(const Stroke& stroke) {
+    return std::holds_alternative<MouseStroke>(stroke) && view_.line.take(stroke);
 }
 
 // A line acts in an event of its own, like a line of anybody.

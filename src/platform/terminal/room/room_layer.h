@@ -58,6 +58,18 @@ public:
     bool take(const Stroke& stroke) override;
 
 private:
+    // What the line offers or asks, which no window must hide.
+    class Offers : public Layer {
+    public:
+        explicit Offers(RoomView& view) : view_(view) {}
+        Rank rank() const override { return Rank::menu; }
+        std::optional<Cursor> draw(Cells& cells) override;
+        bool take(const Stroke& stroke) override;
+
+    private:
+        RoomView& view_;
+    };
+
     void takeLines();
     void showNew();
     void tellCalls();
@@ -86,6 +98,9 @@ private:
 
 public:
     RoomView view;
+
+private:
+    Offers offers_{view};
 };
 
 } // namespace larkspin

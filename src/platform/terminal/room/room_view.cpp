@@ -172,11 +172,13 @@ void RoomView::drawTitle(Cells& cells, const std::vector<ConversationRow>& rooms
 Cursor RoomView::drawLine(Cells& cells) {
     if (layout_.line.isEmpty())
         return {};
-    const Cursor cursor = line.draw(cells, layout_.line, prompt(), styles_.plain);
+    return line.draw(cells, layout_.line, prompt(), styles_.plain);
+}
+
+void RoomView::drawOffers(Cells& cells) {
     const Area above{0, 0, layout_.line.top, cells.columns()};
     line.drawOffers(cells, above,
                     {.plain = styles_.strip, .dim = styles_.stripDim, .marked = styles_.chosen});
-    return cursor;
 }
 
 } // namespace larkspin

@@ -48,6 +48,7 @@ public:
     bool showNew();
 
     Cursor draw(Cells& cells);
+    void drawOffers(Cells& cells); // what the line can become, above all else of it
 
     const RoomLayout& layout() const { return layout_; }
     Area middle() const; // between the title, and the song and the line

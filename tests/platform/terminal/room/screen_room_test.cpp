@@ -217,6 +217,25 @@ TEST_F(ScreenRoomTest, TheBellRingsOnceForWhatCallsHimElsewhere) {
     EXPECT_EQ(rings, 2);
 }
 
+TEST_F(ScreenRoomTest, NoWindowHidesWhatTheLineAsks) {
+    struct : Layer {
+        Rank rank() const override { return Rank::window; }
+        std::optional<Cursor> draw(Cells& cells) override {
+            cells.fill(cells.area(), {}, U'#');
+            return std::nullopt;
+        }
+        bool take(const Stroke& stroke) override {
+            return std::holds_alternative<MouseStroke>(stroke);
+        }
+    } window;
+    layers.add(window);
+    strike(PasteStroke{"one\ntwo"});
+    EXPECT_NE(rowAt(rows - 5).find("say 2 lines?"), std::string::npos) << seen();
+    click(rows - 2, 3);
+    layers.remove(window);
+    EXPECT_NE(seen().find("Owner: two"), std::string::npos) << seen();
+}
+
 TEST_F(ScreenRoomTest, WordsTellTheOwnerAlone) {
     connect();
     const std::size_t sent = server.sent.size();
