@@ -8,6 +8,14 @@
 
 namespace larkspin {
 
+namespace {
+
+// Lines that come one right after the other, so that no front end comes to show them. A
+// conversation keeps several times as many, also of long ones.
+constexpr std::uint64_t mostUnshown = 200;
+
+} // namespace
+
 Conversations::Conversations(EventLoop& loop, ChatLines& lines, std::string home)
     : loop_(loop), lines_(lines) {
     home_ = front_ = &add({Conversation::Kind::home, 0, std::move(home)});
@@ -157,6 +165,8 @@ void Conversations::keep(Conversation& conversation, KeptLine line) {
         line.at = loop_.moment();
     if (line.isOld && conversation.holds(line))
         return;
+    if (lastNumber_ % mostUnshown == 0)
+        beforeChange_();
     line.number = ++lastNumber_;
     if (kept_)
         kept_(conversation, line);

@@ -102,8 +102,8 @@ public:
     // A word of the program's in the conversation in front.
     void tell(KeptLine::Kind kind, const std::string& text);
 
-    // Before another conversation is in front, one goes, or what is there is shown otherwise: what
-    // a front end hasn't shown yet must be shown now.
+    // Before another conversation is in front, one goes, or what is there is shown otherwise, and
+    // in a flood before lines go: what a front end hasn't shown yet must be shown now.
     void beforeChange(Task task) { beforeChange_ = std::move(task); }
 
     // So many of the last lines in front are to be shown once more.

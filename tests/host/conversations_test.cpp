@@ -2,6 +2,7 @@
 #include "host/called_by_name.h"
 #include "support/shown_lines.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace larkspin {
@@ -114,6 +115,15 @@ TEST_F(ConversationsTest, ManyUnreadLinesAreNotShownAllAtOnce) {
     EXPECT_EQ(shown.take(), "- you are in #den\n- 203 before\nann: 203\nann: 204\n");
     conversations.showAgain(1000);
     EXPECT_TRUE(shown.take().starts_with("- you are in #den\nann: 0\nann: 1\n"));
+}
+
+TEST_F(ConversationsTest, AFloodIsShownWholeAlsoWhereItIsNotKeptWhole) {
+    conversations.enter(den);
+    shown.take();
+    constexpr auto flood = static_cast<std::ptrdiff_t>(Conversation::mostLines + 2'000);
+    for (std::ptrdiff_t line = 0; line < flood; ++line)
+        say(den, "hi");
+    EXPECT_EQ(std::ranges::count(shown.take(), '\n'), flood);
 }
 
 TEST_F(ConversationsTest, LinesAreKeptWithinBounds) {
