@@ -11,6 +11,8 @@
 
 #include <cstdlib>
 #include <malloc.h>
+#include <string>
+#include <string_view>
 #include <unistd.h>
 
 using namespace larkspin;
@@ -19,11 +21,17 @@ namespace {
 
 constexpr DisplayOption options[] = {
     {.name = "--line", .help = "one line below the other, rather than the whole terminal"}};
-constexpr const char* cantBeDrawnOn =
-    "this terminal can't be drawn on: lines come one below the other";
 
-// What a picture or a playlist took for a moment goes back at once. By itself the heap keeps as much
-// as was once freed in one piece.
+// Many a terminal is only unknown to the system, as over a connection from elsewhere.
+std::string cantBeDrawnOn() {
+    const char* const kind = std::getenv("TERM");
+    const bool isDumb = !kind || *kind == '\0' || std::string_view(kind) == "dumb";
+    return std::string("this terminal can't be drawn on: lines come one below the other") +
+           (isDumb ? "" : ", unless TERM=xterm-256color suits it");
+}
+
+// What a picture or a playlist took for a moment goes back at once. By itself the heap keeps as
+// much as was once freed in one piece.
 void keepHeapSmall() {
     ::mallopt(M_MMAP_THRESHOLD, 256 * 1024);
 }
@@ -50,5 +58,5 @@ int main(int count, char** arguments) {
         started.display.empty() && ::isatty(STDIN_FILENO) == 1 && ::isatty(STDOUT_FILENO) == 1;
     if (isOnScreen)
         runOnScreenIfThereIsOne(loop, ports, started);
-    runInLines(loop, ports, started, isOnScreen ? cantBeDrawnOn : "");
+    runInLines(loop, ports, started, isOnScreen ? cantBeDrawnOn() : "");
 }

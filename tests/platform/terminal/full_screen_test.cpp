@@ -75,11 +75,16 @@ TEST_F(FullScreenTest, IsForEveryKindOfTerminalAndGivesItBack) {
 }
 
 TEST_F(FullScreenTest, IsLeftToLinesWhereNothingCanBeDrawn) {
-    const Tmux terminal(command(), variables("dumb"), 80, 24);
-    EXPECT_TRUE(terminal.shows("this terminal can't be drawn on"));
-    expectShown(terminal, "'volume 12\r", "volume set:  12");
-    terminal.type("\x04");
-    expectEnd(terminal, "12");
+    const std::pair<std::string, std::string_view> kinds[] = {
+        {"dumb", "can't be drawn on: lines come one below the other\n"},
+        {"unheard-of", "one below the other, unless TERM=xterm-256color suits it"}};
+    for (const auto& [kind, told] : kinds) {
+        const Tmux terminal(command(), variables(kind), 130, 24);
+        EXPECT_TRUE(terminal.shows(told)) << terminal.screen();
+        expectShown(terminal, "'volume 12\r", "volume set:  12");
+        terminal.type("\x04");
+        expectEnd(terminal, "12");
+    }
 }
 
 TEST_F(FullScreenTest, FollowsEverySizeAndWhatOthersDoToTheScreen) {
