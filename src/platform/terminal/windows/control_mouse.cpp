@@ -113,10 +113,13 @@ void slideTo(const ControlTarget& target, const MouseStroke& mouse) {
 void pointInField(const ControlTarget& target, int mouseColumn) {
     EditedText& text = target.state.text;
     const auto& characters = text.characters();
+    const auto widthOf = [](char32_t character) {
+        return columnsOf(seenText(textOf(std::u32string(1, character))));
+    };
     int column = target.area.left + 1;
     std::size_t at = std::min(target.state.firstShown, characters.size());
-    while (at < characters.size() && column + columnsOf(characters[at]) <= mouseColumn)
-        column += columnsOf(characters[at++]);
+    while (at < characters.size() && column + widthOf(characters[at]) <= mouseColumn)
+        column += widthOf(characters[at++]);
     text.become(text.text(), at);
 }
 

@@ -120,6 +120,14 @@ TEST_F(DialogOnScreen, ALineIsTyped) {
              key(Struck::enter);
          },
          "pre\xFFsetc"},
+        {[&] {
+             take(PasteStroke{"\u202Eb"}); // which is seen as another character
+             const Cursor at = find("set\uFFFDb");
+             click({at.row, at.column + 4});
+             type("x");
+             key(Struck::enter);
+         },
+         "pre\xFFset\u202Exb"},
         {[&] { key(Struck::escape); }, std::nullopt}};
     for (const auto& [way, wanted] : ways) {
         meanwhile(way);
