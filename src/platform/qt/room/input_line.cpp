@@ -1,6 +1,6 @@
 #include "platform/qt/room/input_line.h"
 
-#include "platform/posix/line_history.h"
+#include "host/line_history.h"
 #include "platform/qt/keys.h"
 #include "platform/qt/qt_text.h"
 

@@ -2,12 +2,12 @@
 // what outlives a run.
 #pragma once
 
+#include "host/line_history.h"
 #include "host/slash_words.h"
 #include "irc/client/all_rooms.h"
 #include "irc/client/owners_lines.h"
 #include "irc/client/password_prompt.h"
 #include "irc/client/people_menu.h"
-#include "platform/posix/line_history.h"
 #include "platform/qt/room/room_looks.h"
 #include "platform/qt/room/room_window.h"
 #include "shell/data_directory.h"

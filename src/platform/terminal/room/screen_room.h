@@ -2,11 +2,11 @@
 // slash, and what outlives a run.
 #pragma once
 
+#include "host/line_history.h"
 #include "irc/client/all_rooms.h"
 #include "irc/client/owners_lines.h"
 #include "irc/client/password_prompt.h"
 #include "irc/client/people_menu.h"
-#include "platform/posix/line_history.h"
 #include "platform/terminal/room/room_layer.h"
 #include "platform/terminal/terminal_commands.h"
 #include "platform/terminal/terminal_desktop.h"

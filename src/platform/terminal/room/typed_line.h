@@ -4,8 +4,8 @@
 #pragma once
 
 #include "host/half_typed.h"
+#include "host/line_history.h"
 #include "library/completion.h"
-#include "platform/posix/line_history.h"
 #include "platform/terminal/room/typed_offers.h"
 #include "platform/terminal/screen/edited_text.h"
 #include "platform/terminal/screen/layers.h"

@@ -2,7 +2,7 @@
 // of pasted lines.
 #include "platform/qt/room/input_line.h"
 
-#include "platform/posix/line_history.h"
+#include "host/line_history.h"
 #include "support/patience.h"
 #include "support/virtual_machine.h"
 

@@ -1,4 +1,4 @@
-#include "platform/posix/line_history.h"
+#include "host/line_history.h"
 
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/posix_files.h"
@@ -9,7 +9,7 @@
 namespace larkspin {
 namespace {
 
-using Lines = std::deque<std::string>;
+using Kept = std::deque<std::string>;
 
 struct LineHistoryTest : testing::Test {
     LineHistory history() { return {files, drivePath((disk.path() / "history.txt").native())}; }
@@ -26,7 +26,7 @@ TEST_F(LineHistoryTest, OutlivesItsRun) {
     EXPECT_EQ(first.lines().back(), "/msg NickServ identify ****");
     first.save();
     LineHistory second = history();
-    EXPECT_EQ(second.lines(), (Lines{"'play \u00E4", "'stop", "/join #a "}));
+    EXPECT_EQ(second.lines(), (Kept{"'play \u00E4", "'stop", "/join #a "}));
     second.save();
     for (int line = 0; line < 500; ++line)
         second.add(std::to_string(line));
@@ -42,7 +42,7 @@ TEST_F(LineHistoryTest, LosesSecretsThatAFormerVersionKept) {
 
 TEST_F(LineHistoryTest, TakesOnlyWhatCanBeTyped) {
     disk.write("history.txt", std::string("\xff\n") + std::string(1001, 'x') + "\n\n'a\r\n'b\n'c");
-    EXPECT_EQ(history().lines(), (Lines{"'b", "'c"}));
+    EXPECT_EQ(history().lines(), (Kept{"'b", "'c"}));
 }
 
 TEST_F(LineHistoryTest, LeavesAFileAloneThatItCantRead) {

@@ -1,4 +1,4 @@
-#include "platform/posix/line_history.h"
+#include "host/line_history.h"
 
 #include "host/typed_secrets.h"
 #include "shell/files.h"
