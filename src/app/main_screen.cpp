@@ -39,7 +39,7 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports, const Starte
     RoomView& view = room.layer.view;
     view.hasWindows = [&] { return stage.hasWindows(); };
     stage.whole = [&](const Area&) { return view.middle(); };
-    stage.isLineBegun = [&] { return view.line.isBegun(); };
+    stage.isLineBegun = [&] { return view.line.typing.isBegun(); };
     stage.colors = [&] { return TwoColors{view.front(), view.ground()}; };
     WordedDesktop desktop(drawn, room.desktop);
     room.rooms.networks.readPathsBy(

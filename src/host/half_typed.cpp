@@ -4,9 +4,11 @@
 
 namespace larkspin {
 
-HalfTyped::HalfTyped(Line line, const Conversations& conversations)
-    : line_(std::move(line)), conversations_(conversations), begun_(conversations.begun()),
-      moves_(begun_.moves) {}
+HalfTyped::HalfTyped(LineTyping& line, const Conversations& conversations)
+    : line_(line), conversations_(conversations), begun_(conversations.begun()),
+      moves_(begun_.moves) {
+    line_.onBegin([this] { begun_ = conversations_.begun(); });
+}
 
 // The owner may have gone elsewhere a moment ago, and the line that he still sees be from before.
 // It then counts as if the other place had come in front by itself.

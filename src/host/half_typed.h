@@ -4,36 +4,20 @@
 #pragma once
 
 #include "host/conversations.h"
+#include "host/line_typing.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <string>
-#include <utility>
 
 namespace larkspin {
 
-// What has been typed so far, to be put back later. A secret isn't told and isn't replaced.
-struct Draft {
-    std::string text = {};
-    std::size_t cursor = 0; // as the line in which it is typed counts
-};
-
 class HalfTyped {
 public:
-    // The line in which the owner types. It tells by `begin` below when he begins one.
-    struct Line {
-        std::function<bool()> isBegun; // he has something to say, or to answer, there
-        std::function<bool()> hides;   // while a secret is typed, or may be
-        std::function<Draft()> draft;
-        std::function<void(const Draft&)> put;
-    };
-
-    // The conversations must outlive it.
-    HalfTyped(Line line, const Conversations& conversations);
-
-    void begin() { begun_ = conversations_.begun(); }
+    // Both must outlive it. It is told of each line that is begun.
+    HalfTyped(LineTyping& line, const Conversations& conversations);
+    HalfTyped(const HalfTyped&) = delete;
+    HalfTyped& operator=(const HalfTyped&) = delete;
 
     // To be called before the thread sleeps. True if the line belongs elsewhere than before.
     bool follow();
@@ -48,7 +32,7 @@ private:
     bool staysFor(const Conversations::Begun& front);
     void forgetGone();
 
-    Line line_;
+    LineTyping& line_;
     const Conversations& conversations_;
     Conversations::Begun begun_;
     std::uint64_t moves_ = 0;             // those that are known of

@@ -5,14 +5,10 @@
 
 namespace larkspin {
 
-namespace {
-
 bool endsLine(char32_t code) {
     constexpr char32_t lineSeparator = 0x2028, paragraphSeparator = 0x2029;
     return code == '\n' || code == '\r' || code == lineSeparator || code == paragraphSeparator;
 }
-
-} // namespace
 
 PastedLines pastedLines(std::string_view text, std::size_t mostCharacters) {
     PastedLines pasted;

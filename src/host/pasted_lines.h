@@ -15,6 +15,9 @@ struct PastedLines {
 
 inline constexpr std::size_t mostPastedLines = 100;
 
+// Whether the character is one of those by which lines are ended.
+bool endsLine(char32_t code);
+
 // The lines of a text, however they are ended, each of so many characters at most.
 PastedLines pastedLines(std::string_view text, std::size_t mostCharacters);
 

@@ -76,9 +76,8 @@ ChoiceList::ChoiceList() {
 }
 
 void ChoiceList::offer(const Completion& completion) {
-    choices_ = completion.choices;
     clear();
-    for (const Completion::Choice& choice : choices_) {
+    for (const Completion::Choice& choice : completion.choices) {
         auto* const row = new QListWidgetItem(toQt(choice.shown), this);
         const QString help = toQt(choice.help);
         row->setData(helpRole, help);
@@ -92,19 +91,6 @@ void ChoiceList::offer(const Completion& completion) {
     static_cast<ChoicePainter&>(*itemDelegate()).firstWidth = firstColumn(*this);
     setCurrentRow(0);
     scrollToTop();
-    mark_();
-}
-
-void ChoiceList::move(int rows) {
-    const int last = static_cast<int>(choices_.size()) - 1;
-    const int at = currentRow();
-    const bool isAtEnd = at == (rows > 0 ? last : 0);
-    setCurrentRow(isAtEnd ? last - at : std::clamp(at + rows, 0, last));
-    mark_();
-}
-
-const Completion::Choice& ChoiceList::marked() const {
-    return choices_[static_cast<std::size_t>(currentRow())];
 }
 
 int ChoiceList::page() const {
@@ -126,16 +112,15 @@ QSize ChoiceList::sizeHint() const {
 }
 
 int ChoiceList::choiceAt(const QMouseEvent& event) const {
-    const int row = indexAt(event.position().toPoint()).row();
-    return row < static_cast<int>(choices_.size()) ? row : -1;
+    const QModelIndex index = indexAt(event.position().toPoint());
+    return index.flags() & Qt::ItemIsEnabled ? index.row() : -1;
 }
 
 void ChoiceList::mouseMoveEvent(QMouseEvent* event) {
     const int row = choiceAt(*event);
     if (row < 0 || row == currentRow())
         return;
-    setCurrentRow(row);
-    mark_();
+    mark_(row);
 }
 
 void ChoiceList::mousePressEvent(QMouseEvent* event) {

@@ -13,19 +13,14 @@ class ChoiceList : public QListWidget {
 public:
     ChoiceList();
 
-    // Shows these and marks the first one.
+    // Shows these. The current row is the marked one.
     void offer(const Completion& completion);
 
-    // Marks the choice so many rows further down, and goes around at the ends.
-    void move(int rows);
-
-    // There must be one.
-    const Completion::Choice& marked() const;
     int page() const; // rows
 
-    // The task is called when the mouse takes the marked choice, or when another one is marked.
+    // The tasks are called when the mouse takes the marked choice, and when it points at another.
     void onTake(std::function<void()> take) { take_ = std::move(take); }
-    void onMark(std::function<void()> mark) { mark_ = std::move(mark); }
+    void onMark(std::function<void(int choice)> mark) { mark_ = std::move(mark); }
 
     QSize sizeHint() const override;
 
@@ -35,8 +30,8 @@ private:
     void mouseReleaseEvent(QMouseEvent* event) override;
     int choiceAt(const QMouseEvent& event) const;
 
-    std::vector<Completion::Choice> choices_;
-    std::function<void()> take_ = [] {}, mark_ = [] {};
+    std::function<void()> take_ = [] {};
+    std::function<void(int)> mark_ = [](int) {};
 };
 
 } // namespace larkspin

@@ -47,7 +47,7 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
     window.onPlace([this] { placeChanged(); });
 }
 
-void QtRoom::completeBy(InputLine::Complete complete) {
+void QtRoom::completeBy(LineTyping::Complete complete) {
     window.onTab([this, complete = std::move(complete)](std::string_view typed) {
         return rooms.completionOf(typed, words, complete);
     });

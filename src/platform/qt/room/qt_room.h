@@ -28,7 +28,7 @@ public:
     ~QtRoom() override { loop_.cancel(keeping_); }
 
     // What Tab makes of a line that isn't one of the words with a slash.
-    void completeBy(InputLine::Complete complete);
+    void completeBy(LineTyping::Complete complete);
 
     // Shows the window, with the focus on the line to type in.
     void show() { window.bringForward(); }

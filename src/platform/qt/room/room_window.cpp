@@ -113,16 +113,15 @@ void RoomWindow::layOut() {
 
 void RoomWindow::takeLines() {
     // A line acts in an event of its own: what it does may wait, and a callback of Qt's can't.
-    input_.onLine([this](std::string line) {
+    input_.typing.onLine([this](std::string line) {
         view_.toEnd();
         loop_.post([window = QPointer(this), line = std::move(line), begun = halfTyped_.begun()] {
             if (window)
                 window->take_(line, begun);
             if (window)
-                window->input_.goOn();
+                window->input_.typing.goOn();
         });
     });
-    input_.onBegin([this] { halfTyped_.begin(); });
     input_.onPage([this](int pages) { view_.said().scrollPage(pages); });
     for (QSplitter* const splitter : {&sides_, &halves_})
         connect(splitter, &QSplitter::splitterMoved, this, [this] { placeChanged_(); });
@@ -243,7 +242,7 @@ void RoomWindow::showOwnName() {
 void RoomWindow::askPassword(const std::string& prompt, std::function<void(std::string)> answered) {
     prompt_ = prompt;
     roomChanged();
-    input_.takeSecret([this, answered = std::move(answered)](std::string line) {
+    input_.typing.takeSecret([this, answered = std::move(answered)](std::string line) {
         prompt_.clear();
         roomChanged();
         post([answered, line = std::move(line)] { answered(line); });
@@ -253,12 +252,11 @@ void RoomWindow::askPassword(const std::string& prompt, std::function<void(std::
 void RoomWindow::dismissPassword() {
     prompt_.clear();
     roomChanged();
-    input_.dropSecret();
+    input_.typing.dropSecret();
 }
 
 void RoomWindow::offer(const std::string& line) {
-    const QString text = toQt(line);
-    input_.put({.text = text.toStdString(), .cursor = static_cast<std::size_t>(text.size())});
+    input_.typing.put({.text = asSeen(line), .cursor = Draft::atEnd});
 }
 
 void RoomWindow::bringForward() {

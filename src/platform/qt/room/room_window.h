@@ -39,7 +39,7 @@ public:
     // To be called when anything that is known of the room has changed.
     void roomChanged() { isRoomShown_ = false; }
 
-    void clearInput() { input_.empty(); }
+    void clearInput() { input_.typing.empty(); }
 
     // Gives the line to type in the focus; and puts a line there for the owner to say, or not.
     void turnToLine() { input_.setFocus(); }
@@ -53,7 +53,7 @@ public:
     // says what Tab makes of a text.
     using Take = std::function<void(const std::string& line, const Conversations::Begun& begun)>;
     void onLine(Take take) { take_ = std::move(take); }
-    void onTab(InputLine::Complete complete) { input_.onTab(std::move(complete)); }
+    void onTab(LineTyping::Complete complete) { input_.typing.onTab(std::move(complete)); }
 
     // What the owner wants to be in front, by its place, in an event of its own.
     void onGo(std::function<void(const std::string& place)> go) { go_ = std::move(go); }
@@ -85,12 +85,12 @@ public:
 
     // A line for which this is true is followed by a password, perhaps before one is asked for.
     void holdAfter(std::function<bool(const std::string& line)> line) {
-        input_.holdAfter(std::move(line));
+        input_.typing.holdAfter(std::move(line));
     }
 
     using Mask = std::function<std::string(const std::string&, const Conversations::Begun&)>;
     void maskBy(Mask masked) {
-        input_.maskBy([this, masked = std::move(masked)](const std::string& line) {
+        input_.typing.maskBy([this, masked = std::move(masked)](const std::string& line) {
             return masked(line, halfTyped_.begun());
         });
     }
@@ -137,18 +137,14 @@ private:
     PeopleView& people_;
     InputLine& input_;
     TypedKeys typedKeys_{{.widget = input_,
-                          .isBegun = [this] { return input_.isBegun(); },
+                          .isBegun = [this] { return input_.typing.isBegun(); },
                           .comesForward = [this] { bringForward(); }}};
     QLabel& count_;
     QLabel& ownName_;
     QSplitter& sides_;  // the rooms, and all else
     QSplitter& halves_; // what is said, and the people
     QVBoxLayout& rows_; // of the window
-    HalfTyped halfTyped_{{.isBegun = [this] { return input_.isBegun(); },
-                          .hides = [this] { return input_.hides(); },
-                          .draft = [this] { return input_.draft(); },
-                          .put = [this](const Draft& draft) { input_.put(draft); }},
-                         conversations_};
+    HalfTyped halfTyped_{input_.typing, conversations_};
     OwnerCalls calls_;
     std::optional<OwnerCall> call_; // that isn't over
     Calls callTasks_;

@@ -48,8 +48,8 @@ bool RoomLayer::Offers::take(const Stroke& stroke) {
 
 // A line acts in an event of its own, like a line of anybody.
 void RoomLayer::takeLines() {
-    view.line.onRefusal(tasks_.ring);
-    view.line.onLine([this](std::string line) {
+    view.line.typing.onRefusal(tasks_.ring);
+    view.line.typing.onLine([this](std::string line) {
         view.said.toEnd();
         loop_.post([this, lives = std::weak_ptr(lives_), line = std::move(line),
                     begun = view.halfTyped.begun()] {
@@ -57,7 +57,7 @@ void RoomLayer::takeLines() {
                 return;
             tasks_.take(line, begun);
             if (!lives.expired())
-                view.line.goOn();
+                view.line.typing.goOn();
         });
     });
 }
@@ -106,7 +106,7 @@ void RoomLayer::tellCalls() {
 void RoomLayer::askPassword(const std::string& prompt, std::function<void(std::string)> answered) {
     view.setPrompt(prompt);
     layers_.changed();
-    view.line.takeSecret([this, answered = std::move(answered)](std::string line) {
+    view.line.typing.takeSecret([this, answered = std::move(answered)](std::string line) {
         view.setPrompt({});
         loop_.post([answered, line = std::move(line)] { answered(line); });
     });
@@ -115,14 +115,14 @@ void RoomLayer::askPassword(const std::string& prompt, std::function<void(std::s
 void RoomLayer::dismissPassword() {
     view.setPrompt({});
     layers_.changed();
-    view.line.dropSecret();
+    view.line.typing.dropSecret();
 }
 
 bool RoomLayer::take(const Stroke& stroke) {
     layers_.changed();
     const auto* const key = std::get_if<KeyStroke>(&stroke);
     const bool erases = key && key->ctrl && key->character == U'd';
-    isErasing_ = erases && (isErasing_ || view.line.isBegun());
+    isErasing_ = erases && (isErasing_ || view.line.typing.isBegun());
     if (key && takeKey(*key))
         return true;
     if (view.line.take(stroke))
@@ -139,13 +139,13 @@ bool RoomLayer::takeKey(const KeyStroke& key) {
         tasks_.help();
     else if (key.kind == Kind::function && key.number == 10)
         showMenus();
-    else if (key.ctrl && key.character == U'd' && !view.line.isBegun())
+    else if (key.ctrl && key.character == U'd' && !view.line.typing.isBegun())
         return leave();
-    else if (key.ctrl && key.character == U'c' && !view.line.isBegun())
+    else if (key.ctrl && key.character == U'c' && !view.line.typing.isBegun())
         tasks_.tellHowToLeave();
-    else if (key.kind == Kind::home && !view.line.isBegun())
+    else if (key.kind == Kind::home && !view.line.typing.isBegun())
         view.said.toStart();
-    else if (key.kind == Kind::end && !view.line.isBegun())
+    else if (key.kind == Kind::end && !view.line.typing.isBegun())
         view.said.toEnd();
     else
         return false;

@@ -24,13 +24,7 @@ RoomView::RoomView(const EventLoop& loop, const ShownRoom& room, const Conversat
                    LineHistory& history)
     : room_(room), conversations_(conversations), newLines_(conversations),
       reading_(conversations, loop), said(conversations, reading_), line(history),
-      halfTyped({.isBegun = [this] { return line.isBegun(); },
-                 .hides = [this] { return line.hides(); },
-                 .draft = [this] { return line.draft(); },
-                 .put = [this](const Draft& draft) { line.put(draft); }},
-                conversations) {
-    line.onBegin([this] { halfTyped.begin(); });
-}
+      halfTyped(line.typing, conversations) {}
 
 void RoomView::show(SongInPlay& song, SongPane::Works works) {
     song_ = &song;

@@ -14,7 +14,7 @@ ScreenRoom::ScreenRoom(EventLoop& loop, RoomScreen screen, ChatLines& lines,
                        const DataDirectory& directory, const std::string& screenName)
     : screen_(std::move(screen)), history_(files, directory.historyFile()),
       rooms(loop, lines, std::move(connections), *this, files, directory, screenName,
-            {.clearInput = [this] { layer.view.line.empty(); },
+            {.clearInput = [this] { layer.view.line.typing.empty(); },
              .changed = [this] { layer.roomChanged(); }}),
       desktop([this](std::string_view, const std::string& text) { tell(withoutGaps(text)); }),
       commands([this](std::string_view, const std::string& text) { tell(withoutGaps(text)); },
@@ -24,7 +24,7 @@ ScreenRoom::ScreenRoom(EventLoop& loop, RoomScreen screen, ChatLines& lines,
       peopleMenu(rooms.conversations, rooms.own, rooms.networks,
                  [this](const std::string& line) { lines_.act(line); }),
       layer(loop, screen_.layers, rooms.room, rooms.conversations, history_, layerTasks()) {
-    TypedLine& line = layer.view.line;
+    LineTyping& line = layer.view.line.typing;
     line.holdAfter(&IrcWords::asksPassword);
     line.maskBy([this](const std::string& typed) {
         return rooms.withoutSecrets(typed, layer.view.halfTyped.begun());
@@ -89,8 +89,8 @@ void ScreenRoom::showLooks() {
     layer.roomChanged();
 }
 
-void ScreenRoom::completeBy(TypedLine::Complete complete) {
-    layer.view.line.onTab([this, complete = std::move(complete)](std::string_view typed) {
+void ScreenRoom::completeBy(LineTyping::Complete complete) {
+    layer.view.line.typing.onTab([this, complete = std::move(complete)](std::string_view typed) {
         return rooms.completionOf(typed, commands.words(), complete);
     });
 }
@@ -113,12 +113,12 @@ void ScreenRoom::offer(const std::string& line) {
 
 void ScreenRoom::helpToType(const std::string& word) {
     commands.run("/help /" + word);
-    if (!layer.view.line.isBegun())
+    if (!layer.view.line.typing.isBegun())
         begin('/' + word + ' ');
 }
 
 void ScreenRoom::begin(const std::string& line) {
-    layer.view.line.put({.text = line, .cursor = line.size()});
+    layer.view.line.typing.put({.text = line, .cursor = Draft::atEnd});
 }
 
 void ScreenRoom::tell(const std::string& text) {

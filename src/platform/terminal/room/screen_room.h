@@ -41,7 +41,7 @@ public:
                const DataDirectory& directory, const std::string& screenName);
 
     // What Tab makes of a line that isn't one of the words with a slash.
-    void completeBy(TypedLine::Complete complete);
+    void completeBy(LineTyping::Complete complete);
 
     // From now on lines are taken, also those that have been typed before; their words work these
     // windows, and `/quit` calls the task. A network that the last run was on is connected to.

@@ -5,7 +5,6 @@
 #include "text/utf8.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace larkspin {
 
@@ -17,10 +16,6 @@ constexpr std::size_t mostPasted = 200'000; // bytes that are looked at
 constexpr int leastForText = 8;             // columns, beside a long prompt
 constexpr std::string_view gone = "\uFFFD"; // in place of what can't be seen
 
-bool isLineBreak(char32_t character) {
-    return character == U'\n' || character == U'\r' || character == 0x2028 || character == 0x2029;
-}
-
 // As it stands on the screen: an editor shows where something is that can't be seen.
 char32_t seen(char32_t character) {
     return isControl(character) ? charactersOf(gone)[0] : character;
@@ -30,109 +25,54 @@ bool isCharacter(const KeyStroke& key) {
     return key.kind == Kind::character && !key.ctrl && !key.alt;
 }
 
+LineKey meaningOf(const KeyStroke& key) {
+    const bool isPlain = !key.alt && !key.ctrl;
+    switch (key.kind) {
+    case Kind::enter:
+        return LineKey::enter;
+    case Kind::escape:
+        return LineKey::escape;
+    case Kind::tab:
+        return key.shift ? LineKey::shiftTab : LineKey::tab;
+    case Kind::up:
+        return isPlain ? LineKey::up : LineKey::other;
+    case Kind::down:
+        return isPlain ? LineKey::down : LineKey::other;
+    case Kind::pageUp:
+        return isPlain ? LineKey::pageUp : LineKey::other;
+    case Kind::pageDown:
+        return isPlain ? LineKey::pageDown : LineKey::other;
+    default:
+        return LineKey::other;
+    }
+}
+
 } // namespace
 
-void TypedLine::noteBegin() {
-    const bool begins = !text_.isEmpty();
-    if (!std::exchange(isBegun_, begins) && begins)
-        onBegin_();
-}
-
-void TypedLine::empty() {
-    back_ = 0;
-    offers_.close();
-    text_.become({});
-    noteBegin();
-}
-
-Draft TypedLine::draft() const {
-    if (hides())
-        return {};
-    return {.text = text_.text(), .cursor = text_.cursor()};
-}
-
-// Empty in between, so that the line counts as begun anew.
-void TypedLine::put(const Draft& draft) {
-    if (hides())
-        return;
-    empty();
-    text_.become(draft.text, draft.cursor);
-    noteBegin();
-}
-
-void TypedLine::takeSecret(Secret secret) {
-    // The text typed while the line was held may be the secret already.
-    if (!isHeld_)
-        dropSecret();
-    offers_.close();
-    secret_ = std::move(secret);
-    isHeld_ = false;
-    if (std::exchange(isSecretComplete_, false))
-        endSecret(text_.text());
-}
-
-void TypedLine::dropSecret() {
-    const bool wasHidden = hides();
-    secret_ = nullptr;
-    isHeld_ = isSecretComplete_ = false;
-    text_.become({});
-    if (wasHidden)
-        text_.forgetCut();
-    back_ = 0;
-    noteBegin();
-}
-
-void TypedLine::goOn() {
-    if (isHeld_)
-        dropSecret();
-}
-
-void TypedLine::endSecret(std::string line) {
-    const Secret secret = secret_;
-    dropSecret();
-    secret(std::move(line));
-}
-
 bool TypedLine::take(const Stroke& stroke) {
-    if (const auto* const paste = std::get_if<PasteStroke>(&stroke)) {
-        takePaste(paste->text);
-        return true;
-    }
-    if (const auto* const key = std::get_if<KeyStroke>(&stroke)) {
-        const bool isTaken = takeKey(*key);
-        noteBegin();
-        return isTaken;
-    }
-    return offers_.take(stroke);
+    if (const auto* const mouse = std::get_if<MouseStroke>(&stroke))
+        return offers_.take(*mouse);
+    bool isTaken = true;
+    if (const auto* const key = std::get_if<KeyStroke>(&stroke))
+        isTaken = takeKey(*key);
+    else
+        takePaste(std::get<PasteStroke>(stroke).text);
+    typing.noteBegin();
+    return isTaken;
 }
 
 bool TypedLine::takeKey(const KeyStroke& key) {
-    if (hides() && takeSecretKey(key))
-        return true;
-    if (offers_.take(key))
+    const bool isAsked = typing.hides() || typing.offers.isAsking();
+    const bool leaves = isAsked && key.ctrl && key.character == U'c';
+    if (typing.take(leaves ? LineKey::escape : meaningOf(key)))
         return true;
     const std::string before = text_.text();
     if (!edit(key))
         return false;
     if (text_.text() != before)
-        narrow();
-    else if (offers_.isOffering() && key.kind != Kind::tab)
-        offers_.close();
-    return true;
-}
-
-// Whether the key has been dealt with.
-bool TypedLine::takeSecretKey(const KeyStroke& key) {
-    const bool isInterrupted = key.ctrl && key.character == U'c';
-    const bool isGivenUp = key.kind == Kind::escape || isInterrupted;
-    if (isSecretComplete_ && !isGivenUp)
-        return true;
-    if (secret_ && (key.kind == Kind::enter || isGivenUp))
-        endSecret(isGivenUp ? "" : text_.text());
-    else if (key.kind == Kind::enter)
-        isSecretComplete_ = true; // `takeSecret` hands it on
-    else
-        return isGivenUp || key.kind == Kind::up || key.kind == Kind::down || key.kind == Kind::tab;
+        typing.narrow();
+    else if (typing.offers.isOffering())
+        typing.offers.close();
     return true;
 }
 
@@ -198,14 +138,7 @@ bool TypedLine::edit(const KeyStroke& key) {
         return giveUp();
     } else if (key.ctrl && key.character == U'y') {
         if (!text_.putBack())
-            refuses_();
-    } else if (key.kind == Kind::enter) {
-        endLine();
-    } else if (key.kind == Kind::tab && !key.shift && !text_.isEmpty()) {
-        if (!hides())
-            complete();
-    } else if ((key.kind == Kind::up || key.kind == Kind::down) && !key.alt && !key.ctrl) {
-        return recall(key.kind == Kind::up ? 1 : -1);
+            typing.refuse();
     } else {
         return false;
     }
@@ -214,130 +147,34 @@ bool TypedLine::edit(const KeyStroke& key) {
 
 // As shells give a line up; Ctrl-Y brings it back.
 bool TypedLine::giveUp() {
-    if (text_.isEmpty() && !offers_.isAsking())
+    if (text_.isEmpty())
         return false;
     text_.goToEnd();
     text_.cutToStart();
-    empty();
+    typing.empty();
     return true;
 }
 
 void TypedLine::insert(std::u32string_view characters) {
     if (!text_.insert(characters))
-        refuses_();
+        typing.refuse();
 }
 
-// Nothing of several lines is said before the owner has seen them.
+// Nothing of several lines is said before the owner has seen them: the line stands as it was until
+// he has answered.
 void TypedLine::takePaste(std::string_view pasted) {
-    offers_.close();
-    const std::string_view looked = pasted.substr(0, fittingLength(pasted, mostPasted));
-    std::u32string characters = charactersOf(looked);
-    while (!characters.empty() && isLineBreak(characters.back()))
+    typing.offers.close();
+    std::u32string characters = charactersOf(pasted.substr(0, fittingLength(pasted, mostPasted)));
+    while (!characters.empty() && endsLine(characters.back()))
         characters.pop_back();
-    if (!hides() && std::ranges::any_of(characters, isLineBreak)) {
-        const std::u32string& typed = text_.characters();
-        characters.insert(0, typed.substr(0, text_.cursor()));
-        characters += typed.substr(text_.cursor());
-        PastedLines lines = pastedLines(textOf(characters), LineHistory::mostCharacters);
-        if (lines.lines.size() > 1)
-            return askAbout(std::move(lines));
+    if (std::ranges::any_of(characters, endsLine)) {
+        std::u32string whole = text_.characters();
+        whole.insert(text_.cursor(), characters);
+        if (typing.asksAbout(textOf(whole)))
+            return;
     }
-    characters = charactersOf(looked);
-    while (!characters.empty() && isLineBreak(characters.back()))
-        characters.pop_back();
-    std::ranges::replace_if(characters, isLineBreak, U' ');
+    std::ranges::replace_if(characters, endsLine, U' ');
     insert(characters);
-    noteBegin();
-}
-
-// The line stands as it was until he has answered. What follows a line that asks for a password may
-// be that password, which isn't shown.
-void TypedLine::askAbout(PastedLines pasted) {
-    const auto asks = std::ranges::find_if(pasted.lines, holdsAfter_);
-    if (asks != pasted.lines.end())
-        pasted.lines.erase(asks + 1, pasted.lines.end());
-    if (text_.isEmpty())
-        onBegin_();
-    offers_.ask(std::move(pasted));
-}
-
-void TypedLine::say(std::vector<std::string> lines) {
-    empty();
-    for (std::string& line : lines)
-        handOn(std::move(line));
-}
-
-void TypedLine::endLine() {
-    std::string line = text_.text();
-    if (line.empty())
-        return;
-    empty();
-    handOn(std::move(line));
-}
-
-void TypedLine::handOn(std::string line) {
-    const std::string shown = masked_(line);
-    history_.add(shown);
-    if (shown != line)
-        text_.forgetCut();
-    // The owner may type the secret right after this line, before anybody has asked for it.
-    isHeld_ = holdsAfter_(line);
-    onLine_(std::move(line));
-}
-
-bool TypedLine::recall(int way) {
-    const auto& lines = history_.lines();
-    const int wanted = back_ + way;
-    if (wanted < 0 || wanted > static_cast<int>(lines.size()))
-        return true;
-    // The line that was begun comes back when the owner returns from the history.
-    if (back_ == 0)
-        begunText_ = text_.text();
-    back_ = wanted;
-    offers_.close();
-    text_.become(back_ == 0 ? begunText_ : *(lines.end() - back_));
-    return true;
-}
-
-Completion TypedLine::completion() const {
-    return complete_(text_.beforeCursor());
-}
-
-// What is still open after what is certain has been added stands above the line.
-void TypedLine::complete() {
-    Completion found = completion();
-    if (found.text.empty() || !replace(found.replaced, found.text)) {
-        refuses_();
-        return offers_.close();
-    }
-    if (!found.addsNothing && found.choices.size() > 1)
-        found = completion();
-    if (found.choices.size() < 2)
-        return offers_.close();
-    replaced_ = found.replaced;
-    offers_.offer(found);
-}
-
-// The choices follow what is typed, until it is one of them.
-void TypedLine::narrow() {
-    if (!offers_.isOffering())
-        return;
-    const Completion found = text_.cursor() > 0 ? completion() : Completion();
-    const bool isThere = found.choices.size() == 1 && text_.beforeCursor().ends_with(found.text);
-    if (found.choices.empty() || isThere)
-        return offers_.close();
-    replaced_ = found.replaced;
-    offers_.offer(found);
-}
-
-void TypedLine::take(const Completion::Choice& choice) {
-    if (!replace(replaced_, choice.text))
-        refuses_();
-    noteBegin();
-}
-
-bool TypedLine::replace(std::size_t characters, const std::string& text) {
-    return text_.replaceBefore(characters, text);
 }
 
 // A line that is longer than the row shows the part in which the cursor is. It moves by half a row
@@ -346,7 +183,7 @@ Cursor TypedLine::draw(Cells& cells, const Area& row, std::string_view prompt,
                        const CellStyle& style) {
     const int mostForPrompt = std::max(row.columns - leastForText, 0);
     int column = cells.put(row.top, row.left, row.right(), cutTo(prompt, mostForPrompt), style);
-    if (hides())
+    if (typing.hides())
         return {row.top, column};
     const std::u32string& typed = text_.characters();
     const auto widthOf = [&](std::size_t from, std::size_t to) {

@@ -107,7 +107,7 @@ TEST_F(RoomGuideTest, TakesWhatIsTypedOnceAMenuIsLeft) {
         hand({"type", "'play ride"});
         EXPECT_TRUE(comes([this] { return view<InputLine>().text() == "'play ride"; }));
         EXPECT_EQ(opened(), nullptr);
-        view<InputLine>().empty();
+        view<InputLine>().typing.empty();
     }
 }
 

@@ -100,14 +100,14 @@ TEST_F(TypedKeysTest, GoToTheLineFromAllThatTakesNoText) {
         hand({"type", "a b"});
         EXPECT_TRUE(reads("a b"));
         EXPECT_TRUE(comes([&] { return input().hasFocus(); }));
-        input().empty();
+        input().typing.empty();
     }
     for (QWidget* const part : {static_cast<QWidget*>(&findView<Transcript>(room.window)),
                                 static_cast<QWidget*>(&findView<PeopleView>(room.window))}) {
         part->setFocus(Qt::MouseFocusReason);
         hand({"type", "ab"});
         EXPECT_TRUE(reads("ab"));
-        input().empty();
+        input().typing.empty();
     }
     EXPECT_EQ(presses, 1) << "by the mouse";
 }
@@ -125,7 +125,7 @@ TEST_F(TypedKeysTest, AreComposedOnTheirWayToTheLine) {
         hand(struck);
         EXPECT_TRUE(reads(letter)) << letter << ", not " << input().text().toStdString();
         EXPECT_TRUE(comes([&] { return input().hasFocus(); }));
-        input().empty();
+        input().typing.empty();
     }
     setKeyboard({"us"});
 }

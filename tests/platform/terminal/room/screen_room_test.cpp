@@ -143,7 +143,7 @@ TEST_F(ScreenRoomTest, WhoHasNoMouseHasMenusOfLinksAndPeople) {
         settle();
     };
     chooseInRoom("connect");
-    EXPECT_EQ(room.layer.view.line.draft().text, "/connect ");
+    EXPECT_EQ(room.layer.view.line.typing.draft().text, "/connect ");
     const bool stamps = room.rooms.preferences.showsStamps();
     chooseInRoom("stamps");
     EXPECT_NE(room.rooms.preferences.showsStamps(), stamps);

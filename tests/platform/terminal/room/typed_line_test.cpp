@@ -25,11 +25,12 @@ KeyStroke alt(char32_t character) {
 
 struct TypedLineTest : testing::Test {
     TypedLineTest() {
-        line.onTab([this](std::string_view typed) { return completionOf(machine.state(), typed); });
-        line.onLine([this](const std::string& said) { lines.push_back(said); });
-        line.onBegin([this] { ++begins; });
-        line.onRefusal([this] { ++refusals; });
-        line.holdAfter([](const std::string& said) { return said == "/login"; });
+        line.typing.onTab(
+            [this](std::string_view typed) { return completionOf(machine.state(), typed); });
+        line.typing.onLine([this](const std::string& said) { lines.push_back(said); });
+        line.typing.onBegin([this] { ++begins; });
+        line.typing.onRefusal([this] { ++refusals; });
+        line.typing.holdAfter([](const std::string& said) { return said == "/login"; });
     }
 
     void type(std::string_view text) {
@@ -97,12 +98,12 @@ TEST_F(TypedLineTest, HasTheKeysThatShellsHave) {
     };
     for (const Case& example : cases) {
         SCOPED_TRACE(example.text);
-        line.empty();
+        line.typing.empty();
         type(example.typed);
         for (const KeyStroke& key : example.keys)
             line.take(key);
-        EXPECT_EQ(line.draft().text, example.text);
-        EXPECT_EQ(line.draft().cursor, example.cursor);
+        EXPECT_EQ(line.typing.draft().text, example.text);
+        EXPECT_EQ(line.typing.draft().cursor, example.cursor);
     }
     EXPECT_EQ(lines, Lines{});
 }
@@ -116,7 +117,7 @@ TEST_F(TypedLineTest, ComesBackFromTheHistory) {
                                     {Kind::down, "half"},
                                     {Kind::down, "half"}}) {
         EXPECT_TRUE(line.take(plain(key)));
-        EXPECT_EQ(line.draft().text, text);
+        EXPECT_EQ(line.typing.draft().text, text);
     }
     EXPECT_EQ(lines, (Lines{"one", "two"}));
     EXPECT_EQ(begins, 3);
@@ -129,7 +130,7 @@ TEST_F(TypedLineTest, ShowsThePartInWhichTheCursorIs) {
     line.take(control(U'a'));
     EXPECT_EQ(seen(20), "jo: a line that is f\n");
     EXPECT_EQ(cursorAt, 4);
-    line.empty();
+    line.typing.empty();
     type("\u65E5\u672Cx");
     EXPECT_EQ(seen(20), "jo: \u65E5\u672Cx\n");
     EXPECT_EQ(cursorAt, 9);
@@ -142,14 +143,14 @@ TEST_F(TypedLineTest, OffersWhatItCanBecomeAndTakesWhatIsChosen) {
     EXPECT_EQ(seen(), "> 1  rain\n 2  ride\n 3  ride on\njo: 'num r\n");
     type("i");
     EXPECT_EQ(seen(), "> 2  ride\n 3  ride on\njo: 'num ri\n");
-    line.take(plain(Kind::down));
+    line.take(plain(Kind::up)); // around the end
     EXPECT_EQ(seen(), " 2  ride\n> 3  ride on\njo: 'num ri\n");
     type("\n");
     EXPECT_EQ(seen(), "jo: 'num 3\n");
-    line.empty();
+    line.typing.empty();
     type("'vo\t");
-    EXPECT_EQ(line.draft().text, "'volume ") << "there is no other";
-    line.empty();
+    EXPECT_EQ(line.typing.draft().text, "'volume ") << "there is no other";
+    line.typing.empty();
     type("'pl\t");
     EXPECT_NE(seen(60).find("plays the song"), std::string::npos);
     line.take({KeyStroke{.kind = Kind::tab, .shift = true}});
@@ -170,7 +171,7 @@ TEST_F(TypedLineTest, OffersWhatTheMouseTakes) {
     EXPECT_EQ(seen(), "> rain\n ride\n ride on\njo: 'play r\n");
     click(3, 2);
     EXPECT_EQ(seen(), "jo: 'play ride\n");
-    line.empty();
+    line.typing.empty();
     type("'play r\t");
     seen();
     click(0, 20);
@@ -200,9 +201,9 @@ TEST_F(TypedLineTest, SaysSeveralPastedLinesOnlyWhenItsOwnerWantsIt) {
     };
     for (const auto& [pasted, answer, said, left, question] : cases) {
         SCOPED_TRACE(pasted);
-        line.empty();
+        line.typing.empty();
         lines.clear();
-        line.put({"<>", 1});
+        line.typing.put({"<>", 1});
         line.take(PasteStroke{pasted});
         const std::string shown = seen();
         EXPECT_EQ(shown.substr(1, std::string_view(question).size()), question);
@@ -210,9 +211,9 @@ TEST_F(TypedLineTest, SaysSeveralPastedLinesOnlyWhenItsOwnerWantsIt) {
         EXPECT_EQ(lines, Lines{});
         line.take(answer);
         EXPECT_EQ(lines, said);
-        EXPECT_EQ(line.draft().text, left);
+        EXPECT_EQ(line.typing.draft().text, left);
     }
-    line.empty();
+    line.typing.empty();
     line.take(PasteStroke{"one\n/login\nsesam\n"});
     EXPECT_EQ(seen(60), " say 2 lines?\n  one\n  /login\n [say them] [leave them]  Return says "
                         "them, Escape doesn't\njo:\n")
@@ -227,25 +228,28 @@ TEST_F(TypedLineTest, HidesASecretFromBeforeItIsAskedFor) {
     type("/login\nses");
     EXPECT_EQ(seen(), "jo:\n");
     std::string secret = "none";
-    line.takeSecret([&](const std::string& typed) { secret = typed; });
+    line.typing.takeSecret([&](const std::string& typed) { secret = typed; });
     type("amX");
     line.take(plain(Kind::backspace));
     type("\n");
     EXPECT_EQ(secret, "sesam");
     EXPECT_EQ(seen(), "jo:\n");
     line.take(plain(Kind::up));
-    EXPECT_EQ(line.draft().text, "/login");
-    line.takeSecret([&](const std::string& typed) { secret = typed; });
+    EXPECT_EQ(line.typing.draft().text, "/login");
+    line.typing.takeSecret([&](const std::string& typed) { secret = typed; });
     type("x");
+    line.take(control(U'u'));
     line.take(control(U'c'));
     EXPECT_EQ(secret, "");
-    EXPECT_FALSE(line.isBegun());
+    line.take(control(U'y')); // which would bring it back
+    EXPECT_FALSE(line.typing.isBegun());
 }
 
 TEST_F(TypedLineTest, CtrlCLeavesWhatIsAskedFirst) {
     EXPECT_FALSE(line.take(control(U'c'))) << "nothing is there to be left";
     type("half");
     line.take(PasteStroke{"one\ntwo"});
+    type("\t"); // which is no answer
     EXPECT_TRUE(line.take(control(U'c')));
     EXPECT_EQ(seen(), "jo: half\n");
     EXPECT_TRUE(line.take(control(U'c')));
@@ -254,18 +258,18 @@ TEST_F(TypedLineTest, CtrlCLeavesWhatIsAskedFirst) {
 }
 
 TEST_F(TypedLineTest, TakesNoMoreThanALineHolds) {
-    line.put({"<>", 1});
+    line.typing.put({"<>", 1});
     line.take(PasteStroke{std::string(1'000'000, 'x')});
-    EXPECT_EQ(line.draft().text.size(), LineHistory::mostCharacters);
-    EXPECT_TRUE(line.draft().text.ends_with("x>"));
+    EXPECT_EQ(line.typing.draft().text.size(), LineHistory::mostCharacters);
+    EXPECT_TRUE(line.typing.draft().text.ends_with("x>"));
     EXPECT_EQ(refusals, 1);
     std::string many;
     for (int count = 0; count < 1234; ++count)
         many += "line\n";
-    line.empty();
+    line.typing.empty();
     line.take(PasteStroke{many});
     EXPECT_EQ(seen(40).substr(1, 32), "say the first 100 of 1234 lines?");
-    line.put({"elsewhere", 9});
+    line.typing.put({"elsewhere", 9});
     EXPECT_EQ(seen(), "jo: elsewhere\n");
 }
 
