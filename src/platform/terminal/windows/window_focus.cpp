@@ -10,6 +10,12 @@
 
 namespace larkspin {
 
+bool WindowFocus::hasPlace() const {
+    return std::ranges::any_of(window_.controls, [this](const Control& each) {
+        return isShown(window_, each) && takesFocus(each);
+    });
+}
+
 const Control* WindowFocus::control() const {
     const Control* const control = window_.find(name_);
     return control && isShown(window_, *control) ? control : nullptr;

@@ -12,6 +12,8 @@ class WindowFocus {
 public:
     explicit WindowFocus(Window& window) : window_(window) {}
 
+    // Whether there is any that keys can be led to.
+    bool hasPlace() const;
     // Null when it is on none that is shown.
     const Control* control() const;
     const std::string& name() const { return name_; }

@@ -139,7 +139,9 @@ void WindowFrame::draw(Cells& cells, bool hasKeyboard) const {
         cells.put(inside_.bottom() - 1, right - 1, right, "▼", dim);
     if (isBox_ && !hasKeyboard && inside_.bottom() < area_.bottom())
         cells.putCut(area_.bottom() - 1, area_.left + sides, right - 1,
-                     stage_.isLineBegun() ? " f6 to answer " : " return to answer ", dim);
+                     stage_.isLineBegun() || stage_.keyboard() ? " f6 to answer "
+                                                               : " return to answer ",
+                     dim);
 }
 
 void WindowFrame::shift(int rows, int columns) {

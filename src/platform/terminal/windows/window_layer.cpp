@@ -284,9 +284,13 @@ void WindowLayer::takeWheel(int way, const std::string& name) {
     frame_.scroll(way);
 }
 
+// One that keys mean nothing to, as one that only tells something, leaves the keyboard where it is.
 void WindowLayer::takePress(const MouseStroke& mouse, const std::string& name) {
     stage_.pressed();
-    stage_.goInto(*this);
+    if (focus_.hasPlace())
+        stage_.goInto(*this);
+    else
+        stage_.layers.raise(*this);
     stage_.menu.popUpAt({mouse.row + 1, mouse.column});
     window_.dragged = false; // a quick click may have left it so
     const auto target = targetOf(name);
