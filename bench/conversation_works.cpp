@@ -1,6 +1,6 @@
 // What kept conversations take of memory, and how long the front ends are about to show one.
+#include "host/line_history.h"
 #include "host/own_room.h"
-#include "platform/posix/line_history.h"
 #include "platform/qt/room/room_window.h"
 #include "platform/terminal/room/room_view.h"
 #include "support/qt_application.h"
