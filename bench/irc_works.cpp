@@ -147,8 +147,9 @@ std::optional<Measured> flood(const Home& home) {
         hears = child->says("in line " + std::to_string(floodLines / 2), patience);
         answer = secondsOf([&] { answersAmid = answers(*child); });
         hears = hears && child->says("in line " + std::to_string(floodLines), patience);
-        hears = hears && answers(*child);
     });
+    // What the owner says then may have to wait for the pace at which a server takes his lines.
+    hears = hears && answers(*child);
     ::shutdown(client.number(), SHUT_RDWR); // what can't be said any more
     if (!hears || !answersAmid)
         return std::nullopt;
