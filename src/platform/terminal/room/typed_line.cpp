@@ -3,6 +3,7 @@
 #include "platform/terminal/screen/columns.h"
 #include "text/characters.h"
 #include "text/utf8.h"
+#include "text/visible.h"
 
 #include <algorithm>
 
@@ -17,8 +18,9 @@ constexpr int leastForText = 8;             // columns, beside a long prompt
 constexpr std::string_view gone = "\uFFFD"; // in place of what can't be seen
 
 // As it stands on the screen: an editor shows where something is that can't be seen.
-char32_t seen(char32_t character) {
-    return isControl(character) ? charactersOf(gone)[0] : character;
+std::string seen(char32_t character) {
+    return isControl(character) ? std::string(gone)
+                                : visibleText(textOf(std::u32string(1, character)), " ");
 }
 
 bool isCharacter(const KeyStroke& key) {
@@ -200,11 +202,11 @@ Cursor TypedLine::draw(Cells& cells, const Area& row, std::string_view prompt,
         for (shownFrom_ = text_.cursor();
              shownFrom_ > 0 && widthOf(shownFrom_ - 1, text_.cursor()) <= room / 2;)
             --shownFrom_;
-    std::u32string shown(typed.substr(shownFrom_));
-    std::ranges::transform(shown, shown.begin(), seen);
-    const int start = column;
-    cells.put(row.top, column, row.right(), textOf(shown), style);
-    return {row.top, start + widthOf(shownFrom_, text_.cursor())};
+    std::string shown;
+    for (const char32_t character : typed.substr(shownFrom_))
+        shown += seen(character);
+    cells.put(row.top, column, row.right(), shown, style);
+    return {row.top, column + widthOf(shownFrom_, text_.cursor())};
 }
 
 } // namespace larkspin

@@ -134,6 +134,10 @@ TEST_F(TypedLineTest, ShowsThePartInWhichTheCursorIs) {
     type("\u65E5\u672Cx");
     EXPECT_EQ(seen(20), "jo: \u65E5\u672Cx\n");
     EXPECT_EQ(cursorAt, 9);
+    line.typing.empty();
+    line.take(PasteStroke{"a\u200B\u202Ex"});
+    EXPECT_EQ(seen(20), "jo: a\uFFFD\uFFFDx\n");
+    EXPECT_EQ(cursorAt, 8);
     seen(3);
     EXPECT_LT(cursorAt, 3);
 }
