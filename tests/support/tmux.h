@@ -51,6 +51,7 @@ public:
     }
 
     std::string screen() const { return ask({"capture-pane", "-p"}); }
+    std::string styled() const { return ask({"capture-pane", "-p", "-e"}); } // the same
     bool shows(std::string_view text) const {
         return comes([&] { return screen().find(text) != std::string::npos; });
     }

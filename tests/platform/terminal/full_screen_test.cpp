@@ -67,6 +67,8 @@ TEST_F(FullScreenTest, IsForEveryKindOfTerminalAndGivesItBack) {
         EXPECT_TRUE(terminal.shows("load:")) << terminal.screen();
         expectVolume(terminal, std::to_string(++volume));
         EXPECT_EQ(terminal.tell("mouse_sgr_flag"), kind == "vt100" ? "0" : "1");
+        const bool isTurned = terminal.styled().find("\x1b[7m") != std::string::npos;
+        EXPECT_EQ(isTurned, kind == "vt100") << "strips, where there are no colours";
         terminal.type(end);
         expectEnd(terminal, std::to_string(volume));
         EXPECT_EQ(terminal.tell("mouse_any_flag"), "0");

@@ -58,13 +58,16 @@ RoomStyles stylesIn(RoomColors colors) {
     styles.lit = mixedColor(ground, calling, litShare);
     styles.border = withFront(styles.plain, mixedColor(front, ground, borderShare));
     const auto on = [&](double share) {
-        return CellStyle{.foreground = front, .background = mixedColor(ground, front, share)};
+        return CellStyle{
+            .foreground = front, .background = mixedColor(ground, front, share), .isStrip = true};
     };
     styles.strip = on(stripShare);
     styles.stripName = inBold(styles.strip);
     styles.stripDim = withFront(styles.strip, mixedColor(front, ground, dimTextShare));
     styles.stripCall = inBold(styles.colored(styles.strip, calling));
     styles.chosen = inBold(on(chosenShare));
+    styles.marked = styles.chosen;
+    styles.marked.isStrip = false;
     styles.chosenDim = withFront(on(chosenShare), mixedColor(front, ground, dimTextShare));
     styles.chosenCall = inBold(styles.colored(styles.chosen, calling));
     return styles;

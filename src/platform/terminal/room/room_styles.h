@@ -13,7 +13,8 @@ struct RoomStyles {
     CellStyle plain{}, dim{}, name{}, call{}; // what is said
     Rgb lit = 0;                              // the ground of a line that calls the owner
     CellStyle border{}, strip{}, stripName{}, stripDim{}, stripCall{}; // beside it
-    CellStyle chosen{}, chosenDim{}, chosenCall{}; // what is in front, or marked
+    CellStyle chosen{}, chosenDim{}, chosenCall{};                     // what is in front
+    CellStyle marked{};                                                // the same, on a strip
 
     // With the client's colour, as it can be read.
     CellStyle colored(const CellStyle& style, Rgb color) const;

@@ -172,7 +172,7 @@ Cursor RoomView::drawLine(Cells& cells) {
 void RoomView::drawOffers(Cells& cells) {
     const Area above{0, 0, layout_.line.top, cells.columns()};
     line.drawOffers(cells, above,
-                    {.plain = styles_.strip, .dim = styles_.stripDim, .marked = styles_.chosen});
+                    {.plain = styles_.strip, .dim = styles_.stripDim, .marked = styles_.marked});
 }
 
 } // namespace larkspin

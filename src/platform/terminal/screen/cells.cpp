@@ -49,7 +49,7 @@ std::uint64_t Cells::sumOf(int row) const {
         const auto& [codes, style] = at(row, column);
         std::uint32_t attributes = 0;
         for (const bool isSet :
-             {style.bold, style.dim, style.italic, style.underlined, style.reversed})
+             {style.bold, style.dim, style.italic, style.underlined, style.reversed, style.isStrip})
             attributes = 2 * attributes + (isSet ? 1 : 0);
         sum = mixed(sum, codes[0], codes[1]);
         sum = mixed(sum, codes[2], codes[3]);

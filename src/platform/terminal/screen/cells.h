@@ -36,6 +36,7 @@ struct CellStyle {
     CellColor foreground{}, background{};
     bool bold : 1 = false, dim : 1 = false, italic : 1 = false, underlined : 1 = false,
                 reversed : 1 = false;
+    bool isStrip : 1 = false; // set off by its ground, and by more where that can't be told apart
 
     bool operator==(const CellStyle&) const = default;
 };

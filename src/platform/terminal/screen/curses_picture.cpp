@@ -68,13 +68,16 @@ struct ScreenCloser {
     void operator()(SCREEN* screen) const { ::delscreen(screen); }
 };
 
+// Bold would make the ground of a strip bright, or its text gray, where it is the other way round.
 attr_t attributesOf(const CellStyle& style) {
+    const bool isTurned = style.isStrip && ::has_colors() && COLORS <= fewColors;
+    const bool isReversed = style.reversed != (style.isStrip && !::has_colors());
     attr_t attributes = A_NORMAL;
-    for (const auto& [isSet, attribute] : {std::pair<bool, attr_t>{style.bold, A_BOLD},
+    for (const auto& [isSet, attribute] : {std::pair<bool, attr_t>{style.bold && !isTurned, A_BOLD},
                                            {style.dim, A_DIM},
                                            {style.italic, A_ITALIC},
                                            {style.underlined, A_UNDERLINE},
-                                           {style.reversed, A_REVERSE}})
+                                           {isReversed, A_REVERSE}})
         if (isSet)
             attributes |= attribute;
     return attributes;

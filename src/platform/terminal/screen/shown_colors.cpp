@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
 namespace larkspin {
 
@@ -12,7 +13,7 @@ namespace {
 constexpr Rgb firstColors[] = {0x000000, 0xCD0000, 0x00CD00, 0xCDCD00, 0x0000EE, 0xCD00CD,
                                0x00CDCD, 0xE5E5E5, 0x7F7F7F, 0xFF0000, 0x00FF00, 0xFFFF00,
                                0x5C5CFF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
-constexpr int ownersColors = 16;
+constexpr int ownersColors = fewColors;
 constexpr int black = 0, white = 7;
 constexpr int leastHue = 32;   // between the parts of what isn't gray
 constexpr int leastLight = 50; // between a text and its ground
@@ -95,6 +96,8 @@ ShownColors shownColors(const CellStyle& style, int colors) {
     const int ground = lightOf(firstColors[shown.background]);
     if (std::abs(lightOf(firstColors[shown.foreground]) - ground) < leastLight)
         shown.foreground = ground < 128 ? white : black;
+    if (style.isStrip)
+        std::swap(shown.foreground, shown.background);
     return shown;
 }
 

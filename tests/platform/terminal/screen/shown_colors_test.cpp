@@ -1,3 +1,4 @@
+#include "platform/terminal/room/room_styles.h"
 #include "platform/terminal/screen/shown_colors.h"
 #include "platform/terminal/screen/true_colors.h"
 
@@ -38,6 +39,40 @@ TEST(ShownColors, CanBeReadWhereTheyAreFew) {
         EXPECT_EQ(got.foreground, shown.foreground) << front.value_or(0) << " of " << colors;
         EXPECT_EQ(got.background, shown.background) << ground.value_or(0) << " of " << colors;
     }
+}
+
+// Where black and dark gray are one.
+TEST(ShownColors, StripsAreTheOtherWayRoundWhereTheyAreFew) {
+    const struct {
+        Rgb front, ground;
+        int colors;
+        ShownColors shown;
+    } cases[] = {
+        {0x00FFFF, 0x002424, 8, {0, 6}},
+        {0x00FFFF, 0x002424, 16, {0, 14}},
+        {0x1B1B1B, 0xDFDFDF, 8, {7, 0}},
+        {0x00FFFF, 0x002424, 256, {51, 234}},
+    };
+    for (const auto& [front, ground, colors, shown] : cases) {
+        const auto got =
+            shownColors({.foreground = front, .background = ground, .isStrip = true}, colors);
+        EXPECT_EQ(got.foreground, shown.foreground) << front << " of " << colors;
+        EXPECT_EQ(got.background, shown.background) << ground << " of " << colors;
+    }
+}
+
+TEST(ShownColors, OfWhatStandsOutInTheRoomAreNotThoseAroundIt) {
+    for (const RoomColors each : {RoomColors::larkspin, RoomColors::light, RoomColors::dark})
+        for (const int colors : {8, 16, 256}) {
+            SCOPED_TRACE(roomColorNames[static_cast<int>(each)] + std::to_string(colors));
+            const RoomStyles styles = stylesIn(each);
+            const auto ground = [colors](const CellStyle& style) {
+                return shownColors(style, colors).background;
+            };
+            EXPECT_NE(ground(styles.strip), ground(styles.plain));
+            EXPECT_NE(ground(styles.chosen), ground(styles.plain));
+            EXPECT_NE(ground(styles.marked), ground(styles.strip));
+        }
 }
 
 TEST(ShownColors, AreThemselvesWhereTheTerminalShowsAny) {
