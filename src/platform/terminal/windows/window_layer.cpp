@@ -230,14 +230,15 @@ bool WindowLayer::strikeFocused(const KeyStroke& key) {
 }
 
 // The control hears of Escape first, and then the window closes. One that can't be closed gives
-// the keyboard back.
+// the keyboard back, as does a control that keeps the key once that has done all it can there.
 void WindowLayer::closeByKey() {
     stage_.pressed();
     const Control* const control = focus_.control();
     const bool keeps = control && control->keepsEscape;
+    const bool isMeant = keeps && control->rows && control->rows->selectedCount() > 1;
     if (control)
         pressKey(window_, std::string(control->name), Key::escape);
-    if (!keeps && !closeWindow(window_))
+    if (keeps ? !isMeant : !closeWindow(window_))
         stage_.leave();
 }
 

@@ -147,6 +147,17 @@ TEST_F(WindowOnScreen, TheKeyboardGoesInByF6AndByAPressAndOutByEscapeAndAPressEl
     click(middleOf("mp3s", "playlistView"));
     key(Struck::escape);
     EXPECT_TRUE(window("mp3s").visible) << "there it means the rows";
+    EXPECT_FALSE(stage.keyboard() != nullptr);
+    function(6);
+    while (focusIn("mp3s") != "playlistView")
+        key(Struck::tab);
+    key(Struck::down);
+    key(Struck::down, true);
+    key(Struck::escape);
+    EXPECT_EQ(state.playlistView.selectedCount(), 1);
+    EXPECT_TRUE(stage.keyboard() != nullptr);
+    key(Struck::escape);
+    EXPECT_FALSE(stage.keyboard() != nullptr);
 }
 
 // As on the desktop: nothing that is meant for the line is lost, or presses something.
