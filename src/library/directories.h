@@ -20,6 +20,7 @@ struct DirectoryListing {
     std::string path;
     std::vector<std::string> files;
     std::vector<std::string> directories; // those that a walk from above should enter
+    std::vector<std::string> links = {};  // to directories, by which a walk could run in circles
 };
 
 // The outcome of reading a directory.

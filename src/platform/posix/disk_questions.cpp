@@ -36,6 +36,7 @@ void write(WireWriter& wire, const DirectoryRead& read) {
     wire.text(read.listing.path);
     write(wire, read.listing.files);
     write(wire, read.listing.directories);
+    write(wire, read.listing.links);
 }
 
 void write(WireWriter& wire, const FileRead& read) {
@@ -133,6 +134,7 @@ DirectoryRead directoryIn(std::string_view answer) {
     read.listing.path = wire.text();
     read.listing.files = readTexts(wire);
     read.listing.directories = readTexts(wire);
+    read.listing.links = readTexts(wire);
     return wire.isWhole() ? read : DirectoryRead();
 }
 

@@ -23,10 +23,10 @@ namespace {
 constexpr std::size_t bufferSize = std::size_t{32} * 1024;
 constexpr std::size_t usualFiles = 24; // in a directory
 
-enum class Kind { file, directory, other };
+enum class Kind { file, directory, link, other };
 
-// A link to a file counts as a file. A link to a directory is left out, so that a walk can't run in
-// circles. Some file systems don't say what an entry is, and are asked again.
+// A link to a file counts as a file; a link to a directory as one by itself. Some file systems
+// don't say what an entry is, and are asked again.
 Kind kindOf(int directory, const dirent64& entry) {
     if (entry.d_type == DT_REG)
         return Kind::file;
@@ -42,7 +42,9 @@ Kind kindOf(int directory, const dirent64& entry) {
         return Kind::other;
     if (S_ISREG(facts.st_mode))
         return Kind::file;
-    return S_ISDIR(facts.st_mode) && !isLink ? Kind::directory : Kind::other;
+    if (!S_ISDIR(facts.st_mode))
+        return Kind::other;
+    return isLink ? Kind::link : Kind::directory;
 }
 
 bool isMadeUp(std::string_view native, std::string_view name) {
@@ -72,7 +74,9 @@ std::string withoutUpwards(const std::string& native) {
 void take(DirectoryListing& listing, std::string_view native, std::string_view name, Kind kind) {
     if (kind == Kind::other || name == "." || name == ".." || isMadeUp(native, name))
         return;
-    auto& names = kind == Kind::file ? listing.files : listing.directories;
+    auto& names = kind == Kind::file   ? listing.files
+                  : kind == Kind::link ? listing.links
+                                       : listing.directories;
     names.push_back(nameFromDisk(name));
 }
 

@@ -1,7 +1,7 @@
 // The directories port on a POSIX system: one drive, `c:`, which is the root directory.
 //
-// Links to directories are not followed, so that a walk can't run in circles; links to files
-// are files. From the root, a walk doesn't enter the directories that the system makes up.
+// Links to directories are listed by themselves, so that a walk can't run in circles; links to
+// files are files. From the root, a walk doesn't enter the directories that the system makes up.
 #pragma once
 
 #include "library/directories.h"

@@ -271,6 +271,7 @@ TEST_F(PosixDisk, ListsADirectoryUnderItsOneSpelling) {
     EXPECT_EQ(listing->files, (Names{".hidden", "a\uF07Cb", "file"}));
     std::ranges::sort(listing->directories);
     EXPECT_EQ(listing->directories, (Names{".dot", "sub"}));
+    EXPECT_EQ(listing->links, Names{"link"});
     EXPECT_EQ(directories.list(drive("file")).outcome, DirectoryRead::Outcome::noDirectory);
     for (const std::string& path : Names{drive("gone"), drive("file/x"), "", "d:\\"})
         EXPECT_EQ(directories.list(path).outcome, DirectoryRead::Outcome::missing) << path;

@@ -140,6 +140,7 @@ bool FileWindow::tryToGoTo(const std::string& directory) {
     }
     state_.clear();
     listing_ = std::move(found.listing);
+    std::ranges::move(listing_.links, std::back_inserter(listing_.directories));
     sortByName(listing_.directories);
     sortByName(listing_.files);
     if (!isTyped_)

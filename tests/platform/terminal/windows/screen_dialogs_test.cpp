@@ -259,4 +259,16 @@ TEST_F(DialogOnScreen, SeveralFilesTypesAndDirectoriesAreChosen) {
     EXPECT_EQ(dialogs.openFile(question()), "c:\\nowhere\\at all");
 }
 
+TEST_F(DialogOnScreen, LinksLeadIntoDirectoriesAndBack) {
+    std::filesystem::create_directory_symlink("deep", disk.path() / "rock/elsewhere");
+    meanwhile([&] {
+        doubleClick(find("elsewhere\\"));
+        find("three.mp3");
+        doubleClick(find(".."));
+        doubleClick(find("elsewhere\\"));
+        doubleClick(find("three.mp3"));
+    });
+    EXPECT_EQ(dialogs.openFile(question()), drive("rock/elsewhere/three.mp3"));
+}
+
 } // namespace larkspin
