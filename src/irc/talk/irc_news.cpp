@@ -66,6 +66,15 @@ std::string answerIn(const IrcMessage& message) {
     return wordsFrom(shown, 1);
 }
 
+// As somebody gives it. Servers put one of the names where none was given.
+std::string because(const std::string& news, const IrcMessage& message, std::size_t parameter) {
+    const std::string reason = plain(message, parameter);
+    const bool isName =
+        message.command == "KICK" && (message.parameter(parameter) == message.nick() ||
+                                      message.parameter(parameter) == message.parameter(1));
+    return reason.empty() || isName ? news : news + ": " + reason;
+}
+
 } // namespace
 
 std::string newsOf(const IrcMessage& message, const IrcSession& session,
@@ -77,13 +86,15 @@ std::string newsOf(const IrcMessage& message, const IrcSession& session,
     const auto knows = [&] { return channel.contains(message.nick(), session.features()); };
     if (command == "JOIN" && isThere && isOfOthers)
         return who + " comes in";
-    if ((command == "PART" && isThere && isOfOthers) ||
-        (command == "QUIT" && isOfOthers && knows()))
-        return who + " goes";
+    if (command == "PART" && isThere && isOfOthers)
+        return because(who + " goes", message, 1);
+    if (command == "QUIT" && isOfOthers && knows())
+        return because(who + " goes", message, 0);
     if (command == "KICK" && isThere)
-        return session.isSelf(message.parameter(1))
-                   ? who + " puts you out of " + plain(message, 0) + ": " + plain(message, 2)
-                   : plain(message, 1) + " is put out by " + who;
+        return because(session.isSelf(message.parameter(1))
+                           ? who + " puts you out of " + plain(message, 0)
+                           : plain(message, 1) + " is put out by " + who,
+                       message, 2);
     // If the owner has got another name, the session knows him by that already.
     if (command == "NICK" && !session.isSelf(message.parameter(0)) && knows())
         return who + " is now called " + plain(message, 0);

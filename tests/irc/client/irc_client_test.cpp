@@ -68,7 +68,7 @@ TEST_F(IrcClientTest, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
     const std::string says = ":eve!a@h PRIVMSG #music :hi";
     expectTalk({
         {":eve!e@h JOIN #music\r\n:eve!e@h NICK Evi\r\n:evi!e@h QUIT :x",
-         "- eve comes in\n- eve is now called Evi\n- evi goes\n"},
+         "- eve comes in\n- eve is now called Evi\n- evi goes: x\n"},
         {":zoe!z@h NICK zo\r\n:zo!z@h QUIT :x\r\n:zo!z@h JOIN #den\r\n:zo!z@h PART #den", ""},
         {"'x ANN", "Owner: 'x ANN\n- ann is ignored\nOwner: <b>ann</b>, ignored bastard\n"},
         {":ann!a@h NICK eve", "- ann is now called eve\n"},
@@ -76,7 +76,11 @@ TEST_F(IrcClientTest, OthersComeGoAndAreIgnoredUnderAllTheirNames) {
         {":bob!b@h INVITE Owner #den", "- bob invites you to #den: /join #den leads there\n"},
         {":bob!b@h MODE #music +v-v eve eve", "- bob sets +v-v eve eve\n"},
         {":zoe!z@h JOIN #music\r\n:bob!b@h KICK #music zoe :x",
+         "- zoe comes in\n- zoe is put out by bob: x\n"},
+        {":zoe!z@h JOIN #music\r\n:bob!b@h KICK #music zoe :bob",
          "- zoe comes in\n- zoe is put out by bob\n"},
+        {":zoe!z@h JOIN #music\r\n:zoe!z@h PART #music :\x02to bed",
+         "- zoe comes in\n- zoe goes: to bed\n"},
         {":irc KILL Owner :flood", "- irc ends your connection: flood\n"},
         {"'unx eve",
          "Owner: 'unx eve\n- eve is heard again\nOwner: <b>eve</b>, unignored bastard\n"},
@@ -168,7 +172,7 @@ TEST_F(IrcClientTest, OneOfSeveralRoomsIsTheRoom) {
               "");
     EXPECT_EQ(conversations.numbered(2)->unread(), 2);
     EXPECT_EQ(seenOf([&] { irc.enterRoom("den"); }), "- you are in #den\nann: hi\nann: hi\n"
-                                                     "- zoe is put out by bob\n");
+                                                     "- zoe is put out by bob: x\n");
     EXPECT_EQ(room.name(), "#den");
     expectTalk({
         {"'pr #attic", "Owner: 'pr #attic\nOwner: private room ~> <b>#attic\n"
