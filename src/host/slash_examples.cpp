@@ -24,6 +24,7 @@ constexpr std::pair<std::string_view, std::string_view> examples[] = {
     {"cs", "info #music"},
     {"now", "'next"},
     {"lines", "50"},
+    {"find", "ferry"},
     // people
     {"nick", "jo"},
     {"who", "ann*"},

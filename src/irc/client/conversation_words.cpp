@@ -1,6 +1,7 @@
 #include "irc/client/conversation_words.h"
 
 #include "host/conversations.h"
+#include "host/new_lines.h"
 #include "host/own_room.h"
 #include "host/room_words.h"
 #include "irc/client/irc_networks.h"
@@ -12,13 +13,20 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 
 namespace larkspin {
 
 namespace {
 
-constexpr int usualLines = 100;
+constexpr int usualLines = 100, mostFound = 100;
 constexpr int mostNumber = 99'999; // of a conversation
+
+// As it is read.
+std::string readOf(const KeptLine& line) {
+    const bool isSaid = line.kind == KeptLine::Kind::said;
+    return (isSaid ? visibleName(line.speaker) + ": " : "") + visibleText(wordsOf(line), " ");
+}
 
 } // namespace
 
@@ -47,6 +55,12 @@ std::vector<SlashWord> ConversationWords::words() {
                      [this](std::string_view rest) { return lines(withoutBlanks(rest)); },
                      {},
                      "rooms"});
+    words.push_back({"find",
+                     "TEXT",
+                     "shows the lines of where you are that hold that text",
+                     [this](std::string_view rest) { return find(withoutBlanks(rest)); },
+                     {"lastlog", "grep"},
+                     "rooms"});
     return words;
 }
 
@@ -62,6 +76,26 @@ bool ConversationWords::lines(std::string_view rest) {
     if (number)
         conversations_.showAgain(*number);
     return number.has_value();
+}
+
+// What was told for the asking isn't looked through, or each answer would be found by the next.
+bool ConversationWords::find(std::string_view text) const {
+    if (text.empty())
+        return false;
+    const std::string wanted = foldCase(text);
+    std::vector<std::string> found;
+    for (const KeptLine& line : conversations_.front().lines())
+        if (line.kind != KeptLine::Kind::answer)
+            if (const std::string read = readOf(line); foldCase(read).find(wanted) != read.npos)
+                found.push_back("  " + stampOf(line, loop_) + ' ' + read);
+    const std::size_t shown = std::min<std::size_t>(found.size(), mostFound);
+    for (const std::string& each : std::span(found).last(shown))
+        tell_(each);
+    if (found.empty())
+        tell_("no line here holds " + visibleText(text, " "));
+    else if (found.size() > shown)
+        tell_("those are the last of " + std::to_string(found.size()));
+    return true;
 }
 
 bool ConversationWords::room(std::string_view rest) {

@@ -13,15 +13,17 @@ namespace larkspin {
 
 class Conversation;
 class Conversations;
+class EventLoop;
 class IrcNetworks;
 class OwnRoom;
 
 class ConversationWords {
 public:
     // All must live on. What the words have to say is told by `tell`, a line each.
-    ConversationWords(Conversations& conversations, OwnRoom& own, IrcNetworks& networks,
-                      SlashWords::Tell tell)
-        : conversations_(conversations), own_(own), networks_(networks), tell_(std::move(tell)) {}
+    ConversationWords(const EventLoop& loop, Conversations& conversations, OwnRoom& own,
+                      IrcNetworks& networks, SlashWords::Tell tell)
+        : loop_(loop), conversations_(conversations), own_(own), networks_(networks),
+          tell_(std::move(tell)) {}
 
     std::vector<SlashWord> words();
 
@@ -31,12 +33,14 @@ public:
 private:
     bool isMoreThanHome() const;
     bool lines(std::string_view rest);
+    bool find(std::string_view text) const;
     bool room(std::string_view rest);
     void goOn(int steps);
     void enter(const std::string& wanted);
     bool enterChannel(const std::string& name);
     void tellConversations() const;
 
+    const EventLoop& loop_;
     Conversations& conversations_;
     OwnRoom& own_;
     IrcNetworks& networks_;

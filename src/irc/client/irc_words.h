@@ -57,7 +57,7 @@ private:
     IrcAccounts& accounts_;
     IrcIgnoreList& ignored_;
     SlashWords::Tell tell_;
-    ConversationWords aboutConversations_{conversations_, own_, networks_, tell_};
+    ConversationWords aboutConversations_{loop_, conversations_, own_, networks_, tell_};
 };
 
 } // namespace larkspin
