@@ -119,15 +119,15 @@ std::vector<SlashWord> Preferences::words() {
                                 &Preferences::showStamps, "lines show when they were said",
                                 "lines don't show when they were said"),
                      switchWord("notifications",
-                                "whether the desktop tells what is said to you while you are away",
+                                "whether you are told what is said to you while you are elsewhere",
                                 &Values::notifications, &Preferences::notify,
-                                "the desktop tells what is said to you",
-                                "the desktop doesn't tell what is said to you"),
+                                "you are told what is said to you while you are elsewhere",
+                                "you aren't told what is said to you while you are elsewhere"),
                      {"textsize", "[PERCENT|+|-]", "how large the text of the room's window is",
                       by(&Preferences::typedTextSize)},
                      {"colours",
                       "[larkspin|light|dark]",
-                      "larkspin's colours for the room's window, or such as the desktop has",
+                      "larkspin's colours for the room, or such as the desktop or the terminal has",
                       by(&Preferences::typedColors),
                       {"colors"}},
                      {"closing", "[minimize|tray|quit]",
@@ -180,9 +180,9 @@ bool Preferences::typedColors(std::string_view rest) {
     if (colors)
         setColors(*colors);
     tell_(values_.colors == RoomColors::larkspin
-              ? std::string("the room's window has larkspin's colours")
-              : "the room's window has the desktop's " +
-                    std::string(roomColorNames[static_cast<int>(values_.colors)]) + " colours");
+              ? std::string("the room has larkspin's colours")
+              : "the room has " + std::string(roomColorNames[static_cast<int>(values_.colors)]) +
+                    " colours");
     return true;
 }
 

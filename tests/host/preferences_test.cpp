@@ -47,10 +47,12 @@ protected:
 
 // The words, and what they tell then and after the next start.
 TEST_F(PreferencesTest, AreToldSetAndKeptByTheirWords) {
-    const std::string text = "the text of the room's window has ", room = "the room's window has ",
+    const std::string text = "the text of the room's window has ", room = "the room has ",
                       closing = "closing the room's window ",
                       stamps = "lines show when they were said",
-                      noStamps = "lines don't show when they were said";
+                      noStamps = "lines don't show when they were said",
+                      calls = "you are told what is said to you while you are elsewhere",
+                      noCalls = "you aren't told what is said to you while you are elsewhere";
     struct Case {
         std::string line, answer;
     };
@@ -59,8 +61,8 @@ TEST_F(PreferencesTest, AreToldSetAndKeptByTheirWords) {
         {"/stamps  OFF ", noStamps},
         {"/stamps maybe", "! /stamps [on|off]"},
         {"/stamps on off", "! /stamps [on|off]"},
-        {"/notifications", "the desktop tells what is said to you"},
-        {"/notifications off", "the desktop doesn't tell what is said to you"},
+        {"/notifications", calls},
+        {"/notifications off", noCalls},
         {"/textsize", text + "100 %"},
         {"/textsize +", text + "110 %"},
         {"/textsize 50%", text + "50 %"},
@@ -70,8 +72,8 @@ TEST_F(PreferencesTest, AreToldSetAndKeptByTheirWords) {
         {"/textsize 301", "! /textsize [PERCENT|+|-]"},
         {"/textsize 1 2", "! /textsize [PERCENT|+|-]"},
         {"/colours", room + "larkspin's colours"},
-        {"/colors Light", room + "the desktop's light colours"},
-        {"/colours dark", room + "the desktop's dark colours"},
+        {"/colors Light", room + "light colours"},
+        {"/colours dark", room + "dark colours"},
         {"/colours pink", "! /colours [larkspin|light|dark]"},
         {"/closing", closing + "minimizes it"},
         {"/closing tray", closing + "hides it where a tray has the icon"},
@@ -84,14 +86,14 @@ TEST_F(PreferencesTest, AreToldSetAndKeptByTheirWords) {
     for (const auto& [line, answer] : cases)
         EXPECT_EQ(typed(line), answer) << line;
     begin();
-    for (const auto& [line, answer] : std::initializer_list<Case>{
-             {"/stamps", noStamps},
-             {"/notifications", "the desktop doesn't tell what is said to you"},
-             {"/textsize", text + "300 %"},
-             {"/colours", room + "the desktop's dark colours"},
-             {"/closing", closing + "ends larkspin"},
-             {"/musicfolder", "your music is in c:\\home\\jo\\there"},
-             {"/musicfolder none", "your music is in c:\\desk"}})
+    for (const auto& [line, answer] :
+         std::initializer_list<Case>{{"/stamps", noStamps},
+                                     {"/notifications", noCalls},
+                                     {"/textsize", text + "300 %"},
+                                     {"/colours", room + "dark colours"},
+                                     {"/closing", closing + "ends larkspin"},
+                                     {"/musicfolder", "your music is in c:\\home\\jo\\there"},
+                                     {"/musicfolder none", "your music is in c:\\desk"}})
         EXPECT_EQ(typed(line), answer) << line;
 }
 

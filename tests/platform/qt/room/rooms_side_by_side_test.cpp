@@ -164,7 +164,7 @@ TEST_F(RoomsSideBySide, WhatCameFromElsewhereStaysAmongTheLinesWhereItWasShown) 
     whisper(3);
     strike("/colours light\n");
     EXPECT_EQ(shown(), before + "\nunread\nann: later\nbob whispers: psst 3\n"
-                                "the room's window has the desktop's light colours");
+                                "the room has light colours");
     strike("/colours larkspin\n");
     fill("#den", 1000);
     press(Qt::Key_2);
