@@ -72,6 +72,7 @@ BarEntries preferenceEntries(const MenuBarNeeds& needs) {
         colors.back().checked = name == roomColorNames[static_cast<int>(preferences.colors())];
     }
     return {switchEntry(needs, "stamps", "show when a line was said", preferences.showsStamps()),
+            switchEntry(needs, "namecolours", "a colour for each name", preferences.colorsNames()),
             switchEntry(needs, "notifications", "tell when you are called", preferences.notifies()),
             switchEntry(needs, "log", "write what is said down in a log", needs.rooms.log.isOn()),
             submenu("colours", "colours", std::move(colors))};

@@ -17,9 +17,10 @@ namespace larkspin {
 namespace {
 
 // The keys of the settings.
-constexpr const char *stampsKey = "time stamps", *notificationsKey = "notifications",
-                     *textSizeKey = "text size", *colorsKey = "room colours",
-                     *closingKey = "closing the room", *musicFolderKey = "music folder";
+constexpr const char *stampsKey = "time stamps", *nameColorsKey = "name colours",
+                     *notificationsKey = "notifications", *textSizeKey = "text size",
+                     *colorsKey = "room colours", *closingKey = "closing the room",
+                     *musicFolderKey = "music folder";
 
 constexpr const char *yesText = "yes", *noText = "no";
 
@@ -46,6 +47,7 @@ Preferences::Preferences(EventLoop& loop, KeptFiles& files, const DataDirectory&
     : loop_(loop), settings_(files, directory), tell_(std::move(tell)) {
     const StoredSettings stored = settings_.all();
     values_.stamps = stored.get(stampsKey) != noText;
+    values_.nameColors = stored.get(nameColorsKey) == yesText;
     values_.notifications = stored.get(notificationsKey) != noText;
     values_.textSize =
         plainNumber(stored.get(textSizeKey), smallestText, largestText).value_or(values_.textSize);
@@ -75,6 +77,10 @@ void Preferences::change(Value Values::*which, Value value, const char* key,
 
 void Preferences::showStamps(bool shows) {
     change(&Values::stamps, shows, stampsKey, shows ? yesText : noText);
+}
+
+void Preferences::colorNames(bool colors) {
+    change(&Values::nameColors, colors, nameColorsKey, colors ? yesText : noText);
 }
 
 void Preferences::notify(bool notifies) {
@@ -118,6 +124,9 @@ std::vector<SlashWord> Preferences::words() {
                      switchWord("stamps", "whether lines show when they were said", &Values::stamps,
                                 &Preferences::showStamps, "lines show when they were said",
                                 "lines don't show when they were said"),
+                     switchWord("namecolours", "whether each name has a colour of its own",
+                                &Values::nameColors, &Preferences::colorNames,
+                                "each name has a colour of its own", "all names have one colour"),
                      switchWord("notifications",
                                 "whether you are told what is said to you while you are elsewhere",
                                 &Values::notifications, &Preferences::notify,

@@ -55,7 +55,8 @@ public:
     };
     void lookIn(Folders folders) { folders_ = std::move(folders); }
 
-    bool showsStamps() const { return values_.stamps; } // when a line was said
+    bool showsStamps() const { return values_.stamps; }     // when a line was said
+    bool colorsNames() const { return values_.nameColors; } // each in one of its own
     bool notifies() const { return values_.notifications; }
     int textSize() const { return values_.textSize; } // in per cent of the usual one
     RoomColors colors() const { return values_.colors; }
@@ -68,6 +69,7 @@ public:
     std::string asTyped(const std::string& path) const { return folders_.asTyped(path); }
 
     void showStamps(bool shows);
+    void colorNames(bool colors);
     void notify(bool notifies);
     void setTextSize(int percent); // the nearest one that there is
     void changeTextSize(int steps) { setTextSize(textSize() + steps * textStep); }
@@ -88,7 +90,7 @@ public:
 
 private:
     struct Values {
-        bool stamps = true, notifications = true;
+        bool stamps = true, nameColors = false, notifications = true;
         int textSize = usualText;
         RoomColors colors = RoomColors::larkspin;
         RoomClosing closing = RoomClosing::minimize;

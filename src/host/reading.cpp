@@ -1,6 +1,7 @@
 #include "host/reading.h"
 
 #include "host/conversations.h"
+#include "host/name_color.h"
 #include "host/new_lines.h"
 #include "shell/event_loop.h"
 
@@ -50,6 +51,10 @@ bool Reading::stamp(bool stamps) {
     return std::exchange(stamps_, stamps) != stamps;
 }
 
+bool Reading::colorNames(bool colors) {
+    return std::exchange(colorsNames_, colors) != colors;
+}
+
 std::vector<ShownLine> Reading::lines(const Conversation& conversation, std::size_t first,
                                       std::size_t end) const {
     std::vector<ShownLine> all;
@@ -85,6 +90,9 @@ ShownLine Reading::line(const Conversation& conversation, const KeptLine& line) 
             .text = shortened(isSaid ? line.text : wordsOf(line), mostCharacters),
             .stamp = stampOf(line),
             .callsOwner = conversation.calls(line),
+            .nameColor = isSaid && colorsNames_ && !line.isOwners
+                             ? std::optional(nameColor(line.speaker))
+                             : std::nullopt,
             .number = line.number};
 }
 

@@ -54,6 +54,8 @@ public:
 
     // False if lines had their time in front, or not, already.
     bool stamp(bool stamps);
+    // The same for colours of the names.
+    bool colorNames(bool colors);
 
     // The lines of these indices as they are shown, with the mark and those from elsewhere before
     // them; also those behind the last one, if `end` is. And one by itself.
@@ -76,7 +78,7 @@ private:
     PassedLines passed_;
     std::uint64_t seenUpTo_ = 0; // the number of the last line that has been in view
     std::uint64_t mark_ = 0;     // the number of the line that the unread begins with, or 0
-    bool stamps_ = true;
+    bool stamps_ = true, colorsNames_ = false;
 };
 
 // The index of the first line with that number or a newer one.

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace larkspin {
@@ -19,7 +20,8 @@ struct ShownLine {
     Look look = Look::told;
     std::string speaker{}, text{}, stamp{};
     bool callsOwner = false;
-    std::uint64_t number = 0; // by which it is found again; 0 for none
+    std::optional<std::uint32_t> nameColor = {}; // 0xRRGGBB; nothing for that of all names
+    std::uint64_t number = 0;                    // by which it is found again; 0 for none
 
     bool isBright() const { return look == Look::passed || callsOwner; } // of what isn't said
 };

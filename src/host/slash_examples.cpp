@@ -63,6 +63,7 @@ constexpr std::pair<std::string_view, std::string_view> examples[] = {
     {"addmusic", "~/Music"},
     {"log", "on"},
     {"stamps", "off"},
+    {"namecolours", "on"},
     {"notifications", "off"},
     {"textsize", "120"},
     {"colours", "dark"},

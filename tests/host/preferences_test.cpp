@@ -61,6 +61,8 @@ TEST_F(PreferencesTest, AreToldSetAndKeptByTheirWords) {
         {"/stamps  OFF ", noStamps},
         {"/stamps maybe", "! /stamps [on|off]"},
         {"/stamps on off", "! /stamps [on|off]"},
+        {"/namecolours", "all names have one colour"},
+        {"/namecolours on", "each name has a colour of its own"},
         {"/notifications", calls},
         {"/notifications off", noCalls},
         {"/textsize", text + "100 %"},
@@ -88,6 +90,7 @@ TEST_F(PreferencesTest, AreToldSetAndKeptByTheirWords) {
     begin();
     for (const auto& [line, answer] :
          std::initializer_list<Case>{{"/stamps", noStamps},
+                                     {"/namecolours", "each name has a colour of its own"},
                                      {"/notifications", noCalls},
                                      {"/textsize", text + "300 %"},
                                      {"/colours", room + "dark colours"},

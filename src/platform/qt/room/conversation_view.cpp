@@ -160,6 +160,11 @@ void ConversationView::stamp(bool stamps) {
         redraw();
 }
 
+void ConversationView::colorNames(bool colors) {
+    if (reading_.colorNames(colors))
+        redraw();
+}
+
 void ConversationView::toEnd() {
     if (!isWhole_) {
         reading_.goToEnd(conversations_.front());

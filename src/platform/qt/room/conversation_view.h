@@ -49,6 +49,7 @@ public:
 
     // Whether each line has its time in front.
     void stamp(bool stamps);
+    void colorNames(bool colors);
 
     // The last line comes into view, as when the owner has said something.
     void toEnd();

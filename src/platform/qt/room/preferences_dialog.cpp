@@ -45,6 +45,7 @@ PreferencesDialog::PreferencesDialog(EventLoop& loop, Preferences& preferences,
       colors_(choiceOf({"larkspin's", "the desktop's, light", "the desktop's, dark"})),
       closing_(choiceOf({"minimizes it", "hides it in the tray", "ends larkspin"})),
       stamps_(*new QCheckBox("show &when a line was said")),
+      nameColors_(*new QCheckBox("give each &name a colour of its own")),
       notifications_(*new QCheckBox("the desktop tells what is said to &you")),
       writesLog_(*new QCheckBox("write what is said &down in a log")), folder_(*new QLineEdit),
       problem_(*new QLabel) {
@@ -76,6 +77,7 @@ void PreferencesDialog::layOut() {
     form->addRow("&colours", &colors_);
     form->addRow("closing the &room's window", &closing_);
     form->addRow(&stamps_);
+    form->addRow(&nameColors_);
     form->addRow(&notifications_);
     form->addRow(&writesLog_);
     auto* const folderLabel = new QLabel("&music folder");
@@ -111,6 +113,9 @@ void PreferencesDialog::listen() {
     connect(&stamps_, &QCheckBox::toggled, this, [post](bool shows) {
         post([shows](Self& self) { self.preferences_.showStamps(shows); });
     });
+    connect(&nameColors_, &QCheckBox::toggled, this, [post](bool colors) {
+        post([colors](Self& self) { self.preferences_.colorNames(colors); });
+    });
     connect(&notifications_, &QCheckBox::toggled, this,
             [post](bool wants) { post([wants](Self& self) { self.preferences_.notify(wants); }); });
     connect(&writesLog_, &QCheckBox::toggled, this,
@@ -132,6 +137,7 @@ void PreferencesDialog::refresh() {
         field.setCurrentIndex(static_cast<int>(preferences_.closing()));
     });
     setQuietly(stamps_, [this](auto& field) { field.setChecked(preferences_.showsStamps()); });
+    setQuietly(nameColors_, [this](auto& field) { field.setChecked(preferences_.colorsNames()); });
     setQuietly(notifications_, [this](auto& field) { field.setChecked(preferences_.notifies()); });
     setQuietly(writesLog_, [this](auto& field) { field.setChecked(log_.isOn()); });
     if (!folder_.isModified())

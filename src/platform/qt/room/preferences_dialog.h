@@ -48,6 +48,7 @@ private:
     QComboBox& colors_;
     QComboBox& closing_;
     QCheckBox& stamps_;
+    QCheckBox& nameColors_;
     QCheckBox& notifications_;
     QCheckBox& writesLog_;
     QLineEdit& folder_;

@@ -32,8 +32,12 @@ QtRoom::QtRoom(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection co
     QObject::connect(new QShortcut(Qt::Key_F1, &window), &QShortcut::activated,
                      [this] { does("/help"); });
     window.onClose([this] { closeWindow(); });
-    rooms.preferences.onChange([this] { window.stamp(rooms.preferences.showsStamps()); });
-    window.stamp(rooms.preferences.showsStamps());
+    const auto showLooks = [this] {
+        window.stamp(rooms.preferences.showsStamps());
+        window.colorNames(rooms.preferences.colorsNames());
+    };
+    rooms.preferences.onChange(showLooks);
+    showLooks();
     window.holdAfter(&IrcWords::asksPassword);
     window.maskBy([this](const std::string& line, const Conversations::Begun& begun) {
         return rooms.withoutSecrets(line, begun);

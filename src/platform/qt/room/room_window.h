@@ -76,6 +76,7 @@ public:
 
     // Whether each line has its time in front.
     void stamp(bool stamps) { view_.stamp(stamps); }
+    void colorNames(bool colors) { view_.colorNames(colors); }
 
     // Room for more: at the top, over the whole width; between what is said and the line to type
     // in; and below that. The window owns them from then on.

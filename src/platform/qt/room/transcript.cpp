@@ -161,7 +161,10 @@ void Transcript::insert(QTextCursor& cursor, const Line& line) {
     if (!line.stamp.empty())
         cursor.insertText(toQt(line.stamp) + ' ', dim_);
     if (line.look == Look::said) {
-        const QTextCharFormat& name = line.callsOwner ? call_ : name_;
+        QTextCharFormat name = line.callsOwner ? call_ : name_;
+        if (line.nameColor && !line.callsOwner)
+            name.setForeground(
+                readable(QColor(QRgb{*line.nameColor}), palette().color(QPalette::Base)));
         insertName(cursor, line.speaker, name);
         cursor.insertText(": ", name);
         const int from = cursor.position();

@@ -37,6 +37,7 @@ public:
 
     void lookAs(RoomColors colors) { styles_ = stylesIn(colors); }
     void stamp(bool stamps) { reading_.stamp(stamps); }
+    void colorNames(bool colors) { reading_.colorNames(colors); }
 
     // Something that is known of the room has changed.
     void roomChanged() { arePeopleKnown_ = false; }

@@ -86,7 +86,9 @@ CellStyle styleOf(const MarkupStyle& markup, const RoomStyles& styles) {
 }
 
 void addSaid(StyledText& all, const ShownLine& line, const RoomStyles& styles) {
-    const CellStyle& name = line.callsOwner ? styles.call : styles.name;
+    const CellStyle name = line.callsOwner  ? styles.call
+                           : line.nameColor ? styles.colored(styles.name, *line.nameColor)
+                                            : styles.name;
     all.add(visibleName(line.speaker) + ": ", name);
     const std::size_t begin = all.text().size();
     for (const MarkupPiece& piece : readMarkup(line.text))

@@ -86,6 +86,7 @@ SlashWord ScreenRoom::mouseWord() {
 void ScreenRoom::showLooks() {
     layer.view.lookAs(rooms.preferences.colors());
     layer.view.stamp(rooms.preferences.showsStamps());
+    layer.view.colorNames(rooms.preferences.colorsNames());
     layer.roomChanged();
 }
 

@@ -109,9 +109,11 @@ TEST_F(RoomDialogsTest, ChangePreferencesAtOnce) {
     key(dialog, Qt::Key_Up);
     EXPECT_TRUE(comes([this] { return preferences().textSize() == 110; }));
     toggle(dialog, "show when", Qt::Key_W);
+    toggle(dialog, "give each name", Qt::Key_N);
     toggle(dialog, "the desktop tells", Qt::Key_Y);
     toggle(dialog, "write what", Qt::Key_D);
     EXPECT_FALSE(preferences().showsStamps());
+    EXPECT_TRUE(preferences().colorsNames());
     EXPECT_FALSE(preferences().notifies());
     EXPECT_TRUE(room->rooms.log.isOn());
     fill(dialog, Qt::Key_C);

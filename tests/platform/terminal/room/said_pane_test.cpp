@@ -96,6 +96,24 @@ TEST_F(SaidPaneTest, ALineThatCallsHimIsLit) {
     EXPECT_EQ(cells.at(1, 18).style.background, lit);
 }
 
+TEST_F(SaidPaneTest, NamesHaveAColourEachIfHeWants) {
+    reading.stamp(false);
+    for (const auto& [speaker, isOwners] : {std::pair("ann", false), std::pair("bob", false),
+                                            std::pair("ANN", false), std::pair("jo", true)})
+        conversations.keep(
+            den,
+            {.kind = KeptLine::Kind::said, .speaker = speaker, .text = "hi", .isOwners = isOwners});
+    const auto colorOf = [this](int row) { return draw(4, 40).at(row, 0).style.foreground; };
+    const auto usual = colorOf(0);
+    EXPECT_EQ(colorOf(1), usual);
+    reading.colorNames(true);
+    EXPECT_NE(colorOf(0), usual);
+    EXPECT_NE(colorOf(1), colorOf(0));
+    EXPECT_EQ(colorOf(2), colorOf(0)) << "the same person";
+    EXPECT_EQ(colorOf(3), usual) << "his own";
+    EXPECT_EQ(draw(4, 40).at(0, 6).style.foreground, usual) << "what is said";
+}
+
 TEST_F(SaidPaneTest, TheLastLinesStandAtTheFootAndOlderOnesAreScrolledTo) {
     reading.stamp(false);
     fill(10);
