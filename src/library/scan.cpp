@@ -159,10 +159,11 @@ void Scan::listFiles(const DirectoryListing& listing, const ThisRun& run) {
 
 // A directory counts as known when a row from it has been added.
 void Scan::noteFile(const std::string& fileName, const std::string& directory) {
-    if (!state_.scanRows.add(rows_.write(rowOfFile(fileName, directory)))) {
+    if (state_.scanRows.full()) {
         ++leftOut_;
         return;
     }
+    state_.scanRows.add(rows_.write(rowOfFile(fileName, directory)));
     // Most files lie where the one before them did.
     const RowList& known = state_.knownDirs;
     if (known.row(known.count() - 1) != directory && !known.contains(directory))

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <sched.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -21,10 +22,27 @@ namespace {
 
 constexpr std::size_t portion = std::size_t{64} * 1024; // of what is read at once
 
+// So many bytes of questions at once are a scan's, which has the worker and the program at work
+// side by side.
+constexpr ssize_t scansQuestions = 2048;
+
 // Goes in front of each message. Its file comes with the first bytes.
 struct Head {
     std::uint64_t length = 0, files = 0;
 };
+
+// The system wakes the worker up on the processor of whoever asks, and on some machines leaves both
+// there, one waiting for the other, while the next processor has nothing to do.
+void leaveProcessor() {
+    cpu_set_t all;
+    if (::sched_getaffinity(0, sizeof all, &all) != 0)
+        return;
+    cpu_set_t others = all;
+    if (const int here = ::sched_getcpu(); here >= 0)
+        CPU_CLR(static_cast<unsigned>(here), &others);
+    if (CPU_COUNT(&others) > 0 && ::sched_setaffinity(0, sizeof others, &others) == 0)
+        ::sched_setaffinity(0, sizeof all, &all); // it may go anywhere from there
+}
 
 // Reads all questions that are there at once, because a system call costs as much as listing a
 // small directory.
@@ -53,11 +71,16 @@ private:
         bytes_.erase(0, std::exchange(taken_, 0));
         while (bytes_.size() < size) {
             char buffer[portion];
-            const ssize_t got = ::read(channel_, buffer, sizeof buffer);
+            ssize_t got = ::recv(channel_, buffer, sizeof buffer, MSG_DONTWAIT);
+            const bool sleeps = got < 0 && errno == EAGAIN;
+            if (sleeps)
+                got = ::recv(channel_, buffer, sizeof buffer, 0);
             if (got < 0 && errno == EINTR)
                 continue;
             if (got <= 0)
                 return false;
+            if (sleeps && got >= scansQuestions)
+                leaveProcessor();
             bytes_.append(buffer, static_cast<std::size_t>(got));
         }
         return true;
