@@ -49,16 +49,17 @@ std::vector<int> RandomPick::rowsLeft() const {
         titles.append(rowname(row)).append(rowext(row));
         ends.push_back(titles.size());
     }
-    std::vector<int> left;
-    std::size_t start = 0;
-    int row = 0;
-    for (const std::size_t end : ends) {
-        const auto title = std::string_view(titles).substr(start, end - start);
-        if (!state_.playedMemory.containsFolded(title))
-            left.push_back(row);
+    std::vector<std::string_view> folded;
+    folded.reserve(ends.size());
+    for (std::size_t start = 0; const std::size_t end : ends) {
+        folded.emplace_back(titles.data() + start, end - start);
         start = end;
-        ++row;
     }
+    const std::vector<bool> isRemembered = state_.playedMemory.containsEachFolded(folded);
+    std::vector<int> left;
+    for (std::size_t row = 0; row < folded.size(); ++row)
+        if (!isRemembered[row])
+            left.push_back(static_cast<int>(row));
     return left;
 }
 

@@ -259,6 +259,11 @@ bool RowList::containsFolded(std::string_view folded) const {
     return order_ == Order::sorted ? sortedContains(folded) : known().contains(folded);
 }
 
+std::vector<bool> RowList::containsEachFolded(const std::vector<std::string_view>& folded) const {
+    assert(order_ == Order::ofAddition);
+    return known().containsEach(folded);
+}
+
 // The place of the first row of a sorted list that doesn't sort before the text. When all do, that
 // place has a block number past the last block.
 RowList::Place RowList::firstNotBefore(std::string_view folded) const {

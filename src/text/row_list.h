@@ -81,6 +81,8 @@ public:
     bool contains(std::string_view text) const;
     bool contains(const Row& row) const { return containsFolded(row.folded()); }
     bool containsFolded(std::string_view folded) const; // for a text that is folded already
+    // The same of each, for a list that isn't sorted.
+    std::vector<bool> containsEachFolded(const std::vector<std::string_view>& folded) const;
     // The rows of a sorted list that equal the row without regard to case, in their order.
     std::vector<Row> equals(const Row& row) const;
 

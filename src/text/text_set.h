@@ -14,6 +14,10 @@ public:
     void insert(std::string_view text); // nothing if it is there
     bool contains(std::string_view text) const;
 
+    // The same of each of many texts. What the next ones need of memory is on its way while one is
+    // looked up.
+    std::vector<bool> containsEach(const std::vector<std::string_view>& texts) const;
+
 private:
     struct Entry {
         const char* start = nullptr; // null: a free place

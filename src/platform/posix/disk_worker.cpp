@@ -22,9 +22,9 @@ namespace {
 
 constexpr std::size_t portion = std::size_t{64} * 1024; // of what is read at once
 
-// So many bytes of questions at once are a scan's, which has the worker and the program at work
-// side by side.
-constexpr ssize_t scansQuestions = 2048;
+// So many questions without a rest are a scan's, which has the worker and the program at work side
+// by side.
+constexpr int scansQuestions = 8;
 
 // Goes in front of each message. Its file comes with the first bytes.
 struct Head {
@@ -59,6 +59,8 @@ public:
         taken_ += sizeof head;
         if (!fillUpTo(head.length))
             return false;
+        if (++sinceRest_ == scansQuestions)
+            leaveProcessor();
         question = std::string_view(bytes_).substr(taken_, head.length);
         taken_ += head.length;
         return true;
@@ -72,15 +74,14 @@ private:
         while (bytes_.size() < size) {
             char buffer[portion];
             ssize_t got = ::recv(channel_, buffer, sizeof buffer, MSG_DONTWAIT);
-            const bool sleeps = got < 0 && errno == EAGAIN;
-            if (sleeps)
+            if (got < 0 && errno == EAGAIN) {
                 got = ::recv(channel_, buffer, sizeof buffer, 0);
+                sinceRest_ = 0;
+            }
             if (got < 0 && errno == EINTR)
                 continue;
             if (got <= 0)
                 return false;
-            if (sleeps && got >= scansQuestions)
-                leaveProcessor();
             bytes_.append(buffer, static_cast<std::size_t>(got));
         }
         return true;
@@ -89,6 +90,7 @@ private:
     int channel_;
     std::string bytes_;
     std::size_t taken_ = 0;
+    int sinceRest_ = 0; // questions
 };
 
 void waitUntilReady(int channel, short events, int milliseconds) {
