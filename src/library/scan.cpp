@@ -120,6 +120,8 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
             continue;
         }
         walk.goBelow(read.listing);
+        if (!run.lasts())
+            return;
         read.listing.files = filesThatFit(std::move(read.listing.files), listers_.File1.pattern());
         if (take)
             take(read.listing);

@@ -16,6 +16,19 @@ namespace {
 constexpr std::string_view wastebaskets[] = {"$recycle.bin", "recycler", "recycled",
                                              "system volume information"};
 
+constexpr std::size_t fewest = 64; // directories that are expected while others are read
+
+// Where the walk goes from there, in its order. What is hidden is taken out of the listing.
+std::vector<std::string> enteredFrom(DirectoryListing& listing) {
+    std::erase_if(listing.directories, isHiddenDirectory);
+    sortByName(listing.directories);
+    std::vector<std::string> paths;
+    paths.reserve(listing.directories.size());
+    for (const std::string& name : listing.directories)
+        paths.push_back(joinPath(listing.path, name));
+    return paths;
+}
+
 } // namespace
 
 bool isHiddenDirectory(std::string_view name) {
@@ -23,21 +36,43 @@ bool isHiddenDirectory(std::string_view name) {
 }
 
 std::string TreeWalk::takeNext() {
-    std::string directory = std::move(pending_.back());
+    taken_ = std::move(pending_.back());
     pending_.pop_back();
-    return directory;
+    isBelowExpected_ = taken_.read.has_value();
+    return taken_.path;
+}
+
+DirectoryRead TreeWalk::read(const std::string& directory) {
+    if (taken_.read && taken_.path == directory)
+        return *std::exchange(taken_.read, std::nullopt);
+    return reader_->read(directory);
 }
 
 // They are pushed in reverse, so that the first one by name is entered next.
 void TreeWalk::goBelow(DirectoryListing& listing) {
-    std::erase_if(listing.directories, isHiddenDirectory);
-    sortByName(listing.directories);
-    std::vector<std::string> paths;
-    paths.reserve(listing.directories.size());
-    for (const std::string& name : listing.directories)
-        paths.push_back(joinPath(listing.path, name));
-    reader_->expect(paths);
-    std::move(paths.rbegin(), paths.rend(), std::back_inserter(pending_));
+    std::vector<std::string> paths = enteredFrom(listing);
+    if (!isBelowExpected_)
+        reader_->expect(paths);
+    const std::size_t below = paths.size();
+    for (auto path = paths.rbegin(); path != paths.rend(); ++path)
+        pending_.push_back({std::move(*path)});
+    if (below > 0)
+        lookAhead(below);
+}
+
+// The last so many pending directories have only just been expected. Where they are few, some of
+// those around the one that they are in, which have been expected for longer, are read before their
+// turn, so that what is below them is expected, too: else the disk would rest at each shelf of ten
+// albums while the program works on them, and the program while they are read.
+void TreeWalk::lookAhead(std::size_t soon) {
+    for (std::size_t at = pending_.size() - soon; at > 0 && soon < fewest; ++soon) {
+        Pending& next = pending_[--at];
+        if (!next.read) {
+            next.read = reader_->read(next.path);
+            reader_->expect(enteredFrom(next.read->listing));
+        }
+        soon += next.read->listing.directories.size();
+    }
 }
 
 } // namespace larkspin

@@ -6,28 +6,42 @@
 #include "library/directories.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace larkspin {
 
 class TreeWalk {
 public:
-    TreeWalk(Directories& directories, std::string root)
-        : reader_(directories.reader()), pending_{std::move(root)} {}
+    TreeWalk(Directories& directories, std::string root) : reader_(directories.reader()) {
+        pending_.push_back({std::move(root)});
+    }
 
     bool isOver() const { return pending_.empty(); }
     std::string takeNext(); // a directory; there must be one
 
-    DirectoryRead read(const std::string& directory) { return reader_->read(directory); }
+    // The one that was taken last.
+    DirectoryRead read(const std::string& directory);
 
     // The directories in this one come next. Those that are hidden are taken out of the listing.
+    // Events are served.
     void goBelow(DirectoryListing& listing);
 
 private:
+    struct Pending {
+        std::string path;
+        std::optional<DirectoryRead> read = {}; // ahead of its turn
+    };
+
+    void lookAhead(std::size_t soon);
+
     std::unique_ptr<DirectoryReader> reader_;
-    std::vector<std::string> pending_; // the next to enter stands last
+    std::vector<Pending> pending_; // the next to enter stands last
+    Pending taken_{};
+    bool isBelowExpected_ = false; // what is in the one that was taken
 };
 
 // Whether a walk passes over a directory of that name.
