@@ -6,13 +6,13 @@
 #include "app/main_start.h"
 #include "platform/posix/poll_loop.h"
 #include "platform/posix/user_directories.h"
+#include "platform/terminal/dumb_terminal.h"
 #include "platform/terminal/queued_output.h"
 #include "platform/terminal/screen/screen.h"
 
 #include <cstdlib>
 #include <malloc.h>
 #include <string>
-#include <string_view>
 #include <unistd.h>
 
 using namespace larkspin;
@@ -24,10 +24,8 @@ constexpr DisplayOption options[] = {
 
 // Many a terminal is only unknown to the system, as over a connection from elsewhere.
 std::string cantBeDrawnOn() {
-    const char* const kind = std::getenv("TERM");
-    const bool isDumb = !kind || *kind == '\0' || std::string_view(kind) == "dumb";
     return std::string("this terminal can't be drawn on: lines come one below the other") +
-           (isDumb ? "" : ", unless TERM=xterm-256color suits it");
+           (isDumbTerminal() ? "" : ", unless TERM=xterm-256color suits it");
 }
 
 // What a picture or a playlist took for a moment goes back at once. By itself the heap keeps as

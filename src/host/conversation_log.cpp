@@ -6,6 +6,7 @@
 #include "text/characters.h"
 #include "text/fold.h"
 #include "text/number.h"
+#include "text/text_sum.h"
 #include "text/typed_words.h"
 #include "text/utf8.h"
 #include "text/visible.h"
@@ -26,14 +27,6 @@ std::string hexOf(std::uint64_t number, int digits) {
     for (int digit = digits - 1; digit >= 0; --digit)
         hex += "0123456789abcdef"[(number >> (4 * digit)) & 0xF];
     return hex;
-}
-
-// What tells long names apart that begin alike (FNV-1a).
-std::uint64_t sumOf(std::string_view text) {
-    std::uint64_t sum = 0xCBF29CE484222325;
-    for (const char byte : text)
-        sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
-    return sum;
 }
 
 bool isPlainInName(std::string_view character, bool isFirst) {
@@ -70,7 +63,7 @@ std::string logName(std::string_view name) {
         return file.empty() ? "%" : file;
     // No name of another kind has "%-" in it.
     file.resize(fittingLength(file, longestLogName));
-    return file + "%-" + hexOf(sumOf(folded), 16);
+    return file + "%-" + hexOf(textSum(folded), 16);
 }
 
 ConversationLog::ConversationLog(EventLoop& loop, Conversations& conversations, KeptFiles& files,

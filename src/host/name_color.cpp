@@ -1,10 +1,9 @@
 #include "host/name_color.h"
 
 #include "text/fold.h"
+#include "text/text_sum.h"
 
-#include <cstddef>
 #include <iterator>
-#include <string>
 
 namespace larkspin {
 
@@ -18,10 +17,8 @@ constexpr std::uint32_t colors[] = {0x5FD75F, 0xFF5F5F, 0xAF5FFF, 0xD7D787,
 } // namespace
 
 std::uint32_t nameColor(std::string_view name) {
-    std::uint32_t sum = 2166136261U; // Fowler, Noll and Vo's
-    for (const char byte : foldCase(name))
-        sum = (sum ^ static_cast<unsigned char>(byte)) * 16777619U;
-    return colors[(sum ^ sum >> 16) % std::size(colors)];
+    const std::uint64_t sum = textSum(foldCase(name));
+    return colors[(sum ^ sum >> 32) % std::size(colors)];
 }
 
 } // namespace larkspin

@@ -74,7 +74,7 @@ bool BroughtSongs::bringDirectory(Brought& brought) {
     TreeWalk walk(directories_, brought.path);
     for (bool isRoot = true; !walk.isOver(); isRoot = false) {
         const std::string directory = walk.takeNext();
-        DirectoryRead read = walk.read(directory);
+        DirectoryRead read = walk.read();
         loop_.serveTurn();
         if (!run.lasts())
             return false;

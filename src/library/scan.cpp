@@ -109,7 +109,7 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
     for (bool isRoot = true; !walk.isOver(); isRoot = false) {
         const std::string directory = walk.takeNext();
         state_.dirQueue.add(directory);
-        DirectoryRead read = walk.read(directory);
+        DirectoryRead read = walk.read();
         if (isRoot && !take && read.outcome == DirectoryRead::Outcome::missing)
             read = readAlike(directory); // the owner named it, and may have spelled it otherwise
         loop_.serveTurn();
@@ -120,8 +120,6 @@ void Scan::walkdirs(const std::string& root, const ThisRun& run, const Take& tak
             continue;
         }
         walk.goBelow(read.listing);
-        if (!run.lasts())
-            return;
         read.listing.files = filesThatFit(std::move(read.listing.files), listers_.File1.pattern());
         if (take)
             take(read.listing);

@@ -5,7 +5,6 @@
 #include "text/fold.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace larkspin {
@@ -38,34 +37,34 @@ bool isHiddenDirectory(std::string_view name) {
 std::string TreeWalk::takeNext() {
     taken_ = std::move(pending_.back());
     pending_.pop_back();
-    isBelowExpected_ = taken_.read.has_value();
     return taken_.path;
 }
 
-DirectoryRead TreeWalk::read(const std::string& directory) {
-    if (taken_.read && taken_.path == directory)
-        return *std::exchange(taken_.read, std::nullopt);
-    return reader_->read(directory);
+DirectoryRead TreeWalk::read() {
+    lookAhead();
+    return taken_.read ? std::move(*taken_.read) : reader_->read(taken_.path);
 }
 
 // They are pushed in reverse, so that the first one by name is entered next.
 void TreeWalk::goBelow(DirectoryListing& listing) {
     std::vector<std::string> paths = enteredFrom(listing);
-    if (!isBelowExpected_)
+    if (!taken_.read)
         reader_->expect(paths);
-    const std::size_t below = paths.size();
+    latest_ = paths.size();
     for (auto path = paths.rbegin(); path != paths.rend(); ++path)
         pending_.push_back({std::move(*path)});
-    if (below > 0)
-        lookAhead(below);
 }
 
-// The last so many pending directories have only just been expected. Where they are few, some of
-// those around the one that they are in, which have been expected for longer, are read before their
-// turn, so that what is below them is expected, too: else the disk would rest at each shelf of ten
-// albums while the program works on them, and the program while they are read.
-void TreeWalk::lookAhead(std::size_t soon) {
-    for (std::size_t at = pending_.size() - soon; at > 0 && soon < fewest; ++soon) {
+// Before the first of some that have only just come is read. Where they are few, some of those
+// around the one that they are in, which have been expected for longer, are read before their turn,
+// so that what is below them is expected, too: else the disk would rest at each shelf of ten albums
+// while the program works on them, and the program while they are read.
+void TreeWalk::lookAhead() {
+    std::size_t soon = std::exchange(latest_, 0);
+    if (soon == 0)
+        return;
+    const std::size_t latestLeft = soon - 1;
+    for (std::size_t at = pending_.size() - latestLeft; at > 0 && soon < fewest; ++soon) {
         Pending& next = pending_[--at];
         if (!next.read) {
             next.read = reader_->read(next.path);

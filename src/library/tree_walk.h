@@ -23,11 +23,9 @@ public:
     bool isOver() const { return pending_.empty(); }
     std::string takeNext(); // a directory; there must be one
 
-    // The one that was taken last.
-    DirectoryRead read(const std::string& directory);
+    DirectoryRead read(); // the one that was taken last; once
 
     // The directories in this one come next. Those that are hidden are taken out of the listing.
-    // Events are served.
     void goBelow(DirectoryListing& listing);
 
 private:
@@ -36,12 +34,12 @@ private:
         std::optional<DirectoryRead> read = {}; // ahead of its turn
     };
 
-    void lookAhead(std::size_t soon);
+    void lookAhead();
 
     std::unique_ptr<DirectoryReader> reader_;
     std::vector<Pending> pending_; // the next to enter stands last
+    std::size_t latest_ = 0;       // so many of them have only just come, and were expected then
     Pending taken_{};
-    bool isBelowExpected_ = false; // what is in the one that was taken
 };
 
 // Whether a walk passes over a directory of that name.

@@ -112,6 +112,32 @@ TEST_F(FilesFromOutside, TellOfDisksThatHangAndDirectoriesThatAreClosed) {
     EXPECT_EQ(machine.titles(), Lines{});
 }
 
+// While a directory is taken, others are read ahead, and events come meanwhile.
+TEST(FilesOfARun, AreNotAddedToTheNext) {
+    struct Shelves : Directories {
+        DirectoryRead list(const std::string& path) override {
+            if (path == "c:\\m\\b")
+                reads();
+            return path == "c:\\m" ? DirectoryRead(DirectoryListing{path, {}, {"a", "b"}})
+                   : path == "c:\\m\\a"
+                       ? DirectoryRead(DirectoryListing{path, {"ride.mp3"}, {"deep"}})
+                       : DirectoryRead(DirectoryListing{path, {}, {}});
+        }
+        std::vector<std::string> drives() override { return {}; }
+        std::string drivePath(std::string_view typed) override { return std::string(typed); }
+        Task reads = [] {};
+    } shelves;
+    VirtualMachine machine;
+    machine.startOn(shelves);
+    int added = -1;
+    shelves.reads = [&] {
+        added = machine.state().masterList.count();
+        machine.chooseFromTray("rstartp");
+    };
+    machine.run([&] { machine.program->bring({"c:\\m"}, Then::adding); });
+    EXPECT_EQ(machine.state().masterList.count(), added);
+}
+
 TEST_F(FilesFromOutside, PlayAlsoWhereTheListIsFull) {
     for (int row = 0; row < RowList::limit; ++row)
         machine.state().masterList.add(Row(std::to_string(row)));

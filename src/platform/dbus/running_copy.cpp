@@ -1,6 +1,7 @@
 #include "platform/dbus/running_copy.h"
 
 #include "text/number.h"
+#include "text/text_sum.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -21,11 +22,9 @@ constexpr std::chrono::milliseconds sendTime{250};
 // A copy that has just been started takes a moment to appear on the bus.
 constexpr std::chrono::milliseconds longestSearch = 5s, searchInterval = 20ms;
 
-// The directory as a number (FNV-1a), since a name on the bus holds only letters and digits.
+// The directory as a number, since a name on the bus holds only letters and digits.
 std::string nameOn(std::string_view dataDirectory) {
-    std::uint64_t number = 0xCBF29CE484222325;
-    for (const char byte : dataDirectory)
-        number = (number ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
+    const std::uint64_t number = textSum(dataDirectory);
     std::string name = "org.larkspin.copy_";
     for (int shift = 56; shift >= 0; shift -= 8)
         name += hexPair(static_cast<std::uint8_t>(number >> shift));

@@ -1,11 +1,10 @@
 #include "platform/terminal/terminal.h"
 
+#include "platform/terminal/dumb_terminal.h"
 #include "shell/kept_files.h"
 #include "text/number.h"
 
 #include <csignal>
-#include <cstdlib>
-#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -26,15 +25,9 @@ bool outputIsTerminal() {
     return ::isatty(STDOUT_FILENO) == 1;
 }
 
-// Such terminals, as editors have them, show what steers others as it is.
-bool canBeStyled() {
-    const char* const kind = std::getenv("TERM");
-    return kind && *kind != '\0' && std::string_view(kind) != "dumb";
-}
-
 TerminalScreen::Form formOfOutput() {
     using Form = TerminalScreen::Form;
-    return !outputIsTerminal() ? Form::protocol : canBeStyled() ? Form::styled : Form::plain;
+    return !outputIsTerminal() ? Form::protocol : isDumbTerminal() ? Form::plain : Form::styled;
 }
 
 // Whether both lead to the same terminal or file. They then share one queue, so that lines keep
