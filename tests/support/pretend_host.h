@@ -42,6 +42,7 @@ public:
     // The room. The button to the ejected people is to be seen by whoever owns it.
     Lines people{"Owner"}, ejected, ignored;
     bool ownsRoom = false;
+    std::function<void(HostHandle button)> asked = [](HostHandle) {}; // whether it is visible
     Lines pressedButtons;  // their captions, of whichever window
     HostHandle addRoom() { // another one, after those that are there, with nobody in it
         const HostHandle added = addChild("Town Square");
@@ -94,7 +95,9 @@ public:
 
     int visible(HostHandle window) override {
         const bool isHidden = !ownsRoom && caption(window) == "Ejected List";
-        return isHidden ? 0 : PretendWindows::visible(window);
+        const int answer = isHidden ? 0 : PretendWindows::visible(window);
+        asked(window);
+        return answer;
     }
 
 protected:
@@ -138,8 +141,8 @@ private:
         });
     }
     void sendMessage(HostHandle window) {
-        const std::string to = (*this)[findChild(window, 0, "Edit")].text;
-        messages.push_back(to + ": " + (*this)[findChild(window, 0, "RICHCNTL")].text);
+        const std::string to = (*this)[first(window, "Edit")].text;
+        messages.push_back(to + ": " + (*this)[first(window, "RICHCNTL")].text);
         if (to.starts_with("$"))
             add(add(0, "#32770", "America Online"), "Button", "OK");
         else

@@ -6,6 +6,7 @@
 #include "host/window_tree/window_names.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
@@ -40,22 +41,36 @@ public:
     bool has(HostHandle window) const { return windows_.contains(window); }
     Window& operator[](HostHandle window) { return windows_[window]; }
 
-    HostHandle findWindow(const std::string& className) override {
-        return findChild(0, 0, className);
+    // The first child of the class; 0 is the desktop.
+    HostHandle first(HostHandle of, const std::string& className) {
+        for (const HostHandle child : windows_[of].children)
+            if (windows_[child].className == className)
+                return child;
+        return noHandle;
     }
-    HostHandle findWindow(const std::string& className, const std::string& caption) override {
-        HostHandle found = findWindow(className);
-        while (found != 0 && windows_[found].text != caption)
-            found = findChild(0, found, className);
+
+    FoundWindows walk(const WindowWalk& walk) override {
+        HostHandle parent = walk.from;
+        Window& start = reach(parent);
+        for (const std::string& step : walk.path)
+            if ((parent = first(parent, step)) == noHandle)
+                return {};
+        FoundWindows found;
+        for (const HostHandle child :
+             walk.path.empty() ? start.children : windows_[parent].children)
+            if (windows_[child].className == walk.className) {
+                found.push_back({.window = child});
+                if (walk.tells != WindowWalk::Tells::nothing)
+                    found.back().text = windows_[child].text;
+                for (const std::string& held : walk.holds)
+                    found.back().holds.push_back(first(child, held));
+            }
         return found;
     }
-    HostHandle findChild(HostHandle of, HostHandle after, const std::string& className) override {
-        bool isAfter = after == 0;
-        for (const HostHandle child : reach(of).children) {
-            if (isAfter && windows_[child].className == className)
+    HostHandle findWindow(const std::string& className, const std::string& caption) override {
+        for (const HostHandle child : reach(0).children)
+            if (windows_[child].className == className && windows_[child].text == caption)
                 return child;
-            isAfter = isAfter || child == after;
-        }
         return noHandle;
     }
     std::string caption(HostHandle window) override { return reach(window).text; }
@@ -63,12 +78,6 @@ public:
                       std::int64_t) override {
         Window& at = reach(window);
         const bool isSpace = wParam == window::spaceKey;
-        if (message == window::getTextLength)
-            return static_cast<std::int64_t>(at.text.size());
-        if (message == window::rowCount)
-            return at.rows ? static_cast<std::int64_t>(at.rows->size()) : -1;
-        if (message == window::rowData)
-            return static_cast<std::int64_t>(window * listSize + wParam * recordSize);
         if (message == window::setCurrentRow)
             at.row = wParam;
         if (message == window::leftButtonDown || (message == window::keyDown && isSpace))
@@ -83,41 +92,46 @@ public:
         if (message == window::setText)
             reach(window).text = text;
     }
-    std::string readText(HostHandle window, unsigned message, std::size_t size) override {
-        return message == window::getText ? reach(window).text.substr(0, size - 1) : "";
+    std::string text(HostHandle window) override {
+        return reach(window).text.substr(0, longestText);
     }
-    void post(HostHandle window, unsigned message, std::uint64_t wParam,
+    bool post(HostHandle window, unsigned message, std::uint64_t wParam,
               std::int64_t lParam) override {
-        if (message != window::close) {
+        if (message != window::close)
             send(window, message, wParam, lParam);
-        } else if (has(window)) {
-            closed.push_back(window);
-            remove(window);
-        }
+        if (message != window::close || !has(window))
+            return has(window);
+        closed.push_back(window);
+        remove(window);
+        return true;
     }
     void show(HostHandle window, int command) override { shown.emplace_back(window, command); }
     int visible(HostHandle window) override { return reach(window).parent != 0; }
-    std::uint32_t processOf(HostHandle window) override { return reach(window).parent ? 77 : 0; }
-    ProcessHandle openProcess(std::uint32_t process, std::uint32_t access) override {
-        if (process != 77 || access != window::mayReadMemory || !mayBeRead)
-            return 0;
-        ++openProcesses;
-        return process;
+    std::vector<std::string> rows(HostHandle list, const RowRecord& record,
+                                  std::size_t most) override {
+        const Texts* const all = reach(list).rows;
+        if (!all || !mayBeRead || record.pointerAt != 28 || record.nameAt != 6)
+            return {};
+        Texts fields(all->begin(),
+                     all->begin() + static_cast<std::ptrdiff_t>(std::min(most, all->size())));
+        for (std::string& field : fields)
+            field.resize(record.nameSize, '\0');
+        if (unreadableRow < fields.size())
+            fields[unreadableRow].clear();
+        return fields;
     }
-    std::optional<std::string> readMemory(ProcessHandle, std::uint64_t address,
-                                          std::size_t size) override {
-        const Texts* rows = reach(address / listSize).rows;
-        const std::uint64_t row = address % listSize / recordSize, at = address % recordSize;
-        if (!rows || row >= rows->size() || row == unreadableRow)
-            return std::nullopt;
-        std::string record(recordSize, '?');
-        for (std::uint64_t byte = 0; byte < 4; ++byte)
-            record[28 + byte] = static_cast<char>((address - at + 32) >> 8 * byte);
-        std::string name = rows->at(row);
-        name.resize(16, '\0');
-        return record.replace(38, 16, name).substr(at, size);
+    void watch(const TextWatch& watch, Watching changed) override {
+        watched_ = watch;
+        changed_ = std::move(changed);
+        look();
     }
-    void closeProcess(ProcessHandle) override { --openProcesses; }
+    // Tells what has changed of what is watched. To be called from an event of its own.
+    void look() {
+        const Watching changed = changed_;
+        const WatchedText now = changed ? seen() : WatchedText();
+        if (changed && std::exchange(told_, now) != now)
+            changed(now);
+    }
     std::optional<RegistryValue> registryValue(const std::string& key,
                                                const std::string& name) override {
         const auto found = registry.find(key + "|" + name);
@@ -128,8 +142,8 @@ public:
 
     int calls = 0, vanishAt = 0; // before the call of that number all windows go
     bool mayBeRead = true;       // the memory, and all but one row in it
+    bool hangs = false;          // what is watched
     std::size_t unreadableRow = 1000000;
-    int openProcesses = 0;
     std::map<std::string, RegistryValue> registry; // by key, "|" and name
     Texts keys, activated;
     std::vector<std::pair<HostHandle, int>> shown; // the show commands
@@ -140,8 +154,24 @@ protected:
     virtual void entered(HostHandle) {} // a text, by the return key
 
 private:
-    // A row's record: at 28 the pointer, which points to 32, so that the name stands at 38.
-    static constexpr std::uint64_t recordSize = 64, listSize = recordSize * 0x10000;
+    WatchedText seen() {
+        for (const FoundWindow& each : walk(watched_.windows)) {
+            if (!each.holdsFirst(watched_.needed))
+                continue;
+            const std::string& text = windows_[each.holds[watched_.text]].text;
+            const HostHandle list = each.holds[watched_.list];
+            const Texts* const rows = has(list) ? windows_[list].rows : nullptr;
+            return {
+                .state = hangs ? WatchedText::State::hangs : WatchedText::State::there,
+                .window = each.window,
+                .list = list,
+                .caption = each.text,
+                .length = static_cast<std::uint32_t>(text.size()),
+                .end = text.substr(text.size() - std::min<std::size_t>(text.size(), watched_.most)),
+                .rows = rows ? static_cast<std::uint32_t>(rows->size()) : 0};
+        }
+        return {};
+    }
 
     Window& reach(HostHandle window) { // one that isn't there is empty
         if (++calls == vanishAt)
@@ -150,6 +180,9 @@ private:
         return has(window) ? windows_[window] : none_;
     }
 
+    TextWatch watched_;
+    Watching changed_;
+    WatchedText told_{.length = 1}; // of nothing yet
     std::map<HostHandle, Window> windows_{{0, {}}};
     Window none_;
     HostHandle last_ = 0;

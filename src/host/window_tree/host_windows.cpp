@@ -1,7 +1,6 @@
 #include "host/window_tree/host_windows.h"
 
 #include "host/window_tree/host_bytes.h"
-#include "host/window_tree/window_calls.h"
 #include "host/window_tree/window_names.h"
 
 #include <algorithm>
@@ -10,62 +9,103 @@ namespace larkspin {
 
 namespace {
 
-// Windows that change their order during a walk turn up again, so that it ends after so many.
-constexpr int mostChildren = 1000;
+// Of these, which come first in what a room is looked for by, a room has each; and where among the
+// classes what is worked of it stands.
+constexpr std::size_t roomNeeds = 4, shownTextAt = 1, inputAt = 4, listAt = 5;
+const HostWindows::Classes roomHolds = {window::label, window::shownText, window::combobox,
+                                        window::icon,  window::input,     window::listbox};
 
-// What a window claims its text to be long isn't believed beyond this, in bytes.
-constexpr std::int64_t longestText = 65535;
+HostHandle firstOf(const FoundWindows& found) {
+    return found.empty() ? noHandle : found.front().window;
+}
+
+WindowWalk childrenWalk(HostWindows::Classes holds) {
+    return {.path = {window::frame, window::childArea},
+            .className = window::child,
+            .holds = std::move(holds),
+            .tells = WindowWalk::Tells::caption};
+}
 
 } // namespace
 
+TextWatch roomWatch(std::uint32_t mostText) {
+    return {.windows = childrenWalk(roomHolds),
+            .needed = roomNeeds,
+            .text = shownTextAt,
+            .list = listAt,
+            .most = mostText};
+}
+
+FoundWindows HostWindows::walk(const WindowWalk& walk) const {
+    FoundWindows found = calls_.walk(walk);
+    for (FoundWindow& each : found) {
+        each.text = fromSingleByte(each.text);
+        each.holds.resize(walk.holds.size());
+    }
+    return found;
+}
+
+HostHandle HostWindows::top(const char* className) const {
+    return firstOf(walk({.className = className}));
+}
+
 HostHandle HostWindows::frame() const {
-    return calls_.findWindow(window::frame);
+    return top(window::frame);
+}
+
+// If there is no parent, the search must not be made: it would go through the top-level windows.
+FoundWindows HostWindows::all(HostHandle parent, const char* className,
+                              WindowWalk::Tells tells) const {
+    if (parent == noHandle)
+        return {};
+    return walk({.from = parent, .className = className, .tells = tells});
 }
 
 HostHandle HostWindows::first(HostHandle parent, const char* className) const {
-    return next(parent, noHandle, className);
+    return firstOf(all(parent, className));
 }
 
-// If there is no parent, the search must not be made: it would go through all the windows there
-// are.
-HostHandle HostWindows::next(HostHandle parent, HostHandle after, const char* className) const {
-    return parent == noHandle ? noHandle : calls_.findChild(parent, after, className);
+FoundWindows HostWindows::children(Classes holds) const {
+    return walk(childrenWalk(std::move(holds)));
 }
 
-bool HostWindows::has(HostHandle parent, const char* className) const {
-    return first(parent, className) != noHandle;
-}
-
-HostHandle HostWindows::child(const Test& test) const {
-    const HostHandle area = first(frame(), window::childArea);
-    HostHandle child = first(area, window::child);
-    for (int seen = 1; child != noHandle && !test(child); ++seen)
-        child = seen < mostChildren ? next(area, child, window::child) : noHandle;
-    return child;
+FoundWindow HostWindows::child(const Test& test, Classes holds) const {
+    const FoundWindows found = children(std::move(holds));
+    const auto fitting = std::ranges::find_if(found, test);
+    return fitting == found.end() ? FoundWindow() : *fitting;
 }
 
 HostHandle HostWindows::childCalled(const std::string& wanted) const {
-    return child([&](HostHandle window) { return caption(window) == wanted; });
+    return child([&](const FoundWindow& each) { return each.text == wanted; }).window;
 }
 
-HostHandle HostWindows::room() const {
-    return child([this](HostHandle candidate) {
-        return has(candidate, window::label) && has(candidate, window::shownText) &&
-               has(candidate, window::combobox) && has(candidate, window::icon);
-    });
+RoomWindow HostWindows::room() const {
+    const FoundWindow found =
+        child([](const FoundWindow& each) { return each.holdsFirst(roomNeeds); }, roomHolds);
+    if (found.window == noHandle)
+        return {};
+    return {.window = found.window, .input = found.holds[inputAt], .people = found.holds[listAt]};
 }
 
+HostHandle HostWindows::ejectedList(HostHandle room) const {
+    const FoundWindows lists = all(room, window::listbox);
+    return lists.size() < 2 ? noHandle : lists[1].window;
+}
+
+// It has a button of either kind.
 HostHandle HostWindows::download() const {
-    return child([this](HostHandle candidate) {
-        return has(candidate, window::gauge) && has(candidate, window::checkbox) &&
-               has(candidate, window::label) &&
-               (has(candidate, window::aolButton) || has(candidate, window::icon));
-    });
+    const auto isDownload = [](const FoundWindow& each) {
+        return each.holdsFirst(3) && (each.holds[3] != noHandle || each.holds[4] != noHandle);
+    };
+    return child(isDownload,
+                 {window::gauge, window::checkbox, window::label, window::aolButton, window::icon})
+        .window;
 }
 
 HostHandle HostWindows::keywordBox() const {
-    const HostHandle strip = first(first(frame(), window::toolbar), window::toolbarStrip);
-    return first(first(strip, window::combobox), window::edit);
+    return firstOf(
+        walk({.path = {window::frame, window::toolbar, window::toolbarStrip, window::combobox},
+              .className = window::edit}));
 }
 
 std::string HostWindows::caption(HostHandle window) const {
@@ -73,11 +113,7 @@ std::string HostWindows::caption(HostHandle window) const {
 }
 
 std::string HostWindows::text(HostHandle control) const {
-    const std::int64_t length = calls_.send(control, window::getTextLength, 0, 0);
-    if (length <= 0)
-        return {};
-    const auto size = static_cast<std::size_t>(std::min(length, longestText) + 1);
-    return fromSingleByte(calls_.readText(control, window::getText, size));
+    return control == noHandle ? std::string() : fromSingleByte(calls_.text(control));
 }
 
 } // namespace larkspin

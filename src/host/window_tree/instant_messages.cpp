@@ -12,7 +12,7 @@ namespace larkspin {
 namespace {
 
 // The tenth button of a message window sends.
-constexpr int stepsToSend = 9;
+constexpr std::size_t stepsToSend = 9;
 
 // Forgets what is left however the sending ends: the program may end inside a wait.
 template <typename Queue> class EmptiedAtEnd {
@@ -53,23 +53,21 @@ void InstantMessages::sendFirst() {
 
 InstantMessages::Handles InstantMessages::openWindows() const {
     Handles found;
-    windows_.child([&](HostHandle window) {
-        if (windows_.caption(window) == window::instantMessageCaption)
-            found.push_back(window);
-        return false;
-    });
+    for (const FoundWindow& each : windows_.children())
+        if (each.text == window::instantMessageCaption)
+            found.push_back(each.window);
     return found;
 }
 
 // If the client's frame is gone, no window will come.
 HostHandle InstantMessages::waitForWindow(const Handles& others) const {
-    const auto isReady = [&](HostHandle window) {
-        return std::find(others.begin(), others.end(), window) == others.end() &&
-               windows_.caption(window) == window::instantMessageCaption &&
-               windows_.first(window, window::input) != noHandle && sendButton(window) != noHandle;
+    const auto isReady = [&](const FoundWindow& each) {
+        return std::ranges::find(others, each.window) == others.end() &&
+               each.text == window::instantMessageCaption && each.holdsFirst(1) &&
+               sendButton(each.window) != noHandle;
     };
     return waitForHost(loop_, [&]() -> std::optional<HostHandle> {
-        const HostHandle window = windows_.child(isReady);
+        const HostHandle window = windows_.child(isReady, {window::input}).window;
         if (window == noHandle && windows_.frame() != noHandle)
             return std::nullopt;
         return window;
@@ -77,10 +75,8 @@ HostHandle InstantMessages::waitForWindow(const Handles& others) const {
 }
 
 HostHandle InstantMessages::sendButton(HostHandle window) const {
-    HostHandle icon = windows_.first(window, window::icon);
-    for (int step = 0; icon != noHandle && step < stepsToSend; ++step)
-        icon = windows_.next(window, icon, window::icon);
-    return icon;
+    const FoundWindows icons = windows_.all(window, window::icon);
+    return icons.size() <= stepsToSend ? noHandle : icons[stepsToSend].window;
 }
 
 void InstantMessages::fillIn(HostHandle window, const std::string& body) const {
@@ -95,7 +91,8 @@ void InstantMessages::answerClient(HostHandle window) const {
     const HostHandle box = waitForHost(loop_, [&]() -> std::optional<HostHandle> {
         const HostHandle shown = calls_.findWindow(window::messageBox, window::clientCaption);
         const bool isGone =
-            windows_.child([&](HostHandle child) { return child == window; }) == noHandle;
+            windows_.child([&](const FoundWindow& each) { return each.window == window; }).window ==
+            noHandle;
         if (shown == noHandle && !isGone)
             return std::nullopt;
         return shown;

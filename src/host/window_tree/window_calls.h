@@ -49,9 +49,10 @@ struct FoundWindow {
     std::string text{};              // as was asked for
     std::vector<HostHandle> holds{}; // of each class its first direct child; 0 where it has none
 
-    bool holdsAll() const {
-        for (const HostHandle each : holds)
-            if (each == noHandle)
+    // Whether it has children of the first `needed` of those classes.
+    bool holdsFirst(std::size_t needed) const {
+        for (std::size_t at = 0; at < needed; ++at)
+            if (at >= holds.size() || holds[at] == noHandle)
                 return false;
         return true;
     }
@@ -65,10 +66,11 @@ struct RowRecord {
     std::uint32_t pointerAt = 0, nameAt = 0, nameSize = 0;
 };
 
-// A text that grows, in the first window found by a walk that holds all that was asked for.
+// A text that grows, in the first window found by a walk that holds what is needed.
 struct TextWatch {
     WindowWalk windows{};
-    std::uint32_t text = 0, list = 0; // which of what it holds has the text, and which is the list
+    std::uint32_t needed = 0;         // so many of the classes that it may hold, the first ones
+    std::uint32_t text = 0, list = 0; // which of them has the text, and which is the list
     std::uint32_t most = 0;           // bytes of the text's end
 };
 

@@ -11,11 +11,11 @@ std::optional<Notice> WindowNotices::notice() {
     if (window == noHandle)
         return std::nullopt;
     const auto [status, timeLeft] = host_.statics(window);
-    Notice notice = noticeThatSays(host_.controlText(status));
-    if (timeLeft != noHandle)
+    Notice notice = noticeThatSays(status.value_or(""));
+    if (timeLeft)
         notice.upload = {.file = transferredFile(notice.text),
                          .percentage = uploadPercentage(host_.controlText(window)),
-                         .minutes = uploadMinutes(host_.controlText(timeLeft))};
+                         .minutes = uploadMinutes(*timeLeft)};
     return notice;
 }
 
@@ -38,9 +38,9 @@ std::optional<Transfer> WindowNotices::download() {
     if (window == noHandle)
         return std::nullopt;
     const auto [status, timeLeft] = host_.statics(window);
-    return Transfer{.file = transferredFile(host_.controlText(status)),
+    return Transfer{.file = transferredFile(status.value_or("")),
                     .percentage = downloadPercentage(host_.windowCaption(window)),
-                    .minutes = downloadMinutes(host_.controlText(timeLeft))};
+                    .minutes = downloadMinutes(timeLeft.value_or(""))};
 }
 
 } // namespace larkspin

@@ -41,15 +41,18 @@ Deed WindowPeople::allow(const Person& person) {
 
 // Without a room nothing is pressed, and what is said of it is lost as well; but the room may come
 // back for the next person. In another room, to which the owner may have turned in the search, the
-// row is somebody else's.
+// row is somebody else's; and it may have become that by somebody's coming or going.
 Deed WindowPeople::press(const char* button, List list, const Person& person) {
     if (host_.findChatRoom() == noHandle)
         return Deed::done;
     const HostHandle icon = host_.findRoomIcon(button);
     if (icon == noHandle || (host_.*list)() != person.list)
         return Deed::over;
+    const auto row = rowOf(person);
+    if (!row)
+        return Deed::undone;
     const Pause pause(loop_);
-    host_.selectHostRow(person.list, person.row);
+    host_.selectHostRow(person.list, *row);
     loop_.serveTurn();
     pause(aroundHolding);
     host_.holdIcon(icon);
@@ -57,6 +60,18 @@ Deed WindowPeople::press(const char* button, List list, const Person& person) {
     loop_.serveTurn();
     host_.releaseIcon(icon);
     return Deed::done;
+}
+
+// Where he stands in the list now.
+std::optional<int> WindowPeople::rowOf(const Person& person) const {
+    RowList names;
+    host_.readHostList(person.list, names, true);
+    if (person.row < names.count() && names.row(person.row) == person.name)
+        return person.row;
+    for (int row = 0; row < names.count(); ++row)
+        if (names.row(row) == person.name)
+            return row;
+    return std::nullopt;
 }
 
 // Shows those who were put out. Without them in view a button would be pressed for a row of the

@@ -26,6 +26,7 @@ private:
     using List = HostHandle (WindowTreeHost::*)();
 
     People read(List list);
+    std::optional<int> rowOf(const Person& person) const;
     Deed press(const char* button, List list, const Person& person);
 
     WindowTreeHost& host_;

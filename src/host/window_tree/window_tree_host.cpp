@@ -11,12 +11,11 @@
 #include "text/row_list.h"
 #include "text/wildcard.h"
 
+#include <algorithm>
+
 namespace larkspin {
 
 namespace {
-
-// How many buttons are looked at between two turns of the events.
-constexpr int stepsInPass = 17;
 
 // Seconds in which the client puts its clock's notice away.
 constexpr double afterNotice = 0.5;
@@ -25,12 +24,11 @@ constexpr double afterNotice = 0.5;
 
 // The name stands between the greeting and its exclamation mark.
 std::string WindowTreeHost::currentScreenName() {
-    std::string greeting;
-    windows_.child([&](HostHandle window) {
-        greeting = windows_.caption(window);
-        return greeting.starts_with(window::welcome);
-    });
-    if (!greeting.starts_with(window::welcome))
+    const std::string greeting =
+        windows_
+            .child([](const FoundWindow& each) { return each.text.starts_with(window::welcome); })
+            .text;
+    if (greeting.empty())
         return {};
     const std::size_t start = std::string_view(window::welcome).size();
     return greeting.substr(start, greeting.find('!') - start);
@@ -45,7 +43,7 @@ void WindowTreeHost::hideWelcomeWindow() {
 }
 
 HostHandle WindowTreeHost::roomInput() const {
-    return windows_.first(windows_.room(), window::input);
+    return windows_.room().input;
 }
 
 void WindowTreeHost::setRoomInput(HostHandle input, const std::string& text) {
@@ -73,13 +71,11 @@ void WindowTreeHost::clearChatInput() {
 }
 
 HostHandle WindowTreeHost::peopleList() {
-    return windows_.first(windows_.room(), window::listbox);
+    return windows_.room().people;
 }
 
 HostHandle WindowTreeHost::ejectedList() {
-    const HostHandle room = windows_.room();
-    const HostHandle people = windows_.first(room, window::listbox);
-    return people == noHandle ? noHandle : windows_.next(room, people, window::listbox);
+    return windows_.ejectedList(findChatRoom());
 }
 
 void WindowTreeHost::readHostList(HostHandle list, RowList& names, bool includeSelf) {
@@ -94,19 +90,18 @@ void WindowTreeHost::selectHostRow(HostHandle list, int row) {
         calls_.send(list, window::setCurrentRow, static_cast<unsigned>(row), 0);
 }
 
-// Goes round and round through the room's buttons; after the last one comes none, and then the
-// first again.
+// Each time round the first button comes last.
 HostHandle WindowTreeHost::findRoomIcon(const std::string& pattern) {
-    HostHandle icon = firstIcon(windows_.room());
     return waitForHost(loop_, [&]() -> std::optional<HostHandle> {
-        const HostHandle room = windows_.room();
+        const HostHandle room = findChatRoom();
         if (room == noHandle)
             return noHandle;
-        for (int step = 0; step < stepsInPass; ++step) {
-            icon = windows_.next(room, icon, window::icon);
-            if (icon != noHandle && fits(controlText(icon), pattern))
-                return icon;
-        }
+        FoundWindows icons = windows_.all(room, window::icon, WindowWalk::Tells::text);
+        if (!icons.empty())
+            std::rotate(icons.begin(), icons.begin() + 1, icons.end());
+        for (const FoundWindow& icon : icons)
+            if (fits(icon.text, pattern))
+                return icon.window;
         return std::nullopt;
     });
 }
@@ -169,7 +164,7 @@ std::optional<std::string> WindowTreeHost::timeOnline() {
     const HostHandle notice = waitForClockNotice();
     if (notice == noHandle)
         return std::nullopt;
-    const std::string text = controlText(statics(notice).first);
+    const std::string text = statics(notice).first.value_or("");
     pressByKey(firstIcon(notice));
     Pause{loop_}(afterNotice);
     return timeOnlineIn(text);
@@ -202,11 +197,11 @@ std::string WindowTreeHost::windowCaption(HostHandle window) {
 }
 
 std::string WindowTreeHost::controlText(HostHandle control) {
-    return control == noHandle ? std::string() : windows_.text(control);
+    return windows_.text(control);
 }
 
 HostHandle WindowTreeHost::modalWindow() {
-    return calls_.findWindow(window::modal);
+    return windows_.top(window::modal);
 }
 
 HostHandle WindowTreeHost::downloadWindow() {
@@ -214,11 +209,13 @@ HostHandle WindowTreeHost::downloadWindow() {
 }
 
 WindowTreeHost::Statics WindowTreeHost::statics(HostHandle window) {
-    Statics found;
-    found.first = windows_.first(window, window::label);
-    if (found.first != noHandle)
-        found.second = windows_.next(window, found.first, window::label);
-    return found;
+    const FoundWindows found = windows_.all(window, window::label, WindowWalk::Tells::text);
+    Statics texts;
+    if (!found.empty())
+        texts.first = found[0].text;
+    if (found.size() > 1)
+        texts.second = found[1].text;
+    return texts;
 }
 
 HostHandle WindowTreeHost::firstIcon(HostHandle window) {
@@ -232,11 +229,11 @@ void WindowTreeHost::showHostWindow(HostHandle window, ShowCommand command) {
 
 // If the client's frame is gone, no notice will come.
 HostHandle WindowTreeHost::waitForClockNotice() {
-    return waitForHost(loop_, [this]() -> std::optional<HostHandle> {
-        const HostHandle notice = windows_.child([this](HostHandle window) {
-            return windows_.caption(window) == window::clientCaption &&
-                   firstIcon(window) != noHandle && statics(window).first != noHandle;
-        });
+    const auto isNotice = [](const FoundWindow& each) {
+        return each.text == window::clientCaption && each.holdsFirst(2);
+    };
+    return waitForHost(loop_, [&]() -> std::optional<HostHandle> {
+        const HostHandle notice = windows_.child(isNotice, {window::icon, window::label}).window;
         if (notice == noHandle && hostFrame() != noHandle)
             return std::nullopt;
         return notice;

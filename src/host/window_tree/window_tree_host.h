@@ -54,7 +54,7 @@ public:
 
     // The client's own frame, and the room in it.
     HostHandle hostFrame() { return windows_.frame(); }
-    HostHandle findChatRoom() { return windows_.room(); }
+    HostHandle findChatRoom() { return windows_.room().window; }
 
     // The lists of those who are in the room and those who were put out. Their names are appended
     // row by row, the owner's own one only if asked for; a list that can't be read adds nothing. A
@@ -91,9 +91,9 @@ public:
     HostHandle downloadWindow();
     HostHandle waitForClockNotice();
 
-    // The first two lines of text in such a window, and its first button.
+    // The first two lines of text in such a window, as far as it has them, and its first button.
     struct Statics {
-        HostHandle first = noHandle, second = noHandle;
+        std::optional<std::string> first{}, second{};
     };
     Statics statics(HostHandle window);
     HostHandle firstIcon(HostHandle window);

@@ -99,7 +99,7 @@ Writer& Writer::add(const RowRecord& record) {
 }
 
 Writer& Writer::add(const TextWatch& watch) {
-    return add(watch.windows).add(watch.text).add(watch.list).add(watch.most);
+    return add(watch.windows).add(watch.needed).add(watch.text).add(watch.list).add(watch.most);
 }
 
 Writer& Writer::add(const WatchedText& text) {
@@ -184,11 +184,12 @@ RowRecord Reader::record() {
 TextWatch Reader::watch() {
     TextWatch watch;
     watch.windows = walk();
+    watch.needed = number();
     watch.text = number();
     watch.list = number();
     watch.most = number();
-    good_ =
-        good_ && watch.text < watch.windows.holds.size() && watch.list < watch.windows.holds.size();
+    const std::size_t held = watch.windows.holds.size();
+    good_ = good_ && watch.needed <= held && watch.text < held && watch.list < held;
     return watch;
 }
 
