@@ -33,7 +33,7 @@ void TextLookout::watch(const TextWatch& watch) {
 TextLookout::Outline TextLookout::find(const Deadline& deadline) const {
     Outline outline;
     visit(watch_->windows, deadline, [&](FoundWindow& found) {
-        if (!found.holdsAll())
+        if (!found.holdsFirst(watch_->needed))
             return true;
         outline = {WatchedText::State::there, windowOf(found.window),
                    windowOf(found.holds[watch_->text]), windowOf(found.holds[watch_->list]),
@@ -56,15 +56,26 @@ bool TextLookout::read(HWND window, std::size_t claimed, Text& text, const Deadl
     return true;
 }
 
-// False when the window doesn't answer.
+std::string_view TextLookout::nothingToRead() {
+    claimed_ = 0;
+    read_ = nullptr;
+    return {};
+}
+
+// False when the window doesn't answer. What it doesn't have is empty.
 bool TextLookout::ask(Outline& outline, Text& text, const Deadline& deadline) {
+    if (outline.list != nullptr) {
+        const auto rows = messages_.send(outline.list, LB_GETCOUNT, 0, 0, deadline);
+        if (!rows)
+            return false;
+        outline.rows = static_cast<std::uint32_t>(std::max<LRESULT>(*rows, 0));
+    }
+    if (outline.text == nullptr) {
+        text = nothingToRead();
+        return true;
+    }
     const auto length = messages_.textLength(outline.text, deadline);
-    const auto rows =
-        length ? messages_.send(outline.list, LB_GETCOUNT, 0, 0, deadline) : std::nullopt;
-    if (!rows || !read(outline.text, *length, text, deadline))
-        return false;
-    outline.rows = static_cast<std::uint32_t>(std::max<LRESULT>(*rows, 0));
-    return true;
+    return length && read(outline.text, *length, text, deadline);
 }
 
 bool TextLookout::take(std::string_view text) {
@@ -87,14 +98,11 @@ const WatchedText* TextLookout::look() {
     Text text;
     if (now.state == WatchedText::State::there && !ask(now, text, deadline))
         // One that went just now doesn't hang.
-        now = IsWindow(now.text) != 0
+        now = IsWindow(now.window) != 0
                   ? Outline{WatchedText::State::hangs, now.window, now.text, now.list, now.caption}
                   : Outline{};
-    if (now.state != WatchedText::State::there) {
-        text = std::string_view();
-        claimed_ = 0;
-        read_ = nullptr;
-    }
+    if (now.state != WatchedText::State::there)
+        text = nothingToRead();
     const bool isOtherText = text && take(*text);
     if (outline_ == now && !isOtherText)
         return nullptr;

@@ -34,6 +34,7 @@ private:
     Outline find(const Deadline& deadline) const;
     bool ask(Outline& outline, Text& text, const Deadline& deadline);
     bool read(HWND window, std::size_t claimed, Text& text, const Deadline& deadline);
+    std::string_view nothingToRead();
     bool take(std::string_view text); // whether it is another
 
     SentMessages& messages_;
