@@ -91,7 +91,8 @@ public:
                          accounts,
                          [](IrcClient&) { return SlashWords({}); }};
     IrcClient& irc = networks.all().front()->client;
-    CurrentRoom room{conversations, own, networks};
+    WindowRoom windows{loop, lines, conversations, display};
+    CurrentRoom room{conversations, own, networks, windows};
     ShownLines shown{conversations, "- "};
     std::string seen;
     int answers = 0; // of all messages, those that the owner has asked for

@@ -11,6 +11,7 @@
 // bytes.
 #pragma once
 
+#include "chat/markup.h"
 #include "host/window_tree/host_bytes.h"
 #include "host/window_tree/window_tree_host.h"
 #include "support/pretend_windows.h"
@@ -53,6 +54,17 @@ public:
                {"Find", "Ignore Member", "Eject Member", "Ejected List", "Allow Entry",
                 "People List"});
         return added;
+    }
+
+    // What is said in the room, in its running text. In a client that talks the owner's own lines
+    // come there as well, without their tags; else they are recorded by the machine.
+    bool talks = false;
+    void say(const std::string& speaker, const std::string& text) {
+        addToText(speaker + ":\t" + text + "\r\n");
+    }
+    void addToText(const std::string& text) {
+        (*this)[first(room, "RICHCNTLREADONLY")].text += text;
+        machine_.loop.post([this] { look(); });
     }
 
     // The owner signs on, or off with an empty name. His greeting is a window.
@@ -116,6 +128,8 @@ protected:
         const std::string text = std::exchange((*this)[field].text, {});
         if ((*this)[field].className == "Edit")
             open(text);
+        else if (talks)
+            say(machine_.room.screenName, toSingleByte(plainMarkup(fromSingleByte(text))));
         else
             machine_.room.sendChatLine(fromSingleByte(text));
     }

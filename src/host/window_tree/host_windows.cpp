@@ -79,12 +79,15 @@ HostHandle HostWindows::childCalled(const std::string& wanted) const {
     return child([&](const FoundWindow& each) { return each.text == wanted; }).window;
 }
 
-RoomWindow HostWindows::room() const {
+ClientRoom HostWindows::room() const {
     const FoundWindow found =
         child([](const FoundWindow& each) { return each.holdsFirst(roomNeeds); }, roomHolds);
     if (found.window == noHandle)
         return {};
-    return {.window = found.window, .input = found.holds[inputAt], .people = found.holds[listAt]};
+    return {.window = found.window,
+            .input = found.holds[inputAt],
+            .people = found.holds[listAt],
+            .caption = found.text};
 }
 
 HostHandle HostWindows::ejectedList(HostHandle room) const {

@@ -13,8 +13,9 @@
 namespace larkspin {
 
 // A room, told by its controls alone, with those that are worked.
-struct RoomWindow {
+struct ClientRoom {
     HostHandle window = noHandle, input = noHandle, people = noHandle;
+    std::string caption{};
 };
 
 // What a room is watched by for what is said in it: no more of its text than that, in bytes.
@@ -25,7 +26,7 @@ public:
     explicit HostWindows(WindowCalls& calls) : calls_(calls) {}
 
     HostHandle frame() const;
-    RoomWindow room() const;
+    ClientRoom room() const;
     HostHandle keywordBox() const;
     HostHandle download() const;
     HostHandle ejectedList(HostHandle room) const; // its second list

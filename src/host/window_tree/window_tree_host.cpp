@@ -42,21 +42,28 @@ void WindowTreeHost::hideWelcomeWindow() {
     showHostWindow(found, ShowCommand::hide);
 }
 
-HostHandle WindowTreeHost::roomInput() const {
-    return windows_.room().input;
-}
-
 void WindowTreeHost::setRoomInput(HostHandle input, const std::string& text) {
     ++inputsSet_;
     calls_.sendText(input, window::setText, toSingleByte(text));
 }
 
+void WindowTreeHost::sendChatLine(const std::string& line) {
+    if (const HostHandle input = windows_.room().input)
+        sayBy(input, line);
+}
+
+bool WindowTreeHost::sendChatLineIn(HostHandle room, const std::string& caption,
+                                    const std::string& line) {
+    const ClientRoom now = windows_.room();
+    if (now.window != room || now.caption != caption || now.input == noHandle)
+        return false;
+    sayBy(now.input, line);
+    return true;
+}
+
 // In the turn of the events another line may have been said, or the input line been cleared: this
 // one is then written anew, so that it isn't lost.
-void WindowTreeHost::sendChatLine(const std::string& line) {
-    const HostHandle input = roomInput();
-    if (input == noHandle)
-        return;
+void WindowTreeHost::sayBy(HostHandle input, const std::string& line) {
     setRoomInput(input, line);
     const unsigned asOf = inputsSet_;
     loop_.serveTurn();
@@ -66,7 +73,7 @@ void WindowTreeHost::sendChatLine(const std::string& line) {
 }
 
 void WindowTreeHost::clearChatInput() {
-    if (const HostHandle input = roomInput())
+    if (const HostHandle input = windows_.room().input)
         setRoomInput(input, "");
 }
 

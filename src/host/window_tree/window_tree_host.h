@@ -52,6 +52,9 @@ public:
     std::optional<std::string> timeOnline() override;
     std::string messengerAccount() override;
 
+    // The same, if the client still shows the room that it showed there. False if it doesn't.
+    bool sendChatLineIn(HostHandle room, const std::string& caption, const std::string& line);
+
     // The client's own frame, and the room in it.
     HostHandle hostFrame() { return windows_.frame(); }
     HostHandle findChatRoom() { return windows_.room().window; }
@@ -101,7 +104,7 @@ public:
 
 private:
     bool enterKeyword(const std::string& keyword);
-    HostHandle roomInput() const;
+    void sayBy(HostHandle input, const std::string& line);
     void setRoomInput(HostHandle input, const std::string& text);
 
     WindowCalls& calls_;

@@ -41,7 +41,9 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnectio
                    some.add(words.wordsOn([&network]() -> IrcClient& { return network; }));
                    return some;
                }),
-      words(loop, conversations, own, networks, accounts_, ignored_, told(shown).tell) {}
+      windows(loop, lines, conversations, told(shown)),
+      words(loop, conversations, own, networks, windows, accounts_, ignored_, told(shown).tell),
+      wordsOnWindows_(conversations, windows, told(shown).tell) {}
 
 // What rooms tell beside what is said is kept like all else.
 RoomDisplay AllRooms::told(RoomDisplay shown) {
@@ -54,7 +56,7 @@ RoomDisplay AllRooms::told(RoomDisplay shown) {
 }
 
 std::vector<SlashWord> AllRooms::slashWords() {
-    std::vector<SlashWord> all = words.words();
+    std::vector<SlashWord> all = wordsOnWindows_.over(words.words());
     all.push_back(log.word());
     for (SlashWord& word : preferences.words())
         all.push_back(std::move(word));

@@ -1,14 +1,17 @@
-// All rooms that a front end offers, put together: the owner's own and those on a network, the
-// words by which he gets about, and what is kept of it.
+// All rooms that a front end offers, put together: the owner's own, those on a network and those of
+// a chat client that is a tree of windows, the words by which he gets about, and what is kept of
+// it.
 #pragma once
 
 #include "host/conversation_log.h"
 #include "host/preferences.h"
 #include "host/slash_words.h"
+#include "host/window_tree/window_room.h"
 #include "irc/channels/irc_ignore_list.h"
 #include "irc/client/current_room.h"
 #include "irc/client/irc_networks.h"
 #include "irc/client/irc_words.h"
+#include "irc/client/window_words.h"
 #include "shell/data_directory.h"
 
 #include <functional>
@@ -50,6 +53,7 @@ public:
     // To be called as the process ends.
     void finish() {
         networks.finish();
+        windows.finish();
         preferences.keep();
         log.write();
     }
@@ -65,8 +69,12 @@ public:
     Preferences preferences;
     OwnRoom own;
     IrcNetworks networks;
-    CurrentRoom room{conversations, own, networks}; // the one that the owner is in
+    WindowRoom windows;
+    CurrentRoom room{conversations, own, networks, windows}; // the one that the owner is in
     IrcWords words;
+
+private:
+    WindowWords wordsOnWindows_;
 };
 
 } // namespace larkspin

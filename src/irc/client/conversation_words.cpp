@@ -4,6 +4,7 @@
 #include "host/new_lines.h"
 #include "host/own_room.h"
 #include "host/room_words.h"
+#include "host/window_tree/window_room.h"
 #include "irc/client/irc_networks.h"
 #include "text/blanks.h"
 #include "text/fold.h"
@@ -143,7 +144,9 @@ void ConversationWords::enter(const std::string& wanted) {
 }
 
 void ConversationWords::goTo(Conversation& conversation) {
-    if (IrcNetwork* const network = networks_.of(conversation))
+    if (windows_.owns(conversation))
+        windows_.enter(conversation);
+    else if (IrcNetwork* const network = networks_.of(conversation))
         network->client.enter(conversation);
     else
         own_.enterRoom(conversation.name());

@@ -16,14 +16,15 @@ class Conversations;
 class EventLoop;
 class IrcNetworks;
 class OwnRoom;
+class WindowRoom;
 
 class ConversationWords {
 public:
     // All must live on. What the words have to say is told by `tell`, a line each.
     ConversationWords(const EventLoop& loop, Conversations& conversations, OwnRoom& own,
-                      IrcNetworks& networks, SlashWords::Tell tell)
+                      IrcNetworks& networks, WindowRoom& windows, SlashWords::Tell tell)
         : loop_(loop), conversations_(conversations), own_(own), networks_(networks),
-          tell_(std::move(tell)) {}
+          windows_(windows), tell_(std::move(tell)) {}
 
     std::vector<SlashWord> words();
 
@@ -44,6 +45,7 @@ private:
     Conversations& conversations_;
     OwnRoom& own_;
     IrcNetworks& networks_;
+    WindowRoom& windows_;
     SlashWords::Tell tell_;
 };
 

@@ -6,17 +6,26 @@ HostClient& CurrentRoom::here() {
     const Conversation& conversation = conversations_.here();
     if (conversation.isAtHome())
         return own_;
+    if (windows_.owns(conversation))
+        return windows_;
     IrcNetwork* const network = networks_.of(conversation);
     return network ? static_cast<HostClient&>(network->client) : nowhere_;
 }
 
 ClientErrands& CurrentRoom::errands() {
-    IrcNetwork* const here = networks_.of(conversations_.here());
+    const Conversation& conversation = conversations_.here();
+    if (windows_.owns(conversation))
+        return windows_.errands();
+    IrcNetwork* const here = networks_.of(conversation);
     IrcNetwork& network = here ? *here : networks_.atHand();
-    return network.client.isOn() ? static_cast<ClientErrands&>(network.client) : own_;
+    if (network.client.isOn())
+        return network.client;
+    return windows_.isUp() ? windows_.errands() : own_;
 }
 
 const ShownRoom& CurrentRoom::shown() const {
+    if (windows_.owns(conversations_.front()))
+        return windows_;
     const IrcNetwork* const network = networks_.of(conversations_.front());
     return network ? static_cast<const ShownRoom&>(network->client) : own_;
 }
@@ -24,6 +33,8 @@ const ShownRoom& CurrentRoom::shown() const {
 void CurrentRoom::say(const std::string& line, bool isOnScreen) {
     if (conversations_.isFrontClosed())
         conversations_.enter(conversations_.home());
+    if (windows_.owns(conversations_.front()))
+        return windows_.say(line, isOnScreen);
     if (IrcNetwork* const network = networks_.of(conversations_.front()))
         return network->client.voice().say(line, isOnScreen);
     for (const auto& each : networks_.all())

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/own_room.h"
+#include "host/window_tree/window_room.h"
 #include "irc/client/irc_networks.h"
 
 #include <string>
@@ -12,8 +13,9 @@ namespace larkspin {
 
 class CurrentRoom : public HostClient, public ShownRoom {
 public:
-    CurrentRoom(Conversations& conversations, OwnRoom& own, IrcNetworks& networks)
-        : conversations_(conversations), own_(own), networks_(networks) {}
+    CurrentRoom(Conversations& conversations, OwnRoom& own, IrcNetworks& networks,
+                WindowRoom& windows)
+        : conversations_(conversations), own_(own), networks_(networks), windows_(windows) {}
 
     // Whether what is in front is on a network.
     bool isOnNetwork() const { return !conversations_.front().isAtHome(); }
@@ -34,11 +36,14 @@ public:
     void sendChatLine(const std::string& line) override { here().sendChatLine(line); }
     bool tellOwner(const std::string& text) override { return here().tellOwner(text); }
     void dropUnsaid() override { here().dropUnsaid(); }
-    void clearChatInput() override { own_.clearChatInput(); }
-    void bringHostForward() override { own_.bringHostForward(); }
+    void clearChatInput() override { here().clearChatInput(); }
+    void bringHostForward() override { here().bringHostForward(); }
     RoomPeople& roomPeople() override { return here().roomPeople(); }
-    // Those of a network also at home, while he is on one.
+    // Those of a network also at home, while he is on one; else those of the client that is a tree
+    // of windows, while its windows are reached.
     ClientErrands& errands() override;
+    // Wherever he is: they stand in his way.
+    ClientNotices& notices() override { return windows_.notices(); }
 
 private:
     // What belongs to a conversation that has gone.
@@ -54,6 +59,7 @@ private:
     Conversations& conversations_;
     OwnRoom& own_;
     IrcNetworks& networks_;
+    WindowRoom& windows_;
     Nowhere nowhere_;
 };
 

@@ -108,9 +108,9 @@ std::vector<SlashWord> IrcWords::wordsOfNetworks() {
     };
     return {
         {"connect",
-         "[NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]",
+         "[NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM] | windows",
          "goes to a network, by TLS unless plain; or once more to the last one, or the one of that "
-         "name",
+         "name; windows reaches a chat client that runs in Wine",
          by(&Self::connect),
          {"server"}},
         {"reconnect", "[NAME]", "goes to a network once more", by(&Self::reconnect)},

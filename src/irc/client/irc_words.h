@@ -18,14 +18,16 @@ namespace larkspin {
 class Conversations;
 class IrcIgnoreList;
 class OwnRoom;
+class WindowRoom;
 
 class IrcWords {
 public:
     // All must live on. What the words have to say is told by `tell`, a line each.
     IrcWords(EventLoop& loop, Conversations& conversations, OwnRoom& own, IrcNetworks& networks,
-             IrcAccounts& accounts, IrcIgnoreList& ignored, SlashWords::Tell tell)
+             WindowRoom& windows, IrcAccounts& accounts, IrcIgnoreList& ignored,
+             SlashWords::Tell tell)
         : loop_(loop), conversations_(conversations), own_(own), networks_(networks),
-          accounts_(accounts), ignored_(ignored), tell_(std::move(tell)) {}
+          windows_(windows), accounts_(accounts), ignored_(ignored), tell_(std::move(tell)) {}
 
     // All of them, also those about the owner's own room.
     std::vector<SlashWord> words();
@@ -54,10 +56,11 @@ private:
     Conversations& conversations_;
     OwnRoom& own_;
     IrcNetworks& networks_;
+    WindowRoom& windows_;
     IrcAccounts& accounts_;
     IrcIgnoreList& ignored_;
     SlashWords::Tell tell_;
-    ConversationWords aboutConversations_{loop_, conversations_, own_, networks_, tell_};
+    ConversationWords aboutConversations_{loop_, conversations_, own_, networks_, windows_, tell_};
 };
 
 } // namespace larkspin

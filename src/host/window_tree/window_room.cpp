@@ -1,0 +1,342 @@
+#include "host/window_tree/window_room.h"
+
+#include "chat/chat_lines.h"
+#include "chat/markup.h"
+#include "host/called_by_name.h"
+#include "host/window_tree/host_bytes.h"
+#include "text/visible.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+// Of a room without a caption.
+const std::string unnamed = "room";
+
+} // namespace
+
+WindowRoom::WindowRoom(EventLoop& loop, ChatLines& lines, Conversations& conversations,
+                       RoomDisplay shown)
+    : loop_(loop), lines_(lines), conversations_(conversations), shown_(std::move(shown)) {}
+
+WindowRoom::~WindowRoom() {
+    loop_.cancel(again_);
+    loop_.cancel(losing_);
+}
+
+void WindowRoom::reachBy(WindowSession& session) {
+    session_ = &session;
+    host_.emplace(session.calls(), loop_);
+    session.onChange([this](const std::string& why) { sessionChanged(why); });
+}
+
+bool WindowRoom::isUp() const {
+    return session_ && session_->state() == WindowSession::State::up;
+}
+
+void WindowRoom::connect() {
+    if (!session_)
+        return answer("no windows can be reached from here");
+    isAsked_ = true;
+    if (network_ == Conversations::noNetwork)
+        network_ = conversations_.newNetwork(word);
+    if (std::exchange(isWanted_, true) && isUp()) {
+        if (Conversation* const there = room())
+            return enter(*there);
+        return answer("the client is reached already; it shows no room");
+    }
+    loop_.cancel(std::exchange(again_, TimerId::none));
+    answer("looking for the chat client's windows...");
+    session_->begin();
+}
+
+void WindowRoom::disconnect() {
+    if (!std::exchange(isWanted_, false))
+        return answer("no chat client's windows are reached");
+    finish();
+    closeRoom();
+    answer("the chat client is left to itself");
+}
+
+void WindowRoom::finish() {
+    loop_.cancel(std::exchange(again_, TimerId::none));
+    loop_.cancel(std::exchange(losing_, TimerId::none));
+    wasUp_ = false;
+    said_.clear();
+    if (session_)
+        session_->end();
+}
+
+void WindowRoom::sessionChanged(const std::string& why) {
+    if (isUp()) {
+        wasUp_ = true;
+        seen_ = {};
+        return session_->calls().watch(roomWatch(RunningText::known),
+                                       [this](const WatchedText& now) { see(now); });
+    }
+    closeRoom();
+    if (!isWanted_)
+        return;
+    if (!wasUp_) {
+        isWanted_ = false;
+        return answer("the chat client can't be reached: " + why);
+    }
+    if (!why.empty() && again_ == TimerId::none)
+        tell("the chat client is reached no more: " + why);
+    again_ = loop_.once(tryAgainAfter, [this] {
+        again_ = TimerId::none;
+        session_->begin();
+    });
+}
+
+// What is told of a client that hangs is what it had shown before.
+void WindowRoom::see(const WatchedText& now) {
+    using State = WatchedText::State;
+    if (!isUp())
+        return;
+    const State before = std::exchange(seen_.state, now.state);
+    if (now.state == State::hangs) {
+        if (before != State::hangs)
+            tell("the chat client doesn't answer");
+        return;
+    }
+    if (before == State::hangs && now.state == State::there)
+        tell("the chat client answers again");
+    if (now.state == State::none) {
+        if (before == State::none && isAsked_)
+            answer(
+                host_->hostFrame() == noHandle
+                    ? "no chat client is there yet; its room is entered as soon as there is one"
+                    : "the chat client shows no room yet; it is entered as soon as there is one");
+        return closeRoom();
+    }
+    currentScreenName();
+    const bool isOther =
+        place_.empty() || now.window != seen_.window || now.caption != seen_.caption;
+    const bool arePeopleOthers = isOther || now.rows != seen_.rows || now.list != seen_.list;
+    seen_ = now;
+    seen_.end.clear();
+    if (isOther)
+        openRoom(now);
+    else
+        takeText(now);
+    if (arePeopleOthers)
+        readPeople(now.list);
+    shown_.changed();
+}
+
+void WindowRoom::openRoom(const WatchedText& now) {
+    closeRoom();
+    const std::string caption = fromSingleByte(now.caption);
+    const std::string name = caption.empty() ? unnamed : caption;
+    Conversation* there = nullptr;
+    for (Conversation* const each : conversations_.ofNetwork(network_))
+        if (each->name() == name)
+            there = each;
+    if (!there)
+        there = &conversations_.add({Conversation::Kind::room, network_, name});
+    there->isOpen = true;
+    place_ = there->place();
+    const bool isFree = conversations_.front().isAtHome() || conversations_.isFrontClosed();
+    if (std::exchange(isAsked_, false))
+        conversations_.asOwnerWants([&] { conversations_.enter(*there); });
+    else if (isFree)
+        conversations_.enter(*there);
+    const bool isEmpty = there->lines().empty();
+    text_.forget();
+    const RunningText::News old = text_.take(now.end, now.length);
+    if (isEmpty)
+        for (const RunningLine& line :
+             std::span(old.lines).last(std::min(old.lines.size(), mostOld)))
+            keepOld(line);
+}
+
+// What was said there stays to be read.
+void WindowRoom::closeRoom() {
+    if (Conversation* const there = room()) {
+        conversations_.keep(*there, {.text = "the room is closed"});
+        there->isOpen = false;
+    }
+    place_.clear();
+    seen_.window = noHandle;
+    people_.clear();
+    shown_.changed();
+}
+
+// Each line comes in an event of its own, as it would from anywhere else.
+void WindowRoom::takeText(const WatchedText& now) {
+    const RunningText::News news = text_.take(now.end, now.length);
+    for (const RunningLine& line : news.lines)
+        if (news.isNew)
+            loop_.post([this, line, place = place_] { hear(line, place); });
+        else
+            keepOld(line);
+}
+
+void WindowRoom::keepOld(const RunningLine& line) {
+    const bool isSaid = !line.speaker.empty();
+    conversations_.keep(*room(), {.kind = isSaid ? KeptLine::Kind::said : KeptLine::Kind::news,
+                                  .speaker = visibleName(line.speaker),
+                                  .text = isSaid ? withoutTags(line.text) : line.text,
+                                  .isOwners = isSaid && line.speaker == ownName_,
+                                  .isOld = true});
+}
+
+// A line of the owner's that was said from here is known again. Only what he has typed may be a
+// command, and it is taken as he has typed it.
+void WindowRoom::hear(const RunningLine& line, const std::string& place) {
+    Conversation* const there = conversations_.find(place);
+    if (!there)
+        return;
+    if (line.speaker.empty())
+        return conversations_.keep(*there, {.text = line.text});
+    const bool isOwners = line.speaker == currentScreenName();
+    SaidLine said;
+    const auto known = isOwners ? said_.take(line.text, said) : SaidLines::Seen::unknown;
+    if (known == SaidLines::Seen::rest)
+        return;
+    const bool isFromHere = known == SaidLines::Seen::first;
+    conversations_.keep(*there, {.kind = KeptLine::Kind::said,
+                                 .speaker = visibleName(line.speaker),
+                                 .text = isFromHere ? said.line : withoutTags(line.text),
+                                 .isOwners = isOwners,
+                                 .isForOwner = !isOwners && callsByName(line.text, ownName_),
+                                 .isOnScreen = said.isOnScreen});
+    lines_.heard({line.speaker, isFromHere ? said.line : line.text}, place);
+}
+
+void WindowRoom::readPeople(HostHandle list) {
+    people_.clear();
+    host_->readHostList(list, people_, true);
+}
+
+Conversation* WindowRoom::room() const {
+    return place_.empty() ? nullptr : conversations_.find(place_);
+}
+
+bool WindowRoom::isHere() const {
+    return !place_.empty() && conversations_.here().place() == place_;
+}
+
+void WindowRoom::enter(Conversation& conversation) {
+    conversations_.asOwnerWants([&] { conversations_.enter(conversation); });
+    shown_.changed();
+}
+
+void WindowRoom::leave() {
+    Conversation& front = conversations_.front();
+    if (front.isOpen)
+        return answer("the room is left in the client itself; /disconnect " + std::string(word) +
+                      " only leaves the client to itself");
+    conversations_.asOwnerWants([&] { conversations_.remove(front); });
+    shown_.changed();
+}
+
+void WindowRoom::say(const std::string& line, bool isOnScreen) {
+    const bool isSaid = isHere() && seen_.state == WatchedText::State::there &&
+                        send({.line = line, .isOnScreen = isOnScreen});
+    if (!isSaid)
+        answer("not said: " + visibleText(line, " "));
+}
+
+void WindowRoom::sendChatLine(const std::string& line) {
+    const Conversation* const there = conversations_.toSpeakIn();
+    if (there && isUp() && there->place() == place_)
+        send({.line = line, .isPrograms = true});
+}
+
+// It is noted before it can be seen, so that it is known again.
+bool WindowRoom::send(SaidLine line) {
+    line.at = loop_.now();
+    const std::string words = line.line;
+    said_.add(std::move(line));
+    if (losing_ == TimerId::none)
+        losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
+    return host_->sendChatLineIn(seen_.window, fromSingleByte(seen_.caption), words);
+}
+
+void WindowRoom::tellLost() {
+    losing_ = TimerId::none;
+    while (const auto lost = said_.takeLost(loop_.now() - longestUnseen))
+        if (!lost->isPrograms)
+            answer("perhaps not said: " + visibleText(lost->line, " "));
+    if (!said_.isEmpty())
+        losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
+}
+
+void WindowRoom::tell(const std::string& text) const {
+    Conversation* const there = room();
+    conversations_.keep(there ? *there : conversations_.front(), {.text = text});
+}
+
+void WindowRoom::answer(const std::string& text) const {
+    shown_.tell(text);
+}
+
+bool WindowRoom::tellOwner(const std::string& text) {
+    conversations_.keep(conversations_.here(), {.kind = KeptLine::Kind::answer, .text = text});
+    return true;
+}
+
+std::string WindowRoom::name() const {
+    return conversations_.front().name();
+}
+
+std::string WindowRoom::currentScreenName() {
+    if (!isUp())
+        return {};
+    std::string name = host_->currentScreenName();
+    if (!name.empty())
+        ownName_ = name;
+    return name;
+}
+
+void WindowRoom::clearChatInput() {
+    if (isUp() && isHere())
+        host_->clearChatInput();
+}
+
+void WindowRoom::bringHostForward() {
+    if (isUp())
+        host_->bringHostForward();
+}
+
+RoomPeople& WindowRoom::roomPeople() {
+    return isUp() && isHere() ? host_->roomPeople() : HostClient::roomPeople();
+}
+
+ClientErrands& WindowRoom::errands() {
+    return isUp() ? host_->errands() : HostClient::errands();
+}
+
+std::optional<Notice> WindowRoom::Notices::notice() {
+    return room_.isUp() ? room_.host_->notices().notice() : std::nullopt;
+}
+
+void WindowRoom::Notices::confirm() {
+    if (room_.isUp())
+        room_.host_->notices().confirm();
+}
+
+void WindowRoom::Notices::hide() {
+    if (!room_.isUp())
+        return;
+    if (!room_.place_.empty())
+        room_.lines_.speaksAt(room_.place_);
+    room_.host_->notices().hide();
+}
+
+void WindowRoom::Notices::bringBack() {
+    if (room_.isUp())
+        room_.host_->notices().bringBack();
+}
+
+std::optional<Transfer> WindowRoom::Notices::download() {
+    return room_.isUp() ? room_.host_->notices().download() : std::nullopt;
+}
+
+} // namespace larkspin

@@ -1,0 +1,124 @@
+// The room in the chat client that is a tree of windows, as one of the owner's rooms: what is said
+// in it is read out of its running text and kept in a conversation, and comes to the program as any
+// room's lines do. One conversation belongs to each room of the client that is seen.
+//
+// The client may come, go, hang and come back; so may what reaches its windows.
+#pragma once
+
+#include "host/conversations.h"
+#include "host/host_client.h"
+#include "host/shown_room.h"
+#include "host/window_tree/running_text.h"
+#include "host/window_tree/said_lines.h"
+#include "host/window_tree/window_session.h"
+#include "host/window_tree/window_tree_host.h"
+#include "text/row_list.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace larkspin {
+
+class ChatLines;
+
+class WindowRoom : public HostClient, public ShownRoom {
+public:
+    // By which the owner asks for it.
+    static constexpr const char* word = "windows";
+
+    WindowRoom(EventLoop& loop, ChatLines& lines, Conversations& conversations, RoomDisplay shown);
+    ~WindowRoom() override;
+    WindowRoom(const WindowRoom&) = delete;
+    WindowRoom& operator=(const WindowRoom&) = delete;
+
+    // Without it no windows can be reached. It must live on.
+    void reachBy(WindowSession& session);
+
+    // The owner asks for the client, or has enough of it. They tell their outcome themselves.
+    void connect();
+    void disconnect();
+    bool isOn() const { return isWanted_; } // from connect to disconnect
+    bool isUp() const;                      // the client's windows can be reached
+    void finish();                          // as the process ends
+
+    bool owns(const Conversation& conversation) const {
+        return network_ != Conversations::noNetwork && conversation.network() == network_;
+    }
+    // One of its conversations comes in front, as the owner wants; or goes, once it is closed.
+    void enter(Conversation& conversation);
+    void leave();
+
+    // A line that the owner has typed here, in the conversation in front.
+    void say(const std::string& line, bool isOnScreen);
+
+    std::string name() const override;
+    std::string ownName() const override { return ownName_; } // as he was called last
+    const RowList& people() const override { return people_; }
+    bool isIgnored(std::string_view) const override { return false; } // only the client knows
+
+    std::string currentScreenName() override;
+    void sendChatLine(const std::string& line) override;
+    bool tellOwner(const std::string& text) override;
+    void clearChatInput() override;
+    void bringHostForward() override;
+    RoomPeople& roomPeople() override;
+    ClientErrands& errands() override;
+    ClientNotices& notices() override { return notices_; }
+
+private:
+    // The client's own notices. When one is hidden, that is said in its room.
+    class Notices : public ClientNotices {
+    public:
+        explicit Notices(WindowRoom& room) : room_(room) {}
+        std::optional<Notice> notice() override;
+        void confirm() override;
+        void hide() override;
+        void bringBack() override;
+        std::optional<Transfer> download() override;
+
+    private:
+        WindowRoom& room_;
+    };
+
+    // How soon it is tried again when what reaches the windows has ended by itself; and how long a
+    // line that the owner has said may take to be seen.
+    static constexpr std::chrono::seconds tryAgainAfter{5}, longestUnseen{10};
+    static constexpr std::size_t mostOld = 50; // lines of before, which are shown
+
+    void sessionChanged(const std::string& why);
+    void see(const WatchedText& now);
+    void openRoom(const WatchedText& now);
+    void closeRoom();
+    void takeText(const WatchedText& now);
+    void hear(const RunningLine& line, const std::string& place);
+    void keepOld(const RunningLine& line);
+    void readPeople(HostHandle list);
+    bool send(SaidLine line);
+    void tellLost();
+    void tell(const std::string& text) const; // what happens
+    void answer(const std::string& text) const;
+    Conversation* room() const;
+    bool isHere() const; // the event at work is about the room that the client shows
+
+    EventLoop& loop_;
+    ChatLines& lines_;
+    Conversations& conversations_;
+    RoomDisplay shown_;
+    WindowSession* session_ = nullptr;
+    std::optional<WindowTreeHost> host_; // while there is a session
+    Notices notices_{*this};
+
+    bool isWanted_ = false, wasUp_ = false, isAsked_ = false; // to come in front
+    int network_ = Conversations::noNetwork;
+    std::string place_; // of the room that the client shows; blank for none
+    WatchedText seen_;  // the last one, but for the text
+    RunningText text_;
+    SaidLines said_;
+    std::string ownName_;
+    RowList people_;
+    TimerId again_ = TimerId::none, losing_ = TimerId::none;
+};
+
+} // namespace larkspin
