@@ -23,11 +23,18 @@ fs::path ownFile(const fs::path& installed, const fs::path& built) {
     return {};
 }
 
+std::string ownProgram(const char* name) {
+    return ownFile(fs::path(installedPlayerDirectory) / name, name);
+}
+
 } // namespace
 
 std::string ownPlayer() {
-    constexpr const char* player = "larkspin-player";
-    return ownFile(fs::path(installedPlayerDirectory) / player, player);
+    return ownProgram("larkspin-player");
+}
+
+std::string ownBridge() {
+    return ownProgram("larkspin-bridge.exe");
 }
 
 std::string ownManual() {

@@ -7,6 +7,7 @@
 namespace larkspin {
 
 std::string ownPlayer(); // the program of the player's process, a native path
+std::string ownBridge(); // of the bridge among the client's windows; empty where there is none
 std::string ownManual(); // a drive path; empty where there is none
 
 } // namespace larkspin

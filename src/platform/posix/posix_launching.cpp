@@ -2,9 +2,7 @@
 
 #include "platform/posix/drive_paths.h"
 #include "platform/posix/spawn.h"
-#include "text/parts.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <unistd.h>
@@ -35,20 +33,8 @@ bool execute(const fs::path& file) {
     return isFile(file) && ::access(file.c_str(), X_OK) == 0 && start(file, {}, file.parent_path());
 }
 
-// Finds a program on the PATH. Relative directories don't count: whoever can write into the current
-// directory must not choose what runs.
-fs::path onPath(std::string_view name) {
-    const char* const value = std::getenv("PATH");
-    for (std::string_view rest = value ? value : "/usr/local/bin:/usr/bin:/bin"; !rest.empty();) {
-        fs::path candidate = fs::path(takePart(rest, ':')) / name;
-        if (candidate.is_absolute() && isFile(candidate) && ::access(candidate.c_str(), X_OK) == 0)
-            return candidate;
-    }
-    return {};
-}
-
 bool startWith(std::string_view tool, const std::string& argument, const fs::path& directory) {
-    const fs::path program = onPath(tool);
+    const fs::path program = programOnPath(tool);
     return !program.empty() && start(program, {argument}, directory);
 }
 

@@ -1,13 +1,14 @@
 #include "platform/posix/spawn.h"
 
 #include "platform/posix/no_signals.h"
+#include "text/parts.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <spawn.h>
-#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,20 +16,28 @@ namespace larkspin {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 class FileActions {
 public:
-    FileActions(int channel, const std::string& directory) {
+    explicit FileActions(const SpawnRequest& request) {
         ::posix_spawn_file_actions_init(&actions_);
-        if (!directory.empty())
-            ::posix_spawn_file_actions_addchdir_np(&actions_, directory.c_str());
-        // The channel goes first, since it may be one of the streams that are opened anew below.
-        if (channel >= 0)
-            ::posix_spawn_file_actions_adddup2(&actions_, channel, spawnChannel);
+        if (!request.directory.empty())
+            ::posix_spawn_file_actions_addchdir_np(&actions_, request.directory.c_str());
+        const bool hasChannel = request.channel >= 0;
+        const int given[] = {request.input, request.output, request.channel};
+        const int places[] = {STDIN_FILENO, STDOUT_FILENO, spawnChannel};
+        // All go out of the way first, since each may be where another one has its place.
+        const int spare = std::max(*std::ranges::max_element(given), spawnChannel) + 1;
+        for (int at = 0; at < 3; ++at)
+            duplicate(given[at], spare + at);
         for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
             ::posix_spawn_file_actions_addopen(&actions_, standard, "/dev/null", O_RDWR, 0);
+        for (int at = 0; at < 3; ++at)
+            duplicate(given[at] < 0 ? -1 : spare + at, places[at]);
         // The started program gets none of this program's other descriptors.
         ::posix_spawn_file_actions_addclosefrom_np(&actions_,
-                                                   channel >= 0 ? spawnChannel + 1 : spawnChannel);
+                                                   hasChannel ? spawnChannel + 1 : spawnChannel);
     }
     ~FileActions() { ::posix_spawn_file_actions_destroy(&actions_); }
     FileActions(const FileActions&) = delete;
@@ -37,6 +46,11 @@ public:
     const posix_spawn_file_actions_t* get() const { return &actions_; }
 
 private:
+    void duplicate(int descriptor, int place) {
+        if (descriptor >= 0)
+            ::posix_spawn_file_actions_adddup2(&actions_, descriptor, place);
+    }
+
     posix_spawn_file_actions_t actions_{};
 };
 
@@ -79,7 +93,7 @@ class Start {
 public:
     explicit Start(const SpawnRequest& request)
         : program_(request.program), command_{request.program}, environment_(request.environment),
-          files_(request.channel, request.directory), clean_(request.newSession) {
+          files_(request), clean_(request.newSession) {
         command_.insert(command_.end(), request.arguments.begin(), request.arguments.end());
         arguments_ = pointersTo(command_);
         variables_ = pointersTo(environment_);
@@ -124,6 +138,18 @@ bool spawnOrphan(const SpawnRequest& request) {
     int status = -1;
     return between > 0 && ::waitpid(between, &status, 0) == between && WIFEXITED(status) &&
            WEXITSTATUS(status) == EXIT_SUCCESS;
+}
+
+std::string programOnPath(std::string_view name) {
+    const char* const value = std::getenv("PATH");
+    for (std::string_view rest = value ? value : "/usr/local/bin:/usr/bin:/bin"; !rest.empty();) {
+        const fs::path candidate = fs::path(takePart(rest, ':')) / name;
+        std::error_code failed;
+        if (candidate.is_absolute() && fs::is_regular_file(candidate, failed) &&
+            ::access(candidate.c_str(), X_OK) == 0)
+            return candidate;
+    }
+    return {};
 }
 
 std::vector<std::string> variables(const std::vector<std::string>& wanted) {
