@@ -44,7 +44,7 @@ enum class Kind : std::uint8_t {
     show,     // window, command; by nothing
     visible,  // window; by a number
     rows,     // list, RowRecord, most; by texts
-    watch,    // a TextWatch, or nothing to watch none; by nothing
+    watch,    // a TextWatch, or nothing to watch none; by nothing, and then the first `seen`
     registry, // key, name; by a RegistryValue, or by nothing
     activate, // caption; by nothing
     keys,     // keys; by nothing

@@ -1,0 +1,76 @@
+#include "platform/bridge/bridge_session.h"
+
+#include "platform/posix/spawn.h"
+
+#include <utility>
+
+namespace larkspin {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* noWine = "wine isn't installed";
+constexpr const char* noBridge =
+    "larkspin-bridge.exe isn't there: this larkspin was built without it";
+constexpr const char* noStart = "wine can't be started";
+
+} // namespace
+
+BridgeSession::BridgeSession(WatchingLoop& loop, std::string bridge, Nanoseconds greetingWithin)
+    : loop_(loop), bridge_(std::move(bridge)), greetingWithin_(greetingWithin), ending_(loop),
+      link_(loop, {.up = [this] { isUp(); },
+                   .answersAgain = [this] { windows_.bridgeAnswersAgain(); },
+                   .seen = [this](const std::string& body) { windows_.bridgeHasSeen(body); },
+                   .ended = [this](const std::string& why) { hasEnded(why); }}),
+      windows_(loop, link_) {}
+
+void BridgeSession::begin() {
+    if (state_ != State::off)
+        return;
+    state_ = State::beginning;
+    const std::string why = start();
+    if (!why.empty())
+        failing_ = loop_.once(0ns, [this, why] { hasEnded(why); });
+}
+
+std::string BridgeSession::start() {
+    if (bridge_.empty())
+        return noBridge;
+    const std::string wine = programOnPath("wine");
+    if (wine.empty())
+        return noWine;
+    process_ = BridgeProcess::start(wine, bridge_);
+    if (!process_)
+        return noStart;
+    link_.open(process_->takePipes(), greetingWithin_);
+    return "";
+}
+
+void BridgeSession::end() {
+    loop_.cancel(std::exchange(failing_, TimerId::none));
+    link_.close();
+    if (process_)
+        ending_.add(std::move(process_));
+    state_ = State::off;
+    windows_.bridgeIsGone();
+}
+
+// What is watched is asked for first, since whoever hears of it may do anything.
+void BridgeSession::isUp() {
+    state_ = State::up;
+    windows_.bridgeIsUp();
+    tell("");
+}
+
+void BridgeSession::hasEnded(const std::string& why) {
+    end();
+    tell(why);
+}
+
+void BridgeSession::tell(const std::string& why) {
+    if (const Changed changed = changed_)
+        changed(why);
+}
+
+} // namespace larkspin
