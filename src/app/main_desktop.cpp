@@ -65,6 +65,7 @@ int main(int count, char** arguments) {
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });
     dialogs.belongTo(room.window);
     room.rooms.preferences.lookIn(ports.folders());
+    room.rooms.windows.reachBy(ports.windows);
     room.words.add({traceWord(ports.trace, [&](const std::string& text) { room.tell(text); })});
     const auto tell = [&](const std::string& line) {
         loop.post([&room, line] { room.tell(line); });

@@ -18,6 +18,7 @@ void runInLines(PollLoop& loop, LinuxPorts& ports, const Started& started,
         loop, ports.lines, [&] { return ports.connection(); }, ports.files, ports.directory,
         loginName(), [&](std::string_view typed) { return ports.directories.drivePath(typed); });
     terminal.rooms.preferences.lookIn(ports.folders());
+    terminal.rooms.windows.reachBy(ports.windows);
     terminal.add(
         {traceWord(ports.trace, [&](const std::string& text) { terminal.screen.tell(text); })});
     const auto note = [&](const std::string& line) { terminal.screen.note(line); };

@@ -10,6 +10,7 @@
 #include "host/preferences.h"
 #include "irc/connection/traced_connection.h"
 #include "library/completion.h"
+#include "platform/bridge/bridge_session.h"
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
 #include "platform/dbus/mpris_service.h"
@@ -59,6 +60,7 @@ struct LinuxPorts {
     std::unique_ptr<IrcConnection> connection(); // to a network, one more
     Preferences::Folders folders();
     PosixLaunching launching;
+    BridgeSession windows; // of a client that Wine runs
     MprisPlayer otherPlayer;
     LogindPower power;
     PosixProcess& process;

@@ -45,6 +45,7 @@ void runOnScreen(PollLoop& loop, Screen& screen, LinuxPorts& ports, const Starte
     room.rooms.networks.readPathsBy(
         [&](std::string_view typed) { return ports.directories.drivePath(typed); });
     room.rooms.preferences.lookIn(ports.folders());
+    room.rooms.windows.reachBy(ports.windows);
     const auto tell = [&](const std::string& line) { room.tell(line); };
     // What is noted as a run ends is seen on the screen only if another run begins.
     std::vector<std::string> lastWords;

@@ -84,10 +84,14 @@ BarEntries roomEntries(const MenuBarNeeds& needs) {
     if (needs.connect)
         entries.push_back(entry("connect", "connect...", needs.connect));
     entries.push_back(submenu("networks", "networks", networkEntries(needs)));
+    const bool hasWindows = rooms.windows.isOn();
+    entries.push_back(
+        entry("windows", hasWindows ? "leave the client in Wine" : "a client in Wine",
+              running(needs, hasWindows ? "/disconnect windows" : "/connect windows")));
     if (rooms.networks.isOnAny())
         entries.push_back(entry("join", "join a room...", [needs] { join(needs); }));
     const Conversation& front = rooms.conversations.front();
-    if (!front.isAtHome())
+    if (!front.isAtHome() && !(rooms.windows.owns(front) && front.isOpen))
         entries.push_back(entry("leave", "leave " + rooms.conversations.fullName(front),
                                 running(needs, "/leave")));
     entries.insert(entries.end(),

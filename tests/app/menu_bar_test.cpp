@@ -4,6 +4,7 @@
 #include "app/program.h"
 #include "irc/client/all_rooms.h"
 #include "irc/client/password_prompt.h"
+#include "support/no_prompt.h"
 #include "support/pretend_irc.h"
 #include "support/virtual_machine.h"
 
@@ -11,11 +12,6 @@
 
 namespace larkspin {
 namespace {
-
-struct NoPrompt : PasswordPrompt {
-    void ask(const std::string&, std::function<void(std::string)>) override {}
-    void dismiss() override {}
-};
 
 struct MenuBarTest : testing::Test {
     MenuBarTest() {
@@ -79,8 +75,10 @@ struct MenuBarTest : testing::Test {
 };
 
 TEST_F(MenuBarTest, NamesEverythingAsItStands) {
-    EXPECT_EQ(shown(0),
-              "connect... | networks (none is known yet) | - | preferences... | - | quit");
+    EXPECT_EQ(
+        shown(0),
+        "connect... | networks (none is known yet) | a client in Wine | - | preferences... | - | "
+        "quit");
     EXPECT_EQ(shown(1).substr(0, 110),
               "add folder... | add files... | - | playlists (1 playlists | - | evening.lkl | - | "
               "new | load... | save...) | f");

@@ -3,6 +3,7 @@
 
 #include "irc/client/current_room.h"
 #include "irc/client/password_prompt.h"
+#include "support/no_prompt.h"
 #include "support/pretend_irc.h"
 #include "support/shown_lines.h"
 #include "support/virtual_machine.h"
@@ -13,11 +14,6 @@
 namespace larkspin {
 
 class IrcMachine : public VirtualMachine {
-    struct NoPrompt : PasswordPrompt {
-        void ask(const std::string&, std::function<void(std::string)>) override {}
-        void dismiss() override {}
-    };
-
 public:
     IrcMachine() { host = &room; }
 

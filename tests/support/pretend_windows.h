@@ -123,6 +123,7 @@ public:
     void watch(const TextWatch& watch, Watching changed) override {
         watched_ = watch;
         changed_ = std::move(changed);
+        told_ = {.length = 1};
         look();
     }
     // Tells what has changed of what is watched. To be called from an event of its own.
@@ -182,7 +183,7 @@ private:
 
     TextWatch watched_;
     Watching changed_;
-    WatchedText told_{.length = 1}; // of nothing yet
+    WatchedText told_; // before it is watched, nothing that there is
     std::map<HostHandle, Window> windows_{{0, {}}};
     Window none_;
     HostHandle last_ = 0;

@@ -26,6 +26,10 @@ WindowRoom::WindowRoom(EventLoop& loop, ChatLines& lines, Conversations& convers
 WindowRoom::~WindowRoom() {
     loop_.cancel(again_);
     loop_.cancel(losing_);
+    if (!session_)
+        return;
+    session_->end();
+    session_->onChange([](const std::string&) {});
 }
 
 void WindowRoom::reachBy(WindowSession& session) {
@@ -162,7 +166,6 @@ void WindowRoom::closeRoom() {
         there->isOpen = false;
     }
     place_.clear();
-    seen_.window = noHandle;
     people_.clear();
     shown_.changed();
 }

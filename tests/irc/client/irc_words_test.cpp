@@ -170,7 +170,8 @@ TEST_F(IrcWordsTest, KeepALimitForTheNextRun) {
 }
 
 TEST_F(IrcWordsTest, ReadServersWithPortsAndAddresses) {
-    const std::string usage = "! /connect [NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM]\n";
+    const std::string usage = "! /connect [NAME] | [as NAME] [plain] SERVER[:PORT] NICK [#ROOM] | "
+                              "windows\n";
     for (const char* const wrong :
          {"", " irc.test", " irc.test #music", " irc.test:0 jo", " irc.test:70000 jo",
           " irc.test: jo", " ::1 jo", " [::1 jo", " [::1]6667 jo", " irc/test jo",

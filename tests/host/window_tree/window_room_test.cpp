@@ -1,0 +1,194 @@
+// The client that is a tree of windows as one of the owner's rooms: what is said there, who is
+// obeyed, and what becomes of it when the client, or what reaches it, goes.
+#include "host/window_tree/window_room.h"
+
+#include "app/program.h"
+#include "irc/client/all_rooms.h"
+#include "support/no_prompt.h"
+#include "support/pretend_host.h"
+#include "support/pretend_irc.h"
+#include "support/pretend_session.h"
+#include "support/shown_lines.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspin {
+
+namespace {
+
+const std::string filter = "current media filter:  <b>mp3</b> (<b>*.mp3</b>)\n";
+
+struct WindowRoomTest : testing::Test {
+    WindowRoomTest() {
+        host.talks = true;
+        host.people = {"Owner", "Ann"};
+        rooms.windows.reachBy(session);
+        machine.host = &rooms.room;
+        words.add(rooms.slashWords());
+        machine.start();
+    }
+    void connect() {
+        typed("/connect windows");
+        shown.take();
+    }
+    // What the owner sees of what happens.
+    std::string seenOf(const Task& happens, std::chrono::duration<double> span = 1s) {
+        shown.take();
+        machine.run(happens);
+        machine.advance(span);
+        return shown.take();
+    }
+    std::string typed(const std::string& line) {
+        return seenOf([&] {
+            if (SlashWords::isMeantForIt(line))
+                words.run(line);
+            else
+                rooms.room.say(line);
+        });
+    }
+    std::string heard(const std::string& speaker, const std::string& text) {
+        return seenOf([&] { host.say(speaker, text); });
+    }
+    Conversation& front() { return rooms.conversations.front(); }
+
+    VirtualMachine machine;
+    PretendIrc server{machine.loop};
+    NoPrompt prompt;
+    PretendHost host{machine};
+    PretendSession session{host, machine.loop};
+    AllRooms rooms{machine.loop,    machine.lines,
+                   lent({&server}), prompt,
+                   machine.kept,    DataDirectory(machine.drive("data")),
+                   "Login",         {}};
+    ShownLines shown{rooms.conversations, "- "};
+    SlashWords words{[this](const std::string& text) {
+        rooms.conversations.tell(KeptLine::Kind::answer, text);
+    }};
+};
+
+} // namespace
+
+TEST_F(WindowRoomTest, ObeysTheOwnerThereAndNobodyElse) {
+    host.say("Owner", "'filter?"); // long ago
+    EXPECT_EQ(typed("/connect windows"), "- looking for the chat client's windows...\n"
+                                         "- you are in Town Square\nOwner: 'filter?\n");
+    EXPECT_EQ(front().name(), "Town Square");
+    EXPECT_EQ(heard("Owner", "'filter?"), "Owner: 'filter?\nOwner: " + filter);
+    for (const char* const line :
+         {"'filter?", "x\nOwner:\t'filter?", "Owner:\t'filter?", "<b>'filter?"})
+        EXPECT_EQ(heard("Ann", line).find("media filter"), std::string::npos) << line;
+    host.addToText("Owner: 'filter?\r\n");
+    EXPECT_EQ(heard("owner", "'filter?"), "- Owner: 'filter?\nowner: 'filter?\n");
+    host.signOn("owner");
+    EXPECT_EQ(heard("owner", "'filter?"), "owner: 'filter?\nowner: " + filter);
+}
+
+TEST_F(WindowRoomTest, SaysWhatIsTypedHereThere) {
+    connect();
+    EXPECT_EQ(typed("hi <3"), "Owner: hi <3\n");
+    EXPECT_EQ(typed("'filter?"), "Owner: 'filter?\nOwner: " + filter);
+    const std::string text = host.text(host.first(host.room, "RICHCNTLREADONLY"));
+    EXPECT_NE(text.find("Owner:\thi <3\r\nOwner:\t'filter?\r\nOwner:\t"), text.npos);
+}
+
+// A song's name may look like a command, and its line is seen without the tags in front.
+TEST_F(WindowRoomTest, TakesNothingOfItsOwnForACommand) {
+    connect();
+    machine.otherPlayer.runs = true;
+    machine.otherPlayer.caption = "'filter?";
+    EXPECT_EQ(heard("Owner", "'amp"), "Owner: 'amp\nOwner: 'filter?\n");
+    EXPECT_EQ(heard("Owner", "'filter?"), "Owner: 'filter?\nOwner: " + filter);
+}
+
+TEST_F(WindowRoomTest, GreetsThereWhenTheProgramBeginsAnew) {
+    connect();
+    EXPECT_NE(seenOf([&] { machine.program->restart(); }, 5s)
+                  .find("Owner: larkspin player - by moraine\n"),
+              std::string::npos);
+}
+
+TEST_F(WindowRoomTest, ShowsWhoIsThere) {
+    connect();
+    EXPECT_EQ(typed("/names"), "- Town Square, 2 people\n-   Owner\n-   Ann\n");
+    host.people.push_back("Bob");
+    heard("Ann", "look who is here");
+    EXPECT_EQ(rooms.room.people().count(), 3);
+    EXPECT_EQ(heard("Owner", "'x bob"), "Owner: 'x bob\nOwner: <b>Bob</b>, ignored bastard\n");
+    EXPECT_EQ(host.ignored, Lines{"Bob"});
+}
+
+TEST_F(WindowRoomTest, FollowsTheClientThroughItsRooms) {
+    connect();
+    Conversation& square = front();
+    EXPECT_EQ(seenOf([&] {
+                  host[host.room].text = "Cellar";
+                  host.addToText("OnlineHost:\tYou are in Cellar\r\n");
+              }),
+              "- the room is closed\n- you are in Cellar\nOnlineHost: You are in Cellar\n");
+    EXPECT_EQ(front().name(), "Cellar");
+    EXPECT_FALSE(square.isOpen);
+    EXPECT_EQ(seenOf([&] {
+                  host.remove(host.room);
+                  machine.loop.post([&] { host.look(); });
+              }),
+              "- the room is closed\n");
+    EXPECT_EQ(typed("still there?"), "- you are at home\nLogin: still there?\n");
+    host.room = host.addRoom();
+    host.look();
+    machine.advance(1s);
+    EXPECT_EQ(&front(), &square);
+}
+
+TEST_F(WindowRoomTest, TellsOfAClientThatHangsOrGoes) {
+    connect();
+    const auto hangs = [&](bool does) {
+        return seenOf([&] {
+            host.hangs = does;
+            host.look();
+        });
+    };
+    EXPECT_EQ(hangs(true), "- the chat client doesn't answer\n");
+    EXPECT_EQ(typed("hello?"), "- not said: hello?\n");
+    EXPECT_EQ(hangs(false), "- the chat client answers again\n");
+    EXPECT_EQ(seenOf([&] { session.breakOff("the bridge has ended"); }),
+              "- the room is closed\n- the chat client is reached no more: the bridge has ended\n");
+    machine.advance(10s);
+    EXPECT_EQ(session.begun, 2);
+    EXPECT_TRUE(front().isOpen);
+    EXPECT_EQ(typed("/disconnect windows"), "- the room is closed\n"
+                                            "- the chat client is left to itself\n");
+    session.failure = "wine isn't installed";
+    EXPECT_EQ(typed("/connect windows"),
+              "- looking for the chat client's windows...\n"
+              "- the chat client can't be reached: wine isn't installed\n");
+    machine.advance(60s);
+    EXPECT_EQ(session.begun, 3);
+}
+
+// The client swallows it, or shows a long one in several.
+TEST_F(WindowRoomTest, KnowsWhatItHasSaid) {
+    connect();
+    host.talks = false;
+    EXPECT_EQ(typed("lost"), "");
+    machine.advance(15s);
+    EXPECT_EQ(shown.take(), "- perhaps not said: lost\n");
+    const std::string first(30, 'a'), rest = "'filter?";
+    EXPECT_EQ(typed(first + rest), "");
+    host.say("Owner", first);
+    EXPECT_EQ(heard("Owner", rest), "Owner: " + first + rest + "\n");
+    EXPECT_EQ(heard("Owner", rest), "Owner: 'filter?\n");
+}
+
+TEST_F(WindowRoomTest, DoesItsErrandsAndWatchesItsTransfersAlsoFromHome) {
+    connect();
+    typed("/room 0");
+    EXPECT_EQ(typed("'kw music"), "Login: 'kw music\nLogin: goto keyword:  <b>music\n");
+    EXPECT_EQ(host.keywords, Lines{"music"});
+    host.showModal("File Transfer - 12%", {"Now Uploading ride.mp3", "About 5 minutes remaining"});
+    EXPECT_EQ(seenOf([] {}, 3s), "");
+    EXPECT_EQ(host.shown.back().second, 6);
+    EXPECT_NE(host.text(host.first(host.room, "RICHCNTLREADONLY")).find("auto-upchat enabled"),
+              std::string::npos);
+}
+
+} // namespace larkspin
