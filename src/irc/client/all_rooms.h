@@ -6,7 +6,7 @@
 #include "host/conversation_log.h"
 #include "host/preferences.h"
 #include "host/slash_words.h"
-#include "host/window_tree/window_room.h"
+#include "host/window_room/window_room.h"
 #include "irc/channels/irc_ignore_list.h"
 #include "irc/client/current_room.h"
 #include "irc/client/irc_networks.h"

@@ -4,7 +4,7 @@
 #include "host/new_lines.h"
 #include "host/own_room.h"
 #include "host/room_words.h"
-#include "host/window_tree/window_room.h"
+#include "host/window_room/window_room.h"
 #include "irc/client/irc_networks.h"
 #include "text/blanks.h"
 #include "text/fold.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/own_room.h"
-#include "host/window_tree/window_room.h"
+#include "host/window_room/window_room.h"
 #include "irc/client/irc_networks.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "host/conversations.h"
 #include "host/room_words.h"
-#include "host/window_tree/window_room.h"
+#include "host/window_room/window_room.h"
 #include "text/blanks.h"
 #include "text/fold.h"
 #include "text/row_list.h"

@@ -1,4 +1,4 @@
-#include "host/window_tree/window_room.h"
+#include "host/window_room/window_room.h"
 
 #include "chat/chat_lines.h"
 #include "chat/markup.h"

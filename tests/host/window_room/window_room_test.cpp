@@ -1,6 +1,6 @@
 // The client that is a tree of windows as one of the owner's rooms: what is said there, who is
 // obeyed, and what becomes of it when the client, or what reaches it, goes.
-#include "host/window_tree/window_room.h"
+#include "host/window_room/window_room.h"
 
 #include "app/program.h"
 #include "irc/client/all_rooms.h"

@@ -1,4 +1,4 @@
-#include "host/window_tree/said_lines.h"
+#include "host/window_room/said_lines.h"
 
 #include "chat/markup.h"
 #include "host/window_tree/host_bytes.h"

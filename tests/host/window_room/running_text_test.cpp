@@ -1,5 +1,5 @@
 // What is new in a room's running text, whatever becomes of its head, and who has said it.
-#include "host/window_tree/running_text.h"
+#include "host/window_room/running_text.h"
 
 #include <gtest/gtest.h>
 #include <string>

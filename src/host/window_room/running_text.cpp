@@ -1,4 +1,4 @@
-#include "host/window_tree/running_text.h"
+#include "host/window_room/running_text.h"
 
 #include "host/window_tree/host_bytes.h"
 #include "text/characters.h"
