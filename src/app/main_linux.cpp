@@ -58,7 +58,7 @@ LinuxPorts::LinuxPorts(LinuxDisk& ownersDisk, WatchingLoop& frontEndsLoop)
     : disk(ownersDisk), loop(frontEndsLoop), lines(loop), directory(userDataDirectory()),
       asked(disk.owners, disk.files, directory.path()), files(asked, directory, trace),
       directories(disk.owners, PosixDirectories(), directory.path()), windows(loop, ownBridge()),
-      otherPlayer(sessionBusAddress()), power(systemBusAddress()), process(disk.process) {
+      playerOnBus(sessionBusAddress()), power(systemBusAddress()), process(disk.process) {
     reportCrashes(trace, nativePath(directory.crashFile()));
     disk.owners.serve(loop);
 }

@@ -10,6 +10,7 @@
 #include "host/preferences.h"
 #include "irc/connection/traced_connection.h"
 #include "library/completion.h"
+#include "outside/window_player.h"
 #include "platform/bridge/bridge_session.h"
 #include "platform/dbus/logind_power.h"
 #include "platform/dbus/mpris_player.h"
@@ -61,7 +62,8 @@ struct LinuxPorts {
     Preferences::Folders folders();
     PosixLaunching launching;
     BridgeSession windows; // of a client that Wine runs
-    MprisPlayer otherPlayer;
+    MprisPlayer playerOnBus;
+    WindowPlayer otherPlayer{playerOnBus, windows.calls()};
     LogindPower power;
     PosixProcess& process;
 };
