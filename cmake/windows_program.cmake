@@ -4,7 +4,7 @@ find_program(LARKSPIN_WINDOWS_COMPILER NAMES i686-w64-mingw32-g++-posix i686-w64
 mark_as_advanced(LARKSPIN_WINDOWS_COMPILER)
 
 # The program is made of the sources, with the libraries of the system's that are named: its file is
-# beside the other programs', and the target is called like it.
+# beside the other programs'.
 function(larkspin_windows_program name)
   cmake_parse_arguments(PARSE_ARGV 1 given "" "" "SOURCES;LIBRARIES")
   set(options -std=c++20 -Os -ffunction-sections -fdata-sections -Wall -Wextra -Wshadow -Wconversion
@@ -35,5 +35,5 @@ function(larkspin_windows_program name)
     DEPENDS ${objects}
     COMMENT "Linking ${name}.exe"
     VERBATIM)
-  add_custom_target(${name}.exe ALL DEPENDS ${CMAKE_BINARY_DIR}/${name}.exe)
+  add_custom_target(${name} ALL DEPENDS ${CMAKE_BINARY_DIR}/${name}.exe)
 endfunction()

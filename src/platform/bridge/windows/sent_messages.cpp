@@ -28,17 +28,19 @@ std::optional<LRESULT> SentMessages::send(HWND window, UINT message, WPARAM wPar
     const unsigned wait = std::min(longestWait, deadline.left());
     if (process == 0 || wait == 0 || isSilent(process))
         return std::nullopt;
+    // In its other form Wine counts a text by asking for all of it, and waits for it forever.
+    const auto ask = message == WM_GETTEXTLENGTH ? SendMessageTimeoutW : SendMessageTimeoutA;
     DWORD_PTR answer = 0;
-    SetLastError(ERROR_SUCCESS);
-    if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_ABORTIFHUNG, wait, &answer) != 0)
+    const ULONGLONG asked = GetTickCount64();
+    if (ask(window, message, wParam, lParam, SMTO_ABORTIFHUNG, wait, &answer) != 0)
         return static_cast<LRESULT>(answer);
-    // Older systems tell no error at all when time is up.
-    const DWORD error = GetLastError();
-    if ((error == ERROR_TIMEOUT || error == ERROR_SUCCESS) && IsWindow(window) != 0)
-        silent_[process] = GetTickCount64() + longestSulk;
+    // Systems tell different errors when time is up; and one that was known to hang costs nothing.
+    if (const ULONGLONG now = GetTickCount64(); now - asked >= longestWait / 2)
+        silent_[process] = now + longestSulk;
     return std::nullopt;
 }
 
+// Of characters, of which each is a byte.
 std::optional<std::size_t> SentMessages::textLength(HWND window, const Deadline& deadline) {
     const auto answer = send(window, WM_GETTEXTLENGTH, 0, 0, deadline);
     if (!answer)

@@ -47,7 +47,8 @@ bool TextLookout::read(HWND window, std::size_t claimed, Text& text, const Deadl
     const ULONGLONG now = GetTickCount64();
     if (window == read_ && claimed == claimed_ && now < readAgainAt_)
         return true;
-    text = messages_.text(window, claimed > longestWatched ? 0 : claimed + growth, deadline);
+    text = claimed > longestWatched ? std::string_view()
+                                    : messages_.text(window, claimed + growth, deadline);
     if (!text)
         return false;
     read_ = window;
