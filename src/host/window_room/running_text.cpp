@@ -64,23 +64,45 @@ std::size_t longestShared(std::string_view text, std::string_view after) {
     return length;
 }
 
+std::size_t overlapOf(std::string_view before, std::string_view end) {
+    const std::size_t overlap = longestShared(before, end);
+    const bool isKnown =
+        overlap == before.size() || overlap == end.size() || overlap >= leastOverlap;
+    return isKnown ? overlap : 0;
+}
+
 } // namespace
 
 RunningText::News RunningText::take(std::string_view end, std::size_t length) {
-    const bool isFirst = !end_;
-    const std::size_t overlap = isFirst ? 0 : overlapWith(end);
-    const bool isNew = !isFirst && (overlap > 0 || end_->empty());
+    if (end.empty())
+        return takeNothing(length == 0);
+    if (!end_)
+        return takeFirst(end, length <= end.size());
+    // Some clients empty the text and fill it again, as with letters of another size.
+    if (!emptied_.empty() && emptied_.starts_with(end)) {
+        end_ = end;
+        return {.lines = {}, .isNew = true};
+    }
+    const std::string before = emptied_.empty() ? *end_ : std::exchange(emptied_, {});
+    const std::size_t overlap = overlapOf(before, end);
+    const bool wasEmpty = std::exchange(end_, end)->empty();
     const bool isAtLineStart =
-        overlap > 0 ? !lineEnd_.empty() && end_->ends_with(lineEnd_) : length <= end.size();
-    News news{linesIn(end.substr(overlap), isAtLineStart), isNew};
-    end_ = end;
-    return news;
+        overlap > 0 ? !lineEnd_.empty() && before.ends_with(lineEnd_) : length <= end.size();
+    return {linesIn(end.substr(overlap), isAtLineStart), overlap > 0 || wasEmpty};
 }
 
-std::size_t RunningText::overlapWith(std::string_view end) const {
-    const std::size_t overlap = longestShared(*end_, end);
-    return overlap == end_->size() || overlap == end.size() || overlap >= leastOverlap ? overlap
-                                                                                       : 0;
+// One that is too long to be read isn't known any more.
+RunningText::News RunningText::takeNothing(bool isEmpty) {
+    if (!isEmpty)
+        forget();
+    else if (std::string before = std::exchange(end_, "").value_or(""); !before.empty())
+        emptied_ = std::move(before);
+    return {};
+}
+
+RunningText::News RunningText::takeFirst(std::string_view end, bool isWhole) {
+    end_ = end;
+    return {linesIn(end, isWhole), false};
 }
 
 std::vector<RunningLine> RunningText::linesIn(std::string_view bytes, bool isAtLineStart) {

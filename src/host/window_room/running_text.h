@@ -42,10 +42,12 @@ public:
     void forget() { *this = {}; }
 
 private:
-    std::size_t overlapWith(std::string_view end) const;
+    News takeNothing(bool isEmpty);
+    News takeFirst(std::string_view end, bool isWhole);
     std::vector<RunningLine> linesIn(std::string_view bytes, bool isAtLineStart);
 
     std::optional<std::string> end_; // as it was the last time
+    std::string emptied_;            // as it was before it was emptied, which was seen
     std::string lineEnd_;            // empty until the first one is seen
 };
 

@@ -107,6 +107,17 @@ TEST(RunningText, TakesNothingForNewThatMayBeOld) {
     EXPECT_EQ(seen.newAfter("Owner:\t'next\r\n"), Texts{"Owner|'next"});
     seen.running.forget();
     EXPECT_FALSE(seen.look().isNew);
+    // It is emptied, and filled anew.
+    const std::string before = seen.text += "Owner:\t'exit\r\nOwner:\t'stop\r\n";
+    seen.look();
+    seen.text.clear();
+    seen.look();
+    EXPECT_EQ(seen.newAfter(before.substr(0, 30)), Texts{});
+    seen.text = before;
+    EXPECT_EQ(seen.newAfter(""), Texts{});
+    EXPECT_EQ(seen.newAfter("Ann:\thi\r\n"), Texts{"Ann|hi"});
+    seen.running.take("", 5'000'000); // it can't be read
+    EXPECT_FALSE(seen.look().isNew);
 }
 
 } // namespace larkspin
