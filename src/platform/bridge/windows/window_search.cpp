@@ -13,15 +13,31 @@ struct Parent {
     bool isThere = false;
 };
 
-HWND child(HWND parent, HWND after, const std::string& className) {
-    return className.empty() ? nullptr : FindWindowExA(parent, after, className.c_str(), nullptr);
+HWND child(HWND parent, HWND after, const char* className) {
+    return FindWindowExA(parent, after, className, nullptr);
+}
+
+// Each once, while it is told to go on and there is time. One that came to the front meanwhile
+// leads to those that were seen and on from them, one that went back to the beginning.
+using EachChild = std::function<bool(HWND window)>;
+void visitChildren(HWND parent, const char* className, const Deadline& deadline,
+                   const EachChild& each) {
+    std::set<HWND> seen;
+    HWND window = child(parent, nullptr, className);
+    for (std::size_t step = 0; window != nullptr && step < WindowWalk::most; ++step) {
+        if (deadline.isOver() || (seen.insert(window).second && !each(window)))
+            return;
+        const HWND next = child(parent, window, className);
+        const bool isGone = next == nullptr && IsWindow(window) == 0;
+        window = isGone ? child(parent, nullptr, className) : next;
+    }
 }
 
 Parent parentOf(const WindowWalk& walk) {
     Parent parent{windowOf(walk.from), walk.from == noHandle || IsWindow(windowOf(walk.from)) != 0};
     for (const std::string& className : walk.path) {
         if (parent.isThere)
-            parent.window = child(parent.window, nullptr, className);
+            parent.window = child(parent.window, nullptr, className.c_str());
         parent.isThere = parent.isThere && parent.window != nullptr;
     }
     return parent;
@@ -41,33 +57,22 @@ void visit(const WindowWalk& walk, const Deadline& deadline, const Visit& each) 
     const Parent parent = parentOf(walk);
     if (!parent.isThere)
         return;
-    // A window that came to the front meanwhile leads to those that were seen, and on from them.
-    std::set<HWND> seen;
-    HWND window = child(parent.window, nullptr, walk.className);
-    for (std::size_t step = 0; window != nullptr && step < WindowWalk::most; ++step) {
-        if (deadline.isOver())
-            return;
-        if (seen.insert(window).second) {
-            FoundWindow found{handleOf(window), {}, {}};
-            for (const std::string& className : walk.holds)
-                found.holds.push_back(handleOf(child(window, nullptr, className)));
-            if (!each(found))
-                return;
-        }
-        window = child(parent.window, window, walk.className);
-    }
+    visitChildren(parent.window, walk.className.c_str(), deadline, [&](HWND window) {
+        FoundWindow found{handleOf(window), {}, {}};
+        for (const std::string& className : walk.holds)
+            found.holds.push_back(handleOf(child(window, nullptr, className.c_str())));
+        return each(found);
+    });
 }
 
 HWND topLevelWindow(const char* className, const std::string& caption, const Deadline& deadline) {
-    HWND window = FindWindowExA(nullptr, nullptr, className, nullptr);
-    for (std::size_t step = 0; window != nullptr && step < WindowWalk::most; ++step) {
-        if (deadline.isOver())
-            return nullptr;
+    HWND found = nullptr;
+    visitChildren(nullptr, className, deadline, [&](HWND window) {
         if (captionOf(window) == caption)
-            return window;
-        window = FindWindowExA(nullptr, window, className, nullptr);
-    }
-    return nullptr;
+            found = window;
+        return found == nullptr;
+    });
+    return found;
 }
 
 } // namespace larkspin::bridge
