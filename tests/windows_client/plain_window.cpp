@@ -34,13 +34,13 @@ LRESULT CALLBACK procedure(HWND window, UINT number, WPARAM wParam, LPARAM lPara
             reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams));
     const auto* handler =
         reinterpret_cast<const Handler*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (handler != nullptr && *handler)
+        if (const Answer answer = (*handler)({window, number, wParam, lParam}))
+            return *answer;
     if (number == WM_NCDESTROY && handler != nullptr) {
         SetWindowLongPtrA(window, GWLP_USERDATA, 0);
         RemovePropA(window, going);
         const std::unique_ptr<const Handler> last(handler);
-    } else if (handler != nullptr && *handler) {
-        if (const Answer answer = (*handler)({window, number, wParam, lParam}))
-            return *answer;
     }
     if (number == WM_PAINT) {
         paintGrey(window);
@@ -77,8 +77,10 @@ HWND make(HWND parent, const char* className, const std::string& text, const Pla
         SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
     }
     owned.release(); // goes with the window
-    if (parent != nullptr && (style & WS_CAPTION) != WS_CAPTION)
-        SetWindowPos(window, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    const bool isInner = (style & WS_CAPTION) == WS_CAPTION;
+    if (parent != nullptr)
+        SetWindowPos(window, isInner ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     return window;
 }
 

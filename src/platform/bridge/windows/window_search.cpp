@@ -17,19 +17,25 @@ HWND child(HWND parent, HWND after, const char* className) {
     return FindWindowExA(parent, after, className, nullptr);
 }
 
-// Each once, while it is told to go on and there is time. One that came to the front meanwhile
-// leads to those that were seen and on from them, one that went back to the beginning.
+// Each once, while it is told to go on and there is time. A window that goes, or to the back, on
+// the way leads past others, as any does that is new: so the way is gone until none is found on it.
 using EachChild = std::function<bool(HWND window)>;
 void visitChildren(HWND parent, const char* className, const Deadline& deadline,
                    const EachChild& each) {
     std::set<HWND> seen;
-    HWND window = child(parent, nullptr, className);
-    for (std::size_t step = 0; window != nullptr && step < WindowWalk::most; ++step) {
-        if (deadline.isOver() || (seen.insert(window).second && !each(window)))
-            return;
-        const HWND next = child(parent, window, className);
-        const bool isGone = next == nullptr && IsWindow(window) == 0;
-        window = isGone ? child(parent, nullptr, className) : next;
+    std::size_t steps = 0;
+    for (bool isAnyNew = true; isAnyNew;) {
+        isAnyNew = false;
+        HWND window = nullptr;
+        while ((window = child(parent, window, className)) != nullptr) {
+            if (++steps > 2 * WindowWalk::most || deadline.isOver())
+                return;
+            if (!seen.insert(window).second)
+                continue;
+            if (seen.size() > WindowWalk::most || !each(window))
+                return;
+            isAnyNew = true;
+        }
     }
 }
 
