@@ -2,14 +2,13 @@
 // answered, and the contents of the file that it is started with how it begins.
 #include "platform/bridge/bridge_wire.h"
 
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <poll.h>
 #include <string>
-#include <thread>
 #include <unistd.h>
 
 using namespace larkspin;
@@ -33,8 +32,12 @@ void answer(const Frame& question, const std::string& body) {
 }
 
 void waitUntilTold() {
-    while (!std::filesystem::exists(directory / "go"))
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    while (!std::filesystem::exists(directory / "go")) {
+        pollfd input{STDIN_FILENO, 0, 0};
+        ::poll(&input, 1, 5);
+        if (input.revents & POLLHUP)
+            ::_exit(1); // nobody will ever tell
+    }
     std::filesystem::remove(directory / "go");
 }
 
@@ -52,6 +55,7 @@ void sayCaption(const Frame& question) {
         return answer(question, name);
     case 2:
         waitUntilTold();
+        write(seen("while it hung", 1));
         return answer(question, name);
     case 3: // in the middle of a frame
         write(encoded({question.kind, question.number, name}).substr(0, 7));
@@ -74,6 +78,10 @@ void sayCaption(const Frame& question) {
         for (std::uint32_t length = 1; length <= 1000; ++length)
             write(seen("in between", length));
         return answer(question, name);
+    case 11: // and reads nothing more
+        ::close(STDIN_FILENO);
+        answer(question, name);
+        return waitUntilTold();
     default:
         return answer(question, Writer().add("").take());
     }
@@ -149,7 +157,7 @@ void greet(const std::string& how) {
     const std::uint32_t said = how == "another version" ? version + 1 : version;
     if (how == "garbage")
         write("wine: cannot find anything");
-    else if (how != "silent")
+    else if (how != "silent" && how != "stubborn")
         write(encoded({Kind::greeting, 0, Writer().add(greetingText).add(said).take()}));
     if (how == "deaf")
         waitUntilTold();

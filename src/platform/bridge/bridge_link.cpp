@@ -175,7 +175,7 @@ void BridgeLink::readOnce() {
 void BridgeLink::take(Frame frame) {
     if (!hasGreeted_)
         takeGreeting(frame);
-    else if (frame.kind == Kind::seen && frame.number == 0)
+    else if (frame.kind == Kind::seen)
         takeSeen(std::move(frame));
     else
         takeAnswer(std::move(frame));

@@ -66,7 +66,6 @@ bool BridgeProcess::isGone() {
 }
 
 void EndingBridges::add(std::unique_ptr<BridgeProcess> process) {
-    process->takePipes();
     ending_.push_back({std::move(process), loop_.now()});
     if (look_ == TimerId::none)
         look_ = loop_.every(lookInterval, [this] { look(); });

@@ -126,7 +126,9 @@ TEST_F(BridgeTest, OneThatDoesntEndIsKilled) {
     disk.write("larkspin-bridge.exe", "stubborn");
     VirtualLoop clock;
     EndingBridges ending(clock);
-    ending.add(BridgeProcess::start((disk.path() / "wine").native(), bridge()));
+    auto process = BridgeProcess::start((disk.path() / "wine").native(), bridge());
+    process->takePipes(); // and closes them
+    ending.add(std::move(process));
     clock.waitUntil(clock.now() + 2s);
     EXPECT_TRUE(hasChildren());
     clock.waitUntil(clock.now() + 2s);
@@ -178,6 +180,14 @@ TEST_F(BridgeTest, WhatCantBeSoEndsIt) {
     const auto session = up();
     session->calls().caption(8); // which it answers twice
     expectEnd(*session, unreadable);
+
+    session->begin();
+    EXPECT_TRUE(until([&] { return session->state() == State::up; }));
+    told.clear();
+    EXPECT_EQ(session->calls().caption(11), "the name");
+    EXPECT_EQ(session->calls().caption(1), ""); // this program isn't ended by it
+    disk.write("go", "");
+    expectEnd(*session, "the bridge has ended");
 }
 
 // If each question were waited for, this would take ten minutes.
@@ -190,7 +200,7 @@ TEST_F(BridgeTest, OneThatHangsIsntAskedUntilItAnswers) {
         EXPECT_EQ(session->calls().caption(1), "");
     EXPECT_LT(loop.now() - before, patience);
     disk.write("go", "");
-    EXPECT_TRUE(until([&] { return session->calls().caption(1) == "the name"; }));
+    EXPECT_TRUE(comes([&] { return session->calls().caption(1) == "the name"; }));
     expectNoMore(*session);
 }
 
@@ -213,6 +223,8 @@ TEST_F(BridgeTest, WatchesWithEachBridgeAnew) {
                                [&](const WatchedText& text) { seen.push_back(text.caption); });
     };
     watch("first");
+    session->begin();
+    session->end(); // has seen nothing yet
     for (int begun = 0; begun < 2; ++begun) {
         session->begin();
         EXPECT_TRUE(until([&] { return !seen.empty(); }));
@@ -232,12 +244,12 @@ TEST_F(BridgeTest, WatchesWithEachBridgeAnew) {
     session->calls().caption(2);
     watch("third"); // can't be asked yet
     disk.write("go", "");
-    EXPECT_TRUE(until([&] { return seen.back() == "third"; }));
+    EXPECT_TRUE(until([&] { return seen.size() == 3; }));
     session->calls().watch({}, {});
     session->calls().caption(10);
     EXPECT_TRUE(until([&] { return session->calls().caption(1) == "the name"; }));
     loop.waitUntil(loop.now() + 100ms);
-    EXPECT_EQ(seen.back(), "third");
+    EXPECT_EQ(seen, (std::vector<std::string>{"first", "second", "third"}));
     expectNoMore(*session);
 }
 
