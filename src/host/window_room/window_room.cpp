@@ -46,21 +46,32 @@ void WindowRoom::connect() {
     if (!session_)
         return answer("no windows can be reached from here");
     isAsked_ = true;
-    if (network_ == Conversations::noNetwork)
-        network_ = conversations_.newNetwork(word);
-    if (std::exchange(isWanted_, true) && isUp()) {
+    if (isWanted_ && isUp()) {
         if (Conversation* const there = room())
             return enter(*there);
         return answer("the client is reached already; it shows no room");
     }
-    loop_.cancel(std::exchange(again_, TimerId::none));
     answer("looking for the chat client's windows...");
+    begin();
+}
+
+void WindowRoom::comeBack() {
+    if (session_)
+        begin();
+}
+
+void WindowRoom::begin() {
+    isWanted_ = true;
+    if (network_ == Conversations::noNetwork)
+        network_ = conversations_.newNetwork(word);
+    loop_.cancel(std::exchange(again_, TimerId::none));
     session_->begin();
 }
 
 void WindowRoom::disconnect() {
     if (!std::exchange(isWanted_, false))
         return answer("no chat client's windows are reached");
+    keeper_(false);
     finish();
     closeRoom();
     answer("the chat client is left to itself");
@@ -77,7 +88,8 @@ void WindowRoom::finish() {
 
 void WindowRoom::sessionChanged(const std::string& why) {
     if (isUp()) {
-        wasUp_ = true;
+        if (!std::exchange(wasUp_, true))
+            keeper_(true);
         seen_ = {};
         return session_->calls().watch(roomWatch(RunningText::known),
                                        [this](const WatchedText& now) { see(now); });
@@ -118,7 +130,6 @@ void WindowRoom::see(const WatchedText& now) {
                     : "the chat client shows no room yet; it is entered as soon as there is one");
         return closeRoom();
     }
-    currentScreenName();
     const bool isOther =
         place_.empty() || now.window != seen_.window || now.caption != seen_.caption;
     const bool arePeopleOthers = isOther || now.rows != seen_.rows || now.list != seen_.list;
@@ -135,6 +146,7 @@ void WindowRoom::see(const WatchedText& now) {
 
 void WindowRoom::openRoom(const WatchedText& now) {
     closeRoom();
+    currentScreenName();
     const std::string caption = fromSingleByte(now.caption);
     const std::string name = caption.empty() ? unnamed : caption;
     Conversation* there = nullptr;
@@ -197,6 +209,9 @@ void WindowRoom::hear(const RunningLine& line, const std::string& place) {
         return;
     if (line.speaker.empty())
         return conversations_.keep(*there, {.text = line.text});
+    // It is asked for once, for all who hear the line.
+    loop_.post([this] { askedName_.reset(); });
+    askedName_ = currentScreenName();
     const bool isOwners = line.speaker == currentScreenName();
     SaidLine said;
     const auto known = isOwners ? said_.take(line.text, said) : SaidLines::Seen::unknown;
@@ -210,6 +225,7 @@ void WindowRoom::hear(const RunningLine& line, const std::string& place) {
                                  .isForOwner = !isOwners && callsByName(line.text, ownName_),
                                  .isOnScreen = said.isOnScreen});
     lines_.heard({line.speaker, isFromHere ? said.line : line.text}, place);
+    askedName_.reset();
 }
 
 void WindowRoom::readPeople(HostHandle list) {
@@ -290,8 +306,8 @@ std::string WindowRoom::name() const {
 }
 
 std::string WindowRoom::currentScreenName() {
-    if (!isUp())
-        return {};
+    if (askedName_ || !isUp())
+        return askedName_.value_or("");
     std::string name = host_->currentScreenName();
     if (!name.empty())
         ownName_ = name;

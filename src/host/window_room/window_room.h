@@ -15,6 +15,7 @@
 #include "text/row_list.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,11 @@ public:
     // The owner asks for the client, or has enough of it. They tell their outcome themselves.
     void connect();
     void disconnect();
+
+    // Asks for it as a run begins: what the owner has gone to meanwhile stays in front. Who hears
+    // whether he wants it, for that.
+    void comeBack();
+    void keepBy(std::function<void(bool isWanted)> keeper) { keeper_ = std::move(keeper); }
     bool isOn() const { return isWanted_; } // from connect to disconnect
     bool isUp() const;                      // the client's windows can be reached
     void finish();                          // as the process ends
@@ -87,6 +93,7 @@ private:
     static constexpr std::chrono::seconds tryAgainAfter{5}, longestUnseen{10};
     static constexpr std::size_t mostOld = 50; // lines of before, which are shown
 
+    void begin();
     void sessionChanged(const std::string& why);
     void see(const WatchedText& now);
     void openRoom(const WatchedText& now);
@@ -117,7 +124,9 @@ private:
     RunningText text_;
     SaidLines said_;
     std::string ownName_;
+    std::optional<std::string> askedName_; // until events are served
     RowList people_;
+    std::function<void(bool isWanted)> keeper_ = [](bool) {};
     TimerId again_ = TimerId::none, losing_ = TimerId::none;
 };
 

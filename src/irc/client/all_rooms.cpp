@@ -14,6 +14,8 @@ namespace larkspin {
 
 namespace {
 
+constexpr const char *windowsKey = "windows client", *yesText = "yes", *noText = "no";
+
 // What is said by the line where it is typed, at its end.
 std::string_view saidBy(std::string_view typed) {
     if (!SlashWords::isMeantForIt(typed))
@@ -29,7 +31,8 @@ std::string_view saidBy(std::string_view typed) {
 AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnection connections,
                    PasswordPrompt& prompt, KeptFiles& files, const DataDirectory& directory,
                    const std::string& screenName, const RoomDisplay& shown)
-    : accounts_(files, directory.ircFile()), ignored_(files, directory.ignoredFile()),
+    : settings_(files, directory), accounts_(files, directory.ircFile()),
+      ignored_(files, directory.ignoredFile()),
       conversations(loop, lines, std::string(OwnRoom::firstRoom)),
       log(loop, conversations, files, directory, told(shown).tell),
       preferences(loop, files, directory, told(shown).tell),
@@ -43,7 +46,16 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnectio
                }),
       windows(loop, lines, conversations, told(shown)),
       words(loop, conversations, own, networks, windows, accounts_, ignored_, told(shown).tell),
-      wordsOnWindows_(conversations, windows, told(shown).tell) {}
+      wordsOnWindows_(conversations, windows, told(shown).tell) {
+    windows.keepBy(
+        [this](bool isWanted) { settings_.put(windowsKey, isWanted ? yesText : noText); });
+}
+
+void AllRooms::takeUpAgain() {
+    networks.takeUpAgain();
+    if (settings_.get(windowsKey) == yesText)
+        windows.comeBack();
+}
 
 // What rooms tell beside what is said is kept like all else.
 RoomDisplay AllRooms::told(RoomDisplay shown) {

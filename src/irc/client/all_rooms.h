@@ -13,6 +13,7 @@
 #include "irc/client/irc_words.h"
 #include "irc/client/window_words.h"
 #include "shell/data_directory.h"
+#include "shell/settings.h"
 
 #include <functional>
 #include <string>
@@ -50,6 +51,10 @@ public:
     // The words with a slash about all of it.
     std::vector<SlashWord> slashWords();
 
+    // To be called as a run begins: where the owner was in the last one, he comes to again. Returns
+    // at once.
+    void takeUpAgain();
+
     // To be called as the process ends.
     void finish() {
         networks.finish();
@@ -60,6 +65,7 @@ public:
 
 private:
     RoomDisplay told(RoomDisplay shown);
+    Settings settings_;
     IrcAccounts accounts_;
     IrcIgnoreList ignored_;
 

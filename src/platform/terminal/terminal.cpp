@@ -117,7 +117,7 @@ void Terminal::open(std::vector<Window*> windows, Recitals& recitals, Task quit)
          .take = [this](const std::string& line) { take(line); },
          .ended = std::move(quit),
          .underWay = [this, &recitals] { return output_.isRead() ? recitals.count() : 0; }});
-    rooms.networks.takeUpAgain();
+    rooms.takeUpAgain();
 }
 
 void Terminal::take(const std::string& line) {

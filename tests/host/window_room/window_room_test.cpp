@@ -155,6 +155,13 @@ TEST_F(WindowRoomTest, TellsOfAClientThatHangsOrGoes) {
     machine.advance(10s);
     EXPECT_EQ(session.begun, 2);
     EXPECT_TRUE(front().isOpen);
+    const auto isKept = [&] {
+        session.end();
+        rooms.takeUpAgain();
+        machine.advance(1s);
+        return session.state() == WindowSession::State::up;
+    };
+    EXPECT_TRUE(isKept());
     EXPECT_EQ(typed("/disconnect windows"), "- the room is closed\n"
                                             "- the chat client is left to itself\n");
     session.failure = "wine isn't installed";
@@ -162,7 +169,8 @@ TEST_F(WindowRoomTest, TellsOfAClientThatHangsOrGoes) {
               "- looking for the chat client's windows...\n"
               "- the chat client can't be reached: wine isn't installed\n");
     machine.advance(60s);
-    EXPECT_EQ(session.begun, 3);
+    EXPECT_EQ(session.begun, 4);
+    EXPECT_FALSE(isKept());
 }
 
 // The client swallows it, or shows a long one in several.

@@ -64,7 +64,7 @@ void QtRoom::open(Task quit) {
                    quit();
                })});
     lines_.open();
-    rooms.networks.takeUpAgain();
+    rooms.takeUpAgain();
 }
 
 void QtRoom::offer(const std::string& line) {

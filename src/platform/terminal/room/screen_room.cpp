@@ -102,7 +102,7 @@ void ScreenRoom::open(std::vector<Window*> windows, Task quit) {
         quit();
     });
     lines_.open();
-    rooms.networks.takeUpAgain();
+    rooms.takeUpAgain();
 }
 
 void ScreenRoom::offer(const std::string& line) {
