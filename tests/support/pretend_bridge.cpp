@@ -154,11 +154,12 @@ void say(const Frame& question) {
 void greet(const std::string& how) {
     if (how == "ends")
         ::_exit(1);
+    const std::string fault = how == "no display" ? "wine has no display" : "";
     const std::uint32_t said = how == "another version" ? version + 1 : version;
     if (how == "garbage")
         write("wine: cannot find anything");
     else if (how != "silent" && how != "stubborn")
-        write(encoded({Kind::greeting, 0, Writer().add(greetingText).add(said).take()}));
+        write(encoded({Kind::greeting, 0, Writer().add(greetingText).add(said).add(fault).take()}));
     if (how == "deaf")
         waitUntilTold();
 }

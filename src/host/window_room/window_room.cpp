@@ -90,6 +90,7 @@ void WindowRoom::sessionChanged(const std::string& why) {
     if (isUp()) {
         if (!std::exchange(wasUp_, true))
             keeper_(true);
+        hasTold_ = false;
         seen_ = {};
         return session_->calls().watch(roomWatch(RunningText::known),
                                        [this](const WatchedText& now) { see(now); });
@@ -101,9 +102,10 @@ void WindowRoom::sessionChanged(const std::string& why) {
         isWanted_ = false;
         return answer("the chat client can't be reached: " + why);
     }
-    if (!why.empty() && again_ == TimerId::none)
+    const bool isAgain = std::exchange(hasTold_, true);
+    if (!isAgain)
         tell("the chat client is reached no more: " + why);
-    again_ = loop_.once(tryAgainAfter, [this] {
+    again_ = loop_.once(isAgain ? tryAgainEach : tryAgainAfter, [this] {
         again_ = TimerId::none;
         session_->begin();
     });
@@ -155,7 +157,8 @@ void WindowRoom::openRoom(const WatchedText& now) {
             there = each;
     if (!there)
         there = &conversations_.add({Conversation::Kind::room, network_, name});
-    there->isOpen = true;
+    if (!std::exchange(there->isOpen, true))
+        conversations_.keep(*there, {.text = "the room is open again"});
     place_ = there->place();
     const bool isFree = conversations_.front().isAtHome() || conversations_.isFrontClosed();
     if (std::exchange(isAsked_, false))

@@ -88,9 +88,9 @@ private:
         WindowRoom& room_;
     };
 
-    // How soon it is tried again when what reaches the windows has ended by itself; and how long a
-    // line that the owner has said may take to be seen.
-    static constexpr std::chrono::seconds tryAgainAfter{5}, longestUnseen{10};
+    // How soon it is tried again when what reaches the windows has ended by itself, and how often
+    // from then on; and how long a line that the owner has said may take to be seen.
+    static constexpr std::chrono::seconds tryAgainAfter{5}, tryAgainEach{60}, longestUnseen{10};
     static constexpr std::size_t mostOld = 50; // lines of before, which are shown
 
     void begin();
@@ -118,6 +118,7 @@ private:
     Notices notices_{*this};
 
     bool isWanted_ = false, wasUp_ = false, isAsked_ = false; // to come in front
+    bool hasTold_ = false;                                    // that it is reached no more
     int network_ = Conversations::noNetwork;
     std::string place_; // of the room that the client shows; blank for none
     WatchedText seen_;  // the last one, but for the text

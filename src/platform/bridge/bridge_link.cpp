@@ -189,6 +189,9 @@ void BridgeLink::takeGreeting(const Frame& frame) {
         return giveUp(unreadable);
     if (version != bridge::version)
         return giveUp(otherVersion);
+    const std::string fault = reader.text();
+    if (!reader.isGood() || !fault.empty())
+        return giveUp(reader.isGood() ? fault : unreadable);
     hasGreeted_ = true;
     loop_.cancel(std::exchange(greeting_, TimerId::none));
 }

@@ -33,7 +33,7 @@ inline constexpr int workMilliseconds = 300, waitMilliseconds = 600;
 inline constexpr int lookMilliseconds = 100;
 
 enum class Kind : std::uint8_t {
-    greeting, // its text, its version
+    greeting, // its text, its version, and why the bridge can do nothing, if so
     walk,     // a WindowWalk; answered by FoundWindows
     find,     // class, caption; by a window
     caption,  // window; by a text

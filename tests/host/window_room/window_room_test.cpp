@@ -133,9 +133,11 @@ TEST_F(WindowRoomTest, FollowsTheClientThroughItsRooms) {
               }),
               "- the room is closed\n");
     EXPECT_EQ(typed("still there?"), "- you are at home\nLogin: still there?\n");
-    host.room = host.addRoom();
-    host.look();
-    machine.advance(1s);
+    EXPECT_EQ(seenOf([&] {
+                  host.room = host.addRoom();
+                  host.look();
+              }),
+              "- you are in Town Square\n- the room is open again\n");
     EXPECT_EQ(&front(), &square);
 }
 

@@ -91,7 +91,8 @@ TEST_F(BridgeTest, SaysWhyItCouldntBegin) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"ends", "wine couldn't run the bridge"},
         {"garbage", unreadable},
-        {"another version", "the bridge is another version than larkspin"}};
+        {"another version", "the bridge is another version than larkspin"},
+        {"no display", "wine has no display"}};
     for (const auto& [how, why] : cases) {
         SCOPED_TRACE(how);
         disk.write("larkspin-bridge.exe", how);

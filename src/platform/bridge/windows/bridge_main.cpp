@@ -1,6 +1,7 @@
 // The bridge among the client's windows: it answers what it is asked over its standard input, one
 // question after the other, and tells what it sees of a text that it watches. It ends with its
 // input, or when it is asked what it can't read.
+#include "platform/bridge/windows/desktop.h"
 #include "platform/bridge/windows/piped_input.h"
 #include "platform/bridge/windows/questions.h"
 
@@ -20,8 +21,10 @@ bool say(const Frame& frame) {
     return true;
 }
 
-bool greet() {
-    return say({Kind::greeting, 0, Writer().add(greetingText).add(version).take()});
+bool greet(const Desktop& desktop) {
+    const std::string_view fault = desktop.isSeen() ? "" : "wine has no display";
+    return say({Kind::greeting, 0, Writer().add(greetingText).add(version).add(fault).take()}) &&
+           fault.empty();
 }
 
 bool answerAll(FrameReader& frames, Questions& questions) {
@@ -58,7 +61,8 @@ void work() {
     FrameReader frames;
     Questions questions;
     LookTimes times;
-    bool isGood = greet();
+    const Desktop desktop;
+    bool isGood = greet(desktop);
     while (isGood) {
         if (const auto bytes = input.wait(times.untilNext(questions.isWatching()))) {
             if (bytes->empty())
@@ -67,7 +71,7 @@ void work() {
             isGood = answerAll(frames, questions);
         }
         if (isGood && questions.isWatching() && times.untilNext(true) == 0) {
-            isGood = tellChange(questions);
+            isGood = !desktop.isGone() && tellChange(questions);
             times.looked();
         }
     }
