@@ -65,6 +65,7 @@ inline constexpr unsigned setText = 0x0C;
 inline constexpr unsigned getText = 0x0D;
 inline constexpr unsigned getTextLength = 0x0E;
 inline constexpr unsigned close = 0x10;
+inline constexpr unsigned setSelection = 0xB1; // of an input line: from and to
 inline constexpr unsigned keyDown = 0x100;
 inline constexpr unsigned keyUp = 0x101;
 inline constexpr unsigned character = 0x102;

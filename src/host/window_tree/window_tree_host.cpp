@@ -44,7 +44,8 @@ void WindowTreeHost::hideWelcomeWindow() {
 
 void WindowTreeHost::setRoomInput(HostHandle input, const std::string& text) {
     ++inputsSet_;
-    calls_.sendText(input, window::setText, toSingleByte(text));
+    lastSet_ = toSingleByte(text);
+    calls_.sendText(input, window::setText, lastSet_);
 }
 
 void WindowTreeHost::sendChatLine(const std::string& line) {
@@ -62,19 +63,29 @@ bool WindowTreeHost::sendChatLineIn(HostHandle room, const std::string& caption,
 }
 
 // In the turn of the events another line may have been said, or the input line been cleared: this
-// one is then written anew, so that it isn't lost.
+// one is then written anew, so that it isn't lost. Nor is what the owner has begun to type there,
+// unless he has it cleared.
 void WindowTreeHost::sayBy(HostHandle input, const std::string& line) {
+    const std::string begun = calls_.text(input);
+    const std::string lastSet = lastSet_; // if the client hasn't taken it, it still stands there
+    const unsigned clearings = clearings_;
     setRoomInput(input, line);
     const unsigned asOf = inputsSet_;
     loop_.serveTurn();
     if (inputsSet_ != asOf)
         setRoomInput(input, line);
     calls_.send(input, window::character, window::returnKey, 0);
+    const bool isOwners = !begun.empty() && begun != lastSet;
+    if (!isOwners || clearings_ != clearings)
+        return;
+    calls_.sendText(input, window::setText, begun);
+    calls_.send(input, window::setSelection, begun.size(), static_cast<std::int64_t>(begun.size()));
 }
 
 void WindowTreeHost::clearChatInput() {
     if (const HostHandle input = windows_.room().input)
         setRoomInput(input, "");
+    ++clearings_;
 }
 
 HostHandle WindowTreeHost::peopleList() {

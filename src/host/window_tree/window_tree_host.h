@@ -115,6 +115,8 @@ private:
     WindowPeople people_{*this, loop_};
     WindowNotices notices_{*this};
     unsigned inputsSet_ = 0; // how often the program has written into a room's input line
+    unsigned clearings_ = 0; // and has cleared it
+    std::string lastSet_;    // what it has written there last
 };
 
 } // namespace larkspin

@@ -54,6 +54,15 @@ TEST_F(WindowTree, LosesNoLineToAnotherOne) {
     machine.loop.post([&] { client.clearChatInput(); });
     client.sendChatLine("last");
     EXPECT_EQ(machine.allSaid(), (Lines{"in between", "first", "last"}));
+    // Nor what the owner has begun to type in the client, unless he has it cleared.
+    std::string& input = host[host.first(host.room, "RICHCNTL")].text;
+    input = "half a line";
+    machine.loop.post([&] { client.sendChatLine("in between"); });
+    client.sendChatLine("first");
+    EXPECT_EQ(input, "half a line");
+    machine.loop.post([&] { client.clearChatInput(); });
+    client.sendChatLine("last");
+    EXPECT_EQ(input, "");
 }
 
 TEST_F(WindowTree, KnowsTheOwnerByHisGreeting) {
