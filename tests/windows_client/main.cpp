@@ -19,10 +19,12 @@
 //   opens 0                keywords open no windows any more; or 1
 //   caption TEXT           the frame's
 //   player CAPTION         the window of another player, with this caption; noplayer: none
+//   mark                   tells that all lines before it have been obeyed
 //   hang MILLISECONDS      answers nobody in that time
 //   crash                  is gone
 //   quit                   ends
 //
+//   marked
 //   entered TEXT           into the room's input line, as it came
 //   keyword TEXT           into the box for keywords, without blanks around it
 //   pressed CAPTION ROW    a button, and the row selected in the list that it is about; -1: none
@@ -133,6 +135,7 @@ private:
         commands_["noplayer"] = [this](const auto&) { player_.show({}); };
     }
     void aboutItself() {
+        commands_["mark"] = [](const auto&) { tell("marked"); };
         commands_["hang"] = [](const auto& rest) { Sleep(number(rest)); };
         // As sudden as any, but nobody is asked whether he wants to see where.
         commands_["crash"] = [](const auto&) { TerminateProcess(GetCurrentProcess(), 3); };

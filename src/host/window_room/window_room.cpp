@@ -160,6 +160,8 @@ void WindowRoom::openRoom(const WatchedText& now) {
     if (!std::exchange(there->isOpen, true))
         conversations_.keep(*there, {.text = "the room is open again"});
     place_ = there->place();
+    if (&conversations_.front() == there && !there->lines().empty())
+        conversations_.keep(*there, {.text = "the room is there again"}); // he sees no other sign
     const bool isFree = conversations_.front().isAtHome() || conversations_.isFrontClosed();
     if (std::exchange(isAsked_, false))
         conversations_.asOwnerWants([&] { conversations_.enter(*there); });
