@@ -199,7 +199,7 @@ TEST_F(WindowProgram, BringsItsBridgeBackAndLeavesNone) {
     ASSERT_GT(first, 0);
     ::kill(first, SIGKILL);
     EXPECT_TRUE(shows("[room] the chat client is reached no more"));
-    EXPECT_TRUE(shows("[room] the room is there again"));
+    EXPECT_TRUE(shows("[room] the room is open again"));
     EXPECT_TRUE(answers("'filter?", filter));
     const pid_t second = bridge();
     ASSERT_GT(second, 0);

@@ -134,7 +134,8 @@ void WindowRoom::see(const WatchedText& now) {
     }
     const bool isOther =
         place_.empty() || now.window != seen_.window || now.caption != seen_.caption;
-    const bool arePeopleOthers = isOther || now.rows != seen_.rows || now.list != seen_.list;
+    const bool arePeopleOthers = isOther || now.rows != seen_.rows || now.list != seen_.list ||
+                                 loop_.now() - peopleRead_ >= peopleLast;
     seen_ = now;
     seen_.end.clear();
     if (isOther)
@@ -150,18 +151,10 @@ void WindowRoom::openRoom(const WatchedText& now) {
     closeRoom();
     currentScreenName();
     const std::string caption = fromSingleByte(now.caption);
-    const std::string name = caption.empty() ? unnamed : caption;
-    Conversation* there = nullptr;
-    for (Conversation* const each : conversations_.ofNetwork(network_))
-        if (each->name() == name)
-            there = each;
-    if (!there)
-        there = &conversations_.add({Conversation::Kind::room, network_, name});
+    Conversation* const there = &roomCalled(caption.empty() ? unnamed : caption);
     if (!std::exchange(there->isOpen, true))
         conversations_.keep(*there, {.text = "the room is open again"});
     place_ = there->place();
-    if (&conversations_.front() == there && !there->lines().empty())
-        conversations_.keep(*there, {.text = "the room is there again"}); // he sees no other sign
     const bool isFree = conversations_.front().isAtHome() || conversations_.isFrontClosed();
     if (std::exchange(isAsked_, false))
         conversations_.asOwnerWants([&] { conversations_.enter(*there); });
@@ -174,6 +167,19 @@ void WindowRoom::openRoom(const WatchedText& now) {
         for (const RunningLine& line :
              std::span(old.lines).last(std::min(old.lines.size(), mostOld)))
             keepOld(line);
+}
+
+Conversation& WindowRoom::roomCalled(const std::string& name) {
+    const auto rooms = conversations_.ofNetwork(network_);
+    const auto found = std::ranges::find(rooms, name, &Conversation::name);
+    if (found != rooms.end())
+        return **found;
+    const auto old = std::ranges::find_if(rooms, [this](const Conversation* each) {
+        return !each->isOpen && each != &conversations_.front();
+    });
+    if (rooms.size() >= mostRooms && old != rooms.end())
+        conversations_.remove(**old);
+    return conversations_.add({Conversation::Kind::room, network_, name});
 }
 
 // What was said there stays to be read.
@@ -234,6 +240,7 @@ void WindowRoom::hear(const RunningLine& line, const std::string& place) {
 }
 
 void WindowRoom::readPeople(HostHandle list) {
+    peopleRead_ = loop_.now();
     people_.clear();
     host_->readHostList(list, people_, true);
 }

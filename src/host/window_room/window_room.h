@@ -91,7 +91,11 @@ private:
     // How soon it is tried again when what reaches the windows has ended by itself, and how often
     // from then on; and how long a line that the owner has said may take to be seen.
     static constexpr std::chrono::seconds tryAgainAfter{5}, tryAgainEach{60}, longestUnseen{10};
-    static constexpr std::size_t mostOld = 50; // lines of before, which are shown
+    static constexpr std::size_t mostOld = 50;   // lines of before, which are shown
+    static constexpr std::size_t mostRooms = 50; // of this client; the first closed one goes
+
+    // How soon the people are read again when somebody speaks: one may have come for another.
+    static constexpr std::chrono::seconds peopleLast{10};
 
     void begin();
     void sessionChanged(const std::string& why);
@@ -107,6 +111,7 @@ private:
     void tell(const std::string& text) const; // what happens
     void answer(const std::string& text) const;
     Conversation* room() const;
+    Conversation& roomCalled(const std::string& name);
     bool isHere() const; // the event at work is about the room that the client shows
 
     EventLoop& loop_;
@@ -127,6 +132,7 @@ private:
     std::string ownName_;
     std::optional<std::string> askedName_; // until events are served
     RowList people_;
+    Nanoseconds peopleRead_{};
     std::function<void(bool isWanted)> keeper_ = [](bool) {};
     TimerId again_ = TimerId::none, losing_ = TimerId::none;
 };

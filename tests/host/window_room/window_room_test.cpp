@@ -156,7 +156,7 @@ TEST_F(WindowRoomTest, TellsOfAClientThatHangsOrGoes) {
               "- the room is closed\n- the chat client is reached no more: the bridge has ended\n");
     machine.advance(10s);
     EXPECT_EQ(session.begun, 2);
-    EXPECT_EQ(shown.take(), "- the room is there again\n");
+    EXPECT_EQ(shown.take(), "- the room is open again\n");
     EXPECT_TRUE(front().isOpen);
     const auto isKept = [&] {
         session.end();
