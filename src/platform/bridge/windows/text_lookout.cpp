@@ -97,7 +97,11 @@ const WatchedText* TextLookout::look() {
     const Deadline deadline(longestLook);
     Outline now = find(deadline);
     Text text;
-    if (now.state == WatchedText::State::there && !ask(now, text, deadline))
+    const bool isWhole = now.state == WatchedText::State::there && ask(now, text, deadline);
+    // Without time for a look nothing is known; of one that hangs the next look knows at once.
+    if (!isWhole && deadline.isOver())
+        return nullptr;
+    if (now.state == WatchedText::State::there && !isWhole)
         // One that went just now doesn't hang.
         now = IsWindow(now.window) != 0
                   ? Outline{WatchedText::State::hangs, now.window, now.text, now.list, now.caption}
