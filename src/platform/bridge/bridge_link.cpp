@@ -24,7 +24,7 @@ constexpr std::size_t longestBody =
 // An honest bridge never sees more often than that, and no other one keeps the program busy.
 constexpr Nanoseconds seenInterval = std::chrono::milliseconds(bridge::lookMilliseconds) / 2;
 
-constexpr const char* noGreeting = "the bridge doesn't answer";
+constexpr const char* noAnswer = "the bridge doesn't answer";
 constexpr const char* neverBegan = "wine couldn't run the bridge";
 constexpr const char* otherVersion = "the bridge is another version than larkspin";
 constexpr const char* hasEnded = "the bridge has ended";
@@ -53,10 +53,11 @@ bool mayComeLater(int error) {
 BridgeLink::BridgeLink(WatchingLoop& loop, Events events)
     : loop_(loop), events_(std::move(events)) {}
 
-void BridgeLink::open(BridgePipes pipes, Nanoseconds greetingWithin) {
+void BridgeLink::open(BridgePipes pipes, Patience patience) {
     close();
     pipes_ = std::move(pipes);
-    greeting_ = loop_.once(greetingWithin, [this] { giveUp(noGreeting); });
+    patience_ = patience;
+    greeting_ = loop_.once(patience_.greeting, [this] { giveUp(noAnswer); });
     loop_.watch(pipes_.answers.number(), [this] { hear(); });
 }
 
@@ -66,7 +67,7 @@ void BridgeLink::close() {
 }
 
 void BridgeLink::drop() {
-    for (TimerId* const timer : {&greeting_, &again_, &seeing_})
+    for (TimerId* const timer : {&greeting_, &late_, &again_, &seeing_})
         loop_.cancel(std::exchange(*timer, TimerId::none));
     if (pipes_.answers.isOpen()) {
         loop_.unwatch(pipes_.answers.number());
@@ -102,6 +103,7 @@ std::optional<std::string> BridgeLink::ask(Kind kind, std::string body) {
     exchange(loop_.now() + std::chrono::milliseconds(bridge::waitMilliseconds));
     if (isUp() && isAsked()) {
         isLate_ = true;
+        late_ = loop_.once(patience_.lateAnswer, [this] { giveUp(noAnswer); });
         finishWriting();
     }
     return std::exchange(answer_, std::nullopt);
@@ -202,6 +204,7 @@ void BridgeLink::takeAnswer(Frame frame) {
         return giveUp(unreadable);
     if (std::exchange(asked_, {}).kind == Kind::watch)
         seen_.reset(); // by a watch before this one
+    loop_.cancel(std::exchange(late_, TimerId::none));
     if (!std::exchange(isLate_, false))
         answer_ = std::move(frame.body);
     else if (again_ == TimerId::none)

@@ -2,8 +2,9 @@
 // event of this program's is served meanwhile.
 //
 // A bridge that hasn't answered in time hangs: until that answer has come nothing more is asked,
-// and every question has none, at once. What the other side says that can't be so ends the
-// connection. Events come in turns of their own, and one of them may close it.
+// and every question has none, at once. One that never comes, or what the other side says that
+// can't be so, ends the connection. Events come in turns of their own, and one of them may close
+// it.
 #pragma once
 
 #include "platform/bridge/bridge_process.h"
@@ -29,7 +30,11 @@ public:
     BridgeLink(const BridgeLink&) = delete;
     BridgeLink& operator=(const BridgeLink&) = delete;
 
-    void open(BridgePipes pipes, Nanoseconds greetingWithin);
+    // How long it is waited for before the connection ends, with everything served meanwhile.
+    struct Patience {
+        Nanoseconds greeting = std::chrono::seconds(30), lateAnswer = std::chrono::seconds(30);
+    };
+    void open(BridgePipes pipes, Patience patience);
     void close(); // no event comes after that
 
     // The answer's body.
@@ -65,6 +70,7 @@ private:
     WatchingLoop& loop_;
     Events events_;
     BridgePipes pipes_;
+    Patience patience_;
     bridge::FrameReader reader_;
     bool hasGreeted_ = false;
     std::uint32_t lastNumber_ = 0;
@@ -73,8 +79,8 @@ private:
     std::optional<std::string> answer_, seen_;
     std::string unwritten_;
     Nanoseconds toldSeen_{};
-    TimerId greeting_ = TimerId::none, again_ = TimerId::none, seeing_ = TimerId::none,
-            ending_ = TimerId::none;
+    TimerId greeting_ = TimerId::none, late_ = TimerId::none, again_ = TimerId::none,
+            seeing_ = TimerId::none, ending_ = TimerId::none;
 };
 
 } // namespace larkspin

@@ -17,8 +17,8 @@ constexpr const char* noStart = "wine can't be started";
 
 } // namespace
 
-BridgeSession::BridgeSession(WatchingLoop& loop, std::string bridge, Nanoseconds greetingWithin)
-    : loop_(loop), bridge_(std::move(bridge)), greetingWithin_(greetingWithin), ending_(loop),
+BridgeSession::BridgeSession(WatchingLoop& loop, std::string bridge, BridgeLink::Patience patience)
+    : loop_(loop), bridge_(std::move(bridge)), patience_(patience), ending_(loop),
       link_(loop, {.up = [this] { isUp(); },
                    .answersAgain = [this] { windows_.bridgeAnswersAgain(); },
                    .seen = [this](const std::string& body) { windows_.bridgeHasSeen(body); },
@@ -43,7 +43,7 @@ std::string BridgeSession::start() {
     process_ = BridgeProcess::start(wine, bridge_);
     if (!process_)
         return noStart;
-    link_.open(process_->takePipes(), greetingWithin_);
+    link_.open(process_->takePipes(), patience_);
     return "";
 }
 

@@ -16,8 +16,7 @@ class BridgeSession : public WindowSession {
 public:
     // The bridge's program is a native path, empty where there is none. Wine is given time to make
     // its directory first.
-    BridgeSession(WatchingLoop& loop, std::string bridge,
-                  Nanoseconds greetingWithin = std::chrono::seconds(30));
+    BridgeSession(WatchingLoop& loop, std::string bridge, BridgeLink::Patience patience = {});
     ~BridgeSession() override { BridgeSession::end(); }
     BridgeSession(const BridgeSession&) = delete;
     BridgeSession& operator=(const BridgeSession&) = delete;
@@ -36,7 +35,7 @@ private:
 
     WatchingLoop& loop_;
     std::string bridge_;
-    Nanoseconds greetingWithin_;
+    BridgeLink::Patience patience_;
     Changed changed_;
     State state_ = State::off;
     TimerId failing_ = TimerId::none;

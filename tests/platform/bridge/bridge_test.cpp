@@ -48,16 +48,16 @@ struct BridgeTest : testing::Test {
         return condition();
     }
     // Hears of it once, and nothing of the calls' own events.
-    std::unique_ptr<BridgeSession> begun(Nanoseconds greetingWithin = 30s) {
-        auto session = std::make_unique<BridgeSession>(loop, bridge(), greetingWithin);
+    std::unique_ptr<BridgeSession> begun(BridgeLink::Patience patience = {}) {
+        auto session = std::make_unique<BridgeSession>(loop, bridge(), patience);
         session->onChange([this](const std::string& why) { told.push_back(why); });
         session->begin();
         EXPECT_EQ(session->state(), State::beginning);
         EXPECT_EQ(told, std::vector<std::string>{});
         return session;
     }
-    std::unique_ptr<BridgeSession> up() {
-        auto session = begun();
+    std::unique_ptr<BridgeSession> up(BridgeLink::Patience patience = {}) {
+        auto session = begun(patience);
         EXPECT_TRUE(until([&] { return session->state() == State::up; }));
         EXPECT_EQ(told, std::vector<std::string>{""});
         told.clear();
@@ -99,7 +99,7 @@ TEST_F(BridgeTest, SaysWhyItCouldntBegin) {
         expectEnd(*begun(), why);
     }
     disk.write("larkspin-bridge.exe", "silent");
-    expectEnd(*begun(50ms), "the bridge doesn't answer");
+    expectEnd(*begun({.greeting = 50ms}), "the bridge doesn't answer");
     script("wine", "exec /nonexistent");
     expectEnd(*begun(), "wine couldn't run the bridge");
     ::setenv("PATH", "/nonexistent", 1);
@@ -203,6 +203,12 @@ TEST_F(BridgeTest, OneThatHangsIsntAskedUntilItAnswers) {
     disk.write("go", "");
     EXPECT_TRUE(comes([&] { return session->calls().caption(1) == "the name"; }));
     expectNoMore(*session);
+}
+
+TEST_F(BridgeTest, OneThatNeverAnswersEnds) {
+    const auto session = up({.lateAnswer = 50ms});
+    EXPECT_EQ(session->calls().caption(2), "");
+    expectEnd(*session, "the bridge doesn't answer");
 }
 
 TEST_F(BridgeTest, OneThatDoesntReadHoldsUpNobody) {
