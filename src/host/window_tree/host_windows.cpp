@@ -15,6 +15,10 @@ constexpr std::size_t roomNeeds = 4, shownTextAt = 1, inputAt = 4, listAt = 5;
 const HostWindows::Classes roomHolds = {window::label, window::shownText, window::combobox,
                                         window::icon,  window::input,     window::listbox};
 
+bool isRoom(const FoundWindow& window) {
+    return window.holdsFirst(roomNeeds);
+}
+
 HostHandle firstOf(const FoundWindows& found) {
     return found.empty() ? noHandle : found.front().window;
 }
@@ -79,9 +83,16 @@ HostHandle HostWindows::childCalled(const std::string& wanted) const {
     return child([&](const FoundWindow& each) { return each.text == wanted; }).window;
 }
 
+std::vector<std::string> HostWindows::greetings() const {
+    std::vector<std::string> captions;
+    for (const FoundWindow& each : children(roomHolds))
+        if (each.text.starts_with(window::welcome) && !isRoom(each))
+            captions.push_back(each.text);
+    return captions;
+}
+
 ClientRoom HostWindows::room() const {
-    const FoundWindow found =
-        child([](const FoundWindow& each) { return each.holdsFirst(roomNeeds); }, roomHolds);
+    const FoundWindow found = child(isRoom, roomHolds);
     if (found.window == noHandle)
         return {};
     return {.window = found.window,

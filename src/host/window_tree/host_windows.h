@@ -39,6 +39,9 @@ public:
     FoundWindow child(const Test& test, Classes holds = {}) const;
     HostHandle childCalled(const std::string& caption) const;
 
+    // The captions of the client's greetings. A room isn't one, whatever others have called it.
+    std::vector<std::string> greetings() const;
+
     // The direct children of a class, with their texts if these are wanted.
     FoundWindows all(HostHandle parent, const char* className,
                      WindowWalk::Tells tells = WindowWalk::Tells::nothing) const;

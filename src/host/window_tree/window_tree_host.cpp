@@ -20,18 +20,22 @@ namespace {
 // Seconds in which the client puts its clock's notice away.
 constexpr double afterNotice = 0.5;
 
-} // namespace
-
 // The name stands between the greeting and its exclamation mark.
-std::string WindowTreeHost::currentScreenName() {
-    const std::string greeting =
-        windows_
-            .child([](const FoundWindow& each) { return each.text.starts_with(window::welcome); })
-            .text;
-    if (greeting.empty())
-        return {};
+std::string greetedIn(const std::string& greeting) {
     const std::size_t start = std::string_view(window::welcome).size();
     return greeting.substr(start, greeting.find('!') - start);
+}
+
+} // namespace
+
+// Others write what a caption tells, as of a letter that is open. Where two greet different people
+// nobody knows which of them is the client's own.
+std::string WindowTreeHost::currentScreenName() {
+    const std::vector<std::string> greetings = windows_.greetings();
+    const std::string name = greetings.empty() ? "" : greetedIn(greetings.front());
+    const bool isOne = std::ranges::all_of(
+        greetings, [&](const std::string& each) { return greetedIn(each) == name; });
+    return isOne ? name : "";
 }
 
 void WindowTreeHost::hideWelcomeWindow() {

@@ -77,6 +77,14 @@ TEST_F(WindowTree, KnowsTheOwnerByHisGreeting) {
         EXPECT_EQ(client.currentScreenName(), name);
         host.remove(window);
     }
+    host.signOn("Owner");
+    host.remove(std::exchange(host.room, 0));
+    host[host.addRoom()].text = "Welcome, Ann!";
+    EXPECT_EQ(client.currentScreenName(), "Owner");
+    const HostHandle letter = host.addChild("Welcome, Ann!");
+    EXPECT_EQ(client.currentScreenName(), "");
+    host[letter].text = "Welcome, Owner!";
+    EXPECT_EQ(client.currentScreenName(), "Owner");
 }
 
 TEST_F(WindowTree, HidesTheGreetingInBothForms) {
