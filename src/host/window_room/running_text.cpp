@@ -64,11 +64,8 @@ std::size_t longestShared(std::string_view text, std::string_view after) {
     return length;
 }
 
-std::size_t overlapOf(std::string_view before, std::string_view end) {
-    const std::size_t overlap = longestShared(before, end);
-    const bool isKnown =
-        overlap == before.size() || overlap == end.size() || overlap >= leastOverlap;
-    return isKnown ? overlap : 0;
+bool isKnown(std::size_t overlap, std::string_view before, std::string_view end) {
+    return overlap == before.size() || overlap == end.size() || overlap >= leastOverlap;
 }
 
 } // namespace
@@ -84,8 +81,9 @@ RunningText::News RunningText::take(std::string_view end, std::size_t length) {
         return {.lines = {}, .isNew = true};
     }
     const std::string before = emptied_.empty() ? *end_ : std::exchange(emptied_, {});
-    const std::size_t overlap = overlapOf(before, end);
-    const bool wasEmpty = std::exchange(end_, end)->empty();
+    const std::size_t shared = longestShared(before, end);
+    const std::size_t overlap = isKnown(shared, before, end) ? shared : 0;
+    const bool wasEmpty = std::exchange(end_, end)->empty() && shared == 0;
     const bool isAtLineStart =
         overlap > 0 ? !lineEnd_.empty() && before.ends_with(lineEnd_) : length <= end.size();
     return {linesIn(end.substr(overlap), isAtLineStart), overlap > 0 || wasEmpty};
@@ -95,8 +93,8 @@ RunningText::News RunningText::take(std::string_view end, std::size_t length) {
 RunningText::News RunningText::takeNothing(bool isEmpty) {
     if (!isEmpty)
         forget();
-    else if (std::string before = std::exchange(end_, "").value_or(""); !before.empty())
-        emptied_ = std::move(before);
+    else if (std::string before = std::exchange(end_, "").value_or(""); emptied_.empty())
+        emptied_ = std::move(before); // else it is emptied while it is filled again
     return {};
 }
 

@@ -116,6 +116,17 @@ TEST(RunningText, TakesNothingForNewThatMayBeOld) {
     seen.text = before;
     EXPECT_EQ(seen.newAfter(""), Texts{});
     EXPECT_EQ(seen.newAfter("Ann:\thi\r\n"), Texts{"Ann|hi"});
+    // What is filled in of it is emptied as well; and only its last comes back.
+    for (const std::size_t size : {0u, 30u, 0u}) {
+        seen.text = before.substr(0, size);
+        seen.look();
+    }
+    seen.text = before + "Ann:\thi\r\n";
+    EXPECT_EQ(seen.newAfter(""), Texts{});
+    seen.text.clear();
+    seen.look();
+    seen.text = "Owner:\t'stop\r\nAnn:\thi\r\nAnn:\tho\r\n";
+    EXPECT_FALSE(seen.look().isNew);
     seen.running.take("", 5'000'000); // it can't be read
     EXPECT_FALSE(seen.look().isNew);
 }
