@@ -46,6 +46,7 @@ void WindowRoom::connect() {
     if (!session_)
         return answer("no windows can be reached from here");
     isAsked_ = true;
+    hasTold_ = false;
     if (isWanted_ && isUp()) {
         if (Conversation* const there = room())
             return enter(*there);
@@ -69,9 +70,9 @@ void WindowRoom::begin() {
 }
 
 void WindowRoom::disconnect() {
+    keeper_(false); // also one that couldn't be reached as the run began
     if (!std::exchange(isWanted_, false))
         return answer("no chat client's windows are reached");
-    keeper_(false);
     finish();
     closeRoom();
     answer("the chat client is left to itself");
@@ -280,14 +281,18 @@ void WindowRoom::sendChatLine(const std::string& line) {
         send({.line = line, .isPrograms = true});
 }
 
-// It is noted before it can be seen, so that it is known again.
+// No event is served between its sending and its noting, so that it is known again.
 bool WindowRoom::send(SaidLine line) {
+    const bool isSent =
+        host_->sendChatLineIn(seen_.window, fromSingleByte(seen_.caption), line.line,
+                              [this, place = place_] { return place_ == place; });
+    if (!isSent)
+        return false;
     line.at = loop_.now();
-    const std::string words = line.line;
     said_.add(std::move(line));
     if (losing_ == TimerId::none)
         losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
-    return host_->sendChatLineIn(seen_.window, fromSingleByte(seen_.caption), words);
+    return true;
 }
 
 void WindowRoom::tellLost() {

@@ -54,36 +54,37 @@ void WindowTreeHost::setRoomInput(HostHandle input, const std::string& text) {
 
 void WindowTreeHost::sendChatLine(const std::string& line) {
     if (const HostHandle input = windows_.room().input)
-        sayBy(input, line);
+        sayBy(input, line, [] { return true; });
 }
 
 bool WindowTreeHost::sendChatLineIn(HostHandle room, const std::string& caption,
-                                    const std::string& line) {
+                                    const std::string& line, const Still& isSameRoom) {
     const ClientRoom now = windows_.room();
-    if (now.window != room || now.caption != caption || now.input == noHandle)
-        return false;
-    sayBy(now.input, line);
-    return true;
+    return now.window == room && now.caption == caption && now.input != noHandle &&
+           sayBy(now.input, line, isSameRoom);
 }
 
 // In the turn of the events another line may have been said, or the input line been cleared: this
 // one is then written anew, so that it isn't lost. Nor is what the owner has begun to type there,
 // unless he has it cleared.
-void WindowTreeHost::sayBy(HostHandle input, const std::string& line) {
+bool WindowTreeHost::sayBy(HostHandle input, const std::string& line, const Still& isSameRoom) {
     const std::string begun = calls_.text(input);
     const std::string lastSet = lastSet_; // if the client hasn't taken it, it still stands there
     const unsigned clearings = clearings_;
     setRoomInput(input, line);
     const unsigned asOf = inputsSet_;
     loop_.serveTurn();
-    if (inputsSet_ != asOf)
-        setRoomInput(input, line);
-    calls_.send(input, window::character, window::returnKey, 0);
+    const bool isSaid = isSameRoom();
+    if (inputsSet_ != asOf || !isSaid)
+        setRoomInput(input, isSaid ? line : "");
+    if (isSaid)
+        calls_.send(input, window::character, window::returnKey, 0);
     const bool isOwners = !begun.empty() && begun != lastSet;
     if (!isOwners || clearings_ != clearings)
-        return;
+        return isSaid;
     calls_.sendText(input, window::setText, begun);
     calls_.send(input, window::setSelection, begun.size(), static_cast<std::int64_t>(begun.size()));
+    return isSaid;
 }
 
 void WindowTreeHost::clearChatInput() {

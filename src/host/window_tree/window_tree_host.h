@@ -14,6 +14,7 @@
 #include "host/window_tree/window_notices.h"
 #include "host/window_tree/window_people.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -52,8 +53,11 @@ public:
     std::optional<std::string> timeOnline() override;
     std::string messengerAccount() override;
 
-    // The same, if the client still shows the room that it showed there. False if it doesn't.
-    bool sendChatLineIn(HostHandle room, const std::string& caption, const std::string& line);
+    // The same, if the client still shows the room that it showed there, also after the turn of the
+    // events that it takes. False if it doesn't.
+    using Still = std::function<bool()>;
+    bool sendChatLineIn(HostHandle room, const std::string& caption, const std::string& line,
+                        const Still& isSameRoom);
 
     // The client's own frame, and the room in it.
     HostHandle hostFrame() { return windows_.frame(); }
@@ -104,7 +108,7 @@ public:
 
 private:
     bool enterKeyword(const std::string& keyword);
-    void sayBy(HostHandle input, const std::string& line);
+    bool sayBy(HostHandle input, const std::string& line, const Still& isSameRoom);
     void setRoomInput(HostHandle input, const std::string& text);
 
     WindowCalls& calls_;

@@ -176,6 +176,40 @@ TEST_F(WindowRoomTest, TellsOfAClientThatHangsOrGoes) {
     EXPECT_FALSE(isKept());
 }
 
+TEST_F(WindowRoomTest, ReachesForNoneThatIsLeftAndTellsOfEachThatIsAskedFor) {
+    connect();
+    session.failure = "no display";
+    session.breakOff("the bridge has ended");
+    machine.advance(10s);
+    EXPECT_EQ(typed("/connect windows"), "- looking for the chat client's windows...\n"
+                                         "- the chat client is reached no more: no display\n");
+    rooms.windows.finish(); // and another run begins
+    rooms.takeUpAgain();
+    machine.advance(1s);
+    typed("/disconnect windows");
+    const int before = session.begun;
+    rooms.takeUpAgain();
+    machine.advance(1s);
+    EXPECT_EQ(session.begun, before);
+}
+
+// The client turns to another room while the line is on its way.
+TEST_F(WindowRoomTest, SaysNothingInAnotherRoom) {
+    connect();
+    EXPECT_EQ(seenOf(
+                  [&] {
+                      machine.loop.post([&] {
+                          host[host.room].text = "Cellar";
+                          host.look();
+                      });
+                      rooms.room.say("for those in the square");
+                  },
+                  20s),
+              "- the room is closed\n- you are in Cellar\n"
+              "- not said: for those in the square\n");
+    EXPECT_EQ(host[host.first(host.room, "RICHCNTL")].text, "");
+}
+
 // The client swallows it, or shows a long one in several.
 TEST_F(WindowRoomTest, KnowsWhatItHasSaid) {
     connect();
