@@ -35,6 +35,7 @@ public:
 
 private:
     WindowsMachine() {
+        std::signal(SIGPIPE, SIG_IGN); // clients end while they are told something
         ::setenv("DISPLAY", display_.display().c_str(), 1);
         ::setenv("WINEPREFIX", (disk_.path() / "wine").c_str(), 1);
         ::setenv("WINEDEBUG", "-all", 1);

@@ -99,10 +99,15 @@ HWND Client::child(const std::string& caption, const Place& place) {
 }
 
 void Client::signOn(const std::string& screenName) {
-    takeAway(std::exchange(welcome_, nullptr));
     room.signOn(screenName);
     if (!screenName.empty())
-        welcome_ = child("Welcome, " + screenName + "! ", {4, 4, 180, 60});
+        return greet("Welcome, " + screenName + "! ");
+    takeAway(std::exchange(welcome_, nullptr));
+}
+
+void Client::greet(const std::string& caption) {
+    takeAway(std::exchange(welcome_, nullptr));
+    welcome_ = child(caption, {4, 4, 180, 60});
 }
 
 void Client::go(const std::string& place) {

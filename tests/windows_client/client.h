@@ -19,7 +19,9 @@ public:
     void open(); // the frame, where nobody is signed on
     void caption(const std::string& caption) { SetWindowTextA(frame_, caption.c_str()); }
     void signOn(const std::string& screenName); // nobody with an empty one
+    void greet(const std::string& caption);     // in place of the greeting before
     void enterRoom(const std::string& caption) { room.open(area_, caption); }
+    void enterSecondRoom(const std::string& caption) { second.open(area_, caption); }
     void opens(bool itDoes) { opensWindows_ = itDoes; }
     void clock(const std::string& text) { clock_ = text; }
 
@@ -27,7 +29,7 @@ public:
     void showModal(const std::string& caption, const Texts& texts);
     void showDownload(const std::string& caption, const Texts& texts);
 
-    Room room;
+    Room room, second;
 
 private:
     Answer answerFrame(const Message& message);

@@ -8,7 +8,10 @@
 //   ejected A|B            who was put out of it
 //   owns 1                 the owner of the client owns the room as well; or 0
 //   signon NAME, signoff   another owner, or none
+//   greeting CAPTION       his greeting, whatever it says
 //   room CAPTION, noroom   another room in place of the last one, with the same people; or none
+//   second CAPTION         a room in front of that, with nobody in it; nosecond takes it away
+//   typed TEXT             stands in the room's input line; input: tells what does
 //   say NAME<tab>TEXT      somebody says something
 //   fill N                 much is said, so that there are so many bytes
 //   limit N                of what is said no more than the last so many bytes are kept
@@ -18,6 +21,8 @@
 //   clock TEXT             what the notice of the clock will tell
 //   opens 0                keywords open no windows any more; or 1
 //   caption TEXT           the frame's
+//   account NAME           the messenger's, in the registry
+//   active                 tells which window is in front
 //   player CAPTION         the window of another player, with this caption; noplayer: none
 //   mark                   tells that all lines before it have been obeyed
 //   hang MILLISECONDS      answers nobody in that time
@@ -25,6 +30,7 @@
 //   quit                   ends
 //
 //   marked
+//   input TEXT, active CAPTION
 //   entered TEXT           into the room's input line, as it came
 //   keyword TEXT           into the box for keywords, without blanks around it
 //   pressed CAPTION ROW    a button, and the row selected in the list that it is about; -1: none
@@ -68,6 +74,12 @@ unsigned long number(const std::string& text) {
     return std::strtoul(text.c_str(), nullptr, 10);
 }
 
+void keepAccount(const std::string& name) {
+    RegSetKeyValueA(HKEY_CURRENT_USER,
+                    "Software\\America Online\\AOL Instant Messenger (TM)\\CurrentVersion\\Login",
+                    "Screen Name", REG_SZ, name.c_str(), static_cast<DWORD>(name.size() + 1));
+}
+
 class Steering {
 public:
     explicit Steering(bool withClient) {
@@ -104,6 +116,7 @@ private:
         commands_["owns"] = [this](const auto& rest) { client_.room.owns(rest == "1"); };
         commands_["signon"] = [this](const auto& rest) { client_.signOn(rest); };
         commands_["signoff"] = [this](const auto&) { client_.signOn({}); };
+        commands_["greeting"] = [this](const auto& rest) { client_.greet(rest); };
         commands_["say"] = [this](const auto& rest) {
             auto parts = split(rest, '\t');
             const std::string name = takeFirst(parts);
@@ -116,6 +129,12 @@ private:
     void aboutWindows() {
         commands_["room"] = [this](const auto& rest) { client_.enterRoom(rest); };
         commands_["noroom"] = [this](const auto&) { client_.room.close(); };
+        commands_["second"] = [this](const auto& rest) { client_.enterSecondRoom(rest); };
+        commands_["nosecond"] = [this](const auto&) { client_.second.close(); };
+        commands_["typed"] = [this](const auto& rest) {
+            SetWindowTextA(client_.room.input(), rest.c_str());
+        };
+        commands_["input"] = [this](const auto&) { tell("input", textOf(client_.room.input())); };
         commands_["modal"] = [this](const auto& rest) {
             auto parts = split(rest, '|');
             const std::string caption = takeFirst(parts);
@@ -135,6 +154,8 @@ private:
         commands_["noplayer"] = [this](const auto&) { player_.show({}); };
     }
     void aboutItself() {
+        commands_["account"] = [](const auto& rest) { keepAccount(rest); };
+        commands_["active"] = [](const auto&) { tell("active", textOf(GetForegroundWindow())); };
         commands_["mark"] = [](const auto&) { tell("marked"); };
         commands_["hang"] = [](const auto& rest) { Sleep(number(rest)); };
         // As sudden as any, but nobody is asked whether he wants to see where.

@@ -14,6 +14,8 @@ public:
     void close() { takeAway(window_); }
     HWND window() const { return window_; }
 
+    HWND input() const { return firstChild(window_, "RICHCNTL"); } // the line
+
     void owns(bool itsOwner); // sees who was put out
     void signOn(const std::string& screenName) { screenName_ = screenName; }
 
