@@ -47,8 +47,11 @@ std::string BridgeSession::start() {
     return "";
 }
 
+// One that hangs wouldn't see that its pipes are closed, and this program may end before it does.
 void BridgeSession::end() {
     loop_.cancel(std::exchange(failing_, TimerId::none));
+    if (process_ && link_.isHung())
+        process_->kill();
     link_.close();
     if (process_)
         ending_.add(std::move(process_));
