@@ -28,6 +28,7 @@ struct KeptLine {
         false; // it calls him by name, is for nobody else, or he has sent it from afar
     bool isOnScreen = false;  // where he has typed it
     bool isOld = false;       // it is told only now, by whoever has kept it
+    bool isUndated = false;   // it may be from long ago: nobody knows when it was said
     std::uint64_t mark = 0;   // by which the network knows it; 0 where it has none
     std::uint64_t number = 0; // of all conversations' lines, as they came, from 1
     std::size_t words = 0;    // what is read of the text, in a number; set as it is kept

@@ -86,9 +86,10 @@ std::string ConversationLog::fileOf(const Conversation& conversation, const std:
            '\\' + logName(conversation.name()) + month;
 }
 
-// What the owner has asked the program for is no part of what was said.
+// What the owner has asked the program for is no part of what was said. What stands somewhere from
+// before would be written with each run anew, and as of now.
 void ConversationLog::gather(const Conversation& conversation, const KeptLine& line) {
-    if (line.kind == KeptLine::Kind::answer)
+    if (line.kind == KeptLine::Kind::answer || line.isUndated)
         return;
     const std::tm date = loop_.dateOf(line.at);
     const std::string text = lineOf(line, date);

@@ -210,7 +210,7 @@ void WindowRoom::keepOld(const RunningLine& line) {
                                   .speaker = visibleName(line.speaker),
                                   .text = isSaid ? withoutTags(line.text) : line.text,
                                   .isOwners = isSaid && line.speaker == ownName_,
-                                  .isOld = true});
+                                  .isUndated = true});
 }
 
 // A line of the owner's that was said from here is known again. Only what he has typed may be a

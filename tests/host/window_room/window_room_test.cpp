@@ -83,6 +83,20 @@ TEST_F(WindowRoomTest, ObeysTheOwnerThereAndNobodyElse) {
     EXPECT_EQ(heard("owner", "'filter?"), "owner: 'filter?\nowner: " + filter);
 }
 
+// In the log it would stand anew with each run.
+TEST_F(WindowRoomTest, ShowsWhatIsThereAndWritesDownWhatIsSaidFromThen) {
+    for (const char* const line : {"one", "two", "one"})
+        host.say("Ann", line);
+    typed("/log on");
+    EXPECT_EQ(typed("/connect windows"),
+              "- looking for the chat client's windows...\n"
+              "- you are in Town Square\nAnn: one\nAnn: two\nAnn: one\n");
+    heard("Ann", "three");
+    machine.advance(60s);
+    EXPECT_EQ(machine.dataFile("logs/windows/town%20square.2003-12.txt"),
+              "2003-12-19 19:05  Ann: three\n");
+}
+
 TEST_F(WindowRoomTest, SaysWhatIsTypedHereThere) {
     connect();
     EXPECT_EQ(typed("hi <3"), "Owner: hi <3\n");
