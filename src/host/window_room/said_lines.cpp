@@ -63,4 +63,18 @@ std::optional<SaidLine> SaidLines::takeLost(Nanoseconds before) {
     return std::nullopt;
 }
 
+std::optional<SaidLine> SaidLines::takeUnheard(const std::string& place, Nanoseconds from,
+                                               Nanoseconds to) {
+    const auto found = std::ranges::find_if(waiting_, [&](const Waiting& each) {
+        const SaidLine& said = each.said;
+        return said.isPrograms && !each.isBegun && said.place == place && said.at >= from &&
+               said.at <= to;
+    });
+    if (found == waiting_.end())
+        return std::nullopt;
+    SaidLine said = std::move(found->said);
+    waiting_.erase(found);
+    return said;
+}
+
 } // namespace larkspin

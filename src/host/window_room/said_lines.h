@@ -17,6 +17,7 @@ struct SaidLine {
     bool isPrograms = false; // else the owner has typed it, here
     bool isOnScreen = false; // where he has typed it
     Nanoseconds at{};        // when
+    std::string place{};     // where
 };
 
 class SaidLines {
@@ -30,6 +31,9 @@ public:
 
     // Those that were said before the moment and haven't been seen.
     std::optional<SaidLine> takeLost(Nanoseconds before);
+
+    // The first of the program's that was said there at such a time and hasn't been seen.
+    std::optional<SaidLine> takeUnheard(const std::string& place, Nanoseconds from, Nanoseconds to);
 
     bool isEmpty() const { return waiting_.empty(); }
     void clear() { waiting_.clear(); }

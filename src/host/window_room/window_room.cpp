@@ -26,6 +26,7 @@ WindowRoom::WindowRoom(EventLoop& loop, ChatLines& lines, Conversations& convers
 WindowRoom::~WindowRoom() {
     loop_.cancel(again_);
     loop_.cancel(losing_);
+    loop_.cancel(sayingAgain_);
     if (!session_)
         return;
     session_->end();
@@ -81,6 +82,7 @@ void WindowRoom::disconnect() {
 void WindowRoom::finish() {
     loop_.cancel(std::exchange(again_, TimerId::none));
     loop_.cancel(std::exchange(losing_, TimerId::none));
+    loop_.cancel(std::exchange(sayingAgain_, TimerId::none));
     wasUp_ = false;
     said_.clear();
     if (session_)
@@ -119,12 +121,17 @@ void WindowRoom::see(const WatchedText& now) {
         return;
     const State before = std::exchange(seen_.state, now.state);
     if (now.state == State::hangs) {
-        if (before != State::hangs)
+        if (before != State::hangs) {
+            hangsSince_ = loop_.now();
             tell("the chat client doesn't answer");
+        }
         return;
     }
-    if (before == State::hangs && now.state == State::there)
+    if (before == State::hangs && now.state == State::there) {
         tell("the chat client answers again");
+        loop_.cancel(sayingAgain_);
+        sayingAgain_ = loop_.once(untilShown, [this, at = loop_.now()] { sayAgain(at); });
+    }
     if (now.state == State::none) {
         if (before == State::none && isAsked_)
             answer(
@@ -289,6 +296,7 @@ bool WindowRoom::send(SaidLine line) {
     if (!isSent)
         return false;
     line.at = loop_.now();
+    line.place = place_;
     said_.add(std::move(line));
     if (losing_ == TimerId::none)
         losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
@@ -302,6 +310,18 @@ void WindowRoom::tellLost() {
             answer("perhaps not said: " + visibleText(lost->line, " "));
     if (!said_.isEmpty())
         losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
+}
+
+// What the program has said to a client that hung, and that it doesn't show.
+void WindowRoom::sayAgain(Nanoseconds answered) {
+    sayingAgain_ = TimerId::none;
+    const std::string place = place_;
+    while (isUp() && !place.empty() && place_ == place) {
+        const auto line = said_.takeUnheard(place, hangsSince_ - beforeHanging, answered);
+        if (!line)
+            return;
+        send({.line = line->line, .isPrograms = true});
+    }
 }
 
 void WindowRoom::tell(const std::string& text) const {

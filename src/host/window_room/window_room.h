@@ -91,6 +91,10 @@ private:
     // How soon it is tried again when what reaches the windows has ended by itself, and how often
     // from then on; and how long a line that the owner has said may take to be seen.
     static constexpr std::chrono::seconds tryAgainAfter{5}, tryAgainEach{60}, longestUnseen{10};
+
+    // How long before it is known that a client hangs it may have taken no line; and how long one
+    // that answers again has to show those that it has taken.
+    static constexpr std::chrono::seconds beforeHanging{1}, untilShown{2};
     static constexpr std::size_t mostOld = 50;   // lines of before, which are shown
     static constexpr std::size_t mostRooms = 50; // of this client; the first closed one goes
 
@@ -108,6 +112,7 @@ private:
     void readPeople(HostHandle list);
     bool send(SaidLine line);
     void tellLost();
+    void sayAgain(Nanoseconds answered);
     void tell(const std::string& text) const; // what happens
     void answer(const std::string& text) const;
     Conversation* room() const;
@@ -134,7 +139,8 @@ private:
     RowList people_;
     Nanoseconds peopleRead_{};
     std::function<void(bool isWanted)> keeper_ = [](bool) {};
-    TimerId again_ = TimerId::none, losing_ = TimerId::none;
+    Nanoseconds hangsSince_{};
+    TimerId again_ = TimerId::none, losing_ = TimerId::none, sayingAgain_ = TimerId::none;
 };
 
 } // namespace larkspin

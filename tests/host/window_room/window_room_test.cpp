@@ -224,6 +224,24 @@ TEST_F(WindowRoomTest, SaysNothingInAnotherRoom) {
     EXPECT_EQ(host[host.first(host.room, "RICHCNTL")].text, "");
 }
 
+TEST_F(WindowRoomTest, SaysAgainWhatAClientThatHungHasntTaken) {
+    connect();
+    host.talks = false;
+    const auto hangs = [&](bool does) {
+        host.hangs = does;
+        host.look();
+    };
+    machine.run([&] { rooms.room.sendChatLine("before"); });
+    machine.advance(2s);
+    machine.run([&] { rooms.room.sendChatLine("as it began"); });
+    seenOf([&] { hangs(true); }, 3s);
+    machine.run([&] { rooms.room.sendChatLine("<b>while"); });
+    machine.run([&] { host.say("Owner", "as it began"); });
+    host.talks = true;
+    EXPECT_EQ(seenOf([&] { hangs(false); }, 20s), "- the chat client answers again\n"
+                                                  "Owner: as it began\nOwner: <b>while\n");
+}
+
 // The client swallows it, or shows a long one in several.
 TEST_F(WindowRoomTest, KnowsWhatItHasSaid) {
     connect();
