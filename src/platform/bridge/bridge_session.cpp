@@ -12,7 +12,8 @@ using namespace std::chrono_literals;
 
 constexpr const char* noWine = "wine isn't installed";
 constexpr const char* noBridge =
-    "larkspin-bridge.exe isn't there: this larkspin was built without it";
+    "larkspin-bridge.exe isn't there: the package larkspin-windows has it, or a build with its "
+    "compiler";
 constexpr const char* noStart = "wine can't be started";
 
 } // namespace

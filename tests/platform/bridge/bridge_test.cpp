@@ -107,7 +107,8 @@ TEST_F(BridgeTest, SaysWhyItCouldntBegin) {
     BridgeSession without(loop, "");
     without.onChange([this](const std::string& why) { told.push_back(why); });
     without.begin();
-    expectEnd(without, "larkspin-bridge.exe isn't there: this larkspin was built without it");
+    expectEnd(without, "larkspin-bridge.exe isn't there: the package larkspin-windows has it, or "
+                       "a build with its compiler");
 }
 
 TEST_F(BridgeTest, EndsWithoutAWordAndBeginsAnew) {
