@@ -49,13 +49,14 @@ std::optional<double> counter(const benchmark::BenchmarkReporter::Run& run, cons
     return found->second.value;
 }
 
-// The counters that are no part of a row are times to be read beside it.
+// The counters that are no part of a row are to be read beside it: times, but for one.
 std::string notes(const benchmark::BenchmarkReporter::Run& run) {
     std::string text;
     for (const auto& [name, value] : run.counters)
         if (name != "size" && name != "bytes" && name != "budget" && name != "least" &&
             name != "amount")
-            text += "  " + name + ": " + timeText(value.value);
+            text += "  " + name + ": " +
+                    (name == "questions" ? sizeText(value.value) : timeText(value.value));
     return text;
 }
 

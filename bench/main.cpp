@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
     larkspin::addIrcWorks();
     larkspin::addConversationWorks();
     larkspin::addDesktopWorks();
+    larkspin::addWindowWorks();
     larkspin::BudgetTable table;
     benchmark::RunSpecifiedBenchmarks(&table);
     table.printSummary();

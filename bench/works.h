@@ -2,7 +2,8 @@
 //
 // A work's counters tell the table about it: "size", "bytes" for the memory that it goes through,
 // "budget", "amount" for what is measured in another unit than time (the label says which), "least"
-// for a budget that it must reach, and any other for a time beside it.
+// for a budget that it must reach, "questions" for how many another process was asked, and any
+// other for a time beside it.
 #pragma once
 
 #include "text/row_list.h"
@@ -53,6 +54,7 @@ void addScreenWorks();
 void addIrcWorks();
 void addConversationWorks();
 void addDesktopWorks();
+void addWindowWorks(); // the last, since it changes this process's variables
 
 // Walks the tree as `find` does, to its end; the output is thrown away. False when it can't be run.
 bool runFind(const std::string& nativePath);

@@ -37,9 +37,10 @@ private:
     WindowsMachine() {
         std::signal(SIGPIPE, SIG_IGN); // clients end while they are told something
         ::setenv("DISPLAY", display_.display().c_str(), 1);
+        ::setenv("HOME", disk_.path().c_str(), 1);
         ::setenv("WINEPREFIX", (disk_.path() / "wine").c_str(), 1);
         ::setenv("WINEDEBUG", "-all", 1);
-        manager_ = Child::start("openbox", {"HOME=" + disk_.path().native()}, {"--sm-disable"});
+        manager_ = Child::start("openbox", {}, {"--sm-disable"});
         const auto toMakeIt = 5 * patience;
         staying_ = client("player");
         EXPECT_TRUE(staying_->says("ready", toMakeIt)) << "no Wine runs: scripts/test windows";

@@ -40,6 +40,8 @@ public:
     // The answer's body.
     std::optional<std::string> ask(bridge::Kind kind, std::string body);
 
+    std::uint32_t questions() const { return lastNumber_; } // that were asked so far
+
     // A question was written, and its answer is still to come.
     bool isHung() const { return isUp() && isLate_; }
 

@@ -7,6 +7,7 @@
 #include "platform/bridge/bridge_process.h"
 #include "platform/bridge/bridged_windows.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -26,6 +27,8 @@ public:
     State state() const override { return state_; }
     void onChange(Changed changed) override { changed_ = std::move(changed); }
     WindowCalls& calls() override { return windows_; }
+
+    std::uint32_t questions() const { return link_.questions(); } // to bridges so far
 
 private:
     std::string start(); // why it can't be; empty when it is
