@@ -14,8 +14,10 @@ namespace larkspin {
 
 namespace {
 
-// Of a room without a caption.
-const std::string unnamed = "room";
+const std::string unnamed = "room"; // one without a caption
+const std::string closed = "the room is closed";
+const std::string closedWithClient =
+    closed + ": the chat client has ended; its room is entered again as soon as it is back";
 
 } // namespace
 
@@ -24,13 +26,9 @@ WindowRoom::WindowRoom(EventLoop& loop, ChatLines& lines, Conversations& convers
     : loop_(loop), lines_(lines), conversations_(conversations), shown_(std::move(shown)) {}
 
 WindowRoom::~WindowRoom() {
-    loop_.cancel(again_);
-    loop_.cancel(losing_);
-    loop_.cancel(sayingAgain_);
-    if (!session_)
-        return;
-    session_->end();
-    session_->onChange([](const std::string&) {});
+    finish();
+    if (session_)
+        session_->onChange([](const std::string&) {});
 }
 
 void WindowRoom::reachBy(WindowSession& session) {
@@ -51,7 +49,7 @@ void WindowRoom::connect() {
     if (isWanted_ && isUp()) {
         if (Conversation* const there = room())
             return enter(*there);
-        return answer("the client is reached already; it shows no room");
+        return tellNoRoom();
     }
     answer("looking for the chat client's windows...");
     begin();
@@ -75,7 +73,7 @@ void WindowRoom::disconnect() {
     if (!std::exchange(isWanted_, false))
         return answer("no chat client's windows are reached");
     finish();
-    closeRoom();
+    closeRoom(closed);
     answer("the chat client is left to itself");
 }
 
@@ -98,20 +96,34 @@ void WindowRoom::sessionChanged(const std::string& why) {
         return session_->calls().watch(roomWatch(RunningText::known),
                                        [this](const WatchedText& now) { see(now); });
     }
-    closeRoom();
     if (!isWanted_)
-        return;
+        return closeRoom(closed);
     if (!wasUp_) {
         isWanted_ = false;
         return answer("the chat client can't be reached: " + why);
     }
     const bool isAgain = std::exchange(hasTold_, true);
     if (!isAgain)
-        tell("the chat client is reached no more: " + why);
+        reachedNoMore(why);
     again_ = loop_.once(isAgain ? tryAgainEach : tryAgainAfter, [this] {
         again_ = TimerId::none;
         session_->begin();
     });
+}
+
+// That is told in its room, and where the owner is.
+void WindowRoom::reachedNoMore(const std::string& why) {
+    const std::string text = "the chat client is reached no more: " + why + "; trying again in " +
+                             std::to_string(tryAgainAfter.count()) + " seconds";
+    if (room() != &conversations_.front())
+        conversations_.keep(conversations_.front(), {.text = text});
+    closeRoom(text);
+}
+
+void WindowRoom::tellNoRoom() {
+    answer(host_->hostFrame() == noHandle
+               ? "no chat client is there yet; its room is entered as soon as there is one"
+               : "the chat client shows no room yet; it is entered as soon as there is one");
 }
 
 // What is told of a client that hangs is what it had shown before.
@@ -129,16 +141,14 @@ void WindowRoom::see(const WatchedText& now) {
     }
     if (before == State::hangs && now.state == State::there) {
         tell("the chat client answers again");
+        isAnswerLost_ = false;
         loop_.cancel(sayingAgain_);
         sayingAgain_ = loop_.once(untilShown, [this, at = loop_.now()] { sayAgain(at); });
     }
     if (now.state == State::none) {
         if (before == State::none && isAsked_)
-            answer(
-                host_->hostFrame() == noHandle
-                    ? "no chat client is there yet; its room is entered as soon as there is one"
-                    : "the chat client shows no room yet; it is entered as soon as there is one");
-        return closeRoom();
+            tellNoRoom();
+        return closeRoom(room() && host_->hostFrame() == noHandle ? closedWithClient : closed);
     }
     const bool isOther =
         place_.empty() || now.window != seen_.window || now.caption != seen_.caption;
@@ -156,13 +166,14 @@ void WindowRoom::see(const WatchedText& now) {
 }
 
 void WindowRoom::openRoom(const WatchedText& now) {
-    closeRoom();
+    closeRoom(closed);
     currentScreenName();
     const std::string caption = fromSingleByte(now.caption);
     Conversation* const there = &roomCalled(caption.empty() ? unnamed : caption);
     if (!std::exchange(there->isOpen, true))
         conversations_.keep(*there, {.text = "the room is open again"});
     place_ = there->place();
+    isAnswerLost_ = false;
     const bool isFree = conversations_.front().isAtHome() || conversations_.isFrontClosed();
     if (std::exchange(isAsked_, false))
         conversations_.asOwnerWants([&] { conversations_.enter(*there); });
@@ -191,9 +202,9 @@ Conversation& WindowRoom::roomCalled(const std::string& name) {
 }
 
 // What was said there stays to be read.
-void WindowRoom::closeRoom() {
+void WindowRoom::closeRoom(const std::string& why) {
     if (Conversation* const there = room()) {
-        conversations_.keep(*there, {.text = "the room is closed"});
+        conversations_.keep(*there, {.text = why});
         there->isOpen = false;
     }
     place_.clear();
@@ -253,6 +264,11 @@ void WindowRoom::readPeople(HostHandle list) {
     host_->readHostList(list, people_, true);
 }
 
+void WindowRoom::speakThere() {
+    if (!place_.empty())
+        lines_.speaksAt(place_);
+}
+
 Conversation* WindowRoom::room() const {
     return place_.empty() ? nullptr : conversations_.find(place_);
 }
@@ -284,8 +300,10 @@ void WindowRoom::say(const std::string& line, bool isOnScreen) {
 
 void WindowRoom::sendChatLine(const std::string& line) {
     const Conversation* const there = conversations_.toSpeakIn();
-    if (there && isUp() && there->place() == place_)
-        send({.line = line, .isPrograms = true});
+    const bool isSaid =
+        there && isUp() && there->place() == place_ && send({.line = line, .isPrograms = true});
+    if (!isSaid && !std::exchange(isAnswerLost_, true))
+        answer("part of an answer was not said in " + visibleName(conversations_.here().name()));
 }
 
 // No event is served between its sending and its noting, so that it is known again.
@@ -306,10 +324,17 @@ bool WindowRoom::send(SaidLine line) {
 void WindowRoom::tellLost() {
     losing_ = TimerId::none;
     while (const auto lost = said_.takeLost(loop_.now() - longestUnseen))
-        if (!lost->isPrograms)
-            answer("perhaps not said: " + visibleText(lost->line, " "));
+        if (const Conversation* const there = conversations_.find(lost->place))
+            tellUnseen(*lost, visibleName(there->name()));
     if (!said_.isEmpty())
         losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
+}
+
+void WindowRoom::tellUnseen(const SaidLine& lost, const std::string& in) {
+    if (!lost.isPrograms)
+        answer("perhaps not said in " + in + ": " + visibleText(lost.line, " "));
+    else if (!std::exchange(isAnswerLost_, true))
+        answer("part of an answer was perhaps not said in " + in);
 }
 
 // What the program has said to a client that hung, and that it doesn't show.
@@ -367,32 +392,6 @@ RoomPeople& WindowRoom::roomPeople() {
 
 ClientErrands& WindowRoom::errands() {
     return isUp() ? host_->errands() : HostClient::errands();
-}
-
-std::optional<Notice> WindowRoom::Notices::notice() {
-    return room_.isUp() ? room_.host_->notices().notice() : std::nullopt;
-}
-
-void WindowRoom::Notices::confirm() {
-    if (room_.isUp())
-        room_.host_->notices().confirm();
-}
-
-void WindowRoom::Notices::hide() {
-    if (!room_.isUp())
-        return;
-    if (!room_.place_.empty())
-        room_.lines_.speaksAt(room_.place_);
-    room_.host_->notices().hide();
-}
-
-void WindowRoom::Notices::bringBack() {
-    if (room_.isUp())
-        room_.host_->notices().bringBack();
-}
-
-std::optional<Transfer> WindowRoom::Notices::download() {
-    return room_.isUp() ? room_.host_->notices().download() : std::nullopt;
 }
 
 } // namespace larkspin

@@ -8,6 +8,7 @@
 #include "host/conversations.h"
 #include "host/host_client.h"
 #include "host/shown_room.h"
+#include "host/window_room/room_notices.h"
 #include "host/window_room/running_text.h"
 #include "host/window_room/said_lines.h"
 #include "host/window_tree/window_session.h"
@@ -74,20 +75,6 @@ public:
     ClientNotices& notices() override { return notices_; }
 
 private:
-    // The client's own notices. When one is hidden, that is said in its room.
-    class Notices : public ClientNotices {
-    public:
-        explicit Notices(WindowRoom& room) : room_(room) {}
-        std::optional<Notice> notice() override;
-        void confirm() override;
-        void hide() override;
-        void bringBack() override;
-        std::optional<Transfer> download() override;
-
-    private:
-        WindowRoom& room_;
-    };
-
     // How soon it is tried again when what reaches the windows has ended by itself, and how often
     // from then on; and how long a line that the owner has said may take to be seen.
     static constexpr std::chrono::seconds tryAgainAfter{5}, tryAgainEach{60}, longestUnseen{10};
@@ -105,14 +92,18 @@ private:
     void sessionChanged(const std::string& why);
     void see(const WatchedText& now);
     void openRoom(const WatchedText& now);
-    void closeRoom();
+    void closeRoom(const std::string& why);
     void takeText(const WatchedText& now);
     void hear(const RunningLine& line, const std::string& place);
     void keepOld(const RunningLine& line);
     void readPeople(HostHandle list);
     bool send(SaidLine line);
+    void reachedNoMore(const std::string& why);
     void tellLost();
+    void tellUnseen(const SaidLine& lost, const std::string& in);
     void sayAgain(Nanoseconds answered);
+    void tellNoRoom();
+    void speakThere();                        // the event at work does so, wherever the owner is
     void tell(const std::string& text) const; // what happens
     void answer(const std::string& text) const;
     Conversation* room() const;
@@ -125,7 +116,8 @@ private:
     RoomDisplay shown_;
     WindowSession* session_ = nullptr;
     std::optional<WindowTreeHost> host_; // while there is a session
-    Notices notices_{*this};
+    RoomNotices notices_{[this] { return isUp() ? &host_->notices() : nullptr; },
+                         [this] { speakThere(); }};
 
     bool isWanted_ = false, wasUp_ = false, isAsked_ = false; // to come in front
     bool hasTold_ = false;                                    // that it is reached no more
@@ -134,6 +126,7 @@ private:
     WatchedText seen_;  // the last one, but for the text
     RunningText text_;
     SaidLines said_;
+    bool isAnswerLost_ = false; // which has been told, of this room
     std::string ownName_;
     std::optional<std::string> askedName_; // until events are served
     RowList people_;

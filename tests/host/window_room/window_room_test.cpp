@@ -155,6 +155,24 @@ TEST_F(WindowRoomTest, FollowsTheClientThroughItsRooms) {
     EXPECT_EQ(&front(), &square);
 }
 
+TEST_F(WindowRoomTest, TellsOfAnAnswerThatTheClientDoesNotHear) {
+    connect();
+    for (const char* const note : {"'sn a", "'sn b", "'sn c"})
+        heard("Owner", note);
+    EXPECT_EQ(seenOf(
+                  [&] {
+                      host.say("Owner", "'scrn");
+                      machine.loop.once(1s, [&] {
+                          host.remove(host.frame);
+                          host.look();
+                      });
+                  },
+                  5s),
+              "Owner: 'scrn\nOwner: scrolling <b>3</b> notes\nOwner: <b>1</b>.  a\n- the room is "
+              "closed: the chat client has ended; its room is entered again as soon as it is back\n"
+              "- part of an answer was not said in Town Square\n");
+}
+
 TEST_F(WindowRoomTest, TellsOfAClientThatHangsOrGoes) {
     connect();
     const auto hangs = [&](bool does) {
@@ -166,8 +184,9 @@ TEST_F(WindowRoomTest, TellsOfAClientThatHangsOrGoes) {
     EXPECT_EQ(hangs(true), "- the chat client doesn't answer\n");
     EXPECT_EQ(typed("hello?"), "- not said: hello?\n");
     EXPECT_EQ(hangs(false), "- the chat client answers again\n");
-    EXPECT_EQ(seenOf([&] { session.breakOff("the bridge has ended"); }),
-              "- the room is closed\n- the chat client is reached no more: the bridge has ended\n");
+    EXPECT_EQ(
+        seenOf([&] { session.breakOff("the bridge has ended"); }),
+        "- the chat client is reached no more: the bridge has ended; trying again in 5 seconds\n");
     machine.advance(10s);
     EXPECT_EQ(session.begun, 2);
     EXPECT_EQ(shown.take(), "- the room is open again\n");
@@ -195,8 +214,9 @@ TEST_F(WindowRoomTest, ReachesForNoneThatIsLeftAndTellsOfEachThatIsAskedFor) {
     session.failure = "no display";
     session.breakOff("the bridge has ended");
     machine.advance(10s);
-    EXPECT_EQ(typed("/connect windows"), "- looking for the chat client's windows...\n"
-                                         "- the chat client is reached no more: no display\n");
+    EXPECT_EQ(typed("/connect windows"),
+              "- looking for the chat client's windows...\n"
+              "- the chat client is reached no more: no display; trying again in 5 seconds\n");
     rooms.windows.finish(); // and another run begins
     rooms.takeUpAgain();
     machine.advance(1s);
@@ -238,8 +258,10 @@ TEST_F(WindowRoomTest, SaysAgainWhatAClientThatHungHasntTaken) {
     machine.run([&] { rooms.room.sendChatLine("<b>while"); });
     machine.run([&] { host.say("Owner", "as it began"); });
     host.talks = true;
-    EXPECT_EQ(seenOf([&] { hangs(false); }, 20s), "- the chat client answers again\n"
-                                                  "Owner: as it began\nOwner: <b>while\n");
+    EXPECT_EQ(
+        seenOf([&] { hangs(false); }, 20s),
+        "- the chat client answers again\n"
+        "Owner: as it began\nOwner: <b>while\n- part of an answer was perhaps not said in Town Square\n");
 }
 
 // The client swallows it, or shows a long one in several.
@@ -248,7 +270,7 @@ TEST_F(WindowRoomTest, KnowsWhatItHasSaid) {
     host.talks = false;
     EXPECT_EQ(typed("lost"), "");
     machine.advance(15s);
-    EXPECT_EQ(shown.take(), "- perhaps not said: lost\n");
+    EXPECT_EQ(shown.take(), "- perhaps not said in Town Square: lost\n");
     const std::string first(30, 'a'), rest = "'filter?";
     EXPECT_EQ(typed(first + rest), "");
     host.say("Owner", first);
