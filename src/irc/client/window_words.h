@@ -30,7 +30,7 @@ private:
     bool networks(std::string_view rest);
     bool leave(std::string_view rest);
     bool names(std::string_view rest);
-    bool me(std::string_view rest);
+    std::vector<SlashWord> without(std::vector<SlashWord> words) const;
     bool isInFront() const;
 
     const Conversations& conversations_;

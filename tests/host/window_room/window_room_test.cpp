@@ -155,6 +155,24 @@ TEST_F(WindowRoomTest, FollowsTheClientThroughItsRooms) {
     EXPECT_EQ(&front(), &square);
 }
 
+// Somebody on a network may be called the same.
+TEST_F(WindowRoomTest, TakesNoWordForANetworkWhereItIsInFront) {
+    connect();
+    const std::pair<const char*, const char*> words[] = {
+        {"/msg Ann hi",
+         "the chat client has no /msg: private messages are sent in the client itself"},
+        {"/ignore Ann", "the chat client has no /ignore: 'x NAME ignores somebody"},
+        {"/ignore", "you ignore nobody"},
+        {"/topic", "the chat client has no /topic"},
+        {"/me waves", "the chat client has no /me"},
+        {"/topic #den", "you are on no network: /connect leads to one"},
+    };
+    for (const auto& [line, told] : words)
+        EXPECT_EQ(typed(line), "- " + std::string(told) + '\n') << line;
+    typed("/room 0");
+    EXPECT_EQ(typed("/whisper Ann hi"), "- Ann whispers: hi\n");
+}
+
 TEST_F(WindowRoomTest, TellsOfAnAnswerThatTheClientDoesNotHear) {
     connect();
     for (const char* const note : {"'sn a", "'sn b", "'sn c"})
