@@ -6,6 +6,7 @@
 #include "support/pretend_host.h"
 
 #include <map>
+#include <sstream>
 
 namespace larkspin {
 
@@ -53,14 +54,11 @@ protected:
     }
 
 private:
-    static Lines parts(std::string text) {
+    static Lines parts(const std::string& text) {
         Lines all;
-        for (std::size_t at = 0; !text.empty() && at != text.npos; text.erase(0, at + 1)) {
-            at = text.find('|');
-            all.push_back(text.substr(0, at));
-            if (at == text.npos)
-                break;
-        }
+        std::istringstream stream(text);
+        for (std::string part; std::getline(stream, part, '|');)
+            all.push_back(part);
         return all;
     }
     HostHandle input() { return first(room, "RICHCNTL"); }
