@@ -78,9 +78,8 @@ void WindowRoom::disconnect() {
 }
 
 void WindowRoom::finish() {
-    loop_.cancel(std::exchange(again_, TimerId::none));
-    loop_.cancel(std::exchange(losing_, TimerId::none));
-    loop_.cancel(std::exchange(sayingAgain_, TimerId::none));
+    for (TimerId* const timer : {&again_, &losing_, &sayingAgain_})
+        loop_.cancel(std::exchange(*timer, TimerId::none));
     wasUp_ = false;
     said_.clear();
     if (session_)
@@ -258,10 +257,13 @@ void WindowRoom::hear(const RunningLine& line, const std::string& place) {
     askedName_.reset();
 }
 
+// What a busy client hasn't told is asked for at the next change.
 void WindowRoom::readPeople(HostHandle list) {
-    peopleRead_ = loop_.now();
     people_.clear();
     host_->readHostList(list, people_, true);
+    const bool areAll =
+        std::cmp_greater_equal(people_.count(), seen_.rows) && !people_.contains("");
+    peopleRead_ = areAll ? loop_.now() : loop_.now() - peopleLast;
 }
 
 void WindowRoom::speakThere() {

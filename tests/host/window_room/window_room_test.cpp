@@ -124,9 +124,16 @@ TEST_F(WindowRoomTest, GreetsThereWhenTheProgramBeginsAnew) {
 TEST_F(WindowRoomTest, ShowsWhoIsThere) {
     connect();
     EXPECT_EQ(typed("/names"), "- Town Square, 2 people\n-   Owner\n-   Ann\n");
+    std::string name; // none yet
     host.people.push_back("Bob");
     heard("Ann", "look who is here");
     EXPECT_EQ(rooms.room.people().count(), 3);
+    std::swap(host.people.back(), name);
+    machine.advance(10s);
+    heard("Ann", "one of them can't be read");
+    std::swap(host.people.back(), name);
+    heard("Ann", "until now");
+    EXPECT_EQ(rooms.room.people().row(2), "Bob");
     EXPECT_EQ(heard("Owner", "'x bob"), "Owner: 'x bob\nOwner: <b>Bob</b>, ignored bastard\n");
     EXPECT_EQ(host.ignored, Lines{"Bob"});
 }
