@@ -63,18 +63,17 @@ std::optional<SaidLine> SaidLines::takeLost(Nanoseconds before) {
     return std::nullopt;
 }
 
-std::optional<SaidLine> SaidLines::takeUnheard(const std::string& place, Nanoseconds from,
-                                               Nanoseconds to) {
-    const auto found = std::ranges::find_if(waiting_, [&](const Waiting& each) {
+std::vector<SaidLine> SaidLines::takeUnheard(const std::string& place, Nanoseconds since) {
+    std::vector<SaidLine> unheard;
+    std::erase_if(waiting_, [&](Waiting& each) {
         const SaidLine& said = each.said;
-        return said.isPrograms && !each.isBegun && said.place == place && said.at >= from &&
-               said.at <= to;
+        const bool isOne = said.isPrograms && !each.isBegun && said.place == place &&
+                           (said.isHeld || said.at >= since);
+        if (isOne)
+            unheard.push_back(std::move(each.said));
+        return isOne;
     });
-    if (found == waiting_.end())
-        return std::nullopt;
-    SaidLine said = std::move(found->said);
-    waiting_.erase(found);
-    return said;
+    return unheard;
 }
 
 } // namespace larkspin

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace larkspin {
 
@@ -16,6 +17,7 @@ struct SaidLine {
     std::string line{};      // as it was said, tags and all
     bool isPrograms = false; // else the owner has typed it, here
     bool isOnScreen = false; // where he has typed it
+    bool isHeld = false;     // it hasn't gone out yet
     Nanoseconds at{};        // when
     std::string place{};     // where
 };
@@ -32,8 +34,8 @@ public:
     // Those that were said before the moment and haven't been seen.
     std::optional<SaidLine> takeLost(Nanoseconds before);
 
-    // The first of the program's that was said there at such a time and hasn't been seen.
-    std::optional<SaidLine> takeUnheard(const std::string& place, Nanoseconds from, Nanoseconds to);
+    // The program's that were said there since the moment and haven't been seen, or are held.
+    std::vector<SaidLine> takeUnheard(const std::string& place, Nanoseconds since);
 
     bool isEmpty() const { return waiting_.empty(); }
     void clear() { waiting_.clear(); }

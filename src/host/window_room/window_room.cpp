@@ -133,7 +133,8 @@ void WindowRoom::see(const WatchedText& now) {
     const State before = std::exchange(seen_.state, now.state);
     if (now.state == State::hangs) {
         if (before != State::hangs) {
-            hangsSince_ = loop_.now();
+            if (sayingAgain_ == TimerId::none)
+                hangsSince_ = loop_.now();
             tell("the chat client doesn't answer");
         }
         return;
@@ -142,7 +143,7 @@ void WindowRoom::see(const WatchedText& now) {
         tell("the chat client answers again");
         isAnswerLost_ = false;
         loop_.cancel(sayingAgain_);
-        sayingAgain_ = loop_.once(untilShown, [this, at = loop_.now()] { sayAgain(at); });
+        sayingAgain_ = loop_.once(untilShown, [this] { sayAgain(); });
     }
     if (now.state == State::none) {
         if (before == State::none && isAsked_)
@@ -267,8 +268,7 @@ void WindowRoom::readPeople(HostHandle list) {
 }
 
 void WindowRoom::speakThere() {
-    if (!place_.empty())
-        lines_.speaksAt(place_);
+    lines_.speaksAt(place_);
 }
 
 Conversation* WindowRoom::room() const {
@@ -302,18 +302,20 @@ void WindowRoom::say(const std::string& line, bool isOnScreen) {
 
 void WindowRoom::sendChatLine(const std::string& line) {
     const Conversation* const there = conversations_.toSpeakIn();
-    const bool isSaid =
-        there && isUp() && there->place() == place_ && send({.line = line, .isPrograms = true});
+    const bool isHeld = seen_.state == WatchedText::State::hangs || sayingAgain_ != TimerId::none;
+    const bool isSaid = there && isUp() && there->place() == place_ &&
+                        send({.line = line, .isPrograms = true, .isHeld = isHeld});
     if (!isSaid && !std::exchange(isAnswerLost_, true))
         answer("part of an answer was not said in " + visibleName(conversations_.here().name()));
 }
 
 // No event is served between its sending and its noting, so that it is known again.
 bool WindowRoom::send(SaidLine line) {
-    const bool isSent =
-        host_->sendChatLineIn(seen_.window, fromSingleByte(seen_.caption), line.line,
-                              [this, place = place_] { return place_ == place; });
-    if (!isSent)
+    const auto isSent = [&] {
+        return host_->sendChatLineIn(seen_.window, fromSingleByte(seen_.caption), line.line,
+                                     [this, place = place_] { return place_ == place; });
+    };
+    if (!line.isHeld && !isSent())
         return false;
     line.at = loop_.now();
     line.place = place_;
@@ -339,16 +341,16 @@ void WindowRoom::tellUnseen(const SaidLine& lost, const std::string& in) {
         answer("part of an answer was perhaps not said in " + in);
 }
 
-// What the program has said to a client that hung, and that it doesn't show.
-void WindowRoom::sayAgain(Nanoseconds answered) {
-    sayingAgain_ = TimerId::none;
-    const std::string place = place_;
-    while (isUp() && !place.empty() && place_ == place) {
-        const auto line = said_.takeUnheard(place, hangsSince_ - beforeHanging, answered);
-        if (!line)
-            return;
-        send({.line = line->line, .isPrograms = true});
-    }
+// To a client that hung, what it doesn't show; in its order, as what comes meanwhile is held.
+void WindowRoom::sayAgain() {
+    const TimerId now = sayingAgain_;
+    std::vector<SaidLine> lines = said_.takeUnheard(place_, hangsSince_ - beforeHanging);
+    for (; !lines.empty(); lines = said_.takeUnheard(place_, Nanoseconds::max()))
+        for (const SaidLine& line : lines)
+            if (isUp() && place_ == line.place)
+                send({.line = line.line, .isPrograms = true});
+    if (sayingAgain_ == now)
+        sayingAgain_ = TimerId::none;
 }
 
 void WindowRoom::tell(const std::string& text) const {

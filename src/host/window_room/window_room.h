@@ -101,7 +101,7 @@ private:
     void reachedNoMore(const std::string& why);
     void tellLost();
     void tellUnseen(const SaidLine& lost, const std::string& in);
-    void sayAgain(Nanoseconds answered);
+    void sayAgain();
     void tellNoRoom();
     void speakThere();                        // the event at work does so, wherever the owner is
     void tell(const std::string& text) const; // what happens
