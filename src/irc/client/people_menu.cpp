@@ -35,9 +35,10 @@ std::vector<MenuEntry> PeopleMenu::of(const std::string& name) {
 }
 
 void PeopleMenu::talkTo(const std::string& name) {
-    const IrcNetwork* const network = networks_.of(conversations_.front());
-    if (network && name != network->client.ownName())
-        run_("/query " + name);
+    const Conversation& front = conversations_.front();
+    const IrcNetwork* const network = networks_.of(front);
+    if (!front.isAtHome() && !(network && name == network->client.ownName()))
+        run_("/query " + name); // also where it only tells that there is no such thing
 }
 
 Task PeopleMenu::here(Task work) const {

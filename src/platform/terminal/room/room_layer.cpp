@@ -269,7 +269,10 @@ void RoomLayer::showPeople() {
                                .children = std::move(about),
                                .isSubmenu = true});
     if (entries.empty())
-        entries.push_back({.name = "none", .caption = "nobody else is here"});
+        entries.push_back({.name = "none",
+                           .caption = view.people().size() > 1
+                                          ? "they have no menus here: type 'x NAME, 'ban NAME"
+                                          : "nobody else is here"});
     const Area& said = view.layout().said;
     tasks_.popUp({.name = "people", .entries = [entries] { return entries; }},
                  {said.top, said.right() - 1});
