@@ -49,7 +49,8 @@ bool Conversation::holds(KeptLine line) const {
 
 std::size_t Conversation::firstUnread() const {
     const auto isUnread = [this](const KeptLine& line) {
-        return line.number > readBefore_ && !line.isOwners && !line.isProgramsWord();
+        return line.number > readBefore_ && !line.isOwners && !line.isProgramsWord() &&
+               !line.isUndated;
     };
     auto first = lines_.end();
     for (auto line = lines_.end();
@@ -72,7 +73,7 @@ bool Conversation::calls(const KeptLine& line) const {
 }
 
 void Conversation::keep(KeptLine line, bool isInSight) {
-    if (!isInSight && !line.isOwners && !line.isProgramsWord()) {
+    if (!isInSight && !line.isOwners && !line.isProgramsWord() && !line.isUndated) {
         ++unread_;
         unreadForOwner_ += line.isForOwner;
     }

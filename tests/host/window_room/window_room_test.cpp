@@ -70,8 +70,11 @@ struct WindowRoomTest : testing::Test {
 
 TEST_F(WindowRoomTest, ObeysTheOwnerThereAndNobodyElse) {
     host.say("Owner", "'filter?"); // long ago
+    host.say("Ann", "hi");
     EXPECT_EQ(typed("/connect windows"), "- looking for the chat client's windows...\n"
-                                         "- you are in Town Square\nOwner: 'filter?\n");
+                                         "- you are in Town Square\nOwner: 'filter?\n"
+                                         "Ann: hi\n");
+    EXPECT_EQ(front().firstUnread(), front().lines().size());
     EXPECT_EQ(front().name(), "Town Square");
     EXPECT_EQ(heard("Owner", "'filter?"), "Owner: 'filter?\nOwner: " + filter);
     for (const char* const line :
