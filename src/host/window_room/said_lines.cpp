@@ -63,12 +63,11 @@ std::optional<SaidLine> SaidLines::takeLost(Nanoseconds before) {
     return std::nullopt;
 }
 
-std::vector<SaidLine> SaidLines::takeUnheard(const std::string& place, Nanoseconds since) {
+std::vector<SaidLine> SaidLines::takeUnheard(Nanoseconds since) {
     std::vector<SaidLine> unheard;
     std::erase_if(waiting_, [&](Waiting& each) {
         const SaidLine& said = each.said;
-        const bool isOne = said.isPrograms && !each.isBegun && said.place == place &&
-                           (said.isHeld || said.at >= since);
+        const bool isOne = said.isPrograms && !each.isBegun && (said.isHeld || said.at >= since);
         if (isOne)
             unheard.push_back(std::move(each.said));
         return isOne;

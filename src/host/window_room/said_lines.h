@@ -34,8 +34,8 @@ public:
     // Those that were said before the moment and haven't been seen.
     std::optional<SaidLine> takeLost(Nanoseconds before);
 
-    // The program's that were said there since the moment and haven't been seen, or are held.
-    std::vector<SaidLine> takeUnheard(const std::string& place, Nanoseconds since);
+    // The program's that were said since the moment and haven't been seen, or are held.
+    std::vector<SaidLine> takeUnheard(Nanoseconds since);
 
     bool isEmpty() const { return waiting_.empty(); }
     void clear() { waiting_.clear(); }

@@ -78,10 +78,9 @@ void WindowRoom::disconnect() {
 }
 
 void WindowRoom::finish() {
-    for (TimerId* const timer : {&again_, &losing_, &sayingAgain_})
-        loop_.cancel(std::exchange(*timer, TimerId::none));
+    loop_.cancel(std::exchange(again_, TimerId::none));
     wasUp_ = false;
-    said_.clear();
+    speech_.forget();
     if (session_)
         session_->end();
 }
@@ -132,19 +131,13 @@ void WindowRoom::see(const WatchedText& now) {
         return;
     const State before = std::exchange(seen_.state, now.state);
     if (now.state == State::hangs) {
-        if (before != State::hangs) {
-            if (sayingAgain_ == TimerId::none)
-                hangsSince_ = loop_.now();
+        if (before != State::hangs)
             tell("the chat client doesn't answer");
-        }
-        return;
+        return speech_.clientHangs();
     }
-    if (before == State::hangs && now.state == State::there) {
+    if (before == State::hangs && now.state == State::there)
         tell("the chat client answers again");
-        isAnswerLost_ = false;
-        loop_.cancel(sayingAgain_);
-        sayingAgain_ = loop_.once(untilShown, [this] { sayAgain(); });
-    }
+    speech_.clientAnswers();
     if (now.state == State::none) {
         if (before == State::none && isAsked_)
             tellNoRoom();
@@ -173,7 +166,7 @@ void WindowRoom::openRoom(const WatchedText& now) {
     if (!std::exchange(there->isOpen, true))
         conversations_.keep(*there, {.text = "the room is open again"});
     place_ = there->place();
-    isAnswerLost_ = false;
+    speech_.roomIsNew();
     const bool isFree = conversations_.front().isAtHome() || conversations_.isFrontClosed();
     if (std::exchange(isAsked_, false))
         conversations_.asOwnerWants([&] { conversations_.enter(*there); });
@@ -244,7 +237,7 @@ void WindowRoom::hear(const RunningLine& line, const std::string& place) {
     askedName_ = currentScreenName();
     const bool isOwners = line.speaker == currentScreenName();
     SaidLine said;
-    const auto known = isOwners ? said_.take(line.text, said) : SaidLines::Seen::unknown;
+    const auto known = isOwners ? speech_.take(line.text, said) : SaidLines::Seen::unknown;
     if (known == SaidLines::Seen::rest)
         return;
     const bool isFromHere = known == SaidLines::Seen::first;
@@ -294,63 +287,22 @@ void WindowRoom::leave() {
 }
 
 void WindowRoom::say(const std::string& line, bool isOnScreen) {
-    const bool isSaid = isHere() && seen_.state == WatchedText::State::there &&
-                        send({.line = line, .isOnScreen = isOnScreen});
-    if (!isSaid)
+    if (!isHere() || !speech_.say({.line = line, .isOnScreen = isOnScreen}, place_))
         answer("not said: " + visibleText(line, " "));
 }
 
 void WindowRoom::sendChatLine(const std::string& line) {
     const Conversation* const there = conversations_.toSpeakIn();
-    const bool isHeld = seen_.state == WatchedText::State::hangs || sayingAgain_ != TimerId::none;
     const bool isSaid = there && isUp() && there->place() == place_ &&
-                        send({.line = line, .isPrograms = true, .isHeld = isHeld});
-    if (!isSaid && !std::exchange(isAnswerLost_, true))
-        answer("part of an answer was not said in " + visibleName(conversations_.here().name()));
+                        speech_.say({.line = line, .isPrograms = true}, place_);
+    if (!isSaid)
+        speech_.answerIsLost("was not said in " + visibleName(conversations_.here().name()));
 }
 
-// No event is served between its sending and its noting, so that it is known again.
-bool WindowRoom::send(SaidLine line) {
-    const auto isSent = [&] {
-        return host_->sendChatLineIn(seen_.window, fromSingleByte(seen_.caption), line.line,
-                                     [this, place = place_] { return place_ == place; });
-    };
-    if (!line.isHeld && !isSent())
-        return false;
-    line.at = loop_.now();
-    line.place = place_;
-    said_.add(std::move(line));
-    if (losing_ == TimerId::none)
-        losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
-    return true;
-}
-
-void WindowRoom::tellLost() {
-    losing_ = TimerId::none;
-    while (const auto lost = said_.takeLost(loop_.now() - longestUnseen))
-        if (const Conversation* const there = conversations_.find(lost->place))
-            tellUnseen(*lost, visibleName(there->name()));
-    if (!said_.isEmpty())
-        losing_ = loop_.once(longestUnseen, [this] { tellLost(); });
-}
-
-void WindowRoom::tellUnseen(const SaidLine& lost, const std::string& in) {
-    if (!lost.isPrograms)
-        answer("perhaps not said in " + in + ": " + visibleText(lost.line, " "));
-    else if (!std::exchange(isAnswerLost_, true))
-        answer("part of an answer was perhaps not said in " + in);
-}
-
-// To a client that hung, what it doesn't show; in its order, as what comes meanwhile is held.
-void WindowRoom::sayAgain() {
-    const TimerId now = sayingAgain_;
-    std::vector<SaidLine> lines = said_.takeUnheard(place_, hangsSince_ - beforeHanging);
-    for (; !lines.empty(); lines = said_.takeUnheard(place_, Nanoseconds::max()))
-        for (const SaidLine& line : lines)
-            if (isUp() && place_ == line.place)
-                send({.line = line.line, .isPrograms = true});
-    if (sayingAgain_ == now)
-        sayingAgain_ = TimerId::none;
+bool WindowRoom::send(const std::string& line, const std::string& place) {
+    return isUp() && place_ == place &&
+           host_->sendChatLineIn(seen_.window, fromSingleByte(seen_.caption), line,
+                                 [this, place] { return place_ == place; });
 }
 
 void WindowRoom::tell(const std::string& text) const {

@@ -9,8 +9,8 @@
 #include "host/host_client.h"
 #include "host/shown_room.h"
 #include "host/window_room/room_notices.h"
+#include "host/window_room/room_speech.h"
 #include "host/window_room/running_text.h"
-#include "host/window_room/said_lines.h"
 #include "host/window_tree/window_session.h"
 #include "host/window_tree/window_tree_host.h"
 #include "text/row_list.h"
@@ -76,12 +76,8 @@ public:
 
 private:
     // How soon it is tried again when what reaches the windows has ended by itself, and how often
-    // from then on; and how long a line that the owner has said may take to be seen.
-    static constexpr std::chrono::seconds tryAgainAfter{5}, tryAgainEach{60}, longestUnseen{10};
-
-    // How long before it is known that a client hangs it may have taken no line; and how long one
-    // that answers again has to show those that it has taken.
-    static constexpr std::chrono::seconds beforeHanging{1}, untilShown{2};
+    // from then on.
+    static constexpr std::chrono::seconds tryAgainAfter{5}, tryAgainEach{60};
     static constexpr std::size_t mostOld = 50;   // lines of before, which are shown
     static constexpr std::size_t mostRooms = 50; // of this client; the first closed one goes
 
@@ -97,11 +93,8 @@ private:
     void hear(const RunningLine& line, const std::string& place);
     void keepOld(const RunningLine& line);
     void readPeople(HostHandle list);
-    bool send(SaidLine line);
+    bool send(const std::string& line, const std::string& place);
     void reachedNoMore(const std::string& why);
-    void tellLost();
-    void tellUnseen(const SaidLine& lost, const std::string& in);
-    void sayAgain();
     void tellNoRoom();
     void speakThere();                        // the event at work does so, wherever the owner is
     void tell(const std::string& text) const; // what happens
@@ -125,15 +118,16 @@ private:
     std::string place_; // of the room that the client shows; blank for none
     WatchedText seen_;  // the last one, but for the text
     RunningText text_;
-    SaidLines said_;
-    bool isAnswerLost_ = false; // which has been told, of this room
+    RoomSpeech speech_{
+        loop_, conversations_,
+        [this](const std::string& line, const std::string& place) { return send(line, place); },
+        [this](const std::string& text) { answer(text); }};
     std::string ownName_;
     std::optional<std::string> askedName_; // until events are served
     RowList people_;
     Nanoseconds peopleRead_{};
     std::function<void(bool isWanted)> keeper_ = [](bool) {};
-    Nanoseconds hangsSince_{};
-    TimerId again_ = TimerId::none, losing_ = TimerId::none, sayingAgain_ = TimerId::none;
+    TimerId again_ = TimerId::none;
 };
 
 } // namespace larkspin
