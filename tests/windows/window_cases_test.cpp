@@ -47,13 +47,14 @@ TEST_F(WindowCases, HoldForRealWindows) {
 TEST_F(WindowCases, BringTheClientForwardAndStrikeKeysThere) {
     WindowsClient client;
     client.tell("player Night ride");
+    using Told = std::vector<std::string>;
     EXPECT_TRUE(comes([&] {
         host.bringHostForward();
-        host.sendHostKeys("^r%MRO");
         client.tell("active");
-        return client.told() == std::vector<std::string>{"key ^R", "key %M", "key R", "key O",
-                                                         "active America  Online"};
+        return client.told(1) == Told{"active America  Online"};
     }));
+    host.sendHostKeys("^r%MRO");
+    EXPECT_EQ(client.told(4), (Told{"key ^R", "key %M", "key R", "key O"}));
 }
 
 } // namespace larkspin
