@@ -8,6 +8,7 @@ mark_as_advanced(LARKSPIN_WINDOWS_COMPILER)
 function(larkspin_windows_program name)
   cmake_parse_arguments(PARSE_ARGV 1 given "" "" "SOURCES;LIBRARIES")
   set(options -std=c++20 -Os -ffunction-sections -fdata-sections -Wall -Wextra -Wshadow -Wconversion
+      -DNOMINMAX -DWIN32_LEAN_AND_MEAN # less of the system's header, and of its macros
       -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -I${PROJECT_SOURCE_DIR}/src)
   if(LARKSPIN_WERROR)
     list(APPEND options -Werror)

@@ -34,6 +34,8 @@ WindowRoom::~WindowRoom() {
 void WindowRoom::reachBy(WindowSession& session) {
     session_ = &session;
     host_.emplace(session.calls(), loop_);
+    // What is told of a hidden notice is told in the client's room, wherever the owner is.
+    host_->notices().beforeHiding([this] { lines_.speaksAt(place_); });
     session.onChange([this](const std::string& why) { sessionChanged(why); });
 }
 
@@ -260,10 +262,6 @@ void WindowRoom::readPeople(HostHandle list) {
     peopleRead_ = areAll ? loop_.now() : loop_.now() - peopleLast;
 }
 
-void WindowRoom::speakThere() {
-    lines_.speaksAt(place_);
-}
-
 Conversation* WindowRoom::room() const {
     return place_.empty() ? nullptr : conversations_.find(place_);
 }
@@ -344,6 +342,10 @@ void WindowRoom::bringHostForward() {
 
 RoomPeople& WindowRoom::roomPeople() {
     return isUp() && isHere() ? host_->roomPeople() : HostClient::roomPeople();
+}
+
+ClientNotices& WindowRoom::notices() {
+    return isUp() ? host_->notices() : HostClient::notices();
 }
 
 ClientErrands& WindowRoom::errands() {

@@ -8,7 +8,6 @@
 #include "host/conversations.h"
 #include "host/host_client.h"
 #include "host/shown_room.h"
-#include "host/window_room/room_notices.h"
 #include "host/window_room/room_speech.h"
 #include "host/window_room/running_text.h"
 #include "host/window_tree/window_session.h"
@@ -72,7 +71,7 @@ public:
     void bringHostForward() override;
     RoomPeople& roomPeople() override;
     ClientErrands& errands() override;
-    ClientNotices& notices() override { return notices_; }
+    ClientNotices& notices() override;
 
 private:
     // How soon it is tried again when what reaches the windows has ended by itself, and how often
@@ -96,7 +95,6 @@ private:
     bool send(const std::string& line, const std::string& place);
     void reachedNoMore(const std::string& why);
     void tellNoRoom();
-    void speakThere();                        // the event at work does so, wherever the owner is
     void tell(const std::string& text) const; // what happens
     void answer(const std::string& text) const;
     Conversation* room() const;
@@ -109,8 +107,6 @@ private:
     RoomDisplay shown_;
     WindowSession* session_ = nullptr;
     std::optional<WindowTreeHost> host_; // while there is a session
-    RoomNotices notices_{[this] { return isUp() ? &host_->notices() : nullptr; },
-                         [this] { speakThere(); }};
 
     bool isWanted_ = false, wasUp_ = false, isAsked_ = false; // to come in front
     bool hasTold_ = false;                                    // that it is reached no more

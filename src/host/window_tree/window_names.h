@@ -62,22 +62,15 @@ inline constexpr unsigned binaryValue = 3; // the type of a number; all others a
 
 // Messages.
 inline constexpr unsigned setText = 0x0C;
-inline constexpr unsigned getText = 0x0D;
-inline constexpr unsigned getTextLength = 0x0E;
 inline constexpr unsigned close = 0x10;
 inline constexpr unsigned setSelection = 0xB1; // of an input line: from and to
 inline constexpr unsigned keyDown = 0x100;
 inline constexpr unsigned keyUp = 0x101;
 inline constexpr unsigned character = 0x102;
 inline constexpr unsigned setCurrentRow = 0x186;
-inline constexpr unsigned rowCount = 0x18B;
-inline constexpr unsigned rowData = 0x199;
 inline constexpr unsigned leftButtonDown = 0x201;
 
 inline constexpr std::uint64_t returnKey = 0x0D;
 inline constexpr std::uint64_t spaceKey = 0x20;
-
-// Standard rights, and the reading of memory.
-inline constexpr std::uint32_t mayReadMemory = 0xF0010;
 
 } // namespace larkspin::window

@@ -24,6 +24,7 @@ void WindowNotices::confirm() {
 }
 
 void WindowNotices::hide() {
+    beforeHiding_();
     const HostHandle window = host_.modalWindow();
     host_.showHostWindow(window, ShowCommand::hide);
     host_.showHostWindow(window, ShowCommand::minimise);

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "host/host_client.h"
+#include "shell/event_loop.h"
+
+#include <utility>
 
 namespace larkspin {
 
@@ -11,6 +14,9 @@ class WindowNotices : public ClientNotices {
 public:
     explicit WindowNotices(WindowTreeHost& host) : host_(host) {}
 
+    // What is done each time before one is hidden.
+    void beforeHiding(Task task) { beforeHiding_ = std::move(task); }
+
     std::optional<Notice> notice() override;
     void confirm() override;
     void hide() override;
@@ -19,6 +25,7 @@ public:
 
 private:
     WindowTreeHost& host_;
+    Task beforeHiding_ = [] {};
 };
 
 } // namespace larkspin

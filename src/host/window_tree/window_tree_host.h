@@ -35,7 +35,7 @@ public:
 
     RoomPeople& roomPeople() override { return people_; }
     ClientErrands& errands() override { return *this; }
-    ClientNotices& notices() override { return notices_; }
+    WindowNotices& notices() override { return notices_; }
 
     std::string currentScreenName() override;
     void sendChatLine(const std::string& line) override;

@@ -3,6 +3,7 @@
 #include "host/name_completion.h"
 #include "host/typed_secrets.h"
 #include "shell/kept_files.h"
+#include "shell/shell.h"
 #include "text/fold.h"
 #include "text/typed_words.h"
 #include "text/visible.h"
@@ -14,7 +15,7 @@ namespace larkspin {
 
 namespace {
 
-constexpr const char *windowsKey = "windows client", *yesText = "yes", *noText = "no";
+constexpr const char* windowsKey = "windows client";
 
 // What is said by the line where it is typed, at its end.
 std::string_view saidBy(std::string_view typed) {
@@ -47,13 +48,14 @@ AllRooms::AllRooms(EventLoop& loop, ChatLines& lines, IrcNetworks::MakeConnectio
       windows(loop, lines, conversations, told(shown)),
       words(loop, conversations, own, networks, windows, accounts_, ignored_, told(shown).tell),
       wordsOnWindows_(conversations, windows, told(shown).tell) {
-    windows.keepBy(
-        [this](bool isWanted) { settings_.put(windowsKey, isWanted ? yesText : noText); });
+    windows.keepBy([this](bool isWanted) { settings_.put(windowsKey, yesNo(isWanted)); });
 }
 
 void AllRooms::takeUpAgain() {
     networks.takeUpAgain();
-    if (settings_.get(windowsKey) == yesText)
+    bool isWanted = false;
+    loadFlag(isWanted, settings_.get(windowsKey));
+    if (isWanted)
         windows.comeBack();
 }
 

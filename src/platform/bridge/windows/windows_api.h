@@ -1,12 +1,6 @@
-// The system's own header, without most of its macros, and what its handles are to the program.
+// The system's own header, and what its handles are to the program.
 #pragma once
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 
 #include "host/window_tree/window_calls.h"
